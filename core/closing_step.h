@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/session.h"
+
+namespace touch {
+
+/// What the main window shows when the system ends.
+struct ShownAtClosing {
+  std::string listedController;  ///< at the list's current position; empty: the list is empty
+  std::string firmware;          ///< the firmware label
+  std::optional<ParameterWord>
+      parameter01;  ///< the two parameter labels; nothing: they were never read
+};
+
+/// The closing step: locks the controller's parameters with "PL". Before that, the newer model with firmware 30100 gets
+/// its parameter 01 written once more, as the window shows it; a word that was never read is not written. Says nothing
+/// to the user, since the system is ending. Without a controller there is nothing to lock.
+void plcmd(const Access& access, const ShownAtClosing& shown);
+
+}  // namespace touch

@@ -1,0 +1,70 @@
+#include "core/discovery.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "core/clock.h"
+#include "core/exchange.h"
+#include "core/prompt.h"
+
+namespace touch {
+
+namespace {
+
+// A reply this short holds no unit type: start byte, carriage return and three characters.
+constexpr std::size_t longestNonAnswer = 5;
+constexpr auto pauseAfterSilence = 100ms;
+
+bool answersUnitType(const Access& access, const std::string& name) {
+  Connection connection(access, name);
+  const Frame unitType = commandFrame("UT");
+  return ask(connection, access.clock, unitType, enquiryWait).size() > longestNonAnswer ||
+         ask(connection, access.clock, unitType, enquiryWait).size() > longestNonAnswer;
+}
+
+}  // namespace
+
+bool isServedName(std::string_view name) {
+  const bool servedLine = name.find("RS232") != name.npos || name.find("USB") != name.npos;
+  // The line's name stands before the word: a name that begins with it is another maker's.
+  const auto device = name.find("DEVICE");
+  return servedLine && device != name.npos && device >= 3;
+}
+
+ControllerList getctrnameo(const Access& access, Prompt& prompt) {
+  ControllerList list;
+  const std::int32_t known = access.driver.GetExistControllers();
+  const int count = known < 0 ? 0 : known & 0xFF;
+  if (count == 0) {
+    prompt.message(access.session.messages[Message::noDevice]);
+    return list;
+  }
+  for (int number = 1; number <= count && list.names.size() < ControllerList::limit; ++number) {
+    const auto name = controllerName(access.driver, number);
+    if (name && isServedName(*name)) list.names.push_back(*name);
+  }
+  return list;
+}
+
+ControllerList getctrname(const Access& access, Prompt& prompt, const ProbeProgress& progress) {
+  ControllerList list = getctrnameo(access, prompt);
+  for (std::size_t i = 0; i < list.names.size(); ++i) {
+    if (progress) progress(list.names[i]);
+    if (answersUnitType(access, list.names[i])) {
+      list.answered = i;
+      break;
+    }
+    access.clock.delay(pauseAfterSilence);
+  }
+  return list;
+}
+
+ModelProbe conMT(const Access& access) {
+  Connection connection(access);
+  connection.flush();
+  const Reply reply = ask(connection, access.clock, commandFrame("Uu"), enquiryWait);
+  const bool newer = reply.size() == 10 && reply.bytes[9] == '2';
+  return newer ? ModelProbe::newerModel : ModelProbe::other;
+}
+
+}  // namespace touch

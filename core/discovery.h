@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/session.h"
+
+namespace touch {
+
+class Prompt;
+
+/// The controllers that the driver knows of and that are ours, in driver order; at most 21.
+struct ControllerList {
+  static constexpr std::size_t limit = 21;
+  std::vector<std::string> names;
+  std::optional<std::size_t> answered;  ///< the one that answered the probe and was chosen
+};
+
+/// Told the name of each controller before it is probed, so that the user sees what the waiting is for.
+using ProbeProgress = std::function<void(const std::string& name)>;
+
+/// Builds the list and chooses the first controller that answers "UT" with more than 5 bytes; each gets two tries.
+/// The session's controller name is then the chosen one's, or the last one tried. Message 0 when the driver knows none.
+ControllerList getctrname(const Access& access, Prompt& prompt,
+                          const ProbeProgress& progress = nullptr);
+
+/// The list alone, without asking the controllers; message 0 when the driver knows none.
+ControllerList getctrnameo(const Access& access, Prompt& prompt);
+
+/// True for names of controllers that this system serves: "RS232" or "USB" in it, and "DEVICE" after its third character.
+bool isServedName(std::string_view name);
+
+/// Asks the session's controller "Uu" which model it is.
+ModelProbe conMT(const Access& access);
+
+}  // namespace touch

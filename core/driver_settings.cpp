@@ -1,0 +1,54 @@
+#include "core/driver_settings.h"
+
+#include "core/connection.h"
+
+namespace touch {
+
+namespace {
+
+constexpr int shortestRightClick = 300;  // milliseconds
+constexpr int longestRightClick = 1200;  // milliseconds
+constexpr int defaultRightClick = 1000;  // milliseconds
+
+int lowByte(std::int32_t value) {
+  return value & 0xFF;
+}
+
+int readTouchMode(Driver& driver, std::int32_t handle) {
+  const int mode = lowByte(driver.GetReportMode(handle));
+  if (mode >= 1 && mode <= 3) return mode;
+  // Mode 1 is what every driver can do, and "Drawing" is what such a controller then does: shown and written differ.
+  driver.SetReportMode(handle, 1);
+  return 2;
+}
+
+int readRightClickTime(Driver& driver, std::int32_t handle) {
+  const std::int32_t time = driver.GetRightClickTime(handle);
+  if (time >= shortestRightClick && time <= longestRightClick) return time;
+  driver.SetRightClickTime(handle, defaultRightClick);
+  return defaultRightClick;
+}
+
+}  // namespace
+
+DriverSettings readset(const Access& access) {
+  Connection connection(access);
+  Driver& driver = access.driver;
+  const std::int32_t handle = connection.handle();
+  driver.ReopenCOMPort(handle);
+
+  DriverSettings settings;
+  settings.touchMode = readTouchMode(driver, handle);
+  settings.rightClickTime = readRightClickTime(driver, handle);
+  settings.rightClick = driver.GetRightClickEnabled(handle) != 0;
+  settings.doubleClickSpeed = lowByte(driver.GetDoubleClickSpeed(handle));
+  settings.doubleClickArea = lowByte(driver.GetDoubleClickArea(handle));
+  settings.reporting = driver.GetReportStatus(handle) != 0;
+  settings.doubleClick = driver.GetDoubleClickEnabled(handle) != 0;
+  settings.upSound = driver.GetUpSoundStatus(handle) != 0;
+  settings.downSound = driver.GetDownSoundStatus(handle) != 0;
+  settings.rotation = lowByte(driver.GetRotation(handle));
+  return settings;
+}
+
+}  // namespace touch

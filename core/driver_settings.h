@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+
+#include "core/session.h"
+
+namespace touch {
+
+/// The touch behaviour as the driver reports it. Numbers without a unit are the driver's own.
+struct DriverSettings {
+  int touchMode = 2;          ///< the touch-mode option to show, 1 to 3
+  int rightClickTime = 1000;  ///< milliseconds, 300 to 1200
+  bool rightClick = false;
+  bool doubleClick = false;
+  int doubleClickSpeed = 0;  ///< hundreds of milliseconds, 0 to 255
+  int doubleClickArea = 0;   ///< 0 to 255
+  bool reporting = false;    ///< touches are reported at all
+  bool upSound = false;
+  bool downSound = false;
+  int rotation = 0;  ///< quarter turns, 0 to 3 as a rule
+
+  friend bool operator==(const DriverSettings&, const DriverSettings&) = default;
+};
+
+/// Makes the driver take the controller's port back, then reads every setting. A touch mode or a right-click time out
+/// of range is put right in the driver.
+DriverSettings readset(const Access& access);
+
+}  // namespace touch

@@ -1,0 +1,132 @@
+#include "core/messages.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <string_view>
+#include <vector>
+
+#include "core/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::size_t fileTexts = 100;
+// A line of a message file is a sentence or two; a longer one is not a message file.
+constexpr std::size_t longestLine = 4096;
+
+constexpr std::array<std::string_view, 51> builtInTexts = {
+    "No device was found",
+    "Open Controller Error!!",
+    "Password Error!!",
+    "Value must < 128 !!",
+    "Are you sure ?!",
+    "Write ok!!",
+    "Update OK",
+    "Update Error",
+    "Controller Restore OK",
+    "Controller Restore Error",
+    "Controller Reset OK",
+    "Controll Reset Error",
+    "Remove the Driver(Release Comport) and Exit program?",
+    "Restart the computer will Re_Connected again !!",
+    "Remove the Driver and Release Comport",
+    "Reset Function",
+    "Set Calibration Row Error",
+    "Wrong Position, Trial again please",
+    "CX command Error",
+    "2 pts calibration Function",
+    "Calibration ERROR",
+    "Clear All Drawing ?",
+    "OutSide X,Y Limit",
+    "Test Program",
+    "Too many points ",
+    "Update the pin definition ??",
+    "Read Sensor Type Error!!",
+    "Update OK ! Re-Connect the the Touch Sensor",
+    "Disconnect the connector of touch sensor ",
+    "Please set to FORMAT TABLET",
+    "Report Rate",
+    "Text too long !!",
+    "Setting OK",
+    "Setting Error",
+    "Help/Eixt",
+    "Clear Screen",
+    "Exit Draw mode",
+    "Thin",
+    "Thick",
+    "Change Color",
+    "Toggle Grid",
+    "Line mode",
+    "Point mode",
+    "Save Drawing",
+    "Tolerance View",
+    "View Drawing",
+    "FixCalibration",
+    "ESC",
+    "AVG Report",
+    "Exit Drawing",
+    "Width",
+};
+
+/// The next line without its end (LF or CR LF); false at the end of the file or when the line is too long.
+enum class LineRead { line, end, tooLong };
+
+LineRead readLine(std::istream& file, std::string& line) {
+  line.clear();
+  for (int c = file.get(); c != std::istream::traits_type::eof(); c = file.get()) {
+    if (c == '\n') {
+      if (!line.empty() && line.back() == '\r') line.pop_back();
+      return LineRead::line;
+    }
+    if (line.size() == longestLine) return LineRead::tooLong;
+    line.push_back(static_cast<char>(c));
+  }
+  return line.empty() ? LineRead::end : LineRead::line;
+}
+
+}  // namespace
+
+MessageTable::MessageTable() {
+  std::copy(builtInTexts.begin(), builtInTexts.end(), texts_.begin());
+}
+
+Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder) {
+  const auto path = folder / "errmsg.txt";
+  MessageTable table;
+  std::error_code ignored;
+  if (!std::filesystem::is_regular_file(path, ignored)) return table;
+
+  const auto failure = [&path](std::size_t line, std::string expected, std::string found) {
+    return FileError{path.string(), static_cast<int>(line), std::move(expected), std::move(found)};
+  };
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return failure(0, "a file that can be read", "none that this user may open");
+
+  std::vector<std::string> lines;
+  std::string whole;
+  while (lines.size() < fileTexts) {
+    std::string line;
+    const LineRead read = readLine(file, line);
+    if (file.bad()) return failure(lines.size() + 1, "a line of text", "a read error");
+    if (read == LineRead::end) {
+      return failure(0, "100 lines, one for each message", std::to_string(lines.size()) + " lines");
+    }
+    if (read == LineRead::tooLong) {
+      return failure(lines.size() + 1, "at most " + std::to_string(longestLine) + " characters",
+                     "more");
+    }
+    if (lines.empty()) line = std::string(withoutByteOrderMark(line));
+    whole += line;
+    whole += '\n';
+    lines.push_back(std::move(line));
+  }
+  const bool latin1 = !isUtf8(whole);
+  for (std::size_t i = 0; i < fileTexts; ++i) {
+    table.texts_[i] = latin1 ? utf8FromLatin1(lines[i]) : lines[i];
+  }
+  return table;
+}
+
+}  // namespace touch

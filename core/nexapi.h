@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/driver.h"
+#include "core/result.h"
+
+namespace touch {
+
+/// A shared library, loaded until destroyed.
+class SharedLibrary {
+ public:
+  /// By full path, or by the name that the platform's loader and this program's own folder know it by; never from the
+  /// current folder. The error is the platform's own words.
+  static Result<SharedLibrary, std::string> loadPath(const std::filesystem::path& path);
+  static Result<SharedLibrary, std::string> loadNamed(const std::string& name);
+
+  /// The address of an exported function, or null.
+  void* symbol(const char* name) const;
+  /// Where it was loaded from.
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  struct Unload {
+    void operator()(void* library) const;
+  };
+  SharedLibrary(void* library, std::filesystem::path path)
+      : library_(library), path_(std::move(path)) {}
+
+  std::unique_ptr<void, Unload> library_;
+  std::filesystem::path path_;
+};
+
+/// The folder that holds the running program.
+std::filesystem::path programFolder();
+
+/// The file name of a shared library called `name` on this platform: "libname.so", "name.dll".
+std::string libraryFileName(const std::string& name);
+
+/// Why no driver could be bound: which library, and in whose words what was wrong.
+struct BindError {
+  std::string library;
+  std::string reason;
+  std::string describe() const {
+    return "The touch driver library " + library + " cannot be used: " + reason;
+  }
+};
+
+/// The touch driver in a shared library: every call goes straight to the function of the same name.
+class NexapiDriver final : public Driver {
+ public:
+  /// Binds the library at `path`, or, without one, the maker's `nexapi` where the platform's loader finds it.
+  /// All 36 operations must be there; the error names those that are not.
+  static Result<std::unique_ptr<NexapiDriver>, BindError> bind(
+      const std::optional<std::filesystem::path>& path);
+
+  const std::filesystem::path& path() const { return library_.path(); }
+  /// A function that the library exports beside the 36, or null.
+  void* extraExport(const char* name) const { return library_.symbol(name); }
+
+#define TOUCH_FORWARD(name, parameters, arguments) \
+  std::int32_t name parameters override {          \
+    return functions_.name arguments;              \
+  }
+  NEXAPI_OPERATIONS(TOUCH_FORWARD)
+#undef TOUCH_FORWARD
+
+ private:
+  struct Functions {
+#define TOUCH_POINTER(name, parameters, arguments) \
+  std::int32_t(NEXAPI_CALL* name) parameters = nullptr;
+    NEXAPI_OPERATIONS(TOUCH_POINTER)
+#undef TOUCH_POINTER
+  };
+
+  NexapiDriver(SharedLibrary library, const Functions& functions)
+      : library_(std::move(library)), functions_(functions) {}
+
+  SharedLibrary library_;
+  Functions functions_;
+};
+
+}  // namespace touch

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace touch {
+
+/// What a controller answered to a command, as it came: possibly nothing, possibly garbage.
+struct Reply {
+  std::vector<std::uint8_t> bytes;
+
+  std::size_t size() const { return bytes.size(); }
+  /// The second byte is "0". The first is the reply's own start byte and says nothing.
+  bool acknowledged() const { return bytes.size() >= 2 && bytes[1] == '0'; }
+  /// The printable characters (0x20 and above) between the first and the last byte; empty for 3 bytes or fewer.
+  std::string text() const;
+};
+
+}  // namespace touch

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace touch {
+
+/// The setting of every controller but those that still speak 7 data bits, 2 stop bits.
+inline constexpr std::string_view normalLineSettings = "9600,n,8,1";
+
+/// One serial port at a time, chosen by its COM port number; closed on destruction.
+/// A port that goes away while open closes itself: writing and reading then do nothing, and `lost()` says so.
+class SerialPort {
+ public:
+  SerialPort() = default;
+  SerialPort(const SerialPort&) = delete;
+  SerialPort& operator=(const SerialPort&) = delete;
+  virtual ~SerialPort() = default;
+
+  /// "baud,parity,data bits,stop bits", e.g. "9600,n,8,1"; applied at once when the port is open.
+  /// Returns what is wrong, or nothing when done.
+  virtual std::optional<std::string> setSettings(std::string_view settings) = 0;
+  /// Chooses COM port `number`, counted from 1. Only while closed.
+  virtual void selectPort(int number) = 0;
+  /// Returns why the port cannot be opened and what to do about it, or nothing when it is open.
+  virtual std::optional<std::string> open() = 0;
+  virtual void close() = 0;
+  virtual bool isOpen() const = 0;
+  /// The reason why the port closed by itself since it was last opened.
+  virtual std::optional<std::string> lost() const = 0;
+
+  virtual std::size_t inBufferCount() = 0;  ///< bytes waiting to be read
+  virtual void clearInput() = 0;
+  virtual void clearOutput() = 0;
+  virtual void write(std::span<const std::uint8_t> bytes) = 0;
+  virtual std::vector<std::uint8_t> readAll() = 0;  ///< every byte that has arrived
+};
+
+}  // namespace touch

@@ -1,0 +1,79 @@
+#include "core/text_encoding.h"
+
+#include <cstdint>
+
+namespace touch {
+
+namespace {
+
+struct Lead {
+  std::size_t following;
+  std::uint8_t lowestSecond;
+  std::uint8_t highestSecond;
+};
+
+/// How many bytes follow a lead byte and where the second must lie, which shuts out overlong forms and surrogates.
+bool readLead(std::uint8_t byte, Lead& lead) {
+  if (byte < 0x80)
+    lead = {0, 0, 0};
+  else if (byte >= 0xC2 && byte <= 0xDF)
+    lead = {1, 0x80, 0xBF};
+  else if (byte == 0xE0)
+    lead = {2, 0xA0, 0xBF};
+  else if (byte == 0xED)
+    lead = {2, 0x80, 0x9F};
+  else if (byte >= 0xE1 && byte <= 0xEF)
+    lead = {2, 0x80, 0xBF};
+  else if (byte == 0xF0)
+    lead = {3, 0x90, 0xBF};
+  else if (byte >= 0xF1 && byte <= 0xF3)
+    lead = {3, 0x80, 0xBF};
+  else if (byte == 0xF4)
+    lead = {3, 0x80, 0x8F};
+  else
+    return false;
+  return true;
+}
+
+}  // namespace
+
+bool isUtf8(std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    Lead lead{};
+    if (!readLead(static_cast<std::uint8_t>(text[i]), lead)) return false;
+    ++i;
+    for (std::size_t k = 0; k < lead.following; ++k, ++i) {
+      if (i == text.size()) return false;
+      const auto byte = static_cast<std::uint8_t>(text[i]);
+      const std::uint8_t lowest = k == 0 ? lead.lowestSecond : 0x80;
+      const std::uint8_t highest = k == 0 ? lead.highestSecond : 0xBF;
+      if (byte < lowest || byte > highest) return false;
+    }
+  }
+  return true;
+}
+
+std::string utf8FromLatin1(std::string_view text) {
+  std::string utf8;
+  utf8.reserve(text.size());
+  for (const char c : text) {
+    const auto byte = static_cast<std::uint8_t>(c);
+    if (byte < 0x80) {
+      utf8.push_back(c);
+    } else {
+      utf8.push_back(static_cast<char>(0xC0 | (byte >> 6)));
+      utf8.push_back(static_cast<char>(0x80 | (byte & 0x3F)));
+    }
+  }
+  return utf8;
+}
+
+std::string toUtf8(std::string_view text) {
+  return isUtf8(text) ? std::string(text) : utf8FromLatin1(text);
+}
+
+std::string_view withoutByteOrderMark(std::string_view text) {
+  return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
+}
+
+}  // namespace touch

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace touch {
+
+/// Text from files and from the driver has no declared encoding: it is taken as UTF-8 when it is valid UTF-8 (no
+/// overlong forms, no surrogates), else as Latin-1, in which every byte is a character.
+bool isUtf8(std::string_view text);
+std::string utf8FromLatin1(std::string_view text);
+
+/// `text` as UTF-8, whichever of the two it was.
+std::string toUtf8(std::string_view text);
+
+/// `text` without the three bytes that some editors put in front of UTF-8.
+std::string_view withoutByteOrderMark(std::string_view text);
+
+}  // namespace touch

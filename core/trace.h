@@ -1,0 +1,70 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "core/driver.h"
+#include "core/serial_port.h"
+
+namespace touch {
+
+/// Where every driver call and every serial transfer is written while tracing is on: one JSON object a line, with the
+/// time in UTC. Bytes are written in hexadecimal. Off until started.
+class Trace {
+ public:
+  /// Starts a new trace in `file`; returns why that cannot be, or nothing.
+  std::optional<std::string> start(const std::filesystem::path& file);
+  void stop();
+  bool isOn() const { return file_.is_open(); }
+
+  /// `members` are JSON members without the surrounding braces, e.g. "\"call\":\"IsPenUp\"".
+  void write(std::string_view members);
+
+ private:
+  std::ofstream file_;
+};
+
+/// A driver that is traced. The inner driver outlives it.
+class TracingDriver final : public Driver {
+ public:
+  TracingDriver(Driver& inner, Trace& trace) : inner_(inner), trace_(trace) {}
+
+#define TOUCH_TRACED(name, parameters, arguments) std::int32_t name parameters override;
+  NEXAPI_OPERATIONS(TOUCH_TRACED)
+#undef TOUCH_TRACED
+
+ private:
+  Driver& inner_;
+  Trace& trace_;
+};
+
+/// A serial port that is traced.
+class TracingSerialPort final : public SerialPort {
+ public:
+  TracingSerialPort(std::unique_ptr<SerialPort> inner, Trace& trace)
+      : inner_(std::move(inner)), trace_(trace) {}
+
+  std::optional<std::string> setSettings(std::string_view settings) override;
+  void selectPort(int number) override;
+  std::optional<std::string> open() override;
+  void close() override;
+  bool isOpen() const override { return inner_->isOpen(); }
+  std::optional<std::string> lost() const override { return inner_->lost(); }
+  std::size_t inBufferCount() override { return inner_->inBufferCount(); }
+  void clearInput() override;
+  void clearOutput() override;
+  void write(std::span<const std::uint8_t> bytes) override;
+  std::vector<std::uint8_t> readAll() override;
+
+ private:
+  void note(std::string_view operation, std::string_view argument = {});
+
+  std::unique_ptr<SerialPort> inner_;
+  Trace& trace_;
+};
+
+}  // namespace touch

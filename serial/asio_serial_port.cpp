@@ -1,0 +1,192 @@
+#include "serial/asio_serial_port.h"
+
+#include <asio/buffer.hpp>
+#include <asio/io_context.hpp>
+#include <asio/serial_port.hpp>
+#include <asio/write.hpp>
+#include <utility>
+
+#include "serial/serial_device.h"
+
+namespace touch {
+
+/// One open device, from opening to closing.
+class AsioSerialPort::Line {
+ public:
+  Line() = default;
+  Line(const Line&) = delete;
+  Line& operator=(const Line&) = delete;
+  ~Line() {
+    if (port_.is_open()) serial_device::release(port_);
+  }
+
+  asio::serial_port& port() { return port_; }
+
+  std::error_code apply(const LineSettings& settings);
+  std::error_code write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit);
+  Result<std::vector<std::uint8_t>, std::error_code> readAll(std::chrono::milliseconds limit);
+
+ private:
+  /// Starts a transfer and waits for its end, at most for `limit`; returns how it ended.
+  template <typename Start>
+  std::error_code complete(std::chrono::milliseconds limit, const Start& start);
+
+  asio::io_context context_{1};
+  asio::serial_port port_{context_};
+};
+
+std::error_code AsioSerialPort::Line::apply(const LineSettings& settings) {
+  using Options = asio::serial_port_base;
+  const auto parity = settings.parity == Parity::even  ? Options::parity::even
+                      : settings.parity == Parity::odd ? Options::parity::odd
+                                                       : Options::parity::none;
+  const auto stopBits = settings.stopBits == 2 ? Options::stop_bits::two : Options::stop_bits::one;
+  std::error_code error;
+  const auto set = [&](const auto& option) {
+    if (!error) port_.set_option(option, error);
+  };
+  // The baud rate comes first: it is what a port may refuse, and then nothing else has changed.
+  set(Options::baud_rate(static_cast<unsigned>(settings.baud)));
+  if (!serial_device::isPseudoTerminal(port_)) {
+    set(Options::parity(parity));
+    set(Options::character_size(static_cast<unsigned>(settings.dataBits)));
+  }
+  set(Options::stop_bits(stopBits));
+  set(Options::flow_control(Options::flow_control::none));
+  return error;
+}
+
+template <typename Start>
+std::error_code AsioSerialPort::Line::complete(std::chrono::milliseconds limit,
+                                               const Start& start) {
+  std::optional<std::error_code> end;
+  start([&end](const std::error_code& error, std::size_t) { end = error; });
+  context_.restart();
+  context_.run_for(limit);
+  if (!end) {
+    std::error_code ignored;
+    port_.cancel(ignored);
+    context_.run();
+  }
+  return end.value_or(asio::error::operation_aborted);
+}
+
+std::error_code AsioSerialPort::Line::write(std::span<const std::uint8_t> bytes,
+                                            std::chrono::milliseconds limit) {
+  const auto error = complete(limit, [&](auto done) {
+    asio::async_write(port_, asio::buffer(bytes.data(), bytes.size()), std::move(done));
+  });
+  // The rest must not come out later, in front of another command.
+  return error == asio::error::operation_aborted ? serial_device::clearOutput(port_) : error;
+}
+
+Result<std::vector<std::uint8_t>, std::error_code> AsioSerialPort::Line::readAll(
+    std::chrono::milliseconds limit) {
+  const auto waiting = serial_device::bytesWaiting(port_);
+  if (!waiting) return waiting.error();
+  std::vector<std::uint8_t> bytes(*waiting);
+  if (bytes.empty()) return bytes;
+  std::size_t taken = 0;
+  const auto error = complete(limit, [&](auto done) {
+    port_.async_read_some(asio::buffer(bytes), [&taken, done](auto end, std::size_t count) mutable {
+      taken = count;
+      done(end, count);
+    });
+  });
+  if (error && error != asio::error::operation_aborted) return error;
+  bytes.resize(taken);
+  return bytes;
+}
+
+AsioSerialPort::AsioSerialPort(ComPorts ports, std::chrono::milliseconds transferLimit)
+    : ports_(std::move(ports)), transferLimit_(transferLimit) {}
+
+AsioSerialPort::~AsioSerialPort() = default;
+
+std::optional<std::string> AsioSerialPort::setSettings(std::string_view settings) {
+  const auto wanted = parseLineSettings(settings);
+  if (!wanted) return wanted.error();
+  const auto before = std::exchange(settings_, *wanted);
+  if (!isOpen()) return std::nullopt;
+  const auto refused = line_->apply(settings_);
+  if (!refused) return std::nullopt;
+  settings_ = before;
+  // A device that is gone refuses as well, but for another reason.
+  inBufferCount();
+  if (!isOpen()) return lost_;
+  line_->apply(before);
+  return refusesSettings(*wanted, refused);
+}
+
+void AsioSerialPort::selectPort(int number) {
+  number_ = number;
+}
+
+std::optional<std::string> AsioSerialPort::open() {
+  if (isOpen()) return std::nullopt;
+  lost_.reset();
+  try {
+    auto line = std::make_unique<Line>();
+    if (const auto error = serial_device::open(line->port(), ports_.device(number_))) {
+      return cannotOpen(error);
+    }
+    if (const auto error = line->apply(settings_)) return refusesSettings(settings_, error);
+    line_ = std::move(line);
+    return std::nullopt;
+  } catch (const std::system_error& error) {
+    // The platform has nothing left to wait for a port with.
+    return cannotOpen(error.code());
+  }
+}
+
+void AsioSerialPort::close() {
+  line_.reset();
+}
+
+std::size_t AsioSerialPort::inBufferCount() {
+  if (!isOpen()) return 0;
+  const auto count = serial_device::bytesWaiting(line_->port());
+  if (count) return *count;
+  loseOn(count.error());
+  return 0;
+}
+
+void AsioSerialPort::clearInput() {
+  if (isOpen()) loseOn(serial_device::clearInput(line_->port()));
+}
+
+void AsioSerialPort::clearOutput() {
+  if (isOpen()) loseOn(serial_device::clearOutput(line_->port()));
+}
+
+void AsioSerialPort::write(std::span<const std::uint8_t> bytes) {
+  if (isOpen()) loseOn(line_->write(bytes, transferLimit_));
+}
+
+std::vector<std::uint8_t> AsioSerialPort::readAll() {
+  if (!isOpen()) return {};
+  const auto bytes = line_->readAll(transferLimit_);
+  if (bytes) return *bytes;
+  loseOn(bytes.error());
+  return {};
+}
+
+void AsioSerialPort::loseOn(const std::error_code& error) {
+  if (!error) return;
+  lost_ = ports_.describe(number_) + " is gone: it was unplugged or switched off (" +
+          error.message() + "). Connect it and open it again.";
+  close();
+}
+
+std::string AsioSerialPort::cannotOpen(const std::error_code& error) const {
+  return ports_.describe(number_) +
+         " cannot be opened: " + serial_device::explainRefusal(error, number_);
+}
+
+std::string AsioSerialPort::refusesSettings(const LineSettings& settings,
+                                            const std::error_code& error) const {
+  return ports_.describe(number_) + " cannot be set to " + describe(settings) + ": " +
+         error.message() + '.';
+}
+
+}  // namespace touch

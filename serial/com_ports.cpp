@@ -1,0 +1,36 @@
+#include "serial/com_ports.h"
+
+#include <utility>
+
+#include "serial/decimal.h"
+#include "serial/serial_device.h"
+
+namespace touch {
+
+std::optional<std::string> ComPorts::assign(std::string_view text) {
+  const auto equals = text.find('=');
+  const auto number = parseDecimal(text.substr(0, equals), 1, greatestNumber);
+  if (!number || equals == text.npos || equals + 1 == text.size()) {
+    return "\"" + std::string(text) + "\" names no COM port: expected N=DEVICE with N from 1 to " +
+           std::to_string(greatestNumber) + ", e.g. 3=" + serial_device::defaultName(3);
+  }
+  assigned_[*number] = [device = std::string(text.substr(equals + 1))] { return device; };
+  return std::nullopt;
+}
+
+void ComPorts::assignUnlessGiven(int number, std::function<std::string()> device) {
+  assigned_.try_emplace(number, std::move(device));
+}
+
+std::string ComPorts::device(int number) const {
+  const auto found = assigned_.find(number);
+  return found == assigned_.end() ? serial_device::defaultName(number) : found->second();
+}
+
+std::string ComPorts::describe(int number) const {
+  const std::string name = "COM" + std::to_string(number);
+  const std::string behind = device(number);
+  return behind == name ? name : name + " (" + behind + ")";
+}
+
+}  // namespace touch

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace touch {
+
+/// Which device stands behind each COM port number, 1 to 255. Without a word from the user it is
+/// the platform's own: "COM3" is COM3 on Windows and /dev/ttyS2 elsewhere.
+class ComPorts {
+ public:
+  static constexpr int greatestNumber = 255;
+
+  /// Takes "N=DEVICE", e.g. "3=/dev/ttyUSB0"; of two for the same number the later one counts.
+  /// Returns what is wrong with the text, and then changes nothing.
+  std::optional<std::string> assign(std::string_view text);
+
+  /// A port whose device changes, or comes and goes: `device` is asked each time. What the user assigned stays.
+  void assignUnlessGiven(int number, std::function<std::string()> device);
+
+  std::string device(int number) const;
+  /// For messages: the COM port and its device, e.g. "COM3 (/dev/ttyUSB0)".
+  std::string describe(int number) const;
+
+ private:
+  std::map<int, std::function<std::string()>> assigned_;
+};
+
+}  // namespace touch

@@ -1,0 +1,121 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "serial/serial_device.h"
+
+namespace touch::serial_device {
+
+namespace {
+
+std::error_code lastError() {
+  return {errno, std::system_category()};
+}
+
+std::error_code failedIf(bool failed) {
+  return failed ? lastError() : std::error_code();
+}
+
+/// Every byte passes as it is, the modem lines do not matter, and reading never waits.
+std::error_code makeRaw(int device) {
+  termios line{};
+  if (tcgetattr(device, &line) != 0) return lastError();
+  cfmakeraw(&line);
+  line.c_iflag |= IGNPAR;
+  line.c_cflag |= CREAD | CLOCAL;
+  line.c_cc[VMIN] = 1;
+  line.c_cc[VTIME] = 0;
+  return failedIf(tcsetattr(device, TCSANOW, &line) != 0);
+}
+
+bool hungUp(int device) {
+  pollfd state{device, 0, 0};
+  return poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+}  // namespace
+
+std::string defaultName(int number) {
+  return "/dev/ttyS" + std::to_string(number - 1);
+}
+
+std::error_code open(asio::serial_port& port, const std::string& device) {
+  // Asio would set the line up before anybody could say that it is somebody else's.
+  const int opened = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  if (opened < 0) return lastError();
+  std::error_code error;
+  port.assign(opened, error);
+  if (error) {
+    ::close(opened);
+    return error;
+  }
+  // The lock keeps out programs that ask for it, even those of root; the exclusive mode all others.
+  if (flock(opened, LOCK_EX | LOCK_NB) != 0) return lastError();
+  if (ioctl(opened, TIOCEXCL) != 0) return lastError();
+  error = makeRaw(opened);
+  // What came in while nobody listened was taken apart by the line's earlier mode.
+  return error ? error : failedIf(tcflush(opened, TCIOFLUSH) != 0);
+}
+
+void release(asio::serial_port& port) {
+  // A pseudo-terminal would stay exclusive for as long as its other end is open.
+  ioctl(port.native_handle(), TIOCNXCL);
+}
+
+bool isPseudoTerminal(asio::serial_port& port) {
+  constexpr unsigned firstMajor = 136;
+  constexpr unsigned lastMajor = 143;
+  struct stat status {};
+  if (fstat(port.native_handle(), &status) != 0) return false;
+  return major(status.st_rdev) >= firstMajor && major(status.st_rdev) <= lastMajor;
+}
+
+Result<std::size_t, std::error_code> bytesWaiting(asio::serial_port& port) {
+  int count = 0;
+  if (ioctl(port.native_handle(), FIONREAD, &count) != 0) return lastError();
+  if (count == 0 && hungUp(port.native_handle())) {
+    return std::make_error_code(std::errc::io_error);
+  }
+  return static_cast<std::size_t>(count);
+}
+
+std::error_code clearInput(asio::serial_port& port) {
+  return failedIf(tcflush(port.native_handle(), TCIFLUSH) != 0);
+}
+
+std::error_code clearOutput(asio::serial_port& port) {
+  return failedIf(tcflush(port.native_handle(), TCOFLUSH) != 0);
+}
+
+std::string explainRefusal(const std::error_code& error, int number) {
+  const std::string other =
+      "say which device it is with --com " + std::to_string(number) + "=DEVICE.";
+  switch (error.value()) {
+    case ENOENT:
+      return "there is no such device. Connect it, or " + other;
+    case ENXIO:
+    case ENODEV:
+    case EIO:
+      return "there is no hardware behind it. Connect it, or " + other;
+    case EACCES:
+    case EPERM:
+      return "permission denied. Add yourself to the group dialout and log in again.";
+    case EBUSY:
+    case EWOULDBLOCK:
+      return "another program is using it. Close that program and try again.";
+    case ENOTTY:
+    case EISDIR:
+      return "it is not a serial port. Please " + other;
+    default:
+      return error.message() + '.';
+  }
+}
+
+}  // namespace touch::serial_device

@@ -1,0 +1,69 @@
+#include "serial/serial_device.h"
+
+// Behind Asio, which must be the first to include the socket headers.
+#include <windows.h>
+
+namespace touch::serial_device {
+
+namespace {
+
+std::error_code failedIf(bool failed) {
+  if (!failed) return {};
+  return {static_cast<int>(GetLastError()), std::system_category()};
+}
+
+}  // namespace
+
+std::string defaultName(int number) {
+  return "COM" + std::to_string(number);
+}
+
+std::error_code open(asio::serial_port& port, const std::string& device) {
+  // Windows opens a serial port for one program only, and Asio makes it raw.
+  std::error_code error;
+  port.open(device, error);
+  if (error) return error;
+  return failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
+}
+
+void release(asio::serial_port&) {}
+
+bool isPseudoTerminal(asio::serial_port&) {
+  return false;
+}
+
+Result<std::size_t, std::error_code> bytesWaiting(asio::serial_port& port) {
+  COMSTAT state{};
+  DWORD errors = 0;
+  const auto error = failedIf(ClearCommError(port.native_handle(), &errors, &state) == 0);
+  if (error) return error;
+  return static_cast<std::size_t>(state.cbInQue);
+}
+
+std::error_code clearInput(asio::serial_port& port) {
+  return failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR) == 0);
+}
+
+std::error_code clearOutput(asio::serial_port& port) {
+  return failedIf(PurgeComm(port.native_handle(), PURGE_TXCLEAR) == 0);
+}
+
+std::string explainRefusal(const std::error_code& error, int number) {
+  const std::string other =
+      "say which device it is with --com " + std::to_string(number) + "=DEVICE.";
+  switch (static_cast<DWORD>(error.value())) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+      return "there is no such device. Connect it, or " + other;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+      return "another program is using it. Close that program and try again.";
+    case ERROR_INVALID_FUNCTION:
+    case ERROR_INVALID_PARAMETER:
+      return "it is not a serial port. Please " + other;
+    default:
+      return error.message() + '.';
+  }
+}
+
+}  // namespace touch::serial_device

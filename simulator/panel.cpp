@@ -1,0 +1,37 @@
+#include "simulator/panel.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace touch::simulator {
+
+namespace {
+
+double inRange(double value) {
+  return std::clamp(value, 0.0, 1.0);
+}
+
+double wholeCounts(double value) {
+  return std::round(inRange(value) * highestCount) / highestCount;
+}
+
+}  // namespace
+
+Point rawReading(const PanelTraits& panel, Point finger) {
+  return {inRange(panel.offsetX + panel.gainX * finger.x + panel.skew * finger.y),
+          inRange(panel.offsetY + panel.gainY * finger.y)};
+}
+
+Point PanelSampler::average(const PanelTraits& panel, Point finger, int samples) {
+  const int count = std::max(samples, 1);
+  const Point clean = rawReading(panel, finger);
+  std::normal_distribution<double> spread;
+  Point sum;
+  for (int i = 0; i < count; ++i) {
+    sum.x += wholeCounts(clean.x + panel.noise * spread(random_));
+    sum.y += wholeCounts(clean.y + panel.noise * spread(random_));
+  }
+  return {sum.x / count, sum.y / count};
+}
+
+}  // namespace touch::simulator

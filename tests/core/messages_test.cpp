@@ -1,0 +1,106 @@
+#include "core/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "core/text_encoding.h"
+#include "tests/support/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+std::string numberedLines(int count, const char* end) {
+  std::string text;
+  for (int i = 0; i < count; ++i)
+    text += "text " + std::to_string(i) + end;
+  return text;
+}
+
+class Messages : public testing::Test {
+ protected:
+  auto load(std::string_view content) {
+    folder.write("errmsg.txt", content);
+    return loadMessages(folder.path());
+  }
+  test::TemporaryFolder folder;
+};
+
+TEST_F(Messages, AreBuiltInWithoutAFile) {
+  const auto table = loadMessages(folder.path());
+  ASSERT_TRUE(table);
+  const std::pair<std::size_t, const char*> cases[] = {
+      {0, "No device was found"},
+      {11, "Controll Reset Error"},
+      {12, "Remove the Driver(Release Comport) and Exit program?"},
+      {24, "Too many points "},
+      {28, "Disconnect the connector of touch sensor "},
+      {34, "Help/Eixt"},
+      {50, "Width"},
+      {51, ""},
+      {60, ""},
+      {100, ""},
+  };
+  for (const auto& [number, text] : cases)
+    EXPECT_EQ(table->at(number), text);
+}
+
+TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
+  const auto table = load("\r\n  second \r\n" + numberedLines(118, "\r\n"));
+  ASSERT_TRUE(table);
+  EXPECT_EQ(table->at(0), "");
+  EXPECT_EQ(table->at(1), "  second ");
+  EXPECT_EQ(table->at(2), "text 0");
+  EXPECT_EQ(table->at(99), "text 97");
+  EXPECT_EQ(table->at(100), "");
+}
+
+TEST_F(Messages, MayLackTheLastLineEndAndAreReadInEitherEncoding) {
+  std::string lines = numberedLines(99, "\n");
+  auto utf8 = load(
+      "\xEF\xBB\xBF"
+      "Ger\xC3\xA4t\n" +
+      lines.substr(0, lines.size() - 1));
+  ASSERT_TRUE(utf8);
+  EXPECT_EQ(utf8->at(0), "Ger\xC3\xA4t");
+  auto latin1 = load("Ger\xE4t\n" + lines);
+  ASSERT_TRUE(latin1);
+  EXPECT_EQ(latin1->at(0), "Ger\xC3\xA4t");
+}
+
+TEST_F(Messages, OfADamagedFileAreRefused) {
+  const struct {
+    std::string content;
+    std::string complaint;
+  } cases[] = {
+      {"", ": expected 100 lines, one for each message, found 0 lines"},
+      {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
+      {"ok\n" + std::string(100000, 'x'), ", line 2: expected at most 4096 characters, found more"},
+  };
+  const std::string file = (folder.path() / "errmsg.txt").string();
+  for (const auto& [content, complaint] : cases) {
+    const auto table = load(content);
+    ASSERT_FALSE(table);
+    EXPECT_EQ(table.error().describe(), file + complaint);
+  }
+}
+
+TEST(TextEncoding, KnowsValidUtf8) {
+  const std::pair<std::string_view, bool> cases[] = {
+      {"", true},
+      {"plain", true},
+      {"\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x98\x80", true},
+      {"\xE4", false},
+      {"\xC3", false},
+      {"\xC0\x80", false},          // overlong
+      {"\xE0\x80\x80", false},      // overlong
+      {"\xED\xA0\x80", false},      // surrogate
+      {"\xF4\x90\x80\x80", false},  // beyond the last character
+      {"\xFF", false},
+  };
+  for (const auto& [text, valid] : cases)
+    EXPECT_EQ(isUtf8(text), valid) << text;
+}
+
+}  // namespace
+}  // namespace touch

@@ -1,0 +1,64 @@
+#include "core/trace.h"
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "core/connection.h"
+#include "tests/support/desk.h"
+#include "tests/support/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+class Tracing : public test::Desk {
+ protected:
+  test::TemporaryFolder folder;
+  Trace trace;
+};
+
+TEST_F(Tracing, WritesOneJsonObjectForEachCall) {
+  TracingDriver traced(driver(), trace);
+  script.names = {"USB \"\xE9\" DEVICE"};
+  script.touches = {std::pair{1500, -2}};
+  script.replies["UT"] = {test::replyOf("A")};
+  const Access traceable{session, traced, clock};
+  controllerName(traced, 1);
+  ASSERT_FALSE(trace.start(folder.path() / "trace.json"));
+  controllerName(traced, 1);
+  {
+    Connection connection(traceable, "USB DEVICE");
+    connection.write(commandFrame("UT"));
+    connection.read();
+    std::int32_t raw[2] = {};
+    traced.CalCurrentPointReady(connection.handle(), raw);
+  }
+  traced.QueryMultiMonitorSetOK();
+  trace.stop();
+  traced.QueryMultiMonitorSetOK();
+
+  std::istringstream lines(folder.read("trace.json"));
+  std::string written;
+  for (std::string line; std::getline(lines, line);) {
+    const auto object = nlohmann::json::parse(line);
+    EXPECT_EQ(object.at("time").get<std::string>().size(), 24u);
+    written += object.at("call").get<std::string>() + object.at("arguments").dump() +
+               object.at("result").dump() + '\n';
+  }
+  EXPECT_EQ(written,
+            "GetControllerName[1,\"USB \\\"\u00e9\\\" DEVICE\",20]1\n"
+            "OpenController[\"USB DEVICE\"]2\n"
+            "WriteBuffer[2,\"01 55 54 0D\",4]1\n"
+            "ReadBuffer[2,\"01 41 0D\",10]3\n"
+            "CalCurrentPointReady[2,[1500,-2]]1\n"
+            "CloseController[2]1\n"
+            "QueryMultiMonitorSetOK[]1\n");
+}
+
+TEST_F(Tracing, SaysWhyAFileCannotBeWritten) {
+  const auto complaint = trace.start(folder.path() / "missing" / "trace.json");
+  ASSERT_TRUE(complaint);
+  EXPECT_NE(complaint->find("No such file or directory"), complaint->npos) << *complaint;
+}
+
+}  // namespace
+}  // namespace touch

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace touch::test {
+
+/// The far end of a serial line: a pseudo-terminal whose device a serial port opens. Until then it echoes and waits for
+/// whole lines, as terminals do.
+class PseudoTerminal {
+ public:
+  PseudoTerminal() {
+    if (openpty(&master_, &device_, nullptr, nullptr, nullptr) != 0) {
+      throw std::runtime_error("no pseudo-terminal");
+    }
+    fcntl(master_, F_SETFL, fcntl(master_, F_GETFL) | O_NONBLOCK);
+    path_ = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(device_));
+  }
+  ~PseudoTerminal() {
+    unplug();
+    ::close(device_);
+  }
+  PseudoTerminal(const PseudoTerminal&) = delete;
+  PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+  const std::string& path() const { return path_; }
+
+  /// Returns when the bytes have arrived at the device.
+  void send(std::span<const std::uint8_t> bytes) const {
+    const int before = arrived();
+    if (::write(master_, bytes.data(), bytes.size()) != std::ssize(bytes)) {
+      throw std::runtime_error("the pseudo-terminal is full");
+    }
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (arrived() < before + std::ssize(bytes) && std::chrono::steady_clock::now() < deadline) {
+      poll(nullptr, 0, 1);
+    }
+  }
+
+  /// Everything that comes until the last bytes are `end`, or until nothing comes any more.
+  std::vector<std::uint8_t> receiveUntil(std::span<const std::uint8_t> end) const {
+    std::vector<std::uint8_t> all;
+    pollfd state{master_, POLLIN, 0};
+    const auto ended = [&] {
+      return all.size() >= end.size() && std::equal(end.rbegin(), end.rend(), all.rbegin());
+    };
+    while (!ended() && poll(&state, 1, static_cast<int>(patience.count())) > 0) {
+      std::uint8_t byte = 0;
+      if (::read(master_, &byte, 1) != 1) break;
+      all.push_back(byte);
+    }
+    return all;
+  }
+
+  /// The settings of the line as its user made them.
+  termios settings() const {
+    termios line{};
+    tcgetattr(master_, &line);
+    return line;
+  }
+
+  void unplug() {
+    if (master_ >= 0) ::close(std::exchange(master_, -1));
+  }
+
+ private:
+  static constexpr std::chrono::milliseconds patience{5000};
+
+  int arrived() const {
+    int count = 0;
+    ioctl(device_, FIONREAD, &count);
+    return count;
+  }
+
+  int master_ = -1;
+  int device_ = -1;  ///< kept open only to see what has arrived
+  std::string path_;
+};
+
+}  // namespace touch::test

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdint>
+#include <sstream>
+#include <string>
+#include <string_view>
+
+#include "simulator/calibration_run.h"
+#include "simulator/simulated_driver.h"
+
+namespace touch::simulator {
+
+inline const char* const serialName = "RS232 DEVICE 1";
+inline const char* const usbName = "USB DEVICE 2";
+inline const char* const silentName = "USB DEVICE 3";
+
+inline std::string framed(std::string_view text) {
+  return '\x01' + std::string(text) + '\x0D';
+}
+
+/// A simulated driver whose time stands until a test moves it on.
+class DriverBench : public ::testing::Test {
+ protected:
+  DriverBench() { request("clock manual"); }
+
+  /// The answer to a request that must be done.
+  std::string request(const std::string& text) {
+    const auto answer = driver.simulate(text);
+    EXPECT_TRUE(answer.done) << text << ": " << answer.text;
+    return answer.text;
+  }
+  void wait(int milliseconds) { request("advance " + std::to_string(milliseconds)); }
+  void click(Point place) {
+    std::ostringstream text;
+    text << "touch " << place.x << ' ' << place.y;
+    request(text.str());
+    request("lift");
+  }
+  double meanError(const std::string& name) { return std::stod(request("error " + name)); }
+
+  void write(std::int32_t handle, std::string_view bytes) {
+    driver.WriteBuffer(handle, reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                       static_cast<std::int32_t>(bytes.size()));
+  }
+  std::string read(std::int32_t handle) {
+    std::array<std::uint8_t, 10> buffer{};
+    const auto count = driver.ReadBuffer(handle, buffer.data(), 10);
+    return count < 0 ? "error" : std::string(buffer.begin(), buffer.begin() + count);
+  }
+  std::string ask(std::int32_t handle, std::string_view bytes, int milliseconds = 100) {
+    write(handle, bytes);
+    wait(milliseconds);
+    return read(handle);
+  }
+
+  SimulatedDriver driver;
+};
+
+}  // namespace touch::simulator

@@ -1,0 +1,93 @@
+#include "simulator/pty_line.h"
+
+#include <string>
+
+#include "tests/simulator/driver_bench.h"
+#include "tests/simulator/serial_device.h"
+
+namespace touch::simulator {
+namespace {
+
+class SerialPorts : public DriverBench {
+ protected:
+  std::string port() { return request(std::string("port ") + serialName); }
+  std::int32_t handle = driver.OpenController(serialName);
+};
+
+TEST_F(SerialPorts, existWhileTheDriverHasLetGo) {
+  EXPECT_EQ(port(), "");
+  ASSERT_EQ(driver.CloseCOMPort(handle), 1);
+  const std::string path = port();
+  EXPECT_TRUE(SerialDevice(path).isOpen());
+  EXPECT_EQ(driver.CloseCOMPort(handle), 1);
+  EXPECT_EQ(port(), path) << "letting go twice changes nothing";
+  EXPECT_EQ(ask(handle, framed("UT")), "") << "the driver has no line to the controller";
+  EXPECT_NE(driver.IsPenUp(handle), 0);
+  driver.CloseController(handle);
+  EXPECT_TRUE(SerialDevice(path).isOpen()) << "the port outlives the handle";
+
+  handle = driver.OpenController(serialName);
+  EXPECT_EQ(driver.ReopenCOMPort(handle), 1);
+  EXPECT_EQ(port(), "");
+  EXPECT_FALSE(SerialDevice(path).isOpen());
+  EXPECT_EQ(ask(handle, framed("UT")), framed("QRMV0301"));
+  EXPECT_EQ(driver.CloseCOMPort(driver.OpenController(usbName)), 0);
+}
+
+TEST_F(SerialPorts, carryCommandsAndAnswers) {
+  request("clock real");
+  driver.CloseCOMPort(handle);
+  const SerialDevice device(port());
+  ASSERT_TRUE(device.isOpen());
+  ASSERT_TRUE(device.send("noise" + framed("UT") + "\x01P"));
+  EXPECT_EQ(device.receive(10), framed("QRMV0301"));
+  ASSERT_TRUE(device.send("N81\x0D"));
+  EXPECT_EQ(device.receive(3), framed("0"));
+  ASSERT_TRUE(device.send(std::string("Uo2345678S")));
+  EXPECT_EQ(device.receive(10), "UIoINHOUSE");
+}
+
+TEST_F(SerialPorts, streamReportsAtThePaceOfTheLine) {
+  request(std::string("panel noise 0 ") + serialName);
+  driver.CloseCOMPort(handle);
+  const SerialDevice device(port());
+  request("touch 0 0");
+  wait(50);
+  request("lift");
+  wait(50);
+  // At 0, 10, ... 50 ms, and one at the end.
+  const std::string stream = device.receive(35);
+  ASSERT_EQ(stream.size(), 35U);
+  for (std::size_t start = 0; start < stream.size(); start += 5) {
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(stream[start + i]); };
+    EXPECT_EQ(byte(0), start == 30 ? 0x98 : 0xD8) << start;
+    EXPECT_NEAR(byte(1) + 128 * byte(2), 0.065 * 16383, 4) << start;
+    EXPECT_NEAR(byte(3) + 128 * byte(4), 0.055 * 16383, 4) << start;
+  }
+}
+
+TEST_F(SerialPorts, hangUpWhenTheControllerIsPulledOut) {
+  driver.CloseCOMPort(handle);
+  const std::string path = port();
+  const SerialDevice device(path);
+  request(std::string("fault unplugged on ") + serialName);
+  EXPECT_EQ(device.receive(1), "");
+  EXPECT_FALSE(SerialDevice(path).isOpen());
+  request(std::string("fault unplugged off ") + serialName);
+  EXPECT_TRUE(SerialDevice(port()).isOpen());
+  request("reset");
+  EXPECT_EQ(port(), "");
+}
+
+TEST_F(SerialPorts, surviveAReaderThatDoesNotRead) {
+  driver.CloseCOMPort(handle);
+  const SerialDevice device(port());
+  request("touch 0.5 0.5");
+  for (int i = 0; i < 20; ++i)
+    wait(10'000);
+  request("lift");
+  EXPECT_EQ(driver.ReopenCOMPort(handle), 1);
+}
+
+}  // namespace
+}  // namespace touch::simulator
