@@ -1,0 +1,361 @@
+#include "calibration/calibration.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "core/exchange.h"
+
+namespace touch {
+
+namespace {
+
+constexpr auto startTick = 200ms;
+constexpr int ticksBeforeStart = 3;
+constexpr auto pulseTick = 200ms;
+constexpr float progressPerTick = 50;  // twips
+constexpr auto beforeTarget = 800ms;   // time to move the hand to the next target
+constexpr auto afterSetPoint = 600ms;  // the driver settles on the new target
+constexpr auto readingPoll = 100ms;
+constexpr auto afterStore = 500ms;
+constexpr auto penUpPoll = 10ms;
+constexpr int penUpPollsPerPoint = 101;
+constexpr int penUpPollsInAll = 270;
+constexpr int restPasses = 3001;
+constexpr std::int32_t samplesPerPoint = 60;
+// Two targets are never this close in raw counts: the finger has stayed where it was.
+constexpr std::int32_t samePlace = 200;
+
+constexpr int rawCalibrationAttempts = 3;
+constexpr int extendedCalibrationAttempts = 4;
+constexpr std::size_t pointReportSize = 3;
+
+constexpr int rings = 4;
+constexpr float outerRing = 250;  // twips
+constexpr float ringStep = 75;    // twips
+constexpr std::size_t firstRingColour = 10;
+constexpr int lineWidth = 2;
+
+constexpr std::uint8_t byCancel = 11;
+constexpr std::uint8_t byEscape = 110;
+
+}  // namespace
+
+/// A procedure from its first driver call to its last, after which the windows are as they were before.
+class Calibration::Procedure {
+ public:
+  explicit Procedure(Calibration& calibration) : calibration_(calibration) {
+    calibration_.running_ = true;
+    calibration_.index_ = 0;
+  }
+  Procedure(const Procedure&) = delete;
+  Procedure& operator=(const Procedure&) = delete;
+  ~Procedure() {
+    calibration_.running_ = false;
+    calibration_.leave();
+  }
+
+ private:
+  Calibration& calibration_;
+};
+
+Calibration::Calibration(const Access& access, Prompt& prompt, CalibrationScreen& screen,
+                         TwipsSize size)
+    : access_(access),
+      prompt_(prompt),
+      screen_(screen),
+      size_(size),
+      pulseTimer_(access.clock.makeTimer([this] { tickPulse(); })),
+      startTimer_(access.clock.makeTimer([this] { tickStartDelay(); })) {}
+
+void Calibration::activate() {
+  count_ = static_cast<std::uint8_t>(access_.session.calibrationPoints);
+  targets_ = calibrationTargets(count_, size_);
+  index_ = 100;
+  progress_ = 0;
+  startTicks_ = 0;
+  started_ = false;
+  pulseTimer_->stop();
+  startTimer_->start(startTick);
+  // With two targets nothing is to be pressed: the lower left target lies where a hand would reach for the buttons.
+  screen_.showButtons(count_ != 2, count_ != 2);
+  screen_.allowExit(true);
+}
+
+void Calibration::tickStartDelay() {
+  if (targets_.empty()) {
+    startTimer_->stop();
+    return;
+  }
+  if (++startTicks_ < ticksBeforeStart) return;
+  startTimer_->stop();
+  pulseTimer_->start(pulseTick);
+  screen_.showButtons(false, count_ != 2);
+  if (count_ >= 3) showgrid();
+  started_ = true;
+  docal();
+}
+
+void Calibration::start() {
+  if (started_ || targets_.empty()) return;
+  started_ = true;
+  startTimer_->stop();
+  screen_.showButtons(false, false);
+  showgrid();
+  const bool canBeOpened = Connection(access_).isOpen();
+  if (canBeOpened) {
+    docal();
+    return;
+  }
+  prompt_.message(access_.session.messages[Message::openError]);
+  started_ = false;
+  screen_.showButtons(true, true);
+}
+
+void Calibration::cancel() {
+  if (storing_) return;
+  abandon(byCancel);
+  leave();
+}
+
+void Calibration::escape() {
+  if (storing_) return;
+  abandon(byEscape);
+  // While a procedure runs it still has to reset the controller, and leaves the screen when it has.
+  if (!running_) leave();
+}
+
+void Calibration::abandon(std::uint8_t reason) {
+  pulseStopped_ = true;
+  progress_ = size_.width + 100;
+  pulseTimer_->stop();
+  startTimer_->stop();
+  if (running_ && !cancelled()) {
+    index_ = static_cast<std::uint8_t>(count_ + reason);
+    outcome_ = CalibrationOutcome::cancelled;
+  }
+}
+
+void Calibration::leave() {
+  pulseTimer_->stop();
+  startTimer_->stop();
+  if (!std::exchange(left_, true)) screen_.leave();
+  if (!running_ && !std::exchange(ended_, true)) screen_.ended(outcome_);
+}
+
+const TwipsPoint* Calibration::awaitedTarget() const {
+  return awaiting_ && index_ < targets_.size() ? &targets_[index_] : nullptr;
+}
+
+void Calibration::wait(Milliseconds duration) {
+  access_.clock.delay(duration, [this] { return cancelled(); });
+}
+
+void Calibration::showgrid() {
+  Surface& surface = screen_.surface();
+  const CalibrationGrid grid(size_);
+  surface.clear();
+  for (std::size_t i = 0; i < grid.y.size(); ++i) {
+    const bool whole = i % 2 == 0;
+    surface.line({whole ? 0 : grid.x.front(), grid.y[i]},
+                 {whole ? size_.width : grid.x.back(), grid.y[i]}, white, lineWidth);
+    surface.line({grid.x[i], whole ? 0 : grid.y.front()},
+                 {grid.x[i], whole ? size_.height : grid.y.back()}, white, lineWidth);
+  }
+  for (std::size_t i = 0; i < targets_.size(); ++i)
+    drawTarget(i, 0, white);
+}
+
+void Calibration::drawTarget(std::size_t target, int ring, Colour colour) {
+  const float radius = outerRing - ringStep * static_cast<float>(ring);
+  screen_.surface().circle(targets_[target], radius, colour, lineWidth);
+}
+
+void Calibration::tickPulse() {
+  if (pulseStopped_) return;
+  progress_ += progressPerTick;
+  if (index_ >= targets_.size()) return;
+  drawTarget(index_, ring_, palette[firstRingColour + static_cast<std::size_t>(ring_)]);
+  if (++ring_ < rings) return;
+  for (int ring = 0; ring < rings; ++ring)
+    drawTarget(index_, ring, lightGrey);
+  ring_ = 0;
+}
+
+void Calibration::endcal() {
+  if (index_ >= targets_.size()) return;
+  for (int ring = 0; ring < rings; ++ring)
+    drawTarget(index_, ring, yellow);
+  pulseStopped_ = true;
+}
+
+bool Calibration::enterCalibration(Connection& connection, const char* command, int attempts) {
+  connection.flush();
+  const Frame frame = commandFrame(command);
+  for (int attempt = 1; !cancelled(); ++attempt) {
+    connection.write(frame);
+    wait(commandWait);
+    if (cancelled()) break;
+    if (connection.read().acknowledged()) return true;
+    if (attempt == attempts) break;
+    connection.flush();
+  }
+  return false;
+}
+
+bool Calibration::awaitTouch(const std::function<bool()>& isReady) {
+  awaiting_ = true;
+  bool ready = false;
+  while (!ready && !cancelled()) {
+    pulseTimer_->start(pulseTick);
+    if (progress_ >= size_.width) {
+      index_ = static_cast<std::uint8_t>(count_ + byCancel);
+      outcome_ = CalibrationOutcome::timedOut;
+      break;
+    }
+    screen_.showTimeBar(progress_);
+    wait(readingPoll);
+    if (cancelled()) break;
+    pulseStopped_ = false;
+    ready = isReady();
+  }
+  awaiting_ = false;
+  return ready;
+}
+
+void Calibration::takeReading(Reading reading) {
+  if (index_ > 0) {
+    const Reading& previous = readings_[index_ - 1u];
+    // In 64 bits: a driver may report any two numbers.
+    const auto apart = [](std::int32_t a, std::int32_t b) { return std::abs(std::int64_t{a} - b); };
+    if (apart(previous.x, reading.x) <= samePlace && apart(previous.y, reading.y) <= samePlace) {
+      --index_;
+      prompt_.message(access_.session.messages[Message::wrongPosition]);
+      return;
+    }
+  }
+  readings_[index_] = reading;
+}
+
+void Calibration::awaitPenUp(const Connection& connection) {
+  penUpPolls_ = 0;
+  while (penUpPolls_ < penUpPollsPerPoint && !cancelled()) {
+    ++penUpPolls_;
+    if (access_.driver.IsPenUp(connection.handle()) != 0) break;
+    access_.clock.delay(penUpPoll);
+  }
+}
+
+void Calibration::awaitPenUpAtEnd(const Connection& connection) {
+  access_.clock.yield(restPasses);
+  while (penUpPolls_ < penUpPollsInAll && !cancelled()) {
+    ++penUpPolls_;
+    if (access_.driver.IsPenUp(connection.handle()) != 0) break;
+    access_.clock.yield(restPasses);
+  }
+  access_.clock.yield(restPasses);
+}
+
+void Calibration::finishPoint(const Connection& connection) {
+  access_.clock.yield();
+  endcal();
+  access_.clock.yield();
+  if (!cancelled()) awaitPenUp(connection);
+  ++index_;
+}
+
+void Calibration::resetController(Connection& connection) {
+  connection.flush();
+  const Frame reset = commandFrame("R");
+  if (!ask(connection, access_.clock, reset, commandWait).acknowledged()) {
+    ask(connection, access_.clock, reset, commandWait);
+  }
+}
+
+void Calibration::docal() {
+  if (count_ < 3) {
+    docal2pts();
+    return;
+  }
+  const Procedure procedure(*this);
+  Connection connection(access_);
+  if (!enterCalibration(connection, "CR", rawCalibrationAttempts)) {
+    if (!cancelled()) {
+      outcome_ = CalibrationOutcome::failed;
+      prompt_.message(access_.session.messages[Message::rawCalibrationError]);
+      access_.session.calibrationPoints = 0;
+    }
+  } else {
+    screen_.showTimeBar(0);
+    while (index_ < count_) {
+      wait(beforeTarget);
+      if (cancelled()) break;
+      progress_ = 0;
+      access_.driver.SetCalPoint(connection.handle(), index_, samplesPerPoint, count_);
+      wait(afterSetPoint);
+      std::array<std::int32_t, 2> raw{};
+      const bool taken = awaitTouch([&] {
+        return access_.driver.CalCurrentPointReady(connection.handle(), raw.data()) != 0;
+      });
+      if (taken) {
+        pulseTimer_->stop();
+        takeReading({raw[0], raw[1]});
+      }
+      finishPoint(connection);
+    }
+    if (!cancelled()) {
+      pulseTimer_->stop();
+      awaitPenUpAtEnd(connection);
+    }
+    if (!cancelled()) {
+      storing_ = true;
+      screen_.allowExit(false);
+      access_.driver.StoreCalibrationData(connection.handle());
+      outcome_ = CalibrationOutcome::stored;
+      wait(afterStore);
+    }
+  }
+  if (index_ > count_ + 100) resetController(connection);
+}
+
+void Calibration::docal2pts() {
+  const Procedure procedure(*this);
+  Connection connection(access_);
+  if (!enterCalibration(connection, "CX", extendedCalibrationAttempts)) {
+    if (!cancelled()) {
+      outcome_ = CalibrationOutcome::failed;
+      prompt_.message(access_.session.messages[Message::extendedCalibrationError]);
+    }
+  } else {
+    while (index_ < count_) {
+      wait(beforeTarget);
+      if (cancelled()) break;
+      progress_ = 0;
+      bool refused = false;
+      awaitTouch([&] {
+        if (access_.driver.ReadLength(connection.handle()) <
+            static_cast<std::int32_t>(pointReportSize)) {
+          return false;
+        }
+        const Reply report = connection.read(pointReportSize);
+        if (report.size() < 2) return false;
+        refused = report.bytes[1] == '2';
+        return refused || report.bytes[1] == '1';
+      });
+      if (refused) {
+        outcome_ = CalibrationOutcome::failed;
+        prompt_.message(access_.session.messages[Message::calibrationError],
+                        access_.session.messages[Message::twoPointTitle]);
+        break;
+      }
+      finishPoint(connection);
+    }
+    if (!cancelled() && outcome_ != CalibrationOutcome::failed) {
+      pulseTimer_->stop();
+      awaitPenUpAtEnd(connection);
+      if (!cancelled()) outcome_ = CalibrationOutcome::stored;
+    }
+  }
+  if (index_ > count_ + 100) resetController(connection);
+}
+
+}  // namespace touch

@@ -1,0 +1,381 @@
+#include "calibration/calibration.h"
+
+#include <optional>
+
+#include "tests/support/desk.h"
+
+namespace touch {
+namespace {
+
+using test::acknowledgement;
+using test::Lines;
+using test::refusal;
+using test::replyOf;
+using namespace std::chrono_literals;
+
+/// Remembers what is shown; drawing is written down as "line", "circle RADIUS COLOUR".
+class Screen final : public CalibrationScreen, private Surface {
+ public:
+  Surface& surface() override { return *this; }
+  void showButtons(bool start, bool cancel) override {
+    startShown = start;
+    cancelShown = cancel;
+  }
+  void showTimeBar(float width) override { barWidth = width; }
+  void allowExit(bool allowed) override { exitAllowed = allowed; }
+  void leave() override { ++left; }
+  void ended(CalibrationOutcome how) override {
+    ++endings;
+    outcome = how;
+  }
+
+  bool startShown = false;
+  bool cancelShown = false;
+  bool exitAllowed = false;
+  std::optional<float> barWidth;
+  int left = 0;
+  int endings = 0;
+  std::optional<CalibrationOutcome> outcome;
+  Lines drawn;
+
+ private:
+  void clear() override { drawn.push_back("clear"); }
+  void line(TwipsPoint, TwipsPoint, Colour, int) override { drawn.push_back("line"); }
+  void circle(TwipsPoint, float radius, Colour colour, int) override {
+    const auto index = std::find(palette.begin(), palette.end(), colour) - palette.begin();
+    drawn.push_back("circle " + std::to_string(static_cast<int>(radius)) + ' ' +
+                    std::to_string(index));
+  }
+};
+
+class Calibrating : public test::Desk {
+ protected:
+  Calibrating() {
+    script.replies["CR"] = {acknowledgement};
+    script.replies["CX"] = {acknowledgement};
+    script.replies["R"] = {acknowledgement};
+  }
+
+  void begin(int points) {
+    session.calibrationPoints = points;
+    calibration.reset();
+    shown.emplace();
+    calibration.emplace(access(), prompt, *shown, TwipsSize{15000, 9000});
+    calibration->activate();
+  }
+  void touchEachTarget(int points) {
+    for (int i = 0; i < points; ++i)
+      script.touches.push_back(std::pair{1000 * i, 0});
+  }
+  /// Lets the window live for at least `time`: a procedure that begins in it runs to its end. That wait itself is not
+  /// one of the procedure's and is dropped from the journal.
+  void live(std::chrono::milliseconds time) {
+    const std::size_t line = journal.size();
+    clock.delay(time);
+    journal.erase(journal.begin() + static_cast<std::ptrdiff_t>(line));
+  }
+
+  std::optional<Screen> shown;
+  std::optional<Calibration> calibration;
+};
+
+Lines operator+(Lines left, const Lines& right) {
+  left.insert(left.end(), right.begin(), right.end());
+  return left;
+}
+
+Lines pointLines(int point, int count) {
+  return {"delay 800",
+          "SetCalPoint " + std::to_string(point) + " 60 " + std::to_string(count),
+          "delay 600",
+          "delay 100",
+          "CalCurrentPointReady",
+          "IsPenUp"};
+}
+
+const Lines enterRaw = {"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer CR",
+                        "delay 300", "ReadBuffer 10"};
+const Lines penUpAtEnd = {"yield 3001", "IsPenUp", "yield 3001"};
+const Lines store = {"StoreCalibrationData", "delay 500", "CloseController"};
+const Lines resetLines = {"FlushReadBuffer", "WriteBuffer R", "delay 300", "ReadBuffer 10"};
+
+TEST_F(Calibrating, StartsByItselfAndStoresAfterTheLastTarget) {
+  for (const int points : {3, 5, 9}) {
+    journal.clear();
+    touchEachTarget(points);
+    begin(points);
+    EXPECT_TRUE(shown->startShown && shown->cancelShown);
+    live(599ms);
+    EXPECT_EQ(journal, Lines{}) << "nothing may happen before 600 ms";
+    live(60s);
+    Lines expected = enterRaw;
+    for (int point = 0; point < points; ++point)
+      expected = expected + pointLines(point, points);
+    EXPECT_EQ(journal, expected + penUpAtEnd + store) << points << " points";
+    EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
+    EXPECT_EQ(shown->left, 1);
+  }
+}
+
+TEST_F(Calibrating, LeavesTwoPointsToTheController) {
+  begin(2);
+  EXPECT_FALSE(shown->startShown || shown->cancelShown);
+  int polls = 0;
+  script.onCall = [&](const std::string& line) {
+    if (line != "ReadLength") return;
+    // Two bytes are too few, a third kind of report is ignored; then each point is accepted.
+    const test::Bytes sent[] = {test::bytesOf("\x01"
+                                              "1"),
+                                replyOf("3"), replyOf("1"), replyOf("1")};
+    script.pending = sent[polls++];
+  };
+  live(60s);
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1",
+                            "FlushReadBuffer",
+                            "WriteBuffer CX",
+                            "delay 300",
+                            "ReadBuffer 10",
+                            "delay 800",
+                            "delay 100",
+                            "ReadLength",
+                            "delay 100",
+                            "ReadLength",
+                            "ReadBuffer 3",
+                            "delay 100",
+                            "ReadLength",
+                            "ReadBuffer 3",
+                            "IsPenUp",
+                            "delay 800",
+                            "delay 100",
+                            "ReadLength",
+                            "ReadBuffer 3",
+                            "IsPenUp"} +
+                      penUpAtEnd + Lines{"CloseController"}));
+  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
+  EXPECT_EQ(std::count(shown->drawn.begin(), shown->drawn.end(), "line"), 0) << "no grid";
+}
+
+TEST_F(Calibrating, EndsWhenTheControllerRefuses) {
+  const struct {
+    const char* what;
+    int points;
+    std::deque<test::Bytes> enter;
+    std::string command;
+    int tries;
+    Lines messages;
+  } cases[] = {
+      {"raw mode refused", 3, {refusal}, "CR", 3, {"message Set Calibration Row Error"}},
+      {"raw mode silent", 9, {}, "CR", 3, {"message Set Calibration Row Error"}},
+      {"CX refused", 2, {refusal}, "CX", 4, {"message CX command Error"}},
+      {"third try of raw mode is good", 3, {refusal, {}, acknowledgement}, "CR", 3, {}},
+      {"fourth try of CX is good", 2, {refusal, refusal, {}, acknowledgement}, "CX", 4, {}},
+  };
+  for (const auto& c : cases) {
+    journal.clear();
+    script.replies[c.command] = c.enter;
+    begin(c.points);
+    live(30s);
+    const auto sent = std::count(journal.begin(), journal.end(), "WriteBuffer " + c.command);
+    EXPECT_EQ(sent, c.tries) << c.what;
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "FlushReadBuffer"), c.tries) << c.what;
+    Lines messages;
+    std::copy_if(journal.begin(), journal.end(), std::back_inserter(messages),
+                 [](const auto& line) { return line.starts_with("message"); });
+    EXPECT_EQ(messages, c.messages) << c.what;
+    if (!c.messages.empty()) {
+      EXPECT_EQ(journal.back(), "CloseController") << c.what;
+      EXPECT_EQ(shown->outcome, CalibrationOutcome::failed) << c.what;
+      EXPECT_EQ(session.calibrationPoints, c.points == 2 ? 2 : 0) << c.what;
+    }
+    calibration->cancel();
+    live(5s);
+  }
+}
+
+TEST_F(Calibrating, TellsWhenTheControllerFailsBetweenItsTwoPoints) {
+  begin(2);
+  script.onCall = [&](const std::string& line) {
+    if (line == "ReadLength") script.pending = replyOf("2");
+  };
+  live(60s);
+  EXPECT_EQ(journal[journal.size() - 2], "message Calibration ERROR [2 pts calibration Function]");
+  EXPECT_EQ(journal.back(), "CloseController");
+  EXPECT_EQ(shown->outcome, CalibrationOutcome::failed);
+  EXPECT_EQ(shown->left, 1);
+}
+
+TEST_F(Calibrating, AsksAgainForATargetThatWasNotMovedTo) {
+  const std::pair<std::int32_t, std::int32_t> first{5000, 5000};
+  script.touches = {first, std::pair{5200, 4800},  // both within 200 of the first
+                    std::pair{5201, 5000},         // one further: a new place
+                    std::pair{5201, 5201}};
+  begin(3);
+  live(60s);
+  Lines asked;
+  std::copy_if(journal.begin(), journal.end(), std::back_inserter(asked), [](const auto& line) {
+    return line.starts_with("SetCalPoint") || line.starts_with("message");
+  });
+  EXPECT_EQ(asked, (Lines{"SetCalPoint 0 60 3", "SetCalPoint 1 60 3",
+                          "message Wrong Position, Trial again please", "SetCalPoint 1 60 3",
+                          "SetCalPoint 2 60 3"}));
+  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
+}
+
+TEST_F(Calibrating, SurvivesReadingsThatNoPanelGives) {
+  script.touches = {std::pair{INT32_MIN, INT32_MAX}, std::pair{INT32_MAX, INT32_MIN},
+                    std::pair{0, 0}};
+  begin(3);
+  live(60s);
+  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
+}
+
+TEST_F(Calibrating, WaitsOnlySoLongForTheFingerToLift) {
+  touchEachTarget(3);
+  script.results["IsPenUp"] = 0;
+  begin(3);
+  live(10min);
+  // 101 polls for each target, and the last target's count goes on to 270.
+  EXPECT_EQ(std::count(journal.begin(), journal.end(), "IsPenUp"), 101 * 3 + (270 - 101));
+  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
+}
+
+TEST_F(Calibrating, GivesUpWhenTheTimeBarHasCrossedTheScreen) {
+  begin(5);
+  // 15000 twips at 50 each 200 ms are a minute; the bar grows while the driver settles on the target, too.
+  constexpr auto barBegins = 600ms + 300ms + 800ms;
+  bool awaited = false;
+  clock.after(barBegins + 700ms, [&] { awaited = calibration->awaitedTarget() != nullptr; });
+  clock.after(barBegins + 59500ms, [&] {
+    EXPECT_EQ(shown->outcome, std::nullopt);
+    EXPECT_GT(shown->barWidth, 14500);
+  });
+  clock.after(barBegins + 60500ms,
+              [&] { EXPECT_EQ(shown->outcome, CalibrationOutcome::timedOut); });
+  live(2min);
+  EXPECT_TRUE(awaited);
+  EXPECT_EQ(shown->outcome, CalibrationOutcome::timedOut);
+  EXPECT_EQ(journal.back(), "CloseController");
+  EXPECT_EQ(std::count(journal.begin(), journal.end(), "IsPenUp"), 0);
+}
+
+TEST_F(Calibrating, PulsesTheTargetAndMarksItDone) {
+  script.touches = {std::pair{0, 0}};
+  begin(3);
+  const auto expectDrawnAt = [this](std::chrono::milliseconds time, Lines expected) {
+    clock.after(time, [this, time, expected = std::move(expected)] {
+      EXPECT_EQ(shown->drawn, expected) << time.count() << " ms";
+      shown->drawn.clear();
+    });
+  };
+  const Lines circles(3, "circle 250 15");
+  expectDrawnAt(599ms, {});
+  expectDrawnAt(601ms, Lines{"clear"} + Lines(10, "line") + circles);
+  expectDrawnAt(1610ms,
+                {"circle 250 10", "circle 175 11", "circle 100 12", "circle 25 13", "circle 250 7",
+                 "circle 175 7", "circle 100 7", "circle 25 7", "circle 250 10"});
+  clock.after(2390ms, [this] { shown->drawn.clear(); });
+  // Raw mode is on after 900 ms, the target is due after 1700, armed till 2300, asked at 2400.
+  expectDrawnAt(
+      2410ms, {"circle 250 10", "circle 250 14", "circle 175 14", "circle 100 14", "circle 25 14"});
+  clock.after(3s, [this] { calibration->cancel(); });
+  live(10s);
+}
+
+TEST_F(Calibrating, StartButtonChecksThatTheControllerCanBeOpened) {
+  script.results["OpenController"] = 1;
+  begin(3);
+  calibration->start();
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseController",
+                            "message Open Controller Error!!"}));
+  live(5s);
+  EXPECT_EQ(journal.size(), 3u) << "it does not start by itself after that";
+  EXPECT_TRUE(shown->startShown && shown->cancelShown) << "the user can try again";
+  EXPECT_EQ(shown->left, 0);
+
+  journal.clear();
+  script.results.clear();
+  touchEachTarget(3);
+  calibration->start();
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseController"} + enterRaw +
+                      pointLines(0, 3) + pointLines(1, 3) + pointLines(2, 3) + penUpAtEnd + store));
+}
+
+/// Every way out at every moment of every procedure.
+class Abandoning : public Calibrating, public testing::WithParamInterface<int> {
+ protected:
+  enum class Way { cancel, escape };
+
+  /// A run in which each target is touched at the third poll and the finger lifts at the fourth, abandoned at `moment`.
+  /// False when the run had already ended by then.
+  bool abandonAt(std::chrono::milliseconds moment, Way way) {
+    const int points = GetParam();
+    journal.clear();
+    script.touches.clear();
+    script.sequences.clear();
+    for (int i = 0; i < points; ++i) {
+      script.touches.insert(script.touches.end(),
+                            {std::nullopt, std::nullopt, std::pair{1000 * i, 0}});
+      script.sequences["IsPenUp"].insert(script.sequences["IsPenUp"].end(), {0, 0, 0, 1});
+    }
+    int polls = 0;
+    script.onCall = [this, &polls](const std::string& line) {
+      if (line == "ReadLength" && ++polls % 3 == 0) script.pending = replyOf("1");
+    };
+    begin(points);
+
+    bool running = false;
+    bool storing = false;
+    bool stored = false;
+    clock.after(moment, [&] {
+      stored = shown->outcome == CalibrationOutcome::stored;
+      running = calibration->running();
+      storing = running && !shown->exitAllowed;
+      way == Way::cancel ? calibration->cancel() : calibration->escape();
+    });
+    live(moment + 5s);
+
+    EXPECT_EQ(shown->left, 1);
+    EXPECT_EQ(shown->endings, 1);
+    EXPECT_FALSE(calibration->running());
+    EXPECT_TRUE(script.openHandles.empty());
+    const bool expectStored = stored || storing;
+    EXPECT_EQ(shown->outcome,
+              expectStored ? CalibrationOutcome::stored : CalibrationOutcome::cancelled);
+    const auto times = [this](const char* line) {
+      return std::count(journal.begin(), journal.end(), line);
+    };
+    EXPECT_EQ(times("StoreCalibrationData"), expectStored && points != 2 ? 1 : 0);
+    const bool expectReset = way == Way::escape && running && !storing;
+    EXPECT_EQ(times("WriteBuffer R"), expectReset ? 1 : 0);
+    if (expectReset) {
+      EXPECT_EQ(Lines(journal.end() - 5, journal.end()), resetLines + Lines{"CloseController"});
+    }
+    return !stored;
+  }
+};
+
+TEST_P(Abandoning, LeavesNothingBehindAtAnyMoment) {
+  for (const Way way : {Way::cancel, Way::escape}) {
+    for (auto moment = 25ms; !HasFailure(); moment += 50ms) {
+      SCOPED_TRACE((way == Way::escape ? "Esc at " : "Cancel at ") +
+                   std::to_string(moment.count()) + " ms");
+      if (!abandonAt(moment, way)) break;
+      ASSERT_LT(moment, 1min) << "the procedure never ended";
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(PointCounts, Abandoning, testing::Values(2, 3, 5, 9));
+
+TEST_F(Calibrating, ResetsOnceMoreWhenTheResetIsNotAcknowledged) {
+  script.replies["R"] = {{}, refusal};
+  begin(3);
+  clock.after(2050ms, [this] { calibration->escape(); });
+  live(5s);
+  EXPECT_EQ(Lines(journal.end() - 8, journal.end()),
+            (Lines{"FlushReadBuffer", "WriteBuffer R", "delay 300", "ReadBuffer 10",
+                   "WriteBuffer R", "delay 300", "ReadBuffer 10", "CloseController"}));
+}
+
+}  // namespace
+}  // namespace touch

@@ -1,0 +1,74 @@
+#include "ui/canvas_widget.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace touch {
+
+namespace {
+
+QPointF pixels(TwipsPoint point) {
+  return {static_cast<qreal>(point.x / twipsPerPixel), static_cast<qreal>(point.y / twipsPerPixel)};
+}
+
+QPen penOf(Colour colour, int width) {
+  return {QColor(colour.red, colour.green, colour.blue), static_cast<qreal>(width), Qt::SolidLine,
+          Qt::RoundCap, Qt::RoundJoin};
+}
+
+QRect touched(const QRectF& shape, int width) {
+  const qreal margin = width / 2.0 + 1;
+  return shape.normalized().adjusted(-margin, -margin, margin, margin).toAlignedRect();
+}
+
+}  // namespace
+
+CanvasWidget::CanvasWidget(QWidget* parent) : QWidget(parent) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+TwipsSize CanvasWidget::sizeInTwips() const {
+  return {static_cast<float>(width()) * twipsPerPixel,
+          static_cast<float>(height()) * twipsPerPixel};
+}
+
+void CanvasWidget::clear() {
+  image_.fill(Qt::black);
+  update();
+}
+
+void CanvasWidget::line(TwipsPoint from, TwipsPoint to, Colour colour, int width) {
+  QPainter painter(&image_);
+  painter.setPen(penOf(colour, width));
+  painter.drawLine(pixels(from), pixels(to));
+  update(touched({pixels(from), pixels(to)}, width));
+}
+
+void CanvasWidget::circle(TwipsPoint centre, float radius, Colour colour, int width) {
+  const auto inPixels = static_cast<qreal>(radius / twipsPerPixel);
+  QPainter painter(&image_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(penOf(colour, width));
+  painter.drawEllipse(pixels(centre), inPixels, inPixels);
+  const QPointF corner(inPixels, inPixels);
+  update(touched({pixels(centre) - corner, pixels(centre) + corner}, width));
+}
+
+void CanvasWidget::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  const qreal ratio = image_.devicePixelRatio();
+  const QRect part = event->rect();
+  painter.drawImage(
+      part, image_,
+      QRectF(part.x() * ratio, part.y() * ratio, part.width() * ratio, part.height() * ratio));
+}
+
+void CanvasWidget::resizeEvent(QResizeEvent*) {
+  QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
+  image.setDevicePixelRatio(devicePixelRatioF());
+  image.fill(Qt::black);
+  if (!image_.isNull()) QPainter(&image).drawImage(0, 0, image_);
+  image_ = image;
+}
+
+}  // namespace touch

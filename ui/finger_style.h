@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QProxyStyle>
+
+class QWidget;
+
+namespace touch {
+
+/// The least height and width, in logical pixels, of what a finger is to hit.
+inline constexpr int fingerSize = 44;
+
+void makeFingerSized(QWidget& control);
+
+/// The Fusion style with check marks, scroll bars and tabs that a finger hits, and a focus frame that is seen from afar.
+class FingerStyle final : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  FingerStyle();
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override;
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+};
+
+}  // namespace touch

@@ -1,0 +1,46 @@
+#include "ui/message_box_prompt.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+
+#include "ui/finger_style.h"
+#include "ui/text.h"
+
+namespace touch {
+
+namespace {
+
+QMessageBox::StandardButton ask(std::string_view text, std::string_view title,
+                                QMessageBox::StandardButtons buttons) {
+  QMessageBox box(QMessageBox::NoIcon, shownText(title), {}, buttons, QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.setText(shownText(text));
+  for (QAbstractButton* const button : box.buttons())
+    makeFingerSized(*button);
+  return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
+}  // namespace
+
+void MessageBoxPrompt::message(std::string_view text, std::string_view title) {
+  ask(text, title, QMessageBox::Ok);
+}
+
+bool MessageBoxPrompt::confirm(std::string_view text, std::string_view title) {
+  return ask(text, title, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+std::optional<std::string> MessageBoxPrompt::input(std::string_view prompt,
+                                                   std::string_view title) {
+  QInputDialog dialog(QApplication::activeWindow());
+  dialog.setWindowTitle(shownText(title));
+  dialog.setLabelText(shownText(prompt));
+  dialog.setTextEchoMode(QLineEdit::Password);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.textValue().toStdString();
+}
+
+}  // namespace touch

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "core/prompt.h"
+
+namespace touch {
+
+/// Message boxes and input boxes over the window that is in front.
+class MessageBoxPrompt final : public Prompt {
+ public:
+  void message(std::string_view text, std::string_view title) override;
+  bool confirm(std::string_view text, std::string_view title) override;
+  std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
+};
+
+}  // namespace touch
