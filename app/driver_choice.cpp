@@ -1,0 +1,35 @@
+#include "app/driver_choice.h"
+
+#include "core/simulation.h"
+
+namespace touch {
+
+namespace {
+
+constexpr const char* serialSimulation = "RS232 DEVICE 1";
+
+/// Beside the program, or in the folder for libraries beside its folder.
+std::filesystem::path simulatorLibrary() {
+  const auto folder = programFolder();
+  const std::string name = libraryFileName("nexapi-sim");
+  for (const auto& candidate : {folder / name, folder.parent_path() / "lib" / name,
+                                folder.parent_path() / "lib" / "touchutility" / name}) {
+    std::error_code ignored;
+    if (std::filesystem::exists(candidate, ignored)) return candidate;
+  }
+  return folder / name;
+}
+
+}  // namespace
+
+Result<std::unique_ptr<NexapiDriver>, BindError> bindChosenDriver(const Options& options) {
+  return NexapiDriver::bind(options.simulate ? simulatorLibrary() : options.driver);
+}
+
+void addSimulatedPort(const NexapiDriver& driver, ComPorts& ports) {
+  if (const auto simulation = Simulation::of(driver)) {
+    ports.assignUnlessGiven(1, [simulation] { return simulation->port(serialSimulation); });
+  }
+}
+
+}  // namespace touch

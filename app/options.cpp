@@ -1,0 +1,88 @@
+#include "app/options.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <string_view>
+#include <vector>
+
+namespace touch {
+
+namespace {
+
+constexpr int largestScreen = 16384;  // pixels
+
+bool parseSide(std::string_view text, int& side) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), side);
+  return error == std::errc{} && end == text.data() + text.size() && side >= 1 &&
+         side <= largestScreen;
+}
+
+std::optional<ScreenSize> parseScreen(std::string_view text) {
+  const auto cross = text.find('x');
+  if (cross == text.npos) return std::nullopt;
+  ScreenSize size;
+  if (!parseSide(text.substr(0, cross), size.width) ||
+      !parseSide(text.substr(cross + 1), size.height)) {
+    return std::nullopt;
+  }
+  return size;
+}
+
+}  // namespace
+
+std::string programVersion() {
+  return "TouchUtility 3.1.0";
+}
+
+void addCommonOptions(CLI::App& app, Options& options) {
+  options.workFolder = std::filesystem::current_path();
+  app.set_version_flag("--version", programVersion(), "Print the version and exit");
+
+  auto* const simulate = app.add_flag("--simulate", options.simulate,
+                                      "Use the bundled simulated controllers instead of a driver");
+  app.add_option_function<std::string>(
+         "--driver", [&options](const std::string& path) { options.driver = path; },
+         "Use this touch driver library instead of the system's nexapi")
+      ->type_name("PATH")
+      ->excludes(simulate);
+  app.add_option_function<std::string>(
+         "--work-dir",
+         [&options](const std::string& folder) {
+           options.workFolder = std::filesystem::absolute(folder);
+         },
+         "The folder with errmsg.txt, pic01.jpg and the other optional files (default: the current "
+         "one)")
+      ->type_name("DIR")
+      ->check(CLI::ExistingDirectory);
+  app.add_option_function<std::vector<std::string>>(
+         "--com",
+         [&options](const std::vector<std::string>& texts) {
+           for (const std::string& text : texts) {
+             if (const auto complaint = options.comPorts.assign(text)) {
+               throw CLI::ValidationError("--com", *complaint);
+             }
+           }
+         },
+         "The device behind COM port number N; may be given more than once")
+      ->type_name("N=DEVICE")
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  app.add_option_function<std::string>(
+         "--screen",
+         [&options](const std::string& text) {
+           options.screen = parseScreen(text);
+           if (!options.screen) {
+             throw CLI::ValidationError(
+                 "--screen", '"' + text + "\" is not WIDTHxHEIGHT in pixels, e.g. 1024x768");
+           }
+         },
+         "For tests and demonstrations: a window of this size in place of each full screen")
+      ->type_name("WxH");
+  app.add_option_function<std::string>(
+         "--trace", [&options](const std::string& file) { options.trace = file; },
+         "Write every driver call and every serial transfer to this file, one JSON object a line")
+      ->type_name("FILE");
+}
+
+}  // namespace touch

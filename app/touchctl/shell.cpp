@@ -1,0 +1,119 @@
+#include "app/touchctl/shell.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <csignal>
+#include <iostream>
+
+#include "app/driver_choice.h"
+#include "app/touchctl/terminal.h"
+#include "core/messages.h"
+#include "core/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+volatile std::sig_atomic_t& interruptFlag() {
+  static volatile std::sig_atomic_t flag = 0;
+  return flag;
+}
+
+}  // namespace
+
+void complain(const std::string& text) {
+  fmt::print(stderr, "touchctl: {}\n", text);
+}
+
+bool interrupted() {
+  return interruptFlag() != 0;
+}
+
+void catchInterrupt() {
+  interruptFlag() = 0;
+  std::signal(SIGINT, [](int) { interruptFlag() = 1; });
+  std::signal(SIGTERM, [](int) { interruptFlag() = 1; });
+}
+
+void ShellPrompt::message(std::string_view text, std::string_view title) {
+  complain(title == defaultTitle ? std::string(text) : fmt::format("{}: {}", title, text));
+}
+
+bool ShellPrompt::confirm(std::string_view text, std::string_view) {
+  if (assumeYes_) return true;
+  if (!isTerminalInput()) {
+    complain(fmt::format("{} Not at a terminal: say --yes to go on.", text));
+    return false;
+  }
+  fmt::print(stderr, "{} [y/N] ", text);
+  std::string answer;
+  std::getline(std::cin, answer);
+  return answer == "y" || answer == "Y" || answer == "yes";
+}
+
+std::optional<std::string> ShellPrompt::input(std::string_view prompt, std::string_view) {
+  fmt::print(stderr, "{} ", prompt);
+  std::string answer;
+  if (!std::getline(std::cin, answer)) return std::nullopt;
+  return answer;
+}
+
+Shell::Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi,
+             MessageTable messages)
+    : options_(options),
+      nexapi_(std::move(nexapi)),
+      simulation_(Simulation::of(*nexapi_)),
+      driver_(*nexapi_, trace_),
+      prompt_(options.assumeYes) {
+  session_.messages = std::move(messages);
+  addSimulatedPort(*nexapi_, options_.comPorts);
+}
+
+std::unique_ptr<Shell> Shell::open(const ShellOptions& options, ExitStatus& status) {
+  auto messages = loadMessages(options.workFolder);
+  if (!messages) {
+    complain(messages.error().describe());
+    status = ExitStatus::failed;
+    return nullptr;
+  }
+  auto driver = bindChosenDriver(options);
+  if (!driver) {
+    complain(driver.error().describe() +
+             "\nInstall the driver of your controller, name its library with --driver, or try "
+             "--simulate.");
+    status = ExitStatus::noDriver;
+    return nullptr;
+  }
+  std::unique_ptr<Shell> shell(new Shell(options, std::move(*driver), std::move(*messages)));
+  if (options.trace) {
+    if (const auto complaint = shell->trace_.start(*options.trace)) {
+      complain(*complaint);
+      status = ExitStatus::failed;
+      return nullptr;
+    }
+  }
+  return shell;
+}
+
+bool Shell::chooseController() {
+  if (options_.controller.empty()) {
+    const ControllerList list = getctrname(access(), prompt_);
+    if (list.answered) return true;
+    if (!list.names.empty()) complain("no controller answers; see 'touchctl list'");
+    return false;
+  }
+  const ControllerList list = getctrnameo(access(), prompt_);
+  const auto& names = list.names;
+  if (std::find(names.begin(), names.end(), options_.controller) == names.end()) {
+    if (!names.empty()) {
+      complain(
+          fmt::format("there is no controller \"{}\"; see 'touchctl list'", options_.controller));
+    }
+    return false;
+  }
+  session_.controllerName = options_.controller;
+  return true;
+}
+
+}  // namespace touch

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/options.h"
+#include "core/discovery.h"
+#include "core/nexapi.h"
+#include "core/prompt.h"
+#include "core/session.h"
+#include "core/simulation.h"
+#include "core/system_clock.h"
+#include "core/trace.h"
+
+namespace touch {
+
+/// How touchctl ends; scripts rely on the numbers.
+enum class ExitStatus { done = 0, failed = 1, wrongUse = 2, noDriver = 3, noController = 4 };
+
+/// Says messages on the error output; a question is asked only at a terminal and is otherwise answered as the command
+/// line said.
+class ShellPrompt final : public Prompt {
+ public:
+  explicit ShellPrompt(bool assumeYes) : assumeYes_(assumeYes) {}
+  void message(std::string_view text, std::string_view title) override;
+  bool confirm(std::string_view text, std::string_view title) override;
+  std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
+
+ private:
+  bool assumeYes_;
+};
+
+/// What all commands take beside the options of both programs.
+struct ShellOptions : Options {
+  bool json = false;
+  bool assumeYes = false;
+  std::string controller;  ///< empty: the first that answers
+};
+
+/// Everything a command needs, made once the driver is bound.
+class Shell {
+ public:
+  /// The driver bound and the texts loaded, or the status to end with after the reason was printed.
+  static std::unique_ptr<Shell> open(const ShellOptions& options, ExitStatus& status);
+
+  Access access() { return {session_, driver_, clock_}; }
+  Prompt& prompt() { return prompt_; }
+  SystemClock& clock() { return clock_; }
+  const std::optional<Simulation>& simulation() const { return simulation_; }
+  const ShellOptions& options() const { return options_; }
+  const std::string& controller() const { return session_.controllerName; }
+
+  /// Makes the controller that the user named, or else the first that answers, the current one. False after saying why
+  /// there is none.
+  bool chooseController();
+
+ private:
+  Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi, MessageTable messages);
+
+  ShellOptions options_;
+  std::unique_ptr<NexapiDriver> nexapi_;
+  std::optional<Simulation> simulation_;
+  Trace trace_;
+  TracingDriver driver_;
+  SystemClock clock_;
+  ShellPrompt prompt_;
+  Session session_;
+};
+
+/// Prints to the error output, with the program's name in front.
+void complain(const std::string& text);
+
+/// True once the user has pressed Ctrl+C; the running command then ends in an orderly way.
+bool interrupted();
+void catchInterrupt();
+
+}  // namespace touch

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace touch {
+
+/// True when a person at a terminal can answer questions.
+bool isTerminalInput();
+
+}  // namespace touch

@@ -1,0 +1,121 @@
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <cstdio>
+#include <optional>
+
+#include "app/driver_choice.h"
+#include "app/options.h"
+#include "console/frmMain.h"
+#include "core/session.h"
+#include "core/trace.h"
+#include "serial/asio_serial_port.h"
+#include "ui/event_loop_clock.h"
+#include "ui/finger_style.h"
+#include "ui/message_box_prompt.h"
+#include "ui/text.h"
+
+namespace {
+
+using namespace touch;
+
+constexpr int exitFailed = 1;
+constexpr int exitNoDriver = 3;
+
+void sayError(const std::string& text, const QString& wayOut) {
+  QMessageBox box(QMessageBox::Critical, "TouchUtility", shownText(text), QMessageBox::Ok);
+  box.setInformativeText(wayOut);
+  box.exec();
+}
+
+/// Asks what to do without a driver; true when the user wants the simulated controllers.
+bool offerSimulation(const BindError& error) {
+  QMessageBox box(QMessageBox::Critical, "TouchUtility", shownText(error.describe()));
+  box.setInformativeText(
+      QMessageBox::tr("Without the touch driver no controller can be reached. Install the driver "
+                      "of your controller, or "
+                      "look around with simulated controllers."));
+  auto* const simulated =
+      box.addButton(QMessageBox::tr("&Use simulated controllers"), QMessageBox::AcceptRole);
+  auto* const quit = box.addButton(QMessageBox::tr("&Quit"), QMessageBox::RejectRole);
+  simulated->setObjectName("cmdUseSimulated");
+  quit->setObjectName("cmdQuit");
+  box.setEscapeButton(quit);
+  box.exec();
+  return box.clickedButton() == simulated;
+}
+
+std::unique_ptr<NexapiDriver> bindDriver(Options& options) {
+  while (true) {
+    auto driver = bindChosenDriver(options);
+    if (driver) return std::move(*driver);
+    if (options.simulate) {
+      sayError(driver.error().describe(),
+               QMessageBox::tr("The installation is incomplete; install TouchUtility again."));
+      return nullptr;
+    }
+    if (!offerSimulation(driver.error())) return nullptr;
+    options.simulate = true;
+    options.driver.reset();
+  }
+}
+
+/// --screen is given in pixels, windows are measured in logical ones.
+std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const QApplication& app) {
+  if (!screen) return std::nullopt;
+  return QSize(screen->width, screen->height) / app.devicePixelRatio();
+}
+
+int run(Options& options, int argc, char** argv) {
+  const QApplication app(argc, argv);
+  QApplication::setApplicationName("TouchUtility");
+  QApplication::setStyle(new FingerStyle);  // the application owns it
+  QApplication::setQuitOnLastWindowClosed(false);
+
+  auto messages = loadMessages(options.workFolder);
+  if (!messages) {
+    sayError(messages.error().describe(),
+             QMessageBox::tr("Mend or remove the file, then start again."));
+    return exitFailed;
+  }
+  const auto nexapi = bindDriver(options);
+  if (!nexapi) return exitNoDriver;
+  addSimulatedPort(*nexapi, options.comPorts);
+
+  Trace trace;
+  if (options.trace) {
+    if (const auto complaint = trace.start(*options.trace)) {
+      sayError(*complaint, {});
+      return exitFailed;
+    }
+  }
+  TracingDriver driver(*nexapi, trace);
+  TracingSerialPort port(std::make_unique<AsioSerialPort>(options.comPorts), trace);
+  EventLoopClock clock;
+  MessageBoxPrompt prompt;
+  Session session;
+  session.messages = *messages;
+
+  frmMain window({session, driver, clock}, prompt, port, trace,
+                 {options.workFolder, nexapi->path(), Simulation::of(*nexapi),
+                  logicalSize(options.screen, app)});
+  window.open();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
+                     "touchutility");
+  Options options;
+  addCommonOptions(arguments, options);
+  try {
+    arguments.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    constexpr int exitWrongUse = 2;
+    return arguments.exit(error) == 0 ? 0 : exitWrongUse;
+  }
+  return run(options, argc, argv);
+}

@@ -1,0 +1,94 @@
+#include "console/frmCalibrationPage.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/finger_style.h"
+
+namespace touch {
+
+namespace {
+
+struct Choice {
+  int points;
+  const char* name;
+  const char* caption;
+  const char* purpose;
+};
+
+constexpr Choice choices[] = {
+    {2, "cmd2pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&2 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage",
+                       "The controller does it by itself: position and size.")},
+    {3, "cmd3pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&3 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "Corrects a panel that sits askew, too.")},
+    {5, "cmd5pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&5 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "The usual choice for a new panel.")},
+    {9, "cmd9pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&9 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage",
+                       "For large panels and the last bit of accuracy.")},
+};
+
+QString inPercent(double fraction) {
+  return QString::number(fraction * 100, 'f', 2) + " %";
+}
+
+}  // namespace
+
+frmCalibrationPage::frmCalibrationPage(QWidget* parent)
+    : QWidget(parent), buttons_(new QWidget), panelError_(new QLabel) {
+  auto* const introduction = new QLabel(
+      tr("Touch the targets one after the other. A target that is not touched in about a "
+         "minute ends the calibration; nothing is stored then."));
+  introduction->setWordWrap(true);
+
+  auto* const grid = new QGridLayout(buttons_);
+  grid->setContentsMargins(0, 0, 0, 0);
+  int row = 0;
+  for (const Choice& choice : choices) {
+    auto* const button = new QPushButton(tr(choice.caption));
+    button->setObjectName(choice.name);
+    button->setMinimumWidth(3 * fingerSize);
+    auto* const purpose = new QLabel(tr(choice.purpose));
+    purpose->setWordWrap(true);
+    button->setAccessibleDescription(purpose->text());
+    grid->addWidget(button, row, 0);
+    grid->addWidget(purpose, row, 1);
+    ++row;
+    connect(button, &QPushButton::clicked, this,
+            [this, points = choice.points] { emit calibrationRequested(points); });
+  }
+  grid->setColumnStretch(1, 1);
+
+  panelError_->setObjectName("lblPanelError");
+  panelError_->setWordWrap(true);
+  panelError_->hide();
+
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(introduction);
+  layout->addWidget(buttons_);
+  layout->addWidget(panelError_);
+  layout->addStretch();
+}
+
+void frmCalibrationPage::setPossible(bool possible) {
+  buttons_->setEnabled(possible);
+}
+
+void frmCalibrationPage::showPanelError(const std::optional<Simulation::PanelError>& before,
+                                        const std::optional<Simulation::PanelError>& now) {
+  panelError_->setVisible(now.has_value());
+  if (!now) return;
+  const auto words = [](const Simulation::PanelError& error) {
+    return tr("mean %1, at most %2 of the panel's width")
+        .arg(inPercent(error.mean), inPercent(error.greatest));
+  };
+  panelError_->setText(
+      before ? tr("Simulated panel's error before: %1\nSimulated panel's error now: %2")
+                   .arg(words(*before), words(*now))
+             : tr("Simulated panel's error: %1").arg(words(*now)));
+}
+
+}  // namespace touch

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+
+#include "core/simulation.h"
+
+class QLabel;
+
+namespace touch {
+
+/// The page "Calibration": with how many targets to calibrate, and in a simulated run how far the panel errs.
+class frmCalibrationPage final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit frmCalibrationPage(QWidget* parent = nullptr);
+
+  /// The simulated panel's error before the last calibration, if there was one, and now.
+  void showPanelError(const std::optional<Simulation::PanelError>& before,
+                      const std::optional<Simulation::PanelError>& now);
+  void setPossible(bool possible);
+
+ signals:
+  void calibrationRequested(int points);
+
+ private:
+  QWidget* buttons_;
+  QLabel* panelError_;
+};
+
+}  // namespace touch

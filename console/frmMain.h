@@ -1,0 +1,97 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "calibration/frmCal.h"
+#include "console/main_console.h"
+#include "core/simulation.h"
+#include "core/trace.h"
+
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTabWidget;
+
+namespace touch {
+
+class frmCalibrationPage;
+class frmControllerPage;
+class frmMaintenancePage;
+
+/// What the program was started with, as far as its windows care.
+struct Startup {
+  std::filesystem::path workFolder;
+  std::filesystem::path driverPath;
+  std::optional<Simulation> simulation;  ///< set while the simulated driver is bound
+  std::optional<QSize> fullScreenSize;   ///< logical pixels, in place of each full screen
+};
+
+/// The main window: the controllers, what can be done with them, hot keys, and the ways out.
+class frmMain final : public QWidget, private MainView {
+  Q_OBJECT
+
+ public:
+  frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& trace,
+          const Startup& startup);
+  ~frmMain() override;
+
+  /// Shows the window at once; the search for controllers begins when it has been painted.
+  void open();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void showBusy(const std::string& what) override;
+  void showIdle() override;
+  void showStatus(const std::string& text) override;
+  void showControllers(const std::vector<std::string>& names,
+                       std::optional<std::size_t> selected) override;
+  void showSettings(const DriverSettings& settings) override;
+  void showIdentity(const Identity& identity) override;
+  void showInformation(const std::vector<std::string>& lines) override;
+  void showPicture(const std::filesystem::path& file) override;
+  void showIcon(const std::filesystem::path& file) override;
+  void showAdvancedFrame() override;
+  void showPasswordFrame(bool shown) override;
+  void openDebugger() override;
+  void openPinDefinition() override;
+  void openCalibration() override;
+  void cancelCalibration() override;
+  void endProgram() override;
+
+  QWidget* makeHeader();
+  QWidget* makePasswordFrame();
+  QWidget* makeFooter();
+  bool hotKey(const QKeyEvent& key);
+  void calibrationEnded(CalibrationOutcome outcome);
+  std::optional<Simulation::PanelError> panelError() const;
+
+  Access access_;
+  Prompt& prompt_;
+  Startup startup_;
+  MainConsole console_;
+
+  QLabel* picture_;
+  QWidget* controls_;
+  QTabWidget* tabs_;
+  frmControllerPage* controllerPage_;
+  frmCalibrationPage* calibrationPage_;
+  frmMaintenancePage* maintenancePage_;
+  QFrame* passwordFrame_;
+  QLineEdit* passwordBox_;
+  QLabel* statusLine_;
+  QPushButton* cancelSearch_;
+  QPointer<frmCal> calibrationWindow_;
+  QPointer<QWidget> focusBeforeBusy_;
+  std::optional<Simulation::PanelError> errorBefore_;
+  bool ended_ = false;
+};
+
+}  // namespace touch

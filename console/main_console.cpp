@@ -1,0 +1,256 @@
+#include "console/main_console.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/closing_step.h"
+#include "core/connection.h"
+#include "core/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::string_view password = "kqzm";
+constexpr std::size_t longestPassword = 10;
+
+bool holdsPassword(std::string_view text) {
+  return text.find(password) != text.npos;
+}
+
+std::string_view withoutOuterBlanks(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == text.npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+/// The time in which an action holds the window: nothing else starts in it, and a way out that was asked for meanwhile
+/// is taken when it ends.
+class MainConsole::Action {
+ public:
+  Action(MainConsole& console, const std::string& what) : console_(console) {
+    console_.busy_ = true;
+    console_.cutShort_ = false;
+    console_.view_.showBusy(what);
+  }
+  Action(const Action&) = delete;
+  Action& operator=(const Action&) = delete;
+  ~Action() {
+    console_.busy_ = false;
+    if (console_.gone_) return;
+    console_.view_.showIdle();
+    if (const WayOut way = std::exchange(console_.putOff_, WayOut::none); way != WayOut::none) {
+      console_.leave(way);
+    }
+  }
+
+ private:
+  MainConsole& console_;
+};
+
+MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
+                         std::filesystem::path workFolder)
+    : access_(access),
+      prompt_(prompt),
+      view_(view),
+      port_(port),
+      workFolder_(std::move(workFolder)) {}
+
+void MainConsole::startUp() {
+  const Action action(*this, "Searching for controllers …");
+  port_.setSettings(normalLineSettings);
+  findControllers();
+  if (selected_) readSettings();
+  if (const auto picture = workFile("pic01.jpg")) view_.showPicture(*picture);
+  if (selected_) readIdentity();
+  const auto icon = workFile("Zevrik.ico");
+  if (const auto shown = icon ? icon : workFile("zevrik.ico")) view_.showIcon(*shown);
+  sayWhoIsReady();
+}
+
+std::optional<std::filesystem::path> MainConsole::workFile(const char* name) const {
+  std::error_code ignored;
+  const auto file = workFolder_ / name;
+  if (!std::filesystem::is_regular_file(file, ignored)) return std::nullopt;
+  return file;
+}
+
+void MainConsole::refresh() {
+  if (busy_) return;
+  const Action action(*this, "Searching for controllers …");
+  findControllers();
+  if (selected_) {
+    readSettings();
+    readIdentity();
+  }
+  sayWhoIsReady();
+}
+
+void MainConsole::findControllers() {
+  list_ = getctrname(access_, prompt_, [this](const std::string& name) {
+    view_.showBusy("Searching for controllers: asking " + toUtf8(name) + " …");
+  });
+  // With no answer at all the last controller asked stays the current one.
+  selected_ = list_.answered;
+  if (!selected_ && !list_.names.empty()) selected_ = list_.names.size() - 1;
+  view_.showControllers(list_.names, selected_);
+  if (!selected_) {
+    access_.session.controllerName.clear();
+    firmware_.clear();
+    view_.showIdentity({});
+  }
+}
+
+void MainConsole::readSettings() {
+  view_.showBusy("Reading the settings of " + toUtf8(selectedName()) + " …");
+  view_.showSettings(readset(access_));
+}
+
+void MainConsole::readIdentity() {
+  view_.showBusy("Asking " + toUtf8(selectedName()) + " what it is …");
+  const Identity identity = readfw(access_);
+  firmware_ = identity.firmware;
+  parameter01_.reset();
+  view_.showIdentity(identity);
+}
+
+void MainConsole::sayWhoIsReady() {
+  if (!selected_) {
+    view_.showStatus("No controller was found. Check driver, cable and power, then refresh.");
+  } else if (firmware_.empty()) {
+    view_.showStatus(toUtf8(selectedName()) + " does not answer. Check its cable and power.");
+  } else {
+    view_.showStatus(toUtf8(selectedName()) + " is ready.");
+  }
+}
+
+void MainConsole::selectController(std::size_t index) {
+  if (busy_ || index >= list_.names.size() || index == selected_) return;
+  const Action action(*this, "Reading the controller …");
+  selected_ = index;
+  access_.session.controllerName = list_.names[index];
+  view_.showInformation({});
+  readSettings();
+  readIdentity();
+  sayWhoIsReady();
+}
+
+void MainConsole::information() {
+  if (busy_ || !selected_) return;
+  const Action action(*this, "Asking the controller who it is …");
+  view_.showInformation(controllerInformation(access_));
+  view_.showStatus("Controller information read.");
+}
+
+void MainConsole::searchComPorts() {
+  if (busy_ || !selected_) return;
+  const Action action(*this, "Searching the COM ports …");
+  const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
+    view_.showBusy("Searching the COM ports: COM" + std::to_string(number) + " …");
+    return !cutShort_;
+  });
+  // The search made the driver let go of its port; reading the settings makes it take the port back.
+  view_.showSettings(readset(access_));
+  if (found.cancelled) {
+    view_.showStatus("The search was cancelled.");
+    return;
+  }
+  view_.showStatus(describe(found));
+  prompt_.message(describe(found));
+}
+
+void MainConsole::calstart(int points) {
+  if (busy_ || !selected_ || points < 2 || points > 13) return;
+  access_.session.calibrationPoints = points;
+  busy_ = true;
+  calibrating_ = true;
+  view_.showBusy("Calibrating …");
+  view_.openCalibration();
+}
+
+void MainConsole::calibrationEnded(const std::string& status) {
+  if (!std::exchange(calibrating_, false)) return;
+  busy_ = false;
+  view_.showIdle();
+  view_.showStatus(status);
+  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
+}
+
+void MainConsole::requestDebugger(std::string_view passwordBox) {
+  if (busy_) return;
+  if (holdsPassword(passwordBox)) {
+    view_.openDebugger();
+  } else {
+    view_.showPasswordFrame(true);
+  }
+}
+
+std::string MainConsole::passwordEdited(std::string text) {
+  if (text.size() > longestPassword) text.clear();
+  return text;
+}
+
+void MainConsole::passwordEntered(std::string_view text) {
+  if (busy_) return;
+  const bool right = holdsPassword(text);
+  if (!right) prompt_.message(access_.session.messages[Message::passwordError]);
+  view_.showPasswordFrame(false);
+  if (right) view_.openDebugger();
+}
+
+void MainConsole::requestPinDefinition() {
+  if (busy_) return;
+  const auto answer = prompt_.input("Please Enter Password :", "Special Function");
+  if (answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
+}
+
+std::string MainConsole::selectedName() const {
+  return selected_ ? list_.names[*selected_] : std::string();
+}
+
+void MainConsole::closingStep() {
+  plcmd(access_, {selectedName(), firmware_, parameter01_});
+}
+
+void MainConsole::exit() {
+  leave(WayOut::exit);
+}
+
+void MainConsole::close() {
+  leave(WayOut::close);
+}
+
+void MainConsole::leave(WayOut way) {
+  if (gone_) return;
+  if (busy_) {
+    putOff_ = way;
+    cutShort_ = true;
+    if (calibrating_) view_.cancelCalibration();
+    return;
+  }
+  const Action action(*this, "Locking the controller's parameters …");
+  closingStep();
+  // A closed window locks once more as it is destroyed: a controller that slept through the first lock hears the second.
+  if (way == WayOut::close) closingStep();
+  gone_ = true;
+  view_.endProgram();
+}
+
+void MainConsole::releaseAndExit() {
+  if (busy_) return;
+  const MessageTable& messages = access_.session.messages;
+  const bool sure = prompt_.confirm(messages[Message::releaseQuestion] + '\n' +
+                                    messages[Message::releaseWarning]);
+  if (!sure) return;
+  const Action action(*this, "Releasing the COM port …");
+  if (selected_) {
+    const Connection connection(access_);
+    access_.driver.CloseCOMPort(connection.handle());
+  }
+  gone_ = true;
+  view_.endProgram();
+}
+
+}  // namespace touch

@@ -1,0 +1,121 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/discovery.h"
+#include "core/driver_settings.h"
+#include "core/identity.h"
+#include "core/port_search.h"
+#include "core/prompt.h"
+#include "core/serial_port.h"
+#include "core/session.h"
+
+namespace touch {
+
+/// The main window as its logic sees it: what it can show and which other windows it can open.
+class MainView {
+ public:
+  MainView() = default;
+  MainView(const MainView&) = delete;
+  MainView& operator=(const MainView&) = delete;
+  virtual ~MainView() = default;
+
+  /// While busy no control can be used, and `what` says what is being waited for.
+  virtual void showBusy(const std::string& what) = 0;
+  virtual void showIdle() = 0;
+  /// What has just happened, in the window's status line.
+  virtual void showStatus(const std::string& text) = 0;
+
+  virtual void showControllers(const std::vector<std::string>& names,
+                               std::optional<std::size_t> selected) = 0;
+  virtual void showSettings(const DriverSettings& settings) = 0;
+  virtual void showIdentity(const Identity& identity) = 0;
+  virtual void showInformation(const std::vector<std::string>& lines) = 0;
+  virtual void showPicture(const std::filesystem::path& file) = 0;
+  virtual void showIcon(const std::filesystem::path& file) = 0;
+
+  virtual void showAdvancedFrame() = 0;
+  virtual void showPasswordFrame(bool shown) = 0;
+  virtual void openDebugger() = 0;
+  virtual void openPinDefinition() = 0;
+  /// Full screen, in front of the main window; `calibrationEnded()` is called when it is gone.
+  virtual void openCalibration() = 0;
+  /// Ends a calibration that is on its way.
+  virtual void cancelCalibration() = 0;
+  /// Nothing more is to be done with the controller: the program may go.
+  virtual void endProgram() = 0;
+};
+
+/// The main window's rules: start-up, the chosen controller, passwords, and the ways out.
+/// One action at a time: what is asked for while another runs is dropped, and closing is put off until it has ended.
+class MainConsole {
+ public:
+  MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
+              std::filesystem::path workFolder);
+
+  /// Finds the controllers and fills the window; the message catalogue is loaded before.
+  void startUp();
+  /// Finds the controllers anew.
+  void refresh();
+  /// Takes the list's controller `index` as the current one and reads it.
+  void selectController(std::size_t index);
+  /// "Info"
+  void information();
+  /// "Search COM ports"
+  void searchComPorts();
+  void cancelSearch() { cutShort_ = true; }
+
+  /// Starts the calibration with `points` targets.
+  void calstart(int points);
+  void calibrationEnded(const std::string& status);
+
+  void requestDebugger(std::string_view passwordBox);  ///< Ctrl+A
+  void requestPinDefinition();                         ///< Ctrl+B
+  /// The password box after any key: what it is to hold.
+  static std::string passwordEdited(std::string text);
+  void passwordEntered(std::string_view text);  ///< Enter in the password box
+
+  void exit();            ///< "Exit", Ctrl+E
+  void releaseAndExit();  ///< "Release comport and Exit"
+  void close();           ///< the window is closed
+
+  bool busy() const { return busy_; }
+  const std::vector<std::string>& controllers() const { return list_.names; }
+
+ private:
+  class Action;
+  enum class WayOut { none, exit, close };
+
+  void findControllers();
+  void readSettings();
+  void readIdentity();
+  void sayWhoIsReady();
+  /// An optional file of the working folder, if it is there.
+  std::optional<std::filesystem::path> workFile(const char* name) const;
+  void leave(WayOut way);
+  void closingStep();
+  std::string selectedName() const;
+
+  Access access_;
+  Prompt& prompt_;
+  MainView& view_;
+  SerialPort& port_;
+  std::filesystem::path workFolder_;
+
+  ControllerList list_;
+  std::optional<std::size_t> selected_;
+  std::string firmware_;
+  std::optional<ParameterWord> parameter01_;
+  bool busy_ = false;
+  bool calibrating_ = false;
+  bool cutShort_ = false;
+  bool gone_ = false;
+  WayOut putOff_ = WayOut::none;
+};
+
+}  // namespace touch

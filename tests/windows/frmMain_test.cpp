@@ -1,0 +1,144 @@
+#include "console/frmMain.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
+
+#include "serial/asio_serial_port.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/windows/window_desk.h"
+
+namespace touch {
+namespace {
+
+using test::Lines;
+using test::replyOf;
+using namespace std::chrono_literals;
+
+class MainWindow : public test::WindowDesk {
+ protected:
+  MainWindow() {
+    script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+    script.replies["UT"] = {replyOf("QRMV0301")};
+    script.replies["OI"] = {replyOf("M0130100")};
+  }
+  void open() {
+    window =
+        std::make_unique<frmMain>(access(), prompt, port, trace,
+                                  Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+    window->open();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QApplication::processEvents();
+    journal.clear();
+  }
+  QString status() { return find<QLabel>(*window, "statusLine")->text(); }
+
+  test::TemporaryFolder folder;
+  Trace trace;
+  AsioSerialPort port{ComPorts()};
+  std::unique_ptr<frmMain> window;
+};
+
+TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
+  open();
+  auto* const list = find<QTableWidget>(*window, "controllerList");
+  EXPECT_EQ(list->horizontalHeaderItem(0)->text(), " No");
+  EXPECT_EQ(list->horizontalHeaderItem(1)->text(), " Device");
+  EXPECT_EQ(list->rowCount(), 2);
+  EXPECT_EQ(list->currentRow(), 0);
+  EXPECT_EQ(find<QLabel>(*window, "lblVersion")->text(), "Version :  3.1.0");
+  EXPECT_EQ(find<QLabel>(*window, "lblFirmware")->text(), "M0130100");
+  EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
+
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_EQ(session.controllerName, "USB DEVICE 2");
+  QTest::mouseClick(find<QPushButton>(*window, "cmdInfo"), Qt::LeftButton);
+  auto* const info = find<QListWidget>(*window, "infoList");
+  ASSERT_EQ(info->count(), 4);
+  EXPECT_EQ(info->item(2)->text(), "Output Identity : M0130100");
+}
+
+TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
+  open();
+  auto* const advanced = find<QFrame>(*window, "advancedFrame");
+  auto* const tabs = find<QTabWidget>(*window, "tabs");
+  auto* const list = find<QTableWidget>(*window, "controllerList");
+  QTest::keyClick(list, Qt::Key_I);
+  EXPECT_TRUE(advanced->isHidden()) << "only the page Maintenance has an advanced frame";
+  for (int page = 0; page < tabs->count(); ++page) {
+    if (tabs->tabText(page) == "Maintenance") tabs->setCurrentIndex(page);
+  }
+  QTest::keyClick(tabs, Qt::Key_I, Qt::ShiftModifier);
+  EXPECT_TRUE(advanced->isHidden());
+  QTest::keyClick(tabs, Qt::Key_I);
+  EXPECT_FALSE(advanced->isHidden());
+
+  auto* const box = find<QLineEdit>(*window, "passwordBox");
+  QTest::keyClick(tabs, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::focusWidget(), box);
+  QTest::keyClicks(box, "1234567890");
+  EXPECT_EQ(box->text(), "1234567890");
+  QTest::keyClick(box, 'x');
+  EXPECT_EQ(box->text(), "") << "an eleventh character empties the box";
+  QTest::keyClick(box, Qt::Key_Return);
+  EXPECT_EQ(journal, Lines{"message Password Error!!"});
+  EXPECT_TRUE(find<QFrame>(*window, "passwordFrame")->isHidden());
+
+  journal.clear();
+  QTest::keyClick(tabs, Qt::Key_B, Qt::ControlModifier);
+  EXPECT_EQ(journal, Lines{"input Please Enter Password : [Special Function]"});
+  journal.clear();
+  QTest::keyClick(tabs, Qt::Key_E, Qt::ControlModifier);
+  EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer PL"), 2);
+  EXPECT_TRUE(window->isHidden());
+}
+
+TEST_F(MainWindow, TakesABadPictureAndNoControllerInItsStride) {
+  folder.write("pic01.jpg", "this is no picture");
+  folder.write("Zevrik.ico", "nor is this an icon");
+  open();
+  EXPECT_TRUE(find<QLabel>(*window, "lblPicture")->isHidden());
+  EXPECT_TRUE(find<QLabel>(*window, "lblVersion")->isVisible());
+
+  script.names.clear();
+  QTest::keyClick(window.get(), Qt::Key_F5);
+  EXPECT_EQ(find<QTableWidget>(*window, "controllerList")->rowCount(), 0);
+  EXPECT_FALSE(find<QPushButton>(*window, "cmdInfo")->isEnabled());
+  EXPECT_FALSE(find<QPushButton>(*window, "cmd3pts")->isEnabled());
+  EXPECT_NE(std::find(journal.begin(), journal.end(), "message No device was found"),
+            journal.end());
+}
+
+TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
+  script.replies["CR"] = {test::acknowledgement};
+  script.replies["R"] = {test::acknowledgement};
+  open();
+  QTest::mouseClick(find<QPushButton>(*window, "cmd3pts"), Qt::LeftButton);
+  ASSERT_FALSE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  clock.after(3s, [] {
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+      if (top->objectName() == "frmCal") QTest::keyClick(top, Qt::Key_Escape);
+    }
+  });
+  live(10s);
+  EXPECT_TRUE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  EXPECT_EQ(status(), "The calibration was cancelled; nothing was stored.");
+}
+
+TEST_F(MainWindow, FitsSmallScreensAndNamesItsControls) {
+  open();
+  window->resize(400, 240);
+  QApplication::processEvents();
+  EXPECT_LE(window->minimumSizeHint().width(), 400);
+  EXPECT_LE(window->minimumSizeHint().height(), 240);
+  for (const auto* const button : window->findChildren<QPushButton*>()) {
+    EXPECT_FALSE(button->objectName().isEmpty()) << button->text().toStdString();
+    EXPECT_TRUE(button->text().contains('&')) << button->text().toStdString();
+  }
+}
+
+}  // namespace
+}  // namespace touch
