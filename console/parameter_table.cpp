@@ -1,0 +1,123 @@
+#include "console/parameter_table.h"
+
+#include <charconv>
+
+#include "core/hex.h"
+#include "core/whole_file.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::string_view byteNames[] = {"high byte", "low byte"};
+
+std::optional<std::uint8_t> parseByte(std::string_view text, NumberBase base) {
+  const bool hexadecimal = base == NumberBase::hexadecimal;
+  std::uint8_t value = 0;
+  const char* const end = text.data() + text.size();
+  if (text.empty() || text.size() > (hexadecimal ? 2u : 3u)) return std::nullopt;
+  const auto [parsed, failed] = std::from_chars(text.data(), end, value, hexadecimal ? 16 : 10);
+  if (failed != std::errc() || parsed != end) return std::nullopt;
+  return value;
+}
+
+std::string place(std::size_t row, WordByte byte) {
+  return "Word " + hexByte(static_cast<std::uint8_t>(row)) + ", " +
+         std::string(byteNames[static_cast<std::size_t>(byte)]);
+}
+
+}  // namespace
+
+void ParameterTable::take(const ParameterBlock& read) {
+  old_ = read;
+  load(read);
+}
+
+void ParameterTable::load(const ParameterBlock& file) {
+  for (std::size_t row = 0; row < rows; ++row)
+    new_[row] = {file[row].high, file[row].low};
+}
+
+void ParameterTable::clear() {
+  new_ = {};
+}
+
+std::string ParameterTable::oldText(std::size_t row, WordByte byte) const {
+  if (!old_) return {};
+  const ParameterWord& value = old_->at(row);
+  return text(byte == WordByte::high ? value.high : value.low);
+}
+
+std::string ParameterTable::newText(std::size_t row, WordByte byte) const {
+  return text(new_.at(row)[static_cast<std::size_t>(byte)]);
+}
+
+bool ParameterTable::changed(std::size_t row) const {
+  const auto& [high, low] = new_.at(row);
+  if (!old_) return high || low;
+  const ParameterWord& old = old_->at(row);
+  return (high && *high != old.high) || (low && *low != old.low);
+}
+
+std::optional<std::string> ParameterTable::edit(std::size_t row, WordByte byte,
+                                                std::string_view text) {
+  const auto value = parseByte(text, base_);
+  if (!value) {
+    return place(row, byte) + ": expected " +
+           (base_ == NumberBase::hexadecimal ? "two hexadecimal digits, 00 to FF"
+                                             : "a number from 0 to 255") +
+           ", found " + (text.empty() ? "nothing" : foundText(text));
+  }
+  new_.at(row)[static_cast<std::size_t>(byte)] = value;
+  return std::nullopt;
+}
+
+Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
+  std::vector<WordValue> changes;
+  for (std::size_t row = 0; row < rows; ++row) {
+    const auto& [high, low] = new_[row];
+    if (high.has_value() != low.has_value()) {
+      return place(row, high ? WordByte::low : WordByte::high) +
+             ": expected a value, found nothing";
+    }
+    if (high && changed(row)) changes.push_back({static_cast<std::uint8_t>(row), *word(row)});
+  }
+  return changes;
+}
+
+Result<ParameterBlock, std::string> ParameterTable::block() const {
+  ParameterBlock block;
+  for (std::size_t row = 0; row < rows; ++row) {
+    const auto value = word(row);
+    if (!value) {
+      return place(row, new_[row][0] ? WordByte::low : WordByte::high) +
+             ": expected a value, found nothing";
+    }
+    block[row] = *value;
+  }
+  return block;
+}
+
+std::vector<WordDifference> ParameterTable::compare(const ParameterBlock& other) const {
+  std::vector<WordDifference> differences;
+  for (std::size_t row = 0; row < rows; ++row) {
+    const auto here = word(row);
+    if (here != other[row]) {
+      differences.push_back({static_cast<std::uint8_t>(row), here, other[row]});
+    }
+  }
+  return differences;
+}
+
+std::optional<ParameterWord> ParameterTable::word(std::size_t row) const {
+  const auto& [high, low] = new_[row];
+  if (!high || !low) return std::nullopt;
+  return ParameterWord{*high, *low};
+}
+
+std::string ParameterTable::text(std::optional<std::uint8_t> value) const {
+  if (!value) return {};
+  return base_ == NumberBase::hexadecimal ? hexByte(*value) : std::to_string(*value);
+}
+
+}  // namespace touch

@@ -1,0 +1,60 @@
+#include "console/vrq_file.h"
+
+#include <charconv>
+#include <string>
+
+#include "core/text_encoding.h"
+#include "core/whole_file.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::size_t digitsInWord = 4;
+// Eight lines take 48 bytes; what is much greater is something else.
+constexpr std::size_t largestFile = 4096;
+
+std::optional<ParameterWord> parseWord(std::string_view line) {
+  std::uint16_t value = 0;
+  const char* const end = line.data() + line.size();
+  if (line.size() != digitsInWord) return std::nullopt;
+  if (std::from_chars(line.data(), end, value, 16).ptr != end) return std::nullopt;
+  return ParameterWord{static_cast<std::uint8_t>(value >> 8),
+                       static_cast<std::uint8_t>(value & 0xFF)};
+}
+
+}  // namespace
+
+Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file) {
+  const auto content = readWholeFile(file, largestFile);
+  if (!content) return content.error();
+  const auto lines = linesOf(withoutByteOrderMark(*content));
+  const auto failure = [&file](std::size_t line, std::string expected, std::string found) {
+    return FileError{file.string(), static_cast<int>(line), std::move(expected), std::move(found)};
+  };
+
+  ParameterBlock block;
+  for (std::size_t i = 0; i < block.size() && i < lines.size(); ++i) {
+    const auto word = parseWord(lines[i]);
+    if (!word) return failure(i + 1, "four hexadecimal digits", foundText(lines[i]));
+    block[i] = *word;
+  }
+  if (lines.size() < block.size()) {
+    return failure(lines.size() + 1, "eight lines of four hexadecimal digits",
+                   std::to_string(lines.size()) + (lines.size() == 1 ? " line" : " lines"));
+  }
+  if (lines.size() > block.size()) {
+    return failure(block.size() + 1, "the end of the file after eight lines",
+                   foundText(lines[block.size()]));
+  }
+  return block;
+}
+
+std::optional<FileError> saveVrq(const std::filesystem::path& file, const ParameterBlock& block) {
+  std::string content;
+  for (const ParameterWord& word : block)
+    content += wordText(word) + "\r\n";
+  return writeWholeFile(file, content);
+}
+
+}  // namespace touch

@@ -1,0 +1,175 @@
+#include "core/whole_file.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "core/hex.h"
+
+#if defined(_WIN32)
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t longestQuote = 24;
+constexpr int mostLeftovers = 100;
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+#if defined(_WIN32)
+File openFile(const fs::path& path, const std::string& mode) {
+  return File(_wfopen(path.c_str(), std::wstring(mode.begin(), mode.end()).c_str()));
+}
+bool reachDisk(std::FILE* file) {
+  return _commit(_fileno(file)) == 0;
+}
+#else
+File openFile(const fs::path& path, const std::string& mode) {
+  return File(std::fopen(path.c_str(), mode.c_str()));
+}
+// Pipes and devices have no disk to reach.
+bool reachDisk(std::FILE* file) {
+  return fsync(fileno(file)) == 0 || errno == EINVAL;
+}
+#endif
+
+FileError writeError(const fs::path& path, const std::error_code& why) {
+  return {path.string(), 0, "a place that can be written", why.message()};
+}
+
+std::error_code lastError() {
+  return {errno, std::generic_category()};
+}
+
+std::error_code writeOut(std::FILE* file, std::string_view content) {
+  errno = 0;
+  const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
+  if (!written || std::fflush(file) != 0 || !reachDisk(file)) return lastError();
+  return {};
+}
+
+/// A new file beside `path`. What a crash left behind under such a name is not ours to judge: the
+/// next name is taken.
+std::pair<File, fs::path> newFileBeside(const fs::path& path) {
+  fs::path beside;
+  for (int i = 0; i < mostLeftovers; ++i) {
+    beside = path;
+    beside += ".new" + (i == 0 ? std::string() : std::to_string(i));
+    errno = 0;
+    File file = openFile(beside, "wbx");
+    if (file || errno != EEXIST) return {std::move(file), beside};
+  }
+  return {nullptr, beside};
+}
+
+bool endsWithinALine(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  if (!file || file.tellg() <= 0) return false;
+  file.seekg(-1, std::ios::end);
+  return file.get() != '\n';
+}
+
+}  // namespace
+
+std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view content) {
+  std::error_code failed;
+  // The file behind a link is replaced, not the link.
+  const fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
+  if (target.empty()) return writeError(path, failed);
+  if (fs::is_directory(target, failed)) {
+    return writeError(path, std::make_error_code(std::errc::is_a_directory));
+  }
+  auto [file, beside] = newFileBeside(target);
+  if (!file) return writeError(path, lastError());
+
+  failed = writeOut(file.get(), content);
+  file.reset();
+  if (!failed) {
+    std::error_code ignored;
+    const auto old = fs::status(target, ignored);
+    if (fs::is_regular_file(old)) fs::permissions(beside, old.permissions(), ignored);
+    fs::rename(beside, target, failed);
+  }
+  if (!failed) return std::nullopt;
+  std::error_code ignored;
+  fs::remove(beside, ignored);
+  return writeError(path, failed);
+}
+
+std::optional<FileError> appendLine(const fs::path& path, std::string_view line) {
+  std::error_code failed;
+  const std::uintmax_t size = fs::exists(path, failed) ? fs::file_size(path, failed) : 0;
+  std::string text;
+  if (endsWithinALine(path)) text += '\n';
+  text.append(line) += '\n';
+  errno = 0;
+  File file = openFile(path, "ab");
+  if (!file) return writeError(path, lastError());
+  failed = writeOut(file.get(), text);
+  file.reset();
+  if (!failed) return std::nullopt;
+  std::error_code ignored;
+  fs::resize_file(path, size, ignored);
+  return writeError(path, failed);
+}
+
+Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t limit) {
+  const auto failure = [&path](std::string expected, std::string found) {
+    return FileError{path.string(), 0, std::move(expected), std::move(found)};
+  };
+  std::error_code why;
+  const auto status = fs::status(path, why);
+  if (!fs::exists(status)) return failure("a file", "none");
+  if (!fs::is_regular_file(status)) return failure("a file", "something else of this name");
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return failure("a file that can be read", "none that this user may open");
+
+  std::string content(limit + 1, '\0');
+  file.read(content.data(), static_cast<std::streamsize>(content.size()));
+  if (file.bad()) return failure("a file that can be read", "a read error");
+  content.resize(static_cast<std::size_t>(file.gcount()));
+  if (content.size() > limit) return failure("at most " + std::to_string(limit) + " bytes", "more");
+  return content;
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+  std::vector<std::string_view> lines;
+  while (!text.empty()) {
+    const auto end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == text.npos ? text.size() : end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+std::string foundText(std::string_view found) {
+  if (found.empty()) return "an empty line";
+  std::string text = "\"";
+  for (const char character : found.substr(0, longestQuote)) {
+    const bool printable = character >= 0x20 && character < 0x7F;
+    if (printable) {
+      text += character;
+    } else {
+      text += "\\x" + hexByte(static_cast<std::uint8_t>(character));
+    }
+  }
+  return text + (found.size() > longestQuote ? "...\"" : "\"");
+}
+
+}  // namespace touch

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/result.h"
+
+namespace touch {
+
+/// Writes `content` to `path` whole or not at all: into a new file beside it, which is flushed to
+/// the disk and then takes the name. After an error, which is returned, the old file is as it was
+/// and nothing else is left behind.
+std::optional<FileError> writeWholeFile(const std::filesystem::path& path,
+                                        std::string_view content);
+
+/// Appends `line` and LF to `path`, made when missing, and flushes to the disk. After an error,
+/// which is returned, the file ends where it ended before. A last line that was cut off by a crash
+/// is ended first.
+std::optional<FileError> appendLine(const std::filesystem::path& path, std::string_view line);
+
+/// The content of a regular file of at most `limit` bytes.
+Result<std::string, FileError> readWholeFile(const std::filesystem::path& path, std::size_t limit);
+
+/// The lines of `text` without their ends, LF or CR LF; the last one needs no end.
+std::vector<std::string_view> linesOf(std::string_view text);
+
+/// What was found in a file, fit for a message: in quotes, at most 24 characters, other bytes than
+/// printable ASCII as "\x1B"; "an empty line" for nothing.
+std::string foundText(std::string_view found);
+
+}  // namespace touch

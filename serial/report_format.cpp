@@ -1,0 +1,206 @@
+#include "serial/report_format.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <optional>
+#include <string_view>
+
+#include "core/hex.h"
+#include "core/text_encoding.h"
+#include "core/whole_file.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::size_t largestFile = 64 * 1024;
+constexpr std::size_t shortestPacket = 5;
+constexpr std::size_t longestPacket = 64;
+constexpr std::size_t coordinateSize = 2;
+constexpr std::uint8_t lowestMarkedStatus = 0x80;
+
+struct EncodingName {
+  std::string_view name;
+  CoordinateEncoding encoding;
+};
+constexpr std::array encodingNames = {
+    EncodingName{"low7", CoordinateEncoding::sevenBitLowFirst},
+    EncodingName{"high7", CoordinateEncoding::sevenBitHighFirst},
+    EncodingName{"le16", CoordinateEncoding::sixteenBitLittleEndian},
+};
+
+/// What is wrong within a line.
+struct Flaw {
+  std::string expected;
+  std::string found;
+};
+
+std::vector<std::string_view> split(std::string_view text, std::string_view separators,
+                                    bool keepEmpty) {
+  std::vector<std::string_view> parts;
+  while (true) {
+    const auto end = text.find_first_of(separators);
+    if (keepEmpty || end != 0) {
+      if (const auto part = text.substr(0, end); keepEmpty || !part.empty()) parts.push_back(part);
+    }
+    if (end == text.npos) return parts;
+    text.remove_prefix(end + 1);
+  }
+}
+
+template <typename Number>
+std::optional<Number> parseNumber(std::string_view text, int base) {
+  Number value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [parsed, failed] = std::from_chars(text.data(), end, value, base);
+  if (failed != std::errc() || parsed != end) return std::nullopt;
+  return value;
+}
+
+Result<std::vector<std::uint8_t>, Flaw> parseStatusBytes(std::string_view field) {
+  std::vector<std::uint8_t> bytes;
+  for (const std::string_view part : split(field, ",", true)) {
+    const auto byte = part.size() == 2 ? parseNumber<std::uint8_t>(part, 16) : std::nullopt;
+    if (!byte)
+      return Flaw{"status bytes of two hexadecimal digits, such as D8,D9", foundText(field)};
+    bytes.push_back(*byte);
+  }
+  return bytes;
+}
+
+Result<CoordinateLayout, Flaw> parseLayout(std::string_view field, std::size_t packetLength) {
+  const Flaw flaw{"a layout such as low7@1,3 with low7, high7 or le16", foundText(field)};
+  const auto halves = split(field, "@", true);
+  if (halves.size() != 2) return flaw;
+  const auto known = std::find_if(encodingNames.begin(), encodingNames.end(),
+                                  [&](const auto& entry) { return entry.name == halves[0]; });
+  const auto places = split(halves[1], ",", true);
+  if (known == encodingNames.end() || places.size() != 2) return flaw;
+  const auto x = parseNumber<std::size_t>(places[0], 10);
+  const auto y = parseNumber<std::size_t>(places[1], 10);
+  if (!x || !y) return flaw;
+
+  const std::size_t last = packetLength - coordinateSize;
+  const std::size_t apart = *x > *y ? *x - *y : *y - *x;
+  if (*x < 1 || *y < 1 || *x > last || *y > last || apart < coordinateSize) {
+    return Flaw{
+        "two different places from 1 to " + std::to_string(last) + " for coordinates of two bytes",
+        foundText(field)};
+  }
+  return CoordinateLayout{known->encoding, *x, *y};
+}
+
+bool has(const std::vector<std::uint8_t>& bytes, std::uint8_t byte) {
+  return std::find(bytes.begin(), bytes.end(), byte) != bytes.end();
+}
+
+/// Every status byte must tell one thing only: which format, and whether the panel is touched.
+std::optional<Flaw> checkStatusBytes(const ReportFormat& format,
+                                     const std::vector<ReportFormat>& earlier) {
+  const bool marked = format.layout.encoding != CoordinateEncoding::sixteenBitLittleEndian;
+  for (const auto* bytes : {&format.touching, &format.released}) {
+    for (const std::uint8_t byte : *bytes) {
+      if (marked && byte < lowestMarkedStatus) {
+        return Flaw{"status bytes from 80 to FF with coordinates of 7 bits", hexByte(byte)};
+      }
+      for (const ReportFormat& other : earlier) {
+        if (!has(other.touching, byte) && !has(other.released, byte)) continue;
+        return Flaw{"status bytes that no other format has",
+                    hexByte(byte) + " of " + foundText(other.name)};
+      }
+    }
+  }
+  for (const std::uint8_t byte : format.released) {
+    if (has(format.touching, byte)) {
+      return Flaw{"status bytes that are either touching or released", hexByte(byte) + " in both"};
+    }
+  }
+  return std::nullopt;
+}
+
+Result<ReportFormat, Flaw> parseFormat(const std::vector<std::string_view>& fields,
+                                       const std::vector<ReportFormat>& earlier) {
+  if (fields.size() != 5) {
+    return Flaw{"five fields: name, length, touching, released, layout",
+                std::to_string(fields.size())};
+  }
+  ReportFormat format;
+  format.name = toUtf8(fields[0]);
+  for (const ReportFormat& other : earlier) {
+    if (other.name == format.name)
+      return Flaw{"a name of its own", "another " + foundText(fields[0])};
+  }
+  const auto length = parseNumber<std::size_t>(fields[1], 10);
+  if (!length || *length < shortestPacket || *length > longestPacket) {
+    return Flaw{"a packet length from 5 to 64", foundText(fields[1])};
+  }
+  format.packetLength = *length;
+  const auto touching = parseStatusBytes(fields[2]);
+  if (!touching) return touching.error();
+  format.touching = *touching;
+  if (fields[3] != "-") {
+    const auto released = parseStatusBytes(fields[3]);
+    if (!released) return released.error();
+    format.released = *released;
+  }
+  const auto layout = parseLayout(fields[4], format.packetLength);
+  if (!layout) return layout.error();
+  format.layout = *layout;
+  if (auto flaw = checkStatusBytes(format, earlier)) return *flaw;
+  return format;
+}
+
+std::uint16_t coordinateAt(CoordinateEncoding encoding, std::span<const std::uint8_t> bytes) {
+  const unsigned first = bytes[0];
+  const unsigned second = bytes[1];
+  switch (encoding) {
+    case CoordinateEncoding::sevenBitLowFirst:
+      return static_cast<std::uint16_t>((first & 0x7F) + 128 * (second & 0x7F));
+    case CoordinateEncoding::sevenBitHighFirst:
+      return static_cast<std::uint16_t>(128 * (first & 0x7F) + (second & 0x7F));
+    case CoordinateEncoding::sixteenBitLittleEndian:
+      break;
+  }
+  return static_cast<std::uint16_t>(first + 256 * second);
+}
+
+}  // namespace
+
+ReportFormats rdformad(const std::filesystem::path& folder) {
+  const auto file = folder / "zevrik.fmt";
+  ReportFormats result;
+  std::error_code ignored;
+  if (!std::filesystem::exists(file, ignored)) return result;
+  const auto content = readWholeFile(file, largestFile);
+  if (!content) {
+    result.problems.push_back(content.error());
+    return result;
+  }
+  int number = 0;
+  for (const std::string_view line : linesOf(withoutByteOrderMark(*content))) {
+    ++number;
+    const auto fields = split(line.substr(0, line.find('#')), " \t", false);
+    if (fields.empty()) continue;
+    auto format = parseFormat(fields, result.formats);
+    if (format) {
+      result.formats.push_back(std::move(*format));
+    } else {
+      const auto& [expected, found] = format.error();
+      result.problems.push_back({file.string(), number, expected, found});
+    }
+  }
+  return result;
+}
+
+ReportCoordinates coordinatesIn(const CoordinateLayout& layout,
+                                std::span<const std::uint8_t> packet) {
+  return {coordinateAt(layout.encoding, packet.subspan(layout.x, coordinateSize)),
+          coordinateAt(layout.encoding, packet.subspan(layout.y, coordinateSize))};
+}
+
+std::uint16_t greatestCoordinate(CoordinateEncoding encoding) {
+  return encoding == CoordinateEncoding::sixteenBitLittleEndian ? 65535 : 16383;
+}
+
+}  // namespace touch

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "console/parameter_words.h"
+#include "core/hex.h"
+#include "tests/support/desk.h"
+#include "tests/support/temporary_folder.h"
+
+namespace touch::test {
+
+/// A desk whose controller has a parameter memory, which can break in the ways that such memories
+/// do.
+class ParameterDesk : public Desk {
+ protected:
+  ParameterDesk() {
+    for (std::uint8_t address = 0; address < 8; ++address)
+      memory[address] = {0x10, address};
+    script.onCall = [this](const std::string& line) { serve(line); };
+  }
+
+  std::map<std::uint8_t, ParameterWord> memory;
+  int callsUntilPowerLoss = -1;                 ///< then nothing is answered or stored any more
+  bool storesWhatItDoesNotAcknowledge = false;  ///< the power goes between storing and answering
+  std::map<std::uint8_t, ParameterWord> stuck;  ///< words that acknowledge but keep this value
+  TemporaryFolder folder;
+
+  /// The writes of the journal, e.g. "SP011AFF".
+  Lines written() const {
+    Lines lines;
+    for (const auto& line : journal) {
+      if (line.starts_with("WriteBuffer SP")) lines.push_back(line.substr(12));
+    }
+    return lines;
+  }
+  /// What the user was told and asked.
+  Lines said() const {
+    Lines lines;
+    for (const auto& line : journal) {
+      if (line.starts_with("message ") || line.starts_with("confirm ")) lines.push_back(line);
+    }
+    return lines;
+  }
+
+ private:
+  static std::uint8_t byteAt(const std::string& text, std::size_t place) {
+    return static_cast<std::uint8_t>(std::stoi(text.substr(place, 2), nullptr, 16));
+  }
+
+  void serve(const std::string& line) {
+    if (!line.starts_with("WriteBuffer ")) return;
+    const std::string command = line.substr(12);
+    script.replies[command] = {Bytes{}};
+    const bool alive = callsUntilPowerLoss != 0;
+    if (callsUntilPowerLoss > 0) --callsUntilPowerLoss;
+    const bool last = callsUntilPowerLoss == 0;
+    if (!alive) return;
+    if (command.starts_with("GP")) {
+      const auto word = memory.find(byteAt(command, 2));
+      script.replies[command] = {word == memory.end() ? refusal
+                                                      : replyOf("0" + wordText(word->second))};
+    } else if (command.starts_with("SP")) {
+      const std::uint8_t address = byteAt(command, 2);
+      memory[address] = stuck.contains(address)
+                            ? stuck[address]
+                            : ParameterWord{byteAt(command, 4), byteAt(command, 6)};
+      if (!(last && storesWhatItDoesNotAcknowledge)) script.replies[command] = {acknowledgement};
+    } else if (command == "RD") {
+      for (auto& [address, word] : memory)
+        word = {0x33, address};
+      script.replies[command] = {acknowledgement};
+    }
+  }
+};
+
+}  // namespace touch::test

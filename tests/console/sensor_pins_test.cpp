@@ -1,0 +1,115 @@
+#include "console/sensor_pins.h"
+
+#include "console/backup.h"
+#include "tests/console/parameter_controller.h"
+
+namespace touch {
+namespace {
+
+using test::Lines;
+
+const PinDefinition fourInOrder{SensorType::fourWire, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}};
+const PinDefinition fiveInOrder{SensorType::fiveWire, {{7, 0}, {6, 1}, {5, 2}, {4, 3}, {3, 4}}};
+
+class SensorPins : public test::ParameterDesk {
+ protected:
+  SensorPins() {
+    memory[0x80] = {0, 4};
+    for (std::uint8_t i = 0; i < 4; ++i)
+      memory[static_cast<std::uint8_t>(0x81 + i)] = {i, i};
+    memory[0x85] = {0xFF, 0xFF};
+  }
+  const Backup backup{folder.path(), [] { return Backup::TimePoint{}; }};
+};
+
+TEST(PinDefinitions, AreCheckedNumberByNumber) {
+  const auto with = [](std::size_t wire, PinAssignment pins) {
+    PinDefinition definition = fourInOrder;
+    definition.wires[wire] = pins;
+    return definition;
+  };
+  const std::vector<std::pair<PinDefinition, Lines>> cases = {
+      {fourInOrder, {}},
+      {fiveInOrder, {}},
+      {with(0, {7, 7}), {}},
+      {with(0, {8, 0}), {"X+, channel: expected 0 to 7, found 8"}},
+      {with(1, {1, -1}), {"X\u2212, bit: expected 0 to 7, found -1"}},
+      {with(2, {127, 2}), {"Y+, channel: expected 0 to 7, found 127"}},
+      {with(2, {128, 2}), {"Value must < 128 !!"}},
+      {with(3, {3, 1000}), {"Value must < 128 !!"}},
+      {with(3, {0, 3}),
+       {"X+, channel: 0 is used by Y\u2212 too", "Y\u2212, channel: 0 is used by X+ too"}},
+      {with(2, {2, 1}), {"X\u2212, bit: 1 is used by Y+ too", "Y+, bit: 1 is used by X\u2212 too"}},
+      {{SensorType::fiveWire, fourInOrder.wires}, {"expected 5 wires, found 4"}},
+  };
+  for (const auto& [definition, expected] : cases) {
+    Lines texts;
+    for (const auto& problem : checkPins(MessageTable(), definition))
+      texts.push_back(problem.text);
+    EXPECT_EQ(texts, expected);
+  }
+}
+
+TEST_F(SensorPins, AreReadAsTheyAre) {
+  EXPECT_EQ(*readPins(access()), fourInOrder);
+  memory[0x83] = {0xFF, 0x80};
+  EXPECT_EQ(readPins(access())->wires[2], (PinAssignment{255, 128})) << "in order or not";
+  memory.erase(0x84);
+  EXPECT_EQ(readPins(access()).error(), "Word 84: the controller's answer holds no parameter word");
+  for (const ParameterWord type : {ParameterWord{0, 3}, {0, 6}, {4, 4}, {0xFF, 0xFF}}) {
+    memory[0x80] = type;
+    EXPECT_EQ(readPins(access()).error(), "Read Sensor Type Error!!") << wordText(type);
+  }
+}
+
+TEST_F(SensorPins, AreUpdatedWithTheSensorDisconnectedAndCanBePutBack) {
+  const auto result = updatePins(access(), prompt, backup, fiveInOrder);
+  EXPECT_EQ(result.end, PinsEnd::done);
+  EXPECT_EQ(said(), (Lines{"confirm Update the pin definition ??",
+                           "message Disconnect the connector of touch sensor ",
+                           "message Update OK ! Re-Connect the the Touch Sensor"}));
+  EXPECT_EQ(written(),
+            (Lines{"SP810700", "SP820601", "SP830502", "SP840403", "SP850304", "SP800005"}));
+  EXPECT_EQ(*readPins(access()), fiveInOrder);
+
+  EXPECT_EQ(putBackPins(access(), prompt, backup, result.report.oldWords()).end, PinsEnd::done);
+  EXPECT_EQ(*readPins(access()), fourInOrder);
+  EXPECT_EQ(memory[0x85], (ParameterWord{0xFF, 0xFF}));
+}
+
+TEST_F(SensorPins, AreLeftAloneWhenTheyCannotBeUpdated) {
+  EXPECT_EQ(updatePins(access(), prompt, backup, {SensorType::fourWire, {}}).end, PinsEnd::invalid);
+  EXPECT_EQ(journal, Lines{"message expected 4 wires, found 0"});
+
+  journal.clear();
+  prompt.answerYes = false;
+  EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
+  EXPECT_EQ(journal, Lines{"confirm Update the pin definition ??"});
+
+  journal.clear();
+  prompt.answerYes = true;
+  callsUntilPowerLoss = 0;
+  EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::typeUnreadable);
+  EXPECT_EQ(said().back(), "message Read Sensor Type Error!!");
+  EXPECT_TRUE(written().empty());
+}
+
+TEST_F(SensorPins, GoBackToTheOldMappingWhenAWriteFails) {
+  stuck[0x83] = {2, 2};
+  const auto result = updatePins(access(), prompt, backup, fiveInOrder);
+  EXPECT_EQ(result.end, PinsEnd::brokenOff);
+  EXPECT_EQ(result.reason, "Written: 81, 82. Word 83: 0502 was written, 0202 was read back");
+  EXPECT_EQ(said().back(), "message Update Error");
+  ASSERT_TRUE(result.putBack);
+  EXPECT_TRUE(result.putBack->complete());
+  EXPECT_EQ(*readPins(access()), fourInOrder);
+
+  stuck[0x81] = {6, 6};
+  updatePins(access(), prompt, backup, fiveInOrder);
+  EXPECT_EQ(said().back(),
+            "message The old pin definition is not wholly back. Written: none. "
+            "Word 81: 0000 was written, 0606 was read back.");
+}
+
+}  // namespace
+}  // namespace touch
