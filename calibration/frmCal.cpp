@@ -67,8 +67,11 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
   timeBar_->setAttribute(Qt::WA_TransparentForMouseEvents);
   timeBar_->hide();
 
+  QFont larger = font();
+  if (!isSmallScreen()) larger.setPointSizeF(font().pointSizeF() * 1.3);
+  instruction_->setFont(larger);
   QFont exitFont("Times New Roman");
-  exitFont.setPointSizeF(font().pointSizeF() * 1.3);
+  exitFont.setPointSizeF(larger.pointSizeF());
   exitLabel_->setFont(exitFont);
 
   connect(startButton_, &QPushButton::clicked, this, [this] { calibration_->start(); });
@@ -111,7 +114,7 @@ void frmCal::placeControls() {
   const int count = static_cast<int>(shown.size());
   int left = (width() - count * buttonWidth - (count - 1) * gap) / 2;
   for (QPushButton* const button : shown) {
-    button->setGeometry(left, at(buttonsTop), buttonWidth, fingerSize);
+    button->setGeometry(left, at(buttonsTop), buttonWidth, fingerSize());
     left += buttonWidth + gap;
   }
 }

@@ -37,20 +37,19 @@ QString inPercent(double fraction) {
 
 }  // namespace
 
-frmCalibrationPage::frmCalibrationPage(QWidget* parent)
-    : QWidget(parent), buttons_(new QWidget), panelError_(new QLabel) {
+frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panelError_(new QLabel) {
   auto* const introduction = new QLabel(
       tr("Touch the targets one after the other. A target that is not touched in about a "
          "minute ends the calibration; nothing is stored then."));
   introduction->setWordWrap(true);
 
-  auto* const grid = new QGridLayout(buttons_);
+  auto* const grid = new QGridLayout;
   grid->setContentsMargins(0, 0, 0, 0);
   int row = 0;
   for (const Choice& choice : choices) {
     auto* const button = new QPushButton(tr(choice.caption));
     button->setObjectName(choice.name);
-    button->setMinimumWidth(3 * fingerSize);
+    button->setMinimumWidth(3 * fingerSize());
     auto* const purpose = new QLabel(tr(choice.purpose));
     purpose->setWordWrap(true);
     button->setAccessibleDescription(purpose->text());
@@ -68,13 +67,9 @@ frmCalibrationPage::frmCalibrationPage(QWidget* parent)
 
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(introduction);
-  layout->addWidget(buttons_);
+  layout->addLayout(grid);
   layout->addWidget(panelError_);
   layout->addStretch();
-}
-
-void frmCalibrationPage::setPossible(bool possible) {
-  buttons_->setEnabled(possible);
 }
 
 void frmCalibrationPage::showPanelError(const std::optional<Simulation::PanelError>& before,

@@ -19,13 +19,11 @@ class frmCalibrationPage final : public QWidget {
   /// The simulated panel's error before the last calibration, if there was one, and now.
   void showPanelError(const std::optional<Simulation::PanelError>& before,
                       const std::optional<Simulation::PanelError>& now);
-  void setPossible(bool possible);
 
  signals:
   void calibrationRequested(int points);
 
  private:
-  QWidget* buttons_;
   QLabel* panelError_;
 };
 

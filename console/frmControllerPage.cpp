@@ -45,7 +45,7 @@ frmControllerPage::frmControllerPage(QWidget* parent)
   controllerList_->setAccessibleName(tr("Controllers"));
   controllerList_->setHorizontalHeaderLabels({tr(" No"), tr(" Device")});
   controllerList_->verticalHeader()->hide();
-  controllerList_->verticalHeader()->setDefaultSectionSize(fingerSize);
+  controllerList_->verticalHeader()->setDefaultSectionSize(fingerSize());
   controllerList_->horizontalHeader()->setStretchLastSection(true);
   controllerList_->horizontalHeader()->setHighlightSections(false);
   controllerList_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -54,13 +54,13 @@ frmControllerPage::frmControllerPage(QWidget* parent)
   controllerList_->setSelectionMode(QAbstractItemView::SingleSelection);
   controllerList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   controllerList_->setTabKeyNavigation(false);
-  controllerList_->setMinimumHeight(2 * fingerSize);
+  controllerList_->setMinimumHeight(2 * fingerSize());
   emptyHint_->setWordWrap(true);
   emptyHint_->hide();
 
   infoList_->setObjectName("infoList");
   infoList_->setAccessibleName(tr("Controller information"));
-  infoList_->setMinimumHeight(2 * fingerSize);
+  infoList_->setMinimumHeight(2 * fingerSize());
 
   auto* const refresh = new QPushButton(tr("&Refresh"));
   refresh->setObjectName("cmdRefresh");

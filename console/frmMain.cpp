@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QTabWidget>
 #include <QTimer>
@@ -18,6 +19,10 @@
 #include "console/frmCalibrationPage.h"
 #include "console/frmControllerPage.h"
 #include "console/frmMaintenancePage.h"
+#include "console/frmParametersPage.h"
+#include "console/frmPinDefine.h"
+#include "console/frmSettingsPage.h"
+#include "console/monitors.h"
 #include "ui/finger_style.h"
 #include "ui/text.h"
 
@@ -50,7 +55,7 @@ QScrollArea* scrollable(QWidget* page) {
   area->setWidget(page);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
-  area->setMinimumHeight(fingerSize);
+  area->setMinimumHeight(fingerSize());
   return area;
 }
 
@@ -62,16 +67,20 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       prompt_(prompt),
       startup_(startup),
       console_(access, prompt, *this, port, startup.workFolder),
+      pinEditor_(access, prompt, Backup(startup.workFolder)),
       picture_(new QLabel),
       controls_(new QWidget),
       tabs_(new QTabWidget),
       controllerPage_(new frmControllerPage),
+      settingsPage_(new frmSettingsPage(console_.settings(), startup.workFolder)),
       calibrationPage_(new frmCalibrationPage),
       maintenancePage_(new frmMaintenancePage(startup.driverPath, startup.workFolder, trace)),
+      parametersPage_(new frmParametersPage(console_.parameters(), startup.workFolder)),
       passwordFrame_(new QFrame),
       passwordBox_(new QLineEdit),
       statusLine_(new QLabel),
-      cancelSearch_(new QPushButton(tr("&Stop searching"))) {
+      cancelSearch_(new QPushButton(tr("&Stop searching"))),
+      release_(new QPushButton(tr("Re&lease comport and Exit"))) {
   setObjectName("frmMain");
   setWindowTitle("TouchUtility");
   statusLine_->setObjectName("statusLine");
@@ -79,8 +88,10 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   tabs_->addTab(scrollable(controllerPage_), tr("Controller"));
+  tabs_->addTab(scrollable(settingsPage_), tr("Settings"));
   tabs_->addTab(scrollable(calibrationPage_), tr("Calibration"));
   tabs_->addTab(scrollable(maintenancePage_), tr("Maintenance"));
+  tabs_->addTab(scrollable(parametersPage_), tr("Parameters"));
 
   auto* const controlsLayout = new QVBoxLayout(controls_);
   controlsLayout->setContentsMargins(0, 0, 0, 0);
@@ -94,8 +105,19 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   layout->addWidget(controls_, 1);
   layout->addWidget(statusLine_);
   layout->addWidget(makeFooter());
-  resize(720, 560);
+  resize(QSize(760, 640).boundedTo(screen()->availableSize()));
 
+  connectPages();
+  qApp->installEventFilter(this);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::perform(const QString& what, const std::function<std::string()>& action) {
+  console_.perform(what.toStdString(), action);
+}
+
+void frmMain::connectPages() {
   connect(controllerPage_, &frmControllerPage::controllerChosen, this, [this](int index) {
     if (index >= 0) console_.selectController(static_cast<std::size_t>(index));
   });
@@ -109,13 +131,61 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
     console_.searchComPorts();
     cancelSearch_->hide();
   });
+
+  SettingsPanel& settings = console_.settings();
+  const QString setting = tr("Changing the setting …");
+  connect(settingsPage_, &frmSettingsPage::changeRequested, this,
+          [this, &settings, setting](const Setting* changed, int value) {
+            perform(setting, [&] { return settings.change(*changed, value); });
+          });
+  connect(settingsPage_, &frmSettingsPage::sensitivityRequested, this,
+          [this, &settings, setting](int index) {
+            perform(setting,
+                    [&] { return settings.changeSensitivity(index).value_or(std::string()); });
+          });
+  connect(settingsPage_, &frmSettingsPage::confirmRequested, this, [this, &settings, setting] {
+    perform(setting, [&settings] { return settings.confirm(); });
+  });
+
+  connect(settingsPage_, &frmSettingsPage::noteShown, this, [this](QWidget* note) {
+    auto* const area = qobject_cast<QScrollArea*>(tabs_->currentWidget());
+    // The layout makes room for the note when the events in hand are through.
+    QTimer::singleShot(0, area, [area, note] { area->ensureWidgetVisible(note); });
+  });
+
   connect(calibrationPage_, &frmCalibrationPage::calibrationRequested, this,
           [this](int points) { console_.calstart(points); });
-  connect(maintenancePage_, &frmMaintenancePage::statusChanged, statusLine_, &QLabel::setText);
-  qApp->installEventFilter(this);
-}
 
-frmMain::~frmMain() = default;
+  ParameterEditor& parameters = console_.parameters();
+  connect(maintenancePage_, &frmMaintenancePage::defaultsRequested, this, [this, &parameters] {
+    perform(tr("Restoring the defaults …"), [&parameters] { return parameters.restoreDefaults(); });
+  });
+  connect(maintenancePage_, &frmMaintenancePage::resetRequested, this, [this, &parameters] {
+    perform(tr("Resetting the controller …"), [&parameters] { return parameters.reset(); });
+  });
+  connect(maintenancePage_, &frmMaintenancePage::monitorRequested, this, [this](int monitor) {
+    perform(tr("Assigning the monitor …"), [this, monitor] {
+      return std::string(assignMonitor(access_, prompt_, monitor)
+                             ? "The panel belongs to monitor "
+                             : "The driver did not take monitor ") +
+             std::to_string(monitor) + '.';
+    });
+  });
+  connect(maintenancePage_, &frmMaintenancePage::statusChanged, statusLine_, &QLabel::setText);
+
+  const auto undo = [this, &parameters] {
+    perform(tr("Writing the parameters back …"), [&parameters] { return parameters.undo(); });
+  };
+  connect(maintenancePage_, &frmMaintenancePage::undoRequested, this, undo);
+  connect(parametersPage_, &frmParametersPage::undoRequested, this, undo);
+  connect(parametersPage_, &frmParametersPage::readRequested, this, [this, &parameters] {
+    perform(tr("Reading the parameters …"), [&parameters] { return parameters.read(); });
+  });
+  connect(parametersPage_, &frmParametersPage::writeRequested, this, [this, &parameters] {
+    perform(tr("Writing the parameters …"), [&parameters] { return parameters.write(); });
+  });
+  connect(parametersPage_, &frmParametersPage::statusChanged, statusLine_, &QLabel::setText);
+}
 
 QWidget* frmMain::makeHeader() {
   auto* const header = new QWidget;
@@ -128,13 +198,14 @@ QWidget* frmMain::makeHeader() {
     auto* const notice = new QLabel(tr("Simulated controllers: the mouse is the finger"));
     notice->setObjectName("simulationNotice");
     notice->setWordWrap(true);
-    notice->setStyleSheet("background: #ffe08a; color: #402c00; padding: 4px 8px");
+    notice->setStyleSheet("background: #ffe08a; color: #402c00; padding: 2px 8px");
     row->addWidget(notice, 1);
   } else {
     row->addStretch(1);
   }
   auto* const version = new QLabel(shownText(versionText));
   version->setObjectName("lblVersion");
+  version->setVisible(!isSmallScreen());
   row->addWidget(version);
   return header;
 }
@@ -168,16 +239,15 @@ QWidget* frmMain::makeFooter() {
   row->setContentsMargins(0, 0, 0, 0);
   cancelSearch_->setObjectName("cmdCancelSearch");
   cancelSearch_->hide();
-  auto* const release = new QPushButton(tr("Re&lease comport and Exit"));
-  release->setObjectName("cmdRelease");
+  release_->setObjectName("cmdRelease");
   auto* const exit = new QPushButton(tr("E&xit"));
   exit->setObjectName("cmdExit");
   row->addStretch(1);
   row->addWidget(cancelSearch_);
-  row->addWidget(release);
+  row->addWidget(release_);
   row->addWidget(exit);
   connect(cancelSearch_, &QPushButton::clicked, this, [this] { console_.cancelSearch(); });
-  connect(release, &QPushButton::clicked, this, [this] { console_.releaseAndExit(); });
+  connect(release_, &QPushButton::clicked, this, [this] { console_.releaseAndExit(); });
   connect(exit, &QPushButton::clicked, this, [this] { console_.exit(); });
   return footer;
 }
@@ -235,11 +305,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
 void frmMain::showBusy(const std::string& what) {
   if (controls_->isEnabled()) focusBeforeBusy_ = focusWidget();
   controls_->setEnabled(false);
+  release_->setEnabled(false);
   statusLine_->setText(shownText(what));
 }
 
 void frmMain::showIdle() {
   controls_->setEnabled(true);
+  release_->setEnabled(true);
   if (focusBeforeBusy_) focusBeforeBusy_->setFocus();
 }
 
@@ -250,10 +322,20 @@ void frmMain::showStatus(const std::string& text) {
 void frmMain::showControllers(const std::vector<std::string>& names,
                               std::optional<std::size_t> selected) {
   controllerPage_->showControllers(names, selected);
-  calibrationPage_->setPossible(selected.has_value());
+  for (QWidget* const page :
+       std::initializer_list<QWidget*>{settingsPage_, calibrationPage_, parametersPage_}) {
+    page->setEnabled(selected.has_value());
+  }
 }
 
-void frmMain::showSettings(const DriverSettings&) {}
+void frmMain::showSettings() {
+  settingsPage_->fill();
+}
+
+void frmMain::showParameters() {
+  parametersPage_->fill();
+  maintenancePage_->allowUndo(console_.parameters().canUndo());
+}
 
 void frmMain::showIdentity(const Identity& identity) {
   controllerPage_->showIdentity(identity);
@@ -298,9 +380,21 @@ void frmMain::showPasswordFrame(bool shown) {
   passwordBox_->setFocus();
 }
 
-void frmMain::openDebugger() {}
+void frmMain::openDebugger() {
+  showStatus("The serial debugger is not part of this version.");
+}
 
-void frmMain::openPinDefinition() {}
+void frmMain::openPinDefinition() {
+  if (pinWindow_ == nullptr) {
+    pinWindow_ = new frmPinDefine(
+        pinEditor_,
+        [this](const std::string& what, const std::function<std::string()>& action) {
+          console_.perform(what, action);
+        },
+        this);
+  }
+  pinWindow_->open();
+}
 
 void frmMain::openCalibration() {
   showNormal();

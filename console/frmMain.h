@@ -8,6 +8,7 @@
 
 #include "calibration/frmCal.h"
 #include "console/main_console.h"
+#include "console/pin_editor.h"
 #include "core/simulation.h"
 #include "core/trace.h"
 
@@ -22,6 +23,9 @@ namespace touch {
 class frmCalibrationPage;
 class frmControllerPage;
 class frmMaintenancePage;
+class frmParametersPage;
+class frmPinDefine;
+class frmSettingsPage;
 
 /// What the program was started with, as far as its windows care.
 struct Startup {
@@ -53,7 +57,8 @@ class frmMain final : public QWidget, private MainView {
   void showStatus(const std::string& text) override;
   void showControllers(const std::vector<std::string>& names,
                        std::optional<std::size_t> selected) override;
-  void showSettings(const DriverSettings& settings) override;
+  void showSettings() override;
+  void showParameters() override;
   void showIdentity(const Identity& identity) override;
   void showInformation(const std::vector<std::string>& lines) override;
   void showPicture(const std::filesystem::path& file) override;
@@ -66,6 +71,8 @@ class frmMain final : public QWidget, private MainView {
   void cancelCalibration() override;
   void endProgram() override;
 
+  void connectPages();
+  void perform(const QString& what, const std::function<std::string()>& action);
   QWidget* makeHeader();
   QWidget* makePasswordFrame();
   QWidget* makeFooter();
@@ -77,17 +84,22 @@ class frmMain final : public QWidget, private MainView {
   Prompt& prompt_;
   Startup startup_;
   MainConsole console_;
+  PinEditor pinEditor_;
 
   QLabel* picture_;
   QWidget* controls_;
   QTabWidget* tabs_;
   frmControllerPage* controllerPage_;
+  frmSettingsPage* settingsPage_;
   frmCalibrationPage* calibrationPage_;
   frmMaintenancePage* maintenancePage_;
+  frmParametersPage* parametersPage_;
+  frmPinDefine* pinWindow_ = nullptr;
   QFrame* passwordFrame_;
   QLineEdit* passwordBox_;
   QLabel* statusLine_;
   QPushButton* cancelSearch_;
+  QPushButton* release_;
   QPointer<frmCal> calibrationWindow_;
   QPointer<QWidget> focusBeforeBusy_;
   std::optional<Simulation::PanelError> errorBefore_;

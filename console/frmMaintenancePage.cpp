@@ -1,12 +1,21 @@
 #include "console/frmMaintenancePage.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFormLayout>
 #include <QFrame>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "ui/finger_style.h"
+#include "ui/monitor_number.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -18,11 +27,13 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
       trace_(trace),
       traceFile_(workFolder / "trace.jsonl"),
       advancedFrame_(new QFrame),
+      undo_(new QPushButton(tr("&Undo"))),
+      monitors_(new QComboBox),
       traceSwitch_(new QCheckBox(tr("&Trace every driver call and serial transfer"))) {
-  auto* const driverPath = new QLabel(shownText(driver.string()));
+  auto* const driverPath = new QLineEdit(shownText(driver.string()));
   driverPath->setObjectName("driverPath");
-  driverPath->setWordWrap(true);
-  driverPath->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  driverPath->setAccessibleName(tr("Driver library"));
+  driverPath->setReadOnly(true);
 
   traceSwitch_->setObjectName("checkTrace");
   traceSwitch_->setChecked(trace_.isOn());
@@ -32,6 +43,8 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
   advancedFrame_->setObjectName("advancedFrame");
   advancedFrame_->setFrameShape(QFrame::StyledPanel);
   auto* const advanced = new QFormLayout(advancedFrame_);
+  advanced->setRowWrapPolicy(QFormLayout::WrapLongRows);
+  advanced->addRow(tr("Panel on monitor:"), makeMonitors());
   advanced->addRow(tr("Driver library:"), driverPath);
   advanced->addRow(traceSwitch_);
   advancedFrame_->hide();
@@ -40,13 +53,95 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
   hint->setWordWrap(true);
 
   auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(makeFunctions());
   layout->addWidget(hint);
   layout->addWidget(advancedFrame_);
   layout->addStretch();
 }
 
+QWidget* frmMaintenancePage::makeFunctions() {
+  auto* const box = new QWidget;
+  auto* const grid = new QGridLayout(box);
+  grid->setContentsMargins(0, 0, 0, 0);
+  const struct {
+    QPushButton* button;
+    const char* name;
+    QString purpose;
+    void (frmMaintenancePage::*requested)();
+  } functions[] = {
+      {new QPushButton(tr("&Defaults")), "Command2",
+       tr("Restores the values that the controller left the factory with. The parameters before "
+          "are "
+          "kept in the folder \"backup\"."),
+       &frmMaintenancePage::defaultsRequested},
+      {undo_, "cmdUndoDefaults", tr("Writes the parameters from before back into the controller."),
+       &frmMaintenancePage::undoRequested},
+      {new QPushButton(tr("&Reset")), "Command3",
+       tr("Restarts the controller; its settings and its calibration stay."),
+       &frmMaintenancePage::resetRequested},
+  };
+  int row = 0;
+  for (const auto& function : functions) {
+    function.button->setObjectName(function.name);
+    function.button->setMinimumWidth(3 * fingerSize());
+    function.button->setAccessibleDescription(function.purpose);
+    auto* const purpose = new QLabel(function.purpose);
+    purpose->setWordWrap(true);
+    grid->addWidget(function.button, row, 0);
+    grid->addWidget(purpose, row, 1);
+    ++row;
+    connect(function.button, &QPushButton::clicked, this, function.requested);
+  }
+  grid->setColumnStretch(1, 1);
+  undo_->setEnabled(false);
+  return box;
+}
+
+QWidget* frmMaintenancePage::makeMonitors() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  monitors_->setObjectName("monitorList");
+  monitors_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  monitors_->setMinimumContentsLength(6);
+  monitors_->setAccessibleName(tr("Monitor that the panel covers"));
+  auto* const identify = new QPushButton(tr("Id&entify"));
+  identify->setObjectName("cmdIdentifyMonitors");
+  identify->setToolTip(tr("Shows its number on each monitor"));
+  auto* const assign = new QPushButton(tr("&Assign"));
+  assign->setObjectName("cmdAssignMonitor");
+  row->addWidget(monitors_, 1);
+  row->addWidget(identify);
+  row->addWidget(assign);
+  fillMonitors();
+  connect(qApp, &QGuiApplication::screenAdded, this, [this] { fillMonitors(); });
+  connect(qApp, &QGuiApplication::screenRemoved, this, [this] { fillMonitors(); });
+  connect(identify, &QPushButton::clicked, this, [] { showMonitorNumbers(); });
+  connect(assign, &QPushButton::clicked, this,
+          [this] { emit monitorRequested(monitors_->currentIndex() + 1); });
+  return box;
+}
+
+void frmMaintenancePage::fillMonitors() {
+  const int chosen = std::max(monitors_->currentIndex(), 0);
+  monitors_->clear();
+  int number = 0;
+  for (const QScreen* const screen : QGuiApplication::screens()) {
+    monitors_->addItem(tr("%1: %2, %3 x %4")
+                           .arg(++number)
+                           .arg(screen->name())
+                           .arg(screen->size().width())
+                           .arg(screen->size().height()));
+  }
+  monitors_->setCurrentIndex(std::min(chosen, monitors_->count() - 1));
+}
+
 void frmMaintenancePage::showAdvancedFrame() {
   advancedFrame_->show();
+}
+
+void frmMaintenancePage::allowUndo(bool possible) {
+  undo_->setEnabled(possible);
 }
 
 void frmMaintenancePage::switchTrace(bool on) {

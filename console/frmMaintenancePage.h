@@ -6,11 +6,13 @@
 #include "core/trace.h"
 
 class QCheckBox;
+class QComboBox;
 class QFrame;
+class QPushButton;
 
 namespace touch {
 
-/// The page "Maintenance", with the advanced frame that the key I reveals.
+/// The page "Maintenance": the controller's defaults and its reset, and the advanced frame that the key I reveals.
 class frmMaintenancePage final : public QWidget {
   Q_OBJECT
 
@@ -19,16 +21,27 @@ class frmMaintenancePage final : public QWidget {
                      Trace& trace, QWidget* parent = nullptr);
 
   void showAdvancedFrame();
+  /// Whether there is something that "Undo" would take back.
+  void allowUndo(bool possible);
 
  signals:
+  void defaultsRequested();
+  void resetRequested();
+  void undoRequested();
+  void monitorRequested(int monitor);  ///< counted from 1
   void statusChanged(const QString& text);
 
  private:
+  QWidget* makeFunctions();
+  QWidget* makeMonitors();
+  void fillMonitors();
   void switchTrace(bool on);
 
   Trace& trace_;
   std::filesystem::path traceFile_;
   QFrame* advancedFrame_;
+  QPushButton* undo_;
+  QComboBox* monitors_;
   QCheckBox* traceSwitch_;
 };
 

@@ -56,7 +56,9 @@ MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, S
       prompt_(prompt),
       view_(view),
       port_(port),
-      workFolder_(std::move(workFolder)) {}
+      workFolder_(std::move(workFolder)),
+      settings_(access, prompt),
+      parameters_(access, prompt, Backup(workFolder_)) {}
 
 void MainConsole::startUp() {
   const Action action(*this, "Searching for controllers …");
@@ -105,14 +107,16 @@ void MainConsole::findControllers() {
 
 void MainConsole::readSettings() {
   view_.showBusy("Reading the settings of " + toUtf8(selectedName()) + " …");
-  view_.showSettings(readset(access_));
+  settings_.take(readset(access_));
+  view_.showSettings();
 }
 
 void MainConsole::readIdentity() {
   view_.showBusy("Asking " + toUtf8(selectedName()) + " what it is …");
   const Identity identity = readfw(access_);
   firmware_ = identity.firmware;
-  parameter01_.reset();
+  parameters_.forget();
+  view_.showParameters();
   view_.showIdentity(identity);
 }
 
@@ -152,13 +156,22 @@ void MainConsole::searchComPorts() {
     return !cutShort_;
   });
   // The search made the driver let go of its port; reading the settings makes it take the port back.
-  view_.showSettings(readset(access_));
+  readSettings();
   if (found.cancelled) {
     view_.showStatus("The search was cancelled.");
     return;
   }
   view_.showStatus(describe(found));
   prompt_.message(describe(found));
+}
+
+void MainConsole::perform(const std::string& what, const std::function<std::string()>& action) {
+  if (busy_ || !selected_) return;
+  const Action running(*this, what);
+  const std::string outcome = action();
+  view_.showSettings();
+  view_.showParameters();
+  view_.showStatus(outcome);
 }
 
 void MainConsole::calstart(int points) {
@@ -211,7 +224,7 @@ std::string MainConsole::selectedName() const {
 }
 
 void MainConsole::closingStep() {
-  plcmd(access_, {selectedName(), firmware_, parameter01_});
+  plcmd(access_, {selectedName(), firmware_, parameters_.parameter01()});
 }
 
 void MainConsole::exit() {

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "console/parameter_editor.h"
+#include "console/settings_panel.h"
 #include "core/discovery.h"
 #include "core/driver_settings.h"
 #include "core/identity.h"
@@ -33,7 +35,10 @@ class MainView {
 
   virtual void showControllers(const std::vector<std::string>& names,
                                std::optional<std::size_t> selected) = 0;
-  virtual void showSettings(const DriverSettings& settings) = 0;
+  /// Puts what the settings panel holds into the controls.
+  virtual void showSettings() = 0;
+  /// Puts what the parameter editor holds into the table.
+  virtual void showParameters() = 0;
   virtual void showIdentity(const Identity& identity) = 0;
   virtual void showInformation(const std::vector<std::string>& lines) = 0;
   virtual void showPicture(const std::filesystem::path& file) = 0;
@@ -69,6 +74,12 @@ class MainConsole {
   /// "Search COM ports"
   void searchComPorts();
   void cancelSearch() { cutShort_ = true; }
+
+  /// Any other action on the controller: runs it when no other runs, and shows the line that it answers with.
+  void perform(const std::string& what, const std::function<std::string()>& action);
+
+  SettingsPanel& settings() { return settings_; }
+  ParameterEditor& parameters() { return parameters_; }
 
   /// Starts the calibration with `points` targets.
   void calstart(int points);
@@ -106,11 +117,12 @@ class MainConsole {
   MainView& view_;
   SerialPort& port_;
   std::filesystem::path workFolder_;
+  SettingsPanel settings_;
+  ParameterEditor parameters_;
 
   ControllerList list_;
   std::optional<std::size_t> selected_;
   std::string firmware_;
-  std::optional<ParameterWord> parameter01_;
   bool busy_ = false;
   bool calibrating_ = false;
   bool cutShort_ = false;

@@ -1,15 +1,26 @@
 #include "ui/finger_style.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPen>
+#include <QScreen>
 #include <QStyleOption>
 #include <QWidget>
 
 namespace touch {
 
+bool isSmallScreen() {
+  constexpr int smallHeight = 400;
+  return QGuiApplication::primaryScreen()->size().height() < smallHeight;
+}
+
+int fingerSize() {
+  return isSmallScreen() ? 30 : 44;
+}
+
 void makeFingerSized(QWidget& control) {
-  control.setMinimumHeight(fingerSize);
-  control.setMinimumWidth(fingerSize);
+  control.setMinimumHeight(fingerSize());
+  control.setMinimumWidth(fingerSize());
 }
 
 FingerStyle::FingerStyle() : QProxyStyle("Fusion") {}
@@ -32,10 +43,10 @@ int FingerStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 QSize FingerStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
                                     const QSize& size, const QWidget* widget) const {
   QSize needed = QProxyStyle::sizeFromContents(type, option, size, widget);
-  constexpr int besideCaption = 20;
+  const int besideCaption = isSmallScreen() ? 4 : 20;
   switch (type) {
     case CT_PushButton:
-      needed = QSize(needed.width() + besideCaption, std::max(needed.height(), fingerSize));
+      needed = QSize(needed.width() + besideCaption, std::max(needed.height(), fingerSize()));
       break;
     case CT_CheckBox:
     case CT_RadioButton:
@@ -43,7 +54,7 @@ QSize FingerStyle::sizeFromContents(ContentsType type, const QStyleOption* optio
     case CT_LineEdit:
     case CT_SpinBox:
     case CT_TabBarTab:
-      needed.setHeight(std::max(needed.height(), fingerSize));
+      needed.setHeight(std::max(needed.height(), fingerSize()));
       break;
     default:
       break;

@@ -6,8 +6,12 @@ class QWidget;
 
 namespace touch {
 
-/// The least height and width, in logical pixels, of what a finger is to hit.
-inline constexpr int fingerSize = 44;
+/// A screen on which every line counts: 800 x 480 at a scale of 200 %, for one.
+bool isSmallScreen();
+
+/// The least height and width, in logical pixels, of what a finger is to hit: never below 7.5 mm at 96 an inch. A small
+/// screen that is not scaled up has its pixels closer together, so there is no less where there is room.
+int fingerSize();
 
 void makeFingerSized(QWidget& control);
 

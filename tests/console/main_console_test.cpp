@@ -48,7 +48,8 @@ class View final : public MainView {
     selected = index;
     journal_.push_back("show controllers");
   }
-  void showSettings(const DriverSettings&) override { journal_.push_back("show settings"); }
+  void showSettings() override { journal_.push_back("show settings"); }
+  void showParameters() override {}
   void showIdentity(const Identity&) override { journal_.push_back("show identity"); }
   void showInformation(const std::vector<std::string>&) override {}
   void showPicture(const std::filesystem::path&) override { journal_.push_back("show picture"); }

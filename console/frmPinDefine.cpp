@@ -1,0 +1,230 @@
+#include "console/frmPinDefine.h"
+
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QVBoxLayout>
+#include <array>
+
+#include "ui/finger_style.h"
+#include "ui/text.h"
+
+namespace touch {
+
+namespace {
+
+constexpr int highestByte = 255;
+
+/// Where a wire leaves the sensor: the cell of a grid of 3 x 3 around it.
+struct Place {
+  int row;
+  int column;
+};
+constexpr std::array<Place, 4> fourWirePlaces = {{{1, 2}, {1, 0}, {0, 1}, {2, 1}}};
+constexpr std::array<Place, 5> fiveWirePlaces = {{{0, 0}, {0, 2}, {2, 0}, {2, 2}, {2, 1}}};
+
+Place placeOf(SensorType type, std::size_t wire) {
+  return type == SensorType::fourWire ? fourWirePlaces[wire] : fiveWirePlaces[wire];
+}
+
+}  // namespace
+
+/// The sensor in the middle and a line to each wire's controls around it.
+class SensorDrawing final : public QWidget {
+ public:
+  SensorDrawing() : grid_(new QGridLayout(this)) {
+    grid_->setSpacing(28);
+    for (const int cell : {0, 1, 2}) {
+      grid_->setRowStretch(cell, 1);
+      grid_->setColumnStretch(cell, 1);
+    }
+    sensor_->setMinimumSize(100, 60);
+    grid_->addWidget(sensor_, 1, 1);
+  }
+
+  void place(QWidget* wire, Place place) {
+    grid_->removeWidget(wire);
+    grid_->addWidget(wire, place.row, place.column);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRect sheet = sensor_->geometry();
+    painter.setPen(QPen(palette().color(QPalette::WindowText), 2));
+    for (const auto* const wire : findChildren<QGroupBox*>(QString(), Qt::FindDirectChildrenOnly)) {
+      if (wire->isHidden()) continue;
+      const QPoint end = wire->geometry().center();
+      painter.drawLine(QPoint(std::clamp(end.x(), sheet.left(), sheet.right()),
+                              std::clamp(end.y(), sheet.top(), sheet.bottom())),
+                       end);
+    }
+    painter.setBrush(palette().color(QPalette::Base));
+    painter.drawRoundedRect(sheet, 6, 6);
+    painter.drawText(sheet, Qt::AlignCenter, tr("Sensor"));
+  }
+
+ private:
+  QGridLayout* grid_;
+  QWidget* sensor_ = new QWidget(this);
+};
+
+frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
+    : QDialog(parent),
+      editor_(editor),
+      perform_(std::move(perform)),
+      fourWire_(new QRadioButton(tr("&4-wire"))),
+      fiveWire_(new QRadioButton(tr("&5-wire"))),
+      drawing_(new SensorDrawing),
+      problems_(new QLabel),
+      update_(new QPushButton(tr("&Update"))),
+      putBack_(new QPushButton(tr("&Put back"))) {
+  setObjectName("frmPinDefine");
+  setWindowTitle(tr("Sensor pin definition"));
+  fourWire_->setObjectName("optionFourWire");
+  fiveWire_->setObjectName("optionFiveWire");
+  problems_->setObjectName("lblPinProblems");
+  problems_->setWordWrap(true);
+  update_->setObjectName("cmdUpdatePins");
+  putBack_->setObjectName("cmdPutBackPins");
+  putBack_->setToolTip(tr("Writes the mapping from before the last update"));
+  auto* const read = new QPushButton(tr("&Read"));
+  read->setObjectName("cmdReadPins");
+  auto* const close = new QPushButton(tr("&Close"));
+  close->setObjectName("cmdClosePins");
+
+  for (std::size_t wire = 0; wire < fiveWirePlaces.size(); ++wire) {
+    WireControls controls{new QGroupBox, new QSpinBox, new QSpinBox};
+    controls.box->setObjectName("wire_" + QString::number(wire));
+    auto* const form = new QFormLayout(controls.box);
+    form->addRow(tr("Channel"), controls.channel);
+    form->addRow(tr("Bit"), controls.bit);
+    for (QSpinBox* const number : {controls.channel, controls.bit}) {
+      number->setRange(0, highestByte);
+      number->setMinimumHeight(fingerSize());
+      connect(number, &QSpinBox::valueChanged, this, [this, wire] {
+        editor_.assign(wire, {wires_[wire].channel->value(), wires_[wire].bit->value()});
+        showProblems();
+      });
+    }
+    controls.channel->setObjectName("channel_" + QString::number(wire));
+    controls.bit->setObjectName("bit_" + QString::number(wire));
+    controls.box->setParent(drawing_);
+    wires_.push_back(controls);
+  }
+
+  auto* const types = new QHBoxLayout;
+  types->addWidget(fourWire_);
+  types->addWidget(fiveWire_);
+  types->addStretch();
+  auto* const buttons = new QHBoxLayout;
+  for (QPushButton* const button : {read, update_, putBack_, close})
+    buttons->addWidget(button);
+  auto* const area = new QScrollArea;
+  area->setWidget(drawing_);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(types);
+  layout->addWidget(area, 1);
+  layout->addWidget(problems_);
+  layout->addLayout(buttons);
+  resize(QSize(660, 640).boundedTo(screen()->availableSize()));
+
+  const auto choose = [this](SensorType type) {
+    return [this, type](bool on) {
+      if (!on) return;
+      editor_.setType(type);
+      fill();
+    };
+  };
+  connect(fourWire_, &QRadioButton::toggled, this, choose(SensorType::fourWire));
+  connect(fiveWire_, &QRadioButton::toggled, this, choose(SensorType::fiveWire));
+  connect(read, &QPushButton::clicked, this,
+          [this] { run("Reading the pin definition …", &PinEditor::read); });
+  connect(update_, &QPushButton::clicked, this,
+          [this] { run("Writing the pin definition …", &PinEditor::update); });
+  connect(putBack_, &QPushButton::clicked, this,
+          [this] { run("Putting the old mapping back …", &PinEditor::putBack); });
+  connect(close, &QPushButton::clicked, this, &QDialog::close);
+  fill();
+}
+
+void frmPinDefine::open() {
+  show();
+  raise();
+  activateWindow();
+  run("Reading the pin definition …", &PinEditor::read);
+}
+
+void frmPinDefine::run(const char* what, std::string (PinEditor::*action)()) {
+  setEnabled(false);
+  perform_(what, [this, action] { return (editor_.*action)(); });
+  setEnabled(true);
+  fill();
+}
+
+void frmPinDefine::placeWires() {
+  const PinDefinition& definition = editor_.definition();
+  const auto names = wireNames(definition.type);
+  for (std::size_t wire = 0; wire < wires_.size(); ++wire) {
+    QGroupBox* const box = wires_[wire].box;
+    const bool used = wire < names.size();
+    box->setVisible(used);
+    if (!used) continue;
+    const QString name = shownText(names[wire]);
+    box->setTitle(name);
+    wires_[wire].channel->setAccessibleName(tr("%1, analogue channel").arg(name));
+    wires_[wire].bit->setAccessibleName(tr("%1, I/O bit").arg(name));
+    drawing_->place(box, placeOf(definition.type, wire));
+  }
+  drawing_->update();
+}
+
+void frmPinDefine::fill() {
+  const PinDefinition& definition = editor_.definition();
+  const QSignalBlocker silentFour(fourWire_);
+  const QSignalBlocker silentFive(fiveWire_);
+  fourWire_->setChecked(definition.type == SensorType::fourWire);
+  fiveWire_->setChecked(definition.type == SensorType::fiveWire);
+  placeWires();
+  for (std::size_t wire = 0; wire < definition.wires.size(); ++wire) {
+    const QSignalBlocker silentChannel(wires_[wire].channel);
+    const QSignalBlocker silentBit(wires_[wire].bit);
+    wires_[wire].channel->setValue(definition.wires[wire].channel);
+    wires_[wire].bit->setValue(definition.wires[wire].bit);
+  }
+  showProblems();
+}
+
+void frmPinDefine::showProblems() {
+  const auto problems = editor_.problems();
+  QStringList lines;
+  std::vector<bool> wrong(wires_.size(), false);
+  for (const PinProblem& problem : problems) {
+    wrong[problem.wire] = true;
+    if (problem.sharesWith) wrong[*problem.sharesWith] = true;
+    lines.append(shownText(problem.text));
+  }
+  for (std::size_t wire = 0; wire < wires_.size(); ++wire) {
+    wires_[wire].box->setStyleSheet(wrong[wire] ? "QGroupBox { border: 2px solid #c00000; }"
+                                                : QString());
+  }
+  problems_->setText(problems.empty() ? tr("Every channel and every bit is used once.")
+                                      : lines.join('\n'));
+  update_->setEnabled(problems.empty());
+  putBack_->setEnabled(editor_.canPutBack());
+}
+
+}  // namespace touch

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "console/pin_editor.h"
+
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+class QSpinBox;
+
+namespace touch {
+
+class SensorDrawing;
+
+/// The sensor with its wires: each wire's analogue channel and I/O bit are chosen beside the wire. What is used twice is
+/// marked at once, and "Update" stays shut until nothing is.
+class frmPinDefine final : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// Runs an action on the controller when no other runs; shows nothing itself.
+  using Perform =
+      std::function<void(const std::string& what, const std::function<std::string()>& action)>;
+
+  frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent);
+
+  /// Reads the controller's definition and shows it.
+  void open() override;
+
+ private:
+  struct WireControls {
+    QGroupBox* box;
+    QSpinBox* channel;
+    QSpinBox* bit;
+  };
+
+  void placeWires();
+  void fill();
+  void showProblems();
+  void run(const char* what, std::string (PinEditor::*action)());
+
+  PinEditor& editor_;
+  Perform perform_;
+  QRadioButton* fourWire_;
+  QRadioButton* fiveWire_;
+  SensorDrawing* drawing_;
+  std::vector<WireControls> wires_;
+  QLabel* problems_;
+  QPushButton* update_;
+  QPushButton* putBack_;
+};
+
+}  // namespace touch

@@ -1,0 +1,109 @@
+#include "console/parameter_editor.h"
+
+#include "console/vrq_file.h"
+#include "core/hex.h"
+#include "core/prompt.h"
+
+namespace touch {
+
+void ParameterEditor::forget() {
+  table_ = ParameterTable();
+  undo_.clear();
+}
+
+std::string ParameterEditor::read() {
+  const auto block = readBlock(access_);
+  if (!block) return "The parameters cannot be read. " + block.error().describe();
+  table_.take(*block);
+  return "The parameters are read.";
+}
+
+void ParameterEditor::readAgain() {
+  if (const auto block = readBlock(access_)) table_.take(*block);
+}
+
+std::string ParameterEditor::outcome(const BlockWrite& write, const char* done) const {
+  switch (write.end) {
+    case WriteEnd::done:
+      return done;
+    case WriteEnd::nothingToWrite:
+      return "The controller holds these parameters already.";
+    case WriteEnd::declined:
+      return "Nothing was written.";
+    case WriteEnd::unreadable:
+      return "Nothing was written: the controller cannot be read.";
+    case WriteEnd::brokenOff:
+      break;
+  }
+  return "The write broke off. " + write.report.describe();
+}
+
+std::string ParameterEditor::write() {
+  const auto changes = table_.changes();
+  if (!changes) return changes.error();
+  if (changes->empty()) return "No word is changed.";
+  const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
+  if (write.end == WriteEnd::done) undo_ = write.report.oldWords();
+  // What the user typed stays when nothing was written.
+  if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) readAgain();
+  return outcome(write, "The parameters are written; Undo takes them back.");
+}
+
+std::string ParameterEditor::undo() {
+  const BlockWrite write = undoBlock(access_, prompt_, backup_, undo_);
+  if (write.end == WriteEnd::done || write.end == WriteEnd::nothingToWrite) undo_.clear();
+  readAgain();
+  return outcome(write, "The parameters are as they were before.");
+}
+
+std::string ParameterEditor::load(const std::filesystem::path& file) {
+  const auto block = loadVrq(file);
+  if (!block) return block.error().describe();
+  table_.load(*block);
+  return "Loaded " + file.filename().string() + "; Write sends it to the controller.";
+}
+
+std::string ParameterEditor::save(const std::filesystem::path& file) const {
+  const auto block = table_.block();
+  if (!block) return block.error();
+  const auto error = saveVrq(file, *block);
+  return error ? error->describe() : "Saved " + file.string();
+}
+
+std::string ParameterEditor::compare(const std::filesystem::path& file) const {
+  const auto block = loadVrq(file);
+  if (!block) return block.error().describe();
+  const auto differences = table_.compare(*block);
+  if (differences.empty()) return "The table and " + file.filename().string() + " are the same.";
+  std::string text;
+  for (const WordDifference& difference : differences) {
+    text += "Word " + hexByte(difference.address) + ": here " +
+            (difference.here ? wordText(*difference.here) : "nothing") + ", in the file " +
+            wordText(difference.there) + '\n';
+  }
+  text.pop_back();
+  prompt_.message(text, "Compare");
+  return std::to_string(differences.size()) + " of 8 words differ from " +
+         file.filename().string() + '.';
+}
+
+std::string ParameterEditor::restoreDefaults() {
+  const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
+  if (!outcome.sent) return "Nothing was sent.";
+  if (outcome.before) undo_ = wordsOf(*outcome.before);
+  if (!outcome.restored) return "The controller did not say that its defaults are restored.";
+  return outcome.before ? "The defaults are restored; Undo takes the parameters back."
+                        : "The defaults are restored.";
+}
+
+std::string ParameterEditor::reset() {
+  return resetController(access_, prompt_) ? "The controller is reset."
+                                           : "The controller did not acknowledge the reset.";
+}
+
+std::optional<ParameterWord> ParameterEditor::parameter01() const {
+  if (!table_.old()) return std::nullopt;
+  return (*table_.old())[1];
+}
+
+}  // namespace touch

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "console/backup.h"
+#include "console/maintenance.h"
+#include "console/parameter_block.h"
+#include "console/parameter_table.h"
+#include "core/session.h"
+
+namespace touch {
+
+class Prompt;
+
+/// What the pages "Parameters" and "Maintenance" do with the parameter block without their windows. Each action answers
+/// with one line for the user; what needs more words is shown by the prompt.
+class ParameterEditor {
+ public:
+  ParameterEditor(const Access& access, Prompt& prompt, Backup backup)
+      : access_(access), prompt_(prompt), backup_(std::move(backup)) {}
+
+  ParameterTable& table() { return table_; }
+  const ParameterTable& table() const { return table_; }
+
+  /// Another controller is the current one: nothing that was read still holds.
+  void forget();
+
+  std::string read();
+  std::string write();
+  std::string undo();
+  bool canUndo() const { return !undo_.empty(); }
+
+  std::string load(const std::filesystem::path& file);
+  std::string save(const std::filesystem::path& file) const;
+  /// The differences, one a line, shown by the prompt.
+  std::string compare(const std::filesystem::path& file) const;
+
+  /// "Defaults"; the way back is then `undo()`.
+  std::string restoreDefaults();
+  /// "Reset"
+  std::string reset();
+
+  /// The word at address 01 as last read.
+  std::optional<ParameterWord> parameter01() const;
+
+ private:
+  void readAgain();
+  std::string outcome(const BlockWrite& write, const char* done) const;
+
+  Access access_;
+  Prompt& prompt_;
+  Backup backup_;
+  ParameterTable table_;
+  std::vector<WordValue> undo_;
+};
+
+}  // namespace touch

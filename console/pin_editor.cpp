@@ -1,0 +1,61 @@
+#include "console/pin_editor.h"
+
+#include "core/prompt.h"
+
+namespace touch {
+
+void PinEditor::setType(SensorType type) {
+  definition_.type = type;
+  const std::size_t count = wireNames(type).size();
+  while (definition_.wires.size() < count) {
+    const int next = static_cast<int>(definition_.wires.size());
+    definition_.wires.push_back({next, next});
+  }
+  definition_.wires.resize(count);
+}
+
+std::vector<PinProblem> PinEditor::problems() const {
+  return checkPins(access_.session.messages, definition_);
+}
+
+std::string PinEditor::read() {
+  auto read = readPins(access_);
+  if (!read) {
+    prompt_.message(read.error());
+    return read.error();
+  }
+  definition_ = std::move(*read);
+  return "The pin definition is read.";
+}
+
+std::string PinEditor::update() {
+  const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
+  if (write.end == PinsEnd::done) old_ = write.report.oldWords();
+  return outcome(write);
+}
+
+std::string PinEditor::putBack() {
+  const PinsWrite write = putBackPins(access_, prompt_, backup_, old_);
+  if (write.end == PinsEnd::done) {
+    old_.clear();
+    if (auto now = readPins(access_)) definition_ = std::move(*now);
+  }
+  return outcome(write);
+}
+
+std::string PinEditor::outcome(const PinsWrite& write) {
+  switch (write.end) {
+    case PinsEnd::done:
+      return "The pin definition is written.";
+    case PinsEnd::declined:
+      return "Nothing was written.";
+    case PinsEnd::invalid:
+    case PinsEnd::typeUnreadable:
+      return "Nothing was written: " + write.reason;
+    case PinsEnd::brokenOff:
+      break;
+  }
+  return "The write broke off. " + write.reason;
+}
+
+}  // namespace touch

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "console/backup.h"
+#include "console/sensor_pins.h"
+#include "core/session.h"
+
+namespace touch {
+
+class Prompt;
+
+/// The pin definition dialog without its window: the definition that the user makes, what is wrong with it, and the way
+/// back. Each action answers with one line for the user.
+class PinEditor {
+ public:
+  PinEditor(const Access& access, Prompt& prompt, Backup backup)
+      : access_(access), prompt_(prompt), backup_(std::move(backup)) {
+    setType(SensorType::fourWire);
+  }
+
+  const PinDefinition& definition() const { return definition_; }
+  /// Another number of wires: those that both types have keep their pins.
+  void setType(SensorType type);
+  /// `wire` by its place in wireNames().
+  void assign(std::size_t wire, PinAssignment pins) { definition_.wires.at(wire) = pins; }
+  std::vector<PinProblem> problems() const;
+
+  std::string read();
+  std::string update();
+  std::string putBack();
+  bool canPutBack() const { return !old_.empty(); }
+
+ private:
+  std::string outcome(const PinsWrite& write);
+
+  Access access_;
+  Prompt& prompt_;
+  Backup backup_;
+  PinDefinition definition_;
+  std::vector<WordValue> old_;
+};
+
+}  // namespace touch

@@ -1,0 +1,33 @@
+#include "console/settings_panel.h"
+
+namespace touch {
+
+void SettingsPanel::take(const DriverSettings& reported) {
+  sensitivityEnabled_ = false;
+  reported_ = reported;
+  bars_ = TimingBars(reported);
+}
+
+std::string SettingsPanel::change(const Setting& setting, int value) {
+  const SettingAnswer answer = setting.set(access_, prompt_, reported_, value);
+  // Bars that the user has moved and not yet confirmed stay where he put them.
+  reported_ = readset(access_);
+  return settingOutcome(setting, value, answer, reported_);
+}
+
+std::string SettingsPanel::confirm() {
+  const ClickTiming asked = bars_.timing();
+  const SettingAnswer answer = confirmTiming(access_, prompt_, asked);
+  take(readset(access_));
+  if (!answer.opened) return "Timing: the controller cannot be opened";
+  if (bars_.timing() == asked) return "Double click and right click timing: set";
+  return "Double click and right click timing: the driver reports other values than were asked";
+}
+
+std::optional<std::string> SettingsPanel::changeSensitivity(int index) {
+  const auto answer = setSensitivity(access_, sensitivityEnabled_, index);
+  if (!answer) return std::nullopt;
+  return settingOutcome(*findSetting("sensitivity"), index, *answer, reported_);
+}
+
+}  // namespace touch

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "console/touch_settings.h"
+#include "core/driver_settings.h"
+#include "core/session.h"
+
+namespace touch {
+
+class Prompt;
+
+/// The page "Settings" without its window: what the driver reports, what the scroll bars hold, and what each control
+/// does when the user changes it. Every change is followed by a reading; the answer is one line for the user.
+class SettingsPanel {
+ public:
+  using Bar = TimingBars::Bar;
+
+  SettingsPanel(const Access& access, Prompt& prompt) : access_(access), prompt_(prompt) {}
+
+  /// What the driver reports, to be put into the controls. Changes of the sensitivity list are not acted on until
+  /// `filled()`: they come from the filling then, not from the user.
+  void take(const DriverSettings& reported);
+  void filled() { sensitivityEnabled_ = true; }
+
+  const DriverSettings& reported() const { return reported_; }
+  const TimingBars& bars() const { return bars_; }
+  void moveBar(Bar bar, int position) { bars_.move(bar, position); }
+
+  /// Any setting but the timing and the sensitivity.
+  std::string change(const Setting& setting, int value);
+  /// "Confirm": the three scroll bars.
+  std::string confirm();
+  /// The sensitivity list; nothing happens, and nothing is said, while it is being filled.
+  std::optional<std::string> changeSensitivity(int index);
+
+ private:
+  Access access_;
+  Prompt& prompt_;
+  DriverSettings reported_;
+  TimingBars bars_{DriverSettings{}};
+  bool sensitivityEnabled_ = false;
+};
+
+}  // namespace touch
