@@ -77,7 +77,7 @@ QWidget* frmMaintenancePage::makeFunctions() {
       {undo_, "cmdUndoDefaults", tr("Writes the parameters from before back into the controller."),
        &frmMaintenancePage::undoRequested},
       {new QPushButton(tr("&Reset")), "Command3",
-       tr("Restarts the controller; its settings and its calibration stay."),
+       tr("Restarts the controller, as if it had been switched off and on."),
        &frmMaintenancePage::resetRequested},
   };
   int row = 0;

@@ -65,10 +65,13 @@ class SensorDrawing final : public QWidget {
     painter.setPen(QPen(palette().color(QPalette::WindowText), 2));
     for (const auto* const wire : findChildren<QGroupBox*>(QString(), Qt::FindDirectChildrenOnly)) {
       if (wire->isHidden()) continue;
-      const QPoint end = wire->geometry().center();
-      painter.drawLine(QPoint(std::clamp(end.x(), sheet.left(), sheet.right()),
-                              std::clamp(end.y(), sheet.top(), sheet.bottom())),
-                       end);
+      // From edge to edge: the nearest points of the two.
+      const auto nearest = [](const QRect& area, const QPoint& to) {
+        return QPoint(std::clamp(to.x(), area.left(), area.right()),
+                      std::clamp(to.y(), area.top(), area.bottom()));
+      };
+      const QPoint end = nearest(wire->geometry(), sheet.center());
+      painter.drawLine(nearest(sheet, end), end);
     }
     painter.setBrush(palette().color(QPalette::Base));
     painter.drawRoundedRect(sheet, 6, 6);

@@ -14,7 +14,8 @@ constexpr auto betweenQueries = 200ms;
 constexpr auto longestWait = 3000ms;
 
 bool becomesAssigned(const Access& access, int monitor) {
-  Connection connection(access);
+  const Connection connection(access);
+  if (!connection.isOpen()) return false;
   access.driver.AskToSetMultiMonitor(connection.handle(), monitor);
   for (auto waited = 0ms; waited < longestWait; waited += betweenQueries) {
     access.clock.delay(betweenQueries);

@@ -61,6 +61,21 @@ class Surface {
   virtual void clear() = 0;
   virtual void line(TwipsPoint from, TwipsPoint to, Colour colour, int width) = 0;
   virtual void circle(TwipsPoint centre, float radius, Colour colour, int width) = 0;
+  /// A dot of `width` pixels across.
+  virtual void point(TwipsPoint at, Colour colour, int width) { line(at, at, colour, width); }
+};
+
+/// Where a text stands as seen from the place that it is given.
+enum class TextAnchor : std::uint8_t { start, middle, end };
+
+/// A surface for charts, on a screen or on paper.
+class ChartSurface : public Surface {
+ public:
+  /// `at` is on the text's base line; `height` is the size of the letters in twips.
+  virtual void text(TwipsPoint at, std::string_view text, Colour colour, float height,
+                    TextAnchor anchor) = 0;
+  /// A filled rectangle from its upper left corner on.
+  virtual void area(TwipsPoint corner, TwipsSize size, Colour colour) = 0;
 };
 
 }  // namespace touch

@@ -57,7 +57,9 @@ std::error_code lastError() {
 
 std::error_code writeOut(std::FILE* file, std::string_view content) {
   errno = 0;
-  const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
+  // An empty text may have no address at all, which fwrite must not see.
+  const bool written =
+      content.empty() || std::fwrite(content.data(), 1, content.size(), file) == content.size();
   if (!written || std::fflush(file) != 0 || !reachDisk(file)) return lastError();
   return {};
 }

@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 
 namespace touch {
@@ -52,23 +53,29 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
   std::optional<CalibrationOutcome> outcome_;
 };
 
-void printError(const char* when, const std::optional<Simulation::PanelError>& error) {
-  if (!error) return;
-  fmt::print("  error {}: mean {:.2f} %, at most {:.2f} % of the panel's width\n", when,
-             100 * error->mean, 100 * error->greatest);
-}
-
-}  // namespace
-
-ExitStatus calibrate(Shell& shell, int points) {
+ExitStatus checkAndCalibrate(Shell& shell, int points) {
   if (!shell.simulation()) {
     complain(
         "calibrating needs somebody who touches the targets: use touchutility at the panel. "
         "Here only simulated controllers can be calibrated (--simulate).");
     return ExitStatus::failed;
   }
-  if (!shell.chooseController()) return ExitStatus::noController;
+  return onController([points](Shell& chosen) { return calibrate(chosen, points); })(shell);
+}
 
+void printError(const char* when, const std::optional<Simulation::PanelError>& error) {
+  if (!error) return;
+  fmt::print("  error {}: {}\n", when, panelErrorText(*error));
+}
+
+}  // namespace
+
+std::string panelErrorText(const Simulation::PanelError& error) {
+  return fmt::format("mean {:.2f} %, at most {:.2f} % of the panel's width", 100 * error.mean,
+                     100 * error.greatest);
+}
+
+ExitStatus calibrate(Shell& shell, int points) {
   const Access access = shell.access();
   access.session.calibrationPoints = points;
   const auto before = shell.simulation()->panelError(shell.controller());
@@ -92,6 +99,17 @@ ExitStatus calibrate(Shell& shell, int points) {
   printError("before", before);
   printError("after ", shell.simulation()->panelError(shell.controller()));
   return ExitStatus::done;
+}
+
+void addCalibrationCommands(const CommandLine& line) {
+  CLI::App& command = addCommand(line, line.app, "calibrate", "Calibrate a simulated controller");
+  const auto* const points = command.add_option("--points", "How many targets: 2, 3, 5 or 9")
+                                 ->check(CLI::IsMember({2, 3, 5, 9}))
+                                 ->default_str("5")
+                                 ->type_name("N");
+  command.callback([&chosen = line.command, points] {
+    chosen = [count = points->as<int>()](Shell& shell) { return checkAndCalibrate(shell, count); };
+  });
 }
 
 }  // namespace touch

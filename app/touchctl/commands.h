@@ -1,19 +1,48 @@
 #pragma once
 
+#include <filesystem>
+#include <optional>
+#include <string>
+
 #include "app/touchctl/shell.h"
+#include "core/driver_settings.h"
+#include "core/simulation.h"
 
 namespace touch {
+
+struct CommandLine;
+struct Setting;
+
+// Each declares the commands of one group.
+void addInformationCommands(const CommandLine& line);  ///< list, info
+void addSettingCommands(const CommandLine& line);      ///< get, set
+void addMaintenanceCommands(const CommandLine& line);  ///< defaults, reset, monitor
+void addParameterCommands(const CommandLine& line);    ///< params read, write, save, load, diff
+void addPinCommands(const CommandLine& line);          ///< pins show, set
+void addCalibrationCommands(const CommandLine& line);  ///< calibrate
+void addDemoCommand(const CommandLine& line);          ///< demo
 
 /// The controllers that the driver knows of, and which one answered.
 ExitStatus listControllers(Shell& shell);
 
-/// Identity and settings of the chosen controller.
+// What follows acts on the controller that was chosen before.
+
+/// Identity and settings.
 ExitStatus showInformation(Shell& shell);
+
+/// What the driver reports; nothing after saying that it cannot open the controller.
+std::optional<DriverSettings> readSettings(Shell& shell);
+
+/// Sets it, reads it again, and prints what came of it.
+ExitStatus changeSetting(Shell& shell, const Setting& setting, int value);
+
+/// Says how to put the parameters back that are kept in `file`; nothing when it is empty.
+void tellOfKeptBlock(const std::filesystem::path& file);
 
 /// Calibrates with `points` targets (2, 3, 5 or 9) and a simulated finger; needs a simulated driver.
 ExitStatus calibrate(Shell& shell, int points);
 
-/// The main job in one go, on the simulated driver: find, identify, read, calibrate, prove.
-ExitStatus demonstrate(Shell& shell);
+/// "mean 1.23 %, at most 4.56 % of the panel's width"
+std::string panelErrorText(const Simulation::PanelError& error);
 
 }  // namespace touch

@@ -2,7 +2,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "console/touch_settings.h"
 #include "core/driver_settings.h"
 #include "core/identity.h"
 #include "core/text_encoding.h"
@@ -29,47 +31,59 @@ ExitStatus listControllers(Shell& shell) {
   return list.answered ? ExitStatus::done : ExitStatus::noController;
 }
 
-ExitStatus showInformation(Shell& shell) {
-  if (!shell.chooseController()) return ExitStatus::noController;
-  const auto lines = controllerInformation(shell.access());
-  const DriverSettings settings = readset(shell.access());
-  const Identity identity = readfw(shell.access());
-  if (shell.options().json) {
-    const nlohmann::json object = {{"controller", toUtf8(shell.controller())},
-                                   {"unitType", toUtf8(identity.unitType)},
-                                   {"model", modelName(identity.unitType)},
-                                   {"firmware", toUtf8(identity.firmware)},
-                                   {"information", lines},
-                                   {"settings",
-                                    {{"touchMode", settings.touchMode},
-                                     {"rotation", settings.rotation},
-                                     {"reporting", settings.reporting},
-                                     {"upSound", settings.upSound},
-                                     {"downSound", settings.downSound},
-                                     {"doubleClick", settings.doubleClick},
-                                     {"doubleClickSpeed", settings.doubleClickSpeed},
-                                     {"doubleClickArea", settings.doubleClickArea},
-                                     {"rightClick", settings.rightClick},
-                                     {"rightClickTime", settings.rightClickTime}}}};
-    fmt::print("{}\n", object.dump(2));
-  } else {
-    const std::string model = modelName(identity.unitType);
-    fmt::print("{}\n", toUtf8(shell.controller()));
-    for (const std::string& line : lines)
-      fmt::print("  {}\n", line);
-    if (!model.empty()) fmt::print("  Model : {}\n", model);
-    const auto onOff = [](bool on) { return on ? "on" : "off"; };
-    fmt::print("  Touch mode {}, rotation {} degrees, touches reported: {}\n", settings.touchMode,
-               settings.rotation * 90, onOff(settings.reporting));
-    fmt::print("  Sounds: up {}, down {}\n", onOff(settings.upSound), onOff(settings.downSound));
-    fmt::print("  Double click {}, speed {} ms, area {}\n", onOff(settings.doubleClick),
-               settings.doubleClickSpeed * 100, settings.doubleClickArea);
-    fmt::print("  Right click {}, after {} ms\n", onOff(settings.rightClick),
-               settings.rightClickTime);
+namespace {
+
+void printAsText(const std::string& controller, const std::vector<std::string>& lines,
+                 const Identity& identity, const DriverSettings& reported) {
+  fmt::print("{}\n", toUtf8(controller));
+  for (const std::string& line : lines)
+    fmt::print("  {}\n", line);
+  const std::string model = modelName(identity.unitType);
+  if (!model.empty()) fmt::print("  Model : {}\n", model);
+  for (const Setting& setting : settingTable()) {
+    if (setting.get == nullptr) continue;
+    fmt::print("  {} : {}\n", setting.label, settingText(setting, setting.get(reported)));
   }
-  if (!identity.unitType.empty() || !identity.firmware.empty()) return ExitStatus::done;
-  complain("the controller does not answer; check cable and power");
-  return ExitStatus::failed;
+}
+
+void printAsJson(const std::string& controller, const std::vector<std::string>& lines,
+                 const Identity& identity, const DriverSettings& reported) {
+  auto settings = nlohmann::json::object();
+  for (const Setting& setting : settingTable()) {
+    if (setting.get != nullptr) settings[std::string(setting.name)] = setting.get(reported);
+  }
+  const nlohmann::json object = {{"controller", toUtf8(controller)},
+                                 {"unitType", toUtf8(identity.unitType)},
+                                 {"model", modelName(identity.unitType)},
+                                 {"firmware", toUtf8(identity.firmware)},
+                                 {"information", lines},
+                                 {"settings", settings}};
+  fmt::print("{}\n", object.dump(2));
+}
+
+}  // namespace
+
+ExitStatus showInformation(Shell& shell) {
+  const auto lines = controllerInformation(shell.access());
+  const Identity identity = readfw(shell.access());
+  if (identity.unitType.empty() && identity.firmware.empty()) {
+    // What the driver reports of a controller that is silent would be defaults, not facts.
+    complain(toUtf8(shell.controller()) + " does not answer; check its cable and power");
+    return ExitStatus::failed;
+  }
+  const auto print = shell.options().json ? printAsJson : printAsText;
+  print(shell.controller(), lines, identity, readset(shell.access()));
+  return ExitStatus::done;
+}
+
+void addInformationCommands(const CommandLine& line) {
+  CLI::App& list = *line.app.add_subcommand("list", "List the controllers");
+  addJson(line, list);
+  list.callback([&command = line.command] { command = listControllers; });
+
+  CLI::App& info = addCommand(line, line.app, "info", "Identity and settings of a controller");
+  addJson(line, info);
+  info.callback([&command = line.command] { command = onController(showInformation); });
 }
 
 }  // namespace touch

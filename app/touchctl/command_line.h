@@ -1,0 +1,44 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "app/touchctl/shell.h"
+
+namespace touch {
+
+/// What the command line asked for: run once the driver is bound.
+using Command = std::function<ExitStatus(Shell&)>;
+
+/// The command line while it is declared. Each command that is given leaves its options in `options` and itself in
+/// `command`; what it was given is checked before that.
+struct CommandLine {
+  CLI::App& app;
+  ShellOptions& options;
+  Command& command;
+};
+
+/// Declares a command that works on a controller, which --controller names.
+CLI::App& addCommand(const CommandLine& line, CLI::App& group, const std::string& name,
+                     const std::string& description);
+
+/// Declares a group of commands, one of which must follow its name.
+CLI::App& addGroup(const CommandLine& line, const std::string& name,
+                   const std::string& description);
+
+/// Lets the command print JSON.
+void addJson(const CommandLine& line, CLI::App& command);
+
+/// `work`, once the controller is chosen; without one the command ends.
+Command onController(Command work);
+
+/// Wrong use: `text` says what was expected for `argument`.
+[[noreturn]] void refuseArgument(const std::string& argument, const std::string& text);
+
+/// "NAME=VALUE" in two; the value is empty without "=".
+std::pair<std::string_view, std::string_view> nameAndValue(std::string_view text);
+
+}  // namespace touch

@@ -1,0 +1,121 @@
+#include <fmt/core.h>
+
+#include <nlohmann/json.hpp>
+
+#include "app/touchctl/command_line.h"
+#include "app/touchctl/commands.h"
+#include "console/touch_settings.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::size_t nameWidth = 20;
+
+std::string settingNames() {
+  std::string names;
+  for (const Setting& setting : settingTable()) {
+    if (!names.empty()) names += ", ";
+    names += setting.name;
+  }
+  return names;
+}
+
+const Setting& settingNamed(const std::string& name) {
+  const Setting* const setting = findSetting(name);
+  if (setting == nullptr) {
+    refuseArgument("NAME", "there is no setting \"" + name + "\"; there are " + settingNames());
+  }
+  return *setting;
+}
+
+/// Names and values, for the help.
+std::string settingHelp() {
+  std::string text = "Settings and their values:";
+  for (const Setting& setting : settingTable()) {
+    std::string values = fmt::format("{} to {}", setting.lowest, setting.highest);
+    if (!setting.unit.empty()) values += fmt::format(" ({})", setting.unit);
+    if (!setting.choices.empty()) values.clear();
+    for (const SettingChoice& choice : setting.choices)
+      values += fmt::format("{}{}", values.empty() ? "" : ", ", choice.name);
+    text += fmt::format("\n  {:<{}}{}", setting.name, nameWidth, values);
+  }
+  return text;
+}
+
+/// As it is typed: a choice's name, or a number; null where no driver can tell.
+nlohmann::json jsonValue(const Setting& setting, const DriverSettings& reported) {
+  if (setting.get == nullptr) return nullptr;
+  const int value = setting.get(reported);
+  if (setting.choices.empty()) return value;
+  return settingText(setting, value);
+}
+
+std::string reportedText(const Setting& setting, const DriverSettings& reported) {
+  return setting.get == nullptr ? "(the driver does not tell)"
+                                : settingText(setting, setting.get(reported));
+}
+
+ExitStatus showSettings(Shell& shell, std::span<const Setting> settings) {
+  const auto reported = readSettings(shell);
+  if (!reported) return ExitStatus::failed;
+  auto object = nlohmann::ordered_json::object();
+  for (const Setting& setting : settings) {
+    if (shell.options().json) {
+      object[std::string(setting.name)] = jsonValue(setting, *reported);
+    } else {
+      fmt::print("{:<{}}{}\n", setting.name, nameWidth, reportedText(setting, *reported));
+    }
+  }
+  if (shell.options().json) fmt::print("{}\n", object.dump(2));
+  return ExitStatus::done;
+}
+
+}  // namespace
+
+std::optional<DriverSettings> readSettings(Shell& shell) {
+  const Access access = shell.access();
+  const DriverSettings settings = readset(access);
+  if (access.session.handle > 1) return settings;
+  complain(access.session.messages[Message::openError]);
+  return std::nullopt;
+}
+
+ExitStatus changeSetting(Shell& shell, const Setting& setting, int value) {
+  const auto current = readSettings(shell);
+  if (!current) return ExitStatus::failed;
+  const SettingAnswer answer = setting.set(shell.access(), shell.prompt(), *current, value);
+  const DriverSettings reported = readset(shell.access());
+  fmt::print("{}\n", settingOutcome(setting, value, answer, reported));
+
+  // Only of numbers does the driver say whether it took them.
+  const bool refused = setting.choices.empty() && answer.result == 0;
+  const bool kept = setting.get == nullptr || setting.get(reported) == value;
+  return answer.opened && kept && !refused ? ExitStatus::done : ExitStatus::failed;
+}
+
+void addSettingCommands(const CommandLine& line) {
+  CLI::App& get = addCommand(line, line.app, "get", "Print the settings, or one of them");
+  addJson(line, get);
+  const auto* const wanted = get.add_option("NAME", "The setting; all without it");
+  get.footer(settingHelp());
+  get.callback([&command = line.command, wanted] {
+    const auto settings =
+        wanted->empty() ? settingTable() : std::span(&settingNamed(wanted->as<std::string>()), 1);
+    command = onController([settings](Shell& shell) { return showSettings(shell, settings); });
+  });
+
+  CLI::App& set = addCommand(line, line.app, "set", "Change a setting");
+  const auto* const name = set.add_option("NAME", "The setting")->required();
+  const auto* const text = set.add_option("VALUE", "Its new value")->required();
+  set.footer(settingHelp());
+  set.callback([&command = line.command, name, text] {
+    const Setting& setting = settingNamed(name->as<std::string>());
+    const auto value = parseSetting(setting, text->as<std::string>());
+    if (!value) refuseArgument("VALUE", value.error());
+    command = onController(
+        [&setting, value = *value](Shell& shell) { return changeSetting(shell, setting, value); });
+  });
+}
+
+}  // namespace touch
