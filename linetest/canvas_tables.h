@@ -1,0 +1,62 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/messages.h"
+
+namespace touch {
+
+/// What the user can have the canvas do.
+enum class CanvasAction : std::uint8_t {
+  escape,         ///< puts panels away, else clears, else leaves
+  clear,          ///< clears the drawing and the working files
+  leave,          ///< back to the main window
+  thin,           ///< width 1
+  thick,          ///< width 2
+  nextColour,     ///< the pen's next colour
+  undo,           ///< takes the last recorded stroke back
+  fixedSequence,  ///< the ten guide lines one after the other
+  toggleGrid,     ///< guide lines on or off
+  lineMode,       ///< joined lines
+  pointMode,      ///< separate points
+  save,           ///< saves the recorded strokes
+  showResults,    ///< shows the results table
+  view,           ///< draws a saved drawing
+  toggleHelp,     ///< help panel on or off
+};
+
+/// What a key does, by its key code: letters and digits have their upper-case character's code, ESC 27, F1 112.
+std::optional<CanvasAction> actionOfKey(int code);
+
+/// The help panel's lines, one for each key that the user is told of.
+std::vector<std::string> helpLines(const MessageTable& messages);
+
+/// An entry of the right-button menu; its text is message `message`.
+struct CanvasMenuEntry {
+  std::size_t message;
+  CanvasAction action;
+};
+
+inline constexpr std::array<CanvasMenuEntry, 11> canvasMenu = {{
+    {35, CanvasAction::clear},
+    {39, CanvasAction::nextColour},
+    {37, CanvasAction::thin},
+    {38, CanvasAction::thick},
+    {41, CanvasAction::lineMode},
+    {42, CanvasAction::pointMode},
+    {40, CanvasAction::toggleGrid},
+    {43, CanvasAction::save},
+    {45, CanvasAction::view},
+    {44, CanvasAction::showResults},
+    {36, CanvasAction::leave},
+}};
+
+/// "Clear All Drawing ?"
+inline constexpr std::size_t clearAllQuestion = 21;
+
+}  // namespace touch

@@ -1,0 +1,95 @@
+#include "linetest/drawing_file.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/whole_file.h"
+#include "linetest/number_layout.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::string_view labelStart = "Line #";
+// Some thousand strokes of the greatest length.
+constexpr std::size_t longestFile = std::size_t{256} << 20U;
+
+bool isLabel(std::string_view text) {
+  if (!text.starts_with(labelStart)) return false;
+  text.remove_prefix(labelStart.size());
+  return !text.empty() && text.find_first_not_of("0123456789") == text.npos;
+}
+
+void appendStroke(std::string& text, int number, const Stroke& stroke) {
+  text.append(labelStart).append(threeDigits(number)).append(recordEnd);
+  for (const int value : {stroke.colour, stroke.width, static_cast<int>(stroke.samples.size())}) {
+    appendNumber(text, value);
+    text += recordEnd;
+  }
+  for (const TwipsPoint sample : stroke.samples) {
+    appendZones(text, {sample.x, sample.y});
+    text += recordEnd;
+  }
+}
+
+Stroke readStroke(NumberReader& reader) {
+  const std::string_view label = reader.label();
+  if (!isLabel(label)) reader.refuse("\"Line #\" and a stroke's number", label);
+  Stroke stroke;
+  stroke.colour = reader.integer(0, 15, "a palette index from 0 to 15");
+  stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
+  const int count =
+      reader.integer(1, static_cast<int>(Stroke::mostSamples), "a count of samples from 1 to 3001");
+  for (int i = 0; i < count && !reader.failed(); ++i) {
+    const float x = reader.number("the x of a sample");
+    const float y = reader.number("the y of a sample");
+    stroke.samples.push_back({x, y});
+  }
+  return stroke;
+}
+
+}  // namespace
+
+std::string drawingText(std::span<const Stroke> strokes) {
+  std::string text;
+  int number = 0;
+  for (const Stroke& stroke : strokes)
+    appendStroke(text, number++, stroke);
+  return text;
+}
+
+Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name) {
+  NumberReader reader(text, std::move(name));
+  Drawing drawing;
+  while (!reader.atEnd())
+    drawing.push_back(readStroke(reader));
+  if (reader.failed()) return reader.error();
+  return drawing;
+}
+
+Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
+  const auto text = readWholeFile(path, longestFile);
+  if (!text) return text.error();
+  return parseDrawing(*text, path.string());
+}
+
+std::optional<FileError> writeDrawing(const std::filesystem::path& path,
+                                      std::span<const Stroke> strokes) {
+  return writeWholeFile(path, drawingText(strokes));
+}
+
+std::filesystem::path withDrawingExtension(const std::filesystem::path& name) {
+  constexpr std::string_view upper = ".FDW";
+  constexpr std::string_view lower = ".fdw";
+  const auto& text = name.native();
+  bool ends = text.size() >= upper.size();
+  for (std::size_t i = 0; ends && i < upper.size(); ++i) {
+    const auto character = text[text.size() - upper.size() + i];
+    ends = character == upper[i] || character == lower[i];
+  }
+  auto extended = name;
+  if (!ends) extended += lower;
+  return extended;
+}
+
+}  // namespace touch

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/result.h"
+#include "linetest/stroke.h"
+
+namespace touch {
+
+// Drawing files, ".fdw": the strokes one after the other, without a header or an end mark. Numbers are laid out as
+// number_layout.h says. Each stroke has the records
+//
+//   Line #000            the stroke's number, at least three digits
+//   palette index        0 to 15
+//   width                1 or 2
+//   n                    count of samples, 1 to 3001
+//   x y                  n times: twips, in two print zones
+
+using Drawing = std::vector<Stroke>;
+
+std::string drawingText(std::span<const Stroke> strokes);
+
+/// `name` is what an error calls the file.
+Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name);
+
+Result<Drawing, FileError> readDrawing(const std::filesystem::path& path);
+
+/// Whole or not at all: after an error, which is returned, an old file of that name is as it was.
+std::optional<FileError> writeDrawing(const std::filesystem::path& path,
+                                      std::span<const Stroke> strokes);
+
+/// `name` with ".fdw" behind it unless it ends so, in any case.
+std::filesystem::path withDrawingExtension(const std::filesystem::path& name);
+
+}  // namespace touch

@@ -1,0 +1,190 @@
+#include "linetest/linearity_files.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "core/whole_file.h"
+#include "linetest/drawing_file.h"
+#include "linetest/number_layout.h"
+#include "linetest/stroke.h"
+
+namespace touch {
+
+namespace {
+
+// 3001 samples of three zones take a seventh of it.
+constexpr std::size_t longestFile = std::size_t{1} << 20U;
+constexpr int csvDecimals = 3;
+
+float shown(double value) {
+  return static_cast<float>(value);
+}
+
+void appendRecord(std::string& text, std::initializer_list<float> values) {
+  appendZones(text, values);
+  text += recordEnd;
+}
+
+/// A number above 0, for lengths that others are divided by.
+float positive(NumberReader& reader, std::string_view what) {
+  const float value = reader.number(what);
+  if (!reader.failed() && value <= 0) reader.refuse(what, shortestText(value));
+  return reader.failed() ? 1 : value;
+}
+
+std::string verdictText(bool passed) {
+  return passed ? "pass" : "fail";
+}
+
+Orientation courseOf(std::span<const TwipsPoint> samples) {
+  const auto extent = [&](float TwipsPoint::*coordinate) {
+    const auto [least, most] = std::minmax_element(
+        samples.begin(), samples.end(),
+        [&](const TwipsPoint& a, const TwipsPoint& b) { return a.*coordinate < b.*coordinate; });
+    return (*most).*coordinate - (*least).*coordinate;
+  };
+  return extent(&TwipsPoint::y) >= extent(&TwipsPoint::x) ? Orientation::vertical
+                                                          : Orientation::horizontal;
+}
+
+LineResult measureAgainstNearest(std::vector<TwipsPoint> samples, const GuideLines& guides,
+                                 const MeasuredPanel& panel) {
+  const Orientation orientation = courseOf(samples);
+  double sum = 0;
+  for (const TwipsPoint& sample : samples)
+    sum += static_cast<double>(across(orientation, sample));
+  const double mean = sum / static_cast<double>(samples.size());
+
+  const int first = orientation == Orientation::vertical ? 0 : GuideLines::perOrientation;
+  const auto distance = [&](int index) {
+    return std::abs(static_cast<double>(guides.position(index)) - mean);
+  };
+  int nearest = first;
+  for (int index = first; index < first + GuideLines::perOrientation; ++index)
+    if (distance(index) < distance(nearest)) nearest = index;
+
+  const GuidedLine guide{orientation, guides.position(nearest)};
+  LineFigures figures = measureLine(guide, samples, panel);
+  return {lineLabel(orientation, nearest - first + 1), guide, std::move(samples), figures};
+}
+
+struct CsvColumn {
+  std::string_view heading;
+  double (*value)(const LineFigures&);
+};
+
+constexpr CsvColumn csvColumns[] = {
+    {"average", [](const LineFigures& f) { return f.all.average; }},
+    {"maximum", [](const LineFigures& f) { return f.all.maximum; }},
+    {"minimum", [](const LineFigures& f) { return f.all.minimum; }},
+    {"rms", [](const LineFigures& f) { return f.all.rms; }},
+    {"absolute maximum", [](const LineFigures& f) { return f.all.absoluteMaximum; }},
+    {"centre absolute maximum", [](const LineFigures& f) { return f.centre.absoluteMaximum; }},
+    {"edge absolute maximum", [](const LineFigures& f) { return f.edge.absoluteMaximum; }},
+    {"offset", [](const LineFigures& f) { return f.offset; }},
+    {"tilt per 100 mm", [](const LineFigures& f) { return f.tilt; }},
+    {"straightness", [](const LineFigures& f) { return f.straightness; }},
+    {"straightness rms", [](const LineFigures& f) { return f.straightnessRms; }},
+    {"largest gap", [](const LineFigures& f) { return f.largestGap; }},
+    {"coverage", [](const LineFigures& f) { return f.coverage; }},
+};
+
+}  // namespace
+
+std::string resultFileName(const TestLine& line) {
+  const char letter = line.orientation == Orientation::vertical ? 'v' : 'h';
+  return std::string("Tvm-") + letter + std::to_string(line.number) + ".txt";
+}
+
+std::string resultText(const LineResult& result, const MeasuredPanel& panel) {
+  std::string text = result.label;
+  text += recordEnd;
+  appendRecord(text, {panel.screen.width, panel.screen.height});
+  appendRecord(text, {shown(panel.widthMm), shown(panel.heightMm)});
+  appendRecord(text, {result.guide.position});
+  appendNumber(text, static_cast<int>(result.samples.size()));
+  text += recordEnd;
+  for (const TwipsPoint& sample : result.samples) {
+    const double deviation = measureLine(result.guide, std::span(&sample, 1), panel).all.average;
+    appendRecord(text, {sample.x, sample.y, shown(deviation)});
+  }
+  const DeviationFigures& all = result.figures.all;
+  appendRecord(text, {shown(all.average), shown(all.maximum), shown(all.minimum), shown(all.rms)});
+  return text;
+}
+
+std::optional<FileError> writeResult(const std::filesystem::path& folder, const TestLine& line,
+                                     const LineResult& result, const MeasuredPanel& panel) {
+  return writeWholeFile(folder / resultFileName(line), resultText(result, panel));
+}
+
+Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine& line,
+                                          std::string name) {
+  NumberReader reader(text, std::move(name));
+  ReadResult read;
+  read.result.label = labelOf(line);
+  if (const auto label = reader.label(); label != read.result.label) {
+    reader.refuse("the line's name \"" + read.result.label + '"', label);
+  }
+  read.panel.screen.width = positive(reader, "the screen's width in twips");
+  read.panel.screen.height = positive(reader, "the screen's height in twips");
+  read.panel.widthMm = static_cast<double>(positive(reader, "the panel's width in mm"));
+  read.panel.heightMm = static_cast<double>(positive(reader, "the panel's height in mm"));
+  read.result.guide = {line.orientation, reader.number("the guide's position")};
+  const int count =
+      reader.integer(1, static_cast<int>(Stroke::mostSamples), "a count of samples from 1 to 3001");
+  for (int i = 0; i < count && !reader.failed(); ++i) {
+    const float x = reader.number("the x of a sample");
+    const float y = reader.number("the y of a sample");
+    reader.number("the deviation of a sample");
+    read.result.samples.push_back({x, y});
+  }
+  for (const auto* figure : {"the average", "the maximum", "the minimum", "the RMS"})
+    reader.number(figure);
+  if (!reader.failed() && !reader.atEnd()) reader.refuse("the end of the file", reader.label());
+  if (reader.failed()) return reader.error();
+  read.result.figures = measureLine(read.result.guide, read.result.samples, read.panel);
+  return read;
+}
+
+Result<ReadResult, FileError> readResult(const std::filesystem::path& folder,
+                                         const TestLine& line) {
+  const auto path = folder / resultFileName(line);
+  const auto text = readWholeFile(path, longestFile);
+  if (!text) return text.error();
+  return parseResult(*text, line, path.string());
+}
+
+std::string csvText(std::span<const LineResult> results, const MeasuredPanel& panel,
+                    const LinearityLimits& limits) {
+  std::string text = "line,samples";
+  for (const CsvColumn& column : csvColumns)
+    text.append(",").append(column.heading);
+  text.append(",absolute maximum in percent,centre,edge").append(recordEnd);
+  for (const LineResult& result : results) {
+    const LineFigures& figures = result.figures;
+    const Orientation orientation = result.guide.orientation;
+    text += result.label + ',' + std::to_string(figures.all.count);
+    for (const CsvColumn& column : csvColumns)
+      text += ',' + fixedText(column.value(figures), csvDecimals);
+    const LineVerdict verdict = judge(figures, limits, panel, orientation);
+    text += ',' + fixedText(panel.percentOf(figures.all.absoluteMaximum, orientation), csvDecimals);
+    text += ',' + verdictText(verdict.centre) + ',' + verdictText(verdict.edge);
+    text += recordEnd;
+  }
+  return text;
+}
+
+Result<std::vector<LineResult>, FileError> measureDrawing(const std::filesystem::path& file,
+                                                          const MeasuredPanel& panel) {
+  auto drawing = readDrawing(file);
+  if (!drawing) return drawing.error();
+  const GuideLines guides(panel.screen);
+  std::vector<LineResult> results;
+  for (Stroke& stroke : *drawing)
+    results.push_back(measureAgainstNearest(std::move(stroke.samples), guides, panel));
+  return results;
+}
+
+}  // namespace touch

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "core/surface.h"
+
+namespace touch {
+
+/// A surface that remembers what was drawn on it since it was last cleared, so that it can be drawn anew, whole or
+/// without a part. A mark goes straight to the shown surface: drawing costs the same however much there is.
+class Picture final : public Surface {
+ public:
+  /// Beyond this the oldest half is forgotten; what is shown stays.
+  static constexpr std::size_t mostMarks = 1'000'000;
+
+  /// What a mark is part of. Tolerance lines are taken away again without the ink around them.
+  enum class Layer : std::uint8_t { drawing, toleranceLines };
+
+  explicit Picture(Surface& shown) : shown_(shown) {}
+
+  void clear() override;
+  void line(TwipsPoint from, TwipsPoint to, Colour colour, int width) override;
+  void circle(TwipsPoint centre, float radius, Colour colour, int width) override;
+  void point(TwipsPoint at, Colour colour, int width) override;
+
+  /// The layer of the marks to come.
+  void setLayer(Layer layer) { layer_ = layer; }
+  /// Takes the layer's marks away and shows the rest anew. Nothing happens when there is none.
+  void removeLayer(Layer layer);
+  /// Takes the last `count` marks back and shows the rest anew.
+  void removeLast(std::size_t count);
+
+  std::size_t marks() const { return marks_.size(); }
+  void drawOn(Surface& surface) const;
+
+ private:
+  enum class Shape : std::uint8_t { line, circle, point };
+  struct Mark {
+    TwipsPoint from;
+    TwipsPoint to;  ///< of a circle: x is the radius
+    Colour colour;
+    std::int8_t width;
+    Shape shape;
+    Layer layer;
+  };
+
+  void add(Shape shape, TwipsPoint from, TwipsPoint to, Colour colour, int width);
+  void showAnew();
+  static void draw(const Mark& mark, Surface& surface);
+
+  Surface& shown_;
+  std::vector<Mark> marks_;
+  Layer layer_ = Layer::drawing;
+};
+
+}  // namespace touch

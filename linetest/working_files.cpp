@@ -1,0 +1,158 @@
+#include "linetest/working_files.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <utility>
+
+#include "core/whole_file.h"
+#include "linetest/number_layout.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view nameStart = "tmp";
+constexpr std::string_view extension = ".tmp";
+// 3001 samples of two numbers take a tenth of it.
+constexpr std::size_t longestFile = std::size_t{1} << 20U;
+
+bool canBeWritten(const fs::path& folder) {
+  std::error_code failed;
+  fs::create_directories(folder, failed);
+  const fs::path probe = folder / "probe.tmp";
+  if (writeWholeFile(probe, recordEnd)) return false;
+  fs::remove(probe, failed);
+  return true;
+}
+
+std::optional<int> numberOf(const fs::path& file) {
+  const std::string name = file.filename().string();
+  if (!name.starts_with(nameStart) || !name.ends_with(extension)) return std::nullopt;
+  int number = 0;
+  const char* begin = name.data() + nameStart.size();
+  const char* end = name.data() + name.size() - extension.size();
+  if (end < begin + 3) return std::nullopt;
+  const auto [stop, failed] = std::from_chars(begin, end, number);
+  if (failed != std::errc() || stop != end || number < 0) return std::nullopt;
+  return number;
+}
+
+std::vector<fs::path> filesIn(const fs::path& folder) {
+  std::vector<fs::path> files;
+  std::error_code failed;
+  for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
+    if (at->path().extension() == extension) files.push_back(at->path());
+  return files;
+}
+
+std::string workingText(const Stroke& stroke) {
+  std::string text;
+  for (const int value : {stroke.colour, stroke.width}) {
+    appendNumber(text, value);
+    text += recordEnd;
+  }
+  for (const TwipsPoint sample : stroke.samples) {
+    appendNumber(text, sample.x);
+    text += '\t';
+    appendNumber(text, sample.y);
+    text += recordEnd;
+  }
+  return text;
+}
+
+}  // namespace
+
+WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBack)
+    : folder_(workingFolder / "tmp") {
+  if (!canBeWritten(folder_) && canBeWritten(fallBack / "tmp")) folder_ = fallBack / "tmp";
+}
+
+fs::path WorkingFiles::pathOf(int number) const {
+  return folder_ / (std::string(nameStart) + threeDigits(number) + std::string(extension));
+}
+
+std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) const {
+  return writeWholeFile(pathOf(number), workingText(stroke));
+}
+
+Result<Stroke, FileError> WorkingFiles::read(int number) const {
+  const fs::path path = pathOf(number);
+  const auto text = readWholeFile(path, longestFile);
+  if (!text) return text.error();
+  NumberReader reader(*text, path.string());
+  Stroke stroke;
+  stroke.colour = reader.integer(0, 15, "a palette index from 0 to 15");
+  stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
+  while (!reader.atEnd()) {
+    if (stroke.samples.size() == Stroke::mostSamples) {
+      reader.refuse("the end of the file after 3001 samples", "more");
+      break;
+    }
+    const float x = reader.number("the x of a sample");
+    const float y = reader.number("the y of a sample");
+    stroke.samples.push_back({x, y});
+  }
+  if (stroke.samples.empty()) reader.refuse("the x of a sample", "");
+  if (reader.failed()) return reader.error();
+  return stroke;
+}
+
+Result<std::vector<Stroke>, FileError> WorkingFiles::readAll(int count) const {
+  std::vector<Stroke> strokes;
+  for (int number = 0; number < count; ++number) {
+    auto stroke = read(number);
+    if (!stroke) return stroke.error();
+    strokes.push_back(std::move(*stroke));
+  }
+  return strokes;
+}
+
+void WorkingFiles::remove(int number) const {
+  std::error_code ignored;
+  fs::remove(pathOf(number), ignored);
+}
+
+std::optional<FileError> WorkingFiles::clear() const {
+  for (const fs::path& file : filesIn(folder_)) {
+    std::error_code failed;
+    fs::remove(file, failed);
+    if (failed) return FileError{file.string(), 0, "a file that can be deleted", failed.message()};
+  }
+  return std::nullopt;
+}
+
+LeftStrokes WorkingFiles::left() const {
+  std::vector<int> numbers;
+  for (const fs::path& file : filesIn(folder_)) {
+    const auto number = numberOf(file);
+    if (number) numbers.push_back(*number);
+  }
+  std::sort(numbers.begin(), numbers.end());
+  LeftStrokes left;
+  for (const int number : numbers) {
+    auto stroke = read(number);
+    if (stroke) {
+      left.strokes.push_back({number, std::move(*stroke)});
+    } else {
+      left.damaged.push_back(stroke.error());
+    }
+  }
+  return left;
+}
+
+std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
+  int next = 0;
+  for (const auto& [number, stroke] : left.strokes) {
+    if (number != next) {
+      if (auto error = write(next, stroke)) return error;
+      remove(number);
+    }
+    ++next;
+  }
+  return std::nullopt;
+}
+
+}  // namespace touch

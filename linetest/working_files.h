@@ -1,0 +1,55 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "core/result.h"
+#include "linetest/stroke.h"
+
+namespace touch {
+
+// Working files: each recorded stroke as soon as it is drawn, so that a crash loses none. "tmp000.tmp", "tmp001.tmp" …
+// in a folder of their own; numbers are laid out as number_layout.h says. The records are
+//
+//   palette index        0 to 15
+//   width                1 or 2
+//   x TAB y              one for each sample, in twips, up to 3001
+
+/// What a program that ended early has left in its working files, in the order of their numbers.
+struct LeftStrokes {
+  struct Numbered {
+    int number;
+    Stroke stroke;
+  };
+  std::vector<Numbered> strokes;
+  std::vector<FileError> damaged;  ///< files that cannot be read, and why
+};
+
+class WorkingFiles {
+ public:
+  /// They live in the folder "tmp" under `workingFolder`, or under `fallBack` when nothing can be written there.
+  WorkingFiles(const std::filesystem::path& workingFolder, const std::filesystem::path& fallBack);
+
+  const std::filesystem::path& folder() const { return folder_; }
+  std::filesystem::path pathOf(int number) const;
+
+  /// Whole or not at all.
+  std::optional<FileError> write(int number, const Stroke& stroke) const;
+  Result<Stroke, FileError> read(int number) const;
+  /// The strokes 0 to `count` - 1, or the first error.
+  Result<std::vector<Stroke>, FileError> readAll(int count) const;
+  void remove(int number) const;
+
+  /// Deletes every "*.tmp" in the folder, which is the system's own.
+  std::optional<FileError> clear() const;
+  LeftStrokes left() const;
+  /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them. A crash in between
+  /// loses none.
+  std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+}  // namespace touch

@@ -1,0 +1,114 @@
+#include "linetest/drawing_file.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+namespace fs = std::filesystem;
+
+Stroke strokeOf(int colour, int width, int samples) {
+  Stroke stroke{colour, width, {}};
+  for (int i = 0; i < samples; ++i)
+    stroke.samples.push_back({static_cast<float>(i) * 15.25F, 480 - static_cast<float>(i) / 7});
+  return stroke;
+}
+
+TEST(DrawingFile, HasItsRecordsInOrder) {
+  const Stroke strokes[] = {{12, 2, {{480, 15}, {481.5F, -0.5F}}}, {0, 1, {{14880, 11160}}}};
+  EXPECT_EQ(drawingText(strokes),
+            "Line #000\r\n 12 \r\n 2 \r\n 2 \r\n"
+            " 480           15 \r\n 481.5        -0.5 \r\n"
+            "Line #001\r\n 0 \r\n 1 \r\n 1 \r\n 14880         11160 \r\n");
+}
+
+TEST(DrawingFile, KeepsEveryByteWhenReadAndWrittenAgain) {
+  const test::TemporaryFolder folder;
+  const auto path = folder.path() / "many.fdw";
+  Drawing drawing(1000, strokeOf(9, 2, 5));
+  drawing.push_back(strokeOf(15, 1, 3001));
+  ASSERT_EQ(writeDrawing(path, drawing), std::nullopt);
+  const std::string text = folder.read("many.fdw");
+  EXPECT_NE(text.find("Line #1000\r\n"), text.npos);
+  const auto read = readDrawing(path);
+  ASSERT_TRUE(read) << read.error().describe();
+  EXPECT_EQ(*read, drawing);
+  EXPECT_EQ(drawingText(*read), text);
+}
+
+TEST(DrawingFile, IsReadInOtherLayouts) {
+  const Drawing expected = {{12, 2, {{480, 0.015F}, {481.5F, -2}}}};
+  for (const char* text : {
+           "Line #000\n12\n2\n2\n480 1.5E-02\n481.5 -2\n",
+           "Line #7\r\n12,2,2\r\n480,\t.015,481.5,-2",
+           "\r\nLine #000  \r\n 12 \r\n 2 \r\n 2 \r\n 4.8E+2\t1.5e-2\r\n\r\n 481.5\t-2 \r\n\r\n",
+       }) {
+    const auto read = parseDrawing(text, "f");
+    ASSERT_TRUE(read) << read.error().describe();
+    EXPECT_EQ(*read, expected) << text;
+  }
+  EXPECT_EQ(*parseDrawing("", "f"), Drawing{});
+}
+
+TEST(DrawingFile, SaysWhereItIsDamaged) {
+  const std::string start = "Line #000\r\n 12 \r\n 1 \r\n";
+  const std::pair<std::string, const char*> cases[] = {
+      {"GIF89a", "f, line 1: expected \"Line #\" and a stroke's number, found \"GIF89a\""},
+      {"Line #\r\n", "f, line 1: expected \"Line #\" and a stroke's number, found \"Line #\""},
+      {"Line #000\r\n 16 \r\n", "f, line 2: expected a palette index from 0 to 15, found \"16\""},
+      {"Line #000\r\n 1 \r\n 3", "f, line 3: expected a draw width of 1 or 2, found \"3\""},
+      {start + " 0 ", "f, line 4: expected a count of samples from 1 to 3001, found \"0\""},
+      {start + " 3002 ", "f, line 4: expected a count of samples from 1 to 3001, found \"3002\""},
+      {start + " 2 \r\n 1 2\r\n 3 ",
+       "f, line 6: expected the y of a sample, found the end of the file"},
+      {start + " 2 \r\n 1 2\r\nLine #001", "f, line 6: expected the x of a sample, found \"Line\""},
+      {start + " 1 \r\n 1 2 3\r\n",
+       "f, line 5: expected \"Line #\" and a stroke's number, found \"3\""},
+      {start + " 1 \r\n 1 2\x01\r\n", "f, line 5: expected the y of a sample, found \"2\\x01\""},
+  };
+  for (const auto& [text, error] : cases) {
+    const auto read = parseDrawing(text, "f");
+    ASSERT_FALSE(read) << text;
+    EXPECT_EQ(read.error().describe(), error);
+  }
+}
+
+TEST(DrawingFile, IsCutAnywhereWithoutHarm) {
+  const Drawing drawing = {strokeOf(12, 1, 3), strokeOf(9, 2, 3)};
+  const std::string text = drawingText(drawing);
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    const auto read = parseDrawing(std::string_view(text).substr(0, length), "f");
+    if (read) {
+      EXPECT_LE(read->size(), 2u);
+    }
+  }
+}
+
+TEST(DrawingFile, GetsItsExtension) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"run1", "run1.fdw"},          {"run1.fdw", "run1.fdw"},   {"run1.FDW", "run1.FDW"},
+      {"a/b.FdW", "a/b.FdW"},        {"run.txt", "run.txt.fdw"}, {"fdw", "fdw.fdw"},
+      {"run1.fdw.", "run1.fdw..fdw"}};
+  for (const auto& [name, extended] : cases) {
+    EXPECT_EQ(withDrawingExtension(name), fs::path(extended));
+  }
+}
+
+TEST(DrawingFile, KeepsTheOldOneWhenTheDiskIsFull) {
+  const test::TemporaryFolder folder;
+  const Stroke strokes[] = {strokeOf(12, 1, 3001)};
+  folder.write("old.fdw", "old");
+  // A folder that a regular file stands in for, and one that does not exist.
+  for (const auto& path : {folder.path() / "old.fdw" / "new.fdw", folder.path() / "no" / "a.fdw"}) {
+    const auto error = writeDrawing(path, strokes);
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->file, path.string());
+  }
+  EXPECT_EQ(folder.read("old.fdw"), "old");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1) << "nothing left behind";
+}
+
+}  // namespace
+}  // namespace touch

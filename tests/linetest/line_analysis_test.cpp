@@ -1,0 +1,184 @@
+#include "linetest/line_analysis.h"
+
+#include <gtest/gtest.h>
+
+#include "linetest/results_table.h"
+
+namespace touch {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+// 1024 x 768 pixels: outer lines 480 and 360 twips in; bands of 1 percent are 153.6 and 115.2 twips.
+constexpr TwipsSize screen{15360, 11520};
+
+TEST(GuideLinesOfTheCanvas, LieWhereTheScreenPutsThem) {
+  const GuideLines guides(screen);
+  const float expected[] = {480, 4080, 7680, 11280, 14880, 360, 3060, 5760, 8460, 11160};
+  for (int index = 0; index < GuideLines::count; ++index) {
+    EXPECT_EQ(guides.position(index), expected[index]) << index;
+  }
+  const Bands bands = bandsOf({20000, 10000}, 1.5F);
+  EXPECT_EQ(bands.vertical, 300);
+  EXPECT_EQ(bands.horizontal, 150);
+}
+
+TEST(GuideLinesOfTheCanvas, EndTheInnerLinesAtTheOuterOnes) {
+  const GuideLines guides(screen);
+  const struct {
+    int index;
+    float shift;
+    TwipsPoint from;
+    TwipsPoint to;
+  } cases[] = {
+      {0, 0, {480, 0}, {480, 11520}},     {1, 10, {4090, 360}, {4090, 11160}},
+      {2, -10, {7670, 0}, {7670, 11520}}, {3, 0, {11280, 360}, {11280, 11160}},
+      {5, 0, {0, 360}, {15360, 360}},     {6, -5, {480, 3055}, {14880, 3055}},
+      {8, 0, {480, 8460}, {14880, 8460}}, {9, 5, {0, 11165}, {15360, 11165}},
+  };
+  for (const auto& c : cases) {
+    const Segment line = guides.inGrid(c.index, c.shift);
+    EXPECT_EQ(line.from, c.from) << c.index;
+    EXPECT_EQ(line.to, c.to) << c.index;
+  }
+  EXPECT_EQ(guides.whole(1).from, (TwipsPoint{4080, 0}));
+  EXPECT_EQ(guides.whole(8).to, (TwipsPoint{15360, 8460}));
+}
+
+TEST(RoundedTwips, GoesToTheEvenNeighbour) {
+  const std::pair<float, int> cases[] = {{0.5F, 0},         {1.5F, 2},     {2.5F, 2},
+                                         {2.51F, 3},        {-0.5F, 0},    {-1.5F, -2},
+                                         {32768.5F, 32768}, {57600, 57600}};
+  for (const auto& [position, rounded] : cases) {
+    EXPECT_EQ(roundedTwips(position), rounded) << position;
+  }
+}
+
+constexpr int none = -1;
+
+TEST(LineMatcher, MatchesAStartToItsLine) {
+  // Round numbers: bands of 100 and 50 twips.
+  constexpr TwipsSize round{10240, 5120};
+  const GuideLines guides(round);
+  const LineMatcher matcher(guides, {100, 50});
+  const struct {
+    const char* what;
+    int x;
+    int y;
+    int index;
+    int widthAfter;
+  } cases[] = {
+      {"first vertical line, at the top edge", 320, 20, 0, 2},
+      {"its band's right edge is outside", 420, 20, none, 1},
+      {"just within", 419, 20, 0, 2},
+      {"its band's left edge is outside", 220, 20, none, 1},
+      {"just within", 221, 20, 0, 2},
+      {"fifth vertical line, at the bottom edge", 9920, 5100, 4, 2},
+      {"middle line, past the edge: the horizontal ones are tried, in vain", 5120, 60, 2, 1},
+      {"exactly one band from the top counts as the edge", 5120, 50, 2, 2},
+      {"exactly one band from the bottom counts as the edge", 5120, 5070, 2, 2},
+      {"just less than a band from the bottom", 5120, 5069, 2, 1},
+      {"first horizontal line, from the left", 20, 160, 5, 1},
+      {"its band's edge is outside", 20, 210, none, 1},
+      {"just within", 20, 209, 5, 1},
+      {"fifth horizontal line", 10200, 4960, 9, 1},
+      {"both match: the horizontal line wins", 320, 160, 5, 2},
+      {"neither", 1500, 60, none, 1},
+  };
+  for (const auto& c : cases) {
+    const Matching matching = matcher.postest(c.x, c.y, 2);
+    ASSERT_EQ(matching.line.has_value(), c.index != none) << c.what;
+    if (matching.line) {
+      EXPECT_EQ(*matching.line, (LineMatch{c.index, roundedTwips(guides.position(c.index))}))
+          << c.what;
+    }
+    EXPECT_EQ(matching.drawWidth, c.widthAfter) << c.what;
+  }
+}
+
+TEST(LineMatcher, TellsWhenAPointHasLeftTheBand) {
+  const GuideLines guides({10240, 5120});
+  const LineMatcher matcher(guides, {100, 50});
+  const struct {
+    int index;
+    TwipsPoint point;
+    bool strayed;
+  } cases[] = {{0, {420, 9000}, false},  {0, {420.5F, 0}, true}, {0, {220, 0}, false},
+               {0, {219.5F, 0}, true},   {7, {0, 2610}, false},  {7, {0, 2611}, true},
+               {7, {9999, 2510}, false}, {7, {0, 2509}, true}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(matcher.hasStrayed(c.index, c.point), c.strayed) << c.point.x << ' ' << c.point.y;
+  }
+}
+
+constexpr TwipsSize hundred{10000, 5000};  // a percent is 100 twips
+
+TEST(StrokeMeasurement, ListsAVerticalStroke) {
+  const TwipsPoint samples[] = {{1040, 10}, {870, 20}, {1100, 30}, {1100.0625F, 40}, {996, 50}};
+  EXPECT_EQ(
+      resultLines(samples, {0, 1000}, hundred, 1),
+      (Lines{"", "  Vertical #1", "  AVG :  0.21", "  Max :  1.00", "  Min :  -1.30", "  Qty :  5",
+             "", "001  0.4 %", "002 -1.3 %  **", "003  1.0 %", "004  1.0 %  **", "005 -0.0 %"}));
+}
+
+TEST(StrokeMeasurement, TakesTheSamplesOfAHorizontalStrokeFromX) {
+  const TwipsPoint samples[] = {{2100, 2050}, {1900, 1970}};
+  EXPECT_EQ(resultLines(samples, {8, 2000}, hundred, 0.5F),
+            (Lines{"", "  Horizontal #4", "  AVG :  0.10", "  Max :  0.50", "  Min :  -0.30",
+                   "  Qty :  2", "", "001  1.0 %  **", "002 -1.0 %  **"}));
+}
+
+TEST(StrokeMeasurement, PlacesTheListWhereThereIsRoom) {
+  constexpr TwipsSize list{3000, 4000};
+  const std::pair<TwipsPoint, TwipsPoint> cases[] = {
+      {{100, 100}, {600, 600}},
+      {{6499, 499}, {6999, 999}},
+      {{6500, 500}, {3000, -4000}},  // exactly at the edge is too far
+      {{9900, 4900}, {6400, 400}},
+  };
+  for (const auto& [pen, corner] : cases) {
+    EXPECT_EQ(placeBeside(pen, list, hundred), corner) << pen.x;
+  }
+}
+
+TEST(ResultsTable, ShowsAndColoursTheMeasuredLines) {
+  ResultsTable table;
+  const TwipsPoint vertical[] = {{1100.4F, 12.5F}, {1099.6F, 20}, {850, 30}};
+  const TwipsPoint horizontal[] = {{0, 2000}, {10, 2110}};
+  table.store(vertical, {1, 1000}, hundred);
+  table.store(horizontal, {9, 2000}, hundred);
+  table.store(horizontal, {19, 2000}, hundred);  // no such row
+  const ResultsSheet sheet = table.sheet(1);
+
+  using Cell = ResultsSheet::Cell;
+  constexpr Colour black = palette[0];
+  constexpr Colour red = {255, 0, 0};
+  constexpr Colour blue = {0, 0, 255};
+  const auto texts = [](const auto& row) {
+    Lines line;
+    for (const Cell& cell : row)
+      line.push_back(cell.text);
+    return line;
+  };
+  EXPECT_EQ(texts(sheet.cells[0]), (Lines{"Line #", "AVG", "MAX", "MIN", "Qty", "Start", "END"}));
+  EXPECT_EQ(texts(sheet.cells[1]), (Lines{"V-1", "", "", "", "", "", ""}));
+  EXPECT_EQ(sheet.cells[2], (std::array<Cell, 7>{Cell{"V-2", black},
+                                                 {"0.17", blue},
+                                                 {"1.00", blue},
+                                                 {"-1.50", red},
+                                                 {"3", black},
+                                                 {"12.5", black},
+                                                 {"30", black}}))
+      << "1.004 shows as 1.00, which is within 1";
+  EXPECT_EQ(sheet.cells[10], (std::array<Cell, 7>{Cell{"H-5", black},
+                                                  {"0.55", blue},
+                                                  {"1.10", red},
+                                                  {"0.00", blue},
+                                                  {"2", black},
+                                                  {"2000", black},
+                                                  {"2110", black}}));
+  EXPECT_EQ(sheet.cells[6][0].text, "H-1");
+}
+
+}  // namespace
+}  // namespace touch

@@ -1,0 +1,192 @@
+#include "linetest/linearity_files.h"
+
+#include <gtest/gtest.h>
+
+#include "linetest/drawing_file.h"
+#include "linetest/linearity_plot.h"
+#include "linetest/svg_surface.h"
+#include "tests/support/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
+constexpr TestLine line{Orientation::vertical, 2};
+
+LineResult resultOf(std::vector<TwipsPoint> samples) {
+  const GuidedLine guide{Orientation::vertical, 3000};
+  const LineFigures figures = measureLine(guide, samples, panel);
+  return {"V-2", guide, std::move(samples), figures};
+}
+
+const char* const text =
+    "V-2\r\n"
+    " 20000         10000 \r\n"
+    " 200           100 \r\n"
+    " 3000 \r\n"
+    " 2 \r\n"
+    " 3050          500           0.5 \r\n"
+    " 2900          9000.5       -1 \r\n"
+    "-0.25          0.5          -1             0.7905694 \r\n";
+
+TEST(ResultFile, HasItsRecordsInOrder) {
+  EXPECT_EQ(resultText(resultOf({{3050, 500}, {2900, 9000.5F}}), panel), text);
+}
+
+TEST(ResultFile, KeepsEveryByteWhenReadAndWrittenAgain) {
+  const test::TemporaryFolder folder;
+  std::vector<TwipsPoint> samples;
+  for (int i = 0; i < 3001; ++i)
+    samples.push_back({3000 + static_cast<float>(i % 17) / 3, static_cast<float>(i) * 3.3F});
+  const LineResult result = resultOf(samples);
+  ASSERT_EQ(writeResult(folder.path(), line, result, panel), std::nullopt);
+  const std::string written = folder.read("Tvm-v2.txt");
+  const auto read = readResult(folder.path(), line);
+  ASSERT_TRUE(read) << read.error().describe();
+  EXPECT_EQ(read->result.samples, samples);
+  EXPECT_EQ(resultText(read->result, read->panel), written);
+  EXPECT_EQ(resultFileName({Orientation::horizontal, 9}), "Tvm-h9.txt");
+}
+
+TEST(ResultFile, SaysWhereItIsDamaged) {
+  const struct {
+    const char* old;
+    const char* damaged;
+    const char* error;
+  } cases[] = {
+      {"V-2", "V-3", "f, line 1: expected the line's name \"V-2\", found \"V-3\""},
+      {"20000", "0", "f, line 2: expected the screen's width in twips, found \"0\""},
+      {" 100 ", "-1", "f, line 3: expected the panel's height in mm, found \"-1\""},
+      {" 2 \r", " 3 \r", "f, line 9: expected the maximum, found the end of the file"},
+      {" 2 \r", " 0 \r", "f, line 5: expected a count of samples from 1 to 3001, found \"0\""},
+      {"0.7905694", "", "f, line 9: expected the RMS, found the end of the file"},
+      {"0.7905694", "1 2", "f, line 8: expected the end of the file, found \"2\""},
+  };
+  for (const auto& c : cases) {
+    std::string damaged = text;
+    damaged.replace(damaged.find(c.old), std::string_view(c.old).size(), c.damaged);
+    const auto read = parseResult(damaged, line, "f");
+    ASSERT_FALSE(read) << c.error;
+    EXPECT_EQ(read.error().describe(), c.error);
+  }
+}
+
+TEST(LinearityCsv, HasARecordForEachLine) {
+  const LineResult results[] = {resultOf({{3050, 500}, {3050, 1000}})};
+  EXPECT_EQ(csvText(results, panel, {0.4, 2}),
+            "line,samples,average,maximum,minimum,rms,absolute maximum,centre absolute maximum,"
+            "edge absolute maximum,offset,tilt per 100 mm,straightness,straightness rms,"
+            "largest gap,coverage,absolute maximum in percent,centre,edge\r\n"
+            "V-2,2,0.500,0.500,0.500,0.500,0.500,0.500,0.000,0.500,0.000,0.000,0.000,5.000,0.050,"
+            "0.250,fail,pass\r\n");
+}
+
+TEST(MeasuredDrawing, TakesEachStrokeToItsNearestGuide) {
+  const test::TemporaryFolder folder;
+  // Guide lines at 625, 5312.5, 10000, … and 312.5, 2656.25, 5000, …
+  const Stroke strokes[] = {
+      {12, 1, {{5412.5F, 0}, {5412.5F, 5000}, {5412.5F, 9000}}},
+      {12, 1, {{0, 4950}, {20000, 4950}}},
+  };
+  const auto path = folder.path() / "a.fdw";
+  ASSERT_EQ(writeDrawing(path, strokes), std::nullopt);
+  const auto results = measureDrawing(path, panel);
+  ASSERT_TRUE(results) << results.error().describe();
+  ASSERT_EQ(results->size(), 2u);
+  EXPECT_EQ(results->at(0).label, "V-2");
+  EXPECT_NEAR(results->at(0).figures.offset, 1, 1e-4);
+  EXPECT_EQ(results->at(1).label, "H-3");
+  EXPECT_NEAR(results->at(1).figures.all.average, -0.5, 1e-4);
+
+  folder.write("a.fdw", "GIF89a");
+  EXPECT_EQ(measureDrawing(path, panel).error().line, 1);
+  const MeasuredPanel nominal = MeasuredPanel::ofNominalSize({14400, 7200});
+  EXPECT_NEAR(nominal.widthMm, 254, 1e-9);
+}
+
+TEST(SvgSurface, WritesShapes) {
+  SvgSurface page({1500, 750});
+  page.line({0, 1}, {2.25F, 3}, palette[12], 2);
+  page.circle({4, 5}, 6, palette[0], 1);
+  page.area({7, 8}, {9, 10}, white);
+  page.text({1, 2}, "a < b & c", palette[9], 190, TextAnchor::end);
+  EXPECT_EQ(page.document(),
+            "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"100.0\" height=\"50.0\" "
+            "viewBox=\"0 0 1500.0 750.0\" font-family=\"sans-serif\">\n"
+            "<line x1=\"0.0\" y1=\"1.0\" x2=\"2.3\" y2=\"3.0\" fill=\"none\" stroke=\"#FF0000\" "
+            "stroke-width=\"30.0\" stroke-linecap=\"round\"/>\n"
+            "<circle cx=\"4.0\" cy=\"5.0\" r=\"6.0\" fill=\"none\" stroke=\"#000000\" "
+            "stroke-width=\"15.0\" stroke-linecap=\"round\"/>\n"
+            "<rect x=\"7.0\" y=\"8.0\" width=\"9.0\" height=\"10.0\" fill=\"#FFFFFF\"/>\n"
+            "<text x=\"1.0\" y=\"2.0\" font-size=\"190.0\" fill=\"#0000FF\" "
+            "text-anchor=\"end\">a &lt; b &amp; c</text>\n"
+            "</svg>\n");
+}
+
+/// Everything that is drawn lies on the page.
+class PageWatch final : public ChartSurface {
+ public:
+  int shapes = 0;
+  int outside = 0;
+  std::vector<std::string> texts;
+
+  void clear() override {}
+  void line(TwipsPoint from, TwipsPoint to, Colour, int) override {
+    look(from);
+    look(to);
+  }
+  void circle(TwipsPoint centre, float, Colour, int) override { look(centre); }
+  void area(TwipsPoint corner, TwipsSize, Colour) override { look(corner); }
+  void text(TwipsPoint at, std::string_view text, Colour, float, TextAnchor) override {
+    look(at);
+    texts.emplace_back(text);
+  }
+
+ private:
+  void look(TwipsPoint at) {
+    ++shapes;
+    const bool inside =
+        at.x >= 0 && at.x <= linearityPage.width && at.y >= 0 && at.y <= linearityPage.height;
+    if (!inside) ++outside;
+  }
+};
+
+TEST(LinearityPage, ShowsEveryLineAndStaysOnThePage) {
+  for (const MeasuredPanel& shape :
+       {panel, MeasuredPanel{{10000, 20000}, 100, 200}, MeasuredPanel{{15000, 15000}, 30, 30}}) {
+    std::vector<LineResult> results;
+    for (const Orientation orientation : {Orientation::vertical, Orientation::horizontal}) {
+      for (int number = 1; number <= 9; ++number) {
+        const TestLine at{orientation, number};
+        const GuidedLine guide = guideOf(at, shape.screen);
+        std::vector<TwipsPoint> samples;
+        for (int i = 0; i <= 50; ++i) {
+          const auto along = static_cast<float>(i) * 200;
+          const float off = guide.position + (number == 5 ? 300.0F : 20.0F);
+          samples.push_back(orientation == Orientation::vertical ? TwipsPoint{off, along}
+                                                                 : TwipsPoint{along, off});
+        }
+        results.push_back({labelOf(at), guide, samples, measureLine(guide, samples, shape)});
+      }
+    }
+    PageWatch page;
+    drawLinearityPage(page, linearityPage, results, shape, {0.5, 0.5});
+    EXPECT_EQ(page.outside, 0) << shape.widthMm;
+    EXPECT_GT(page.shapes, 18 * 50);
+    for (const LineResult& result : results) {
+      const auto caption = std::find_if(page.texts.begin(), page.texts.end(), [&](const auto& t) {
+        return t.starts_with(result.label + ' ');
+      });
+      ASSERT_NE(caption, page.texts.end()) << result.label;
+      const bool passed =
+          judge(result.figures, {0.5, 0.5}, shape, result.guide.orientation).passed();
+      EXPECT_EQ(caption->ends_with("pass"), passed) << result.label;
+    }
+  }
+  PageWatch empty;
+  drawLinearityPage(empty, linearityPage, {}, panel, {});
+  EXPECT_EQ(empty.outside, 0);
+}
+
+}  // namespace
+}  // namespace touch

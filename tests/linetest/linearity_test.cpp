@@ -1,0 +1,218 @@
+#include "linetest/linearity.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "linetest/linearity_procedure.h"
+
+namespace touch {
+namespace {
+
+// 200 x 100 mm; 10 twips are 0.1 mm either way.
+constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
+constexpr GuidedLine vertical{Orientation::vertical, 10000};
+constexpr GuidedLine horizontal{Orientation::horizontal, 5000};
+
+/// Samples along the whole of `guide`, each `across` twips off it at `t` from 0 to 1.
+template <typename Off>
+std::vector<TwipsPoint> trace(const GuidedLine& guide, Off across, int samples = 101) {
+  std::vector<TwipsPoint> points;
+  for (int i = 0; i < samples; ++i) {
+    const float t = static_cast<float>(i) / static_cast<float>(samples - 1);
+    const float at = guide.position + static_cast<float>(across(t));
+    points.push_back(guide.orientation == Orientation::vertical ? TwipsPoint{at, t * 10000}
+                                                                : TwipsPoint{t * 20000, at});
+  }
+  return points;
+}
+
+TEST(LineFigures, TellTheFaultsOfAPanelApart) {
+  const struct {
+    const char* what;
+    double (*across)(double);
+    double average;
+    double maximum;
+    double minimum;
+    double absoluteMaximum;
+    double offset;
+    double straightness;
+  } cases[] = {
+      {"perfect", [](double) { return 0.0; }, 0, 0, 0, 0, 0, 0},
+      {"moved to the right", [](double) { return 50.0; }, 0.5, 0.5, 0.5, 0.5, 0.5, 0},
+      {"moved to the left", [](double) { return -50.0; }, -0.5, -0.5, -0.5, 0.5, -0.5, 0},
+      {"tilted", [](double t) { return 100 * (t - 0.5); }, 0, 0.5, -0.5, 0.5, 0, 0},
+      {"moved and tilted", [](double t) { return 100 * t; }, 0.5, 1, 0, 1, 0.5, 0},
+      // Two thirds of a bow's height are its mean.
+      {"bowed", [](double t) { return 300 * 4 * t * (1 - t); }, 1.98, 3, 0, 3, 1.98, 1.98},
+  };
+  for (const auto& c : cases) {
+    for (const GuidedLine& guide : {vertical, horizontal}) {
+      const LineFigures figures = measureLine(guide, trace(guide, c.across), panel);
+      EXPECT_NEAR(figures.all.average, c.average, 1e-4) << c.what;
+      EXPECT_NEAR(figures.all.maximum, c.maximum, 1e-4) << c.what;
+      EXPECT_NEAR(figures.all.minimum, c.minimum, 1e-4) << c.what;
+      EXPECT_NEAR(figures.all.absoluteMaximum, c.absoluteMaximum, 1e-4) << c.what;
+      EXPECT_NEAR(figures.offset, c.offset, 1e-4) << c.what;
+      EXPECT_NEAR(figures.straightness, c.straightness, 1e-4) << c.what;
+      EXPECT_NEAR(figures.coverage, 1, 1e-6);
+    }
+  }
+}
+
+TEST(LineFigures, MeasureTheDistanceSquareToTheBestFit) {
+  // A slope of 1 in 4: vertical distances of 1 mm are 4 / sqrt(17) mm square to the line.
+  std::vector<TwipsPoint> samples;
+  for (int i = 0; i <= 200; ++i) {
+    const auto along = static_cast<float>(i) * 50;
+    const float side = i % 2 == 0 ? 100.0F : -100.0F;
+    samples.push_back({10000 + along / 4 + side, along});
+  }
+  const LineFigures figures = measureLine(vertical, samples, panel);
+  EXPECT_NEAR(figures.tilt, 25, 0.1);
+  EXPECT_NEAR(figures.straightnessRms, 4 / std::sqrt(17.0), 0.01);
+  EXPECT_NEAR(figures.offset, 12.5, 0.05);
+}
+
+TEST(LineFigures, StayNumbersForAnySamples) {
+  const std::vector<std::vector<TwipsPoint>> cases = {
+      {}, {{1, 1}}, {{5, 5}, {5, 5}}, {{0, 5}, {100, 5}, {200, 5}}, {{-1e6F, 1e6F}, {1e6F, -1e6F}}};
+  for (const auto& samples : cases) {
+    const LineFigures figures = measureLine(vertical, samples, panel);
+    for (const double value : {figures.all.average, figures.all.rms, figures.offset, figures.tilt,
+                               figures.straightness, figures.coverage, figures.largestGap}) {
+      EXPECT_TRUE(std::isfinite(value)) << samples.size();
+    }
+  }
+}
+
+TEST(LineFigures, JudgeTheEdgeApart) {
+  // 0.8 mm off in the centre, more within 3.5 mm of the ends.
+  const auto bentAtTheEnds = [](float by) {
+    return trace(
+        vertical, [by](float t) { return t < 0.035F || t > 0.965F ? by : 80.0F; }, 1001);
+  };
+  const struct {
+    float bend;
+    LinearityLimits limits;
+    bool centre;
+    bool edge;
+  } cases[] = {
+      {190, {}, true, true},
+      {200, {}, true, true},
+      {201, {}, true, false},
+      {0, {0.8, 2}, true, true},
+      {0, {0.79, 2}, false, true},
+      {190, {0.4, 0.95, LimitUnit::percent}, true, true},
+      {190, {0.39, 0.94, LimitUnit::percent}, false, false},
+  };
+  for (const auto& c : cases) {
+    const LineFigures figures = measureLine(vertical, bentAtTheEnds(c.bend), panel);
+    EXPECT_EQ(figures.centre.count + figures.edge.count, 1001u);
+    const LineVerdict verdict = judge(figures, c.limits, panel, Orientation::vertical);
+    EXPECT_EQ(verdict.centre, c.centre) << c.bend;
+    EXPECT_EQ(verdict.edge, c.edge) << c.bend;
+  }
+  EXPECT_EQ(limitMm(1, LimitUnit::percent, panel, Orientation::horizontal), 1);
+}
+
+TEST(LineFigures, ShowADeadStrip) {
+  auto samples = trace(
+      horizontal, [](float) { return 0; }, 201);
+  std::erase_if(samples, [](TwipsPoint at) { return at.x > 12000 && at.x < 15000; });
+  std::erase_if(samples, [](TwipsPoint at) { return at.x > 18000; });
+  const LineFigures figures = measureLine(horizontal, samples, panel);
+  EXPECT_NEAR(figures.largestGap, 30, 1e-4);
+  EXPECT_NEAR(figures.coverage, 0.9, 1e-4);
+}
+
+TEST(TestLines, LieAtEqualDistances) {
+  constexpr TwipsSize screen{32000, 16000};
+  EXPECT_EQ(guideOf({Orientation::vertical, 1}, screen).position, 1000);
+  EXPECT_EQ(guideOf({Orientation::vertical, 2}, screen).position, 4750);
+  EXPECT_EQ(guideOf({Orientation::vertical, 9}, screen).position, 31000);
+  EXPECT_EQ(guideOf({Orientation::horizontal, 5}, screen).position, 8000);
+}
+
+class Testing : public testing::Test {
+ protected:
+  StrokeVerdict draw(const std::vector<TwipsPoint>& points) {
+    procedure.penDown(points.front());
+    for (std::size_t i = 1; i < points.size(); ++i)
+      procedure.penMove(points[i]);
+    return procedure.penUp();
+  }
+  StrokeVerdict drawCurrent(float off) {
+    return draw(trace(guideOf(*procedure.current(), panel.screen), [off](float) { return off; }));
+  }
+  LinearityProcedure procedure{panel};
+};
+
+TEST_F(Testing, GoesThroughEighteenLines) {
+  std::string order;
+  while (const auto line = procedure.current()) {
+    order += labelOf(*line) + ' ';
+    EXPECT_EQ(procedure.drawn(), std::nullopt);
+    procedure.accept();
+    EXPECT_EQ(procedure.current(), line) << "nothing is drawn, nothing to accept";
+    EXPECT_EQ(drawCurrent(10), StrokeVerdict::usable);
+    procedure.accept();
+  }
+  EXPECT_EQ(order, "V-1 V-2 V-3 V-4 V-5 V-6 V-7 V-8 V-9 H-1 H-2 H-3 H-4 H-5 H-6 H-7 H-8 H-9 ");
+  EXPECT_EQ(procedure.results().size(), 18u);
+  EXPECT_NEAR(procedure.results()[17].figures.all.average, 0.1, 1e-4);
+  EXPECT_EQ(draw({{1, 1}, {2, 2}, {3, 3}, {4, 4}}), StrokeVerdict::tooFewSamples) << "all is done";
+}
+
+TEST_F(Testing, LetsEveryLineBeDrawnAgain) {
+  drawCurrent(30);
+  procedure.repeat();
+  EXPECT_EQ(procedure.drawn(), std::nullopt);
+  drawCurrent(10);
+  procedure.accept();
+  drawCurrent(20);
+  procedure.accept();
+  procedure.goTo({Orientation::vertical, 1});
+  EXPECT_NEAR(procedure.result({Orientation::vertical, 1})->figures.all.average, 0.1, 1e-4);
+  drawCurrent(40);
+  procedure.accept();
+  EXPECT_NEAR(procedure.result({Orientation::vertical, 1})->figures.all.average, 0.4, 1e-4);
+  EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 3})) << "the next open one";
+}
+
+TEST_F(Testing, RefusesStrokesThatMeasureNothing) {
+  // The nine vertical lines are 2343.75 twips apart; half of that belongs to the neighbour.
+  const struct {
+    const char* what;
+    std::vector<TwipsPoint> points;
+    StrokeVerdict verdict;
+    std::optional<std::size_t> message;
+  } cases[] = {
+      {"a touch", {{625, 0}, {625, 1}, {625, 2}}, StrokeVerdict::tooFewSamples, std::nullopt},
+      {"just near enough",
+       {{625, 0}, {625, 1}, {625, 2}, {1796, 3}},
+       StrokeVerdict::usable,
+       std::nullopt},
+      {"too far", {{625, 0}, {625, 1}, {625, 2}, {1798, 3}}, StrokeVerdict::outsideLimit, 22},
+      {"full", std::vector<TwipsPoint>(3001, {625, 5}), StrokeVerdict::usable, std::nullopt},
+      {"too long", std::vector<TwipsPoint>(3002, {625, 5}), StrokeVerdict::tooManyPoints, 24},
+      {"far too long", std::vector<TwipsPoint>(10000, {625, 5}), StrokeVerdict::tooManyPoints, 24},
+  };
+  for (const auto& c : cases) {
+    const StrokeVerdict verdict = draw(c.points);
+    EXPECT_EQ(verdict, c.verdict) << c.what;
+    EXPECT_EQ(messageOf(verdict), c.message) << c.what;
+    EXPECT_EQ(procedure.drawn().has_value(), c.verdict == StrokeVerdict::usable) << c.what;
+    procedure.repeat();
+  }
+}
+
+TEST_F(Testing, TakesALineInPieces) {
+  draw({{625, 0}, {625, 1000}, {625, 2000}, {625, 3000}});
+  draw({{625, 7000}, {625, 8000}});
+  ASSERT_TRUE(procedure.drawn());
+  EXPECT_NEAR(procedure.drawn()->figures.largestGap, 40, 1e-4);
+}
+
+}  // namespace
+}  // namespace touch

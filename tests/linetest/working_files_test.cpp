@@ -1,0 +1,99 @@
+#include "linetest/working_files.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/support/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+namespace fs = std::filesystem;
+
+class WorkingFilesIn : public testing::Test {
+ protected:
+  std::string read(const std::string& name) const { return working.read("tmp/" + name); }
+
+  test::TemporaryFolder working;
+  test::TemporaryFolder other;
+  WorkingFiles files{working.path(), other.path()};
+};
+
+const Stroke stroke{12, 2, {{480, 15.5F}, {-1, 0}, {481, 30}, {482, 45}}};
+
+TEST_F(WorkingFilesIn, HaveTheirRecordsInOrder) {
+  ASSERT_EQ(files.write(7, stroke), std::nullopt);
+  EXPECT_EQ(read("tmp007.tmp"),
+            " 12 \r\n 2 \r\n 480 \t 15.5 \r\n-1 \t 0 \r\n 481 \t 30 \r\n 482 \t 45 \r\n");
+  const auto again = files.read(7);
+  ASSERT_TRUE(again);
+  EXPECT_EQ(*again, stroke);
+  EXPECT_EQ(files.pathOf(1000).filename(), "tmp1000.tmp");
+}
+
+TEST_F(WorkingFilesIn, DeleteTheirOwnKindOnly) {
+  files.write(0, stroke);
+  files.write(1, stroke);
+  working.write("tmp/old.tmp", "");
+  working.write("tmp/notes.txt", "mine");
+  working.write("other.tmp", "mine");
+  EXPECT_EQ(files.clear(), std::nullopt);
+  EXPECT_EQ(std::distance(fs::directory_iterator(files.folder()), {}), 1);
+  EXPECT_EQ(read("notes.txt"), "mine");
+  EXPECT_EQ(working.read("other.tmp"), "mine");
+}
+
+TEST_F(WorkingFilesIn, AreFoundAgainAfterACrash) {
+  files.write(2, {9, 1, {{3, 3}}});
+  files.write(0, stroke);
+  files.write(1000, {10, 1, {{4, 4}}});
+  working.write("tmp/tmp001.tmp", " 12 \r\n 1 \r\n 480 \t ");
+  working.write("tmp/tmp003.tmp.new", " 12 \r\n");
+  working.write("tmp/tmpabc.tmp", "");
+  working.write("tmp/tmp-01.tmp", "");
+
+  const WorkingFiles next(working.path(), other.path());
+  const LeftStrokes left = next.left();
+  ASSERT_EQ(left.strokes.size(), 3u);
+  EXPECT_EQ(left.strokes[0].stroke, stroke);
+  EXPECT_EQ(left.strokes[1].number, 2);
+  EXPECT_EQ(left.strokes[2].number, 1000);
+  ASSERT_EQ(left.damaged.size(), 1u);
+  EXPECT_EQ(
+      left.damaged[0].describe(),
+      next.pathOf(1).string() + ", line 3: expected the y of a sample, found the end of the file");
+
+  EXPECT_EQ(next.makeConsecutive(left), std::nullopt);
+  const auto all = next.readAll(3);
+  ASSERT_TRUE(all) << all.error().describe();
+  EXPECT_EQ(all->at(1).colour, 9);
+  EXPECT_EQ(all->at(2).colour, 10);
+  EXPECT_EQ(next.left().strokes.size(), 3u);
+}
+
+TEST_F(WorkingFilesIn, RefuseMoreThan3001Samples) {
+  std::string text = " 12 \n 1 \n";
+  for (int i = 0; i < 3001; ++i)
+    text += "1\t2\n";
+  working.write("tmp/tmp000.tmp", text);
+  EXPECT_EQ(files.read(0)->samples.size(), 3001u);
+  working.write("tmp/tmp000.tmp", text + "1\t2\n");
+  ASSERT_FALSE(files.read(0));
+  EXPECT_EQ(files.read(0).error().expected, "the end of the file after 3001 samples");
+}
+
+TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWritten) {
+  const test::TemporaryFolder full;
+  full.write("tmp", "a file of this name");
+  const WorkingFiles moved(full.path(), other.path());
+  EXPECT_EQ(moved.folder(), other.path() / "tmp");
+  EXPECT_EQ(moved.write(0, stroke), std::nullopt);
+  EXPECT_EQ(full.read("tmp"), "a file of this name");
+
+  const WorkingFiles nowhere(full.path(), full.path());
+  const auto error = nowhere.write(0, stroke);
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->expected, "a place that can be written");
+}
+
+}  // namespace
+}  // namespace touch
