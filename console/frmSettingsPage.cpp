@@ -156,6 +156,8 @@ QWidget* frmSettingsPage::makeTiming() {
     scroll->setObjectName(control.name);
     scroll->setAccessibleName(caption->text());
     scroll->setFocusPolicy(Qt::StrongFocus);
+    // A scroll bar's keys are made for text, where "right" goes back; here it means more.
+    scroll->setInvertedControls(false);
     scroll->setMinimumHeight(fingerSize());
     scroll->setMinimumWidth(3 * fingerSize());
     caption->setWordWrap(true);

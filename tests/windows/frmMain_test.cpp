@@ -1,46 +1,20 @@
 #include "console/frmMain.h"
 
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTableWidget>
 
-#include "serial/asio_serial_port.h"
-#include "tests/support/temporary_folder.h"
-#include "tests/windows/window_desk.h"
+#include "tests/windows/main_window_desk.h"
 
 namespace touch {
 namespace {
 
 using test::Lines;
-using test::replyOf;
 using namespace std::chrono_literals;
 
-class MainWindow : public test::WindowDesk {
- protected:
-  MainWindow() {
-    script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
-    script.replies["UT"] = {replyOf("QRMV0301")};
-    script.replies["OI"] = {replyOf("M0130100")};
-  }
-  void open() {
-    window =
-        std::make_unique<frmMain>(access(), prompt, port, trace,
-                                  Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
-    window->open();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    QApplication::processEvents();
-    journal.clear();
-  }
-  QString status() { return find<QLabel>(*window, "statusLine")->text(); }
-
-  test::TemporaryFolder folder;
-  Trace trace;
-  AsioSerialPort port{ComPorts()};
-  std::unique_ptr<frmMain> window;
-};
+class MainWindow : public test::MainWindowDesk {};
 
 TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   open();
@@ -68,9 +42,7 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   auto* const list = find<QTableWidget>(*window, "controllerList");
   QTest::keyClick(list, Qt::Key_I);
   EXPECT_TRUE(advanced->isHidden()) << "only the page Maintenance has an advanced frame";
-  for (int page = 0; page < tabs->count(); ++page) {
-    if (tabs->tabText(page) == "Maintenance") tabs->setCurrentIndex(page);
-  }
+  showPage("Maintenance");
   QTest::keyClick(tabs, Qt::Key_I, Qt::ShiftModifier);
   EXPECT_TRUE(advanced->isHidden());
   QTest::keyClick(tabs, Qt::Key_I);
