@@ -32,12 +32,11 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
 }  // namespace
 
 frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
-               const std::optional<QSize>& size, std::function<void()> onLeave,
-               std::function<void(CalibrationOutcome)> onEnded)
+               const QScreen& screen, const std::optional<QSize>& size,
+               std::function<void()> onLeave, std::function<void(CalibrationOutcome)> onEnded)
     : access_(access),
       prompt_(prompt),
       simulation_(simulation),
-      fullSize_(size.value_or(QGuiApplication::primaryScreen()->size())),
       fullScreen_(!size),
       onLeave_(std::move(onLeave)),
       onEnded_(std::move(onEnded)),
@@ -78,7 +77,7 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
   connect(cancelButton_, &QPushButton::clicked, this, [this] { calibration_->cancel(); });
   connect(exitLabel_, &QPushButton::clicked, this, [this] { calibration_->cancel(); });
 
-  resize(fullSize_);
+  setGeometry(QRect(screen.geometry().topLeft(), size.value_or(screen.size())));
   // A hidden window hears of its size only when it is shown, and the targets are placed before.
   placeControls();
   calibration_ = std::make_unique<Calibration>(access_, prompt_, *this, canvas_->sizeInTwips());

@@ -20,10 +20,10 @@ class frmCal final : public QWidget, public CalibrationScreen {
   Q_OBJECT
 
  public:
-  /// `size` in logical pixels replaces the full screen. `onLeave` brings the main window back, `onEnded` is told how the
+  /// `screen` is the one that the panel covers; `size` in logical pixels replaces all of it. `onLeave` brings the main window back, `onEnded` is told how the
   /// calibration ended; the window then deletes itself.
   frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
-         const std::optional<QSize>& size, std::function<void()> onLeave,
+         const QScreen& screen, const std::optional<QSize>& size, std::function<void()> onLeave,
          std::function<void(CalibrationOutcome)> onEnded);
 
   /// Shows the window in front of all others; the calibration begins by itself.
@@ -52,7 +52,6 @@ class frmCal final : public QWidget, public CalibrationScreen {
   Access access_;
   Prompt& prompt_;
   std::optional<Simulation> simulation_;
-  QSize fullSize_;
   bool fullScreen_;
   std::function<void()> onLeave_;
   std::function<void(CalibrationOutcome)> onEnded_;

@@ -38,9 +38,9 @@ QString inPercent(double fraction) {
 }  // namespace
 
 frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panelError_(new QLabel) {
-  auto* const introduction = new QLabel(
-      tr("Touch the targets one after the other. A target that is not touched in about a "
-         "minute ends the calibration; nothing is stored then."));
+  auto* const introduction =
+      new QLabel(tr("Touch the targets one after the other. When the bar has crossed the screen "
+                    "before a target is touched, the calibration ends; nothing is stored then."));
   introduction->setWordWrap(true);
 
   auto* const grid = new QGridLayout;

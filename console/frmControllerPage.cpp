@@ -105,7 +105,6 @@ void frmControllerPage::showControllers(const std::vector<std::string>& names,
   controllerList_->setCurrentCell(selected ? static_cast<int>(*selected) : -1, 0);
   emptyHint_->setVisible(names.empty());
   info_->setEnabled(selected.has_value());
-  search_->setEnabled(selected.has_value());
 }
 
 void frmControllerPage::showIdentity(const Identity& identity) {

@@ -143,6 +143,7 @@ void frmMain::connectPages() {
             perform(setting,
                     [&] { return settings.changeSensitivity(index).value_or(std::string()); });
           });
+  connect(settingsPage_, &frmSettingsPage::statusChanged, statusLine_, &QLabel::setText);
   connect(settingsPage_, &frmSettingsPage::confirmRequested, this, [this, &settings, setting] {
     perform(setting, [&settings] { return settings.confirm(); });
   });
@@ -158,10 +159,15 @@ void frmMain::connectPages() {
 
   ParameterEditor& parameters = console_.parameters();
   connect(maintenancePage_, &frmMaintenancePage::defaultsRequested, this, [this, &parameters] {
-    perform(tr("Restoring the defaults …"), [&parameters] { return parameters.restoreDefaults(); });
+    console_.perform(
+        tr("Restoring the defaults …").toStdString(),
+        [&parameters] { return parameters.restoreDefaults(); },
+        MainConsole::Afterwards::readSettings);
   });
   connect(maintenancePage_, &frmMaintenancePage::resetRequested, this, [this, &parameters] {
-    perform(tr("Resetting the controller …"), [&parameters] { return parameters.reset(); });
+    console_.perform(
+        tr("Resetting the controller …").toStdString(),
+        [&parameters] { return parameters.reset(); }, MainConsole::Afterwards::readSettings);
   });
   connect(maintenancePage_, &frmMaintenancePage::monitorRequested, this, [this](int monitor) {
     perform(tr("Assigning the monitor …"), [this, monitor] {
@@ -171,6 +177,10 @@ void frmMain::connectPages() {
              std::to_string(monitor) + '.';
     });
   });
+  connect(maintenancePage_, &frmMaintenancePage::debuggerRequested, this,
+          [this] { console_.requestDebugger(passwordBox_->text().toStdString()); });
+  connect(maintenancePage_, &frmMaintenancePage::pinDefinitionRequested, this,
+          [this] { console_.requestPinDefinition(); });
   connect(maintenancePage_, &frmMaintenancePage::statusChanged, statusLine_, &QLabel::setText);
 
   const auto undo = [this, &parameters] {
@@ -216,7 +226,7 @@ QWidget* frmMain::makePasswordFrame() {
   passwordBox_->setObjectName("passwordBox");
   passwordBox_->setEchoMode(QLineEdit::Password);
   passwordBox_->setAccessibleName(tr("Password"));
-  auto* const label = new QLabel(tr("Pass&word:"));
+  auto* const label = new QLabel(tr("Password:"));
   label->setBuddy(passwordBox_);
   auto* const row = new QHBoxLayout(passwordFrame_);
   row->addWidget(label);
@@ -280,6 +290,10 @@ bool frmMain::hotKey(const QKeyEvent& key) {
     console_.refresh();
     return true;
   }
+  if (key.key() == Qt::Key_Escape && passwordBox_->hasFocus()) {
+    showPasswordFrame(false);
+    return true;
+  }
   if (!control) return false;
   switch (key.key()) {
     case Qt::Key_E:
@@ -306,12 +320,14 @@ void frmMain::showBusy(const std::string& what) {
   if (controls_->isEnabled()) focusBeforeBusy_ = focusWidget();
   controls_->setEnabled(false);
   release_->setEnabled(false);
+  if (pinWindow_ != nullptr) pinWindow_->setEnabled(false);
   statusLine_->setText(shownText(what));
 }
 
 void frmMain::showIdle() {
   controls_->setEnabled(true);
   release_->setEnabled(true);
+  if (pinWindow_ != nullptr) pinWindow_->setEnabled(true);
   if (focusBeforeBusy_) focusBeforeBusy_->setFocus();
 }
 
@@ -326,6 +342,7 @@ void frmMain::showControllers(const std::vector<std::string>& names,
        std::initializer_list<QWidget*>{settingsPage_, calibrationPage_, parametersPage_}) {
     page->setEnabled(selected.has_value());
   }
+  maintenancePage_->setPossible(selected.has_value());
 }
 
 void frmMain::showSettings() {
@@ -335,6 +352,7 @@ void frmMain::showSettings() {
 void frmMain::showParameters() {
   parametersPage_->fill();
   maintenancePage_->allowUndo(console_.parameters().canUndo());
+  calibrationPage_->showPanelError(std::nullopt, panelError());
 }
 
 void frmMain::showIdentity(const Identity& identity) {
@@ -346,15 +364,14 @@ void frmMain::showInformation(const std::vector<std::string>& lines) {
   controllerPage_->showInformation(lines);
 }
 
-void frmMain::showPicture(const std::filesystem::path& file) {
+std::string frmMain::showPicture(const std::filesystem::path& file) {
   QImageReader::setAllocationLimit(largestPictureMegabytes);
   QImageReader reader(shownText(file.string()));
   reader.setDecideFormatFromContent(true);
   const QImage image = reader.read();
   if (image.isNull()) {
-    showStatus("The picture " + file.string() +
-               " cannot be shown: " + reader.errorString().toStdString());
-    return;
+    return "The picture " + file.string() +
+           " cannot be shown: " + reader.errorString().toStdString();
   }
   const qreal ratio = devicePixelRatioF();
   QPixmap pixmap = QPixmap::fromImage(image).scaledToHeight(static_cast<int>(pictureHeight * ratio),
@@ -362,6 +379,7 @@ void frmMain::showPicture(const std::filesystem::path& file) {
   pixmap.setDevicePixelRatio(ratio);
   picture_->setPixmap(pixmap);
   picture_->show();
+  return {};
 }
 
 void frmMain::showIcon(const std::filesystem::path& file) {
@@ -400,7 +418,7 @@ void frmMain::openCalibration() {
   showNormal();
   errorBefore_ = panelError();
   calibrationWindow_ = new frmCal(
-      access_, prompt_, startup_.simulation, startup_.fullScreenSize,
+      access_, prompt_, startup_.simulation, *screen(), startup_.fullScreenSize,
       [this] {
         showNormal();
         raise();
@@ -411,10 +429,10 @@ void frmMain::openCalibration() {
 }
 
 void frmMain::calibrationEnded(CalibrationOutcome outcome) {
-  const auto now = panelError();
-  calibrationPage_->showPanelError(
-      outcome == CalibrationOutcome::stored ? errorBefore_ : std::nullopt, now);
-  console_.calibrationEnded(outcomeText(outcome).toStdString());
+  const bool stored = outcome == CalibrationOutcome::stored;
+  const auto before = stored ? errorBefore_ : std::nullopt;
+  console_.calibrationEnded(stored, outcomeText(outcome).toStdString());
+  calibrationPage_->showPanelError(before, panelError());
 }
 
 std::optional<Simulation::PanelError> frmMain::panelError() const {

@@ -61,7 +61,7 @@ class frmMain final : public QWidget, private MainView {
   void showParameters() override;
   void showIdentity(const Identity& identity) override;
   void showInformation(const std::vector<std::string>& lines) override;
-  void showPicture(const std::filesystem::path& file) override;
+  std::string showPicture(const std::filesystem::path& file) override;
   void showIcon(const std::filesystem::path& file) override;
   void showAdvancedFrame() override;
   void showPasswordFrame(bool shown) override;

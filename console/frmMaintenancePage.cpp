@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDateTime>
 #include <QFormLayout>
 #include <QFrame>
 #include <QGridLayout>
@@ -25,7 +26,7 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
                                        QWidget* parent)
     : QWidget(parent),
       trace_(trace),
-      traceFile_(workFolder / "trace.jsonl"),
+      workFolder_(workFolder),
       advancedFrame_(new QFrame),
       undo_(new QPushButton(tr("&Undo"))),
       monitors_(new QComboBox),
@@ -37,24 +38,30 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
 
   traceSwitch_->setObjectName("checkTrace");
   traceSwitch_->setChecked(trace_.isOn());
-  traceSwitch_->setToolTip(tr("Written to %1").arg(shownText(traceFile_.string())));
+  traceSwitch_->setToolTip(tr("Written to a new file in the working folder each time"));
   connect(traceSwitch_, &QCheckBox::toggled, this, &frmMaintenancePage::switchTrace);
 
   advancedFrame_->setObjectName("advancedFrame");
   advancedFrame_->setFrameShape(QFrame::StyledPanel);
   auto* const advanced = new QFormLayout(advancedFrame_);
   advanced->setRowWrapPolicy(QFormLayout::WrapLongRows);
-  advanced->addRow(tr("Panel on monitor:"), makeMonitors());
+  monitorRow_ = makeMonitors();
+  advanced->addRow(tr("Panel on monitor:"), monitorRow_);
   advanced->addRow(tr("Driver library:"), driverPath);
   advanced->addRow(traceSwitch_);
+  advanced->addRow(makeTools());
   advancedFrame_->hide();
 
-  auto* const hint = new QLabel(tr("Press I for the advanced functions."));
-  hint->setWordWrap(true);
+  auto* const show = new QPushButton(tr("Ad&vanced …"));
+  show->setObjectName("cmdAdvanced");
+  show->setToolTip(tr("Shows the advanced functions (key I)"));
+  show->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  connect(show, &QPushButton::clicked, this, &frmMaintenancePage::showAdvancedFrame);
 
+  functions_ = makeFunctions();
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(makeFunctions());
-  layout->addWidget(hint);
+  layout->addWidget(functions_);
+  layout->addWidget(show);
   layout->addWidget(advancedFrame_);
   layout->addStretch();
 }
@@ -94,6 +101,25 @@ QWidget* frmMaintenancePage::makeFunctions() {
   }
   grid->setColumnStretch(1, 1);
   undo_->setEnabled(false);
+  return box;
+}
+
+/// What Ctrl+A and Ctrl+B do, for those who have no keyboard at hand but that of the screen.
+QWidget* frmMaintenancePage::makeTools() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const debugger = new QPushButton(tr("Serial de&bugger …"));
+  debugger->setObjectName("cmdDebugger");
+  debugger->setToolTip("Ctrl+A");
+  auto* const pins = new QPushButton(tr("Sensor &pins …"));
+  pins->setObjectName("cmdPins");
+  pins->setToolTip("Ctrl+B");
+  row->addWidget(debugger);
+  row->addWidget(pins);
+  row->addStretch();
+  connect(debugger, &QPushButton::clicked, this, &frmMaintenancePage::debuggerRequested);
+  connect(pins, &QPushButton::clicked, this, &frmMaintenancePage::pinDefinitionRequested);
   return box;
 }
 
@@ -140,6 +166,11 @@ void frmMaintenancePage::showAdvancedFrame() {
   advancedFrame_->show();
 }
 
+void frmMaintenancePage::setPossible(bool possible) {
+  functions_->setEnabled(possible);
+  monitorRow_->setEnabled(possible);
+}
+
 void frmMaintenancePage::allowUndo(bool possible) {
   undo_->setEnabled(possible);
 }
@@ -150,12 +181,15 @@ void frmMaintenancePage::switchTrace(bool on) {
     emit statusChanged(tr("The trace is off."));
     return;
   }
-  if (const auto complaint = trace_.start(traceFile_)) {
+  // A file of its own each time: an earlier trace may be what somebody is waiting for.
+  const QString time = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+  const auto file = workFolder_ / ("trace-" + time.toStdString() + ".jsonl");
+  if (const auto complaint = trace_.start(file)) {
     const QSignalBlocker silent(traceSwitch_);
     traceSwitch_->setChecked(false);
     emit statusChanged(shownText(*complaint));
   } else {
-    emit statusChanged(tr("Tracing to %1").arg(shownText(traceFile_.string())));
+    emit statusChanged(tr("Tracing to %1").arg(shownText(file.string())));
   }
 }
 

@@ -21,6 +21,8 @@ class frmMaintenancePage final : public QWidget {
                      Trace& trace, QWidget* parent = nullptr);
 
   void showAdvancedFrame();
+  /// Whether there is a controller to maintain.
+  void setPossible(bool possible);
   /// Whether there is something that "Undo" would take back.
   void allowUndo(bool possible);
 
@@ -29,16 +31,21 @@ class frmMaintenancePage final : public QWidget {
   void resetRequested();
   void undoRequested();
   void monitorRequested(int monitor);  ///< counted from 1
+  void debuggerRequested();
+  void pinDefinitionRequested();
   void statusChanged(const QString& text);
 
  private:
   QWidget* makeFunctions();
+  QWidget* makeTools();
   QWidget* makeMonitors();
   void fillMonitors();
   void switchTrace(bool on);
 
   Trace& trace_;
-  std::filesystem::path traceFile_;
+  std::filesystem::path workFolder_;
+  QWidget* functions_;
+  QWidget* monitorRow_;
   QFrame* advancedFrame_;
   QPushButton* undo_;
   QComboBox* monitors_;

@@ -218,7 +218,9 @@ void frmPinDefine::showProblems() {
   for (const PinProblem& problem : problems) {
     wrong[problem.wire] = true;
     if (problem.sharesWith) wrong[*problem.sharesWith] = true;
-    lines.append(shownText(problem.text));
+    const QString wire = wires_[problem.wire].box->title();
+    const QString text = shownText(problem.text);
+    lines.append(text.startsWith(wire) ? text : wire + ": " + text);
   }
   for (std::size_t wire = 0; wire < wires_.size(); ++wire) {
     wires_[wire].box->setStyleSheet(wrong[wire] ? "QGroupBox { border: 2px solid #c00000; }"

@@ -139,8 +139,7 @@ QWidget* frmSettingsPage::makeSensitivity() {
   sensitivity_->setCurrentIndex(-1);
   column->addWidget(sensitivity_);
   column->addStretch();
-  connect(sensitivity_, &QComboBox::currentIndexChanged, this,
-          &frmSettingsPage::sensitivityRequested);
+  connect(sensitivity_, &QComboBox::activated, this, &frmSettingsPage::sensitivityRequested);
   return box;
 }
 
@@ -192,7 +191,6 @@ QWidget* frmSettingsPage::makeCursorHelp() {
   cursorHelp_->setAccessibleName(tr("How to hide the cursor"));
   cursorHelp_->setReadOnly(true);
   cursorHelp_->setTabChangesFocus(true);
-  cursorHelp_->setPlaceholderText(tr("There is no note \"cursoroff.txt\" in the working folder."));
   cursorHelp_->setMinimumHeight(3 * fingerSize());
   cursorHelp_->hide();
   column->addWidget(show);
@@ -202,6 +200,9 @@ QWidget* frmSettingsPage::makeCursorHelp() {
     cursorHelp_->show();
     cursorHelp_->setFocus();
     emit noteShown(cursorHelp_);
+    if (cursorHelp_->toPlainText().trimmed().isEmpty()) {
+      emit statusChanged(tr("There is no note \"cursoroff.txt\" in the working folder."));
+    }
   });
   return box;
 }
@@ -226,6 +227,7 @@ void frmSettingsPage::fill() {
   };
   choose(rotation_, reported.rotation);
   choose(touchMode_, reported.touchMode);
+  sensitivity_->setCurrentIndex(panel_.sensitivity().value_or(-1));
   const TimingBars& bars = panel_.bars();
   for (const BarControls& controls : bars_) {
     const QSignalBlocker silent(controls.scroll);

@@ -38,6 +38,7 @@ class frmSettingsPage final : public QWidget {
   void confirmRequested();
   /// The cursor note has come up, below the other controls.
   void noteShown(QWidget* note);
+  void statusChanged(const QString& text);
 
  private:
   struct Switch {

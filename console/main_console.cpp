@@ -12,7 +12,7 @@ namespace touch {
 namespace {
 
 constexpr std::string_view password = "kqzm";
-constexpr std::size_t longestPassword = 10;
+constexpr int longestPassword = 10;  // characters
 
 bool holdsPassword(std::string_view text) {
   return text.find(password) != text.npos;
@@ -65,11 +65,17 @@ void MainConsole::startUp() {
   port_.setSettings(normalLineSettings);
   findControllers();
   if (selected_) readSettings();
-  if (const auto picture = workFile("pic01.jpg")) view_.showPicture(*picture);
+  std::string complaints;
+  if (const auto picture = workFile("pic01.jpg")) complaints += view_.showPicture(*picture);
+  reportFormats_ = rdformad(workFolder_);
+  for (const FileError& problem : reportFormats_.problems) {
+    complaints += (complaints.empty() ? "" : "\n") + problem.describe();
+  }
   if (selected_) readIdentity();
   const auto icon = workFile("Zevrik.ico");
   if (const auto shown = icon ? icon : workFile("zevrik.ico")) view_.showIcon(*shown);
   sayWhoIsReady();
+  if (!complaints.empty()) prompt_.message(complaints);
 }
 
 std::optional<std::filesystem::path> MainConsole::workFile(const char* name) const {
@@ -82,6 +88,7 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 void MainConsole::refresh() {
   if (busy_) return;
   const Action action(*this, "Searching for controllers …");
+  view_.showInformation({});
   findControllers();
   if (selected_) {
     readSettings();
@@ -115,6 +122,7 @@ void MainConsole::readIdentity() {
   view_.showBusy("Asking " + toUtf8(selectedName()) + " what it is …");
   const Identity identity = readfw(access_);
   firmware_ = identity.firmware;
+  answers_ = !identity.firmware.empty() || !identity.unitType.empty();
   parameters_.forget();
   view_.showParameters();
   view_.showIdentity(identity);
@@ -123,7 +131,7 @@ void MainConsole::readIdentity() {
 void MainConsole::sayWhoIsReady() {
   if (!selected_) {
     view_.showStatus("No controller was found. Check driver, cable and power, then refresh.");
-  } else if (firmware_.empty()) {
+  } else if (!answers_) {
     view_.showStatus(toUtf8(selectedName()) + " does not answer. Check its cable and power.");
   } else {
     view_.showStatus(toUtf8(selectedName()) + " is ready.");
@@ -149,26 +157,29 @@ void MainConsole::information() {
 }
 
 void MainConsole::searchComPorts() {
-  if (busy_ || !selected_) return;
+  if (busy_) return;
   const Action action(*this, "Searching the COM ports …");
   const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
     view_.showBusy("Searching the COM ports: COM" + std::to_string(number) + " …");
     return !cutShort_;
   });
   // The search made the driver let go of its port; reading the settings makes it take the port back.
-  readSettings();
+  if (selected_) readSettings();
   if (found.cancelled) {
     view_.showStatus("The search was cancelled.");
     return;
   }
-  view_.showStatus(describe(found));
+  view_.showStatus(found.noneOpened.empty() ? describe(found)
+                                            : "No COM port could be opened. " + found.noneOpened);
   prompt_.message(describe(found));
 }
 
-void MainConsole::perform(const std::string& what, const std::function<std::string()>& action) {
+void MainConsole::perform(const std::string& what, const std::function<std::string()>& action,
+                          Afterwards afterwards) {
   if (busy_ || !selected_) return;
   const Action running(*this, what);
   const std::string outcome = action();
+  if (afterwards == Afterwards::readSettings) settings_.take(readset(access_));
   view_.showSettings();
   view_.showParameters();
   view_.showStatus(outcome);
@@ -183,9 +194,13 @@ void MainConsole::calstart(int points) {
   view_.openCalibration();
 }
 
-void MainConsole::calibrationEnded(const std::string& status) {
+void MainConsole::calibrationEnded(bool stored, const std::string& status) {
   if (!std::exchange(calibrating_, false)) return;
   busy_ = false;
+  if (stored) {
+    parameters_.forget();
+    view_.showParameters();
+  }
   view_.showIdle();
   view_.showStatus(status);
   if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
@@ -201,7 +216,10 @@ void MainConsole::requestDebugger(std::string_view passwordBox) {
 }
 
 std::string MainConsole::passwordEdited(std::string text) {
-  if (text.size() > longestPassword) text.clear();
+  const auto startsCharacter = [](char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+  };
+  if (std::count_if(text.begin(), text.end(), startsCharacter) > longestPassword) text.clear();
   return text;
 }
 
@@ -215,6 +233,10 @@ void MainConsole::passwordEntered(std::string_view text) {
 
 void MainConsole::requestPinDefinition() {
   if (busy_) return;
+  if (!selected_) {
+    view_.showStatus("There is no controller whose pins could be defined.");
+    return;
+  }
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
   if (answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
 }

@@ -16,6 +16,7 @@
 #include "core/prompt.h"
 #include "core/serial_port.h"
 #include "core/session.h"
+#include "serial/report_format.h"
 
 namespace touch {
 
@@ -41,7 +42,8 @@ class MainView {
   virtual void showParameters() = 0;
   virtual void showIdentity(const Identity& identity) = 0;
   virtual void showInformation(const std::vector<std::string>& lines) = 0;
-  virtual void showPicture(const std::filesystem::path& file) = 0;
+  /// Returns what is wrong with the file; empty when it is shown.
+  virtual std::string showPicture(const std::filesystem::path& file) = 0;
   virtual void showIcon(const std::filesystem::path& file) = 0;
 
   virtual void showAdvancedFrame() = 0;
@@ -76,14 +78,17 @@ class MainConsole {
   void cancelSearch() { cutShort_ = true; }
 
   /// Any other action on the controller: runs it when no other runs, and shows the line that it answers with.
-  void perform(const std::string& what, const std::function<std::string()>& action);
+  enum class Afterwards { nothing, readSettings };
+  void perform(const std::string& what, const std::function<std::string()>& action,
+               Afterwards afterwards = Afterwards::nothing);
 
   SettingsPanel& settings() { return settings_; }
   ParameterEditor& parameters() { return parameters_; }
 
   /// Starts the calibration with `points` targets.
   void calstart(int points);
-  void calibrationEnded(const std::string& status);
+  /// `stored`: the controller has another calibration than before.
+  void calibrationEnded(bool stored, const std::string& status);
 
   void requestDebugger(std::string_view passwordBox);  ///< Ctrl+A
   void requestPinDefinition();                         ///< Ctrl+B
@@ -123,6 +128,8 @@ class MainConsole {
   ControllerList list_;
   std::optional<std::size_t> selected_;
   std::string firmware_;
+  bool answers_ = false;
+  ReportFormats reportFormats_;
   bool busy_ = false;
   bool calibrating_ = false;
   bool cutShort_ = false;

@@ -43,7 +43,10 @@ std::string ParameterEditor::write() {
   if (!changes) return changes.error();
   if (changes->empty()) return "No word is changed.";
   const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
-  if (write.end == WriteEnd::done) undo_ = write.report.oldWords();
+  const bool isPutBack = write.putBack && write.putBack->complete();
+  if (write.end == WriteEnd::done || (write.end == WriteEnd::brokenOff && !isPutBack)) {
+    undo_ = write.report.oldWords();
+  }
   // What the user typed stays when nothing was written.
   if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) readAgain();
   return outcome(write, "The parameters are written; Undo takes them back.");
@@ -90,7 +93,9 @@ std::string ParameterEditor::compare(const std::filesystem::path& file) const {
 std::string ParameterEditor::restoreDefaults() {
   const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
   if (!outcome.sent) return "Nothing was sent.";
+  forget();
   if (outcome.before) undo_ = wordsOf(*outcome.before);
+  readAgain();
   if (!outcome.restored) return "The controller did not say that its defaults are restored.";
   return outcome.before ? "The defaults are restored; Undo takes the parameters back."
                         : "The defaults are restored.";

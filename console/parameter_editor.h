@@ -25,7 +25,8 @@ class ParameterEditor {
   ParameterTable& table() { return table_; }
   const ParameterTable& table() const { return table_; }
 
-  /// Another controller is the current one: nothing that was read still holds.
+  /// Another controller is the current one, or its calibration is: nothing that was read still holds, and undoing would
+  /// destroy what has come since.
   void forget();
 
   std::string read();

@@ -36,7 +36,8 @@ std::string WordError::describe() const {
     case Problem::badReply:
       return text + "the controller's answer holds no parameter word";
     case Problem::notAcknowledged:
-      return text + "the controller did not acknowledge " + wordText(expected);
+      return text + "the controller did not acknowledge " + wordText(expected) +
+             "; if its parameters are locked, Reset opens the lock";
     case Problem::mismatch:
       return text + wordText(expected) + " was written, " + wordText(read) + " was read back";
   }

@@ -1,5 +1,7 @@
 #include "console/pin_editor.h"
 
+#include <utility>
+
 #include "core/prompt.h"
 
 namespace touch {
@@ -25,16 +27,26 @@ std::string PinEditor::read() {
     return read.error();
   }
   definition_ = std::move(*read);
+  // What an update replaced on another controller is no way back for this one.
+  if (std::exchange(controller_, access_.session.controllerName) != controller_) old_.clear();
   return "The pin definition is read.";
 }
 
+std::string PinEditor::whyNotWritable() const {
+  if (controller_ == access_.session.controllerName) return {};
+  return "Nothing was written: these are not the pins of " + access_.session.controllerName +
+         ". Read them first.";
+}
+
 std::string PinEditor::update() {
+  if (const std::string reason = whyNotWritable(); !reason.empty()) return reason;
   const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
   if (write.end == PinsEnd::done) old_ = write.report.oldWords();
   return outcome(write);
 }
 
 std::string PinEditor::putBack() {
+  if (const std::string reason = whyNotWritable(); !reason.empty()) return reason;
   const PinsWrite write = putBackPins(access_, prompt_, backup_, old_);
   if (write.end == PinsEnd::done) {
     old_.clear();

@@ -34,11 +34,14 @@ class PinEditor {
 
  private:
   std::string outcome(const PinsWrite& write);
+  /// Why nothing can be written now; empty when it can.
+  std::string whyNotWritable() const;
 
   Access access_;
   Prompt& prompt_;
   Backup backup_;
   PinDefinition definition_;
+  std::string controller_;  ///< whose pins they are
   std::vector<WordValue> old_;
 };
 

@@ -4,21 +4,27 @@ namespace touch {
 
 void SettingsPanel::take(const DriverSettings& reported) {
   sensitivityEnabled_ = false;
+  sensitivity_.reset();
   reported_ = reported;
   bars_ = TimingBars(reported);
+}
+
+void SettingsPanel::readAgain() {
+  reported_ = readset(access_);
 }
 
 std::string SettingsPanel::change(const Setting& setting, int value) {
   const SettingAnswer answer = setting.set(access_, prompt_, reported_, value);
   // Bars that the user has moved and not yet confirmed stay where he put them.
-  reported_ = readset(access_);
+  readAgain();
   return settingOutcome(setting, value, answer, reported_);
 }
 
 std::string SettingsPanel::confirm() {
   const ClickTiming asked = bars_.timing();
   const SettingAnswer answer = confirmTiming(access_, prompt_, asked);
-  take(readset(access_));
+  readAgain();
+  bars_ = TimingBars(reported_);
   if (!answer.opened) return "Timing: the controller cannot be opened";
   if (bars_.timing() == asked) return "Double click and right click timing: set";
   return "Double click and right click timing: the driver reports other values than were asked";
@@ -27,6 +33,7 @@ std::string SettingsPanel::confirm() {
 std::optional<std::string> SettingsPanel::changeSensitivity(int index) {
   const auto answer = setSensitivity(access_, sensitivityEnabled_, index);
   if (!answer) return std::nullopt;
+  sensitivity_ = index;
   return settingOutcome(*findSetting("sensitivity"), index, *answer, reported_);
 }
 

@@ -25,6 +25,8 @@ class SettingsPanel {
   void filled() { sensitivityEnabled_ = true; }
 
   const DriverSettings& reported() const { return reported_; }
+  /// The sensitivity that was set last on this controller, since no driver can tell it; nothing after `take()`.
+  std::optional<int> sensitivity() const { return sensitivity_; }
   const TimingBars& bars() const { return bars_; }
   void moveBar(Bar bar, int position) { bars_.move(bar, position); }
 
@@ -40,7 +42,10 @@ class SettingsPanel {
   Prompt& prompt_;
   DriverSettings reported_;
   TimingBars bars_{DriverSettings{}};
+  std::optional<int> sensitivity_;
   bool sensitivityEnabled_ = false;
+
+  void readAgain();
 };
 
 }  // namespace touch

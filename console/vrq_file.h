@@ -15,9 +15,6 @@ namespace touch {
 //   1AFF
 //   ...
 
-/// What file dialogs offer for such files.
-inline constexpr std::string_view vrqFilter = "Cal (*.vrq) |*.vrq";
-
 /// The block in the file, or what is wrong in which line.
 Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file);
 

@@ -29,14 +29,18 @@ class ClosedAfterwards {
 };
 
 void makeDriverLetGo(const Access& access) {
+  // Without a controller the driver holds no port.
+  if (access.session.controllerName.empty()) return;
   const Connection connection(access);
   access.driver.CloseCOMPort(connection.handle());
 }
 
-bool openPort(SerialPort& serial, int port) {
+/// Returns why the port cannot be opened.
+std::optional<std::string> openPort(SerialPort& serial, int port) {
   if (serial.isOpen()) serial.close();
   serial.selectPort(port);
-  return !serial.setSettings(normalLineSettings) && !serial.open();
+  if (auto complaint = serial.setSettings(normalLineSettings)) return complaint;
+  return serial.open();
 }
 
 Reply ask(const Access& access, SerialPort& serial, std::string_view command,
@@ -56,13 +60,19 @@ bool isAnswer(const Reply& reply) {
 PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortProgress& progress) {
   const ClosedAfterwards closed(serial);
   makeDriverLetGo(access);
+  bool oneOpened = false;
+  std::string complaint;
   for (int port = lastPort; port >= 1; --port) {
     if (progress && !progress(port)) return {.cancelled = true};
-    if (!openPort(serial, port)) continue;
+    if (const auto refused = openPort(serial, port)) {
+      complaint = *refused;
+      continue;
+    }
+    oneOpened = true;
     if (!isAnswer(ask(access, serial, "UT", answerWait))) continue;
     return {.port = port, .setUp = ask(access, serial, "MS", setUpWait).acknowledged()};
   }
-  return {};
+  return {.noneOpened = oneOpened ? std::string() : complaint};
 }
 
 std::string describe(const PortSearch& search) {

@@ -15,6 +15,7 @@ struct PortSearch {
   std::optional<int> port{};  ///< the COM port on which a controller answered
   bool setUp = false;         ///< that controller acknowledged its set-up
   bool cancelled = false;     ///< the user broke the search off; nothing is known then
+  std::string noneOpened{};   ///< when no port could be opened at all: why not the last one tried
   friend bool operator==(const PortSearch&, const PortSearch&) = default;
 };
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "app/touchctl/shell.h"
@@ -32,6 +34,10 @@ ExitStatus showInformation(Shell& shell);
 
 /// What the driver reports; nothing after saying that it cannot open the controller.
 std::optional<DriverSettings> readSettings(Shell& shell);
+
+/// The settings' values by their names, as they are typed; null where no driver can tell.
+nlohmann::ordered_json settingsAsJson(std::span<const Setting> settings,
+                                      const DriverSettings& reported);
 
 /// Sets it, reads it again, and prints what came of it.
 ExitStatus changeSetting(Shell& shell, const Setting& setting, int value);

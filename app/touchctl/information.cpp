@@ -48,16 +48,12 @@ void printAsText(const std::string& controller, const std::vector<std::string>& 
 
 void printAsJson(const std::string& controller, const std::vector<std::string>& lines,
                  const Identity& identity, const DriverSettings& reported) {
-  auto settings = nlohmann::json::object();
-  for (const Setting& setting : settingTable()) {
-    if (setting.get != nullptr) settings[std::string(setting.name)] = setting.get(reported);
-  }
   const nlohmann::json object = {{"controller", toUtf8(controller)},
                                  {"unitType", toUtf8(identity.unitType)},
                                  {"model", modelName(identity.unitType)},
                                  {"firmware", toUtf8(identity.firmware)},
                                  {"information", lines},
-                                 {"settings", settings}};
+                                 {"settings", settingsAsJson(settingTable(), reported)}};
   fmt::print("{}\n", object.dump(2));
 }
 

@@ -44,7 +44,7 @@ std::string settingHelp() {
 }
 
 /// As it is typed: a choice's name, or a number; null where no driver can tell.
-nlohmann::json jsonValue(const Setting& setting, const DriverSettings& reported) {
+nlohmann::ordered_json jsonValue(const Setting& setting, const DriverSettings& reported) {
   if (setting.get == nullptr) return nullptr;
   const int value = setting.get(reported);
   if (setting.choices.empty()) return value;
@@ -59,19 +59,26 @@ std::string reportedText(const Setting& setting, const DriverSettings& reported)
 ExitStatus showSettings(Shell& shell, std::span<const Setting> settings) {
   const auto reported = readSettings(shell);
   if (!reported) return ExitStatus::failed;
-  auto object = nlohmann::ordered_json::object();
-  for (const Setting& setting : settings) {
-    if (shell.options().json) {
-      object[std::string(setting.name)] = jsonValue(setting, *reported);
-    } else {
-      fmt::print("{:<{}}{}\n", setting.name, nameWidth, reportedText(setting, *reported));
-    }
+  if (shell.options().json) {
+    fmt::print("{}\n", settingsAsJson(settings, *reported).dump(2));
+    return ExitStatus::done;
   }
-  if (shell.options().json) fmt::print("{}\n", object.dump(2));
+  for (const Setting& setting : settings) {
+    fmt::print("{:<{}}{}\n", setting.name, nameWidth, reportedText(setting, *reported));
+  }
   return ExitStatus::done;
 }
 
 }  // namespace
+
+nlohmann::ordered_json settingsAsJson(std::span<const Setting> settings,
+                                      const DriverSettings& reported) {
+  auto object = nlohmann::ordered_json::object();
+  for (const Setting& setting : settings) {
+    object[std::string(setting.name)] = jsonValue(setting, reported);
+  }
+  return object;
+}
 
 std::optional<DriverSettings> readSettings(Shell& shell) {
   const Access access = shell.access();

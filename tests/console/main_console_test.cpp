@@ -52,7 +52,10 @@ class View final : public MainView {
   void showParameters() override {}
   void showIdentity(const Identity&) override { journal_.push_back("show identity"); }
   void showInformation(const std::vector<std::string>&) override {}
-  void showPicture(const std::filesystem::path&) override { journal_.push_back("show picture"); }
+  std::string showPicture(const std::filesystem::path&) override {
+    journal_.push_back("show picture");
+    return {};
+  }
   void showIcon(const std::filesystem::path&) override { journal_.push_back("show icon"); }
   void showAdvancedFrame() override {}
   void showPasswordFrame(bool shown) override {
@@ -150,9 +153,13 @@ TEST_F(Console, OpensWithoutControllersAndEndsWithoutThem) {
   startUp();
   EXPECT_EQ(view.selected, std::nullopt);
   console.information();
-  console.searchComPorts();
   console.calstart(3);
+  console.requestPinDefinition();
   EXPECT_EQ(journal, Lines{}) << "nothing can be done without a controller";
+  console.searchComPorts();
+  EXPECT_EQ(journal.back(), "message controller not found ??") << "but one can be searched for";
+  EXPECT_EQ(view.status, "No COM port could be opened. no such device");
+  journal.clear();
   console.exit();
   EXPECT_EQ(journal, Lines{"end"});
 }
@@ -228,7 +235,7 @@ TEST_F(Console, ClosingEndsACalibrationFirst) {
   EXPECT_EQ(session.calibrationPoints, 5);
   console.exit();
   EXPECT_EQ(journal, (Lines{"open calibration", "cancel calibration"}));
-  console.calibrationEnded("cancelled");
+  console.calibrationEnded(false, "cancelled");
   EXPECT_EQ(journal,
             (Lines{"open calibration", "cancel calibration"} + closingStep + Lines{"end"}));
 }

@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 
 #include "core/nexapi.h"
 #include "tests/windows/window_desk.h"
@@ -31,8 +32,8 @@ class CalibrationWindow : public test::WindowDesk {
   frmCal& open(int points) {
     session.calibrationPoints = points;
     window = new frmCal(
-        {session, *simulator_, clock}, prompt, simulation, QSize(800, 480), [this] { ++left; },
-        [this](CalibrationOutcome how) { outcome = how; });
+        {session, *simulator_, clock}, prompt, simulation, *QGuiApplication::primaryScreen(),
+        QSize(800, 480), [this] { ++left; }, [this](CalibrationOutcome how) { outcome = how; });
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
     return *window;
@@ -103,7 +104,8 @@ TEST_F(CalibrationWindow, ItsTargetsAreFreeOfControlsOnEveryScreen) {
   for (const QSize size : {QSize(400, 240), QSize(800, 480), QSize(1024, 768), QSize(1920, 1080)}) {
     session.calibrationPoints = 9;
     frmCal screen(
-        {session, driver(), clock}, prompt, std::nullopt, size, [] {}, [](CalibrationOutcome) {});
+        {session, driver(), clock}, prompt, std::nullopt, *QGuiApplication::primaryScreen(), size,
+        [] {}, [](CalibrationOutcome) {});
     screen.open();
     const TwipsSize twips{static_cast<float>(size.width()) * twipsPerPixel,
                           static_cast<float>(size.height()) * twipsPerPixel};

@@ -73,6 +73,8 @@ TEST_F(MainWindow, TakesABadPictureAndNoControllerInItsStride) {
   folder.write("Zevrik.ico", "nor is this an icon");
   open();
   EXPECT_TRUE(find<QLabel>(*window, "lblPicture")->isHidden());
+  ASSERT_TRUE(startUp.back().starts_with("message The picture ")) << startUp.back();
+  EXPECT_NE(startUp.back().find("pic01.jpg cannot be shown"), std::string::npos);
   EXPECT_TRUE(find<QLabel>(*window, "lblVersion")->isVisible());
 
   script.names.clear();
