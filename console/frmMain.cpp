@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QSysInfo>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -266,7 +267,7 @@ void frmMain::open() {
   show();
   // The first timer event comes after the first paint, so that the user sees the window before the waiting begins.
   QTimer::singleShot(0, this, [this] {
-    console_.startUp();
+    console_.startUp(QSysInfo::kernelVersion().section('.', 0, 0).toInt());
     calibrationPage_->showPanelError(std::nullopt, panelError());
   });
 }

@@ -12,6 +12,7 @@ namespace touch {
 namespace {
 
 constexpr std::string_view password = "kqzm";
+constexpr int oldestSystem = 5;      // major version
 constexpr int longestPassword = 10;  // characters
 
 bool holdsPassword(std::string_view text) {
@@ -60,7 +61,7 @@ MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, S
       settings_(access, prompt),
       parameters_(access, prompt, Backup(workFolder_)) {}
 
-void MainConsole::startUp() {
+void MainConsole::startUp(int systemVersion) {
   const Action action(*this, "Searching for controllers …");
   port_.setSettings(normalLineSettings);
   findControllers();
@@ -75,6 +76,10 @@ void MainConsole::startUp() {
   const auto icon = workFile("Zevrik.ico");
   if (const auto shown = icon ? icon : workFile("zevrik.ico")) view_.showIcon(*shown);
   sayWhoIsReady();
+  if (systemVersion < oldestSystem) {
+    view_.showStatus(
+        "This operating system is older than those that the touch driver is made for.");
+  }
   if (!complaints.empty()) prompt_.message(complaints);
 }
 

@@ -65,8 +65,9 @@ class MainConsole {
   MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
               std::filesystem::path workFolder);
 
-  /// Finds the controllers and fills the window; the message catalogue is loaded before.
-  void startUp();
+  /// Finds the controllers and fills the window; the message catalogue is loaded before. `systemVersion` is the major
+  /// version of the operating system.
+  void startUp(int systemVersion);
   /// Finds the controllers anew.
   void refresh();
   /// Takes the list's controller `index` as the current one and reads it.

@@ -84,7 +84,7 @@ class Console : public test::Desk {
     script.results["GetRightClickTime"] = 500;
   }
   void startUp() {
-    console.startUp();
+    console.startUp(10);
     journal.clear();
   }
 
@@ -137,7 +137,7 @@ const Lines closingStep = {"OpenController RS232 DEVICE 1",
 TEST_F(Console, StartsUpInTheStatedOrder) {
   folder.write("pic01.jpg", "picture");
   folder.write("Zevrik.ico", "icon");
-  console.startUp();
+  console.startUp(10);
   EXPECT_EQ(journal,
             (Lines{"port settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
                    "OpenController RS232 DEVICE 1", "WriteBuffer UT", "delay 100", "ReadBuffer 10",
@@ -191,7 +191,7 @@ TEST_F(Console, EndsThroughEachWayOut) {
   };
   for (const auto& c : cases) {
     MainConsole another(access(), prompt, view, port, folder.path());
-    another.startUp();
+    another.startUp(10);
     journal.clear();
     prompt.answerYes = c.answer;
     (another.*c.way)();
