@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "core/nexapi.h"
 
@@ -31,6 +32,19 @@ std::optional<double> takeNumber(std::string_view& text) {
   return value;
 }
 
+std::string placeText(double x, double y) {
+  return decimal(std::clamp(x, 0.0, 1.0)) + ' ' + decimal(std::clamp(y, 0.0, 1.0));
+}
+
+/// The two numbers that an answer consists of.
+std::optional<std::pair<double, double>> twoNumbers(const std::optional<std::string>& answer) {
+  std::string_view rest = answer ? std::string_view(*answer) : std::string_view();
+  const auto first = takeNumber(rest);
+  const auto second = first ? takeNumber(rest) : std::nullopt;
+  if (!second) return std::nullopt;
+  return std::pair(*first, *second);
+}
+
 }  // namespace
 
 std::optional<Simulation> Simulation::of(const NexapiDriver& driver) {
@@ -51,7 +65,7 @@ std::optional<std::string> Simulation::request(const std::string& words,
 }
 
 void Simulation::touch(double x, double y) const {
-  request("touch " + decimal(std::clamp(x, 0.0, 1.0)) + ' ' + decimal(std::clamp(y, 0.0, 1.0)));
+  request("touch " + placeText(x, y));
 }
 
 void Simulation::lift() const {
@@ -59,13 +73,21 @@ void Simulation::lift() const {
 }
 
 std::optional<Simulation::PanelError> Simulation::panelError(const std::string& controller) const {
-  const auto answer = request("error " + controller);
-  if (!answer) return std::nullopt;
-  std::string_view rest = *answer;
-  const auto mean = takeNumber(rest);
-  const auto greatest = mean ? takeNumber(rest) : std::nullopt;
-  if (!greatest) return std::nullopt;
-  return PanelError{*mean, *greatest};
+  const auto numbers = twoNumbers(request("error " + controller));
+  if (!numbers) return std::nullopt;
+  return PanelError{numbers->first, numbers->second};
+}
+
+std::optional<Simulation::Place> Simulation::report(double x, double y,
+                                                    const std::string& controller) const {
+  const auto numbers = twoNumbers(request("report " + placeText(x, y) + ' ' + controller));
+  if (!numbers) return std::nullopt;
+  return Place{numbers->first, numbers->second};
+}
+
+void Simulation::changePanel(const std::string& trait, const std::string& value,
+                             const std::string& controller) const {
+  request("panel " + trait + ' ' + value + ' ' + controller);
 }
 
 std::string Simulation::port(const std::string& controller) const {

@@ -20,10 +20,21 @@ class Simulation {
     double greatest = 0;
   };
 
+  /// A place as fractions of the panel's width and height.
+  struct Place {
+    double x = 0;
+    double y = 0;
+  };
+
   /// The finger touches, or moves to, a place given as fractions of the panel's width and height.
   void touch(double x, double y) const;
   void lift() const;
   std::optional<PanelError> panelError(const std::string& controller) const;
+  /// What the controller reports for a finger at a place; nothing where the panel feels no touch.
+  std::optional<Place> report(double x, double y, const std::string& controller) const;
+  /// Changes a trait of the panel: `value` is a number or "new", as the simulator's requests have it.
+  void changePanel(const std::string& trait, const std::string& value,
+                   const std::string& controller) const;
   /// The device of a serial controller's port, empty while the driver owns it.
   std::string port(const std::string& controller) const;
 

@@ -18,6 +18,7 @@ struct TwipsPoint {
 struct TwipsSize {
   float width = 0;
   float height = 0;
+  friend bool operator==(const TwipsSize&, const TwipsSize&) = default;
 };
 
 struct Colour {

@@ -294,6 +294,10 @@ void Canvas::choose(const CanvasMenuEntry& entry) {
   perform(entry.action);
 }
 
+void Canvas::chooseHelp(std::size_t line) {
+  if (const auto action = actionOfHelpLine(line)) perform(*action);
+}
+
 void Canvas::perform(CanvasAction action) {
   // Whoever presses keys is not waiting for the menu.
   longPressTimer_->stop();

@@ -97,6 +97,11 @@ class Canvas {
   void choose(const CanvasMenuEntry& entry);
   void perform(CanvasAction action);
 
+  /// A line of the help panel: does what its key does.
+  void chooseHelp(std::size_t line);
+  /// The user taps the results list away.
+  void dismissResultsList() { show(CanvasPanel::resultsList, false); }
+
   /// The tolerance bar stands at `tenths` of a percent.
   void setTolerance(int tenths);
   /// The check box that shows the tolerance lines along the grid.

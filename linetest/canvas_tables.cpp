@@ -1,6 +1,7 @@
 #include "linetest/canvas_tables.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace touch {
 
@@ -24,14 +25,18 @@ constexpr KeyBinding keys[] = {
 struct HelpEntry {
   std::string_view key;
   std::size_t message;
+  CanvasAction action;
 };
 
 // The brace that closes the G is what users have always seen there.
 constexpr HelpEntry help[] = {
-    {" [ F1  ] : ", 34}, {" [ ESC ] : 1 - ", 35}, {"         : 2 - ", 36}, {" [  1  ] : ", 37},
-    {" [  2  ] : ", 38}, {" [  C  ] : ", 39},     {" [  G  } : ", 40},     {" [  L  ] : ", 41},
-    {" [  P  ] : ", 42}, {" [  S  ] : ", 43},     {" [  T  ] : ", 44},     {" [  V  ] : ", 45},
-    {" [  F  ] : ", 46},
+    {" [ F1  ] : ", 34, CanvasAction::toggleHelp},    {" [ ESC ] : 1 - ", 35, CanvasAction::clear},
+    {"         : 2 - ", 36, CanvasAction::leave},     {" [  1  ] : ", 37, CanvasAction::thin},
+    {" [  2  ] : ", 38, CanvasAction::thick},         {" [  C  ] : ", 39, CanvasAction::nextColour},
+    {" [  G  } : ", 40, CanvasAction::toggleGrid},    {" [  L  ] : ", 41, CanvasAction::lineMode},
+    {" [  P  ] : ", 42, CanvasAction::pointMode},     {" [  S  ] : ", 43, CanvasAction::save},
+    {" [  T  ] : ", 44, CanvasAction::showResults},   {" [  V  ] : ", 45, CanvasAction::view},
+    {" [  F  ] : ", 46, CanvasAction::fixedSequence},
 };
 
 }  // namespace
@@ -48,6 +53,11 @@ std::vector<std::string> helpLines(const MessageTable& messages) {
   for (const HelpEntry& entry : help)
     lines.push_back(std::string(entry.key) + messages.at(entry.message));
   return lines;
+}
+
+std::optional<CanvasAction> actionOfHelpLine(std::size_t line) {
+  if (line >= std::size(help)) return std::nullopt;
+  return help[line].action;
 }
 
 }  // namespace touch

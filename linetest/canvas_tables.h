@@ -36,6 +36,9 @@ std::optional<CanvasAction> actionOfKey(int code);
 /// The help panel's lines, one for each key that the user is told of.
 std::vector<std::string> helpLines(const MessageTable& messages);
 
+/// What a line of the help panel does when it is tapped: what its key does, the two lines of ESC each its part.
+std::optional<CanvasAction> actionOfHelpLine(std::size_t line);
+
 /// An entry of the right-button menu; its text is message `message`.
 struct CanvasMenuEntry {
   std::size_t message;

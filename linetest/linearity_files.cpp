@@ -119,6 +119,15 @@ std::optional<FileError> writeResult(const std::filesystem::path& folder, const 
   return writeWholeFile(folder / resultFileName(line), resultText(result, panel));
 }
 
+std::optional<FileError> keepAndGoOn(const std::filesystem::path& folder,
+                                     LinearityProcedure& procedure) {
+  const auto line = procedure.current();
+  const auto drawn = procedure.drawn();
+  procedure.next();
+  if (!line || !drawn) return std::nullopt;
+  return writeResult(folder, *line, *drawn, procedure.panel());
+}
+
 Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine& line,
                                           std::string name) {
   NumberReader reader(text, std::move(name));
@@ -154,6 +163,23 @@ Result<ReadResult, FileError> readResult(const std::filesystem::path& folder,
   const auto text = readWholeFile(path, longestFile);
   if (!text) return text.error();
   return parseResult(*text, line, path.string());
+}
+
+std::vector<std::pair<TestLine, LineResult>> readResults(const std::filesystem::path& folder,
+                                                         const MeasuredPanel& panel) {
+  const auto near = [](double a, double b) { return std::abs(a - b) < 0.01; };
+  std::vector<std::pair<TestLine, LineResult>> results;
+  for (const Orientation orientation : {Orientation::vertical, Orientation::horizontal}) {
+    for (int number = 1; number <= TestLine::perOrientation; ++number) {
+      const TestLine line{orientation, number};
+      auto read = readResult(folder, line);
+      if (!read || read->panel.screen != panel.screen) continue;
+      if (!near(read->panel.widthMm, panel.widthMm)) continue;
+      if (!near(read->panel.heightMm, panel.heightMm)) continue;
+      results.emplace_back(line, std::move(read->result));
+    }
+  }
+  return results;
 }
 
 std::string csvText(std::span<const LineResult> results, const MeasuredPanel& panel,

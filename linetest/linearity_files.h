@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/result.h"
@@ -33,6 +34,11 @@ std::string resultText(const LineResult& result, const MeasuredPanel& panel);
 std::optional<FileError> writeResult(const std::filesystem::path& folder, const TestLine& line,
                                      const LineResult& result, const MeasuredPanel& panel);
 
+/// "Next": writes the drawn line's result file and goes on; after an error, which is returned, the line goes on all the
+/// same, with its result kept in `procedure` only.
+std::optional<FileError> keepAndGoOn(const std::filesystem::path& folder,
+                                     LinearityProcedure& procedure);
+
 /// A result with the panel that it was measured on.
 struct ReadResult {
   LineResult result;
@@ -41,6 +47,11 @@ struct ReadResult {
 Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine& line,
                                           std::string name);
 Result<ReadResult, FileError> readResult(const std::filesystem::path& folder, const TestLine& line);
+
+/// The results that an earlier run left in the folder. Those of another screen or panel, and files that cannot be read,
+/// are passed over.
+std::vector<std::pair<TestLine, LineResult>> readResults(const std::filesystem::path& folder,
+                                                         const MeasuredPanel& panel);
 
 /// One record for each line, with a heading: RFC 4180, points in numbers, lengths in mm.
 std::string csvText(std::span<const LineResult> results, const MeasuredPanel& panel,

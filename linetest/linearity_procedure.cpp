@@ -45,6 +45,12 @@ std::string labelOf(const TestLine& line) {
   return lineLabel(line.orientation, line.number);
 }
 
+std::optional<TestLine> testLineOf(std::string_view label) {
+  for (std::size_t index = 0; index < LinearityProcedure::lines; ++index)
+    if (labelOf(lineAt(index)) == label) return lineAt(index);
+  return std::nullopt;
+}
+
 std::optional<std::size_t> messageOf(StrokeVerdict verdict) {
   switch (verdict) {
     case StrokeVerdict::outsideLimit:
@@ -117,6 +123,20 @@ void LinearityProcedure::repeat() {
   samples_.clear();
   penIsDown_ = false;
   tooMany_ = false;
+}
+
+void LinearityProcedure::next() {
+  if (drawn()) {
+    accept();
+  } else if (current_ < lines) {
+    repeat();
+    ++current_;
+  }
+}
+
+void LinearityProcedure::back() {
+  repeat();
+  if (current_ > 0) --current_;
 }
 
 void LinearityProcedure::goTo(const TestLine& line) {

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "linetest/linearity.h"
@@ -21,6 +23,8 @@ struct TestLine {
 /// The guides lie at equal distances, the outer ones a thirty-second of the screen from its edge.
 GuidedLine guideOf(const TestLine& line, TwipsSize screen);
 std::string labelOf(const TestLine& line);
+/// The line of that label; nothing for other texts.
+std::optional<TestLine> testLineOf(std::string_view label);
 
 /// Whether a stroke measures its line. The bad ones are to be drawn again.
 enum class StrokeVerdict : std::uint8_t {
@@ -58,6 +62,10 @@ class LinearityProcedure {
   void accept();
   /// Forgets the drawn line.
   void repeat();
+  /// "Next": keeps the drawn line, or passes over the current one while none is drawn.
+  void next();
+  /// "Back": forgets the drawn line and makes the one before it the current one, if there is one.
+  void back();
   /// Makes `line` the current one, to draw it again. Its result stays until another is accepted.
   void goTo(const TestLine& line);
 

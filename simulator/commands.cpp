@@ -45,7 +45,7 @@ constexpr std::array framedCommands{
     FramedCommand{"OS", Action::tellStatus},
     FramedCommand{"PF", Action::setPointer, operand(Pointer::penOrFinger)},
     FramedCommand{"PL", Action::lockParameters},
-    FramedCommand{"PN81", Action::nothing},
+    FramedCommand{"PN81", Action::speakEightBits},
     FramedCommand{"PO", Action::setPointer, operand(Pointer::pen)},
     FramedCommand{"R", Action::reset},
     FramedCommand{"RD", Action::restoreParameters},

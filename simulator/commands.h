@@ -24,6 +24,7 @@ enum class Action : std::uint8_t {
   restoreParameters,
   restoreAll,
   reset,
+  speakEightBits,
   tellMode,
   tellIdentity,
   tellStatus,

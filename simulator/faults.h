@@ -16,6 +16,7 @@ enum class Fault : std::uint8_t {
   shortReply,
   garbledReply,
   lostBytes,
+  noisyReports,
   unplugged,
   openFails,
   storeFails,
@@ -33,8 +34,10 @@ inline constexpr std::array faultNames{
     FaultName{Fault::shortReply, "short-reply"},  // only the first half of each reply
     FaultName{Fault::garbledReply, "garbled-reply"},  // all but the first and last byte are wrong
     FaultName{Fault::lostBytes, "lost-bytes"},        // every third byte of a reply
-    FaultName{Fault::unplugged, "unplugged"},         // neither listed nor reachable, its port gone
-    FaultName{Fault::openFails, "open-fails"},        // listed, but cannot be opened
+    FaultName{Fault::noisyReports,
+              "noisy-reports"},                   // some touch reports lose a byte or follow noise
+    FaultName{Fault::unplugged, "unplugged"},     // neither listed nor reachable, its port gone
+    FaultName{Fault::openFails, "open-fails"},    // listed, but cannot be opened
     FaultName{Fault::storeFails, "store-fails"},  // neither calibration nor parameters can be kept
     FaultName{Fault::errorReturns, "error-returns"},  // every operation returns its error value
 };

@@ -18,8 +18,16 @@ double wholeCounts(double value) {
 }  // namespace
 
 Point rawReading(const PanelTraits& panel, Point finger) {
-  return {inRange(panel.offsetX + panel.gainX * finger.x + panel.skew * finger.y),
-          inRange(panel.offsetY + panel.gainY * finger.y)};
+  // From -1 at the left or top edge to 1 at the other.
+  const double x = 2 * finger.x - 1;
+  const double y = 2 * finger.y - 1;
+  const Point bent{finger.x - panel.bow * x * (1 - y * y), finger.y - panel.bow * y * (1 - x * x)};
+  return {inRange(panel.offsetX + panel.gainX * bent.x + panel.skew * bent.y),
+          inRange(panel.offsetY + panel.gainY * bent.y)};
+}
+
+bool feels(const PanelTraits& panel, Point finger) {
+  return std::abs(finger.y - deadStripMiddle) * 2 >= panel.deadStrip;
 }
 
 Point PanelSampler::average(const PanelTraits& panel, Point finger, int samples) {

@@ -19,16 +19,23 @@ inline constexpr double highestCount = 4095;
 
 /// How a resistive panel falsifies a touch. All values are fractions of the converter's full range.
 struct PanelTraits {
-  double offsetX = 0;  ///< what the converter reads at the left edge
-  double offsetY = 0;  ///< what it reads at the top edge
-  double gainX = 1;    ///< how much of its range the panel's width takes
-  double gainY = 1;    ///< how much of its range the panel's height takes
-  double skew = 0;     ///< what is added to x from the top edge to the bottom edge
-  double noise = 0;    ///< standard deviation of a single reading
+  double offsetX = 0;    ///< what the converter reads at the left edge
+  double offsetY = 0;    ///< what it reads at the top edge
+  double gainX = 1;      ///< how much of its range the panel's width takes
+  double gainY = 1;      ///< how much of its range the panel's height takes
+  double skew = 0;       ///< what is added to x from the top edge to the bottom edge
+  double noise = 0;      ///< standard deviation of a single reading
+  double bow = 0;        ///< how far the middle of each edge is drawn towards the panel's centre
+  double deadStrip = 0;  ///< height of a strip across the panel that feels no touch
 };
 
 /// What the converter would read for `finger` without noise and without steps, from 0 to 1.
 Point rawReading(const PanelTraits& panel, Point finger);
+
+/// The middle of the dead strip as a fraction of the panel's height.
+inline constexpr double deadStripMiddle = 0.325;
+/// False on the dead strip.
+bool feels(const PanelTraits& panel, Point finger);
 
 /// Readings of a panel with its noise. Every sampler makes the same noise in the same order.
 class PanelSampler {

@@ -87,6 +87,13 @@ std::vector<std::uint8_t> readAll(int descriptor) {
   return bytes;
 }
 
+/// How the program at the device writes its bytes. A pseudo-terminal has no data bits, but it keeps the stop bits.
+LineFormat formatAt(int controllerEnd) {
+  termios line{};
+  if (tcgetattr(controllerEnd, &line) != 0) return LineFormat::eightN1;
+  return (line.c_cflag & CSTOPB) != 0 ? LineFormat::sevenN2 : LineFormat::eightN1;
+}
+
 void writeOrLose(int descriptor, std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     const auto count = write(descriptor, bytes.data(), bytes.size());
@@ -137,6 +144,7 @@ class PosixPtyLine final : public PtyLine {
     const std::lock_guard lock(guard_);
     if (stopped.stop_requested()) return std::nullopt;
     const TimePoint now = clock_.now();
+    controller_.setUserFormat(formatAt(terminal_.controllerEnd.number()));
     if (!input.empty()) controller_.receive(input, now);
     Turn turn{controller_.take(controller_.arrived(now), now)};
     if (const auto due = controller_.nextDue(); due && !clock_.isManual()) {

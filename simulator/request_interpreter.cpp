@@ -130,6 +130,17 @@ RequestAnswer tellMapped(Simulation& simulation, Words& words) {
   return done(decimal(reported.x) + ' ' + decimal(reported.y));
 }
 
+RequestAnswer tellReport(Simulation& simulation, Words& words) {
+  RequestAnswer problem;
+  const auto place = takePlace(words, problem);
+  if (!place) return problem;
+  const auto name = words.rest();
+  SimulatedUnit* const unit = simulation.find(name);
+  if (unit == nullptr) return unknownController(name);
+  const auto report = unit->controller.felt(*place);
+  return done(report ? decimal(report->x) + ' ' + decimal(report->y) : std::string());
+}
+
 RequestAnswer tellPort(Simulation& simulation, Words& words) {
   const auto name = words.rest();
   const SimulatedUnit* const unit = simulation.find(name);
@@ -175,6 +186,8 @@ constexpr std::array panelKeys{
     PanelKey{"gain-y", &PanelTraits::gainY, -2, 2},
     PanelKey{"skew", &PanelTraits::skew, -1, 1},
     PanelKey{"noise", &PanelTraits::noise, 0, 1},
+    PanelKey{"bow", &PanelTraits::bow, -1, 1},
+    PanelKey{"dead-strip", &PanelTraits::deadStrip, 0, 1},
 };
 
 RequestAnswer changePanel(Simulation& simulation, Words& words) {
@@ -182,15 +195,17 @@ RequestAnswer changePanel(Simulation& simulation, Words& words) {
   const auto* const key = std::ranges::find(panelKeys, keyWord, &PanelKey::name);
   if (key == panelKeys.end()) return refused("a panel has no " + quoted(keyWord));
   const auto valueWord = words.next();
+  const bool asNew = valueWord == "new";
   const auto value = numberIn(valueWord, key->lowest, key->highest);
-  if (!value) {
+  if (!value && !asNew) {
     return refused("expected a number from " + decimal(key->lowest) + " to " +
                    decimal(key->highest) + ", found " + quoted(valueWord));
   }
   const auto name = words.rest();
   SimulatedUnit* const unit = simulation.find(name);
   if (unit == nullptr) return unknownController(name);
-  unit->controller.panel().*(key->value) = *value;
+  auto& controller = unit->controller;
+  controller.panel().*(key->value) = asNew ? controller.model().panel.*(key->value) : *value;
   return done();
 }
 
@@ -233,6 +248,7 @@ constexpr std::array requests{
     Request{"lift", liftFinger, "lift"},
     Request{"error", tellError, "error NAME"},
     Request{"map", tellMapped, "map X Y NAME"},
+    Request{"report", tellReport, "report X Y NAME"},
     Request{"port", tellPort, "port NAME"},
     Request{"fault", switchFault, "fault FAULT on|off NAME"},
     Request{"faults", listFaults, "faults"},

@@ -20,12 +20,15 @@
 ///                           of 9 x 9 places, without noise, as fractions of the panel's width
 ///   map X Y NAME            answers "X Y": what the controller reports for a finger there, without
 ///                           noise, rotation ignored
+///   report X Y NAME         answers "X Y": one report for a finger there, noise and all, rotation
+///                           ignored; nothing where the panel feels no touch
 ///   port NAME               answers the device of a serial port that the driver has let go of,
 ///                           else nothing
 ///   fault FAULT on NAME     makes something go wrong; "off" ends it
 ///   faults                  answers the names of the faults, one a line
 ///   panel KEY VALUE NAME    changes the panel: offset-x, offset-y, gain-x, gain-y, skew, noise, as
-///                           fractions of the converter's range
+///                           fractions of the converter's range; bow and dead-strip, as fractions of
+///                           the panel. VALUE "new" is what the panel has when new
 ///   clock manual            time stands; "clock real" lets it run again
 ///   advance MS              moves the standing time on by up to a day
 ///   reset                   all controllers as when new: finger up, faults off, ports taken back;

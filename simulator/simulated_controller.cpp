@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <utility>
 
 namespace touch::simulator {
 
@@ -85,6 +86,17 @@ std::vector<std::uint8_t> spoiled(std::span<const std::uint8_t> reply, const Fau
   return bytes;
 }
 
+// Every fifth report follows two bytes that belong to none, every seventh lacks a byte.
+std::vector<std::uint8_t> withNoise(std::vector<std::uint8_t> report, int number) {
+  if (number % 7 == 0) report.erase(report.begin() + 2);
+  if (number % 5 == 0) report.insert(report.begin(), {0x3C, 0xF3});
+  return report;
+}
+
+Point onScreen(Point place) {
+  return {std::clamp(place.x, 0.0, 1.0), std::clamp(place.y, 0.0, 1.0)};
+}
+
 }  // namespace
 
 SimulatedController::SimulatedController(const ControllerModel& model)
@@ -95,6 +107,10 @@ SimulatedController::SimulatedController(const ControllerModel& model)
       output_(byteTime(model.link)) {}
 
 void SimulatedController::touch(Point place, TimePoint now) {
+  if (!feels(panel_, place)) {
+    lift(now);
+    return;
+  }
   reportUntil(now);
   const bool begins = !finger_;
   finger_ = place;
@@ -120,8 +136,12 @@ void SimulatedController::lift(TimePoint now) {
 }
 
 Point SimulatedController::reported(Point place) const {
-  const Point mapped = memory_.touchMap()(rawReading(panel_, place));
-  return {std::clamp(mapped.x, 0.0, 1.0), std::clamp(mapped.y, 0.0, 1.0)};
+  return onScreen(memory_.touchMap()(rawReading(panel_, place)));
+}
+
+std::optional<Point> SimulatedController::felt(Point place) {
+  if (!feels(panel_, place) || faults_.has(Fault::noAnswer)) return std::nullopt;
+  return onScreen(memory_.touchMap()(sampler_.average(panel_, place, 1)));
 }
 
 void SimulatedController::receive(std::span<const std::uint8_t> bytes, TimePoint now) {
@@ -130,7 +150,9 @@ void SimulatedController::receive(std::span<const std::uint8_t> bytes, TimePoint
   commandLineFree_ = std::max(commandLineFree_, now);
   for (const std::uint8_t byte : bytes) {
     commandLineFree_ = after(commandLineFree_, byteTime(model_->link));
-    if (const auto packet = reader_.take(byte)) execute(*packet, commandLineFree_);
+    const auto understood = heard(byte, userFormat_, ownFormat_);
+    if (!understood) continue;
+    if (const auto packet = reader_.take(*understood)) execute(*packet, commandLineFree_);
   }
 }
 
@@ -141,7 +163,18 @@ std::size_t SimulatedController::arrived(TimePoint now) {
 
 std::vector<std::uint8_t> SimulatedController::take(std::size_t limit, TimePoint now) {
   reportUntil(now);
-  return output_.take(limit, now);
+  auto bytes = output_.take(limit, now);
+  if (ownFormat_ == userFormat_ && ownFormat_ == LineFormat::eightN1) return bytes;
+  std::vector<std::uint8_t> understood;
+  for (const std::uint8_t byte : bytes) {
+    if (const auto same = heard(byte, ownFormat_, userFormat_)) understood.push_back(*same);
+  }
+  return understood;
+}
+
+void SimulatedController::say(std::span<const std::uint8_t> bytes, TimePoint now) {
+  reportUntil(now);
+  if (!faults_.has(Fault::noAnswer)) output_.send(bytes, now);
 }
 
 std::optional<TimePoint> SimulatedController::nextDue() const {
@@ -225,6 +258,9 @@ std::optional<std::string> SimulatedController::carryOut(const Command& command)
     case Action::reset:
       reset();
       break;
+    case Action::speakEightBits:
+      ownFormat_ = LineFormat::eightN1;
+      break;
     case Action::tellMode:
       return std::string("M") + "SPI"[static_cast<std::size_t>(mode_)];
     case Action::tellIdentity:
@@ -298,7 +334,9 @@ void SimulatedController::report(Point place, bool touching, TimePoint when) {
   const ReportFormat format = rawCalibration_ ? ReportFormat::raw : format_;
   const Point raw = sampler_.average(panel_, place, 1);
   const Point told = wantsRaw(format) ? raw : memory_.touchMap()(raw);
-  output_.send(encodeReport(format, told, touching), when);
+  auto bytes = encodeReport(format, told, touching);
+  if (faults_.has(Fault::noisyReports)) bytes = withNoise(std::move(bytes), ++reportNumber_);
+  output_.send(bytes, when);
 }
 
 void SimulatedController::reportUntil(TimePoint now) {

@@ -11,6 +11,7 @@
 #include "simulator/calibration_run.h"
 #include "simulator/commands.h"
 #include "simulator/controller_model.h"
+#include "simulator/line_format.h"
 #include "simulator/timed_bytes.h"
 
 namespace touch::simulator {
@@ -40,6 +41,8 @@ class SimulatedController {
   bool isTouched() const { return finger_.has_value() && !faults_.has(Fault::noAnswer); }
   /// Where it reports a finger at `place`, without noise, inside the screen.
   Point reported(Point place) const;
+  /// What a single report says of it, with noise; nothing where the panel feels no touch.
+  std::optional<Point> felt(Point place);
 
   /// Bytes from the user of the line. What they make it say comes later.
   void receive(std::span<const std::uint8_t> bytes, TimePoint now);
@@ -51,6 +54,14 @@ class SimulatedController {
   std::optional<TimePoint> nextDue() const;
   /// Changes who is at the other end; what was on the line is lost.
   void connect(LineUser user, TimePoint now);
+
+  /// How it writes and reads bytes from now on; 8N1 when new. "PN81" brings it back to that.
+  void speak(LineFormat format) { ownFormat_ = format; }
+  LineFormat format() const { return ownFormat_; }
+  /// How the user of the line does; with another format each takes the other's bytes for garbage or for nothing.
+  void setUserFormat(LineFormat format) { userFormat_ = format; }
+  /// Sends bytes as they are: a recording's.
+  void say(std::span<const std::uint8_t> bytes, TimePoint now);
 
   bool reportsTouches() const { return mode_ != Mode::inactive; }
   /// Touches are not reported any more, until a mode command comes.
@@ -97,6 +108,9 @@ class SimulatedController {
   TimePoint nextReport_{};
 
   LineUser user_ = LineUser::driver;
+  LineFormat ownFormat_ = LineFormat::eightN1;
+  LineFormat userFormat_ = LineFormat::eightN1;
+  int reportNumber_ = 0;
   PacketReader reader_;
   TimePoint commandLineFree_{};
   TimedBytes output_;

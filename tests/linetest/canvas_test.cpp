@@ -541,6 +541,21 @@ TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
   EXPECT_EQ(readDrawing(folder.path() / "old.fdw")->size(), 1u);
 }
 
+TEST(HelpLines, DoWhatTheirKeysDo) {
+  const auto lines = helpLines(MessageTable());
+  for (std::size_t line = 0; line < lines.size(); ++line) {
+    const auto key = lines[line].find_first_of("0123456789CGLPSTVF");
+    const bool letter = lines[line][4] == ' ' && key == 5;
+    if (letter) {
+      EXPECT_EQ(actionOfHelpLine(line), actionOfKey(lines[line][key])) << lines[line];
+    }
+  }
+  EXPECT_EQ(actionOfHelpLine(0), CanvasAction::toggleHelp);
+  EXPECT_EQ(actionOfHelpLine(1), CanvasAction::clear);
+  EXPECT_EQ(actionOfHelpLine(2), CanvasAction::leave);
+  EXPECT_EQ(actionOfHelpLine(lines.size()), std::nullopt);
+}
+
 TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
   canvas.offerLeftStrokes();
   EXPECT_EQ(journal, Lines{});

@@ -71,6 +71,41 @@ TEST(ResultFile, SaysWhereItIsDamaged) {
   }
 }
 
+TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
+  const test::TemporaryFolder folder;
+  LinearityProcedure procedure(panel);
+  EXPECT_EQ(keepAndGoOn(folder.path(), procedure), std::nullopt) << "passes over V-1";
+  procedure.penDown({2969, 0});
+  for (int i = 1; i < 9; ++i)
+    procedure.penMove({2969, static_cast<float>(i) * 1200});
+  procedure.penUp();
+  EXPECT_EQ(keepAndGoOn(folder.path(), procedure), std::nullopt);
+  EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 3}));
+  folder.write("Tvm-h1.txt", "H-1\r\n torn");
+
+  const struct {
+    const char* what;
+    MeasuredPanel panel;
+    std::size_t results;
+  } cases[] = {
+      {"the same", panel, 1},
+      {"as a file rounds it", {{20000, 10000}, 200.004, 100}, 1},
+      {"another screen", {{20000, 12000}, 200, 100}, 0},
+      {"another panel", {{20000, 10000}, 250, 100}, 0},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(readResults(folder.path(), c.panel).size(), c.results) << c.what;
+  EXPECT_EQ(readResults(folder.path(), panel).front().first, line);
+
+  procedure.goTo(line);
+  procedure.penDown({2969, 0});
+  for (int i = 1; i < 9; ++i)
+    procedure.penMove({2969, static_cast<float>(i) * 1200});
+  procedure.penUp();
+  EXPECT_TRUE(keepAndGoOn(folder.path() / "none", procedure)) << "nowhere to write";
+  EXPECT_TRUE(procedure.result(line));
+}
+
 TEST(LinearityCsv, HasARecordForEachLine) {
   const LineResult results[] = {resultOf({{3050, 500}, {3050, 1000}})};
   EXPECT_EQ(csvText(results, panel, {0.4, 2}),

@@ -4,7 +4,9 @@
 
 #include <cmath>
 
+#include "linetest/linearity_guide.h"
 #include "linetest/linearity_procedure.h"
+#include "tests/linetest/recording_surface.h"
 
 namespace touch {
 namespace {
@@ -178,6 +180,47 @@ TEST_F(Testing, LetsEveryLineBeDrawnAgain) {
   procedure.accept();
   EXPECT_NEAR(procedure.result({Orientation::vertical, 1})->figures.all.average, 0.4, 1e-4);
   EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 3})) << "the next open one";
+}
+
+TEST_F(Testing, GoesBackAndOn) {
+  procedure.back();
+  EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 1}));
+  procedure.next();
+  drawCurrent(10);
+  procedure.back();
+  EXPECT_EQ(procedure.drawn(), std::nullopt);
+  EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 1}));
+  for (std::size_t i = 0; i < LinearityProcedure::lines + 3; ++i)
+    procedure.next();
+  EXPECT_EQ(procedure.current(), std::nullopt) << "passed over all";
+  procedure.back();
+  EXPECT_EQ(procedure.current(), (TestLine{Orientation::horizontal, 9}));
+  drawCurrent(10);
+  procedure.next();
+  EXPECT_EQ(procedure.results().size(), 1u);
+  EXPECT_EQ(testLineOf("H-9"), (TestLine{Orientation::horizontal, 9}));
+  EXPECT_EQ(testLineOf("H-10"), std::nullopt);
+}
+
+TEST_F(Testing, ShowsTheLineToDrawAndWhatIsDrawn) {
+  test::RecordingSurface surface;
+  const auto has = [&](const std::string& shape) {
+    return std::count(surface.drawn.begin(), surface.drawn.end(), shape);
+  };
+  drawCurrent(0);
+  drawLinearityGuide(surface, procedure);
+  EXPECT_EQ(has("clear"), 1);
+  EXPECT_EQ(has("line 625,0 625,10000 #15 2"), 1);
+  EXPECT_EQ(has("point 625,5000 #14 3"), 1);
+  procedure.next();
+  drawLinearityGuide(surface, procedure);
+  EXPECT_EQ(has("point 625,5000 #2 1"), 1);
+  EXPECT_EQ(has("line 2968.75,0 2968.75,10000 #15 2"), 1);
+  EXPECT_EQ(has("line 0,312.5 20000,312.5 #15 2"), 0);
+  procedure.goTo({Orientation::horizontal, 1});
+  drawLinearityGuide(surface, procedure);
+  EXPECT_EQ(has("line 0,312.5 20000,312.5 #15 2"), 1);
+  EXPECT_EQ(has("point 625,5000 #2 1"), 0) << "the other direction is out of the way";
 }
 
 TEST_F(Testing, RefusesStrokesThatMeasureNothing) {

@@ -66,6 +66,29 @@ class PseudoTerminal {
     return all;
   }
 
+  /// The next `count` bytes; fewer when they do not come although given ample time.
+  std::vector<std::uint8_t> receive(std::size_t count) const {
+    std::vector<std::uint8_t> all(count);
+    std::size_t got = 0;
+    pollfd state{master_, POLLIN, 0};
+    while (got < count && poll(&state, 1, static_cast<int>(patience.count())) > 0) {
+      const auto part = ::read(master_, all.data() + got, count - got);
+      if (part <= 0) break;
+      got += static_cast<std::size_t>(part);
+    }
+    all.resize(got);
+    return all;
+  }
+
+  /// Sends as fast as the line takes it, whatever its length.
+  void flood(std::span<const std::uint8_t> bytes) const {
+    pollfd state{master_, POLLOUT, 0};
+    while (!bytes.empty() && poll(&state, 1, static_cast<int>(patience.count())) > 0) {
+      const auto part = ::write(master_, bytes.data(), bytes.size());
+      if (part > 0) bytes = bytes.subspan(static_cast<std::size_t>(part));
+    }
+  }
+
   /// The settings of the line as its user made them.
   termios settings() const {
     termios line{};
@@ -73,6 +96,7 @@ class PseudoTerminal {
     return line;
   }
 
+  bool isPluggedIn() const { return master_ >= 0; }
   void unplug() {
     if (master_ >= 0) ::close(std::exchange(master_, -1));
   }

@@ -1,7 +1,10 @@
 #include "simulator/pty_line.h"
 
+#include <mutex>
 #include <string>
+#include <thread>
 
+#include "simulator/controllers.h"
 #include "tests/simulator/driver_bench.h"
 #include "tests/simulator/serial_device.h"
 
@@ -87,6 +90,36 @@ TEST_F(SerialPorts, surviveAReaderThatDoesNotRead) {
     wait(10'000);
   request("lift");
   EXPECT_EQ(driver.ReopenCOMPort(handle), 1);
+}
+
+TEST(PtyLines, tellTheControllerHowTheProgramWritesItsBytes) {
+  std::mutex guard;
+  SimulatedClock clock;
+  SimulatedController controller{rs232Device1};
+  controller.connect(LineUser::port, clock.now());
+  controller.speak(LineFormat::sevenN2);
+  const auto line = PtyLine::open(controller, clock, guard);
+  ASSERT_TRUE(line);
+  const SerialDevice device(line->path());
+  device.setTwoStopBits(true);
+  ASSERT_TRUE(device.send(framed("UT")));
+  EXPECT_EQ(device.receive(10), framed("QRMV0301"));
+  ASSERT_TRUE(device.send(framed("PN81")));
+  const auto converted = [&] {
+    const std::lock_guard lock(guard);
+    return controller.format() == LineFormat::eightN1;
+  };
+  while (!converted())
+    std::this_thread::yield();
+  device.setTwoStopBits(false);
+  ASSERT_TRUE(device.send(framed("UT")));
+  // Whether the answer to PN81 comes through depends on when the stop bits changed.
+  std::string received;
+  for (std::string next = " "; !next.empty() && !received.ends_with(framed("QRMV0301"));) {
+    next = device.receive(1);
+    received += next;
+  }
+  EXPECT_TRUE(received.ends_with(framed("QRMV0301"))) << received;
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ TEST_F(DriverBench, requestsOutOfFormAreRefusedWithAReason) {
       {"fault sticky on USB DEVICE 2", "no fault is called \"sticky\"; see faults"},
       {"fault unplugged maybe USB DEVICE 2", "expected on or off, found \"maybe\""},
       {"fault unplugged on", "expected \"fault FAULT on|off NAME\""},
-      {"panel bow 1 USB DEVICE 2", "a panel has no \"bow\""},
+      {"panel bend 1 USB DEVICE 2", "a panel has no \"bend\""},
       {"panel skew x USB DEVICE 2", "expected a number from -1.000000 to 1.000000, found \"x\""},
       {"clock fast", "expected manual or real, found \"fast\""},
       {"advance -1", "expected milliseconds from 0 to a day, found \"-1\""},
@@ -63,6 +63,38 @@ TEST_F(DriverBench, panelIsWhatItWasToldToBe) {
   EXPECT_EQ(request("error USB DEVICE 2"), "0.127083 0.150000");
 }
 
+TEST_F(DriverBench, panelsBowDieAndBecomeNewAgain) {
+  const std::string asNew = request("error USB DEVICE 2");
+  for (const char* change : {"offset-x 0", "offset-y 0", "gain-x 1", "gain-y 1", "skew 0",
+                             "noise 0", "bow 0.04", "dead-strip 0.1"}) {
+    request(std::string("panel ") + change + " USB DEVICE 2");
+  }
+  const std::pair<const char*, const char*> cases[] = {
+      {"0 0.5", "0.040000 0.500000"},    {"1 0.5", "0.960000 0.500000"},
+      {"0.5 0", "0.500000 0.040000"},    {"0.5 0.5", "0.500000 0.500000"},
+      {"1 1", "1.000000 1.000000"},      {"0.5 0.325", "0.500000 0.339000"},
+      {"0.75 0.75", "0.735000 0.735000"}};
+  for (const auto& [place, reported] : cases)
+    EXPECT_EQ(request(std::string("map ") + place + " USB DEVICE 2"), reported) << place;
+  EXPECT_EQ(request("report 0.5 0.5 USB DEVICE 2"), "0.500122 0.500122") << "in whole counts";
+  EXPECT_EQ(request("report 0.5 0.28 USB DEVICE 2"), "");
+  EXPECT_EQ(request("report 0.9 0.37 USB DEVICE 2"), "");
+  EXPECT_NE(request("report 0.9 0.38 USB DEVICE 2"), "");
+
+  request("panel noise 0.01 USB DEVICE 2");
+  EXPECT_NE(request("report 0.2 0.8 USB DEVICE 2"), request("report 0.2 0.8 USB DEVICE 2"));
+  request("touch 0.5 0.8");
+  EXPECT_EQ(driver.IsPenUp(driver.OpenController(usbName)), 0);
+  request("touch 0.5 0.325");
+  EXPECT_NE(driver.IsPenUp(driver.OpenController(usbName)), 0) << "the finger slid onto the strip";
+
+  for (const char* key :
+       {"offset-x", "offset-y", "gain-x", "gain-y", "skew", "noise", "bow", "dead-strip"}) {
+    request(std::string("panel ") + key + " new USB DEVICE 2");
+  }
+  EXPECT_EQ(request("error USB DEVICE 2"), asNew);
+}
+
 TEST_F(DriverBench, panelsComeFromTheFactoryVisiblyWrong) {
   for (const char* name : {serialName, usbName}) {
     EXPECT_GT(meanError(name), 0.025) << name;
@@ -92,7 +124,7 @@ TEST_F(DriverBench, everyListedFaultCanBeSwitched) {
     request("fault " + name + " on " + usbName);
     request("fault " + name + " off " + usbName);
   }
-  EXPECT_EQ(count, 9);
+  EXPECT_EQ(count, 10);
 }
 
 }  // namespace

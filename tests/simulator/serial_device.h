@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -25,6 +26,12 @@ class SerialDevice {
   bool isOpen() const { return descriptor_ >= 0; }
   bool send(std::string_view bytes) const {
     return write(descriptor_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+  }
+  void setTwoStopBits(bool two) const {
+    termios line{};
+    tcgetattr(descriptor_, &line);
+    line.c_cflag = two ? line.c_cflag | CSTOPB : line.c_cflag & ~tcflag_t{CSTOPB};
+    tcsetattr(descriptor_, TCSANOW, &line);
   }
   /// The next `count` bytes; fewer when the line hangs up, or when they do not come although given
   /// ample time.

@@ -1,0 +1,139 @@
+#include "serial/debugger.h"
+
+#include <chrono>
+#include <utility>
+
+#include "core/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Long enough for the receive mode to find the line idle and to show a packet's rest.
+constexpr auto afterReplay = 500ms;
+
+}  // namespace
+
+Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
+                   std::vector<ReportFormat> formats)
+    : access_(access),
+      prompt_(prompt),
+      formats_(std::move(formats)),
+      log_(access.clock),
+      recorded_(serial, recorder_, access.clock),
+      port_(access, prompt, recorded_),
+      exchange_(access, prompt, port_, log_),
+      mode_(parts(), {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }}) {
+  chooseSet(CommandSet::quorvane);
+}
+
+ReceiveMode::Parts Debugger::parts() {
+  return {access_.session, access_.clock, prompt_, log_, formats_};
+}
+
+void Debugger::takePort() {
+  if (isBusy()) return;
+  const auto refused = port_.take();
+  log_.note(refused ? *refused : "The driver has let go of its port. " + portText());
+}
+
+void Debugger::searchPort() {
+  if (isBusy()) return;
+  port_.take();
+  log_.note("Searching COM1 and COM2 for a controller …");
+  const auto found = port_.comporttest();
+  log_.note(found ? "A controller answers on COM" + std::to_string(*found) + '.'
+                  : std::string("No controller answers on COM1 or COM2."));
+}
+
+void Debugger::leave() {
+  stopReplay();
+  mode_.debug();
+  stopRecording();
+  port_.giveBack();
+}
+
+std::string Debugger::portText() const {
+  const std::string name = "COM" + std::to_string(port_.selected());
+  return portIsOpen() ? name + " is open, " + std::string(normalLineSettings) + '.'
+                      : name + " is closed.";
+}
+
+std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
+  auto reply = exchange_.send(choice);
+  mode_.setReplyFormat(exchange_.replyFormat());
+  return reply;
+}
+
+void Debugger::startRecording(const std::filesystem::path& file) {
+  const auto failed = recorder_.start(file, access_.clock.now());
+  log_.note(failed ? failed->describe() : "Recording to " + toUtf8(file.string()));
+}
+
+void Debugger::stopRecording() {
+  const bool wasOn = isRecording();
+  if (const auto failed = recorder_.stop()) {
+    log_.note("The recording broke off. " + failed->describe());
+  } else if (wasOn) {
+    log_.note("The recording has ended.");
+  }
+}
+
+void Debugger::startReplay(const std::filesystem::path& file) {
+  auto recording = readRecording(file);
+  if (!recording) {
+    log_.note(recording.error().describe());
+    return;
+  }
+  stopReplay();
+  const bool measuring = mode_.isMeasuring();
+  mode_.suspend();
+  replay_ = std::make_unique<Replay>(std::move(*recording), parts());
+  if (measuring) replay_->mode.measureRate(true);
+  replay_->port.open();
+  replay_->mode.receive();
+  log_.note("Replaying " + toUtf8(file.string()));
+}
+
+void Debugger::stopReplay() {
+  if (!isReplaying() || drawing_) return;
+  const bool measuring = replay_->mode.isMeasuring();
+  replay_.reset();
+  if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
+  mode_.resume();
+  log_.note("The replay has ended.");
+}
+
+ReceivingPort Debugger::beginDrawing() {
+  drawing_ = true;
+  mode_.suspend();
+  if (!replay_) {
+    return {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }};
+  }
+  replay_->mode.suspend();
+  replay_->port.close();
+  replay_->port.open();
+  return {replay_->port, {}, {}};
+}
+
+void Debugger::endDrawing() {
+  drawing_ = false;
+  if (isReplaying()) {
+    replay_->mode.resume();
+  } else {
+    mode_.resume();
+  }
+}
+
+void Debugger::watch() {
+  if (!isBusy()) port_.tellLoss();
+  if (!isRecording()) stopRecording();
+  if (!isReplaying() || !replay_->port.isFinished()) return;
+  const auto now = access_.clock.now();
+  if (!replay_->finished) replay_->finished = now;
+  if (now - *replay_->finished >= afterReplay) stopReplay();
+}
+
+}  // namespace touch

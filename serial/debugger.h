@@ -1,0 +1,88 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "serial/console_log.h"
+#include "serial/debugger_exchange.h"
+#include "serial/debugger_port.h"
+#include "serial/receive_mode.h"
+#include "serial/recording_ports.h"
+
+namespace touch {
+
+/// The debugger as its window uses it: the port, the console's log, the exchange, the receive mode, a recording of all
+/// that passes, and a replay that takes the port's place for whoever reads reports.
+class Debugger {
+ public:
+  /// All of them outlive it, but for `formats`. Begins with the quorvane set; the port is not taken yet.
+  Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
+           std::vector<ReportFormat> formats);
+
+  /// Takes the port from the driver. How that went stands in the console's log.
+  void takePort();
+  /// Looks for a controller on COM1 and COM2.
+  void searchPort();
+  /// Ends what is going on and gives the port back to the driver.
+  void leave();
+  bool portIsOpen() const { return recorded_.isOpen(); }
+  std::string portText() const;
+  /// An exchange is under way: nothing else may be done with the port, nor may it be given back.
+  bool isBusy() const { return port_.isBusy(); }
+
+  void chooseSet(CommandSet set) { access_.session.commandSet = set; }
+  /// "Send", see DebuggerExchange::send.
+  std::optional<DebuggerReply> send(const SendChoice& choice);
+
+  ConsoleLog& log() { return log_; }
+  const ConsoleLog& log() const { return log_; }
+  /// The one whose reports the console shows: that of the replay while there is one.
+  ReceiveMode& receiveMode() { return replay_ ? replay_->mode : mode_; }
+
+  bool isRecording() const { return recorder_.isOn(); }
+  /// These say in the log what happened.
+  void startRecording(const std::filesystem::path& file);
+  void stopRecording();
+
+  bool isReplaying() const { return replay_ != nullptr; }
+  void startReplay(const std::filesystem::path& file);
+  void stopReplay();
+
+  /// The raw drawing has the port, or the replay from its beginning, until `endDrawing`.
+  ReceivingPort beginDrawing();
+  void endDrawing();
+  ReportDecoder makeDecoder() const {
+    return ReportDecoder(familyOf(access_.session.commandSet), formats_);
+  }
+
+  /// To be called now and then: notices a device that has gone, a full disk and the end of a replay.
+  void watch();
+
+ private:
+  struct Replay {
+    Replay(std::vector<Transfer> recording, const ReceiveMode::Parts& parts)
+        : port(std::move(recording), parts.clock), mode(parts, {port, {}, {}}) {}
+    ReplayPort port;
+    ReceiveMode mode;
+    std::optional<Clock::TimePoint> finished;
+  };
+
+  ReceiveMode::Parts parts();
+
+  Access access_;
+  Prompt& prompt_;
+  std::vector<ReportFormat> formats_;
+  ConsoleLog log_;
+  Recorder recorder_;
+  RecordedPort recorded_;
+  DebuggerPort port_;
+  DebuggerExchange exchange_;
+  ReceiveMode mode_;
+  std::unique_ptr<Replay> replay_;
+  bool drawing_ = false;
+};
+
+}  // namespace touch

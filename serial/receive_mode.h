@@ -1,0 +1,73 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "core/clock.h"
+#include "core/session.h"
+#include "serial/console_log.h"
+#include "serial/receive_display.h"
+#include "serial/receiving_port.h"
+#include "serial/report_rate.h"
+
+namespace touch {
+
+class Prompt;
+
+/// The debugger's receive mode: its timer shows what the controller sends in the console, or measures the report rate
+/// when that is switched on. The active command set tells how reports are recognised.
+class ReceiveMode {
+ public:
+  /// What it works with; all of it outlives the mode.
+  struct Parts {
+    const Session& session;
+    Clock& clock;
+    Prompt& prompt;
+    ConsoleLog& log;
+    std::vector<ReportFormat> formats;  ///< known beside the built-in ones
+  };
+  ReceiveMode(Parts parts, ReceivingPort port);
+
+  /// The buttons "Receive" and "Debuger"; the latter also for a double click on the console.
+  void receive();
+  void debug();
+  bool isReceiving() const { return receiving_; }
+
+  /// The check box "Report Rate".
+  void measureRate(bool on);
+  bool isMeasuring() const { return rate_.has_value(); }
+  /// The stroke measured last; its evidence is not in the console.
+  const std::optional<StrokeRate>& lastStroke() const { return lastStroke_; }
+  /// The most reports a second that are possible now.
+  double ceiling() const { return rateCeiling({}, packetLength(family())); }
+
+  /// False after a command that may have changed what coordinates mean: see DebuggerExchange::replyFormat.
+  void setReplyFormat(bool usual) { replyFormat_ = usual; }
+
+  /// Stops the timer while another screen reads the port, and starts it again.
+  void suspend();
+  void resume();
+
+ private:
+  ReportFamily family() const { return familyOf(parts_.session.commandSet); }
+  void poll();
+  void tick();
+  void measure();
+  void display();
+  void runTimers();
+
+  Parts parts_;
+  ReceivingPort port_;
+  bool receiving_ = false;
+  bool suspended_ = false;
+  bool ticking_ = false;
+  bool replyFormat_ = true;
+  ReceiveDisplay display_;
+  std::optional<ReportRate> rate_;
+  std::optional<StrokeRate> lastStroke_;
+  std::unique_ptr<Timer> timer_;
+  std::unique_ptr<Timer> pollTimer_;
+};
+
+}  // namespace touch

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <vector>
+
+#include "core/clock.h"
+#include "core/serial_port.h"
+#include "serial/recording.h"
+
+namespace touch {
+
+/// A serial port that is recorded: every byte that goes out or comes in, whoever sends or reads it. What it is made
+/// of outlives it.
+class RecordedPort final : public SerialPort {
+ public:
+  RecordedPort(SerialPort& inner, Recorder& recorder, const Clock& clock)
+      : inner_(inner), recorder_(recorder), clock_(clock) {}
+
+  std::optional<std::string> setSettings(std::string_view settings) override {
+    return inner_.setSettings(settings);
+  }
+  void selectPort(int number) override { inner_.selectPort(number); }
+  std::optional<std::string> open() override { return inner_.open(); }
+  void close() override { inner_.close(); }
+  bool isOpen() const override { return inner_.isOpen(); }
+  std::optional<std::string> lost() const override { return inner_.lost(); }
+  std::size_t inBufferCount() override { return inner_.inBufferCount(); }
+  /// What is cleared has come in as well, so while recording it is read instead.
+  void clearInput() override;
+  void clearOutput() override { inner_.clearOutput(); }
+  void write(std::span<const std::uint8_t> bytes) override;
+  std::vector<std::uint8_t> readAll() override;
+
+ private:
+  SerialPort& inner_;
+  Recorder& recorder_;
+  const Clock& clock_;
+};
+
+/// A port on which a recording comes in again, at its own pace from the moment of opening. What is written to it goes
+/// nowhere. Opened again, it begins anew.
+class ReplayPort final : public SerialPort {
+ public:
+  ReplayPort(std::vector<Transfer> recording, const Clock& clock)
+      : recording_(std::move(recording)), clock_(clock) {}
+
+  std::optional<std::string> setSettings(std::string_view) override { return std::nullopt; }
+  void selectPort(int) override {}
+  std::optional<std::string> open() override;
+  void close() override { start_.reset(); }
+  bool isOpen() const override { return start_.has_value(); }
+  std::optional<std::string> lost() const override { return std::nullopt; }
+  std::size_t inBufferCount() override;
+  void clearInput() override { readAll(); }
+  void clearOutput() override {}
+  void write(std::span<const std::uint8_t>) override {}
+  std::vector<std::uint8_t> readAll() override;
+
+  /// All of it has been read.
+  bool isFinished() const { return next_ == recording_.size(); }
+
+ private:
+  bool isDue(const Transfer& transfer) const;
+
+  std::vector<Transfer> recording_;
+  const Clock& clock_;
+  std::optional<Clock::TimePoint> start_;  ///< while open
+  std::size_t next_ = 0;
+};
+
+}  // namespace touch

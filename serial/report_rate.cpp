@@ -1,0 +1,140 @@
+#include "serial/report_rate.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace touch {
+
+namespace {
+
+constexpr std::uint8_t highestData = 0x7F;
+constexpr std::uint8_t tabletEnd = 0x88;
+constexpr std::uint8_t otherTabletEnd = 0x98;
+constexpr std::uint8_t e02End = 0x84;
+// A finger that never leaves must not fill the memory: an hour at full speed.
+constexpr std::size_t mostTimesKept = 700'000;
+
+int bitsPerByte(const LineSettings& line) {
+  constexpr int startBits = 1;
+  return startBits + line.dataBits + (line.parity == Parity::none ? 0 : 1) + line.stopBits;
+}
+
+}  // namespace
+
+std::optional<IntervalEvidence> evidenceOf(std::span<const Clock::TimePoint> reports) {
+  using Duration = IntervalEvidence::Duration;
+  if (reports.size() < 2) return std::nullopt;
+  std::vector<Duration> intervals;
+  for (std::size_t i = 1; i < reports.size(); ++i) {
+    intervals.push_back(std::chrono::duration_cast<Duration>(reports[i] - reports[i - 1]));
+  }
+  IntervalEvidence evidence;
+  for (const Duration interval : intervals) {
+    const auto bucket = static_cast<std::size_t>(interval / IntervalEvidence::bucketWidth);
+    ++evidence.histogram[std::min(bucket, evidence.histogram.size() - 1)];
+  }
+  std::vector<Duration> sorted = intervals;
+  std::ranges::sort(sorted);
+  evidence.shortest = sorted.front();
+  evidence.median = (sorted[(sorted.size() - 1) / 2] + sorted[sorted.size() / 2]) / 2;
+  evidence.longest = sorted.back();
+  for (std::size_t i = 0; i < intervals.size(); ++i) {
+    if (intervals[i] <= evidence.median * IntervalEvidence::gapFactor) continue;
+    evidence.gaps.push_back(
+        {std::chrono::duration_cast<Duration>(reports[i] - reports[0]), intervals[i]});
+  }
+  return evidence;
+}
+
+double rateCeiling(const LineSettings& line, std::size_t packetLength) {
+  return static_cast<double>(line.baud) / bitsPerByte(line) / static_cast<double>(packetLength);
+}
+
+std::array<std::string, 4> rateLines(const StrokeRate& stroke) {
+  const auto time = stroke.totalTime.count();
+  const std::string rate = time == 0 ? "-"
+                                     : fmt::format("{:.2f}", static_cast<double>(stroke.points) *
+                                                                 1000 / static_cast<double>(time));
+  return {fmt::format("Total Time : {} ms", time), fmt::format("Total Points : {}", stroke.points),
+          "Report rate : " + rate, "============================="};
+}
+
+std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling) {
+  const auto text = [](IntervalEvidence::Duration duration) {
+    return fmt::format("{:.1f}", static_cast<double>(duration.count()) / 1000);
+  };
+  std::vector<std::string> lines;
+  if (const auto& evidence = stroke.evidence) {
+    lines.push_back(fmt::format("Intervals : shortest {}, median {}, longest {} ms",
+                                text(evidence->shortest), text(evidence->median),
+                                text(evidence->longest)));
+    std::string gaps = evidence->gaps.empty() ? "none" : "";
+    constexpr std::size_t mostToldGaps = 3;
+    for (std::size_t i = 0; i < std::min(evidence->gaps.size(), mostToldGaps); ++i) {
+      const auto& [at, length] = evidence->gaps[i];
+      gaps += fmt::format("{}{} ms at {} ms", i == 0 ? "" : ", ", text(length), text(at));
+    }
+    if (evidence->gaps.size() > mostToldGaps) {
+      gaps += fmt::format(" and {} more", evidence->gaps.size() - mostToldGaps);
+    }
+    lines.push_back("Gaps : " + gaps);
+  }
+  lines.push_back(fmt::format("At most {:.0f} reports a second fit on the line", ceiling));
+  return lines;
+}
+
+ReportRate::ReportRate(ReportFamily family, const LineSettings& line)
+    : family_(family),
+      byteTime_(std::chrono::nanoseconds(std::chrono::seconds(1)) * bitsPerByte(line) / line.baud),
+      ceiling_(rateCeiling(line, packetLength(family))) {}
+
+void ReportRate::collect(Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
+  auto time = now - byteTime_ * static_cast<Clock::TimePoint::rep>(bytes.size());
+  for (const std::uint8_t byte : bytes) {
+    time = std::min(now, std::max(time, lastByte_) + byteTime_);
+    lastByte_ = time;
+    if (family_ == ReportFamily::e02) {
+      countE02(byte, time);
+    } else {
+      countTablet(byte, time);
+    }
+  }
+}
+
+void ReportRate::countTablet(std::uint8_t byte, Clock::TimePoint time) {
+  if (byte <= highestData) return;
+  collected_.push_back({time, true, byte == tabletEnd || byte == otherTabletEnd});
+}
+
+void ReportRate::countE02(std::uint8_t byte, Clock::TimePoint time) {
+  if (matched_ == 2 && byte == e02End) collected_.push_back({time, false, true});
+  matched_ = byte == 'U' ? 1 : matched_ == 1 && byte == 'T' ? 2 : 0;
+  if (matched_ == 2) collected_.push_back({time, true, false});
+}
+
+std::optional<StrokeRate> ReportRate::tick(Clock::TimePoint now) {
+  const auto events = std::exchange(collected_, {});
+  if (armed_) {
+    armed_ = false;
+    start_ = now;
+    points_ = 0;
+    times_.clear();
+    matched_ = 0;
+    return std::nullopt;
+  }
+  for (const Event& event : events) {
+    if (event.counts) {
+      ++points_;
+      if (times_.size() < mostTimesKept) times_.push_back(event.time);
+    }
+    if (!event.ends) continue;
+    armed_ = true;
+    return StrokeRate{std::chrono::duration_cast<std::chrono::milliseconds>(now - start_), points_,
+                      evidenceOf(times_)};
+  }
+  return std::nullopt;
+}
+
+}  // namespace touch

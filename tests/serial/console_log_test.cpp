@@ -1,0 +1,89 @@
+#include "serial/console_log.h"
+
+#include <numeric>
+
+#include "tests/support/desk.h"
+
+namespace touch {
+namespace {
+
+using test::Bytes;
+using test::bytesOf;
+using test::Lines;
+
+class ConsoleLogTest : public test::Desk {
+ protected:
+  ConsoleLog log{clock};
+  void wait(int milliseconds) { clock.delay(std::chrono::milliseconds(milliseconds)); }
+};
+
+TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
+  wait(5);
+  log.sent(bytesOf("\x01UT\r"));
+  wait(1100);
+  Bytes bytes(17);
+  std::iota(bytes.begin(), bytes.end(), std::uint8_t{0x72});
+  log.received(bytes);
+  log.report("touch X", Bytes{0xD8, 0x01});
+  log.note("Total Points : 3");
+  log.received({});
+  EXPECT_EQ(shown(log.lines()),
+            "0.005 > 01 55 54 0D                                     .UT.\n"
+            "1.105 < 72 73 74 75 76 77 78 79 7A 7B 7C 7D 7E 7F 80 81 rstuvwxyz{|}~...\n"
+            "1.105 < 82                                              .\n"
+            "1.105 = touch X  D8 01\n"
+            "Total Points : 3\n");
+  EXPECT_EQ(log.characters(), shown(log.lines()).size());
+}
+
+TEST_F(ConsoleLogTest, FiltersByKindAndContentAndFindsOnwardsAndAround) {
+  log.sent(bytesOf("UT"));
+  log.received(bytesOf("UTA"));
+  log.report("lift", {});
+  log.note("nothing");
+  const auto count = [&](const ConsoleFilter& filter) { return log.lines(filter).size(); };
+  EXPECT_EQ(count({}), 4u);
+  EXPECT_EQ(count({.sent = false}), 3u);
+  EXPECT_EQ(count({.received = false, .notes = false}), 2u);
+  EXPECT_EQ(count({.reports = false}), 3u);
+  EXPECT_EQ(count({.containing = "uta"}), 1u);
+  EXPECT_EQ(count({.containing = "55 54"}), 2u);
+  EXPECT_EQ(count({.sent = false, .containing = "55 54"}), 1u);
+  EXPECT_EQ(findLine(log.lines(), "UT", 0), 0u);
+  EXPECT_EQ(findLine(log.lines(), "ut", 1), 1u);
+  EXPECT_EQ(findLine(log.lines(), "UT", 2), 0u);
+  EXPECT_EQ(findLine(log.lines(), "absent", 0), std::nullopt);
+  EXPECT_EQ(findLine({}, "UT", 0), std::nullopt);
+}
+
+TEST_F(ConsoleLogTest, DropsItsOldestHalfWhenTooLong) {
+  while (log.characters() + 40 <= ConsoleLog::limit)
+    log.note(std::string(39, 'a'));
+  log.trim(prompt);
+  EXPECT_EQ(log.characters(), 4000u);
+  EXPECT_EQ(journal, Lines{}) << "4000 characters are not too long";
+  log.note("");
+  log.trim(prompt);
+  EXPECT_EQ(journal, Lines{"message Text too long !!"});
+  EXPECT_LE(log.characters(), 2000u);
+  EXPECT_GT(log.characters(), 1900u);
+  EXPECT_EQ(log.lines().back().text, "") << "the newest stay";
+  EXPECT_EQ(log.characters(), shown(log.lines()).size());
+}
+
+TEST_F(ConsoleLogTest, KeepsRecordingWhileViewingIsPaused) {
+  log.note("before");
+  log.pause(true);
+  log.note("meanwhile");
+  log.pause(true);
+  ASSERT_EQ(log.lines().size(), 1u);
+  log.pause(false);
+  EXPECT_EQ(log.lines().back().text, "meanwhile");
+  log.pause(true);
+  log.clear();
+  EXPECT_TRUE(log.lines().empty());
+  EXPECT_EQ(log.characters(), 0u);
+}
+
+}  // namespace
+}  // namespace touch

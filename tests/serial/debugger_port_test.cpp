@@ -1,0 +1,150 @@
+#include "serial/debugger_port.h"
+
+#include "tests/serial/debugger_bench.h"
+
+namespace touch {
+namespace {
+
+using test::Bytes;
+using test::bytesOf;
+using test::Lines;
+using test::replyOf;
+
+using DebuggerPortTest = test::DebuggerBench;
+
+const Lines taken = {"OpenController RS232 DEVICE 1", "CloseCOMPort", "settings 9600,n,8,1",
+                     "open 1"};
+const Lines givenBack = {"ReopenCOMPort", "CloseController"};
+
+TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnce) {
+  EXPECT_EQ(port.take(), std::nullopt);
+  EXPECT_EQ(journal, taken);
+  EXPECT_FALSE(script.openHandles.empty()) << "the driver takes its port back by the same handle";
+  journal.clear();
+  port.giveBack();
+  port.giveBack();
+  EXPECT_EQ(journal, (Lines{"close", "ReopenCOMPort", "CloseController"}));
+  EXPECT_EQ(port.take(), std::nullopt) << "it can be taken again";
+}
+
+TEST_F(DebuggerPortTest, IsGivenBackWhenItsOwnerGoesAndEvenWhenClosedBefore) {
+  {
+    DebuggerPort other(access(), prompt, serial);
+    EXPECT_EQ(other.take(), std::nullopt);
+    serial.close();
+    journal.clear();
+  }
+  EXPECT_EQ(journal, givenBack);
+}
+
+TEST_F(DebuggerPortTest, StaysTakenWhileCom1CannotBeOpenedSoThatTheUserCanMendIt) {
+  terminal().unplug();
+  const auto refused = port.take();
+  ASSERT_TRUE(refused);
+  EXPECT_NE(refused->find("there is no such device"), std::string::npos) << *refused;
+  plugIn(1);
+  journal.clear();
+  EXPECT_EQ(port.take(), std::nullopt);
+  EXPECT_EQ(journal, (Lines{"settings 9600,n,8,1", "open 1"})) << "the driver is asked only once";
+}
+
+TEST_F(DebuggerPortTest, SelectcomOpensWhateverIsThereUpToCom16) {
+  plugIn(3);
+  plugIn(16);
+  ASSERT_EQ(port.take(), std::nullopt);
+  journal.clear();
+  port.selectcom();
+  EXPECT_EQ(journal, (Lines{"close", "open 1", "close", "open 3", "close", "open 16"}));
+  EXPECT_TRUE(serial.isOpen());
+}
+
+TEST_F(DebuggerPortTest, ComporttestFindsAControllerOnCom1OrCom2Only) {
+  const Bytes none;
+  const struct {
+    const char* what;
+    int onPort;
+    Bytes firstAnswer;
+    Bytes answer;
+    std::optional<int> found;
+  } cases[] = {
+      {"COM1", 1, replyOf("0"), replyOf("0"), 1},
+      {"COM1, deaf at first", 1, none, replyOf("0"), 1},
+      {"COM1, silent the second time", 1, replyOf("0"), none, std::nullopt},
+      {"COM2", 2, none, replyOf("0"), 2},
+      {"COM3", 3, none, replyOf("0"), std::nullopt},
+      {"one byte", 1, none, bytesOf("\r"), std::nullopt},
+      {"two bytes", 1, none, bytesOf("0\r"), std::nullopt},
+      {"three bytes", 1, none, bytesOf("ab\r"), 1},
+      {"another end", 1, none, bytesOf("\x01:\r\n"), std::nullopt},
+  };
+  for (const auto& c : cases) {
+    for (const int number : {1, 2, 3}) {
+      terminals.erase(number);
+    }
+    plugIn(c.onPort);
+    answers = {c.firstAnswer, c.answer};
+    port.take();
+    journal.clear();
+    EXPECT_EQ(port.comporttest(), c.found) << c.what;
+    EXPECT_EQ(port.foundPort(), c.found) << c.what;
+    EXPECT_EQ(serial.isOpen(), c.found.has_value()) << c.what;
+    EXPECT_EQ(journalHas("message Device Can't found!!"), !c.found) << c.what;
+    port.giveBack();
+  }
+}
+
+TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwice) {
+  plugIn(2);
+  port.take();
+  journal.clear();
+  EXPECT_EQ(port.comporttest(), std::nullopt);
+  const Lines asked = {"clear output", "clear input", "delay 30", "01 5A 0D", "clear output",
+                       "clear input",  "delay 100",   "01 5A 0D", "close"};
+  Lines expected = {"settings 9600,n,8,1"};
+  expected.insert(expected.end(), asked.begin(), asked.end());
+  expected.push_back("open 2");
+  expected.insert(expected.end(), asked.begin(), asked.end());
+  expected.push_back("message Device Can't found!!");
+  EXPECT_EQ(journal, expected);
+}
+
+TEST_F(DebuggerPortTest, ConvertsAControllerAtTwoStopBitsAndReturnsToOne) {
+  for (const bool answering : {true, false}) {
+    port.take();
+    if (answering) answers = {bytesOf("anything")};
+    journal.clear();
+    port.N72toN81();
+    EXPECT_EQ(journal, (Lines{"settings 9600,n,7,2", "clear output", "clear input", "delay 100",
+                              "01 50 4E 38 31 0D at 7N2", "settings 9600,n,8,1"}));
+    EXPECT_EQ(terminal().settings().c_cflag & CSTOPB, 0u);
+    EXPECT_TRUE(serial.isOpen());
+    EXPECT_EQ(serial.inBufferCount(), 0u) << "the answer is thrown away";
+  }
+}
+
+TEST_F(DebuggerPortTest, AnAbsentDeviceLeavesNothingBehindAtAnyStep) {
+  const std::pair<const char*, std::function<void()>> actions[] = {
+      {"comporttest", [this] { port.comporttest(); }},
+      {"N72toN81", [this] { port.N72toN81(); }},
+  };
+  for (const auto& [what, action] : actions) {
+    for (const int wait : {0, 1, 2}) {
+      plugIn(1);
+      ASSERT_EQ(port.take(), std::nullopt);
+      unplugAtWait = wait;
+      if (wait == 0) terminal().unplug();
+      journal.clear();
+      action();
+      port.tellLoss();
+      const bool reached = !serial.isOpen();
+      EXPECT_EQ(messages(), reached ? 1u : 0u) << what << wait;
+      unplugAtWait = 0;
+      port.giveBack();
+      EXPECT_TRUE(journalHas("ReopenCOMPort")) << what << wait;
+      EXPECT_TRUE(script.openHandles.empty()) << what << wait;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace touch
