@@ -35,20 +35,30 @@ std::string programVersion() {
 }
 
 void addCommonOptions(CLI::App& app, Options& options) {
-  options.workFolder = std::filesystem::current_path();
+  // Without a current folder, which can be deleted while one stands in it, "." fails later and in plain words.
+  std::error_code failed;
+  options.workFolder = std::filesystem::current_path(failed);
+  if (failed) options.workFolder = ".";
   app.set_version_flag("--version", programVersion(), "Print the version and exit");
 
   auto* const simulate = app.add_flag("--simulate", options.simulate,
                                       "Use the bundled simulated controllers instead of a driver");
   app.add_option_function<std::string>(
-         "--driver", [&options](const std::string& path) { options.driver = path; },
+         "--driver",
+         [&options](const std::string& path) {
+           if (path.empty())
+             throw CLI::ValidationError("--driver", "expected the path of a library");
+           options.driver = path;
+         },
          "Use this touch driver library instead of the system's nexapi")
       ->type_name("PATH")
       ->excludes(simulate);
   app.add_option_function<std::string>(
          "--work-dir",
          [&options](const std::string& folder) {
-           options.workFolder = std::filesystem::absolute(folder);
+           std::error_code unknown;
+           options.workFolder = std::filesystem::absolute(folder, unknown);
+           if (unknown) options.workFolder = folder;
          },
          "The folder with errmsg.txt, pic01.jpg and the other optional files (default: the current "
          "one)")

@@ -2,10 +2,13 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
+#include <QTimer>
 #include <cstdio>
 #include <optional>
 
 #include "app/driver_choice.h"
+#include "app/ending_signals.h"
 #include "app/options.h"
 #include "console/frmMain.h"
 #include "core/session.h"
@@ -24,14 +27,18 @@ constexpr int exitFailed = 1;
 constexpr int exitNoDriver = 3;
 
 void sayError(const std::string& text, const QString& wayOut) {
-  QMessageBox box(QMessageBox::Critical, "TouchUtility", shownText(text), QMessageBox::Ok);
+  QMessageBox box(QMessageBox::Critical, "TouchUtility", {}, QMessageBox::Ok);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(shownText(text));
   box.setInformativeText(wayOut);
   box.exec();
 }
 
 /// Asks what to do without a driver; true when the user wants the simulated controllers.
 bool offerSimulation(const BindError& error) {
-  QMessageBox box(QMessageBox::Critical, "TouchUtility", shownText(error.describe()));
+  QMessageBox box(QMessageBox::Critical, "TouchUtility", {});
+  box.setTextFormat(Qt::PlainText);
+  box.setText(shownText(error.describe()));
   box.setInformativeText(
       QMessageBox::tr("Without the touch driver no controller can be reached. Install the driver "
                       "of your controller, or "
@@ -67,6 +74,15 @@ std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const 
   return QSize(screen->width, screen->height) / app.devicePixelRatio();
 }
 
+/// Ends the program as closing its window does. A box that is up goes first: nobody may be there to answer it.
+void askToEnd(frmMain& window) {
+  if (QWidget* const box = QApplication::activeModalWidget()) {
+    box->close();
+  } else {
+    window.close();
+  }
+}
+
 int run(Options& options, int argc, char** argv) {
   const QApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
@@ -97,9 +113,22 @@ int run(Options& options, int argc, char** argv) {
   Session session;
   session.messages = *messages;
 
-  frmMain window({session, driver, clock}, prompt, port, trace,
+  DrawingSwitches switches;
+  LinearitySetup linearity;
+  const WorkingFiles workingFiles(
+      options.workFolder,
+      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());
+
+  frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, linearity},
                  {options.workFolder, nexapi->path(), Simulation::of(*nexapi),
                   logicalSize(options.screen, app)});
+  // Again and again: after one box there may be another.
+  QTimer ending;
+  ending.setInterval(100);
+  QObject::connect(&ending, &QTimer::timeout, &window, [&window] { askToEnd(window); });
+  const EndingSignals endingSignals([&ending] {
+    QMetaObject::invokeMethod(&ending, qOverload<>(&QTimer::start), Qt::QueuedConnection);
+  });
   window.open();
   return QApplication::exec();
 }

@@ -101,8 +101,7 @@ void Calibration::start() {
   startTimer_->stop();
   screen_.showButtons(false, false);
   showgrid();
-  const bool canBeOpened = Connection(access_).isOpen();
-  if (canBeOpened) {
+  if (canBeOpened(access_)) {
     docal();
     return;
   }
@@ -131,7 +130,6 @@ void Calibration::abandon(std::uint8_t reason) {
   startTimer_->stop();
   if (running_ && !cancelled()) {
     index_ = static_cast<std::uint8_t>(count_ + reason);
-    outcome_ = CalibrationOutcome::cancelled;
   }
 }
 
@@ -292,7 +290,8 @@ void Calibration::docal() {
       progress_ = 0;
       access_.driver.SetCalPoint(connection.handle(), index_, samplesPerPoint, count_);
       wait(afterSetPoint);
-      std::array<std::int32_t, 2> raw{};
+      // A driver that writes more than its two numbers damages the rest of this instead of our memory.
+      std::array<std::int32_t, 64> raw{};
       const bool taken = awaitTouch([&] {
         return access_.driver.CalCurrentPointReady(connection.handle(), raw.data()) != 0;
       });
@@ -331,7 +330,7 @@ void Calibration::docal2pts() {
       if (cancelled()) break;
       progress_ = 0;
       bool refused = false;
-      awaitTouch([&] {
+      const bool accepted = awaitTouch([&] {
         if (access_.driver.ReadLength(connection.handle()) <
             static_cast<std::int32_t>(pointReportSize)) {
           return false;
@@ -347,12 +346,13 @@ void Calibration::docal2pts() {
                         access_.session.messages[Message::twoPointTitle]);
         break;
       }
+      // The controller keeps its own result as soon as it has the last point; giving up after that undoes nothing.
+      if (accepted && index_ + 1 == count_) outcome_ = CalibrationOutcome::stored;
       finishPoint(connection);
     }
-    if (!cancelled() && outcome_ != CalibrationOutcome::failed) {
+    if (!cancelled() && outcome_ == CalibrationOutcome::stored) {
       pulseTimer_->stop();
       awaitPenUpAtEnd(connection);
-      if (!cancelled()) outcome_ = CalibrationOutcome::stored;
     }
   }
   if (index_ > count_ + 100) resetController(connection);

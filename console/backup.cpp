@@ -84,12 +84,13 @@ Result<fs::path, FileError> Backup::keep(const std::string& controller,
 }
 
 std::optional<FileError> Backup::note(const std::string& controller, const WordChange& change,
-                                      Ended ended) const {
+                                      Stage stage) const {
+  constexpr std::array<std::string_view, 3> stages = {"begun", "written", "failed"};
   if (auto failed = makeFolder()) return failed;
   return appendLine(journalFile(), utcText(now_()) + '\t' + journalField(controller) + '\t' +
                                        hexByte(change.address) + '\t' + wordText(change.before) +
                                        '\t' + wordText(change.after) + '\t' +
-                                       (ended == Ended::written ? "written" : "failed"));
+                                       std::string(stages[static_cast<std::size_t>(stage)]));
 }
 
 }  // namespace touch

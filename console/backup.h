@@ -16,10 +16,12 @@ namespace touch {
 ///
 /// It holds parameter blocks, as ".vrq" files named after the time (UTC) and the controller,
 /// "20261231-235959-RS232_DEVICE_1.vrq", and the file "journal.txt": one line for each word that
-/// was written, in six fields with a tab between them: time (UTC), controller, address, old word,
-/// new word, and how it ended: "written" when the new word was read back, "failed" when it was not
-/// and the controller may hold either.
+/// is to be written and one when that has ended, in six fields with a tab between them: time (UTC),
+/// controller, address, old word, new word, and how far it got: "begun" before the word is sent,
+/// "written" when the new word was read back, "failed" when it was not and the controller may hold
+/// either. A "begun" without an end tells of a computer that went down in between.
 ///
+///   2026-12-31T23:59:59Z  RS232 DEVICE 1  03  1A2B  1A2C  begun
 ///   2026-12-31T23:59:59Z  RS232 DEVICE 1  03  1A2B  1A2C  written
 class Backup {
  public:
@@ -34,10 +36,10 @@ class Backup {
   Result<std::filesystem::path, FileError> keep(const std::string& controller,
                                                 const ParameterBlock& block) const;
 
-  enum class Ended { written, failed };
+  enum class Stage { begun, written, failed };
   /// Adds a line to the journal; it is on the disk when this returns without an error.
   std::optional<FileError> note(const std::string& controller, const WordChange& change,
-                                Ended ended) const;
+                                Stage stage) const;
 
   std::filesystem::path journalFile() const { return folder_ / "journal.txt"; }
 

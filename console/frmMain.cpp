@@ -23,7 +23,11 @@
 #include "console/frmParametersPage.h"
 #include "console/frmPinDefine.h"
 #include "console/frmSettingsPage.h"
+#include "console/frmTestsPage.h"
 #include "console/monitors.h"
+#include "console/simulated_faults.h"
+#include "linetest/frmDraw.h"
+#include "linetest/frmLinearity.h"
 #include "ui/finger_style.h"
 #include "ui/text.h"
 
@@ -32,6 +36,7 @@ namespace touch {
 namespace {
 
 constexpr int pictureHeight = 56;
+constexpr int widestPicture = 200;
 // Pictures come from a file that anybody may have put there: a larger one is not worth its memory.
 constexpr int largestPictureMegabytes = 64;
 
@@ -63,9 +68,11 @@ QScrollArea* scrollable(QWidget* page) {
 }  // namespace
 
 frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& trace,
-                 const Startup& startup)
+                 const TestParts& tests, const Startup& startup)
     : access_(access),
       prompt_(prompt),
+      port_(port),
+      tests_(tests),
       startup_(startup),
       console_(access, prompt, *this, port, startup.workFolder),
       pinEditor_(access, prompt, Backup(startup.workFolder)),
@@ -77,6 +84,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       calibrationPage_(new frmCalibrationPage),
       maintenancePage_(new frmMaintenancePage(startup.driverPath, startup.workFolder, trace)),
       parametersPage_(new frmParametersPage(console_.parameters(), startup.workFolder)),
+      testsPage_(new frmTestsPage(startup.simulation.has_value())),
       passwordFrame_(new QFrame),
       passwordBox_(new QLineEdit),
       statusLine_(new QLabel),
@@ -86,6 +94,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   setWindowTitle("TouchUtility");
   statusLine_->setObjectName("statusLine");
   statusLine_->setWordWrap(true);
+  statusLine_->setTextFormat(Qt::PlainText);
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   tabs_->addTab(scrollable(controllerPage_), tr("Controller"));
@@ -93,6 +102,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->addTab(scrollable(calibrationPage_), tr("Calibration"));
   tabs_->addTab(scrollable(maintenancePage_), tr("Maintenance"));
   tabs_->addTab(scrollable(parametersPage_), tr("Parameters"));
+  tabs_->addTab(scrollable(testsPage_), tr("Tests"));
 
   auto* const controlsLayout = new QVBoxLayout(controls_);
   controlsLayout->setContentsMargins(0, 0, 0, 0);
@@ -157,6 +167,13 @@ void frmMain::connectPages() {
 
   connect(calibrationPage_, &frmCalibrationPage::calibrationRequested, this,
           [this](int points) { console_.calstart(points); });
+
+  connect(testsPage_, &frmTestsPage::drawRequested, this,
+          [this] { console_.openTest(TestScreen::drawing); });
+  connect(testsPage_, &frmTestsPage::linearityRequested, this,
+          [this] { console_.openTest(TestScreen::linearity); });
+  connect(testsPage_, &frmTestsPage::faultSwitched, this,
+          [this](const SimulatedFault* fault, bool on) { switchFault(*fault, on); });
 
   ParameterEditor& parameters = console_.parameters();
   connect(maintenancePage_, &frmMaintenancePage::defaultsRequested, this, [this, &parameters] {
@@ -375,17 +392,22 @@ std::string frmMain::showPicture(const std::filesystem::path& file) {
            " cannot be shown: " + reader.errorString().toStdString();
   }
   const qreal ratio = devicePixelRatioF();
-  QPixmap pixmap = QPixmap::fromImage(image).scaledToHeight(static_cast<int>(pictureHeight * ratio),
-                                                            Qt::SmoothTransformation);
+  const QSizeF room = QSizeF(widestPicture, pictureHeight) * ratio;
+  QPixmap pixmap = QPixmap::fromImage(
+      image.scaled(room.toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
   pixmap.setDevicePixelRatio(ratio);
   picture_->setPixmap(pixmap);
   picture_->show();
   return {};
 }
 
-void frmMain::showIcon(const std::filesystem::path& file) {
+std::string frmMain::showIcon(const std::filesystem::path& file) {
   const QIcon icon(shownText(file.string()));
-  if (!icon.isNull()) setWindowIcon(icon);
+  if (icon.availableSizes().isEmpty()) {
+    return "The icon " + file.string() + " cannot be shown: it holds no picture";
+  }
+  setWindowIcon(icon);
+  return {};
 }
 
 void frmMain::showAdvancedFrame() {
@@ -400,7 +422,56 @@ void frmMain::showPasswordFrame(bool shown) {
 }
 
 void frmMain::openDebugger() {
-  showStatus("The serial debugger is not part of this version.");
+  console_.debuggerOpened();
+  debuggerWindow_ = std::make_unique<frmRSDebug>(
+      access_, prompt_, port_,
+      DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), startup_.simulation,
+                           startup_.fullScreenSize},
+      [this](DebuggerEnd end) {
+        debuggerWindow_.release()->deleteLater();
+        show();
+        raise();
+        activateWindow();
+        console_.debuggerEnded(end == DebuggerEnd::exit);
+      });
+  hide();
+  debuggerWindow_->open();
+}
+
+void frmMain::closeDebugger() {
+  if (debuggerWindow_) debuggerWindow_->leave(DebuggerEnd::quit);
+}
+
+void frmMain::openTest(TestScreen test) {
+  showNormal();
+  const auto ended = [this] {
+    showNormal();
+    raise();
+    activateWindow();
+    console_.testEnded();
+  };
+  const std::string& controller = access_.session.controllerName;
+  const MessageTable& messages = access_.session.messages;
+  const auto& folder = startup_.workFolder;
+  if (test == TestScreen::drawing) {
+    testWindow_ =
+        new frmDraw({access_.clock, prompt_, messages, tests_.switches, tests_.files, folder},
+                    startup_.simulation, controller, *screen(), startup_.fullScreenSize, ended);
+  } else {
+    testWindow_ =
+        new frmLinearity({prompt_, messages, tests_.linearity, folder}, startup_.simulation,
+                         controller, *screen(), startup_.fullScreenSize, ended);
+  }
+  testWindow_->open();
+}
+
+void frmMain::closeTest() {
+  if (testWindow_) testWindow_->askToLeave();
+}
+
+void frmMain::switchFault(const SimulatedFault& fault, bool on) {
+  touch::switchFault(*startup_.simulation, fault, on, console_.controllers());
+  calibrationPage_->showPanelError(std::nullopt, panelError());
 }
 
 void frmMain::openPinDefinition() {

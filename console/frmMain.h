@@ -11,6 +11,8 @@
 #include "console/pin_editor.h"
 #include "core/simulation.h"
 #include "core/trace.h"
+#include "linetest/test_parts.h"
+#include "serial/frmRSDebug.h"
 
 class QFrame;
 class QLabel;
@@ -26,6 +28,9 @@ class frmMaintenancePage;
 class frmParametersPage;
 class frmPinDefine;
 class frmSettingsPage;
+class frmTestsPage;
+class FullScreenWindow;
+struct SimulatedFault;
 
 /// What the program was started with, as far as its windows care.
 struct Startup {
@@ -41,7 +46,7 @@ class frmMain final : public QWidget, private MainView {
 
  public:
   frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& trace,
-          const Startup& startup);
+          const TestParts& tests, const Startup& startup);
   ~frmMain() override;
 
   /// Shows the window at once; the search for controllers begins when it has been painted.
@@ -62,13 +67,16 @@ class frmMain final : public QWidget, private MainView {
   void showIdentity(const Identity& identity) override;
   void showInformation(const std::vector<std::string>& lines) override;
   std::string showPicture(const std::filesystem::path& file) override;
-  void showIcon(const std::filesystem::path& file) override;
+  std::string showIcon(const std::filesystem::path& file) override;
   void showAdvancedFrame() override;
   void showPasswordFrame(bool shown) override;
   void openDebugger() override;
   void openPinDefinition() override;
   void openCalibration() override;
   void cancelCalibration() override;
+  void openTest(TestScreen test) override;
+  void closeTest() override;
+  void closeDebugger() override;
   void endProgram() override;
 
   void connectPages();
@@ -77,11 +85,14 @@ class frmMain final : public QWidget, private MainView {
   QWidget* makePasswordFrame();
   QWidget* makeFooter();
   bool hotKey(const QKeyEvent& key);
+  void switchFault(const SimulatedFault& fault, bool on);
   void calibrationEnded(CalibrationOutcome outcome);
   std::optional<Simulation::PanelError> panelError() const;
 
   Access access_;
   Prompt& prompt_;
+  SerialPort& port_;
+  TestParts tests_;
   Startup startup_;
   MainConsole console_;
   PinEditor pinEditor_;
@@ -94,6 +105,7 @@ class frmMain final : public QWidget, private MainView {
   frmCalibrationPage* calibrationPage_;
   frmMaintenancePage* maintenancePage_;
   frmParametersPage* parametersPage_;
+  frmTestsPage* testsPage_;
   frmPinDefine* pinWindow_ = nullptr;
   QFrame* passwordFrame_;
   QLineEdit* passwordBox_;
@@ -101,6 +113,8 @@ class frmMain final : public QWidget, private MainView {
   QPushButton* cancelSearch_;
   QPushButton* release_;
   QPointer<frmCal> calibrationWindow_;
+  QPointer<FullScreenWindow> testWindow_;
+  std::unique_ptr<frmRSDebug> debuggerWindow_;
   QPointer<QWidget> focusBeforeBusy_;
   std::optional<Simulation::PanelError> errorBefore_;
   bool ended_ = false;

@@ -169,11 +169,13 @@ void frmParametersPage::compare() {
 }
 
 void frmParametersPage::save() {
-  QString file = QFileDialog::getSaveFileName(this, tr("Save parameters"),
-                                              shownText(workFolder_.string()), tr("Cal (*.vrq)"));
-  if (file.isEmpty()) return;
-  if (!file.endsWith(".vrq", Qt::CaseInsensitive)) file += ".vrq";
-  emit statusChanged(shownText(editor_.save(file.toStdString())));
+  QFileDialog dialog(this, tr("Save parameters"), shownText(workFolder_.string()),
+                     tr("Cal (*.vrq)"));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  // The dialog itself completes the name, so that it asks before it replaces the file that is meant.
+  dialog.setDefaultSuffix("vrq");
+  if (dialog.exec() != QDialog::Accepted) return;
+  emit statusChanged(shownText(editor_.save(dialog.selectedFiles().front().toStdString())));
 }
 
 }  // namespace touch

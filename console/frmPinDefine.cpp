@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
@@ -99,6 +100,7 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   fiveWire_->setObjectName("optionFiveWire");
   problems_->setObjectName("lblPinProblems");
   problems_->setWordWrap(true);
+  problems_->setTextFormat(Qt::PlainText);
   update_->setObjectName("cmdUpdatePins");
   putBack_->setObjectName("cmdPutBackPins");
   putBack_->setToolTip(tr("Writes the mapping from before the last update"));
@@ -154,12 +156,11 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   };
   connect(fourWire_, &QRadioButton::toggled, this, choose(SensorType::fourWire));
   connect(fiveWire_, &QRadioButton::toggled, this, choose(SensorType::fiveWire));
-  connect(read, &QPushButton::clicked, this,
-          [this] { run("Reading the pin definition …", &PinEditor::read); });
+  connect(read, &QPushButton::clicked, this, [this] { reload(); });
   connect(update_, &QPushButton::clicked, this,
-          [this] { run("Writing the pin definition …", &PinEditor::update); });
+          [this] { run("Writing the pin definition …", [this] { return editor_.update(); }); });
   connect(putBack_, &QPushButton::clicked, this,
-          [this] { run("Putting the old mapping back …", &PinEditor::putBack); });
+          [this] { run("Putting the old mapping back …", [this] { return editor_.putBack(); }); });
   connect(close, &QPushButton::clicked, this, &QDialog::close);
   fill();
 }
@@ -168,13 +169,19 @@ void frmPinDefine::open() {
   show();
   raise();
   activateWindow();
-  run("Reading the pin definition …", &PinEditor::read);
+  reload();
 }
 
-void frmPinDefine::run(const char* what, std::string (PinEditor::*action)()) {
+void frmPinDefine::reload() {
+  run("Reading the pin definition …", [this] { return editor_.read(); });
+}
+
+void frmPinDefine::run(const char* what, const std::function<std::string()>& action) {
+  const QPointer<QWidget> focus = focusWidget();
   setEnabled(false);
-  perform_(what, [this, action] { return (editor_.*action)(); });
+  perform_(what, action);
   setEnabled(true);
+  if (focus) focus->setFocus();
   fill();
 }
 

@@ -42,7 +42,8 @@ class frmPinDefine final : public QDialog {
   void placeWires();
   void fill();
   void showProblems();
-  void run(const char* what, std::string (PinEditor::*action)());
+  void reload();
+  void run(const char* what, const std::function<std::string()>& action);
 
   PinEditor& editor_;
   Perform perform_;

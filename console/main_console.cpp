@@ -67,14 +67,17 @@ void MainConsole::startUp(int systemVersion) {
   findControllers();
   if (selected_) readSettings();
   std::string complaints;
-  if (const auto picture = workFile("pic01.jpg")) complaints += view_.showPicture(*picture);
+  const auto complain = [&complaints](const std::string& text) {
+    if (!complaints.empty() && !text.empty()) complaints += '\n';
+    complaints += text;
+  };
+  if (const auto picture = workFile("pic01.jpg")) complain(view_.showPicture(*picture));
   reportFormats_ = rdformad(workFolder_);
-  for (const FileError& problem : reportFormats_.problems) {
-    complaints += (complaints.empty() ? "" : "\n") + problem.describe();
-  }
+  for (const FileError& problem : reportFormats_.problems)
+    complain(problem.describe());
   if (selected_) readIdentity();
   const auto icon = workFile("Zevrik.ico");
-  if (const auto shown = icon ? icon : workFile("zevrik.ico")) view_.showIcon(*shown);
+  if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));
   sayWhoIsReady();
   if (systemVersion < oldestSystem) {
     view_.showStatus(
@@ -211,6 +214,22 @@ void MainConsole::calibrationEnded(bool stored, const std::string& status) {
   if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
 }
 
+void MainConsole::openTest(TestScreen test) {
+  if (busy_) return;
+  busy_ = true;
+  testing_ = true;
+  view_.showBusy("A test is open.");
+  view_.openTest(test);
+}
+
+void MainConsole::testEnded() {
+  if (!std::exchange(testing_, false)) return;
+  busy_ = false;
+  view_.showIdle();
+  sayWhoIsReady();
+  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
+}
+
 void MainConsole::requestDebugger(std::string_view passwordBox) {
   if (busy_) return;
   if (holdsPassword(passwordBox)) {
@@ -218,6 +237,29 @@ void MainConsole::requestDebugger(std::string_view passwordBox) {
   } else {
     view_.showPasswordFrame(true);
   }
+}
+
+void MainConsole::debuggerOpened() {
+  busy_ = true;
+  debugging_ = true;
+  view_.showBusy("The serial debugger has the port.");
+}
+
+void MainConsole::debuggerEnded(bool exit) {
+  if (!std::exchange(debugging_, false)) return;
+  busy_ = false;
+  if (exit && putOff_ == WayOut::none) putOff_ = WayOut::exit;
+  view_.showIdle();
+  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) {
+    leave(way);
+    return;
+  }
+  if (!selected_) return;
+  // Commands past the driver may have changed anything.
+  const Action action(*this, "Reading the controller …");
+  readSettings();
+  readIdentity();
+  sayWhoIsReady();
 }
 
 std::string MainConsole::passwordEdited(std::string text) {
@@ -268,6 +310,8 @@ void MainConsole::leave(WayOut way) {
     putOff_ = way;
     cutShort_ = true;
     if (calibrating_) view_.cancelCalibration();
+    if (testing_) view_.closeTest();
+    if (debugging_) view_.closeDebugger();
     return;
   }
   const Action action(*this, "Locking the controller's parameters …");

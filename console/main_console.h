@@ -20,6 +20,9 @@
 
 namespace touch {
 
+/// The full-screen windows for tests, which do without the controller.
+enum class TestScreen : std::uint8_t { drawing, linearity };
+
 /// The main window as its logic sees it: what it can show and which other windows it can open.
 class MainView {
  public:
@@ -44,7 +47,7 @@ class MainView {
   virtual void showInformation(const std::vector<std::string>& lines) = 0;
   /// Returns what is wrong with the file; empty when it is shown.
   virtual std::string showPicture(const std::filesystem::path& file) = 0;
-  virtual void showIcon(const std::filesystem::path& file) = 0;
+  virtual std::string showIcon(const std::filesystem::path& file) = 0;
 
   virtual void showAdvancedFrame() = 0;
   virtual void showPasswordFrame(bool shown) = 0;
@@ -54,6 +57,12 @@ class MainView {
   virtual void openCalibration() = 0;
   /// Ends a calibration that is on its way.
   virtual void cancelCalibration() = 0;
+  /// Full screen, in front of the main window; `testEnded()` is called when it is gone.
+  virtual void openTest(TestScreen test) = 0;
+  /// Ends a test that is open.
+  virtual void closeTest() = 0;
+  /// Ends a debugger that is open.
+  virtual void closeDebugger() = 0;
   /// Nothing more is to be done with the controller: the program may go.
   virtual void endProgram() = 0;
 };
@@ -91,8 +100,15 @@ class MainConsole {
   /// `stored`: the controller has another calibration than before.
   void calibrationEnded(bool stored, const std::string& status);
 
+  void openTest(TestScreen test);
+  void testEnded();
+
   void requestDebugger(std::string_view passwordBox);  ///< Ctrl+A
-  void requestPinDefinition();                         ///< Ctrl+B
+  /// The debugger has the serial port: until it has ended nothing else is done with the controller.
+  void debuggerOpened();
+  /// The driver has its port again; `exit`: the program is to end.
+  void debuggerEnded(bool exit);
+  void requestPinDefinition();  ///< Ctrl+B
   /// The password box after any key: what it is to hold.
   static std::string passwordEdited(std::string text);
   void passwordEntered(std::string_view text);  ///< Enter in the password box
@@ -103,6 +119,8 @@ class MainConsole {
 
   bool busy() const { return busy_; }
   const std::vector<std::string>& controllers() const { return list_.names; }
+  /// Those that the working folder adds to the built-in ones.
+  const std::vector<ReportFormat>& reportFormats() const { return reportFormats_.formats; }
 
  private:
   class Action;
@@ -133,6 +151,8 @@ class MainConsole {
   ReportFormats reportFormats_;
   bool busy_ = false;
   bool calibrating_ = false;
+  bool testing_ = false;
+  bool debugging_ = false;
   bool cutShort_ = false;
   bool gone_ = false;
   WayOut putOff_ = WayOut::none;

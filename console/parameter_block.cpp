@@ -56,6 +56,7 @@ BlockWrite write(const Access& access, Prompt& prompt, const Backup& backup,
       prompt.message(result.putBack->complete()
                          ? "The old words are back."
                          : "The old words are not all back. " + result.putBack->describe() + ".");
+      if (!result.report.journalError) tellOfJournal(prompt, *result.putBack);
     }
   }
   tellOfJournal(prompt, result.report);
@@ -110,12 +111,15 @@ Result<std::vector<WordChange>, WordError> changesTo(const Access& access,
 WriteReport writeChanges(const Access& access, const Backup& backup,
                          std::span<const WordChange> changes) {
   WriteReport report;
-  for (const WordChange& change : changes) {
-    report.error = writeWord(access, {change.address, change.after});
-    const auto ended = report.error ? Backup::Ended::failed : Backup::Ended::written;
-    const auto journalError = backup.note(access.session.controllerName, change, ended);
+  const auto note = [&](const WordChange& change, Backup::Stage stage) {
+    const auto journalError = backup.note(access.session.controllerName, change, stage);
     // The write goes on: half a block in the controller is worse than a gap in the journal.
     if (!report.journalError) report.journalError = journalError;
+  };
+  for (const WordChange& change : changes) {
+    note(change, Backup::Stage::begun);
+    report.error = writeWord(access, {change.address, change.after});
+    note(change, report.error ? Backup::Stage::failed : Backup::Stage::written);
     if (report.error) {
       report.brokenOffAt = change;
       break;

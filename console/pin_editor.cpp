@@ -1,5 +1,6 @@
 #include "console/pin_editor.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/prompt.h"
@@ -41,8 +42,18 @@ std::string PinEditor::whyNotWritable() const {
 std::string PinEditor::update() {
   if (const std::string reason = whyNotWritable(); !reason.empty()) return reason;
   const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
-  if (write.end == PinsEnd::done) old_ = write.report.oldWords();
+  const bool isPutBack = write.putBack && write.putBack->complete();
+  if (write.end == PinsEnd::done || (write.end == PinsEnd::brokenOff && !isPutBack)) {
+    remember(write.report.oldWords());
+  }
   return outcome(write);
+}
+
+void PinEditor::remember(const std::vector<WordValue>& before) {
+  for (const WordValue& word : before) {
+    const auto same = [&word](const WordValue& kept) { return kept.address == word.address; };
+    if (std::none_of(old_.begin(), old_.end(), same)) old_.push_back(word);
+  }
 }
 
 std::string PinEditor::putBack() {

@@ -34,6 +34,8 @@ class PinEditor {
 
  private:
   std::string outcome(const PinsWrite& write);
+  /// Keeps words that are to be put back; of two for the same address the first is the one from before all updates.
+  void remember(const std::vector<WordValue>& before);
   /// Why nothing can be written now; empty when it can.
   std::string whyNotWritable() const;
 

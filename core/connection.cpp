@@ -50,6 +50,14 @@ Reply Connection::read(std::size_t limit) {
   return reply;
 }
 
+bool canBeOpened(const Access& access) {
+  const std::int32_t handle = access.driver.OpenController(access.session.controllerName.c_str());
+  access.session.handle = handle;
+  if (!Connection::isHandle(handle)) return false;
+  access.driver.CloseController(handle);
+  return true;
+}
+
 std::optional<std::string> controllerName(Driver& driver, int number) {
   std::array<char, nameSize + overrunMargin> buffer{};
   if (driver.GetControllerName(number, buffer.data(), static_cast<std::int32_t>(nameSize)) == 0) {

@@ -28,7 +28,8 @@ class Connection {
   ~Connection();
 
   /// False when the driver gave no usable handle.
-  bool isOpen() const { return handle_ > 1; }
+  bool isOpen() const { return isHandle(handle_); }
+  static bool isHandle(std::int32_t value) { return value > 1; }
   /// First argument of every driver operation.
   std::int32_t handle() const { return handle_; }
 
@@ -44,6 +45,9 @@ class Connection {
   Driver& driver_;
   std::int32_t handle_;
 };
+
+/// Whether the session's controller can be opened; it is closed again.
+bool canBeOpened(const Access& access);
 
 /// The name of controller `number` (counted from 1), cut at the end of the 20-character buffer that the driver is
 /// given; nothing when the driver has none.

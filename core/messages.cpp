@@ -96,13 +96,15 @@ Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder
   const auto path = folder / "errmsg.txt";
   MessageTable table;
   std::error_code ignored;
-  if (!std::filesystem::is_regular_file(path, ignored)) return table;
+  const auto there = std::filesystem::symlink_status(path, ignored);
+  if (there.type() == std::filesystem::file_type::not_found) return table;
 
   const auto failure = [&path](std::size_t line, std::string expected, std::string found) {
     return FileError{path.string(), static_cast<int>(line), std::move(expected), std::move(found)};
   };
-  std::ifstream file(path, std::ios::binary);
-  if (!file) return failure(0, "a file that can be read", "none that this user may open");
+  std::ifstream file;
+  if (std::filesystem::is_regular_file(path, ignored)) file.open(path, std::ios::binary);
+  if (!file.is_open()) return failure(0, "a file that can be read", "none that can be opened");
 
   std::vector<std::string> lines;
   std::string whole;

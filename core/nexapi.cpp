@@ -24,9 +24,11 @@ void bindOperation(const SharedLibrary& library, const char* name, Function& fun
 
 Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
     const std::optional<std::filesystem::path>& path) {
-  auto library = path ? SharedLibrary::loadPath(std::filesystem::absolute(*path))
-                      : SharedLibrary::loadNamed(makersLibrary);
   const std::string shownName = path ? path->string() : makersLibrary;
+  std::error_code failed;
+  const auto file = path ? std::filesystem::absolute(*path, failed) : std::filesystem::path();
+  if (failed) return BindError{shownName, failed.message()};
+  auto library = path ? SharedLibrary::loadPath(file) : SharedLibrary::loadNamed(makersLibrary);
   if (!library) return BindError{shownName, library.error()};
 
   Functions functions;

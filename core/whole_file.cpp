@@ -92,8 +92,12 @@ std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view c
   // The file behind a link is replaced, not the link.
   const fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
   if (target.empty()) return writeError(path, failed);
-  if (fs::is_directory(target, failed)) {
+  const auto there = fs::status(target, failed);
+  if (fs::is_directory(there)) {
     return writeError(path, std::make_error_code(std::errc::is_a_directory));
+  }
+  if (fs::exists(there) && !fs::is_regular_file(there)) {
+    return FileError{path.string(), 0, "a file", "a device or a pipe, which is not to be replaced"};
   }
   auto [file, beside] = newFileBeside(target);
   if (!file) return writeError(path, lastError());

@@ -54,6 +54,14 @@ void CanvasWidget::circle(TwipsPoint centre, float radius, Colour colour, int wi
   update(touched({pixels(centre) - corner, pixels(centre) + corner}, width));
 }
 
+// A line without a length is no dot to Qt.
+void CanvasWidget::point(TwipsPoint at, Colour colour, int width) {
+  QPainter painter(&image_);
+  painter.setPen(penOf(colour, width));
+  painter.drawPoint(pixels(at));
+  update(touched({pixels(at), pixels(at)}, width));
+}
+
 void CanvasWidget::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   const qreal ratio = image_.devicePixelRatio();

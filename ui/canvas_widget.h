@@ -18,6 +18,7 @@ class CanvasWidget : public QWidget, public Surface {
   void clear() override;
   void line(TwipsPoint from, TwipsPoint to, Colour colour, int width) override;
   void circle(TwipsPoint centre, float radius, Colour colour, int width) override;
+  void point(TwipsPoint at, Colour colour, int width) override;
 
   TwipsSize sizeInTwips() const;
 

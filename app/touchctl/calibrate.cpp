@@ -83,7 +83,6 @@ ExitStatus calibrate(Shell& shell, int points) {
 
   SimulatedFinger finger(*shell.simulation());
   Calibration calibration(access, shell.prompt(), finger, unseenScreen);
-  catchInterrupt();
   const auto tick = access.clock.makeTimer([&] {
     finger.act(calibration);
     if (interrupted()) calibration.escape();

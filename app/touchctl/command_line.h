@@ -13,12 +13,16 @@ namespace touch {
 /// What the command line asked for: run once the driver is bound.
 using Command = std::function<ExitStatus(Shell&)>;
 
+/// A command that needs neither driver nor controller.
+using FileCommand = std::function<ExitStatus()>;
+
 /// The command line while it is declared. Each command that is given leaves its options in `options` and itself in
-/// `command`; what it was given is checked before that.
+/// `command` or `fileCommand`; what it was given is checked before that.
 struct CommandLine {
   CLI::App& app;
   ShellOptions& options;
   Command& command;
+  FileCommand& fileCommand;
 };
 
 /// Declares a command that works on a controller, which --controller names.

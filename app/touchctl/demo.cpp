@@ -59,6 +59,7 @@ ExitStatus demonstrate(Shell& shell) {
   if (const auto status = listControllers(shell); status != ExitStatus::done) return status;
   if (!shell.chooseController()) return ExitStatus::noController;
   for (const auto& [title, run] : steps) {
+    if (interrupted()) return ExitStatus::failed;
     fmt::print("\n{}\n", title);
     if (const auto status = run(shell); status != ExitStatus::done) return status;
   }

@@ -7,7 +7,7 @@ namespace {
 constexpr auto commandGroups = {
     touch::addInformationCommands, touch::addSettingCommands, touch::addMaintenanceCommands,
     touch::addParameterCommands,   touch::addPinCommands,     touch::addCalibrationCommands,
-    touch::addDemoCommand,
+    touch::addLinearityCommand,    touch::addSerialCommands,  touch::addDemoCommand,
 };
 
 }  // namespace
@@ -26,17 +26,21 @@ int main(int argc, char** argv) {
   arguments.add_flag("--yes", options.assumeYes, "Answer yes to every question");
 
   Command command;
+  FileCommand fileCommand;
   for (const auto addCommands : commandGroups)
-    addCommands({arguments, options, command});
+    addCommands({arguments, options, command, fileCommand});
   try {
     arguments.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return arguments.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::wrongUse);
   }
+  if (fileCommand) return static_cast<int>(fileCommand());
   if (!command) {
     complain("no command was given; 'touchctl --help' lists them");
     return static_cast<int>(ExitStatus::wrongUse);
   }
+  // A block that is half written, or a controller left open, is worse than a second of patience.
+  catchInterrupt();
   auto status = ExitStatus::done;
   const auto shell = Shell::open(options, status);
   return static_cast<int>(shell ? command(*shell) : status);

@@ -10,6 +10,7 @@
 #include "app/touchctl/terminal.h"
 #include "core/messages.h"
 #include "core/text_encoding.h"
+#include "serial/asio_serial_port.h"
 
 namespace touch {
 
@@ -31,9 +32,13 @@ bool interrupted() {
 }
 
 void catchInterrupt() {
-  interruptFlag() = 0;
-  std::signal(SIGINT, [](int) { interruptFlag() = 1; });
-  std::signal(SIGTERM, [](int) { interruptFlag() = 1; });
+  for (const int signal : {SIGINT, SIGTERM}) {
+    // Once in an orderly way; whoever presses it again means it.
+    std::signal(signal, [](int caught) {
+      interruptFlag() = 1;
+      std::signal(caught, SIG_DFL);
+    });
+  }
 }
 
 void ShellPrompt::message(std::string_view text, std::string_view title) {
@@ -94,6 +99,11 @@ std::unique_ptr<Shell> Shell::open(const ShellOptions& options, ExitStatus& stat
     }
   }
   return shell;
+}
+
+std::unique_ptr<SerialPort> Shell::makeSerialPort() {
+  return std::make_unique<TracingSerialPort>(std::make_unique<AsioSerialPort>(options_.comPorts),
+                                             trace_);
 }
 
 bool Shell::chooseController() {

@@ -47,6 +47,8 @@ class Shell {
   Access access() { return {session_, driver_, clock_}; }
   Prompt& prompt() { return prompt_; }
   SystemClock& clock() { return clock_; }
+  /// A serial port of its own, traced like the driver.
+  std::unique_ptr<SerialPort> makeSerialPort();
   const std::optional<Simulation>& simulation() const { return simulation_; }
   const ShellOptions& options() const { return options_; }
   const std::string& controller() const { return session_.controllerName; }

@@ -23,6 +23,11 @@ class Touchctl : public testing::Test {
  protected:
   Touchctl() {
     folder.write("good.vrq", eightWords);
+    folder.write(
+        "lines.fdw",
+        "Line #000\r\n 12 \r\n 1 \r\n 4 \r\n 480           100 \r\n 480           4000 \r\n"
+        " 510           8000 \r\n 480           11400 \r\n");
+    folder.write("bad.fdw", "Line #000\r\n 99 \r\n");
     folder.write("bad.vrq", "0102\n0304\n12G4\n0708\n");
     std::filesystem::create_directory(folder.path() / "short");
     std::string lines;
@@ -115,6 +120,16 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"SetChoice", usb({"set", "rotation", "90"}), 0, "Rotation: 90\n", ""},
         Case{"SetNumber", usb({"set", "right-click-time", "700"}), 0,
              "Right click response time: 700 ms\n", "Update OK"},
+        Case{"Linearity",
+             {"linearity", "@/lines.fdw"},
+             0,
+             "V-1         4     0.13     0.53     0.00     0.26",
+             ""},
+        Case{"LinearityOfALargePanel",
+             {"linearity", "@/lines.fdw", "--panel-size", "500x375"},
+             0,
+             "Panel 500.0 x 375.0 mm; limit 1 mm",
+             ""},
         Case{"Monitor", usb({"monitor", "2"}), 0, "", "Setting OK"},
         Case{"PinsSet", serial({"pins", "set", "4", "X+=0:0", "X-=1:1", "Y+=2:2", "Y\u2212=3:3"}),
              0, "", "Re-Connect"}),
@@ -129,6 +144,17 @@ INSTANTIATE_TEST_SUITE_P(
              "/no/file cannot be written"},
         Case{"BadFile", simulated({"params", "load", "@/bad.vrq"}), 1, "",
              "bad.vrq, line 3: expected four hexadecimal digits, found \"12G4\""},
+        Case{"LinearityFails", {"linearity", "@/lines.fdw", "--limit", "0.5"}, 1, "FAIL\n", ""},
+        Case{"LinearityInPercent",
+             {"linearity", "@/lines.fdw", "--limit", "0.19", "--percent"},
+             1,
+             "limit 0.19 %",
+             ""},
+        Case{"DamagedDrawing",
+             {"linearity", "@/lines.fdw", "@/bad.fdw"},
+             1,
+             "",
+             "bad.fdw, line 2: expected a palette index from 0 to 15"},
         Case{"NoFile", simulated({"params", "diff", "@/none.vrq"}), 1, "", "none.vrq: expected"},
         Case{"QuestionWithoutTerminal", simulated({"params", "load", "@/good.vrq"}), 1, "",
              "Are you sure ?! Not at a terminal: say --yes to go on."},
@@ -167,6 +193,17 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"WireLeftOut", {"pins", "set", "4", "X+=0:0"}, 2, "", "found nothing for X-"},
         Case{"PinsTwice", simulated({"pins", "set", "4", "X+=0:0", "X-=0:1", "Y+=2:2", "Y-=3:3"}),
              2, "", "X+, channel: 0 is used by"},
+        Case{"NoDrawing", {"linearity"}, 2, "", "FILE is required"},
+        Case{"PlotAsPicture",
+             {"linearity", "@/lines.fdw", "--plot", "x.png"},
+             2,
+             "",
+             "touchutility saves the page as PNG and PDF"},
+        Case{"BadPanelSize",
+             {"linearity", "@/lines.fdw", "--panel-size", "3"},
+             2,
+             "",
+             "\"3\" is not WIDTHxHEIGHT in mm"},
         Case{"MonitorZero", {"monitor", "0"}, 2, "", "not in range 1 to 255"},
         Case{"NothingToPrintAsJson", {"reset", "--json"}, 2, "", "--json"}),
     nameOf);
@@ -200,6 +237,16 @@ TEST_F(Touchctl, PrintsJson) {
     ASSERT_EQ(ended[i].status, 0) << ended[i].errors;
     EXPECT_EQ(json::parse(ended[i].output).at(cases[i].place), cases[i].expected);
   }
+}
+
+TEST_F(Touchctl, MeasuresLinesAndDrawsThem) {
+  const Ended ended = run({"linearity", "@/lines.fdw", "--json", "--plot", "@/page.svg"});
+  ASSERT_EQ(ended.status, 0) << ended.errors;
+  const json report = json::parse(ended.output);
+  EXPECT_EQ(report.at("passed"), true);
+  EXPECT_EQ(report.at("lines").at(0).at("line"), "V-1");
+  EXPECT_NEAR(report.at("lines").at(0).at("all").at("maximum").get<double>(), 0.53, 0.01);
+  EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1  pass"));
 }
 
 TEST_F(Touchctl, SavesTheBlockAndComparesIt) {

@@ -56,7 +56,10 @@ class View final : public MainView {
     journal_.push_back("show picture");
     return {};
   }
-  void showIcon(const std::filesystem::path&) override { journal_.push_back("show icon"); }
+  std::string showIcon(const std::filesystem::path&) override {
+    journal_.push_back("show icon");
+    return {};
+  }
   void showAdvancedFrame() override {}
   void showPasswordFrame(bool shown) override {
     journal_.push_back(shown ? "show password" : "hide password");
@@ -65,6 +68,11 @@ class View final : public MainView {
   void openPinDefinition() override { journal_.push_back("open pins"); }
   void openCalibration() override { journal_.push_back("open calibration"); }
   void cancelCalibration() override { journal_.push_back("cancel calibration"); }
+  void openTest(TestScreen test) override {
+    journal_.push_back(test == TestScreen::drawing ? "open drawing" : "open linearity");
+  }
+  void closeTest() override { journal_.push_back("close test"); }
+  void closeDebugger() override { journal_.push_back("close debugger"); }
   void endProgram() override { journal_.push_back("end"); }
 
   bool busy = false;
@@ -238,6 +246,25 @@ TEST_F(Console, ClosingEndsACalibrationFirst) {
   console.calibrationEnded(false, "cancelled");
   EXPECT_EQ(journal,
             (Lines{"open calibration", "cancel calibration"} + closingStep + Lines{"end"}));
+}
+
+TEST_F(Console, OpensOneTestAtATimeWithOrWithoutAController) {
+  script.names.clear();
+  startUp();
+  console.openTest(TestScreen::linearity);
+  console.openTest(TestScreen::drawing);
+  console.refresh();
+  EXPECT_TRUE(view.busy);
+  EXPECT_EQ(journal, Lines{"open linearity"});
+  console.testEnded();
+  EXPECT_FALSE(view.busy);
+  journal.clear();
+
+  console.openTest(TestScreen::drawing);
+  console.exit();
+  EXPECT_EQ(journal, (Lines{"open drawing", "close test"}));
+  console.testEnded();
+  EXPECT_EQ(journal.back(), "end") << "the way out that was put off";
 }
 
 TEST_F(Console, GivesTheDriverItsPortBackAfterThePortSearch) {

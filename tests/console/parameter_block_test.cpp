@@ -58,13 +58,19 @@ class BlockWriting : public test::ParameterDesk {
   const Backup backup{folder.path(), [] { return Backup::TimePoint{}; }};
 
   /// The journal's lines from the address on: "03 1003 AB03 written".
-  Lines noted() const {
+  Lines noted() {
     Lines lines;
     const std::string text = folder.read("backup/journal.txt");
     for (const auto line : linesOf(text)) {
       std::string rest(line.substr(line.find("1\t") + 2));
       std::replace(rest.begin(), rest.end(), '\t', ' ');
-      lines.push_back(rest);
+      // Each word is announced before it is sent: the ends are only told when the beginning was.
+      if (rest.ends_with(" begun")) {
+        begun_ = rest.substr(0, rest.rfind(' '));
+      } else {
+        EXPECT_EQ(rest.substr(0, rest.rfind(' ')), begun_);
+        lines.push_back(rest);
+      }
     }
     return lines;
   }
@@ -77,6 +83,9 @@ class BlockWriting : public test::ParameterDesk {
   }
   const std::vector<WordValue> wanted = {
       {1, {0xAB, 1}}, {2, {0x10, 2}}, {3, {0xAB, 3}}, {6, {0xAB, 6}}};
+
+ private:
+  std::string begun_;
 };
 
 TEST_F(BlockWriting, WritesOnlyWhatDiffersAndReadsEachBack) {

@@ -1,6 +1,7 @@
 #include "console/sensor_pins.h"
 
 #include "console/backup.h"
+#include "console/pin_editor.h"
 #include "tests/console/parameter_controller.h"
 
 namespace touch {
@@ -75,6 +76,39 @@ TEST_F(SensorPins, AreUpdatedWithTheSensorDisconnectedAndCanBePutBack) {
   EXPECT_EQ(putBackPins(access(), prompt, backup, result.report.oldWords()).end, PinsEnd::done);
   EXPECT_EQ(*readPins(access()), fourInOrder);
   EXPECT_EQ(memory[0x85], (ParameterWord{0xFF, 0xFF}));
+}
+
+TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
+  PinEditor editor(access(), prompt, backup);
+  editor.read();
+  const auto assignAndUpdate = [&editor](std::size_t wire, PinAssignment pins) {
+    editor.assign(wire, pins);
+    return editor.update();
+  };
+  assignAndUpdate(0, {7, 7});
+  assignAndUpdate(1, {6, 6});
+  assignAndUpdate(0, {5, 5});
+  editor.update();
+  ASSERT_TRUE(editor.canPutBack());
+  EXPECT_EQ(editor.putBack(), "The pin definition is written.");
+  EXPECT_EQ(*readPins(access()), fourInOrder);
+  EXPECT_FALSE(editor.canPutBack());
+
+  // The power goes in the middle of an update and stays away while the old mapping is put back; then it returns.
+  editor.assign(0, {7, 7});
+  editor.assign(1, {6, 6});
+  callsUntilPowerLoss = 9;
+  editor.update();
+  callsUntilPowerLoss = -1;
+  ASSERT_TRUE(editor.canPutBack());
+  editor.putBack();
+  EXPECT_EQ(*readPins(access()), fourInOrder);
+
+  session.controllerName = "USB DEVICE 2";
+  journal.clear();
+  EXPECT_TRUE(
+      assignAndUpdate(0, {7, 7}).starts_with("Nothing was written: these are not the pins of"));
+  EXPECT_EQ(journal, Lines{});
 }
 
 TEST_F(SensorPins, AreLeftAloneWhenTheyCannotBeUpdated) {

@@ -184,8 +184,8 @@ TEST(BackupFolder, NamesItsFilesAfterTimeAndController) {
     EXPECT_EQ(kept->filename(), file);
     EXPECT_TRUE(loadVrq(*kept));
   }
-  EXPECT_FALSE(backup.note("USB\tDEVICE\n2", {3, {0x1A, 0x2B}, {0, 0xC}}, Backup::Ended::written));
-  EXPECT_FALSE(backup.note("X", {0x80, {0, 4}, {0, 5}}, Backup::Ended::failed));
+  EXPECT_FALSE(backup.note("USB\tDEVICE\n2", {3, {0x1A, 0x2B}, {0, 0xC}}, Backup::Stage::written));
+  EXPECT_FALSE(backup.note("X", {0x80, {0, 4}, {0, 5}}, Backup::Stage::failed));
   EXPECT_EQ(folder.read("backup/journal.txt"),
             "2026-03-09T05:07:08Z\tUSB?DEVICE?2\t03\t1A2B\t000C\twritten\n"
             "2026-03-09T05:07:08Z\tX\t80\t0004\t0005\tfailed\n");

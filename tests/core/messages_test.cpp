@@ -85,6 +85,15 @@ TEST_F(Messages, OfADamagedFileAreRefused) {
   }
 }
 
+TEST_F(Messages, OfSomethingThatIsNoFileAreRefused) {
+  const auto path = folder.path() / "errmsg.txt";
+  std::filesystem::create_directory(path);
+  EXPECT_FALSE(loadMessages(folder.path()));
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("nowhere", path);
+  EXPECT_FALSE(loadMessages(folder.path()));
+}
+
 TEST(TextEncoding, KnowsValidUtf8) {
   const std::pair<std::string_view, bool> cases[] = {
       {"", true},

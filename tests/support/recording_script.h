@@ -60,7 +60,7 @@ class RecordingScript {
 
  private:
   void checkHandle(std::string& line, std::int32_t handle) const {
-    if (!openHandles.contains(handle)) line += " (with a handle that is not open)";
+    if (handle > 1 && !openHandles.contains(handle)) line += " (with a handle that is not open)";
   }
 
   void note(std::string&, const std::tuple<>&) {}
@@ -116,7 +116,7 @@ class RecordingScript {
   }
   std::int32_t answer(const std::string& operation, const std::tuple<const char*>&) {
     const std::int32_t handle = results.contains(operation) ? resultOf(operation) : ++lastHandle_;
-    openHandles.insert(handle);
+    if (handle > 1) openHandles.insert(handle);
     return handle;
   }
   std::int32_t answer(const std::string& operation,

@@ -20,9 +20,9 @@ class MainWindowDesk : public WindowDesk {
     script.replies["OI"] = {replyOf("M0130100")};
   }
   void open() {
-    window =
-        std::make_unique<frmMain>(access(), prompt, port, trace,
-                                  Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+    window = std::make_unique<frmMain>(
+        access(), prompt, port, trace, TestParts{switches, files, linearity},
+        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
     QApplication::processEvents();
@@ -38,6 +38,9 @@ class MainWindowDesk : public WindowDesk {
   QString status() { return find<QLabel>(*window, "statusLine")->text(); }
 
   TemporaryFolder folder;
+  DrawingSwitches switches;
+  LinearitySetup linearity;
+  WorkingFiles files{folder.path(), folder.path()};
   Trace trace;
   AsioSerialPort port{ComPorts()};
   std::unique_ptr<frmMain> window;

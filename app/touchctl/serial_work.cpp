@@ -1,0 +1,104 @@
+#include "app/touchctl/serial_work.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "core/discovery.h"
+#include "core/driver.h"
+#include "serial/asio_serial_port.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Stands in where no driver is bound: it knows of no controller and does nothing.
+class NoDriver final : public Driver {
+ public:
+#define TOUCH_NOTHING(name, parameters, arguments) \
+  std::int32_t name parameters override {          \
+    std::ignore = std::tie arguments;              \
+    return 0;                                      \
+  }
+  NEXAPI_OPERATIONS(TOUCH_NOTHING)
+#undef TOUCH_NOTHING
+};
+
+ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const ShellOptions& shell,
+                 const SerialOptions& serial, const SerialAction& action) {
+  access.session.commandSet = serial.set;
+  catchInterrupt();  // the driver is to get its port back then as well
+  DebuggerPort port(access, prompt, line);
+  if (const auto refused = port.take(serial.port)) {
+    complain(*refused);
+    return ExitStatus::failed;
+  }
+  return action({access, prompt, port, shell, serial});
+}
+
+/// Makes the controller current whose driver holds a serial port, without asking any. Without one no driver holds it.
+bool chooseSerialController(Shell& shell) {
+  if (!shell.options().controller.empty()) return shell.chooseController();
+  const Access access = shell.access();
+  const auto names = getctrnameo(access, shell.prompt()).names;
+  const auto serial = std::ranges::find_if(
+      names, [](const std::string& name) { return name.find("RS232") != std::string::npos; });
+  access.session.controllerName = serial == names.end() ? std::string() : *serial;
+  return true;
+}
+
+}  // namespace
+
+void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) {
+  const std::map<std::string, CommandSet> sets = {
+      {"m01", CommandSet::m01}, {"e02", CommandSet::e02}, {"quorvane", CommandSet::quorvane}};
+  command
+      .add_option_function<std::string>(
+          "--set", [serial, sets](const std::string& name) { serial->set = sets.at(name); },
+          "The command set, which also tells how touches are reported: m01, e02 or quorvane "
+          "(default)")
+      ->check(CLI::IsMember({"m01", "e02", "quorvane"}));
+}
+
+void onSerialPort(const CommandLine& line, CLI::App& command,
+                  const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
+  addSet(command, serial);
+  command.add_option("--port", serial->port, "The COM port's number")
+      ->check(CLI::Range(1, ComPorts::greatestNumber))
+      ->capture_default_str();
+  command.add_flag("--no-driver", serial->withoutDriver,
+                   "Bind no driver: nobody else has the port");
+  command.callback(
+      [serial, action, &line_ = line.options, &bound = line.command, &alone = line.fileCommand] {
+        if (serial->withoutDriver) {
+          alone = [serial, action, &line_] {
+            Session session;
+            NoDriver driver;
+            SystemClock clock;
+            ShellPrompt prompt(line_.assumeYes);
+            AsioSerialPort port(line_.comPorts);
+            return runOn({session, driver, clock}, prompt, port, line_, *serial, action);
+          };
+          return;
+        }
+        bound = [serial, action](Shell& shell) {
+          if (!chooseSerialController(shell)) return ExitStatus::noController;
+          const auto port = shell.makeSerialPort();
+          return runOn(shell.access(), shell.prompt(), *port, shell.options(), *serial, action);
+        };
+      });
+}
+
+void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step) {
+  constexpr auto pause = 10ms;
+  const auto start = clock.now();
+  while (!interrupted() && step()) {
+    if (seconds && std::chrono::duration<double>(clock.now() - start).count() >= *seconds) return;
+    clock.delay(pause, interrupted);
+  }
+}
+
+}  // namespace touch

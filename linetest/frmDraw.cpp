@@ -1,0 +1,422 @@
+#include "linetest/frmDraw.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "ui/finger_list.h"
+#include "ui/finger_style.h"
+#include "ui/text.h"
+#include "ui/touch_canvas.h"
+
+namespace touch {
+
+namespace {
+
+constexpr int gap = 6;
+constexpr int finestTolerance = 1;  // tenths of a percent
+constexpr int coarsestTolerance = 50;
+constexpr int toleranceAtFirst = 10;
+
+constexpr const char* panelStyle =
+    "#tools, #resultsFrame { background: #f4f4f4; border: 1px solid #808080; border-radius: 4px }"
+    "#resultsTable, #resultsList { background: white; color: black }";
+
+int pixels(float twips) {
+  return static_cast<int>(twips / twipsPerPixel);
+}
+
+QColor colourOf(Colour colour) {
+  return {colour.red, colour.green, colour.blue};
+}
+
+/// "Text (*.fdw) |*.fdw" is a caption with a pattern of its own behind it.
+QString dialogFilter(std::string_view filter) {
+  return shownText(filter.substr(0, filter.find('|'))).trimmed();
+}
+
+std::filesystem::path pathOf(const QString& file) {
+  return file.toStdU16String();
+}
+
+}  // namespace
+
+frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
+                 std::string controller, const QScreen& screen, const std::optional<QSize>& size,
+                 std::function<void()> onLeft)
+    : FullScreenWindow(screen, size, std::move(onLeft)),
+      messages_(parts.messages),
+      canvasWidget_(new TouchCanvas(this)),
+      helpPanel_(new FingerList(this)),
+      menuPanel_(new FingerList(this)),
+      banner_(new QLabel(this)),
+      resultsList_(new QListWidget(this)),
+      resultsFrame_(new QFrame(this)),
+      resultsTable_(new QTableWidget(ResultsSheet::rows, ResultsSheet::columns)),
+      tools_(new QFrame(this)),
+      lessUsedTools_(new QWidget),
+      help_(new QPushButton(tr("&Help"))),
+      undo_(new QPushButton(tr("&Undo"))),
+      toleranceView_(new QCheckBox(tr("&Band"))),
+      toleranceBar_(new QScrollBar(Qt::Horizontal)),
+      toleranceLabel_(new QLabel) {
+  setObjectName("frmDraw");
+  setWindowTitle(tr("Drawing"));
+  setStyleSheet(panelStyle);
+  canvasWidget_->setObjectName("drawingCanvas");
+  canvasWidget_->setAccessibleName(tr("Drawing area"));
+  canvasWidget_->setFocusPolicy(Qt::StrongFocus);
+  canvasWidget_->setGeometry(rect());
+  banner_->setText(simulation ? tr("Draw with the mouse: the ink appears where the simulated "
+                                   "controller reports it.\nF1 helps, Esc leaves.")
+                              : tr("Draw with your finger.\nF1 helps, Esc leaves."));
+  if (simulation) canvasWidget_->touchThrough(*simulation, std::move(controller));
+  makePanels();
+  makeTools();
+
+  canvas_ = std::make_unique<Canvas>(std::move(parts), *this, canvasWidget_->sizeInTwips());
+  connect(canvasWidget_, &TouchCanvas::penDown, this,
+          [this](Qt::MouseButton button, TwipsPoint at) {
+            canvas_->pointerDown(
+                button == Qt::RightButton ? PointerButton::right : PointerButton::left, at);
+          });
+  connect(canvasWidget_, &TouchCanvas::penMoved, this,
+          [this](TwipsPoint at) { canvas_->pointerMove(at); });
+  connect(canvasWidget_, &TouchCanvas::penUp, this,
+          [this](TwipsPoint at) { canvas_->pointerUp(at); });
+  connect(helpPanel_, &FingerList::chosen, this,
+          [this](int row) { canvas_->chooseHelp(static_cast<std::size_t>(row)); });
+  connect(menuPanel_, &FingerList::chosen, this, [this](int row) {
+    if (const auto entry = static_cast<std::size_t>(row); entry < canvasMenu.size()) {
+      canvas_->choose(canvasMenu[entry]);
+    } else {
+      canvas_->perform(CanvasAction::escape);  // the last entry puts the menu away
+    }
+  });
+  connect(resultsList_, &QListWidget::itemClicked, this, [this] { canvas_->dismissResultsList(); });
+  connect(help_, &QPushButton::clicked, this,
+          [this] { canvas_->perform(CanvasAction::toggleHelp); });
+  connect(undo_, &QPushButton::clicked, this, [this] { canvas_->perform(CanvasAction::undo); });
+  connect(toleranceBar_, &QScrollBar::valueChanged, this,
+          [this](int tenths) { canvas_->setTolerance(tenths); });
+  connect(toleranceView_, &QCheckBox::toggled, this,
+          [this](bool on) { canvas_->setToleranceView(on); });
+  qApp->installEventFilter(this);
+}
+
+frmDraw::~frmDraw() = default;
+
+void frmDraw::makePanels() {
+  const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  helpPanel_->setObjectName("helpPanel");
+  helpPanel_->setAccessibleName(tr("Keys; tap one to use it"));
+  helpPanel_->setFont(fixed);
+
+  menuPanel_->setObjectName("menuPanel");
+  menuPanel_->setAccessibleName(tr("Menu"));
+  QStringList entries;
+  for (const CanvasMenuEntry& entry : canvasMenu)
+    entries << shownText(messages_.at(entry.message));
+  constexpr std::size_t escapeMessage = 47;
+  entries << shownText(messages_.at(escapeMessage));
+  menuPanel_->setLines(entries);
+
+  banner_->setObjectName("banner");
+  banner_->setAlignment(Qt::AlignCenter);
+  banner_->setStyleSheet("background: #1f5fa8; color: white; padding: 12px; border-radius: 6px");
+  banner_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  QFont larger = font();
+  if (!isSmallScreen()) larger.setPointSizeF(font().pointSizeF() * 1.3);
+  banner_->setFont(larger);
+
+  resultsList_->setObjectName("resultsList");
+  resultsList_->setAccessibleName(tr("Deviations of the last stroke; tap to put away"));
+  resultsList_->setFont(fixed);
+  resultsList_->setUniformItemSizes(true);
+  resultsList_->setFocusPolicy(Qt::NoFocus);
+
+  resultsFrame_->setObjectName("resultsFrame");
+  resultsTable_->setObjectName("resultsTable");
+  resultsTable_->setAccessibleName(tr("Results of the guide lines"));
+  resultsTable_->setTextElideMode(Qt::ElideNone);
+  resultsTable_->setWordWrap(false);
+  resultsTable_->horizontalHeader()->hide();
+  resultsTable_->verticalHeader()->hide();
+  resultsTable_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  resultsTable_->setSelectionMode(QAbstractItemView::NoSelection);
+  resultsTable_->setFocusPolicy(Qt::NoFocus);
+  auto* const close = new QPushButton(tr("&Close"));
+  close->setObjectName("cmdCloseResults");
+  connect(close, &QPushButton::clicked, this, [this] { canvas_->perform(CanvasAction::escape); });
+  auto* const column = new QVBoxLayout(resultsFrame_);
+  column->setContentsMargins(gap, gap, gap, gap);
+  column->addWidget(resultsTable_);
+  column->addWidget(close, 0, Qt::AlignRight);
+  for (QWidget* const panel : std::initializer_list<QWidget*>{helpPanel_, menuPanel_, banner_,
+                                                              resultsList_, resultsFrame_})
+    panel->hide();
+}
+
+void frmDraw::makeTools() {
+  tools_->setObjectName("tools");
+  help_->setObjectName("cmdHelp");
+  help_->setToolTip(tr("Keys and commands (F1)"));
+  undo_->setObjectName("cmdUndo");
+  undo_->setToolTip(tr("Takes the last recorded stroke back (D)"));
+  toleranceView_->setObjectName("toleranceView");
+  toleranceView_->setAccessibleName(tr("Show the tolerance band along the guide lines"));
+  toleranceView_->setToolTip(toleranceView_->accessibleName());
+  toleranceBar_->setObjectName("toleranceBar");
+  toleranceBar_->setAccessibleName(tr("Tolerance in tenths of a percent"));
+  toleranceBar_->setRange(finestTolerance, coarsestTolerance);
+  toleranceBar_->setValue(toleranceAtFirst);
+  toleranceBar_->setPageStep(5);
+  toleranceBar_->setFocusPolicy(Qt::StrongFocus);
+  toleranceBar_->setMinimumWidth(3 * fingerSize() / 2);
+  makeFingerSized(*help_);
+  makeFingerSized(*undo_);
+  toleranceBar_->setFixedHeight(fingerSize());
+  toleranceLabel_->setObjectName("lblTolerance");
+  toleranceLabel_->setMinimumWidth(toleranceLabel_->fontMetrics().horizontalAdvance("8.8 %"));
+
+  auto* const buttons = new QHBoxLayout;
+  buttons->setSpacing(gap);
+  buttons->addWidget(help_);
+  buttons->addWidget(undo_);
+  auto* const tolerance = new QHBoxLayout(lessUsedTools_);
+  tolerance->setContentsMargins(0, 0, 0, 0);
+  tolerance->setSpacing(gap);
+  tolerance->addWidget(toleranceView_);
+  tolerance->addWidget(toleranceBar_, 1);
+  tolerance->addWidget(toleranceLabel_);
+  auto* const layout = new QVBoxLayout(tools_);
+  layout->setContentsMargins(gap / 2, gap / 2, gap / 2, gap / 2);
+  layout->setSpacing(gap / 2);
+  layout->addLayout(buttons);
+  layout->addWidget(lessUsedTools_);
+  QWidget* before = canvasWidget_;
+  for (QWidget* const next :
+       std::initializer_list<QWidget*>{help_, undo_, toleranceView_, toleranceBar_})
+    setTabOrder(std::exchange(before, next), next);
+}
+
+void frmDraw::started() {
+  placePanels();
+  canvasWidget_->setFocus();
+  canvas_->activate();
+  canvas_->offerLeftStrokes();
+}
+
+void frmDraw::askToLeave() {
+  canvas_->perform(CanvasAction::leave);
+}
+
+void frmDraw::leave() {
+  FullScreenWindow::leave();
+}
+
+void frmDraw::resizeEvent(QResizeEvent*) {
+  canvasWidget_->setGeometry(rect());
+  placePanels();
+}
+
+// The tools lie between the second and the third vertical and the last two horizontal guide lines, and cover none, as
+// long as the screen is large enough.
+bool frmDraw::hasRoomForTools() const {
+  const GuideLines guides(canvasWidget_->sizeInTwips());
+  const QSize cell(pixels(guides.V(2) - guides.V(1)), pixels(guides.H(4) - guides.H(3)));
+  constexpr int roomAround = 8;
+  return cell.width() >= 4 * fingerSize() && cell.height() >= 2 * fingerSize() + 2 * roomAround;
+}
+
+void frmDraw::placeTools() {
+  const bool roomy = hasRoomForTools();
+  const bool all = roomy || !helpPanel_->isHidden();
+  lessUsedTools_->setVisible(all);
+  undo_->setVisible(all);
+  tools_->layout()->activate();
+  tools_->adjustSize();
+  const GuideLines guides(canvasWidget_->sizeInTwips());
+  const int left = pixels(roomy ? guides.V(1) : guides.V(0));
+  const int right = pixels(guides.V(2));
+  const int top = pixels(guides.H(3));
+  const int bottom = pixels(guides.H(4));
+  if (roomy) tools_->resize(right - left - 2 * gap, tools_->height());
+  const int lowest =
+      all && !roomy ? height() - tools_->height() - 1 : top + (bottom - top - tools_->height()) / 2;
+  tools_->move(left + gap, lowest);
+}
+
+void frmDraw::placePanels() {
+  placeTools();
+  const int below = hasRoomForTools() ? 0 : tools_->height() + gap;
+  const GuideLines guides(canvasWidget_->sizeInTwips());
+  const QPoint corner(pixels(guides.V(0)) + gap, hasRoomForTools() ? pixels(guides.H(0)) + gap : 0);
+  const int helpBottom = hasRoomForTools() ? tools_->y() - gap : height() - below;
+  helpPanel_->fitInto({width() - 2 * corner.x(), helpBottom - corner.y()});
+  helpPanel_->move(corner);
+  menuPanel_->fitInto(size());
+  banner_->setMaximumWidth(width());
+  banner_->adjustSize();
+
+  const QFontMetrics metrics = resultsList_->fontMetrics();
+  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  resultsList_->resize(metrics.horizontalAdvance("  Horizontal #5") + bar + 16,
+                       std::min(height() * 3 / 5, metrics.height() * 20));
+}
+
+QWidget* frmDraw::widgetOf(CanvasPanel panel) const {
+  switch (panel) {
+    case CanvasPanel::help:
+      return helpPanel_;
+    case CanvasPanel::menu:
+      return menuPanel_;
+    case CanvasPanel::banner:
+      return banner_;
+    case CanvasPanel::resultsList:
+      return resultsList_;
+    case CanvasPanel::resultsTable:
+      return resultsFrame_;
+  }
+  return nullptr;
+}
+
+Surface& frmDraw::surface() {
+  return *canvasWidget_;
+}
+
+TwipsSize frmDraw::sizeOf(CanvasPanel panel) const {
+  const QSize size = widgetOf(panel)->size();
+  return {static_cast<float>(size.width()) * twipsPerPixel,
+          static_cast<float>(size.height()) * twipsPerPixel};
+}
+
+void frmDraw::place(CanvasPanel panel, TwipsPoint corner) {
+  widgetOf(panel)->move(pixels(corner.x), pixels(corner.y));
+}
+
+void frmDraw::show(CanvasPanel panel, bool shown) {
+  QWidget* const widget = widgetOf(panel);
+  widget->setVisible(shown);
+  if (shown) widget->raise();
+  if (panel == CanvasPanel::help) placePanels();
+  // Whoever has no mouse goes on with the arrow keys; a hidden panel gives the keyboard back.
+  const bool wantsKeyboard = panel == CanvasPanel::help || panel == CanvasPanel::menu;
+  if (wantsKeyboard) (shown ? widget : canvasWidget_)->setFocus();
+}
+
+void frmDraw::setHelp(std::span<const std::string> lines) {
+  QStringList texts;
+  for (const std::string& line : lines)
+    texts << shownText(line);
+  helpPanel_->setLines(texts);
+  placePanels();
+}
+
+void frmDraw::setResultsList(std::span<const std::string> lines) {
+  resultsList_->clear();
+  for (const std::string& line : lines)
+    resultsList_->addItem(shownText(line));
+}
+
+// The widths of the columns are given; the longest position decides the letters' size.
+void frmDraw::fitTableFont(float squeeze) {
+  constexpr int smallestLetters = 8;  // pixels
+  constexpr int besideText = 8;
+  const int room = pixels(ResultsSheet::columnWidths.back() * squeeze) - besideText;
+  QFont letters = font();
+  int size = QFontInfo(letters).pixelSize();
+  do {
+    letters.setPixelSize(size);
+  } while (QFontMetrics(letters).horizontalAdvance("11413.2578") > room &&
+           --size >= smallestLetters);
+  resultsTable_->setFont(letters);
+}
+
+void frmDraw::setResultsTable(const ResultsSheet& sheet) {
+  const int frame = 2 * resultsTable_->frameWidth();
+  // A screen too narrow for the table squeezes all columns alike.
+  float total = 0;
+  for (const float columnWidth : ResultsSheet::columnWidths)
+    total += columnWidth;
+  const float room = static_cast<float>(width() - 4 * gap - frame) * twipsPerPixel;
+  const float squeeze = std::min(1.F, room / total);
+  fitTableFont(squeeze);
+  const int rowHeight = resultsTable_->fontMetrics().height() + (isSmallScreen() ? 2 : 8);
+  int tableWidth = frame;
+  for (int column = 0; column < resultsTable_->columnCount(); ++column) {
+    const auto index = static_cast<std::size_t>(column);
+    const int columnWidth = pixels(ResultsSheet::columnWidths[index] * squeeze);
+    resultsTable_->setColumnWidth(column, columnWidth);
+    tableWidth += columnWidth;
+    for (int row = 0; row < resultsTable_->rowCount(); ++row) {
+      const auto& cell = sheet.cells[static_cast<std::size_t>(row)][index];
+      auto* const item = new QTableWidgetItem(shownText(cell.text));
+      item->setForeground(colourOf(cell.colour));
+      item->setTextAlignment(row == 0 ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter);
+      resultsTable_->setItem(row, column, item);
+    }
+  }
+  resultsTable_->verticalHeader()->setMinimumSectionSize(1);
+  resultsTable_->verticalHeader()->setDefaultSectionSize(rowHeight);
+  resultsTable_->setFixedSize(tableWidth, std::min(resultsTable_->rowCount() * rowHeight + frame,
+                                                   height() - fingerSize() - 4 * gap));
+  resultsFrame_->adjustSize();
+  resultsFrame_->move((width() - resultsFrame_->width()) / 2,
+                      (height() - resultsFrame_->height()) / 2);
+}
+
+void frmDraw::setTolerance(float percent) {
+  toleranceLabel_->setText(QString::number(static_cast<double>(percent), 'f', 1) +
+                           QStringLiteral(" %"));
+}
+
+std::filesystem::path frmDraw::askSaveName(const std::filesystem::path& folder,
+                                           std::string_view filter) {
+  QFileDialog dialog(this, tr("Save drawing"), shownText(folder.string()), dialogFilter(filter));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  // With it the dialog asks before it replaces a file, whatever was typed.
+  dialog.setDefaultSuffix("fdw");
+  return dialog.exec() == QDialog::Accepted ? pathOf(dialog.selectedFiles().value(0))
+                                            : std::filesystem::path();
+}
+
+std::filesystem::path frmDraw::askOpenName(const std::filesystem::path& folder,
+                                           std::string_view filter) {
+  return pathOf(QFileDialog::getOpenFileName(this, tr("View drawing"), shownText(folder.string()),
+                                             dialogFilter(filter)));
+}
+
+bool frmDraw::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || !watched->isWidgetType() ||
+      static_cast<QWidget*>(watched)->window() != this) {
+    return QWidget::eventFilter(watched, event);
+  }
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  if ((key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != Qt::NoModifier) return false;
+  constexpr int escapeCode = 27;
+  constexpr int f1Code = 112;
+  const int code = key.key() == Qt::Key_Escape ? escapeCode
+                   : key.key() == Qt::Key_F1   ? f1Code
+                   : key.key() < 'a'           ? key.key()
+                                               : 0;
+  if (!actionOfKey(code)) return false;
+  // A key that is held would clear and then leave.
+  if (!key.isAutoRepeat()) canvas_->keyDown(code);
+  return true;
+}
+
+}  // namespace touch

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "core/simulation.h"
+#include "serial/debugger.h"
+
+class QCheckBox;
+class QLabel;
+class QPushButton;
+
+namespace touch {
+
+class frmCommandPanel;
+class frmConsolePanel;
+class frmRsDraw;
+class RateHistogram;
+
+/// How the user leaves the debugger.
+enum class DebuggerEnd {
+  quit,  ///< back to the main window
+  exit   ///< the whole program ends
+};
+
+/// What the debugger's windows need beside the controller.
+struct DebuggerSurroundings {
+  std::filesystem::path workFolder;
+  std::vector<ReportFormat> formats;
+  std::optional<Simulation> simulation;
+  std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
+};
+
+/// The serial debugger: commands to the controller past the driver, a console of what passes the port, the report rate,
+/// recordings. It has the port from `open` until it has ended, in whatever way.
+class frmRSDebug final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// `onEnded` is run when the driver has its port again; the window is of no use any more then.
+  frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
+             const DebuggerSurroundings& surroundings, std::function<void(DebuggerEnd)> onEnded);
+  ~frmRSDebug() override;
+
+  /// Shows the window and takes the port.
+  void open();
+  /// Gives the port back and ends, as soon as an exchange under way has ended.
+  void leave(DebuggerEnd end);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QWidget* makeHead();
+  QWidget* makeReceiveBar();
+  QWidget* makeRatePanel();
+  QWidget* makeRecordBar();
+  QWidget* makeFoot();
+  QWidget* makeTouchPad();
+  void arrange();
+  QPushButton* makeButton(const char* name, const QString& caption,
+                          const std::function<void()>& action);
+
+  /// Runs something that waits: meanwhile no control can be used.
+  void whileBusy(const std::function<void()>& action);
+  void send();
+  void draw();
+  void record();
+  void replay();
+  void renew();
+  void showState();
+  void end();
+
+  Access access_;
+  Prompt& prompt_;
+  DebuggerSurroundings surroundings_;
+  std::function<void(DebuggerEnd)> onEnded_;
+  Debugger debugger_;
+  std::optional<DebuggerEnd> putOff_;
+  bool ended_ = false;
+
+  QWidget* body_;
+  frmCommandPanel* commands_;
+  frmConsolePanel* console_;
+  QLabel* portState_;
+  QPushButton* takePort_;
+  QPushButton* receive_;  // Command3
+  QPushButton* debug_;    // Command4
+  QCheckBox* rate_;       // Check1
+  QPushButton* record_;
+  QPushButton* replay_;
+  QWidget* receiveBar_;
+  QWidget* ratePanel_;
+  QLabel* evidence_;
+  RateHistogram* histogram_;
+  QWidget* touchPad_;
+  QLabel* statusLine_;
+  QPointer<frmRsDraw> drawing_;
+  std::unique_ptr<Timer> timer_;
+};
+
+}  // namespace touch

@@ -1,0 +1,386 @@
+#include "serial/frmRsDraw.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "ui/finger_list.h"
+#include "ui/finger_style.h"
+#include "ui/text.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto renewal = 100ms;
+constexpr int gap = 8;
+constexpr int noDrag = 6;  // pixels
+
+TwipsPoint twips(const QPointF& place) {
+  return {static_cast<float>(place.x()) * twipsPerPixel,
+          static_cast<float>(place.y()) * twipsPerPixel};
+}
+
+/// Key codes as the canvas counts them: letters and digits are Qt's own.
+int keyCode(const QKeyEvent& key) {
+  switch (key.key()) {
+    case Qt::Key_Escape:
+      return 27;
+    case Qt::Key_F1:
+      return 112;
+    default:
+      return key.key() >= Qt::Key_0 && key.key() <= Qt::Key_Z ? key.key() : 0;
+  }
+}
+
+}  // namespace
+
+/// A ring around the dot whose bytes are marked.
+class DotMarker final : public QWidget {
+ public:
+  explicit DotMarker(QWidget* parent) : QWidget(parent) {
+    setObjectName("dotMarker");
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    resize(side, side);
+    hide();
+  }
+  void markAt(TwipsPoint place) {
+    move(QPointF(place.x / twipsPerPixel - side / 2, place.y / twipsPerPixel - side / 2).toPoint());
+    show();
+    raise();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::yellow, 2));
+    painter.drawEllipse(rect().adjusted(2, 2, -2, -2));
+  }
+
+ private:
+  static constexpr int side = 26;
+};
+
+frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
+                     std::function<void()> onLeave)
+    : parts_(std::move(parts)),
+      onLeave_(std::move(onLeave)),
+      canvas_(new CanvasWidget(this)),
+      monitor_(new QPlainTextEdit),
+      panel_(new QWidget(this)),
+      counts_(new QLabel),
+      notice_(new QLabel(shownText(rawDrawingNotice), this)),
+      help_(new FingerList(this)),
+      marker_(new DotMarker(this)),
+      timer_(parts_.clock.makeTimer([this] { renew(); })) {
+  setObjectName("frmRsDraw");
+  setWindowTitle(tr("Raw drawing"));
+  canvas_->setObjectName("rawCanvas");
+  canvas_->setAccessibleName(tr("What the controller reports"));
+  canvas_->setAttribute(Qt::WA_TransparentForMouseEvents);
+
+  monitor_->setObjectName("Text1");
+  monitor_->setAccessibleName(tr("Received bytes"));
+  monitor_->setReadOnly(true);
+  monitor_->setTabChangesFocus(true);
+  monitor_->installEventFilter(this);
+  connect(monitor_, &QPlainTextEdit::cursorPositionChanged, this, &frmRsDraw::markDotOfText);
+
+  counts_->setObjectName("lblStray");
+  notice_->setObjectName("lblNotice");
+  notice_->setStyleSheet("color: white; background: #303030; padding: 6px");
+  notice_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  makeHelp(parts_.messages);
+
+  panel_->setObjectName("monitorPanel");
+  panel_->setAutoFillBackground(true);
+  auto* const column = new QVBoxLayout(panel_);
+  column->setContentsMargins(gap, 2, gap, 2);
+  column->setSpacing(2);
+  column->addWidget(monitor_, 1);
+  column->addWidget(counts_);
+  column->addWidget(makeBar());
+
+  setGeometry(QRect(screen.geometry().topLeft(), parts_.size.value_or(screen.size())));
+  placeControls();
+  const TwipsSize area = canvas_->sizeInTwips();
+  drawing_ = std::make_unique<RawDrawing>(
+      parts_.clock, std::move(port),
+      RawDrawing::Canvas{
+          *canvas_, area,
+          [this](PixelPoint place) { QCursor::setPos(mapToGlobal(QPoint(place.x, place.y))); }},
+      parts_.decoder);
+  tools_ = std::make_unique<RawDrawingTools>(*drawing_, *canvas_, area, [this] { leave(); });
+  setFocusPolicy(Qt::StrongFocus);
+}
+
+frmRsDraw::~frmRsDraw() = default;
+
+QCheckBox* frmRsDraw::makeCheck(const char* name, const QString& caption,
+                                const std::function<void(bool)>& switched) {
+  auto* const check = new QCheckBox(caption);
+  check->setObjectName(name);
+  check->installEventFilter(this);
+  connect(check, &QCheckBox::toggled, this, switched);
+  return check;
+}
+
+QPushButton* frmRsDraw::makeButton(const char* name, const QString& caption,
+                                   const std::function<void()>& action) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->installEventFilter(this);
+  connect(button, &QPushButton::clicked, this, action);
+  return button;
+}
+
+QWidget* frmRsDraw::makeBar() {
+  auto* const shown = makeCheck("checkMonitor", tr("Mo&nitor"), [this](bool on) {
+    monitor_->setVisible(on);
+    placeControls();
+  });
+  {
+    const QSignalBlocker silent(shown);
+    shown->setChecked(true);
+  }
+  const std::initializer_list<QWidget*> controls = {
+      shown,
+      makeCheck("checkFollow", tr("Fo&llow"),
+                [this](bool on) { drawing_->options.followCursor = on; }),
+      makeCheck("checkMonitorOnly", tr("Monitor &only"),
+                [this](bool on) { drawing_->options.monitorOnly = on; }),
+      makeCheck("checkPause", tr("Pa&use"), [this](bool on) { drawing_->options.paused = on; }),
+      makeCheck("checkFit", tr("F&it"), [this](bool on) { drawing_->fit(on); }),
+      makeButton("cmdWipe", tr("&Wipe"),
+                 [this] {
+                   drawing_->clearMonitor();
+                   monitor_->clear();
+                   shownCharacters_ = 0;
+                   shownDecided_ = 0;
+                   marked_.reset();
+                   perform(CanvasAction::clear);
+                 }),
+      makeButton("cmdHelp", tr("&Keys"), [this] { perform(CanvasAction::toggleHelp); }),
+      makeButton("cmdLeave", tr("Lea&ve"), [this] { leave(); }),
+  };
+  auto* const bar = new QWidget;
+  auto* const grid = new QGridLayout(bar);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(isSmallScreen() ? 2 : 6);
+  const int columns = isSmallScreen() ? 4 : static_cast<int>(controls.size());
+  int place = 0;
+  for (QWidget* const control : controls) {
+    grid->addWidget(control, place / columns, place % columns);
+    ++place;
+  }
+  return bar;
+}
+
+void frmRsDraw::makeHelp(const MessageTable& messages) {
+  help_->setObjectName("helpPanel");
+  help_->setAccessibleName(shownText(rawDrawingNotice));
+  const auto lines = rawDrawingHelp(messages);
+  QStringList texts;
+  for (const RawDrawingHelp& line : lines)
+    texts.append(shownText(line.text));
+  help_->setLines(texts);
+  help_->hide();
+  help_->installEventFilter(this);
+  connect(help_, &FingerList::chosen, this,
+          [this, lines](int row) { perform(lines[static_cast<std::size_t>(row)].action); });
+}
+
+void frmRsDraw::open() {
+  if (parts_.size) {
+    show();
+  } else {
+    showFullScreen();
+  }
+  raise();
+  activateWindow();
+  setFocus();
+  drawing_->start();
+  timer_->start(renewal);
+}
+
+void frmRsDraw::resizeEvent(QResizeEvent*) {
+  placeControls();
+}
+
+/// Letters with which a line of five reports fits, unless they would be too small to read.
+void frmRsDraw::fitMonitorFont() {
+  constexpr int charactersInLine = 112;
+  constexpr qreal leastPoints = 7;
+  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  const int room = width() - 2 * gap - style()->pixelMetric(QStyle::PM_ScrollBarExtent) - gap;
+  while (font.pointSizeF() > leastPoints &&
+         QFontMetrics(font).horizontalAdvance('0') * charactersInLine > room) {
+    font.setPointSizeF(font.pointSizeF() - 0.5);
+  }
+  monitor_->setFont(font);
+}
+
+void frmRsDraw::placeControls() {
+  fitMonitorFont();
+  canvas_->setGeometry(rect());
+  const int monitorHeight = monitor_->isHidden() ? 0 : height() / 4;
+  const int panelHeight = panel_->minimumSizeHint().height() -
+                          (monitor_->isHidden() ? 0 : monitor_->minimumSizeHint().height()) +
+                          monitorHeight;
+  panel_->setGeometry(0, height() - panelHeight, width(), panelHeight);
+  notice_->adjustSize();
+  notice_->move((width() - notice_->width()) / 2, (height() - panelHeight) / 2);
+  help_->move(gap, gap);
+  help_->fitInto(QSize(width() - 2 * gap, height() - panelHeight - 2 * gap));
+}
+
+void frmRsDraw::perform(CanvasAction action) {
+  tools_->perform(action);
+  help_->setVisible(tools_->helpIsShown());
+  if (action == CanvasAction::clear || action == CanvasAction::escape) marker_->hide();
+}
+
+bool frmRsDraw::eventFilter(QObject* watched, QEvent* event) {
+  // The hot keys work wherever the focus is.
+  if (event->type() == QEvent::KeyPress) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const auto action =
+        key.modifiers() == Qt::NoModifier ? actionOfKey(keyCode(key)) : std::nullopt;
+    if (action) {
+      perform(*action);
+      return true;
+    }
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void frmRsDraw::keyPressEvent(QKeyEvent* event) {
+  const auto action =
+      event->modifiers() == Qt::NoModifier ? actionOfKey(keyCode(*event)) : std::nullopt;
+  if (action) {
+    perform(*action);
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void frmRsDraw::touchAt(const QPointF& place) {
+  if (parts_.simulation) parts_.simulation->touch(place.x() / width(), place.y() / height());
+}
+
+void frmRsDraw::mousePressEvent(QMouseEvent* event) {
+  pressed_ = event->position();
+  touchAt(pressed_);
+}
+
+void frmRsDraw::mouseMoveEvent(QMouseEvent* event) {
+  if (event->buttons() != Qt::NoButton) touchAt(event->position());
+}
+
+void frmRsDraw::mouseReleaseEvent(QMouseEvent* event) {
+  if (parts_.simulation) parts_.simulation->lift();
+  if ((event->position() - pressed_).manhattanLength() <= noDrag) markBytesAt(pressed_);
+}
+
+void frmRsDraw::markBytesAt(const QPointF& place) {
+  marked_ = drawing_->bytesOfDotAt(twips(place));
+  marker_->hide();
+  if (marked_) {
+    const QSignalBlocker silent(monitor_);
+    QTextCursor cursor(monitor_->document());
+    cursor.setPosition(static_cast<int>(marked_->begin));
+    monitor_->setTextCursor(cursor);
+    monitor_->ensureCursorVisible();
+    if (const auto dot = drawing_->dotOfTextAt(marked_->begin)) marker_->markAt(*dot);
+  }
+  showHighlights();
+}
+
+void frmRsDraw::markDotOfText() {
+  const auto position = static_cast<std::size_t>(monitor_->textCursor().position());
+  const auto dot = drawing_->dotOfTextAt(position);
+  marked_ = dot ? drawing_->bytesOfDotAt(*dot) : std::nullopt;
+  dot ? marker_->markAt(*dot) : marker_->hide();
+  showHighlights();
+}
+
+void frmRsDraw::renew() {
+  notice_->setVisible(drawing_->noticeIsUp());
+  renewMonitor();
+  const ReportDecoder& decoder = drawing_->decoder();
+  counts_->setText(tr("Reports: %1     Bytes in no report: %2")
+                       .arg(drawing_->reports())
+                       .arg(decoder.strayBytes()));
+  if (decoder.decided() == shownDecided_) return;
+  shownDecided_ = decoder.decided();
+  showHighlights();
+}
+
+void frmRsDraw::renewMonitor() {
+  const std::string& text = drawing_->monitor().text();
+  if (text.size() == shownCharacters_) return;
+  auto* const bar = monitor_->verticalScrollBar();
+  const bool followed = bar->value() >= bar->maximum();
+  QTextCursor cursor(monitor_->document());
+  cursor.movePosition(QTextCursor::End);
+  const QSignalBlocker silent(monitor_);
+  cursor.insertText(shownText(std::string_view(text).substr(shownCharacters_)));
+  shownCharacters_ = text.size();
+  if (followed) bar->setValue(bar->maximum());
+}
+
+void frmRsDraw::showHighlights() {
+  QList<QTextEdit::ExtraSelection> selections;
+  const auto add = [&](const TextRange& range, const QColor& ink, const QColor& paper) {
+    QTextEdit::ExtraSelection selection;
+    selection.cursor = QTextCursor(monitor_->document());
+    const int last = monitor_->document()->characterCount() - 1;
+    selection.cursor.setPosition(std::min(static_cast<int>(range.begin), last));
+    selection.cursor.setPosition(std::min(static_cast<int>(range.end), last),
+                                 QTextCursor::KeepAnchor);
+    selection.format.setForeground(ink);
+    selection.format.setBackground(paper);
+    selections.append(selection);
+  };
+  for (const TextRange& range : drawing_->strayText())
+    add(range, Qt::white, QColor("#b00020"));
+  if (marked_) add(*marked_, Qt::black, QColor("#ffd54a"));
+  monitor_->setExtraSelections(selections);
+}
+
+void frmRsDraw::leave() {
+  if (std::exchange(left_, true)) return;
+  timer_->stop();
+  drawing_->stop();
+  if (parts_.simulation) parts_.simulation->lift();
+  hide();
+  // When the event in hand is through, which may be one of this window's own.
+  QTimer::singleShot(0, this, [this] {
+    deleteLater();
+    onLeave_();
+  });
+}
+
+void frmRsDraw::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  leave();
+}
+
+}  // namespace touch

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+class QScreen;
+
+namespace touch {
+
+/// A window over the whole screen, or of a given size in tests and demonstrations. It comes up in front of the main window
+/// and ends by `leave()`.
+class FullScreenWindow : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// It covers `screen`; `size` in logical pixels replaces the full screen. `onLeft` is called when the window is gone; it then deletes itself.
+  FullScreenWindow(const QScreen& screen, const std::optional<QSize>& size,
+                   std::function<void()> onLeft);
+
+  /// Shows the window; `started()` follows.
+  void open();
+  /// The user or the program wants the window to go.
+  virtual void askToLeave() { leave(); }
+
+ protected:
+  virtual void started() = 0;
+  void leave();
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  std::function<void()> onLeft_;
+  bool fullScreen_;
+  bool left_ = false;
+};
+
+}  // namespace touch
