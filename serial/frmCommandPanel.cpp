@@ -25,7 +25,7 @@ namespace touch {
 namespace {
 
 // Long entries are cut in the box and whole in its list.
-constexpr int shownCharacters = 12;
+constexpr int shownCharacters = 10;
 
 QComboBox* makeCombo(const char* name) {
   auto* const combo = new QComboBox;
@@ -243,7 +243,7 @@ void frmCommandPanel::typed(QLineEdit& box) {
   if (kept != text) box.setText(shownText(kept));
   box.setStyleSheet({});
   if (&box == high_ && fillsDataBox(kept)) {
-    low_->setFocus();
+    low_->setFocus(Qt::TabFocusReason);
     low_->selectAll();
   }
 }

@@ -79,12 +79,13 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
   text_->setAccessibleName(tr("Console"));
   text_->setReadOnly(true);
   text_->setTabChangesFocus(true);
-  text_->setLineWrapMode(QPlainTextEdit::NoWrap);
+  // On a small screen a scroll bar below would leave no room for the lines.
+  text_->setLineWrapMode(isSmallScreen() ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
   text_->setMaximumBlockCount(static_cast<int>(mostShown));
   QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   if (isSmallScreen()) font.setPointSizeF(font.pointSizeF() * 0.8);
   text_->setFont(font);
-  text_->setMinimumHeight(2 * fingerSize());
+  text_->setMinimumHeight((isSmallScreen() ? 1 : 2) * fingerSize());
   text_->viewport()->installEventFilter(this);
 
   pause_->setObjectName("checkPauseView");

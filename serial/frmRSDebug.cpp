@@ -114,10 +114,9 @@ namespace {
 class TouchPad final : public QLabel {
  public:
   explicit TouchPad(const Simulation& simulation)
-      : QLabel(QObject::tr("Simulated panel: draw here with the mouse")), simulation_(simulation) {
+      : QLabel(QObject::tr("Simulated panel:\ndraw here with the mouse")), simulation_(simulation) {
     setObjectName("touchPad");
     setAlignment(Qt::AlignCenter);
-    setWordWrap(true);
     setMinimumSize(2 * fingerSize(), 2 * fingerSize());
     setStyleSheet("background: #ffe08a; color: #402c00");
   }
@@ -168,7 +167,7 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
     renew();
   });
   connect(console_, &frmConsolePanel::statusChanged, statusLine_, &QLabel::setText);
-  resize(QSize(1000, 700).boundedTo(screen()->availableSize()));
+  resize(QSize(1024, 720).boundedTo(screen()->availableSize()));
 }
 
 frmRSDebug::~frmRSDebug() {
@@ -245,7 +244,7 @@ QWidget* frmRSDebug::makeReceiveBar() {
 
 QWidget* frmRSDebug::makeRatePanel() {
   evidence_->setObjectName("lblEvidence");
-  evidence_->setWordWrap(true);
+  evidence_->setWordWrap(isSmallScreen());
   evidence_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   auto* const panel = new QWidget;
   auto* const row = new QHBoxLayout(panel);
@@ -311,7 +310,7 @@ void frmRSDebug::arrange() {
     row->addWidget(console_->keepBar());
     row->addWidget(recordBar, 1);
     auto* const left = scrollable(stacked({commands_, touchPad_}));
-    left->setFixedWidth(330);
+    left->setFixedWidth(354);
     left->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const right = stacked({receiveBar_, console_->filterBar(), console_, ratePanel_, keep});
     static_cast<QVBoxLayout*>(right->layout())->setStretchFactor(console_, 1);
@@ -321,11 +320,17 @@ void frmRSDebug::arrange() {
     // What does not fit side by side lies one behind the other.
     auto* const tabs = new QTabWidget;
     tabs->setObjectName("debuggerTabs");
-    auto* const consolePage = stacked({receiveBar_, console_, ratePanel_, touchPad_});
+    auto* const measuring = new QWidget;
+    auto* const row = new QBoxLayout(
+        isSmallScreen() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, measuring);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(ratePanel_, 1);
+    row->addWidget(touchPad_, 1);
+    auto* const consolePage = stacked({receiveBar_, console_, measuring});
     static_cast<QVBoxLayout*>(consolePage->layout())->setStretchFactor(console_, 1);
     auto* const tools = stacked({console_->filterBar(), console_->keepBar(), recordBar});
     static_cast<QVBoxLayout*>(tools->layout())->addStretch(1);
-    tabs->addTab(scrollable(commands_), tr("Command"));
+    tabs->addTab(scrollable(stacked({commands_})), tr("Command"));
     tabs->addTab(scrollable(consolePage), tr("Console"));
     tabs->addTab(scrollable(tools), tr("Find and keep"));
     bodyLayout->addWidget(tabs);

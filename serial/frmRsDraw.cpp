@@ -248,12 +248,15 @@ void frmRsDraw::placeControls() {
   notice_->adjustSize();
   notice_->move((width() - notice_->width()) / 2, (height() - panelHeight) / 2);
   help_->move(gap, gap);
-  help_->fitInto(QSize(width() - 2 * gap, height() - panelHeight - 2 * gap));
+  const int besideHelp = isSmallScreen() ? 0 : panelHeight;
+  help_->fitInto(QSize(width() - 2 * gap, height() - besideHelp - 2 * gap));
+  help_->raise();
 }
 
 void frmRsDraw::perform(CanvasAction action) {
   tools_->perform(action);
   help_->setVisible(tools_->helpIsShown());
+  help_->raise();  // over a dot that was marked meanwhile
   if (action == CanvasAction::clear || action == CanvasAction::escape) marker_->hide();
 }
 

@@ -148,7 +148,7 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   EXPECT_EQ(console(), "======== Report Rate Mode ==============");
   press("Command3");
   live(250ms);
-  for (const std::uint8_t status : {0xD8, 0xD8, 0x98}) {
+  for (const std::uint8_t status : Bytes{0xD8, 0xD8, 0x98}) {
     terminal->send(Bytes{status, 1, 2, 3, 4});
     live(10ms);
   }
@@ -209,6 +209,39 @@ TEST_F(DebuggerWindow, SaysOnceThatTheDeviceHasGoneAndCanTakeItAgain) {
   EXPECT_TRUE(port.isOpen());
   EXPECT_TRUE(find<QPushButton>(*window, "Command2_0")->isEnabled());
   EXPECT_FALSE(find<QPushButton>(*window, "cmdTakePort")->isEnabled());
+}
+
+TEST_F(DebuggerWindow, ReplaysWhatItsRecordingKept) {
+  const auto file = folder.path() / "kept.txt";
+  Debugger debugger(access(), prompt, port, {});
+  const auto reports = [&debugger] {
+    return debugger.log().lines({.sent = false, .received = false, .notes = false}).size();
+  };
+  debugger.takePort();
+  debugger.startReplay(file);
+  EXPECT_FALSE(debugger.isReplaying()) << "there is no such file yet";
+  debugger.startRecording(file);
+  debugger.receiveMode().receive();
+  terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
+  live(500ms);
+  debugger.stopRecording();
+  EXPECT_EQ(reports(), 1U);
+
+  debugger.startReplay(file);
+  live(500ms);
+  debugger.watch();
+  EXPECT_TRUE(debugger.isReplaying());
+  EXPECT_EQ(reports(), 2U);
+  const ReceivingPort drawing = debugger.beginDrawing();
+  live(300ms);
+  EXPECT_EQ(drawing.port.readAll().size(), 5U) << "it begins anew for the drawing";
+  debugger.endDrawing();
+  live(600ms);
+  debugger.watch();
+  EXPECT_FALSE(debugger.isReplaying()) << "it has come to its end";
+  EXPECT_TRUE(debugger.receiveMode().isReceiving()) << "the port is listened to again";
+  debugger.leave();
+  EXPECT_EQ(count("ReopenCOMPort"), 1);
 }
 
 TEST_F(DebuggerWindow, FitsSmallScreensAndNamesItsControls) {

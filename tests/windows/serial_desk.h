@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <deque>
 
 #include "serial/asio_serial_port.h"
 #include "serial/frmRSDebug.h"
