@@ -29,6 +29,7 @@
 #include "linetest/frmDraw.h"
 #include "linetest/frmLinearity.h"
 #include "ui/finger_style.h"
+#include "ui/scrollable.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -53,16 +54,6 @@ QString outcomeText(CalibrationOutcome outcome) {
       break;
   }
   return frmMain::tr("The calibration was cancelled; nothing was stored.");
-}
-
-/// Small screens scroll a page instead of clipping it.
-QScrollArea* scrollable(QWidget* page) {
-  auto* const area = new QScrollArea;
-  area->setWidget(page);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setMinimumHeight(fingerSize());
-  return area;
 }
 
 }  // namespace

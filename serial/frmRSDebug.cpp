@@ -20,6 +20,7 @@
 #include "serial/frmConsolePanel.h"
 #include "serial/frmRsDraw.h"
 #include "ui/finger_style.h"
+#include "ui/scrollable.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -30,15 +31,6 @@ using namespace std::chrono_literals;
 
 constexpr auto renewal = 100ms;
 constexpr int sideBySideWidth = 900;
-
-QScrollArea* scrollable(QWidget* page) {
-  auto* const area = new QScrollArea;
-  area->setWidget(page);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setMinimumHeight(fingerSize());
-  return area;
-}
 
 QWidget* stacked(std::initializer_list<QWidget*> parts) {
   auto* const box = new QWidget;
