@@ -295,6 +295,18 @@ TEST_F(Touchctl, TracesTheFramesThatItWrites) {
   }
 }
 
+/// The loader reads its search path when a program starts, so only a program started in the folder shows what it does.
+TEST(LibrarySearch, NeverReachesTheCurrentFolder) {
+  const TemporaryFolder folder;
+  std::filesystem::copy_file(STUBBORN_LIBRARY, folder.path() / "libnexapi.so");
+  for (const char* const searchPath : {"", ":", "/usr/lib:", ":/usr/lib", "."}) {
+    const Ended ended = runProgram(
+        "/usr/bin/env", {"-C", folder.path().string(), "LD_LIBRARY_PATH=" + std::string(searchPath),
+                         TOUCHCTL, "list"});
+    EXPECT_EQ(ended.status, 3) << '"' << searchPath << "\": " << ended.output << ended.errors;
+  }
+}
+
 }  // namespace
 
 }  // namespace touch::test

@@ -1,6 +1,7 @@
 #include "console/parameter_block.h"
 
 #include "console/backup.h"
+#include "console/parameter_editor.h"
 #include "console/parameter_table.h"
 #include "console/vrq_file.h"
 #include "core/whole_file.h"
@@ -253,6 +254,38 @@ TEST(ParameterTables, AClearedTableWritesNothingAndIsNotSaved) {
   EXPECT_EQ(table.changes().error(), "Word 06, low byte: expected a value, found nothing");
   EXPECT_FALSE(table.edit(6, WordByte::low, "07"));
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{6, {0x10, 7}}}));
+}
+
+/// What was read or can be undone never outlives what it belongs to.
+class ParameterEditing : public BlockWriting {
+ protected:
+  ParameterEditor editor{access(), prompt, backup};
+};
+
+TEST_F(ParameterEditing, ForgetsWhatACalibrationHasMadeStale) {
+  editor.read();
+  EXPECT_EQ(editor.parameter01(), (ParameterWord{0x10, 1}));
+  editor.table().edit(3, WordByte::high, "AB");
+  editor.write();
+  ASSERT_TRUE(editor.canUndo());
+  editor.forget();
+  EXPECT_EQ(editor.parameter01(), std::nullopt);
+  EXPECT_FALSE(editor.canUndo());
+}
+
+TEST_F(ParameterEditing, ReadsAgainAfterDefaultsAndUndoesOnlyThese) {
+  editor.read();
+  editor.table().edit(3, WordByte::high, "AB");
+  editor.write();
+  editor.restoreDefaults();
+  EXPECT_EQ(editor.parameter01(), memory[1]) << "not the word from before";
+  EXPECT_NE(editor.parameter01(), (ParameterWord{0x10, 1}));
+  EXPECT_TRUE(editor.canUndo());
+
+  memory.erase(5);
+  editor.restoreDefaults();
+  EXPECT_FALSE(editor.canUndo()) << "the block before could not be read: there is no way back";
+  EXPECT_EQ(editor.parameter01(), std::nullopt);
 }
 
 }  // namespace

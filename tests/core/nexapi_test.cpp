@@ -32,18 +32,5 @@ TEST(Binding, SaysWhatIsWrongWithALibrary) {
   }
 }
 
-TEST(Binding, DoesNotTakeTheLibraryFromTheCurrentFolder) {
-  const test::TemporaryFolder folder;
-  std::filesystem::copy_file(RECORDING_LIBRARY, folder.path() / libraryFileName("nexapi"));
-  const auto before = std::filesystem::current_path();
-  std::filesystem::current_path(folder.path());
-  for (const char* const searchPath : {"", ":", "/usr/lib:", "."}) {
-    setenv("LD_LIBRARY_PATH", searchPath, 1);
-    EXPECT_FALSE(NexapiDriver::bind(std::nullopt)) << searchPath;
-  }
-  unsetenv("LD_LIBRARY_PATH");
-  std::filesystem::current_path(before);
-}
-
 }  // namespace
 }  // namespace touch
