@@ -1,11 +1,7 @@
 #include "calibration/frmCal.h"
 
-#include <QCloseEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QScreen>
-#include <QTimer>
 
 #include "ui/finger_style.h"
 
@@ -34,10 +30,10 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
 frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
                const QScreen& screen, const std::optional<QSize>& size,
                std::function<void()> onLeave, std::function<void(CalibrationOutcome)> onEnded)
-    : access_(access),
+    : FullScreenWindow(screen, size, [this] { onEnded_(outcome_); }),
+      access_(access),
       prompt_(prompt),
       simulation_(simulation),
-      fullScreen_(!size),
       onLeave_(std::move(onLeave)),
       onEnded_(std::move(onEnded)),
       canvas_(new CanvasWidget(this)),
@@ -77,20 +73,12 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
   connect(cancelButton_, &QPushButton::clicked, this, [this] { calibration_->cancel(); });
   connect(exitLabel_, &QPushButton::clicked, this, [this] { calibration_->cancel(); });
 
-  setGeometry(QRect(screen.geometry().topLeft(), size.value_or(screen.size())));
   // A hidden window hears of its size only when it is shown, and the targets are placed before.
   placeControls();
   calibration_ = std::make_unique<Calibration>(access_, prompt_, *this, canvas_->sizeInTwips());
 }
 
-void frmCal::open() {
-  if (fullScreen_) {
-    showFullScreen();
-  } else {
-    show();
-  }
-  raise();
-  activateWindow();
+void frmCal::started() {
   startButton_->setFocus();
   calibration_->activate();
 }
@@ -144,11 +132,8 @@ void frmCal::leave() {
 }
 
 void frmCal::ended(CalibrationOutcome outcome) {
-  // When the procedure has returned to the event loop: what follows may destroy this window or wait itself.
-  QTimer::singleShot(0, this, [this, outcome] {
-    deleteLater();
-    onEnded_(outcome);
-  });
+  outcome_ = outcome;
+  FullScreenWindow::leave();
 }
 
 void frmCal::keyPressEvent(QKeyEvent* event) {
@@ -157,12 +142,6 @@ void frmCal::keyPressEvent(QKeyEvent* event) {
   } else {
     QWidget::keyPressEvent(event);
   }
-}
-
-void frmCal::closeEvent(QCloseEvent* event) {
-  // The window goes when the procedure has let go of the controller.
-  event->ignore();
-  calibration_->cancel();
 }
 
 void frmCal::touchAt(const QPointF& place) {

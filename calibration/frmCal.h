@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QPushButton>
-#include <QWidget>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -9,6 +8,7 @@
 #include "calibration/calibration.h"
 #include "core/simulation.h"
 #include "ui/canvas_widget.h"
+#include "ui/full_screen_window.h"
 
 class QLabel;
 
@@ -16,27 +16,26 @@ namespace touch {
 
 /// The full-screen calibration window: grid and targets, a time bar, "Start", "Cancel" and "EXIT".
 /// In a simulated run the mouse is the finger on the simulated panel.
-class frmCal final : public QWidget, public CalibrationScreen {
+class frmCal final : public FullScreenWindow, public CalibrationScreen {
   Q_OBJECT
 
  public:
-  /// `screen` is the one that the panel covers; `size` in logical pixels replaces all of it. `onLeave` brings the main window back, `onEnded` is told how the
-  /// calibration ended; the window then deletes itself.
+  /// `screen` is the one that the panel covers. `onLeave` brings the main window back, `onEnded` is told how the
+  /// calibration ended, which may be later: the procedure still has to let go of the controller.
   frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
          const QScreen& screen, const std::optional<QSize>& size, std::function<void()> onLeave,
          std::function<void(CalibrationOutcome)> onEnded);
 
-  /// Shows the window in front of all others; the calibration begins by itself.
-  void open();
-  void cancel() { calibration_->cancel(); }
+  void askToLeave() override { calibration_->cancel(); }
 
  protected:
+  /// The calibration begins by itself.
+  void started() override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
 
  private:
   Surface& surface() override { return *canvas_; }
@@ -52,9 +51,9 @@ class frmCal final : public QWidget, public CalibrationScreen {
   Access access_;
   Prompt& prompt_;
   std::optional<Simulation> simulation_;
-  bool fullScreen_;
   std::function<void()> onLeave_;
   std::function<void(CalibrationOutcome)> onEnded_;
+  CalibrationOutcome outcome_ = CalibrationOutcome::cancelled;
 
   CanvasWidget* canvas_;
   QLabel* instruction_;

@@ -457,7 +457,7 @@ void frmMain::openTest(TestScreen test) {
 }
 
 void frmMain::closeTest() {
-  if (testWindow_) testWindow_->askToLeave();
+  if (testWindow_) testWindow_->leave();
 }
 
 void frmMain::switchFault(const SimulatedFault& fault, bool on) {
@@ -504,7 +504,7 @@ std::optional<Simulation::PanelError> frmMain::panelError() const {
 }
 
 void frmMain::cancelCalibration() {
-  if (calibrationWindow_) calibrationWindow_->cancel();
+  if (calibrationWindow_) calibrationWindow_->askToLeave();
 }
 
 void frmMain::endProgram() {

@@ -20,12 +20,13 @@ class FullScreenWindow : public QWidget {
 
   /// Shows the window; `started()` follows.
   void open();
-  /// The user or the program wants the window to go.
+  /// The user wants the window to go; he may be asked.
   virtual void askToLeave() { leave(); }
+  /// The window goes, and asks nobody: so the program ends it.
+  void leave();
 
  protected:
   virtual void started() = 0;
-  void leave();
   void closeEvent(QCloseEvent* event) override;
 
  private:

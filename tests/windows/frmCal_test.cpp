@@ -121,7 +121,7 @@ TEST_F(CalibrationWindow, ItsTargetsAreFreeOfControlsOnEveryScreen) {
         }
       }
     }
-    screen.cancel();
+    screen.askToLeave();
     QApplication::processEvents();
   }
 }
