@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTableWidget>
 
+#include "tests/support/comma_locale.h"
 #include "tests/windows/drawing_desk.h"
 
 namespace touch {
@@ -143,7 +144,8 @@ TEST_F(LinearityWindow, RefusesBadStrokesWithTheirMessage) {
   EXPECT_FALSE(find<QPushButton>(*window, "cmdRepeat")->isEnabled());
 }
 
-TEST_F(LinearityWindow, GoesOnWithEarlierResults) {
+TEST_F(LinearityWindow, GoesOnWithEarlierResultsWhateverTheLanguage) {
+  const test::CommaLocale locale;
   linearity.panelSize = {200, 120};
   open();
   drawLine(true, 1);
