@@ -52,6 +52,17 @@ std::filesystem::path pathOf(const QString& file) {
   return file.toStdU16String();
 }
 
+/// A name to begin with: whoever has no keyboard cannot type one.
+QString freeName(const std::filesystem::path& folder) {
+  std::string name;
+  std::error_code unknown;
+  int number = 0;
+  do {
+    name = "drawing" + std::to_string(++number) + ".fdw";
+  } while (std::filesystem::exists(folder / name, unknown));
+  return QString::fromStdString(name);
+}
+
 }  // namespace
 
 frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
@@ -269,8 +280,12 @@ void frmDraw::placePanels() {
   helpPanel_->fitInto({width() - 2 * corner.x(), helpBottom - corner.y()});
   helpPanel_->move(corner);
   menuPanel_->fitInto(size());
-  banner_->setMaximumWidth(width());
+  banner_->setWordWrap(false);
   banner_->adjustSize();
+  if (banner_->width() > width()) {
+    banner_->setWordWrap(true);
+    banner_->resize(width(), banner_->heightForWidth(width()));
+  }
 
   const QFontMetrics metrics = resultsList_->fontMetrics();
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -305,7 +320,11 @@ TwipsSize frmDraw::sizeOf(CanvasPanel panel) const {
 }
 
 void frmDraw::place(CanvasPanel panel, TwipsPoint corner) {
-  widgetOf(panel)->move(pixels(corner.x), pixels(corner.y));
+  QWidget* const widget = widgetOf(panel);
+  // On a small screen there may be no room on either side of the pen.
+  const QSize free = (size() - widget->size()).expandedTo(QSize(0, 0));
+  widget->move(std::clamp(pixels(corner.x), 0, free.width()),
+               std::clamp(pixels(corner.y), 0, free.height()));
 }
 
 void frmDraw::show(CanvasPanel panel, bool shown) {
@@ -390,6 +409,7 @@ std::filesystem::path frmDraw::askSaveName(const std::filesystem::path& folder,
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   // With it the dialog asks before it replaces a file, whatever was typed.
   dialog.setDefaultSuffix("fdw");
+  dialog.selectFile(freeName(folder));
   return dialog.exec() == QDialog::Accepted ? pathOf(dialog.selectedFiles().value(0))
                                             : std::filesystem::path();
 }
@@ -398,6 +418,25 @@ std::filesystem::path frmDraw::askOpenName(const std::filesystem::path& folder,
                                            std::string_view filter) {
   return pathOf(QFileDialog::getOpenFileName(this, tr("View drawing"), shownText(folder.string()),
                                              dialogFilter(filter)));
+}
+
+// The pen's keys are for the canvas; those that scroll are for what is shown over it.
+void frmDraw::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End: {
+      QAbstractScrollArea* shown = resultsTable_;
+      if (resultsFrame_->isHidden()) shown = resultsList_;
+      QApplication::sendEvent(shown->verticalScrollBar(), event);
+      return;
+    }
+    default:
+      QWidget::keyPressEvent(event);
+  }
 }
 
 bool frmDraw::eventFilter(QObject* watched, QEvent* event) {

@@ -36,6 +36,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
 
  protected:
   void started() override;
+  void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 

@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <QTableWidget>
 
+#include "tests/support/comma_locale.h"
 #include "tests/windows/drawing_desk.h"
 
 namespace touch {
@@ -65,6 +66,9 @@ TEST_F(DrawWindow, DrawsTintsAndMeasuresAStrokeAlongALine) {
   EXPECT_EQ(list->item(1)->text(), "  Vertical #1");
   EXPECT_TRUE(list->item(list->count() - 1)->text().endsWith("**"));
   EXPECT_TRUE(std::filesystem::exists(files.pathOf(0)));
+  QTest::keyClick(canvas, Qt::Key_End);
+  EXPECT_GT(list->verticalScrollBar()->value(), 0) << "who has no free finger scrolls by keys";
+  QTest::keyClick(canvas, Qt::Key_Home);
   tap(list, 1);
   EXPECT_FALSE(list->isVisible());
 
@@ -72,6 +76,7 @@ TEST_F(DrawWindow, DrawsTintsAndMeasuresAStrokeAlongALine) {
     const int at = index % 5;
     index < 5 ? draw(canvas, {{25 + at * 187, 2}, {25 + at * 187, 470}})
               : draw(canvas, {{2, 15 + at * 112}, {790, 15 + at * 112}});
+    EXPECT_TRUE(window->rect().contains(list->geometry())) << index;
   }
   ASSERT_TRUE(shows("resultsTable"));
   auto* const table = find<QTableWidget>(*window, "resultsTable");
@@ -147,10 +152,11 @@ TEST_F(DrawWindow, TheMenuComesByTheRightButtonAndByResting) {
   EXPECT_EQ(left, 1) << "the last but one entry leaves";
 }
 
-TEST_F(DrawWindow, SavesViewsAndTakesBack) {
+TEST_F(DrawWindow, SavesViewsAndTakesBackWhateverTheLanguage) {
+  const test::CommaLocale locale;
   switches.toleranceTest = true;
   open();
-  draw(canvas, {{100, 200}, {300, 200}});
+  draw(canvas, {{100, 200}, {303, 200}});
   draw(canvas, {{100, 300}, {300, 300}});
   QTest::mouseClick(find<QPushButton>(*window, "cmdUndo"), Qt::LeftButton);
   EXPECT_EQ(colourAt(*canvas, {200, 300}), black);
@@ -209,6 +215,10 @@ TEST_F(DrawWindow, TheInkShowsWhatTheSimulatedPanelReports) {
 
 TEST_F(DrawWindow, FitsEveryScreen) {
   for (const QSize size : {QSize(400, 240), QSize(800, 480), QSize(1024, 768), QSize(1920, 1080)}) {
+    open(size, true);
+    auto* const banner = find<QLabel>(*window, "banner");
+    EXPECT_LE(banner->width(), size.width());
+    EXPECT_TRUE(banner->wordWrap() || banner->sizeHint().width() <= banner->width());
     open(size);
     press(Qt::Key_F1);
     press(Qt::Key_T);
