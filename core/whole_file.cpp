@@ -70,7 +70,7 @@ std::pair<File, fs::path> newFileBeside(const fs::path& path) {
   fs::path beside;
   for (int i = 0; i < mostLeftovers; ++i) {
     beside = path;
-    beside += ".new" + (i == 0 ? std::string() : std::to_string(i));
+    beside += std::string(unfinishedEnding) + (i == 0 ? std::string() : std::to_string(i));
     errno = 0;
     File file = openFile(beside, "wbx");
     if (file || errno != EEXIST) return {std::move(file), beside};

@@ -11,6 +11,10 @@
 
 namespace touch {
 
+/// How the name of a file ends that is being written beside the one that it is to replace; a number may follow. Only a
+/// crash leaves one behind.
+inline constexpr std::string_view unfinishedEnding = ".new";
+
 /// Writes `content` to `path` whole or not at all: into a new file beside it, which is flushed to
 /// the disk and then takes the name. After an error, which is returned, the old file is as it was
 /// and nothing else is left behind.

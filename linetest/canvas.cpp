@@ -27,6 +27,10 @@ constexpr std::string_view openFilter = "(*.fdw)|*.fdw";
 constexpr std::size_t shortestSaveName = 2;
 constexpr std::size_t shortestOpenName = 4;
 
+std::string strokesText(std::size_t count) {
+  return std::to_string(count) + (count == 1 ? " stroke" : " strokes");
+}
+
 /// `start`, moved so that a panel of this length lies on the screen; at its beginning when it is longer than that.
 float onScreen(float start, float length, float screen) {
   if (start + length > screen) start = screen - length;
@@ -61,20 +65,26 @@ void Canvas::activate() {
 
 void Canvas::offerLeftStrokes() {
   const LeftStrokes left = parts_.files.left();
-  for (const FileError& error : left.damaged)
-    tell(error);
+  if (!left.damaged.empty()) {
+    std::string text = left.damaged.front().describe();
+    if (const auto more = left.damaged.size() - 1; more > 0) {
+      text += "\n" + std::to_string(more) + " more cannot be read.";
+    }
+    parts_.prompt.message(text);
+  }
   if (left.strokes.empty()) return;
-  const auto count = static_cast<int>(left.strokes.size());
-  const std::string question = "Drawing left by an earlier run: " + std::to_string(count) +
-                               (count == 1 ? " stroke" : " strokes") + ". Restore it?";
+  const std::string question =
+      "Drawing left by an earlier run: " + strokesText(left.strokes.size()) + ". Restore it?";
   if (!parts_.prompt.confirm(question)) {
     tell(parts_.files.clear());
     return;
   }
+  // Where they cannot be numbered anew they stay as they are, for another start.
+  if (!tell(parts_.files.makeConsecutive(left))) return;
   parts_.switches.toleranceTest = true;
-  tell(parts_.files.makeConsecutive(left));
-  strokeCounter_ = count;
-  held_ = true;
+  strokeCounter_ = static_cast<int>(left.strokes.size());
+  unsaved_ = true;
+  held_ = left.strokes.back().stroke;
   for (const auto& [number, stroke] : left.strokes) {
     stroke_.assign(stroke.samples);
     pen_.colour = stroke.colour;
@@ -89,8 +99,9 @@ void Canvas::show(CanvasPanel panel, bool shown) {
   view_.show(panel, shown);
 }
 
-void Canvas::tell(const std::optional<FileError>& error) {
+bool Canvas::tell(const std::optional<FileError>& error) {
   if (error) parts_.prompt.message(error->describe());
+  return !error;
 }
 
 void Canvas::tickBanner() {
@@ -224,13 +235,11 @@ void Canvas::advanceFixedSequence() {
 void Canvas::keepStroke() {
   const auto samples = stroke_.samples();
   if (samples.size() < fewestSamplesKept) return;
-  const Stroke stroke{pen_.colour, pen_.width, {samples.begin(), samples.end()}};
-  if (const auto error = parts_.files.write(strokeCounter_, stroke)) {
-    tell(error);
-    return;
-  }
+  Stroke stroke{pen_.colour, pen_.width, {samples.begin(), samples.end()}};
+  if (!tell(parts_.files.write(strokeCounter_, stroke))) return;
   ++strokeCounter_;
-  held_ = true;
+  unsaved_ = true;
+  held_ = std::move(stroke);
 }
 
 void Canvas::showgrid() {
@@ -354,7 +363,14 @@ void Canvas::escape() {
   }
 }
 
+// What is left behind in order is not offered again: the working files are for what nobody meant to leave.
 void Canvas::leave() {
+  if (unsaved_ && strokeCounter_ > 0) {
+    const auto count = static_cast<std::size_t>(strokeCounter_);
+    if (!parts_.prompt.confirm("Not saved: " + strokesText(count) + ". Leave without saving?"))
+      return;
+  }
+  tell(parts_.files.clear());
   bannerTimer_->stop();
   view_.leave();
 }
@@ -364,7 +380,8 @@ void Canvas::clearDrawing() {
   picture_.clear();
   show(CanvasPanel::resultsList, false);
   strokeCounter_ = 0;
-  held_ = false;
+  unsaved_ = false;
+  held_.reset();
   tell(parts_.files.clear());
   if (parts_.switches.grid) showgrid();
   // The line that is to be drawn next stays marked.
@@ -394,29 +411,42 @@ void Canvas::toggleGrid() {
 
 void Canvas::undo() {
   if (!parts_.switches.toleranceTest || !held_) return;
-  held_ = false;
+  // As it was drawn, whatever the pen has become and whatever has been touched since.
+  const Stroke stroke = *std::exchange(held_, std::nullopt);
   --strokeCounter_;
   // A stroke that was taken back must not come back after a crash.
   parts_.files.remove(strokeCounter_);
   foreground_ = background;
-  const auto samples = stroke_.samples();
-  TwipsPoint from = samples.front();
-  picture_.point(from, foreground_, pen_.width);
-  for (const TwipsPoint sample : samples)
-    picture_.line(std::exchange(from, sample), sample, foreground_, pen_.width);
+  TwipsPoint from = stroke.samples.front();
+  picture_.point(from, foreground_, stroke.width);
+  for (const TwipsPoint sample : stroke.samples)
+    picture_.line(std::exchange(from, sample), sample, foreground_, stroke.width);
 }
 
 void Canvas::save() {
-  if (!parts_.switches.toleranceTest) return;
+  if (strokeCounter_ == 0 || !parts_.switches.toleranceTest) {
+    parts_.prompt.message(
+        "There is nothing to save: strokes are recorded once F has begun the test of the lines.");
+    return;
+  }
   const auto name = view_.askSaveName(parts_.workingFolder, saveFilter);
   if (name.native().size() < shortestSaveName) return;
+  const auto file = withDrawingExtension(name);
+  // The dialog has asked about the name that was typed, not about the one that this becomes.
+  if (file != name && !mayReplace(file)) return;
   const auto strokes = parts_.files.readAll(strokeCounter_);
   if (!strokes) {
     tell(strokes.error());
     return;
   }
-  tell(writeDrawing(withDrawingExtension(name), *strokes));
-  if (!strokes->empty()) stroke_.assign(strokes->back().samples);
+  if (tell(writeDrawing(file, *strokes))) unsaved_ = false;
+  stroke_.assign(strokes->back().samples);
+}
+
+bool Canvas::mayReplace(const std::filesystem::path& file) {
+  std::error_code unknown;
+  return !std::filesystem::exists(file, unknown) ||
+         parts_.prompt.confirm(file.string() + " is there already. Replace it?");
 }
 
 void Canvas::view() {
@@ -428,6 +458,10 @@ void Canvas::viewsave(const std::filesystem::path& file) {
   const auto drawing = readDrawing(file);
   if (!drawing) {
     tell(drawing.error());
+    return;
+  }
+  if (drawing->empty()) {
+    parts_.prompt.message(file.string() + " is a drawing without strokes.");
     return;
   }
   drawn_ = false;

@@ -84,8 +84,8 @@ class Canvas {
 
   /// The screen is shown.
   void activate();
-  /// Asks whether the strokes that an earlier run has left in the working files are to be drawn and kept; they are
-  /// deleted if not. Does nothing when there are none.
+  /// Asks whether the strokes that a run has left in the working files because it did not end in order are to be drawn
+  /// and kept; they are deleted if not. Does nothing when there are none.
   void offerLeftStrokes();
 
   void pointerDown(PointerButton button, TwipsPoint at);
@@ -149,7 +149,9 @@ class Canvas {
   void save();
   void view();
   void showResults();
-  void tell(const std::optional<FileError>& error);
+  bool mayReplace(const std::filesystem::path& file);
+  /// True when there was none.
+  bool tell(const std::optional<FileError>& error);
   LineMatcher matcher() const { return {guides_, bandsOf(guides_.screen(), tolerancePercent_)}; }
 
   CanvasParts parts_;
@@ -178,8 +180,9 @@ class Canvas {
   bool fixedSequence_ = false;
   ResultsTable results_;
 
-  int strokeCounter_ = 0;  ///< strokes in the working files
-  bool held_ = false;      ///< the last recorded stroke can be taken back
+  int strokeCounter_ = 0;       ///< strokes in the working files
+  bool unsaved_ = false;        ///< some of them are in no drawing file
+  std::optional<Stroke> held_;  ///< the last recorded stroke, as long as it can be taken back
 };
 
 }  // namespace touch

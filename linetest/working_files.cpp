@@ -28,6 +28,14 @@ bool canBeWritten(const fs::path& folder) {
   return true;
 }
 
+/// "tmp007.tmp.new", "probe.tmp.new1": half of a write that a crash has cut off; see whole_file.h.
+bool isCutOff(const fs::path& file) {
+  const std::string name = file.filename().string();
+  const std::string ending = std::string(extension) + std::string(unfinishedEnding);
+  const auto at = name.rfind(ending);
+  return at != name.npos && name.find_first_not_of("0123456789", at + ending.size()) == name.npos;
+}
+
 std::optional<int> numberOf(const fs::path& file) {
   const std::string name = file.filename().string();
   if (!name.starts_with(nameStart) || !name.ends_with(extension)) return std::nullopt;
@@ -40,11 +48,15 @@ std::optional<int> numberOf(const fs::path& file) {
   return number;
 }
 
-std::vector<fs::path> filesIn(const fs::path& folder) {
+bool isWorkingFile(const fs::path& file) {
+  return file.extension() == extension;
+}
+
+std::vector<fs::path> filesIn(const fs::path& folder, bool (*wanted)(const fs::path&)) {
   std::vector<fs::path> files;
   std::error_code failed;
   for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
-    if (at->path().extension() == extension) files.push_back(at->path());
+    if (wanted(at->path())) files.push_back(at->path());
   return files;
 }
 
@@ -68,6 +80,9 @@ std::string workingText(const Stroke& stroke) {
 WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBack)
     : folder_(workingFolder / "tmp") {
   if (!canBeWritten(folder_) && canBeWritten(fallBack / "tmp")) folder_ = fallBack / "tmp";
+  std::error_code ignored;
+  for (const fs::path& file : filesIn(folder_, isCutOff))
+    fs::remove(file, ignored);
 }
 
 fs::path WorkingFiles::pathOf(int number) const {
@@ -116,7 +131,7 @@ void WorkingFiles::remove(int number) const {
 }
 
 std::optional<FileError> WorkingFiles::clear() const {
-  for (const fs::path& file : filesIn(folder_)) {
+  for (const fs::path& file : filesIn(folder_, isWorkingFile)) {
     std::error_code failed;
     fs::remove(file, failed);
     if (failed) return FileError{file.string(), 0, "a file that can be deleted", failed.message()};
@@ -126,7 +141,7 @@ std::optional<FileError> WorkingFiles::clear() const {
 
 LeftStrokes WorkingFiles::left() const {
   std::vector<int> numbers;
-  for (const fs::path& file : filesIn(folder_)) {
+  for (const fs::path& file : filesIn(folder_, isWorkingFile)) {
     const auto number = numberOf(file);
     if (number) numbers.push_back(*number);
   }
@@ -146,9 +161,10 @@ LeftStrokes WorkingFiles::left() const {
 std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
   int next = 0;
   for (const auto& [number, stroke] : left.strokes) {
-    if (number != next) {
-      if (auto error = write(next, stroke)) return error;
-      remove(number);
+    std::error_code failed;
+    if (number != next) fs::rename(pathOf(number), pathOf(next), failed);
+    if (failed) {
+      return FileError{pathOf(number).string(), 0, "a file that can be renamed", failed.message()};
     }
     ++next;
   }

@@ -28,7 +28,8 @@ struct LeftStrokes {
 
 class WorkingFiles {
  public:
-  /// They live in the folder "tmp" under `workingFolder`, or under `fallBack` when nothing can be written there.
+  /// They live in the folder "tmp" under `workingFolder`, or under `fallBack` when nothing can be written there. What a
+  /// crash in the middle of a write has left of a file is swept away; whole files stay.
   WorkingFiles(const std::filesystem::path& workingFolder, const std::filesystem::path& fallBack);
 
   const std::filesystem::path& folder() const { return folder_; }
@@ -44,8 +45,8 @@ class WorkingFiles {
   /// Deletes every "*.tmp" in the folder, which is the system's own.
   std::optional<FileError> clear() const;
   LeftStrokes left() const;
-  /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them. A crash in between
-  /// loses none.
+  /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them. It takes no room on
+  /// the disk, and a crash in between loses none.
   std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;
 
  private:

@@ -3,7 +3,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <csignal>
+#include <functional>
 #include <map>
+
+#if !defined(_WIN32)
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 #include "linetest/drawing_file.h"
 #include "tests/linetest/recording_surface.h"
@@ -196,17 +204,14 @@ TEST_F(OnTheCanvas, KeepsTheMenuOnTheScreen) {
     canvas.pointerDown(PointerButton::right, pointer);
     EXPECT_TRUE(shown(CanvasPanel::menu));
     EXPECT_EQ(view.corners[CanvasPanel::menu], corner) << pointer.x << ',' << pointer.y;
+    view.drawing.take();
+    draw({{1, 1}, {2, 2}});
+    EXPECT_EQ(view.drawing.take(), Lines{}) << "nothing is drawn below it";
     key(escapeKey);
     EXPECT_FALSE(shown(CanvasPanel::menu));
   }
   EXPECT_EQ(view.left, 0);
-}
-
-TEST_F(OnTheCanvas, DrawsNothingWhileTheMenuIsOpen) {
   canvas.pointerDown(PointerButton::right, {5000, 1000});
-  view.drawing.take();
-  draw({{1, 1}, {2, 2}});
-  EXPECT_EQ(view.drawing.take(), Lines{});
   canvas.choose(canvasMenu[3]);
   EXPECT_FALSE(shown(CanvasPanel::menu));
   EXPECT_EQ(canvas.pen().width, 2);
@@ -263,29 +268,24 @@ TEST_F(OnTheCanvas, TintsTheInkOfATestedStroke) {
       << "a start inside is never tested";
 }
 
-TEST_F(OnTheCanvas, StaysThinAfterAStartThatHitNoLine) {
+TEST_F(OnTheCanvas, TakesWidthAndRightButtonFromWhereTheLastStrokeBegan) {
   testFreely();
   key('2');
-  draw({{320, 20}, {320, 30}});
-  EXPECT_EQ(canvas.pen().width, 2);
-  draw({{1500, 100}, {1500, 30}});
-  EXPECT_EQ(canvas.pen().width, 1);
-}
-
-TEST_F(OnTheCanvas, AllowsTheRightButtonByWhereTheLastStrokeBegan) {
-  testFreely();
   const struct {
+    const char* what;
     TwipsPoint start;
+    int width;
     bool allowed;
-  } cases[] = {{{5000, 1000}, true},
-               {{5120, 20}, false},
-               {{3500, 100}, false},
-               {{5000, 1000}, true},
-               {{3500, 100}, true}};
+  } cases[] = {{"inside", {5000, 1000}, 2, true},
+               {"on a line, at the edge", {5120, 20}, 2, false},
+               {"beside the lines", {3500, 100}, 1, false},
+               {"inside again", {5000, 1000}, 1, true},
+               {"beside the lines again", {3500, 100}, 1, true}};
   for (const auto& c : cases) {
     draw({c.start, c.start});
+    EXPECT_EQ(canvas.pen().width, c.width) << c.what;
     canvas.pointerDown(PointerButton::right, {3500, 100});
-    EXPECT_EQ(shown(CanvasPanel::menu), c.allowed) << c.start.x;
+    EXPECT_EQ(shown(CanvasPanel::menu), c.allowed) << c.what;
     if (c.allowed) key(escapeKey);
     canvas.pointerUp({3500, 100});
   }
@@ -321,11 +321,19 @@ TEST_F(OnTheCanvas, MeasuresListsAndKeepsStrokes) {
 
 TEST_F(OnTheCanvas, RecordsNothingWithoutTheToleranceTest) {
   draw(alongLine(0, 0));
-  keys("DS");
+  key('D');
   EXPECT_EQ(canvas.strokeCounter(), 0);
   EXPECT_TRUE(view.results.empty());
-  EXPECT_TRUE(view.asked.empty());
   EXPECT_TRUE(fs::is_empty(files.folder()));
+  EXPECT_EQ(journal, Lines{});
+  for (const bool on : {false, true}) {
+    switches.toleranceTest = on;
+    journal.clear();
+    key('S');
+    EXPECT_EQ(journal, Lines{"message There is nothing to save: strokes are recorded once F has "
+                             "begun the test of the lines."});
+    EXPECT_TRUE(view.asked.empty());
+  }
 }
 
 TEST_F(OnTheCanvas, BoundsAStroke) {
@@ -372,6 +380,14 @@ TEST_F(OnTheCanvas, TakesTheLastStrokeBackOnce) {
   key('D');
   EXPECT_EQ(canvas.strokeCounter(), 1);
   EXPECT_EQ(files.left().strokes.size(), 1u);
+
+  key('2');
+  draw(alongLine(0, 0, 4));
+  key('1');
+  draw({{2000, 2000}});
+  view.drawing.take();
+  key('D');
+  EXPECT_EQ(view.drawing.drawn.front(), "point 320,20 #0 2") << "the recorded one, as it was drawn";
 }
 
 TEST_F(OnTheCanvas, ClearsThenLeaves) {
@@ -498,6 +514,14 @@ TEST_F(OnTheCanvas, SavesAndViewsADrawing) {
   EXPECT_EQ(view.asked.front(), "Text (*.fdw) |*.fdw");
   EXPECT_EQ(journal, Lines{});
 
+  prompt.answerYes = false;
+  const std::string before = folder.read("run1.fdw");
+  key('D');
+  key('S');
+  EXPECT_EQ(journal, Lines{"confirm " + (folder.path() / "run1.fdw").string() +
+                           " is there already. Replace it?"});
+  EXPECT_EQ(folder.read("run1.fdw"), before);
+
   keys("C");
   view.chosen = folder.path() / "run1.fdw";
   view.drawing.take();
@@ -511,15 +535,23 @@ TEST_F(OnTheCanvas, SavesAndViewsADrawing) {
   EXPECT_EQ(canvas.pen().colour, 14);
 }
 
-TEST_F(OnTheCanvas, KeepsWhatItShowsWhenAFileIsDamaged) {
-  folder.write("bad.fdw", "Line #000\r\n 9 \r\n 2 \r\n 2 \r\n 1 2\r\n");
+TEST_F(OnTheCanvas, KeepsWhatItShowsWhenAFileIsNoDrawing) {
+  const std::string file = (folder.path() / "bad.fdw").string();
+  const std::pair<const char*, std::string> cases[] = {
+      {"Line #000\r\n 9 \r\n 2 \r\n 2 \r\n 1 2\r\n",
+       file + ", line 6: expected the x of a sample, found the end of the file"},
+      {"", file + " is a drawing without strokes."},
+  };
   draw({{1, 1}});
-  view.drawing.take();
-  canvas.viewsave(folder.path() / "bad.fdw");
-  EXPECT_EQ(view.drawing.take(), Lines{});
-  EXPECT_EQ(canvas.pen().colour, 12);
-  EXPECT_EQ(journal, Lines{"message " + (folder.path() / "bad.fdw").string() +
-                           ", line 6: expected the x of a sample, found the end of the file"});
+  for (const auto& [text, message] : cases) {
+    folder.write("bad.fdw", text);
+    view.drawing.take();
+    journal.clear();
+    canvas.viewsave(file);
+    EXPECT_EQ(view.drawing.take(), Lines{});
+    EXPECT_EQ(canvas.pen().colour, 12);
+    EXPECT_EQ(journal, Lines{"message " + message});
+  }
 }
 
 TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
@@ -536,6 +568,8 @@ TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
   EXPECT_THAT(journal[0], testing::HasSubstr("tmp001.tmp: expected a place that can be written"));
   EXPECT_THAT(journal[1], testing::HasSubstr("old.fdw: expected a place that can be written"));
   EXPECT_EQ(folder.read("old.fdw"), "old");
+  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(folder.path()), {}), 3)
+      << "the folder, the first stroke, the old drawing, and no half of a file";
   EXPECT_EQ(canvas.strokeCounter(), 1);
   key('S');
   EXPECT_EQ(readDrawing(folder.path() / "old.fdw")->size(), 1u);
@@ -543,17 +577,33 @@ TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
 
 TEST(HelpLines, DoWhatTheirKeysDo) {
   const auto lines = helpLines(MessageTable());
-  for (std::size_t line = 0; line < lines.size(); ++line) {
-    const auto key = lines[line].find_first_of("0123456789CGLPSTVF");
-    const bool letter = lines[line][4] == ' ' && key == 5;
-    if (letter) {
-      EXPECT_EQ(actionOfHelpLine(line), actionOfKey(lines[line][key])) << lines[line];
-    }
-  }
   EXPECT_EQ(actionOfHelpLine(0), CanvasAction::toggleHelp);
   EXPECT_EQ(actionOfHelpLine(1), CanvasAction::clear);
   EXPECT_EQ(actionOfHelpLine(2), CanvasAction::leave);
+  for (std::size_t line = 3; line < lines.size(); ++line)
+    EXPECT_EQ(actionOfHelpLine(line), actionOfKey(lines[line][4])) << lines[line];
   EXPECT_EQ(actionOfHelpLine(lines.size()), std::nullopt);
+}
+
+TEST_F(OnTheCanvas, LeavesNothingBehindInOrder) {
+  testFreely();
+  const auto leave = [this] { canvas.perform(CanvasAction::leave); };
+  draw(alongLine(0, 0));
+  prompt.answerYes = false;
+  leave();
+  EXPECT_EQ(journal, Lines{"confirm Not saved: 1 stroke. Leave without saving?"});
+  EXPECT_EQ(view.left, 0);
+  EXPECT_TRUE(files.read(0)) << "no is no";
+
+  journal.clear();
+  view.chosen = folder.path() / "kept.fdw";
+  key('S');
+  leave();
+  EXPECT_EQ(journal, Lines{}) << "it is saved";
+  EXPECT_EQ(view.left, 1);
+  EXPECT_TRUE(fs::is_empty(files.folder()));
+  canvas.offerLeftStrokes();
+  EXPECT_EQ(journal, Lines{});
 }
 
 TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
@@ -561,9 +611,14 @@ TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
   EXPECT_EQ(journal, Lines{});
   files.write(0, {9, 2, alongLine(0, 0)});
   files.write(4, {10, 1, alongLine(1, 0)});
+  for (const char* torn : {"tmp/tmp001.tmp", "tmp/tmp002.tmp"})
+    folder.write(torn, " 12 ");
   view.drawing.take();
   canvas.offerLeftStrokes();
-  EXPECT_EQ(journal, Lines{"confirm Drawing left by an earlier run: 2 strokes. Restore it?"});
+  EXPECT_EQ(journal, (Lines{"message " + files.pathOf(1).string() +
+                                ", line 1: expected a draw width of 1 or 2, found the end of the "
+                                "file\n1 more cannot be read.",
+                            "confirm Drawing left by an earlier run: 2 strokes. Restore it?"}));
   EXPECT_EQ(view.drawing.drawn.size(), 10u);
   view.chosen = folder.path() / "kept";
   key('S');
@@ -573,6 +628,68 @@ TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
   canvas.offerLeftStrokes();
   EXPECT_TRUE(fs::is_empty(files.folder()));
 }
+
+#if !defined(_WIN32)
+/// A process of its own that does `work`, told to write a byte to `said` for each thing that is done, and is killed
+/// after `enough` of them.
+std::string killedAfter(std::size_t enough, const std::function<void(int said)>& work) {
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
+  const pid_t child = fork();
+  if (child == 0) {
+    work(ends[1]);
+    _exit(0);
+  }
+  close(ends[1]);
+  std::string heard;
+  char byte = 0;
+  while (heard.size() < enough && read(ends[0], &byte, 1) == 1)
+    heard += byte;
+  kill(child, SIGKILL);
+  while (read(ends[0], &byte, 1) == 1)
+    heard += byte;
+  close(ends[0]);
+  waitpid(child, nullptr, 0);
+  return heard;
+}
+
+TEST_F(OnTheCanvas, LosesNothingWhenTheProgramIsKilled) {
+  const auto drawing = folder.path() / "run.fdw";
+  view.chosen = drawing;
+  for (std::size_t round = 1; round <= 16; round += 3) {
+    canvas.perform(CanvasAction::clear);
+    // The kill comes while the next file is on its way, in the middle of a write or between two.
+    const std::string done = killedAfter(round, [this](int said) {
+      switches.toleranceTest = true;
+      for (char what = 'd';; what = what == 'd' ? 's' : 'd') {
+        if (what == 'd') draw(alongLine(0, 5, 300));
+        if (what == 's') key('S');
+        if (write(said, &what, 1) != 1) return;
+      }
+    });
+    ASSERT_GE(done.size(), round) << "it did not end by itself";
+    const auto drawn = static_cast<std::size_t>(std::count(done.begin(), done.end(), 'd'));
+    const auto saved = readDrawing(drawing);
+    if (done.size() > 1) {
+      ASSERT_TRUE(saved) << saved.error().describe();
+      EXPECT_GE(saved->size(), done.size() / 2);
+    }
+
+    const WorkingFiles found(folder.path(), folder.path());
+    for (const auto& entry : fs::directory_iterator(found.folder()))
+      EXPECT_EQ(entry.path().extension(), ".tmp") << "half a file is swept away";
+    const auto left = found.left().strokes.size();
+    EXPECT_TRUE(left == drawn || left == drawn + 1) << left << " of " << drawn;
+    journal.clear();
+    Canvas next{{clock, prompt, messages, switches, found, folder.path()}, view, screen};
+    next.offerLeftStrokes();
+    ASSERT_EQ(journal.size(), 1u);
+    EXPECT_EQ(journal[0], "confirm Drawing left by an earlier run: " + std::to_string(left) +
+                              (left == 1 ? " stroke" : " strokes") + ". Restore it?");
+    EXPECT_EQ(static_cast<std::size_t>(next.strokeCounter()), left);
+  }
+}
+#endif
 
 }  // namespace
 }  // namespace touch

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/linetest/small_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
@@ -96,15 +97,16 @@ TEST(DrawingFile, GetsItsExtension) {
   }
 }
 
-TEST(DrawingFile, KeepsTheOldOneWhenTheDiskIsFull) {
+TEST(DrawingFile, KeepsTheOldOneWhenItCannotBeWritten) {
   const test::TemporaryFolder folder;
   const Stroke strokes[] = {strokeOf(12, 1, 3001)};
   folder.write("old.fdw", "old");
-  // A folder that a regular file stands in for, and one that does not exist.
-  for (const auto& path : {folder.path() / "old.fdw" / "new.fdw", folder.path() / "no" / "a.fdw"}) {
-    const auto error = writeDrawing(path, strokes);
-    ASSERT_TRUE(error);
-    EXPECT_EQ(error->file, path.string());
+  const test::SmallDisk disk(10000);
+  // A full disk, a folder that a regular file stands in for, and one that does not exist.
+  for (const char* name : {"old.fdw", "old.fdw/new.fdw", "no/a.fdw"}) {
+    const auto error = writeDrawing(folder.path() / name, strokes);
+    ASSERT_TRUE(error) << name;
+    EXPECT_EQ(error->file, (folder.path() / name).string());
   }
   EXPECT_EQ(folder.read("old.fdw"), "old");
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1) << "nothing left behind";

@@ -47,9 +47,10 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrash) {
   files.write(0, stroke);
   files.write(1000, {10, 1, {{4, 4}}});
   working.write("tmp/tmp001.tmp", " 12 \r\n 1 \r\n 480 \t ");
-  working.write("tmp/tmp003.tmp.new", " 12 \r\n");
-  working.write("tmp/tmpabc.tmp", "");
-  working.write("tmp/tmp-01.tmp", "");
+  for (const char* name : {"tmpabc.tmp", "tmp-01.tmp", "tmp.new", "notes.new", "tmp003.tmp.newer"})
+    working.write("tmp/" + std::string(name), "mine");
+  for (const char* cutOff : {"tmp003.tmp.new", "tmp003.tmp.new12", "probe.tmp.new"})
+    working.write("tmp/" + std::string(cutOff), " 12 \r\n");
 
   const WorkingFiles next(working.path(), other.path());
   const LeftStrokes left = next.left();
@@ -61,6 +62,9 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrash) {
   EXPECT_EQ(
       left.damaged[0].describe(),
       next.pathOf(1).string() + ", line 3: expected the y of a sample, found the end of the file");
+
+  EXPECT_EQ(std::distance(fs::directory_iterator(next.folder()), {}), 4 + 5)
+      << "what was cut off is gone, nothing else";
 
   EXPECT_EQ(next.makeConsecutive(left), std::nullopt);
   const auto all = next.readAll(3);

@@ -238,15 +238,28 @@ TEST_F(DrawWindow, FitsEveryScreen) {
   }
 }
 
-TEST_F(DrawWindow, ClosingTheWindowLeadsBackAndKeepsTheStrokes) {
+TEST_F(DrawWindow, OnlyTheProgramsEndKeepsTheStrokes) {
   switches.toleranceTest = true;
-  open();
-  draw(canvas, {{100, 200}, {300, 200}});
-  window->close();
-  live(0ms);
-  EXPECT_EQ(left, 1);
-  EXPECT_TRUE(window.isNull());
-  EXPECT_TRUE(std::filesystem::exists(files.pathOf(0)));
+  const struct {
+    const char* what;
+    std::function<void(FullScreenWindow&)> end;
+    bool asks;
+  } cases[] = {
+      {"closed by the user", [](auto& shown) { shown.close(); }, true},
+      {"the program ends", [](auto& shown) { shown.leave(); }, false},
+  };
+  for (const auto& c : cases) {
+    left = 0;
+    open();
+    draw(canvas, {{100, 200}, {300, 200}});
+    journal.clear();
+    c.end(*window);
+    live(0ms);
+    EXPECT_EQ(left, 1) << c.what;
+    EXPECT_TRUE(window.isNull()) << c.what;
+    EXPECT_EQ(contains(journal, "confirm Not saved: 1 stroke. Leave without saving?"), c.asks);
+    EXPECT_EQ(std::filesystem::exists(files.pathOf(0)), !c.asks) << c.what;
+  }
 }
 
 }  // namespace
