@@ -367,7 +367,8 @@ void Canvas::escape() {
 void Canvas::leave() {
   if (unsaved_ && strokeCounter_ > 0) {
     const auto count = static_cast<std::size_t>(strokeCounter_);
-    if (!parts_.prompt.confirm("Not saved: " + strokesText(count) + ". Leave without saving?"))
+    if (!parts_.prompt.confirm("This drawing of " + strokesText(count) +
+                               " is not saved. Leave without saving?"))
       return;
   }
   tell(parts_.files.clear());

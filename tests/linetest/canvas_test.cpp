@@ -591,7 +591,7 @@ TEST_F(OnTheCanvas, LeavesNothingBehindInOrder) {
   draw(alongLine(0, 0));
   prompt.answerYes = false;
   leave();
-  EXPECT_EQ(journal, Lines{"confirm Not saved: 1 stroke. Leave without saving?"});
+  EXPECT_EQ(journal, Lines{"confirm This drawing of 1 stroke is not saved. Leave without saving?"});
   EXPECT_EQ(view.left, 0);
   EXPECT_TRUE(files.read(0)) << "no is no";
 

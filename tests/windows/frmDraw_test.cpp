@@ -257,7 +257,9 @@ TEST_F(DrawWindow, OnlyTheProgramsEndKeepsTheStrokes) {
     live(0ms);
     EXPECT_EQ(left, 1) << c.what;
     EXPECT_TRUE(window.isNull()) << c.what;
-    EXPECT_EQ(contains(journal, "confirm Not saved: 1 stroke. Leave without saving?"), c.asks);
+    EXPECT_EQ(
+        contains(journal, "confirm This drawing of 1 stroke is not saved. Leave without saving?"),
+        c.asks);
     EXPECT_EQ(std::filesystem::exists(files.pathOf(0)), !c.asks) << c.what;
   }
 }

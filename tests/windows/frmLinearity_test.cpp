@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTableWidget>
 
+#include "tests/linetest/small_disk.h"
 #include "tests/support/comma_locale.h"
 #include "tests/windows/drawing_desk.h"
 
@@ -95,6 +96,16 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
       {"cmdExportCsv", {"c.csv", "line,samples,"}},
   };
   for (const auto& [button, file] : exports) {
+    {
+      const test::SmallDisk full(1);
+      journal.clear();
+      answerFileDialog(file.first);
+      click(button);
+      ASSERT_EQ(journal.size(), 1u);
+      EXPECT_NE(journal[0].find(std::string(file.first) + ": expected a place that can be written"),
+                std::string::npos);
+      EXPECT_FALSE(std::filesystem::exists(folder.path() / file.first));
+    }
     answerFileDialog(file.first);
     click(button);
     EXPECT_TRUE(folder.read(file.first).starts_with(file.second)) << button;
