@@ -9,6 +9,7 @@
 #include <map>
 
 #if !defined(_WIN32)
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
@@ -630,62 +631,87 @@ TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
 }
 
 #if !defined(_WIN32)
-/// A process of its own that does `work`, told to write a byte to `said` for each thing that is done, and is killed
-/// after `enough` of them.
-std::string killedAfter(std::size_t enough, const std::function<void(int said)>& work) {
+/// How a process dies: by SIGKILL after it has done so much, or in the middle of the write that makes a file larger than
+/// `longestFile` bytes, of which a part is written by then.
+struct Death {
+  const char* when;
+  std::size_t enough;
+  rlim_t longestFile;
+  int shortStrokes;       ///< those after them make longer files
+  const char* halfAFile;  ///< is left behind
+};
+
+/// Does `work` in a process that dies so. What it writes to `said` is returned.
+std::string workUntil(const Death& death, const std::function<void(int said)>& work) {
   std::array<int, 2> ends{};
   if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
   const pid_t child = fork();
   if (child == 0) {
+    const rlimit none{0, 0};
+    const rlimit most{death.longestFile, death.longestFile};
+    setrlimit(RLIMIT_CORE, &none);
+    setrlimit(RLIMIT_FSIZE, &most);
     work(ends[1]);
     _exit(0);
   }
   close(ends[1]);
   std::string heard;
   char byte = 0;
-  while (heard.size() < enough && read(ends[0], &byte, 1) == 1)
+  while (heard.size() < death.enough && read(ends[0], &byte, 1) == 1)
     heard += byte;
   kill(child, SIGKILL);
   while (read(ends[0], &byte, 1) == 1)
     heard += byte;
   close(ends[0]);
-  waitpid(child, nullptr, 0);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFSIGNALED(status)) << death.when << ": it ended by itself";
   return heard;
 }
 
 TEST_F(OnTheCanvas, LosesNothingWhenTheProgramIsKilled) {
+  const Death deaths[] = {
+      {"after a stroke", 1, RLIM_INFINITY, 1000, nullptr},
+      {"after a saving", 2, RLIM_INFINITY, 1000, nullptr},
+      {"after some of both", 9, RLIM_INFINITY, 1000, nullptr},
+      {"while a stroke is written", 1000, 3000, 3, "tmp/tmp003.tmp.new"},
+      {"while a drawing is written", 1000, 3000, 1000, "run.fdw.new"},
+  };
   const auto drawing = folder.path() / "run.fdw";
   view.chosen = drawing;
-  for (std::size_t round = 1; round <= 16; round += 3) {
+  for (const Death& death : deaths) {
+    fs::remove(drawing);
     canvas.perform(CanvasAction::clear);
-    // The kill comes while the next file is on its way, in the middle of a write or between two.
-    const std::string done = killedAfter(round, [this](int said) {
+    const std::string done = workUntil(death, [&](int said) {
       switches.toleranceTest = true;
-      for (char what = 'd';; what = what == 'd' ? 's' : 'd') {
-        if (what == 'd') draw(alongLine(0, 5, 300));
-        if (what == 's') key('S');
-        if (write(said, &what, 1) != 1) return;
+      for (int stroke = 0; stroke < 500; ++stroke) {
+        for (const char what : {'d', 's'}) {
+          if (what == 'd') draw(alongLine(0, 5, stroke < death.shortStrokes ? 20 : 300));
+          if (what == 's') key('S');
+          if (write(said, &what, 1) != 1) return;
+        }
       }
     });
-    ASSERT_GE(done.size(), round) << "it did not end by itself";
     const auto drawn = static_cast<std::size_t>(std::count(done.begin(), done.end(), 'd'));
-    const auto saved = readDrawing(drawing);
+    if (death.halfAFile != nullptr) {
+      EXPECT_TRUE(fs::exists(folder.path() / death.halfAFile)) << death.when;
+    }
     if (done.size() > 1) {
-      ASSERT_TRUE(saved) << saved.error().describe();
-      EXPECT_GE(saved->size(), done.size() / 2);
+      const auto saved = readDrawing(drawing);
+      ASSERT_TRUE(saved) << death.when << saved.error().describe();
+      EXPECT_GE(saved->size(), done.size() / 2) << death.when;
     }
 
     const WorkingFiles found(folder.path(), folder.path());
     for (const auto& entry : fs::directory_iterator(found.folder()))
       EXPECT_EQ(entry.path().extension(), ".tmp") << "half a file is swept away";
     const auto left = found.left().strokes.size();
-    EXPECT_TRUE(left == drawn || left == drawn + 1) << left << " of " << drawn;
+    EXPECT_TRUE(left == drawn || left == drawn + 1) << death.when << left << " of " << drawn;
     journal.clear();
     Canvas next{{clock, prompt, messages, switches, found, folder.path()}, view, screen};
     next.offerLeftStrokes();
-    ASSERT_EQ(journal.size(), 1u);
-    EXPECT_EQ(journal[0], "confirm Drawing left by an earlier run: " + std::to_string(left) +
-                              (left == 1 ? " stroke" : " strokes") + ". Restore it?");
+    EXPECT_EQ(journal, Lines{"confirm Drawing left by an earlier run: " + std::to_string(left) +
+                             (left == 1 ? " stroke" : " strokes") + ". Restore it?"});
     EXPECT_EQ(static_cast<std::size_t>(next.strokeCounter()), left);
   }
 }
