@@ -1,5 +1,6 @@
 #include "core/whole_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -24,6 +25,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t longestQuote = 24;
 constexpr int mostLeftovers = 100;
+constexpr std::size_t readPiece = 64 * 1024;
 
 struct CloseFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
@@ -144,10 +146,15 @@ Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t l
   std::ifstream file(path, std::ios::binary);
   if (!file) return failure("a file that can be read", "none that this user may open");
 
-  std::string content(limit + 1, '\0');
-  file.read(content.data(), static_cast<std::streamsize>(content.size()));
+  // In pieces, so that memory follows what is there and not what might be.
+  std::string content;
+  while (file && content.size() <= limit) {
+    const std::size_t before = content.size();
+    content.resize(std::min(before + readPiece, limit + 1));
+    file.read(content.data() + before, static_cast<std::streamsize>(content.size() - before));
+    content.resize(before + static_cast<std::size_t>(file.gcount()));
+  }
   if (file.bad()) return failure("a file that can be read", "a read error");
-  content.resize(static_cast<std::size_t>(file.gcount()));
   if (content.size() > limit) return failure("at most " + std::to_string(limit) + " bytes", "more");
   return content;
 }
