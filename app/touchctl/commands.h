@@ -50,6 +50,9 @@ void tellOfKeptBlock(const std::filesystem::path& file);
 /// Calibrates with `points` targets (2, 3, 5 or 9) and a simulated finger; needs a simulated driver.
 ExitStatus calibrate(Shell& shell, int points);
 
+/// Draws the lines of the linearity tester with a simulated finger and judges them as drawn; needs a simulated driver.
+ExitStatus measureSimulatedLines(Shell& shell);
+
 /// "mean 1.23 %, at most 4.56 % of the panel's width"
 std::string panelErrorText(const Simulation::PanelError& error);
 

@@ -47,6 +47,7 @@ constexpr Step steps[] = {
     {"What the one that answers says of itself:", showInformation},
     {"A setting, changed and put back:", changeASetting},
     {"Calibration:", calibrateTwice},
+    {"Lines, each drawn along its guide and measured:", measureSimulatedLines},
 };
 
 /// The main job in one go: find, identify, read and change, calibrate, prove.
@@ -63,7 +64,7 @@ ExitStatus demonstrate(Shell& shell) {
     fmt::print("\n{}\n", title);
     if (const auto status = run(shell); status != ExitStatus::done) return status;
   }
-  fmt::print("\nDone: the panel is calibrated.\n");
+  fmt::print("\nDone: the panel is calibrated, and its lines are straight.\n");
   return ExitStatus::done;
 }
 

@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <charconv>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "core/whole_file.h"
 #include "linetest/linearity_files.h"
 #include "linetest/linearity_plot.h"
+#include "linetest/linearity_procedure.h"
 
 namespace touch {
 
@@ -122,6 +124,38 @@ void printAsText(const std::vector<LineResult>& results, const MeasuredPanel& pa
   fmt::print("{}\n", passed ? "PASS" : "FAIL");
 }
 
+/// All lines of the linearity tester, drawn on the simulated panel by a finger that follows each guide exactly.
+std::vector<LineResult> drawEachLine(Shell& shell, const MeasuredPanel& panel) {
+  constexpr int samplesPerLine = 200;
+  LinearityProcedure procedure(panel);
+  while (const auto line = procedure.current()) {
+    const GuidedLine guide = guideOf(*line, panel.screen);
+    bool penIsDown = false;
+    for (int sample = 0; sample < samplesPerLine; ++sample) {
+      const double along = (sample + 0.5) / samplesPerLine;
+      const bool vertical = guide.orientation == Orientation::vertical;
+      const double x = vertical ? guide.position / panel.screen.width : along;
+      const double y = vertical ? along : guide.position / panel.screen.height;
+      const auto reported = shell.simulation()->report(x, y, shell.controller());
+      if (!reported) continue;
+      const TwipsPoint at{static_cast<float>(reported->x) * panel.screen.width,
+                          static_cast<float>(reported->y) * panel.screen.height};
+      penIsDown ? procedure.penMove(at) : procedure.penDown(at);
+      penIsDown = true;
+    }
+    procedure.penUp();
+    procedure.next();
+  }
+  return procedure.results();
+}
+
+bool allPass(const std::vector<LineResult>& results, const MeasuredPanel& panel,
+             const LinearityLimits& limits) {
+  return std::ranges::all_of(results, [&](const LineResult& result) {
+    return judge(result.figures, limits, panel, result.guide.orientation).passed();
+  });
+}
+
 ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
   const MeasuredPanel panel = panelOf(asked, options);
   LinearityLimits limits = asked.limits;
@@ -141,10 +175,7 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
     complain("there is no stroke to measure");
     return ExitStatus::failed;
   }
-  bool passed = true;
-  for (const LineResult& result : results)
-    passed = judge(result.figures, limits, panel, result.guide.orientation).passed() && passed;
-
+  const bool passed = allPass(results, panel, limits);
   const auto print = options.json ? printAsJson : printAsText;
   print(results, panel, limits, passed);
   if (!asked.plot.empty()) {
@@ -157,6 +188,20 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
 }
 
 }  // namespace
+
+ExitStatus measureSimulatedLines(Shell& shell) {
+  const MeasuredPanel panel = panelOf({}, shell.options());
+  const auto results = drawEachLine(shell, panel);
+  if (results.size() < LinearityProcedure::lines) {
+    complain(fmt::format("of {} lines {} could not be drawn on the panel",
+                         +LinearityProcedure::lines, LinearityProcedure::lines - results.size()));
+    return ExitStatus::failed;
+  }
+  const LinearityLimits limits;
+  const bool passed = allPass(results, panel, limits);
+  printAsText(results, panel, limits, passed);
+  return passed ? ExitStatus::done : ExitStatus::failed;
+}
 
 void addLinearityCommand(const CommandLine& line) {
   CLI::App& command = *line.app.add_subcommand(
