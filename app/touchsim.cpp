@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/options.h"
+#include "app/parsing.h"
 #include "serial/recording.h"
 #include "simulator/controllers.h"
 #include "simulator/pty_line.h"
@@ -25,7 +26,6 @@ using namespace touch::simulator;
 using namespace std::chrono_literals;
 
 constexpr int exitFailed = 1;
-constexpr int exitWrongUse = 2;
 
 constexpr auto fingerStep = 10ms;
 constexpr int stepsInStroke = 100;
@@ -242,10 +242,8 @@ int main(int argc, char** argv) {
       "touchsim");
   Options options;
   addOptions(arguments, options);
-  try {
-    arguments.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return arguments.exit(error) == 0 ? 0 : exitWrongUse;
-  }
+  arguments.footer(touch::exitStatusLine(touch::touchsimManual));
+  if (const auto status = touch::parseCommandLine(arguments, touch::touchsimManual, {}, argc, argv))
+    return *status;
   return run(options);
 }

@@ -1,5 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
+#include <QDir>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -10,6 +12,7 @@
 #include "app/driver_choice.h"
 #include "app/ending_signals.h"
 #include "app/options.h"
+#include "app/parsing.h"
 #include "console/frmMain.h"
 #include "core/session.h"
 #include "core/trace.h"
@@ -68,6 +71,14 @@ std::unique_ptr<NexapiDriver> bindDriver(Options& options) {
   }
 }
 
+QIcon programIcon() {
+  QIcon icon;
+  const QDir pictures(":/icons");
+  for (const QString& name : pictures.entryList())
+    icon.addFile(pictures.filePath(name));
+  return icon;
+}
+
 /// --screen is given in pixels, windows are measured in logical ones.
 std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const QApplication& app) {
   if (!screen) return std::nullopt;
@@ -86,6 +97,8 @@ void askToEnd(frmMain& window) {
 int run(Options& options, int argc, char** argv) {
   const QApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
+  QApplication::setDesktopFileName("org.touchutility.TouchUtility");
+  QApplication::setWindowIcon(programIcon());
   QApplication::setStyle(new FingerStyle);  // the application owns it
   QApplication::setQuitOnLastWindowClosed(false);
 
@@ -140,11 +153,9 @@ int main(int argc, char** argv) {
                      "touchutility");
   Options options;
   addCommonOptions(arguments, options);
-  try {
-    arguments.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    constexpr int exitWrongUse = 2;
-    return arguments.exit(error) == 0 ? 0 : exitWrongUse;
+  arguments.footer(exitStatusLine(touchutilityManual));
+  if (const auto status = parseCommandLine(arguments, touchutilityManual, {}, argc, argv)) {
+    return *status;
   }
   return run(options, argc, argv);
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "app/completion.h"
 #include "app/touchctl/shell.h"
 
 namespace touch {
@@ -17,12 +18,14 @@ using Command = std::function<ExitStatus(Shell&)>;
 using FileCommand = std::function<ExitStatus()>;
 
 /// The command line while it is declared. Each command that is given leaves its options in `options` and itself in
-/// `command` or `fileCommand`; what it was given is checked before that.
+/// `command` or `fileCommand`; what it was given is checked before that. Values that only a callback checks are told to
+/// `known`.
 struct CommandLine {
   CLI::App& app;
   ShellOptions& options;
   Command& command;
   FileCommand& fileCommand;
+  KnownValues& known;
 };
 
 /// Declares a command that works on a controller, which --controller names.

@@ -224,7 +224,7 @@ void addLinearityCommand(const CommandLine& line) {
   command.add_flag("--percent", asked->percent,
                    "Limits are percent of the panel's width or height, not mm");
   command.add_option("--plot", asked->plot, "Draw the result page into this SVG file")
-      ->type_name("OUT.svg");
+      ->type_name("FILE");
   addJson(line, command);
   command.callback([&chosen = line.fileCommand, &options = line.options, asked] {
     check(*asked);

@@ -1,3 +1,4 @@
+#include "app/parsing.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 
@@ -19,21 +20,18 @@ int main(int argc, char** argv) {
                      "touchctl");
   arguments.require_subcommand(0, 1);
   arguments.fallthrough();
-  arguments.footer(
-      "Exit status: 0 done, 1 refused or failed, 2 wrong use, 3 no driver, 4 no controller.");
+  arguments.footer(exitStatusLine(touchctlManual));  // the commands take it over
   ShellOptions options;
   addCommonOptions(arguments, options);
   arguments.add_flag("--yes", options.assumeYes, "Answer yes to every question");
 
   Command command;
   FileCommand fileCommand;
+  KnownValues known;
   for (const auto addCommands : commandGroups)
-    addCommands({arguments, options, command, fileCommand});
-  try {
-    arguments.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return arguments.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::wrongUse);
-  }
+    addCommands({arguments, options, command, fileCommand, known});
+  if (const auto status = parseCommandLine(arguments, touchctlManual, known, argc, argv))
+    return *status;
   if (fileCommand) return static_cast<int>(fileCommand());
   if (!command) {
     complain("no command was given; 'touchctl --help' lists them");

@@ -12,19 +12,18 @@ namespace {
 
 constexpr std::size_t nameWidth = 20;
 
-std::string settingNames() {
-  std::string names;
-  for (const Setting& setting : settingTable()) {
-    if (!names.empty()) names += ", ";
-    names += setting.name;
-  }
+std::vector<std::string> settingNames() {
+  std::vector<std::string> names;
+  for (const Setting& setting : settingTable())
+    names.emplace_back(setting.name);
   return names;
 }
 
 const Setting& settingNamed(const std::string& name) {
   const Setting* const setting = findSetting(name);
   if (setting == nullptr) {
-    refuseArgument("NAME", "there is no setting \"" + name + "\"; there are " + settingNames());
+    refuseArgument("NAME", "there is no setting \"" + name + "\"; there are " +
+                               CLI::detail::join(settingNames(), ", "));
   }
   return *setting;
 }
@@ -105,6 +104,7 @@ void addSettingCommands(const CommandLine& line) {
   CLI::App& get = addCommand(line, line.app, "get", "Print the settings, or one of them");
   addJson(line, get);
   const auto* const wanted = get.add_option("NAME", "The setting; all without it");
+  line.known.add(*wanted, settingNames());
   get.footer(settingHelp());
   get.callback([&command = line.command, wanted] {
     const auto settings =
@@ -115,6 +115,13 @@ void addSettingCommands(const CommandLine& line) {
   CLI::App& set = addCommand(line, line.app, "set", "Change a setting");
   const auto* const name = set.add_option("NAME", "The setting")->required();
   const auto* const text = set.add_option("VALUE", "Its new value")->required();
+  line.known.add(*name, settingNames());
+  for (const Setting& setting : settingTable()) {
+    std::vector<std::string> values;
+    for (const SettingChoice& choice : setting.choices)
+      values.emplace_back(choice.name);
+    line.known.add(*text, std::move(values), std::string(setting.name));
+  }
   set.footer(settingHelp());
   set.callback([&command = line.command, name, text] {
     const Setting& setting = settingNamed(name->as<std::string>());

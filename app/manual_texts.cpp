@@ -1,0 +1,83 @@
+#include <array>
+
+#include "app/manual.h"
+
+namespace touch {
+
+namespace {
+
+using Entry = Manual::Entry;
+
+constexpr Entry messageTexts{"errmsg.txt", "Message texts in place of the built-in ones."};
+constexpr Entry reportForms{"zevrik.fmt", "Further forms of touch reports."};
+constexpr Entry backups{
+    "backup/", "The parameter blocks from before each change, and a journal of every word."};
+constexpr std::array shellFiles{messageTexts, reportForms, backups};
+constexpr std::array windowFiles{
+    messageTexts,
+    reportForms,
+    backups,
+    Entry{"pic01.jpg", "A picture in the main window."},
+    Entry{"Zevrik.ico", "The main window's icon."},
+    Entry{"cursoroff.txt", "What the user is told about hiding the cursor."},
+};
+
+constexpr std::array<std::string_view, 2> windowDescription{
+    "The program works on the touch driver library that is installed on the machine. With "
+    "--simulate it works on simulated controllers, for which the mouse is the finger.",
+    "Files are looked for, and kept, in the folder that --work-dir names."};
+constexpr std::array windowStatus{
+    Entry{"0", "done"},
+    Entry{"1", "the trace or the message texts cannot be used"},
+    Entry{"2", "wrong use"},
+    Entry{"3", "no driver"},
+};
+constexpr std::array windowExamples{
+    Entry{"touchutility --simulate", "Look around without a controller."},
+    Entry{"touchutility --com 3=/dev/ttyUSB0", "COM3 is an adapter on the USB."},
+};
+
+constexpr std::array<std::string_view, 2> shellDescription{
+    "Every command works on the touch driver library that is installed on the machine, or with "
+    "--simulate on simulated controllers, which are new in every run. Results go to the standard "
+    "output, messages and questions to the error output. Without a terminal questions are answered "
+    "no, unless --yes is given.",
+    "The options of the program hold for every command and may stand before or after its name."};
+constexpr std::array shellStatus{
+    Entry{"0", "done"},      Entry{"1", "refused or failed"}, Entry{"2", "wrong use"},
+    Entry{"3", "no driver"}, Entry{"4", "no controller"},
+};
+constexpr std::array shellExamples{
+    Entry{"touchctl --simulate demo", "The main job in one go, without a controller."},
+    Entry{"touchctl info --json", "Who the controller is and how it is set, for a script."},
+    Entry{"touchctl set right-click-time 800", "Change a setting."},
+    Entry{"touchctl params diff good.vrq || touchctl --yes params load good.vrq",
+          "Put a kept calibration back when it has changed."},
+    Entry{"touchctl linearity --panel-size 344.5x193.5 line.fdw",
+          "Measure a saved line; status 1 when it fails."},
+};
+
+constexpr std::array<std::string_view, 1> simulatorDescription{
+    "The device behaves like a serial port with a controller on it, for any program that talks to "
+    "one. It goes when the program ends."};
+constexpr std::array simulatorStatus{
+    Entry{"0", "ended by Ctrl+C"},
+    Entry{"1", "no pseudo-terminal, or a recording that cannot be read"},
+    Entry{"2", "wrong use"},
+};
+constexpr std::array simulatorExamples{
+    Entry{"touchsim --strokes circles", "A controller on which a finger draws circles."},
+    Entry{"touchctl --com 2=/dev/pts/5 serial monitor --port 2 --no-driver",
+          "Show what it reports, where it has printed /dev/pts/5."},
+};
+
+}  // namespace
+
+constexpr Manual touchutilityManual{windowDescription, windowStatus, windowFiles, windowExamples,
+                                    "touchctl(1), touchsim(1)"};
+constexpr Manual touchctlManual{shellDescription, shellStatus, shellFiles, shellExamples,
+                                "touchutility(1), touchsim(1)"};
+constexpr Manual touchsimManual{
+    simulatorDescription, simulatorStatus, {}, simulatorExamples, "touchctl(1), touchutility(1)"};
+
+}  // namespace touch

@@ -1,0 +1,30 @@
+#include "app/parsing.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <string_view>
+
+namespace touch {
+
+std::optional<int> parseCommandLine(CLI::App& app, const Manual& manual, const KnownValues& known,
+                                    int argc, char** argv) {
+  constexpr int exitWrongUse = 2;
+  const std::string_view first = argc > 1 ? argv[1] : "";
+  if (first == "--man") {
+    std::fputs(manPage(app, manual).c_str(), stdout);
+    return 0;
+  }
+  if (first == "--complete") {
+    const std::vector<std::string> words(argv + 2, argv + argc);
+    std::fputs(completions(app, known, words).c_str(), stdout);
+    return 0;
+  }
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? 0 : exitWrongUse;
+  }
+  return std::nullopt;
+}
+
+}  // namespace touch
