@@ -179,8 +179,8 @@ void AsioSerialPort::loseOn(const std::error_code& error) {
 }
 
 std::string AsioSerialPort::cannotOpen(const std::error_code& error) const {
-  return ports_.describe(number_) +
-         " cannot be opened: " + serial_device::explainRefusal(error, number_);
+  return ports_.describe(number_) + " cannot be opened: " +
+         serial_device::explainRefusal(error, ports_.device(number_), number_);
 }
 
 std::string AsioSerialPort::refusesSettings(const LineSettings& settings,

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 
+#include "serial/port_holders.h"
 #include "serial/serial_device.h"
 
 namespace touch::serial_device {
@@ -94,22 +95,23 @@ std::error_code clearOutput(asio::serial_port& port) {
   return failedIf(tcflush(port.native_handle(), TCOFLUSH) != 0);
 }
 
-std::string explainRefusal(const std::error_code& error, int number) {
+std::string explainRefusal(const std::error_code& error, const std::string& device, int number) {
   const std::string other =
       "say which device it is with --com " + std::to_string(number) + "=DEVICE.";
   switch (error.value()) {
     case ENOENT:
-      return "there is no such device. Connect it, or " + other;
+      return "there is no such device. Connect it, or " + other +
+             " 'touchctl doctor' lists those that are there.";
     case ENXIO:
     case ENODEV:
     case EIO:
       return "there is no hardware behind it. Connect it, or " + other;
     case EACCES:
     case EPERM:
-      return "permission denied. Add yourself to the group dialout and log in again.";
+      return "permission denied. " + portPermission(device).wayOut();
     case EBUSY:
     case EWOULDBLOCK:
-      return "another program is using it. Close that program and try again.";
+      return inUseText(portHolders(device));
     case ENOTTY:
     case EISDIR:
       return "it is not a serial port. Please " + other;

@@ -3,6 +3,8 @@
 // Behind Asio, which must be the first to include the socket headers.
 #include <windows.h>
 
+#include "serial/port_holders.h"
+
 namespace touch::serial_device {
 
 namespace {
@@ -48,16 +50,17 @@ std::error_code clearOutput(asio::serial_port& port) {
   return failedIf(PurgeComm(port.native_handle(), PURGE_TXCLEAR) == 0);
 }
 
-std::string explainRefusal(const std::error_code& error, int number) {
+std::string explainRefusal(const std::error_code& error, const std::string& device, int number) {
   const std::string other =
       "say which device it is with --com " + std::to_string(number) + "=DEVICE.";
   switch (static_cast<DWORD>(error.value())) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
-      return "there is no such device. Connect it, or " + other;
+      return "there is no such device. Connect it, or " + other +
+             " 'touchctl doctor' lists those that are there.";
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
-      return "another program is using it. Close that program and try again.";
+      return inUseText(portHolders(device));
     case ERROR_INVALID_FUNCTION:
     case ERROR_INVALID_PARAMETER:
       return "it is not a serial port. Please " + other;

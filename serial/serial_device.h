@@ -29,8 +29,8 @@ Result<std::size_t, std::error_code> bytesWaiting(asio::serial_port& port);
 std::error_code clearInput(asio::serial_port& port);
 std::error_code clearOutput(asio::serial_port& port);
 
-/// Why COM port `number` could not be opened and the way out, e.g. "permission denied. Add yourself
-/// ...".
-std::string explainRefusal(const std::error_code& error, int number);
+/// Why `device`, which is COM port `number`, could not be opened and the way out, e.g. "permission
+/// denied. Add yourself ...".
+std::string explainRefusal(const std::error_code& error, const std::string& device, int number);
 
 }  // namespace touch::serial_device

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace touch {
+
+// What stands between a program and a serial device. Nothing here opens the device: opening one can reset what is
+// behind it, and may be another program's surprise.
+
+/// A program that has a device open.
+struct PortHolder {
+  std::string program;
+  std::int64_t process = 0;
+  bool isThisProgram = false;  ///< the touch driver runs in this program and may have it
+};
+
+struct PortHolders {
+  std::vector<PortHolder> known;
+  bool complete =
+      false;  ///< false: some programs belong to others, and this user may not look into them
+
+  /// "minicom (process 1234), this program"; empty when none is known.
+  std::string names() const;
+};
+
+PortHolders portHolders(const std::string& device);
+
+/// Why a device that is in use cannot be opened, and the way out, as a clause that ends with a full stop.
+std::string inUseText(const PortHolders& holders);
+
+/// Whether this user may read and write a device, and what would let him.
+struct PortPermission {
+  bool granted = false;
+  std::string group{};  ///< whose members may; empty when no group may
+  bool joined = false;  ///< the user is in that group, but not yet in this session
+
+  /// What to do about a refusal, as a sentence.
+  std::string wayOut() const;
+};
+
+PortPermission portPermission(const std::string& device);
+
+bool portExists(const std::string& device);
+
+/// What serves the device: the kernel driver's name on Linux, the kernel's own name of the device on Windows. Empty
+/// when there is none, as for a pseudo-terminal. `devices` is where the system lists its devices.
+std::string portDriver(const std::string& device,
+                       const std::filesystem::path& devices = "/sys/class/tty");
+
+/// The serial devices of this machine that have hardware behind them, sorted by name.
+std::vector<std::string> serialDevices(const std::filesystem::path& devices = "/sys/class/tty");
+
+}  // namespace touch

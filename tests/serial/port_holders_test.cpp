@@ -1,0 +1,169 @@
+#include "serial/port_holders.h"
+
+#include <grp.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <array>
+
+#include "serial/asio_serial_port.h"
+#include "tests/serial/pseudo_terminal.h"
+#include "tests/support/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<std::string> openAsCom3(AsioSerialPort& port) {
+  port.selectPort(3);
+  return port.open();
+}
+
+ComPorts behindCom3(const std::string& device) {
+  ComPorts ports;
+  ports.assign("3=" + device);
+  return ports;
+}
+
+/// Another program that has the device open for itself, until it is told to end.
+class OtherProgram {
+ public:
+  explicit OtherProgram(const std::string& device) {
+    std::array<int, 2> ready{};
+    std::array<int, 2> stop{};
+    if (pipe(ready.data()) != 0 || pipe(stop.data()) != 0) throw std::runtime_error("no pipe");
+    child_ = fork();
+    char byte = 0;
+    if (child_ == 0) {
+      close(stop[1]);
+      AsioSerialPort port(behindCom3(device));
+      byte = openAsCom3(port) ? 'n' : 'y';
+      if (write(ready[1], &byte, 1) == 1 && read(stop[0], &byte, 1) == 0) port.close();
+      _exit(0);
+    }
+    close(stop[0]);
+    stop_ = stop[1];
+    opened_ = read(ready[0], &byte, 1) == 1 && byte == 'y';
+    close(ready[0]);
+    close(ready[1]);
+  }
+  OtherProgram(const OtherProgram&) = delete;
+  OtherProgram& operator=(const OtherProgram&) = delete;
+  ~OtherProgram() { end(); }
+
+  bool opened() const { return opened_; }
+  pid_t process() const { return child_; }
+  void end() {
+    if (stop_ < 0) return;
+    close(std::exchange(stop_, -1));
+    waitpid(child_, nullptr, 0);
+  }
+
+ private:
+  pid_t child_ = 0;
+  int stop_ = -1;
+  bool opened_ = false;
+};
+
+TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
+  const test::PseudoTerminal terminal;
+  OtherProgram other(terminal.path());
+  ASSERT_TRUE(other.opened());
+  AsioSerialPort port(behindCom3(terminal.path()));
+  const std::string name = "serial_tests (process " + std::to_string(other.process()) + ")";
+  EXPECT_EQ(openAsCom3(port), "COM3 (" + terminal.path() + ") cannot be opened: it is in use by " +
+                                  name + ". Close that program and try again.");
+
+  // By another name of the same device, as adapters have them.
+  const test::TemporaryFolder folder;
+  fs::create_symlink(terminal.path(), folder.path() / "adapter");
+  const PortHolders holders = portHolders(folder.path() / "adapter");
+  EXPECT_NE(holders.names().find(name), std::string::npos) << holders.names();
+  EXPECT_NE(holders.names().find("this program"), std::string::npos) << "the test looks on";
+
+  other.end();
+  EXPECT_EQ(portHolders(terminal.path()).names(), "this program");
+  EXPECT_EQ(openAsCom3(port), std::nullopt);
+  EXPECT_TRUE(portHolders("/dev/there-is-none").known.empty());
+}
+
+TEST(PortInUse, SaysAsMuchAsIsKnown) {
+  const PortHolder self{"touchctl", 1, true};
+  EXPECT_EQ(
+      inUseText({{self, {"minicom", 7, false}, {"getty", 8, false}}, true}),
+      "it is in use by minicom (process 7), getty (process 8). Close that program and try again.");
+  EXPECT_NE(inUseText({{self}, true}).find("this program has it open already"), std::string::npos);
+  EXPECT_NE(inUseText({{}, false}).find("only an administrator can see"), std::string::npos);
+}
+
+/// What `look` says to a user who owns nothing and is in no group; run in a process of its own.
+template <typename Look>
+bool asNobody(const Look& look) {
+  const pid_t child = fork();
+  if (child == 0) {
+    constexpr uid_t nobody = 65534;
+    const bool changed = geteuid() != 0 ||
+                         (setgroups(0, nullptr) == 0 && setgid(nobody) == 0 && setuid(nobody) == 0);
+    _exit(changed && look() ? 0 : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
+  const test::PseudoTerminal terminal;
+  struct stat status {};
+  ASSERT_EQ(stat(terminal.path().c_str(), &status), 0);
+  const std::string group = getgrgid(status.st_gid)->gr_name;
+  const struct {
+    mode_t mode;
+    std::string wayOut;
+  } cases[] = {
+      {0060, "Add yourself to the group " + group + " and log in again."},
+      {0000, "Ask an administrator: no group of users may open it."},
+      {0040, "Ask an administrator: no group of users may open it."},
+  };
+  for (const auto& [mode, wayOut] : cases) {
+    ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
+    EXPECT_TRUE(asNobody([&] {
+      const PortPermission permission = portPermission(terminal.path());
+      AsioSerialPort port(behindCom3(terminal.path()));
+      return !permission.granted && permission.wayOut() == wayOut &&
+             openAsCom3(port) ==
+                 "COM3 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
+    })) << mode;
+  }
+  ASSERT_EQ(chmod(terminal.path().c_str(), 0666), 0);
+  EXPECT_TRUE(asNobody([&] { return portPermission(terminal.path()).granted; }));
+}
+
+TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
+  const test::TemporaryFolder system;
+  const auto add = [&system](const fs::path& device, const std::string& name,
+                             const fs::path& driver, const std::string& type) {
+    fs::create_directories(system.path() / device);
+    fs::create_directories(system.path() / "tty" / name);
+    fs::create_symlink(system.path() / device, system.path() / "tty" / name / "device");
+    if (!driver.empty()) fs::create_symlink(driver, system.path() / device / "driver");
+    if (!type.empty()) system.write("tty/" + name + "/type", type + '\n');
+  };
+  // Devices that every machine has stand in for serial ones.
+  add("usb/adapter", "null", "/drivers/ftdi_sio", "");
+  add("board/ctrl/port", "zero", "/drivers/port", "4");
+  fs::create_symlink("/drivers/serial8250", system.path() / "board" / "driver");
+  add("board/absent", "full", "/drivers/port", "0");
+  add("console", "tty", "", "");
+  add("unplugged", "there-is-none", "/drivers/ftdi_sio", "");
+  const auto devices = system.path() / "tty";
+  EXPECT_EQ(serialDevices(devices), (std::vector<std::string>{"/dev/null", "/dev/zero"}));
+  EXPECT_EQ(portDriver("/dev/null", devices), "ftdi_sio");
+  EXPECT_EQ(portDriver("/dev/zero", devices), "serial8250");
+  EXPECT_EQ(portDriver("/dev/tty", devices), "");
+  EXPECT_EQ(portDriver("/dev/there-is-none", devices), "");
+}
+
+}  // namespace
+}  // namespace touch
