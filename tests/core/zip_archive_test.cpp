@@ -1,0 +1,47 @@
+#include "core/zip_archive.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "tests/app/child_process.h"
+
+namespace touch {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(ZipArchive, IsReadByOthersByteForByte) {
+  std::string bytes;
+  for (int i = 0; i < 3000; ++i)
+    bytes += static_cast<char>(i * 7);
+  const std::vector<ZipEntry> entries = {
+      {"text.txt", "first line\n"}, {"empty", ""}, {"folder/bytes", bytes}, {"\u00fcber.txt", "x"}};
+  const test::TemporaryFolder folder;
+  const std::string file = folder.path() / "a.zip";
+  const std::chrono::sys_days day = std::chrono::year(2026) / 2 / 28;
+  folder.write("a.zip", zipArchive(entries, day + 23h + 59min + 58s));
+
+  const auto unzip = [&file](std::vector<std::string> options) {
+    options.push_back(file);
+    return test::runProgram("/usr/bin/unzip", options);
+  };
+  const auto tested = unzip({"-tq"});
+  EXPECT_EQ(tested.status, 0) << tested.output << tested.errors;
+  for (const ZipEntry& entry : entries) {
+    const auto read = test::runProgram(
+        "/usr/bin/env", {"LC_ALL=C.UTF-8", "/usr/bin/unzip", "-p", file, entry.name});
+    EXPECT_EQ(read.status, 0) << entry.name;
+    EXPECT_EQ(read.output, entry.content) << entry.name;
+  }
+  EXPECT_NE(unzip({"-lv"}).output.find("2026-02-28 23:59"), std::string::npos);
+
+  // A reader that checks must see a damaged byte, or the check sum is none.
+  std::string damaged = folder.read("a.zip");
+  damaged[damaged.find("first")] = 'F';
+  folder.write("a.zip", damaged);
+  EXPECT_NE(unzip({"-tq"}).status, 0);
+}
+
+}  // namespace
+}  // namespace touch
