@@ -176,7 +176,11 @@ int run(const Options& options) {
   Pause pause;
   const auto bench = Bench::open(modelNamed(options.controller));
   if (!bench) {
-    std::fputs("touchsim: this system offers no pseudo-terminal.\n", stderr);
+    std::fputs(
+        "touchsim: this system offers no pseudo-terminal, and without one no program can open the "
+        "simulated controller. "
+        "On Linux mount devpts on /dev/pts; Windows has none: use 'touchctl --simulate' there.\n",
+        stderr);
     return exitFailed;
   }
   setUp(*bench, options);

@@ -15,8 +15,6 @@ namespace {
 
 constexpr auto betweenModeCommands = 30ms;
 constexpr int stepMilliseconds = 100;
-// A note of several screens is no note.
-constexpr std::size_t largestNote = 1024 * 1024;
 
 using Flag = std::int32_t (Driver::*)(std::int32_t handle, std::int32_t on);
 
@@ -256,7 +254,7 @@ InterfaceType interfaceType(std::string_view controllerName) {
 
 std::string cursorNote(const std::filesystem::path& workingFolder) {
   std::string note = "\r\n";
-  const auto content = readWholeFile(workingFolder / "cursoroff.txt", largestNote);
+  const auto content = readWholeFile(workingFolder / "cursoroff.txt", largestCursorNote);
   if (!content) return note;
   const std::string text = toUtf8(withoutByteOrderMark(*content));
   for (const std::string_view line : linesOf(text))

@@ -6,18 +6,22 @@ namespace touch {
 
 namespace {
 
-constexpr const char* makersLibrary = "nexapi";
-
 /// Points `function` at the export called `name`, or adds the name to `missing`.
 template <typename Function>
 void bindOperation(const SharedLibrary& library, const char* name, Function& function,
-                   std::string& missing) {
+                   std::vector<std::string>& missing) {
   if (void* const address = library.symbol(name)) {
     function = std::bit_cast<Function>(address);
   } else {
-    if (!missing.empty()) missing += ", ";
-    missing += name;
+    missing.emplace_back(name);
   }
+}
+
+std::string joined(const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names)
+    text += (text.empty() ? "" : ", ") + name;
+  return text;
 }
 
 }  // namespace
@@ -32,12 +36,15 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   if (!library) return BindError{shownName, library.error()};
 
   Functions functions;
-  std::string missing;
+  std::vector<std::string> missing;
 #define TOUCH_BIND(name, parameters, arguments) \
   bindOperation(*library, #name, functions.name, missing);
   NEXAPI_OPERATIONS(TOUCH_BIND)
 #undef TOUCH_BIND
-  if (!missing.empty()) return BindError{shownName, "it lacks the operation " + missing};
+  if (!missing.empty()) {
+    return BindError{shownName, "it lacks the operation " + joined(missing), library->path(),
+                     missing};
+  }
   return std::unique_ptr<NexapiDriver>(new NexapiDriver(std::move(*library), functions));
 }
 

@@ -39,6 +39,9 @@ class SharedLibrary {
 /// The folder that holds the running program.
 std::filesystem::path programFolder();
 
+/// Where a library is looked for by its name, in words: folders of this program first.
+std::string librarySearchPlaces();
+
 /// The file name of a shared library called `name` on this platform: "libname.so", "name.dll".
 std::string libraryFileName(const std::string& name);
 
@@ -46,6 +49,8 @@ std::string libraryFileName(const std::string& name);
 struct BindError {
   std::string library;
   std::string reason;
+  std::filesystem::path foundAt{};     ///< where it was loaded from; empty when it could not be
+  std::vector<std::string> missing{};  ///< the operations that it lacks
   std::string describe() const {
     return "The touch driver library " + library + " cannot be used: " + reason;
   }
@@ -54,14 +59,24 @@ struct BindError {
 /// The touch driver in a shared library: every call goes straight to the function of the same name.
 class NexapiDriver final : public Driver {
  public:
+  /// What the maker's library is called.
+  static constexpr const char* makersLibrary = "nexapi";
+#define TOUCH_COUNT(name, parameters, arguments) +1
+  static constexpr int operationCount = NEXAPI_OPERATIONS(TOUCH_COUNT);
+#undef TOUCH_COUNT
+
   /// Binds the library at `path`, or, without one, the maker's `nexapi` where the platform's loader finds it.
   /// All 36 operations must be there; the error names those that are not.
   static Result<std::unique_ptr<NexapiDriver>, BindError> bind(
       const std::optional<std::filesystem::path>& path);
 
-  const std::filesystem::path& path() const { return library_.path(); }
+  const std::filesystem::path& path() const {
+    return library_.path();
+  }
   /// A function that the library exports beside the 36, or null.
-  void* extraExport(const char* name) const { return library_.symbol(name); }
+  void* extraExport(const char* name) const {
+    return library_.symbol(name);
+  }
 
 #define TOUCH_FORWARD(name, parameters, arguments) \
   std::int32_t name parameters override {          \

@@ -1,6 +1,7 @@
 #include <dlfcn.h>
 #include <link.h>
 
+#include <array>
 #include <cstdlib>
 #include <string_view>
 
@@ -35,7 +36,20 @@ bool searchPathReachesCurrentFolder() {
   }
 }
 
+/// Where a library may lie for this program alone.
+std::array<std::filesystem::path, 2> ownFolders() {
+  const auto folder = programFolder();
+  return {folder, folder.parent_path() / "lib"};
+}
+
 }  // namespace
+
+std::string librarySearchPlaces() {
+  std::string places;
+  for (const auto& folder : ownFolders())
+    places += folder.string() + ", ";
+  return places + "the folders of LD_LIBRARY_PATH and those of the system";
+}
 
 std::filesystem::path programFolder() {
   std::error_code ignored;
@@ -54,8 +68,7 @@ Result<SharedLibrary, std::string> SharedLibrary::loadPath(const std::filesystem
 
 Result<SharedLibrary, std::string> SharedLibrary::loadNamed(const std::string& name) {
   const std::string file = libraryFileName(name);
-  const auto ownFolder = programFolder();
-  for (const auto& folder : {ownFolder, ownFolder.parent_path() / "lib"}) {
+  for (const auto& folder : ownFolders()) {
     std::error_code ignored;
     if (std::filesystem::exists(folder / file, ignored)) return loadPath(folder / file);
   }

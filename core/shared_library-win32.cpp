@@ -38,6 +38,10 @@ std::filesystem::path moduleFile(HMODULE module) {
 
 }  // namespace
 
+std::string librarySearchPlaces() {
+  return programFolder().string() + " and the system folder";
+}
+
 std::filesystem::path programFolder() {
   return moduleFile(nullptr).parent_path();
 }

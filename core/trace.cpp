@@ -110,6 +110,7 @@ std::string utcNow() {
 std::optional<std::string> Trace::start(const std::filesystem::path& file) {
   stop();
   file_.open(file, std::ios::binary | std::ios::trunc);
+  path_ = file;
   if (file_.is_open()) return std::nullopt;
   return "The trace file " + file.string() + " cannot be written: " + std::strerror(errno);
 }

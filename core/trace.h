@@ -20,12 +20,15 @@ class Trace {
   std::optional<std::string> start(const std::filesystem::path& file);
   void stop();
   bool isOn() const { return file_.is_open(); }
+  /// Where it is, or was last, written.
+  const std::filesystem::path& path() const { return path_; }
 
   /// `members` are JSON members without the surrounding braces, e.g. "\"call\":\"IsPenUp\"".
   void write(std::string_view members);
 
  private:
   std::ofstream file_;
+  std::filesystem::path path_;
 };
 
 /// A driver that is traced. The inner driver outlives it.

@@ -22,6 +22,13 @@ void ComPorts::assignUnlessGiven(int number, std::function<std::string()> device
   assigned_.try_emplace(number, std::move(device));
 }
 
+std::vector<int> ComPorts::assignedNumbers() const {
+  std::vector<int> numbers;
+  for (const auto& [number, device] : assigned_)
+    numbers.push_back(number);
+  return numbers;
+}
+
 std::string ComPorts::device(int number) const {
   const auto found = assigned_.find(number);
   return found == assigned_.end() ? serial_device::defaultName(number) : found->second();

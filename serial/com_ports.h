@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace touch {
 
@@ -21,6 +22,8 @@ class ComPorts {
   /// A port whose device changes, or comes and goes: `device` is asked each time. What the user assigned stays.
   void assignUnlessGiven(int number, std::function<std::string()> device);
 
+  /// The numbers whose devices are not the platform's own, in rising order.
+  std::vector<int> assignedNumbers() const;
   std::string device(int number) const;
   /// For messages: the COM port and its device, e.g. "COM3 (/dev/ttyUSB0)".
   std::string describe(int number) const;

@@ -24,6 +24,7 @@ void addPinCommands(const CommandLine& line);          ///< pins show, set
 void addCalibrationCommands(const CommandLine& line);  ///< calibrate
 void addLinearityCommand(const CommandLine& line);     ///< linearity
 void addSerialCommands(const CommandLine& line);       ///< serial send, monitor, rate, ...
+void addDoctorCommand(const CommandLine& line);        ///< doctor
 void addDemoCommand(const CommandLine& line);          ///< demo
 
 /// The controllers that the driver knows of, and which one answered.

@@ -26,7 +26,11 @@ ExitStatus listControllers(Shell& shell) {
       fmt::print("{:>3}  {}{}\n", i + 1, toUtf8(list.names[i]),
                  list.answered == i ? "  (answers)" : "");
     }
-    if (!list.answered) complain("no controller answers; check cable and power");
+    if (!list.answered) {
+      complain("no controller answers; check cable and power, and see 'touchctl doctor'");
+    }
+  } else {
+    complain(noControllerAdvice);
   }
   return list.answered ? ExitStatus::done : ExitStatus::noController;
 }

@@ -8,7 +8,8 @@ namespace {
 constexpr auto commandGroups = {
     touch::addInformationCommands, touch::addSettingCommands, touch::addMaintenanceCommands,
     touch::addParameterCommands,   touch::addPinCommands,     touch::addCalibrationCommands,
-    touch::addLinearityCommand,    touch::addSerialCommands,  touch::addDemoCommand,
+    touch::addLinearityCommand,    touch::addSerialCommands,  touch::addDoctorCommand,
+    touch::addDemoCommand,
 };
 
 }  // namespace

@@ -85,8 +85,9 @@ std::unique_ptr<Shell> Shell::open(const ShellOptions& options, ExitStatus& stat
   auto driver = bindChosenDriver(options);
   if (!driver) {
     complain(driver.error().describe() +
-             "\nInstall the driver of your controller, name its library with --driver, or try "
-             "--simulate.");
+             ".\nWithout it no controller can be reached. Install the driver of your controller, "
+             "name its library "
+             "with --driver, or try --simulate; 'touchctl doctor' says where it was looked for.");
     status = ExitStatus::noDriver;
     return nullptr;
   }
@@ -110,16 +111,17 @@ bool Shell::chooseController() {
   if (options_.controller.empty()) {
     const ControllerList list = getctrname(access(), prompt_);
     if (list.answered) return true;
-    if (!list.names.empty()) complain("no controller answers; see 'touchctl list'");
+    complain(list.names.empty()
+                 ? noControllerAdvice
+                 : "no controller answers; see 'touchctl list' and 'touchctl doctor'");
     return false;
   }
   const ControllerList list = getctrnameo(access(), prompt_);
   const auto& names = list.names;
   if (std::find(names.begin(), names.end(), options_.controller) == names.end()) {
-    if (!names.empty()) {
-      complain(
-          fmt::format("there is no controller \"{}\"; see 'touchctl list'", options_.controller));
-    }
+    complain(names.empty() ? noControllerAdvice
+                           : fmt::format("there is no controller \"{}\"; see 'touchctl list'",
+                                         options_.controller));
     return false;
   }
   session_.controllerName = options_.controller;

@@ -70,6 +70,12 @@ class Shell {
   Session session_;
 };
 
+/// What to do when the driver knows of no controller.
+inline constexpr const char* noControllerAdvice =
+    "the driver knows of no controller, so there is nothing to work with; check cable and power, "
+    "and see 'touchctl "
+    "doctor'";
+
 /// Prints to the error output, with the program's name in front.
 void complain(const std::string& text);
 

@@ -211,7 +211,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     NobodyThere, TouchctlTable,
     testing::Values(
-        Case{"LibraryMissing", {"--driver", "@/none.so", "list"}, 3, "", "none.so"},
+        Case{"LibraryMissing", {"--driver", "@/none.so", "list"}, 3, "", "'touchctl doctor'"},
         Case{"OperationMissing", {"--driver", INCOMPLETE_LIBRARY, "list"}, 3, "", "IsPenUp"},
         Case{"NoneAnswers", {"--driver", STUBBORN_LIBRARY, "list"}, 4, "USB DEVICE 2", "answers"},
         Case{"UnknownName", stubborn({"reset"}, "X"), 4, "", "there is no controller \"X\""}),
@@ -236,6 +236,41 @@ TEST_F(Touchctl, PrintsJson) {
   for (std::size_t i = 0; i < ended.size(); ++i) {
     ASSERT_EQ(ended[i].status, 0) << ended[i].errors;
     EXPECT_EQ(json::parse(ended[i].output).at(cases[i].place), cases[i].expected);
+  }
+}
+
+TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
+  const struct {
+    Words words;
+    int status;
+    const char* topic;
+    const char* what;
+  } cases[] = {
+      {{"--simulate", "doctor"}, 0, "controllers", "RS232 DEVICE 1 answers"},
+      {{"--driver", "@/none.so", "doctor"},
+       3,
+       "library",
+       "none.so: cannot open shared object file"},
+      {{"--driver", STUBBORN_LIBRARY, "doctor"}, 4, "controllers", "does not answer"},
+      {{"--simulate", "--work-dir", "@/short", "doctor"}, 1, "files", "found 99 lines"},
+      {{"--simulate", "--com", "2=@/none", "doctor"},
+       1,
+       "ports",
+       "/none): there is no such device"},
+  };
+  for (const auto& [words, status, topic, what] : cases) {
+    Words asked = words;
+    asked.insert(asked.end(), {"--json", "--save", "@/d.zip", "--yes"});
+    const Ended ended = run(asked);
+    EXPECT_EQ(ended.status, status) << ended.errors;
+    const json report = json::parse(ended.output);
+    std::string found;
+    for (const json& finding : report.at("findings")) {
+      if (finding.at("topic") == topic) found += finding.at("what").get<std::string>() + '\n';
+    }
+    EXPECT_THAT(found, HasSubstr(what));
+    const std::string file = folder.path() / "d.zip";
+    EXPECT_EQ(runProgram("/usr/bin/unzip", {"-p", file, "doctor.json"}).output, ended.output);
   }
 }
 

@@ -1,0 +1,177 @@
+#include "console/diagnostics_file.h"
+
+#include <algorithm>
+#include <exception>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "console/doctor_report.h"
+#include "console/parameter_block.h"
+#include "core/connection.h"
+#include "core/text_encoding.h"
+#include "core/trace.h"
+#include "core/whole_file.h"
+#include "core/zip_archive.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Content = Result<std::string, Missing>;
+
+// The last part of a trace is what tells of the fault, and the file is to be mailed.
+constexpr std::uintmax_t longestTrace = 16 * 1024 * 1024;
+
+std::string versionsText(const Patient& patient) {
+  std::string text;
+  for (const std::string& version : patient.versions)
+    text += version + '\n';
+  if (patient.driverPath.empty()) return text + "No driver library is bound.\n";
+  std::error_code unknown;
+  const auto size = fs::file_size(patient.driverPath, unknown);
+  text += "Driver library " + patient.driverPath.string();
+  return text + (unknown ? "" : ", " + std::to_string(size) + " bytes") + '\n';
+}
+
+/// What the driver reports, number by number and unjudged. Asking changes nothing.
+Content settingsOf(const Access& access) {
+  const Connection connection(access);
+  if (!connection.isOpen()) return Missing{"the driver cannot open the controller"};
+  Driver& driver = access.driver;
+  const std::int32_t handle = connection.handle();
+  const nlohmann::ordered_json settings = {
+      {"GetReportStatus", driver.GetReportStatus(handle)},
+      {"GetReportMode", driver.GetReportMode(handle)},
+      {"GetRotation", driver.GetRotation(handle)},
+      {"GetUpSoundStatus", driver.GetUpSoundStatus(handle)},
+      {"GetDownSoundStatus", driver.GetDownSoundStatus(handle)},
+      {"GetDoubleClickEnabled", driver.GetDoubleClickEnabled(handle)},
+      {"GetDoubleClickSpeed", driver.GetDoubleClickSpeed(handle)},
+      {"GetDoubleClickArea", driver.GetDoubleClickArea(handle)},
+      {"GetRightClickEnabled", driver.GetRightClickEnabled(handle)},
+      {"GetRightClickTime", driver.GetRightClickTime(handle)},
+  };
+  return settings.dump(2) + '\n';
+}
+
+/// As a ".vrq" file, which can be loaded again.
+Content parametersOf(const Access& access) {
+  const auto block = readBlock(access);
+  if (!block) return Missing{block.error().describe()};
+  std::string text;
+  for (const ParameterWord& word : *block)
+    text += wordText(word) + "\r\n";
+  return text;
+}
+
+Content endOfTrace(const fs::path& file) {
+  std::ifstream stream(file, std::ios::binary | std::ios::ate);
+  const auto size = static_cast<std::streamoff>(stream.tellg());
+  if (!stream || size < 0) return Missing{file.string() + " cannot be read"};
+  const auto kept = std::min<std::streamoff>(size, longestTrace);
+  std::string text(static_cast<std::size_t>(kept), '\0');
+  stream.seekg(size - kept);
+  stream.read(text.data(), kept);
+  if (stream.bad()) return Missing{file.string() + " cannot be read"};
+  text.resize(static_cast<std::size_t>(stream.gcount()));
+  // The first line of what is left of a long trace is half a line.
+  if (kept < size) text.erase(0, text.find('\n') + 1);
+  return text;
+}
+
+/// The controller's name, as far as it may stand in the name of a file.
+std::string fileName(std::string name) {
+  std::ranges::replace_if(
+      name,
+      [](char c) { return (c < '0' || c > '9') && (c < 'A' || c > 'Z') && (c < 'a' || c > 'z'); },
+      '_');
+  return name;
+}
+
+using PartOfController = Content (*)(const Access& access);
+
+DiagnosticsPart partOf(const Patient& patient, const ExaminedController& controller,
+                       std::string name, PartOfController make, const DoctorProgress& progress) {
+  return {std::move(name), [&patient, &controller, make, &progress]() -> Content {
+            if (!controller.answers) return Missing{"the controller does not answer"};
+            if (progress) progress("reading " + toUtf8(controller.name));
+            Session session;
+            session.controllerName = controller.name;
+            return make({session, patient.access->driver, patient.access->clock});
+          }};
+}
+
+/// All references must outlive the parts.
+std::vector<DiagnosticsPart> partsOf(const Patient& patient, const Diagnosis& diagnosis,
+                                     const Trace& trace, const DoctorProgress& progress) {
+  std::vector<DiagnosticsPart> parts = {
+      {"doctor.txt", [&]() -> Content { return findingsAsText(diagnosis); }},
+      {"doctor.json", [&]() -> Content { return findingsAsJson(diagnosis); }},
+      {"versions.txt", [&]() -> Content { return versionsText(patient); }},
+  };
+  int number = 0;
+  for (const ExaminedController& controller : diagnosis.controllers) {
+    // Two controllers may have the same name.
+    const std::string name = std::to_string(++number) + '-' + fileName(controller.name);
+    parts.push_back(
+        partOf(patient, controller, "settings-" + name + ".json", settingsOf, progress));
+    parts.push_back(
+        partOf(patient, controller, "parameters-" + name + ".vrq", parametersOf, progress));
+  }
+  if (diagnosis.controllers.empty()) {
+    for (const char* const name : {"settings.json", "parameters.vrq"})
+      parts.push_back({name, []() -> Content { return Missing{"there is no controller"}; }});
+  }
+  // At the end, so that reading the controllers is in it.
+  if (trace.isOn())
+    parts.push_back({"trace.jsonl", [&]() -> Content { return endOfTrace(trace.path()); }});
+  return parts;
+}
+
+std::string contentOf(const DiagnosticsPart& part, std::vector<std::string>& failed) {
+  std::string why;
+  try {
+    auto content = part.make();
+    if (content) return std::move(*content);
+    why = content.error().why;
+  } catch (const std::exception& error) {
+    why = error.what();
+  }
+  failed.push_back(part.name);
+  return "This part is missing: " + why + ".\n";
+}
+
+}  // namespace
+
+std::string packParts(const std::vector<DiagnosticsPart>& parts,
+                      std::chrono::system_clock::time_point time,
+                      std::vector<std::string>& failed) {
+  std::vector<ZipEntry> entries;
+  for (const DiagnosticsPart& part : parts)
+    entries.push_back({part.name, contentOf(part, failed)});
+  return zipArchive(entries, time);
+}
+
+std::string DiagnosticsSaved::describe(const fs::path& file) const {
+  if (error) return "The diagnostics are not saved: " + error->describe() + '.';
+  std::string text = "The diagnostics are saved in " + file.string() + '.';
+  if (failed.empty()) return text;
+  text += " Missing, with the reason in their place:";
+  for (const std::string& name : failed)
+    text += (name == failed.front() ? " " : ", ") + name;
+  return text + '.';
+}
+
+DiagnosticsSaved saveDiagnostics(const fs::path& file, const Patient& patient,
+                                 const Diagnosis& diagnosis, const Trace& trace,
+                                 const DoctorProgress& progress) {
+  DiagnosticsSaved saved;
+  const auto parts = partsOf(patient, diagnosis, trace, progress);
+  saved.error =
+      writeWholeFile(file, packParts(parts, std::chrono::system_clock::now(), saved.failed));
+  return saved;
+}
+
+}  // namespace touch

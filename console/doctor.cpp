@@ -1,0 +1,316 @@
+#include "console/doctor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "console/optional_files.h"
+#include "core/clock.h"
+#include "core/connection.h"
+#include "core/discovery.h"
+#include "core/identity.h"
+#include "core/text_encoding.h"
+#include "core/whole_file.h"
+#include "serial/port_holders.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using enum FindingState;
+
+constexpr auto pauseAfterSilence = 100ms;
+// The least that the windows are laid out for, in logical pixels.
+constexpr int leastWidth = 400;
+constexpr int leastHeight = 240;
+
+/// The findings of one topic, as they are made.
+class Findings {
+ public:
+  Findings(std::vector<Finding>& all, std::string_view topic) : all_(all), topic_(topic) {}
+
+  void add(FindingState state, std::string what, std::string why = {}, std::string nextStep = {}) {
+    all_.push_back({state, topic_, std::move(what), std::move(why), std::move(nextStep)});
+  }
+
+ private:
+  std::vector<Finding>& all_;
+  std::string_view topic_;
+};
+
+/// The way out when no library could be bound.
+std::string libraryNextStep(const Patient& patient, const BindError& refused) {
+  if (patient.simulated && !patient.access) {
+    return "The installation is incomplete: install TouchUtility again.";
+  }
+  if (!refused.missing.empty()) {
+    return "Install a newer touch driver: the one in " + refused.foundAt.string() +
+           " is too old, or is another library.";
+  }
+  return "Install the touch driver of your controller, or name its library with --driver PATH.";
+}
+
+void examineLibrary(const Patient& patient, Findings findings) {
+  if (patient.refused) {
+    const BindError& refused = *patient.refused;
+    findings.add(problem, refused.describe() + '.',
+                 "Without the touch driver no controller can be found, set up or calibrated.",
+                 libraryNextStep(patient, refused));
+    if (refused.library == NexapiDriver::makersLibrary && refused.missing.empty()) {
+      findings.add(
+          note,
+          libraryFileName(refused.library) + " was looked for in " + librarySearchPlaces() + ".",
+          "It is never taken from the current folder, where anybody may have put it.");
+    }
+  }
+  if (!patient.access) return;
+  findings.add(ok, "The driver library is " + patient.driverPath.string() + "; all " +
+                       std::to_string(NexapiDriver::operationCount) + " operations are there.");
+  if (patient.simulated) {
+    findings.add(note, "The simulated driver is in use.",
+                 "Its controllers are simulated; real ones are not reached.",
+                 "For a real controller start the program on its touch driver.");
+  }
+}
+
+/// Whether the session's controller says what it is, asked twice at most.
+Identity identify(const Access& access) {
+  const auto said = [](const Identity& identity) {
+    return !identity.unitType.empty() || !identity.firmware.empty();
+  };
+  Identity identity = readfw(access);
+  if (said(identity)) return identity;
+  access.clock.delay(pauseAfterSilence);
+  return readfw(access);
+}
+
+std::string describe(const Identity& identity) {
+  std::string text;
+  if (!identity.unitType.empty()) text += ", unit type " + toUtf8(identity.unitType);
+  if (!identity.firmware.empty()) text += ", firmware " + toUtf8(identity.firmware);
+  return text;
+}
+
+/// Splits what the driver lists into the controllers that are served and the other makers' names.
+std::pair<std::vector<ExaminedController>, std::string> listed(Driver& driver) {
+  std::vector<ExaminedController> served;
+  std::string others;
+  const std::int32_t known = driver.GetExistControllers();
+  const int count = known < 0 ? 0 : known & 0xFF;
+  for (int number = 1; number <= count; ++number) {
+    const auto name = controllerName(driver, number);
+    if (!name) continue;
+    if (isServedName(*name) && served.size() < ControllerList::limit) {
+      served.push_back({*name, false});
+    } else {
+      others += (others.empty() ? "" : ", ") + toUtf8(*name);
+    }
+  }
+  return {std::move(served), std::move(others)};
+}
+
+std::vector<ExaminedController> examineControllers(const Patient& patient,
+                                                   const DoctorProgress& progress,
+                                                   Findings findings) {
+  if (!patient.access) {
+    findings.add(note, "No controller was looked for: there is no driver to ask.");
+    return {};
+  }
+  // A session of its own: the program's current controller stays what it is.
+  Session session;
+  const Access access{session, patient.access->driver, patient.access->clock};
+  auto [controllers, others] = listed(access.driver);
+  std::vector<std::string> identities;
+  for (ExaminedController& controller : controllers) {
+    if (progress) progress("asking " + toUtf8(controller.name));
+    session.controllerName = controller.name;
+    identities.push_back(describe(identify(access)));
+    controller.answers = !identities.back().empty();
+  }
+  const bool oneAnswers = std::ranges::any_of(controllers, &ExaminedController::answers);
+  for (std::size_t i = 0; i < controllers.size(); ++i) {
+    const std::string name = toUtf8(controllers[i].name);
+    if (controllers[i].answers) {
+      findings.add(ok, name + " answers" + identities[i] + ".");
+    } else {
+      // One that was unplugged may stay in the driver's list beside those that work.
+      findings.add(oneAnswers ? note : problem,
+                   name + " is known to the driver, but does not answer.",
+                   "Nothing can be read from it or changed in it.",
+                   isSerialController(controllers[i].name)
+                       ? "Check its cable and power; then search the COM ports for it."
+                       : "Check its cable and power, then look again.");
+    }
+  }
+  if (!others.empty()) {
+    findings.add(note, "The driver also knows of " + others + '.',
+                 "These are of other makers and are left alone.");
+  }
+  if (controllers.empty()) {
+    findings.add(problem, "The driver knows of no controller.", "There is nothing to work with.",
+                 "Check cable and power, then look again. A serial controller may be on another "
+                 "port than the driver "
+                 "believes: search the COM ports for it.");
+  }
+  return controllers;
+}
+
+/// A serial device to look at; `number` 0: no COM port number leads to it.
+struct Port {
+  int number = 0;
+  std::string device;
+  bool chosen = false;  ///< the user has named it
+};
+
+std::vector<Port> portsToExamine(const ComPorts& ports) {
+  constexpr int lastSearched = 16;
+  std::vector<Port> found;
+  for (const int number : ports.assignedNumbers())
+    found.push_back({number, ports.device(number), true});
+  for (const std::string& device : serialDevices()) {
+    if (std::ranges::find(found, device, &Port::device) != found.end()) continue;
+    Port port{0, device, false};
+    for (int number = lastSearched; number >= 1; --number)
+      if (ports.device(number) == device) port.number = number;
+    found.push_back(port);
+  }
+  return found;
+}
+
+void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
+  const std::string name = port.number > 0 ? ports.describe(port.number) : port.device;
+  const std::string choose = "--com " + std::to_string(std::max(port.number, 1)) + "=";
+  if (port.device.empty()) {
+    findings.add(ok, "COM" + std::to_string(port.number) +
+                         ": the simulated driver has the simulated controller's port.");
+    return;
+  }
+  if (!portExists(port.device)) {
+    findings.add(problem, name + ": there is no such device.",
+                 "No controller can be reached over it.",
+                 "Connect it, or name another one with " + choose + "DEVICE.");
+    return;
+  }
+  const std::string driver = portDriver(port.device);
+  const std::string served = driver.empty() ? std::string() : ", driver " + driver;
+  if (const PortPermission permission = portPermission(port.device); !permission.granted) {
+    findings.add(
+        port.chosen ? problem : note, name + served + ": this user may not open it.",
+        "A serial controller on it cannot be searched for or talked to without the driver.",
+        permission.wayOut());
+    return;
+  }
+  if (const PortHolders holders = portHolders(port.device); !holders.known.empty()) {
+    findings.add(note, name + served + ": in use by " + holders.names() + '.',
+                 "Only one program at a time can talk to a controller.",
+                 "Close it before you search the COM ports or open the serial debugger.");
+    return;
+  }
+  findings.add(
+      ok, name + served + ": can be opened.", {},
+      port.number > 0 ? std::string() : "To use it, start with " + choose + port.device + '.');
+}
+
+void examinePorts(const Patient& patient, Findings findings) {
+  const auto ports = portsToExamine(patient.ports);
+  for (const Port& port : ports)
+    examinePort(port, patient.ports, findings);
+  if (ports.empty()) {
+    findings.add(note, "This machine has no serial port.",
+                 "Serial controllers need one; USB controllers do not.",
+                 "For a serial controller connect an adapter.");
+  }
+}
+
+void examineFolder(const fs::path& folder, Findings findings) {
+  std::error_code ignored;
+  fs::path probe;
+  int number = 0;
+  do {
+    probe = folder / ("doctor-" + std::to_string(number++) + ".tmp");
+  } while (fs::exists(fs::symlink_status(probe, ignored)));
+  const auto complaint = writeWholeFile(probe, "can this be written?\n");
+  fs::remove(probe, ignored);
+  if (!complaint) {
+    findings.add(ok, "The working folder " + folder.string() + " can be written.");
+    return;
+  }
+  findings.add(
+      problem,
+      "The working folder " + folder.string() + " cannot be written: " + complaint->found + '.',
+      "Parameters are not kept before they are changed, and results are not saved.",
+      "Start the program in another folder, or name one with --work-dir DIR.");
+}
+
+void examineScreens(const std::optional<std::vector<ExaminedScreen>>& screens, Findings findings) {
+  if (!screens) {
+    findings.add(note, "No display: a shell has none to look at.",
+                 "Panels are calibrated on the screen.",
+                 "The page \"Doctor\" of touchutility lists the screens.");
+    return;
+  }
+  for (const ExaminedScreen& screen : *screens) {
+    const std::string what = screen.name + ": " + std::to_string(screen.width) + " x " +
+                             std::to_string(screen.height) + " pixels at " +
+                             std::to_string(screen.scale) + " %";
+    const bool small = screen.width * 100 < leastWidth * screen.scale ||
+                       screen.height * 100 < leastHeight * screen.scale;
+    if (small) {
+      findings.add(note, what + ", which is little.", "Some windows may not fit.",
+                   "Choose a smaller scale.");
+    } else {
+      findings.add(ok, what + '.');
+    }
+  }
+}
+
+void examineFiles(const fs::path& folder, Findings findings) {
+  std::string absent;
+  for (const OptionalFile& file : examineOptionalFiles(folder)) {
+    if (!file.there) {
+      absent += (absent.empty() ? "" : ", ") + file.name;
+    } else if (file.complaint.empty()) {
+      findings.add(ok, file.name + " is sound.", file.effect);
+    } else {
+      findings.add(problem, file.complaint + '.', file.effect, "Mend the file or remove it.");
+    }
+  }
+  if (!absent.empty()) {
+    findings.add(ok, "Not in the working folder, and not needed: " + absent + '.');
+  }
+}
+
+void examineVersions(const std::vector<std::string>& versions, Findings findings) {
+  std::string all;
+  for (const std::string& version : versions)
+    all += (all.empty() ? "" : "; ") + version;
+  findings.add(ok, all + '.');
+}
+
+}  // namespace
+
+std::size_t Diagnosis::count(FindingState state) const {
+  return static_cast<std::size_t>(std::ranges::count(findings, state, &Finding::state));
+}
+
+bool Diagnosis::controllerAnswers() const {
+  return std::ranges::any_of(controllers, &ExaminedController::answers);
+}
+
+Diagnosis examine(const Patient& patient, const DoctorProgress& progress) {
+  Diagnosis diagnosis;
+  auto& all = diagnosis.findings;
+  examineLibrary(patient, {all, "library"});
+  diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
+  if (progress) progress("looking at the ports");
+  examinePorts(patient, {all, "ports"});
+  examineFolder(patient.workFolder, {all, "folder"});
+  examineScreens(patient.screens, {all, "screens"});
+  examineFiles(patient.workFolder, {all, "files"});
+  examineVersions(patient.versions, {all, "versions"});
+  std::ranges::stable_sort(all, std::greater(), &Finding::state);
+  return diagnosis;
+}
+
+}  // namespace touch

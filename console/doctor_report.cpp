@@ -1,0 +1,64 @@
+#include "console/doctor_report.h"
+
+#include <fmt/core.h>
+
+#include <nlohmann/json.hpp>
+
+#include "core/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+std::string counted(std::size_t count, std::string_view what) {
+  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+std::string_view stateName(FindingState state) {
+  switch (state) {
+    case FindingState::problem:
+      return "problem";
+    case FindingState::note:
+      return "note";
+    case FindingState::ok:
+      break;
+  }
+  return "ok";
+}
+
+std::string summary(const Diagnosis& diagnosis) {
+  const auto problems = diagnosis.count(FindingState::problem);
+  const auto notes = diagnosis.count(FindingState::note);
+  const std::string noted = notes == 0 ? std::string() : counted(notes, "note");
+  if (problems == 0) return "Nothing is wrong" + (noted.empty() ? noted : "; " + noted);
+  return counted(problems, "problem") + (noted.empty() ? noted : ", " + noted);
+}
+
+std::string findingsAsText(const Diagnosis& diagnosis) {
+  std::string text;
+  for (const Finding& finding : diagnosis.findings) {
+    text += fmt::format("{:<8} {}\n", stateName(finding.state), finding.what);
+    if (!finding.why.empty()) text += fmt::format("{:<8} {}\n", "", finding.why);
+    if (!finding.nextStep.empty()) text += fmt::format("{:<8} Next: {}\n", "", finding.nextStep);
+  }
+  return text + '\n' + summary(diagnosis) + ".\n";
+}
+
+std::string findingsAsJson(const Diagnosis& diagnosis) {
+  auto findings = nlohmann::ordered_json::array();
+  for (const Finding& finding : diagnosis.findings) {
+    findings.push_back({{"state", stateName(finding.state)},
+                        {"topic", finding.topic},
+                        {"what", toUtf8(finding.what)},
+                        {"why", toUtf8(finding.why)},
+                        {"next", toUtf8(finding.nextStep)}});
+  }
+  const nlohmann::ordered_json object = {{"problems", diagnosis.count(FindingState::problem)},
+                                         {"notes", diagnosis.count(FindingState::note)},
+                                         {"findings", std::move(findings)}};
+  return object.dump(2) + '\n';
+}
+
+}  // namespace touch

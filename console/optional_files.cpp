@@ -1,0 +1,100 @@
+#include "console/optional_files.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "console/touch_settings.h"
+#include "core/messages.h"
+#include "core/whole_file.h"
+#include "serial/report_format.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::string_view_literals;
+
+constexpr std::size_t largestPicture = 64 * 1024 * 1024;
+
+// How the kinds of pictures begin that the windows can show.
+constexpr std::array pictureBeginnings = {"\xFF\xD8\xFF"sv, "\x89PNG\r\n"sv, "GIF8"sv, "BM"sv,
+                                          "\x00\x00\x01\x00"sv};
+
+std::string messagesComplaint(const fs::path& file) {
+  const auto messages = loadMessages(file.parent_path());
+  return messages ? std::string() : messages.error().describe();
+}
+
+std::string formatsComplaint(const fs::path& file) {
+  std::error_code ignored;
+  if (!fs::exists(file, ignored)) return FileError{file.string(), 0, "a file", "none"}.describe();
+  std::string complaint;
+  for (const FileError& problem : rdformad(file.parent_path()).problems)
+    complaint += (complaint.empty() ? "" : "; ") + problem.describe();
+  return complaint;
+}
+
+std::string pictureComplaint(const fs::path& file) {
+  const auto content = readWholeFile(file, largestPicture);
+  if (!content) return content.error().describe();
+  const bool known = std::ranges::any_of(pictureBeginnings, [&content](std::string_view beginning) {
+    return content->starts_with(beginning);
+  });
+  if (known) return {};
+  return FileError{file.string(), 0, "a picture", foundText(content->substr(0, 4))}.describe();
+}
+
+std::string noteComplaint(const fs::path& file) {
+  const auto content = readWholeFile(file, largestCursorNote);
+  return content ? std::string() : content.error().describe();
+}
+
+struct Kind {
+  std::string_view name;
+  std::string (*complaint)(const fs::path& file);
+  std::string_view effect;
+  std::string_view effectWhenDamaged;
+};
+
+constexpr std::array kinds = {
+    Kind{"errmsg.txt", messagesComplaint, "Its texts replace the built-in ones.",
+         "touchutility does not start with it, and touchctl does nothing more."},
+    Kind{"zevrik.fmt", formatsComplaint, "It adds forms of touch reports.",
+         "Those lines are left out: touch reports of their form are not decoded."},
+    Kind{"pic01.jpg", pictureComplaint, "It is shown in the main window.", "It is not shown."},
+    Kind{"Zevrik.ico", pictureComplaint, "It is the main window's icon.", "It is not shown."},
+    Kind{"cursoroff.txt", noteComplaint, "It is shown on \"Hide Cursor\".", "It is not shown."},
+};
+
+/// A link that leads nowhere is there as well: its user believes that the file is.
+bool isThere(const fs::path& file) {
+  std::error_code ignored;
+  return fs::exists(fs::symlink_status(file, ignored));
+}
+
+/// The icon's name may be written in small letters.
+fs::path fileOf(const Kind& kind, const fs::path& folder) {
+  const auto file = folder / kind.name;
+  return kind.name == "Zevrik.ico" && !isThere(file) ? folder / "zevrik.ico" : file;
+}
+
+}  // namespace
+
+std::vector<OptionalFile> examineOptionalFiles(const fs::path& workFolder) {
+  std::vector<OptionalFile> files;
+  for (const Kind& kind : kinds) {
+    const auto path = fileOf(kind, workFolder);
+    OptionalFile file{std::string(kind.name), false, {}, {}};
+    if (isThere(path)) {
+      file.there = true;
+      file.complaint = kind.complaint(path);
+      file.effect = file.complaint.empty() ? kind.effect : kind.effectWhenDamaged;
+    }
+    files.push_back(std::move(file));
+  }
+  return files;
+}
+
+}  // namespace touch

@@ -1,0 +1,241 @@
+#include "console/doctor.h"
+
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "console/diagnostics_file.h"
+#include "console/doctor_report.h"
+#include "core/trace.h"
+#include "tests/app/child_process.h"
+#include "tests/console/parameter_controller.h"
+
+namespace touch {
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+using test::Lines;
+using test::replyOf;
+using testing::AllOf;
+using testing::AnyOf;
+using testing::Each;
+using testing::HasSubstr;
+using testing::StartsWith;
+using enum FindingState;
+
+class Doctor : public test::ParameterDesk {
+ protected:
+  Doctor() {
+    script.names = {"RS232 DEVICE 1"};
+    script.replies["UT"] = {replyOf("QRMV0301")};
+    script.replies["OI"] = {replyOf("M0130100")};
+    // The parameter memory answers "GP" and leaves these two alone.
+    script.onCall = [this, serve = script.onCall](const std::string& line) {
+      if (!line.ends_with(" UT") && !line.ends_with(" OI")) serve(line);
+    };
+    patient.workFolder = folder.path();
+    patient.driverPath = RECORDING_LIBRARY;
+    patient.access.emplace(access());
+    patient.screens.emplace();
+    patient.versions = {"Program 1"};
+  }
+
+  /// The findings of a topic, as "state: what".
+  static Lines of(const Diagnosis& diagnosis, std::string_view topic) {
+    Lines lines;
+    for (const Finding& finding : diagnosis.findings) {
+      if (finding.topic == topic)
+        lines.push_back(std::string(stateName(finding.state)) + ": " + finding.what);
+    }
+    return lines;
+  }
+  Lines found(std::string_view topic) { return of(examine(patient), topic); }
+
+  std::string unpacked(const fs::path& file, const std::string& entry) {
+    return test::runProgram("/usr/bin/unzip", {"-p", file, entry}).output;
+  }
+
+  Patient patient;
+};
+
+TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
+  session.controllerName = "the current one";
+  const struct {
+    std::vector<std::string> names;
+    bool answers;
+    Lines found;
+  } cases[] = {
+      {{"RS232 DEVICE 1"},
+       true,
+       {"ok: RS232 DEVICE 1 answers, unit type QRMV0301, firmware M0130100."}},
+      {{"RS232 DEVICE 1"},
+       false,
+       {"problem: RS232 DEVICE 1 is known to the driver, but does not answer."}},
+      {{}, false, {"problem: The driver knows of no controller."}},
+      {{"DEVICE USB", "USB DEVICE 2"},
+       true,
+       {"note: The driver also knows of DEVICE USB.",
+        "ok: USB DEVICE 2 answers, unit type QRMV0301, firmware M0130100."}},
+  };
+  for (const auto& c : cases) {
+    script.names = c.names;
+    for (const char* const command : {"UT", "OI"})
+      script.replies[command] = {c.answers ? replyOf(command[0] == 'U' ? "QRMV0301" : "M0130100")
+                                           : test::Bytes{}};
+    const Diagnosis diagnosis = examine(patient);
+    EXPECT_EQ(of(diagnosis, "controllers"), c.found);
+    EXPECT_EQ(diagnosis.controllerAnswers(), c.answers);
+  }
+  EXPECT_THAT(journal, Each(AnyOf("GetExistControllers", StartsWith("GetControllerName"),
+                                  StartsWith("OpenController"), "CloseController", "WriteBuffer UT",
+                                  "WriteBuffer OI", "ReadBuffer 10", "delay 100")));
+  EXPECT_EQ(session.controllerName, "the current one");
+}
+
+TEST_F(Doctor, TakesASilentControllerBesideOneThatAnswersForANote) {
+  script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+  script.replies["UT"] = {test::Bytes{}, test::Bytes{}, replyOf("QMRV1000")};
+  script.replies["OI"] = {test::Bytes{}};
+  EXPECT_EQ(found("controllers"),
+            (Lines{"note: RS232 DEVICE 1 is known to the driver, but does not answer.",
+                   "ok: USB DEVICE 2 answers, unit type QMRV1000."}));
+}
+
+TEST_F(Doctor, LooksAtTheLibrary) {
+  EXPECT_EQ(found("library"), (Lines{"ok: The driver library is " + std::string(RECORDING_LIBRARY) +
+                                     "; all 36 operations are there."}));
+  patient.simulated = true;
+  EXPECT_EQ(found("library").front(), "note: The simulated driver is in use.");
+  patient.refused = NexapiDriver::bind(std::nullopt).error();
+  EXPECT_THAT(found("library").front(),
+              HasSubstr("library nexapi cannot be used: libnexapi.so: cannot open"));
+
+  patient.access.reset();
+  patient.simulated = false;
+  const Diagnosis none = examine(patient);
+  EXPECT_THAT(of(none, "library"), testing::Contains(HasSubstr(programFolder().string())));
+  EXPECT_EQ(of(none, "controllers"),
+            (Lines{"note: No controller was looked for: there is no driver to ask."}));
+  patient.refused = NexapiDriver::bind(INCOMPLETE_LIBRARY).error();
+  const auto diagnosis = examine(patient);
+  EXPECT_THAT(diagnosis.findings.front().what, HasSubstr("it lacks the operation IsPenUp"));
+  EXPECT_THAT(diagnosis.findings.front().nextStep, HasSubstr(INCOMPLETE_LIBRARY));
+}
+
+TEST_F(Doctor, LooksAtFolderScreensPortsAndFiles) {
+  EXPECT_THAT(found("folder").front(), StartsWith("ok: "));
+  EXPECT_TRUE(fs::is_empty(folder.path())) << "nothing is left behind";
+  patient.workFolder = folder.path() / "none";
+  EXPECT_THAT(found("folder").front(), AllOf(StartsWith("problem: "), HasSubstr("No such file")));
+  patient.workFolder = folder.path();
+
+  patient.screens = {{"DP-1", 1920, 1080, 100}, {"DP-2", 640, 400, 200}};
+  EXPECT_EQ(found("screens"), (Lines{"note: DP-2: 640 x 400 pixels at 200 %, which is little.",
+                                     "ok: DP-1: 1920 x 1080 pixels at 100 %."}));
+  patient.screens.reset();
+  EXPECT_THAT(found("screens"), testing::ElementsAre(StartsWith("note: No display")));
+
+  patient.ports.assign("4=/dev/there-is-none");
+  EXPECT_EQ(found("ports").front(), "problem: COM4 (/dev/there-is-none): there is no such device.");
+
+  const struct {
+    const char* name;
+    std::string sound;
+    std::string damaged;
+    const char* complaint;
+  } files[] = {
+      {"errmsg.txt", std::string(100, '\n'), "one\n",
+       "expected 100 lines, one for each message, found 1 lines"},
+      {"zevrik.fmt", "wide 8 5A 5B le16@2,4\n", "wide 8\n", "zevrik.fmt, line 1: expected"},
+      {"pic01.jpg", "\xFF\xD8\xFF\xE0", "text", "expected a picture, found \"text\""},
+      {"Zevrik.ico", std::string("\0\0\1\0", 4), "", "expected a picture, found an empty line"},
+      {"cursoroff.txt", "note", std::string(2'000'000, 'x'), "expected at most 1048576 bytes"},
+  };
+  for (const auto& [name, sound, damaged, complaint] : files) {
+    EXPECT_THAT(found("files"), testing::ElementsAre(HasSubstr(name)))
+        << "not there, and not needed";
+    folder.write(name, sound);
+    EXPECT_THAT(found("files"), testing::Contains("ok: " + std::string(name) + " is sound."));
+    folder.write(name, damaged);
+    EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr(complaint)));
+    fs::remove(folder.path() / name);
+    fs::create_symlink("nowhere", folder.path() / name);
+    EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr("a file")))
+        << name;
+    fs::remove(folder.path() / name);
+  }
+}
+
+TEST_F(Doctor, ReportsForPeopleAndForPrograms) {
+  const Diagnosis diagnosis{{{problem, "library", "It is \"bad\".", "It matters.", "Mend it."},
+                             {note, "ports", "Odd \xFC.", "", ""},
+                             {ok, "versions", "Program 1.", "", ""}},
+                            {}};
+  EXPECT_EQ(findingsAsText(diagnosis),
+            "problem  It is \"bad\".\n         It matters.\n         Next: Mend it.\n"
+            "note     Odd \xFC.\nok       Program 1.\n\n1 problem, 1 note.\n");
+  const json object = json::parse(findingsAsJson(diagnosis));
+  EXPECT_EQ(object["problems"], 1);
+  EXPECT_EQ(object["findings"][0], (json{{"state", "problem"},
+                                         {"topic", "library"},
+                                         {"what", "It is \"bad\"."},
+                                         {"why", "It matters."},
+                                         {"next", "Mend it."}}));
+  EXPECT_EQ(object["findings"][1]["what"], "Odd \u00fc.");
+  EXPECT_EQ(summary({}), "Nothing is wrong");
+}
+
+TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
+  script.results["GetReportMode"] = 77;  // what reading the settings elsewhere would put right
+  Trace trace;
+  ASSERT_EQ(trace.start(folder.path() / "t.jsonl"), std::nullopt);
+  trace.write("\"call\":\"kept\"");
+  const auto file = folder.path() / "d.zip";
+  const auto saved = saveDiagnostics(file, patient, examine(patient), trace);
+  EXPECT_EQ(saved.error, std::nullopt);
+  EXPECT_TRUE(saved.failed.empty());
+  EXPECT_THAT(journal,
+              Each(testing::Not(AnyOf(StartsWith("Set"), StartsWith("Enable"),
+                                      StartsWith("WriteBuffer SP"), HasSubstr("COMPort")))));
+  EXPECT_THAT(unpacked(file, "doctor.txt"), HasSubstr("RS232 DEVICE 1 answers"));
+  EXPECT_EQ(json::parse(unpacked(file, "doctor.json"))["problems"], 0);
+  EXPECT_THAT(unpacked(file, "versions.txt"),
+              StartsWith("Program 1\nDriver library " RECORDING_LIBRARY));
+  EXPECT_EQ(json::parse(unpacked(file, "settings-1-RS232_DEVICE_1.json"))["GetReportMode"], 77);
+  EXPECT_THAT(unpacked(file, "parameters-1-RS232_DEVICE_1.vrq"), StartsWith("1000\r\n1001\r\n"));
+  EXPECT_THAT(unpacked(file, "trace.jsonl"), HasSubstr("\"call\":\"kept\""));
+}
+
+TEST_F(Doctor, SavesTheRestWhenAPartFails) {
+  memory.erase(3);
+  script.names.push_back("USB DEVICE 2");
+  script.replies["UT"] = {replyOf("QRMV0301"), test::Bytes{}};
+  script.replies["OI"] = {replyOf("M0130100"), test::Bytes{}};
+  const auto file = folder.path() / "d.zip";
+  const auto saved = saveDiagnostics(file, patient, examine(patient), Trace());
+  EXPECT_EQ(saved.failed, (Lines{"parameters-1-RS232_DEVICE_1.vrq", "settings-2-USB_DEVICE_2.json",
+                                 "parameters-2-USB_DEVICE_2.vrq"}));
+  EXPECT_THAT(saved.describe(file), HasSubstr("reason in their place: parameters-1"));
+  EXPECT_THAT(unpacked(file, "parameters-1-RS232_DEVICE_1.vrq"),
+              StartsWith("This part is missing: Word 03: "));
+  EXPECT_THAT(unpacked(file, "settings-1-RS232_DEVICE_1.json"), HasSubstr("GetRotation"));
+
+  std::vector<std::string> failed;
+  folder.write(
+      "p.zip",
+      packParts(
+          {{"thrown",
+            []() -> Result<std::string, Missing> { throw std::runtime_error("it broke"); }},
+           {"good", []() -> Result<std::string, Missing> { return std::string("all of it"); }}},
+          {}, failed));
+  EXPECT_EQ(failed, Lines{"thrown"});
+  EXPECT_EQ(unpacked(folder.path() / "p.zip", "thrown"), "This part is missing: it broke.\n");
+  EXPECT_EQ(unpacked(folder.path() / "p.zip", "good"), "all of it");
+
+  const auto nowhere = folder.path() / "none" / "d.zip";
+  EXPECT_THAT(saveDiagnostics(nowhere, patient, {}, Trace()).describe(nowhere),
+              StartsWith("The diagnostics are not saved: "));
+}
+
+}  // namespace
+}  // namespace touch
