@@ -15,6 +15,7 @@
 #include "app/parsing.h"
 #include "console/frmMain.h"
 #include "core/session.h"
+#include "core/system_name.h"
 #include "core/trace.h"
 #include "serial/asio_serial_port.h"
 #include "ui/event_loop_clock.h"
@@ -45,7 +46,8 @@ bool offerSimulation(const BindError& error) {
   box.setInformativeText(
       QMessageBox::tr("Without the touch driver no controller can be reached. Install the driver "
                       "of your controller, or "
-                      "look around with simulated controllers."));
+                      "look around with simulated controllers: the page \"Doctor\" there, or "
+                      "'touchctl doctor' in a shell, says where the driver was looked for."));
   auto* const simulated =
       box.addButton(QMessageBox::tr("&Use simulated controllers"), QMessageBox::AcceptRole);
   auto* const quit = box.addButton(QMessageBox::tr("&Quit"), QMessageBox::RejectRole);
@@ -56,7 +58,8 @@ bool offerSimulation(const BindError& error) {
   return box.clickedButton() == simulated;
 }
 
-std::unique_ptr<NexapiDriver> bindDriver(Options& options) {
+/// Why the driver that was wanted is not used stands in `refused` when another is used in its place.
+std::unique_ptr<NexapiDriver> bindDriver(Options& options, std::optional<BindError>& refused) {
   while (true) {
     auto driver = bindChosenDriver(options);
     if (driver) return std::move(*driver);
@@ -66,6 +69,7 @@ std::unique_ptr<NexapiDriver> bindDriver(Options& options) {
       return nullptr;
     }
     if (!offerSimulation(driver.error())) return nullptr;
+    refused = driver.error();
     options.simulate = true;
     options.driver.reset();
   }
@@ -108,7 +112,8 @@ int run(Options& options, int argc, char** argv) {
              QMessageBox::tr("Mend or remove the file, then start again."));
     return exitFailed;
   }
-  const auto nexapi = bindDriver(options);
+  std::optional<BindError> refusedDriver;
+  const auto nexapi = bindDriver(options, refusedDriver);
   if (!nexapi) return exitNoDriver;
   addSimulatedPort(*nexapi, options.comPorts);
 
@@ -133,8 +138,13 @@ int run(Options& options, int argc, char** argv) {
       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());
 
   frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, linearity},
-                 {options.workFolder, nexapi->path(), Simulation::of(*nexapi),
-                  logicalSize(options.screen, app)});
+                 {.workFolder = options.workFolder,
+                  .driverPath = nexapi->path(),
+                  .simulation = Simulation::of(*nexapi),
+                  .fullScreenSize = logicalSize(options.screen, app),
+                  .refusedDriver = refusedDriver,
+                  .ports = options.comPorts,
+                  .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
   // Again and again: after one box there may be another.
   QTimer ending;
   ending.setInterval(100);

@@ -36,7 +36,8 @@ frmControllerPage::frmControllerPage(QWidget* parent)
       controllerList_(new QTableWidget(0, 2)),
       emptyHint_(
           new QLabel(tr("No controller is listed. Check that the touch driver is installed and the "
-                        "controller is connected and powered, then press Refresh."))),
+                        "controller is connected and powered, then press Refresh. The page "
+                        "\"Doctor\" says what is missing."))),
       unitType_(makeValueLabel("lblUnitType")),
       firmware_(makeValueLabel("lblFirmware")),
       infoList_(new QListWidget),

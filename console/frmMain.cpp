@@ -17,8 +17,11 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "console/diagnostics_file.h"
+#include "console/doctor_report.h"
 #include "console/frmCalibrationPage.h"
 #include "console/frmControllerPage.h"
+#include "console/frmDoctorPage.h"
 #include "console/frmMaintenancePage.h"
 #include "console/frmParametersPage.h"
 #include "console/frmPinDefine.h"
@@ -63,6 +66,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
     : access_(access),
       prompt_(prompt),
       port_(port),
+      trace_(trace),
       tests_(tests),
       startup_(startup),
       console_(access, prompt, *this, port, startup.workFolder),
@@ -76,6 +80,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       maintenancePage_(new frmMaintenancePage(startup.driverPath, startup.workFolder, trace)),
       parametersPage_(new frmParametersPage(console_.parameters(), startup.workFolder)),
       testsPage_(new frmTestsPage(startup.simulation.has_value())),
+      doctorPage_(new frmDoctorPage(startup.workFolder)),
       passwordFrame_(new QFrame),
       passwordBox_(new QLineEdit),
       statusLine_(new QLabel),
@@ -94,6 +99,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->addTab(scrollable(maintenancePage_), tr("Maintenance"));
   tabs_->addTab(scrollable(parametersPage_), tr("Parameters"));
   tabs_->addTab(scrollable(testsPage_), tr("Tests"));
+  tabs_->addTab(scrollable(doctorPage_), tr("Doctor"));
 
   auto* const controlsLayout = new QVBoxLayout(controls_);
   controlsLayout->setContentsMargins(0, 0, 0, 0);
@@ -166,6 +172,13 @@ void frmMain::connectPages() {
   connect(testsPage_, &frmTestsPage::faultSwitched, this,
           [this](const SimulatedFault* fault, bool on) { switchFault(*fault, on); });
 
+  connect(doctorPage_, &frmDoctorPage::refreshRequested, this, [this] {
+    console_.examine(tr("Looking for what is wrong …").toStdString(),
+                     [this] { return summary(diagnose()) + '.'; });
+  });
+  connect(doctorPage_, &frmDoctorPage::saveRequested, this,
+          [this](const QString& file) { saveDiagnostics(file.toStdU16String()); });
+
   ParameterEditor& parameters = console_.parameters();
   connect(maintenancePage_, &frmMaintenancePage::defaultsRequested, this, [this, &parameters] {
     console_.perform(
@@ -204,6 +217,42 @@ void frmMain::connectPages() {
     perform(tr("Writing the parameters …"), [&parameters] { return parameters.write(); });
   });
   connect(parametersPage_, &frmParametersPage::statusChanged, statusLine_, &QLabel::setText);
+}
+
+Patient frmMain::patient() const {
+  std::vector<ExaminedScreen> screens;
+  for (const QScreen* const screen : QGuiApplication::screens()) {
+    const QSize pixels = screen->size() * screen->devicePixelRatio();
+    screens.push_back({screen->name().toStdString(), pixels.width(), pixels.height(),
+                       qRound(100 * screen->devicePixelRatio())});
+  }
+  return {.access = access_,
+          .driverPath = startup_.driverPath,
+          .simulated = startup_.simulation.has_value(),
+          .refused = startup_.refusedDriver,
+          .ports = startup_.ports,
+          .workFolder = startup_.workFolder,
+          .screens = std::move(screens),
+          .versions = startup_.versions};
+}
+
+Diagnosis frmMain::diagnose() {
+  Diagnosis diagnosis = examine(patient(), [this](const std::string& what) { sayLooking(what); });
+  doctorPage_->showDiagnosis(diagnosis);
+  return diagnosis;
+}
+
+void frmMain::sayLooking(const std::string& what) {
+  showBusy(tr("Looking for what is wrong: %1 …").arg(shownText(what)).toStdString());
+}
+
+void frmMain::saveDiagnostics(const std::filesystem::path& file) {
+  console_.examine(tr("Packing the diagnostics file …").toStdString(), [this, &file] {
+    const Diagnosis diagnosis = diagnose();
+    return touch::saveDiagnostics(file, patient(), diagnosis, trace_,
+                                  [this](const std::string& what) { sayLooking(what); })
+        .describe(file);
+  });
 }
 
 QWidget* frmMain::makeHeader() {

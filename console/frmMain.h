@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "calibration/frmCal.h"
+#include "console/doctor.h"
 #include "console/main_console.h"
 #include "console/pin_editor.h"
 #include "core/simulation.h"
@@ -24,6 +25,7 @@ namespace touch {
 
 class frmCalibrationPage;
 class frmControllerPage;
+class frmDoctorPage;
 class frmMaintenancePage;
 class frmParametersPage;
 class frmPinDefine;
@@ -36,8 +38,11 @@ struct SimulatedFault;
 struct Startup {
   std::filesystem::path workFolder;
   std::filesystem::path driverPath;
-  std::optional<Simulation> simulation;  ///< set while the simulated driver is bound
-  std::optional<QSize> fullScreenSize;   ///< logical pixels, in place of each full screen
+  std::optional<Simulation> simulation;      ///< set while the simulated driver is bound
+  std::optional<QSize> fullScreenSize;       ///< logical pixels, in place of each full screen
+  std::optional<BindError> refusedDriver{};  ///< why the driver that was wanted is not bound
+  ComPorts ports{};
+  std::vector<std::string> versions{};  ///< of the program and of what it stands on
 };
 
 /// The main window: the controllers, what can be done with them, hot keys, and the ways out.
@@ -81,6 +86,11 @@ class frmMain final : public QWidget, private MainView {
 
   void connectPages();
   void perform(const QString& what, const std::function<std::string()>& action);
+  Patient patient() const;
+  /// Examines and shows what was found.
+  Diagnosis diagnose();
+  void sayLooking(const std::string& what);
+  void saveDiagnostics(const std::filesystem::path& file);
   QWidget* makeHeader();
   QWidget* makePasswordFrame();
   QWidget* makeFooter();
@@ -92,6 +102,7 @@ class frmMain final : public QWidget, private MainView {
   Access access_;
   Prompt& prompt_;
   SerialPort& port_;
+  Trace& trace_;
   TestParts tests_;
   Startup startup_;
   MainConsole console_;
@@ -106,6 +117,7 @@ class frmMain final : public QWidget, private MainView {
   frmMaintenancePage* maintenancePage_;
   frmParametersPage* parametersPage_;
   frmTestsPage* testsPage_;
+  frmDoctorPage* doctorPage_;
   frmPinDefine* pinWindow_ = nullptr;
   QFrame* passwordFrame_;
   QLineEdit* passwordBox_;

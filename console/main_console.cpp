@@ -138,7 +138,7 @@ void MainConsole::readIdentity() {
 
 void MainConsole::sayWhoIsReady() {
   if (!selected_) {
-    view_.showStatus("No controller was found. Check driver, cable and power, then refresh.");
+    view_.showStatus("No controller was found. The page \"Doctor\" says what is missing.");
   } else if (!answers_) {
     view_.showStatus(toUtf8(selectedName()) + " does not answer. Check its cable and power.");
   } else {
@@ -191,6 +191,12 @@ void MainConsole::perform(const std::string& what, const std::function<std::stri
   view_.showSettings();
   view_.showParameters();
   view_.showStatus(outcome);
+}
+
+void MainConsole::examine(const std::string& what, const std::function<std::string()>& look) {
+  if (busy_) return;
+  const Action running(*this, what);
+  view_.showStatus(look());
 }
 
 void MainConsole::calstart(int points) {

@@ -92,6 +92,9 @@ class MainConsole {
   void perform(const std::string& what, const std::function<std::string()>& action,
                Afterwards afterwards = Afterwards::nothing);
 
+  /// Something that needs no controller: runs it when no other action runs, and shows the line that it answers with.
+  void examine(const std::string& what, const std::function<std::string()>& look);
+
   SettingsPanel& settings() { return settings_; }
   ParameterEditor& parameters() { return parameters_; }
 
