@@ -6,7 +6,6 @@
 #include <array>
 
 #include "core/hex.h"
-#include "core/prompt.h"
 
 namespace touch {
 
@@ -107,10 +106,10 @@ void ConsoleLog::clear() {
   if (frozen_) frozen_->clear();
 }
 
-void ConsoleLog::trim(Prompt& prompt) {
-  if (characters_ <= limit) return;
-  prompt.message("Text too long !!");
-  const std::size_t kept = characters_ / 2;
+void ConsoleLog::dropOldestHalf() {
+  std::size_t kept = characters_ / 2;
+  while (kept > limit)
+    kept /= 2;
   while (characters_ > kept && !lines_.empty()) {
     characters_ -= charactersIn(lines_.front());
     lines_.pop_front();

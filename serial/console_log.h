@@ -14,8 +14,6 @@
 
 namespace touch {
 
-class Prompt;
-
 enum class ConsoleLineKind : std::uint8_t { sent, received, report, note };
 
 /// A line of the debugger's console: up to 16 bytes that passed the port, a touch report, or a text of the debugger's
@@ -44,8 +42,8 @@ struct ConsoleFilter {
   std::string containing{};  ///< in the line as it is shown, capitals or not; empty: any
 };
 
-/// What the debugger's console holds. Recording goes on while viewing is paused. It takes no more than the console
-/// holds at its longest: see trim().
+/// What the debugger's console holds. Recording goes on while viewing is paused. Whoever fills it without end drops the
+/// oldest half when it is too long.
 class ConsoleLog {
  public:
   /// What the console can hold, in characters as shown, with a line end each.
@@ -61,8 +59,9 @@ class ConsoleLog {
   void clear();
 
   std::size_t characters() const { return characters_; }
-  /// When the console is over its limit: says "Text too long !!" and drops the oldest half.
-  void trim(Prompt& prompt);
+  bool isTooLong() const { return characters_ > limit; }
+  /// Again and again, when half of a flood is still too long.
+  void dropOldestHalf();
 
   /// While paused, `lines` gives what was there when the pause began.
   void pause(bool on);

@@ -33,19 +33,23 @@ ReceiveMode::Parts Debugger::parts() {
   return {access_.session, access_.clock, prompt_, log_, formats_};
 }
 
+void Debugger::tell(std::string text) {
+  log_.note(text);
+  status_ = std::move(text);
+}
+
 void Debugger::takePort() {
   if (isBusy()) return;
-  const auto refused = port_.take();
-  log_.note(refused ? *refused : "The driver has let go of its port. " + portText());
+  const auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
+  tell(refused ? *refused : "The driver has let go of its port. " + portText());
 }
 
 void Debugger::searchPort() {
   if (isBusy()) return;
-  port_.take();
-  log_.note("Searching COM1 and COM2 for a controller …");
+  tell("Searching COM1 and COM2 for a controller …");
   const auto found = port_.comporttest();
-  log_.note(found ? "A controller answers on COM" + std::to_string(*found) + '.'
-                  : std::string("No controller answers on COM1 or COM2."));
+  tell(found ? "A controller answers on COM" + std::to_string(*found) + '.'
+             : std::string("No controller answers on COM1 or COM2."));
 }
 
 void Debugger::leave() {
@@ -69,22 +73,22 @@ std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
 
 void Debugger::startRecording(const std::filesystem::path& file) {
   const auto failed = recorder_.start(file, access_.clock.now());
-  log_.note(failed ? failed->describe() : "Recording to " + toUtf8(file.string()));
+  tell(failed ? failed->describe() : "Recording to " + toUtf8(file.string()));
 }
 
 void Debugger::stopRecording() {
   const bool wasOn = isRecording();
   if (const auto failed = recorder_.stop()) {
-    log_.note("The recording broke off. " + failed->describe());
+    tell("The recording broke off. " + failed->describe());
   } else if (wasOn) {
-    log_.note("The recording has ended.");
+    tell("The recording has ended.");
   }
 }
 
 void Debugger::startReplay(const std::filesystem::path& file) {
   auto recording = readRecording(file);
   if (!recording) {
-    log_.note(recording.error().describe());
+    tell(recording.error().describe());
     return;
   }
   stopReplay();
@@ -94,7 +98,7 @@ void Debugger::startReplay(const std::filesystem::path& file) {
   if (measuring) replay_->mode.measureRate(true);
   replay_->port.open();
   replay_->mode.receive();
-  log_.note("Replaying " + toUtf8(file.string()));
+  tell("Replaying " + toUtf8(file.string()));
 }
 
 void Debugger::stopReplay() {
@@ -103,7 +107,7 @@ void Debugger::stopReplay() {
   replay_.reset();
   if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
   mode_.resume();
-  log_.note("The replay has ended.");
+  tell("The replay has ended.");
 }
 
 ReceivingPort Debugger::beginDrawing() {
@@ -128,7 +132,11 @@ void Debugger::endDrawing() {
 }
 
 void Debugger::watch() {
-  if (!isBusy()) port_.tellLoss();
+  if (!isBusy()) {
+    // A port that nobody uses does not notice by itself that its device has gone.
+    recorded_.inBufferCount();
+    port_.tellLoss();
+  }
   if (!isRecording()) stopRecording();
   if (!isReplaying() || !replay_->port.isFinished()) return;
   const auto now = access_.clock.now();

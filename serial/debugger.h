@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "serial/console_log.h"
@@ -22,7 +23,7 @@ class Debugger {
   Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
            std::vector<ReportFormat> formats);
 
-  /// Takes the port from the driver. How that went stands in the console's log.
+  /// Takes the port from the driver: COM1, or where a controller was found.
   void takePort();
   /// Looks for a controller on COM1 and COM2.
   void searchPort();
@@ -37,13 +38,14 @@ class Debugger {
   /// "Send", see DebuggerExchange::send.
   std::optional<DebuggerReply> send(const SendChoice& choice);
 
+  /// What was said since it was asked last about the port, a recording or a replay; the log has it as well.
+  std::optional<std::string> takeStatus() { return std::exchange(status_, std::nullopt); }
   ConsoleLog& log() { return log_; }
   const ConsoleLog& log() const { return log_; }
   /// The one whose reports the console shows: that of the replay while there is one.
   ReceiveMode& receiveMode() { return replay_ ? replay_->mode : mode_; }
 
   bool isRecording() const { return recorder_.isOn(); }
-  /// These say in the log what happened.
   void startRecording(const std::filesystem::path& file);
   void stopRecording();
 
@@ -71,6 +73,7 @@ class Debugger {
   };
 
   ReceiveMode::Parts parts();
+  void tell(std::string text);
 
   Access access_;
   Prompt& prompt_;
@@ -83,6 +86,7 @@ class Debugger {
   ReceiveMode mode_;
   std::unique_ptr<Replay> replay_;
   bool drawing_ = false;
+  std::optional<std::string> status_;
 };
 
 }  // namespace touch

@@ -39,16 +39,21 @@ class NormalAfterwards {
 
 }  // namespace
 
+void DebuggerPort::takeFromDriver() {
+  if (isTaken()) return;
+  connection_.emplace(access_);
+  access_.driver.CloseCOMPort(connection_->handle());
+}
+
 std::optional<std::string> DebuggerPort::take(int port) {
-  if (!isTaken()) {
-    connection_.emplace(access_);
-    access_.driver.CloseCOMPort(connection_->handle());
-  }
+  takeFromDriver();
   // A port that turns out to have gone here closes, and may be there again below.
-  const auto refused = serial_.setSettings(normalLineSettings);
+  auto refused = serial_.setSettings(normalLineSettings);
   if (refused && serial_.isOpen()) return refused;
   select(port);
-  return serial_.open();
+  refused = serial_.open();
+  if (refused) giveBack();
+  return refused;
 }
 
 void DebuggerPort::giveBack() {
@@ -76,6 +81,7 @@ void DebuggerPort::selectcom() {
 std::optional<int> DebuggerPort::comporttest() {
   const Use use(*this);
   foundPort_.reset();
+  takeFromDriver();
   serial_.setSettings(normalLineSettings);
   for (int port = 1; port <= lastProbedPort; ++port) {
     select(port);
@@ -86,7 +92,8 @@ std::optional<int> DebuggerPort::comporttest() {
     }
     serial_.close();
   }
-  if (!tellLoss()) prompt_.message("Device Can't found!!");
+  giveBack();
+  prompt_.message("Device Can't found!!");
   return foundPort_;
 }
 
@@ -99,16 +106,21 @@ std::vector<std::uint8_t> DebuggerPort::probe() {
   return serial_.readAll();
 }
 
-void DebuggerPort::N72toN81() {
+bool DebuggerPort::N72toN81() {
   const Use use(*this);
+  std::optional<std::string> refused;
   {
     const NormalAfterwards normal(serial_);
-    serial_.setSettings(sevenBitSettings);
-    sendFresh(commandFrame("PN81"));
-    access_.clock.delay(afterLineChange);
+    refused = serial_.setSettings(sevenBitSettings);
+    if (!refused) {
+      sendFresh(commandFrame("PN81"));
+      access_.clock.delay(afterLineChange);
+    }
   }
   serial_.readAll();
-  tellLoss();
+  if (tellLoss()) return false;
+  if (refused) prompt_.message(*refused);
+  return !refused;
 }
 
 void DebuggerPort::sendFresh(const Frame& frame) {

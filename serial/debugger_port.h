@@ -12,7 +12,8 @@ namespace touch {
 class Prompt;
 
 /// The serial port while the debugger talks to a controller without the driver. The driver lets go of its port when
-/// this takes it, and gets it back, whatever happens between: on `giveBack`, when the device has gone, on destruction.
+/// this takes it, and gets it back, whatever happens between: on `giveBack`, when no port can be opened, when the device
+/// has gone, on destruction. Only while one is open the driver is without.
 /// The driver's controller stays open from the one to the other, because both operations want the same handle;
 /// CloseController is the last thing said to the driver.
 class DebuggerPort {
@@ -27,9 +28,8 @@ class DebuggerPort {
   DebuggerPort& operator=(const DebuggerPort&) = delete;
   ~DebuggerPort() { giveBack(); }
 
-  /// Makes the driver let go and opens the COM port at "9600,n,8,1"; does the first only once. Returns why it cannot
-  /// be opened and what to do about it, or nothing. The driver's port stays taken after an error as well, so that the
-  /// user can mend it and try again.
+  /// Makes the driver let go and opens the COM port at "9600,n,8,1". Returns why it cannot be opened and what to do about
+  /// it, or nothing. After an error the driver has its port back, and the user can mend it and try again.
   std::optional<std::string> take(int port = startPort);
   /// Closes the port, makes the driver take its own again (even when the port was closed already) and closes the
   /// controller. Without having taken it nothing happens.
@@ -41,16 +41,17 @@ class DebuggerPort {
   /// Opens COM1 to COM16 in turn, each in place of the one before; ports that are absent are passed over. COM16 stays
   /// open if there is one.
   void selectcom();
-  /// Looks on COM1 and COM2, and only there, for a controller that answers "Z", and leaves its port open. Without
-  /// one no port stays open and the user is told. Returns the found port.
+  /// Looks on COM1 and COM2, and only there, for a controller that answers "Z", and leaves its port open; the driver
+  /// lets go before. Without one no port stays open and the user is told. Returns the found port.
   std::optional<int> comporttest();
   /// The COM port that is open, or was the last that was tried.
   int selected() const { return selected_; }
   /// What the last comporttest found.
   std::optional<int> foundPort() const { return foundPort_; }
   /// Tells a controller that speaks 7 data bits and 2 stop bits to speak 8 and 1 from now on, and sets the port to
-  /// "9600,n,8,1". Whether the controller has understood is not known.
-  void N72toN81();
+  /// "9600,n,8,1". Whether the controller has understood is not known. False when it could not be told; the user knows
+  /// why then.
+  bool N72toN81();
 
   /// When the device has gone while the port was open: gives the port back and tells the user, once. Returns whether
   /// that was so. To be asked at the end of whatever uses the port.
@@ -70,6 +71,7 @@ class DebuggerPort {
   bool isBusy() const { return uses_ > 0; }
 
  private:
+  void takeFromDriver();
   void select(int port);
   /// What the controller on the open port says to two "Z"; empty when it says nothing.
   std::vector<std::uint8_t> probe();

@@ -25,18 +25,20 @@ ReceiveMode::ReceiveMode(Parts parts, ReceivingPort port)
 
 void ReceiveMode::receive() {
   receiving_ = true;
+  toldTooLong_ = false;
   runTimers();
 }
 
 void ReceiveMode::debug() {
   receiving_ = false;
+  display_.idle(replyFormat_, parts_.log);
   runTimers();
 }
 
 void ReceiveMode::measureRate(bool on) {
   rate_.reset();
   if (on) {
-    rate_.emplace(family());
+    rate_.emplace(family(), parts_.formats);
     lastStroke_.reset();
     parts_.log.clear();
     parts_.log.note(rateModeLine);
@@ -69,14 +71,24 @@ void ReceiveMode::tick() {
   // A message box lets timers run while it is up.
   if (ticking_ || !port_.isFree()) return;
   ticking_ = true;
-  parts_.log.trim(parts_.prompt);
+  trim();
   rate_ ? measure() : display();
   if (port_.tellLoss()) debug();
   ticking_ = false;
 }
 
+void ReceiveMode::trim() {
+  if (!parts_.log.isTooLong()) return;
+  if (!std::exchange(toldTooLong_, true)) parts_.prompt.message("Text too long !!");
+  parts_.log.dropOldestHalf();
+}
+
+double ReceiveMode::ceiling() const {
+  return rateCeiling({}, lastStroke_ ? lastStroke_->packetLength : packetLength(family()));
+}
+
 void ReceiveMode::measure() {
-  if (rate_->family() != family()) rate_.emplace(family());
+  if (rate_->family() != family()) rate_.emplace(family(), parts_.formats);
   rate_->collect(parts_.clock.now(), port_.port.readAll());
   auto stroke = rate_->tick(parts_.clock.now());
   if (!stroke) return;
@@ -86,7 +98,10 @@ void ReceiveMode::measure() {
 }
 
 void ReceiveMode::display() {
-  if (display_.family() != family()) display_ = ReceiveDisplay(family(), parts_.formats);
+  if (display_.family() != family()) {
+    display_.idle(replyFormat_, parts_.log);
+    display_ = ReceiveDisplay(family(), parts_.formats);
+  }
   const auto bytes = port_.port.readAll();
   if (bytes.empty()) {
     display_.idle(replyFormat_, parts_.log);

@@ -16,7 +16,8 @@ namespace touch {
 class Prompt;
 
 /// The debugger's receive mode: its timer shows what the controller sends in the console, or measures the report rate
-/// when that is switched on. The active command set tells how reports are recognised.
+/// when that is switched on. The active command set tells how reports are recognised. That the console is too long is
+/// said once each time that receiving begins: a box for every hundred reports would leave nothing to be seen.
 class ReceiveMode {
  public:
   /// What it works with; all of it outlives the mode.
@@ -40,7 +41,7 @@ class ReceiveMode {
   /// The stroke measured last; its evidence is not in the console.
   const std::optional<StrokeRate>& lastStroke() const { return lastStroke_; }
   /// The most reports a second that are possible now.
-  double ceiling() const { return rateCeiling({}, packetLength(family())); }
+  double ceiling() const;
 
   /// False after a command that may have changed what coordinates mean: see DebuggerExchange::replyFormat.
   void setReplyFormat(bool usual) { replyFormat_ = usual; }
@@ -53,6 +54,7 @@ class ReceiveMode {
   ReportFamily family() const { return familyOf(parts_.session.commandSet); }
   void poll();
   void tick();
+  void trim();
   void measure();
   void display();
   void runTimers();
@@ -62,6 +64,7 @@ class ReceiveMode {
   bool receiving_ = false;
   bool suspended_ = false;
   bool ticking_ = false;
+  bool toldTooLong_ = false;
   bool replyFormat_ = true;
   ReceiveDisplay display_;
   std::optional<ReportRate> rate_;

@@ -77,6 +77,12 @@ TouchReport makeReport(const Kind& kind, const std::uint8_t* packet, std::uint32
 
 }  // namespace
 
+bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet) {
+  if (family == ReportFamily::e02) return packet[0] == e02Start && packet[1] == e02Second;
+  return std::ranges::find(tabletStatuses, packet[0], &TabletStatus::status) !=
+         tabletStatuses.end();
+}
+
 ReportDecoder::ReportDecoder(ReportFamily family, std::span<const ReportFormat> added)
     : usualLength_(packetLength(family)) {
   if (family == ReportFamily::tablet) {

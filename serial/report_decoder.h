@@ -39,6 +39,9 @@ constexpr std::size_t packetLength(ReportFamily family) {
   return family == ReportFamily::e02 ? 10 : 5;
 }
 
+/// Whether a packet of at least two bytes is one of the family's own, and not of an added format.
+bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet);
+
 /// One touch report and where its packet lies.
 struct TouchReport {
   std::uint64_t offset = 0;  ///< of its first byte, counted from the stream's first byte

@@ -85,54 +85,87 @@ std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling)
   return lines;
 }
 
-ReportRate::ReportRate(ReportFamily family, const LineSettings& line)
+ReportRate::ReportRate(ReportFamily family, std::span<const ReportFormat> added,
+                       const LineSettings& line)
     : family_(family),
-      byteTime_(std::chrono::nanoseconds(std::chrono::seconds(1)) * bitsPerByte(line) / line.baud),
-      ceiling_(rateCeiling(line, packetLength(family))) {}
+      added_(added.begin(), added.end()),
+      byteTime_(std::chrono::nanoseconds(std::chrono::seconds(1)) * bitsPerByte(line) / line.baud) {
+}
 
 void ReportRate::collect(Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
+  heard_ = heard_ || !bytes.empty();
   auto time = now - byteTime_ * static_cast<Clock::TimePoint::rep>(bytes.size());
-  for (const std::uint8_t byte : bytes) {
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
     time = std::min(now, std::max(time, lastByte_) + byteTime_);
     lastByte_ = time;
-    if (family_ == ReportFamily::e02) {
-      countE02(byte, time);
-    } else {
-      countTablet(byte, time);
-    }
+    arrivals_.push_back(time);
+  }
+  if (splitter_) {
+    splitter_->feed(bytes, [this](const auto* report, auto part) { count(report, part); });
+  } else {
+    countOwn(bytes);
+  }
+}
+
+void ReportRate::count(const TouchReport* report, std::span<const std::uint8_t> bytes) {
+  if (report == nullptr || isOwnPacket(family_, bytes)) {
+    countOwn(bytes);
+    return;
+  }
+  collected_.push_back({arrivals_.front(), true, !report->touching, bytes.size()});
+  arrivals_.erase(arrivals_.begin(), arrivals_.begin() + static_cast<std::ptrdiff_t>(bytes.size()));
+}
+
+void ReportRate::countOwn(std::span<const std::uint8_t> bytes) {
+  for (const std::uint8_t byte : bytes) {
+    const auto time = arrivals_.front();
+    arrivals_.pop_front();
+    family_ == ReportFamily::e02 ? countE02(byte, time) : countTablet(byte, time);
   }
 }
 
 void ReportRate::countTablet(std::uint8_t byte, Clock::TimePoint time) {
   if (byte <= highestData) return;
-  collected_.push_back({time, true, byte == tabletEnd || byte == otherTabletEnd});
+  collected_.push_back(
+      {time, true, byte == tabletEnd || byte == otherTabletEnd, packetLength(family_)});
 }
 
 void ReportRate::countE02(std::uint8_t byte, Clock::TimePoint time) {
-  if (matched_ == 2 && byte == e02End) collected_.push_back({time, false, true});
+  if (matched_ == 2 && byte == e02End) collected_.push_back({time, false, true, 0});
   matched_ = byte == 'U' ? 1 : matched_ == 1 && byte == 'T' ? 2 : 0;
-  if (matched_ == 2) collected_.push_back({time, true, false});
+  if (matched_ == 2) collected_.push_back({time, true, false, packetLength(family_)});
+}
+
+void ReportRate::begin(Clock::TimePoint now) {
+  armed_ = false;
+  start_ = now;
+  points_ = 0;
+  times_.clear();
+  matched_ = 0;
+  arrivals_.clear();
+  if (!added_.empty()) splitter_.emplace(family_, added_);
 }
 
 std::optional<StrokeRate> ReportRate::tick(Clock::TimePoint now) {
+  // A packet whose end has not come within a tick does not come whole any more.
+  if (!std::exchange(heard_, false) && splitter_) {
+    splitter_->flush([this](const auto* report, auto part) { count(report, part); });
+  }
   const auto events = std::exchange(collected_, {});
   if (armed_) {
-    armed_ = false;
-    start_ = now;
-    points_ = 0;
-    times_.clear();
-    matched_ = 0;
+    begin(now);
     return std::nullopt;
   }
   for (const Event& event : events) {
     if (event.counts) {
       ++points_;
+      packetLength_ = event.packetLength;
       if (times_.size() < mostTimesKept) times_.push_back(event.time);
     }
     if (!event.ends) continue;
     armed_ = true;
     return StrokeRate{std::chrono::duration_cast<std::chrono::milliseconds>(now - start_), points_,
-                      evidenceOf(times_)};
+                      packetLength_, evidenceOf(times_)};
   }
   return std::nullopt;
 }

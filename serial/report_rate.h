@@ -3,6 +3,7 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,6 +13,7 @@
 #include "core/clock.h"
 #include "serial/line_settings.h"
 #include "serial/report_decoder.h"
+#include "serial/report_splitter.h"
 
 namespace touch {
 
@@ -47,6 +49,7 @@ double rateCeiling(const LineSettings& line, std::size_t packetLength);
 struct StrokeRate {
   std::chrono::milliseconds totalTime{};
   std::size_t points = 0;
+  std::size_t packetLength = 0;  ///< of its last report, in bytes
   std::optional<IntervalEvidence> evidence;
 };
 
@@ -57,18 +60,15 @@ std::array<std::string, 4> rateLines(const StrokeRate& stroke);
 /// What lies behind the rate in words: the intervals, the gaps, and `ceiling`, the most that the line allows.
 std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling);
 
-/// Counts the touch reports of one stroke after the other, by their status bytes. What comes before the first tick
-/// is thrown away: it may be a stroke's rest.
+/// Counts the touch reports of one stroke after the other: the family's own by their status bytes alone, those of the
+/// added formats by whole packets. What comes before the first tick is thrown away: it may be a stroke's rest.
 class ReportRate {
  public:
-  explicit ReportRate(ReportFamily family, const LineSettings& line = {});
+  explicit ReportRate(ReportFamily family, std::span<const ReportFormat> added = {},
+                      const LineSettings& line = {});
 
   ReportFamily family() const { return family_; }
-  /// The most that this line and the family's packets allow, in reports a second.
-  double ceiling() const { return ceiling_; }
 
-  /// Waits for a new stroke.
-  void arm() { armed_ = true; }
   /// Bytes that were read at `now`. The oftener they are read between two ticks, the better is the evidence; the
   /// count does not depend on it.
   void collect(Clock::TimePoint now, std::span<const std::uint8_t> bytes);
@@ -82,18 +82,27 @@ class ReportRate {
     Clock::TimePoint time;
     bool counts = false;
     bool ends = false;
+    std::size_t packetLength = 0;
   };
+  void count(const TouchReport* report, std::span<const std::uint8_t> bytes);
+  void countOwn(std::span<const std::uint8_t> bytes);
   void countTablet(std::uint8_t byte, Clock::TimePoint time);
   void countE02(std::uint8_t byte, Clock::TimePoint time);
+  void begin(Clock::TimePoint now);
 
   ReportFamily family_;
+  std::vector<ReportFormat> added_;
   Clock::TimePoint::duration byteTime_;
-  double ceiling_;
   bool armed_ = true;
   Clock::TimePoint start_{};
   Clock::TimePoint lastByte_{};
-  std::vector<Event> collected_;  ///< since the last tick
+  std::optional<ReportSplitter>
+      splitter_;  ///< where formats were added: their packets hold any bytes
+  std::deque<Clock::TimePoint> arrivals_;  ///< of the bytes that have not been counted yet
+  bool heard_ = false;                     ///< something came since the last tick
+  std::vector<Event> collected_;           ///< since the last tick
   std::size_t points_ = 0;
+  std::size_t packetLength_ = 0;
   std::vector<Clock::TimePoint> times_;  ///< of the stroke's reports so far
   int matched_ = 0;                      ///< bytes of "UT" that came last
 };

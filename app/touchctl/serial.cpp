@@ -27,12 +27,20 @@ using nlohmann::ordered_json;
 
 constexpr auto idleAfter = 200ms;
 
+/// Those that "zevrik.fmt" adds; what is wrong with the file is printed.
+std::vector<ReportFormat> addedFormats(const fs::path& folder) {
+  auto read = rdformad(folder);
+  for (const FileError& problem : read.problems)
+    complain(problem.describe());
+  return std::move(read.formats);
+}
+
 /// Prints what a controller sends as it comes: a line, or a JSON object in a line, for each report and for the bytes
 /// between reports.
 class ReportPrinter {
  public:
   ReportPrinter(CommandSet set, const fs::path& workFolder, bool json)
-      : family_(familyOf(set)), json_(json), splitter_(family_, formats(workFolder)) {}
+      : family_(familyOf(set)), json_(json), splitter_(family_, addedFormats(workFolder)) {}
 
   void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
     time_ = time;
@@ -45,13 +53,6 @@ class ReportPrinter {
   std::uint64_t strayBytes() const { return splitter_.decoder().strayBytes(); }
 
  private:
-  static std::vector<ReportFormat> formats(const fs::path& folder) {
-    auto read = rdformad(folder);
-    for (const FileError& problem : read.problems)
-      complain(problem.describe());
-    return read.formats;
-  }
-
   ReportSplitter::Sink sink() {
     return [this](const TouchReport* report, std::span<const std::uint8_t> bytes) {
       if (report != nullptr) ++reports_;
@@ -209,8 +210,9 @@ ExitStatus rate(const SerialWork& work) {
   Clock& clock = work.access.clock;
   ConsoleLog log(clock);
   bool lost = false;
-  ReceiveMode mode({work.access.session, clock, work.prompt, log, {}},
-                   {work.port.serial(), {}, [&] { lost = work.port.tellLoss(); }});
+  ReceiveMode mode(
+      {work.access.session, clock, work.prompt, log, addedFormats(work.shell.workFolder)},
+      {work.port.serial(), {}, [&] { lost = work.port.tellLoss(); }});
   mode.measureRate(true);
   mode.receive();
   complain("draw one stroke on the panel …");
@@ -282,7 +284,9 @@ std::optional<std::string> readWord(const SerialWork& work, const std::string& a
   constexpr std::size_t length = 5;
   const std::string text = Reply{reply->bytes}.text();
   if (text.size() == length && text[0] == '0' && h2d(text.substr(1))) return text.substr(1);
-  complain("the controller does not tell the word: " + reply->hex);
+  complain(
+      "the controller does not tell the word; the panel must not be touched meanwhile. It sent " +
+      reply->hex);
   return std::nullopt;
 }
 
@@ -330,8 +334,7 @@ ExitStatus findPort(const SerialWork& work) {
 
 ExitStatus changeLine(const SerialWork& work) {
   if (!work.prompt.confirm(lineChangeText)) return ExitStatus::failed;
-  work.port.N72toN81();
-  if (!work.port.serial().isOpen()) return ExitStatus::failed;
+  if (!work.port.N72toN81()) return ExitStatus::failed;
   fmt::print("The controller was told; it gives no answer. Ask it something to see.\n");
   return ExitStatus::done;
 }
@@ -364,7 +367,12 @@ struct Serial {
   CLI::App& group;
 
   CLI::App& add(const std::string& name, const std::string& description) const {
-    return addCommand(line, group, name, description);
+    CLI::App& command = addCommand(line, group, name, description);
+    command.get_option("--controller")
+        ->description(
+            "The controller whose port the driver lets go of, as 'list' shows it (default: the "
+            "first serial one)");
+    return command;
   }
   void addSeconds(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) const {
     command
@@ -459,7 +467,7 @@ void addExchangeCommands(const Serial& serial) {
 
   CLI::App& finding = serial.add("find-port", "Find the controller on COM1 or COM2");
   addJson(serial.line, finding);
-  onSerialPort(serial.line, finding, std::make_shared<SerialOptions>(), findPort);
+  onAnySerialPort(serial.line, finding, findPort);
 
   CLI::App& changing =
       serial.add("to-8n1", "Tell a controller at 7 data bits, 2 stop bits to change to 8 and 1");

@@ -32,9 +32,11 @@ ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const S
   access.session.commandSet = serial.set;
   catchInterrupt();  // the driver is to get its port back then as well
   DebuggerPort port(access, prompt, line);
-  if (const auto refused = port.take(serial.port)) {
-    complain(*refused);
-    return ExitStatus::failed;
+  if (serial.port) {
+    if (const auto refused = port.take(*serial.port)) {
+      complain(*refused);
+      return ExitStatus::failed;
+    }
   }
   return action({access, prompt, port, shell, serial});
 }
@@ -50,25 +52,9 @@ bool chooseSerialController(Shell& shell) {
   return true;
 }
 
-}  // namespace
-
-void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) {
-  const std::map<std::string, CommandSet> sets = {
-      {"m01", CommandSet::m01}, {"e02", CommandSet::e02}, {"quorvane", CommandSet::quorvane}};
-  command
-      .add_option_function<std::string>(
-          "--set", [serial, sets](const std::string& name) { serial->set = sets.at(name); },
-          "The command set, which also tells how touches are reported: m01, e02 or quorvane "
-          "(default)")
-      ->check(CLI::IsMember({"m01", "e02", "quorvane"}));
-}
-
-void onSerialPort(const CommandLine& line, CLI::App& command,
-                  const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
-  addSet(command, serial);
-  command.add_option("--port", serial->port, "The COM port's number")
-      ->check(CLI::Range(1, ComPorts::greatestNumber))
-      ->capture_default_str();
+/// Lets `command` be run with or without a driver.
+void addRunning(const CommandLine& line, CLI::App& command,
+                const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
   command.add_flag("--no-driver", serial->withoutDriver,
                    "Bind no driver: nobody else has the port");
   command.callback(
@@ -90,6 +76,36 @@ void onSerialPort(const CommandLine& line, CLI::App& command,
           return runOn(shell.access(), shell.prompt(), *port, shell.options(), *serial, action);
         };
       });
+}
+
+}  // namespace
+
+void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) {
+  const std::map<std::string, CommandSet> sets = {
+      {"m01", CommandSet::m01}, {"e02", CommandSet::e02}, {"quorvane", CommandSet::quorvane}};
+  command
+      .add_option_function<std::string>(
+          "--set", [serial, sets](const std::string& name) { serial->set = sets.at(name); },
+          "The command set, which also tells how touches are reported: m01, e02 or quorvane "
+          "(default)")
+      ->check(CLI::IsMember({"m01", "e02", "quorvane"}));
+}
+
+void onSerialPort(const CommandLine& line, CLI::App& command,
+                  const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
+  addSet(command, serial);
+  command
+      .add_option_function<int>(
+          "--port", [serial](int number) { serial->port = number; }, "The COM port's number")
+      ->check(CLI::Range(1, ComPorts::greatestNumber))
+      ->default_str(std::to_string(DebuggerPort::startPort));
+  addRunning(line, command, serial, action);
+}
+
+void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAction& action) {
+  const auto serial = std::make_shared<SerialOptions>();
+  serial->port.reset();
+  addRunning(line, command, serial, action);
 }
 
 void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step) {

@@ -13,13 +13,14 @@ namespace touch {
 
 /// What the commands on a serial port are told beside what they are to do.
 struct SerialOptions {
-  int port = DebuggerPort::startPort;
-  bool withoutDriver = false;  ///< the driver is left alone
+  std::optional<int> port = DebuggerPort::startPort;  ///< none: the command opens what it wants
+  bool withoutDriver = false;                         ///< the driver is left alone
   CommandSet set = CommandSet::quorvane;
   std::optional<double> seconds;  ///< how long to listen
 };
 
-/// What a command on a serial port works with. The port is open, and the driver has let go of it.
+/// What a command on a serial port works with. The port is open and the driver has let go of it, but for a command that
+/// looks for the port itself.
 struct SerialWork {
   Access access;
   Prompt& prompt;
@@ -32,6 +33,8 @@ using SerialAction = std::function<ExitStatus(const SerialWork&)>;
 /// Lets `command` be told the port and the set, and do `action` on the port. `serial` outlives the running.
 void onSerialPort(const CommandLine& line, CLI::App& command,
                   const std::shared_ptr<SerialOptions>& serial, const SerialAction& action);
+/// Lets `command` do `action`, which takes and opens ports itself.
+void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAction& action);
 void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial);
 
 /// Runs `step` every 10 ms until it says false, the time is over, or the user presses Ctrl+C.

@@ -190,6 +190,24 @@ TEST_F(Serial, ListensToAController) {
   EXPECT_EQ(runOnLine(sim, {"record", "@/kept.txt"}).status, 1) << "it is there already";
 }
 
+TEST_F(Serial, FindsAControllerOnCom2AndMeasuresAFormatOfItsOwn) {
+  folder.write("zevrik.fmt", "six 6 E8 A8 high7@1,3\nbad 6\n");
+  folder.write("six.txt",
+               "touch recording 1\n"
+               "0.000000 < E8 01 02 03 04 05\n"
+               "0.500000 < E8 01 02 03 04 05\n"
+               "1.000000 < A8 01 02 03 04 05\n");
+  const BackgroundProgram sim(TOUCHSIM, {"--play", (folder.path() / "six.txt").string()});
+  const Ended found = run(
+      {"--com", "1=/dev/none", "--com", "2=" + device(sim), "serial", "find-port", "--no-driver"});
+  EXPECT_EQ(found.output, "COM2\n") << found.errors;
+
+  const Ended rate = runOnLine(sim, {"rate", "--json"});
+  ASSERT_EQ(rate.status, 0) << rate.errors;
+  EXPECT_EQ(json::parse(rate.output).at("ceiling"), 160.0);
+  EXPECT_THAT(rate.errors, HasSubstr("zevrik.fmt, line 2: expected five fields"));
+}
+
 TEST_F(Serial, TheWindowEndsInOrderWhenToldToFromOutside) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   const auto trace = (folder.path() / "trace.jsonl").string();

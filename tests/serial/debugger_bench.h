@@ -20,9 +20,11 @@ class WatchedPort final : public SerialPort {
 
   int selected = DebuggerPort::startPort;
   std::size_t unread = 0;  ///< bytes written that the far end has not looked at
+  std::string impossible;  ///< settings that it does not take
 
   std::optional<std::string> setSettings(std::string_view settings) override {
     journal_.push_back("settings " + std::string(settings));
+    if (settings == impossible) return impossible + " is refused";
     return port_.setSettings(settings);
   }
   void selectPort(int number) override {
@@ -93,7 +95,6 @@ class DebuggerBench : public Desk {
   std::map<int, std::unique_ptr<PseudoTerminal>> terminals;
   std::deque<Bytes> answers;
   Lines wire;  ///< what the far end received, one wait a line
-  int unplugAtWait = 0;
 
   WatchedPort serial{comPorts(), journal};
   DebuggerPort port{access(), prompt, serial};
@@ -112,7 +113,6 @@ class DebuggerBench : public Desk {
   }
 
   void answer() {
-    if (unplugAtWait > 0 && --unplugAtWait == 0) terminal().unplug();
     const std::size_t unread = std::exchange(serial.unread, 0);
     if (!pluggedIn(serial.selected)) return;
     const Bytes received = terminal().receive(unread);

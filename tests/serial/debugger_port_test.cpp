@@ -37,15 +37,17 @@ TEST_F(DebuggerPortTest, IsGivenBackWhenItsOwnerGoesAndEvenWhenClosedBefore) {
   EXPECT_EQ(journal, givenBack);
 }
 
-TEST_F(DebuggerPortTest, StaysTakenWhileCom1CannotBeOpenedSoThatTheUserCanMendIt) {
+TEST_F(DebuggerPortTest, LeavesTheDriverItsPortWhileCom1CannotBeOpened) {
   terminal().unplug();
   const auto refused = port.take();
   ASSERT_TRUE(refused);
   EXPECT_NE(refused->find("there is no such device"), std::string::npos) << *refused;
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseCOMPort", "settings 9600,n,8,1",
+                            "ReopenCOMPort", "CloseController"}));
   plugIn(1);
   journal.clear();
   EXPECT_EQ(port.take(), std::nullopt);
-  EXPECT_EQ(journal, (Lines{"settings 9600,n,8,1", "open 1"})) << "the driver is asked only once";
+  EXPECT_EQ(journal, taken);
 }
 
 TEST_F(DebuggerPortTest, SelectcomOpensWhateverIsThereUpToCom16) {
@@ -83,11 +85,11 @@ TEST_F(DebuggerPortTest, ComporttestFindsAControllerOnCom1OrCom2Only) {
     }
     plugIn(c.onPort);
     answers = {c.firstAnswer, c.answer};
-    port.take();
     journal.clear();
     EXPECT_EQ(port.comporttest(), c.found) << c.what;
     EXPECT_EQ(port.foundPort(), c.found) << c.what;
     EXPECT_EQ(serial.isOpen(), c.found.has_value()) << c.what;
+    EXPECT_EQ(port.isTaken(), c.found.has_value()) << c.what;
     EXPECT_EQ(journalHas("message Device Can't found!!"), !c.found) << c.what;
     port.giveBack();
   }
@@ -104,6 +106,7 @@ TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwice) {
   expected.insert(expected.end(), asked.begin(), asked.end());
   expected.push_back("open 2");
   expected.insert(expected.end(), asked.begin(), asked.end());
+  expected.insert(expected.end(), givenBack.begin(), givenBack.end());
   expected.push_back("message Device Can't found!!");
   EXPECT_EQ(journal, expected);
 }
@@ -122,28 +125,13 @@ TEST_F(DebuggerPortTest, ConvertsAControllerAtTwoStopBitsAndReturnsToOne) {
   }
 }
 
-TEST_F(DebuggerPortTest, AnAbsentDeviceLeavesNothingBehindAtAnyStep) {
-  const std::pair<const char*, std::function<void()>> actions[] = {
-      {"comporttest", [this] { port.comporttest(); }},
-      {"N72toN81", [this] { port.N72toN81(); }},
-  };
-  for (const auto& [what, action] : actions) {
-    for (const int wait : {0, 1, 2}) {
-      plugIn(1);
-      ASSERT_EQ(port.take(), std::nullopt);
-      unplugAtWait = wait;
-      if (wait == 0) terminal().unplug();
-      journal.clear();
-      action();
-      port.tellLoss();
-      const bool reached = !serial.isOpen();
-      EXPECT_EQ(messages(), reached ? 1u : 0u) << what << wait;
-      unplugAtWait = 0;
-      port.giveBack();
-      EXPECT_TRUE(journalHas("ReopenCOMPort")) << what << wait;
-      EXPECT_TRUE(script.openHandles.empty()) << what << wait;
-    }
-  }
+TEST_F(DebuggerPortTest, SaysWhyTheLineCannotBeSetAndSendsNothing) {
+  ASSERT_EQ(port.take(), std::nullopt);
+  serial.impossible = "9600,n,7,2";
+  EXPECT_FALSE(port.N72toN81());
+  EXPECT_TRUE(journalHas("message 9600,n,7,2 is refused"));
+  EXPECT_EQ(wire, Lines{});
+  EXPECT_TRUE(serial.isOpen());
 }
 
 }  // namespace

@@ -37,12 +37,12 @@ class ReceiveModeTest : public test::DebuggerBench {
     log.clear();
     ReplayPort replay(std::move(incoming), clock);
     replay.open();
-    ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
+    ReceiveMode mode({session, clock, prompt, log, formats}, {replay, {}, {}});
     mode.setReplyFormat(usualFormat);
     if (rate) mode.measureRate(true);
     mode.receive();
     clock.delay(duration);
-    last = mode.lastStroke();
+    ceiling = mode.ceiling();
     Lines lines;
     for (const ConsoleLine& line : log.lines()) {
       const bool bytesOnly = line.kind == ConsoleLineKind::received;
@@ -53,7 +53,8 @@ class ReceiveModeTest : public test::DebuggerBench {
   }
 
   bool usualFormat = true;
-  std::optional<StrokeRate> last;
+  std::vector<ReportFormat> formats;
+  double ceiling = 0;
 };
 
 TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
@@ -133,6 +134,49 @@ TEST_F(ReceiveModeTest, MeasuresTheRateOfOneStrokeAfterTheOther) {
   }
 }
 
+TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
+  formats = {{"six", 6, {0xE8}, {0xA8}, {CoordinateEncoding::sevenBitHighFirst, 1, 3}},
+             {"eight", 8, {0x5A}, {0x5B}, {CoordinateEncoding::sixteenBitLittleEndian, 2, 4}}};
+  // Data bytes that would be reports of their own, or end the stroke.
+  const Bytes six = {0xE8, 1, 2, 3, 4, 0xD8};
+  const Bytes eight = {0x5A, 0x98, 'U', 'T', 0x84, 0x88, 0xD8, 0x5B};
+  const auto ended = [](Bytes packet) {
+    ++packet[0];
+    if (packet[0] == 0xE9) packet[0] = 0xA8;
+    return packet;
+  };
+  const struct {
+    const char* what;
+    CommandSet set;
+    std::vector<Transfer> incoming;
+    const char* points;
+    double ceiling;
+  } cases[] = {
+      {"six", CommandSet::m01, {at(210ms, times(3, six)), at(250ms, ended(six))}, "4", 160},
+      {"eight",
+       CommandSet::quorvane,
+       {at(210ms, times(3, eight)), at(250ms, ended(eight))},
+       "4",
+       120},
+      {"beside E02", CommandSet::e02, {at(210ms, e02Touch), at(250ms, ended(eight))}, "2", 120},
+      {"built in", CommandSet::m01, {at(210ms, touchPacket), at(250ms, liftPacket)}, "2", 192},
+      {"cut by reads and ticks",
+       CommandSet::quorvane,
+       {at(210ms, {0x5A, 0x98, 'U'}), at(401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}),
+        at(450ms, ended(six))},
+       "2",
+       160},
+      {"a lift cut short", CommandSet::m01, {at(210ms, six), at(250ms, {0x98, 1})}, "2", 192},
+  };
+  for (const auto& c : cases) {
+    session.commandSet = c.set;
+    const Lines lines = consoleAfter(c.incoming, 900ms, true);
+    ASSERT_EQ(lines.size(), 5u) << c.what;
+    EXPECT_EQ(lines[2], std::string("Total Points : ") + c.points) << c.what;
+    EXPECT_DOUBLE_EQ(ceiling, c.ceiling) << c.what;
+  }
+}
+
 TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
   ReplayPort replay({at(410ms, liftPacket)}, clock);
   replay.open();
@@ -146,6 +190,20 @@ TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
   EXPECT_EQ(log.lines()[1].kind, ConsoleLineKind::report);
   mode.debug();
   EXPECT_FALSE(mode.isReceiving());
+}
+
+TEST_F(ReceiveModeTest, ShowsWhatWaitsForItsEndWhenTheSetChangesOrReceivingEnds) {
+  ReplayPort replay({at(10ms, {0xD8, 1}), at(210ms, bytesOf("UT")), at(450ms, {0x82})}, clock);
+  replay.open();
+  ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
+  mode.receive();
+  clock.delay(200ms);
+  session.commandSet = CommandSet::e02;
+  clock.delay(200ms);
+  mode.debug();
+  EXPECT_EQ(shown(log.lines()).find("D8 01"), 8U);
+  ASSERT_EQ(log.lines().size(), 2u);
+  EXPECT_EQ(log.lines()[1].bytes, bytesOf("UT"));
 }
 
 TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
@@ -163,29 +221,13 @@ TEST_F(ReceiveModeTest, SaysTooLongOnceAlthoughTimersRunMeanwhile) {
   ReplayPort replay({}, clock);
   replay.open();
   ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
-  log.note(std::string(4000, 'x'));
-  mode.receive();
   prompt.onMessage = [this] { clock.delay(1000ms); };
-  clock.delay(300ms);
-  EXPECT_EQ(messages(), 1u);
-}
-
-TEST_F(ReceiveModeTest, ADeviceThatGoesEndsItWithOneMessage) {
-  for (const bool rate : {false, true}) {
-    plugIn(1);
-    ASSERT_EQ(port.take(), std::nullopt);
-    ReceiveMode mode({session, clock, prompt, log, {}},
-                     {serial, [this] { return port.isBusy(); }, [this] { port.tellLoss(); }});
-    mode.measureRate(rate);
-    mode.receive();
-    clock.delay(500ms);
-    journal.clear();
-    terminal().unplug();
-    clock.delay(1000ms);
-    EXPECT_EQ(messages(), 1u);
-    EXPECT_FALSE(mode.isReceiving());
-    EXPECT_TRUE(journalHas("ReopenCOMPort"));
-    EXPECT_TRUE(script.openHandles.empty());
+  for (const std::size_t told : {1U, 1U, 2U}) {
+    log.note(std::string(4000, 'x'));
+    if (told != messages()) mode.receive();
+    clock.delay(300ms);
+    EXPECT_EQ(messages(), told) << "once each time that receiving begins";
+    EXPECT_FALSE(log.isTooLong());
   }
 }
 
@@ -218,7 +260,7 @@ TEST(Intervals, NeedTwoReportsAndALineHasItsCeiling) {
   EXPECT_DOUBLE_EQ(rateCeiling({}, packetLength(ReportFamily::tablet)), 192);
   EXPECT_DOUBLE_EQ(rateCeiling({}, packetLength(ReportFamily::e02)), 96);
   EXPECT_DOUBLE_EQ(rateCeiling({9600, Parity::even, 8, 2}, 5), 160);
-  EXPECT_EQ(rateLines({0ms, 3, {}})[2], "Report rate : -");
+  EXPECT_EQ(rateLines({0ms, 3, 5, {}})[2], "Report rate : -");
 }
 
 }  // namespace
