@@ -465,8 +465,8 @@ void frmMain::openDebugger() {
   console_.debuggerOpened();
   debuggerWindow_ = std::make_unique<frmRSDebug>(
       access_, prompt_, port_,
-      DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), startup_.simulation,
-                           startup_.fullScreenSize},
+      DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), tests_.switches,
+                           startup_.simulation, startup_.fullScreenSize},
       [this](DebuggerEnd end) {
         debuggerWindow_.release()->deleteLater();
         show();

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -18,6 +17,7 @@
 #include "core/whole_file.h"
 #include "ui/finger_style.h"
 #include "ui/text.h"
+#include "ui/text_file_dialogs.h"
 
 namespace touch {
 
@@ -162,14 +162,17 @@ void frmConsolePanel::renew() {
   const bool followed = bar->value() >= bar->maximum();
   const int place = bar->value();
   if (!grown) text_->clear();
+  // In one step, so that the text is laid out once and not for each line.
+  QTextCursor cursor(text_->document());
+  cursor.beginEditBlock();
   for (std::size_t i = grown ? shown_.size() : 0; i < lines.size(); ++i)
-    append(lines[i]);
+    append(cursor, lines[i]);
+  cursor.endEditBlock();
   shown_ = std::move(lines);
   bar->setValue(followed ? bar->maximum() : std::min(place, bar->maximum()));
 }
 
-void frmConsolePanel::append(const ConsoleLine& line) {
-  QTextCursor cursor(text_->document());
+void frmConsolePanel::append(QTextCursor& cursor, const ConsoleLine& line) {
   cursor.movePosition(QTextCursor::End);
   if (text_->document()->characterCount() > 1) cursor.insertBlock();
   // A note of several lines stays one block: blocks are counted as lines.
@@ -187,12 +190,12 @@ void frmConsolePanel::copy() {
 }
 
 void frmConsolePanel::save() {
-  const QString file = QFileDialog::getSaveFileName(
-      this, tr("Save the console"), shownText((workFolder_ / "console.txt").string()),
-      tr("Text (*.txt)"));
-  if (file.isEmpty()) return;
-  const auto failed = writeWholeFile(file.toStdString(), shown(shown_));
-  emit statusChanged(failed ? shownText(failed->describe()) : tr("Saved in %1").arg(file));
+  const auto file = askTextFileToSave(this, tr("Save the console"), workFolder_ / "console.txt",
+                                      tr("Text (*.txt)"));
+  if (!file) return;
+  const auto failed = writeWholeFile(*file, shown(shown_));
+  emit statusChanged(failed ? shownText(failed->describe())
+                            : tr("Saved in %1").arg(shownText(file->string())));
 }
 
 void frmConsolePanel::findNext() {

@@ -10,6 +10,7 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QPlainTextEdit;
+class QTextCursor;
 
 namespace touch {
 
@@ -43,7 +44,7 @@ class frmConsolePanel final : public QWidget {
   QWidget* makeFilterBar();
   QWidget* makeKeepBar();
   ConsoleFilter filter() const;
-  void append(const ConsoleLine& line);
+  void append(QTextCursor& cursor, const ConsoleLine& line);
 
   ConsoleLog& log_;
   std::filesystem::path workFolder_;

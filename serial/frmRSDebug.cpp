@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,6 +21,7 @@
 #include "ui/finger_style.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
+#include "ui/text_file_dialogs.h"
 
 namespace touch {
 
@@ -310,22 +310,26 @@ void frmRSDebug::arrange() {
     bodyLayout->addWidget(right, 1);
   } else {
     // What does not fit side by side lies one behind the other.
-    auto* const tabs = new QTabWidget;
-    tabs->setObjectName("debuggerTabs");
+    tabs_ = new QTabWidget;
+    tabs_->setObjectName("debuggerTabs");
     auto* const measuring = new QWidget;
-    auto* const row = new QBoxLayout(
-        isSmallScreen() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, measuring);
+    auto* const row = new QHBoxLayout(measuring);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(ratePanel_, 1);
-    row->addWidget(touchPad_, 1);
-    auto* const consolePage = stacked({receiveBar_, console_, measuring});
+    row->addWidget(touchPad_, isSmallScreen() ? 0 : 1);
+    auto* const consolePage = stacked({receiveBar_, console_});
     static_cast<QVBoxLayout*>(consolePage->layout())->setStretchFactor(console_, 1);
     auto* const tools = stacked({console_->filterBar(), console_->keepBar(), recordBar});
     static_cast<QVBoxLayout*>(tools->layout())->addStretch(1);
-    tabs->addTab(scrollable(stacked({commands_})), tr("Command"));
-    tabs->addTab(scrollable(consolePage), tr("Console"));
-    tabs->addTab(scrollable(tools), tr("Find and keep"));
-    bodyLayout->addWidget(tabs);
+    tabs_->addTab(scrollable(stacked({commands_})), tr("Command"));
+    tabs_->addTab(scrollable(consolePage), tr("Console"));
+    if (isSmallScreen()) {
+      measuringTab_ = tabs_->addTab(scrollable(stacked({measuring})), tr("Rate"));
+    } else {
+      consolePage->layout()->addWidget(measuring);
+    }
+    tabs_->addTab(scrollable(tools), tr("Find and keep"));
+    bodyLayout->addWidget(tabs_);
   }
 
   auto* const layout = new QVBoxLayout(this);
@@ -364,16 +368,17 @@ void frmRSDebug::send() {
 }
 
 void frmRSDebug::draw() {
-  drawing_ = new frmRsDraw({access_.clock, access_.session.messages, debugger_.makeDecoder(),
-                            surroundings_.simulation, surroundings_.fullScreenSize},
-                           debugger_.beginDrawing(), *screen(), [this] {
-                             debugger_.endDrawing();
-                             show();
-                             raise();
-                             activateWindow();
-                             renew();
-                             if (putOff_) end();
-                           });
+  drawing_ = new frmRsDraw(
+      {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
+       debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
+      debugger_.beginDrawing(), *screen(), [this] {
+        debugger_.endDrawing();
+        show();
+        raise();
+        activateWindow();
+        renew();
+        if (putOff_) end();
+      });
   hide();
   drawing_->open();
 }
@@ -382,10 +387,10 @@ void frmRSDebug::record() {
   if (debugger_.isRecording()) {
     debugger_.stopRecording();
   } else {
-    const QString file = QFileDialog::getSaveFileName(
-        this, tr("Record to"), shownText((surroundings_.workFolder / "recording.txt").string()),
-        tr("Recordings (*.txt)"));
-    if (!file.isEmpty()) debugger_.startRecording(file.toStdString());
+    const auto file =
+        askTextFileToSave(this, tr("Record to"), surroundings_.workFolder / "recording.txt",
+                          tr("Recordings (*.txt)"));
+    if (file) debugger_.startRecording(*file);
   }
   renew();
 }
@@ -394,16 +399,16 @@ void frmRSDebug::replay() {
   if (debugger_.isReplaying()) {
     debugger_.stopReplay();
   } else {
-    const QString file = QFileDialog::getOpenFileName(this, tr("Replay a recording"),
-                                                      shownText(surroundings_.workFolder.string()),
-                                                      tr("Recordings (*.txt)"));
-    if (!file.isEmpty()) debugger_.startReplay(file.toStdString());
+    const auto file = askTextFileToOpen(this, tr("Replay a recording"), surroundings_.workFolder,
+                                        tr("Recordings (*.txt)"));
+    if (file) debugger_.startReplay(*file);
   }
   renew();
 }
 
 void frmRSDebug::renew() {
   debugger_.watch();
+  if (const auto said = debugger_.takeStatus()) statusLine_->setText(shownText(*said));
   console_->renew();
   showState();
 }
@@ -420,14 +425,21 @@ void frmRSDebug::showState() {
   rate_->setChecked(mode.isMeasuring());
   record_->setText(debugger_.isRecording() ? tr("Stop recor&ding") : tr("Recor&d …"));
   replay_->setText(replaying ? tr("Stop re&play") : tr("Re&play …"));
-  touchPad_->setVisible(surroundings_.simulation && mode.isReceiving() && !replaying);
+  const bool padNeeded = surroundings_.simulation && mode.isReceiving() && !replaying;
+  touchPad_->setVisible(padNeeded);
 
   ratePanel_->setVisible(mode.isMeasuring());
+  if (measuringTab_) tabs_->setTabVisible(*measuringTab_, padNeeded || mode.isMeasuring());
   if (!mode.isMeasuring()) return;
   const auto& stroke = mode.lastStroke();
   QStringList lines;
   for (const std::string& line : evidenceLines(stroke.value_or(StrokeRate{}), mode.ceiling()))
     lines.append(shownText(line));
+  // Where the console lies on another page its lines are wanted here, too.
+  if (stroke && measuringTab_) {
+    const auto said = rateLines(*stroke);
+    lines.prepend(shownText(said[2] + "    " + said[1] + "    " + said[0]));
+  }
   if (!stroke) {
     lines.prepend(mode.isReceiving() ? tr("Draw one stroke on the panel.")
                                      : tr("Press \"Receive\", then draw one stroke."));

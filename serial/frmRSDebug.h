@@ -8,11 +8,13 @@
 #include <optional>
 
 #include "core/simulation.h"
+#include "linetest/drawing_switches.h"
 #include "serial/debugger.h"
 
 class QCheckBox;
 class QLabel;
 class QPushButton;
+class QTabWidget;
 
 namespace touch {
 
@@ -31,6 +33,7 @@ enum class DebuggerEnd {
 struct DebuggerSurroundings {
   std::filesystem::path workFolder;
   std::vector<ReportFormat> formats;
+  DrawingSwitches& switches;  ///< outlive the windows
   std::optional<Simulation> simulation;
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
 };
@@ -84,6 +87,8 @@ class frmRSDebug final : public QWidget {
   bool ended_ = false;
 
   QWidget* body_;
+  QTabWidget* tabs_ = nullptr;       ///< null where there is room for all of it
+  std::optional<int> measuringTab_;  ///< where the console leaves no room for the rate
   frmCommandPanel* commands_;
   frmConsolePanel* console_;
   QLabel* portState_;

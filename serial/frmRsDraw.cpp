@@ -17,6 +17,7 @@
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/finger_list.h"
 #include "ui/finger_style.h"
@@ -127,7 +128,9 @@ frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
           *canvas_, area,
           [this](PixelPoint place) { QCursor::setPos(mapToGlobal(QPoint(place.x, place.y))); }},
       parts_.decoder);
-  tools_ = std::make_unique<RawDrawingTools>(*drawing_, *canvas_, area, [this] { leave(); });
+  tools_ = std::make_unique<RawDrawingTools>(
+      RawDrawingTools::Parts{*drawing_, *canvas_, area, parts_.prompt, parts_.messages,
+                             parts_.switches, [this] { leave(); }});
   setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -216,6 +219,7 @@ void frmRsDraw::open() {
   raise();
   activateWindow();
   setFocus();
+  tools_->activate();
   drawing_->start();
   timer_->start(renewal);
 }
@@ -257,7 +261,9 @@ void frmRsDraw::perform(CanvasAction action) {
   tools_->perform(action);
   help_->setVisible(tools_->helpIsShown());
   help_->raise();  // over a dot that was marked meanwhile
-  if (action == CanvasAction::clear || action == CanvasAction::escape) marker_->hide();
+  const bool mayClear = action == CanvasAction::clear || action == CanvasAction::escape ||
+                        action == CanvasAction::toggleGrid;
+  if (mayClear) marker_->hide();
 }
 
 bool frmRsDraw::eventFilter(QObject* watched, QEvent* event) {
@@ -331,8 +337,10 @@ void frmRsDraw::renew() {
   counts_->setText(tr("Reports: %1     Bytes in no report: %2")
                        .arg(drawing_->reports())
                        .arg(decoder.strayBytes()));
-  if (decoder.decided() == shownDecided_) return;
-  shownDecided_ = decoder.decided();
+  // Behind what the monitor shows nothing can be coloured.
+  const std::uint64_t decided = std::min(decoder.decided(), drawing_->monitor().endOffset());
+  if (decided == shownDecided_) return;
+  shownDecided_ = decided;
   showHighlights();
 }
 

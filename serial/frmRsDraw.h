@@ -29,7 +29,9 @@ class frmRsDraw final : public QWidget {
  public:
   struct Parts {
     Clock& clock;
+    Prompt& prompt;
     const MessageTable& messages;
+    DrawingSwitches& switches;
     ReportDecoder decoder;
     std::optional<Simulation> simulation;
     std::optional<QSize> size;  ///< logical pixels, in place of the full screen

@@ -36,12 +36,16 @@ std::vector<RawDrawingHelp> rawDrawingHelp(const MessageTable& messages) {
   return help;
 }
 
+void RawDrawingTools::activate() {
+  if (parts_.switches.grid) drawGrid();
+}
+
 void RawDrawingTools::keyDown(int code) {
   if (const auto action = actionOfKey(code)) perform(*action);
 }
 
 void RawDrawingTools::perform(CanvasAction action) {
-  Pen& pen = drawing_.pen;
+  Pen& pen = parts_.drawing.pen;
   switch (action) {
     case CanvasAction::escape:
       escape();
@@ -50,7 +54,7 @@ void RawDrawingTools::perform(CanvasAction action) {
       clear();
       break;
     case CanvasAction::leave:
-      onLeave_();
+      parts_.onLeave();
       break;
     case CanvasAction::thin:
       pen.width = 1;
@@ -68,8 +72,7 @@ void RawDrawingTools::perform(CanvasAction action) {
       pen.mode = PenMode::points;
       break;
     case CanvasAction::toggleGrid:
-      gridShown_ = !gridShown_;
-      gridShown_ ? drawGrid() : clear();
+      toggleGrid();
       break;
     case CanvasAction::toggleHelp:
       helpShown_ = !helpShown_;
@@ -82,28 +85,37 @@ void RawDrawingTools::perform(CanvasAction action) {
 void RawDrawingTools::escape() {
   if (helpShown_) {
     helpShown_ = false;
-  } else if (drawing_.reports() > cleared_) {
+  } else if (isDrawnOn()) {
     clear();
   } else {
-    onLeave_();
+    parts_.onLeave();
   }
 }
 
 void RawDrawingTools::clear() {
-  drawing_.clearDrawing();
-  cleared_ = drawing_.reports();
-  if (gridShown_) drawGrid();
+  parts_.drawing.clearDrawing();
+  cleared_ = parts_.drawing.reports();
+  if (parts_.switches.grid) drawGrid();
+}
+
+void RawDrawingTools::toggleGrid() {
+  parts_.switches.grid = !parts_.switches.grid;
+  if (parts_.switches.grid) {
+    drawGrid();
+  } else if (!isDrawnOn() || parts_.prompt.confirm(parts_.messages.at(clearAllQuestion))) {
+    clear();
+  }
 }
 
 void RawDrawingTools::drawGrid() {
-  const GuideLines guides(area_);
+  const GuideLines guides(parts_.area);
   for (const int line : GuideLines::drawingOrder) {
     const auto [from, to] = guides.inGrid(line);
-    surface_.line(from, to, lightGrey, gridWidth);
+    parts_.surface.line(from, to, lightGrey, gridWidth);
   }
   constexpr float targetRadius = 250;
   for (const TwipsPoint target : guides.targets())
-    surface_.circle(target, targetRadius, white, gridWidth);
+    parts_.surface.circle(target, targetRadius, white, gridWidth);
 }
 
 }  // namespace touch

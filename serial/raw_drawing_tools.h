@@ -2,10 +2,13 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/messages.h"
+#include "core/prompt.h"
 #include "linetest/canvas_tables.h"
+#include "linetest/drawing_switches.h"
 #include "serial/raw_drawing.h"
 
 namespace touch {
@@ -20,32 +23,38 @@ std::vector<RawDrawingHelp> rawDrawingHelp(const MessageTable& messages);
 
 inline constexpr std::string_view rawDrawingNotice = "F1 for Hot Key Help";
 
-/// The raw drawing's hot keys: pen, grid, help, clear and leave.
+/// The raw drawing's hot keys: pen, grid, help, clear and leave, as the canvas has them.
 class RawDrawingTools {
  public:
-  /// `onLeave` is run when the user wants to leave. All that is given outlives the tools.
-  RawDrawingTools(RawDrawing& drawing, Surface& surface, TwipsSize area,
-                  std::function<void()> onLeave)
-      : drawing_(drawing), surface_(surface), area_(area), onLeave_(std::move(onLeave)) {}
+  /// What they work on; all of it outlives the tools.
+  struct Parts {
+    RawDrawing& drawing;
+    Surface& surface;
+    TwipsSize area;
+    Prompt& prompt;
+    const MessageTable& messages;
+    DrawingSwitches& switches;      ///< shared with the canvas
+    std::function<void()> onLeave;  ///< run when the user wants to leave
+  };
+  explicit RawDrawingTools(Parts parts) : parts_(std::move(parts)) {}
 
+  /// The screen is shown, with the grid if the last drawing screen was left so.
+  void activate();
   /// `code` as actionOfKey() has it; others do nothing.
   void keyDown(int code);
   void perform(CanvasAction action);
   bool helpIsShown() const { return helpShown_; }
-  bool gridIsShown() const { return gridShown_; }
-  /// Wipes the drawing but for the grid.
-  void clear();
 
  private:
+  bool isDrawnOn() const { return parts_.drawing.reports() > cleared_; }
   void escape();
+  /// Wipes the drawing but for the grid.
+  void clear();
+  void toggleGrid();
   void drawGrid();
 
-  RawDrawing& drawing_;
-  Surface& surface_;
-  TwipsSize area_;
-  std::function<void()> onLeave_;
+  Parts parts_;
   bool helpShown_ = false;
-  bool gridShown_ = false;
   std::uint64_t cleared_ = 0;  ///< reports that were drawn before the last clearing
 };
 

@@ -1,8 +1,5 @@
 #include "serial/raw_drawing.h"
 
-#include <atomic>
-#include <thread>
-
 #include "serial/recording_ports.h"
 #include "tests/serial/debugger_bench.h"
 
@@ -17,7 +14,6 @@ using test::Lines;
 class RecordedSurface final : public Surface {
  public:
   Lines drawn;
-  bool counting = false;
 
   void clear() override { drawn.push_back("clear"); }
   void line(TwipsPoint from, TwipsPoint to, Colour, int width) override {
@@ -32,7 +28,7 @@ class RecordedSurface final : public Surface {
   }
   void note(std::string line, int width) {
     if (width != 1) line += " wide";
-    if (!counting) drawn.push_back(std::move(line));
+    drawn.push_back(std::move(line));
   }
 };
 
@@ -160,61 +156,6 @@ TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
   EXPECT_EQ(part(drawing->strayText().at(2)), "D8 01");
   drawing->clearMonitor();
   EXPECT_TRUE(drawing->strayText().empty());
-}
-
-TEST_F(RawDrawingTest, ADeviceThatGoesEndsItWithOneMessageAndItCanGoOn) {
-  ASSERT_EQ(port.take(), std::nullopt);
-  RawDrawing live(clock, {serial, {}, [this] { port.tellLoss(); }}, {surface, area, {}},
-                  ReportDecoder(ReportFamily::tablet));
-  live.start();
-  terminal().send(tablet(0xD8, 1, 2));
-  clock.delay(50ms);
-  journal.clear();
-  terminal().unplug();
-  clock.delay(1000ms);
-  EXPECT_EQ(messages(), 1u);
-  EXPECT_TRUE(journalHas("ReopenCOMPort"));
-  plugIn(1);
-  ASSERT_EQ(port.take(), std::nullopt);
-  live.start();
-  terminal().send(tablet(0xD8, 3, 4));
-  clock.delay(50ms);
-  EXPECT_EQ(surface.drawn, (Lines{"point 1,2", "point 3,4"}));
-}
-
-TEST_F(RawDrawingTest, LosesNoReportInAFlood) {
-  constexpr std::size_t packets = 2'000'000;
-  Bytes flood;
-  flood.reserve(packets * 5);
-  for (std::size_t i = 0; i < packets; ++i) {
-    const Bytes packet = tablet(0xD8, static_cast<int>(i % 16384), 77);
-    flood.insert(flood.end(), packet.begin(), packet.end());
-  }
-  ASSERT_EQ(port.take(), std::nullopt);
-  surface.counting = true;
-  RawDrawing live(clock, {serial, {}, {}}, {surface, area, {}},
-                  ReportDecoder(ReportFamily::tablet));
-  live.start();
-  std::atomic<bool> sent = false;
-  const std::jthread sender([&] {
-    terminal().flood(flood);
-    sent = true;
-  });
-  // An idle line would end the packet under way, as it should.
-  while (live.decoder().received() < flood.size()) {
-    const bool wasSent = sent;
-    if (serial.inBufferCount() > 0) {
-      clock.delay(50ms);
-      journal.clear();
-    } else if (wasSent && serial.inBufferCount() == 0 && !serial.isOpen()) {
-      break;
-    } else {
-      std::this_thread::yield();
-    }
-  }
-  EXPECT_EQ(live.reports(), packets);
-  EXPECT_EQ(live.decoder().strayBytes(), 0u);
-  EXPECT_LE(live.monitor().text().size(), HexMonitor::limit + 10);
 }
 
 TEST(HexMonitorText, BreaksTheLineBeforeEveryFifthStatusByteAndStopsGrowing) {

@@ -1,9 +1,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QTimer>
 
 #include "core/simulation.h"
 #include "linetest/test_parts.h"
@@ -31,16 +28,6 @@ class DrawingDesk : public WindowDesk {
         QTest::mouseMove(canvas, places[i - 1] + (places[i] - places[i - 1]) * step / steps);
     }
     QTest::mouseRelease(canvas, Qt::LeftButton, {}, places.back());
-  }
-
-  /// Types `name` into the file dialog that comes next.
-  static void answerFileDialog(const QString& name) {
-    QTimer::singleShot(0, qApp, [name] {
-      auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-      if (dialog == nullptr) return answerFileDialog(name);
-      find<QLineEdit>(*dialog, "fileNameEdit")->setText(name);
-      QMetaObject::invokeMethod(dialog, "accept", Qt::QueuedConnection);
-    });
   }
 
   static QRgb colourAt(QWidget& canvas, const QPoint& place) {

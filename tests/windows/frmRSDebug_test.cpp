@@ -28,7 +28,6 @@ class DebuggerWindow : public test::SerialDesk {
   }
   bool isHidden(const char* control) { return find<QWidget>(*window, control)->isHidden(); }
   QString console() { return find<QPlainTextEdit>(*window, "Text1")->toPlainText(); }
-  QString label(const char* name) { return find<QLabel>(*window, name)->text(); }
 };
 
 TEST_F(DebuggerWindow, TakesThePortAndGivesItBackInEveryWay) {
@@ -194,21 +193,52 @@ TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
   EXPECT_EQ(console(), "");
 }
 
-TEST_F(DebuggerWindow, SaysOnceThatTheDeviceHasGoneAndCanTakeItAgain) {
+TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   open();
-  press("Command3");
-  unplug();
-  live(1s);
-  EXPECT_EQ(messages("COM1"), 1);
-  EXPECT_EQ(count("ReopenCOMPort"), 1);
-  EXPECT_FALSE(find<QPushButton>(*window, "Command2_0")->isEnabled());
-  press("cmdTakePort");
-  EXPECT_TRUE(console().contains("there is no such device")) << console().toStdString();
-  terminal = std::make_unique<test::PseudoTerminal>();
-  press("cmdTakePort");
-  EXPECT_TRUE(port.isOpen());
-  EXPECT_TRUE(find<QPushButton>(*window, "Command2_0")->isEnabled());
-  EXPECT_FALSE(find<QPushButton>(*window, "cmdTakePort")->isEnabled());
+  folder.write("bad.txt", "touch recording 1\nnonsense\n");
+  folder.write("good.txt", "touch recording 1\n0.010000 < D8 10 20 30 01\n");
+  const struct {
+    const char* button;
+    const char* file;  ///< null: the dialog is cancelled
+    const char* said;
+    bool goesOn;  ///< it must be ended by the button
+  } cases[] = {
+      {"cmdSave", "kept", "Saved in ", false},
+      {"cmdSave", "missing/kept.txt", "missing/kept.txt: expected ", false},
+      {"cmdSave", nullptr, "", false},
+      {"cmdRecord", "taken", "Recording to ", true},
+      {"cmdRecord", "missing/taken.txt", "missing/taken.txt: expected a file that can be written",
+       false},
+      {"cmdRecord", nullptr, "", false},
+      {"cmdReplay", "good.txt", "Replaying ", true},
+      {"cmdReplay", "bad.txt", "bad.txt, line 2: expected a time in seconds", false},
+      {"cmdReplay", nullptr, "", false},
+  };
+  for (const auto& [button, file, said, goesOn] : cases) {
+    const std::string what = std::string(button) + ' ' + (file != nullptr ? file : "cancelled");
+    find<QLabel>(*window, "statusLine")->clear();
+    const QString caption = find<QPushButton>(*window, button)->text();
+    answerFileDialog(file != nullptr ? QString::fromStdString(folder.path() / file) : QString());
+    press(button);
+    EXPECT_TRUE(label("statusLine").contains(said))
+        << what << ": " << label("statusLine").toStdString();
+    EXPECT_EQ(label("statusLine").isEmpty(), file == nullptr) << what;
+    EXPECT_EQ(find<QPushButton>(*window, button)->text() != caption, goesOn) << what;
+    if (goesOn) press(button);
+  }
+  EXPECT_TRUE(
+      folder.read("kept.txt").starts_with("The driver has let go of its port. COM1 is open"));
+  EXPECT_EQ(folder.read("taken.txt"), "touch recording 1\n");
+
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no full disk to be had here";
+  std::filesystem::create_symlink("/dev/full", folder.path() / "full");
+  Debugger debugger(access(), prompt, port, {});
+  debugger.startRecording(folder.path() / "full");
+  debugger.receiveMode().receive();
+  terminal->send(Bytes{0x41});
+  live(300ms);
+  debugger.watch();
+  EXPECT_TRUE(debugger.takeStatus()->starts_with("The recording broke off. "));
 }
 
 TEST_F(DebuggerWindow, ReplaysWhatItsRecordingKept) {

@@ -27,9 +27,7 @@ class RawDrawingWindow : public test::SerialDesk {
   QWidget& openDrawing() {
     open();
     press("Command6");
-    for (QWidget* const top : QApplication::topLevelWidgets()) {
-      if (top->objectName() == "frmRsDraw" && top->isVisible()) drawing = top;
-    }
+    drawing = openedDrawing();
     if (drawing == nullptr) throw std::runtime_error("there is no drawing");
     return *drawing;
   }
@@ -132,6 +130,7 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   EXPECT_FALSE(isInk({400, 100}));
   QTest::keyClick(&monitor(), Qt::Key_G);
   EXPECT_TRUE(isInk({400, 100})) << "a guide line";
+  EXPECT_TRUE(switches.grid) << "the canvas opens with it, too";
   QTest::keyClick(find<QCheckBox>(*drawing, "checkFit"), Qt::Key_G);
   EXPECT_FALSE(isInk({400, 100}));
 
@@ -141,40 +140,44 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   EXPECT_TRUE(isInk(quarterPlace));
   EXPECT_FALSE(isInk({100, 120})) << "points are not joined";
 
+  const std::string question = "confirm " + session.messages.at(clearAllQuestion);
+  for (const bool yes : {false, true}) {
+    key(Qt::Key_G);
+    EXPECT_EQ(count(question), yes ? 1 : 0) << "asked only when switched off";
+    prompt.answerYes = yes;
+    key(Qt::Key_G);
+    EXPECT_FALSE(switches.grid);
+    EXPECT_EQ(isInk(quarterPlace), !yes);
+    EXPECT_EQ(isInk({400, 100}), !yes) << "the grid goes with the drawing";
+  }
+  report(quarter);
   key(Qt::Key_Escape);
   EXPECT_FALSE(isInk(quarterPlace));
+  key(Qt::Key_G);
   key(Qt::Key_Escape);
   live(1ms);
   EXPECT_TRUE(drawing.isNull());
   EXPECT_TRUE(window->isVisible());
   EXPECT_TRUE(port.isOpen()) << "the debugger still has it";
+  press("Command6");
+  drawing = openedDrawing();
+  EXPECT_TRUE(isInk({400, 100})) << "the grid switch outlives the screen";
 }
 
-TEST_F(RawDrawingWindow, GivesThePortBackWhenTheDeviceOrTheProgramGoes) {
+TEST_F(RawDrawingWindow, GivesThePortBackWhenTheProgramGoes) {
   openDrawing();
-  unplug();
-  live(500ms);
-  EXPECT_EQ(messages("COM1"), 1);
-  EXPECT_EQ(count("ReopenCOMPort"), 1);
-  QTest::mouseClick(find<QPushButton>(*drawing, "cmdLeave"), Qt::LeftButton);
-  live(1ms);
-  EXPECT_TRUE(window->isVisible());
-
-  terminal = std::make_unique<test::PseudoTerminal>();
-  press("cmdTakePort");
-  press("Command6");
   window->leave(DebuggerEnd::exit);
   live(1ms);
   live(1ms);
   EXPECT_EQ(ended, DebuggerEnd::exit);
-  EXPECT_EQ(count("ReopenCOMPort"), 2);
+  EXPECT_EQ(count("ReopenCOMPort"), 1);
 }
 
 TEST_F(RawDrawingWindow, KeepsItsControlsOnEveryScreen) {
   for (const QSize size : {QSize(400, 240), QSize(800, 480), QSize(1024, 768)}) {
     const ReceivingPort closed{port, {}, {}};
     auto* const screen =
-        new frmRsDraw({clock, session.messages, ReportDecoder(ReportFamily::tablet), {}, size},
+        new frmRsDraw({clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, size},
                       closed, *QGuiApplication::primaryScreen(), [] {});
     screen->open();
     QApplication::processEvents();

@@ -26,7 +26,8 @@ class SerialDesk : public WindowDesk {
 
   frmRSDebug& open() {
     window = std::make_unique<frmRSDebug>(
-        access(), prompt, port, DebuggerSurroundings{folder.path(), {}, {}, QSize(800, 480)},
+        access(), prompt, port,
+        DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480)},
         [this](DebuggerEnd end) { ended = end; });
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
@@ -35,9 +36,17 @@ class SerialDesk : public WindowDesk {
   void press(const char* name) {
     QTest::mouseClick(find<QPushButton>(*window, name), Qt::LeftButton);
   }
+  QString label(const char* name) { return find<QLabel>(*window, name)->text(); }
   void unplug() {
     terminal->unplug();
     live(std::chrono::milliseconds(300));
+  }
+  /// The raw drawing that stands in front of the debugger; null when there is none.
+  static QWidget* openedDrawing() {
+    for (QWidget* const top : QApplication::topLevelWidgets()) {
+      if (top->objectName() == "frmRsDraw" && top->isVisible()) return top;
+    }
+    return nullptr;
   }
   std::ptrdiff_t count(const std::string& line) const { return std::ranges::count(journal, line); }
   /// How often something was told that begins so.
@@ -47,6 +56,7 @@ class SerialDesk : public WindowDesk {
   }
 
   TemporaryFolder folder;
+  DrawingSwitches switches;
   std::unique_ptr<PseudoTerminal> terminal = std::make_unique<PseudoTerminal>();
   AsioSerialPort port{ports()};
   std::unique_ptr<frmRSDebug> window;
@@ -58,6 +68,7 @@ class SerialDesk : public WindowDesk {
  private:
   ComPorts ports() {
     ComPorts ports;
+    ports.assignUnlessGiven(2, [] { return "/dev/there-is-none"; });
     ports.assignUnlessGiven(1, [this]() -> std::string {
       return terminal->isPluggedIn() ? terminal->path() : "/dev/there-is-none";
     });

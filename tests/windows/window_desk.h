@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTest>
+#include <QTimer>
 #include <QWidget>
 
 #include "tests/support/desk.h"
@@ -24,6 +27,16 @@ class WindowDesk : public Desk {
     auto* const found = window.findChild<Widget*>(name);
     if (found == nullptr) throw std::runtime_error(std::string("no control called ") + name);
     return found;
+  }
+
+  /// Types `name` into the file dialog that comes next; cancels it when that is empty.
+  static void answerFileDialog(const QString& name) {
+    QTimer::singleShot(0, qApp, [name] {
+      auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return answerFileDialog(name);
+      find<QLineEdit>(*dialog, "fileNameEdit")->setText(name);
+      QMetaObject::invokeMethod(dialog, name.isEmpty() ? "reject" : "accept", Qt::QueuedConnection);
+    });
   }
 };
 
