@@ -90,8 +90,9 @@ class RateHistogram final : public QWidget {
       constexpr std::size_t labelled = 5;
       if (i % labelled == 0) {
         const auto milliseconds = static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms);
-        painter.drawText(QPointF(left + 1, height() - 3),
-                         i == 0 ? tr("%1 ms").arg(milliseconds) : QString::number(milliseconds));
+        const QString text = i == 0 ? tr("%1 ms").arg(milliseconds) : QString::number(milliseconds);
+        if (left + 1 + fontMetrics().horizontalAdvance(text) > width()) continue;
+        painter.drawText(QPointF(left + 1, height() - 3), text);
       }
     }
   }

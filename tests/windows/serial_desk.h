@@ -17,6 +17,9 @@ namespace touch::test {
 class SerialDesk : public WindowDesk {
  protected:
   SerialDesk() {
+    // A test that has ended the program leaves it so that no dialog stays open; only running it again mends that.
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
+    QApplication::exec();
     clock.onAdvance = [this](auto) { answer(); };
   }
   void TearDown() override {
