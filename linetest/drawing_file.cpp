@@ -40,6 +40,7 @@ Stroke readStroke(NumberReader& reader) {
   stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
   const int count =
       reader.integer(1, static_cast<int>(Stroke::mostSamples), "a count of samples from 1 to 3001");
+  stroke.samples.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count && !reader.failed(); ++i) {
     const float x = reader.number("the x of a sample");
     const float y = reader.number("the y of a sample");

@@ -1,5 +1,6 @@
 #include "linetest/number_layout.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -11,7 +12,25 @@ namespace touch {
 namespace {
 
 constexpr std::size_t zoneWidth = 14;
-constexpr std::string_view separators = " \t,\r\n";
+
+/// Whether a character is one of a few: files have millions of them.
+class CharacterSet {
+ public:
+  constexpr explicit CharacterSet(std::string_view characters) {
+    for (const char character : characters)
+      holds_[static_cast<unsigned char>(character)] = true;
+  }
+  constexpr bool holds(char character) const {
+    return holds_[static_cast<unsigned char>(character)];
+  }
+
+ private:
+  std::array<bool, 256> holds_{};
+};
+
+constexpr CharacterSet separators(" \t,\r\n");
+constexpr CharacterSet inNumbers("+-.0123456789eE");
+
 constexpr float leastWithoutExponent = 1e-4F;
 constexpr float exponentFrom = 1e7F;
 
@@ -19,7 +38,7 @@ constexpr float exponentFrom = 1e7F;
 template <typename Number>
 std::optional<Number> parse(std::string_view token) {
   if (token.starts_with('+')) token.remove_prefix(1);
-  if (token.find_first_not_of("+-.0123456789eE") != token.npos) return std::nullopt;
+  if (!std::ranges::all_of(token, [](char c) { return inNumbers.holds(c); })) return std::nullopt;
   Number value{};
   const char* end = token.data() + token.size();
   const auto [stop, failed] = std::from_chars(token.data(), end, value);
@@ -29,17 +48,26 @@ std::optional<Number> parse(std::string_view token) {
 
 }  // namespace
 
-std::string shortestText(float value) {
+namespace {
+
+using NumberBuffer = std::array<char, 32>;
+
+std::string_view shortest(float value, NumberBuffer& buffer) {
   const float size = std::abs(value);
   if (size == 0) return "0";
   const bool plain = size >= leastWithoutExponent && size < exponentFrom;
-  std::array<char, 32> buffer;
   const auto written =
       std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                     plain ? std::chars_format::fixed : std::chars_format::scientific);
-  std::string text(buffer.data(), written.ptr);
-  if (const auto exponent = text.find('e'); exponent != text.npos) text[exponent] = 'E';
-  return text;
+  if (!plain) std::replace(buffer.data(), written.ptr, 'e', 'E');
+  return {buffer.data(), written.ptr};
+}
+
+}  // namespace
+
+std::string shortestText(float value) {
+  NumberBuffer buffer;
+  return std::string(shortest(value, buffer));
 }
 
 std::string fixedText(double value, int decimals) {
@@ -67,7 +95,8 @@ void appendLaidOut(std::string& text, std::string_view number) {
 }  // namespace
 
 void appendNumber(std::string& text, float value) {
-  appendLaidOut(text, shortestText(value));
+  NumberBuffer buffer;
+  appendLaidOut(text, shortest(value, buffer));
 }
 
 void appendNumber(std::string& text, int value) {
@@ -84,10 +113,10 @@ void appendZones(std::string& text, std::initializer_list<float> values) {
 }
 
 void NumberReader::skipSeparators() {
-  while (!rest_.empty() && separators.find(rest_.front()) != separators.npos) {
-    if (rest_.front() == '\n') ++line_;
-    rest_.remove_prefix(1);
-  }
+  std::size_t count = 0;
+  for (; count < rest_.size() && separators.holds(rest_[count]); ++count)
+    if (rest_[count] == '\n') ++line_;
+  rest_.remove_prefix(count);
 }
 
 bool NumberReader::atEnd() {
@@ -97,7 +126,8 @@ bool NumberReader::atEnd() {
 
 std::string_view NumberReader::token() {
   skipSeparators();
-  const std::string_view token = rest_.substr(0, rest_.find_first_of(separators));
+  const auto end = std::ranges::find_if(rest_, [](char c) { return separators.holds(c); });
+  const std::string_view token(rest_.begin(), end);
   rest_.remove_prefix(token.size());
   return token;
 }
