@@ -1,7 +1,7 @@
 #include "ui/canvas_widget.h"
 
 #include <QPaintEvent>
-#include <QPainter>
+#include <utility>
 
 namespace touch {
 
@@ -9,11 +9,6 @@ namespace {
 
 QPointF pixels(TwipsPoint point) {
   return {static_cast<qreal>(point.x / twipsPerPixel), static_cast<qreal>(point.y / twipsPerPixel)};
-}
-
-QPen penOf(Colour colour, int width) {
-  return {QColor(colour.red, colour.green, colour.blue), static_cast<qreal>(width), Qt::SolidLine,
-          Qt::RoundCap, Qt::RoundJoin};
 }
 
 QRect touched(const QRectF& shape, int width) {
@@ -32,33 +27,39 @@ TwipsSize CanvasWidget::sizeInTwips() const {
           static_cast<float>(height()) * twipsPerPixel};
 }
 
+void CanvasWidget::usePen(Colour colour, int width) {
+  if (colour == colour_ && width == width_) return;
+  colour_ = colour;
+  width_ = width;
+  painter_.setPen(QPen(QColor(colour.red, colour.green, colour.blue), width, Qt::SolidLine,
+                       Qt::RoundCap, Qt::RoundJoin));
+}
+
 void CanvasWidget::clear() {
   image_.fill(Qt::black);
   update();
 }
 
 void CanvasWidget::line(TwipsPoint from, TwipsPoint to, Colour colour, int width) {
-  QPainter painter(&image_);
-  painter.setPen(penOf(colour, width));
-  painter.drawLine(pixels(from), pixels(to));
+  usePen(colour, width);
+  painter_.drawLine(pixels(from), pixels(to));
   update(touched({pixels(from), pixels(to)}, width));
 }
 
 void CanvasWidget::circle(TwipsPoint centre, float radius, Colour colour, int width) {
   const auto inPixels = static_cast<qreal>(radius / twipsPerPixel);
-  QPainter painter(&image_);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(penOf(colour, width));
-  painter.drawEllipse(pixels(centre), inPixels, inPixels);
+  usePen(colour, width);
+  painter_.setRenderHint(QPainter::Antialiasing, true);
+  painter_.drawEllipse(pixels(centre), inPixels, inPixels);
+  painter_.setRenderHint(QPainter::Antialiasing, false);
   const QPointF corner(inPixels, inPixels);
   update(touched({pixels(centre) - corner, pixels(centre) + corner}, width));
 }
 
 // A line without a length is no dot to Qt.
 void CanvasWidget::point(TwipsPoint at, Colour colour, int width) {
-  QPainter painter(&image_);
-  painter.setPen(penOf(colour, width));
-  painter.drawPoint(pixels(at));
+  usePen(colour, width);
+  painter_.drawPoint(pixels(at));
   update(touched({pixels(at), pixels(at)}, width));
 }
 
@@ -76,7 +77,10 @@ void CanvasWidget::resizeEvent(QResizeEvent*) {
   image.setDevicePixelRatio(devicePixelRatioF());
   image.fill(Qt::black);
   if (!image_.isNull()) QPainter(&image).drawImage(0, 0, image_);
-  image_ = image;
+  painter_.end();
+  image_ = std::move(image);
+  painter_.begin(&image_);
+  width_ = 0;
 }
 
 }  // namespace touch

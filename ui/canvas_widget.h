@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPainter>
 #include <QWidget>
 
 #include "core/surface.h"
@@ -27,7 +28,13 @@ class CanvasWidget : public QWidget, public Surface {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void usePen(Colour colour, int width);
+
   QImage image_;
+  QPainter painter_;  ///< stays on the image: to begin anew costs as much as a stroke's next piece
+  // Of its pen; no pen is 0 wide.
+  Colour colour_;
+  int width_ = 0;
 };
 
 }  // namespace touch
