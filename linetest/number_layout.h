@@ -57,6 +57,7 @@ class NumberReader {
 
  private:
   void skipSeparators();
+  std::optional<float> plainNumber();
   std::string_view token();
 
   std::string_view rest_;
