@@ -1,6 +1,8 @@
 #include "serial/report_decoder.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace touch {
 
@@ -50,12 +52,22 @@ std::uint32_t coordinateBytes(const std::uint8_t* x, const std::uint8_t* y) {
   return static_cast<std::uint32_t>(x[0]) | static_cast<std::uint32_t>(x[1]) << 8 |
          static_cast<std::uint32_t>(y[0]) << 16 | static_cast<std::uint32_t>(y[1]) << 24;
 }
+/// The same where Y follows X at once.
+std::uint32_t coordinateBytes(const std::uint8_t* x) {
+  if constexpr (std::endian::native == std::endian::little) {
+    std::uint32_t bytes = 0;
+    std::memcpy(&bytes, x, sizeof bytes);
+    return bytes;
+  } else {
+    return coordinateBytes(x, x + 2);
+  }
+}
 
 /// Both coordinates at once, X in the lower half: no sum reaches into the other half.
-template <typename Kind>
-std::uint32_t coordinates(const Kind& kind, std::uint32_t bytes) {
+std::uint32_t coordinates(std::uint32_t firstWeight, std::uint32_t secondWeight,
+                          std::uint32_t bytes) {
   constexpr std::uint32_t firstBytes = 0x00FF00FF;
-  return (bytes & firstBytes) * kind.firstWeight + (bytes >> 8 & firstBytes) * kind.secondWeight;
+  return (bytes & firstBytes) * firstWeight + (bytes >> 8 & firstBytes) * secondWeight;
 }
 
 template <typename Kind>
@@ -66,7 +78,7 @@ bool hasStrayBits(const Kind& kind, std::uint32_t bytes) {
 template <typename Kind>
 TouchReport makeReport(const Kind& kind, const std::uint8_t* packet, std::uint32_t bytes,
                        std::uint64_t offset) {
-  const std::uint32_t both = coordinates(kind, bytes);
+  const std::uint32_t both = coordinates(kind.firstWeight, kind.secondWeight, bytes);
   return {offset,
           static_cast<std::uint16_t>(both),
           static_cast<std::uint16_t>(both >> 16),
@@ -164,21 +176,43 @@ void ReportDecoder::decode(std::vector<TouchReport>& reports) {
   } while (decodeOne(reports));
 }
 
-// Whole packets of the usual length, one behind the other: nearly all that ever comes. The step from packet to packet
-// does not depend on what was read, so that the processor works on several of them at a time.
+// Whole packets that begin alike, one behind the other: nearly all that ever comes. Neither the step from packet to
+// packet nor how it is read depends on what was read before, so that the processor works on several at a time. What the
+// kind says is taken out of memory once, which every report that is stored might have changed for all the compiler knows.
 void ReportDecoder::decodeRun(std::vector<TouchReport>& reports) {
   const std::size_t step = usualLength_;
   const std::uint8_t* const begin = ring_.data() + read_;
-  const std::uint8_t* const end = begin + std::min(pending(), ringSize - read_) / step * step;
+  const std::size_t held = std::min(pending(), ringSize - read_);
+  if (held < step) return;
+  const std::uint8_t* const last = begin + held - step;
   const std::uint8_t* packet = begin;
-  const std::uint64_t offset = decided_;
-  for (; packet != end; packet += step) {
-    const Kind& kind = kinds_[*packet];
-    if (kind.length != step || kind.apart || (packet[1] & kind.secondMask) != kind.second) break;
-    const std::uint32_t bytes = coordinateBytes(packet + kind.x, packet + kind.x + 2);
-    if (hasStrayBits(kind, bytes)) break;
-    reports.push_back(
-        makeReport(kind, packet, bytes, offset + static_cast<std::size_t>(packet - begin)));
+  std::uint64_t offset = decided_;
+  while (packet <= last) {
+    const std::uint8_t status = *packet;
+    const Kind& kind = kinds_[status];
+    if (kind.length != step || kind.apart) break;
+    const std::uint32_t strayBits = kind.clearBits * 0x01010101U;
+    const std::uint32_t firstWeight = kind.firstWeight;
+    const std::uint32_t secondWeight = kind.secondWeight;
+    const std::uint8_t secondMask = kind.secondMask;
+    const std::uint8_t second = kind.second;
+    const std::uint8_t lift = kind.lift;
+    const std::size_t liftPlace = kind.liftPlace;
+    const std::size_t x = kind.x;
+    const std::uint16_t greatest = kind.greatest;
+    const std::uint8_t length = kind.length;
+    const std::uint8_t* const first = packet;
+    do {
+      const std::uint32_t bytes = coordinateBytes(packet + x);
+      if ((packet[1] & secondMask) != second || (bytes & strayBits) != 0) break;
+      const std::uint32_t both = coordinates(firstWeight, secondWeight, bytes);
+      reports.push_back({offset, static_cast<std::uint16_t>(both),
+                         static_cast<std::uint16_t>(both >> 16), greatest, length,
+                         packet[liftPlace] != lift});
+      packet += step;
+      offset += step;
+    } while (packet <= last && *packet == status);
+    if (packet == first) break;
   }
   const auto passed = static_cast<std::size_t>(packet - begin);
   pass(passed);
@@ -203,7 +237,11 @@ bool ReportDecoder::decodeOne(std::vector<TouchReport>& reports) {
     passed = std::min<std::size_t>(kind->length, held);
     owed_ = kind->length - passed;
   } else {
-    ++stray_;
+    // What follows a broken packet starts none either, mostly.
+    const std::size_t inOnePiece = std::min(held, ringSize - read_);
+    while (passed < inOnePiece && kinds_[packet[passed]].length == 0)
+      ++passed;
+    stray_ += passed;
   }
   pass(passed);
   decided_ += passed;
