@@ -25,12 +25,17 @@ std::optional<ParameterWord> parseWord(std::string_view line) {
 
 }  // namespace
 
-Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file) {
-  const auto content = readWholeFile(file, largestFile);
-  if (!content) return content.error();
-  const auto lines = linesOf(withoutByteOrderMark(*content));
-  const auto failure = [&file](std::size_t line, std::string expected, std::string found) {
-    return FileError{file.string(), static_cast<int>(line), std::move(expected), std::move(found)};
+std::string vrqText(const ParameterBlock& block) {
+  std::string text;
+  for (const ParameterWord& word : block)
+    text += wordText(word) + "\r\n";
+  return text;
+}
+
+Result<ParameterBlock, FileError> parseVrq(std::string_view text, const std::string& name) {
+  const auto lines = linesOf(withoutByteOrderMark(text));
+  const auto failure = [&name](std::size_t line, std::string expected, std::string found) {
+    return FileError{name, static_cast<int>(line), std::move(expected), std::move(found)};
   };
 
   ParameterBlock block;
@@ -50,11 +55,14 @@ Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file) {
   return block;
 }
 
+Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file) {
+  const auto content = readWholeFile(file, largestFile);
+  if (!content) return content.error();
+  return parseVrq(*content, file.string());
+}
+
 std::optional<FileError> saveVrq(const std::filesystem::path& file, const ParameterBlock& block) {
-  std::string content;
-  for (const ParameterWord& word : block)
-    content += wordText(word) + "\r\n";
-  return writeWholeFile(file, content);
+  return writeWholeFile(file, vrqText(block));
 }
 
 }  // namespace touch

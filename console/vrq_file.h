@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 
 #include "console/parameter_words.h"
 
@@ -14,6 +16,11 @@ namespace touch {
 //   0102
 //   1AFF
 //   ...
+
+std::string vrqText(const ParameterBlock& block);
+
+/// `name` is what an error calls the file.
+Result<ParameterBlock, FileError> parseVrq(std::string_view text, const std::string& name);
 
 /// The block in the file, or what is wrong in which line.
 Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file);

@@ -92,20 +92,10 @@ MessageTable::MessageTable() {
   std::copy(builtInTexts.begin(), builtInTexts.end(), texts_.begin());
 }
 
-Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder) {
-  const auto path = folder / "errmsg.txt";
-  MessageTable table;
-  std::error_code ignored;
-  const auto there = std::filesystem::symlink_status(path, ignored);
-  if (there.type() == std::filesystem::file_type::not_found) return table;
-
-  const auto failure = [&path](std::size_t line, std::string expected, std::string found) {
-    return FileError{path.string(), static_cast<int>(line), std::move(expected), std::move(found)};
+Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name) {
+  const auto failure = [&name](std::size_t line, std::string expected, std::string found) {
+    return FileError{name, static_cast<int>(line), std::move(expected), std::move(found)};
   };
-  std::ifstream file;
-  if (std::filesystem::is_regular_file(path, ignored)) file.open(path, std::ios::binary);
-  if (!file.is_open()) return failure(0, "a file that can be read", "none that can be opened");
-
   std::vector<std::string> lines;
   std::string whole;
   while (lines.size() < fileTexts) {
@@ -124,11 +114,26 @@ Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder
     whole += '\n';
     lines.push_back(std::move(line));
   }
+  MessageTable table;
   const bool latin1 = !isUtf8(whole);
   for (std::size_t i = 0; i < fileTexts; ++i) {
     table.texts_[i] = latin1 ? utf8FromLatin1(lines[i]) : lines[i];
   }
   return table;
+}
+
+Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder) {
+  const auto path = folder / "errmsg.txt";
+  std::error_code ignored;
+  const auto there = std::filesystem::symlink_status(path, ignored);
+  if (there.type() == std::filesystem::file_type::not_found) return MessageTable();
+
+  std::ifstream file;
+  if (std::filesystem::is_regular_file(path, ignored)) file.open(path, std::ios::binary);
+  if (!file.is_open()) {
+    return FileError{path.string(), 0, "a file that can be read", "none that can be opened"};
+  }
+  return parseMessages(file, path.string());
 }
 
 }  // namespace touch

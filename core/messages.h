@@ -3,7 +3,9 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <iosfwd>
 #include <string>
+#include <string_view>
 
 #include "core/result.h"
 
@@ -53,12 +55,15 @@ class MessageTable {
   const std::string& at(std::size_t number) const { return texts_.at(number); }
 
  private:
-  friend Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder);
+  friend Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name);
   std::array<std::string, 101> texts_;
 };
 
-/// The texts of "errmsg.txt" in `folder`: its first 100 lines replace the whole table. Without that file, the built-in
-/// texts. UTF-8 where the file is valid UTF-8, else Latin-1; the texts in the table are UTF-8 either way.
+/// The first 100 lines of `file` replace the whole table. UTF-8 where they are valid UTF-8, else Latin-1; the texts in
+/// the table are UTF-8 either way. `name` is what an error calls the file.
+Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name);
+
+/// The texts of "errmsg.txt" in `folder`; without that file, the built-in ones.
 Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder);
 
 }  // namespace touch

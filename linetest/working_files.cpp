@@ -60,6 +60,8 @@ std::vector<fs::path> filesIn(const fs::path& folder, bool (*wanted)(const fs::p
   return files;
 }
 
+}  // namespace
+
 std::string workingText(const Stroke& stroke) {
   std::string text;
   for (const int value : {stroke.colour, stroke.width}) {
@@ -75,7 +77,24 @@ std::string workingText(const Stroke& stroke) {
   return text;
 }
 
-}  // namespace
+Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string name) {
+  NumberReader reader(text, std::move(name));
+  Stroke stroke;
+  stroke.colour = reader.integer(0, 15, "a palette index from 0 to 15");
+  stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
+  while (!reader.atEnd()) {
+    if (stroke.samples.size() == Stroke::mostSamples) {
+      reader.refuse("the end of the file after 3001 samples", "more");
+      break;
+    }
+    const float x = reader.number("the x of a sample");
+    const float y = reader.number("the y of a sample");
+    stroke.samples.push_back({x, y});
+  }
+  if (stroke.samples.empty()) reader.refuse("the x of a sample", "");
+  if (reader.failed()) return reader.error();
+  return stroke;
+}
 
 WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBack)
     : folder_(workingFolder / "tmp") {
@@ -97,22 +116,7 @@ Result<Stroke, FileError> WorkingFiles::read(int number) const {
   const fs::path path = pathOf(number);
   const auto text = readWholeFile(path, longestFile);
   if (!text) return text.error();
-  NumberReader reader(*text, path.string());
-  Stroke stroke;
-  stroke.colour = reader.integer(0, 15, "a palette index from 0 to 15");
-  stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
-  while (!reader.atEnd()) {
-    if (stroke.samples.size() == Stroke::mostSamples) {
-      reader.refuse("the end of the file after 3001 samples", "more");
-      break;
-    }
-    const float x = reader.number("the x of a sample");
-    const float y = reader.number("the y of a sample");
-    stroke.samples.push_back({x, y});
-  }
-  if (stroke.samples.empty()) reader.refuse("the x of a sample", "");
-  if (reader.failed()) return reader.error();
-  return stroke;
+  return parseWorkingText(*text, path.string());
 }
 
 Result<std::vector<Stroke>, FileError> WorkingFiles::readAll(int count) const {

@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/result.h"
@@ -15,6 +17,11 @@ namespace touch {
 //   palette index        0 to 15
 //   width                1 or 2
 //   x TAB y              one for each sample, in twips, up to 3001
+
+std::string workingText(const Stroke& stroke);
+
+/// `name` is what an error calls the file.
+Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string name);
 
 /// What a program that ended early has left in its working files, in the order of their numbers.
 struct LeftStrokes {

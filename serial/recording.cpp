@@ -95,20 +95,18 @@ std::string recordingLine(const Transfer& transfer) {
                      hexText(transfer.bytes));
 }
 
-Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::path& file) {
-  const auto content = readWholeFile(file, largestFile);
-  if (!content) return content.error();
+Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
+                                                        const std::string& name) {
   std::vector<Transfer> transfers;
   bool headed = false;
   int lineNumber = 0;
-  for (const std::string_view whole : linesOf(withoutByteOrderMark(*content))) {
+  for (const std::string_view whole : linesOf(withoutByteOrderMark(text))) {
     ++lineNumber;
     const auto line = trimmed(whole.substr(0, whole.find('#')));
     if (line.empty()) continue;
     if (!headed) {
       if (line != heading) {
-        return FileError{file.string(), lineNumber, '"' + std::string(heading) + '"',
-                         foundText(whole)};
+        return FileError{name, lineNumber, '"' + std::string(heading) + '"', foundText(whole)};
       }
       headed = true;
       continue;
@@ -117,14 +115,20 @@ Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::pa
         line, transfers.empty() ? std::chrono::microseconds(0) : transfers.back().time);
     if (!transfer) {
       const auto& [expected, found] = transfer.error();
-      return FileError{file.string(), lineNumber, expected, found};
+      return FileError{name, lineNumber, expected, found};
     }
     transfers.push_back(std::move(*transfer));
   }
   if (!headed) {
-    return FileError{file.string(), 1, '"' + std::string(heading) + '"', "the end of the file"};
+    return FileError{name, 1, '"' + std::string(heading) + '"', "the end of the file"};
   }
   return transfers;
+}
+
+Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::path& file) {
+  const auto content = readWholeFile(file, largestFile);
+  if (!content) return content.error();
+  return parseRecording(*content, file.string());
 }
 
 std::optional<FileError> Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) {

@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/clock.h"
@@ -40,6 +41,9 @@ struct Transfer {
 
 /// The line of a recording, without its end.
 std::string recordingLine(const Transfer& transfer);
+/// `name` is what an error calls the file.
+Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
+                                                        const std::string& name);
 /// The transfers of a recording of at most 64 MiB.
 Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::path& file);
 

@@ -167,18 +167,10 @@ std::uint16_t coordinateAt(CoordinateEncoding encoding, std::span<const std::uin
 
 }  // namespace
 
-ReportFormats rdformad(const std::filesystem::path& folder) {
-  const auto file = folder / "zevrik.fmt";
+ReportFormats parseFormats(std::string_view text, const std::string& name) {
   ReportFormats result;
-  std::error_code ignored;
-  if (!std::filesystem::exists(file, ignored)) return result;
-  const auto content = readWholeFile(file, largestFile);
-  if (!content) {
-    result.problems.push_back(content.error());
-    return result;
-  }
   int number = 0;
-  for (const std::string_view line : linesOf(withoutByteOrderMark(*content))) {
+  for (const std::string_view line : linesOf(withoutByteOrderMark(text))) {
     ++number;
     const auto fields = split(line.substr(0, line.find('#')), " \t", false);
     if (fields.empty()) continue;
@@ -187,10 +179,19 @@ ReportFormats rdformad(const std::filesystem::path& folder) {
       result.formats.push_back(std::move(*format));
     } else {
       const auto& [expected, found] = format.error();
-      result.problems.push_back({file.string(), number, expected, found});
+      result.problems.push_back({name, number, expected, found});
     }
   }
   return result;
+}
+
+ReportFormats rdformad(const std::filesystem::path& folder) {
+  const auto file = folder / "zevrik.fmt";
+  std::error_code ignored;
+  if (!std::filesystem::exists(file, ignored)) return {};
+  const auto content = readWholeFile(file, largestFile);
+  if (!content) return {{}, {content.error()}};
+  return parseFormats(*content, file.string());
 }
 
 ReportCoordinates coordinatesIn(const CoordinateLayout& layout,

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/result.h"
@@ -62,6 +63,9 @@ struct ReportFormats {
   std::vector<ReportFormat> formats;
   std::vector<FileError> problems;
 };
+
+/// `name` is what a problem calls the file.
+ReportFormats parseFormats(std::string_view text, const std::string& name);
 
 /// Reads the report format descriptor "zevrik.fmt" in `folder`. Without that file there are no
 /// formats and no problems.
