@@ -201,8 +201,8 @@ SettingAnswer confirmTiming(const Access& access, Prompt& prompt, const ClickTim
   return answer;
 }
 
-TimingBars::TimingBars(const DriverSettings& settings)
-    : timing_(timingOf(settings)), driver_(timing_) {}
+TimingBars::TimingBars(const DriverSettings& reported)
+    : timing_(timingOf(reported)), driver_(timing_) {}
 
 TimingBars::Range TimingBars::range(Bar bar) const {
   const BarKind& kind = kindOf(bar);

@@ -56,7 +56,7 @@ class TimingBars {
     int highest = 0;
   };
 
-  explicit TimingBars(const DriverSettings& settings);
+  explicit TimingBars(const DriverSettings& reported);
 
   Range range(Bar bar) const;
   int position(Bar bar) const;

@@ -20,7 +20,9 @@ char lowered(char character) {
 }
 
 bool holds(std::string_view text, std::string_view part) {
-  return !std::ranges::search(text, part, {}, lowered, lowered).empty() || part.empty();
+  const auto same = [](char one, char other) { return lowered(one) == lowered(other); };
+  return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end() ||
+         part.empty();
 }
 
 bool passes(const ConsoleLine& line, const ConsoleFilter& filter) {
