@@ -39,8 +39,9 @@ class MainConsole::Action {
   Action(const Action&) = delete;
   Action& operator=(const Action&) = delete;
   ~Action() {
-    console_.busy_ = false;
+    // Once the program has ended nothing else is done: the window stays held.
     if (console_.gone_) return;
+    console_.busy_ = false;
     console_.view_.showIdle();
     if (const WayOut way = std::exchange(console_.putOff_, WayOut::none); way != WayOut::none) {
       console_.leave(way);
@@ -291,7 +292,8 @@ void MainConsole::requestPinDefinition() {
     return;
   }
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
-  if (answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
+  // While the question was up the window may have been closed.
+  if (!busy_ && answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
 }
 
 std::string MainConsole::selectedName() const {
@@ -333,7 +335,8 @@ void MainConsole::releaseAndExit() {
   const MessageTable& messages = access_.session.messages;
   const bool sure = prompt_.confirm(messages[Message::releaseQuestion] + '\n' +
                                     messages[Message::releaseWarning]);
-  if (!sure) return;
+  // While the question was up the window may have been closed.
+  if (!sure || busy_) return;
   const Action action(*this, "Releasing the COM port …");
   if (selected_) {
     const Connection connection(access_);
