@@ -1,0 +1,39 @@
+#include "app/touchctl/arguments.h"
+
+#include <algorithm>
+
+#include "app/manual.h"
+#include "app/touchctl/commands.h"
+
+namespace touch {
+
+namespace {
+
+// In the order in which the help lists them.
+constexpr auto commandGroups = {
+    addInformationCommands, addSettingCommands,     addMaintenanceCommands, addParameterCommands,
+    addPinCommands,         addCalibrationCommands, addLinearityCommand,    addSerialCommands,
+    addDoctorCommand,       addDemoCommand,
+};
+
+}  // namespace
+
+Arguments::Arguments()
+    : app_("Finds, sets up, calibrates and tests touch screen controllers from a shell.",
+           "touchctl") {
+  app_.require_subcommand(0, 1);
+  app_.fallthrough();
+  app_.footer(exitStatusLine(touchctlManual));  // the commands take it over
+  addCommonOptions(app_, options_);
+  app_.add_flag("--yes", options_.assumeYes, "Answer yes to every question");
+  for (const auto addCommands : commandGroups)
+    addCommands({app_, options_, command_, fileCommand_, known_});
+}
+
+void Arguments::parse(std::vector<std::string> words) {
+  // The parser takes them from the back.
+  std::reverse(words.begin(), words.end());
+  app_.parse(std::move(words));
+}
+
+}  // namespace touch
