@@ -1,0 +1,417 @@
+// The driver boundary: start-up, settings, maintenance, parameters, pins, calibration, the debugger's port and the ways
+// out, over a driver library and a serial port whose every answer comes from the input, and with a user who does what
+// the input says at any moment. After each action every controller that was opened is closed again. The first byte is
+// the length of what the user does, which follows; the rest is what driver and port answer.
+
+#include <bit>
+#include <memory>
+#include <stdexcept>
+
+#include "calibration/calibration.h"
+#include "console/main_console.h"
+#include "console/monitors.h"
+#include "console/pin_editor.h"
+#include "core/nexapi.h"
+#include "core/system_clock.h"
+#include "core/trace.h"
+#include "fuzz/fuzzed_driver.h"
+#include "serial/command_sets.h"
+#include "serial/debugger.h"
+
+namespace touch::fuzz {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int mostActions = 12;
+// Nothing can be made in such a folder, so that no execution leaves files behind.
+constexpr const char* noFolder = "/dev/null/none";
+// A small screen: its time bar is soon full.
+constexpr TwipsSize screenSize{2000, 1500};
+
+/// Time that jumps, and stands still where nothing is waited for unless the driver lets it pass.
+class JumpingClock final : public QueuedClock {
+ public:
+  std::function<void()> onWait;
+
+  TimePoint now() const override { return now_; }
+  void pass(std::chrono::milliseconds time) { now_ += time; }
+  void delay(std::chrono::milliseconds duration, const std::function<bool()>& cutShort) override {
+    if (onWait) onWait();
+    QueuedClock::delay(duration, cutShort);
+  }
+
+ private:
+  void sleepUntil(TimePoint time) override { now_ = std::max(now_, time); }
+
+  TimePoint now_{};
+};
+
+/// A box that is up for a while, in which timers tick and anything can happen.
+class FuzzedPrompt final : public Prompt {
+ public:
+  FuzzedPrompt(Input& input, Clock& clock) : input_(input), clock_(clock) {}
+
+  void message(std::string_view text, std::string_view) override {
+    require(!text.empty(), "a message says something");
+    clock_.delay(whileUp);
+  }
+  bool confirm(std::string_view text, std::string_view title) override {
+    message(text, title);
+    return input_.flag();
+  }
+  std::optional<std::string> input(std::string_view text, std::string_view title) override {
+    message(text, title);
+    switch (input_.below(4)) {
+      case 0:
+        return std::nullopt;
+      case 1:
+        return std::string(textOf(input_.take(input_.byte())));
+      default:
+        return " kqzm ";
+    }
+  }
+
+ private:
+  static constexpr auto whileUp = 300ms;
+
+  Input& input_;
+  Clock& clock_;
+};
+
+class FuzzedPort final : public SerialPort {
+ public:
+  explicit FuzzedPort(Input& input) : input_(input) {}
+
+  std::optional<std::string> setSettings(std::string_view) override { return complaint(); }
+  void selectPort(int) override { require(!open_, "a port is chosen while none is open"); }
+  std::optional<std::string> open() override {
+    lost_.reset();
+    auto refused = complaint();
+    open_ = !refused;
+    return refused;
+  }
+  void close() override { open_ = false; }
+  bool isOpen() const override { return open_; }
+  std::optional<std::string> lost() const override { return lost_; }
+  std::size_t inBufferCount() override { return open_ ? input_.byte() : 0; }
+  void clearInput() override { mayGo(); }
+  void clearOutput() override {}
+  void write(std::span<const std::uint8_t>) override { mayGo(); }
+  std::vector<std::uint8_t> readAll() override {
+    mayGo();
+    if (!open_) return {};
+    const auto bytes = input_.take(input_.byte());
+    return {bytes.begin(), bytes.end()};
+  }
+
+ private:
+  std::optional<std::string> complaint() {
+    if (input_.byte() < 0xC0) return std::nullopt;
+    return "no such device";
+  }
+  void mayGo() {
+    if (!open_ || input_.byte() < 0xF0) return;
+    open_ = false;
+    lost_ = "the device has gone";
+  }
+
+  Input& input_;
+  bool open_ = false;
+  std::optional<std::string> lost_;
+};
+
+class Screen final : public CalibrationScreen, private Surface {
+ public:
+  Surface& surface() override { return *this; }
+  void showButtons(bool, bool) override {}
+  void showTimeBar(float) override {}
+  void allowExit(bool) override {}
+  void leave() override {
+    require(!left_, "a calibration leaves its screen once");
+    left_ = true;
+  }
+  void ended(CalibrationOutcome how) override {
+    require(left_ && !outcome, "a calibration ends once, behind its screen");
+    outcome = how;
+  }
+
+  std::optional<CalibrationOutcome> outcome;
+
+ private:
+  void clear() override {}
+  void line(TwipsPoint, TwipsPoint, Colour, int) override {}
+  void circle(TwipsPoint, float, Colour, int) override {}
+
+  bool left_ = false;
+};
+
+/// The library of all executions, with this execution's driver behind it.
+NexapiDriver& libraryWith(Driver& driver) {
+  static const std::unique_ptr<NexapiDriver> library = [] {
+    auto bound = NexapiDriver::bind(FUZZED_LIBRARY);
+    if (!bound) throw std::runtime_error(bound.error().describe());
+    return std::move(*bound);
+  }();
+  static const auto attach = std::bit_cast<void (*)(Driver*)>(library->extraExport("FuzzedAttach"));
+  attach(&driver);
+  return *library;
+}
+
+/// One run of the system, from its start to one of the ways out or the input's end.
+class Run final : private MainView {
+ public:
+  Run(Input user, Input answers)
+      : user_(user),
+        answers_(answers),
+        driver_(libraryWith(fuzzed_), trace_),
+        console_(access(), prompt_, *this, port_, noFolder),
+        pins_(access(), prompt_, Backup(noFolder)) {
+    if (user_.byte() == 't') trace_.start("/dev/null");
+    fuzzed_.onCall = [this] { clock_.pass(std::chrono::milliseconds(answers_.byte() / 16)); };
+    clock_.onWait = [this] {
+      if (answers_.byte() >= 0xF0) interfere();
+    };
+  }
+
+  void perform() {
+    console_.startUp(static_cast<int>(user_.below(12)));
+    afterAction();
+    for (int i = 0; i < mostActions && !user_.empty() && !ended_; ++i) {
+      act();
+      afterAction();
+    }
+    console_.close();
+    require(ended_, "the program can be left");
+    require(!fuzzed_.anyOpen(), "no controller stays open");
+  }
+
+ private:
+  Access access() { return {session_, driver_, clock_}; }
+
+  void afterAction() {
+    require(!fuzzed_.anyOpen(), "an action closes what it opens");
+    require(console_.busy() == ended_, "an action gives the window back, but for the last one");
+  }
+
+  /// What can be done at any moment, also in the middle of something else.
+  void interfere() {
+    switch (user_.below(12)) {
+      case 0:
+        return console_.exit();
+      case 1:
+        return console_.close();
+      case 2:
+        return console_.cancelSearch();
+      case 3:
+        return console_.releaseAndExit();
+      case 4:
+        return console_.refresh();
+      case 5:
+        return console_.selectController(user_.byte());
+      case 6:
+        return console_.requestPinDefinition();
+      case 7:
+        return console_.passwordEntered(
+            MainConsole::passwordEdited(std::string(textOf(user_.take(user_.below(16))))));
+      case 8:
+        if (calibration_) calibration_->start();
+        return;
+      case 9:
+        if (calibration_) calibration_->cancel();
+        return;
+      case 10:
+        if (calibration_) calibration_->escape();
+        return;
+      default:
+        return console_.openTest(TestScreen::drawing);
+    }
+  }
+
+  void act() {
+    switch (user_.below(16)) {
+      case 0:
+        return console_.information();
+      case 1:
+        return console_.searchComPorts();
+      case 2:
+        return changeSetting();
+      case 3:
+        return moveBars();
+      case 4:
+        return changeParameters();
+      case 5:
+        return console_.perform("Restoring", [this] { return parameters().restoreDefaults(); });
+      case 6:
+        return console_.perform("Resetting", [this] { return parameters().reset(); });
+      case 7:
+        return console_.perform("Undoing", [this] { return parameters().undo(); });
+      case 8:
+        return definePins();
+      case 9:
+        return console_.perform("Assigning", [this] {
+          return std::string(assignMonitor(access(), prompt_, user_.byte()) ? "done" : "not done");
+        });
+      case 10:
+      case 11:
+        return console_.calstart(static_cast<int>(user_.below(14)));
+      case 12:
+        return console_.requestDebugger("kqzm");
+      default:
+        return interfere();
+    }
+  }
+
+  SettingsPanel& settings() { return console_.settings(); }
+  ParameterEditor& parameters() { return console_.parameters(); }
+
+  void changeSetting() {
+    console_.perform(
+        "Setting",
+        [this] {
+          const auto table = settingTable();
+          const Setting& setting = table[user_.below(table.size())];
+          if (setting.name == "sensitivity") {
+            return settings().changeSensitivity(user_.number()).value_or("not changed");
+          }
+          return settings().change(setting, user_.number());
+        },
+        user_.flag() ? MainConsole::Afterwards::readSettings : MainConsole::Afterwards::nothing);
+  }
+
+  void moveBars() {
+    for (const auto bar : {TimingBars::Bar::doubleClickSpeed, TimingBars::Bar::doubleClickArea,
+                           TimingBars::Bar::rightClickTime}) {
+      settings().moveBar(bar, user_.byte());
+      const auto [lowest, highest] = settings().bars().range(bar);
+      const int position = settings().bars().position(bar);
+      require(position >= lowest && position <= highest, "a bar stands within its range");
+      require(!settings().bars().label(bar).empty(), "a bar has a label");
+    }
+    console_.perform("Confirming", [this] { return settings().confirm(); });
+  }
+
+  void changeParameters() {
+    console_.perform("Reading", [this] { return parameters().read(); });
+    ParameterTable& table = parameters().table();
+    table.setBase(user_.flag() ? NumberBase::hexadecimal : NumberBase::decimal);
+    for (std::size_t edits = user_.below(10); edits > 0; --edits) {
+      table.edit(user_.below(ParameterTable::rows), user_.flag() ? WordByte::high : WordByte::low,
+                 textOf(user_.take(user_.below(4))));
+    }
+    console_.perform("Writing", [this] { return parameters().write(); });
+  }
+
+  void definePins() {
+    console_.perform("Reading pins", [this] { return pins_.read(); });
+    pins_.setType(user_.flag() ? SensorType::fiveWire : SensorType::fourWire);
+    for (std::size_t wires = user_.below(8); wires > 0; --wires) {
+      pins_.assign(user_.below(pins_.definition().wires.size()),
+                   {static_cast<int>(user_.byte()), static_cast<int>(user_.byte())});
+    }
+    console_.perform("Writing pins", [this] { return pins_.update(); });
+    if (pins_.canPutBack() && user_.flag()) {
+      console_.perform("Putting pins back", [this] { return pins_.putBack(); });
+    }
+  }
+
+  void openCalibration() override {
+    Screen screen;
+    calibration_.emplace(access(), prompt_, screen, screenSize);
+    calibration_->activate();
+    clock_.delay(1000ms, nullptr);
+    if (!screen.outcome) calibration_->cancel();
+    require(screen.outcome.has_value(), "a calibration can be left");
+    calibration_.reset();
+    console_.calibrationEnded(screen.outcome == CalibrationOutcome::stored, "Calibrated.");
+  }
+
+  void openDebugger() override {
+    console_.debuggerOpened();
+    {
+      Debugger debugger(access(), prompt_, port_, console_.reportFormats());
+      debugger.takePort();
+      for (std::size_t steps = user_.below(8); steps > 0; --steps)
+        debug(debugger);
+      debugger.leave();
+    }
+    console_.debuggerEnded(user_.flag());
+  }
+
+  void debug(Debugger& debugger) {
+    const auto set = static_cast<CommandSet>(user_.below(3));
+    switch (user_.below(6)) {
+      case 0:
+        return debugger.searchPort();
+      case 1:
+        return debugger.receiveMode().receive();
+      case 2:
+        clock_.delay(std::chrono::milliseconds(user_.byte()), nullptr);
+        return debugger.watch();
+      default:
+        debugger.chooseSet(set);
+        const auto entries = cm1set(set);
+        SendChoice choice;
+        choice.entry = std::string(entries[user_.below(entries.size())]);
+        if (user_.flag()) choice.setting = user_.below(2);
+        choice.address = textOf(user_.take(2));
+        choice.high = textOf(user_.take(2));
+        choice.low = textOf(user_.take(2));
+        debugger.send(choice);
+    }
+  }
+
+  void showBusy(const std::string& what) override { require(!what.empty(), "work has a name"); }
+  void showIdle() override {}
+  void showStatus(const std::string&) override {}
+  void showControllers(const std::vector<std::string>& names,
+                       std::optional<std::size_t> selected) override {
+    require(names.size() <= ControllerList::limit, "the list has a limit");
+    require(!selected || *selected < names.size(), "what is selected is in the list");
+  }
+  // As the page does once its controls show what the panel holds.
+  void showSettings() override { settings().filled(); }
+  void showParameters() override {}
+  void showIdentity(const Identity& identity) override { modelName(identity.unitType); }
+  void showInformation(const std::vector<std::string>&) override {}
+  std::string showPicture(const std::filesystem::path&) override { return {}; }
+  std::string showIcon(const std::filesystem::path&) override { return {}; }
+  void showAdvancedFrame() override {}
+  void showPasswordFrame(bool) override {}
+  void openPinDefinition() override { require(!ended_, "nothing is opened behind the end"); }
+  void cancelCalibration() override {
+    if (calibration_) calibration_->cancel();
+  }
+  void openTest(TestScreen) override { console_.testEnded(); }
+  void closeTest() override {}
+  void closeDebugger() override {}
+  void endProgram() override {
+    require(!ended_, "the program ends once");
+    ended_ = true;
+  }
+
+  Input user_;
+  Input answers_;
+  FuzzedDriver fuzzed_{answers_};
+  Trace trace_;
+  TracingDriver driver_;
+  JumpingClock clock_;
+  FuzzedPrompt prompt_{user_, clock_};
+  TracingSerialPort port_{std::make_unique<FuzzedPort>(answers_), trace_};
+  Session session_;
+  MainConsole console_;
+  PinEditor pins_;
+  std::optional<Calibration> calibration_;
+  bool ended_ = false;
+};
+
+}  // namespace
+
+void execute(std::span<const std::uint8_t> bytes) {
+  Input input(bytes);
+  const Input user(input.take(input.byte()));
+  Run(user, input).perform();
+}
+
+}  // namespace touch::fuzz
