@@ -76,8 +76,10 @@ void CanvasWidget::resizeEvent(QResizeEvent*) {
   QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
   image.setDevicePixelRatio(devicePixelRatioF());
   image.fill(Qt::black);
-  if (!image_.isNull()) QPainter(&image).drawImage(0, 0, image_);
-  painter_.end();
+  if (!image_.isNull()) {
+    painter_.end();
+    QPainter(&image).drawImage(0, 0, image_);
+  }
   image_ = std::move(image);
   painter_.begin(&image_);
   width_ = 0;
