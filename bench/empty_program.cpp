@@ -1,0 +1,2 @@
+// The least that a C++ program can be.
+int main() {}

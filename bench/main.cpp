@@ -1,0 +1,36 @@
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <cstdio>
+#include <exception>
+#include <fstream>
+
+#include "bench/page.h"
+#include "bench/subjects.h"
+#include "ui/finger_style.h"
+
+// touch_bench [options of the benchmark library] [FILE]: runs the benchmarks, and writes their figures to FILE.
+int main(int argc, char** argv) try {
+  using namespace touch::bench;
+  benchmark::Initialize(&argc, argv);
+  const QApplication app(argc, argv);
+  QApplication::setStyle(new touch::FingerStyle);  // the application owns it
+  registerStart();
+  registerDecoder();
+  registerCanvas();
+  registerDrawingFile();
+  registerExchange();
+  registerRawDrawing();
+  registerRest();
+  Figures figures;
+  benchmark::RunSpecifiedBenchmarks(&figures);
+  const std::string chapter = figuresChapter(bars(), figures);
+  if (argc > 1 && !(std::ofstream(argv[1]) << chapter)) {
+    std::fprintf(stderr, "touch_bench: %s cannot be written\n", argv[1]);
+    return 1;
+  }
+  return figures.failed() ? 1 : 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "touch_bench: %s\n", error.what());
+  return 1;
+}

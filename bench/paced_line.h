@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <stop_token>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace touch::bench {
+
+/// The far end of a serial line: a pseudo-terminal at which a controller sends `bytes` over and over, as fast as 9600 baud
+/// carry them.
+class PacedLine {
+ public:
+  explicit PacedLine(std::vector<std::uint8_t> bytes);
+  ~PacedLine();
+  PacedLine(const PacedLine&) = delete;
+  PacedLine& operator=(const PacedLine&) = delete;
+
+  const std::string& device() const { return device_; }
+  void start();
+  void stop();
+  // Of the sending, once it has stopped.
+  double processorSeconds() const { return processorSeconds_; }
+  std::size_t sentBytes() const { return sentBytes_; }
+
+ private:
+  void send(const std::stop_token& stopped);
+
+  std::vector<std::uint8_t> bytes_;
+  int controllerEnd_ = -1;
+  int deviceEnd_ = -1;  ///< kept open, so that the line does not hang up
+  std::string device_;
+  double processorSeconds_ = 0;
+  std::size_t sentBytes_ = 0;
+  std::jthread sender_;
+};
+
+}  // namespace touch::bench

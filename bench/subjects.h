@@ -1,0 +1,22 @@
+#pragma once
+
+namespace touch::bench {
+
+// Each subject registers its benchmarks; bars.h says what is expected of them.
+
+/// From the start of the programs to the first painted window, or to the end.
+void registerStart();
+/// From bytes to touch reports.
+void registerDecoder();
+/// One move of the pointer on the drawing canvas.
+void registerCanvas();
+/// Reading and writing drawing files.
+void registerDrawingFile();
+/// What an exchange takes beyond its stated waits.
+void registerExchange();
+/// A minute in which nothing happens.
+void registerRest();
+/// From bytes on the port to painted dots.
+void registerRawDrawing();
+
+}  // namespace touch::bench
