@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "bench/paced_line.h"
+#include "bench/silent_prompt.h"
 #include "bench/processor_time.h"
 #include "bench/subjects.h"
 #include "core/messages.h"
@@ -51,8 +52,11 @@ void draw(benchmark::State& state) {
   port.selectPort(1);
   if (const auto refused = port.open()) return state.SkipWithError(refused->c_str());
   EventLoopClock clock;
+  SilentPrompt prompt;
+  DrawingSwitches switches;
   const MessageTable messages;
-  frmRsDraw window({clock, messages, ReportDecoder(ReportFamily::tablet), std::nullopt, screenSize},
+  frmRsDraw window({clock, prompt, messages, switches, ReportDecoder(ReportFamily::tablet),
+                    std::nullopt, screenSize},
                    {port, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
   window.open();
   clock.delay(500ms, nullptr);
