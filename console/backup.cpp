@@ -7,6 +7,7 @@
 
 #include "console/vrq_file.h"
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/whole_file.h"
 
 namespace touch {
@@ -67,7 +68,8 @@ std::optional<FileError> Backup::makeFolder() const {
   std::error_code failed;
   fs::create_directories(folder_, failed);
   if (!failed) return std::nullopt;
-  return FileError{folder_.string(), 0, "a folder that can be written", failed.message()};
+  return FileError{folder_.string(), 0, say("console", "a folder that can be written"),
+                   failed.message()};
 }
 
 Result<fs::path, FileError> Backup::keep(const std::string& controller,

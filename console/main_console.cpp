@@ -5,6 +5,7 @@
 
 #include "core/closing_step.h"
 #include "core/connection.h"
+#include "core/language.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -63,7 +64,7 @@ MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, S
       parameters_(access, prompt, Backup(workFolder_)) {}
 
 void MainConsole::startUp(int systemVersion) {
-  const Action action(*this, "Searching for controllers …");
+  const Action action(*this, say("console", "Searching for controllers …"));
   port_.setSettings(normalLineSettings);
   findControllers();
   if (selected_) readSettings();
@@ -81,8 +82,8 @@ void MainConsole::startUp(int systemVersion) {
   if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));
   sayWhoIsReady();
   if (systemVersion < oldestSystem) {
-    view_.showStatus(
-        "This operating system is older than those that the touch driver is made for.");
+    view_.showStatus(say(
+        "console", "This operating system is older than those that the touch driver is made for."));
   }
   if (!complaints.empty()) prompt_.message(complaints);
 }
@@ -96,7 +97,7 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 
 void MainConsole::refresh() {
   if (busy_) return;
-  const Action action(*this, "Searching for controllers …");
+  const Action action(*this, say("console", "Searching for controllers …"));
   view_.showInformation({});
   findControllers();
   if (selected_) {
@@ -108,7 +109,8 @@ void MainConsole::refresh() {
 
 void MainConsole::findControllers() {
   list_ = getctrname(access_, prompt_, [this](const std::string& name) {
-    view_.showBusy("Searching for controllers: asking " + toUtf8(name) + " …");
+    view_.showBusy(
+        filled(say("console", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
   });
   // With no answer at all the last controller asked stays the current one.
   selected_ = list_.answered;
@@ -122,13 +124,13 @@ void MainConsole::findControllers() {
 }
 
 void MainConsole::readSettings() {
-  view_.showBusy("Reading the settings of " + toUtf8(selectedName()) + " …");
+  view_.showBusy(filled(say("console", "Reading the settings of %1 …"), {toUtf8(selectedName())}));
   settings_.take(readset(access_));
   view_.showSettings();
 }
 
 void MainConsole::readIdentity() {
-  view_.showBusy("Asking " + toUtf8(selectedName()) + " what it is …");
+  view_.showBusy(filled(say("console", "Asking %1 what it is …"), {toUtf8(selectedName())}));
   const Identity identity = readfw(access_);
   firmware_ = identity.firmware;
   answers_ = !identity.firmware.empty() || !identity.unitType.empty();
@@ -139,17 +141,19 @@ void MainConsole::readIdentity() {
 
 void MainConsole::sayWhoIsReady() {
   if (!selected_) {
-    view_.showStatus("No controller was found. The page \"Doctor\" says what is missing.");
+    view_.showStatus(
+        say("console", "No controller was found. The page \"Doctor\" says what is missing."));
   } else if (!answers_) {
-    view_.showStatus(toUtf8(selectedName()) + " does not answer. Check its cable and power.");
+    view_.showStatus(filled(say("console", "%1 does not answer. Check its cable and power."),
+                            {toUtf8(selectedName())}));
   } else {
-    view_.showStatus(toUtf8(selectedName()) + " is ready.");
+    view_.showStatus(filled(say("console", "%1 is ready."), {toUtf8(selectedName())}));
   }
 }
 
 void MainConsole::selectController(std::size_t index) {
   if (busy_ || index >= list_.names.size() || index == selected_) return;
-  const Action action(*this, "Reading the controller …");
+  const Action action(*this, say("console", "Reading the controller …"));
   selected_ = index;
   access_.session.controllerName = list_.names[index];
   view_.showInformation({});
@@ -160,26 +164,28 @@ void MainConsole::selectController(std::size_t index) {
 
 void MainConsole::information() {
   if (busy_ || !selected_) return;
-  const Action action(*this, "Asking the controller who it is …");
+  const Action action(*this, say("console", "Asking the controller who it is …"));
   view_.showInformation(controllerInformation(access_));
-  view_.showStatus("Controller information read.");
+  view_.showStatus(say("console", "Controller information read."));
 }
 
 void MainConsole::searchComPorts() {
   if (busy_) return;
-  const Action action(*this, "Searching the COM ports …");
+  const Action action(*this, say("console", "Searching the COM ports …"));
   const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
-    view_.showBusy("Searching the COM ports: COM" + std::to_string(number) + " …");
+    view_.showBusy(
+        filled(say("console", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
     return !cutShort_;
   });
   // The search made the driver let go of its port; reading the settings makes it take the port back.
   if (selected_) readSettings();
   if (found.cancelled) {
-    view_.showStatus("The search was cancelled.");
+    view_.showStatus(say("console", "The search was cancelled."));
     return;
   }
-  view_.showStatus(found.noneOpened.empty() ? describe(found)
-                                            : "No COM port could be opened. " + found.noneOpened);
+  view_.showStatus(found.noneOpened.empty()
+                       ? describe(found)
+                       : say("console", "No COM port could be opened.") + ' ' + found.noneOpened);
   prompt_.message(describe(found));
 }
 
@@ -205,7 +211,7 @@ void MainConsole::calstart(int points) {
   access_.session.calibrationPoints = points;
   busy_ = true;
   calibrating_ = true;
-  view_.showBusy("Calibrating …");
+  view_.showBusy(say("console", "Calibrating …"));
   view_.openCalibration();
 }
 
@@ -225,7 +231,7 @@ void MainConsole::openTest(TestScreen test) {
   if (busy_) return;
   busy_ = true;
   testing_ = true;
-  view_.showBusy("A test is open.");
+  view_.showBusy(say("console", "A test is open."));
   view_.openTest(test);
 }
 
@@ -249,7 +255,7 @@ void MainConsole::requestDebugger(std::string_view passwordBox) {
 void MainConsole::debuggerOpened() {
   busy_ = true;
   debugging_ = true;
-  view_.showBusy("The serial debugger has the port.");
+  view_.showBusy(say("console", "The serial debugger has the port."));
 }
 
 void MainConsole::debuggerEnded(bool exit) {
@@ -263,7 +269,7 @@ void MainConsole::debuggerEnded(bool exit) {
   }
   if (!selected_) return;
   // Commands past the driver may have changed anything.
-  const Action action(*this, "Reading the controller …");
+  const Action action(*this, say("console", "Reading the controller …"));
   readSettings();
   readIdentity();
   sayWhoIsReady();
@@ -288,7 +294,7 @@ void MainConsole::passwordEntered(std::string_view text) {
 void MainConsole::requestPinDefinition() {
   if (busy_) return;
   if (!selected_) {
-    view_.showStatus("There is no controller whose pins could be defined.");
+    view_.showStatus(say("console", "There is no controller whose pins could be defined."));
     return;
   }
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
@@ -322,7 +328,7 @@ void MainConsole::leave(WayOut way) {
     if (debugging_) view_.closeDebugger();
     return;
   }
-  const Action action(*this, "Locking the controller's parameters …");
+  const Action action(*this, say("console", "Locking the controller's parameters …"));
   closingStep();
   // A closed window locks once more as it is destroyed: a controller that slept through the first lock hears the second.
   if (way == WayOut::close) closingStep();
@@ -337,7 +343,7 @@ void MainConsole::releaseAndExit() {
                                     messages[Message::releaseWarning]);
   // While the question was up the window may have been closed.
   if (!sure || busy_) return;
-  const Action action(*this, "Releasing the COM port …");
+  const Action action(*this, say("console", "Releasing the COM port …"));
   if (selected_) {
     const Connection connection(access_);
     access_.driver.CloseCOMPort(connection.handle());

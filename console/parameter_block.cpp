@@ -2,6 +2,7 @@
 
 #include "console/backup.h"
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/prompt.h"
 
 namespace touch {
@@ -13,7 +14,7 @@ std::string addressesOf(std::span<const WordChange> changes) {
   for (const WordChange& change : changes) {
     text += (text.empty() ? "" : ", ") + hexByte(change.address);
   }
-  return text.empty() ? "none" : text;
+  return text.empty() ? say("console", "none") : text;
 }
 
 std::vector<WordChange> changesIn(const ParameterBlock& block, std::span<const WordValue> wanted) {
@@ -31,13 +32,14 @@ BlockWrite write(const Access& access, Prompt& prompt, const Backup& backup,
   BlockWrite result;
   const auto block = readBlock(access);
   if (!block) {
-    prompt.message(block.error().describe() + ". Nothing was written.");
+    prompt.message(block.error().describe() + ". " + say("console", "Nothing was written."));
     result.end = WriteEnd::unreadable;
     return result;
   }
   const auto changes = changesIn(*block, wanted);
   if (changes.empty()) {
-    prompt.message("The controller holds these words already. Nothing was written.");
+    prompt.message(
+        say("console", "The controller holds these words already. Nothing was written."));
     result.end = WriteEnd::nothingToWrite;
     return result;
   }
@@ -51,11 +53,13 @@ BlockWrite write(const Access& access, Prompt& prompt, const Backup& backup,
     prompt.message(access.session.messages[Message::writeOk]);
   } else {
     result.end = WriteEnd::brokenOff;
-    if (prompt.confirm(result.report.describe() + ". Put the old words back?")) {
+    if (prompt.confirm(result.report.describe() + ". " +
+                       say("console", "Put the old words back?"))) {
       result.putBack = putBack(access, backup, result.report.oldWords());
       prompt.message(result.putBack->complete()
-                         ? "The old words are back."
-                         : "The old words are not all back. " + result.putBack->describe() + ".");
+                         ? say("console", "The old words are back.")
+                         : say("console", "The old words are not all back.") + ' ' +
+                               result.putBack->describe() + '.');
       if (!result.report.journalError) tellOfJournal(prompt, *result.putBack);
     }
   }
@@ -92,7 +96,7 @@ std::vector<WordValue> WriteReport::oldWords() const {
 }
 
 std::string WriteReport::describe() const {
-  std::string text = "Written: " + addressesOf(written);
+  std::string text = filled(say("console", "Written: %1"), {addressesOf(written)});
   if (error) text += ". " + error->describe();
   return text;
 }
@@ -131,7 +135,8 @@ WriteReport writeChanges(const Access& access, const Backup& backup,
 
 void tellOfJournal(Prompt& prompt, const WriteReport& report) {
   if (!report.journalError) return;
-  prompt.message("The journal is not complete: " + report.journalError->describe());
+  prompt.message(
+      filled(say("console", "The journal is not complete: %1"), {report.journalError->describe()}));
 }
 
 WriteReport putBack(const Access& access, const Backup& backup, std::span<const WordValue> old) {
@@ -166,9 +171,10 @@ KeptBlock keepBlock(const Access& access, Prompt& prompt, const Backup& backup,
   } else {
     why = block.error().describe();
   }
-  return {
-      prompt.confirm("The parameter block cannot be kept. " + why + ". Go on without a way back?"),
-      {}};
+  return {prompt.confirm(filled(
+              say("console", "The parameter block cannot be kept. %1. Go on without a way back?"),
+              {why})),
+          {}};
 }
 
 BlockWrite writeBlock(const Access& access, Prompt& prompt, const Backup& backup,

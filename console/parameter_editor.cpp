@@ -2,6 +2,7 @@
 
 #include "console/vrq_file.h"
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/prompt.h"
 
 namespace touch {
@@ -13,35 +14,36 @@ void ParameterEditor::forget() {
 
 std::string ParameterEditor::read() {
   const auto block = readBlock(access_);
-  if (!block) return "The parameters cannot be read. " + block.error().describe();
+  if (!block)
+    return say("console", "The parameters cannot be read.") + ' ' + block.error().describe();
   table_.take(*block);
-  return "The parameters are read.";
+  return say("console", "The parameters are read.");
 }
 
 void ParameterEditor::readAgain() {
   if (const auto block = readBlock(access_)) table_.take(*block);
 }
 
-std::string ParameterEditor::outcome(const BlockWrite& write, const char* done) const {
+std::string ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
   switch (write.end) {
     case WriteEnd::done:
       return done;
     case WriteEnd::nothingToWrite:
-      return "The controller holds these parameters already.";
+      return say("console", "The controller holds these parameters already.");
     case WriteEnd::declined:
-      return "Nothing was written.";
+      return say("console", "Nothing was written.");
     case WriteEnd::unreadable:
-      return "Nothing was written: the controller cannot be read.";
+      return say("console", "Nothing was written: the controller cannot be read.");
     case WriteEnd::brokenOff:
       break;
   }
-  return "The write broke off. " + write.report.describe();
+  return say("console", "The write broke off.") + ' ' + write.report.describe();
 }
 
 std::string ParameterEditor::write() {
   const auto changes = table_.changes();
   if (!changes) return changes.error();
-  if (changes->empty()) return "No word is changed.";
+  if (changes->empty()) return say("console", "No word is changed.");
   const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == WriteEnd::done || (write.end == WriteEnd::brokenOff && !isPutBack)) {
@@ -49,61 +51,68 @@ std::string ParameterEditor::write() {
   }
   // What the user typed stays when nothing was written.
   if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) readAgain();
-  return outcome(write, "The parameters are written; Undo takes them back.");
+  return outcome(write, say("console", "The parameters are written; Undo takes them back."));
 }
 
 std::string ParameterEditor::undo() {
   const BlockWrite write = undoBlock(access_, prompt_, backup_, undo_);
   if (write.end == WriteEnd::done || write.end == WriteEnd::nothingToWrite) undo_.clear();
   readAgain();
-  return outcome(write, "The parameters are as they were before.");
+  return outcome(write, say("console", "The parameters are as they were before."));
 }
 
 std::string ParameterEditor::load(const std::filesystem::path& file) {
   const auto block = loadVrq(file);
   if (!block) return block.error().describe();
   table_.load(*block);
-  return "Loaded " + file.filename().string() + "; Write sends it to the controller.";
+  return filled(say("console", "Loaded %1; Write sends it to the controller."),
+                {file.filename().string()});
 }
 
 std::string ParameterEditor::save(const std::filesystem::path& file) const {
   const auto block = table_.block();
   if (!block) return block.error();
   const auto error = saveVrq(file, *block);
-  return error ? error->describe() : "Saved " + file.string();
+  return error ? error->describe() : filled(say("console", "Saved %1"), {file.string()});
 }
 
 std::string ParameterEditor::compare(const std::filesystem::path& file) const {
   const auto block = loadVrq(file);
   if (!block) return block.error().describe();
   const auto differences = table_.compare(*block);
-  if (differences.empty()) return "The table and " + file.filename().string() + " are the same.";
+  if (differences.empty())
+    return filled(say("console", "The table and %1 are the same."), {file.filename().string()});
   std::string text;
   for (const WordDifference& difference : differences) {
-    text += "Word " + hexByte(difference.address) + ": here " +
-            (difference.here ? wordText(*difference.here) : "nothing") + ", in the file " +
-            wordText(difference.there) + '\n';
+    text += filled(say("console", "Word %1: here %2, in the file %3"),
+                   {hexByte(difference.address),
+                    difference.here ? wordText(*difference.here) : say("console", "nothing"),
+                    wordText(difference.there)}) +
+            '\n';
   }
   text.pop_back();
-  prompt_.message(text, "Compare");
-  return std::to_string(differences.size()) + " of 8 words differ from " +
-         file.filename().string() + '.';
+  prompt_.message(text, say("console", "Compare"));
+  return filled(say("console", "%1 of 8 words differ from %2."),
+                {std::to_string(differences.size()), file.filename().string()});
 }
 
 std::string ParameterEditor::restoreDefaults() {
   const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
-  if (!outcome.sent) return "Nothing was sent.";
+  if (!outcome.sent) return say("console", "Nothing was sent.");
   forget();
   if (outcome.before) undo_ = wordsOf(*outcome.before);
   readAgain();
-  if (!outcome.restored) return "The controller did not say that its defaults are restored.";
-  return outcome.before ? "The defaults are restored; Undo takes the parameters back."
-                        : "The defaults are restored.";
+  if (!outcome.restored)
+    return say("console", "The controller did not say that its defaults are restored.");
+  return outcome.before
+             ? say("console", "The defaults are restored; Undo takes the parameters back.")
+             : say("console", "The defaults are restored.");
 }
 
 std::string ParameterEditor::reset() {
-  return resetController(access_, prompt_) ? "The controller is reset."
-                                           : "The controller did not acknowledge the reset.";
+  return resetController(access_, prompt_)
+             ? say("console", "The controller is reset.")
+             : say("console", "The controller did not acknowledge the reset.");
 }
 
 std::optional<ParameterWord> ParameterEditor::parameter01() const {

@@ -49,7 +49,7 @@ class ParameterEditor {
 
  private:
   void readAgain();
-  std::string outcome(const BlockWrite& write, const char* done) const;
+  std::string outcome(const BlockWrite& write, const std::string& done) const;
 
   Access access_;
   Prompt& prompt_;

@@ -3,13 +3,15 @@
 #include <charconv>
 
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/whole_file.h"
 
 namespace touch {
 
 namespace {
 
-constexpr std::string_view byteNames[] = {"high byte", "low byte"};
+constexpr std::string_view byteNames[] = {marked("console", "high byte"),
+                                          marked("console", "low byte")};
 
 std::optional<std::uint8_t> parseByte(std::string_view text, NumberBase base) {
   const bool hexadecimal = base == NumberBase::hexadecimal;
@@ -22,8 +24,9 @@ std::optional<std::uint8_t> parseByte(std::string_view text, NumberBase base) {
 }
 
 std::string place(std::size_t row, WordByte byte) {
-  return "Word " + hexByte(static_cast<std::uint8_t>(row)) + ", " +
-         std::string(byteNames[static_cast<std::size_t>(byte)]);
+  return filled(say("console", "Word %1, %2"),
+                {hexByte(static_cast<std::uint8_t>(row)),
+                 say("console", byteNames[static_cast<std::size_t>(byte)])});
 }
 
 }  // namespace
@@ -63,10 +66,12 @@ std::optional<std::string> ParameterTable::edit(std::size_t row, WordByte byte,
                                                 std::string_view text) {
   const auto value = parseByte(text, base_);
   if (!value) {
-    return place(row, byte) + ": expected " +
-           (base_ == NumberBase::hexadecimal ? "two hexadecimal digits, 00 to FF"
-                                             : "a number from 0 to 255") +
-           ", found " + (text.empty() ? "nothing" : foundText(text));
+    return filled(
+        say("console", "%1: expected %2, found %3"),
+        {place(row, byte),
+         base_ == NumberBase::hexadecimal ? say("console", "two hexadecimal digits, 00 to FF")
+                                          : say("console", "a number from 0 to 255"),
+         text.empty() ? say("console", "nothing") : foundText(text)});
   }
   new_.at(row)[static_cast<std::size_t>(byte)] = value;
   return std::nullopt;
@@ -77,8 +82,8 @@ Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
   for (std::size_t row = 0; row < rows; ++row) {
     const auto& [high, low] = new_[row];
     if (high.has_value() != low.has_value()) {
-      return place(row, high ? WordByte::low : WordByte::high) +
-             ": expected a value, found nothing";
+      return filled(say("console", "%1: expected a value, found nothing"),
+                    {place(row, high ? WordByte::low : WordByte::high)});
     }
     if (high && changed(row)) changes.push_back({static_cast<std::uint8_t>(row), *word(row)});
   }
@@ -90,8 +95,8 @@ Result<ParameterBlock, std::string> ParameterTable::block() const {
   for (std::size_t row = 0; row < rows; ++row) {
     const auto value = word(row);
     if (!value) {
-      return place(row, new_[row][0] ? WordByte::low : WordByte::high) +
-             ": expected a value, found nothing";
+      return filled(say("console", "%1: expected a value, found nothing"),
+                    {place(row, new_[row][0] ? WordByte::low : WordByte::high)});
     }
     block[row] = *value;
   }

@@ -5,6 +5,7 @@
 
 #include "core/exchange.h"
 #include "core/hex.h"
+#include "core/language.h"
 
 namespace touch {
 
@@ -29,19 +30,23 @@ std::optional<ParameterWord> wordOf(const Reply& reply) {
 }  // namespace
 
 std::string WordError::describe() const {
-  std::string text = "Word " + hexByte(address) + ": ";
+  const std::string word = hexByte(address);
   switch (problem) {
     case Problem::noAnswer:
-      return text + "the controller does not answer";
+      return filled(say("console", "Word %1: the controller does not answer"), {word});
     case Problem::badReply:
-      return text + "the controller's answer holds no parameter word";
+      return filled(say("console", "Word %1: the controller's answer holds no parameter word"),
+                    {word});
     case Problem::notAcknowledged:
-      return text + "the controller did not acknowledge " + wordText(expected) +
-             "; if its parameters are locked, Reset opens the lock";
+      return filled(say("console",
+                        "Word %1: the controller did not acknowledge %2; if its parameters are "
+                        "locked, Reset opens the lock"),
+                    {word, wordText(expected)});
     case Problem::mismatch:
-      return text + wordText(expected) + " was written, " + wordText(read) + " was read back";
+      break;
   }
-  return text;
+  return filled(say("console", "Word %1: %2 was written, %3 was read back"),
+                {word, wordText(expected), wordText(read)});
 }
 
 std::string wordText(const ParameterWord& word) {

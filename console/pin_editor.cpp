@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/language.h"
 #include "core/prompt.h"
 
 namespace touch {
@@ -30,13 +31,14 @@ std::string PinEditor::read() {
   definition_ = std::move(*read);
   // What an update replaced on another controller is no way back for this one.
   if (std::exchange(controller_, access_.session.controllerName) != controller_) old_.clear();
-  return "The pin definition is read.";
+  return say("console", "The pin definition is read.");
 }
 
 std::string PinEditor::whyNotWritable() const {
   if (controller_ == access_.session.controllerName) return {};
-  return "Nothing was written: these are not the pins of " + access_.session.controllerName +
-         ". Read them first.";
+  return filled(
+      say("console", "Nothing was written: these are not the pins of %1. Read them first."),
+      {access_.session.controllerName});
 }
 
 std::string PinEditor::update() {
@@ -69,16 +71,16 @@ std::string PinEditor::putBack() {
 std::string PinEditor::outcome(const PinsWrite& write) {
   switch (write.end) {
     case PinsEnd::done:
-      return "The pin definition is written.";
+      return say("console", "The pin definition is written.");
     case PinsEnd::declined:
-      return "Nothing was written.";
+      return say("console", "Nothing was written.");
     case PinsEnd::invalid:
     case PinsEnd::typeUnreadable:
-      return "Nothing was written: " + write.reason;
+      return filled(say("console", "Nothing was written: %1"), {write.reason});
     case PinsEnd::brokenOff:
       break;
   }
-  return "The write broke off. " + write.reason;
+  return say("console", "The write broke off.") + ' ' + write.reason;
 }
 
 }  // namespace touch

@@ -4,6 +4,7 @@
 
 #include "console/backup.h"
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/prompt.h"
 
 namespace touch {
@@ -22,8 +23,8 @@ struct PinKind {
   std::string_view name;
   int PinAssignment::*number;
 };
-constexpr std::array pinKinds = {PinKind{"channel", &PinAssignment::channel},
-                                 PinKind{"bit", &PinAssignment::bit}};
+constexpr std::array pinKinds = {PinKind{marked("console", "channel"), &PinAssignment::channel},
+                                 PinKind{marked("console", "bit"), &PinAssignment::bit}};
 
 std::uint8_t wireAddress(std::size_t wire) {
   return static_cast<std::uint8_t>(firstWireAddress + wire);
@@ -51,21 +52,22 @@ void checkNumber(const MessageTable& messages, const PinDefinition& definition, 
                  const PinKind& kind, std::vector<PinProblem>& problems) {
   const auto names = wireNames(definition.type);
   const int number = definition.wires[wire].*kind.number;
-  const std::string place = std::string(names[wire]) + ", " + std::string(kind.name) + ": ";
+  const std::string place = std::string(names[wire]) + ", " + say("console", kind.name);
   if (number >= refusedOutright) {
     problems.push_back({wire, std::nullopt, messages[Message::valueTooLarge]});
     return;
   }
   if (number < 0 || number > highestPin) {
     problems.push_back(
-        {wire, std::nullopt, place + "expected 0 to 7, found " + std::to_string(number)});
+        {wire, std::nullopt,
+         filled(say("console", "%1: expected 0 to 7, found %2"), {place, std::to_string(number)})});
     return;
   }
   for (std::size_t other = 0; other < definition.wires.size(); ++other) {
     if (other == wire || definition.wires[other].*kind.number != number) continue;
-    problems.push_back(
-        {wire, other,
-         place + std::to_string(number) + " is used by " + std::string(names[other]) + " too"});
+    problems.push_back({wire, other,
+                        filled(say("console", "%1: %2 is used by %3 too"),
+                               {place, std::to_string(number), names[other]})});
   }
 }
 
@@ -99,8 +101,8 @@ PinsWrite write(const Access& access, Prompt& prompt, const Backup& backup,
   prompt.message(messages[Message::updateError]);
   result.putBack = putBack(access, backup, result.report.oldWords());
   if (!result.putBack->complete()) {
-    prompt.message("The old pin definition is not wholly back. " + result.putBack->describe() +
-                   ".");
+    prompt.message(say("console", "The old pin definition is not wholly back.") + ' ' +
+                   result.putBack->describe() + '.');
   }
   tellOfJournal(prompt, result.report);
   return result;
@@ -117,8 +119,8 @@ std::vector<PinProblem> checkPins(const MessageTable& messages, const PinDefinit
   const std::size_t count = wireNames(definition.type).size();
   if (definition.wires.size() != count) {
     return {{0, std::nullopt,
-             "expected " + std::to_string(count) + " wires, found " +
-                 std::to_string(definition.wires.size())}};
+             filled(say("console", "expected %1 wires, found %2"),
+                    {std::to_string(count), std::to_string(definition.wires.size())})}};
   }
   std::vector<PinProblem> problems;
   for (std::size_t wire = 0; wire < count; ++wire) {

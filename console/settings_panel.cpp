@@ -1,5 +1,7 @@
 #include "console/settings_panel.h"
 
+#include "core/language.h"
+
 namespace touch {
 
 void SettingsPanel::take(const DriverSettings& reported) {
@@ -25,9 +27,11 @@ std::string SettingsPanel::confirm() {
   const SettingAnswer answer = confirmTiming(access_, prompt_, asked);
   readAgain();
   bars_ = TimingBars(reported_);
-  if (!answer.opened) return "Timing: the controller cannot be opened";
-  if (bars_.timing() == asked) return "Double click and right click timing: set";
-  return "Double click and right click timing: the driver reports other values than were asked";
+  if (!answer.opened) return say("console", "Timing: the controller cannot be opened");
+  if (bars_.timing() == asked) return say("console", "Double click and right click timing: set");
+  return say(
+      "console",
+      "Double click and right click timing: the driver reports other values than were asked");
 }
 
 std::optional<std::string> SettingsPanel::changeSensitivity(int index) {

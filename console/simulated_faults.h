@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/language.h"
 #include "core/simulation.h"
 
 namespace touch {
@@ -18,12 +19,16 @@ struct SimulatedFault {
 };
 
 inline constexpr std::array<SimulatedFault, 5> simulatedFaults = {{
-    {"offset-x", "0.1", "&Offset", "Everything lies too far right; calibration mends it."},
-    {"skew", "0.06", "S&kew", "Vertical lines lean; calibration with 3 or more points mends it."},
-    {"bow", "0.03", "Bo&w", "Lines near the edges bend inwards; no calibration mends it."},
-    {"noise", "0.004", "Nois&e", "Lines tremble; no calibration mends it."},
-    {"dead-strip", "0.06", "Dead s&trip",
-     "A strip across the panel feels nothing: the sensor is broken there."},
+    {"offset-x", "0.1", marked("console", "&Offset"),
+     marked("console", "Everything lies too far right; calibration mends it.")},
+    {"skew", "0.06", marked("console", "S&kew"),
+     marked("console", "Vertical lines lean; calibration with 3 or more points mends it.")},
+    {"bow", "0.03", marked("console", "Bo&w"),
+     marked("console", "Lines near the edges bend inwards; no calibration mends it.")},
+    {"noise", "0.004", marked("console", "Nois&e"),
+     marked("console", "Lines tremble; no calibration mends it.")},
+    {"dead-strip", "0.06", marked("console", "Dead s&trip"),
+     marked("console", "A strip across the panel feels nothing: the sensor is broken there.")},
 }};
 
 /// Switches the fault of all these controllers' panels. Off is what the panel was like when new.

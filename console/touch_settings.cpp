@@ -5,6 +5,7 @@
 
 #include "core/clock.h"
 #include "core/exchange.h"
+#include "core/language.h"
 #include "core/prompt.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
@@ -85,33 +86,41 @@ SettingAnswer setSensitivityChoice(const Access& access, Prompt&, const DriverSe
   return setSensitivity(access, true, value).value_or(SettingAnswer{});
 }
 
-constexpr std::array<SettingChoice, 2> onOff = {{{"on", "on", 1}, {"off", "off", 0}}};
+constexpr std::array<SettingChoice, 2> onOff = {
+    {{marked("console", "on"), "on", 1}, {marked("console", "off"), "off", 0}}};
 constexpr std::array<SettingChoice, 4> rotations = {
     {{"0", " 0", 0}, {"90", "90", 1}, {"180", "180", 2}, {"270", "270", 3}}};
 constexpr std::array<SettingChoice, 3> touchModes = {
-    {{"desktop", "Desk Top", 1}, {"drawing", "Drawing", 2}, {"button", "Button", 3}}};
-constexpr std::array<SettingChoice, 5> sensitivities = {{{"low", "Low sensitive", 0},
-                                                         {"normal", "Normal touch (default)", 1},
-                                                         {"more", "More sensitive", 2},
-                                                         {"very", "Very sensitive", 3},
-                                                         {"most", "Most sensitive", 4}}};
+    {{marked("console", "desktop"), marked("console", "Desk Top"), 1},
+     {marked("console", "drawing"), marked("console", "Drawing"), 2},
+     {marked("console", "button"), marked("console", "Button"), 3}}};
+constexpr std::array<SettingChoice, 5> sensitivities = {
+    {{marked("console", "low"), marked("console", "Low sensitive"), 0},
+     {marked("console", "normal"), marked("console", "Normal touch (default)"), 1},
+     {marked("console", "more"), marked("console", "More sensitive"), 2},
+     {marked("console", "very"), marked("console", "Very sensitive"), 3},
+     {marked("console", "most"), marked("console", "Most sensitive"), 4}}};
 
 constexpr std::array settings = {
-    Setting{"up-sound", "Enable Up Touch Sound", "Up touch sound", onOff, 0, 1, "",
+    Setting{"up-sound", marked("console", "Enable Up Touch Sound"),
+            marked("console", "Up touch sound"), onOff, 0, 1, "",
             getMember<&DriverSettings::upSound>, setSwitch<enableUpSound>},
-    Setting{"down-sound", "Enable Down Touch Sound", "Down touch sound", onOff, 0, 1, "",
+    Setting{"down-sound", marked("console", "Enable Down Touch Sound"),
+            marked("console", "Down touch sound"), onOff, 0, 1, "",
             getMember<&DriverSettings::downSound>, setSwitch<enableDownSound>},
-    Setting{"double-click", "Enable Double  Click", "Double click", onOff, 0, 1, "",
+    Setting{"double-click", marked("console", "Enable Double  Click"),
+            marked("console", "Double click"), onOff, 0, 1, "",
             getMember<&DriverSettings::doubleClick>, setSwitch<enableDoubleClick>},
-    Setting{"right-click", "Enable Right Mouse Button", "Right button", onOff, 0, 1, "",
+    Setting{"right-click", marked("console", "Enable Right Mouse Button"),
+            marked("console", "Right button"), onOff, 0, 1, "",
             getMember<&DriverSettings::rightClick>, setSwitch<enableRightClick>},
-    Setting{"rotation", "Rotation :", "Rotation", rotations, 0, 3, "",
-            getMember<&DriverSettings::rotation>, setChoice<setRotation>},
-    Setting{"touch-mode", "Touch mode", "Touch mode", touchModes, 1, 3, "",
-            getMember<&DriverSettings::touchMode>, setChoice<setTouchMode>},
+    Setting{"rotation", marked("console", "Rotation :"), marked("console", "Rotation"), rotations,
+            0, 3, "", getMember<&DriverSettings::rotation>, setChoice<setRotation>},
+    Setting{"touch-mode", marked("console", "Touch mode"), marked("console", "Touch mode"),
+            touchModes, 1, 3, "", getMember<&DriverSettings::touchMode>, setChoice<setTouchMode>},
     Setting{"double-click-speed",
-            "Double Click Speed",
-            "Double click speed",
+            marked("console", "Double Click Speed"),
+            marked("console", "Double click speed"),
             {},
             0,
             255,
@@ -119,8 +128,8 @@ constexpr std::array settings = {
             getMember<&DriverSettings::doubleClickSpeed>,
             setTiming<&ClickTiming::doubleClickSpeed>},
     Setting{"double-click-area",
-            "Double Click Area",
-            "Double click area",
+            marked("console", "Double Click Area"),
+            marked("console", "Double click area"),
             {},
             0,
             255,
@@ -128,17 +137,19 @@ constexpr std::array settings = {
             getMember<&DriverSettings::doubleClickArea>,
             setTiming<&ClickTiming::doubleClickArea>},
     Setting{"right-click-time",
-            "Right Click Response Time",
-            "Right click response time",
+            marked("console", "Right Click Response Time"),
+            marked("console", "Right click response time"),
             {},
             300,
             1200,
             "ms",
             getMember<&DriverSettings::rightClickTime>,
             setTiming<&ClickTiming::rightClickTime>},
-    Setting{"sensitivity", "Touch Sensitivity", "Touch sensitivity", sensitivities, 0, 4, "",
-            nullptr, setSensitivityChoice},
-    Setting{"touch-panel", "Disable Touch Panel", "Touch panel", onOff, 0, 1, "",
+    Setting{"sensitivity", marked("console", "Touch Sensitivity"),
+            marked("console", "Touch sensitivity"), sensitivities, 0, 4, "", nullptr,
+            setSensitivityChoice},
+    Setting{"touch-panel", marked("console", "Disable Touch Panel"),
+            marked("console", "Touch panel"), onOff, 0, 1, "",
             getMember<&DriverSettings::reporting>, setPanel},
 };
 
@@ -289,7 +300,7 @@ Result<int, std::string> parseSetting(const Setting& setting, std::string_view t
 
 std::string settingText(const Setting& setting, int value) {
   for (const SettingChoice& choice : setting.choices) {
-    if (choice.value == value) return std::string(choice.name);
+    if (choice.value == value) return say("console", choice.name);
   }
   std::string text = std::to_string(value);
   if (!setting.unit.empty()) text.append(" ").append(setting.unit);
@@ -298,10 +309,15 @@ std::string settingText(const Setting& setting, int value) {
 
 std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer,
                            const DriverSettings& reported) {
-  const std::string text = std::string(setting.label) + ": " + settingText(setting, asked);
-  if (!answer.opened) return text + " was asked, the controller cannot be opened";
-  if (setting.get == nullptr || setting.get(reported) == asked) return text;
-  return text + " was asked, the driver reports " + settingText(setting, setting.get(reported));
+  const std::string label = say("console", setting.label);
+  const std::string wanted = settingText(setting, asked);
+  if (!answer.opened) {
+    return filled(say("console", "%1: %2 was asked, the controller cannot be opened"),
+                  {label, wanted});
+  }
+  if (setting.get == nullptr || setting.get(reported) == asked) return label + ": " + wanted;
+  return filled(say("console", "%1: %2 was asked, the driver reports %3"),
+                {label, wanted, settingText(setting, setting.get(reported))});
 }
 
 }  // namespace touch

@@ -121,7 +121,7 @@ const Setting* findSetting(std::string_view name);
 
 /// The value that a user means by `text`; else what he may say instead.
 Result<int, std::string> parseSetting(const Setting& setting, std::string_view text);
-/// The name of a choice, or the number with its unit.
+/// The name of a choice in the user's language, or the number with its unit.
 std::string settingText(const Setting& setting, int value);
 
 /// What came of setting it to `asked`: "Right button: on"; "Right button: on was asked, the driver

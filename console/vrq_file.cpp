@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string>
 
+#include "core/language.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
 
@@ -41,15 +42,18 @@ Result<ParameterBlock, FileError> parseVrq(std::string_view text, const std::str
   ParameterBlock block;
   for (std::size_t i = 0; i < block.size() && i < lines.size(); ++i) {
     const auto word = parseWord(lines[i]);
-    if (!word) return failure(i + 1, "four hexadecimal digits", foundText(lines[i]));
+    if (!word)
+      return failure(i + 1, say("console", "four hexadecimal digits"), foundText(lines[i]));
     block[i] = *word;
   }
   if (lines.size() < block.size()) {
-    return failure(lines.size() + 1, "eight lines of four hexadecimal digits",
-                   std::to_string(lines.size()) + (lines.size() == 1 ? " line" : " lines"));
+    return failure(lines.size() + 1, say("console", "eight lines of four hexadecimal digits"),
+                   lines.size() == 1
+                       ? say("console", "1 line")
+                       : filled(say("console", "%1 lines"), {std::to_string(lines.size())}));
   }
   if (lines.size() > block.size()) {
-    return failure(block.size() + 1, "the end of the file after eight lines",
+    return failure(block.size() + 1, say("console", "the end of the file after eight lines"),
                    foundText(lines[block.size()]));
   }
   return block;

@@ -6,6 +6,7 @@
 
 #include "core/clock.h"
 #include "core/exchange.h"
+#include "core/language.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -28,11 +29,11 @@ Identity readfw(const Access& access) {
 
 std::string modelName(const std::string& unitType) {
   constexpr std::array<std::string_view, 4> variants = {"01", "03", "04", "05"};
-  if (unitType == "QMRV1000") return "first model";
+  if (unitType == "QMRV1000") return say("core", "first model");
   if (!contains(unitType, "QRMV") && !contains(unitType, "QMRV")) return {};
   const std::string selector = unitType.substr(std::max<std::size_t>(unitType.size(), 2) - 2);
   const bool known = std::find(variants.begin(), variants.end(), selector) != variants.end();
-  return known ? "model variant " + selector : std::string();
+  return known ? filled(say("core", "model variant %1"), {selector}) : std::string();
 }
 
 bool wantsClosingParameter(const std::string& firmware) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/language.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -101,13 +102,16 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
   while (lines.size() < fileTexts) {
     std::string line;
     const LineRead read = readLine(file, line);
-    if (file.bad()) return failure(lines.size() + 1, "a line of text", "a read error");
+    if (file.bad())
+      return failure(lines.size() + 1, say("core", "a line of text"), say("core", "a read error"));
     if (read == LineRead::end) {
-      return failure(0, "100 lines, one for each message", std::to_string(lines.size()) + " lines");
+      return failure(0, say("core", "100 lines, one for each message"),
+                     filled(say("core", "%1 lines"), {std::to_string(lines.size())}));
     }
     if (read == LineRead::tooLong) {
-      return failure(lines.size() + 1, "at most " + std::to_string(longestLine) + " characters",
-                     "more");
+      return failure(lines.size() + 1,
+                     filled(say("core", "at most %1 characters"), {std::to_string(longestLine)}),
+                     say("core", "more"));
     }
     if (lines.empty()) line = std::string(withoutByteOrderMark(line));
     whole += line;
@@ -131,7 +135,8 @@ Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder
   std::ifstream file;
   if (std::filesystem::is_regular_file(path, ignored)) file.open(path, std::ios::binary);
   if (!file.is_open()) {
-    return FileError{path.string(), 0, "a file that can be read", "none that can be opened"};
+    return FileError{path.string(), 0, say("core", "a file that can be read"),
+                     say("core", "none that can be opened")};
   }
   return parseMessages(file, path.string());
 }

@@ -42,8 +42,8 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   NEXAPI_OPERATIONS(TOUCH_BIND)
 #undef TOUCH_BIND
   if (!missing.empty()) {
-    return BindError{shownName, "it lacks the operation " + joined(missing), library->path(),
-                     missing};
+    return BindError{shownName, filled(say("core", "it lacks the operation %1"), {joined(missing)}),
+                     library->path(), missing};
   }
   return std::unique_ptr<NexapiDriver>(new NexapiDriver(std::move(*library), functions));
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/driver.h"
+#include "core/language.h"
 #include "core/result.h"
 
 namespace touch {
@@ -52,7 +53,7 @@ struct BindError {
   std::filesystem::path foundAt{};     ///< where it was loaded from; empty when it could not be
   std::vector<std::string> missing{};  ///< the operations that it lacks
   std::string describe() const {
-    return "The touch driver library " + library + " cannot be used: " + reason;
+    return filled(say("core", "The touch driver library %1 cannot be used: %2"), {library, reason});
   }
 };
 

@@ -5,6 +5,8 @@
 #include <utility>
 #include <variant>
 
+#include "core/language.h"
+
 namespace touch {
 
 /// A value, or the reason why there is none. The members are those of std::expected, which C++20 lacks.
@@ -37,11 +39,11 @@ struct FileError {
 
   /// One sentence for the user: "errmsg.txt, line 3: expected ..., found ...".
   std::string describe() const {
-    std::string text = file;
-    if (line > 0) text += ", line " + std::to_string(line);
-    text += ": expected " + expected;
-    if (!found.empty()) text += ", found " + found;
-    return text;
+    const std::string place =
+        line > 0 ? filled(say("core", "%1, line %2"), {file, std::to_string(line)}) : file;
+    return found.empty()
+               ? filled(say("core", "%1: expected %2"), {place, expected})
+               : filled(say("core", "%1: expected %2, found %3"), {place, expected, found});
   }
 };
 

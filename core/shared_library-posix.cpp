@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "core/language.h"
 #include "core/nexapi.h"
 
 namespace touch {
@@ -13,7 +14,7 @@ namespace {
 
 std::string loaderError() {
   const char* const words = dlerror();
-  return words ? words : "the loader gave no reason";
+  return words ? words : say("core", "the loader gave no reason");
 }
 
 std::filesystem::path loadedFrom(void* library) {
@@ -74,8 +75,9 @@ Result<SharedLibrary, std::string> SharedLibrary::loadNamed(const std::string& n
   }
   if (searchPathReachesCurrentFolder()) {
     return std::string(
-        "LD_LIBRARY_PATH has an empty or relative element, which would load it from the current "
-        "folder; remove that element, or name the library with --driver");
+        say("core",
+            "LD_LIBRARY_PATH has an empty or relative element, which would load it from the "
+            "current folder; remove that element, or name the library with --driver"));
   }
   void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) return loaderError();

@@ -9,6 +9,7 @@
 #include <tuple>
 
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -112,7 +113,8 @@ std::optional<std::string> Trace::start(const std::filesystem::path& file) {
   file_.open(file, std::ios::binary | std::ios::trunc);
   path_ = file;
   if (file_.is_open()) return std::nullopt;
-  return "The trace file " + file.string() + " cannot be written: " + std::strerror(errno);
+  return filled(say("core", "The trace file %1 cannot be written: %2"),
+                {file.string(), std::strerror(errno)});
 }
 
 void Trace::stop() {

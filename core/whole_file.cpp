@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "core/hex.h"
+#include "core/language.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -50,7 +51,7 @@ bool reachDisk(std::FILE* file) {
 #endif
 
 FileError writeError(const fs::path& path, const std::error_code& why) {
-  return {path.string(), 0, "a place that can be written", why.message()};
+  return {path.string(), 0, say("core", "a place that can be written"), why.message()};
 }
 
 std::error_code lastError() {
@@ -99,7 +100,8 @@ std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view c
     return writeError(path, std::make_error_code(std::errc::is_a_directory));
   }
   if (fs::exists(there) && !fs::is_regular_file(there)) {
-    return FileError{path.string(), 0, "a file", "a device or a pipe, which is not to be replaced"};
+    return FileError{path.string(), 0, say("core", "a file"),
+                     say("core", "a device or a pipe, which is not to be replaced")};
   }
   auto [file, beside] = newFileBeside(target);
   if (!file) return writeError(path, lastError());
@@ -141,10 +143,13 @@ Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t l
   };
   std::error_code why;
   const auto status = fs::status(path, why);
-  if (!fs::exists(status)) return failure("a file", "none");
-  if (!fs::is_regular_file(status)) return failure("a file", "something else of this name");
+  if (!fs::exists(status)) return failure(say("core", "a file"), say("core", "none"));
+  if (!fs::is_regular_file(status))
+    return failure(say("core", "a file"), say("core", "something else of this name"));
   std::ifstream file(path, std::ios::binary);
-  if (!file) return failure("a file that can be read", "none that this user may open");
+  if (!file)
+    return failure(say("core", "a file that can be read"),
+                   say("core", "none that this user may open"));
 
   // In pieces, so that memory follows what is there and not what might be.
   std::string content;
@@ -154,8 +159,11 @@ Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t l
     file.read(content.data() + before, static_cast<std::streamsize>(content.size() - before));
     content.resize(before + static_cast<std::size_t>(file.gcount()));
   }
-  if (file.bad()) return failure("a file that can be read", "a read error");
-  if (content.size() > limit) return failure("at most " + std::to_string(limit) + " bytes", "more");
+  if (file.bad())
+    return failure(say("core", "a file that can be read"), say("core", "a read error"));
+  if (content.size() > limit)
+    return failure(filled(say("core", "at most %1 bytes"), {std::to_string(limit)}),
+                   say("core", "more"));
   return content;
 }
 
@@ -172,7 +180,7 @@ std::vector<std::string_view> linesOf(std::string_view text) {
 }
 
 std::string foundText(std::string_view found) {
-  if (found.empty()) return "an empty line";
+  if (found.empty()) return say("core", "an empty line");
   std::string text = "\"";
   for (const char character : found.substr(0, longestQuote)) {
     const bool printable = character >= 0x20 && character < 0x7F;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/language.h"
 #include "linetest/drawing_file.h"
 
 namespace touch {
@@ -26,10 +27,6 @@ constexpr std::string_view saveFilter = "Text (*.fdw) |*.fdw";
 constexpr std::string_view openFilter = "(*.fdw)|*.fdw";
 constexpr std::size_t shortestSaveName = 2;
 constexpr std::size_t shortestOpenName = 4;
-
-std::string strokesText(std::size_t count) {
-  return std::to_string(count) + (count == 1 ? " stroke" : " strokes");
-}
 
 /// `start`, moved so that a panel of this length lies on the screen; at its beginning when it is longer than that.
 float onScreen(float start, float length, float screen) {
@@ -68,13 +65,17 @@ void Canvas::offerLeftStrokes() {
   if (!left.damaged.empty()) {
     std::string text = left.damaged.front().describe();
     if (const auto more = left.damaged.size() - 1; more > 0) {
-      text += "\n" + std::to_string(more) + " more cannot be read.";
+      text += '\n' + filled(say("linetest", "%1 more cannot be read."), {std::to_string(more)});
     }
     parts_.prompt.message(text);
   }
   if (left.strokes.empty()) return;
+  const auto count = left.strokes.size();
   const std::string question =
-      "Drawing left by an earlier run: " + strokesText(left.strokes.size()) + ". Restore it?";
+      count == 1
+          ? say("linetest", "Drawing left by an earlier run: 1 stroke. Restore it?")
+          : filled(say("linetest", "Drawing left by an earlier run: %1 strokes. Restore it?"),
+                   {std::to_string(count)});
   if (!parts_.prompt.confirm(question)) {
     tell(parts_.files.clear());
     return;
@@ -366,10 +367,13 @@ void Canvas::escape() {
 // What is left behind in order is not offered again: the working files are for what nobody meant to leave.
 void Canvas::leave() {
   if (unsaved_ && strokeCounter_ > 0) {
-    const auto count = static_cast<std::size_t>(strokeCounter_);
-    if (!parts_.prompt.confirm("This drawing of " + strokesText(count) +
-                               " is not saved. Leave without saving?"))
-      return;
+    const std::string question =
+        strokeCounter_ == 1
+            ? say("linetest", "This drawing of 1 stroke is not saved. Leave without saving?")
+            : filled(say("linetest",
+                         "This drawing of %1 strokes is not saved. Leave without saving?"),
+                     {std::to_string(strokeCounter_)});
+    if (!parts_.prompt.confirm(question)) return;
   }
   tell(parts_.files.clear());
   bannerTimer_->stop();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/language.h"
 #include "core/whole_file.h"
 #include "linetest/number_layout.h"
 
@@ -34,16 +35,16 @@ void appendStroke(std::string& text, int number, const Stroke& stroke) {
 
 Stroke readStroke(NumberReader& reader) {
   const std::string_view label = reader.label();
-  if (!isLabel(label)) reader.refuse("\"Line #\" and a stroke's number", label);
+  if (!isLabel(label)) reader.refuse(say("linetest", "\"Line #\" and a stroke's number"), label);
   Stroke stroke;
-  stroke.colour = reader.integer(0, 15, "a palette index from 0 to 15");
-  stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
-  const int count =
-      reader.integer(1, static_cast<int>(Stroke::mostSamples), "a count of samples from 1 to 3001");
+  stroke.colour = reader.integer(0, 15, marked("linetest", "a palette index from 0 to 15"));
+  stroke.width = reader.integer(1, 2, marked("linetest", "a draw width of 1 or 2"));
+  const int count = reader.integer(1, static_cast<int>(Stroke::mostSamples),
+                                   marked("linetest", "a count of samples from 1 to 3001"));
   stroke.samples.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count && !reader.failed(); ++i) {
-    const float x = reader.number("the x of a sample");
-    const float y = reader.number("the y of a sample");
+    const float x = reader.number(marked("linetest", "the x of a sample"));
+    const float y = reader.number(marked("linetest", "the y of a sample"));
     stroke.samples.push_back({x, y});
   }
   return stroke;

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/language.h"
 #include "core/whole_file.h"
 #include "linetest/drawing_file.h"
 #include "linetest/number_layout.h"
@@ -134,24 +135,28 @@ Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine&
   ReadResult read;
   read.result.label = labelOf(line);
   if (const auto label = reader.label(); label != read.result.label) {
-    reader.refuse("the line's name \"" + read.result.label + '"', label);
+    reader.refuse(filled(say("linetest", "the line's name \"%1\""), {read.result.label}), label);
   }
-  read.panel.screen.width = positive(reader, "the screen's width in twips");
-  read.panel.screen.height = positive(reader, "the screen's height in twips");
-  read.panel.widthMm = static_cast<double>(positive(reader, "the panel's width in mm"));
-  read.panel.heightMm = static_cast<double>(positive(reader, "the panel's height in mm"));
-  read.result.guide = {line.orientation, reader.number("the guide's position")};
-  const int count =
-      reader.integer(1, static_cast<int>(Stroke::mostSamples), "a count of samples from 1 to 3001");
+  read.panel.screen.width = positive(reader, marked("linetest", "the screen's width in twips"));
+  read.panel.screen.height = positive(reader, marked("linetest", "the screen's height in twips"));
+  read.panel.widthMm =
+      static_cast<double>(positive(reader, marked("linetest", "the panel's width in mm")));
+  read.panel.heightMm =
+      static_cast<double>(positive(reader, marked("linetest", "the panel's height in mm")));
+  read.result.guide = {line.orientation, reader.number(marked("linetest", "the guide's position"))};
+  const int count = reader.integer(1, static_cast<int>(Stroke::mostSamples),
+                                   marked("linetest", "a count of samples from 1 to 3001"));
   for (int i = 0; i < count && !reader.failed(); ++i) {
-    const float x = reader.number("the x of a sample");
-    const float y = reader.number("the y of a sample");
-    reader.number("the deviation of a sample");
+    const float x = reader.number(marked("linetest", "the x of a sample"));
+    const float y = reader.number(marked("linetest", "the y of a sample"));
+    reader.number(marked("linetest", "the deviation of a sample"));
     read.result.samples.push_back({x, y});
   }
-  for (const auto* figure : {"the average", "the maximum", "the minimum", "the RMS"})
+  for (const auto* figure : {marked("linetest", "the average"), marked("linetest", "the maximum"),
+                             marked("linetest", "the minimum"), marked("linetest", "the RMS")})
     reader.number(figure);
-  if (!reader.failed() && !reader.atEnd()) reader.refuse("the end of the file", reader.label());
+  if (!reader.failed() && !reader.atEnd())
+    reader.refuse(say("linetest", "the end of the file"), reader.label());
   if (reader.failed()) return reader.error();
   read.result.figures = measureLine(read.result.guide, read.result.samples, read.panel);
   return read;

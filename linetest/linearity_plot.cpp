@@ -5,6 +5,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "core/language.h"
 #include "linetest/number_layout.h"
 #include "linetest/svg_surface.h"
 
@@ -16,7 +17,7 @@ constexpr Colour ink = palette[0];
 constexpr Colour faint = palette[7];
 constexpr Colour limitColour = palette[8];
 constexpr Colour good = palette[2];
-constexpr Colour bad = palette[12];
+constexpr Colour bad = {200, 0, 0};
 
 constexpr float margin = 500;
 constexpr float titleHeight = 320;
@@ -98,11 +99,12 @@ void drawChart(ChartSurface& surface, const Box& box, const LineResult& result,
                  at(deviations[i].along, deviations[i].millimetres), colour, 1);
 
   const float middle = box.corner.x + box.size.width / 2;
-  surface.text({middle, box.corner.y - 60}, result.label + (passed ? "  pass" : "  FAIL"), colour,
-               letterHeight, TextAnchor::middle);
+  surface.text({middle, box.corner.y - 60},
+               result.label + "  " + (passed ? say("linetest", "pass") : say("linetest", "FAIL")),
+               colour, letterHeight, TextAnchor::middle);
   const std::array<std::string, 2> captions = {
-      "max " + millimetres(result.figures.all.absoluteMaximum),
-      "straight " + millimetres(result.figures.straightness)};
+      filled(say("linetest", "max %1"), {millimetres(result.figures.all.absoluteMaximum)}),
+      filled(say("linetest", "straight %1"), {millimetres(result.figures.straightness)})};
   float y = box.corner.y + box.size.height;
   for (const std::string& caption : captions)
     surface.text({middle, y += lineSpacing}, caption, ink, letterHeight, TextAnchor::middle);
@@ -198,12 +200,12 @@ struct FigureColumn {
 };
 
 constexpr FigureColumn figureColumns[] = {
-    {"avg", [](const LineFigures& f) { return f.all.average; }},
-    {"max", [](const LineFigures& f) { return f.all.maximum; }},
-    {"min", [](const LineFigures& f) { return f.all.minimum; }},
-    {"rms", [](const LineFigures& f) { return f.all.rms; }},
-    {"offset", [](const LineFigures& f) { return f.offset; }},
-    {"straight", [](const LineFigures& f) { return f.straightness; }},
+    {marked("linetest", "avg"), [](const LineFigures& f) { return f.all.average; }},
+    {marked("linetest", "max"), [](const LineFigures& f) { return f.all.maximum; }},
+    {marked("linetest", "min"), [](const LineFigures& f) { return f.all.minimum; }},
+    {marked("linetest", "rms"), [](const LineFigures& f) { return f.all.rms; }},
+    {marked("linetest", "offset"), [](const LineFigures& f) { return f.offset; }},
+    {marked("linetest", "straight"), [](const LineFigures& f) { return f.straightness; }},
 };
 
 /// The figures of each line in mm, from `corner` on; `width` is that of the whole table.
@@ -214,7 +216,8 @@ void drawFigures(ChartSurface& surface, TwipsPoint corner, float width,
   surface.text({corner.x, y}, "mm", ink, letterHeight, TextAnchor::start);
   float x = corner.x + columnWidth / 2;
   for (const FigureColumn& column : figureColumns)
-    surface.text({x += columnWidth, y}, column.heading, ink, letterHeight, TextAnchor::end);
+    surface.text({x += columnWidth, y}, say("linetest", column.heading), ink, letterHeight,
+                 TextAnchor::end);
   for (const LineResult& result : results) {
     y += lineSpacing;
     surface.text({corner.x, y}, result.label, ink, letterHeight, TextAnchor::start);
@@ -238,14 +241,17 @@ void drawLinearityPage(ChartSurface& surface, TwipsSize page, std::span<const Li
   const auto failed = std::count_if(results.begin(), results.end(), [&](const LineResult& result) {
     return !judge(result.figures, limits, panel, result.guide.orientation).passed();
   });
-  const std::string verdict = failed == 0 ? "PASS" : "FAIL: " + std::to_string(failed);
-  surface.text({margin, margin + titleHeight},
-               "Linearity   " + verdict + " of " + std::to_string(results.size()) + " lines",
-               failed == 0 ? good : bad, titleHeight, TextAnchor::start);
+  const std::string lines = std::to_string(results.size());
+  const std::string verdict = failed == 0
+                                  ? filled(say("linetest", "Linearity   PASS of %1 lines"), {lines})
+                                  : filled(say("linetest", "Linearity   FAIL: %1 of %2 lines"),
+                                           {std::to_string(failed), lines});
+  surface.text({margin, margin + titleHeight}, verdict, failed == 0 ? good : bad, titleHeight,
+               TextAnchor::start);
   surface.text({page.width - margin, margin + titleHeight},
-               "limit " + limitText(limits.centre, limits.unit) + ", within " +
-                   fixedText(edgeZoneMm, 1) + " mm of the edge " +
-                   limitText(limits.edge, limits.unit),
+               filled(say("linetest", "limit %1, within %2 mm of the edge %3"),
+                      {limitText(limits.centre, limits.unit), fixedText(edgeZoneMm, 1),
+                       limitText(limits.edge, limits.unit)}),
                ink, letterHeight, TextAnchor::end);
 
   const float chartWidth = (page.width - 2 * margin - (chartsPerRow - 1) * chartGap) / chartsPerRow;
@@ -270,8 +276,9 @@ void drawLinearityPage(ChartSurface& surface, TwipsSize page, std::span<const Li
   const float right = map.box().corner.x + map.box().size.width + margin;
   drawFigures(surface, {right, top}, page.width - margin - right, charted);
   surface.text({margin, page.height - margin / 2},
-               "deviations drawn " + fixedText(map.enlargement(), 0) + " times as large", ink,
-               letterHeight, TextAnchor::start);
+               filled(say("linetest", "deviations drawn %1 times as large"),
+                      {fixedText(map.enlargement(), 0)}),
+               ink, letterHeight, TextAnchor::start);
 }
 
 std::string linearitySvg(std::span<const LineResult> results, const MeasuredPanel& panel,

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "core/language.h"
 #include "core/whole_file.h"
 
 namespace touch {
@@ -150,7 +151,7 @@ float NumberReader::number(std::string_view what) {
   if (const auto plain = plainNumber()) return *plain;
   const std::string_view text = token();
   const auto value = parse<float>(text);
-  if (!value) refuse(what, text);
+  if (!value) refuse(say("linetest", what), text);
   return value.value_or(0);
 }
 
@@ -159,7 +160,7 @@ int NumberReader::integer(int least, int most, std::string_view what) {
   const std::string_view text = token();
   const auto value = parse<int>(text);
   if (value && *value >= least && *value <= most) return *value;
-  refuse(what, text);
+  refuse(say("linetest", what), text);
   return 0;
 }
 
@@ -176,7 +177,7 @@ void NumberReader::refuse(std::string_view expected, std::string_view found) {
   if (failed()) return;
   const bool ended = found.empty() && rest_.empty();
   error_ = FileError{file_, line_, std::string(expected),
-                     ended ? "the end of the file" : foundText(found)};
+                     ended ? say("linetest", "the end of the file") : foundText(found)};
 }
 
 }  // namespace touch

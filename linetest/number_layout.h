@@ -43,7 +43,7 @@ class NumberReader {
 
   /// Nothing but separators is left.
   bool atEnd();
-  /// `what` says in the error what was expected, e.g. "the x of a sample".
+  /// `what` says in the error what was expected, e.g. marked("linetest", "the x of a sample").
   float number(std::string_view what);
   /// A whole number from `least` to `most`.
   int integer(int least, int most, std::string_view what);

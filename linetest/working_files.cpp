@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "core/language.h"
 #include "core/whole_file.h"
 #include "linetest/number_layout.h"
 
@@ -80,18 +81,19 @@ std::string workingText(const Stroke& stroke) {
 Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string name) {
   NumberReader reader(text, std::move(name));
   Stroke stroke;
-  stroke.colour = reader.integer(0, 15, "a palette index from 0 to 15");
-  stroke.width = reader.integer(1, 2, "a draw width of 1 or 2");
+  stroke.colour = reader.integer(0, 15, marked("linetest", "a palette index from 0 to 15"));
+  stroke.width = reader.integer(1, 2, marked("linetest", "a draw width of 1 or 2"));
   while (!reader.atEnd()) {
     if (stroke.samples.size() == Stroke::mostSamples) {
-      reader.refuse("the end of the file after 3001 samples", "more");
+      reader.refuse(say("linetest", "the end of the file after 3001 samples"),
+                    say("linetest", "more"));
       break;
     }
-    const float x = reader.number("the x of a sample");
-    const float y = reader.number("the y of a sample");
+    const float x = reader.number(marked("linetest", "the x of a sample"));
+    const float y = reader.number(marked("linetest", "the y of a sample"));
     stroke.samples.push_back({x, y});
   }
-  if (stroke.samples.empty()) reader.refuse("the x of a sample", "");
+  if (stroke.samples.empty()) reader.refuse(say("linetest", "the x of a sample"), "");
   if (reader.failed()) return reader.error();
   return stroke;
 }
@@ -138,7 +140,9 @@ std::optional<FileError> WorkingFiles::clear() const {
   for (const fs::path& file : filesIn(folder_, isWorkingFile)) {
     std::error_code failed;
     fs::remove(file, failed);
-    if (failed) return FileError{file.string(), 0, "a file that can be deleted", failed.message()};
+    if (failed)
+      return FileError{file.string(), 0, say("linetest", "a file that can be deleted"),
+                       failed.message()};
   }
   return std::nullopt;
 }

@@ -6,6 +6,7 @@
 #include <asio/write.hpp>
 #include <utility>
 
+#include "core/language.h"
 #include "serial/serial_device.h"
 
 namespace touch {
@@ -173,20 +174,23 @@ std::vector<std::uint8_t> AsioSerialPort::readAll() {
 
 void AsioSerialPort::loseOn(const std::error_code& error) {
   if (!error) return;
-  lost_ = ports_.describe(number_) + " is gone: it was unplugged or switched off (" +
-          error.message() + "). Connect it and open it again.";
+  lost_ = filled(say("serial",
+                     "%1 is gone: it was unplugged or switched off (%2). Connect it and open it "
+                     "again."),
+                 {ports_.describe(number_), error.message()});
   close();
 }
 
 std::string AsioSerialPort::cannotOpen(const std::error_code& error) const {
-  return ports_.describe(number_) + " cannot be opened: " +
-         serial_device::explainRefusal(error, ports_.device(number_), number_);
+  return filled(say("serial", "%1 cannot be opened: %2"),
+                {ports_.describe(number_),
+                 serial_device::explainRefusal(error, ports_.device(number_), number_)});
 }
 
 std::string AsioSerialPort::refusesSettings(const LineSettings& settings,
                                             const std::error_code& error) const {
-  return ports_.describe(number_) + " cannot be set to " + describe(settings) + ": " +
-         error.message() + '.';
+  return filled(say("serial", "%1 cannot be set to %2: %3."),
+                {ports_.describe(number_), describe(settings), error.message()});
 }
 
 }  // namespace touch

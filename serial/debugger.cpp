@@ -3,6 +3,7 @@
 #include <chrono>
 #include <utility>
 
+#include "core/language.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -41,15 +42,16 @@ void Debugger::tell(std::string text) {
 void Debugger::takePort() {
   if (isBusy()) return;
   const auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
-  tell(refused ? *refused : "The driver has let go of its port. " + portText());
+  tell(refused ? *refused
+               : say("serial", "The driver has let go of its port.") + ' ' + portText());
 }
 
 void Debugger::searchPort() {
   if (isBusy()) return;
-  tell("Searching COM1 and COM2 for a controller …");
+  tell(say("serial", "Searching COM1 and COM2 for a controller …"));
   const auto found = port_.comporttest();
-  tell(found ? "A controller answers on COM" + std::to_string(*found) + '.'
-             : std::string("No controller answers on COM1 or COM2."));
+  tell(found ? filled(say("serial", "A controller answers on COM%1."), {std::to_string(*found)})
+             : say("serial", "No controller answers on COM1 or COM2."));
 }
 
 void Debugger::leave() {
@@ -61,8 +63,8 @@ void Debugger::leave() {
 
 std::string Debugger::portText() const {
   const std::string name = "COM" + std::to_string(port_.selected());
-  return portIsOpen() ? name + " is open, " + std::string(normalLineSettings) + '.'
-                      : name + " is closed.";
+  return portIsOpen() ? filled(say("serial", "%1 is open, %2."), {name, normalLineSettings})
+                      : filled(say("serial", "%1 is closed."), {name});
 }
 
 std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
@@ -73,15 +75,16 @@ std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
 
 void Debugger::startRecording(const std::filesystem::path& file) {
   const auto failed = recorder_.start(file, access_.clock.now());
-  tell(failed ? failed->describe() : "Recording to " + toUtf8(file.string()));
+  tell(failed ? failed->describe()
+              : filled(say("serial", "Recording to %1"), {toUtf8(file.string())}));
 }
 
 void Debugger::stopRecording() {
   const bool wasOn = isRecording();
   if (const auto failed = recorder_.stop()) {
-    tell("The recording broke off. " + failed->describe());
+    tell(say("serial", "The recording broke off.") + ' ' + failed->describe());
   } else if (wasOn) {
-    tell("The recording has ended.");
+    tell(say("serial", "The recording has ended."));
   }
 }
 
@@ -98,7 +101,7 @@ void Debugger::startReplay(const std::filesystem::path& file) {
   if (measuring) replay_->mode.measureRate(true);
   replay_->port.open();
   replay_->mode.receive();
-  tell("Replaying " + toUtf8(file.string()));
+  tell(filled(say("serial", "Replaying %1"), {toUtf8(file.string())}));
 }
 
 void Debugger::stopReplay() {
@@ -107,7 +110,7 @@ void Debugger::stopReplay() {
   replay_.reset();
   if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
   mode_.resume();
-  tell("The replay has ended.");
+  tell(say("serial", "The replay has ended."));
 }
 
 ReceivingPort Debugger::beginDrawing() {

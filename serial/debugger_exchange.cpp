@@ -6,6 +6,7 @@
 #include "core/clock.h"
 #include "core/frame.h"
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/prompt.h"
 #include "core/text_encoding.h"
 #include "serial/command_sets.h"
@@ -121,7 +122,7 @@ std::vector<std::uint8_t> DebuggerExchange::framed(std::string_view command,
 
 bool DebuggerExchange::portIsOpen() {
   if (port_.serial().isOpen()) return true;
-  if (!port_.tellLoss()) prompt_.message("The serial port is closed.");
+  if (!port_.tellLoss()) prompt_.message(say("serial", "The serial port is closed."));
   return false;
 }
 

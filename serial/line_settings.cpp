@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/language.h"
 #include "serial/decimal.h"
 
 namespace touch {
@@ -32,21 +33,22 @@ std::optional<Parity> parseParity(std::string_view text) {
 
 Result<LineSettings, std::string> parseLineSettings(std::string_view text) {
   const auto refuse = [text](std::string_view expected, std::string_view found) {
-    return "The line settings \"" + std::string(text) + "\" are wrong: expected " +
-           std::string(expected) + ", found \"" + std::string(found) + "\"";
+    return filled(say("serial", "The line settings \"%1\" are wrong: expected %2, found \"%3\""),
+                  {text, expected, found});
   };
   const auto fields = fieldsOf(text);
   if (fields.size() != 4) {
-    return refuse("baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1", text);
+    return refuse(say("serial", "baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1"),
+                  text);
   }
   const auto baud = parseDecimal(fields[0], 1, greatestBaud);
-  if (!baud) return refuse("a baud rate of 1 to 4000000", fields[0]);
+  if (!baud) return refuse(say("serial", "a baud rate of 1 to 4000000"), fields[0]);
   const auto parity = parseParity(fields[1]);
-  if (!parity) return refuse("n, e or o as the parity", fields[1]);
+  if (!parity) return refuse(say("serial", "n, e or o as the parity"), fields[1]);
   const auto dataBits = parseDecimal(fields[2], 5, 8);
-  if (!dataBits) return refuse("5 to 8 data bits", fields[2]);
+  if (!dataBits) return refuse(say("serial", "5 to 8 data bits"), fields[2]);
   const auto stopBits = parseDecimal(fields[3], 1, 2);
-  if (!stopBits) return refuse("1 or 2 stop bits", fields[3]);
+  if (!stopBits) return refuse(say("serial", "1 or 2 stop bits"), fields[3]);
   return LineSettings{*baud, *parity, *dataBits, *stopBits};
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/language.h"
 #include "core/messages.h"
 #include "core/prompt.h"
 #include "linetest/canvas_tables.h"
@@ -21,7 +22,7 @@ struct RawDrawingHelp {
 /// Those of the canvas's keys that mean something here.
 std::vector<RawDrawingHelp> rawDrawingHelp(const MessageTable& messages);
 
-inline constexpr std::string_view rawDrawingNotice = "F1 for Hot Key Help";
+inline constexpr std::string_view rawDrawingNotice = marked("serial", "F1 for Hot Key Help");
 
 /// The raw drawing's hot keys: pen, grid, help, clear and leave, as the canvas has them.
 class RawDrawingTools {

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "core/language.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
 #include "serial/console_log.h"
@@ -64,7 +65,8 @@ Result<std::vector<std::uint8_t>, Flaw> parseBytes(std::string_view text) {
     const auto field = takeField(text);
     const auto byte = field.size() == 2 ? h2d(field) : std::nullopt;
     if (!byte)
-      return Flaw{"bytes of two hexadecimal digits with a blank between", foundText(field)};
+      return Flaw{say("serial", "bytes of two hexadecimal digits with a blank between"),
+                  foundText(field)};
     bytes.push_back(static_cast<std::uint8_t>(*byte));
   } while (!text.empty());
   return bytes;
@@ -74,11 +76,14 @@ Result<Transfer, Flaw> parseTransfer(std::string_view line, std::chrono::microse
   const auto timeField = takeField(line);
   const auto time = parseTime(timeField);
   if (!time)
-    return Flaw{"a time in seconds with six decimals, such as 0.104250", foundText(timeField)};
-  if (*time < earliest) return Flaw{"a time not before the one above", foundText(timeField)};
+    return Flaw{say("serial", "a time in seconds with six decimals, such as 0.104250"),
+                foundText(timeField)};
+  if (*time < earliest)
+    return Flaw{say("serial", "a time not before the one above"), foundText(timeField)};
   const auto direction = takeField(line);
   if (direction != ">" && direction != "<") {
-    return Flaw{"> for bytes to the controller or < for bytes from it", foundText(direction)};
+    return Flaw{say("serial", "> for bytes to the controller or < for bytes from it"),
+                foundText(direction)};
   }
   auto bytes = parseBytes(line);
   if (!bytes) return bytes.error();
@@ -120,7 +125,8 @@ Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
     transfers.push_back(std::move(*transfer));
   }
   if (!headed) {
-    return FileError{name, 1, '"' + std::string(heading) + '"', "the end of the file"};
+    return FileError{name, 1, '"' + std::string(heading) + '"',
+                     say("serial", "the end of the file")};
   }
   return transfers;
 }
@@ -136,7 +142,8 @@ std::optional<FileError> Recorder::start(const std::filesystem::path& file, Cloc
   path_ = file;
   start_ = now;
   file_.open(file, std::ios::binary | std::ios::trunc);
-  if (!file_.is_open()) return FileError{file.string(), 0, "a file that can be written", ""};
+  if (!file_.is_open())
+    return FileError{file.string(), 0, say("serial", "a file that can be written"), ""};
   file_ << heading << '\n' << std::flush;
   return std::nullopt;
 }
@@ -146,7 +153,8 @@ void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const st
   const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
   file_ << recordingLine({time, direction, {bytes.begin(), bytes.end()}}) << '\n' << std::flush;
   if (file_) return;
-  problem_ = FileError{path_.string(), 0, "room for the recording", "a full or missing disk"};
+  problem_ = FileError{path_.string(), 0, say("serial", "room for the recording"),
+                       say("serial", "a full or missing disk")};
   file_.close();
 }
 

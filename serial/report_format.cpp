@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "core/hex.h"
+#include "core/language.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
 
@@ -63,14 +64,16 @@ Result<std::vector<std::uint8_t>, Flaw> parseStatusBytes(std::string_view field)
   for (const std::string_view part : split(field, ",", true)) {
     const auto byte = part.size() == 2 ? parseNumber<std::uint8_t>(part, 16) : std::nullopt;
     if (!byte)
-      return Flaw{"status bytes of two hexadecimal digits, such as D8,D9", foundText(field)};
+      return Flaw{say("serial", "status bytes of two hexadecimal digits, such as D8,D9"),
+                  foundText(field)};
     bytes.push_back(*byte);
   }
   return bytes;
 }
 
 Result<CoordinateLayout, Flaw> parseLayout(std::string_view field, std::size_t packetLength) {
-  const Flaw flaw{"a layout such as low7@1,3 with low7, high7 or le16", foundText(field)};
+  const Flaw flaw{say("serial", "a layout such as low7@1,3 with low7, high7 or le16"),
+                  foundText(field)};
   const auto halves = split(field, "@", true);
   if (halves.size() != 2) return flaw;
   const auto known = std::find_if(encodingNames.begin(), encodingNames.end(),
@@ -85,7 +88,8 @@ Result<CoordinateLayout, Flaw> parseLayout(std::string_view field, std::size_t p
   const std::size_t apart = *x > *y ? *x - *y : *y - *x;
   if (*x < 1 || *y < 1 || *x > last || *y > last || apart < coordinateSize) {
     return Flaw{
-        "two different places from 1 to " + std::to_string(last) + " for coordinates of two bytes",
+        filled(say("serial", "two different places from 1 to %1 for coordinates of two bytes"),
+               {std::to_string(last)}),
         foundText(field)};
   }
   return CoordinateLayout{known->encoding, *x, *y};
@@ -102,18 +106,20 @@ std::optional<Flaw> checkStatusBytes(const ReportFormat& format,
   for (const auto* bytes : {&format.touching, &format.released}) {
     for (const std::uint8_t byte : *bytes) {
       if (marked && byte < lowestMarkedStatus) {
-        return Flaw{"status bytes from 80 to FF with coordinates of 7 bits", hexByte(byte)};
+        return Flaw{say("serial", "status bytes from 80 to FF with coordinates of 7 bits"),
+                    hexByte(byte)};
       }
       for (const ReportFormat& other : earlier) {
         if (!has(other.touching, byte) && !has(other.released, byte)) continue;
-        return Flaw{"status bytes that no other format has",
-                    hexByte(byte) + " of " + foundText(other.name)};
+        return Flaw{say("serial", "status bytes that no other format has"),
+                    filled(say("serial", "%1 of %2"), {hexByte(byte), foundText(other.name)})};
       }
     }
   }
   for (const std::uint8_t byte : format.released) {
     if (has(format.touching, byte)) {
-      return Flaw{"status bytes that are either touching or released", hexByte(byte) + " in both"};
+      return Flaw{say("serial", "status bytes that are either touching or released"),
+                  filled(say("serial", "%1 in both"), {hexByte(byte)})};
     }
   }
   return std::nullopt;
@@ -122,18 +128,19 @@ std::optional<Flaw> checkStatusBytes(const ReportFormat& format,
 Result<ReportFormat, Flaw> parseFormat(const std::vector<std::string_view>& fields,
                                        const std::vector<ReportFormat>& earlier) {
   if (fields.size() != 5) {
-    return Flaw{"five fields: name, length, touching, released, layout",
+    return Flaw{say("serial", "five fields: name, length, touching, released, layout"),
                 std::to_string(fields.size())};
   }
   ReportFormat format;
   format.name = toUtf8(fields[0]);
   for (const ReportFormat& other : earlier) {
     if (other.name == format.name)
-      return Flaw{"a name of its own", "another " + foundText(fields[0])};
+      return Flaw{say("serial", "a name of its own"),
+                  filled(say("serial", "another %1"), {foundText(fields[0])})};
   }
   const auto length = parseNumber<std::size_t>(fields[1], 10);
   if (!length || *length < shortestPacket || *length > longestPacket) {
-    return Flaw{"a packet length from 5 to 64", foundText(fields[1])};
+    return Flaw{say("serial", "a packet length from 5 to 64"), foundText(fields[1])};
   }
   format.packetLength = *length;
   const auto touching = parseStatusBytes(fields[2]);

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/language.h"
+
 namespace touch {
 
 namespace {
@@ -67,21 +69,24 @@ std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling)
   };
   std::vector<std::string> lines;
   if (const auto& evidence = stroke.evidence) {
-    lines.push_back(fmt::format("Intervals : shortest {}, median {}, longest {} ms",
-                                text(evidence->shortest), text(evidence->median),
-                                text(evidence->longest)));
-    std::string gaps = evidence->gaps.empty() ? "none" : "";
+    lines.push_back(
+        filled(say("serial", "Intervals : shortest %1, median %2, longest %3 ms"),
+               {text(evidence->shortest), text(evidence->median), text(evidence->longest)}));
+    std::string gaps = evidence->gaps.empty() ? say("serial", "none") : std::string();
     constexpr std::size_t mostToldGaps = 3;
     for (std::size_t i = 0; i < std::min(evidence->gaps.size(), mostToldGaps); ++i) {
       const auto& [at, length] = evidence->gaps[i];
-      gaps += fmt::format("{}{} ms at {} ms", i == 0 ? "" : ", ", text(length), text(at));
+      if (i > 0) gaps += ", ";
+      gaps += filled(say("serial", "%1 ms at %2 ms"), {text(length), text(at)});
     }
     if (evidence->gaps.size() > mostToldGaps) {
-      gaps += fmt::format(" and {} more", evidence->gaps.size() - mostToldGaps);
+      gaps += ' ' + filled(say("serial", "and %1 more"),
+                           {std::to_string(evidence->gaps.size() - mostToldGaps)});
     }
-    lines.push_back("Gaps : " + gaps);
+    lines.push_back(filled(say("serial", "Gaps : %1"), {gaps}));
   }
-  lines.push_back(fmt::format("At most {:.0f} reports a second fit on the line", ceiling));
+  lines.push_back(filled(say("serial", "At most %1 reports a second fit on the line"),
+                         {fmt::format("{:.0f}", ceiling)}));
   return lines;
 }
 

@@ -9,6 +9,7 @@
 
 #include <cerrno>
 
+#include "core/language.h"
 #include "serial/port_holders.h"
 #include "serial/serial_device.h"
 
@@ -96,25 +97,31 @@ std::error_code clearOutput(asio::serial_port& port) {
 }
 
 std::string explainRefusal(const std::error_code& error, const std::string& device, int number) {
-  const std::string other =
-      "say which device it is with --com " + std::to_string(number) + "=DEVICE.";
+  const std::string option = "--com " + std::to_string(number) + "=DEVICE";
   switch (error.value()) {
     case ENOENT:
-      return "there is no such device. Connect it, or " + other +
-             " 'touchctl doctor' lists those that are there.";
+      return filled(say("serial",
+                        "there is no such device. Connect it, or say which device it is with %1. "
+                        "'touchctl doctor' lists those that are there."),
+                    {option});
     case ENXIO:
     case ENODEV:
     case EIO:
-      return "there is no hardware behind it. Connect it, or " + other;
+      return filled(say("serial",
+                        "there is no hardware behind it. Connect it, or say which device it is "
+                        "with %1."),
+                    {option});
     case EACCES:
     case EPERM:
-      return "permission denied. " + portPermission(device).wayOut();
+      return say("serial", "permission denied.") + ' ' + portPermission(device).wayOut();
     case EBUSY:
     case EWOULDBLOCK:
       return inUseText(portHolders(device));
     case ENOTTY:
     case EISDIR:
-      return "it is not a serial port. Please " + other;
+      return filled(
+          say("serial", "it is not a serial port. Please say which device it is with %1."),
+          {option});
     default:
       return error.message() + '.';
   }

@@ -3,6 +3,7 @@
 // Behind Asio, which must be the first to include the socket headers.
 #include <windows.h>
 
+#include "core/language.h"
 #include "serial/port_holders.h"
 
 namespace touch::serial_device {
@@ -51,19 +52,22 @@ std::error_code clearOutput(asio::serial_port& port) {
 }
 
 std::string explainRefusal(const std::error_code& error, const std::string& device, int number) {
-  const std::string other =
-      "say which device it is with --com " + std::to_string(number) + "=DEVICE.";
+  const std::string option = "--com " + std::to_string(number) + "=DEVICE";
   switch (static_cast<DWORD>(error.value())) {
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
-      return "there is no such device. Connect it, or " + other +
-             " 'touchctl doctor' lists those that are there.";
+      return filled(say("serial",
+                        "there is no such device. Connect it, or say which device it is with %1. "
+                        "'touchctl doctor' lists those that are there."),
+                    {option});
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
       return inUseText(portHolders(device));
     case ERROR_INVALID_FUNCTION:
     case ERROR_INVALID_PARAMETER:
-      return "it is not a serial port. Please " + other;
+      return filled(
+          say("serial", "it is not a serial port. Please say which device it is with %1."),
+          {option});
     default:
       return error.message() + '.';
   }
