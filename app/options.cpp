@@ -1,6 +1,7 @@
 #include "app/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 #include <vector>
@@ -93,6 +94,24 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "--trace", [&options](const std::string& file) { options.trace = file; },
          "Write every driver call and every serial transfer to this file, one JSON object a line")
       ->type_name("FILE");
+}
+
+void addLanguageOption(CLI::App& app, Options& options) {
+  std::string known;
+  for (const std::string_view language : languages)
+    known.append(known.empty() ? "" : ", ").append(language);
+  app.add_option_function<std::string>(
+         "--lang",
+         [&options, known](const std::string& language) {
+           if (std::find(languages.begin(), languages.end(), language) == languages.end()) {
+             throw CLI::ValidationError(
+                 "--lang",
+                 '"' + language + "\" is not a language of this program: expected one of " + known);
+           }
+           options.language = language;
+         },
+         "The language of the windows: " + known + " (default: the system's, else en)")
+      ->type_name("LANG");
 }
 
 }  // namespace touch

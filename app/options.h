@@ -1,8 +1,10 @@
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "serial/com_ports.h"
 
@@ -18,6 +20,10 @@ struct ScreenSize {
   int height = 0;
 };
 
+/// The languages of the windows. English is the one that they are written in; each other one has its translation in
+/// `translations`.
+inline constexpr std::array<std::string_view, 2> languages = {"en", "de"};
+
 /// What touchutility and touchctl can be told on their command lines.
 struct Options {
   bool simulate = false;
@@ -26,6 +32,7 @@ struct Options {
   ComPorts comPorts;
   std::optional<ScreenSize> screen;
   std::optional<std::filesystem::path> trace;
+  std::optional<std::string> language;  ///< of `languages`; none: the system's
 };
 
 /// The program's full name and version, for --version.
@@ -34,5 +41,8 @@ std::string programVersion();
 /// Makes `app` read the options that both programs have into `options`, which must outlive the parsing. A bad value is
 /// refused with a message that names it and what was expected.
 void addCommonOptions(CLI::App& app, Options& options);
+
+/// The same for the language, which only windows have.
+void addLanguageOption(CLI::App& app, Options& options);
 
 }  // namespace touch

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QIcon>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -20,6 +21,7 @@
 #include "serial/asio_serial_port.h"
 #include "ui/event_loop_clock.h"
 #include "ui/finger_style.h"
+#include "ui/language.h"
 #include "ui/message_box_prompt.h"
 #include "ui/text.h"
 
@@ -98,6 +100,21 @@ void askToEnd(frmMain& window) {
   }
 }
 
+void chooseLanguage(const Options& options) {
+  if (options.language) {
+    const QString language = shownText(*options.language);
+    // Numbers go with the language, unless the system has it with a country of its own.
+    if (QLocale().language() != QLocale(language).language())
+      QLocale::setDefault(QLocale(language));
+    speak(language);
+    return;
+  }
+  QStringList available;
+  for (const std::string_view language : languages)
+    available << shownText(language);
+  speak(systemLanguage(available));
+}
+
 int run(Options& options, int argc, char** argv) {
   const QApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
@@ -105,6 +122,7 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setWindowIcon(programIcon());
   QApplication::setStyle(new FingerStyle);  // the application owns it
   QApplication::setQuitOnLastWindowClosed(false);
+  chooseLanguage(options);
 
   auto messages = loadMessages(options.workFolder);
   if (!messages) {
@@ -163,6 +181,7 @@ int main(int argc, char** argv) {
                      "touchutility");
   Options options;
   addCommonOptions(arguments, options);
+  addLanguageOption(arguments, options);
   arguments.footer(exitStatusLine(touchutilityManual));
   if (const auto status = parseCommandLine(arguments, touchutilityManual, {}, argc, argv)) {
     return *status;

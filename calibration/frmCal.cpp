@@ -4,6 +4,7 @@
 #include <QLabel>
 
 #include "ui/finger_style.h"
+#include "ui/graphic.h"
 
 namespace touch {
 
@@ -45,7 +46,8 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
   setObjectName("frmCal");
   setWindowTitle(tr("Calibration"));
   canvas_->setObjectName("calibrationCanvas");
-  canvas_->setAccessibleName(tr("Calibration targets"));
+  presentAsGraphic(*canvas_, tr("Calibration targets"),
+                   tr("The target to touch pulses; the others are still."));
   canvas_->setAttribute(Qt::WA_TransparentForMouseEvents);
 
   instruction_->setObjectName("instruction");

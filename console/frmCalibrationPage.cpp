@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "ui/finger_style.h"
+#include "ui/text.h"
 
 namespace touch {
 
@@ -32,7 +33,7 @@ constexpr Choice choices[] = {
 };
 
 QString inPercent(double fraction) {
-  return QString::number(fraction * 100, 'f', 2) + " %";
+  return shownNumber(fraction * 100, 2) + " %";
 }
 
 }  // namespace

@@ -32,6 +32,7 @@
 #include "linetest/frmDraw.h"
 #include "linetest/frmLinearity.h"
 #include "ui/finger_style.h"
+#include "ui/graphic.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
 
@@ -193,10 +194,11 @@ void frmMain::connectPages() {
   });
   connect(maintenancePage_, &frmMaintenancePage::monitorRequested, this, [this](int monitor) {
     perform(tr("Assigning the monitor …"), [this, monitor] {
-      return std::string(assignMonitor(access_, prompt_, monitor)
-                             ? "The panel belongs to monitor "
-                             : "The driver did not take monitor ") +
-             std::to_string(monitor) + '.';
+      const bool taken = assignMonitor(access_, prompt_, monitor);
+      return (taken ? tr("The panel belongs to monitor %1.")
+                    : tr("The driver did not take monitor %1."))
+          .arg(monitor)
+          .toStdString();
     });
   });
   connect(maintenancePage_, &frmMaintenancePage::debuggerRequested, this,
@@ -260,6 +262,7 @@ QWidget* frmMain::makeHeader() {
   auto* const row = new QHBoxLayout(header);
   row->setContentsMargins(0, 0, 0, 0);
   picture_->setObjectName("lblPicture");
+  presentAsGraphic(*picture_, tr("Picture"), tr("The picture \"pic01.jpg\" of the working folder"));
   picture_->hide();
   row->addWidget(picture_);
   if (startup_.simulation) {
@@ -428,8 +431,9 @@ std::string frmMain::showPicture(const std::filesystem::path& file) {
   reader.setDecideFormatFromContent(true);
   const QImage image = reader.read();
   if (image.isNull()) {
-    return "The picture " + file.string() +
-           " cannot be shown: " + reader.errorString().toStdString();
+    return tr("The picture %1 cannot be shown: %2")
+        .arg(shownText(file.string()), reader.errorString())
+        .toStdString();
   }
   const qreal ratio = devicePixelRatioF();
   const QSizeF room = QSizeF(widestPicture, pictureHeight) * ratio;
@@ -444,7 +448,9 @@ std::string frmMain::showPicture(const std::filesystem::path& file) {
 std::string frmMain::showIcon(const std::filesystem::path& file) {
   const QIcon icon(shownText(file.string()));
   if (icon.availableSizes().isEmpty()) {
-    return "The icon " + file.string() + " cannot be shown: it holds no picture";
+    return tr("The icon %1 cannot be shown: it holds no picture")
+        .arg(shownText(file.string()))
+        .toStdString();
   }
   setWindowIcon(icon);
   return {};

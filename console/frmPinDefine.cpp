@@ -76,7 +76,7 @@ class SensorDrawing final : public QWidget {
     }
     painter.setBrush(palette().color(QPalette::Base));
     painter.drawRoundedRect(sheet, 6, 6);
-    painter.drawText(sheet, Qt::AlignCenter, tr("Sensor"));
+    painter.drawText(sheet, Qt::AlignCenter, frmPinDefine::tr("Sensor"));
   }
 
  private:
@@ -140,6 +140,7 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   area->setWidget(drawing_);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(types);
   layout->addWidget(area, 1);
@@ -158,9 +159,10 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   connect(fiveWire_, &QRadioButton::toggled, this, choose(SensorType::fiveWire));
   connect(read, &QPushButton::clicked, this, [this] { reload(); });
   connect(update_, &QPushButton::clicked, this,
-          [this] { run("Writing the pin definition …", [this] { return editor_.update(); }); });
-  connect(putBack_, &QPushButton::clicked, this,
-          [this] { run("Putting the old mapping back …", [this] { return editor_.putBack(); }); });
+          [this] { run(tr("Writing the pin definition …"), [this] { return editor_.update(); }); });
+  connect(putBack_, &QPushButton::clicked, this, [this] {
+    run(tr("Putting the old mapping back …"), [this] { return editor_.putBack(); });
+  });
   connect(close, &QPushButton::clicked, this, &QDialog::close);
   fill();
 }
@@ -173,13 +175,13 @@ void frmPinDefine::open() {
 }
 
 void frmPinDefine::reload() {
-  run("Reading the pin definition …", [this] { return editor_.read(); });
+  run(tr("Reading the pin definition …"), [this] { return editor_.read(); });
 }
 
-void frmPinDefine::run(const char* what, const std::function<std::string()>& action) {
+void frmPinDefine::run(const QString& what, const std::function<std::string()>& action) {
   const QPointer<QWidget> focus = focusWidget();
   setEnabled(false);
-  perform_(what, action);
+  perform_(what.toStdString(), action);
   setEnabled(true);
   if (focus) focus->setFocus();
   fill();
@@ -222,13 +224,16 @@ void frmPinDefine::showProblems() {
   const auto problems = editor_.problems();
   QStringList lines;
   std::vector<bool> wrong(wires_.size(), false);
+  constexpr int mostTold = 3;  // the others come when these are mended
   for (const PinProblem& problem : problems) {
     wrong[problem.wire] = true;
     if (problem.sharesWith) wrong[*problem.sharesWith] = true;
     const QString wire = wires_[problem.wire].box->title();
     const QString text = shownText(problem.text);
-    lines.append(text.startsWith(wire) ? text : wire + ": " + text);
+    if (lines.size() < mostTold) lines.append(text.startsWith(wire) ? text : wire + ": " + text);
   }
+  if (const int more = static_cast<int>(problems.size()) - mostTold; more > 0)
+    lines.append(tr("and %1 more").arg(more));
   for (std::size_t wire = 0; wire < wires_.size(); ++wire) {
     wires_[wire].box->setStyleSheet(wrong[wire] ? "QGroupBox { border: 2px solid #c00000; }"
                                                 : QString());

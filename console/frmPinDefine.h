@@ -43,7 +43,7 @@ class frmPinDefine final : public QDialog {
   void fill();
   void showProblems();
   void reload();
-  void run(const char* what, const std::function<std::string()>& action);
+  void run(const QString& what, const std::function<std::string()>& action);
 
   PinEditor& editor_;
   Perform perform_;

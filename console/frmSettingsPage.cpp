@@ -47,7 +47,7 @@ constexpr BarControl barControls[] = {
 };
 
 QString captionOf(const char* setting) {
-  return shownText(findSetting(setting)->caption);
+  return spokenText("console", findSetting(setting)->caption);
 }
 
 }  // namespace
@@ -84,7 +84,8 @@ QSize frmSettingsPage::minimumSizeHint() const {
 }
 
 void frmSettingsPage::resizeEvent(QResizeEvent* event) {
-  constexpr int roomForTwo = 560;
+  const int roomForTwo = columns_->itemAt(0)->minimumSize().width() +
+                         columns_->itemAt(1)->minimumSize().width() + fingerSize();
   columns_->setDirection(event->size().width() < roomForTwo ? QBoxLayout::TopToBottom
                                                             : QBoxLayout::LeftToRight);
 }
@@ -95,7 +96,7 @@ QWidget* frmSettingsPage::makeSwitches() {
   for (std::size_t i = 0; i < switches_.size(); ++i) {
     const SwitchControl& control = switchControls[i];
     const Setting* const setting = findSetting(control.setting);
-    auto* const box = new QCheckBox(shownText(setting->caption));
+    auto* const box = new QCheckBox(spokenText("console", setting->caption));
     box->setObjectName(control.name);
     switches_[i] = {box, setting, control.inverted};
     column->addWidget(box);
@@ -115,7 +116,7 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
   group = new QButtonGroup(this);
   for (const int value : order) {
     const std::size_t index = static_cast<std::size_t>(value - setting->lowest);
-    auto* const option = new QRadioButton(shownText(setting->choices[index].caption));
+    auto* const option = new QRadioButton(spokenText("console", setting->choices[index].caption));
     option->setObjectName(name + QString::number(index));
     group->addButton(option, value);
     row->addWidget(option);
@@ -128,13 +129,13 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
 
 QWidget* frmSettingsPage::makeSensitivity() {
   const Setting* const setting = findSetting("sensitivity");
-  auto* const box = new QGroupBox(shownText(setting->caption));
+  auto* const box = new QGroupBox(spokenText("console", setting->caption));
   auto* const column = new QVBoxLayout(box);
   sensitivity_->setObjectName("Combo1");
-  sensitivity_->setAccessibleName(shownText(setting->caption));
+  sensitivity_->setAccessibleName(spokenText("console", setting->caption));
   sensitivity_->setPlaceholderText(tr("(the driver cannot tell)"));
   for (const SettingChoice& choice : setting->choices) {
-    sensitivity_->addItem(shownText(choice.caption));
+    sensitivity_->addItem(spokenText("console", choice.caption));
   }
   sensitivity_->setCurrentIndex(-1);
   column->addWidget(sensitivity_);

@@ -61,10 +61,10 @@ QWidget* frmTestsPage::makeFaults() {
   grid->setVerticalSpacing(0);
   int row = 0;
   for (const SimulatedFault& fault : simulatedFaults) {
-    auto* const box = new QCheckBox(shownText(fault.caption));
+    auto* const box = new QCheckBox(spokenText("console", fault.caption));
     box->setObjectName("fault_" + shownText(fault.trait));
-    box->setAccessibleDescription(shownText(fault.effect));
-    auto* const effect = new QLabel(shownText(fault.effect));
+    box->setAccessibleDescription(spokenText("console", fault.effect));
+    auto* const effect = new QLabel(spokenText("console", fault.effect));
     effect->setWordWrap(true);
     grid->addWidget(box, row, 0);
     grid->addWidget(effect, row, 1);

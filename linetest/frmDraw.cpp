@@ -19,6 +19,7 @@
 
 #include "ui/finger_list.h"
 #include "ui/finger_style.h"
+#include "ui/graphic.h"
 #include "ui/text.h"
 #include "ui/touch_canvas.h"
 
@@ -33,6 +34,7 @@ constexpr int toleranceAtFirst = 10;
 
 constexpr const char* panelStyle =
     "#tools, #resultsFrame { background: #f4f4f4; border: 1px solid #808080; border-radius: 4px }"
+    "#tools QCheckBox, #tools QLabel { color: black }"
     "#resultsTable, #resultsList { background: white; color: black }";
 
 int pixels(float twips) {
@@ -88,7 +90,8 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
   setWindowTitle(tr("Drawing"));
   setStyleSheet(panelStyle);
   canvasWidget_->setObjectName("drawingCanvas");
-  canvasWidget_->setAccessibleName(tr("Drawing area"));
+  presentAsGraphic(*canvasWidget_, tr("Drawing area"),
+                   tr("What is drawn on the panel, and the guide lines"));
   canvasWidget_->setFocusPolicy(Qt::StrongFocus);
   canvasWidget_->setGeometry(rect());
   banner_->setText(simulation ? tr("Draw with the mouse: the ink appears where the simulated "
@@ -250,7 +253,10 @@ bool frmDraw::hasRoomForTools() const {
   const GuideLines guides(canvasWidget_->sizeInTwips());
   const QSize cell(pixels(guides.V(2) - guides.V(1)), pixels(guides.H(4) - guides.H(3)));
   constexpr int roomAround = 8;
-  return cell.width() >= 4 * fingerSize() && cell.height() >= 2 * fingerSize() + 2 * roomAround;
+  const int needed = std::max(help_->sizeHint().width() + undo_->sizeHint().width() + gap,
+                              lessUsedTools_->minimumSizeHint().width());
+  return cell.width() >= std::max(4 * fingerSize(), needed + 3 * gap + 2) &&
+         cell.height() >= 2 * fingerSize() + 2 * roomAround;
 }
 
 void frmDraw::placeTools() {
@@ -385,6 +391,12 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
       const auto& cell = sheet.cells[static_cast<std::size_t>(row)][index];
       auto* const item = new QTableWidgetItem(shownText(cell.text));
       item->setForeground(colourOf(cell.colour));
+      if (row == 0) resultsTable_->setHorizontalHeaderItem(column, new QTableWidgetItem(*item));
+      if (cell.colour == ResultsSheet::beyondTolerance && !cell.text.empty()) {
+        // Red alone is too faint on white, and tells nothing to those who do not see it.
+        item->setBackground(Qt::black);
+        item->setData(Qt::AccessibleTextRole, tr("%1, beyond the tolerance").arg(item->text()));
+      }
       item->setTextAlignment(row == 0 ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter);
       resultsTable_->setItem(row, column, item);
     }
@@ -399,8 +411,7 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
 }
 
 void frmDraw::setTolerance(float percent) {
-  toleranceLabel_->setText(QString::number(static_cast<double>(percent), 'f', 1) +
-                           QStringLiteral(" %"));
+  toleranceLabel_->setText(shownNumber(static_cast<double>(percent), 1) + QStringLiteral(" %"));
 }
 
 std::filesystem::path frmDraw::askSaveName(const std::filesystem::path& folder,

@@ -15,6 +15,7 @@
 #include "linetest/linearity_guide.h"
 #include "ui/finger_spin_box.h"
 #include "ui/finger_style.h"
+#include "ui/graphic.h"
 #include "ui/text.h"
 #include "ui/touch_canvas.h"
 
@@ -37,7 +38,7 @@ FingerSpinBox* makeLength(const char* name, const QString& says) {
 }
 
 QString inMm(double value) {
-  return QString::number(value, 'f', 2) + " mm";
+  return shownNumber(value, 2) + " mm";
 }
 
 }  // namespace
@@ -57,7 +58,8 @@ frmLinearity::frmLinearity(LinearityParts parts, const std::optional<Simulation>
   setObjectName("frmLinearity");
   setWindowTitle(shownText(parts_.messages.at(LinearityProcedure::titleMessage)));
   canvas_->setObjectName("linearityCanvas");
-  canvas_->setAccessibleName(tr("Lines to follow"));
+  presentAsGraphic(*canvas_, tr("Lines to follow"),
+                   tr("The line to draw along is white; its name stands in the panel beside it."));
   canvas_->setFocusPolicy(Qt::StrongFocus);
   if (simulation) canvas_->touchThrough(*simulation, std::move(controller));
 
@@ -303,7 +305,7 @@ void frmLinearity::showLine(const QString& note) {
 void frmLinearity::showResults() {
   resultPage_->showResults(procedure_->results(), procedure_->panel());
   pages_->setCurrentWidget(resultPage_);
-  resultPage_->setFocus();
+  resultPage_->takeFocus();
 }
 
 // On the half of the screen that the current line does not cross.

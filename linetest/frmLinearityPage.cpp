@@ -4,10 +4,13 @@
 #include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QStyle>
+#include <QStyleOption>
 #include <algorithm>
 
 #include "linetest/linearity_plot.h"
 #include "ui/chart_painter.h"
+#include "ui/graphic.h"
 
 namespace touch {
 
@@ -65,8 +68,10 @@ QByteArray linearityPdf(const LinearityReport& report) {
 
 frmLinearityPage::frmLinearityPage(QWidget* parent) : QWidget(parent) {
   setObjectName("linearityPage");
-  setAccessibleName(tr("Deviation along each line, and map of the panel"));
+  presentAsGraphic(*this, tr("Deviation along each line, and map of the panel"),
+                   tr("All of its figures stand on the page \"Figures\"."));
   setMinimumSize(smallestReadable);
+  setFocusPolicy(Qt::StrongFocus);
 }
 
 void frmLinearityPage::showReport(LinearityReport report) {
@@ -78,6 +83,11 @@ void frmLinearityPage::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), Qt::white);
   paintPage(painter, rect(), report_);
+  if (!hasFocus()) return;
+  painter.resetTransform();
+  QStyleOptionFocusRect frame;
+  frame.initFrom(this);
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
 }
 
 }  // namespace touch

@@ -16,10 +16,10 @@
 
 #include "core/whole_file.h"
 #include "linetest/linearity_files.h"
-#include "linetest/number_layout.h"
 #include "ui/finger_spin_box.h"
 #include "ui/finger_style.h"
 #include "ui/text.h"
+#include "ui/verdict_colour.h"
 
 namespace touch {
 
@@ -72,19 +72,18 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
       edgeLimit_(makeLimit("limitEdge", tr("Limit near the edge"))),
       unit_(new QComboBox),
       verdict_(new QLabel),
+      tabs_(new QTabWidget),
       again_(new QPushButton(tr("&Draw again"))) {
   setObjectName("linearityResult");
   auto* const scrolled = new QScrollArea;
   scrolled->setWidget(page_);
   scrolled->setWidgetResizable(true);
   scrolled->setFrameShape(QFrame::NoFrame);
+  scrolled->setFocusPolicy(Qt::NoFocus);  // the page has it, and hands its arrow keys on
   scrolled->setMinimumHeight(fingerSize());
-  auto* const tabs = new QTabWidget;
-  tabs->setObjectName("resultTabs");
-  tabs->addTab(scrolled, tr("Plots and map"));
-  tabs->addTab(makeFigures(), tr("Figures"));
-
-  setFocusProxy(tabs);
+  tabs_->setObjectName("resultTabs");
+  tabs_->addTab(scrolled, tr("Plots and map"));
+  tabs_->addTab(makeFigures(), tr("Figures"));
 
   auto* const layout = new QVBoxLayout(this);
   const int margin = isSmallScreen() ? 2 : 6;
@@ -99,17 +98,21 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
     auto* const column = new QVBoxLayout(page);
     for (QWidget* const part : {limits, exports})
       column->addWidget(part);
-    tabs->addTab(page, tr("Limits, export"));
-    layout->addWidget(tabs, 1);
+    tabs_->addTab(page, tr("Limits, export"));
+    layout->addWidget(tabs_, 1);
     layout->addWidget(ways);
     return;
   }
   layout->addWidget(limits);
-  layout->addWidget(tabs, 1);
+  layout->addWidget(tabs_, 1);
   auto* const row = new QHBoxLayout;
   row->addWidget(ways, 1);
   row->addWidget(exports, 1);
   layout->addLayout(row);
+}
+
+void frmLinearityResult::takeFocus() {
+  tabs_->setFocus();
 }
 
 QWidget* frmLinearityResult::makeFigures() {
@@ -259,20 +262,22 @@ void frmLinearityResult::fill() {
     int column = 0;
     const auto add = [&](const QString& text) {
       auto* const item = new QTableWidgetItem(text);
-      if (!passed) item->setForeground(QColor(200, 0, 0));
+      if (!passed) item->setForeground(verdictColour(false, palette()));
       item->setTextAlignment(column < 2 ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter);
       figures_->setItem(row, column++, item);
     };
     add(shownText(result.label));
     add(passed ? tr("pass") : tr("FAIL"));
     for (const FigureColumn& figure : columns)
-      add(shownText(fixedText(figure.value(result.figures), 2)));
+      add(shownNumber(figure.value(result.figures), 2));
     ++row;
   }
   verdict_->setText(report.results.empty() ? tr("Nothing is measured yet")
                     : failed == 0          ? tr("PASS")
                                            : tr("FAIL: %1 of %2").arg(failed).arg(row));
-  verdict_->setStyleSheet(failed > 0 ? "color: #c80000" : "color: #006400");
+  QPalette colours = palette();
+  colours.setColor(QPalette::WindowText, verdictColour(failed == 0, colours));
+  verdict_->setPalette(colours);
 }
 
 void frmLinearityResult::save(const QString& kind, const QString& suffix,

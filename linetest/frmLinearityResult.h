@@ -13,6 +13,7 @@
 class QComboBox;
 class QLabel;
 class QPushButton;
+class QTabWidget;
 class QTableWidget;
 
 namespace touch {
@@ -28,6 +29,8 @@ class frmLinearityResult final : public QWidget {
                      QWidget* parent = nullptr);
 
   void showResults(std::vector<LineResult> results, const MeasuredPanel& panel);
+  /// Puts the keyboard on the choice between plots and figures.
+  void takeFocus();
 
  signals:
   void drawAgainRequested(const touch::TestLine& line);
@@ -59,6 +62,7 @@ class frmLinearityResult final : public QWidget {
   FingerSpinBox* edgeLimit_;
   QComboBox* unit_;
   QLabel* verdict_;
+  QTabWidget* tabs_;
   QPushButton* again_;
 };
 

@@ -12,7 +12,6 @@ namespace {
 constexpr std::array<std::string_view, ResultsSheet::columns> headings = {
     "Line #", "AVG", "MAX", "MIN", "Qty", "Start", "END"};
 constexpr std::size_t judgedColumns = 3;
-constexpr Colour beyondTolerance = {255, 0, 0};
 constexpr Colour withinTolerance = {0, 0, 255};
 
 std::string lineName(std::size_t index) {
@@ -35,7 +34,7 @@ std::array<std::string, ResultsSheet::columns - 1> values(const std::optional<Re
 Colour judge(const std::string& shown, float tolerancePercent) {
   float value = 0;
   std::from_chars(shown.data(), shown.data() + shown.size(), value);
-  return std::abs(value) > tolerancePercent ? beyondTolerance : withinTolerance;
+  return std::abs(value) > tolerancePercent ? ResultsSheet::beyondTolerance : withinTolerance;
 }
 
 }  // namespace

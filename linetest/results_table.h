@@ -30,6 +30,7 @@ struct ResultsSheet {
     Colour colour = palette[0];
     friend bool operator==(const Cell&, const Cell&) = default;
   };
+  static constexpr Colour beyondTolerance = {255, 0, 0};
   /// In twips.
   static constexpr std::array<float, columns> columnWidths = {600,  1000, 1000, 1000,
                                                               1000, 1000, 1000};

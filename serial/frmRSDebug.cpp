@@ -19,6 +19,7 @@
 #include "serial/frmConsolePanel.h"
 #include "serial/frmRsDraw.h"
 #include "ui/finger_style.h"
+#include "ui/graphic.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
@@ -31,6 +32,7 @@ using namespace std::chrono_literals;
 
 constexpr auto renewal = 100ms;
 constexpr int sideBySideWidth = 900;
+constexpr int commandsWidth = 354;
 
 QWidget* stacked(std::initializer_list<QWidget*> parts) {
   auto* const box = new QWidget;
@@ -51,21 +53,25 @@ class RateHistogram final : public QWidget {
   RateHistogram() {
     setObjectName("rateHistogram");
     setMinimumHeight(isSmallScreen() ? 24 : 56);
-    setToolTip(tr("How many intervals from one report to the next are how long; a bar for every %1 "
-                  "ms, the last one also for longer ones")
-                   .arg(IntervalEvidence::bucketWidth / 1ms));
+    setToolTip(
+        frmRSDebug::tr(
+            "How many intervals from one report to the next are how long; a bar for every %1 "
+            "ms, the last one also for longer ones")
+            .arg(IntervalEvidence::bucketWidth / 1ms));
+    show(std::nullopt);
   }
   void show(const std::optional<IntervalEvidence>& evidence) {
     evidence_ = evidence;
     QStringList counts;
     for (std::size_t i = 0; evidence && i < evidence->histogram.size(); ++i) {
       if (evidence->histogram[i] == 0) continue;
-      counts.append(tr("from %1 ms: %2")
+      counts.append(frmRSDebug::tr("from %1 ms: %2")
                         .arg(static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms))
                         .arg(evidence->histogram[i]));
     }
-    setAccessibleName(tr("Intervals between reports"));
-    setAccessibleDescription(counts.join(", "));
+    presentAsGraphic(
+        *this, frmRSDebug::tr("Intervals between reports"),
+        counts.isEmpty() ? frmRSDebug::tr("No stroke has been measured.") : counts.join(", "));
     update();
   }
 
@@ -90,7 +96,8 @@ class RateHistogram final : public QWidget {
       constexpr std::size_t labelled = 5;
       if (i % labelled == 0) {
         const auto milliseconds = static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms);
-        const QString text = i == 0 ? tr("%1 ms").arg(milliseconds) : QString::number(milliseconds);
+        const QString text =
+            i == 0 ? frmRSDebug::tr("%1 ms").arg(milliseconds) : QString::number(milliseconds);
         if (left + 1 + fontMetrics().horizontalAdvance(text) > width()) continue;
         painter.drawText(QPointF(left + 1, height() - 3), text);
       }
@@ -107,7 +114,8 @@ namespace {
 class TouchPad final : public QLabel {
  public:
   explicit TouchPad(const Simulation& simulation)
-      : QLabel(QObject::tr("Simulated panel:\ndraw here with the mouse")), simulation_(simulation) {
+      : QLabel(frmRSDebug::tr("Simulated panel:\ndraw here with the mouse")),
+        simulation_(simulation) {
     setObjectName("touchPad");
     setAlignment(Qt::AlignCenter);
     setMinimumSize(2 * fingerSize(), 2 * fingerSize());
@@ -225,10 +233,16 @@ QWidget* frmRSDebug::makeReceiveBar() {
   auto* const grid = new QGridLayout(bar);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(isSmallScreen() ? 2 : 6);
-  const int columns = isSmallScreen() ? 3 : 6;
+  const std::initializer_list<QWidget*> controls = {receive_,   debug_, clear,
+                                                    drawButton, rate_,  console_->pauseBox()};
+  // In one row where the captions leave room for it.
+  const int room = screen()->availableSize().width();
+  int inOneRow = room >= sideBySideWidth ? commandsWidth + fingerSize() : 0;
+  for (const QWidget* const control : controls)
+    inOneRow += control->sizeHint().width() + grid->spacing();
+  const int columns = inOneRow > room ? 3 : 6;
   int place = 0;
-  for (QWidget* const control : std::initializer_list<QWidget*>{receive_, debug_, clear, drawButton,
-                                                                rate_, console_->pauseBox()}) {
+  for (QWidget* const control : controls) {
     grid->addWidget(control, place / columns, place % columns);
     ++place;
   }
@@ -303,7 +317,7 @@ void frmRSDebug::arrange() {
     row->addWidget(console_->keepBar());
     row->addWidget(recordBar, 1);
     auto* const left = scrollable(stacked({commands_, touchPad_}));
-    left->setFixedWidth(354);
+    left->setFixedWidth(commandsWidth);
     left->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* const right = stacked({receiveBar_, console_->filterBar(), console_, ratePanel_, keep});
     static_cast<QVBoxLayout*>(right->layout())->setStretchFactor(console_, 1);

@@ -21,6 +21,7 @@
 
 #include "ui/finger_list.h"
 #include "ui/finger_style.h"
+#include "ui/graphic.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -87,14 +88,15 @@ frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
       monitor_(new QPlainTextEdit),
       panel_(new QWidget(this)),
       counts_(new QLabel),
-      notice_(new QLabel(shownText(rawDrawingNotice), this)),
+      notice_(new QLabel(spokenText("serial", rawDrawingNotice), this)),
       help_(new FingerList(this)),
       marker_(new DotMarker(this)),
       timer_(parts_.clock.makeTimer([this] { renew(); })) {
   setObjectName("frmRsDraw");
   setWindowTitle(tr("Raw drawing"));
   canvas_->setObjectName("rawCanvas");
-  canvas_->setAccessibleName(tr("What the controller reports"));
+  presentAsGraphic(*canvas_, tr("What the controller reports"),
+                   tr("A dot for each report, joined by lines; the bytes stand in the monitor."));
   canvas_->setAttribute(Qt::WA_TransparentForMouseEvents);
 
   monitor_->setObjectName("Text1");
@@ -110,6 +112,7 @@ frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
   notice_->setAttribute(Qt::WA_TransparentForMouseEvents);
   makeHelp(parts_.messages);
 
+  setGeometry(QRect(screen.geometry().topLeft(), parts_.size.value_or(screen.size())));
   panel_->setObjectName("monitorPanel");
   panel_->setAutoFillBackground(true);
   auto* const column = new QVBoxLayout(panel_);
@@ -119,7 +122,6 @@ frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
   column->addWidget(counts_);
   column->addWidget(makeBar());
 
-  setGeometry(QRect(screen.geometry().topLeft(), parts_.size.value_or(screen.size())));
   placeControls();
   const TwipsSize area = canvas_->sizeInTwips();
   drawing_ = std::make_unique<RawDrawing>(
@@ -131,7 +133,7 @@ frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
   tools_ = std::make_unique<RawDrawingTools>(
       RawDrawingTools::Parts{*drawing_, *canvas_, area, parts_.prompt, parts_.messages,
                              parts_.switches, [this] { leave(); }});
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);
 }
 
 frmRsDraw::~frmRsDraw() = default;
@@ -187,7 +189,11 @@ QWidget* frmRsDraw::makeBar() {
   auto* const grid = new QGridLayout(bar);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setSpacing(isSmallScreen() ? 2 : 6);
-  const int columns = isSmallScreen() ? 4 : static_cast<int>(controls.size());
+  // In one row where the captions leave room for it.
+  int inOneRow = 2 * gap;
+  for (const QWidget* const control : controls)
+    inOneRow += control->sizeHint().width() + grid->spacing();
+  const int columns = inOneRow > width() ? 4 : static_cast<int>(controls.size());
   int place = 0;
   for (QWidget* const control : controls) {
     grid->addWidget(control, place / columns, place % columns);
@@ -198,7 +204,7 @@ QWidget* frmRsDraw::makeBar() {
 
 void frmRsDraw::makeHelp(const MessageTable& messages) {
   help_->setObjectName("helpPanel");
-  help_->setAccessibleName(shownText(rawDrawingNotice));
+  help_->setAccessibleName(spokenText("serial", rawDrawingNotice));
   const auto lines = rawDrawingHelp(messages);
   QStringList texts;
   for (const RawDrawingHelp& line : lines)

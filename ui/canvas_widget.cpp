@@ -1,6 +1,8 @@
 #include "ui/canvas_widget.h"
 
 #include <QPaintEvent>
+#include <QStyle>
+#include <QStyleOption>
 #include <utility>
 
 namespace touch {
@@ -70,6 +72,21 @@ void CanvasWidget::paintEvent(QPaintEvent* event) {
   painter.drawImage(
       part, image_,
       QRectF(part.x() * ratio, part.y() * ratio, part.width() * ratio, part.height() * ratio));
+  if (!focusIsShown_) return;
+  QStyleOptionFocusRect frame;
+  frame.initFrom(this);
+  style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
+}
+
+void CanvasWidget::focusInEvent(QFocusEvent* event) {
+  focusIsShown_ =
+      event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+  update();
+}
+
+void CanvasWidget::focusOutEvent(QFocusEvent*) {
+  focusIsShown_ = false;
+  update();
 }
 
 void CanvasWidget::resizeEvent(QResizeEvent*) {

@@ -26,6 +26,8 @@ class CanvasWidget : public QWidget, public Surface {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void usePen(Colour colour, int width);
@@ -35,6 +37,7 @@ class CanvasWidget : public QWidget, public Surface {
   // Of its pen; no pen is 0 wide.
   Colour colour_;
   int width_ = 0;
+  bool focusIsShown_ = false;  ///< only to those who came by key: a frame is no part of a drawing
 };
 
 }  // namespace touch

@@ -23,7 +23,7 @@ FingerSpinBox::FingerSpinBox(const QString& name, const QString& accessibleName,
     made->setText(caption);
     made->setAccessibleName(says.arg(accessibleName));
     made->setAutoRepeat(true);
-    made->setFocusPolicy(Qt::TabFocus);
+    made->setFocusPolicy(Qt::NoFocus);  // by keyboard the box itself steps, with the arrow keys
     makeFingerSized(*made);
     connect(made, &QToolButton::clicked, box_, step);
     return made;

@@ -1,13 +1,43 @@
 #include "ui/finger_style.h"
 
+#include <QAbstractScrollArea>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPen>
 #include <QScreen>
 #include <QStyleOption>
 #include <QWidget>
+#include <algorithm>
+#include <cmath>
 
 namespace touch {
+
+namespace {
+
+/// Of a colour's light as an eye sees it, from 0 to 1.
+double luminance(const QColor& colour) {
+  const auto linear = [](float part) {
+    const auto value = static_cast<double>(part);
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+         0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+  const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+void drawFocus(const QStyleOption& option, QPainter& painter, const QColor& colour) {
+  painter.save();
+  painter.setPen(QPen(colour, 2));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRect(option.rect.adjusted(1, 1, -1, -1));
+  painter.restore();
+}
+
+}  // namespace
 
 bool isSmallScreen() {
   constexpr int smallHeight = 400;
@@ -28,6 +58,11 @@ FingerStyle::FingerStyle() : QProxyStyle("Fusion") {}
 int FingerStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
                              const QWidget* widget) const {
   switch (metric) {
+    case PM_DefaultFrameWidth:
+      // Room for the frame of the focus.
+      return qobject_cast<const QAbstractScrollArea*>(widget) != nullptr
+                 ? 2
+                 : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_ScrollBarExtent:
       return 28;
     case PM_IndicatorWidth:
@@ -68,11 +103,48 @@ void FingerStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* op
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     return;
   }
-  painter->save();
-  painter->setPen(QPen(option->palette.color(QPalette::Highlight), 2));
-  painter->setBrush(Qt::NoBrush);
-  painter->drawRect(option->rect.adjusted(1, 1, -1, -1));
-  painter->restore();
+  const QColor highlight = option->palette.color(QPalette::Highlight);
+  const auto* const frame = qstyleoption_cast<const QStyleOptionFocusRect*>(option);
+  const bool isOnHighlight = frame != nullptr && frame->backgroundColor == highlight;
+  drawFocus(*option, *painter,
+            isOnHighlight ? option->palette.color(QPalette::HighlightedText) : highlight);
+}
+
+void FingerStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  QProxyStyle::drawControl(element, option, painter, widget);
+  const bool isFramed =
+      element == CE_PushButton ||
+      (element == CE_ShapedFrame && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr);
+  if (isFramed && option->state.testFlag(State_HasFocus)) {
+    drawFocus(*option, *painter, option->palette.color(QPalette::Highlight));
+  }
+}
+
+void FingerStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                     QPainter* painter, const QWidget* widget) const {
+  QProxyStyle::drawComplexControl(control, option, painter, widget);
+  if (control == CC_ScrollBar && option->state.testFlag(State_HasFocus)) {
+    drawFocus(*option, *painter, option->palette.color(QPalette::Highlight));
+  }
+}
+
+void FingerStyle::polish(QPalette& palette) {
+  constexpr double leastContrast = 4.5;
+  QProxyStyle::polish(palette);
+  for (const auto group : {QPalette::Active, QPalette::Inactive}) {
+    const QColor text = palette.color(group, QPalette::HighlightedText);
+    QColor highlight = palette.color(group, QPalette::Highlight);
+    const bool isLightText = luminance(text) > luminance(highlight);
+    constexpr int steps = 20;
+    for (int i = 0; i < steps && contrast(text, highlight) < leastContrast; ++i)
+      highlight = isLightText ? highlight.darker(105) : highlight.lighter(105);
+    palette.setColor(group, QPalette::Highlight, highlight);
+    QColor hint = palette.color(group, QPalette::Text);
+    constexpr int hintAlpha = 165;  // of 255: black on white is then 6 to 1
+    hint.setAlpha(hintAlpha);
+    palette.setColor(group, QPalette::PlaceholderText, hint);
+  }
 }
 
 }  // namespace touch

@@ -25,6 +25,13 @@ class FingerStyle final : public QProxyStyle {
                   const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                          const QWidget* widget) const override;
+  /// A highlight that is too faint for the text on it is deepened, and so are the hints in empty fields.
+  void polish(QPalette& palette) override;
+  using QProxyStyle::polish;
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                          QPainter* painter, const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
 };

@@ -12,6 +12,7 @@ inline QScrollArea* scrollable(QWidget* page) {
   area->setWidget(page);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);  // it follows the control that has the focus
   area->setMinimumHeight(fingerSize());
   return area;
 }

@@ -208,6 +208,13 @@ TEST_F(Serial, FindsAControllerOnCom2AndMeasuresAFormatOfItsOwn) {
   EXPECT_THAT(rate.errors, HasSubstr("zevrik.fmt, line 2: expected five fields"));
 }
 
+TEST_F(Serial, TheWindowRefusesALanguageThatItDoesNotSpeak) {
+  const Ended ended = runProgram(TOUCHUTILITY, {"--simulate", "--lang", "xx"});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.errors,
+              HasSubstr("\"xx\" is not a language of this program: expected one of en, de"));
+}
+
 TEST_F(Serial, TheWindowEndsInOrderWhenToldToFromOutside) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   const auto trace = (folder.path() / "trace.jsonl").string();

@@ -1,0 +1,199 @@
+#include <QAccessible>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QTabBar>
+#include <QTableWidget>
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "tests/windows/every_window.h"
+
+namespace touch {
+namespace {
+
+const QSize screenSize(800, 480);
+
+std::string nameOf(const QWidget& widget) {
+  return std::string(widget.metaObject()->className()) + ' ' + widget.objectName().toStdString();
+}
+
+/// A stop of the Tab key, without the parts that a control is made of.
+bool isTabStop(const QWidget& widget) {
+  return widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) != 0 &&
+         widget.focusProxy() == nullptr && !widget.objectName().startsWith("qt_");
+}
+
+/// A button that only the mouse reaches, and that is no part of a control with keys of its own.
+bool needsMouse(const QWidget& widget) {
+  return qobject_cast<const QAbstractButton*>(&widget) != nullptr && widget.isVisible() &&
+         widget.focusPolicy() == Qt::NoFocus && widget.parentWidget()->focusProxy() == nullptr &&
+         qobject_cast<const QTabBar*>(widget.parentWidget()) == nullptr &&
+         qobject_cast<const QTableWidget*>(widget.parentWidget()) == nullptr;
+}
+
+class Accessibility : public test::EveryWindow {};
+
+TEST_F(Accessibility, ControlsHaveNamesAndRoles) {
+  std::set<std::string> faults;
+  visitAll(screenSize, [&](const std::string& where, QWidget& window) {
+    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+      if (!widget->isVisible()) continue;
+      QAccessibleInterface* const shown = QAccessible::queryAccessibleInterface(widget);
+      ASSERT_NE(shown, nullptr) << nameOf(*widget);
+      const QAccessible::Role role = shown->role();
+      const auto blame = [&](const char* what) {
+        faults.insert(where + ": " + nameOf(*widget) + ' ' + what);
+      };
+      const bool isGraphic = role == QAccessible::Graphic;
+      if (isTabStop(*widget) || isGraphic) {
+        if (shown->text(QAccessible::Name).isEmpty()) blame("has no name");
+        if (role == QAccessible::NoRole || role == QAccessible::Client)
+          blame("has no role of its own");
+      }
+      if (isGraphic && shown->text(QAccessible::Description).isEmpty())
+        blame("is a picture without a description");
+      if (widget->objectName().endsWith("Canvas") && !isGraphic) blame("is no picture");
+      if (auto* const table = qobject_cast<QTableWidget*>(widget)) {
+        for (int column = 0; column < table->columnCount(); ++column) {
+          if (shown->tableInterface()->columnDescription(column).trimmed().size() < 2)
+            blame("has a column without a header");
+        }
+      }
+    }
+  });
+  for (const std::string& fault : faults)
+    ADD_FAILURE() << fault;
+}
+
+TEST_F(Accessibility, TabReachesEveryControlAndShowsWhereItIs) {
+  std::set<std::string> faults;
+  visitAll(screenSize, [&](const std::string& where, QWidget& window) {
+    if (where.starts_with("frmDraw, ")) return;  // a panel of commands: each has its key
+    std::set<const QWidget*> reached;
+    for (int presses = 0; presses < 200; ++presses) {
+      QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &window,
+                      Qt::Key_Tab);
+      const QWidget* const focus = QApplication::focusWidget();
+      if (focus == nullptr || !reached.insert(focus).second) {
+        if (presses > 0) break;
+      }
+    }
+    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+      if (needsMouse(*widget)) faults.insert(where + ": only by mouse " + nameOf(*widget));
+      if (!isTabStop(*widget) || reached.contains(widget)) continue;
+      // The arrow keys go on from the option that is chosen.
+      const auto* const option = qobject_cast<const QRadioButton*>(widget);
+      const bool byArrows =
+          option != nullptr && std::ranges::any_of(reached, [&](const QWidget* other) {
+            return other->parentWidget() == option->parentWidget() &&
+                   qobject_cast<const QRadioButton*>(other) != nullptr;
+          });
+      if (!byArrows) faults.insert(where + ": Tab does not reach " + nameOf(*widget));
+    }
+    for (const QWidget* const widget : reached) {
+      auto* const control = const_cast<QWidget*>(widget);
+      control->clearFocus();
+      const QImage without = control->grab().toImage();
+      control->setFocus(Qt::TabFocusReason);
+      QApplication::processEvents();
+      if (control->grab().toImage() == without)
+        faults.insert(where + ": no focus is seen on " + nameOf(*control));
+    }
+  });
+  for (const std::string& fault : faults)
+    ADD_FAILURE() << fault;
+}
+
+double luminance(QRgb colour) {
+  const auto linear = [](int part) {
+    const double value = part / 255.0;
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) +
+         0.0722 * linear(qBlue(colour));
+}
+
+/// Of the text against what it stands on: the colour that covers most, and the one that differs most from it.
+double contrastIn(const QImage& image, const QRect& area) {
+  std::map<QRgb, int> counts;
+  for (int y = area.top(); y <= area.bottom(); ++y)
+    for (int x = area.left(); x <= area.right(); ++x)
+      if (image.valid(x, y)) ++counts[image.pixel(x, y)];
+  if (counts.empty()) return 21;
+  const auto paper = std::ranges::max_element(counts, {}, [](const auto& c) { return c.second; });
+  const double paperLight = luminance(paper->first);
+  double best = 1;
+  for (const auto& [colour, count] : counts) {
+    const double light = luminance(colour);
+    best =
+        std::max(best, (std::max(light, paperLight) + 0.05) / (std::min(light, paperLight) + 0.05));
+  }
+  return best;
+}
+
+QPalette darkPalette() {
+  QPalette dark(QColor(50, 50, 50), QColor(45, 45, 45));
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
+  dark.setColor(QPalette::HighlightedText, Qt::black);
+  return dark;
+}
+
+TEST_F(Accessibility, TextsStandOutInLightAndDark) {
+  constexpr double least = 4.5;
+  const QPalette before = QApplication::palette();
+  std::set<std::string> faults;
+  for (const bool dark : {false, true}) {
+    QApplication::setPalette(dark ? darkPalette() : before);
+    visitAll(screenSize, [&](const std::string& where, QWidget& window) {
+      const auto check = [&](const QWidget& widget, const QImage& image, const QRect& area,
+                             const QString& text) {
+        const double contrast = contrastIn(image, area);
+        if (contrast >= least || text.trimmed().isEmpty()) return;
+        faults.insert(where + (dark ? ", dark: " : ", light: ") + nameOf(widget) + " \"" +
+                      text.toStdString() + "\" " + std::to_string(contrast));
+      };
+      for (QWidget* const widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible() || !widget->isEnabled()) continue;
+        QString text;
+        for (const char* const property : {"text", "currentText", "placeholderText", "plainText"})
+          if (text.isEmpty()) text = widget->property(property).toString();
+        if (!text.isEmpty()) {
+          for (QWidget* above = widget; above != nullptr; above = above->parentWidget()) {
+            if (auto* const area = qobject_cast<QScrollArea*>(above))
+              area->ensureWidgetVisible(widget);
+          }
+          // Within the frame, which may stand out where the text does not.
+          constexpr int frame = 4;
+          const QRect inside = widget->rect().adjusted(frame, frame, -frame, -frame);
+          const QRect place(widget->mapTo(&window, inside.topLeft()), inside.size());
+          const QImage image = window.grab(place).toImage();
+          check(*widget, image, image.rect(), text);
+        }
+        auto* const view = qobject_cast<QAbstractItemView*>(widget);
+        const bool isHeader = qobject_cast<QHeaderView*>(widget) != nullptr;
+        if (view == nullptr || isHeader || view->model() == nullptr) continue;
+        const QImage image = view->viewport()->grab().toImage();
+        for (int row = 0; row < view->model()->rowCount(); ++row) {
+          for (int column = 0; column < view->model()->columnCount(); ++column) {
+            const QModelIndex index = view->model()->index(row, column);
+            check(*view, image, view->visualRect(index).intersected(image.rect()),
+                  index.data().toString());
+          }
+        }
+      }
+    });
+  }
+  QApplication::setPalette(before);
+  for (const std::string& fault : faults)
+    ADD_FAILURE() << fault;
+}
+
+}  // namespace
+}  // namespace touch

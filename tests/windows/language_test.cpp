@@ -1,0 +1,188 @@
+#include "ui/language.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QDirIterator>
+#include <QHeaderView>
+#include <QLabel>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QScrollArea>
+#include <QTabBar>
+#include <map>
+#include <set>
+
+#include "app/options.h"
+#include "core/result.h"
+#include "tests/windows/every_window.h"
+
+namespace touch {
+namespace {
+
+constexpr QSize small(800, 480);
+constexpr QSize large(1024, 768);
+
+/// A window that is laid out for a wide screen need not fit a narrow one.
+std::vector<QSize> sizesHere() {
+  const bool wide = QGuiApplication::primaryScreen()->size().width() >= large.width();
+  return wide ? std::vector{large} : std::vector{small, large};
+}
+
+/// All that a window says, of what is visible and what is not.
+QStringList textsOf(const QWidget& window) {
+  QStringList texts;
+  auto widgets = window.findChildren<QWidget*>();
+  widgets.prepend(const_cast<QWidget*>(&window));
+  for (const QWidget* const widget : widgets) {
+    for (const char* const property : {"text", "title", "windowTitle", "placeholderText", "toolTip",
+                                       "accessibleName", "accessibleDescription"})
+      texts << widget->property(property).toString();
+    if (const auto* const tabs = qobject_cast<const QTabBar*>(widget)) {
+      for (int tab = 0; tab < tabs->count(); ++tab)
+        texts << tabs->tabText(tab);
+    }
+    const auto* const view = qobject_cast<const QAbstractItemView*>(widget);
+    const auto* const combo = qobject_cast<const QComboBox*>(widget);
+    const QAbstractItemModel* const model = view ? view->model() : combo ? combo->model() : nullptr;
+    for (int column = 0; model != nullptr && column < model->columnCount(); ++column) {
+      if (view != nullptr && !view->inherits("QListView"))
+        texts << model->headerData(column, Qt::Horizontal).toString();
+      for (int row = 0; row < model->rowCount(); ++row)
+        texts << model->index(row, column).data().toString();
+    }
+  }
+  return texts;
+}
+
+/// What of a text stands outside the marks, without what no translator is asked for.
+QString outsideMarks(QString text) {
+  static const QRegularExpression marked("«[^«»]*»");
+  while (text.contains(marked))
+    text.remove(marked);
+  // Names, paths and units, and the system's own wordings: commands, headings and lines that are the same everywhere.
+  static const QRegularExpression same(
+      "TouchUtility|Version :  3.1.0|M0130100|QRMV0301|[A-Z0-9]+ DEVICE \\d|\\bCOM\\d|/\\S*|mm|ms|"
+      "qt_\\w+|=+|RS232|USB|- Baudrate : 9600, N, 8, 1|- Version : 1.1|Output Identity :|"
+      "Unit Type :|9600,n,8,1|Ctrl|UL|UR|LL|LR|Line #|AVG|MAX|MIN|Qty|Start|END|offscreen|"
+      "N72toN81|\\[ (F1|ESC) +\\] :|\\w+=+[\\w ()]+\\[\\w\\]|- (Keep Power On|Power Saving Mode|"
+      "Stream Mode|Untouch Mide)|Power Saving Mode|Operating Mode|cursoroff.txt");
+  text.remove(same);
+  static const QRegularExpression word("[^\\W\\d_]{2}");
+  return text.contains(word) ? text : QString();
+}
+
+class Languages : public test::EveryWindow {};
+
+TEST_F(Languages, EveryTextOfEveryWindowPassesTheTranslator) {
+  test::LongTexts longTexts;
+  const test::Speaking speaking(longTexts);
+  std::set<std::string> ofMessageFile;
+  for (std::size_t number = 0; number <= 100; ++number)
+    ofMessageFile.insert(session.messages.at(number));
+  std::map<std::string, std::string> untranslated;
+  visitAll(sizesHere().front(), [&](const std::string& where, QWidget& window) {
+    for (QString text : textsOf(window)) {
+      for (const std::string& message : ofMessageFile)
+        if (message.size() > 1) text.remove(QString::fromStdString(message));
+      if (!outsideMarks(text).isEmpty()) untranslated.emplace(text.toStdString(), where);
+    }
+  });
+  for (const auto& [text, where] : untranslated)
+    ADD_FAILURE() << where << ": \"" << text << "\" is not translated";
+  for (const std::string& line : journal) {
+    if (!line.starts_with("message ")) continue;
+    EXPECT_EQ(outsideMarks(QString::fromStdString(line.substr(8))).toStdString(), "");
+  }
+}
+
+/// Why a widget shows less than it wants to; empty when all of it is there.
+std::string clipping(const QWidget& widget) {
+  const QRect room = widget.parentWidget()->rect();
+  const auto* const label = qobject_cast<const QLabel*>(&widget);
+  const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+  const auto* const header = qobject_cast<const QHeaderView*>(&widget);
+  if (header != nullptr && !header->isHidden() && header->orientation() == Qt::Horizontal) {
+    for (int section = 0; section < header->count(); ++section) {
+      const QString text = header->model()->headerData(section, Qt::Horizontal).toString();
+      const int needed = header->fontMetrics().horizontalAdvance(text) + 6;
+      if (header->sectionSize(section) < needed) return "header " + text.toStdString();
+    }
+  }
+  if ((label == nullptr || label->text().isEmpty()) && button == nullptr) return {};
+  const int height = widget.hasHeightForWidth() ? widget.heightForWidth(widget.width())
+                                                : widget.sizeHint().height();
+  // A label that wraps may be as narrow as its longest word.
+  const int width = label != nullptr && label->wordWrap() ? label->minimumSizeHint().width()
+                                                          : widget.sizeHint().width();
+  if (widget.width() < width) return "too narrow";
+  if (widget.height() < height) return "too low";
+  if (!room.contains(widget.geometry())) return "beyond its frame";
+  return {};
+}
+
+TEST_F(Languages, LayoutsHoldWithTextsThatAreLonger) {
+  test::LongTexts longTexts;
+  const test::Speaking speaking(longTexts);
+  std::map<std::string, std::string> clipped;
+  for (const QSize& size : sizesHere()) {
+    visitAll(size, [&](const std::string& where, QWidget& window) {
+      const std::string place = where + " at " + std::to_string(size.width());
+      EXPECT_LE(window.width(), size.width()) << place;
+      EXPECT_LE(window.height(), size.height()) << place;
+      for (const QWidget* const widget : window.findChildren<QWidget*>()) {
+        if (!widget->isVisible()) continue;
+        const std::string why = clipping(*widget);
+        if (why.empty()) continue;
+        clipped.emplace(widget->objectName().toStdString() + " \"" +
+                            widget->property("text").toString().toStdString() + "\" " + why,
+                        place);
+      }
+    });
+  }
+  for (const auto& [what, where] : clipped)
+    ADD_FAILURE() << where << ": " << what;
+}
+
+TEST_F(Languages, GermanHasAKeyOfItsOwnForEachControl) {
+  const test::Speaking speaking(QString("de"));
+  visitAll(sizesHere().front(), [&](const std::string& where, QWidget& window) {
+    std::map<QString, QString> taken;
+    for (const auto* const button : window.findChildren<QAbstractButton*>()) {
+      if (!button->isVisible()) continue;
+      static const QRegularExpression mnemonic("&(\\w)");
+      const QString key = mnemonic.match(button->text()).captured(1).toUpper();
+      if (key.isEmpty()) continue;
+      const auto [other, isFree] = taken.emplace(key, button->text());
+      EXPECT_TRUE(isFree) << where << ": " << button->text().toStdString() << " and "
+                          << other->second.toStdString();
+    }
+  });
+}
+
+TEST(Language, GermanIsSpokenByWindowsAndLogicAlike) {
+  const std::string error = FileError{"a.vrq", 3, "x", "y"}.describe();
+  {
+    const test::Speaking speaking(QString("de"));
+    EXPECT_EQ(frmMain::tr("Settings"), "Einstellungen");
+    EXPECT_EQ((FileError{"a.vrq", 3, "x", "y"}.describe()),
+              "a.vrq, Zeile 3: erwartet: x, gefunden: y");
+  }
+  EXPECT_EQ((FileError{"a.vrq", 3, "x", "y"}.describe()), error);
+  EXPECT_FALSE(speak("xx"));
+}
+
+TEST(Language, EachThatIsOfferedIsThereAndEachThatIsThereIsOffered) {
+  QStringList offered;
+  for (const std::string_view language : languages)
+    offered << QString::fromUtf8(language.data(), static_cast<qsizetype>(language.size()));
+  QStringList there{"en"};
+  for (QDirIterator files(":/translations"); files.hasNext();)
+    there << files.next().section('_', -1).section('.', 0, 0);
+  offered.sort();
+  there.sort();
+  EXPECT_EQ(offered, there);
+  EXPECT_TRUE(offered.contains(systemLanguage(offered)));
+}
+
+}  // namespace
+}  // namespace touch

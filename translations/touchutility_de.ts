@@ -1,0 +1,2343 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>QMessageBox</name>
+    <message>
+        <source>Without the touch driver no controller can be reached. Install the driver of your controller, or look around with simulated controllers.</source>
+        <translation>Ohne den Touch-Treiber ist kein Controller erreichbar. Installieren Sie den Treiber Ihres Controllers, oder sehen Sie sich mit simulierten Controllern um.</translation>
+    </message>
+    <message>
+        <source>&amp;Use simulated controllers</source>
+        <translation>&amp;Simulierte Controller verwenden</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>The installation is incomplete; install TouchUtility again.</source>
+        <translation>Die Installation ist unvollständig; installieren Sie TouchUtility erneut.</translation>
+    </message>
+    <message>
+        <source>Mend or remove the file, then start again.</source>
+        <translation>Berichtigen oder entfernen Sie die Datei, und starten Sie dann neu.</translation>
+    </message>
+</context>
+<context>
+    <name>console</name>
+    <message>
+        <source>a folder that can be written</source>
+        <translation>ein beschreibbarer Ordner</translation>
+    </message>
+    <message>
+        <source>Searching for controllers …</source>
+        <translation>Controller werden gesucht …</translation>
+    </message>
+    <message>
+        <source>This operating system is older than those that the touch driver is made for.</source>
+        <translation>Dieses Betriebssystem ist älter als die, für die der Touch-Treiber gemacht ist.</translation>
+    </message>
+    <message>
+        <source>Searching for controllers: asking %1 …</source>
+        <translation>Controller werden gesucht: %1 wird gefragt …</translation>
+    </message>
+    <message>
+        <source>Reading the settings of %1 …</source>
+        <translation>Die Einstellungen von %1 werden gelesen …</translation>
+    </message>
+    <message>
+        <source>Asking %1 what it is …</source>
+        <translation>%1 wird nach der Kennung gefragt …</translation>
+    </message>
+    <message>
+        <source>No controller was found. Check driver, cable and power, then refresh.</source>
+        <translation>Es wurde kein Controller gefunden. Prüfen Sie Treiber, Kabel und Stromversorgung, und aktualisieren Sie dann.</translation>
+    </message>
+    <message>
+        <source>%1 does not answer. Check its cable and power.</source>
+        <translation>%1 antwortet nicht. Prüfen Sie Kabel und Stromversorgung.</translation>
+    </message>
+    <message>
+        <source>%1 is ready.</source>
+        <translation>%1 ist bereit.</translation>
+    </message>
+    <message>
+        <source>Reading the controller …</source>
+        <translation>Der Controller wird gelesen …</translation>
+    </message>
+    <message>
+        <source>Asking the controller who it is …</source>
+        <translation>Der Controller wird nach der Kennung gefragt …</translation>
+    </message>
+    <message>
+        <source>Controller information read.</source>
+        <translation>Die Controller-Information ist gelesen.</translation>
+    </message>
+    <message>
+        <source>Searching the COM ports …</source>
+        <translation>Die COM-Ports werden durchsucht …</translation>
+    </message>
+    <message>
+        <source>Searching the COM ports: COM%1 …</source>
+        <translation>Die COM-Ports werden durchsucht: COM%1 …</translation>
+    </message>
+    <message>
+        <source>The search was cancelled.</source>
+        <translation>Die Suche wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>No COM port could be opened.</source>
+        <translation>Kein COM-Port konnte geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>Calibrating …</source>
+        <translation>Kalibrierung läuft …</translation>
+    </message>
+    <message>
+        <source>A test is open.</source>
+        <translation>Ein Test ist geöffnet.</translation>
+    </message>
+    <message>
+        <source>The serial debugger has the port.</source>
+        <translation>Der serielle Debugger hat den Port.</translation>
+    </message>
+    <message>
+        <source>There is no controller whose pins could be defined.</source>
+        <translation>Es ist kein Controller da, dessen Anschlüsse belegt werden könnten.</translation>
+    </message>
+    <message>
+        <source>Locking the controller&apos;s parameters …</source>
+        <translation>Die Parameter des Controllers werden gesperrt …</translation>
+    </message>
+    <message>
+        <source>Releasing the COM port …</source>
+        <translation>Der COM-Port wird freigegeben …</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Nothing was written.</source>
+        <translation>Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>The controller holds these words already. Nothing was written.</source>
+        <translation>Der Controller enthält diese Wörter bereits. Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Put the old words back?</source>
+        <translation>Sollen die alten Wörter zurückgeschrieben werden?</translation>
+    </message>
+    <message>
+        <source>The old words are back.</source>
+        <translation>Die alten Wörter sind zurückgeschrieben.</translation>
+    </message>
+    <message>
+        <source>The old words are not all back.</source>
+        <translation>Nicht alle alten Wörter sind zurückgeschrieben.</translation>
+    </message>
+    <message>
+        <source>Written: %1</source>
+        <translation>Geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>The journal is not complete: %1</source>
+        <translation>Das Journal ist nicht vollständig: %1</translation>
+    </message>
+    <message>
+        <source>The parameter block cannot be kept. %1. Go on without a way back?</source>
+        <translation>Der Parameterblock kann nicht gesichert werden. %1. Ohne Rückweg fortfahren?</translation>
+    </message>
+    <message>
+        <source>The parameters cannot be read.</source>
+        <translation>Die Parameter können nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The parameters are read.</source>
+        <translation>Die Parameter sind gelesen.</translation>
+    </message>
+    <message>
+        <source>The controller holds these parameters already.</source>
+        <translation>Der Controller enthält diese Parameter bereits.</translation>
+    </message>
+    <message>
+        <source>Nothing was written: the controller cannot be read.</source>
+        <translation>Es wurde nichts geschrieben: Der Controller kann nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The write broke off.</source>
+        <translation>Das Schreiben brach ab.</translation>
+    </message>
+    <message>
+        <source>No word is changed.</source>
+        <translation>Kein Wort ist geändert.</translation>
+    </message>
+    <message>
+        <source>The parameters are written; Undo takes them back.</source>
+        <translation>Die Parameter sind geschrieben; „Rückgängig“ nimmt sie zurück.</translation>
+    </message>
+    <message>
+        <source>The parameters are as they were before.</source>
+        <translation>Die Parameter sind wie zuvor.</translation>
+    </message>
+    <message>
+        <source>Loaded %1; Write sends it to the controller.</source>
+        <translation>%1 ist geladen; „Schreiben“ sendet die Werte an den Controller.</translation>
+    </message>
+    <message>
+        <source>Saved %1</source>
+        <translation>Gespeichert: %1</translation>
+    </message>
+    <message>
+        <source>The table and %1 are the same.</source>
+        <translation>Die Tabelle und %1 sind gleich.</translation>
+    </message>
+    <message>
+        <source>Word %1: here %2, in the file %3</source>
+        <translation>Wort %1: hier %2, in der Datei %3</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>%1 of 8 words differ from %2.</source>
+        <translation>%1 von 8 Wörtern weichen von %2 ab.</translation>
+    </message>
+    <message>
+        <source>Nothing was sent.</source>
+        <translation>Es wurde nichts gesendet.</translation>
+    </message>
+    <message>
+        <source>The controller did not say that its defaults are restored.</source>
+        <translation>Der Controller hat die Wiederherstellung der Werkseinstellungen nicht bestätigt.</translation>
+    </message>
+    <message>
+        <source>The defaults are restored; Undo takes the parameters back.</source>
+        <translation>Die Werkseinstellungen sind wiederhergestellt; „Rückgängig“ holt die Parameter zurück.</translation>
+    </message>
+    <message>
+        <source>The defaults are restored.</source>
+        <translation>Die Werkseinstellungen sind wiederhergestellt.</translation>
+    </message>
+    <message>
+        <source>The controller is reset.</source>
+        <translation>Der Controller ist neu gestartet.</translation>
+    </message>
+    <message>
+        <source>The controller did not acknowledge the reset.</source>
+        <translation>Der Controller hat den Neustart nicht bestätigt.</translation>
+    </message>
+    <message>
+        <source>high byte</source>
+        <translation>High-Byte</translation>
+    </message>
+    <message>
+        <source>low byte</source>
+        <translation>Low-Byte</translation>
+    </message>
+    <message>
+        <source>Word %1, %2</source>
+        <translation>Wort %1, %2</translation>
+    </message>
+    <message>
+        <source>%1: expected %2, found %3</source>
+        <translation>%1: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>two hexadecimal digits, 00 to FF</source>
+        <translation>zwei Hexadezimalziffern, 00 bis FF</translation>
+    </message>
+    <message>
+        <source>a number from 0 to 255</source>
+        <translation>eine Zahl von 0 bis 255</translation>
+    </message>
+    <message>
+        <source>%1: expected a value, found nothing</source>
+        <translation>%1: erwartet: ein Wert, gefunden: nichts</translation>
+    </message>
+    <message>
+        <source>Word %1: the controller does not answer</source>
+        <translation>Wort %1: Der Controller antwortet nicht</translation>
+    </message>
+    <message>
+        <source>Word %1: the controller&apos;s answer holds no parameter word</source>
+        <translation>Wort %1: Die Antwort des Controllers enthält kein Parameterwort</translation>
+    </message>
+    <message>
+        <source>Word %1: the controller did not acknowledge %2; if its parameters are locked, Reset opens the lock</source>
+        <translation>Wort %1: Der Controller hat %2 nicht bestätigt; sind seine Parameter gesperrt, so hebt „Neustart“ die Sperre auf</translation>
+    </message>
+    <message>
+        <source>Word %1: %2 was written, %3 was read back</source>
+        <translation>Wort %1: %2 wurde geschrieben, %3 wurde zurückgelesen</translation>
+    </message>
+    <message>
+        <source>The pin definition is read.</source>
+        <translation>Die Anschlussbelegung ist gelesen.</translation>
+    </message>
+    <message>
+        <source>Nothing was written: these are not the pins of %1. Read them first.</source>
+        <translation>Es wurde nichts geschrieben: Dies ist nicht die Belegung von %1. Lesen Sie sie zuerst.</translation>
+    </message>
+    <message>
+        <source>The pin definition is written.</source>
+        <translation>Die Anschlussbelegung ist geschrieben.</translation>
+    </message>
+    <message>
+        <source>Nothing was written: %1</source>
+        <translation>Es wurde nichts geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>bit</source>
+        <translation>Bit</translation>
+    </message>
+    <message>
+        <source>%1: expected 0 to 7, found %2</source>
+        <translation>%1: erwartet: 0 bis 7, gefunden: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2 is used by %3 too</source>
+        <translation>%1: %2 wird auch von %3 verwendet</translation>
+    </message>
+    <message>
+        <source>The old pin definition is not wholly back.</source>
+        <translation>Die alte Anschlussbelegung ist nicht vollständig zurückgeschrieben.</translation>
+    </message>
+    <message>
+        <source>expected %1 wires, found %2</source>
+        <translation>erwartet: %1 Leitungen, gefunden: %2</translation>
+    </message>
+    <message>
+        <source>Timing: the controller cannot be opened</source>
+        <translation>Zeiten: Der Controller kann nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>Double click and right click timing: set</source>
+        <translation>Zeiten für Doppelklick und Rechtsklick: gesetzt</translation>
+    </message>
+    <message>
+        <source>Double click and right click timing: the driver reports other values than were asked</source>
+        <translation>Zeiten für Doppelklick und Rechtsklick: Der Treiber meldet andere Werte als die angeforderten</translation>
+    </message>
+    <message>
+        <source>&amp;Offset</source>
+        <translation>&amp;Versatz</translation>
+    </message>
+    <message>
+        <source>Everything lies too far right; calibration mends it.</source>
+        <translation>Alles liegt zu weit rechts; eine Kalibrierung behebt es.</translation>
+    </message>
+    <message>
+        <source>S&amp;kew</source>
+        <translation>S&amp;chiefe</translation>
+    </message>
+    <message>
+        <source>Vertical lines lean; calibration with 3 or more points mends it.</source>
+        <translation>Senkrechte Linien neigen sich; eine Kalibrierung mit 3 oder mehr Punkten behebt es.</translation>
+    </message>
+    <message>
+        <source>Bo&amp;w</source>
+        <translation>Wölb&amp;ung</translation>
+    </message>
+    <message>
+        <source>Lines near the edges bend inwards; no calibration mends it.</source>
+        <translation>Linien am Rand biegen sich nach innen; keine Kalibrierung behebt es.</translation>
+    </message>
+    <message>
+        <source>Nois&amp;e</source>
+        <translation>&amp;Rauschen</translation>
+    </message>
+    <message>
+        <source>Lines tremble; no calibration mends it.</source>
+        <translation>Linien zittern; keine Kalibrierung behebt es.</translation>
+    </message>
+    <message>
+        <source>Dead s&amp;trip</source>
+        <translation>&amp;Toter Streifen</translation>
+    </message>
+    <message>
+        <source>A strip across the panel feels nothing: the sensor is broken there.</source>
+        <translation>Ein Streifen quer über das Panel spürt nichts: Dort ist der Sensor defekt.</translation>
+    </message>
+    <message>
+        <source>on</source>
+        <translation>ein</translation>
+    </message>
+    <message>
+        <source>off</source>
+        <translation>aus</translation>
+    </message>
+    <message>
+        <source>desktop</source>
+        <translation>Desktop</translation>
+    </message>
+    <message>
+        <source>Desk Top</source>
+        <translation>Desktop</translation>
+    </message>
+    <message>
+        <source>drawing</source>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>Drawing</source>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>button</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>Button</source>
+        <translation>Taste</translation>
+    </message>
+    <message>
+        <source>low</source>
+        <translation>gering</translation>
+    </message>
+    <message>
+        <source>Low sensitive</source>
+        <translation>Wenig empfindlich</translation>
+    </message>
+    <message>
+        <source>normal</source>
+        <translation>normal</translation>
+    </message>
+    <message>
+        <source>Normal touch (default)</source>
+        <translation>Normal (Voreinstellung)</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>erhöht</translation>
+    </message>
+    <message>
+        <source>More sensitive</source>
+        <translation>Empfindlicher</translation>
+    </message>
+    <message>
+        <source>very</source>
+        <translation>hoch</translation>
+    </message>
+    <message>
+        <source>Very sensitive</source>
+        <translation>Sehr empfindlich</translation>
+    </message>
+    <message>
+        <source>most</source>
+        <translation>höchste</translation>
+    </message>
+    <message>
+        <source>Most sensitive</source>
+        <translation>Am empfindlichsten</translation>
+    </message>
+    <message>
+        <source>Enable Up Touch Sound</source>
+        <translation>Ton beim Loslassen</translation>
+    </message>
+    <message>
+        <source>Up touch sound</source>
+        <translation>Ton beim Loslassen</translation>
+    </message>
+    <message>
+        <source>Enable Down Touch Sound</source>
+        <translation>Ton beim Berühren</translation>
+    </message>
+    <message>
+        <source>Down touch sound</source>
+        <translation>Ton beim Berühren</translation>
+    </message>
+    <message>
+        <source>Enable Double  Click</source>
+        <translation>Doppelklick ermöglichen</translation>
+    </message>
+    <message>
+        <source>Double click</source>
+        <translation>Doppelklick</translation>
+    </message>
+    <message>
+        <source>Enable Right Mouse Button</source>
+        <translation>Rechte Maustaste ermöglichen</translation>
+    </message>
+    <message>
+        <source>Right button</source>
+        <translation>Rechte Maustaste</translation>
+    </message>
+    <message>
+        <source>Rotation :</source>
+        <translation>Drehung:</translation>
+    </message>
+    <message>
+        <source>Rotation</source>
+        <translation>Drehung</translation>
+    </message>
+    <message>
+        <source>Touch mode</source>
+        <translation>Berührungsmodus</translation>
+    </message>
+    <message>
+        <source>Double Click Speed</source>
+        <translation>Doppelklick-Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Double click speed</source>
+        <translation>Doppelklick-Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Double Click Area</source>
+        <translation>Doppelklick-Bereich</translation>
+    </message>
+    <message>
+        <source>Double click area</source>
+        <translation>Doppelklick-Bereich</translation>
+    </message>
+    <message>
+        <source>Right Click Response Time</source>
+        <translation>Ansprechzeit für Rechtsklick</translation>
+    </message>
+    <message>
+        <source>Right click response time</source>
+        <translation>Ansprechzeit für Rechtsklick</translation>
+    </message>
+    <message>
+        <source>Touch Sensitivity</source>
+        <translation>Berührungsempfindlichkeit</translation>
+    </message>
+    <message>
+        <source>Touch sensitivity</source>
+        <translation>Berührungsempfindlichkeit</translation>
+    </message>
+    <message>
+        <source>Disable Touch Panel</source>
+        <translation>Touchpanel abschalten</translation>
+    </message>
+    <message>
+        <source>Touch panel</source>
+        <translation>Touchpanel</translation>
+    </message>
+    <message>
+        <source>%1: %2 was asked, the controller cannot be opened</source>
+        <translation>%1: %2 wurde angefordert, der Controller kann nicht geöffnet werden</translation>
+    </message>
+    <message>
+        <source>%1: %2 was asked, the driver reports %3</source>
+        <translation>%1: %2 wurde angefordert, der Treiber meldet %3</translation>
+    </message>
+    <message>
+        <source>four hexadecimal digits</source>
+        <translation>vier Hexadezimalziffern</translation>
+    </message>
+    <message>
+        <source>eight lines of four hexadecimal digits</source>
+        <translation>acht Zeilen mit je vier Hexadezimalziffern</translation>
+    </message>
+    <message>
+        <source>1 line</source>
+        <translation>1 Zeile</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>the end of the file after eight lines</source>
+        <translation>das Ende der Datei nach acht Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>core</name>
+    <message>
+        <source>first model</source>
+        <translation>erstes Modell</translation>
+    </message>
+    <message>
+        <source>model variant %1</source>
+        <translation>Modellvariante %1</translation>
+    </message>
+    <message>
+        <source>a file that can be read</source>
+        <translation>eine lesbare Datei</translation>
+    </message>
+    <message>
+        <source>none that can be opened</source>
+        <translation>keine, die sich öffnen lässt</translation>
+    </message>
+    <message>
+        <source>a line of text</source>
+        <translation>eine Textzeile</translation>
+    </message>
+    <message>
+        <source>a read error</source>
+        <translation>ein Lesefehler</translation>
+    </message>
+    <message>
+        <source>100 lines, one for each message</source>
+        <translation>100 Zeilen, eine für jede Meldung</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>at most %1 characters</source>
+        <translation>höchstens %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>it lacks the operation %1</source>
+        <translation>ihr fehlt die Operation %1</translation>
+    </message>
+    <message>
+        <source>The touch driver library %1 cannot be used: %2</source>
+        <translation>Die Touch-Treiberbibliothek %1 kann nicht verwendet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1, line %2</source>
+        <translation>%1, Zeile %2</translation>
+    </message>
+    <message>
+        <source>%1: expected %2</source>
+        <translation>%1: erwartet: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected %2, found %3</source>
+        <translation>%1: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>the loader gave no reason</source>
+        <translation>der Lader nannte keinen Grund</translation>
+    </message>
+    <message>
+        <source>LD_LIBRARY_PATH has an empty or relative element, which would load it from the current folder; remove that element, or name the library with --driver</source>
+        <translation>LD_LIBRARY_PATH enthält ein leeres oder relatives Element, das sie aus dem aktuellen Ordner laden würde; entfernen Sie dieses Element, oder nennen Sie die Bibliothek mit --driver</translation>
+    </message>
+    <message>
+        <source>The trace file %1 cannot be written: %2</source>
+        <translation>Die Mitschnittdatei %1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>a place that can be written</source>
+        <translation>ein beschreibbarer Ort</translation>
+    </message>
+    <message>
+        <source>a file</source>
+        <translation>eine Datei</translation>
+    </message>
+    <message>
+        <source>a device or a pipe, which is not to be replaced</source>
+        <translation>ein Gerät oder eine Pipe, die nicht ersetzt werden darf</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>something else of this name</source>
+        <translation>etwas anderes dieses Namens</translation>
+    </message>
+    <message>
+        <source>none that this user may open</source>
+        <translation>keine, die dieser Benutzer öffnen darf</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>an empty line</source>
+        <translation>eine leere Zeile</translation>
+    </message>
+</context>
+<context>
+    <name>linetest</name>
+    <message>
+        <source>Drawing left by an earlier run: 1 stroke. Restore it?</source>
+        <translation>Ein früherer Lauf hat eine Zeichnung mit 1 Strich hinterlassen. Soll sie wiederhergestellt werden?</translation>
+    </message>
+    <message>
+        <source>Drawing left by an earlier run: %1 strokes. Restore it?</source>
+        <translation>Ein früherer Lauf hat eine Zeichnung mit %1 Strichen hinterlassen. Soll sie wiederhergestellt werden?</translation>
+    </message>
+    <message>
+        <source>&quot;Line #&quot; and a stroke&apos;s number</source>
+        <translation>„Line #“ und die Nummer eines Strichs</translation>
+    </message>
+    <message>
+        <source>a palette index from 0 to 15</source>
+        <translation>ein Palettenindex von 0 bis 15</translation>
+    </message>
+    <message>
+        <source>a draw width of 1 or 2</source>
+        <translation>eine Strichbreite von 1 oder 2</translation>
+    </message>
+    <message>
+        <source>a count of samples from 1 to 3001</source>
+        <translation>eine Anzahl Messpunkte von 1 bis 3001</translation>
+    </message>
+    <message>
+        <source>the x of a sample</source>
+        <translation>das x eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>the y of a sample</source>
+        <translation>das y eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>the line&apos;s name &quot;%1&quot;</source>
+        <translation>der Name „%1“ der Linie</translation>
+    </message>
+    <message>
+        <source>the screen&apos;s width in twips</source>
+        <translation>die Breite des Bildschirms in Twips</translation>
+    </message>
+    <message>
+        <source>the screen&apos;s height in twips</source>
+        <translation>die Höhe des Bildschirms in Twips</translation>
+    </message>
+    <message>
+        <source>the panel&apos;s width in mm</source>
+        <translation>die Breite des Panels in mm</translation>
+    </message>
+    <message>
+        <source>the panel&apos;s height in mm</source>
+        <translation>die Höhe des Panels in mm</translation>
+    </message>
+    <message>
+        <source>the guide&apos;s position</source>
+        <translation>die Lage der Hilfslinie</translation>
+    </message>
+    <message>
+        <source>the deviation of a sample</source>
+        <translation>die Abweichung eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>the average</source>
+        <translation>der Mittelwert</translation>
+    </message>
+    <message>
+        <source>the maximum</source>
+        <translation>das Maximum</translation>
+    </message>
+    <message>
+        <source>the minimum</source>
+        <translation>das Minimum</translation>
+    </message>
+    <message>
+        <source>the RMS</source>
+        <translation>der Effektivwert</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>pass</source>
+        <translation>i. O.</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>n. i. O.</translation>
+    </message>
+    <message>
+        <source>max %1</source>
+        <translation>max. %1</translation>
+    </message>
+    <message>
+        <source>straight %1</source>
+        <translation>gerade %1</translation>
+    </message>
+    <message>
+        <source>avg</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>max</source>
+        <translation>max.</translation>
+    </message>
+    <message>
+        <source>min</source>
+        <translation>min.</translation>
+    </message>
+    <message>
+        <source>rms</source>
+        <translation>eff.</translation>
+    </message>
+    <message>
+        <source>offset</source>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>straight</source>
+        <translation>gerade</translation>
+    </message>
+    <message>
+        <source>Linearity   PASS of %1 lines</source>
+        <translation>Linearität   i. O., %1 Linien</translation>
+    </message>
+    <message>
+        <source>Linearity   FAIL: %1 of %2 lines</source>
+        <translation>Linearität   n. i. O.: %1 von %2 Linien</translation>
+    </message>
+    <message>
+        <source>limit %1, within %2 mm of the edge %3</source>
+        <translation>Grenzwert %1, bis %2 mm vom Rand %3</translation>
+    </message>
+    <message>
+        <source>deviations drawn %1 times as large</source>
+        <translation>Abweichungen %1-fach vergrößert gezeichnet</translation>
+    </message>
+    <message>
+        <source>the end of the file after 3001 samples</source>
+        <translation>das Ende der Datei nach 3001 Messpunkten</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>a file that can be deleted</source>
+        <translation>eine löschbare Datei</translation>
+    </message>
+</context>
+<context>
+    <name>serial</name>
+    <message>
+        <source>%1 is gone: it was unplugged or switched off (%2). Connect it and open it again.</source>
+        <translation>%1 ist nicht mehr da: abgezogen oder ausgeschaltet (%2). Schließen Sie das Gerät an, und öffnen Sie den Port erneut.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be set to %2: %3.</source>
+        <translation>%1 kann nicht auf %2 gestellt werden: %3.</translation>
+    </message>
+    <message>
+        <source>The driver has let go of its port.</source>
+        <translation>Der Treiber hat seinen Port freigegeben.</translation>
+    </message>
+    <message>
+        <source>Searching COM1 and COM2 for a controller …</source>
+        <translation>COM1 und COM2 werden nach einem Controller durchsucht …</translation>
+    </message>
+    <message>
+        <source>A controller answers on COM%1.</source>
+        <translation>An COM%1 antwortet ein Controller.</translation>
+    </message>
+    <message>
+        <source>No controller answers on COM1 or COM2.</source>
+        <translation>Weder an COM1 noch an COM2 antwortet ein Controller.</translation>
+    </message>
+    <message>
+        <source>%1 is open, %2.</source>
+        <translation>%1 ist offen, %2.</translation>
+    </message>
+    <message>
+        <source>%1 is closed.</source>
+        <translation>%1 ist geschlossen.</translation>
+    </message>
+    <message>
+        <source>Recording to %1</source>
+        <translation>Aufzeichnung in %1</translation>
+    </message>
+    <message>
+        <source>The recording broke off.</source>
+        <translation>Die Aufzeichnung brach ab.</translation>
+    </message>
+    <message>
+        <source>The recording has ended.</source>
+        <translation>Die Aufzeichnung ist beendet.</translation>
+    </message>
+    <message>
+        <source>Replaying %1</source>
+        <translation>Wiedergabe von %1</translation>
+    </message>
+    <message>
+        <source>The replay has ended.</source>
+        <translation>Die Wiedergabe ist beendet.</translation>
+    </message>
+    <message>
+        <source>The serial port is closed.</source>
+        <translation>Der serielle Port ist geschlossen.</translation>
+    </message>
+    <message>
+        <source>The line settings &quot;%1&quot; are wrong: expected %2, found &quot;%3&quot;</source>
+        <translation>Die Leitungseinstellungen „%1“ sind falsch: erwartet: %2, gefunden: „%3“</translation>
+    </message>
+    <message>
+        <source>baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1</source>
+        <translation>Baudrate, Parität, Datenbits und Stoppbits, z. B. 9600,n,8,1</translation>
+    </message>
+    <message>
+        <source>a baud rate of 1 to 4000000</source>
+        <translation>eine Baudrate von 1 bis 4000000</translation>
+    </message>
+    <message>
+        <source>n, e or o as the parity</source>
+        <translation>n, e oder o als Parität</translation>
+    </message>
+    <message>
+        <source>5 to 8 data bits</source>
+        <translation>5 bis 8 Datenbits</translation>
+    </message>
+    <message>
+        <source>1 or 2 stop bits</source>
+        <translation>1 oder 2 Stoppbits</translation>
+    </message>
+    <message>
+        <source>F1 for Hot Key Help</source>
+        <translation>F1 zeigt die Tasten</translation>
+    </message>
+    <message>
+        <source>bytes of two hexadecimal digits with a blank between</source>
+        <translation>Bytes aus zwei Hexadezimalziffern, durch ein Leerzeichen getrennt</translation>
+    </message>
+    <message>
+        <source>a time in seconds with six decimals, such as 0.104250</source>
+        <translation>eine Zeit in Sekunden mit sechs Nachkommastellen, etwa 0.104250</translation>
+    </message>
+    <message>
+        <source>a time not before the one above</source>
+        <translation>eine Zeit, die nicht vor der darüber liegt</translation>
+    </message>
+    <message>
+        <source>&gt; for bytes to the controller or &lt; for bytes from it</source>
+        <translation>&gt; für Bytes an den Controller oder &lt; für Bytes von ihm</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>a file that can be written</source>
+        <translation>eine beschreibbare Datei</translation>
+    </message>
+    <message>
+        <source>room for the recording</source>
+        <translation>Platz für die Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>a full or missing disk</source>
+        <translation>ein voller oder fehlender Datenträger</translation>
+    </message>
+    <message>
+        <source>status bytes of two hexadecimal digits, such as D8,D9</source>
+        <translation>Statusbytes aus zwei Hexadezimalziffern, etwa D8,D9</translation>
+    </message>
+    <message>
+        <source>a layout such as low7@1,3 with low7, high7 or le16</source>
+        <translation>ein Aufbau wie low7@1,3 mit low7, high7 oder le16</translation>
+    </message>
+    <message>
+        <source>two different places from 1 to %1 for coordinates of two bytes</source>
+        <translation>zwei verschiedene Stellen von 1 bis %1 für Koordinaten aus zwei Bytes</translation>
+    </message>
+    <message>
+        <source>status bytes from 80 to FF with coordinates of 7 bits</source>
+        <translation>Statusbytes von 80 bis FF bei Koordinaten aus 7 Bits</translation>
+    </message>
+    <message>
+        <source>status bytes that no other format has</source>
+        <translation>Statusbytes, die kein anderes Format hat</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>status bytes that are either touching or released</source>
+        <translation>Statusbytes, die entweder „berührt“ oder „losgelassen“ bedeuten</translation>
+    </message>
+    <message>
+        <source>%1 in both</source>
+        <translation>%1 in beiden</translation>
+    </message>
+    <message>
+        <source>five fields: name, length, touching, released, layout</source>
+        <translation>fünf Felder: Name, Länge, berührt, losgelassen, Aufbau</translation>
+    </message>
+    <message>
+        <source>a name of its own</source>
+        <translation>ein eigener Name</translation>
+    </message>
+    <message>
+        <source>another %1</source>
+        <translation>noch einmal %1</translation>
+    </message>
+    <message>
+        <source>a packet length from 5 to 64</source>
+        <translation>eine Paketlänge von 5 bis 64</translation>
+    </message>
+    <message>
+        <source>Intervals : shortest %1, median %2, longest %3 ms</source>
+        <translation>Abstände: kürzester %1, Median %2, längster %3 ms</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>%1 ms at %2 ms</source>
+        <translation>%1 ms bei %2 ms</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Gaps : %1</source>
+        <translation>Lücken: %1</translation>
+    </message>
+    <message>
+        <source>At most %1 reports a second fit on the line</source>
+        <translation>Höchstens %1 Meldungen je Sekunde passen auf die Leitung</translation>
+    </message>
+    <message>
+        <source>there is no such device. Connect it, or say which device it is with %1.</source>
+        <translation>Dieses Gerät gibt es nicht. Schließen Sie es an, oder nennen Sie das Gerät mit %1.</translation>
+    </message>
+    <message>
+        <source>there is no hardware behind it. Connect it, or say which device it is with %1.</source>
+        <translation>Dahinter ist keine Hardware. Schließen Sie sie an, oder nennen Sie das Gerät mit %1.</translation>
+    </message>
+    <message>
+        <source>permission denied. Add yourself to the group dialout and log in again.</source>
+        <translation>Zugriff verweigert. Nehmen Sie sich in die Gruppe dialout auf, und melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>another program is using it. Close that program and try again.</source>
+        <translation>Ein anderes Programm verwendet ihn. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>it is not a serial port. Please say which device it is with %1.</source>
+        <translation>Das ist kein serieller Port. Nennen Sie das Gerät mit %1.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::FingerSpinBox</name>
+    <message>
+        <source>%1: less</source>
+        <translation>%1: weniger</translation>
+    </message>
+    <message>
+        <source>%1: more</source>
+        <translation>%1: mehr</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmCal</name>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Abbrechen</translation>
+    </message>
+    <message>
+        <source>EXIT</source>
+        <translation>ENDE</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Calibration targets</source>
+        <translation>Kalibrierziele</translation>
+    </message>
+    <message>
+        <source>Touch each target as it pulses, in its centre,
+before the bar reaches the right edge.  Esc: give up</source>
+        <translation>Berühren Sie jedes Ziel, sobald es pulsiert, in seiner Mitte,
+bevor der Balken den rechten Rand erreicht.  Esc: aufgeben</translation>
+    </message>
+    <message>
+        <source>Time used of this target&apos;s</source>
+        <translation>Verbrauchte Zeit für dieses Ziel</translation>
+    </message>
+    <message>
+        <source>Storing …</source>
+        <translation>Speichern …</translation>
+    </message>
+    <message>
+        <source>The target to touch pulses; the others are still.</source>
+        <translation>Das zu berührende Ziel pulsiert; die anderen sind ruhig.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmCalibrationPage</name>
+    <message>
+        <source>&amp;2 points</source>
+        <translation>&amp;2 Punkte</translation>
+    </message>
+    <message>
+        <source>The controller does it by itself: position and size.</source>
+        <translation>Der Controller macht es allein: Lage und Größe.</translation>
+    </message>
+    <message>
+        <source>&amp;3 points</source>
+        <translation>&amp;3 Punkte</translation>
+    </message>
+    <message>
+        <source>Corrects a panel that sits askew, too.</source>
+        <translation>Berichtigt auch ein schief eingebautes Panel.</translation>
+    </message>
+    <message>
+        <source>&amp;5 points</source>
+        <translation>&amp;5 Punkte</translation>
+    </message>
+    <message>
+        <source>The usual choice for a new panel.</source>
+        <translation>Die übliche Wahl für ein neues Panel.</translation>
+    </message>
+    <message>
+        <source>&amp;9 points</source>
+        <translation>&amp;9 Punkte</translation>
+    </message>
+    <message>
+        <source>For large panels and the last bit of accuracy.</source>
+        <translation>Für große Panels und höchste Genauigkeit.</translation>
+    </message>
+    <message>
+        <source>Touch the targets one after the other. When the bar has crossed the screen before a target is touched, the calibration ends; nothing is stored then.</source>
+        <translation>Berühren Sie die Ziele nacheinander. Hat der Balken den Bildschirm durchquert, bevor ein Ziel berührt ist, endet die Kalibrierung; dann wird nichts gespeichert.</translation>
+    </message>
+    <message>
+        <source>mean %1, at most %2 of the panel&apos;s width</source>
+        <translation>im Mittel %1, höchstens %2 der Panelbreite</translation>
+    </message>
+    <message>
+        <source>Simulated panel&apos;s error before: %1
+Simulated panel&apos;s error now: %2</source>
+        <translation>Fehler des simulierten Panels vorher: %1
+Fehler des simulierten Panels jetzt: %2</translation>
+    </message>
+    <message>
+        <source>Simulated panel&apos;s error: %1</source>
+        <translation>Fehler des simulierten Panels: %1</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmCommandPanel</name>
+    <message>
+        <source>&amp;Send</source>
+        <translation>&amp;Senden</translation>
+    </message>
+    <message>
+        <source>DATA VALUE</source>
+        <translation>DATENWERT</translation>
+    </message>
+    <message>
+        <source>&amp;Command:</source>
+        <translation>&amp;Befehl:</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Reply, text</source>
+        <translation>Antwort, Text</translation>
+    </message>
+    <message>
+        <source>Reply, hexadecimal</source>
+        <translation>Antwort, hexadezimal</translation>
+    </message>
+    <message>
+        <source>Reply, remark</source>
+        <translation>Antwort, Anmerkung</translation>
+    </message>
+    <message>
+        <source>&amp;M01 Mode</source>
+        <translation>&amp;M01-Modus</translation>
+    </message>
+    <message>
+        <source>E&amp;02 Mode</source>
+        <translation>E&amp;02-Modus</translation>
+    </message>
+    <message>
+        <source>&amp;quorvane</source>
+        <translation>&amp;quorvane</translation>
+    </message>
+    <message>
+        <source>EEP &amp;Address</source>
+        <translation>EEP-&amp;Adresse</translation>
+    </message>
+    <message>
+        <source>EEP Address</source>
+        <translation>EEP-Adresse</translation>
+    </message>
+    <message>
+        <source>&amp;HighByte</source>
+        <translation>&amp;HighByte</translation>
+    </message>
+    <message>
+        <source>&amp;LowByte</source>
+        <translation>&amp;LowByte</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmConsolePanel</name>
+    <message>
+        <source>Everything</source>
+        <translation>Alles</translation>
+    </message>
+    <message>
+        <source>Commands and answers</source>
+        <translation>Befehle und Antworten</translation>
+    </message>
+    <message>
+        <source>Sent</source>
+        <translation>Gesendet</translation>
+    </message>
+    <message>
+        <source>Received</source>
+        <translation>Empfangen</translation>
+    </message>
+    <message>
+        <source>Reports</source>
+        <translation>Meldungen</translation>
+    </message>
+    <message>
+        <source>Matches onl&amp;y</source>
+        <translation>Nur &amp;Treffer</translation>
+    </message>
+    <message>
+        <source>Pa&amp;use view</source>
+        <translation>A&amp;nsicht anhalten</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Konsole</translation>
+    </message>
+    <message>
+        <source>Recording goes on meanwhile</source>
+        <translation>Die Aufzeichnung läuft dabei weiter</translation>
+    </message>
+    <message>
+        <source>Lines to show</source>
+        <translation>Angezeigte Zeilen</translation>
+    </message>
+    <message>
+        <source>Text to look for</source>
+        <translation>Gesuchter Text</translation>
+    </message>
+    <message>
+        <source>Look for …</source>
+        <translation>Suchen nach …</translation>
+    </message>
+    <message>
+        <source>Fi&amp;nd</source>
+        <translation>Su&amp;chen</translation>
+    </message>
+    <message>
+        <source>C&amp;opy</source>
+        <translation>&amp;Kopieren</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve …</source>
+        <translation>Spe&amp;ichern …</translation>
+    </message>
+    <message>
+        <source>Copied.</source>
+        <translation>Kopiert.</translation>
+    </message>
+    <message>
+        <source>Save the console</source>
+        <translation>Konsole speichern</translation>
+    </message>
+    <message>
+        <source>Text (*.txt)</source>
+        <translation>Text (*.txt)</translation>
+    </message>
+    <message>
+        <source>Saved in %1</source>
+        <translation>Gespeichert in %1</translation>
+    </message>
+    <message>
+        <source>Nothing found.</source>
+        <translation>Nichts gefunden.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmControllerPage</name>
+    <message>
+        <source>No controller is listed. Check that the touch driver is installed and the controller is connected and powered, then press Refresh.</source>
+        <translation>Es ist kein Controller aufgeführt. Prüfen Sie, ob der Touch-Treiber installiert, der Controller angeschlossen und mit Strom versorgt ist, und drücken Sie dann „Aktualisieren“.</translation>
+    </message>
+    <message>
+        <source>&amp;Info</source>
+        <translation>&amp;Info</translation>
+    </message>
+    <message>
+        <source>Search &amp;COM ports</source>
+        <translation>COM-&amp;Ports durchsuchen</translation>
+    </message>
+    <message>
+        <source>Controllers</source>
+        <translation>Controller</translation>
+    </message>
+    <message>
+        <source> No</source>
+        <translation> Nr.</translation>
+    </message>
+    <message>
+        <source> Device</source>
+        <translation> Gerät</translation>
+    </message>
+    <message>
+        <source>Controller information</source>
+        <translation>Controller-Information</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation>&amp;Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Search for controllers again (F5)</source>
+        <translation>Sucht erneut nach Controllern (F5)</translation>
+    </message>
+    <message>
+        <source>Look for a serial controller on COM16 down to COM1</source>
+        <translation>Sucht einen seriellen Controller an COM16 bis hinab zu COM1</translation>
+    </message>
+    <message>
+        <source>Unit type:</source>
+        <translation>Typ:</translation>
+    </message>
+    <message>
+        <source>Firmware:</source>
+        <translation>Firmware:</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmDraw</name>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>&amp;Band</source>
+        <translation>&amp;Band</translation>
+    </message>
+    <message>
+        <source>Drawing</source>
+        <translation>Zeichnen</translation>
+    </message>
+    <message>
+        <source>Drawing area</source>
+        <translation>Zeichenfläche</translation>
+    </message>
+    <message>
+        <source>Draw with the mouse: the ink appears where the simulated controller reports it.
+F1 helps, Esc leaves.</source>
+        <translation>Zeichnen Sie mit der Maus: Die Tinte erscheint, wo der simulierte Controller sie meldet.
+F1 hilft, Esc verlässt.</translation>
+    </message>
+    <message>
+        <source>Draw with your finger.
+F1 helps, Esc leaves.</source>
+        <translation>Zeichnen Sie mit dem Finger.
+F1 hilft, Esc verlässt.</translation>
+    </message>
+    <message>
+        <source>Keys; tap one to use it</source>
+        <translation>Tasten; tippen Sie auf eine, um sie zu benutzen</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Deviations of the last stroke; tap to put away</source>
+        <translation>Abweichungen des letzten Strichs; Tippen legt sie weg</translation>
+    </message>
+    <message>
+        <source>Results of the guide lines</source>
+        <translation>Ergebnisse der Hilfslinien</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>Keys and commands (F1)</source>
+        <translation>Tasten und Befehle (F1)</translation>
+    </message>
+    <message>
+        <source>Takes the last recorded stroke back (D)</source>
+        <translation>Nimmt den zuletzt aufgezeichneten Strich zurück (D)</translation>
+    </message>
+    <message>
+        <source>Show the tolerance band along the guide lines</source>
+        <translation>Zeigt das Toleranzband entlang der Hilfslinien</translation>
+    </message>
+    <message>
+        <source>Tolerance in tenths of a percent</source>
+        <translation>Toleranz in Zehntelprozent</translation>
+    </message>
+    <message>
+        <source>Save drawing</source>
+        <translation>Zeichnung speichern</translation>
+    </message>
+    <message>
+        <source>View drawing</source>
+        <translation>Zeichnung ansehen</translation>
+    </message>
+    <message>
+        <source>What is drawn on the panel, and the guide lines</source>
+        <translation>Was auf dem Panel gezeichnet wird, und die Hilfslinien</translation>
+    </message>
+    <message>
+        <source>%1, beyond the tolerance</source>
+        <translation>%1, außerhalb der Toleranz</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmLinearity</name>
+    <message>
+        <source>Panel width</source>
+        <translation>Panelbreite</translation>
+    </message>
+    <message>
+        <source>Panel height</source>
+        <translation>Panelhöhe</translation>
+    </message>
+    <message>
+        <source>Lines to follow</source>
+        <translation>Nachzuziehende Linien</translation>
+    </message>
+    <message>
+        <source>How large is the panel&apos;s active area?</source>
+        <translation>Wie groß ist die aktive Fläche des Panels?</translation>
+    </message>
+    <message>
+        <source>Deviations are judged in millimetres. Measure the picture, without its frame.</source>
+        <translation>Abweichungen werden in Millimetern beurteilt. Messen Sie das Bild ohne den Rahmen.</translation>
+    </message>
+    <message>
+        <source>&amp;Width:</source>
+        <translation>&amp;Breite:</translation>
+    </message>
+    <message>
+        <source>&amp;Height:</source>
+        <translation>&amp;Höhe:</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>&amp;Leave</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>◀ &amp;Back</source>
+        <translation>◀ &amp;Zurück</translation>
+    </message>
+    <message>
+        <source>The line before (Left)</source>
+        <translation>Zur vorigen Linie (Links)</translation>
+    </message>
+    <message>
+        <source>&amp;Repeat</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Draws this line anew (Backspace)</source>
+        <translation>Diese Linie neu zeichnen (Rücktaste)</translation>
+    </message>
+    <message>
+        <source>&amp;Next ▶</source>
+        <translation>W&amp;eiter ▶</translation>
+    </message>
+    <message>
+        <source>Keeps what is drawn and goes on (Right, Enter)</source>
+        <translation>Behält das Gezeichnete und geht weiter (Rechts, Eingabe)</translation>
+    </message>
+    <message>
+        <source>Re&amp;sults</source>
+        <translation>E&amp;rgebnisse</translation>
+    </message>
+    <message>
+        <source>What has been measured so far</source>
+        <translation>Was bisher gemessen ist</translation>
+    </message>
+    <message>
+        <source>Back to the main window (Esc)</source>
+        <translation>Zurück zum Hauptfenster (Esc)</translation>
+    </message>
+    <message>
+        <source>%1 of 18 lines are measured already. Go on with them?</source>
+        <translation>%1 von 18 Linien sind schon gemessen. Damit weitermachen?</translation>
+    </message>
+    <message>
+        <source>That measured nothing. Draw the whole line again, from edge to edge.</source>
+        <translation>Das ergab keine Messung. Zeichnen Sie die ganze Linie noch einmal, von Rand zu Rand.</translation>
+    </message>
+    <message>
+        <source>%1   %2 of 18 measured</source>
+        <translation>%1   %2 von 18 gemessen</translation>
+    </message>
+    <message>
+        <source>%1 %2: at most %3 off, straight to %4.</source>
+        <translation>%1 %2: höchstens %3 daneben, gerade auf %4.</translation>
+    </message>
+    <message>
+        <source>Drawn:</source>
+        <translation>Gezeichnet:</translation>
+    </message>
+    <message>
+        <source>Measured before:</source>
+        <translation>Zuvor gemessen:</translation>
+    </message>
+    <message>
+        <source>pass</source>
+        <translation>i. O.</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>n. i. O.</translation>
+    </message>
+    <message>
+        <source>Draw along the white line, from edge to edge.</source>
+        <translation>Zeichnen Sie entlang der weißen Linie, von Rand zu Rand.</translation>
+    </message>
+    <message>
+        <source>The line to draw along is white; its name stands in the panel beside it.</source>
+        <translation>Die nachzuziehende Linie ist weiß; ihr Name steht im Feld daneben.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmLinearityPage</name>
+    <message>
+        <source>Deviation along each line, and map of the panel</source>
+        <translation>Abweichung entlang jeder Linie und Karte des Panels</translation>
+    </message>
+    <message>
+        <source>All of its figures stand on the page &quot;Figures&quot;.</source>
+        <translation>Alle Zahlen dazu stehen auf der Seite „Zahlen“.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmLinearityResult</name>
+    <message>
+        <source>Average</source>
+        <translation>Mittelwert</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>RMS</source>
+        <translation>Effektivwert</translation>
+    </message>
+    <message>
+        <source>Centre</source>
+        <translation>Mitte</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>Offset</source>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>Straightness</source>
+        <translation>Geradheit</translation>
+    </message>
+    <message>
+        <source>Gap</source>
+        <translation>Lücke</translation>
+    </message>
+    <message>
+        <source>Limit in the centre</source>
+        <translation>Grenzwert in der Mitte</translation>
+    </message>
+    <message>
+        <source>Limit near the edge</source>
+        <translation>Grenzwert am Rand</translation>
+    </message>
+    <message>
+        <source>&amp;Draw again</source>
+        <translation>&amp;Erneut zeichnen</translation>
+    </message>
+    <message>
+        <source>Plots and map</source>
+        <translation>Diagramme und Karte</translation>
+    </message>
+    <message>
+        <source>Figures</source>
+        <translation>Zahlen</translation>
+    </message>
+    <message>
+        <source>Limits, export</source>
+        <translation>Grenzwerte, Export</translation>
+    </message>
+    <message>
+        <source>Figures of each line in millimetres</source>
+        <translation>Zahlen jeder Linie in Millimetern</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Linie</translation>
+    </message>
+    <message>
+        <source>Verdict</source>
+        <translation>Urteil</translation>
+    </message>
+    <message>
+        <source>Greatest distance from the line, more than 3.5 mm from the panel&apos;s edge</source>
+        <translation>Größter Abstand von der Linie, mehr als 3,5 mm vom Rand des Panels</translation>
+    </message>
+    <message>
+        <source>Greatest distance from the line within 3.5 mm of the panel&apos;s edge</source>
+        <translation>Größter Abstand von der Linie bis 3,5 mm vom Rand des Panels</translation>
+    </message>
+    <message>
+        <source>Distance of the best-fitting line from the line, at its middle</source>
+        <translation>Abstand der Ausgleichsgeraden von der Linie, in deren Mitte</translation>
+    </message>
+    <message>
+        <source>Greatest distance from the best-fitting line</source>
+        <translation>Größter Abstand von der Ausgleichsgeraden</translation>
+    </message>
+    <message>
+        <source>Longest piece without a touch</source>
+        <translation>Längstes Stück ohne Berührung</translation>
+    </message>
+    <message>
+        <source>Li&amp;mit:</source>
+        <translation>&amp;Grenzwert:</translation>
+    </message>
+    <message>
+        <source>E&amp;dge:</source>
+        <translation>Ran&amp;d:</translation>
+    </message>
+    <message>
+        <source>Unit of the limits</source>
+        <translation>Einheit der Grenzwerte</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>percent</source>
+        <translation>Prozent</translation>
+    </message>
+    <message>
+        <source>Draws the line that is marked under &quot;Figures&quot; again</source>
+        <translation>Zeichnet die unter „Zahlen“ markierte Linie noch einmal</translation>
+    </message>
+    <message>
+        <source>◀ &amp;Back</source>
+        <translation>◀ &amp;Zurück</translation>
+    </message>
+    <message>
+        <source>&amp;Leave</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>&amp;PNG …</source>
+        <translation>&amp;PNG …</translation>
+    </message>
+    <message>
+        <source>PD&amp;F …</source>
+        <translation>PD&amp;F …</translation>
+    </message>
+    <message>
+        <source>&amp;CSV …</source>
+        <translation>&amp;CSV …</translation>
+    </message>
+    <message>
+        <source>pass</source>
+        <translation>i. O.</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>n. i. O.</translation>
+    </message>
+    <message>
+        <source>Nothing is measured yet</source>
+        <translation>Noch ist nichts gemessen</translation>
+    </message>
+    <message>
+        <source>PASS</source>
+        <translation>I. O.</translation>
+    </message>
+    <message>
+        <source>FAIL: %1 of %2</source>
+        <translation>N. I. O.: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Save as %1</source>
+        <translation>Als %1 speichern</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmMain</name>
+    <message>
+        <source>The calibration is stored.</source>
+        <translation>Die Kalibrierung ist gespeichert.</translation>
+    </message>
+    <message>
+        <source>No touch came in time. The calibration was given up; nothing was stored.</source>
+        <translation>Es kam nicht rechtzeitig eine Berührung. Die Kalibrierung wurde aufgegeben; nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>The calibration failed; nothing was stored.</source>
+        <translation>Die Kalibrierung ist fehlgeschlagen; nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>The calibration was cancelled; nothing was stored.</source>
+        <translation>Die Kalibrierung wurde abgebrochen; nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>&amp;Stop searching</source>
+        <translation>Suche &amp;stoppen</translation>
+    </message>
+    <message>
+        <source>Re&amp;lease comport and Exit</source>
+        <translation>COM-Port &amp;freigeben und beenden</translation>
+    </message>
+    <message>
+        <source>Controller</source>
+        <translation>Controller</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Maintenance</source>
+        <translation>Wartung</translation>
+    </message>
+    <message>
+        <source>Parameters</source>
+        <translation>Parameter</translation>
+    </message>
+    <message>
+        <source>Tests</source>
+        <translation>Tests</translation>
+    </message>
+    <message>
+        <source>Changing the setting …</source>
+        <translation>Die Einstellung wird geändert …</translation>
+    </message>
+    <message>
+        <source>Restoring the defaults …</source>
+        <translation>Die Werkseinstellungen werden wiederhergestellt …</translation>
+    </message>
+    <message>
+        <source>Resetting the controller …</source>
+        <translation>Der Controller wird neu gestartet …</translation>
+    </message>
+    <message>
+        <source>Assigning the monitor …</source>
+        <translation>Der Monitor wird zugewiesen …</translation>
+    </message>
+    <message>
+        <source>The panel belongs to monitor %1.</source>
+        <translation>Das Panel gehört zu Monitor %1.</translation>
+    </message>
+    <message>
+        <source>The driver did not take monitor %1.</source>
+        <translation>Der Treiber hat Monitor %1 nicht angenommen.</translation>
+    </message>
+    <message>
+        <source>Writing the parameters back …</source>
+        <translation>Die Parameter werden zurückgeschrieben …</translation>
+    </message>
+    <message>
+        <source>Reading the parameters …</source>
+        <translation>Die Parameter werden gelesen …</translation>
+    </message>
+    <message>
+        <source>Writing the parameters …</source>
+        <translation>Die Parameter werden geschrieben …</translation>
+    </message>
+    <message>
+        <source>Simulated controllers: the mouse is the finger</source>
+        <translation>Simulierte Controller: Die Maus ist der Finger</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Passwort:</translation>
+    </message>
+    <message>
+        <source>E&amp;xit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>The picture %1 cannot be shown: %2</source>
+        <translation>Das Bild %1 kann nicht angezeigt werden: %2</translation>
+    </message>
+    <message>
+        <source>The icon %1 cannot be shown: it holds no picture</source>
+        <translation>Das Symbol %1 kann nicht angezeigt werden: Es enthält kein Bild</translation>
+    </message>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>The picture &quot;pic01.jpg&quot; of the working folder</source>
+        <translation>Das Bild „pic01.jpg“ des Arbeitsordners</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmMaintenancePage</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>&amp;Trace every driver call and serial transfer</source>
+        <translation>&amp;Jeden Treiberaufruf und jede serielle Übertragung mitschneiden</translation>
+    </message>
+    <message>
+        <source>Driver library</source>
+        <translation>Treiberbibliothek</translation>
+    </message>
+    <message>
+        <source>Written to a new file in the working folder each time</source>
+        <translation>Jedes Mal in eine neue Datei im Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>Panel on monitor:</source>
+        <translation>Panel auf Monitor:</translation>
+    </message>
+    <message>
+        <source>Driver library:</source>
+        <translation>Treiberbibliothek:</translation>
+    </message>
+    <message>
+        <source>Ad&amp;vanced …</source>
+        <translation>&amp;Erweitert …</translation>
+    </message>
+    <message>
+        <source>Shows the advanced functions (key I)</source>
+        <translation>Zeigt die erweiterten Funktionen (Taste I)</translation>
+    </message>
+    <message>
+        <source>&amp;Defaults</source>
+        <translation>&amp;Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>Restores the values that the controller left the factory with. The parameters before are kept in the folder &quot;backup&quot;.</source>
+        <translation>Stellt die Werte wieder her, mit denen der Controller das Werk verließ. Die bisherigen Parameter werden im Ordner „backup“ aufbewahrt.</translation>
+    </message>
+    <message>
+        <source>Writes the parameters from before back into the controller.</source>
+        <translation>Schreibt die bisherigen Parameter in den Controller zurück.</translation>
+    </message>
+    <message>
+        <source>&amp;Reset</source>
+        <translation>&amp;Neustart</translation>
+    </message>
+    <message>
+        <source>Restarts the controller, as if it had been switched off and on.</source>
+        <translation>Startet den Controller neu, als wäre er aus- und wieder eingeschaltet worden.</translation>
+    </message>
+    <message>
+        <source>Serial de&amp;bugger …</source>
+        <translation>Serieller &amp;Debugger …</translation>
+    </message>
+    <message>
+        <source>Sensor &amp;pins …</source>
+        <translation>Sensorbele&amp;gung …</translation>
+    </message>
+    <message>
+        <source>Monitor that the panel covers</source>
+        <translation>Monitor, den das Panel bedeckt</translation>
+    </message>
+    <message>
+        <source>Id&amp;entify</source>
+        <translation>&amp;Identifizieren</translation>
+    </message>
+    <message>
+        <source>Shows its number on each monitor</source>
+        <translation>Zeigt auf jedem Monitor seine Nummer</translation>
+    </message>
+    <message>
+        <source>&amp;Assign</source>
+        <translation>&amp;Zuweisen</translation>
+    </message>
+    <message>
+        <source>%1: %2, %3 x %4</source>
+        <translation>%1: %2, %3 x %4</translation>
+    </message>
+    <message>
+        <source>The trace is off.</source>
+        <translation>Der Mitschnitt ist aus.</translation>
+    </message>
+    <message>
+        <source>Tracing to %1</source>
+        <translation>Mitschnitt in %1</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmParametersPage</name>
+    <message>
+        <source>&amp;Undo</source>
+        <translation>&amp;Rückgängig</translation>
+    </message>
+    <message>
+        <source>Parameter words</source>
+        <translation>Parameterwörter</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Old high</source>
+        <translation>Alt High</translation>
+    </message>
+    <message>
+        <source>Old low</source>
+        <translation>Alt Low</translation>
+    </message>
+    <message>
+        <source>New high</source>
+        <translation>Neu High</translation>
+    </message>
+    <message>
+        <source>New low</source>
+        <translation>Neu Low</translation>
+    </message>
+    <message>
+        <source>Changed</source>
+        <translation>Geändert</translation>
+    </message>
+    <message>
+        <source>Bytes in</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>&amp;hexadecimal</source>
+        <translation>&amp;hexadezimal</translation>
+    </message>
+    <message>
+        <source>deci&amp;mal</source>
+        <translation>&amp;dezimal</translation>
+    </message>
+    <message>
+        <source>&amp;Read</source>
+        <translation>&amp;Lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Write</source>
+        <translation>S&amp;chreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Clear</source>
+        <translation>L&amp;eeren</translation>
+    </message>
+    <message>
+        <source>The new values are cleared; nothing was sent.</source>
+        <translation>Die neuen Werte sind geleert; es wurde nichts gesendet.</translation>
+    </message>
+    <message>
+        <source>L&amp;oad …</source>
+        <translation>L&amp;aden …</translation>
+    </message>
+    <message>
+        <source>&amp;Save …</source>
+        <translation>S&amp;peichern …</translation>
+    </message>
+    <message>
+        <source>Com&amp;pare …</source>
+        <translation>&amp;Vergleichen …</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>geändert</translation>
+    </message>
+    <message>
+        <source>Cal (*.vrq)</source>
+        <translation>Kal (*.vrq)</translation>
+    </message>
+    <message>
+        <source>Load parameters</source>
+        <translation>Parameter laden</translation>
+    </message>
+    <message>
+        <source>Compare with a file</source>
+        <translation>Mit einer Datei vergleichen</translation>
+    </message>
+    <message>
+        <source>Save parameters</source>
+        <translation>Parameter speichern</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmPinDefine</name>
+    <message>
+        <source>Sensor</source>
+        <translation>Sensor</translation>
+    </message>
+    <message>
+        <source>&amp;4-wire</source>
+        <translation>&amp;4-Draht</translation>
+    </message>
+    <message>
+        <source>&amp;5-wire</source>
+        <translation>&amp;5-Draht</translation>
+    </message>
+    <message>
+        <source>&amp;Update</source>
+        <translation>S&amp;chreiben</translation>
+    </message>
+    <message>
+        <source>&amp;Put back</source>
+        <translation>&amp;Zurückschreiben</translation>
+    </message>
+    <message>
+        <source>Sensor pin definition</source>
+        <translation>Anschlussbelegung des Sensors</translation>
+    </message>
+    <message>
+        <source>Writes the mapping from before the last update</source>
+        <translation>Schreibt die Belegung vor der letzten Änderung zurück</translation>
+    </message>
+    <message>
+        <source>&amp;Read</source>
+        <translation>&amp;Lesen</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>Schl&amp;ießen</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>Kanal</translation>
+    </message>
+    <message>
+        <source>Bit</source>
+        <translation>Bit</translation>
+    </message>
+    <message>
+        <source>Writing the pin definition …</source>
+        <translation>Die Anschlussbelegung wird geschrieben …</translation>
+    </message>
+    <message>
+        <source>Putting the old mapping back …</source>
+        <translation>Die alte Belegung wird zurückgeschrieben …</translation>
+    </message>
+    <message>
+        <source>Reading the pin definition …</source>
+        <translation>Die Anschlussbelegung wird gelesen …</translation>
+    </message>
+    <message>
+        <source>%1, analogue channel</source>
+        <translation>%1, Analogkanal</translation>
+    </message>
+    <message>
+        <source>%1, I/O bit</source>
+        <translation>%1, E/A-Bit</translation>
+    </message>
+    <message>
+        <source>Every channel and every bit is used once.</source>
+        <translation>Jeder Kanal und jedes Bit wird einmal verwendet.</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmRSDebug</name>
+    <message>
+        <source>How many intervals from one report to the next are how long; a bar for every %1 ms, the last one also for longer ones</source>
+        <translation>Wie viele Abstände von einer Meldung zur nächsten wie lang sind; ein Balken je %1 ms, der letzte auch für längere</translation>
+    </message>
+    <message>
+        <source>from %1 ms: %2</source>
+        <translation>ab %1 ms: %2</translation>
+    </message>
+    <message>
+        <source>Intervals between reports</source>
+        <translation>Abstände zwischen Meldungen</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>Simulated panel:
+draw here with the mouse</source>
+        <translation>Simuliertes Panel:
+Zeichnen Sie hier mit der Maus</translation>
+    </message>
+    <message>
+        <source>Repor&amp;t Rate</source>
+        <translation>Mel&amp;derate</translation>
+    </message>
+    <message>
+        <source>KVD Debuger</source>
+        <translation>KVD Debuger</translation>
+    </message>
+    <message>
+        <source>Orvendalix Debuger</source>
+        <translation>Orvendalix Debuger</translation>
+    </message>
+    <message>
+        <source>Ta&amp;ke the port</source>
+        <translation>&amp;Port übernehmen</translation>
+    </message>
+    <message>
+        <source>Search COM&amp;1 and 2</source>
+        <translation>COM&amp;1 und 2 durchsuchen</translation>
+    </message>
+    <message>
+        <source>&amp;Receive</source>
+        <translation>&amp;Empfangen</translation>
+    </message>
+    <message>
+        <source>De&amp;buger</source>
+        <translation>Deb&amp;ugger</translation>
+    </message>
+    <message>
+        <source>Cl&amp;ear</source>
+        <translation>Lee&amp;ren</translation>
+    </message>
+    <message>
+        <source>DRA&amp;W</source>
+        <translation>&amp;ZEICHNEN</translation>
+    </message>
+    <message>
+        <source>Recor&amp;d …</source>
+        <translation>Au&amp;fzeichnen …</translation>
+    </message>
+    <message>
+        <source>Writes everything that passes the port to a file</source>
+        <translation>Schreibt alles, was über den Port geht, in eine Datei</translation>
+    </message>
+    <message>
+        <source>Re&amp;play …</source>
+        <translation>&amp;Wiedergeben …</translation>
+    </message>
+    <message>
+        <source>Shows a recording as if it came from the controller</source>
+        <translation>Zeigt eine Aufzeichnung, als käme sie vom Controller</translation>
+    </message>
+    <message>
+        <source>Qu&amp;it</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Gives the port back to the driver and shows the main window</source>
+        <translation>Gibt den Port an den Treiber zurück und zeigt das Hauptfenster</translation>
+    </message>
+    <message>
+        <source>E&amp;xit   Debuger</source>
+        <translation>Pro&amp;gramm beenden</translation>
+    </message>
+    <message>
+        <source>Gives the port back to the driver and ends the program</source>
+        <translation>Gibt den Port an den Treiber zurück und beendet das Programm</translation>
+    </message>
+    <message>
+        <source>Command</source>
+        <translation>Befehl</translation>
+    </message>
+    <message>
+        <source>Console</source>
+        <translation>Konsole</translation>
+    </message>
+    <message>
+        <source>Find and keep</source>
+        <translation>Suchen und sichern</translation>
+    </message>
+    <message>
+        <source>Waiting for the controller …</source>
+        <translation>Auf den Controller wird gewartet …</translation>
+    </message>
+    <message>
+        <source>Record to</source>
+        <translation>Aufzeichnen in</translation>
+    </message>
+    <message>
+        <source>Recordings (*.txt)</source>
+        <translation>Aufzeichnungen (*.txt)</translation>
+    </message>
+    <message>
+        <source>Replay a recording</source>
+        <translation>Eine Aufzeichnung wiedergeben</translation>
+    </message>
+    <message>
+        <source>A recording stands in for the port.</source>
+        <translation>Eine Aufzeichnung steht an der Stelle des Ports.</translation>
+    </message>
+    <message>
+        <source>Stop recor&amp;ding</source>
+        <translation>Au&amp;fzeichnung beenden</translation>
+    </message>
+    <message>
+        <source>Stop re&amp;play</source>
+        <translation>&amp;Wiedergabe beenden</translation>
+    </message>
+    <message>
+        <source>Draw one stroke on the panel.</source>
+        <translation>Zeichnen Sie einen Strich auf dem Panel.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Receive&quot;, then draw one stroke.</source>
+        <translation>Drücken Sie „Empfangen“, und zeichnen Sie dann einen Strich.</translation>
+    </message>
+    <message>
+        <source>No stroke has been measured.</source>
+        <translation>Es ist kein Strich gemessen.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmRsDraw</name>
+    <message>
+        <source>Raw drawing</source>
+        <translation>Rohdaten zeichnen</translation>
+    </message>
+    <message>
+        <source>What the controller reports</source>
+        <translation>Was der Controller meldet</translation>
+    </message>
+    <message>
+        <source>Received bytes</source>
+        <translation>Empfangene Bytes</translation>
+    </message>
+    <message>
+        <source>Mo&amp;nitor</source>
+        <translation>Mo&amp;nitor</translation>
+    </message>
+    <message>
+        <source>Fo&amp;llow</source>
+        <translation>&amp;Folgen</translation>
+    </message>
+    <message>
+        <source>Monitor &amp;only</source>
+        <translation>Nu&amp;r Monitor</translation>
+    </message>
+    <message>
+        <source>Pa&amp;use</source>
+        <translation>&amp;Anhalten</translation>
+    </message>
+    <message>
+        <source>F&amp;it</source>
+        <translation>Ein&amp;passen</translation>
+    </message>
+    <message>
+        <source>&amp;Wipe</source>
+        <translation>&amp;Leeren</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>&amp;Tasten</translation>
+    </message>
+    <message>
+        <source>Lea&amp;ve</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Reports: %1     Bytes in no report: %2</source>
+        <translation>Meldungen: %1     Bytes in keiner Meldung: %2</translation>
+    </message>
+    <message>
+        <source>A dot for each report, joined by lines; the bytes stand in the monitor.</source>
+        <translation>Ein Punkt für jede Meldung, durch Linien verbunden; die Bytes stehen im Monitor.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmSettingsPage</name>
+    <message>
+        <source>Touch mode</source>
+        <translation>Berührungsmodus</translation>
+    </message>
+    <message>
+        <source>Touch</source>
+        <translation>Touch</translation>
+    </message>
+    <message>
+        <source>(the driver cannot tell)</source>
+        <translation>(der Treiber kann es nicht sagen)</translation>
+    </message>
+    <message>
+        <source>Timing, sent with Confirm</source>
+        <translation>Zeiten, gesendet mit „Übernehmen“</translation>
+    </message>
+    <message>
+        <source>Con&amp;firm</source>
+        <translation>Über&amp;nehmen</translation>
+    </message>
+    <message>
+        <source>&amp;Hide Cursor</source>
+        <translation>Mauszeiger &amp;verbergen</translation>
+    </message>
+    <message>
+        <source>How to hide the cursor</source>
+        <translation>So wird der Mauszeiger verborgen</translation>
+    </message>
+    <message>
+        <source>There is no note &quot;cursoroff.txt&quot; in the working folder.</source>
+        <translation>Im Arbeitsordner gibt es keine Notiz „cursoroff.txt“.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmTestsPage</name>
+    <message>
+        <source>&amp;Draw</source>
+        <translation>&amp;Zeichnen</translation>
+    </message>
+    <message>
+        <source>Draw freely or along guide lines, and see where the ink leaves them.</source>
+        <translation>Zeichnen Sie frei oder entlang von Hilfslinien, und sehen Sie, wo die Tinte sie verlässt.</translation>
+    </message>
+    <message>
+        <source>L&amp;inearity</source>
+        <translation>&amp;Linearität</translation>
+    </message>
+    <message>
+        <source>Draw nine vertical and nine horizontal lines and judge the panel in millimetres. Calibrate it first.</source>
+        <translation>Zeichnen Sie neun senkrechte und neun waagrechte Linien, und beurteilen Sie das Panel in Millimetern. Kalibrieren Sie es zuerst.</translation>
+    </message>
+    <message>
+        <source>Faults of the simulated panels</source>
+        <translation>Fehler der simulierten Panels</translation>
+    </message>
+</context>
+</TS>
