@@ -9,6 +9,7 @@
 #include "console/doctor_report.h"
 #include "console/parameter_block.h"
 #include "core/connection.h"
+#include "core/language.h"
 #include "core/text_encoding.h"
 #include "core/trace.h"
 #include "core/whole_file.h"
@@ -28,17 +29,20 @@ std::string versionsText(const Patient& patient) {
   std::string text;
   for (const std::string& version : patient.versions)
     text += version + '\n';
-  if (patient.driverPath.empty()) return text + "No driver library is bound.\n";
+  if (patient.driverPath.empty())
+    return text + say("console", "No driver library is bound.") + '\n';
   std::error_code unknown;
   const auto size = fs::file_size(patient.driverPath, unknown);
-  text += "Driver library " + patient.driverPath.string();
-  return text + (unknown ? "" : ", " + std::to_string(size) + " bytes") + '\n';
+  const std::string path = patient.driverPath.string();
+  if (unknown) return text + filled(say("console", "Driver library %1"), {path}) + '\n';
+  return text +
+         filled(say("console", "Driver library %1, %2 bytes"), {path, std::to_string(size)}) + '\n';
 }
 
 /// What the driver reports, number by number and unjudged. Asking changes nothing.
 Content settingsOf(const Access& access) {
   const Connection connection(access);
-  if (!connection.isOpen()) return Missing{"the driver cannot open the controller"};
+  if (!connection.isOpen()) return Missing{say("console", "the driver cannot open the controller")};
   Driver& driver = access.driver;
   const std::int32_t handle = connection.handle();
   const nlohmann::ordered_json settings = {
@@ -69,12 +73,13 @@ Content parametersOf(const Access& access) {
 Content endOfTrace(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary | std::ios::ate);
   const auto size = static_cast<std::streamoff>(stream.tellg());
-  if (!stream || size < 0) return Missing{file.string() + " cannot be read"};
+  if (!stream || size < 0)
+    return Missing{filled(say("console", "%1 cannot be read"), {file.string()})};
   const auto kept = std::min<std::streamoff>(size, longestTrace);
   std::string text(static_cast<std::size_t>(kept), '\0');
   stream.seekg(size - kept);
   stream.read(text.data(), kept);
-  if (stream.bad()) return Missing{file.string() + " cannot be read"};
+  if (stream.bad()) return Missing{filled(say("console", "%1 cannot be read"), {file.string()})};
   text.resize(static_cast<std::size_t>(stream.gcount()));
   // The first line of what is left of a long trace is half a line.
   if (kept < size) text.erase(0, text.find('\n') + 1);
@@ -95,8 +100,9 @@ using PartOfController = Content (*)(const Access& access);
 DiagnosticsPart partOf(const Patient& patient, const ExaminedController& controller,
                        std::string name, PartOfController make, const DoctorProgress& progress) {
   return {std::move(name), [&patient, &controller, make, &progress]() -> Content {
-            if (!controller.answers) return Missing{"the controller does not answer"};
-            if (progress) progress("reading " + toUtf8(controller.name));
+            if (!controller.answers)
+              return Missing{say("console", "the controller does not answer")};
+            if (progress) progress(filled(say("console", "reading %1"), {toUtf8(controller.name)}));
             Session session;
             session.controllerName = controller.name;
             return make({session, patient.access->driver, patient.access->clock});
@@ -122,7 +128,8 @@ std::vector<DiagnosticsPart> partsOf(const Patient& patient, const Diagnosis& di
   }
   if (diagnosis.controllers.empty()) {
     for (const char* const name : {"settings.json", "parameters.vrq"})
-      parts.push_back({name, []() -> Content { return Missing{"there is no controller"}; }});
+      parts.push_back(
+          {name, []() -> Content { return Missing{say("console", "there is no controller")}; }});
   }
   // At the end, so that reading the controllers is in it.
   if (trace.isOn())
@@ -140,7 +147,7 @@ std::string contentOf(const DiagnosticsPart& part, std::vector<std::string>& fai
     why = error.what();
   }
   failed.push_back(part.name);
-  return "This part is missing: " + why + ".\n";
+  return filled(say("console", "This part is missing: %1."), {why}) + '\n';
 }
 
 }  // namespace
@@ -155,13 +162,16 @@ std::string packParts(const std::vector<DiagnosticsPart>& parts,
 }
 
 std::string DiagnosticsSaved::describe(const fs::path& file) const {
-  if (error) return "The diagnostics are not saved: " + error->describe() + '.';
-  std::string text = "The diagnostics are saved in " + file.string() + '.';
+  if (error)
+    return filled(say("console", "The diagnostics are not saved: %1."), {error->describe()});
+  const std::string text =
+      filled(say("console", "The diagnostics are saved in %1."), {file.string()});
   if (failed.empty()) return text;
-  text += " Missing, with the reason in their place:";
+  std::string names;
   for (const std::string& name : failed)
-    text += (name == failed.front() ? " " : ", ") + name;
-  return text + '.';
+    names += (names.empty() ? "" : ", ") + name;
+  return text + ' ' +
+         filled(say("console", "Missing, with the reason in their place: %1."), {names});
 }
 
 DiagnosticsSaved saveDiagnostics(const fs::path& file, const Patient& patient,

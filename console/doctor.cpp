@@ -8,6 +8,7 @@
 #include "core/connection.h"
 #include "core/discovery.h"
 #include "core/identity.h"
+#include "core/language.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
 #include "serial/port_holders.h"
@@ -42,35 +43,43 @@ class Findings {
 /// The way out when no library could be bound.
 std::string libraryNextStep(const Patient& patient, const BindError& refused) {
   if (patient.simulated && !patient.access) {
-    return "The installation is incomplete: install TouchUtility again.";
+    return say("console", "The installation is incomplete: install TouchUtility again.");
   }
   if (!refused.missing.empty()) {
-    return "Install a newer touch driver: the one in " + refused.foundAt.string() +
-           " is too old, or is another library.";
+    return filled(say("console",
+                      "Install a newer touch driver: the one in %1 is too old, or is another "
+                      "library."),
+                  {refused.foundAt.string()});
   }
-  return "Install the touch driver of your controller, or name its library with --driver PATH.";
+  return say("console",
+             "Install the touch driver of your controller, or name its library with --driver "
+             "PATH.");
 }
 
 void examineLibrary(const Patient& patient, Findings findings) {
   if (patient.refused) {
     const BindError& refused = *patient.refused;
     findings.add(problem, refused.describe() + '.',
-                 "Without the touch driver no controller can be found, set up or calibrated.",
+                 say("console",
+                     "Without the touch driver no controller can be found, set up or calibrated."),
                  libraryNextStep(patient, refused));
     if (refused.library == NexapiDriver::makersLibrary && refused.missing.empty()) {
       findings.add(
           note,
-          libraryFileName(refused.library) + " was looked for in " + librarySearchPlaces() + ".",
-          "It is never taken from the current folder, where anybody may have put it.");
+          filled(say("console", "%1 was looked for in %2."),
+                 {libraryFileName(refused.library), librarySearchPlaces()}),
+          say("console",
+              "It is never taken from the current folder, where anybody may have put it."));
     }
   }
   if (!patient.access) return;
-  findings.add(ok, "The driver library is " + patient.driverPath.string() + "; all " +
-                       std::to_string(NexapiDriver::operationCount) + " operations are there.");
+  findings.add(ok,
+               filled(say("console", "The driver library is %1; all %2 operations are there."),
+                      {patient.driverPath.string(), std::to_string(NexapiDriver::operationCount)}));
   if (patient.simulated) {
-    findings.add(note, "The simulated driver is in use.",
-                 "Its controllers are simulated; real ones are not reached.",
-                 "For a real controller start the program on its touch driver.");
+    findings.add(note, say("console", "The simulated driver is in use."),
+                 say("console", "Its controllers are simulated; real ones are not reached."),
+                 say("console", "For a real controller start the program on its touch driver."));
   }
 }
 
@@ -87,8 +96,12 @@ Identity identify(const Access& access) {
 
 std::string describe(const Identity& identity) {
   std::string text;
-  if (!identity.unitType.empty()) text += ", unit type " + toUtf8(identity.unitType);
-  if (!identity.firmware.empty()) text += ", firmware " + toUtf8(identity.firmware);
+  if (!identity.unitType.empty()) {
+    text += ", " + filled(say("console", "unit type %1"), {toUtf8(identity.unitType)});
+  }
+  if (!identity.firmware.empty()) {
+    text += ", " + filled(say("console", "firmware %1"), {toUtf8(identity.firmware)});
+  }
   return text;
 }
 
@@ -114,7 +127,7 @@ std::vector<ExaminedController> examineControllers(const Patient& patient,
                                                    const DoctorProgress& progress,
                                                    Findings findings) {
   if (!patient.access) {
-    findings.add(note, "No controller was looked for: there is no driver to ask.");
+    findings.add(note, say("console", "No controller was looked for: there is no driver to ask."));
     return {};
   }
   // A session of its own: the program's current controller stays what it is.
@@ -123,7 +136,7 @@ std::vector<ExaminedController> examineControllers(const Patient& patient,
   auto [controllers, others] = listed(access.driver);
   std::vector<std::string> identities;
   for (ExaminedController& controller : controllers) {
-    if (progress) progress("asking " + toUtf8(controller.name));
+    if (progress) progress(filled(say("console", "asking %1"), {toUtf8(controller.name)}));
     session.controllerName = controller.name;
     identities.push_back(describe(identify(access)));
     controller.answers = !identities.back().empty();
@@ -132,26 +145,28 @@ std::vector<ExaminedController> examineControllers(const Patient& patient,
   for (std::size_t i = 0; i < controllers.size(); ++i) {
     const std::string name = toUtf8(controllers[i].name);
     if (controllers[i].answers) {
-      findings.add(ok, name + " answers" + identities[i] + ".");
+      findings.add(ok, filled(say("console", "%1 answers%2."), {name, identities[i]}));
     } else {
       // One that was unplugged may stay in the driver's list beside those that work.
-      findings.add(oneAnswers ? note : problem,
-                   name + " is known to the driver, but does not answer.",
-                   "Nothing can be read from it or changed in it.",
-                   isSerialController(controllers[i].name)
-                       ? "Check its cable and power; then search the COM ports for it."
-                       : "Check its cable and power, then look again.");
+      findings.add(
+          oneAnswers ? note : problem,
+          filled(say("console", "%1 is known to the driver, but does not answer."), {name}),
+          say("console", "Nothing can be read from it or changed in it."),
+          isSerialController(controllers[i].name)
+              ? say("console", "Check its cable and power; then search the COM ports for it.")
+              : say("console", "Check its cable and power, then look again."));
     }
   }
   if (!others.empty()) {
-    findings.add(note, "The driver also knows of " + others + '.',
-                 "These are of other makers and are left alone.");
+    findings.add(note, filled(say("console", "The driver also knows of %1."), {others}),
+                 say("console", "These are of other makers and are left alone."));
   }
   if (controllers.empty()) {
-    findings.add(problem, "The driver knows of no controller.", "There is nothing to work with.",
-                 "Check cable and power, then look again. A serial controller may be on another "
-                 "port than the driver "
-                 "believes: search the COM ports for it.");
+    findings.add(problem, say("console", "The driver knows of no controller."),
+                 say("console", "There is nothing to work with."),
+                 say("console",
+                     "Check cable and power, then look again. A serial controller may be on "
+                     "another port than the driver believes: search the COM ports for it."));
   }
   return controllers;
 }
@@ -182,34 +197,41 @@ void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
   const std::string name = port.number > 0 ? ports.describe(port.number) : port.device;
   const std::string choose = "--com " + std::to_string(std::max(port.number, 1)) + "=";
   if (port.device.empty()) {
-    findings.add(ok, "COM" + std::to_string(port.number) +
-                         ": the simulated driver has the simulated controller's port.");
+    findings.add(ok, filled(say("console",
+                                "COM%1: the simulated driver has the simulated controller's port."),
+                            {std::to_string(port.number)}));
     return;
   }
   if (!portExists(port.device)) {
-    findings.add(problem, name + ": there is no such device.",
-                 "No controller can be reached over it.",
-                 "Connect it, or name another one with " + choose + "DEVICE.");
+    findings.add(
+        problem, filled(say("console", "%1: there is no such device."), {name}),
+        say("console", "No controller can be reached over it."),
+        filled(say("console", "Connect it, or name another one with %1."), {choose + "DEVICE"}));
     return;
   }
   const std::string driver = portDriver(port.device);
-  const std::string served = driver.empty() ? std::string() : ", driver " + driver;
+  const std::string served =
+      driver.empty() ? name : filled(say("console", "%1, driver %2"), {name, driver});
   if (const PortPermission permission = portPermission(port.device); !permission.granted) {
     findings.add(
-        port.chosen ? problem : note, name + served + ": this user may not open it.",
-        "A serial controller on it cannot be searched for or talked to without the driver.",
+        port.chosen ? problem : note,
+        filled(say("console", "%1: this user may not open it."), {served}),
+        say("console",
+            "A serial controller on it cannot be searched for or talked to without the driver."),
         permission.wayOut());
     return;
   }
   if (const PortHolders holders = portHolders(port.device); !holders.known.empty()) {
-    findings.add(note, name + served + ": in use by " + holders.names() + '.',
-                 "Only one program at a time can talk to a controller.",
-                 "Close it before you search the COM ports or open the serial debugger.");
+    findings.add(
+        note, filled(say("console", "%1: in use by %2."), {served, holders.names()}),
+        say("console", "Only one program at a time can talk to a controller."),
+        say("console", "Close it before you search the COM ports or open the serial debugger."));
     return;
   }
-  findings.add(
-      ok, name + served + ": can be opened.", {},
-      port.number > 0 ? std::string() : "To use it, start with " + choose + port.device + '.');
+  findings.add(ok, filled(say("console", "%1: can be opened."), {served}), {},
+               port.number > 0
+                   ? std::string()
+                   : filled(say("console", "To use it, start with %1."), {choose + port.device}));
 }
 
 void examinePorts(const Patient& patient, Findings findings) {
@@ -217,9 +239,9 @@ void examinePorts(const Patient& patient, Findings findings) {
   for (const Port& port : ports)
     examinePort(port, patient.ports, findings);
   if (ports.empty()) {
-    findings.add(note, "This machine has no serial port.",
-                 "Serial controllers need one; USB controllers do not.",
-                 "For a serial controller connect an adapter.");
+    findings.add(note, say("console", "This machine has no serial port."),
+                 say("console", "Serial controllers need one; USB controllers do not."),
+                 say("console", "For a serial controller connect an adapter."));
   }
 }
 
@@ -233,32 +255,35 @@ void examineFolder(const fs::path& folder, Findings findings) {
   const auto complaint = writeWholeFile(probe, "can this be written?\n");
   fs::remove(probe, ignored);
   if (!complaint) {
-    findings.add(ok, "The working folder " + folder.string() + " can be written.");
+    findings.add(
+        ok, filled(say("console", "The working folder %1 can be written."), {folder.string()}));
     return;
   }
   findings.add(
       problem,
-      "The working folder " + folder.string() + " cannot be written: " + complaint->found + '.',
-      "Parameters are not kept before they are changed, and results are not saved.",
-      "Start the program in another folder, or name one with --work-dir DIR.");
+      filled(say("console", "The working folder %1 cannot be written: %2."),
+             {folder.string(), complaint->found}),
+      say("console", "Parameters are not kept before they are changed, and results are not saved."),
+      say("console", "Start the program in another folder, or name one with --work-dir DIR."));
 }
 
 void examineScreens(const std::optional<std::vector<ExaminedScreen>>& screens, Findings findings) {
   if (!screens) {
-    findings.add(note, "No display: a shell has none to look at.",
-                 "Panels are calibrated on the screen.",
-                 "The page \"Doctor\" of touchutility lists the screens.");
+    findings.add(note, say("console", "No display: a shell has none to look at."),
+                 say("console", "Panels are calibrated on the screen."),
+                 say("console", "The page \"Doctor\" of touchutility lists the screens."));
     return;
   }
   for (const ExaminedScreen& screen : *screens) {
-    const std::string what = screen.name + ": " + std::to_string(screen.width) + " x " +
-                             std::to_string(screen.height) + " pixels at " +
-                             std::to_string(screen.scale) + " %";
+    const std::string what = filled(say("console", "%1: %2 x %3 pixels at %4 %"),
+                                    {screen.name, std::to_string(screen.width),
+                                     std::to_string(screen.height), std::to_string(screen.scale)});
     const bool small = screen.width * 100 < leastWidth * screen.scale ||
                        screen.height * 100 < leastHeight * screen.scale;
     if (small) {
-      findings.add(note, what + ", which is little.", "Some windows may not fit.",
-                   "Choose a smaller scale.");
+      findings.add(note, filled(say("console", "%1, which is little."), {what}),
+                   say("console", "Some windows may not fit."),
+                   say("console", "Choose a smaller scale."));
     } else {
       findings.add(ok, what + '.');
     }
@@ -271,13 +296,15 @@ void examineFiles(const fs::path& folder, Findings findings) {
     if (!file.there) {
       absent += (absent.empty() ? "" : ", ") + file.name;
     } else if (file.complaint.empty()) {
-      findings.add(ok, file.name + " is sound.", file.effect);
+      findings.add(ok, filled(say("console", "%1 is sound."), {file.name}), file.effect);
     } else {
-      findings.add(problem, file.complaint + '.', file.effect, "Mend the file or remove it.");
+      findings.add(problem, file.complaint + '.', file.effect,
+                   say("console", "Mend the file or remove it."));
     }
   }
   if (!absent.empty()) {
-    findings.add(ok, "Not in the working folder, and not needed: " + absent + '.');
+    findings.add(
+        ok, filled(say("console", "Not in the working folder, and not needed: %1."), {absent}));
   }
 }
 
@@ -303,7 +330,7 @@ Diagnosis examine(const Patient& patient, const DoctorProgress& progress) {
   auto& all = diagnosis.findings;
   examineLibrary(patient, {all, "library"});
   diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
-  if (progress) progress("looking at the ports");
+  if (progress) progress(say("console", "looking at the ports"));
   examinePorts(patient, {all, "ports"});
   examineFolder(patient.workFolder, {all, "folder"});
   examineScreens(patient.screens, {all, "screens"});

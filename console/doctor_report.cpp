@@ -4,14 +4,21 @@
 
 #include <nlohmann/json.hpp>
 
+#include "core/language.h"
 #include "core/text_encoding.h"
 
 namespace touch {
 
 namespace {
 
-std::string counted(std::size_t count, std::string_view what) {
-  return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+std::string countedProblems(std::size_t count) {
+  return count == 1 ? say("console", "1 problem")
+                    : filled(say("console", "%1 problems"), {std::to_string(count)});
+}
+
+std::string countedNotes(std::size_t count) {
+  return count == 1 ? say("console", "1 note")
+                    : filled(say("console", "%1 notes"), {std::to_string(count)});
 }
 
 }  // namespace
@@ -31,9 +38,11 @@ std::string_view stateName(FindingState state) {
 std::string summary(const Diagnosis& diagnosis) {
   const auto problems = diagnosis.count(FindingState::problem);
   const auto notes = diagnosis.count(FindingState::note);
-  const std::string noted = notes == 0 ? std::string() : counted(notes, "note");
-  if (problems == 0) return "Nothing is wrong" + (noted.empty() ? noted : "; " + noted);
-  return counted(problems, "problem") + (noted.empty() ? noted : ", " + noted);
+  const std::string noted = notes == 0 ? std::string() : countedNotes(notes);
+  if (problems == 0) {
+    return say("console", "Nothing is wrong") + (noted.empty() ? noted : "; " + noted);
+  }
+  return countedProblems(problems) + (noted.empty() ? noted : ", " + noted);
 }
 
 std::string findingsAsText(const Diagnosis& diagnosis) {
@@ -41,7 +50,9 @@ std::string findingsAsText(const Diagnosis& diagnosis) {
   for (const Finding& finding : diagnosis.findings) {
     text += fmt::format("{:<8} {}\n", stateName(finding.state), finding.what);
     if (!finding.why.empty()) text += fmt::format("{:<8} {}\n", "", finding.why);
-    if (!finding.nextStep.empty()) text += fmt::format("{:<8} Next: {}\n", "", finding.nextStep);
+    if (!finding.nextStep.empty()) {
+      text += fmt::format("{:<8} {}\n", "", filled(say("console", "Next: %1"), {finding.nextStep}));
+    }
   }
   return text + '\n' + summary(diagnosis) + ".\n";
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "console/touch_settings.h"
+#include "core/language.h"
 #include "core/messages.h"
 #include "core/whole_file.h"
 #include "serial/report_format.h"
@@ -29,7 +30,9 @@ std::string messagesComplaint(const fs::path& file) {
 
 std::string formatsComplaint(const fs::path& file) {
   std::error_code ignored;
-  if (!fs::exists(file, ignored)) return FileError{file.string(), 0, "a file", "none"}.describe();
+  if (!fs::exists(file, ignored)) {
+    return FileError{file.string(), 0, say("console", "a file"), say("console", "none")}.describe();
+  }
   std::string complaint;
   for (const FileError& problem : rdformad(file.parent_path()).problems)
     complaint += (complaint.empty() ? "" : "; ") + problem.describe();
@@ -43,7 +46,8 @@ std::string pictureComplaint(const fs::path& file) {
     return content->starts_with(beginning);
   });
   if (known) return {};
-  return FileError{file.string(), 0, "a picture", foundText(content->substr(0, 4))}.describe();
+  return FileError{file.string(), 0, say("console", "a picture"), foundText(content->substr(0, 4))}
+      .describe();
 }
 
 std::string noteComplaint(const fs::path& file) {
@@ -59,13 +63,17 @@ struct Kind {
 };
 
 constexpr std::array kinds = {
-    Kind{"errmsg.txt", messagesComplaint, "Its texts replace the built-in ones.",
-         "touchutility does not start with it, and touchctl does nothing more."},
-    Kind{"zevrik.fmt", formatsComplaint, "It adds forms of touch reports.",
-         "Those lines are left out: touch reports of their form are not decoded."},
-    Kind{"pic01.jpg", pictureComplaint, "It is shown in the main window.", "It is not shown."},
-    Kind{"Zevrik.ico", pictureComplaint, "It is the main window's icon.", "It is not shown."},
-    Kind{"cursoroff.txt", noteComplaint, "It is shown on \"Hide Cursor\".", "It is not shown."},
+    Kind{"errmsg.txt", messagesComplaint, marked("console", "Its texts replace the built-in ones."),
+         marked("console", "touchutility does not start with it, and touchctl does nothing more.")},
+    Kind{"zevrik.fmt", formatsComplaint, marked("console", "It adds forms of touch reports."),
+         marked("console",
+                "Those lines are left out: touch reports of their form are not decoded.")},
+    Kind{"pic01.jpg", pictureComplaint, marked("console", "It is shown in the main window."),
+         marked("console", "It is not shown.")},
+    Kind{"Zevrik.ico", pictureComplaint, marked("console", "It is the main window's icon."),
+         marked("console", "It is not shown.")},
+    Kind{"cursoroff.txt", noteComplaint, marked("console", "It is shown on \"Hide Cursor\"."),
+         marked("console", "It is not shown.")},
 };
 
 /// A link that leads nowhere is there as well: its user believes that the file is.
@@ -90,7 +98,7 @@ std::vector<OptionalFile> examineOptionalFiles(const fs::path& workFolder) {
     if (isThere(path)) {
       file.there = true;
       file.complaint = kind.complaint(path);
-      file.effect = file.complaint.empty() ? kind.effect : kind.effectWhenDamaged;
+      file.effect = say("console", file.complaint.empty() ? kind.effect : kind.effectWhenDamaged);
     }
     files.push_back(std::move(file));
   }

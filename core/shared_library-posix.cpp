@@ -49,7 +49,7 @@ std::string librarySearchPlaces() {
   std::string places;
   for (const auto& folder : ownFolders())
     places += folder.string() + ", ";
-  return places + "the folders of LD_LIBRARY_PATH and those of the system";
+  return places + say("core", "the folders of LD_LIBRARY_PATH and those of the system");
 }
 
 std::filesystem::path programFolder() {

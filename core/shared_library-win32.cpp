@@ -39,7 +39,7 @@ std::filesystem::path moduleFile(HMODULE module) {
 }  // namespace
 
 std::string librarySearchPlaces() {
-  return programFolder().string() + " and the system folder";
+  return filled(say("core", "%1 and the system folder"), {programFolder().string()});
 }
 
 std::filesystem::path programFolder() {

@@ -370,9 +370,9 @@ void Canvas::leave() {
     const std::string question =
         strokeCounter_ == 1
             ? say("linetest", "This drawing of 1 stroke is not saved. Leave without saving?")
-            : filled(say("linetest",
-                         "This drawing of %1 strokes is not saved. Leave without saving?"),
-                     {std::to_string(strokeCounter_)});
+            : filled(
+                  say("linetest", "This drawing of %1 strokes is not saved. Leave without saving?"),
+                  {std::to_string(strokeCounter_)});
     if (!parts_.prompt.confirm(question)) return;
   }
   tell(parts_.files.clear());
@@ -430,8 +430,9 @@ void Canvas::undo() {
 
 void Canvas::save() {
   if (strokeCounter_ == 0 || !parts_.switches.toleranceTest) {
-    parts_.prompt.message(
-        "There is nothing to save: strokes are recorded once F has begun the test of the lines.");
+    parts_.prompt.message(say("linetest",
+                              "There is nothing to save: strokes are recorded once F has begun "
+                              "the test of the lines."));
     return;
   }
   const auto name = view_.askSaveName(parts_.workingFolder, saveFilter);
@@ -451,7 +452,8 @@ void Canvas::save() {
 bool Canvas::mayReplace(const std::filesystem::path& file) {
   std::error_code unknown;
   return !std::filesystem::exists(file, unknown) ||
-         parts_.prompt.confirm(file.string() + " is there already. Replace it?");
+         parts_.prompt.confirm(
+             filled(say("linetest", "%1 is there already. Replace it?"), {file.string()}));
 }
 
 void Canvas::view() {
@@ -466,7 +468,8 @@ void Canvas::viewsave(const std::filesystem::path& file) {
     return;
   }
   if (drawing->empty()) {
-    parts_.prompt.message(file.string() + " is a drawing without strokes.");
+    parts_.prompt.message(
+        filled(say("linetest", "%1 is a drawing without strokes."), {file.string()}));
     return;
   }
   drawn_ = false;

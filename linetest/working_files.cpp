@@ -172,7 +172,8 @@ std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) 
     std::error_code failed;
     if (number != next) fs::rename(pathOf(number), pathOf(next), failed);
     if (failed) {
-      return FileError{pathOf(number).string(), 0, "a file that can be renamed", failed.message()};
+      return FileError{pathOf(number).string(), 0, say("linetest", "a file that can be renamed"),
+                       failed.message()};
     }
     ++next;
   }

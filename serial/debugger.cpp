@@ -42,8 +42,7 @@ void Debugger::tell(std::string text) {
 void Debugger::takePort() {
   if (isBusy()) return;
   const auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
-  tell(refused ? *refused
-               : say("serial", "The driver has let go of its port.") + ' ' + portText());
+  tell(refused ? *refused : say("serial", "The driver has let go of its port.") + ' ' + portText());
 }
 
 void Debugger::searchPort() {

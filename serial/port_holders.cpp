@@ -1,12 +1,14 @@
 #include "serial/port_holders.h"
 
+#include "core/language.h"
+
 namespace touch {
 
 namespace {
 
 std::string described(const PortHolder& holder) {
-  if (holder.isThisProgram) return "this program";
-  return holder.program + " (process " + std::to_string(holder.process) + ")";
+  if (holder.isThisProgram) return say("serial", "this program");
+  return filled(say("serial", "%1 (process %2)"), {holder.program, std::to_string(holder.process)});
 }
 
 }  // namespace
@@ -24,22 +26,32 @@ std::string inUseText(const PortHolders& holders) {
   PortHolders others = holders;
   std::erase_if(others.known, [](const PortHolder& holder) { return holder.isThisProgram; });
   if (!others.known.empty()) {
-    return "it is in use by " + others.names() + ". Close that program and try again.";
+    return filled(say("serial", "it is in use by %1. Close that program and try again."),
+                  {others.names()});
   }
   if (!holders.known.empty()) {
-    return "this program has it open already, as the touch driver does until it lets go. Close "
-           "what uses it and try "
-           "again.";
+    return say("serial",
+               "this program has it open already, as the touch driver does until it lets go. Close "
+               "what uses it and try again.");
   }
-  return std::string("another program is using it. Close that program and try again.") +
-         (holders.complete ? "" : " Which one it is, only an administrator can see.");
+  std::string text =
+      say("serial", "another program is using it. Close that program and try again.");
+  if (!holders.complete) {
+    text += ' ' + say("serial", "Which one it is, only an administrator can see.");
+  }
+  return text;
 }
 
 std::string PortPermission::wayOut() const {
-  if (granted) return "Ask an administrator: it is not the device's permissions that forbid it.";
-  if (group.empty()) return "Ask an administrator: no group of users may open it.";
-  if (joined) return "You are in the group " + group + " already: log out and in again.";
-  return "Add yourself to the group " + group + " and log in again.";
+  if (granted) {
+    return say("serial",
+               "Ask an administrator: it is not the device's permissions that forbid it.");
+  }
+  if (group.empty()) return say("serial", "Ask an administrator: no group of users may open it.");
+  if (joined) {
+    return filled(say("serial", "You are in the group %1 already: log out and in again."), {group});
+  }
+  return filled(say("serial", "Add yourself to the group %1 and log in again."), {group});
 }
 
 }  // namespace touch

@@ -4,10 +4,6 @@
 <context>
     <name>QMessageBox</name>
     <message>
-        <source>Without the touch driver no controller can be reached. Install the driver of your controller, or look around with simulated controllers.</source>
-        <translation>Ohne den Touch-Treiber ist kein Controller erreichbar. Installieren Sie den Treiber Ihres Controllers, oder sehen Sie sich mit simulierten Controllern um.</translation>
-    </message>
-    <message>
         <source>&amp;Use simulated controllers</source>
         <translation>&amp;Simulierte Controller verwenden</translation>
     </message>
@@ -22,6 +18,10 @@
     <message>
         <source>Mend or remove the file, then start again.</source>
         <translation>Berichtigen oder entfernen Sie die Datei, und starten Sie dann neu.</translation>
+    </message>
+    <message>
+        <source>Without the touch driver no controller can be reached. Install the driver of your controller, or look around with simulated controllers: the page &quot;Doctor&quot; there, or &apos;touchctl doctor&apos; in a shell, says where the driver was looked for.</source>
+        <translation>Ohne den Touch-Treiber ist kein Controller erreichbar. Installieren Sie den Treiber Ihres Controllers, oder sehen Sie sich mit simulierten Controllern um: Dort sagt die Seite „Diagnose“, in einer Shell „touchctl doctor“, wo der Treiber gesucht wurde.</translation>
     </message>
 </context>
 <context>
@@ -49,10 +49,6 @@
     <message>
         <source>Asking %1 what it is …</source>
         <translation>%1 wird nach der Kennung gefragt …</translation>
-    </message>
-    <message>
-        <source>No controller was found. Check driver, cable and power, then refresh.</source>
-        <translation>Es wurde kein Controller gefunden. Prüfen Sie Treiber, Kabel und Stromversorgung, und aktualisieren Sie dann.</translation>
     </message>
     <message>
         <source>%1 does not answer. Check its cable and power.</source>
@@ -554,6 +550,338 @@
         <source>the end of the file after eight lines</source>
         <translation>das Ende der Datei nach acht Zeilen</translation>
     </message>
+    <message>
+        <source>No driver library is bound.</source>
+        <translation>Es ist keine Treiberbibliothek eingebunden.</translation>
+    </message>
+    <message>
+        <source>Driver library %1</source>
+        <translation>Treiberbibliothek %1</translation>
+    </message>
+    <message>
+        <source>Driver library %1, %2 bytes</source>
+        <translation>Treiberbibliothek %1, %2 Bytes</translation>
+    </message>
+    <message>
+        <source>the driver cannot open the controller</source>
+        <translation>der Treiber kann den Controller nicht öffnen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read</source>
+        <translation>%1 kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>the controller does not answer</source>
+        <translation>der Controller antwortet nicht</translation>
+    </message>
+    <message>
+        <source>reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>there is no controller</source>
+        <translation>es gibt keinen Controller</translation>
+    </message>
+    <message>
+        <source>This part is missing: %1.</source>
+        <translation>Dieser Teil fehlt: %1.</translation>
+    </message>
+    <message>
+        <source>The diagnostics are not saved: %1.</source>
+        <translation>Die Diagnose ist nicht gespeichert: %1.</translation>
+    </message>
+    <message>
+        <source>The diagnostics are saved in %1.</source>
+        <translation>Die Diagnose ist in %1 gespeichert.</translation>
+    </message>
+    <message>
+        <source>Missing, with the reason in their place: %1.</source>
+        <translation>Es fehlen, mit dem Grund an ihrer Stelle: %1.</translation>
+    </message>
+    <message>
+        <source>The installation is incomplete: install TouchUtility again.</source>
+        <translation>Die Installation ist unvollständig: Installieren Sie TouchUtility erneut.</translation>
+    </message>
+    <message>
+        <source>Install a newer touch driver: the one in %1 is too old, or is another library.</source>
+        <translation>Installieren Sie einen neueren Touch-Treiber: Der in %1 ist zu alt oder eine andere Bibliothek.</translation>
+    </message>
+    <message>
+        <source>Install the touch driver of your controller, or name its library with --driver PATH.</source>
+        <translation>Installieren Sie den Touch-Treiber Ihres Controllers, oder nennen Sie seine Bibliothek mit --driver PATH.</translation>
+    </message>
+    <message>
+        <source>Without the touch driver no controller can be found, set up or calibrated.</source>
+        <translation>Ohne den Touch-Treiber kann kein Controller gefunden, eingestellt oder kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>%1 was looked for in %2.</source>
+        <translation>%1 wurde hier gesucht: %2.</translation>
+    </message>
+    <message>
+        <source>It is never taken from the current folder, where anybody may have put it.</source>
+        <translation>Sie wird nie aus dem aktuellen Ordner genommen, in den sie jeder gelegt haben kann.</translation>
+    </message>
+    <message>
+        <source>The driver library is %1; all %2 operations are there.</source>
+        <translation>Die Treiberbibliothek ist %1; alle %2 Operationen sind vorhanden.</translation>
+    </message>
+    <message>
+        <source>The simulated driver is in use.</source>
+        <translation>Der simulierte Treiber ist in Gebrauch.</translation>
+    </message>
+    <message>
+        <source>Its controllers are simulated; real ones are not reached.</source>
+        <translation>Seine Controller sind simuliert; echte werden nicht erreicht.</translation>
+    </message>
+    <message>
+        <source>For a real controller start the program on its touch driver.</source>
+        <translation>Starten Sie das Programm für einen echten Controller mit dessen Touch-Treiber.</translation>
+    </message>
+    <message>
+        <source>unit type %1</source>
+        <translation>Typ %1</translation>
+    </message>
+    <message>
+        <source>firmware %1</source>
+        <translation>Firmware %1</translation>
+    </message>
+    <message>
+        <source>No controller was looked for: there is no driver to ask.</source>
+        <translation>Es wurde kein Controller gesucht: Es gibt keinen Treiber, der gefragt werden könnte.</translation>
+    </message>
+    <message>
+        <source>asking %1</source>
+        <translation>%1 wird gefragt</translation>
+    </message>
+    <message>
+        <source>%1 answers%2.</source>
+        <translation>%1 antwortet%2.</translation>
+    </message>
+    <message>
+        <source>%1 is known to the driver, but does not answer.</source>
+        <translation>Der Treiber kennt %1, aber das Gerät antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>Nothing can be read from it or changed in it.</source>
+        <translation>Von ihm kann nichts gelesen und an ihm nichts geändert werden.</translation>
+    </message>
+    <message>
+        <source>Check its cable and power; then search the COM ports for it.</source>
+        <translation>Prüfen Sie Kabel und Stromversorgung; durchsuchen Sie dann die COM-Ports danach.</translation>
+    </message>
+    <message>
+        <source>Check its cable and power, then look again.</source>
+        <translation>Prüfen Sie Kabel und Stromversorgung, und sehen Sie dann erneut nach.</translation>
+    </message>
+    <message>
+        <source>The driver also knows of %1.</source>
+        <translation>Der Treiber kennt außerdem %1.</translation>
+    </message>
+    <message>
+        <source>These are of other makers and are left alone.</source>
+        <translation>Diese sind von anderen Herstellern und bleiben unberührt.</translation>
+    </message>
+    <message>
+        <source>The driver knows of no controller.</source>
+        <translation>Der Treiber kennt keinen Controller.</translation>
+    </message>
+    <message>
+        <source>There is nothing to work with.</source>
+        <translation>Es gibt nichts, womit gearbeitet werden kann.</translation>
+    </message>
+    <message>
+        <source>Check cable and power, then look again. A serial controller may be on another port than the driver believes: search the COM ports for it.</source>
+        <translation>Prüfen Sie Kabel und Stromversorgung, und sehen Sie dann erneut nach. Ein serieller Controller kann an einem anderen Port sein, als der Treiber annimmt: Durchsuchen Sie die COM-Ports danach.</translation>
+    </message>
+    <message>
+        <source>COM%1: the simulated driver has the simulated controller&apos;s port.</source>
+        <translation>COM%1: Den Port des simulierten Controllers hat der simulierte Treiber.</translation>
+    </message>
+    <message>
+        <source>%1: there is no such device.</source>
+        <translation>%1: Dieses Gerät gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>No controller can be reached over it.</source>
+        <translation>Darüber ist kein Controller erreichbar.</translation>
+    </message>
+    <message>
+        <source>Connect it, or name another one with %1.</source>
+        <translation>Schließen Sie es an, oder nennen Sie ein anderes mit %1.</translation>
+    </message>
+    <message>
+        <source>%1, driver %2</source>
+        <translation>%1, Treiber %2</translation>
+    </message>
+    <message>
+        <source>%1: this user may not open it.</source>
+        <translation>%1: Dieser Benutzer darf den Port nicht öffnen.</translation>
+    </message>
+    <message>
+        <source>A serial controller on it cannot be searched for or talked to without the driver.</source>
+        <translation>Ein serieller Controller daran kann ohne den Treiber weder gesucht noch angesprochen werden.</translation>
+    </message>
+    <message>
+        <source>%1: in use by %2.</source>
+        <translation>%1: in Gebrauch durch %2.</translation>
+    </message>
+    <message>
+        <source>Only one program at a time can talk to a controller.</source>
+        <translation>Mit einem Controller kann immer nur ein Programm sprechen.</translation>
+    </message>
+    <message>
+        <source>Close it before you search the COM ports or open the serial debugger.</source>
+        <translation>Schließen Sie es, bevor Sie die COM-Ports durchsuchen oder den seriellen Debugger öffnen.</translation>
+    </message>
+    <message>
+        <source>%1: can be opened.</source>
+        <translation>%1: kann geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>To use it, start with %1.</source>
+        <translation>Um den Port zu verwenden, starten Sie mit %1.</translation>
+    </message>
+    <message>
+        <source>This machine has no serial port.</source>
+        <translation>Dieser Rechner hat keinen seriellen Port.</translation>
+    </message>
+    <message>
+        <source>Serial controllers need one; USB controllers do not.</source>
+        <translation>Serielle Controller brauchen einen, USB-Controller nicht.</translation>
+    </message>
+    <message>
+        <source>For a serial controller connect an adapter.</source>
+        <translation>Schließen Sie für einen seriellen Controller einen Adapter an.</translation>
+    </message>
+    <message>
+        <source>The working folder %1 can be written.</source>
+        <translation>Der Arbeitsordner %1 ist beschreibbar.</translation>
+    </message>
+    <message>
+        <source>The working folder %1 cannot be written: %2.</source>
+        <translation>Der Arbeitsordner %1 ist nicht beschreibbar: %2.</translation>
+    </message>
+    <message>
+        <source>Parameters are not kept before they are changed, and results are not saved.</source>
+        <translation>Parameter werden vor einer Änderung nicht aufbewahrt, und Ergebnisse werden nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Start the program in another folder, or name one with --work-dir DIR.</source>
+        <translation>Starten Sie das Programm in einem anderen Ordner, oder nennen Sie einen mit --work-dir DIR.</translation>
+    </message>
+    <message>
+        <source>No display: a shell has none to look at.</source>
+        <translation>Keine Anzeige: In einer Shell gibt es keine zu prüfen.</translation>
+    </message>
+    <message>
+        <source>Panels are calibrated on the screen.</source>
+        <translation>Panels werden am Bildschirm kalibriert.</translation>
+    </message>
+    <message>
+        <source>The page &quot;Doctor&quot; of touchutility lists the screens.</source>
+        <translation>Die Seite „Diagnose“ von touchutility führt die Bildschirme auf.</translation>
+    </message>
+    <message>
+        <source>%1: %2 x %3 pixels at %4 %</source>
+        <translation>%1: %2 x %3 Pixel bei %4 %</translation>
+    </message>
+    <message>
+        <source>%1, which is little.</source>
+        <translation>%1, das ist wenig.</translation>
+    </message>
+    <message>
+        <source>Some windows may not fit.</source>
+        <translation>Manche Fenster passen vielleicht nicht.</translation>
+    </message>
+    <message>
+        <source>Choose a smaller scale.</source>
+        <translation>Wählen Sie eine kleinere Skalierung.</translation>
+    </message>
+    <message>
+        <source>%1 is sound.</source>
+        <translation>%1 ist in Ordnung.</translation>
+    </message>
+    <message>
+        <source>Mend the file or remove it.</source>
+        <translation>Berichtigen oder entfernen Sie die Datei.</translation>
+    </message>
+    <message>
+        <source>Not in the working folder, and not needed: %1.</source>
+        <translation>Nicht im Arbeitsordner und nicht nötig: %1.</translation>
+    </message>
+    <message>
+        <source>looking at the ports</source>
+        <translation>die Ports werden geprüft</translation>
+    </message>
+    <message>
+        <source>1 problem</source>
+        <translation>1 Problem</translation>
+    </message>
+    <message>
+        <source>%1 problems</source>
+        <translation>%1 Probleme</translation>
+    </message>
+    <message>
+        <source>1 note</source>
+        <translation>1 Hinweis</translation>
+    </message>
+    <message>
+        <source>%1 notes</source>
+        <translation>%1 Hinweise</translation>
+    </message>
+    <message>
+        <source>Nothing is wrong</source>
+        <translation>Alles in Ordnung</translation>
+    </message>
+    <message>
+        <source>Next: %1</source>
+        <translation>Nächster Schritt: %1</translation>
+    </message>
+    <message>
+        <source>No controller was found. The page &quot;Doctor&quot; says what is missing.</source>
+        <translation>Es wurde kein Controller gefunden. Die Seite „Diagnose“ sagt, was fehlt.</translation>
+    </message>
+    <message>
+        <source>a file</source>
+        <translation>eine Datei</translation>
+    </message>
+    <message>
+        <source>a picture</source>
+        <translation>ein Bild</translation>
+    </message>
+    <message>
+        <source>Its texts replace the built-in ones.</source>
+        <translation>Ihre Texte ersetzen die eingebauten.</translation>
+    </message>
+    <message>
+        <source>touchutility does not start with it, and touchctl does nothing more.</source>
+        <translation>touchutility startet damit nicht, und touchctl tut nichts weiter.</translation>
+    </message>
+    <message>
+        <source>It adds forms of touch reports.</source>
+        <translation>Sie fügt Formen von Berührungsmeldungen hinzu.</translation>
+    </message>
+    <message>
+        <source>Those lines are left out: touch reports of their form are not decoded.</source>
+        <translation>Diese Zeilen werden ausgelassen: Berührungsmeldungen ihrer Form werden nicht entschlüsselt.</translation>
+    </message>
+    <message>
+        <source>It is shown in the main window.</source>
+        <translation>Sie wird im Hauptfenster angezeigt.</translation>
+    </message>
+    <message>
+        <source>It is not shown.</source>
+        <translation>Sie wird nicht angezeigt.</translation>
+    </message>
+    <message>
+        <source>It is the main window&apos;s icon.</source>
+        <translation>Sie ist das Symbol des Hauptfensters.</translation>
+    </message>
+    <message>
+        <source>It is shown on &quot;Hide Cursor&quot;.</source>
+        <translation>Sie wird bei „Mauszeiger verbergen“ angezeigt.</translation>
+    </message>
 </context>
 <context>
     <name>core</name>
@@ -660,6 +988,14 @@
     <message>
         <source>an empty line</source>
         <translation>eine leere Zeile</translation>
+    </message>
+    <message>
+        <source>the folders of LD_LIBRARY_PATH and those of the system</source>
+        <translation>die Ordner aus LD_LIBRARY_PATH und die des Systems</translation>
+    </message>
+    <message>
+        <source>%1 and the system folder</source>
+        <translation>%1 und der Systemordner</translation>
     </message>
 </context>
 <context>
@@ -811,6 +1147,34 @@
     <message>
         <source>a file that can be deleted</source>
         <translation>eine löschbare Datei</translation>
+    </message>
+    <message>
+        <source>%1 more cannot be read.</source>
+        <translation>%1 weitere sind nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>This drawing of 1 stroke is not saved. Leave without saving?</source>
+        <translation>Diese Zeichnung mit 1 Strich ist nicht gespeichert. Ohne Speichern verlassen?</translation>
+    </message>
+    <message>
+        <source>This drawing of %1 strokes is not saved. Leave without saving?</source>
+        <translation>Diese Zeichnung mit %1 Strichen ist nicht gespeichert. Ohne Speichern verlassen?</translation>
+    </message>
+    <message>
+        <source>There is nothing to save: strokes are recorded once F has begun the test of the lines.</source>
+        <translation>Es gibt nichts zu speichern: Striche werden aufgezeichnet, sobald F den Test der Linien begonnen hat.</translation>
+    </message>
+    <message>
+        <source>%1 is there already. Replace it?</source>
+        <translation>%1 ist schon vorhanden. Ersetzen?</translation>
+    </message>
+    <message>
+        <source>%1 is a drawing without strokes.</source>
+        <translation>%1 ist eine Zeichnung ohne Striche.</translation>
+    </message>
+    <message>
+        <source>a file that can be renamed</source>
+        <translation>eine umbenennbare Datei</translation>
     </message>
 </context>
 <context>
@@ -1008,16 +1372,8 @@
         <translation>Höchstens %1 Meldungen je Sekunde passen auf die Leitung</translation>
     </message>
     <message>
-        <source>there is no such device. Connect it, or say which device it is with %1.</source>
-        <translation>Dieses Gerät gibt es nicht. Schließen Sie es an, oder nennen Sie das Gerät mit %1.</translation>
-    </message>
-    <message>
         <source>there is no hardware behind it. Connect it, or say which device it is with %1.</source>
         <translation>Dahinter ist keine Hardware. Schließen Sie sie an, oder nennen Sie das Gerät mit %1.</translation>
-    </message>
-    <message>
-        <source>permission denied. Add yourself to the group dialout and log in again.</source>
-        <translation>Zugriff verweigert. Nehmen Sie sich in die Gruppe dialout auf, und melden Sie sich neu an.</translation>
     </message>
     <message>
         <source>another program is using it. Close that program and try again.</source>
@@ -1026,6 +1382,50 @@
     <message>
         <source>it is not a serial port. Please say which device it is with %1.</source>
         <translation>Das ist kein serieller Port. Nennen Sie das Gerät mit %1.</translation>
+    </message>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>%1 (process %2)</source>
+        <translation>%1 (Prozess %2)</translation>
+    </message>
+    <message>
+        <source>it is in use by %1. Close that program and try again.</source>
+        <translation>Er ist in Gebrauch durch %1. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>this program has it open already, as the touch driver does until it lets go. Close what uses it and try again.</source>
+        <translation>Dieses Programm hat ihn schon offen, wie der Touch-Treiber, bis er ihn freigibt. Schließen Sie, was ihn verwendet, und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Which one it is, only an administrator can see.</source>
+        <translation>Welches das ist, kann nur ein Administrator sehen.</translation>
+    </message>
+    <message>
+        <source>Ask an administrator: it is not the device&apos;s permissions that forbid it.</source>
+        <translation>Fragen Sie einen Administrator: Es sind nicht die Rechte des Geräts, die es verbieten.</translation>
+    </message>
+    <message>
+        <source>Ask an administrator: no group of users may open it.</source>
+        <translation>Fragen Sie einen Administrator: Keine Benutzergruppe darf den Port öffnen.</translation>
+    </message>
+    <message>
+        <source>You are in the group %1 already: log out and in again.</source>
+        <translation>Sie sind schon in der Gruppe %1: Melden Sie sich ab und wieder an.</translation>
+    </message>
+    <message>
+        <source>Add yourself to the group %1 and log in again.</source>
+        <translation>Fügen Sie sich zur Gruppe %1 hinzu, und melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>there is no such device. Connect it, or say which device it is with %1. &apos;touchctl doctor&apos; lists those that are there.</source>
+        <translation>Dieses Gerät gibt es nicht. Schließen Sie es an, oder nennen Sie das Gerät mit %1. „touchctl doctor“ führt die vorhandenen auf.</translation>
+    </message>
+    <message>
+        <source>permission denied.</source>
+        <translation>Zugriff verweigert.</translation>
     </message>
 </context>
 <context>
@@ -1278,10 +1678,6 @@ Fehler des simulierten Panels jetzt: %2</translation>
 <context>
     <name>touch::frmControllerPage</name>
     <message>
-        <source>No controller is listed. Check that the touch driver is installed and the controller is connected and powered, then press Refresh.</source>
-        <translation>Es ist kein Controller aufgeführt. Prüfen Sie, ob der Touch-Treiber installiert, der Controller angeschlossen und mit Strom versorgt ist, und drücken Sie dann „Aktualisieren“.</translation>
-    </message>
-    <message>
         <source>&amp;Info</source>
         <translation>&amp;Info</translation>
     </message>
@@ -1324,6 +1720,57 @@ Fehler des simulierten Panels jetzt: %2</translation>
     <message>
         <source>Firmware:</source>
         <translation>Firmware:</translation>
+    </message>
+    <message>
+        <source>No controller is listed. Check that the touch driver is installed and the controller is connected and powered, then press Refresh. The page &quot;Doctor&quot; says what is missing.</source>
+        <translation>Kein Controller ist aufgeführt. Prüfen Sie, ob der Touch-Treiber installiert und der Controller angeschlossen und eingeschaltet ist, und drücken Sie dann „Aktualisieren“. Die Seite „Diagnose“ sagt, was fehlt.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmDoctorPage</name>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>In order</source>
+        <translation>In Ordnung</translation>
+    </message>
+    <message>
+        <source>Next: %1</source>
+        <translation>Nächster Schritt: %1</translation>
+    </message>
+    <message>
+        <source>Findings</source>
+        <translation>Befunde</translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation>&amp;Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Looks at everything again</source>
+        <translation>Prüft alles noch einmal</translation>
+    </message>
+    <message>
+        <source>Save dia&amp;gnostics file …</source>
+        <translation>&amp;Diagnosedatei speichern …</translation>
+    </message>
+    <message>
+        <source>Packs all that somebody needs who is to help you into one file</source>
+        <translation>Packt alles in eine Datei, was jemand braucht, der Ihnen helfen soll</translation>
+    </message>
+    <message>
+        <source>Save diagnostics file</source>
+        <translation>Diagnosedatei speichern</translation>
+    </message>
+    <message>
+        <source>ZIP (*.zip)</source>
+        <translation>ZIP (*.zip)</translation>
     </message>
 </context>
 <context>
@@ -1820,6 +2267,22 @@ F1 hilft, Esc verlässt.</translation>
         <source>The picture &quot;pic01.jpg&quot; of the working folder</source>
         <translation>Das Bild „pic01.jpg“ des Arbeitsordners</translation>
     </message>
+    <message>
+        <source>Doctor</source>
+        <translation>Diagnose</translation>
+    </message>
+    <message>
+        <source>Looking for what is wrong …</source>
+        <translation>Es wird nachgesehen, was nicht stimmt …</translation>
+    </message>
+    <message>
+        <source>Looking for what is wrong: %1 …</source>
+        <translation>Es wird nachgesehen, was nicht stimmt: %1 …</translation>
+    </message>
+    <message>
+        <source>Packing the diagnostics file …</source>
+        <translation>Die Diagnosedatei wird gepackt …</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmMaintenancePage</name>
@@ -2225,6 +2688,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>No stroke has been measured.</source>
         <translation>Es ist kein Strich gemessen.</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Melderate</translation>
     </message>
 </context>
 <context>

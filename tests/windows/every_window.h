@@ -194,10 +194,9 @@ class EveryWindow : public DrawingDesk {
     live(std::chrono::milliseconds(1));
   }
   void visitRawDrawing(const QSize& size, const Visitor& visit) {
-    auto* const window =
-        new frmRsDraw({clock, prompt, session.messages, switches,
-                       ReportDecoder(ReportFamily::tablet), {}, size},
-                      ReceivingPort{port_, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
+    auto* const window = new frmRsDraw(
+        {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, size},
+        ReceivingPort{port_, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
     window->open();
     settle(*window, size);
     visit("frmRsDraw", *window);
