@@ -199,7 +199,7 @@ void frmDraw::makeTools() {
   toleranceBar_->setValue(toleranceAtFirst);
   toleranceBar_->setPageStep(5);
   toleranceBar_->setFocusPolicy(Qt::StrongFocus);
-  toleranceBar_->setMinimumWidth(3 * fingerSize() / 2);
+  toleranceBar_->setMinimumWidth(fingerSize());
   makeFingerSized(*help_);
   makeFingerSized(*undo_);
   toleranceBar_->setFixedHeight(fingerSize());
@@ -253,8 +253,12 @@ bool frmDraw::hasRoomForTools() const {
   const GuideLines guides(canvasWidget_->sizeInTwips());
   const QSize cell(pixels(guides.V(2) - guides.V(1)), pixels(guides.H(4) - guides.H(3)));
   constexpr int roomAround = 8;
-  const int needed = std::max(help_->sizeHint().width() + undo_->sizeHint().width() + gap,
-                              lessUsedTools_->minimumSizeHint().width());
+  // The captions count, not the width that buttons like to have.
+  const auto captionWidth = [](const QPushButton& button) {
+    return button.fontMetrics().size(Qt::TextShowMnemonic, button.text()).width() + 3 * gap;
+  };
+  const int buttons = 2 * std::max(captionWidth(*help_), captionWidth(*undo_)) + gap;
+  const int needed = std::max(buttons, lessUsedTools_->minimumSizeHint().width());
   return cell.width() >= std::max(4 * fingerSize(), needed + 3 * gap + 2) &&
          cell.height() >= 2 * fingerSize() + 2 * roomAround;
 }

@@ -111,9 +111,13 @@ std::string clipping(const QWidget& widget) {
   if ((label == nullptr || label->text().isEmpty()) && button == nullptr) return {};
   const int height = widget.hasHeightForWidth() ? widget.heightForWidth(widget.width())
                                                 : widget.sizeHint().height();
-  // A label that wraps may be as narrow as its longest word.
-  const int width = label != nullptr && label->wordWrap() ? label->minimumSizeHint().width()
-                                                          : widget.sizeHint().width();
+  // A label that wraps may be as narrow as its longest word, a button as its caption.
+  constexpr int besideCaption = 16;
+  const int width =
+      label != nullptr && label->wordWrap() ? label->minimumSizeHint().width()
+      : widget.inherits("QPushButton")
+          ? widget.fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + besideCaption
+          : widget.sizeHint().width();
   if (widget.width() < width) return "too narrow";
   if (widget.height() < height) return "too low";
   if (!room.contains(widget.geometry())) return "beyond its frame";
