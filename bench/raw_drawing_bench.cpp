@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "bench/paced_line.h"
-#include "bench/silent_prompt.h"
 #include "bench/processor_time.h"
+#include "bench/silent_prompt.h"
 #include "bench/subjects.h"
 #include "core/messages.h"
 #include "serial/asio_serial_port.h"
