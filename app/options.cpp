@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text_encoding.h"
+
 namespace touch {
 
 namespace {
@@ -49,7 +51,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
          [&options](const std::string& path) {
            if (path.empty())
              throw CLI::ValidationError("--driver", "expected the path of a library");
-           options.driver = path;
+           options.driver = pathNamed(path);
          },
          "Use this touch driver library instead of the system's nexapi")
       ->type_name("PATH")
@@ -57,14 +59,17 @@ void addCommonOptions(CLI::App& app, Options& options) {
   app.add_option_function<std::string>(
          "--work-dir",
          [&options](const std::string& folder) {
+           const auto named = pathNamed(folder);
            std::error_code unknown;
-           options.workFolder = std::filesystem::absolute(folder, unknown);
-           if (unknown) options.workFolder = folder;
+           if (!std::filesystem::is_directory(named, unknown)) {
+             throw CLI::ValidationError("--work-dir", "there is no folder \"" + folder + '"');
+           }
+           options.workFolder = std::filesystem::absolute(named, unknown);
+           if (unknown) options.workFolder = named;
          },
          "The folder with errmsg.txt, pic01.jpg and the other optional files (default: the current "
          "one)")
-      ->type_name("DIR")
-      ->check(CLI::ExistingDirectory);
+      ->type_name("DIR");
   app.add_option_function<std::vector<std::string>>(
          "--com",
          [&options](const std::vector<std::string>& texts) {
@@ -91,7 +96,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "For tests and demonstrations: a window of this size in place of each full screen")
       ->type_name("WxH");
   app.add_option_function<std::string>(
-         "--trace", [&options](const std::string& file) { options.trace = file; },
+         "--trace", [&options](const std::string& file) { options.trace = pathNamed(file); },
          "Write every driver call and every serial transfer to this file, one JSON object a line")
       ->type_name("FILE");
 }

@@ -15,6 +15,7 @@
 
 #include "app/options.h"
 #include "app/parsing.h"
+#include "app/system_text.h"
 #include "serial/recording.h"
 #include "simulator/controllers.h"
 #include "simulator/pty_line.h"
@@ -240,6 +241,7 @@ void addOptions(CLI::App& app, Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const touch::SystemText text(argc, argv);
   CLI::App arguments(
       "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "
       "Ctrl+C.",

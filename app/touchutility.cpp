@@ -14,6 +14,7 @@
 #include "app/ending_signals.h"
 #include "app/options.h"
 #include "app/parsing.h"
+#include "app/system_text.h"
 #include "console/frmMain.h"
 #include "core/session.h"
 #include "core/system_name.h"
@@ -177,6 +178,7 @@ int run(Options& options, int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const SystemText text(argc, argv);
   CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
                      "touchutility");
   Options options;

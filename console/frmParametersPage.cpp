@@ -158,14 +158,14 @@ QString frmParametersPage::chooseFile(const QString& title) {
 void frmParametersPage::load() {
   const QString file = chooseFile(tr("Load parameters"));
   if (file.isEmpty()) return;
-  const std::string outcome = editor_.load(file.toStdString());
+  const std::string outcome = editor_.load(pathOf(file));
   fill();
   emit statusChanged(shownText(outcome));
 }
 
 void frmParametersPage::compare() {
   const QString file = chooseFile(tr("Compare with a file"));
-  if (!file.isEmpty()) emit statusChanged(shownText(editor_.compare(file.toStdString())));
+  if (!file.isEmpty()) emit statusChanged(shownText(editor_.compare(pathOf(file))));
 }
 
 void frmParametersPage::save() {
@@ -175,7 +175,7 @@ void frmParametersPage::save() {
   // The dialog itself completes the name, so that it asks before it replaces the file that is meant.
   dialog.setDefaultSuffix("vrq");
   if (dialog.exec() != QDialog::Accepted) return;
-  emit statusChanged(shownText(editor_.save(dialog.selectedFiles().front().toStdString())));
+  emit statusChanged(shownText(editor_.save(pathOf(dialog.selectedFiles().front()))));
 }
 
 }  // namespace touch

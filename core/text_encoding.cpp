@@ -72,6 +72,10 @@ std::string toUtf8(std::string_view text) {
   return isUtf8(text) ? std::string(text) : utf8FromLatin1(text);
 }
 
+std::filesystem::path pathNamed(std::string_view utf8) {
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
 std::string_view withoutByteOrderMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,9 @@ std::string utf8FromLatin1(std::string_view text);
 
 /// `text` as UTF-8, whichever of the two it was.
 std::string toUtf8(std::string_view text);
+
+/// The file or folder of this name. A path made of the text itself would take it for another encoding on Windows.
+std::filesystem::path pathNamed(std::string_view utf8);
 
 /// `text` without the three bytes that some editors put in front of UTF-8.
 std::string_view withoutByteOrderMark(std::string_view text);

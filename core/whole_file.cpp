@@ -5,18 +5,12 @@
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
-#include <memory>
 #include <system_error>
 #include <utility>
 
 #include "core/hex.h"
 #include "core/language.h"
-
-#if defined(_WIN32)
-#include <io.h>
-#else
-#include <unistd.h>
-#endif
+#include "core/system_file.h"
 
 namespace touch {
 
@@ -27,28 +21,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t longestQuote = 24;
 constexpr int mostLeftovers = 100;
 constexpr std::size_t readPiece = 64 * 1024;
-
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
-#if defined(_WIN32)
-File openFile(const fs::path& path, const std::string& mode) {
-  return File(_wfopen(path.c_str(), std::wstring(mode.begin(), mode.end()).c_str()));
-}
-bool reachDisk(std::FILE* file) {
-  return _commit(_fileno(file)) == 0;
-}
-#else
-File openFile(const fs::path& path, const std::string& mode) {
-  return File(std::fopen(path.c_str(), mode.c_str()));
-}
-// Pipes and devices have no disk to reach.
-bool reachDisk(std::FILE* file) {
-  return fsync(fileno(file)) == 0 || errno == EINVAL;
-}
-#endif
 
 FileError writeError(const fs::path& path, const std::error_code& why) {
   return {path.string(), 0, say("core", "a place that can be written"), why.message()};
@@ -75,7 +47,7 @@ std::pair<File, fs::path> newFileBeside(const fs::path& path) {
     beside = path;
     beside += std::string(unfinishedEnding) + (i == 0 ? std::string() : std::to_string(i));
     errno = 0;
-    File file = openFile(beside, "wbx");
+    File file = createFile(beside);
     if (file || errno != EEXIST) return {std::move(file), beside};
   }
   return {nullptr, beside};
@@ -127,7 +99,7 @@ std::optional<FileError> appendLine(const fs::path& path, std::string_view line)
   if (endsWithinALine(path)) text += '\n';
   text.append(line) += '\n';
   errno = 0;
-  File file = openFile(path, "ab");
+  File file = openForAppending(path);
   if (!file) return writeError(path, lastError());
   failed = writeOut(file.get(), text);
   file.reset();

@@ -50,10 +50,6 @@ QString dialogFilter(std::string_view filter) {
   return shownText(filter.substr(0, filter.find('|'))).trimmed();
 }
 
-std::filesystem::path pathOf(const QString& file) {
-  return file.toStdU16String();
-}
-
 /// A name to begin with: whoever has no keyboard cannot type one.
 QString freeName(const std::filesystem::path& folder) {
   std::string name;

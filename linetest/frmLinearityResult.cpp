@@ -288,7 +288,7 @@ void frmLinearityResult::save(const QString& kind, const QString& suffix,
   dialog.setDefaultSuffix(suffix);
   dialog.selectFile("linearity." + suffix);
   if (dialog.exec() != QDialog::Accepted) return;
-  const std::filesystem::path file = dialog.selectedFiles().value(0).toStdU16String();
+  const auto file = pathOf(dialog.selectedFiles().value(0));
   if (const auto error = writeWholeFile(file, content)) prompt_.message(error->describe());
 }
 

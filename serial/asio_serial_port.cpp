@@ -126,9 +126,14 @@ void AsioSerialPort::selectPort(int number) {
 std::optional<std::string> AsioSerialPort::open() {
   if (isOpen()) return std::nullopt;
   lost_.reset();
+  const std::string device = ports_.device(number_);
+  if (device.empty()) {
+    return ports_.describe(number_) +
+           " cannot be opened: " + serial_device::explainNoSimulatedPort(number_);
+  }
   try {
     auto line = std::make_unique<Line>();
-    if (const auto error = serial_device::open(line->port(), ports_.device(number_))) {
+    if (const auto error = serial_device::open(line->port(), device)) {
       return cannotOpen(error);
     }
     if (const auto error = line->apply(settings_)) return refusesSettings(settings_, error);

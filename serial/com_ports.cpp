@@ -37,7 +37,7 @@ std::string ComPorts::device(int number) const {
 std::string ComPorts::describe(int number) const {
   const std::string name = "COM" + std::to_string(number);
   const std::string behind = device(number);
-  return behind == name ? name : name + " (" + behind + ")";
+  return behind == name || behind.empty() ? name : name + " (" + behind + ")";
 }
 
 }  // namespace touch

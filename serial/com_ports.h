@@ -19,11 +19,13 @@ class ComPorts {
   /// Returns what is wrong with the text, and then changes nothing.
   std::optional<std::string> assign(std::string_view text);
 
-  /// A port whose device changes, or comes and goes: `device` is asked each time. What the user assigned stays.
+  /// A port whose device changes, or comes and goes: `device` is asked each time, and says nothing while there is
+  /// none. What the user assigned stays.
   void assignUnlessGiven(int number, std::function<std::string()> device);
 
   /// The numbers whose devices are not the platform's own, in rising order.
   std::vector<int> assignedNumbers() const;
+  /// Empty while there is none.
   std::string device(int number) const;
   /// For messages: the COM port and its device, e.g. "COM3 (/dev/ttyUSB0)".
   std::string describe(int number) const;

@@ -127,4 +127,10 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
   }
 }
 
+std::string explainNoSimulatedPort(int) {
+  return "the simulated controller has no serial port while its driver holds it, or when the "
+         "system has no "
+         "pseudo-terminal left.";
+}
+
 }  // namespace touch::serial_device

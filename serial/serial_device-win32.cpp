@@ -73,4 +73,10 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
   }
 }
 
+std::string explainNoSimulatedPort(int number) {
+  const std::string assignment = "--com " + std::to_string(number) + "=COM3";
+  return "on Windows simulated controllers have no serial port. Say which real port to use, e.g. " +
+         assignment + '.';
+}
+
 }  // namespace touch::serial_device

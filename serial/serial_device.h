@@ -32,5 +32,7 @@ std::error_code clearOutput(asio::serial_port& port);
 /// Why `device`, which is COM port `number`, could not be opened and the way out, e.g. "permission
 /// denied. Add yourself ...".
 std::string explainRefusal(const std::error_code& error, const std::string& device, int number);
+/// The same for a simulated controller that has no device.
+std::string explainNoSimulatedPort(int number);
 
 }  // namespace touch::serial_device

@@ -2,6 +2,7 @@
 
 #include <QLocale>
 #include <QString>
+#include <filesystem>
 #include <string_view>
 
 #include "core/language.h"
@@ -24,6 +25,11 @@ inline QString shownNumber(double value, int decimals) {
   QLocale locale;
   locale.setNumberOptions(QLocale::OmitGroupSeparator);
   return locale.toString(value, 'f', decimals);
+}
+
+/// The file that the user named in a window.
+inline std::filesystem::path pathOf(const QString& file) {
+  return file.toStdU16String();
 }
 
 }  // namespace touch

@@ -4,6 +4,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/interrupt.h"
 
 namespace touch {
 

@@ -2,6 +2,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/interrupt.h"
 #include "console/touch_settings.h"
 
 namespace touch {

@@ -6,6 +6,7 @@
 #include "app/driver_choice.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/interrupt.h"
 #include "console/diagnostics_file.h"
 #include "console/doctor_report.h"
 #include "core/system_name.h"

@@ -10,6 +10,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "core/text_encoding.h"
 #include "core/whole_file.h"
 #include "linetest/linearity_files.h"
 #include "linetest/linearity_plot.h"
@@ -163,7 +164,7 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
 
   std::vector<LineResult> results;
   for (const std::string& file : asked.files) {
-    auto measured = measureDrawing(file, panel);
+    auto measured = measureDrawing(pathNamed(file), panel);
     if (!measured) {
       complain(measured.error().describe());
       return ExitStatus::failed;
@@ -179,7 +180,8 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
   const auto print = options.json ? printAsJson : printAsText;
   print(results, panel, limits, passed);
   if (!asked.plot.empty()) {
-    if (const auto error = writeWholeFile(asked.plot, linearitySvg(results, panel, limits))) {
+    if (const auto error =
+            writeWholeFile(pathNamed(asked.plot), linearitySvg(results, panel, limits))) {
       complain(error->describe());
       return ExitStatus::failed;
     }

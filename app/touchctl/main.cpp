@@ -1,9 +1,12 @@
 #include "app/parsing.h"
+#include "app/system_text.h"
 #include "app/touchctl/arguments.h"
+#include "app/touchctl/interrupt.h"
 
 int main(int argc, char** argv) {
   using namespace touch;
 
+  const SystemText text(argc, argv);
   Arguments arguments;
   if (const auto status =
           parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc, argv)) {

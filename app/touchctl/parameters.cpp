@@ -192,21 +192,21 @@ void addParameterCommands(const CommandLine& line) {
 
   CLI::App& save = addCommand(line, group, "save", "Keep the controller's block in a file");
   save.callback([&command, file = addFile(save)] {
-    command = onController([path = fs::path(file->as<std::string>())](Shell& shell) {
+    command = onController([path = pathNamed(file->as<std::string>())](Shell& shell) {
       return saveParameters(shell, path);
     });
   });
 
   CLI::App& load = addCommand(line, group, "load", "Write a file's block to the controller");
   load.callback([&command, file = addFile(load)] {
-    command = withFile(file->as<std::string>(), loadParameters);
+    command = withFile(pathNamed(file->as<std::string>()), loadParameters);
   });
 
   CLI::App& diff = addCommand(line, group, "diff",
                               "Compare the controller with a file; exit status 1 when they differ");
   addJson(line, diff);
   diff.callback([&command, file = addFile(diff)] {
-    command = withFile(file->as<std::string>(), compareParameters);
+    command = withFile(pathNamed(file->as<std::string>()), compareParameters);
   });
 }
 

@@ -7,9 +7,11 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/interrupt.h"
 #include "app/touchctl/serial_work.h"
 #include "core/hex.h"
 #include "core/reply.h"
+#include "core/text_encoding.h"
 #include "serial/command_sets.h"
 #include "serial/debugger_exchange.h"
 #include "serial/h2d.h"
@@ -389,7 +391,7 @@ struct Serial {
     addJson(line, command);
     const auto* const file = command.add_option("FILE", "A recording")->required();
     command.callback([&alone = line.fileCommand, &options = line.options, serial, file, work] {
-      alone = [&options, serial, work, path = fs::path(file->as<std::string>())] {
+      alone = [&options, serial, work, path = pathNamed(file->as<std::string>())] {
         return work(options, serial->set, path);
       };
     });
@@ -416,8 +418,9 @@ void addListeningCommands(const Serial& serial) {
   const auto options = std::make_shared<SerialOptions>();
   const auto* const file = recording.add_option("FILE", "The recording to write")->required();
   serial.addSeconds(recording, options);
-  onSerialPort(serial.line, recording, options,
-               [file](const SerialWork& work) { return record(work, file->as<std::string>()); });
+  onSerialPort(serial.line, recording, options, [file](const SerialWork& work) {
+    return record(work, pathNamed(file->as<std::string>()));
+  });
   serial.addFileCommand("decode", "Print the touch reports in a recording", decode);
   serial.addFileCommand("replay", "Print a recording at its own pace", replay);
 }

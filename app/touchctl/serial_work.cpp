@@ -5,6 +5,7 @@
 #include <map>
 #include <tuple>
 
+#include "app/touchctl/interrupt.h"
 #include "core/discovery.h"
 #include "core/driver.h"
 #include "serial/asio_serial_port.h"

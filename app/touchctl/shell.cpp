@@ -3,7 +3,6 @@
 #include <fmt/core.h>
 
 #include <algorithm>
-#include <csignal>
 #include <iostream>
 
 #include "app/driver_choice.h"
@@ -14,31 +13,8 @@
 
 namespace touch {
 
-namespace {
-
-volatile std::sig_atomic_t& interruptFlag() {
-  static volatile std::sig_atomic_t flag = 0;
-  return flag;
-}
-
-}  // namespace
-
 void complain(const std::string& text) {
   fmt::print(stderr, "touchctl: {}\n", text);
-}
-
-bool interrupted() {
-  return interruptFlag() != 0;
-}
-
-void catchInterrupt() {
-  for (const int signal : {SIGINT, SIGTERM}) {
-    // Once in an orderly way; whoever presses it again means it.
-    std::signal(signal, [](int caught) {
-      interruptFlag() = 1;
-      std::signal(caught, SIG_DFL);
-    });
-  }
 }
 
 void ShellPrompt::message(std::string_view text, std::string_view title) {

@@ -79,8 +79,4 @@ inline constexpr const char* noControllerAdvice =
 /// Prints to the error output, with the program's name in front.
 void complain(const std::string& text);
 
-/// True once the user has pressed Ctrl+C; the running command then ends in an orderly way.
-bool interrupted();
-void catchInterrupt();
-
 }  // namespace touch

@@ -175,5 +175,18 @@ TEST(RefusedPort, SaysWhyAndWhatToDo) {
   }
 }
 
+TEST(RefusedPort, SaysWhenASimulatedControllerHasNone) {
+  std::string device;
+  test::PseudoTerminal terminal;
+  ComPorts ports;
+  ports.assignUnlessGiven(1, [&device] { return device; });
+  AsioSerialPort port(ports);
+  const std::string refusal = port.open().value_or("opened");
+  EXPECT_EQ(refusal.find("COM1 cannot be opened: the simulated controller has no serial port"), 0u)
+      << refusal;
+  device = terminal.path();
+  EXPECT_EQ(port.open(), std::nullopt) << "it has got one meanwhile";
+}
+
 }  // namespace
 }  // namespace touch
