@@ -1,0 +1,31 @@
+# The header-only libraries of the machine, for a compiler that must not see the rest of /usr/include: find_package finds
+# them in a folder of the build's own, which holds links to their headers and nothing else.
+cmake_minimum_required(VERSION 3.25)
+
+set(HEADERS ${CMAKE_BINARY_DIR}/headers)
+file(MAKE_DIRECTORY ${HEADERS})
+foreach(header CLI asio asio.hpp fmt nlohmann)
+  if(NOT EXISTS /usr/include/${header})
+    message(FATAL_ERROR "/usr/include/${header} is missing; install the packages of dev/packages")
+  endif()
+  file(CREATE_LINK /usr/include/${header} ${HEADERS}/${header} SYMBOLIC)
+endforeach()
+set(ASIO_INCLUDE_DIR ${HEADERS} CACHE PATH "Where asio.hpp is")
+
+set(CLI11_TARGET CLI11::CLI11)
+set(nlohmann_json_TARGET nlohmann_json::nlohmann_json)
+set(fmt_TARGET fmt::fmt)
+
+macro(provide_headers method package)
+  if(DEFINED ${package}_TARGET)
+    if(NOT TARGET ${${package}_TARGET})
+      add_library(${${package}_TARGET} INTERFACE IMPORTED)
+      target_include_directories(${${package}_TARGET} SYSTEM INTERFACE ${HEADERS})
+    endif()
+    if("${package}" STREQUAL fmt)
+      target_compile_definitions(fmt::fmt INTERFACE FMT_HEADER_ONLY)
+    endif()
+    set(${package}_FOUND TRUE)
+  endif()
+endmacro()
+cmake_language(SET_DEPENDENCY_PROVIDER provide_headers SUPPORTED_METHODS FIND_PACKAGE)

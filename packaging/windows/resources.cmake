@@ -1,0 +1,15 @@
+# What the Explorer shows of a program: its icon, if one has been drawn, and its version.
+enable_language(RC)
+
+function(describe_program target description)
+  set(TARGET_FILE_NAME ${target}.exe)
+  set(DESCRIPTION ${description})
+  set(icon ${CMAKE_SOURCE_DIR}/packaging/icons/touchutility.ico)
+  set(ICON_LINE "")
+  if(EXISTS ${icon})
+    set(ICON_LINE "1 ICON \"${icon}\"")
+  endif()
+  set(script ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/packaging/windows/program.rc.in ${script} @ONLY)
+  target_sources(${target} PRIVATE ${script})
+endfunction()
