@@ -44,6 +44,7 @@ frmControllerPage::frmControllerPage(QWidget* parent)
       info_(new QPushButton(tr("&Info"))),
       search_(new QPushButton(tr("Search &COM ports"))) {
   controllerList_->setObjectName("controllerList");
+  setFocusProxy(controllerList_);
   controllerList_->setAccessibleName(tr("Controllers"));
   controllerList_->setHorizontalHeaderLabels({tr(" No"), tr(" Device")});
   controllerList_->verticalHeader()->hide();

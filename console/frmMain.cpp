@@ -324,6 +324,8 @@ QWidget* frmMain::makeFooter() {
 }
 
 void frmMain::open() {
+  // Otherwise the button Exit has it, as the only one that is enabled during the start, and Enter ends the program.
+  controllerPage_->setFocus();
   show();
   // The first timer event comes after the first paint, so that the user sees the window before the waiting begins.
   QTimer::singleShot(0, this, [this] {
@@ -355,6 +357,11 @@ bool frmMain::hotKey(const QKeyEvent& key) {
     showPasswordFrame(false);
     return true;
   }
+  // Whatever has the focus, also the buttons below the pages.
+  if (key.matches(QKeySequence::NextChild) || key.matches(QKeySequence::PreviousChild)) {
+    turnPage(key.matches(QKeySequence::NextChild) ? 1 : -1);
+    return true;
+  }
   if (!control) return false;
   switch (key.key()) {
     case Qt::Key_E:
@@ -369,6 +376,11 @@ bool frmMain::hotKey(const QKeyEvent& key) {
     default:
       return false;
   }
+}
+
+void frmMain::turnPage(int step) {
+  if (tabs_->isEnabled())
+    tabs_->setCurrentIndex((tabs_->currentIndex() + step + tabs_->count()) % tabs_->count());
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -26,6 +26,7 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   EXPECT_EQ(find<QLabel>(*window, "lblVersion")->text(), "Version :  3.1.0");
   EXPECT_EQ(find<QLabel>(*window, "lblFirmware")->text(), "M0130100");
   EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
+  EXPECT_EQ(window->focusWidget(), list) << "and not the button Exit";
 
   QTest::keyClick(list, Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
@@ -47,6 +48,14 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   EXPECT_TRUE(advanced->isHidden());
   QTest::keyClick(tabs, Qt::Key_I);
   EXPECT_FALSE(advanced->isHidden());
+
+  auto* const below = find<QPushButton>(*window, "cmdExit");
+  for (const char* page : {"Parameters", "Tests", "Doctor", "Controller"}) {
+    QTest::keyClick(below, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), page) << "from the buttons below the pages, too";
+  }
+  QTest::keyClick(below, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Doctor");
 
   auto* const box = find<QLineEdit>(*window, "passwordBox");
   QTest::keyClick(tabs, Qt::Key_A, Qt::ControlModifier);
