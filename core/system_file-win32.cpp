@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <io.h>
+#include <share.h>
 #include <sys/stat.h>
 
 #include "core/system_file.h"
@@ -19,6 +20,10 @@ File createFile(const std::filesystem::path& path) {
 
 File openForAppending(const std::filesystem::path& path) {
   return File(_wfopen(path.c_str(), L"abN"));
+}
+
+File holdFile(const std::filesystem::path& path) {
+  return File(_wfsopen(path.c_str(), L"abN", _SH_DENYRW));
 }
 
 bool reachDisk(std::FILE* file) {

@@ -17,6 +17,10 @@ File createFile(const std::filesystem::path& path);
 /// Made when missing.
 File openForAppending(const std::filesystem::path& path);
 
+/// Made when missing, and this one's alone until it is closed. Null when another program, or another part of this one,
+/// has it, or when it cannot be made.
+File holdFile(const std::filesystem::path& path);
+
 /// Waits until what was written has reached the disk; false, with the reason in `errno`, when it has not.
 bool reachDisk(std::FILE* file);
 

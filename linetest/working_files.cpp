@@ -17,6 +17,8 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view nameStart = "tmp";
 constexpr std::string_view extension = ".tmp";
+constexpr const char* holdName = "in-use.lock";
+constexpr int mostPrograms = 9;
 // 3001 samples of two numbers take a tenth of it.
 constexpr std::size_t longestFile = std::size_t{1} << 20U;
 
@@ -100,7 +102,15 @@ Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string na
 
 WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBack)
     : folder_(workingFolder / "tmp") {
-  if (!canBeWritten(folder_) && canBeWritten(fallBack / "tmp")) folder_ = fallBack / "tmp";
+  const auto take = [this](fs::path folder) {
+    if (canBeWritten(folder)) held_ = holdFile(folder / holdName);
+    if (held_) folder_ = std::move(folder);
+    return static_cast<bool>(held_);
+  };
+  bool taken = take(folder_) || take(fallBack / "tmp");
+  for (int program = 2; !taken && program <= mostPrograms; ++program)
+    taken = take(fallBack / ("tmp" + std::to_string(program)));
+  if (!taken) return;
   std::error_code ignored;
   for (const fs::path& file : filesIn(folder_, isCutOff))
     fs::remove(file, ignored);

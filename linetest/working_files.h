@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/result.h"
+#include "core/system_file.h"
 #include "linetest/stroke.h"
 
 namespace touch {
@@ -35,8 +36,9 @@ struct LeftStrokes {
 
 class WorkingFiles {
  public:
-  /// They live in the folder "tmp" under `workingFolder`, or under `fallBack` when nothing can be written there. What a
-  /// crash in the middle of a write has left of a file is swept away; whole files stay.
+  /// They live in the folder "tmp" under `workingFolder`, or in "tmp" to "tmp9" under `fallBack` when nothing can be
+  /// written there or another program has its own there. What a crash in the middle of a write has left of a file is
+  /// swept away; whole files stay.
   WorkingFiles(const std::filesystem::path& workingFolder, const std::filesystem::path& fallBack);
 
   const std::filesystem::path& folder() const { return folder_; }
@@ -58,6 +60,7 @@ class WorkingFiles {
 
  private:
   std::filesystem::path folder_;
+  File held_;  ///< keeps other programs out of the folder
 };
 
 }  // namespace touch

@@ -104,6 +104,11 @@ class OnTheCanvas : public testing::Test {
     view.drawing.take();
   }
 
+  /// But the lock, in the folder of the working files.
+  bool nothingIsKept() const {
+    return std::distance(fs::directory_iterator(files.folder()), {}) == 1;
+  }
+
   Lines journal;
   test::VirtualClock clock{journal};
   test::ScriptedPrompt prompt{journal};
@@ -325,7 +330,7 @@ TEST_F(OnTheCanvas, RecordsNothingWithoutTheToleranceTest) {
   key('D');
   EXPECT_EQ(canvas.strokeCounter(), 0);
   EXPECT_TRUE(view.results.empty());
-  EXPECT_TRUE(fs::is_empty(files.folder()));
+  EXPECT_TRUE(nothingIsKept());
   EXPECT_EQ(journal, Lines{});
   for (const bool on : {false, true}) {
     switches.toleranceTest = on;
@@ -398,7 +403,7 @@ TEST_F(OnTheCanvas, ClearsThenLeaves) {
   key(escapeKey);
   EXPECT_EQ(view.drawing.take(), Lines{"clear"});
   EXPECT_EQ(canvas.strokeCounter(), 0);
-  EXPECT_TRUE(fs::is_empty(files.folder()));
+  EXPECT_TRUE(nothingIsKept());
   canvas.pointerMove({2, 2});
   EXPECT_EQ(view.drawing.take(), Lines{}) << "the pen is up";
   key('D');
@@ -479,7 +484,7 @@ TEST_F(OnTheCanvas, LeadsThroughTheFixedSequence) {
   expected.insert(expected.end(), grid.begin(), grid.end());
   expected.push_back("line 320,0 320,5120 #0 2");
   EXPECT_EQ(view.drawing.take(), expected);
-  EXPECT_TRUE(fs::is_empty(files.folder()));
+  EXPECT_TRUE(nothingIsKept());
 
   for (int index = 0; index < 10; ++index) {
     ASSERT_TRUE(canvas.inFixedSequence());
@@ -569,8 +574,8 @@ TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
   EXPECT_THAT(journal[0], testing::HasSubstr("tmp001.tmp: expected a place that can be written"));
   EXPECT_THAT(journal[1], testing::HasSubstr("old.fdw: expected a place that can be written"));
   EXPECT_EQ(folder.read("old.fdw"), "old");
-  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(folder.path()), {}), 3)
-      << "the folder, the first stroke, the old drawing, and no half of a file";
+  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(folder.path()), {}), 4)
+      << "the folder, its lock, the first stroke, the old drawing, and no half of a file";
   EXPECT_EQ(canvas.strokeCounter(), 1);
   key('S');
   EXPECT_EQ(readDrawing(folder.path() / "old.fdw")->size(), 1u);
@@ -602,7 +607,7 @@ TEST_F(OnTheCanvas, LeavesNothingBehindInOrder) {
   leave();
   EXPECT_EQ(journal, Lines{}) << "it is saved";
   EXPECT_EQ(view.left, 1);
-  EXPECT_TRUE(fs::is_empty(files.folder()));
+  EXPECT_TRUE(nothingIsKept());
   canvas.offerLeftStrokes();
   EXPECT_EQ(journal, Lines{});
 }
@@ -627,7 +632,7 @@ TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
 
   prompt.answerYes = false;
   canvas.offerLeftStrokes();
-  EXPECT_TRUE(fs::is_empty(files.folder()));
+  EXPECT_TRUE(nothingIsKept());
 }
 
 #if !defined(_WIN32)
@@ -677,6 +682,7 @@ TEST_F(OnTheCanvas, LosesNothingWhenTheProgramIsKilled) {
       {"while a stroke is written", 1000, 3000, 3, "tmp/tmp003.tmp.new"},
       {"while a drawing is written", 1000, 3000, 1000, "run.fdw.new"},
   };
+  const test::TemporaryFolder elsewhere;
   const auto drawing = folder.path() / "run.fdw";
   view.chosen = drawing;
   for (const Death& death : deaths) {
@@ -702,13 +708,15 @@ TEST_F(OnTheCanvas, LosesNothingWhenTheProgramIsKilled) {
       EXPECT_GE(saved->size(), done.size() / 2) << death.when;
     }
 
-    const WorkingFiles found(folder.path(), folder.path());
-    for (const auto& entry : fs::directory_iterator(found.folder()))
-      EXPECT_EQ(entry.path().extension(), ".tmp") << "half a file is swept away";
-    const auto left = found.left().strokes.size();
+    // The next start, of a program that has the folder for itself.
+    files = WorkingFiles(elsewhere.path(), elsewhere.path());
+    files = WorkingFiles(folder.path(), folder.path());
+    for (const auto& entry : fs::directory_iterator(files.folder()))
+      EXPECT_NE(entry.path().extension(), ".new") << "half a file is swept away";
+    const auto left = files.left().strokes.size();
     EXPECT_TRUE(left == drawn || left == drawn + 1) << death.when << left << " of " << drawn;
     journal.clear();
-    Canvas next{{clock, prompt, messages, switches, found, folder.path()}, view, screen};
+    Canvas next{{clock, prompt, messages, switches, files, folder.path()}, view, screen};
     next.offerLeftStrokes();
     EXPECT_EQ(journal, Lines{"confirm Drawing left by an earlier run: " + std::to_string(left) +
                              (left == 1 ? " stroke" : " strokes") + ". Restore it?"});

@@ -37,7 +37,7 @@ TEST_F(WorkingFilesIn, DeleteTheirOwnKindOnly) {
   working.write("tmp/notes.txt", "mine");
   working.write("other.tmp", "mine");
   EXPECT_EQ(files.clear(), std::nullopt);
-  EXPECT_EQ(std::distance(fs::directory_iterator(files.folder()), {}), 1);
+  EXPECT_EQ(std::distance(fs::directory_iterator(files.folder()), {}), 2) << "and the lock";
   EXPECT_EQ(read("notes.txt"), "mine");
   EXPECT_EQ(working.read("other.tmp"), "mine");
 }
@@ -52,7 +52,10 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrash) {
   for (const char* cutOff : {"tmp003.tmp.new", "tmp003.tmp.new12", "probe.tmp.new"})
     working.write("tmp/" + std::string(cutOff), " 12 \r\n");
 
+  const fs::path folder = files.folder();
+  files = WorkingFiles(other.path(), other.path());
   const WorkingFiles next(working.path(), other.path());
+  EXPECT_EQ(next.folder(), folder);
   const LeftStrokes left = next.left();
   ASSERT_EQ(left.strokes.size(), 3u);
   EXPECT_EQ(left.strokes[0].stroke, stroke);
@@ -63,8 +66,8 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrash) {
       left.damaged[0].describe(),
       next.pathOf(1).string() + ", line 3: expected the y of a sample, found the end of the file");
 
-  EXPECT_EQ(std::distance(fs::directory_iterator(next.folder()), {}), 4 + 5)
-      << "what was cut off is gone, nothing else";
+  EXPECT_EQ(std::distance(fs::directory_iterator(next.folder()), {}), 4 + 5 + 1)
+      << "what was cut off is gone, nothing else; and the lock";
 
   EXPECT_EQ(next.makeConsecutive(left), std::nullopt);
   const auto all = next.readAll(3);
@@ -85,7 +88,7 @@ TEST_F(WorkingFilesIn, RefuseMoreThan3001Samples) {
   EXPECT_EQ(files.read(0).error().expected, "the end of the file after 3001 samples");
 }
 
-TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWritten) {
+TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWrittenOrIsInUse) {
   const test::TemporaryFolder full;
   full.write("tmp", "a file of this name");
   const WorkingFiles moved(full.path(), other.path());
@@ -93,7 +96,14 @@ TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWritten) {
   EXPECT_EQ(moved.write(0, stroke), std::nullopt);
   EXPECT_EQ(full.read("tmp"), "a file of this name");
 
-  const WorkingFiles nowhere(full.path(), full.path());
+  const WorkingFiles third(working.path(), other.path());
+  EXPECT_EQ(third.folder(), other.path() / "tmp2") << "both of the others are in use";
+  third.write(0, {9, 1, {{3, 3}}});
+  EXPECT_EQ(files.clear(), std::nullopt);
+  EXPECT_EQ(moved.left().strokes.size(), 1u);
+  EXPECT_EQ(third.left().strokes.size(), 1u);
+
+  const WorkingFiles nowhere(full.path() / "tmp", full.path() / "tmp");
   const auto error = nowhere.write(0, stroke);
   ASSERT_TRUE(error);
   EXPECT_EQ(error->expected, "a place that can be written");
