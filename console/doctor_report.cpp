@@ -48,10 +48,11 @@ std::string summary(const Diagnosis& diagnosis) {
 std::string findingsAsText(const Diagnosis& diagnosis) {
   std::string text;
   for (const Finding& finding : diagnosis.findings) {
-    text += fmt::format("{:<8} {}\n", stateName(finding.state), finding.what);
-    if (!finding.why.empty()) text += fmt::format("{:<8} {}\n", "", finding.why);
+    text += fmt::format("{:<8} {}\n", stateName(finding.state), printable(finding.what));
+    if (!finding.why.empty()) text += fmt::format("{:<8} {}\n", "", printable(finding.why));
     if (!finding.nextStep.empty()) {
-      text += fmt::format("{:<8} {}\n", "", filled(say("console", "Next: %1"), {finding.nextStep}));
+      text += fmt::format("{:<8} {}\n", "",
+                          filled(say("console", "Next: %1"), {printable(finding.nextStep)}));
     }
   }
   return text + '\n' + summary(diagnosis) + ".\n";

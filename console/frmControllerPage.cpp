@@ -20,7 +20,6 @@ namespace {
 QLabel* makeValueLabel(const char* name) {
   auto* const label = new QLabel("—");
   label->setObjectName(name);
-  label->setTextFormat(Qt::PlainText);
   label->setTextInteractionFlags(Qt::TextSelectableByMouse);
   return label;
 }

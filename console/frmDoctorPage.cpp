@@ -51,7 +51,6 @@ QString findingText(const Finding& finding) {
 frmDoctorPage::frmDoctorPage(const std::filesystem::path& workFolder, QWidget* parent)
     : QWidget(parent), workFolder_(workFolder), summary_(new QLabel), findings_(new QListWidget) {
   summary_->setObjectName("lblDoctorSummary");
-  summary_->setTextFormat(Qt::PlainText);
   findings_->setObjectName("findingsList");
   findings_->setAccessibleName(tr("Findings"));
   findings_->setWordWrap(true);

@@ -91,7 +91,6 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   setWindowTitle("TouchUtility");
   statusLine_->setObjectName("statusLine");
   statusLine_->setWordWrap(true);
-  statusLine_->setTextFormat(Qt::PlainText);
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   tabs_->addTab(scrollable(controllerPage_), tr("Controller"));

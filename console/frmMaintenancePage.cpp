@@ -154,10 +154,9 @@ void frmMaintenancePage::fillMonitors() {
   int number = 0;
   for (const QScreen* const screen : QGuiApplication::screens()) {
     monitors_->addItem(tr("%1: %2, %3 x %4")
-                           .arg(++number)
-                           .arg(screen->name())
-                           .arg(screen->size().width())
-                           .arg(screen->size().height()));
+                           .arg(QString::number(++number), screen->name(),
+                                QString::number(screen->size().width()),
+                                QString::number(screen->size().height())));
   }
   monitors_->setCurrentIndex(std::min(chosen, monitors_->count() - 1));
 }

@@ -100,7 +100,6 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   fiveWire_->setObjectName("optionFiveWire");
   problems_->setObjectName("lblPinProblems");
   problems_->setWordWrap(true);
-  problems_->setTextFormat(Qt::PlainText);
   update_->setObjectName("cmdUpdatePins");
   putBack_->setObjectName("cmdPutBackPins");
   putBack_->setToolTip(tr("Writes the mapping from before the last update"));

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "core/hex.h"
+
 namespace touch {
 
 namespace {
@@ -70,6 +72,24 @@ std::string utf8FromLatin1(std::string_view text) {
 
 std::string toUtf8(std::string_view text) {
   return isUtf8(text) ? std::string(text) : utf8FromLatin1(text);
+}
+
+std::string printable(std::string_view text) {
+  const std::string utf8 = toUtf8(text);
+  std::string shown;
+  shown.reserve(utf8.size());
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    auto byte = static_cast<std::uint8_t>(utf8[i]);
+    // The upper control characters, 80 to 9F, are the first of those that take two bytes.
+    const bool isUpper = byte == 0xC2 && static_cast<std::uint8_t>(utf8[i + 1]) < 0xA0;
+    if (isUpper) byte = static_cast<std::uint8_t>(utf8[++i]);
+    if (isUpper || byte < 0x20 || byte == 0x7F) {
+      shown += "\\x" + hexByte(byte);
+    } else {
+      shown += utf8[i];
+    }
+  }
+  return shown;
 }
 
 std::filesystem::path pathNamed(std::string_view utf8) {

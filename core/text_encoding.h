@@ -14,6 +14,10 @@ std::string utf8FromLatin1(std::string_view text);
 /// `text` as UTF-8, whichever of the two it was.
 std::string toUtf8(std::string_view text);
 
+/// `text` as UTF-8 that a terminal shows and does not obey: control characters stand as "\x1B" or "\x9B", line ends
+/// too.
+std::string printable(std::string_view text);
+
 /// The file or folder of this name. A path made of the text itself would take it for another encoding on Windows.
 std::filesystem::path pathNamed(std::string_view utf8);
 

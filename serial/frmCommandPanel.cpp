@@ -83,7 +83,6 @@ frmCommandPanel::frmCommandPanel(CommandSet set, QWidget* parent)
     reply_[i]->setAccessibleName(names[i]);
     reply_[i]->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     reply_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    reply_[i]->setTextFormat(Qt::PlainText);
     reply_[i]->setWordWrap(true);
     reply_[i]->hide();
     layout->addWidget(reply_[i]);
@@ -112,7 +111,7 @@ QWidget* frmCommandPanel::makeSets(CommandSet set) {
     option->setObjectName(name);
     option->setChecked(chosen == set);
     row->addWidget(option);
-    connect(option, &QRadioButton::clicked, this, [this, chosen] {
+    connect(option, &QRadioButton::clicked, this, [this, chosen = chosen] {
       set_ = chosen;
       emit setChosen(chosen);
       cm1set();

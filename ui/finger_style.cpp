@@ -2,6 +2,7 @@
 
 #include <QAbstractScrollArea>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QPainter>
 #include <QPen>
 #include <QScreen>
@@ -127,6 +128,12 @@ void FingerStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
   if (control == CC_ScrollBar && option->state.testFlag(State_HasFocus)) {
     drawFocus(*option, *painter, option->palette.color(QPalette::Highlight));
   }
+}
+
+void FingerStyle::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  auto* const label = qobject_cast<QLabel*>(widget);
+  if (label != nullptr && label->textFormat() == Qt::AutoText) label->setTextFormat(Qt::PlainText);
 }
 
 void FingerStyle::polish(QPalette& palette) {

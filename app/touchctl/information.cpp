@@ -23,7 +23,7 @@ ExitStatus listControllers(Shell& shell) {
   } else if (!list.names.empty()) {
     fmt::print(" No  Device\n");
     for (std::size_t i = 0; i < list.names.size(); ++i) {
-      fmt::print("{:>3}  {}{}\n", i + 1, toUtf8(list.names[i]),
+      fmt::print("{:>3}  {}{}\n", i + 1, printable(list.names[i]),
                  list.answered == i ? "  (answers)" : "");
     }
     if (!list.answered) {
@@ -39,11 +39,11 @@ namespace {
 
 void printAsText(const std::string& controller, const std::vector<std::string>& lines,
                  const Identity& identity, const DriverSettings& reported) {
-  fmt::print("{}\n", toUtf8(controller));
+  fmt::print("{}\n", printable(controller));
   for (const std::string& line : lines)
-    fmt::print("  {}\n", line);
+    fmt::print("  {}\n", printable(line));
   const std::string model = modelName(identity.unitType);
-  if (!model.empty()) fmt::print("  Model : {}\n", model);
+  if (!model.empty()) fmt::print("  Model : {}\n", printable(model));
   for (const Setting& setting : settingTable()) {
     if (setting.get == nullptr) continue;
     fmt::print("  {} : {}\n", setting.label, settingText(setting, setting.get(reported)));
@@ -68,7 +68,7 @@ ExitStatus showInformation(Shell& shell) {
   const Identity identity = readfw(shell.access());
   if (identity.unitType.empty() && identity.firmware.empty()) {
     // What the driver reports of a controller that is silent would be defaults, not facts.
-    complain(toUtf8(shell.controller()) + " does not answer; check its cable and power");
+    complain(printable(shell.controller()) + " does not answer; check its cable and power");
     return ExitStatus::failed;
   }
   const auto print = shell.options().json ? printAsJson : printAsText;

@@ -106,7 +106,7 @@ ExitStatus saveParameters(Shell& shell, const fs::path& file) {
     complain(failed->describe());
     return ExitStatus::failed;
   }
-  fmt::print("Saved in {}\n", file.string());
+  fmt::print("Saved in {}\n", printable(file.string()));
   return ExitStatus::done;
 }
 
@@ -168,7 +168,7 @@ const CLI::Option* addFile(CLI::App& command) {
 void tellOfKeptBlock(const fs::path& file) {
   if (file.empty()) return;
   fmt::print("The parameters before are kept; to put them back: touchctl params load \"{}\"\n",
-             file.string());
+             printable(file.string()));
 }
 
 void addParameterCommands(const CommandLine& line) {

@@ -169,7 +169,7 @@ ExitStatus record(const SerialWork& work, const fs::path& file) {
   });
   const auto failed = recorder.stop();
   if (failed) complain(failed->describe());
-  fmt::print("{} bytes recorded in {}\n", count, file.string());
+  fmt::print("{} bytes recorded in {}\n", count, printable(file.string()));
   return failed || lost ? ExitStatus::failed : ExitStatus::done;
 }
 
@@ -272,7 +272,7 @@ ExitStatus send(const SerialWork& work, const std::string& word,
         {"command", word}, {"text", reply->text}, {"bytes", hexText(reply->bytes)}};
     fmt::print("{}\n", object.dump(2));
   } else {
-    fmt::print("{}\n{}\n", reply->text, reply->hex);
+    fmt::print("{}\n{}\n", printable(reply->text), reply->hex);
   }
   return ExitStatus::done;
 }
@@ -356,7 +356,7 @@ std::string hexArgument(const std::string& name, std::string text, std::size_t c
 std::string addressArgument(const std::string& text) {
   constexpr unsigned lastLow = 0x3F;
   constexpr unsigned firstHigh = 0x80;
-  const std::string address = hexArgument("ADDRESS", text, 2);
+  std::string address = hexArgument("ADDRESS", text, 2);
   const unsigned value = *h2d(address);
   if (value > lastLow && value < firstHigh) {
     refuseArgument("ADDRESS", "expected 00 to 3F or 80 to FF, found \"" + text + '"');

@@ -9,12 +9,16 @@
 #include "app/touchctl/terminal.h"
 #include "core/messages.h"
 #include "core/text_encoding.h"
+#include "core/whole_file.h"
 #include "serial/asio_serial_port.h"
 
 namespace touch {
 
 void complain(const std::string& text) {
-  fmt::print(stderr, "touchctl: {}\n", text);
+  std::string shown;
+  for (const std::string_view line : linesOf(text))
+    shown += (shown.empty() ? "" : "\n") + printable(line);
+  fmt::print(stderr, "touchctl: {}\n", shown);
 }
 
 void ShellPrompt::message(std::string_view text, std::string_view title) {
@@ -27,14 +31,14 @@ bool ShellPrompt::confirm(std::string_view text, std::string_view) {
     complain(fmt::format("{} Not at a terminal: say --yes to go on.", text));
     return false;
   }
-  fmt::print(stderr, "{} [y/N] ", text);
+  fmt::print(stderr, "{} [y/N] ", printable(text));
   std::string answer;
   std::getline(std::cin, answer);
   return answer == "y" || answer == "Y" || answer == "yes";
 }
 
 std::optional<std::string> ShellPrompt::input(std::string_view prompt, std::string_view) {
-  fmt::print(stderr, "{} ", prompt);
+  fmt::print(stderr, "{} ", printable(prompt));
   std::string answer;
   if (!std::getline(std::cin, answer)) return std::nullopt;
   return answer;
@@ -97,7 +101,7 @@ bool Shell::chooseController() {
   if (std::find(names.begin(), names.end(), options_.controller) == names.end()) {
     complain(names.empty() ? noControllerAdvice
                            : fmt::format("there is no controller \"{}\"; see 'touchctl list'",
-                                         options_.controller));
+                                         printable(options_.controller)));
     return false;
   }
   session_.controllerName = options_.controller;

@@ -330,15 +330,77 @@ TEST_F(Touchctl, TracesTheFramesThatItWrites) {
   }
 }
 
+/// A terminal obeys what it is sent, and a program formats or executes what it takes for more than text.
+TEST_F(Touchctl, PrintsNothingOfAControllersThatATerminalWouldObey) {
+  const struct {
+    const char* sent;
+    const char* shown;
+  } texts[] = {
+      {"%s%n{}%1", "%s%n{}%1"},
+      {"$(id)<b>", "$(id)<b>"},
+      {"\x1B[2J\a", "\\x1B[2J\\x07"},
+      {"a\r\nb\t\x7F", "a\\x0D\\x0Ab\\x09\\x7F"},
+      {"\x9B"
+       "2J\xFF",
+       "\\x9B2J\u00FF"},
+      {"\xC2\x9B"
+       "2J\u00B5",
+       "\\x9B2J\u00B5"},
+  };
+  for (const auto& [sent, shown] : texts) {
+    const std::string name = std::string("USB DEVICE ") + shown;
+    const auto hostile = [&, text = std::string("HOSTILE_TEXT=") + sent](Words words) {
+      words.insert(words.begin(), {text, TOUCHCTL, "--driver", STUBBORN_LIBRARY, "--work-dir",
+                                   folder.path().string()});
+      return std::async(std::launch::async, [words] { return runProgram("/usr/bin/env", words); });
+    };
+    auto listing = hostile({"list"});
+    auto jsonListing = hostile({"list", "--json"});
+    auto telling = hostile({"info"});
+    auto examining = hostile({"doctor"});
+    const Ended unknown = hostile({"get", "--controller", std::string(sent) + '?'}).get();
+    EXPECT_THAT(unknown.errors, HasSubstr(std::string(shown) + '?'));
+    EXPECT_THAT(listing.get().output, HasSubstr("1  " + name + "  (answers)\n"));
+    EXPECT_EQ(json::parse(jsonListing.get().output).at(0).at("number"), 1);
+    const Ended info = telling.get();
+    EXPECT_THAT(info.output, testing::StartsWith(name + '\n'));
+    const Ended doctor = examining.get();
+    EXPECT_THAT(doctor.output, HasSubstr(name));
+    for (const std::string& printed : {info.output, doctor.output, unknown.errors}) {
+      EXPECT_EQ(printed.find_first_of("\x1B\a\t\x7F\r"), printed.npos) << printed;
+      EXPECT_EQ(printed.find("\xC2\x9B"), printed.npos) << printed;
+    }
+  }
+}
+
 /// The loader reads its search path when a program starts, so only a program started in the folder shows what it does.
-TEST(LibrarySearch, NeverReachesTheCurrentFolder) {
+TEST(LibrarySearch, ReachesTheCurrentFolderOnlyWhereItIsNamed) {
   const TemporaryFolder folder;
+  const std::string here = folder.path().string();
   std::filesystem::copy_file(STUBBORN_LIBRARY, folder.path() / "libnexapi.so");
-  for (const char* const searchPath : {"", ":", "/usr/lib:", ":/usr/lib", "."}) {
-    const Ended ended = runProgram(
-        "/usr/bin/env", {"-C", folder.path().string(), "LD_LIBRARY_PATH=" + std::string(searchPath),
-                         TOUCHCTL, "list"});
-    EXPECT_EQ(ended.status, 3) << '"' << searchPath << "\": " << ended.output << ended.errors;
+  const struct {
+    std::string searchPath;
+    Words words;
+    int status;  ///< 3: no driver; 4: a driver whose controllers do not answer
+  } cases[] = {
+      {"", {"list"}, 3},
+      {":", {"list"}, 3},
+      {"/usr/lib:", {"list"}, 3},
+      {":/usr/lib", {"list"}, 3},
+      {".", {"list"}, 3},
+      {here, {"list"}, 4},
+      {here + ":", {"list"}, 3},
+      {"", {"list", "--driver", "libnexapi.so"}, 4},
+      {"", {"list", "--driver", "./libnexapi.so"}, 4},
+      {here, {"list", "--driver", "nothing.so"}, 3},
+      {here, {"list", "--driver", "sub/libnexapi.so"}, 3},
+  };
+  for (const auto& [searchPath, words, status] : cases) {
+    Words line = {"-C", here, "LD_LIBRARY_PATH=" + searchPath, TOUCHCTL};
+    line.insert(line.end(), words.begin(), words.end());
+    const Ended ended = runProgram("/usr/bin/env", line);
+    EXPECT_EQ(ended.status, status)
+        << '"' << searchPath << "\" " << words.back() << ": " << ended.output << ended.errors;
   }
 }
 

@@ -30,7 +30,7 @@ class Doctor : public test::ParameterDesk {
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     // The parameter memory answers "GP" and leaves these two alone.
-    script.onCall = [this, serve = script.onCall](const std::string& line) {
+    script.onCall = [serve = script.onCall](const std::string& line) {
       if (!line.ends_with(" UT") && !line.ends_with(" OI")) serve(line);
     };
     patient.workFolder = folder.path();
@@ -173,7 +173,7 @@ TEST_F(Doctor, ReportsForPeopleAndForPrograms) {
                             {}};
   EXPECT_EQ(findingsAsText(diagnosis),
             "problem  It is \"bad\".\n         It matters.\n         Next: Mend it.\n"
-            "note     Odd \xFC.\nok       Program 1.\n\n1 problem, 1 note.\n");
+            "note     Odd \u00FC.\nok       Program 1.\n\n1 problem, 1 note.\n");
   const json object = json::parse(findingsAsJson(diagnosis));
   EXPECT_EQ(object["problems"], 1);
   EXPECT_EQ(object["findings"][0], (json{{"state", "problem"},

@@ -7,6 +7,7 @@
 #include <QTableWidget>
 
 #include "tests/windows/main_window_desk.h"
+#include "ui/text.h"
 
 namespace touch {
 namespace {
@@ -34,6 +35,23 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   auto* const info = find<QListWidget>(*window, "infoList");
   ASSERT_EQ(info->count(), 4);
   EXPECT_EQ(info->item(2)->text(), "Output Identity : M0130100");
+}
+
+TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
+  for (const std::string said : {"<b>x</b>", "%1%n{}", "&amp;\xFF", "\x1B[2J"}) {
+    const std::string name = "USB DEVICE " + said;
+    script.names = {name};
+    script.replies["UT"] = {test::replyOf(said)};
+    open();
+    EXPECT_EQ(find<QTableWidget>(*window, "controllerList")->item(0, 1)->text(), shownText(name));
+    EXPECT_EQ(status(), shownText(name) + " is ready.");
+    for (const QLabel* const label : window->findChildren<QLabel*>()) {
+      if (label->isVisible()) {
+        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
+      }
+    }
+    window.reset();
+  }
 }
 
 TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
