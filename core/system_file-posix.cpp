@@ -9,11 +9,11 @@
 namespace touch {
 
 File createFile(const std::filesystem::path& path) {
-  return File(std::fopen(path.c_str(), "wbx"));
+  return File(std::fopen(path.c_str(), "wbxe"));
 }
 
 File openForAppending(const std::filesystem::path& path) {
-  return File(std::fopen(path.c_str(), "ab"));
+  return File(std::fopen(path.c_str(), "abe"));
 }
 
 File holdFile(const std::filesystem::path& path) {

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t longestQuote = 24;
 constexpr int mostLeftovers = 100;
-constexpr std::size_t readPiece = 64 * 1024;
+constexpr std::size_t readPiece = std::size_t{64} << 10U;
 
 FileError writeError(const fs::path& path, const std::error_code& why) {
   return {path.string(), 0, say("core", "a place that can be written"), why.message()};
@@ -78,14 +78,14 @@ std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view c
   auto [file, beside] = newFileBeside(target);
   if (!file) return writeError(path, lastError());
 
+  // Who may not read the old file may not read the new one either, not even while it is written.
+  if (fs::is_regular_file(there)) {
+    std::error_code ignored;
+    fs::permissions(beside, there.permissions() & fs::perms::all, ignored);
+  }
   failed = writeOut(file.get(), content);
   file.reset();
-  if (!failed) {
-    std::error_code ignored;
-    const auto old = fs::status(target, ignored);
-    if (fs::is_regular_file(old)) fs::permissions(beside, old.permissions(), ignored);
-    fs::rename(beside, target, failed);
-  }
+  if (!failed) fs::rename(beside, target, failed);
   if (!failed) return std::nullopt;
   std::error_code ignored;
   fs::remove(beside, ignored);
