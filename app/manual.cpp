@@ -139,7 +139,7 @@ std::string entries(std::string_view title, std::span<const Manual::Entry> list)
 /// "Finds and sets up controllers. And more." as "finds and sets up controllers".
 std::string summary(const CLI::App& app) {
   std::string text = app.get_description();
-  text = text.substr(0, text.find('.'));
+  text.resize(std::min(text.find('.'), text.size()));
   if (!text.empty()) text[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[0])));
   return text;
 }
@@ -156,7 +156,7 @@ std::string exitStatusLine(const Manual& manual) {
 }
 
 std::string manPage(const CLI::App& app, const Manual& manual) {
-  const std::string name = app.get_name();
+  const std::string& name = app.get_name();
   std::string page = ".TH " + capitals(name) + " 1 \"\" \"" + programVersion() +
                      "\" \"User Commands\"\n" + section("NAME") + name + " \\- " +
                      plain(summary(app)) + "\n" + section("SYNOPSIS") + bold(name) + usage(app) +

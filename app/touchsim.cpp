@@ -205,6 +205,7 @@ void addOptions(CLI::App& app, Options& options) {
     if (model.link == Link::rs232) controllers.emplace_back(model.name);
   }
   std::vector<std::string> reports;
+  reports.reserve(std::size(reportCommands));
   for (const ReportCommand& command : reportCommands)
     reports.emplace_back(command.name);
   std::vector<std::string> known;
@@ -240,7 +241,8 @@ void addOptions(CLI::App& app, Options& options) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+// What is thrown up to here nobody can mend, and it ends the program.
+int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
   const touch::SystemText text(argc, argv);
   CLI::App arguments(
       "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "

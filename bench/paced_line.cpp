@@ -54,8 +54,8 @@ void PacedLine::send(const std::stop_token& stopped) {
     const auto due = static_cast<std::size_t>(passed.count() * bytesPerSecond);
     while (sentBytes_ < due) {
       const std::size_t place = sentBytes_ % bytes_.size();
-      const auto written = write(controllerEnd_, bytes_.data() + place,
-                                 std::min(due - sentBytes_, bytes_.size() - place));
+      const auto written = ::write(controllerEnd_, bytes_.data() + place,
+                                   std::min(due - sentBytes_, bytes_.size() - place));
       if (written <= 0) return;
       sentBytes_ += static_cast<std::size_t>(written);
     }

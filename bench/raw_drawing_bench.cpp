@@ -20,8 +20,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto watched = 20s;
-constexpr QSize screenSize(1920, 1080);
+constexpr auto watchedDrawing = 20s;
+constexpr QSize drawnScreen(1920, 1080);
 
 /// A finger that goes round on the panel, lifted once in a round.
 std::vector<std::uint8_t> rounds() {
@@ -56,18 +56,18 @@ void draw(benchmark::State& state) {
   DrawingSwitches switches;
   const MessageTable messages;
   frmRsDraw window({clock, prompt, messages, switches, ReportDecoder(ReportFamily::tablet),
-                    std::nullopt, screenSize},
+                    std::nullopt, drawnScreen},
                    {port, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
   window.open();
   clock.delay(500ms, nullptr);
   for (auto _ : state) {
     const double before = processorSeconds(CLOCK_PROCESS_CPUTIME_ID);
     line.start();
-    clock.delay(watched, nullptr);
+    clock.delay(watchedDrawing, nullptr);
     line.stop();
     const double taken =
         processorSeconds(CLOCK_PROCESS_CPUTIME_ID) - before - line.processorSeconds();
-    state.counters["share"] = taken / std::chrono::duration<double>(watched).count();
+    state.counters["share"] = taken / std::chrono::duration<double>(watchedDrawing).count();
   }
   clock.delay(500ms, nullptr);
   constexpr std::size_t packet = 5;

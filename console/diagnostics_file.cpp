@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 using Content = Result<std::string, Missing>;
 
 // The last part of a trace is what tells of the fault, and the file is to be mailed.
-constexpr std::uintmax_t longestTrace = 16 * 1024 * 1024;
+constexpr std::uintmax_t longestTrace = std::uintmax_t{16} << 20U;
 
 std::string versionsText(const Patient& patient) {
   std::string text;
@@ -156,6 +156,7 @@ std::string packParts(const std::vector<DiagnosticsPart>& parts,
                       std::chrono::system_clock::time_point time,
                       std::vector<std::string>& failed) {
   std::vector<ZipEntry> entries;
+  entries.reserve(parts.size());
   for (const DiagnosticsPart& part : parts)
     entries.push_back({part.name, contentOf(part, failed)});
   return zipArchive(entries, time);
@@ -164,8 +165,7 @@ std::string packParts(const std::vector<DiagnosticsPart>& parts,
 std::string DiagnosticsSaved::describe(const fs::path& file) const {
   if (error)
     return filled(say("console", "The diagnostics are not saved: %1."), {error->describe()});
-  const std::string text =
-      filled(say("console", "The diagnostics are saved in %1."), {file.string()});
+  std::string text = filled(say("console", "The diagnostics are saved in %1."), {file.string()});
   if (failed.empty()) return text;
   std::string names;
   for (const std::string& name : failed)

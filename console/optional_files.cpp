@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::string_view_literals;
 
-constexpr std::size_t largestPicture = 64 * 1024 * 1024;
+constexpr std::size_t largestPicture = std::size_t{64} << 20U;
 
 // How the kinds of pictures begin that the windows can show.
 constexpr std::array pictureBeginnings = {"\xFF\xD8\xFF"sv, "\x89PNG\r\n"sv, "GIF8"sv, "BM"sv,

@@ -27,8 +27,8 @@ std::vector<WordChange> changesIn(const ParameterBlock& block, std::span<const W
   return changes;
 }
 
-BlockWrite write(const Access& access, Prompt& prompt, const Backup& backup,
-                 std::span<const WordValue> wanted) {
+BlockWrite writeConfirmed(const Access& access, Prompt& prompt, const Backup& backup,
+                          std::span<const WordValue> wanted) {
   BlockWrite result;
   const auto block = readBlock(access);
   if (!block) {
@@ -71,8 +71,8 @@ BlockWrite write(const Access& access, Prompt& prompt, const Backup& backup,
 
 Result<ParameterBlock, WordError> readBlock(const Access& access) {
   ParameterBlock block;
-  for (std::uint8_t address = 0; address < block.size(); ++address) {
-    const auto word = readWord(access, address);
+  for (std::size_t address = 0; address < block.size(); ++address) {
+    const auto word = readWord(access, static_cast<std::uint8_t>(address));
     if (!word) return word.error();
     block[address] = *word;
   }
@@ -81,8 +81,8 @@ Result<ParameterBlock, WordError> readBlock(const Access& access) {
 
 std::vector<WordValue> wordsOf(const ParameterBlock& block) {
   std::vector<WordValue> words;
-  for (std::uint8_t address = 0; address < block.size(); ++address) {
-    words.push_back({address, block[address]});
+  for (std::size_t address = 0; address < block.size(); ++address) {
+    words.push_back({static_cast<std::uint8_t>(address), block[address]});
   }
   return words;
 }
@@ -180,12 +180,12 @@ KeptBlock keepBlock(const Access& access, Prompt& prompt, const Backup& backup,
 BlockWrite writeBlock(const Access& access, Prompt& prompt, const Backup& backup,
                       std::span<const WordValue> wanted) {
   if (!prompt.confirm(access.session.messages[Message::areYouSure])) return {};
-  return write(access, prompt, backup, wanted);
+  return writeConfirmed(access, prompt, backup, wanted);
 }
 
 BlockWrite undoBlock(const Access& access, Prompt& prompt, const Backup& backup,
                      std::span<const WordValue> old) {
-  return write(access, prompt, backup, old);
+  return writeConfirmed(access, prompt, backup, old);
 }
 
 }  // namespace touch

@@ -42,7 +42,7 @@ std::string PinEditor::whyNotWritable() const {
 }
 
 std::string PinEditor::update() {
-  if (const std::string reason = whyNotWritable(); !reason.empty()) return reason;
+  if (std::string reason = whyNotWritable(); !reason.empty()) return reason;
   const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == PinsEnd::done || (write.end == PinsEnd::brokenOff && !isPutBack)) {
@@ -59,7 +59,7 @@ void PinEditor::remember(const std::vector<WordValue>& before) {
 }
 
 std::string PinEditor::putBack() {
-  if (const std::string reason = whyNotWritable(); !reason.empty()) return reason;
+  if (std::string reason = whyNotWritable(); !reason.empty()) return reason;
   const PinsWrite write = putBackPins(access_, prompt_, backup_, old_);
   if (write.end == PinsEnd::done) {
     old_.clear();

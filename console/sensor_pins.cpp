@@ -71,8 +71,8 @@ void checkNumber(const MessageTable& messages, const PinDefinition& definition, 
   }
 }
 
-PinsWrite write(const Access& access, Prompt& prompt, const Backup& backup,
-                std::span<const WordValue> words) {
+PinsWrite writePins(const Access& access, Prompt& prompt, const Backup& backup,
+                    std::span<const WordValue> words) {
   const MessageTable& messages = access.session.messages;
   PinsWrite result;
   if (!prompt.confirm(messages[Message::updatePinsQuestion])) return result;
@@ -152,12 +152,12 @@ PinsWrite updatePins(const Access& access, Prompt& prompt, const Backup& backup,
     prompt.message(result.reason);
     return result;
   }
-  return write(access, prompt, backup, wordsOf(definition));
+  return writePins(access, prompt, backup, wordsOf(definition));
 }
 
 PinsWrite putBackPins(const Access& access, Prompt& prompt, const Backup& backup,
                       std::span<const WordValue> old) {
-  return write(access, prompt, backup, old);
+  return writePins(access, prompt, backup, old);
 }
 
 }  // namespace touch

@@ -30,8 +30,8 @@ int lowByte(int value) {
 }
 
 struct BarKind {
-  int ClickTiming::*value;
-  int step;                 ///< the driver's numbers in one step of the bar
+  int ClickTiming::*value = nullptr;
+  int step = 1;             ///< the driver's numbers in one step of the bar
   TimingBars::Range usual;  ///< in steps
 };
 

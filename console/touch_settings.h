@@ -84,7 +84,7 @@ enum class InterfaceType : std::uint8_t { serial = 1, usb = 2, ps2 = 3 };
 InterfaceType interfaceType(std::string_view controllerName);
 
 /// In bytes: a note of several screens is no note.
-inline constexpr std::size_t largestCursorNote = 1024 * 1024;
+inline constexpr std::size_t largestCursorNote = std::size_t{1} << 20U;
 
 /// The text of "Hide Cursor": an empty line, then the lines of "cursoroff.txt" in `workingFolder`,
 /// if it is there. Lines end with CR LF; the text is UTF-8.

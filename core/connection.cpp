@@ -17,10 +17,8 @@ constexpr std::size_t nameSize = 20;
 
 Connection::Connection(const Access& access, const std::string& name)
     : session_(access.session), driver_(access.driver), handle_(0) {
-  // A copy: `name` may be the session's own.
-  const std::string opened = name;
-  handle_ = driver_.OpenController(opened.c_str());
-  session_.controllerName = opened;
+  handle_ = driver_.OpenController(name.c_str());
+  session_.controllerName = name;
   session_.handle = handle_;
 }
 

@@ -142,11 +142,9 @@ void Canvas::pointerDown(PointerButton button, TwipsPoint at) {
 }
 
 void Canvas::testStart(TwipsPoint at) {
-  if (!parts_.switches.toleranceTest) {
-    setTested(std::nullopt);
-  } else if (fixedSequence_) {
-    setTested(line_);
-  } else if (guides_.isInMargin(at)) {
+  const bool fixed = parts_.switches.toleranceTest && fixedSequence_;
+  const bool matched = parts_.switches.toleranceTest && !fixed && guides_.isInMargin(at);
+  if (matched) {
     const Matching matching = matcher().postest(roundedTwips(at.x), roundedTwips(at.y), pen_.width);
     pen_.width = matching.drawWidth;
     if (matching.line) foreground_ = inBand;
@@ -155,7 +153,7 @@ void Canvas::testStart(TwipsPoint at) {
     setTested(matching.line);
     if (!matching.line) menuAllowed_ = allowed;
   } else {
-    setTested(std::nullopt);
+    setTested(fixed ? std::optional(line_) : std::nullopt);
   }
 }
 

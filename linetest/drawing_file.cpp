@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view labelStart = "Line #";
 // Some thousand strokes of the greatest length.
-constexpr std::size_t longestFile = std::size_t{256} << 20U;
+constexpr std::size_t longestDrawing = std::size_t{256} << 20U;
 
 bool isLabel(std::string_view text) {
   if (!text.starts_with(labelStart)) return false;
@@ -70,7 +70,7 @@ Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name)
 }
 
 Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
-  const auto text = readWholeFile(path, longestFile);
+  const auto text = readWholeFile(path, longestDrawing);
   if (!text) return text.error();
   return parseDrawing(*text, path.string());
 }

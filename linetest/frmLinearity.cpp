@@ -26,7 +26,7 @@ namespace {
 constexpr double smallestPanel = 20;  // mm
 constexpr double largestPanel = 3000;
 constexpr int inkWidth = 3;
-constexpr int gap = 8;
+constexpr int pageGap = 8;
 constexpr int widestPanel = 560;
 
 FingerSpinBox* makeLength(const char* name, const QString& says) {
@@ -176,7 +176,7 @@ QFrame* frmLinearity::makeGuidePanel() {
 
   guideButtons_ = {backButton_, nextButton_, repeatButton_, results, leaveButton};
   auto* const grid = new QGridLayout(panel);
-  grid->setContentsMargins(gap, gap, gap, gap);
+  grid->setContentsMargins(pageGap, pageGap, pageGap, pageGap);
   grid->setSpacing(isSmallScreen() ? 3 : 6);
   return panel;
 }
@@ -320,7 +320,7 @@ void frmLinearity::placePanel() {
   arrangePanel(vertical ? tallColumns : static_cast<int>(guideButtons_.size()));
 
   const int half = (vertical ? width() : height()) / 2;
-  const int room = (vertical ? half : width()) - 2 * gap;
+  const int room = (vertical ? half : width()) - 2 * pageGap;
   const int panelWidth = std::min(room, widestPanel);
   guidePanel_->resize(panelWidth, guidePanel_->layout()->totalHeightForWidth(panelWidth));
   const QSize free(width() - guidePanel_->width(), height() - guidePanel_->height());

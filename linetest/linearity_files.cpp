@@ -15,7 +15,7 @@ namespace touch {
 namespace {
 
 // 3001 samples of three zones take a seventh of it.
-constexpr std::size_t longestFile = std::size_t{1} << 20U;
+constexpr std::size_t longestResult = std::size_t{1} << 20U;
 constexpr int csvDecimals = 3;
 
 float shown(double value) {
@@ -165,7 +165,7 @@ Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine&
 Result<ReadResult, FileError> readResult(const std::filesystem::path& folder,
                                          const TestLine& line) {
   const auto path = folder / resultFileName(line);
-  const auto text = readWholeFile(path, longestFile);
+  const auto text = readWholeFile(path, longestResult);
   if (!text) return text.error();
   return parseResult(*text, line, path.string());
 }

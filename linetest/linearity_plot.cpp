@@ -258,10 +258,12 @@ void drawLinearityPage(ChartSurface& surface, TwipsSize page, std::span<const Li
   const float chartHeight = page.height / 8;
   const float rowHeight = chartHeight + 4 * lineSpacing;
   // Saved drawings may hold any number of strokes; two rows have room.
-  const auto charted = results.first(std::min<std::size_t>(results.size(), 2 * chartsPerRow));
+  const auto charted =
+      results.first(std::min<std::size_t>(results.size(), std::size_t{2} * chartsPerRow));
   for (std::size_t i = 0; i < charted.size(); ++i) {
     const auto column = static_cast<float>(i % chartsPerRow);
-    const auto row = static_cast<float>(i / chartsPerRow);
+    const std::size_t rowsAbove = i / chartsPerRow;
+    const auto row = static_cast<float>(rowsAbove);
     const TwipsPoint corner{margin + column * (chartWidth + chartGap),
                             margin + titleHeight + 2 * lineSpacing + row * rowHeight};
     drawChart(surface, {corner, {chartWidth, chartHeight}}, charted[i], panel, limits);

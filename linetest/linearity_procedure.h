@@ -41,7 +41,7 @@ std::optional<std::size_t> messageOf(StrokeVerdict verdict);
 /// A line may be drawn in several strokes, because a dead strip lifts the pen.
 class LinearityProcedure {
  public:
-  static constexpr std::size_t lines = 2 * TestLine::perOrientation;
+  static constexpr std::size_t lines = std::size_t{2} * TestLine::perOrientation;
   /// Message 23 is its title.
   static constexpr std::size_t titleMessage = 23;
 

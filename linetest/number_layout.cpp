@@ -74,7 +74,7 @@ std::string shortestText(float value) {
 std::string fixedText(double value, int decimals) {
   const double scale = std::pow(10, decimals);
   const double rounded = std::round(value * scale) / scale;
-  std::array<char, 340> buffer;
+  std::array<char, 340> buffer{};
   const auto written = std::to_chars(buffer.data(), buffer.data() + buffer.size(), rounded,
                                      std::chars_format::fixed, decimals);
   return {buffer.data(), written.ptr};

@@ -41,9 +41,9 @@ class Picture final : public Surface {
     TwipsPoint from;
     TwipsPoint to;  ///< of a circle: x is the radius
     Colour colour;
-    std::int8_t width;
-    Shape shape;
-    Layer layer;
+    std::int8_t width = 0;
+    Shape shape{};
+    Layer layer{};
   };
 
   void add(Shape shape, TwipsPoint from, TwipsPoint to, Colour colour, int width);

@@ -20,7 +20,7 @@ constexpr std::string_view extension = ".tmp";
 constexpr const char* holdName = "in-use.lock";
 constexpr int mostPrograms = 9;
 // 3001 samples of two numbers take a tenth of it.
-constexpr std::size_t longestFile = std::size_t{1} << 20U;
+constexpr std::size_t longestWorkingFile = std::size_t{1} << 20U;
 
 bool canBeWritten(const fs::path& folder) {
   std::error_code failed;
@@ -126,7 +126,7 @@ std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) c
 
 Result<Stroke, FileError> WorkingFiles::read(int number) const {
   const fs::path path = pathOf(number);
-  const auto text = readWholeFile(path, longestFile);
+  const auto text = readWholeFile(path, longestWorkingFile);
   if (!text) return text.error();
   return parseWorkingText(*text, path.string());
 }

@@ -27,7 +27,7 @@ Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string na
 /// What a program that ended early has left in its working files, in the order of their numbers.
 struct LeftStrokes {
   struct Numbered {
-    int number;
+    int number = 0;
     Stroke stroke;
   };
   std::vector<Numbered> strokes;

@@ -19,7 +19,7 @@ std::optional<std::string> ComPorts::assign(std::string_view text) {
 }
 
 void ComPorts::assignUnlessGiven(int number, std::function<std::string()> device) {
-  assigned_.try_emplace(number, std::move(device));
+  if (!assigned_.contains(number)) assigned_[number] = std::move(device);
 }
 
 std::vector<int> ComPorts::assignedNumbers() const {

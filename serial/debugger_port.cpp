@@ -18,11 +18,11 @@ constexpr int lastProbedPort = 2;
 constexpr auto afterFirstProbe = 30ms;
 constexpr auto afterSecondProbe = 100ms;
 constexpr auto afterLineChange = 100ms;
-constexpr std::uint8_t carriageReturn = 0x0D;
+constexpr std::uint8_t answerEnd = 0x0D;
 constexpr std::size_t shortestAnswer = 3;
 
 bool isAnswer(const std::vector<std::uint8_t>& reply) {
-  return reply.size() >= shortestAnswer && reply.back() == carriageReturn;
+  return reply.size() >= shortestAnswer && reply.back() == answerEnd;
 }
 
 /// Sets the port to 8 data bits and 1 stop bit, however the work at 7 and 2 ends.

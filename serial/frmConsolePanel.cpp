@@ -28,7 +28,7 @@ constexpr std::size_t mostShown = 2000;
 
 /// What the choice beside the search shows.
 struct Kinds {
-  const char* caption;
+  const char* caption = nullptr;
   ConsoleFilter filter;
 };
 constexpr int everything = 0;

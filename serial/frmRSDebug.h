@@ -92,17 +92,17 @@ class frmRSDebug final : public QWidget {
   frmCommandPanel* commands_;
   frmConsolePanel* console_;
   QLabel* portState_;
-  QPushButton* takePort_;
-  QPushButton* receive_;  // Command3
-  QPushButton* debug_;    // Command4
-  QCheckBox* rate_;       // Check1
-  QPushButton* record_;
-  QPushButton* replay_;
-  QWidget* receiveBar_;
-  QWidget* ratePanel_;
+  QPushButton* takePort_ = nullptr;
+  QPushButton* receive_ = nullptr;  // Command3
+  QPushButton* debug_ = nullptr;    // Command4
+  QCheckBox* rate_;                 // Check1
+  QPushButton* record_ = nullptr;
+  QPushButton* replay_ = nullptr;
+  QWidget* receiveBar_ = nullptr;
+  QWidget* ratePanel_ = nullptr;
   QLabel* evidence_;
   RateHistogram* histogram_;
-  QWidget* touchPad_;
+  QWidget* touchPad_ = nullptr;
   QLabel* statusLine_;
   QPointer<frmRsDraw> drawing_;
   std::unique_ptr<Timer> timer_;

@@ -30,7 +30,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto renewal = 100ms;
+constexpr auto rawDrawingRenewal = 100ms;
 constexpr int gap = 8;
 constexpr int noDrag = 6;  // pixels
 
@@ -63,7 +63,8 @@ class DotMarker final : public QWidget {
     hide();
   }
   void markAt(TwipsPoint place) {
-    move(QPointF(place.x / twipsPerPixel - side / 2, place.y / twipsPerPixel - side / 2).toPoint());
+    move(QPointF(place.x / twipsPerPixel - side / 2.0F, place.y / twipsPerPixel - side / 2.0F)
+             .toPoint());
     show();
     raise();
   }
@@ -80,9 +81,9 @@ class DotMarker final : public QWidget {
   static constexpr int side = 26;
 };
 
-frmRsDraw::frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen,
+frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& screen,
                      std::function<void()> onLeave)
-    : parts_(std::move(parts)),
+    : parts_(parts),
       onLeave_(std::move(onLeave)),
       canvas_(new CanvasWidget(this)),
       monitor_(new QPlainTextEdit),
@@ -227,7 +228,7 @@ void frmRsDraw::open() {
   setFocus();
   tools_->activate();
   drawing_->start();
-  timer_->start(renewal);
+  timer_->start(rawDrawingRenewal);
 }
 
 void frmRsDraw::resizeEvent(QResizeEvent*) {

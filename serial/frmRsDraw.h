@@ -37,7 +37,8 @@ class frmRsDraw final : public QWidget {
     std::optional<QSize> size;  ///< logical pixels, in place of the full screen
   };
   /// `onLeave` is run when the port is no longer used; the window then deletes itself.
-  frmRsDraw(Parts parts, ReceivingPort port, const QScreen& screen, std::function<void()> onLeave);
+  frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& screen,
+            std::function<void()> onLeave);
   ~frmRsDraw() override;
 
   void open();

@@ -12,7 +12,7 @@ constexpr int lastLowAddress = 63;
 constexpr int skippedAddresses = 64;
 constexpr std::size_t digitsInBox = 2;
 
-std::string_view trimmed(std::string_view text) {
+std::string_view withoutBlanks(std::string_view text) {
   const auto begin = text.find_first_not_of(' ');
   if (begin == text.npos) return {};
   return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
@@ -52,7 +52,7 @@ bool fillsDataBox(std::string_view text) {
 }
 
 std::optional<std::string> leftDataText(std::string_view text) {
-  std::string digits(trimmed(text));
+  std::string digits(withoutBlanks(text));
   std::ranges::transform(digits, digits.begin(), capital);
   if (!std::ranges::all_of(digits, isHexDigit)) return std::nullopt;
   return digits;

@@ -131,10 +131,10 @@ std::string portDriver(const std::string& device, const fs::path& devices) {
   if (failed) return {};
   const auto hardware = fs::canonical(devices / file.filename() / "device", failed);
   if (failed) return {};
-  const std::string driver = fs::read_symlink(hardware / "driver", failed).filename();
+  std::string driver = fs::read_symlink(hardware / "driver", failed).filename();
   if (driver != genericPortDriver) return driver;
   // Between a port and the chip that it is on, newer kernels have two devices of their own.
-  const std::string chip =
+  std::string chip =
       fs::read_symlink(hardware.parent_path().parent_path() / "driver", failed).filename();
   return chip.empty() ? driver : chip;
 }

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto tickInterval = 50ms;
+constexpr auto drawingTick = 50ms;
 constexpr float fingerWidth = 20 * twipsPerPixel;
 
 float fraction(std::uint16_t value, const TouchReport& report) {
@@ -32,14 +32,15 @@ void include(CoordinateRange& range, float value) {
 
 }  // namespace
 
-RawDrawing::RawDrawing(Clock& clock, ReceivingPort port, Canvas canvas, ReportDecoder decoder)
+RawDrawing::RawDrawing(Clock& clock, ReceivingPort port, Canvas canvas,
+                       const ReportDecoder& decoder)
     : port_(std::move(port)),
       canvas_(std::move(canvas)),
-      decoder_(std::move(decoder)),
+      decoder_(decoder),
       timer_(clock.makeTimer([this] { tick(); })) {}
 
 void RawDrawing::start() {
-  timer_->start(tickInterval);
+  timer_->start(drawingTick);
 }
 
 void RawDrawing::stop() {
@@ -82,7 +83,7 @@ void RawDrawing::rsbreport() {
   for (const TouchReport& report : found_)
     draw(report);
   reportCount_ += found_.size();
-  timer_->start(tickInterval);
+  timer_->start(drawingTick);
 }
 
 // An idle line ends the stroke: the finger may have gone without a word.

@@ -51,7 +51,7 @@ class RawDrawing {
   };
 
   /// Ticks from `start` on. `clock`, the port and the surface outlive it.
-  RawDrawing(Clock& clock, ReceivingPort port, Canvas canvas, ReportDecoder decoder);
+  RawDrawing(Clock& clock, ReceivingPort port, Canvas canvas, const ReportDecoder& decoder);
 
   void start();
   void stop();

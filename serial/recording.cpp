@@ -16,14 +16,14 @@ namespace touch {
 namespace {
 
 constexpr std::string_view heading = "touch recording 1";
-constexpr std::size_t largestFile = 64UL * 1024 * 1024;
+constexpr std::size_t largestRecording = std::size_t{64} << 20U;
 constexpr std::int64_t microsecondsPerSecond = 1'000'000;
 constexpr std::size_t decimals = 6;
 // Eleven days: enough for any test, and far from where the arithmetic would run over.
 constexpr std::int64_t longestRecording = 999'999;
 
 /// What is wrong within a line.
-struct Flaw {
+struct RecordingFlaw {
   std::string expected;
   std::string found;
 };
@@ -59,31 +59,32 @@ std::optional<std::chrono::microseconds> parseTime(std::string_view field) {
   return std::chrono::microseconds(*seconds * microsecondsPerSecond + *fraction);
 }
 
-Result<std::vector<std::uint8_t>, Flaw> parseBytes(std::string_view text) {
+Result<std::vector<std::uint8_t>, RecordingFlaw> parseBytes(std::string_view text) {
   std::vector<std::uint8_t> bytes;
   do {
     const auto field = takeField(text);
     const auto byte = field.size() == 2 ? h2d(field) : std::nullopt;
     if (!byte)
-      return Flaw{say("serial", "bytes of two hexadecimal digits with a blank between"),
-                  foundText(field)};
+      return RecordingFlaw{say("serial", "bytes of two hexadecimal digits with a blank between"),
+                           foundText(field)};
     bytes.push_back(static_cast<std::uint8_t>(*byte));
   } while (!text.empty());
   return bytes;
 }
 
-Result<Transfer, Flaw> parseTransfer(std::string_view line, std::chrono::microseconds earliest) {
+Result<Transfer, RecordingFlaw> parseTransfer(std::string_view line,
+                                              std::chrono::microseconds earliest) {
   const auto timeField = takeField(line);
   const auto time = parseTime(timeField);
   if (!time)
-    return Flaw{say("serial", "a time in seconds with six decimals, such as 0.104250"),
-                foundText(timeField)};
+    return RecordingFlaw{say("serial", "a time in seconds with six decimals, such as 0.104250"),
+                         foundText(timeField)};
   if (*time < earliest)
-    return Flaw{say("serial", "a time not before the one above"), foundText(timeField)};
+    return RecordingFlaw{say("serial", "a time not before the one above"), foundText(timeField)};
   const auto direction = takeField(line);
   if (direction != ">" && direction != "<") {
-    return Flaw{say("serial", "> for bytes to the controller or < for bytes from it"),
-                foundText(direction)};
+    return RecordingFlaw{say("serial", "> for bytes to the controller or < for bytes from it"),
+                         foundText(direction)};
   }
   auto bytes = parseBytes(line);
   if (!bytes) return bytes.error();
@@ -132,7 +133,7 @@ Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
 }
 
 Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::path& file) {
-  const auto content = readWholeFile(file, largestFile);
+  const auto content = readWholeFile(file, largestRecording);
   if (!content) return content.error();
   return parseRecording(*content, file.string());
 }

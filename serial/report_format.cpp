@@ -15,7 +15,7 @@ namespace touch {
 
 namespace {
 
-constexpr std::size_t largestFile = 64 * 1024;
+constexpr std::size_t largestFormatFile = std::size_t{64} << 10U;
 constexpr std::size_t shortestPacket = 5;
 constexpr std::size_t longestPacket = 64;
 constexpr std::size_t coordinateSize = 2;
@@ -32,7 +32,7 @@ constexpr std::array encodingNames = {
 };
 
 /// What is wrong within a line.
-struct Flaw {
+struct FormatFlaw {
   std::string expected;
   std::string found;
 };
@@ -59,21 +59,21 @@ std::optional<Number> parseNumber(std::string_view text, int base) {
   return value;
 }
 
-Result<std::vector<std::uint8_t>, Flaw> parseStatusBytes(std::string_view field) {
+Result<std::vector<std::uint8_t>, FormatFlaw> parseStatusBytes(std::string_view field) {
   std::vector<std::uint8_t> bytes;
   for (const std::string_view part : split(field, ",", true)) {
     const auto byte = part.size() == 2 ? parseNumber<std::uint8_t>(part, 16) : std::nullopt;
     if (!byte)
-      return Flaw{say("serial", "status bytes of two hexadecimal digits, such as D8,D9"),
-                  foundText(field)};
+      return FormatFlaw{say("serial", "status bytes of two hexadecimal digits, such as D8,D9"),
+                        foundText(field)};
     bytes.push_back(*byte);
   }
   return bytes;
 }
 
-Result<CoordinateLayout, Flaw> parseLayout(std::string_view field, std::size_t packetLength) {
-  const Flaw flaw{say("serial", "a layout such as low7@1,3 with low7, high7 or le16"),
-                  foundText(field)};
+Result<CoordinateLayout, FormatFlaw> parseLayout(std::string_view field, std::size_t packetLength) {
+  const FormatFlaw flaw{say("serial", "a layout such as low7@1,3 with low7, high7 or le16"),
+                        foundText(field)};
   const auto halves = split(field, "@", true);
   if (halves.size() != 2) return flaw;
   const auto known = std::find_if(encodingNames.begin(), encodingNames.end(),
@@ -87,7 +87,7 @@ Result<CoordinateLayout, Flaw> parseLayout(std::string_view field, std::size_t p
   const std::size_t last = packetLength - coordinateSize;
   const std::size_t apart = *x > *y ? *x - *y : *y - *x;
   if (*x < 1 || *y < 1 || *x > last || *y > last || apart < coordinateSize) {
-    return Flaw{
+    return FormatFlaw{
         filled(say("serial", "two different places from 1 to %1 for coordinates of two bytes"),
                {std::to_string(last)}),
         foundText(field)};
@@ -100,47 +100,48 @@ bool has(const std::vector<std::uint8_t>& bytes, std::uint8_t byte) {
 }
 
 /// Every status byte must tell one thing only: which format, and whether the panel is touched.
-std::optional<Flaw> checkStatusBytes(const ReportFormat& format,
-                                     const std::vector<ReportFormat>& earlier) {
+std::optional<FormatFlaw> checkStatusBytes(const ReportFormat& format,
+                                           const std::vector<ReportFormat>& earlier) {
   const bool marked = format.layout.encoding != CoordinateEncoding::sixteenBitLittleEndian;
   for (const auto* bytes : {&format.touching, &format.released}) {
     for (const std::uint8_t byte : *bytes) {
       if (marked && byte < lowestMarkedStatus) {
-        return Flaw{say("serial", "status bytes from 80 to FF with coordinates of 7 bits"),
-                    hexByte(byte)};
+        return FormatFlaw{say("serial", "status bytes from 80 to FF with coordinates of 7 bits"),
+                          hexByte(byte)};
       }
       for (const ReportFormat& other : earlier) {
         if (!has(other.touching, byte) && !has(other.released, byte)) continue;
-        return Flaw{say("serial", "status bytes that no other format has"),
-                    filled(say("serial", "%1 of %2"), {hexByte(byte), foundText(other.name)})};
+        return FormatFlaw{
+            say("serial", "status bytes that no other format has"),
+            filled(say("serial", "%1 of %2"), {hexByte(byte), foundText(other.name)})};
       }
     }
   }
   for (const std::uint8_t byte : format.released) {
     if (has(format.touching, byte)) {
-      return Flaw{say("serial", "status bytes that are either touching or released"),
-                  filled(say("serial", "%1 in both"), {hexByte(byte)})};
+      return FormatFlaw{say("serial", "status bytes that are either touching or released"),
+                        filled(say("serial", "%1 in both"), {hexByte(byte)})};
     }
   }
   return std::nullopt;
 }
 
-Result<ReportFormat, Flaw> parseFormat(const std::vector<std::string_view>& fields,
-                                       const std::vector<ReportFormat>& earlier) {
+Result<ReportFormat, FormatFlaw> parseFormat(const std::vector<std::string_view>& fields,
+                                             const std::vector<ReportFormat>& earlier) {
   if (fields.size() != 5) {
-    return Flaw{say("serial", "five fields: name, length, touching, released, layout"),
-                std::to_string(fields.size())};
+    return FormatFlaw{say("serial", "five fields: name, length, touching, released, layout"),
+                      std::to_string(fields.size())};
   }
   ReportFormat format;
   format.name = toUtf8(fields[0]);
   for (const ReportFormat& other : earlier) {
     if (other.name == format.name)
-      return Flaw{say("serial", "a name of its own"),
-                  filled(say("serial", "another %1"), {foundText(fields[0])})};
+      return FormatFlaw{say("serial", "a name of its own"),
+                        filled(say("serial", "another %1"), {foundText(fields[0])})};
   }
   const auto length = parseNumber<std::size_t>(fields[1], 10);
   if (!length || *length < shortestPacket || *length > longestPacket) {
-    return Flaw{say("serial", "a packet length from 5 to 64"), foundText(fields[1])};
+    return FormatFlaw{say("serial", "a packet length from 5 to 64"), foundText(fields[1])};
   }
   format.packetLength = *length;
   const auto touching = parseStatusBytes(fields[2]);
@@ -196,7 +197,7 @@ ReportFormats rdformad(const std::filesystem::path& folder) {
   const auto file = folder / "zevrik.fmt";
   std::error_code ignored;
   if (!std::filesystem::exists(file, ignored)) return {};
-  const auto content = readWholeFile(file, largestFile);
+  const auto content = readWholeFile(file, largestFormatFile);
   if (!content) return {{}, {content.error()}};
   return parseFormats(*content, file.string());
 }

@@ -11,7 +11,7 @@ namespace touch {
 
 namespace {
 
-constexpr std::uint8_t highestData = 0x7F;
+constexpr std::uint8_t highestDataByte = 0x7F;
 constexpr std::uint8_t tabletEnd = 0x88;
 constexpr std::uint8_t otherTabletEnd = 0x98;
 constexpr std::uint8_t e02End = 0x84;
@@ -130,7 +130,7 @@ void ReportRate::countOwn(std::span<const std::uint8_t> bytes) {
 }
 
 void ReportRate::countTablet(std::uint8_t byte, Clock::TimePoint time) {
-  if (byte <= highestData) return;
+  if (byte <= highestDataByte) return;
   collected_.push_back(
       {time, true, byte == tabletEnd || byte == otherTabletEnd, packetLength(family_)});
 }

@@ -23,7 +23,7 @@ constexpr int ownSamples = 16;
 constexpr int extendedTargets = 2;
 
 constexpr std::string_view accepted = "0";
-constexpr std::string_view refused = "1";
+constexpr std::string_view refusal = "1";
 constexpr std::string_view pointAccepted = "1";
 constexpr std::string_view pointFailed = "2";
 constexpr std::string_view owner = "INHOUSE";
@@ -48,7 +48,7 @@ std::vector<std::uint8_t> framed(std::string_view text) {
 // two.
 std::vector<std::uint8_t> packetReply(char letter, const std::optional<std::string>& text) {
   std::string reply = std::string("UI") + letter;
-  reply += text ? *text : std::string(refused);
+  reply += text ? *text : std::string(refusal);
   reply.resize(10, '0');
   return {reply.begin(), reply.end()};
 }
@@ -212,7 +212,7 @@ void SimulatedController::execute(const Packet& packet, TimePoint now) {
   } else if (command && command->action == Action::tellQuery) {
     answer(std::vector<std::uint8_t>(text->begin(), text->end()), earliest);
   } else {
-    answer(framed(text.value_or(std::string(refused))), earliest);
+    answer(framed(text.value_or(std::string(refusal))), earliest);
   }
 }
 

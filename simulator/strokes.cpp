@@ -9,7 +9,7 @@ namespace touch::simulator {
 namespace {
 constexpr std::array guides{0.03125, 0.265625, 0.5, 0.734375, 0.96875};
 constexpr std::array radii{0.1, 0.2, 0.3};
-constexpr Point middle{0.5, 0.5};
+constexpr Point panelMiddle{0.5, 0.5};
 }  // namespace
 
 Stroke lineStroke(Point from, Point to, int steps) {
@@ -33,6 +33,7 @@ Stroke circleStroke(Point centre, double radius, int steps) {
 
 std::vector<Stroke> lines(int steps) {
   std::vector<Stroke> strokes;
+  strokes.reserve(2 * guides.size());
   for (const double x : guides)
     strokes.push_back(lineStroke({x, guides.front()}, {x, guides.back()}, steps));
   for (const double y : guides)
@@ -42,8 +43,9 @@ std::vector<Stroke> lines(int steps) {
 
 std::vector<Stroke> circles(int steps) {
   std::vector<Stroke> strokes;
+  strokes.reserve(radii.size());
   for (const double radius : radii)
-    strokes.push_back(circleStroke(middle, radius, steps));
+    strokes.push_back(circleStroke(panelMiddle, radius, steps));
   return strokes;
 }
 

@@ -31,7 +31,7 @@ bool install(const QString& file, const QString& folder) {
 
 QString systemLanguage(const QStringList& available) {
   for (const QString& wanted : QLocale::system().uiLanguages()) {
-    const QString language = wanted.section('-', 0, 0);
+    QString language = wanted.section('-', 0, 0);
     if (available.contains(language)) return language;
   }
   return available.front();

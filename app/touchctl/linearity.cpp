@@ -78,8 +78,8 @@ nlohmann::json jsonOf(const DeviationFigures& figures) {
           {"rms", figures.rms},         {"absoluteMaximum", figures.absoluteMaximum}};
 }
 
-void printAsJson(const std::vector<LineResult>& results, const MeasuredPanel& panel,
-                 const LinearityLimits& limits, bool passed) {
+void printLinesAsJson(const std::vector<LineResult>& results, const MeasuredPanel& panel,
+                      const LinearityLimits& limits, bool passed) {
   auto lines = nlohmann::json::array();
   for (const LineResult& result : results) {
     const LineFigures& figures = result.figures;
@@ -108,8 +108,8 @@ void printAsJson(const std::vector<LineResult>& results, const MeasuredPanel& pa
   fmt::print("{}\n", report.dump(2));
 }
 
-void printAsText(const std::vector<LineResult>& results, const MeasuredPanel& panel,
-                 const LinearityLimits& limits, bool passed) {
+void printLinesAsText(const std::vector<LineResult>& results, const MeasuredPanel& panel,
+                      const LinearityLimits& limits, bool passed) {
   const char* const unit = limits.unit == LimitUnit::millimetres ? "mm" : "%";
   fmt::print("Panel {:.1f} x {:.1f} mm; limit {} {}, within {} mm of the edge {} {}\n",
              panel.widthMm, panel.heightMm, limits.centre, unit, edgeZoneMm, limits.edge, unit);
@@ -177,7 +177,7 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
     return ExitStatus::failed;
   }
   const bool passed = allPass(results, panel, limits);
-  const auto print = options.json ? printAsJson : printAsText;
+  const auto print = options.json ? printLinesAsJson : printLinesAsText;
   print(results, panel, limits, passed);
   if (!asked.plot.empty()) {
     if (const auto error =
@@ -201,7 +201,7 @@ ExitStatus measureSimulatedLines(Shell& shell) {
   }
   const LinearityLimits limits;
   const bool passed = allPass(results, panel, limits);
-  printAsText(results, panel, limits, passed);
+  printLinesAsText(results, panel, limits, passed);
   return passed ? ExitStatus::done : ExitStatus::failed;
 }
 

@@ -10,10 +10,10 @@ namespace {
 using Lines = std::vector<std::string>;
 
 // 1024 x 768 pixels: outer lines 480 and 360 twips in; bands of 1 percent are 153.6 and 115.2 twips.
-constexpr TwipsSize screen{15360, 11520};
+constexpr TwipsSize drawnOn{15360, 11520};
 
 TEST(GuideLinesOfTheCanvas, LieWhereTheScreenPutsThem) {
-  const GuideLines guides(screen);
+  const GuideLines guides(drawnOn);
   const float expected[] = {480, 4080, 7680, 11280, 14880, 360, 3060, 5760, 8460, 11160};
   for (int index = 0; index < GuideLines::count; ++index) {
     EXPECT_EQ(guides.position(index), expected[index]) << index;
@@ -24,7 +24,7 @@ TEST(GuideLinesOfTheCanvas, LieWhereTheScreenPutsThem) {
 }
 
 TEST(GuideLinesOfTheCanvas, EndTheInnerLinesAtTheOuterOnes) {
-  const GuideLines guides(screen);
+  const GuideLines guides(drawnOn);
   const struct {
     int index;
     float shift;

@@ -12,7 +12,7 @@ namespace touch {
 namespace {
 
 // 200 x 100 mm; 10 twips are 0.1 mm either way.
-constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
+constexpr MeasuredPanel finePanel{{20000, 10000}, 200, 100};
 constexpr GuidedLine vertical{Orientation::vertical, 10000};
 constexpr GuidedLine horizontal{Orientation::horizontal, 5000};
 
@@ -50,7 +50,7 @@ TEST(LineFigures, TellTheFaultsOfAPanelApart) {
   };
   for (const auto& c : cases) {
     for (const GuidedLine& guide : {vertical, horizontal}) {
-      const LineFigures figures = measureLine(guide, trace(guide, c.across), panel);
+      const LineFigures figures = measureLine(guide, trace(guide, c.across), finePanel);
       EXPECT_NEAR(figures.all.average, c.average, 1e-4) << c.what;
       EXPECT_NEAR(figures.all.maximum, c.maximum, 1e-4) << c.what;
       EXPECT_NEAR(figures.all.minimum, c.minimum, 1e-4) << c.what;
@@ -70,7 +70,7 @@ TEST(LineFigures, MeasureTheDistanceSquareToTheBestFit) {
     const float side = i % 2 == 0 ? 100.0F : -100.0F;
     samples.push_back({10000 + along / 4 + side, along});
   }
-  const LineFigures figures = measureLine(vertical, samples, panel);
+  const LineFigures figures = measureLine(vertical, samples, finePanel);
   EXPECT_NEAR(figures.tilt, 25, 0.1);
   EXPECT_NEAR(figures.straightnessRms, 4 / std::sqrt(17.0), 0.01);
   EXPECT_NEAR(figures.offset, 12.5, 0.05);
@@ -80,7 +80,7 @@ TEST(LineFigures, StayNumbersForAnySamples) {
   const std::vector<std::vector<TwipsPoint>> cases = {
       {}, {{1, 1}}, {{5, 5}, {5, 5}}, {{0, 5}, {100, 5}, {200, 5}}, {{-1e6F, 1e6F}, {1e6F, -1e6F}}};
   for (const auto& samples : cases) {
-    const LineFigures figures = measureLine(vertical, samples, panel);
+    const LineFigures figures = measureLine(vertical, samples, finePanel);
     for (const double value : {figures.all.average, figures.all.rms, figures.offset, figures.tilt,
                                figures.straightness, figures.coverage, figures.largestGap}) {
       EXPECT_TRUE(std::isfinite(value)) << samples.size();
@@ -109,13 +109,13 @@ TEST(LineFigures, JudgeTheEdgeApart) {
       {190, {0.39, 0.94, LimitUnit::percent}, false, false},
   };
   for (const auto& c : cases) {
-    const LineFigures figures = measureLine(vertical, bentAtTheEnds(c.bend), panel);
+    const LineFigures figures = measureLine(vertical, bentAtTheEnds(c.bend), finePanel);
     EXPECT_EQ(figures.centre.count + figures.edge.count, 1001u);
-    const LineVerdict verdict = judge(figures, c.limits, panel, Orientation::vertical);
+    const LineVerdict verdict = judge(figures, c.limits, finePanel, Orientation::vertical);
     EXPECT_EQ(verdict.centre, c.centre) << c.bend;
     EXPECT_EQ(verdict.edge, c.edge) << c.bend;
   }
-  EXPECT_EQ(limitMm(1, LimitUnit::percent, panel, Orientation::horizontal), 1);
+  EXPECT_EQ(limitMm(1, LimitUnit::percent, finePanel, Orientation::horizontal), 1);
 }
 
 TEST(LineFigures, ShowADeadStrip) {
@@ -123,7 +123,7 @@ TEST(LineFigures, ShowADeadStrip) {
       horizontal, [](float) { return 0; }, 201);
   std::erase_if(samples, [](TwipsPoint at) { return at.x > 12000 && at.x < 15000; });
   std::erase_if(samples, [](TwipsPoint at) { return at.x > 18000; });
-  const LineFigures figures = measureLine(horizontal, samples, panel);
+  const LineFigures figures = measureLine(horizontal, samples, finePanel);
   EXPECT_NEAR(figures.largestGap, 30, 1e-4);
   EXPECT_NEAR(figures.coverage, 0.9, 1e-4);
 }
@@ -145,9 +145,10 @@ class Testing : public testing::Test {
     return procedure.penUp();
   }
   StrokeVerdict drawCurrent(float off) {
-    return draw(trace(guideOf(*procedure.current(), panel.screen), [off](float) { return off; }));
+    return draw(
+        trace(guideOf(*procedure.current(), finePanel.screen), [off](float) { return off; }));
   }
-  LinearityProcedure procedure{panel};
+  LinearityProcedure procedure{finePanel};
 };
 
 TEST_F(Testing, GoesThroughEighteenLines) {

@@ -21,7 +21,7 @@ std::optional<std::string> openAsCom3(AsioSerialPort& port) {
   return port.open();
 }
 
-ComPorts behindCom3(const std::string& device) {
+ComPorts asCom3(const std::string& device) {
   ComPorts ports;
   ports.assign("3=" + device);
   return ports;
@@ -38,7 +38,7 @@ class OtherProgram {
     char byte = 0;
     if (child_ == 0) {
       close(stop[1]);
-      AsioSerialPort port(behindCom3(device));
+      AsioSerialPort port(asCom3(device));
       byte = openAsCom3(port) ? 'n' : 'y';
       if (write(ready[1], &byte, 1) == 1 && read(stop[0], &byte, 1) == 0) port.close();
       _exit(0);
@@ -71,7 +71,7 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   const test::PseudoTerminal terminal;
   OtherProgram other(terminal.path());
   ASSERT_TRUE(other.opened());
-  AsioSerialPort port(behindCom3(terminal.path()));
+  AsioSerialPort port(asCom3(terminal.path()));
   const std::string name = "serial_tests (process " + std::to_string(other.process()) + ")";
   EXPECT_EQ(openAsCom3(port), "COM3 (" + terminal.path() + ") cannot be opened: it is in use by " +
                                   name + ". Close that program and try again.");
@@ -128,9 +128,9 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
   };
   for (const auto& [mode, wayOut] : cases) {
     ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
-    EXPECT_TRUE(asNobody([&] {
+    EXPECT_TRUE(asNobody([&, wayOut = wayOut] {
       const PortPermission permission = portPermission(terminal.path());
-      AsioSerialPort port(behindCom3(terminal.path()));
+      AsioSerialPort port(asCom3(terminal.path()));
       return !permission.granted && permission.wayOut() == wayOut &&
              openAsCom3(port) ==
                  "COM3 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;

@@ -11,7 +11,7 @@ using test::Bytes;
 using test::bytesOf;
 using test::Lines;
 
-Transfer at(std::chrono::milliseconds time, Bytes bytes) {
+Transfer heardAt(std::chrono::milliseconds time, Bytes bytes) {
   return {time, Direction::fromController, std::move(bytes)};
 }
 Bytes times(std::size_t count, const Bytes& packet) {
@@ -59,14 +59,14 @@ class ReceiveModeTest : public test::DebuggerBench {
 
 TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
   session.commandSet = CommandSet::m01;
-  const std::vector<Transfer> incoming = {at(10ms, {'T', 0x0D, 0xD8, 0x10, 0x20}),
-                                          at(150ms, {0x30, 0x01, 0xFF}), at(300ms, liftPacket),
-                                          at(500ms, {0xD8, 0x01}), at(900ms, {0x02})};
+  const std::vector<Transfer> incoming = {
+      heardAt(10ms, {'T', 0x0D, 0xD8, 0x10, 0x20}), heardAt(150ms, {0x30, 0x01, 0xFF}),
+      heardAt(300ms, liftPacket), heardAt(500ms, {0xD8, 0x01}), heardAt(900ms, {0x02})};
   EXPECT_EQ(consoleAfter(incoming, 1400ms),
             (Lines{"54 0D", "touch X  4112 Y   176 | D8 10 20 30 01", "FF",
                    "lift  X  4112 Y   176 | 98 10 20 30 01", "D8 01", "02"}));
   usualFormat = false;
-  EXPECT_EQ(consoleAfter({at(10ms, liftPacket)}, 200ms),
+  EXPECT_EQ(consoleAfter({heardAt(10ms, liftPacket)}, 200ms),
             Lines{"lift  raw X  4112 Y   176 | 98 10 20 30 01"});
 }
 
@@ -77,13 +77,14 @@ TEST_F(ReceiveModeTest, ShowsAnE02PacketWholeAlthoughItsPointIsKnownEarlier) {
       "1234abS");
   for (std::size_t cut = 1; cut < packet.size(); ++cut) {
     const auto middle = packet.begin() + static_cast<std::ptrdiff_t>(cut);
-    EXPECT_EQ(consoleAfter({at(10ms, {packet.begin(), middle}), at(210ms, {middle, packet.end()})},
-                           600ms),
+    EXPECT_EQ(consoleAfter(
+                  {heardAt(10ms, {packet.begin(), middle}), heardAt(210ms, {middle, packet.end()})},
+                  600ms),
               Lines{"lift  X 12849 Y 13363 | 55 54 84 31 32 33 34 61 62 53"})
         << cut;
   }
-  EXPECT_EQ(consoleAfter({at(10ms, bytesOf("UT\x82"
-                                           "1234a"))},
+  EXPECT_EQ(consoleAfter({heardAt(10ms, bytesOf("UT\x82"
+                                                "1234a"))},
                          600ms),
             Lines{"touch X 12849 Y 13363 | 55 54 82 31 32 33 34 61"})
       << "its end never came";
@@ -98,34 +99,38 @@ TEST_F(ReceiveModeTest, MeasuresTheRateOfOneStrokeAfterTheOther) {
     std::vector<Transfer> incoming;
     Lines expected;
   } cases[] = {
-      {"nothing yet", CommandSet::m01, {at(10ms, liftPacket)}, {begin}},
+      {"nothing yet", CommandSet::m01, {heardAt(10ms, liftPacket)}, {begin}},
       {"the first tick throws away",
        CommandSet::m01,
-       {at(10ms, times(9, touchPacket)), at(210ms, times(3, touchPacket)), at(410ms, liftPacket)},
+       {heardAt(10ms, times(9, touchPacket)), heardAt(210ms, times(3, touchPacket)),
+        heardAt(410ms, liftPacket)},
        {begin, "Total Time : 400 ms", "Total Points : 4", "Report rate : 10.00", end}},
       {"88 ends",
        CommandSet::quorvane,
-       {at(210ms, {0xC8, 1, 2, 3, 4, 0x88, 1, 2, 3, 4})},
+       {heardAt(210ms, {0xC8, 1, 2, 3, 4, 0x88, 1, 2, 3, 4})},
        {begin, "Total Time : 200 ms", "Total Points : 2", "Report rate : 10.00", end}},
-      {"99 counts and does not end", CommandSet::m01, {at(210ms, {0x99, 1, 2, 3, 4})}, {begin}},
+      {"99 counts and does not end",
+       CommandSet::m01,
+       {heardAt(210ms, {0x99, 1, 2, 3, 4})},
+       {begin}},
       {"what follows the end in the same tick is not counted, nor in the next",
        CommandSet::m01,
-       {at(210ms, liftPacket), at(250ms, times(5, touchPacket)), at(500ms, times(5, touchPacket)),
-        at(610ms, {0x98})},
+       {heardAt(210ms, liftPacket), heardAt(250ms, times(5, touchPacket)),
+        heardAt(500ms, times(5, touchPacket)), heardAt(610ms, {0x98})},
        {begin, "Total Time : 200 ms", "Total Points : 1", "Report rate : 5.00", end,
         "Total Time : 200 ms", "Total Points : 1", "Report rate : 5.00", end}},
       {"E02",
        CommandSet::e02,
-       {at(210ms, times(2, e02Touch)), at(610ms, e02Lift)},
+       {heardAt(210ms, times(2, e02Touch)), heardAt(610ms, e02Lift)},
        {begin, "Total Time : 600 ms", "Total Points : 3", "Report rate : 5.00", end}},
       {"E02 in pieces",
        CommandSet::e02,
-       {at(210ms, bytesOf("U")), at(390ms, bytesOf("UxTU")), at(410ms, bytesOf("T")),
-        at(610ms, bytesOf("\x84"))},
+       {heardAt(210ms, bytesOf("U")), heardAt(390ms, bytesOf("UxTU")), heardAt(410ms, bytesOf("T")),
+        heardAt(610ms, bytesOf("\x84"))},
        {begin, "Total Time : 600 ms", "Total Points : 1", "Report rate : 1.67", end}},
       {"E02, cut by the first tick",
        CommandSet::e02,
-       {at(190ms, bytesOf("UT")), at(210ms, bytesOf("\x84"))},
+       {heardAt(190ms, bytesOf("UT")), heardAt(210ms, bytesOf("\x84"))},
        {begin}},
   };
   for (const auto& c : cases) {
@@ -152,21 +157,37 @@ TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
     const char* points;
     double ceiling;
   } cases[] = {
-      {"six", CommandSet::m01, {at(210ms, times(3, six)), at(250ms, ended(six))}, "4", 160},
+      {"six",
+       CommandSet::m01,
+       {heardAt(210ms, times(3, six)), heardAt(250ms, ended(six))},
+       "4",
+       160},
       {"eight",
        CommandSet::quorvane,
-       {at(210ms, times(3, eight)), at(250ms, ended(eight))},
+       {heardAt(210ms, times(3, eight)), heardAt(250ms, ended(eight))},
        "4",
        120},
-      {"beside E02", CommandSet::e02, {at(210ms, e02Touch), at(250ms, ended(eight))}, "2", 120},
-      {"built in", CommandSet::m01, {at(210ms, touchPacket), at(250ms, liftPacket)}, "2", 192},
+      {"beside E02",
+       CommandSet::e02,
+       {heardAt(210ms, e02Touch), heardAt(250ms, ended(eight))},
+       "2",
+       120},
+      {"built in",
+       CommandSet::m01,
+       {heardAt(210ms, touchPacket), heardAt(250ms, liftPacket)},
+       "2",
+       192},
       {"cut by reads and ticks",
        CommandSet::quorvane,
-       {at(210ms, {0x5A, 0x98, 'U'}), at(401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}),
-        at(450ms, ended(six))},
+       {heardAt(210ms, {0x5A, 0x98, 'U'}), heardAt(401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}),
+        heardAt(450ms, ended(six))},
        "2",
        160},
-      {"a lift cut short", CommandSet::m01, {at(210ms, six), at(250ms, {0x98, 1})}, "2", 192},
+      {"a lift cut short",
+       CommandSet::m01,
+       {heardAt(210ms, six), heardAt(250ms, {0x98, 1})},
+       "2",
+       192},
   };
   for (const auto& c : cases) {
     session.commandSet = c.set;
@@ -178,7 +199,7 @@ TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
 }
 
 TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
-  ReplayPort replay({at(410ms, liftPacket)}, clock);
+  ReplayPort replay({heardAt(410ms, liftPacket)}, clock);
   replay.open();
   ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
   mode.receive();
@@ -193,7 +214,8 @@ TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
 }
 
 TEST_F(ReceiveModeTest, ShowsWhatWaitsForItsEndWhenTheSetChangesOrReceivingEnds) {
-  ReplayPort replay({at(10ms, {0xD8, 1}), at(210ms, bytesOf("UT")), at(450ms, {0x82})}, clock);
+  ReplayPort replay(
+      {heardAt(10ms, {0xD8, 1}), heardAt(210ms, bytesOf("UT")), heardAt(450ms, {0x82})}, clock);
   replay.open();
   ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
   mode.receive();

@@ -38,7 +38,7 @@ const PacketCase tabletCases[] = {
     {"C9", {0xC9, 0x00, 0x01, 0x01, 0x00}, 1, 128, true},
     {"88", {0x88, 0x7F, 0x00, 0x00, 0x7F}, 16256, 127, false},
 };
-const PacketCase e02Cases[] = {
+const PacketCase e02Packets[] = {
     {"touched", {'U', 'T', 0x82, 0x34, 0x12, 0xFF, 0xFF, 0, 0, 'S'}, 0x1234, 0xFFFF, true},
     {"released", {'U', 'T', 0x84, 0x00, 0x80, 0x01, 0x00, 'U', 'T', 'S'}, 0x8000, 1, false},
     {"any third byte",
@@ -80,7 +80,7 @@ struct Stream {
 Stream streamOf(ReportFamily family) {
   Stream stream;
   stream.addGarbage({0x00, 0x7F, 0xFF, 0x80});
-  const auto own = family == ReportFamily::e02 ? std::span<const PacketCase>(e02Cases)
+  const auto own = family == ReportFamily::e02 ? std::span<const PacketCase>(e02Packets)
                                                : std::span<const PacketCase>(tabletCases);
   for (const PacketCase& c : own) {
     stream.add(c, family == ReportFamily::e02 ? 65535 : 16383);
@@ -161,7 +161,7 @@ TEST(Decoder, WaitsForFourBytesBehindAStatusByteAndSixBehindAnE02Start) {
     Bytes packet;
     std::size_t needed;
   } cases[] = {{ReportFamily::tablet, tabletCases[0].packet, 5},
-               {ReportFamily::e02, e02Cases[0].packet, 7}};
+               {ReportFamily::e02, e02Packets[0].packet, 7}};
   for (const auto& [family, packet, needed] : cases) {
     for (std::size_t count = 0; count <= packet.size(); ++count) {
       ReportDecoder decoder(family);
@@ -190,7 +190,7 @@ TEST(Decoder, PutsItsOwnFormatsBeforeAddedOnes) {
   ReportDecoder tablet(ReportFamily::tablet, added);
   EXPECT_EQ(decoded(tablet, tabletCases[0].packet).at(0).length, 5) << "D8 is the tablet's";
   ReportDecoder e02(ReportFamily::e02, added);
-  EXPECT_EQ(decoded(e02, e02Cases[0].packet).at(0).length, 10) << "U and T are the E02's";
+  EXPECT_EQ(decoded(e02, e02Packets[0].packet).at(0).length, 10) << "U and T are the E02's";
   EXPECT_EQ(decoded(e02, {'U', 'x', 2, 3, 4, 5, 6, 7}).at(0).length, 8) << "U and x are not";
   EXPECT_EQ(decoded(e02, {0xD8, 1, 2, 3, 4, 5}).at(0).length, 6) << "D8 is free there";
 }
