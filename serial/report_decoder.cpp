@@ -87,6 +87,24 @@ TouchReport makeReport(const Kind& kind, const std::uint8_t* packet, std::uint32
           packet[kind.liftPlace] != kind.lift};
 }
 
+// What all packets of a family have in common.
+struct TabletPackets {
+  static constexpr std::uint8_t length = 5;
+  static constexpr std::size_t x = 1;        ///< Y follows
+  static constexpr std::uint8_t second = 0;  ///< 0: any
+  static constexpr std::size_t liftPlace = 0;
+  static constexpr std::uint16_t greatest = 0x3FFF;
+  static constexpr std::uint32_t strayBits = 0x80808080;  ///< those that no coordinate bytes have
+};
+struct E02Packets {
+  static constexpr std::uint8_t length = 10;
+  static constexpr std::size_t x = 3;
+  static constexpr std::uint8_t second = e02Second;
+  static constexpr std::size_t liftPlace = e02LiftPlace;
+  static constexpr std::uint16_t greatest = 0xFFFF;
+  static constexpr std::uint32_t strayBits = 0;
+};
+
 }  // namespace
 
 bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet) {
@@ -96,7 +114,7 @@ bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet) {
 }
 
 ReportDecoder::ReportDecoder(ReportFamily family, std::span<const ReportFormat> added)
-    : usualLength_(packetLength(family)) {
+    : family_(family) {
   if (family == ReportFamily::tablet) {
     for (const TabletStatus& tablet : tabletStatuses) {
       ReportFormat format;
@@ -118,6 +136,8 @@ ReportDecoder::ReportDecoder(ReportFamily family, std::span<const ReportFormat> 
     kind.liftPlace = e02LiftPlace;
     kind.lift = e02Lift;
   }
+  for (Kind& kind : kinds_)
+    kind.own = kind.length != 0;
   for (const ReportFormat& format : added)
     know(format);
 }
@@ -129,7 +149,6 @@ void ReportDecoder::know(const ReportFormat& format) {
   kind.needed = kind.length;
   kind.x = static_cast<std::uint8_t>(format.layout.x);
   kind.y = static_cast<std::uint8_t>(format.layout.y);
-  kind.apart = format.layout.y != format.layout.x + 2;
   kind.clearBits = weights.clearBits;
   kind.firstWeight = weights.first;
   kind.secondWeight = weights.second;
@@ -172,47 +191,41 @@ std::size_t ReportDecoder::append(std::span<const std::uint8_t> bytes) {
 
 void ReportDecoder::decode(std::vector<TouchReport>& reports) {
   do {
-    decodeRun(reports);
+    if (family_ == ReportFamily::tablet) {
+      decodeRun<TabletPackets>(reports);
+    } else {
+      decodeRun<E02Packets>(reports);
+    }
   } while (decodeOne(reports));
 }
 
-// Whole packets that begin alike, one behind the other: nearly all that ever comes. Neither the step from packet to
-// packet nor how it is read depends on what was read before, so that the processor works on several at a time. What the
-// kind says is taken out of memory once, which every report that is stored might have changed for all the compiler knows.
+// The family's own packets that lie in the ring in one piece, and the stray bytes between them: nearly all that ever
+// comes. What all of them have in common the compiler knows, so that little is left to be looked up for each, and a byte
+// of garbage makes the processor guess wrong once and not at every step on the way to the next packet.
+template <typename Packets>
 void ReportDecoder::decodeRun(std::vector<TouchReport>& reports) {
-  const std::size_t step = usualLength_;
   const std::uint8_t* const begin = ring_.data() + read_;
-  const std::size_t held = std::min(pending(), ringSize - read_);
-  if (held < step) return;
-  const std::uint8_t* const last = begin + held - step;
+  const std::uint8_t* const end = begin + std::min(pending(), ringSize - read_);
   const std::uint8_t* packet = begin;
-  std::uint64_t offset = decided_;
-  while (packet <= last) {
-    const std::uint8_t status = *packet;
-    const Kind& kind = kinds_[status];
-    if (kind.length != step || kind.apart) break;
-    const std::uint32_t strayBits = kind.clearBits * 0x01010101U;
-    const std::uint32_t firstWeight = kind.firstWeight;
-    const std::uint32_t secondWeight = kind.secondWeight;
-    const std::uint8_t secondMask = kind.secondMask;
-    const std::uint8_t second = kind.second;
-    const std::uint8_t lift = kind.lift;
-    const std::size_t liftPlace = kind.liftPlace;
-    const std::size_t x = kind.x;
-    const std::uint16_t greatest = kind.greatest;
-    const std::uint8_t length = kind.length;
-    const std::uint8_t* const first = packet;
-    do {
-      const std::uint32_t bytes = coordinateBytes(packet + x);
-      if ((packet[1] & secondMask) != second || (bytes & strayBits) != 0) break;
-      const std::uint32_t both = coordinates(firstWeight, secondWeight, bytes);
-      reports.push_back({offset, static_cast<std::uint16_t>(both),
-                         static_cast<std::uint16_t>(both >> 16), greatest, length,
-                         packet[liftPlace] != lift});
-      packet += step;
-      offset += step;
-    } while (packet <= last && *packet == status);
-    if (packet == first) break;
+  while (end - packet >= Packets::length) {
+    const Kind& kind = kinds_[*packet];
+    const std::uint32_t bytes = coordinateBytes(packet + Packets::x);
+    if (kind.own && (bytes & Packets::strayBits) == 0) {
+      if (Packets::second != 0 && packet[1] != Packets::second) break;
+      const std::uint32_t both = coordinates(kind.firstWeight, kind.secondWeight, bytes);
+      reports.push_back({decided_ + static_cast<std::size_t>(packet - begin),
+                         static_cast<std::uint16_t>(both), static_cast<std::uint16_t>(both >> 16),
+                         Packets::greatest, Packets::length,
+                         packet[Packets::liftPlace] != kind.lift});
+      packet += Packets::length;
+    } else {
+      if (!kind.own && kind.length != 0) break;
+      const std::uint8_t* const stray = packet;
+      do {
+        ++packet;
+      } while (packet != end && kinds_[*packet].length == 0);
+      stray_ += static_cast<std::size_t>(packet - stray);
+    }
   }
   const auto passed = static_cast<std::size_t>(packet - begin);
   pass(passed);
@@ -237,11 +250,7 @@ bool ReportDecoder::decodeOne(std::vector<TouchReport>& reports) {
     passed = std::min<std::size_t>(kind->length, held);
     owed_ = kind->length - passed;
   } else {
-    // What follows a broken packet starts none either, mostly.
-    const std::size_t inOnePiece = std::min(held, ringSize - read_);
-    while (passed < inOnePiece && kinds_[packet[passed]].length == 0)
-      ++passed;
-    stray_ += passed;
+    ++stray_;
   }
   pass(passed);
   decided_ += passed;
