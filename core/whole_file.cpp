@@ -125,6 +125,9 @@ Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t l
 
   // In pieces, so that memory follows what is there and not what might be.
   std::string content;
+  if (const auto size = fs::file_size(path, why); !why) {
+    content.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, limit)) + 1);
+  }
   while (file && content.size() <= limit) {
     const std::size_t before = content.size();
     content.resize(std::min(before + readPiece, limit + 1));

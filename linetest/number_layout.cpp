@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cmath>
 
@@ -47,9 +48,42 @@ std::optional<Number> parse(std::string_view token) {
   return value;
 }
 
-}  // namespace
+constexpr std::array powersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
-namespace {
+struct PlainNumber {
+  float value = 0;
+  std::size_t length = 0;  ///< of its text; 0: to be read in another way
+};
+
+// Up to 15 digits, perhaps with a minus and a point. Digits and power of ten are whole doubles then, and their quotient
+// is the double next to the number. The float next to that is the one next to the number too, unless the double lies half
+// way between two floats: the number may lie on either side of it.
+PlainNumber plainNumberAt(std::string_view text) {
+  constexpr std::uint64_t belowFloat = (std::uint64_t{1} << 29U) - 1;
+  constexpr std::uint64_t halfWay = std::uint64_t{1} << 28U;
+  const std::size_t sign = text.starts_with('-') ? 1 : 0;
+  std::size_t at = sign;
+  std::size_t decimals = 0;
+  std::uint64_t digits = 0;
+  const auto takeDigits = [&] {
+    const std::size_t first = at;
+    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at)
+      digits = 10 * digits + static_cast<unsigned char>(text[at] - '0');
+    return at - first;
+  };
+  std::size_t count = takeDigits();
+  if (at < text.size() && text[at] == '.') {
+    ++at;
+    decimals = takeDigits();
+    count += decimals;
+  }
+  if (count == 0 || count >= powersOfTen.size()) return {};
+  const double value = static_cast<double>(digits) / powersOfTen[decimals];
+  if ((std::bit_cast<std::uint64_t>(value) & belowFloat) == halfWay) return {};
+  const auto nearest = static_cast<float>(value);
+  return {sign == 0 ? nearest : -nearest, at};
+}
 
 using NumberBuffer = std::array<char, 32>;
 
@@ -133,16 +167,14 @@ std::string_view NumberReader::token() {
   return token;
 }
 
-// Digits, perhaps behind a minus, up to a separator: nearly every number of a file, read in one pass.
+// Nearly every number of a file, read in one pass.
 std::optional<float> NumberReader::plainNumber() {
   skipSeparators();
-  const std::size_t sign = rest_.starts_with('-') ? 1 : 0;
-  if (rest_.size() <= sign || rest_[sign] < '0' || rest_[sign] > '9') return std::nullopt;
-  float value = 0;
-  const char* end = rest_.data() + rest_.size();
-  const auto [stop, failed] = std::from_chars(rest_.data(), end, value);
-  if (failed != std::errc() || (stop != end && !separators.holds(*stop))) return std::nullopt;
-  rest_.remove_prefix(static_cast<std::size_t>(stop - rest_.data()));
+  const auto [value, length] = plainNumberAt(rest_);
+  if (length == 0 || (length < rest_.size() && !separators.holds(rest_[length]))) {
+    return std::nullopt;
+  }
+  rest_.remove_prefix(length);
   return value;
 }
 

@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <charconv>
 #include <clocale>
 #include <cmath>
 #include <cstring>
 #include <random>
+#include <vector>
 
 #include "tests/support/comma_locale.h"
 
@@ -78,6 +81,28 @@ TEST(NumberLayout, ReadsWhatItWrote) {
     NumberReader reader(text, "f");
     ASSERT_EQ(reader.number("a number"), value) << text;
     ASSERT_TRUE(reader.atEnd() && !reader.failed()) << text;
+  }
+}
+
+TEST(NumberLayout, ReadsTheFloatNextToAnyDecimalFraction) {
+  std::mt19937 random(1);
+  std::vector<std::string> texts = {"16777217",   "16777219.0",      "-0",   ".5", "5.", "-",
+                                    "33554433.0", "33554434.000001", "0.00", "."};
+  for (int i = 0; i < 50000; ++i) {
+    std::string text = std::to_string(random() >> random() % 32);
+    if (i % 2 == 0) text += std::to_string(random() >> random() % 32);
+    if (i % 4 != 0) text.insert(random() % (text.size() + 1), ".");
+    if (i % 3 == 0) text.insert(0, "-");
+    texts.push_back(text);
+  }
+  for (const std::string& text : texts) {
+    float expected = 0;
+    const bool valid =
+        std::from_chars(text.data(), text.data() + text.size(), expected).ec == std::errc();
+    NumberReader reader(text, "f");
+    const float value = reader.number("a number");
+    ASSERT_EQ(std::bit_cast<std::uint32_t>(value), std::bit_cast<std::uint32_t>(expected)) << text;
+    ASSERT_EQ(reader.failed(), !valid) << text;
   }
 }
 
