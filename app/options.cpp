@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/completion.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -101,22 +102,25 @@ void addCommonOptions(CLI::App& app, Options& options) {
       ->type_name("FILE");
 }
 
-void addLanguageOption(CLI::App& app, Options& options) {
-  std::string known;
+void addLanguageOption(CLI::App& app, KnownValues& known, Options& options) {
+  std::string offered;
   for (const std::string_view language : languages)
-    known.append(known.empty() ? "" : ", ").append(language);
-  app.add_option_function<std::string>(
-         "--lang",
-         [&options, known](const std::string& language) {
-           if (std::find(languages.begin(), languages.end(), language) == languages.end()) {
-             throw CLI::ValidationError(
-                 "--lang",
-                 '"' + language + "\" is not a language of this program: expected one of " + known);
-           }
-           options.language = language;
-         },
-         "The language of the windows: " + known + " (default: the system's, else en)")
-      ->type_name("LANG");
+    offered.append(offered.empty() ? "" : ", ").append(language);
+  auto* const option =
+      app.add_option_function<std::string>(
+             "--lang",
+             [&options, offered](const std::string& language) {
+               if (std::find(languages.begin(), languages.end(), language) == languages.end()) {
+                 throw CLI::ValidationError(
+                     "--lang", '"' + language +
+                                   "\" is not a language of this program: expected one of " +
+                                   offered);
+               }
+               options.language = language;
+             },
+             "The language of the windows: " + offered + " (default: the system's, else en)")
+          ->type_name("LANG");
+  known.add(*option, {languages.begin(), languages.end()});
 }
 
 }  // namespace touch

@@ -14,6 +14,8 @@ class App;
 
 namespace touch {
 
+class KnownValues;
+
 /// Width and height in pixels, as given for --screen.
 struct ScreenSize {
   int width = 0;
@@ -43,6 +45,6 @@ std::string programVersion();
 void addCommonOptions(CLI::App& app, Options& options);
 
 /// The same for the language, which only windows have.
-void addLanguageOption(CLI::App& app, Options& options);
+void addLanguageOption(CLI::App& app, KnownValues& known, Options& options);
 
 }  // namespace touch

@@ -184,9 +184,10 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
                      "touchutility");
   Options options;
   addCommonOptions(arguments, options);
-  addLanguageOption(arguments, options);
+  KnownValues known;
+  addLanguageOption(arguments, known, options);
   arguments.footer(exitStatusLine(touchutilityManual));
-  if (const auto status = parseCommandLine(arguments, touchutilityManual, {}, argc, argv)) {
+  if (const auto status = parseCommandLine(arguments, touchutilityManual, known, argc, argv)) {
     return *status;
   }
   return run(options, argc, argv);

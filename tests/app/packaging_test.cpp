@@ -117,6 +117,7 @@ TEST(Completion, IsWhatBashOffers) {
       {{TOUCHCTL, "no-such-command", ""}, ""},
       {{TOUCHSIM, "--controller", "RS232\\ DEVICE\\ 1"}, "RS232\\ DEVICE\\ 1"},
       {{TOUCHUTILITY, "--sim"}, "--simulate"},
+      {{TOUCHUTILITY, "--lang", ""}, "en de"},
   };
   for (const auto& [line, offered] : cases) {
     const Words words{"--norc", "-c",
