@@ -33,6 +33,7 @@
 #include "linetest/frmLinearity.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/page_keys.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
 
@@ -93,6 +94,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   statusLine_->setWordWrap(true);
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
+  addPageKeys(*this, *tabs_);
   tabs_->addTab(scrollable(controllerPage_), tr("Controller"));
   tabs_->addTab(scrollable(settingsPage_), tr("Settings"));
   tabs_->addTab(scrollable(calibrationPage_), tr("Calibration"));
@@ -135,9 +137,12 @@ void frmMain::connectPages() {
           [this] { console_.information(); });
   connect(controllerPage_, &frmControllerPage::portSearchRequested, this, [this] {
     cancelSearch_->show();
+    // It is of no use meanwhile, and a small screen has no room for both.
+    release_->setVisible(!isSmallScreen());
     cancelSearch_->setFocus();
     console_.searchComPorts();
     cancelSearch_->hide();
+    release_->show();
   });
 
   SettingsPanel& settings = console_.settings();

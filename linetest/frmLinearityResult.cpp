@@ -18,6 +18,7 @@
 #include "linetest/linearity_files.h"
 #include "ui/finger_spin_box.h"
 #include "ui/finger_style.h"
+#include "ui/page_keys.h"
 #include "ui/text.h"
 #include "ui/verdict_colour.h"
 
@@ -82,6 +83,7 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
   scrolled->setFocusPolicy(Qt::NoFocus);  // the page has it, and hands its arrow keys on
   scrolled->setMinimumHeight(fingerSize());
   tabs_->setObjectName("resultTabs");
+  addPageKeys(*this, *tabs_);
   tabs_->addTab(scrolled, tr("Plots and map"));
   tabs_->addTab(makeFigures(), tr("Figures"));
 

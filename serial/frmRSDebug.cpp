@@ -20,6 +20,7 @@
 #include "serial/frmRsDraw.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/page_keys.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
@@ -118,6 +119,7 @@ class TouchPad final : public QLabel {
         simulation_(simulation) {
     setObjectName("touchPad");
     setAlignment(Qt::AlignCenter);
+    setWordWrap(true);
     setMinimumSize(2 * fingerSize(), 2 * fingerSize());
     setStyleSheet("background: #ffe08a; color: #402c00");
   }
@@ -327,11 +329,14 @@ void frmRSDebug::arrange() {
     // What does not fit side by side lies one behind the other.
     tabs_ = new QTabWidget;
     tabs_->setObjectName("debuggerTabs");
+    addPageKeys(*this, *tabs_);
     auto* const measuring = new QWidget;
     auto* const row = new QHBoxLayout(measuring);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(ratePanel_, 1);
-    row->addWidget(touchPad_, isSmallScreen() ? 0 : 1);
+    row->addWidget(touchPad_, 1);
+    // What was measured needs the room.
+    if (isSmallScreen()) touchPad_->setFixedWidth(4 * fingerSize());
     auto* const consolePage = stacked({receiveBar_, console_});
     static_cast<QVBoxLayout*>(consolePage->layout())->setStretchFactor(console_, 1);
     auto* const tools = stacked({console_->filterBar(), console_->keepBar(), recordBar});

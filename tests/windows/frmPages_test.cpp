@@ -42,6 +42,18 @@ class Pages : public test::MainWindowDesk {
   }
 };
 
+TEST_F(Pages, AreTurnedByKeyWhereverTheFocusIs) {
+  open();
+  find<QPushButton>(*window, "cmdExit")->setFocus();
+  const auto* const tabs = find<QTabWidget>(*window, "tabs");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(tabs->currentIndex(), 1);
+  for (int presses = 0; presses < 2; ++presses)
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab,
+                    Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(tabs->currentIndex(), tabs->count() - 1);
+}
+
 TEST_F(Pages, SettingsAreFilledWithoutSendingAnything) {
   open();
   EXPECT_EQ(std::count_if(startUp.begin(), startUp.end(),
