@@ -22,6 +22,7 @@
 #include "serial/asio_serial_port.h"
 #include "ui/event_loop_clock.h"
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/language.h"
 #include "ui/message_box_prompt.h"
 #include "ui/text.h"
@@ -57,6 +58,11 @@ bool offerSimulation(const BindError& error) {
   simulated->setObjectName("cmdUseSimulated");
   quit->setObjectName("cmdQuit");
   box.setEscapeButton(quit);
+  auto* const help = box.addButton(QMessageBox::tr("&Help"), QMessageBox::HelpRole);
+  QObject::disconnect(help, &QPushButton::clicked, nullptr, nullptr);  // it would end the box
+  QObject::connect(help, &QPushButton::clicked, &box, [&box] { showHelp(box); });
+  setHelpChapter(box, "No controller is found");
+  addHelpKey(box);
   box.exec();
   return box.clickedButton() == simulated;
 }

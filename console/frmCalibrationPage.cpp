@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -39,6 +40,7 @@ QString inPercent(double fraction) {
 }  // namespace
 
 frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panelError_(new QLabel) {
+  setHelpChapter(*this, "Calibrate a new panel");
   auto* const introduction =
       new QLabel(tr("Touch the targets one after the other. When the bar has crossed the screen "
                     "before a target is touched, the calibration ends; nothing is stored then."));

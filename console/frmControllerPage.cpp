@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -42,6 +43,7 @@ frmControllerPage::frmControllerPage(QWidget* parent)
       infoList_(new QListWidget),
       info_(new QPushButton(tr("&Info"))),
       search_(new QPushButton(tr("Search &COM ports"))) {
+  setHelpChapter(*this, "Controller");
   controllerList_->setObjectName("controllerList");
   setFocusProxy(controllerList_);
   controllerList_->setAccessibleName(tr("Controllers"));

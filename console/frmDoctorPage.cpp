@@ -13,6 +13,7 @@
 
 #include "console/doctor_report.h"
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -50,6 +51,7 @@ QString findingText(const Finding& finding) {
 
 frmDoctorPage::frmDoctorPage(const std::filesystem::path& workFolder, QWidget* parent)
     : QWidget(parent), workFolder_(workFolder), summary_(new QLabel), findings_(new QListWidget) {
+  setHelpChapter(*this, "No controller is found");
   summary_->setObjectName("lblDoctorSummary");
   findings_->setObjectName("findingsList");
   findings_->setAccessibleName(tr("Findings"));

@@ -33,6 +33,7 @@
 #include "linetest/frmLinearity.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/help.h"
 #include "ui/page_keys.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
@@ -90,6 +91,8 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       release_(new QPushButton(tr("Re&lease comport and Exit"))) {
   setObjectName("frmMain");
   setWindowTitle("TouchUtility");
+  setHelpChapter(*this, "Starting");
+  addHelpKey(*this);
   statusLine_->setObjectName("statusLine");
   statusLine_->setWordWrap(true);
   tabs_->setObjectName("tabs");
@@ -317,11 +320,16 @@ QWidget* frmMain::makeFooter() {
   release_->setObjectName("cmdRelease");
   auto* const exit = new QPushButton(tr("E&xit"));
   exit->setObjectName("cmdExit");
+  auto* const help = new QPushButton(tr("Help"));
+  help->setObjectName("cmdHelp");
+  help->setToolTip(tr("The user guide, at what is shown here (F1)"));
+  row->addWidget(help);
   row->addStretch(1);
   row->addWidget(cancelSearch_);
   row->addWidget(release_);
   row->addWidget(exit);
   connect(cancelSearch_, &QPushButton::clicked, this, [this] { console_.cancelSearch(); });
+  connect(help, &QPushButton::clicked, this, [this] { showHelp(*this); });
   connect(release_, &QPushButton::clicked, this, [this] { console_.releaseAndExit(); });
   connect(exit, &QPushButton::clicked, this, [this] { console_.exit(); });
   return footer;

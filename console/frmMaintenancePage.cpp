@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/monitor_number.h"
 #include "ui/text.h"
 
@@ -31,6 +32,7 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
       undo_(new QPushButton(tr("&Undo"))),
       monitors_(new QComboBox),
       traceSwitch_(new QCheckBox(tr("&Trace every driver call and serial transfer"))) {
+  setHelpChapter(*this, "Maintenance");
   auto* const driverPath = new QLineEdit(shownText(driver.string()));
   driverPath->setObjectName("driverPath");
   driverPath->setAccessibleName(tr("Driver library"));

@@ -15,6 +15,7 @@
 #include "console/vrq_file.h"
 #include "core/hex.h"
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -34,6 +35,7 @@ frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::p
       workFolder_(std::move(workFolder)),
       table_(new QTableWidget(static_cast<int>(ParameterTable::rows), columns)),
       undo_(new QPushButton(tr("&Undo"))) {
+  setHelpChapter(*this, "Parameters");
   table_->setObjectName("parameterTable");
   table_->setAccessibleName(tr("Parameter words"));
   table_->setHorizontalHeaderLabels(

@@ -18,6 +18,7 @@
 #include <array>
 
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -96,6 +97,8 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
       putBack_(new QPushButton(tr("&Put back"))) {
   setObjectName("frmPinDefine");
   setWindowTitle(tr("Sensor pin definition"));
+  setHelpChapter(*this, "Sensor pin definition");
+  addHelpKey(*this);
   fourWire_->setObjectName("optionFourWire");
   fiveWire_->setObjectName("optionFiveWire");
   problems_->setObjectName("lblPinProblems");

@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -59,6 +60,7 @@ frmSettingsPage::frmSettingsPage(SettingsPanel& panel, std::filesystem::path wor
       workFolder_(std::move(workFolder)),
       sensitivity_(new QComboBox),
       cursorHelp_(new QPlainTextEdit) {
+  setHelpChapter(*this, "Settings");
   // In the order in which the options stand on the screen, which is not that of the angles.
   QWidget* const rotation =
       makeOptions("rotation", "Option2_", captionOf("rotation"), {2, 1, 0, 3}, rotation_);

@@ -9,11 +9,13 @@
 
 #include "console/simulated_faults.h"
 #include "ui/finger_style.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
 
 frmTestsPage::frmTestsPage(bool simulated, QWidget* parent) : QWidget(parent) {
+  setHelpChapter(*this, "Prove a panel is good");
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(makeTests());
   if (simulated) layout->addWidget(makeFaults());

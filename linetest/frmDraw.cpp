@@ -20,6 +20,7 @@
 #include "ui/finger_list.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/help.h"
 #include "ui/text.h"
 #include "ui/touch_canvas.h"
 
@@ -84,6 +85,8 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
       toleranceLabel_(new QLabel) {
   setObjectName("frmDraw");
   setWindowTitle(tr("Drawing"));
+  setHelpChapter(*this, "Drawing");
+  addHelpKey(*this, helpKeyWhereF1IsTaken);
   setStyleSheet(panelStyle);
   canvasWidget_->setObjectName("drawingCanvas");
   presentAsGraphic(*canvasWidget_, tr("Drawing area"),

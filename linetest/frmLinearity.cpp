@@ -16,6 +16,7 @@
 #include "ui/finger_spin_box.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/help.h"
 #include "ui/text.h"
 #include "ui/touch_canvas.h"
 
@@ -57,6 +58,8 @@ frmLinearity::frmLinearity(LinearityParts parts, const std::optional<Simulation>
       resultPage_(new frmLinearityResult(parts_.prompt, parts_.setup, parts_.workingFolder)) {
   setObjectName("frmLinearity");
   setWindowTitle(shownText(parts_.messages.at(LinearityProcedure::titleMessage)));
+  setHelpChapter(*this, "Prove a panel is good");
+  addHelpKey(*this);
   canvas_->setObjectName("linearityCanvas");
   presentAsGraphic(*canvas_, tr("Lines to follow"),
                    tr("The line to draw along is white; its name stands in the panel beside it."));

@@ -20,6 +20,7 @@
 #include "serial/frmRsDraw.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/help.h"
 #include "ui/page_keys.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
@@ -158,6 +159,8 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
       timer_(access.clock.makeTimer([this] { renew(); })) {
   setObjectName("frmRSDebug");
   setWindowTitle(tr("KVD Debuger"));
+  setHelpChapter(*this, "Talk to a controller");
+  addHelpKey(*this);
   arrange();
 
   connect(commands_, &frmCommandPanel::setChosen, this, [this](CommandSet set) {

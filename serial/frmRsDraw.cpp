@@ -22,6 +22,7 @@
 #include "ui/finger_list.h"
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
+#include "ui/help.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -95,6 +96,8 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
       timer_(parts_.clock.makeTimer([this] { renew(); })) {
   setObjectName("frmRsDraw");
   setWindowTitle(tr("Raw drawing"));
+  setHelpChapter(*this, "Raw drawing");
+  addHelpKey(*this, helpKeyWhereF1IsTaken);
   canvas_->setObjectName("rawCanvas");
   presentAsGraphic(*canvas_, tr("What the controller reports"),
                    tr("A dot for each report, joined by lines; the bytes stand in the monitor."));

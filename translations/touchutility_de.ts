@@ -23,6 +23,10 @@
         <source>Without the touch driver no controller can be reached. Install the driver of your controller, or look around with simulated controllers: the page &quot;Doctor&quot; there, or &apos;touchctl doctor&apos; in a shell, says where the driver was looked for.</source>
         <translation>Ohne den Touch-Treiber ist kein Controller erreichbar. Installieren Sie den Treiber Ihres Controllers, oder sehen Sie sich mit simulierten Controllern um: Dort sagt die Seite „Diagnose“, in einer Shell „touchctl doctor“, wo der Treiber gesucht wurde.</translation>
     </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
 </context>
 <context>
     <name>console</name>
@@ -1440,6 +1444,61 @@
     </message>
 </context>
 <context>
+    <name>touch::GuideWindow</name>
+    <message>
+        <source>User guide</source>
+        <translation>Handbuch</translation>
+    </message>
+    <message>
+        <source>Chapters</source>
+        <translation>Kapitel</translation>
+    </message>
+    <message>
+        <source>The user guide is in English.</source>
+        <translation>Das Handbuch ist auf Englisch.</translation>
+    </message>
+    <message>
+        <source>Back to what was shown before</source>
+        <translation>Zurück zu dem, was vorher zu sehen war</translation>
+    </message>
+    <message>
+        <source>Forward again</source>
+        <translation>Wieder vor</translation>
+    </message>
+    <message>
+        <source>&amp;Find</source>
+        <translation>&amp;Suchen</translation>
+    </message>
+    <message>
+        <source>Finds a text (Ctrl+F)</source>
+        <translation>Sucht einen Text (Strg+F)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>S&amp;chließen</translation>
+    </message>
+    <message>
+        <source>Closes the user guide (Esc)</source>
+        <translation>Schließt das Handbuch (Esc)</translation>
+    </message>
+    <message>
+        <source>Text to find</source>
+        <translation>Gesuchter Text</translation>
+    </message>
+    <message>
+        <source>&amp;Next</source>
+        <translation>&amp;Weiter</translation>
+    </message>
+    <message>
+        <source>The next place (Enter, F3)</source>
+        <translation>Die nächste Stelle (Eingabe, F3)</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+</context>
+<context>
     <name>touch::frmCal</name>
     <message>
         <source>&amp;Start</source>
@@ -2282,6 +2341,14 @@ F1 hilft, Esc verlässt.</translation>
     <message>
         <source>Packing the diagnostics file …</source>
         <translation>Die Diagnosedatei wird gepackt …</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>The user guide, at what is shown here (F1)</source>
+        <translation>Das Handbuch, bei dem, was hier zu sehen ist (F1)</translation>
     </message>
 </context>
 <context>

@@ -147,6 +147,14 @@ void FingerStyle::polish(QPalette& palette) {
     for (int i = 0; i < steps && contrast(text, highlight) < leastContrast; ++i)
       highlight = isLightText ? highlight.darker(105) : highlight.lighter(105);
     palette.setColor(group, QPalette::Highlight, highlight);
+    const QColor paper = palette.color(group, QPalette::Base);
+    QColor link = palette.color(group, QPalette::Link);
+    const bool isDark = luminance(paper) < luminance(palette.color(group, QPalette::Text));
+    for (int i = 0; i < steps && contrast(link, paper) < leastContrast; ++i)
+      link = isDark ? QColor::fromHslF(link.hslHueF(), link.hslSaturationF(),
+                                       std::min(1.0F, link.lightnessF() + 0.03F))
+                    : link.darker(105);
+    palette.setColor(group, QPalette::Link, link);
     QColor hint = palette.color(group, QPalette::Text);
     constexpr int hintAlpha = 165;  // of 255: black on white is then 6 to 1
     hint.setAlpha(hintAlpha);

@@ -25,7 +25,7 @@ class FingerStyle final : public QProxyStyle {
                   const QWidget* widget) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                          const QWidget* widget) const override;
-  /// A highlight that is too faint for the text on it is deepened, and so are the hints in empty fields.
+  /// A highlight that is too faint for the text on it is deepened, and so are links and the hints in empty fields.
   void polish(QPalette& palette) override;
   /// Labels show their text as it stands: much of it comes from controllers and files, and none of it is HTML.
   void polish(QWidget* widget) override;

@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QTabBar>
 #include <QTableWidget>
+#include <QTextBrowser>
 #include <algorithm>
 #include <cmath>
 #include <set>
@@ -76,12 +77,13 @@ TEST_F(Accessibility, TabReachesEveryControlAndShowsWhereItIs) {
   visitAll(screenSize, [&](const std::string& where, QWidget& window) {
     if (where.starts_with("frmDraw, ")) return;  // a panel of commands: each has its key
     std::set<const QWidget*> reached;
-    for (int presses = 0; presses < 200; ++presses) {
+    for (int presses = 0; presses < 400; ++presses) {
       QTest::keyClick(QApplication::focusWidget() ? QApplication::focusWidget() : &window,
                       Qt::Key_Tab);
       const QWidget* const focus = QApplication::focusWidget();
       if (focus == nullptr || !reached.insert(focus).second) {
-        if (presses > 0) break;
+        // The links of a text are stops as well.
+        if (presses > 0 && qobject_cast<const QTextBrowser*>(focus) == nullptr) break;
       }
     }
     for (QWidget* const widget : window.findChildren<QWidget*>()) {
@@ -183,8 +185,10 @@ TEST_F(Accessibility, TextsStandOutInLightAndDark) {
         for (int row = 0; row < view->model()->rowCount(); ++row) {
           for (int column = 0; column < view->model()->columnCount(); ++column) {
             const QModelIndex index = view->model()->index(row, column);
-            check(*view, image, view->visualRect(index).intersected(image.rect()),
-                  index.data().toString());
+            const QRect place = view->visualRect(index);
+            // Of a row at the edge there may be too little for its letters.
+            if (place.bottom() > image.rect().bottom() && place.top() > 0) continue;
+            check(*view, image, place.intersected(image.rect()), index.data().toString());
           }
         }
       }

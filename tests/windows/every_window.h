@@ -16,6 +16,8 @@
 #include "serial/frmRSDebug.h"
 #include "serial/frmRsDraw.h"
 #include "tests/windows/drawing_desk.h"
+#include "ui/guide_window.h"
+#include "ui/help.h"
 #include "ui/language.h"
 
 namespace touch::test {
@@ -82,6 +84,7 @@ class EveryWindow : public DrawingDesk {
     visitLinearity(size, visit);
     visitDebugger(size, visit);
     visitRawDrawing(size, visit);
+    visitGuide(size, visit);
   }
 
  private:
@@ -204,6 +207,16 @@ class EveryWindow : public DrawingDesk {
     visit("frmRsDraw, help", *window);
     window->close();
     live(std::chrono::milliseconds(1));
+  }
+
+  void visitGuide(const QSize& size, const Visitor& visit) {
+    QWidget below;
+    showHelp(below);
+    auto* const window = below.findChild<GuideWindow*>();
+    settle(*window, size);
+    visit("guide", *window);
+    press(*window, "cmdFind");
+    visit("guide, search", *window);
   }
 
   Trace trace_;

@@ -34,6 +34,11 @@ QStringList textsOf(const QWidget& window) {
   auto widgets = window.findChildren<QWidget*>();
   widgets.prepend(const_cast<QWidget*>(&window));
   for (const QWidget* const widget : widgets) {
+    // The guide is in English.
+    bool ofGuide = false;
+    for (const QWidget* above = widget; above != nullptr; above = above->parentWidget())
+      ofGuide = ofGuide || above->objectName().startsWith("chapter");
+    if (ofGuide) continue;
     for (const char* const property : {"text", "title", "windowTitle", "placeholderText", "toolTip",
                                        "accessibleName", "accessibleDescription"})
       texts << widget->property(property).toString();
