@@ -5,6 +5,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPointer>
 
 #include "ui/finger_style.h"
 #include "ui/text.h"
@@ -13,6 +14,14 @@ namespace touch {
 
 namespace {
 
+/// Without a window manager, as on many a kiosk, nobody else gives the keyboard back to the window below.
+int answerTo(QDialog& dialog) {
+  const QPointer<QWidget> below = dialog.parentWidget();
+  const int answer = dialog.exec();
+  if (below) below->activateWindow();
+  return answer;
+}
+
 QMessageBox::StandardButton ask(std::string_view text, std::string_view title,
                                 QMessageBox::StandardButtons buttons) {
   QMessageBox box(QMessageBox::NoIcon, shownText(title), {}, buttons, QApplication::activeWindow());
@@ -20,7 +29,7 @@ QMessageBox::StandardButton ask(std::string_view text, std::string_view title,
   box.setText(shownText(text));
   for (QAbstractButton* const button : box.buttons())
     makeFingerSized(*button);
-  return static_cast<QMessageBox::StandardButton>(box.exec());
+  return static_cast<QMessageBox::StandardButton>(answerTo(box));
 }
 
 }  // namespace
@@ -39,7 +48,7 @@ std::optional<std::string> MessageBoxPrompt::input(std::string_view prompt,
   dialog.setWindowTitle(shownText(title));
   dialog.setLabelText(shownText(prompt));
   dialog.setTextEchoMode(QLineEdit::Password);
-  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (answerTo(dialog) != QDialog::Accepted) return std::nullopt;
   return dialog.textValue().toStdString();
 }
 
