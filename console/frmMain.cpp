@@ -369,11 +369,6 @@ bool frmMain::hotKey(const QKeyEvent& key) {
     showPasswordFrame(false);
     return true;
   }
-  // Whatever has the focus, also the buttons below the pages.
-  if (key.matches(QKeySequence::NextChild) || key.matches(QKeySequence::PreviousChild)) {
-    turnPage(key.matches(QKeySequence::NextChild) ? 1 : -1);
-    return true;
-  }
   if (!control) return false;
   switch (key.key()) {
     case Qt::Key_E:
@@ -388,11 +383,6 @@ bool frmMain::hotKey(const QKeyEvent& key) {
     default:
       return false;
   }
-}
-
-void frmMain::turnPage(int step) {
-  if (tabs_->isEnabled())
-    tabs_->setCurrentIndex((tabs_->currentIndex() + step + tabs_->count()) % tabs_->count());
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -95,7 +95,6 @@ class frmMain final : public QWidget, private MainView {
   QWidget* makePasswordFrame();
   QWidget* makeFooter();
   bool hotKey(const QKeyEvent& key);
-  void turnPage(int step);
   void switchFault(const SimulatedFault& fault, bool on);
   void calibrationEnded(CalibrationOutcome outcome);
   std::optional<Simulation::PanelError> panelError() const;

@@ -67,14 +67,6 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   QTest::keyClick(tabs, Qt::Key_I);
   EXPECT_FALSE(advanced->isHidden());
 
-  auto* const below = find<QPushButton>(*window, "cmdExit");
-  for (const char* page : {"Parameters", "Tests", "Doctor", "Controller"}) {
-    QTest::keyClick(below, Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), page) << "from the buttons below the pages, too";
-  }
-  QTest::keyClick(below, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Doctor");
-
   auto* const box = find<QLineEdit>(*window, "passwordBox");
   QTest::keyClick(tabs, Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(QApplication::focusWidget(), box);
