@@ -1,6 +1,5 @@
 #include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QDir>
 #include <QIcon>
 #include <QLocale>
 #include <QMessageBox>
@@ -86,9 +85,10 @@ std::unique_ptr<NexapiDriver> bindDriver(Options& options, std::optional<BindErr
 
 QIcon programIcon() {
   QIcon icon;
-  const QDir pictures(":/icons");
-  for (const QString& name : pictures.entryList())
-    icon.addFile(pictures.filePath(name));
+  // With its size given, a picture is not read before a desktop asks for it.
+  for (const int side : {16, 22, 24, 32, 48, 64, 128, 256}) {
+    icon.addFile(QString(":/icons/touchutility-%1.png").arg(side), QSize(side, side));
+  }
   return icon;
 }
 
