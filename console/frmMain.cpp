@@ -79,12 +79,6 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       controls_(new QWidget),
       tabs_(new QTabWidget),
       controllerPage_(new frmControllerPage),
-      settingsPage_(new frmSettingsPage(console_.settings(), startup.workFolder)),
-      calibrationPage_(new frmCalibrationPage),
-      maintenancePage_(new frmMaintenancePage(startup.driverPath, startup.workFolder, trace)),
-      parametersPage_(new frmParametersPage(console_.parameters(), startup.workFolder)),
-      testsPage_(new frmTestsPage(startup.simulation.has_value())),
-      doctorPage_(new frmDoctorPage(startup.workFolder)),
       passwordFrame_(new QFrame),
       passwordBox_(new QLineEdit),
       statusLine_(new QLabel),
@@ -100,12 +94,9 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->setUsesScrollButtons(true);
   addPageKeys(*this, *tabs_);
   tabs_->addTab(scrollable(controllerPage_), tr("Controller"));
-  tabs_->addTab(scrollable(settingsPage_), tr("Settings"));
-  tabs_->addTab(scrollable(calibrationPage_), tr("Calibration"));
-  tabs_->addTab(scrollable(maintenancePage_), tr("Maintenance"));
-  tabs_->addTab(scrollable(parametersPage_), tr("Parameters"));
-  tabs_->addTab(scrollable(testsPage_), tr("Tests"));
-  tabs_->addTab(scrollable(doctorPage_), tr("Doctor"));
+  for (const QString& page : {tr("Settings"), tr("Calibration"), tr("Maintenance"),
+                              tr("Parameters"), tr("Tests"), tr("Doctor")})
+    tabs_->addTab(scrollable(nullptr), page);
 
   auto* const controlsLayout = new QVBoxLayout(controls_);
   controlsLayout->setContentsMargins(0, 0, 0, 0);
@@ -120,12 +111,23 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   layout->addWidget(statusLine_);
   layout->addWidget(makeFooter());
   resize(QSize(760, 640).boundedTo(screen()->availableSize()));
-
-  connectPages();
-  qApp->installEventFilter(this);
 }
 
 frmMain::~frmMain() = default;
+
+void frmMain::makeOtherPages() {
+  int place = 0;
+  const auto put = [this, &place](auto* page) {
+    qobject_cast<QScrollArea*>(tabs_->widget(++place))->setWidget(page);
+    return page;
+  };
+  settingsPage_ = put(new frmSettingsPage(console_.settings(), startup_.workFolder));
+  calibrationPage_ = put(new frmCalibrationPage);
+  maintenancePage_ = put(new frmMaintenancePage(startup_.driverPath, startup_.workFolder, trace_));
+  parametersPage_ = put(new frmParametersPage(console_.parameters(), startup_.workFolder));
+  testsPage_ = put(new frmTestsPage(startup_.simulation.has_value()));
+  doctorPage_ = put(new frmDoctorPage(startup_.workFolder));
+}
 
 void frmMain::perform(const QString& what, const std::function<std::string()>& action) {
   console_.perform(what.toStdString(), action);
@@ -346,8 +348,12 @@ void frmMain::open() {
   // Otherwise the button Exit has it, as the only one that is enabled during the start, and Enter ends the program.
   controllerPage_->setFocus();
   show();
-  // The first timer event comes after the first paint, so that the user sees the window before the waiting begins.
+  // The first timer event comes after the first paint, so that the user sees the window before the pages behind the
+  // first are made and the waiting begins. Until then the window hears nothing.
   QTimer::singleShot(0, this, [this] {
+    makeOtherPages();
+    connectPages();
+    qApp->installEventFilter(this);
     console_.startUp(QSysInfo::kernelVersion().section('.', 0, 0).toInt());
     calibrationPage_->showPanelError(std::nullopt, panelError());
   });

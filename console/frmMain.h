@@ -84,6 +84,8 @@ class frmMain final : public QWidget, private MainView {
   void closeDebugger() override;
   void endProgram() override;
 
+  /// Those behind the first, into the places that their tabs have.
+  void makeOtherPages();
   void connectPages();
   void perform(const QString& what, const std::function<std::string()>& action);
   Patient patient() const;
@@ -112,12 +114,12 @@ class frmMain final : public QWidget, private MainView {
   QWidget* controls_;
   QTabWidget* tabs_;
   frmControllerPage* controllerPage_;
-  frmSettingsPage* settingsPage_;
-  frmCalibrationPage* calibrationPage_;
-  frmMaintenancePage* maintenancePage_;
-  frmParametersPage* parametersPage_;
-  frmTestsPage* testsPage_;
-  frmDoctorPage* doctorPage_;
+  frmSettingsPage* settingsPage_ = nullptr;
+  frmCalibrationPage* calibrationPage_ = nullptr;
+  frmMaintenancePage* maintenancePage_ = nullptr;
+  frmParametersPage* parametersPage_ = nullptr;
+  frmTestsPage* testsPage_ = nullptr;
+  frmDoctorPage* doctorPage_ = nullptr;
   frmPinDefine* pinWindow_ = nullptr;
   QFrame* passwordFrame_;
   QLineEdit* passwordBox_;
