@@ -15,6 +15,8 @@ namespace touch {
 
 namespace {
 
+constexpr double leastContrast = 4.5;
+
 /// Of a colour's light as an eye sees it, from 0 to 1.
 double luminance(const QColor& colour) {
   const auto linear = [](float part) {
@@ -52,6 +54,19 @@ int fingerSize() {
 void makeFingerSized(QWidget& control) {
   control.setMinimumHeight(fingerSize());
   control.setMinimumWidth(fingerSize());
+}
+
+QColor linkColour(const QPalette& palette) {
+  constexpr float step = 0.03F;
+  const QColor paper = palette.color(QPalette::Base);
+  const bool isDark = luminance(paper) < luminance(palette.color(QPalette::Text));
+  QColor link = palette.color(QPalette::Link);
+  float lightness = link.lightnessF();
+  while (contrast(link, paper) < leastContrast && lightness >= 0 && lightness <= 1) {
+    link.setHslF(link.hslHueF(), link.hslSaturationF(), lightness);
+    lightness += isDark ? step : -step;
+  }
+  return link;
 }
 
 FingerStyle::FingerStyle() : QProxyStyle("Fusion") {}
@@ -137,7 +152,6 @@ void FingerStyle::polish(QWidget* widget) {
 }
 
 void FingerStyle::polish(QPalette& palette) {
-  constexpr double leastContrast = 4.5;
   QProxyStyle::polish(palette);
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     const QColor text = palette.color(group, QPalette::HighlightedText);
@@ -147,14 +161,6 @@ void FingerStyle::polish(QPalette& palette) {
     for (int i = 0; i < steps && contrast(text, highlight) < leastContrast; ++i)
       highlight = isLightText ? highlight.darker(105) : highlight.lighter(105);
     palette.setColor(group, QPalette::Highlight, highlight);
-    const QColor paper = palette.color(group, QPalette::Base);
-    QColor link = palette.color(group, QPalette::Link);
-    const bool isDark = luminance(paper) < luminance(palette.color(group, QPalette::Text));
-    for (int i = 0; i < steps && contrast(link, paper) < leastContrast; ++i)
-      link = isDark ? QColor::fromHslF(link.hslHueF(), link.hslSaturationF(),
-                                       std::min(1.0F, link.lightnessF() + 0.03F))
-                    : link.darker(105);
-    palette.setColor(group, QPalette::Link, link);
     QColor hint = palette.color(group, QPalette::Text);
     constexpr int hintAlpha = 165;  // of 255: black on white is then 6 to 1
     hint.setAlpha(hintAlpha);

@@ -51,6 +51,18 @@ QString fileOf(const QUrl& picture) {
   return ":/guide/images/" + picture.fileName();
 }
 
+/// Each with its place in the text.
+std::vector<std::pair<int, QTextImageFormat>> picturesOf(const QTextDocument& document) {
+  std::vector<std::pair<int, QTextImageFormat>> found;
+  for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+      const QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
+      if (picture.isValid()) found.emplace_back(part.fragment().position(), picture);
+    }
+  }
+  return found;
+}
+
 }  // namespace
 
 GuideBrowser::GuideBrowser(QWidget* parent) : QTextBrowser(parent) {
@@ -101,6 +113,7 @@ void GuideBrowser::prepare(const QUrl& source) {
     nameHeadings();
     styleTables();
     wrapCode();
+    colourLinks();
     pictureRoom_ = 0;
     fitPictures();
   }
@@ -125,6 +138,8 @@ void GuideBrowser::nameHeadings() {
 
 void GuideBrowser::styleTables() {
   constexpr qreal padding = 4;
+  QColor border = palette().color(QPalette::Text);
+  border.setAlpha(90);
   for (QTextFrame* const frame : document()->rootFrame()->childFrames()) {
     auto* const table = qobject_cast<QTextTable*>(frame);
     if (table == nullptr) continue;
@@ -132,7 +147,7 @@ void GuideBrowser::styleTables() {
     format.setBorderCollapse(true);
     format.setBorder(1);
     format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-    format.setBorderBrush(palette().mid());
+    format.setBorderBrush(border);
     format.setCellPadding(padding);
     format.setCellSpacing(0);
     format.setTopMargin(padding);
@@ -150,38 +165,49 @@ void GuideBrowser::wrapCode() {
   }
 }
 
+void GuideBrowser::colourLinks() {
+  QTextCharFormat coloured;
+  coloured.setForeground(linkColour(palette()));
+  std::vector<std::pair<int, int>> places;
+  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+    for (auto part = block.begin(); !part.atEnd(); ++part) {
+      if (!part.fragment().charFormat().anchorHref().isEmpty())
+        places.emplace_back(part.fragment().position(), part.fragment().length());
+    }
+  }
+  QTextCursor link(document());
+  for (const auto& [position, length] : places) {
+    link.setPosition(position);
+    link.setPosition(position + length, QTextCursor::KeepAnchor);
+    link.mergeCharFormat(coloured);
+  }
+}
+
 void GuideBrowser::fitPictures() {
   const int room = viewport()->width() - 2 * static_cast<int>(margin);
   if (room == pictureRoom_ || room <= 0) return;
   pictureRoom_ = room;
   const Unnoticed change(document());
-  for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+  for (const auto& [position, format] : picturesOf(*document())) {
+    QTextCursor place(document());
+    place.setPosition(position);
+    const QTextBlock block = place.block();
     const int level = block.textList() != nullptr ? block.textList()->format().indent()
                                                   : block.blockFormat().indent();
-    for (auto part = block.begin(); !part.atEnd(); ++part) {
-      QTextImageFormat picture = part.fragment().charFormat().toImageFormat();
-      if (!picture.isValid()) continue;
-      QUrl name = pictures.resolved(QUrl(picture.name()).fileName());
-      const QSize whole = QImageReader(fileOf(name)).size();
-      if (whole.isEmpty()) continue;
-      const int width = std::min(whole.width(), room - level * static_cast<int>(indent));
-      // The width in the name makes it another picture for Qt, which keeps what it has loaded.
-      QUrlQuery query;
-      query.addQueryItem(widthInName, QString::number(width));
-      name.setQuery(query);
-      picture.setName(name.toString());
-      picture.setWidth(width);
-      picture.setHeight(whole.height() * width / whole.width());
-      QTextCursor place(document());
-      place.setPosition(part.fragment().position());
-      place.setPosition(part.fragment().position() + part.fragment().length(),
-                        QTextCursor::KeepAnchor);
-      place.setCharFormat(picture);
-      part = block.begin();
-      while (!part.atEnd() && part.fragment().position() < place.anchor())
-        ++part;
-      if (part.atEnd()) break;
-    }
+    QUrl name = pictures.resolved(QUrl(format.name()).fileName());
+    const QSize whole = QImageReader(fileOf(name)).size();
+    if (whole.isEmpty()) continue;
+    const int width = std::min(whole.width(), room - level * static_cast<int>(indent));
+    // The width in the name makes it another picture for Qt, which keeps what it has loaded.
+    QUrlQuery query;
+    query.addQueryItem(widthInName, QString::number(width));
+    name.setQuery(query);
+    QTextImageFormat fitted = format;
+    fitted.setName(name.toString());
+    fitted.setWidth(width);
+    fitted.setHeight(whole.height() * width / whole.width());
+    place.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
+    place.setCharFormat(fitted);
   }
 }
 
@@ -194,6 +220,14 @@ QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
   picture = picture.scaledToWidth(qRound(width * ratio), Qt::SmoothTransformation);
   picture.setDevicePixelRatio(ratio);
   return picture;
+}
+
+void GuideBrowser::changeEvent(QEvent* event) {
+  QTextBrowser::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange || prepared_.isEmpty()) return;
+  const Unnoticed change(document());
+  styleTables();
+  colourLinks();
 }
 
 void GuideBrowser::resizeEvent(QResizeEvent* event) {

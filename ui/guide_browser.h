@@ -34,12 +34,14 @@ class GuideBrowser final : public QTextBrowser {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
   void prepare(const QUrl& source);
   void nameHeadings();
   void styleTables();
   void wrapCode();
+  void colourLinks();
   void fitPictures();
 
   QString prepared_;  ///< the document whose headings and pictures are done
