@@ -324,12 +324,13 @@ QWidget* frmMain::makeFooter() {
   auto* const footer = new QWidget;
   auto* const row = new QHBoxLayout(footer);
   row->setContentsMargins(0, 0, 0, 0);
+  row->setSpacing(3);
   cancelSearch_->setObjectName("cmdCancelSearch");
   cancelSearch_->hide();
   release_->setObjectName("cmdRelease");
   auto* const exit = new QPushButton(tr("E&xit"));
   exit->setObjectName("cmdExit");
-  auto* const help = new QPushButton(tr("Help"));
+  auto* const help = new QPushButton(tr("&Help"));
   help->setObjectName("cmdHelp");
   help->setToolTip(tr("The user guide, at what is shown here (F1)"));
   row->addWidget(help);

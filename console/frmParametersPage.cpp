@@ -74,7 +74,7 @@ QWidget* frmParametersPage::makeBaseSwitch() {
   auto* const row = new QHBoxLayout(box);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(new QLabel(tr("Bytes in")));
-  const std::pair<const char*, QString> bases[] = {{"optionHexadecimal", tr("&hexadecimal")},
+  const std::pair<const char*, QString> bases[] = {{"optionHexadecimal", tr("hexa&decimal")},
                                                    {"optionDecimal", tr("deci&mal")}};
   for (const auto& [name, caption] : bases) {
     auto* const option = new QRadioButton(caption);

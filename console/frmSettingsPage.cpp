@@ -187,7 +187,7 @@ QWidget* frmSettingsPage::makeCursorHelp() {
   auto* const box = new QWidget;
   auto* const column = new QVBoxLayout(box);
   column->setContentsMargins(0, 0, 0, 0);
-  auto* const show = new QPushButton(tr("&Hide Cursor"));
+  auto* const show = new QPushButton(tr("Hide C&ursor"));
   show->setObjectName("Command17");
   show->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   cursorHelp_->setObjectName("cursorHelp");

@@ -2343,8 +2343,8 @@ F1 hilft, Esc verlässt.</translation>
         <translation>Die Diagnosedatei wird gepackt …</translation>
     </message>
     <message>
-        <source>Help</source>
-        <translation>Hilfe</translation>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
     </message>
     <message>
         <source>The user guide, at what is shown here (F1)</source>
@@ -2481,8 +2481,8 @@ F1 hilft, Esc verlässt.</translation>
         <translation>Bytes</translation>
     </message>
     <message>
-        <source>&amp;hexadecimal</source>
-        <translation>&amp;hexadezimal</translation>
+        <source>hexa&amp;decimal</source>
+        <translation>he&amp;xadezimal</translation>
     </message>
     <message>
         <source>deci&amp;mal</source>
@@ -2839,7 +2839,7 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>Über&amp;nehmen</translation>
     </message>
     <message>
-        <source>&amp;Hide Cursor</source>
+        <source>Hide C&amp;ursor</source>
         <translation>Mauszeiger &amp;verbergen</translation>
     </message>
     <message>
