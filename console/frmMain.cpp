@@ -142,9 +142,9 @@ void frmMain::connectPages() {
   connect(controllerPage_, &frmControllerPage::informationRequested, this,
           [this] { console_.information(); });
   connect(controllerPage_, &frmControllerPage::portSearchRequested, this, [this] {
-    cancelSearch_->show();
     // It is of no use meanwhile, and a small screen has no room for both.
     release_->setVisible(!isSmallScreen());
+    cancelSearch_->show();
     cancelSearch_->setFocus();
     console_.searchComPorts();
     cancelSearch_->hide();
