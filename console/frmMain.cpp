@@ -147,6 +147,8 @@ void frmMain::connectPages() {
     cancelSearch_->show();
     cancelSearch_->setFocus();
     console_.searchComPorts();
+    // Nobody is to come upon the ways out by a Space that was meant to stop the search.
+    if (cancelSearch_->hasFocus()) tabs_->setFocus();
     cancelSearch_->hide();
     release_->show();
   });
