@@ -148,7 +148,7 @@ void frmMain::connectPages() {
     cancelSearch_->setFocus();
     console_.searchComPorts();
     // Nobody is to come upon the ways out by a Space that was meant to stop the search.
-    if (cancelSearch_->hasFocus()) tabs_->setFocus();
+    if (focusWidget() == cancelSearch_) tabs_->setFocus();
     cancelSearch_->hide();
     release_->show();
   });
