@@ -17,6 +17,8 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <chrono>
+#include <utility>
 
 #include "console/diagnostics_file.h"
 #include "console/doctor_report.h"
@@ -62,6 +64,9 @@ QString outcomeText(CalibrationOutcome outcome) {
   }
   return frmMain::tr("The calibration was cancelled; nothing was stored.");
 }
+
+// Where no window is ever painted the work begins all the same.
+constexpr std::chrono::seconds longestUnseen{2};
 
 }  // namespace
 
@@ -351,15 +356,21 @@ void frmMain::open() {
   // Otherwise the button Exit has it, as the only one that is enabled during the start, and Enter ends the program.
   controllerPage_->setFocus();
   show();
-  // The first timer event comes after the first paint, so that the user sees the window before the pages behind the
-  // first are made and the waiting begins. Until then the window hears nothing.
-  QTimer::singleShot(0, this, [this] {
-    makeOtherPages();
-    connectPages();
-    qApp->installEventFilter(this);
-    console_.startUp(QSysInfo::kernelVersion().section('.', 0, 0).toInt());
-    calibrationPage_->showPanelError(std::nullopt, panelError());
-  });
+  QTimer::singleShot(longestUnseen, this, &frmMain::begin);
+}
+
+void frmMain::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  if (!begun_) QTimer::singleShot(0, this, &frmMain::begin);
+}
+
+void frmMain::begin() {
+  if (std::exchange(begun_, true)) return;
+  makeOtherPages();
+  connectPages();
+  qApp->installEventFilter(this);
+  console_.startUp(QSysInfo::kernelVersion().section('.', 0, 0).toInt());
+  calibrationPage_->showPanelError(std::nullopt, panelError());
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

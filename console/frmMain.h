@@ -60,6 +60,7 @@ class frmMain final : public QWidget, private MainView {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void showBusy(const std::string& what) override;
@@ -84,6 +85,8 @@ class frmMain final : public QWidget, private MainView {
   void closeDebugger() override;
   void endProgram() override;
 
+  /// When the user sees the window: makes the pages that he does not see yet, and only now hears keys and waits.
+  void begin();
   /// Those behind the first, into the places that their tabs have.
   void makeOtherPages();
   void connectPages();
@@ -131,6 +134,7 @@ class frmMain final : public QWidget, private MainView {
   std::unique_ptr<frmRSDebug> debuggerWindow_;
   QPointer<QWidget> focusBeforeBusy_;
   std::optional<Simulation::PanelError> errorBefore_;
+  bool begun_ = false;
   bool ended_ = false;
 };
 
