@@ -126,7 +126,6 @@ int run(Options& options, int argc, char** argv) {
   const QApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
   QApplication::setDesktopFileName("org.touchutility.TouchUtility");
-  QApplication::setWindowIcon(programIcon());
   QApplication::setStyle(new FingerStyle);  // the application owns it
   QApplication::setQuitOnLastWindowClosed(false);
   chooseLanguage(options);
@@ -170,6 +169,9 @@ int run(Options& options, int argc, char** argv) {
                   .refusedDriver = refusedDriver,
                   .ports = options.comPorts,
                   .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
+  // Its pictures take a tenth of the start to read.
+  QObject::connect(&window, &frmMain::seen, &window,
+                   [] { QApplication::setWindowIcon(programIcon()); });
   // Again and again: after one box there may be another.
   QTimer ending;
   ending.setInterval(100);

@@ -366,6 +366,7 @@ void frmMain::paintEvent(QPaintEvent* event) {
 
 void frmMain::begin() {
   if (std::exchange(begun_, true)) return;
+  emit seen();
   makeOtherPages();
   connectPages();
   qApp->installEventFilter(this);

@@ -57,6 +57,10 @@ class frmMain final : public QWidget, private MainView {
   /// Shows the window at once; the search for controllers begins when it has been painted.
   void open();
 
+ signals:
+  /// Once, after the window has been painted for the first time.
+  void seen();
+
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;

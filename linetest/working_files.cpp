@@ -26,9 +26,12 @@ bool canBeWritten(const fs::path& folder) {
   std::error_code failed;
   fs::create_directories(folder, failed);
   const fs::path probe = folder / "probe.tmp";
-  if (writeWholeFile(probe, recordEnd)) return false;
+  // A full disk makes files, and puts nothing into them.
+  File file = openForAppending(probe);
+  const bool written = file && std::fputs("\r\n", file.get()) >= 0 && std::fflush(file.get()) == 0;
+  file.reset();
   fs::remove(probe, failed);
-  return true;
+  return written;
 }
 
 /// "tmp007.tmp.new", "probe.tmp.new1": half of a write that a crash has cut off; see whole_file.h.
