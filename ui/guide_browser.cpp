@@ -205,7 +205,7 @@ void GuideBrowser::fitPictures() {
     QTextImageFormat fitted = format;
     fitted.setName(name.toString());
     fitted.setWidth(width);
-    fitted.setHeight(whole.height() * width / whole.width());
+    fitted.setHeight(static_cast<qreal>(whole.height()) * width / whole.width());
     place.movePosition(QTextCursor::NextCharacter, QTextCursor::KeepAnchor);
     place.setCharFormat(fitted);
   }

@@ -22,7 +22,6 @@ class GuideWindow final : public QDialog {
   /// `heading` as it stands in the guide.
   void showChapter(const QString& heading);
 
- public slots:
   /// Esc: the search goes first, then the window.
   void reject() override;
 

@@ -21,7 +21,7 @@ void setHelpChapter(QWidget& widget, const char* heading) {
 
 QString helpChapter(const QWidget& window) {
   for (const QWidget* const part : window.findChildren<QWidget*>()) {
-    const QString chapter = part->property(chapterProperty).toString();
+    QString chapter = part->property(chapterProperty).toString();
     // A dialog of this window is a window of its own.
     if (!chapter.isEmpty() && part->isVisible() && part->window() == &window) return chapter;
   }
@@ -30,7 +30,7 @@ QString helpChapter(const QWidget& window) {
 
 void showHelp(QWidget& window) {
   const QString chapter = helpChapter(window);
-  auto* guide = window.findChild<GuideWindow*>({}, Qt::FindDirectChildrenOnly);
+  auto* guide = window.findChild<GuideWindow*>(QString(), Qt::FindDirectChildrenOnly);
   // Its child, so that it stays in front of a full-screen window, and is no victim of a box that lets nothing else be used.
   if (guide == nullptr) guide = new GuideWindow(&window);
   guide->show();
