@@ -109,7 +109,10 @@ std::optional<FileError> appendLine(const fs::path& path, std::string_view line)
   return writeError(path, failed);
 }
 
-Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t limit) {
+FileInPieces::FileInPieces(const fs::path& path, std::size_t limit)
+    : name_(path.string()), file_(path, std::ios::binary), limit_(limit) {}
+
+Result<FileInPieces, FileError> FileInPieces::open(const fs::path& path, std::size_t limit) {
   const auto failure = [&path](std::string expected, std::string found) {
     return FileError{path.string(), 0, std::move(expected), std::move(found)};
   };
@@ -118,27 +121,44 @@ Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t l
   if (!fs::exists(status)) return failure(say("core", "a file"), say("core", "none"));
   if (!fs::is_regular_file(status))
     return failure(say("core", "a file"), say("core", "something else of this name"));
-  std::ifstream file(path, std::ios::binary);
-  if (!file)
+  FileInPieces file(path, limit);
+  if (!file.file_)
     return failure(say("core", "a file that can be read"),
                    say("core", "none that this user may open"));
+  return file;
+}
 
-  // In pieces, so that memory follows what is there and not what might be.
+std::size_t FileInPieces::read(std::span<char> piece) {
+  if (error_ || !file_) return 0;
+  file_.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+  const auto count = static_cast<std::size_t>(file_.gcount());
+  count_ += count;
+  if (file_.bad()) {
+    error_ =
+        FileError{name_, 0, say("core", "a file that can be read"), say("core", "a read error")};
+  } else if (count_ > limit_) {
+    error_ = FileError{name_, 0, filled(say("core", "at most %1 bytes"), {std::to_string(limit_)}),
+                       say("core", "more")};
+  }
+  return error_ ? 0 : count;
+}
+
+Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t limit) {
+  auto file = FileInPieces::open(path, limit);
+  if (!file) return file.error();
+  // Memory follows what is there and not what might be.
   std::string content;
-  if (const auto size = fs::file_size(path, why); !why) {
-    content.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, limit)) + 1);
-  }
-  while (file && content.size() <= limit) {
+  std::error_code why;
+  if (const auto size = fs::file_size(path, why); !why)
+    content.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, limit)) + readPiece);
+  for (;;) {
     const std::size_t before = content.size();
-    content.resize(std::min(before + readPiece, limit + 1));
-    file.read(content.data() + before, static_cast<std::streamsize>(content.size() - before));
-    content.resize(before + static_cast<std::size_t>(file.gcount()));
+    content.resize(before + readPiece);
+    const std::size_t count = file->read(std::span(content).subspan(before));
+    content.resize(before + count);
+    if (count == 0) break;
   }
-  if (file.bad())
-    return failure(say("core", "a file that can be read"), say("core", "a read error"));
-  if (content.size() > limit)
-    return failure(filled(say("core", "at most %1 bytes"), {std::to_string(limit)}),
-                   say("core", "more"));
+  if (file->error()) return *file->error();
   return content;
 }
 

@@ -2,7 +2,9 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <fstream>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +27,26 @@ std::optional<FileError> writeWholeFile(const std::filesystem::path& path,
 /// which is returned, the file ends where it ended before. A last line that was cut off by a crash
 /// is ended first.
 std::optional<FileError> appendLine(const std::filesystem::path& path, std::string_view line);
+
+/// A regular file of at most `limit` bytes, read from its start piece by piece: little of it is in memory at a time.
+class FileInPieces {
+ public:
+  static Result<FileInPieces, FileError> open(const std::filesystem::path& path, std::size_t limit);
+
+  /// As many of its next bytes as `piece` holds, and how many those were: 0 at the end, and when it failed.
+  std::size_t read(std::span<char> piece);
+  /// Why it failed.
+  const std::optional<FileError>& error() const { return error_; }
+
+ private:
+  FileInPieces(const std::filesystem::path& path, std::size_t limit);
+
+  std::string name_;
+  std::ifstream file_;
+  std::size_t limit_;
+  std::size_t count_ = 0;
+  std::optional<FileError> error_;
+};
 
 /// The content of a regular file of at most `limit` bytes.
 Result<std::string, FileError> readWholeFile(const std::filesystem::path& path, std::size_t limit);

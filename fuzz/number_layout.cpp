@@ -1,7 +1,9 @@
-// Numbers in the files of the drawing screens: the first four bytes are a number to write, the rest a text to read.
+// Numbers in the files of the drawing screens: the first four bytes are a number to write, the fifth is the size of
+// pieces, the rest a text to read.
 
 #include "linetest/number_layout.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 
@@ -27,19 +29,35 @@ void checkWriting(float value) {
     require(!fixedText(static_cast<double>(value), decimals).empty(), "a number has a text");
 }
 
-void checkReading(std::string_view text) {
+void checkReading(std::string_view text, std::size_t pieceSize) {
   NumberReader reader(text, "fuzz");
+  NumberReader inPieces(
+      [left = text, pieceSize](std::span<char> piece) mutable {
+        const std::size_t count = left.copy(piece.data(), std::min(piece.size(), pieceSize));
+        left.remove_prefix(count);
+        return count;
+      },
+      "fuzz");
+  const char* const alike = "a text in pieces is read as the whole is";
   for (std::size_t i = 0; !reader.atEnd(); ++i) {
     require(i <= text.size(), "reading ends");
+    require(!inPieces.atEnd(), alike);
     if (i % 5 == 3) {
-      reader.integer(0, 15, "an index");
+      const int index = reader.integer(0, 15, "an index");
+      require(inPieces.integer(0, 15, "an index") == index, alike);
     } else if (i % 5 == 4) {
-      reader.label();
+      const std::string label(reader.label());
+      require(inPieces.label() == label, alike);
     } else {
-      require(std::isfinite(reader.number("a number")), "numbers are finite");
+      const float number = reader.number("a number");
+      require(std::isfinite(number), "numbers are finite");
+      require(inPieces.number("a number") == number, alike);
     }
   }
-  if (reader.failed()) require(reader.error().line >= 1, "an error names its line");
+  require(inPieces.atEnd() && inPieces.failed() == reader.failed(), alike);
+  if (!reader.failed()) return;
+  require(reader.error().line >= 1, "an error names its line");
+  require(inPieces.error().describe() == reader.error().describe(), alike);
 }
 
 }  // namespace
@@ -47,7 +65,8 @@ void checkReading(std::string_view text) {
 void execute(std::span<const std::uint8_t> bytes) {
   Input input(bytes);
   checkWriting(std::bit_cast<float>(input.number()));
-  checkReading(textOf(input.rest()));
+  const std::size_t pieceSize = input.byte() % 16U + 1;
+  checkReading(textOf(input.rest()), pieceSize);
 }
 
 }  // namespace touch::fuzz

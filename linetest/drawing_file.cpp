@@ -50,6 +50,14 @@ Stroke readStroke(NumberReader& reader) {
   return stroke;
 }
 
+Result<Drawing, FileError> readStrokes(NumberReader& reader) {
+  Drawing drawing;
+  while (!reader.atEnd())
+    drawing.push_back(readStroke(reader));
+  if (reader.failed()) return reader.error();
+  return drawing;
+}
+
 }  // namespace
 
 std::string drawingText(std::span<const Stroke> strokes) {
@@ -62,17 +70,17 @@ std::string drawingText(std::span<const Stroke> strokes) {
 
 Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name) {
   NumberReader reader(text, std::move(name));
-  Drawing drawing;
-  while (!reader.atEnd())
-    drawing.push_back(readStroke(reader));
-  if (reader.failed()) return reader.error();
-  return drawing;
+  return readStrokes(reader);
 }
 
 Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
-  const auto text = readWholeFile(path, longestDrawing);
-  if (!text) return text.error();
-  return parseDrawing(*text, path.string());
+  auto file = FileInPieces::open(path, longestDrawing);
+  if (!file) return file.error();
+  NumberReader reader([&file](std::span<char> piece) { return file->read(piece); }, path.string());
+  auto drawing = readStrokes(reader);
+  // The text is wrong, too, where the file could not be read on.
+  if (file->error()) return *file->error();
+  return drawing;
 }
 
 std::optional<FileError> writeDrawing(const std::filesystem::path& path,

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/result.h"
 
@@ -34,12 +38,20 @@ void appendNumber(std::string& text, int value);
 /// One record of numbers in print zones, without its end.
 void appendZones(std::string& text, std::initializer_list<float> values);
 
+/// Puts the next characters of a text into `piece`, which is not empty, and says how many: 0 at the end.
+using TextSource = std::function<std::size_t(std::span<char> piece)>;
+
 /// Reads such a text. The first thing that is wrong is kept in `error()`; from then on every reading gives 0, an empty
 /// text, or the end, so that a caller may look once after several readings.
 class NumberReader {
  public:
   NumberReader(std::string_view text, std::string fileName)
       : rest_(text), file_(std::move(fileName)) {}
+  /// A text that is longer than what should be in memory of it.
+  NumberReader(TextSource source, std::string fileName)
+      : source_(std::move(source)), file_(std::move(fileName)) {}
+  NumberReader(const NumberReader&) = delete;
+  NumberReader& operator=(const NumberReader&) = delete;
 
   /// Nothing but separators is left.
   bool atEnd();
@@ -47,7 +59,7 @@ class NumberReader {
   float number(std::string_view what);
   /// A whole number from `least` to `most`.
   int integer(int least, int most, std::string_view what);
-  /// The rest of the line, or up to a comma, without blanks around it.
+  /// The rest of the line, or up to a comma, without blanks around it; to be used before the next reading.
   std::string_view label();
   /// Refuses what was read last.
   void refuse(std::string_view expected, std::string_view found);
@@ -56,11 +68,14 @@ class NumberReader {
   const FileError& error() const { return *error_; }
 
  private:
+  bool refill();
   void skipSeparators();
-  std::optional<float> plainNumber();
+  std::string_view takeUpTo(bool (*ends)(char));
   std::string_view token();
 
-  std::string_view rest_;
+  std::string_view rest_;     ///< what is at hand of the text and has not been read
+  TextSource source_;         ///< of what follows it; none when nothing does
+  std::vector<char> buffer_;  ///< holds `rest_` when there is a source
   std::string file_;
   int line_ = 1;
   std::optional<FileError> error_;

@@ -2,12 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <clocale>
 #include <cmath>
 #include <cstring>
 #include <random>
+#include <span>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/comma_locale.h"
@@ -115,6 +119,32 @@ TEST(NumberLayout, ReadsEverySeparatorAndExponent) {
     EXPECT_EQ(reader.number("x"), 300) << text;
     EXPECT_TRUE(reader.atEnd()) << text;
     EXPECT_FALSE(reader.failed()) << text;
+  }
+}
+
+TEST(NumberLayout, ReadsAlikeInPiecesOfAnySize) {
+  const std::string gap(300, '\n');
+  const std::string number = std::string(200000, '0') + "7.5";
+  const std::string text = "Line #001 \r\n 12 \r\n-481.5  0.015 " + gap + number +
+                           "\t1.5E-02,label of " + std::string(90, 'z') + "\r\nwrong";
+  for (const std::size_t size : {std::size_t{1}, std::size_t{7}, std::size_t{64}, text.size()}) {
+    std::string_view left = text;
+    NumberReader reader(
+        [&](std::span<char> piece) {
+          const std::size_t count = left.copy(piece.data(), std::min(piece.size(), size));
+          left.remove_prefix(count);
+          return count;
+        },
+        "f");
+    EXPECT_EQ(reader.label(), "Line #001") << size;
+    EXPECT_EQ(reader.integer(0, 15, "a"), 12) << size;
+    for (const float expected : {-481.5F, 0.015F, 7.5F, 0.015F})
+      EXPECT_EQ(reader.number("a"), expected) << size;
+    EXPECT_EQ(reader.label(), "label of " + std::string(90, 'z')) << size;
+    EXPECT_EQ(reader.number("a"), 0) << size;
+    ASSERT_TRUE(reader.failed()) << size;
+    EXPECT_EQ(reader.error().describe(), "f, line 304: expected a, found \"wrong\"") << size;
+    EXPECT_TRUE(reader.atEnd());
   }
 }
 
