@@ -14,15 +14,9 @@ namespace touch {
 /// One open device, from opening to closing.
 class AsioSerialPort::Line {
  public:
-  Line() = default;
-  Line(const Line&) = delete;
-  Line& operator=(const Line&) = delete;
-  ~Line() {
-    if (port_.is_open()) serial_device::release(port_);
-  }
-
   asio::serial_port& port() { return port_; }
 
+  std::error_code open(const std::string& device);
   std::error_code apply(const LineSettings& settings);
   std::error_code write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit);
   Result<std::vector<std::uint8_t>, std::error_code> readAll(std::chrono::milliseconds limit);
@@ -34,7 +28,15 @@ class AsioSerialPort::Line {
 
   asio::io_context context_{1};
   asio::serial_port port_{context_};
+  std::unique_ptr<serial_device::Before> before_;  // behind the port: it is given back while open
 };
+
+std::error_code AsioSerialPort::Line::open(const std::string& device) {
+  auto opened = serial_device::open(port_, device);
+  if (!opened) return opened.error();
+  before_ = std::move(*opened);
+  return {};
+}
 
 std::error_code AsioSerialPort::Line::apply(const LineSettings& settings) {
   using Options = asio::serial_port_base;
@@ -133,9 +135,7 @@ std::optional<std::string> AsioSerialPort::open() {
   }
   try {
     auto line = std::make_unique<Line>();
-    if (const auto error = serial_device::open(line->port(), device)) {
-      return cannotOpen(error);
-    }
+    if (const auto error = line->open(device)) return cannotOpen(error);
     if (const auto error = line->apply(settings_)) return refusesSettings(settings_, error);
     line_ = std::move(line);
     return std::nullopt;

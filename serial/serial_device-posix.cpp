@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <optional>
 
 #include "core/language.h"
 #include "serial/port_holders.h"
@@ -25,17 +26,44 @@ std::error_code failedIf(bool failed) {
   return failed ? lastError() : std::error_code();
 }
 
-/// Every byte passes as it is, the modem lines do not matter, and reading never waits.
-std::error_code makeRaw(int device) {
-  termios line{};
-  if (tcgetattr(device, &line) != 0) return lastError();
-  cfmakeraw(&line);
-  line.c_iflag |= IGNPAR;
-  line.c_cflag |= CREAD | CLOCAL;
-  line.c_cc[VMIN] = 1;
-  line.c_cc[VTIME] = 0;
-  return failedIf(tcsetattr(device, TCSANOW, &line) != 0);
-}
+/// Takes a device step by step, and gives back what it has got of it.
+class Taken final : public Before {
+ public:
+  explicit Taken(int device) : device_(device) {}
+  Taken(const Taken&) = delete;
+  Taken& operator=(const Taken&) = delete;
+  ~Taken() override {
+    if (line_) tcsetattr(device_, TCSANOW, &*line_);
+    // A pseudo-terminal would stay exclusive for as long as its other end is open.
+    if (exclusive_) ioctl(device_, TIOCNXCL);
+  }
+
+  /// The lock keeps out programs that ask for it, even those of root; the exclusive mode all others. Whoever is refused
+  /// the lock must leave the mode alone: it is the other program's.
+  std::error_code keepOthersOut() {
+    if (flock(device_, LOCK_EX | LOCK_NB) != 0 || ioctl(device_, TIOCEXCL) != 0) return lastError();
+    exclusive_ = true;
+    return {};
+  }
+
+  /// Every byte passes as it is, the modem lines do not matter, and reading never waits.
+  std::error_code makeRaw() {
+    termios line{};
+    if (tcgetattr(device_, &line) != 0) return lastError();
+    line_ = line;
+    cfmakeraw(&line);
+    line.c_iflag |= IGNPAR;
+    line.c_cflag |= CREAD | CLOCAL;
+    line.c_cc[VMIN] = 1;
+    line.c_cc[VTIME] = 0;
+    return failedIf(tcsetattr(device_, TCSANOW, &line) != 0);
+  }
+
+ private:
+  int device_;
+  bool exclusive_ = false;
+  std::optional<termios> line_;  ///< as it was found
+};
 
 bool hungUp(int device) {
   pollfd state{device, 0, 0};
@@ -48,7 +76,8 @@ std::string defaultName(int number) {
   return "/dev/ttyS" + std::to_string(number - 1);
 }
 
-std::error_code open(asio::serial_port& port, const std::string& device) {
+Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
+                                                      const std::string& device) {
   // Asio would set the line up before anybody could say that it is somebody else's.
   const int opened = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   if (opened < 0) return lastError();
@@ -58,17 +87,13 @@ std::error_code open(asio::serial_port& port, const std::string& device) {
     ::close(opened);
     return error;
   }
-  // The lock keeps out programs that ask for it, even those of root; the exclusive mode all others.
-  if (flock(opened, LOCK_EX | LOCK_NB) != 0) return lastError();
-  if (ioctl(opened, TIOCEXCL) != 0) return lastError();
-  error = makeRaw(opened);
+  auto taken = std::make_unique<Taken>(opened);
+  error = taken->keepOthersOut();
+  if (!error) error = taken->makeRaw();
   // What came in while nobody listened was taken apart by the line's earlier mode.
-  return error ? error : failedIf(tcflush(opened, TCIOFLUSH) != 0);
-}
-
-void release(asio::serial_port& port) {
-  // A pseudo-terminal would stay exclusive for as long as its other end is open.
-  ioctl(port.native_handle(), TIOCNXCL);
+  if (!error) error = failedIf(tcflush(opened, TCIOFLUSH) != 0);
+  if (error) return error;
+  return std::unique_ptr<Before>(std::move(taken));
 }
 
 bool isPseudoTerminal(asio::serial_port& port) {

@@ -21,15 +21,17 @@ std::string defaultName(int number) {
   return "COM" + std::to_string(number);
 }
 
-std::error_code open(asio::serial_port& port, const std::string& device) {
+Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
+                                                      const std::string& device) {
   // Windows opens a serial port for one program only, and Asio makes it raw.
   std::error_code error;
   port.open(device, error);
   if (error) return error;
-  return failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
+  error = failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
+  if (error) return error;
+  // Whoever opens a port there sets it up anew, and closing it is all that others wait for.
+  return std::make_unique<Before>();
 }
-
-void release(asio::serial_port&) {}
 
 bool isPseudoTerminal(asio::serial_port&) {
   return false;

@@ -2,6 +2,7 @@
 
 #include <asio/serial_port.hpp>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <system_error>
 
@@ -14,11 +15,20 @@ namespace touch::serial_device {
 /// The device of COM port `number` where nobody said otherwise.
 std::string defaultName(int number);
 
-/// Opens `device` for this program alone, raw and with empty buffers. After an error the port may
-/// be left open.
-std::error_code open(asio::serial_port& port, const std::string& device);
-/// Lets other programs open the device again; closing it is the caller's.
-void release(asio::serial_port& port);
+/// What a device was before it was opened. Destroyed, which must be before the port is closed, it makes the device that
+/// again: with its own settings, and open to other programs.
+class Before {
+ public:
+  Before() = default;
+  Before(const Before&) = delete;
+  Before& operator=(const Before&) = delete;
+  virtual ~Before() = default;
+};
+
+/// Opens `device` for this program alone, raw and with empty buffers. After an error the device is as it was found; the
+/// port may be left open.
+Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
+                                                      const std::string& device);
 
 /// True when bytes pass through the device without a wire: it then knows neither parity nor data
 /// bits.

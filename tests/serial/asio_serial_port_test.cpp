@@ -1,9 +1,11 @@
 #include "serial/asio_serial_port.h"
 
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include <functional>
 #include <numeric>
+#include <tuple>
 
 #include "tests/serial/pseudo_terminal.h"
 
@@ -108,6 +110,41 @@ TEST_F(OpenPort, IsNobodyElsesUntilClosed) {
   EXPECT_EQ(port.open(), std::nullopt) << "it is open already";
   port.close();
   EXPECT_EQ(other.open(), std::nullopt);
+}
+
+TEST(ClosedPort, IsLeftAsItWasFoundAlsoWhenRefused) {
+  const struct {
+    const char* word;
+    const char* settings;
+    bool heldByAnother;
+    bool opens;
+  } cases[] = {{"opened and closed", "19200,n,8,2", false, true},
+               {"cannot be set", "12345,n,8,1", false, false},
+               {"in use", "9600,n,8,1", true, false}};
+  for (const auto& [word, settings, heldByAnother, opens] : cases) {
+    const test::PseudoTerminal terminal;
+    const termios before = terminal.settings();
+    const int holder = ::open(terminal.path().c_str(), O_RDWR | O_NOCTTY);
+    ASSERT_GE(holder, 0) << word;
+    if (heldByAnother) {
+      ASSERT_EQ(flock(holder, LOCK_EX), 0) << word;
+    }
+    ASSERT_EQ(ioctl(holder, heldByAnother ? TIOCEXCL : TIOCNXCL), 0) << word;
+    {
+      AsioSerialPort port(behindCom3(terminal.path()));
+      port.selectPort(3);
+      ASSERT_EQ(port.setSettings(settings), std::nullopt) << word;
+      EXPECT_EQ(port.open() == std::nullopt, opens) << word;
+    }
+    const termios after = terminal.settings();
+    EXPECT_EQ(std::tie(before.c_iflag, before.c_oflag, before.c_cflag, before.c_lflag),
+              std::tie(after.c_iflag, after.c_oflag, after.c_cflag, after.c_lflag))
+        << word;
+    int exclusive = -1;
+    ASSERT_EQ(ioctl(holder, TIOCGEXCL, &exclusive), 0) << word;
+    EXPECT_EQ(exclusive != 0, heldByAnother) << word;
+    ::close(holder);
+  }
 }
 
 TEST(LostPort, ClosesAtTheNextOperationAndSaysWhyOnce) {
