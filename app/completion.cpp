@@ -58,9 +58,9 @@ Place follow(const CLI::App& app, std::span<const std::string> words) {
   return place;
 }
 
-class Answer {
+class Suggestions {
  public:
-  explicit Answer(const std::string& beginning) : beginning_(beginning) {}
+  explicit Suggestions(const std::string& beginning) : beginning_(beginning) {}
 
   void add(const std::string& word, const std::string& meaning = {}) {
     if (word.starts_with(beginning_)) text_ += word + "\t" + meaning + "\n";
@@ -117,7 +117,7 @@ std::string completions(const CLI::App& app, const KnownValues& known,
   const auto before = words.first(words.size() - 1);
   const std::string& beginning = words.back();
   const Place place = follow(app, before);
-  Answer answer(beginning);
+  Suggestions answer(beginning);
 
   if (place.valuesMissing > 0) {
     answer.addValues(*place.option, known, before, "");

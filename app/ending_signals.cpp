@@ -2,7 +2,6 @@
 
 #include <asio/io_context.hpp>
 #include <asio/signal_set.hpp>
-#include <csignal>
 #include <system_error>
 #include <thread>
 #include <utility>
@@ -13,6 +12,8 @@ class EndingSignals::Watch {
  public:
   explicit Watch(std::function<void()> onSignal)
       : onSignal_(std::move(onSignal)), thread_([this] {
+          for (const int signal : endingSignals())
+            signals_.add(signal);
           wait();
           context_.run();
         }) {}
@@ -34,7 +35,7 @@ class EndingSignals::Watch {
 
   std::function<void()> onSignal_;
   asio::io_context context_{1};
-  asio::signal_set signals_{context_, SIGINT, SIGTERM};
+  asio::signal_set signals_{context_};
   std::thread thread_;  // last: it uses all the others
 };
 

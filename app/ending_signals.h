@@ -2,10 +2,14 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace touch {
 
-/// Hears when the system or somebody at another terminal asks the program to end: SIGINT and SIGTERM.
+/// The signals with which this system asks a program to end.
+std::vector<int> endingSignals();
+
+/// Hears when the system or somebody at another terminal asks the program to end.
 class EndingSignals {
  public:
   /// `onSignal` runs on a thread of its own, each time.

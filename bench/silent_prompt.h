@@ -11,7 +11,8 @@ namespace touch::bench {
 class SilentPrompt final : public Prompt {
  public:
   void message(std::string_view text, std::string_view) override { fail(text); }
-  bool confirm(std::string_view text, std::string_view) override { fail(text); }
+  bool await(std::string_view text, std::string_view) override { fail(text); }
+  Answer ask(std::string_view text, std::string_view) override { fail(text); }
   std::optional<std::string> input(std::string_view text, std::string_view) override { fail(text); }
 
  private:

@@ -76,7 +76,7 @@ PinsWrite writePins(const Access& access, Prompt& prompt, const Backup& backup,
   const MessageTable& messages = access.session.messages;
   PinsWrite result;
   if (!prompt.confirm(messages[Message::updatePinsQuestion])) return result;
-  prompt.message(messages[Message::disconnectSensor]);
+  if (!prompt.await(messages[Message::disconnectSensor])) return result;
 
   if (const auto type = readWord(access, typeAddress); !type) {
     result.end = PinsEnd::typeUnreadable;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,7 +9,10 @@ namespace touch {
 
 inline constexpr std::string_view defaultTitle = "TouchUtility";
 
-/// What the system says to the user and asks of him. Each call returns when he has answered.
+/// What the user says to a question. None: it was taken away unanswered, because he closed it or the program is to end.
+enum class Answer : std::uint8_t { no, yes, none };
+
+/// What the system says to the user and asks of him. Each call returns when he has answered, or never will.
 class Prompt {
  public:
   Prompt() = default;
@@ -18,8 +22,14 @@ class Prompt {
 
   /// A box with an OK button only.
   virtual void message(std::string_view text, std::string_view title = defaultTitle) = 0;
-  /// Yes or no; closing the box is no.
-  virtual bool confirm(std::string_view text, std::string_view title = defaultTitle) = 0;
+  /// The same for something that the user is to do first: true when he says that it is done.
+  virtual bool await(std::string_view text, std::string_view title = defaultTitle) = 0;
+  /// Yes or no.
+  virtual Answer ask(std::string_view text, std::string_view title = defaultTitle) = 0;
+  /// True for yes alone.
+  bool confirm(std::string_view text, std::string_view title = defaultTitle) {
+    return ask(text, title) == Answer::yes;
+  }
   /// A line of text, or nothing when the user cancelled.
   virtual std::optional<std::string> input(std::string_view prompt, std::string_view title) = 0;
 };

@@ -57,9 +57,14 @@ class FuzzedPrompt final : public Prompt {
     require(!text.empty(), "a message says something");
     clock_.delay(whileUp);
   }
-  bool confirm(std::string_view text, std::string_view title) override {
+  bool await(std::string_view text, std::string_view title) override {
     message(text, title);
     return input_.flag();
+  }
+  Answer ask(std::string_view text, std::string_view title) override {
+    message(text, title);
+    constexpr std::array answers = {Answer::no, Answer::yes, Answer::none};
+    return answers.at(input_.below(answers.size()));
   }
   std::optional<std::string> input(std::string_view text, std::string_view title) override {
     message(text, title);

@@ -145,14 +145,18 @@ std::optional<FileError> Recorder::start(const std::filesystem::path& file, Cloc
   file_.open(file, std::ios::binary | std::ios::trunc);
   if (!file_.is_open())
     return FileError{file.string(), 0, say("serial", "a file that can be written"), ""};
-  file_ << heading << '\n' << std::flush;
-  return std::nullopt;
+  write(heading);
+  return isOn() ? std::nullopt : stop();
 }
 
 void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes) {
   if (!isOn() || bytes.empty()) return;
   const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
-  file_ << recordingLine({time, direction, {bytes.begin(), bytes.end()}}) << '\n' << std::flush;
+  write(recordingLine({time, direction, {bytes.begin(), bytes.end()}}));
+}
+
+void Recorder::write(std::string_view line) {
+  file_ << line << '\n' << std::flush;
   if (file_) return;
   problem_ = FileError{path_.string(), 0, say("serial", "room for the recording"),
                        say("serial", "a full or missing disk")};

@@ -59,6 +59,8 @@ class Recorder {
   bool isOn() const { return file_.is_open(); }
 
  private:
+  void write(std::string_view line);
+
   std::ofstream file_;
   std::filesystem::path path_;
   Clock::TimePoint start_{};

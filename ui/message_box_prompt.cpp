@@ -22,24 +22,40 @@ int answerTo(QDialog& dialog) {
   return answer;
 }
 
-QMessageBox::StandardButton ask(std::string_view text, std::string_view title,
-                                QMessageBox::StandardButtons buttons) {
+/// The button that was pressed, be it by its key; none when the box was closed without.
+QMessageBox::StandardButton pressedIn(std::string_view text, std::string_view title,
+                                      QMessageBox::StandardButtons buttons) {
   QMessageBox box(QMessageBox::NoIcon, shownText(title), {}, buttons, QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   box.setText(shownText(text));
   for (QAbstractButton* const button : box.buttons())
     makeFingerSized(*button);
-  return static_cast<QMessageBox::StandardButton>(answerTo(box));
+  auto pressed = QMessageBox::NoButton;
+  QObject::connect(&box, &QMessageBox::buttonClicked, &box,
+                   [&box, &pressed](auto* button) { pressed = box.standardButton(button); });
+  answerTo(box);
+  return pressed;
 }
 
 }  // namespace
 
 void MessageBoxPrompt::message(std::string_view text, std::string_view title) {
-  ask(text, title, QMessageBox::Ok);
+  pressedIn(text, title, QMessageBox::Ok);
 }
 
-bool MessageBoxPrompt::confirm(std::string_view text, std::string_view title) {
-  return ask(text, title, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+bool MessageBoxPrompt::await(std::string_view text, std::string_view title) {
+  return pressedIn(text, title, QMessageBox::Ok) == QMessageBox::Ok;
+}
+
+Answer MessageBoxPrompt::ask(std::string_view text, std::string_view title) {
+  switch (pressedIn(text, title, QMessageBox::Yes | QMessageBox::No)) {
+    case QMessageBox::Yes:
+      return Answer::yes;
+    case QMessageBox::No:
+      return Answer::no;
+    default:
+      return Answer::none;
+  }
 }
 
 std::optional<std::string> MessageBoxPrompt::input(std::string_view prompt,

@@ -8,7 +8,8 @@ namespace touch {
 class MessageBoxPrompt final : public Prompt {
  public:
   void message(std::string_view text, std::string_view title) override;
-  bool confirm(std::string_view text, std::string_view title) override;
+  bool await(std::string_view text, std::string_view title) override;
+  Answer ask(std::string_view text, std::string_view title) override;
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
 };
 

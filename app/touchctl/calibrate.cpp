@@ -5,6 +5,7 @@
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/interrupt.h"
+#include "app/touchctl/output.h"
 
 namespace touch {
 
@@ -26,8 +27,8 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
   void act(const Calibration& calibration) {
     const TwipsPoint* const target = calibration.awaitedTarget();
     if (target != nullptr && !down_) {
-      fmt::print("  touching {:4.1f} %, {:4.1f} %\n", 100 * target->x / unseenScreen.width,
-                 100 * target->y / unseenScreen.height);
+      print("  touching {:4.1f} %, {:4.1f} %\n", 100 * target->x / unseenScreen.width,
+            100 * target->y / unseenScreen.height);
       simulation_.touch(target->x / unseenScreen.width, target->y / unseenScreen.height);
     } else if (target == nullptr && down_) {
       simulation_.lift();
@@ -66,7 +67,7 @@ ExitStatus checkAndCalibrate(Shell& shell, int points) {
 
 void printError(const char* when, const std::optional<Simulation::PanelError>& error) {
   if (!error) return;
-  fmt::print("  error {}: {}\n", when, panelErrorText(*error));
+  print("  error {}: {}\n", when, panelErrorText(*error));
 }
 
 }  // namespace
@@ -80,7 +81,7 @@ ExitStatus calibrate(Shell& shell, int points) {
   const Access access = shell.access();
   access.session.calibrationPoints = points;
   const auto before = shell.simulation()->panelError(shell.controller());
-  fmt::print("Calibrating {} with {} points\n", shell.controller(), points);
+  print("Calibrating {} with {} points\n", shell.controller(), points);
 
   SimulatedFinger finger(*shell.simulation());
   Calibration calibration(access, shell.prompt(), finger, unseenScreen);

@@ -3,6 +3,7 @@
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/interrupt.h"
+#include "app/touchctl/output.h"
 #include "console/touch_settings.h"
 
 namespace touch {
@@ -34,8 +35,8 @@ ExitStatus calibrateTwice(Shell& shell) {
   }
   const auto now = shell.simulation()->panelError(shell.controller());
   if (!before || !now) return ExitStatus::failed;
-  fmt::print("\nReport on {}\n  touches missed by {}\n  they now miss by {}\n", shell.controller(),
-             panelErrorText(*before), panelErrorText(*now));
+  print("\nReport on {}\n  touches missed by {}\n  they now miss by {}\n", shell.controller(),
+        panelErrorText(*before), panelErrorText(*now));
   return ExitStatus::done;
 }
 
@@ -57,15 +58,15 @@ ExitStatus demonstrate(Shell& shell) {
     complain("the demonstration runs on simulated controllers only: say --simulate");
     return ExitStatus::failed;
   }
-  fmt::print("Controllers that the driver knows of:\n");
+  print("Controllers that the driver knows of:\n");
   if (const auto status = listControllers(shell); status != ExitStatus::done) return status;
   if (!shell.chooseController()) return ExitStatus::noController;
   for (const auto& [title, run] : steps) {
     if (interrupted()) return ExitStatus::failed;
-    fmt::print("\n{}\n", title);
+    print("\n{}\n", title);
     if (const auto status = run(shell); status != ExitStatus::done) return status;
   }
-  fmt::print("\nDone: the panel is calibrated, and its lines are straight.\n");
+  print("\nDone: the panel is calibrated, and its lines are straight.\n");
   return ExitStatus::done;
 }
 

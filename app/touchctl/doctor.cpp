@@ -7,6 +7,7 @@
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/interrupt.h"
+#include "app/touchctl/output.h"
 #include "console/diagnostics_file.h"
 #include "console/doctor_report.h"
 #include "core/system_name.h"
@@ -65,7 +66,7 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
     patient.refused = nexapi.error();
   }
   const Diagnosis diagnosis = examine(patient);
-  fmt::print("{}", options.json ? findingsAsJson(diagnosis) : findingsAsText(diagnosis));
+  print("{}", options.json ? findingsAsJson(diagnosis) : findingsAsText(diagnosis));
   if (save) {
     const DiagnosticsSaved saved = saveDiagnostics(*save, patient, diagnosis, trace);
     complain(saved.describe(*save));

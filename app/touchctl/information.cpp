@@ -4,6 +4,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/output.h"
 #include "console/touch_settings.h"
 #include "core/driver_settings.h"
 #include "core/identity.h"
@@ -19,12 +20,12 @@ ExitStatus listControllers(Shell& shell) {
       controllers.push_back(
           {{"number", i + 1}, {"name", toUtf8(list.names[i])}, {"chosen", list.answered == i}});
     }
-    fmt::print("{}\n", controllers.dump(2));
+    print("{}\n", controllers.dump(2));
   } else if (!list.names.empty()) {
-    fmt::print(" No  Device\n");
+    print(" No  Device\n");
     for (std::size_t i = 0; i < list.names.size(); ++i) {
-      fmt::print("{:>3}  {}{}\n", i + 1, printable(list.names[i]),
-                 list.answered == i ? "  (answers)" : "");
+      print("{:>3}  {}{}\n", i + 1, printable(list.names[i]),
+            list.answered == i ? "  (answers)" : "");
     }
     if (!list.answered) {
       complain("no controller answers; check cable and power, and see 'touchctl doctor'");
@@ -39,14 +40,14 @@ namespace {
 
 void printAsText(const std::string& controller, const std::vector<std::string>& lines,
                  const Identity& identity, const DriverSettings& reported) {
-  fmt::print("{}\n", printable(controller));
+  print("{}\n", printable(controller));
   for (const std::string& line : lines)
-    fmt::print("  {}\n", printable(line));
+    print("  {}\n", printable(line));
   const std::string model = modelName(identity.unitType);
-  if (!model.empty()) fmt::print("  Model : {}\n", printable(model));
+  if (!model.empty()) print("  Model : {}\n", printable(model));
   for (const Setting& setting : settingTable()) {
     if (setting.get == nullptr) continue;
-    fmt::print("  {} : {}\n", setting.label, settingText(setting, setting.get(reported)));
+    print("  {} : {}\n", setting.label, settingText(setting, setting.get(reported)));
   }
 }
 
@@ -58,7 +59,7 @@ void printAsJson(const std::string& controller, const std::vector<std::string>& 
                                  {"firmware", toUtf8(identity.firmware)},
                                  {"information", lines},
                                  {"settings", settingsAsJson(settingTable(), reported)}};
-  fmt::print("{}\n", object.dump(2));
+  print("{}\n", object.dump(2));
 }
 
 }  // namespace

@@ -19,6 +19,11 @@ bool interrupted() {
 }
 
 void catchInterrupt() {
+  // Writing then fails, and the command ends by itself.
+  std::signal(SIGPIPE, SIG_IGN);
+  // A closed terminal may say so twice, its shell once more. Whoever has had it ignored wants the program to stay.
+  const auto onHangUp = [](int) { interruptFlag() = 1; };
+  if (std::signal(SIGHUP, onHangUp) == SIG_IGN) std::signal(SIGHUP, SIG_IGN);
   for (const int signal : {SIGINT, SIGTERM}) {
     std::signal(signal, [](int caught) {
       interruptFlag() = 1;

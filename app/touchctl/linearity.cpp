@@ -10,6 +10,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/output.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
 #include "linetest/linearity_files.h"
@@ -105,24 +106,24 @@ void printLinesAsJson(const std::vector<LineResult>& results, const MeasuredPane
         {"unit", limits.unit == LimitUnit::millimetres ? "mm" : "percent"}}},
       {"lines", lines},
       {"passed", passed}};
-  fmt::print("{}\n", report.dump(2));
+  print("{}\n", report.dump(2));
 }
 
 void printLinesAsText(const std::vector<LineResult>& results, const MeasuredPanel& panel,
                       const LinearityLimits& limits, bool passed) {
   const char* const unit = limits.unit == LimitUnit::millimetres ? "mm" : "%";
-  fmt::print("Panel {:.1f} x {:.1f} mm; limit {} {}, within {} mm of the edge {} {}\n",
-             panel.widthMm, panel.heightMm, limits.centre, unit, edgeZoneMm, limits.edge, unit);
-  fmt::print("line  samples  average  maximum  minimum      rms   offset straight      gap\n");
+  print("Panel {:.1f} x {:.1f} mm; limit {} {}, within {} mm of the edge {} {}\n", panel.widthMm,
+        panel.heightMm, limits.centre, unit, edgeZoneMm, limits.edge, unit);
+  print("line  samples  average  maximum  minimum      rms   offset straight      gap\n");
   for (const LineResult& result : results) {
     const LineFigures& figures = result.figures;
     const bool good = judge(figures, limits, panel, result.guide.orientation).passed();
-    fmt::print("{:<4}  {:>7} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f}  {}\n",
-               result.label, figures.all.count, figures.all.average, figures.all.maximum,
-               figures.all.minimum, figures.all.rms, figures.offset, figures.straightness,
-               figures.largestGap, good ? "pass" : "FAIL");
+    print("{:<4}  {:>7} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f}  {}\n",
+          result.label, figures.all.count, figures.all.average, figures.all.maximum,
+          figures.all.minimum, figures.all.rms, figures.offset, figures.straightness,
+          figures.largestGap, good ? "pass" : "FAIL");
   }
-  fmt::print("{}\n", passed ? "PASS" : "FAIL");
+  print("{}\n", passed ? "PASS" : "FAIL");
 }
 
 /// All lines of the linearity tester, drawn on the simulated panel by a finger that follows each guide exactly.
@@ -177,8 +178,8 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
     return ExitStatus::failed;
   }
   const bool passed = allPass(results, panel, limits);
-  const auto print = options.json ? printLinesAsJson : printLinesAsText;
-  print(results, panel, limits, passed);
+  const auto printLines = options.json ? printLinesAsJson : printLinesAsText;
+  printLines(results, panel, limits, passed);
   if (!asked.plot.empty()) {
     if (const auto error =
             writeWholeFile(pathNamed(asked.plot), linearitySvg(results, panel, limits))) {

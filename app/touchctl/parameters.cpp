@@ -6,6 +6,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/output.h"
 #include "console/backup.h"
 #include "console/parameter_block.h"
 #include "console/parameter_table.h"
@@ -75,12 +76,12 @@ ExitStatus readParameters(Shell& shell) {
     if (shell.options().json) {
       words[hexByte(address)] = wordText(word);
     } else {
-      fmt::print("{}  {}\n", hexByte(address), wordText(word));
+      print("{}  {}\n", hexByte(address), wordText(word));
     }
   }
   if (shell.options().json) {
     const ordered_json object = {{"controller", toUtf8(shell.controller())}, {"words", words}};
-    fmt::print("{}\n", object.dump(2));
+    print("{}\n", object.dump(2));
   }
   return ExitStatus::done;
 }
@@ -88,7 +89,7 @@ ExitStatus readParameters(Shell& shell) {
 ExitStatus writeParameters(Shell& shell, std::span<const WordValue> words) {
   const Backup backup(shell.options().workFolder);
   const BlockWrite result = writeBlock(shell.access(), shell.prompt(), backup, words);
-  if (result.end == WriteEnd::done) fmt::print("{}\n", result.report.describe());
+  if (result.end == WriteEnd::done) print("{}\n", result.report.describe());
   tellOfKeptBlock(result.kept);
   const bool holdsThem = result.end == WriteEnd::done || result.end == WriteEnd::nothingToWrite;
   return holdsThem ? ExitStatus::done : ExitStatus::failed;
@@ -106,7 +107,7 @@ ExitStatus saveParameters(Shell& shell, const fs::path& file) {
     complain(failed->describe());
     return ExitStatus::failed;
   }
-  fmt::print("Saved in {}\n", printable(file.string()));
+  print("Saved in {}\n", printable(file.string()));
   return ExitStatus::done;
 }
 
@@ -116,13 +117,13 @@ ExitStatus loadParameters(Shell& shell, const ParameterBlock& wanted) {
 
 void printDifferences(std::span<const WordDifference> differences) {
   if (differences.empty()) {
-    fmt::print("The controller and the file hold the same words.\n");
+    print("The controller and the file hold the same words.\n");
     return;
   }
-  fmt::print("Address  Controller  File\n");
+  print("Address  Controller  File\n");
   for (const WordDifference& difference : differences) {
-    fmt::print("{:<9}{:<12}{}\n", hexByte(difference.address), wordText(*difference.here),
-               wordText(difference.there));
+    print("{:<9}{:<12}{}\n", hexByte(difference.address), wordText(*difference.here),
+          wordText(difference.there));
   }
 }
 
@@ -143,7 +144,7 @@ ExitStatus compareParameters(Shell& shell, const ParameterBlock& file) {
   table.take(*block);
   const auto differences = table.compare(file);
   if (shell.options().json) {
-    fmt::print("{}\n", jsonOf(differences).dump(2));
+    print("{}\n", jsonOf(differences).dump(2));
   } else {
     printDifferences(differences);
   }
@@ -167,8 +168,8 @@ const CLI::Option* addFile(CLI::App& command) {
 
 void tellOfKeptBlock(const fs::path& file) {
   if (file.empty()) return;
-  fmt::print("The parameters before are kept; to put them back: touchctl params load \"{}\"\n",
-             printable(file.string()));
+  print("The parameters before are kept; to put them back: touchctl params load \"{}\"\n",
+        printable(file.string()));
 }
 
 void addParameterCommands(const CommandLine& line) {

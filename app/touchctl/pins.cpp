@@ -5,7 +5,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
-#include "app/touchctl/terminal.h"
+#include "app/touchctl/output.h"
 #include "console/backup.h"
 #include "console/sensor_pins.h"
 
@@ -73,29 +73,6 @@ PinDefinition parsePins(SensorType type, const std::vector<std::string>& texts) 
   return definition;
 }
 
-/// Waits at a terminal until the sensor is disconnected, as a message box would.
-class DisconnectingPrompt final : public Prompt {
- public:
-  explicit DisconnectingPrompt(Shell& shell) : shell_(shell) {}
-
-  void message(std::string_view text, std::string_view title) override {
-    shell_.prompt().message(text, title);
-    const bool disconnect = text == shell_.access().session.messages[Message::disconnectSensor];
-    if (disconnect && !shell_.options().assumeYes && isTerminalInput()) {
-      shell_.prompt().input("Press Enter when that is done.", title);
-    }
-  }
-  bool confirm(std::string_view text, std::string_view title) override {
-    return shell_.prompt().confirm(text, title);
-  }
-  std::optional<std::string> input(std::string_view prompt, std::string_view title) override {
-    return shell_.prompt().input(prompt, title);
-  }
-
- private:
-  Shell& shell_;
-};
-
 nlohmann::ordered_json jsonOf(const PinDefinition& definition,
                               std::span<const PinProblem> problems) {
   auto wires = nlohmann::ordered_json::array();
@@ -119,13 +96,13 @@ ExitStatus showPins(Shell& shell) {
   }
   const auto problems = checkPins(shell.access().session.messages, *pins);
   if (shell.options().json) {
-    fmt::print("{}\n", jsonOf(*pins, problems).dump(2));
+    print("{}\n", jsonOf(*pins, problems).dump(2));
     return ExitStatus::done;
   }
-  fmt::print("{} wires\nWire  Channel  Bit\n", pins->wires.size());
+  print("{} wires\nWire  Channel  Bit\n", pins->wires.size());
   for (std::size_t wire = 0; wire < pins->wires.size(); ++wire) {
     const auto& [channel, bit] = pins->wires[wire];
-    fmt::print("{:<6}{:<9}{}\n", typedName(wireNames(pins->type)[wire]), channel, bit);
+    print("{:<6}{:<9}{}\n", typedName(wireNames(pins->type)[wire]), channel, bit);
   }
   for (const PinProblem& problem : problems)
     complain(problem.text);
@@ -134,9 +111,9 @@ ExitStatus showPins(Shell& shell) {
 
 ExitStatus setPins(Shell& shell, const PinDefinition& definition) {
   const Backup backup(shell.options().workFolder);
-  DisconnectingPrompt prompt(shell);
-  const PinsWrite result = updatePins(shell.access(), prompt, backup, definition);
+  const PinsWrite result = updatePins(shell.access(), shell.prompt(), backup, definition);
   if (result.end == PinsEnd::brokenOff) complain(result.reason);
+  if (result.end == PinsEnd::declined) complain("nothing was written");
   return result.end == PinsEnd::done ? ExitStatus::done : ExitStatus::failed;
 }
 

@@ -8,6 +8,7 @@
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/interrupt.h"
+#include "app/touchctl/output.h"
 #include "app/touchctl/serial_work.h"
 #include "core/hex.h"
 #include "core/reply.h"
@@ -47,7 +48,7 @@ class ReportPrinter {
   void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
     time_ = time;
     splitter_.feed(bytes, sink());
-    std::fflush(stdout);
+    flushOutput();
   }
   void idle() { splitter_.flush(sink()); }
 
@@ -70,7 +71,7 @@ class ReportPrinter {
       line.kind = ConsoleLineKind::report;
       line.text = family_ == ReportFamily::e02 ? e02m(*report, true) : m01m(*report, true);
     }
-    fmt::print("{}\n", shown(line));
+    print("{}\n", shown(line));
   }
   void printJson(const TouchReport* report, std::span<const std::uint8_t> bytes) const {
     ordered_json object = {{"time", static_cast<double>(time_.count()) / 1e6}};
@@ -78,7 +79,7 @@ class ReportPrinter {
       object.update({{"touching", report->touching}, {"x", report->x}, {"y", report->y}});
     }
     object["bytes"] = hexText(bytes);
-    fmt::print("{}\n", object.dump());
+    print("{}\n", object.dump());
   }
 
   ReportFamily family_;
@@ -88,7 +89,7 @@ class ReportPrinter {
   std::uint64_t reports_ = 0;
 };
 
-/// Prints what comes in on `line` until the time is over, `ended` says true, or the device has gone.
+/// Prints what comes in on `line` until the time is over, `ended` says true, the device has gone, or nobody reads on.
 ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
                         const std::optional<double>& seconds, const std::function<bool()>& ended) {
   const auto start = clock.now();
@@ -102,7 +103,7 @@ ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
     } else if (now - last > idleAfter) {
       printer.idle();
     }
-    return line.isOpen() && !ended();
+    return line.isOpen() && !ended() && !outputIsLost();
   });
   printer.idle();
   return line.isOpen() ? ExitStatus::done : ExitStatus::failed;
@@ -142,8 +143,8 @@ ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& fil
       printer.take(transfer.time, transfer.bytes);
   }
   printer.idle();
-  fmt::print(stderr, "{} reports, {} bytes in no report\n", printer.reports(),
-             printer.strayBytes());
+  printError(
+      fmt::format("{} reports, {} bytes in no report\n", printer.reports(), printer.strayBytes()));
   return ExitStatus::done;
 }
 
@@ -167,9 +168,11 @@ ExitStatus record(const SerialWork& work, const fs::path& file) {
     lost = work.port.tellLoss();
     return !lost && recorder.isOn();
   });
+  // What arrived since the last look belongs to it.
+  count += line.readAll().size();
   const auto failed = recorder.stop();
   if (failed) complain(failed->describe());
-  fmt::print("{} bytes recorded in {}\n", count, printable(file.string()));
+  print("{} bytes recorded in {}\n", count, printable(file.string()));
   return failed || lost ? ExitStatus::failed : ExitStatus::done;
 }
 
@@ -202,8 +205,8 @@ void printHistogram(const IntervalEvidence& evidence) {
     const std::size_t count = evidence.histogram[i];
     if (count == 0) continue;
     const auto from = static_cast<std::int64_t>(i) * (IntervalEvidence::bucketWidth / 1ms);
-    fmt::print("{:>4} ms {:>6} {}\n", from, count,
-               std::string(std::max<std::size_t>(1, count * longestBar / most), '#'));
+    print("{:>4} ms {:>6} {}\n", from, count,
+          std::string(std::max<std::size_t>(1, count * longestBar / most), '#'));
   }
 }
 
@@ -225,14 +228,14 @@ ExitStatus rate(const SerialWork& work) {
     return ExitStatus::failed;
   }
   if (work.shell.json) {
-    fmt::print("{}\n", jsonOf(*stroke, mode.ceiling()).dump(2));
+    print("{}\n", jsonOf(*stroke, mode.ceiling()).dump(2));
     return ExitStatus::done;
   }
   const auto lines = rateLines(*stroke);
   for (const std::string& line : std::span(lines).first(lines.size() - 1))
-    fmt::print("{}\n", line);
+    print("{}\n", line);
   for (const std::string& line : evidenceLines(*stroke, mode.ceiling()))
-    fmt::print("{}\n", line);
+    print("{}\n", line);
   if (stroke->evidence) printHistogram(*stroke->evidence);
   return ExitStatus::done;
 }
@@ -270,9 +273,9 @@ ExitStatus send(const SerialWork& work, const std::string& word,
   if (work.shell.json) {
     const ordered_json object = {
         {"command", word}, {"text", reply->text}, {"bytes", hexText(reply->bytes)}};
-    fmt::print("{}\n", object.dump(2));
+    print("{}\n", object.dump(2));
   } else {
-    fmt::print("{}\n{}\n", printable(reply->text), reply->hex);
+    print("{}\n{}\n", printable(reply->text), reply->hex);
   }
   return ExitStatus::done;
 }
@@ -296,9 +299,9 @@ ExitStatus printWord(const SerialWork& work, const std::string& address) {
   const auto word = readWord(work, address);
   if (!word) return ExitStatus::failed;
   if (work.shell.json) {
-    fmt::print("{}\n", ordered_json({{"address", address}, {"word", *word}}).dump(2));
+    print("{}\n", ordered_json({{"address", address}, {"word", *word}}).dump(2));
   } else {
-    fmt::print("{}  {}\n", address, *word);
+    print("{}  {}\n", address, *word);
   }
   return ExitStatus::done;
 }
@@ -307,6 +310,10 @@ ExitStatus printWord(const SerialWork& work, const std::string& address) {
 ExitStatus writeWord(const SerialWork& work, const std::string& address, const std::string& word) {
   const auto before = readWord(work, address);
   if (!before) return ExitStatus::failed;
+  if (interrupted()) {
+    complain("interrupted; the word was not written");
+    return ExitStatus::failed;
+  }
   const auto set = work.serial.set;
   const auto reply = exchange(work, {.entry = entryOf(set, set == CommandSet::m01 ? "SP" : "iW"),
                                      .address = address,
@@ -318,18 +325,17 @@ ExitStatus writeWord(const SerialWork& work, const std::string& address, const s
     return ExitStatus::failed;
   }
   const auto after = readWord(work, address);
-  fmt::print("{}  {} -> {}\n", address, *before, after.value_or("?"));
+  print("{}  {} -> {}\n", address, *before, after.value_or("?"));
   return after == word ? ExitStatus::done : ExitStatus::failed;
 }
 
 ExitStatus findPort(const SerialWork& work) {
   const auto found = work.port.comporttest();
   if (work.shell.json) {
-    fmt::print(
-        "{}\n",
-        ordered_json({{"port", found ? ordered_json(*found) : ordered_json(nullptr)}}).dump(2));
+    print("{}\n",
+          ordered_json({{"port", found ? ordered_json(*found) : ordered_json(nullptr)}}).dump(2));
   } else if (found) {
-    fmt::print("COM{}\n", *found);
+    print("COM{}\n", *found);
   }
   return found ? ExitStatus::done : ExitStatus::failed;
 }
@@ -337,7 +343,7 @@ ExitStatus findPort(const SerialWork& work) {
 ExitStatus changeLine(const SerialWork& work) {
   if (!work.prompt.confirm(lineChangeText)) return ExitStatus::failed;
   if (!work.port.N72toN81()) return ExitStatus::failed;
-  fmt::print("The controller was told; it gives no answer. Ask it something to see.\n");
+  print("The controller was told; it gives no answer. Ask it something to see.\n");
   return ExitStatus::done;
 }
 

@@ -4,6 +4,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/output.h"
 #include "console/touch_settings.h"
 
 namespace touch {
@@ -59,11 +60,11 @@ ExitStatus showSettings(Shell& shell, std::span<const Setting> settings) {
   const auto reported = readSettings(shell);
   if (!reported) return ExitStatus::failed;
   if (shell.options().json) {
-    fmt::print("{}\n", settingsAsJson(settings, *reported).dump(2));
+    print("{}\n", settingsAsJson(settings, *reported).dump(2));
     return ExitStatus::done;
   }
   for (const Setting& setting : settings) {
-    fmt::print("{:<{}}{}\n", setting.name, nameWidth, reportedText(setting, *reported));
+    print("{:<{}}{}\n", setting.name, nameWidth, reportedText(setting, *reported));
   }
   return ExitStatus::done;
 }
@@ -92,7 +93,7 @@ ExitStatus changeSetting(Shell& shell, const Setting& setting, int value) {
   if (!current) return ExitStatus::failed;
   const SettingAnswer answer = setting.set(shell.access(), shell.prompt(), *current, value);
   const DriverSettings reported = readset(shell.access());
-  fmt::print("{}\n", settingOutcome(setting, value, answer, reported));
+  print("{}\n", settingOutcome(setting, value, answer, reported));
 
   // Only of numbers does the driver say whether it took them.
   const bool refused = setting.choices.empty() && answer.result == 0;

@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "app/driver_choice.h"
+#include "app/touchctl/output.h"
 #include "app/touchctl/terminal.h"
 #include "core/messages.h"
 #include "core/text_encoding.h"
@@ -18,30 +19,45 @@ void complain(const std::string& text) {
   std::string shown;
   for (const std::string_view line : linesOf(text))
     shown += (shown.empty() ? "" : "\n") + printable(line);
-  fmt::print(stderr, "touchctl: {}\n", shown);
+  printError("touchctl: " + shown + '\n');
 }
+
+namespace {
+
+/// What the user types; nothing when he ends the input or the program instead.
+std::optional<std::string> answeredLine() {
+  std::string answer;
+  if (awaitInput() && std::getline(std::cin, answer)) return answer;
+  printError("\n");
+  return std::nullopt;
+}
+
+}  // namespace
 
 void ShellPrompt::message(std::string_view text, std::string_view title) {
   complain(title == defaultTitle ? std::string(text) : fmt::format("{}: {}", title, text));
 }
 
-bool ShellPrompt::confirm(std::string_view text, std::string_view) {
-  if (assumeYes_) return true;
+bool ShellPrompt::await(std::string_view text, std::string_view title) {
+  message(text, title);
+  return assumeYes_ || (isTerminalInput() && input("Press Enter when that is done.", title));
+}
+
+Answer ShellPrompt::ask(std::string_view text, std::string_view) {
+  if (assumeYes_) return Answer::yes;
   if (!isTerminalInput()) {
     complain(fmt::format("{} Not at a terminal: say --yes to go on.", text));
-    return false;
+    return Answer::none;
   }
-  fmt::print(stderr, "{} [y/N] ", printable(text));
-  std::string answer;
-  std::getline(std::cin, answer);
-  return answer == "y" || answer == "Y" || answer == "yes";
+  printError(printable(text) + " [y/N] ");
+  const auto answer = answeredLine();
+  if (!answer) return Answer::none;
+  return answer == "y" || answer == "Y" || answer == "yes" ? Answer::yes : Answer::no;
 }
 
 std::optional<std::string> ShellPrompt::input(std::string_view prompt, std::string_view) {
-  fmt::print(stderr, "{} ", printable(prompt));
-  std::string answer;
-  if (!std::getline(std::cin, answer)) return std::nullopt;
-  return answer;
+  printError(printable(prompt) + ' ');
+  return answeredLine();
 }
 
 Shell::Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi,

@@ -19,12 +19,13 @@ namespace touch {
 enum class ExitStatus { done = 0, failed = 1, wrongUse = 2, noDriver = 3, noController = 4 };
 
 /// Says messages on the error output; a question is asked only at a terminal and is otherwise answered as the command
-/// line said.
+/// line said. Ctrl+C leaves it without an answer.
 class ShellPrompt final : public Prompt {
  public:
   explicit ShellPrompt(bool assumeYes) : assumeYes_(assumeYes) {}
   void message(std::string_view text, std::string_view title) override;
-  bool confirm(std::string_view text, std::string_view title) override;
+  bool await(std::string_view text, std::string_view title) override;
+  Answer ask(std::string_view text, std::string_view title) override;
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
 
  private:

@@ -2,12 +2,18 @@
 
 #include <cstdio>
 
+#include "app/touchctl/interrupt.h"
 #include "app/touchctl/terminal.h"
 
 namespace touch {
 
 bool isTerminalInput() {
   return _isatty(_fileno(stdin)) != 0;
+}
+
+// Ctrl+C ends reading there.
+bool awaitInput() {
+  return !interrupted();
 }
 
 }  // namespace touch

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 
 #include <algorithm>
 #include <array>
@@ -10,6 +11,7 @@
 #include <sstream>
 
 #include "tests/app/child_process.h"
+#include "tests/serial/pseudo_terminal.h"
 
 namespace touch::test {
 
@@ -24,7 +26,8 @@ constexpr auto patience = std::chrono::seconds(20);
 /// A program that runs beside the test, until it is told to end.
 class BackgroundProgram {
  public:
-  BackgroundProgram(const std::string& program, Words arguments) {
+  /// With a `terminal` to read from, the next line may also be one of its error output.
+  BackgroundProgram(const std::string& program, Words arguments, const std::string& terminal = {}) {
     arguments.insert(arguments.begin(), program);
     std::vector<char*> argv;
     for (std::string& argument : arguments)
@@ -37,6 +40,11 @@ class BackgroundProgram {
     posix_spawn_file_actions_init(&files);
     posix_spawn_file_actions_adddup2(&files, ends[1], STDOUT_FILENO);
     posix_spawn_file_actions_addclose(&files, ends[0]);
+    if (!terminal.empty()) {
+      posix_spawn_file_actions_addopen(&files, STDIN_FILENO, terminal.c_str(), O_RDWR | O_NOCTTY,
+                                       0);
+      posix_spawn_file_actions_adddup2(&files, ends[1], STDERR_FILENO);
+    }
     const int failed = posix_spawn(&child_, program.c_str(), &files, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&files);
     close(ends[1]);
@@ -46,7 +54,7 @@ class BackgroundProgram {
   BackgroundProgram& operator=(const BackgroundProgram&) = delete;
   ~BackgroundProgram() {
     if (child_ > 0) end(SIGKILL);
-    close(output_);
+    if (output_ >= 0) close(output_);
   }
 
   /// The next line that it prints.
@@ -57,9 +65,21 @@ class BackgroundProgram {
       text += character;
     return text;
   }
+  /// Everything up to `end`, or all when that does not come.
+  std::string textUntil(const std::string& end) const {
+    std::string text;
+    char character = 0;
+    while (!text.ends_with(end) && read(output_, &character, 1) == 1)
+      text += character;
+    return text;
+  }
+  void stopReading() { close(std::exchange(output_, -1)); }
   /// Its exit status; -1 when it did not end by itself.
   int end(int signal) {
     kill(child_, signal);
+    return waitForEnd();
+  }
+  int waitForEnd() {
     int status = 0;
     waitpid(std::exchange(child_, 0), &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -147,6 +167,105 @@ TEST_F(Serial, GivesThePortBack) {
   ASSERT_NE(back, trace.npos);
   EXPECT_LT(released, back);
   EXPECT_LT(back, trace.rfind("CloseController"));
+}
+
+TEST_F(Serial, EndsInOrderAndSaysSoWhenItsOutputGoesNowhere) {
+  const struct {
+    const char* command;
+    const char* errors;
+    bool takesThePort;
+  } cases[] = {{"serial send iO > /dev/full", "the output could not be written", true},
+               {"serial send iO >&-", "the output could not be written", true},
+               {"--yes serial record /dev/full --seconds 1", "room for the recording", true},
+               {"list > /dev/full", "the output could not be written", false},
+               {"serial send iO 2> /dev/full", "", true}};
+  const auto trace = folder.path() / "trace.jsonl";
+  for (const auto& [command, errors, takesThePort] : cases) {
+    const Ended ended =
+        runProgram("/bin/sh", {"-c", std::string(TOUCHCTL) + " --simulate --work-dir " +
+                                         folder.path().string() + " --trace " + trace.string() +
+                                         ' ' + command});
+    EXPECT_EQ(ended.status, *errors == '\0' ? 0 : 1) << command;
+    EXPECT_THAT(ended.errors, HasSubstr(errors)) << command;
+    EXPECT_EQ(folder.read("trace.jsonl").find("ReopenCOMPort") != std::string::npos, takesThePort)
+        << command;
+  }
+
+  // The driver's port is a line that stays, and somebody else is to open it afterwards.
+  BackgroundProgram sim(TOUCHSIM, {"--strokes", "lines"});
+  BackgroundProgram monitor(TOUCHCTL,
+                            {"--com", "1=" + device(sim), "serial", "monitor", "--no-driver"});
+  EXPECT_NE(monitor.line(), "");
+  monitor.stopReading();
+  EXPECT_EQ(monitor.waitForEnd(), 1) << "it ends by itself";
+  const int line = open(device(sim).c_str(), O_RDWR | O_NOCTTY);
+  ASSERT_GE(line, 0);
+  int exclusive = -1;
+  EXPECT_EQ(ioctl(line, TIOCGEXCL, &exclusive), 0);
+  EXPECT_EQ(exclusive, 0);
+  close(line);
+}
+
+TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
+  const auto trace = (folder.path() / "trace.jsonl").string();
+  const Words common = {"--simulate", "--work-dir", folder.path().string(), "--trace", trace};
+  const auto awaitInTrace = [this](const char* text) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!std::filesystem::exists(folder.path() / "trace.jsonl") ||
+           folder.read("trace.jsonl").find(text) == std::string::npos) {
+      if (std::chrono::steady_clock::now() > deadline) return false;
+      poll(nullptr, 0, 10);
+    }
+    return true;
+  };
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    std::filesystem::remove(trace);
+    Words words = common;
+    words.insert(words.end(), {"serial", "monitor"});
+    BackgroundProgram program(TOUCHCTL, words);
+    ASSERT_TRUE(awaitInTrace("\"serial\":\"open\""));
+    EXPECT_EQ(program.end(signal), 0) << signal;
+    EXPECT_THAT(folder.read("trace.jsonl"), HasSubstr("ReopenCOMPort")) << signal;
+  }
+
+  // A question that is left unanswered is a no, and keeps nobody waiting.
+  folder.write("kept.txt", "");
+  const struct {
+    Words words;
+    const char* answered;
+    const char* question;
+    const char* never;  ///< in the trace
+    bool takesThePort;
+  } cases[] = {
+      {{"serial", "to-8n1"}, nullptr, "[y/N] ", "9600,n,7,2", true},
+      {{"serial", "record", (folder.path() / "kept.txt").string()},
+       nullptr,
+       "[y/N] ",
+       "\"read\"",
+       true},
+      {{"pins", "set", "4", "X+=7:7", "X-=1:1", "Y+=2:2", "Y-=3:3"},
+       "[y/N] ",
+       "Press Enter when that is done.",
+       "53 50",
+       false},
+  };
+  for (const auto& [asking, answered, question, never, takesThePort] : cases) {
+    PseudoTerminal terminal;
+    std::filesystem::remove(trace);
+    Words words = common;
+    words.insert(words.end(), asking.begin(), asking.end());
+    BackgroundProgram program(TOUCHCTL, words, terminal.path());
+    if (answered != nullptr) {
+      program.textUntil(answered);
+      const std::vector<std::uint8_t> yes = {'y', '\n'};
+      terminal.flood(yes);
+    }
+    EXPECT_THAT(program.textUntil(question), HasSubstr(question)) << asking[1];
+    EXPECT_EQ(program.end(SIGINT), 1) << asking[1];
+    const std::string said = folder.read("trace.jsonl");
+    EXPECT_EQ(said.find(never), said.npos) << asking[1];
+    EXPECT_EQ(said.find("ReopenCOMPort") != said.npos, takesThePort) << asking[1];
+  }
 }
 
 TEST_F(Serial, DecodesAndReplaysARecordingWithoutADriver) {

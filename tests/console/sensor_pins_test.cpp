@@ -122,6 +122,18 @@ TEST_F(SensorPins, AreLeftAloneWhenTheyCannotBeUpdated) {
 
   journal.clear();
   prompt.answerYes = true;
+  prompt.answers = false;
+  EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
+  EXPECT_EQ(journal, Lines{"confirm Update the pin definition ??"});
+
+  // The program is ended while the sensor is still connected.
+  prompt.answers = true;
+  prompt.onMessage = [this] { prompt.answers = false; };
+  EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
+  EXPECT_EQ(journal.back(), "message Disconnect the connector of touch sensor ");
+
+  prompt.onMessage = nullptr;
+  prompt.answers = true;
   callsUntilPowerLoss = 0;
   EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::typeUnreadable);
   EXPECT_EQ(said().back(), "message Read Sensor Type Error!!");

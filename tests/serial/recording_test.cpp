@@ -1,6 +1,7 @@
 #include "serial/recording.h"
 
 #include "serial/recording_ports.h"
+#include "tests/linetest/small_disk.h"
 #include "tests/serial/debugger_bench.h"
 #include "tests/support/temporary_folder.h"
 
@@ -108,11 +109,16 @@ TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFull) {
   Recorder recorder;
   EXPECT_TRUE(recorder.start(folder.path() / "no" / "such.rec", clock.now()));
   EXPECT_FALSE(recorder.isOn());
-  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no full disk to be had here";
-  ASSERT_EQ(recorder.start("/dev/full", clock.now()), std::nullopt);
-  recorder.add(clock.now(), Direction::toController, bytesOf("x"));
+  {
+    const test::SmallDisk disk(20);
+    ASSERT_EQ(recorder.start(file, clock.now()), std::nullopt);
+    recorder.add(clock.now(), Direction::toController, bytesOf("x"));
+  }
   EXPECT_FALSE(recorder.isOn());
   EXPECT_TRUE(recorder.stop());
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no full disk to be had here";
+  EXPECT_TRUE(recorder.start("/dev/full", clock.now())) << "although nothing has come in yet";
+  EXPECT_FALSE(recorder.isOn());
   EXPECT_FALSE(recorder.stop());
 }
 

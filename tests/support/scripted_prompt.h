@@ -14,6 +14,7 @@ class ScriptedPrompt final : public Prompt {
   explicit ScriptedPrompt(std::vector<std::string>& journal) : journal_(journal) {}
 
   bool answerYes = true;
+  bool answers = true;  ///< no: each question and request is taken away
   std::optional<std::string> answerText;
   std::function<void()> onMessage;  ///< run while the box is up
 
@@ -21,9 +22,14 @@ class ScriptedPrompt final : public Prompt {
     write("message ", text, title);
     if (onMessage) onMessage();
   }
-  bool confirm(std::string_view text, std::string_view title) override {
+  bool await(std::string_view text, std::string_view title) override {
+    message(text, title);
+    return answers;
+  }
+  Answer ask(std::string_view text, std::string_view title) override {
     write("confirm ", text, title);
-    return answerYes;
+    if (!answers) return Answer::none;
+    return answerYes ? Answer::yes : Answer::no;
   }
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override {
     write("input ", prompt, title);

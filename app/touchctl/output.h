@@ -1,0 +1,26 @@
+#pragma once
+
+#include <fmt/core.h>
+
+#include <string_view>
+#include <utility>
+
+namespace touch {
+
+/// Writes to the standard output. What cannot be written, because nobody reads it any more or the disk is full, is lost
+/// in silence: a command must come to its end all the same. `outputIsLost` says so from then on.
+void printText(std::string_view text);
+
+template <typename... Values>
+void print(fmt::format_string<Values...> format, Values&&... values) {
+  printText(fmt::format(format, std::forward<Values>(values)...));
+}
+
+/// Brings what was printed to whoever reads it; false when that cannot be done.
+bool flushOutput();
+bool outputIsLost();
+
+/// Writes to the error output, in which nothing can be said of what goes wrong there.
+void printError(std::string_view text);
+
+}  // namespace touch
