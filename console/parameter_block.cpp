@@ -53,8 +53,9 @@ BlockWrite writeConfirmed(const Access& access, Prompt& prompt, const Backup& ba
     prompt.message(access.session.messages[Message::writeOk]);
   } else {
     result.end = WriteEnd::brokenOff;
-    if (prompt.confirm(result.report.describe() + ". " +
-                       say("console", "Put the old words back?"))) {
+    // Left without an answer they go back: half a block is what nobody has asked for.
+    if (prompt.ask(result.report.describe() + ". " + say("console", "Put the old words back?")) !=
+        Answer::no) {
       result.putBack = putBack(access, backup, result.report.oldWords());
       prompt.message(result.putBack->complete()
                          ? say("console", "The old words are back.")

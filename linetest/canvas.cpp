@@ -76,9 +76,17 @@ void Canvas::offerLeftStrokes() {
           ? say("linetest", "Drawing left by an earlier run: 1 stroke. Restore it?")
           : filled(say("linetest", "Drawing left by an earlier run: %1 strokes. Restore it?"),
                    {std::to_string(count)});
-  if (!parts_.prompt.confirm(question)) {
-    tell(parts_.files.clear());
-    return;
+  switch (parts_.prompt.ask(question)) {
+    case Answer::no:
+      tell(parts_.files.clear());
+      return;
+    case Answer::none:
+      // They stay for another start; strokes drawn now would take their places.
+      bannerTimer_->stop();
+      view_.leave();
+      return;
+    case Answer::yes:
+      break;
   }
   // Where they cannot be numbered anew they stay as they are, for another start.
   if (!tell(parts_.files.makeConsecutive(left))) return;

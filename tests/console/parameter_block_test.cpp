@@ -140,6 +140,15 @@ TEST_F(BlockWriting, NamesTheWordThatIsReadBackWrongAndPutsTheOldOnesBack) {
                             "03 0000 1003 failed"}));
 }
 
+TEST_F(BlockWriting, PutsTheOldWordsBackWhenNobodyIsLeftToSay) {
+  stuck[3] = {0, 0};
+  prompt.answers = false;
+  const auto result = undoBlock(access(), prompt, backup, wanted);
+  EXPECT_EQ(result.end, WriteEnd::brokenOff);
+  EXPECT_TRUE(result.putBack);
+  EXPECT_EQ(memory[1], (ParameterWord{0x10, 1}));
+}
+
 TEST_F(BlockWriting, TellsTheTruthWhenThePowerGoesAtAnyPoint) {
   // Eight reads, then a write and a read back for each of the three words that differ.
   constexpr int commands = 8 + 3 * 2;

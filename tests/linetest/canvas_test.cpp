@@ -620,6 +620,14 @@ TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
   for (const char* torn : {"tmp/tmp001.tmp", "tmp/tmp002.tmp"})
     folder.write(torn, " 12 ");
   view.drawing.take();
+  prompt.answers = false;
+  canvas.offerLeftStrokes();
+  EXPECT_EQ(files.left().strokes.size(), 2u) << "unanswered, they are offered again";
+  EXPECT_EQ(view.left, 1) << "nothing may be drawn in their places";
+  EXPECT_TRUE(view.drawing.drawn.empty());
+
+  journal.clear();
+  prompt.answers = true;
   canvas.offerLeftStrokes();
   EXPECT_EQ(journal, (Lines{"message " + files.pathOf(1).string() +
                                 ", line 1: expected a draw width of 1 or 2, found the end of the "
