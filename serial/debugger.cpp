@@ -23,7 +23,7 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
       prompt_(prompt),
       formats_(std::move(formats)),
       log_(access.clock),
-      recorded_(serial, recorder_, access.clock),
+      recorded_(serial, access.clock),
       port_(access, prompt, recorded_),
       exchange_(access, prompt, port_, log_),
       mode_(parts(), {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }}) {
@@ -73,14 +73,14 @@ std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
 }
 
 void Debugger::startRecording(const std::filesystem::path& file) {
-  const auto failed = recorder_.start(file, access_.clock.now());
+  const auto failed = recorded_.startRecording(file);
   tell(failed ? failed->describe()
               : filled(say("serial", "Recording to %1"), {toUtf8(file.string())}));
 }
 
 void Debugger::stopRecording() {
   const bool wasOn = isRecording();
-  if (const auto failed = recorder_.stop()) {
+  if (const auto failed = recorded_.stopRecording()) {
     tell(say("serial", "The recording broke off.") + ' ' + failed->describe());
   } else if (wasOn) {
     tell(say("serial", "The recording has ended."));

@@ -45,7 +45,7 @@ class Debugger {
   /// The one whose reports the console shows: that of the replay while there is one.
   ReceiveMode& receiveMode() { return replay_ ? replay_->mode : mode_; }
 
-  bool isRecording() const { return recorder_.isOn(); }
+  bool isRecording() const { return recorded_.isRecording(); }
   void startRecording(const std::filesystem::path& file);
   void stopRecording();
 
@@ -79,7 +79,6 @@ class Debugger {
   Prompt& prompt_;
   std::vector<ReportFormat> formats_;
   ConsoleLog log_;
-  Recorder recorder_;
   RecordedPort recorded_;
   DebuggerPort port_;
   DebuggerExchange exchange_;

@@ -1,13 +1,66 @@
 #include "serial/recording_ports.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace touch {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+// Less than half a packet takes on the line: a recording tells when each report came.
+constexpr auto recordingInterval = 2ms;
+// A minute of an endless stream. A line that nobody reads loses what comes then, and the recording does not.
+constexpr std::size_t mostWaiting = std::size_t{64} << 10U;
+
+}  // namespace
+
+RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
+    : inner_(inner), clock_(clock), timer_(clock.makeTimer([this] {
+        collect();
+        if (!isRecording()) timer_->stop();
+      })) {}
+
+std::optional<FileError> RecordedPort::startRecording(const std::filesystem::path& file) {
+  collect();
+  const auto failed = recorder_.start(file, clock_.now());
+  if (!failed) timer_->start(recordingInterval);
+  return failed;
+}
+
+std::optional<FileError> RecordedPort::stopRecording() {
+  if (isRecording()) collect();
+  timer_->stop();
+  return recorder_.stop();
+}
+
+std::optional<std::string> RecordedPort::open() {
+  if (!isOpen()) waiting_.clear();
+  return inner_.open();
+}
+
+void RecordedPort::close() {
+  if (isRecording()) collect();
+  inner_.close();
+  waiting_.clear();
+}
+
+void RecordedPort::collect() {
+  const auto bytes = inner_.readAll();
+  recorder_.add(clock_.now(), Direction::fromController, bytes);
+  const auto taken = std::min(bytes.size(), mostWaiting - std::min(mostWaiting, waiting_.size()));
+  waiting_.insert(waiting_.end(), bytes.begin(),
+                  bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+}
+
 void RecordedPort::clearInput() {
-  if (recorder_.isOn()) {
-    readAll();
+  if (isRecording()) {
+    collect();
   } else {
     inner_.clearInput();
   }
+  waiting_.clear();
 }
 
 void RecordedPort::write(std::span<const std::uint8_t> bytes) {
@@ -16,9 +69,8 @@ void RecordedPort::write(std::span<const std::uint8_t> bytes) {
 }
 
 std::vector<std::uint8_t> RecordedPort::readAll() {
-  auto bytes = inner_.readAll();
-  recorder_.add(clock_.now(), Direction::fromController, bytes);
-  return bytes;
+  collect();
+  return std::exchange(waiting_, {});
 }
 
 std::optional<std::string> ReplayPort::open() {

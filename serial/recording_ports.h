@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "core/clock.h"
@@ -8,22 +9,28 @@
 
 namespace touch {
 
-/// A serial port that is recorded: every byte that goes out or comes in, whoever sends or reads it. What it is made
-/// of outlives it.
+/// A serial port that can be recorded: every byte that goes out or comes in, when it does, whoever sends or reads it, and
+/// whether anybody reads at all. What it is made of outlives it.
 class RecordedPort final : public SerialPort {
  public:
-  RecordedPort(SerialPort& inner, Recorder& recorder, const Clock& clock)
-      : inner_(inner), recorder_(recorder), clock_(clock) {}
+  RecordedPort(SerialPort& inner, Clock& clock);
+
+  /// Starts a new recording in `file`; returns why it cannot be written. What has come in before is not of it.
+  std::optional<FileError> startRecording(const std::filesystem::path& file);
+  /// Ends the recording; returns what has gone wrong since it was started.
+  std::optional<FileError> stopRecording();
+  /// A recording that cannot be written on ends itself.
+  bool isRecording() const { return recorder_.isOn(); }
 
   std::optional<std::string> setSettings(std::string_view settings) override {
     return inner_.setSettings(settings);
   }
   void selectPort(int number) override { inner_.selectPort(number); }
-  std::optional<std::string> open() override { return inner_.open(); }
-  void close() override { inner_.close(); }
+  std::optional<std::string> open() override;
+  void close() override;
   bool isOpen() const override { return inner_.isOpen(); }
   std::optional<std::string> lost() const override { return inner_.lost(); }
-  std::size_t inBufferCount() override { return inner_.inBufferCount(); }
+  std::size_t inBufferCount() override { return waiting_.size() + inner_.inBufferCount(); }
   /// What is cleared has come in as well, so while recording it is read instead.
   void clearInput() override;
   void clearOutput() override { inner_.clearOutput(); }
@@ -31,9 +38,14 @@ class RecordedPort final : public SerialPort {
   std::vector<std::uint8_t> readAll() override;
 
  private:
+  /// Takes what has come in off the line, for whoever reads next.
+  void collect();
+
   SerialPort& inner_;
-  Recorder& recorder_;
-  const Clock& clock_;
+  Clock& clock_;
+  Recorder recorder_;
+  std::vector<std::uint8_t> waiting_;  ///< come in, and read by nobody yet
+  std::unique_ptr<Timer> timer_;       ///< runs while recording
 };
 
 /// A port on which a recording comes in again, at its own pace from the moment of opening. What is written to it goes

@@ -154,23 +154,23 @@ ExitStatus record(const SerialWork& work, const fs::path& file) {
       !work.prompt.confirm(file.string() + " is there already. Replace it?")) {
     return ExitStatus::failed;
   }
-  Recorder recorder;
   Clock& clock = work.access.clock;
-  if (const auto failed = recorder.start(file, clock.now())) {
+  RecordedPort line(work.port.serial(), clock);
+  line.clearInput();
+  if (const auto failed = line.startRecording(file)) {
     complain(failed->describe());
     return ExitStatus::failed;
   }
-  RecordedPort line(work.port.serial(), recorder, clock);
   std::size_t count = 0;
   bool lost = false;
   listen(clock, work.serial.seconds, [&] {
     count += line.readAll().size();
     lost = work.port.tellLoss();
-    return !lost && recorder.isOn();
+    return !lost && line.isRecording();
   });
   // What arrived since the last look belongs to it.
   count += line.readAll().size();
-  const auto failed = recorder.stop();
+  const auto failed = line.stopRecording();
   if (failed) complain(failed->describe());
   print("{} bytes recorded in {}\n", count, printable(file.string()));
   return failed || lost ? ExitStatus::failed : ExitStatus::done;

@@ -20,10 +20,11 @@ class RecordingTest : public test::DebuggerBench {
 
 TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   ASSERT_EQ(port.take(), std::nullopt);
-  Recorder recorder;
-  RecordedPort recorded(serial, recorder, clock);
+  RecordedPort recorded(serial, clock);
   recorded.write(bytesOf("before"));
-  ASSERT_EQ(recorder.start(file, clock.now()), std::nullopt);
+  terminal().send(Bytes{0x20});
+  ASSERT_EQ(recorded.startRecording(file), std::nullopt);
+  EXPECT_EQ(recorded.readAll(), Bytes{0x20}) << "come before, and of the recording no part";
   clock.delay(1500ms);
   recorded.write(bytesOf("\x01UT\r"));
   terminal().send(Bytes{0x00, 0xFF});
@@ -32,7 +33,7 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   clock.delay(20ms);
   terminal().send(Bytes{0x0A});
   recorded.clearInput();
-  EXPECT_EQ(recorder.stop(), std::nullopt);
+  EXPECT_EQ(recorded.stopRecording(), std::nullopt);
   EXPECT_EQ(folder.read("a.rec"),
             "touch recording 1\n1.500000 > 01 55 54 0D\n1.500000 < 00 FF\n1.520000 < 0A\n");
 
@@ -53,6 +54,32 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
     EXPECT_TRUE(replay.isFinished());
     replay.close();
   }
+}
+
+TEST_F(RecordingTest, TakesWhatComesWhenItComesAlsoWhileNobodyReads) {
+  ASSERT_EQ(port.take(), std::nullopt);
+  RecordedPort recorded(serial, clock);
+  ASSERT_EQ(recorded.startRecording(file), std::nullopt);
+  const Bytes flood(4000, 0x55);  // nearly what a line holds
+  for (int i = 0; i < 3; ++i) {
+    clock.after(std::chrono::milliseconds(100 * i + 99), [&] { terminal().send(flood); });
+    clock.after(std::chrono::milliseconds(100 * i + 102), [&, i] {
+      EXPECT_EQ(recorded.inBufferCount(), flood.size() * static_cast<std::size_t>(i + 1));
+    });
+  }
+  clock.delay(400ms);
+  EXPECT_EQ(recorded.readAll().size(), 3 * flood.size()) << "the reader gets it as well";
+  terminal().send(Bytes{0x41});
+  recorded.close();
+  EXPECT_EQ(recorded.stopRecording(), std::nullopt);
+  const auto read = readRecording(file);
+  ASSERT_TRUE(read);
+  ASSERT_EQ(read->size(), 4u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(read->at(i).time, std::chrono::milliseconds(100 * i + 100));
+    EXPECT_EQ(read->at(i).bytes, flood);
+  }
+  EXPECT_EQ(read->back().bytes, Bytes{0x41});
 }
 
 TEST_F(RecordingTest, IsReadBackAsItWasWritten) {
