@@ -365,7 +365,8 @@ void frmMain::paintEvent(QPaintEvent* event) {
 }
 
 void frmMain::begin() {
-  if (std::exchange(begun_, true)) return;
+  // Whoever closes the window at once finds nothing begun.
+  if (ended_ || std::exchange(begun_, true)) return;
   emit seen();
   makeOtherPages();
   connectPages();

@@ -105,6 +105,18 @@ TEST_F(MainWindow, TakesABadPictureAndNoControllerInItsStride) {
             journal.end());
 }
 
+TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
+  window = std::make_unique<frmMain>(access(), prompt, port, trace,
+                                     TestParts{switches, files, linearity},
+                                     Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+  window->open();
+  window->close();
+  QApplication::processEvents();
+  window->grab();
+  QApplication::processEvents();
+  EXPECT_EQ(journal, Lines{}) << "nobody was asked, so nothing is to be locked";
+}
+
 TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   script.replies["CR"] = {test::acknowledgement};
   script.replies["R"] = {test::acknowledgement};
