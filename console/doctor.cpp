@@ -221,14 +221,21 @@ void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
         permission.wayOut());
     return;
   }
-  if (const PortHolders holders = portHolders(port.device); !holders.known.empty()) {
+  const PortHolders holders = portHolders(port.device);
+  if (!holders.known.empty()) {
     findings.add(
         note, filled(say("console", "%1: in use by %2."), {served, holders.names()}),
         say("console", "Only one program at a time can talk to a controller."),
         say("console", "Close it before you search the COM ports or open the serial debugger."));
     return;
   }
-  findings.add(ok, filled(say("console", "%1: can be opened."), {served}), {},
+  // Nobody has tried: what opening would meet with is all that can be said.
+  const std::string outlook =
+      holders.complete
+          ? say("console", "%1: this user may open it, and no program has it.")
+          : say("console",
+                "%1: this user may open it. Whether another program has it, opening it will tell.");
+  findings.add(ok, filled(outlook, {served}), {},
                port.number > 0
                    ? std::string()
                    : filled(say("console", "To use it, start with %1."), {choose + port.device}));

@@ -739,8 +739,12 @@
         <translation>Schließen Sie es, bevor Sie die COM-Ports durchsuchen oder den seriellen Debugger öffnen.</translation>
     </message>
     <message>
-        <source>%1: can be opened.</source>
-        <translation>%1: kann geöffnet werden.</translation>
+        <source>%1: this user may open it, and no program has it.</source>
+        <translation>%1: Dieser Benutzer darf den Port öffnen, und kein Programm benutzt ihn.</translation>
+    </message>
+    <message>
+        <source>%1: this user may open it. Whether another program has it, opening it will tell.</source>
+        <translation>%1: Dieser Benutzer darf den Port öffnen. Ob ein anderes Programm ihn benutzt, zeigt sich erst beim Öffnen.</translation>
     </message>
     <message>
         <source>To use it, start with %1.</source>

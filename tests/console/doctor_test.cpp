@@ -136,7 +136,11 @@ TEST_F(Doctor, LooksAtFolderScreensPortsAndFiles) {
   EXPECT_THAT(found("screens"), testing::ElementsAre(StartsWith("note: No display")));
 
   patient.ports.assign("4=/dev/there-is-none");
+  patient.ports.assign("5=/dev/full");
   EXPECT_EQ(found("ports").front(), "problem: COM4 (/dev/there-is-none): there is no such device.");
+  // It opens no port to see.
+  EXPECT_THAT(found("ports"),
+              testing::Contains(StartsWith("ok: COM5 (/dev/full): this user may open it")));
 
   const struct {
     const char* name;
