@@ -11,6 +11,7 @@
 #include "console/diagnostics_file.h"
 #include "console/doctor_report.h"
 #include "core/system_name.h"
+#include "core/text_encoding.h"
 
 namespace touch {
 
@@ -84,7 +85,7 @@ void addDoctorCommand(const CommandLine& line) {
   const auto save = std::make_shared<std::optional<fs::path>>();
   doctor
       .add_option_function<std::string>(
-          "--save", [save](const std::string& file) { *save = file; },
+          "--save", [save](const std::string& file) { *save = pathNamed(file); },
           "Also write a diagnostics file: what was found, the settings and parameters of each "
           "controller, and, with "
           "--trace, all that was said")

@@ -113,6 +113,7 @@ TEST(Completion, IsWhatBashOffers) {
       {{TOUCHCTL, "info", "--js"}, "--json"},
       {{TOUCHCTL, "params", "load", file}, file + " panel.vrq"},
       {{TOUCHCTL, "--work-dir", file}, ""},
+      {{TOUCHCTL, "doctor", "--save", file}, file + " panel.vrq"},
       {{TOUCHCTL, "--com", "2", "=", file}, file + " panel.vrq"},
       {{TOUCHCTL, "no-such-command", ""}, ""},
       {{TOUCHSIM, "--controller", "RS232\\ DEVICE\\ 1"}, "RS232\\ DEVICE\\ 1"},

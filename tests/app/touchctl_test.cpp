@@ -260,7 +260,7 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
   };
   for (const auto& [words, status, topic, what] : cases) {
     Words asked = words;
-    asked.insert(asked.end(), {"--json", "--save", "@/d.zip", "--yes"});
+    asked.insert(asked.end(), {"--json", "--save", "@/Prüfung-触.zip", "--yes"});
     const Ended ended = run(asked);
     EXPECT_EQ(ended.status, status) << ended.errors;
     const json report = json::parse(ended.output);
@@ -269,7 +269,7 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
       if (finding.at("topic") == topic) found += finding.at("what").get<std::string>() + '\n';
     }
     EXPECT_THAT(found, HasSubstr(what));
-    const std::string file = folder.path() / "d.zip";
+    const std::string file = folder.path() / "Prüfung-触.zip";
     EXPECT_EQ(runProgram("/usr/bin/unzip", {"-p", file, "doctor.json"}).output, ended.output);
   }
 }
