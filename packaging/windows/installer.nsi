@@ -39,6 +39,8 @@ VIAddVersionKey FileVersion "${VERSION}"
 VIAddVersionKey FileDescription "Installer of TouchUtility"
 VIAddVersionKey LegalCopyright ""
 
+Var updating ; the uninstaller makes way for another version
+
 ; A program that runs cannot be replaced or removed.
 !macro RefuseWhileRunning PROGRAM
   ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
@@ -60,7 +62,7 @@ Section
   ReadRegStr $0 HKCU "${KEY}" "InstallLocation"
   ${If} $0 != ""
   ${AndIf} ${FileExists} "$0\uninstall.exe"
-    ExecWait '"$0\uninstall.exe" /S _?=$0'
+    ExecWait '"$0\uninstall.exe" /S /UPDATE _?=$0'
   ${EndIf}
 
   !insertmacro InstallFiles
@@ -89,11 +91,37 @@ Section
   WriteRegDWORD HKCU "${KEY}" "EstimatedSize" $0
 SectionEnd
 
+; What the program keeps for itself while somebody draws. Strokes of a run that was interrupted are to be offered by the
+; version that comes next; once there is none, nobody can read them.
+!macro RemoveWorkingFiles FOLDER
+  Delete "${FOLDER}\in-use.lock"
+  Delete "${FOLDER}\probe.tmp"
+  Delete "${FOLDER}\*.tmp.new*"
+  ${If} $updating == no
+    Delete "${FOLDER}\tmp???.tmp"
+  ${EndIf}
+  RMDir "${FOLDER}"
+!macroend
+
 ; Folders go only when nothing of the user's is in them.
 Section Uninstall
   !insertmacro RefuseWhileRunning touchutility.exe
   !insertmacro RefuseWhileRunning touchctl.exe
   SetOutPath "$TEMP"
+  StrCpy $updating no
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/UPDATE" $1
+  ${IfNot} ${Errors}
+    StrCpy $updating yes
+  ${EndIf}
+  !insertmacro RemoveWorkingFiles "$INSTDIR\tmp"
+  !insertmacro RemoveWorkingFiles "$DOCUMENTS\TouchUtility\tmp"
+  !insertmacro RemoveWorkingFiles "$APPDATA\TouchUtility\tmp"
+  ${For} $1 2 9
+    !insertmacro RemoveWorkingFiles "$APPDATA\TouchUtility\tmp$1"
+  ${Next}
+  RMDir "$APPDATA\TouchUtility"
   !insertmacro RemoveFiles
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR"
