@@ -433,6 +433,7 @@ void frmMain::showIdle() {
   release_->setEnabled(true);
   if (pinWindow_ != nullptr) pinWindow_->setEnabled(true);
   if (focusBeforeBusy_) focusBeforeBusy_->setFocus();
+  maintenancePage_->watchTrace();
 }
 
 void frmMain::showStatus(const std::string& text) {

@@ -176,6 +176,14 @@ void frmMaintenancePage::allowUndo(bool possible) {
   undo_->setEnabled(possible);
 }
 
+void frmMaintenancePage::watchTrace() {
+  const auto reason = trace_.takeBreak();
+  if (!reason) return;
+  const QSignalBlocker silent(traceSwitch_);
+  traceSwitch_->setChecked(false);
+  emit statusChanged(shownText(*reason));
+}
+
 void frmMaintenancePage::switchTrace(bool on) {
   if (!on) {
     trace_.stop();

@@ -25,6 +25,8 @@ class frmMaintenancePage final : public QWidget {
   void setPossible(bool possible);
   /// Whether there is something that "Undo" would take back.
   void allowUndo(bool possible);
+  /// Tells when the trace has ended early, and switches it off.
+  void watchTrace();
 
  signals:
   void defaultsRequested();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <cstring>
@@ -125,6 +126,10 @@ void Trace::stop() {
 void Trace::write(std::string_view members) {
   if (!isOn()) return;
   file_ << "{\"time\":\"" << utcNow() << "\"," << members << "}\n" << std::flush;
+  if (file_) return;
+  break_ = filled(say("core", "The trace file %1 ends early, because it cannot be written on: %2"),
+                  {path_.string(), std::strerror(errno)});
+  stop();
 }
 
 #define TOUCH_TRACED(name, parameters, arguments)                     \

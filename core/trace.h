@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/driver.h"
 #include "core/serial_port.h"
@@ -20,6 +21,8 @@ class Trace {
   std::optional<std::string> start(const std::filesystem::path& file);
   void stop();
   bool isOn() const { return file_.is_open(); }
+  /// Why the trace ended before it was stopped, once: a full disk ends it.
+  std::optional<std::string> takeBreak() { return std::exchange(break_, std::nullopt); }
   /// Where it is, or was last, written.
   const std::filesystem::path& path() const { return path_; }
 
@@ -29,6 +32,7 @@ class Trace {
  private:
   std::ofstream file_;
   std::filesystem::path path_;
+  std::optional<std::string> break_;
 };
 
 /// A driver that is traced. The inner driver outlives it.

@@ -966,6 +966,10 @@
         <translation>Die Mitschnittdatei %1 kann nicht geschrieben werden: %2</translation>
     </message>
     <message>
+        <source>The trace file %1 ends early, because it cannot be written on: %2</source>
+        <translation>Die Mitschnittdatei %1 endet vorzeitig, weil sie sich nicht weiterschreiben lässt: %2</translation>
+    </message>
+    <message>
         <source>a place that can be written</source>
         <translation>ein beschreibbarer Ort</translation>
     </message>

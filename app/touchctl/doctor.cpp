@@ -73,6 +73,7 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
     complain(saved.describe(*save));
     if (saved.error) return ExitStatus::failed;
   }
+  if (const auto reason = trace.takeBreak()) complain(*reason);
   return statusOf(diagnosis, patient.access.has_value());
 }
 

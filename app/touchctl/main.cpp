@@ -18,7 +18,10 @@ ExitStatus run(const Arguments& arguments) {
   catchInterrupt();
   auto status = ExitStatus::done;
   const auto shell = Shell::open(arguments.options(), status);
-  return shell ? arguments.command()(*shell) : status;
+  if (!shell) return status;
+  status = arguments.command()(*shell);
+  if (const auto reason = shell->takeTraceBreak()) complain(*reason);
+  return status;
 }
 
 }  // namespace

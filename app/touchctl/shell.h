@@ -51,6 +51,8 @@ class Shell {
   /// A serial port of its own, traced like the driver.
   std::unique_ptr<SerialPort> makeSerialPort();
   const std::optional<Simulation>& simulation() const { return simulation_; }
+  /// Why the trace ended early, once.
+  std::optional<std::string> takeTraceBreak() { return trace_.takeBreak(); }
   const ShellOptions& options() const { return options_; }
   const std::string& controller() const { return session_.controllerName; }
 

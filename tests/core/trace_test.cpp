@@ -5,6 +5,7 @@
 
 #include "core/connection.h"
 #include "tests/support/desk.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
@@ -58,6 +59,22 @@ TEST_F(Tracing, SaysWhyAFileCannotBeWritten) {
   const auto complaint = trace.start(folder.path() / "missing" / "trace.json");
   ASSERT_TRUE(complaint);
   EXPECT_NE(complaint->find("No such file or directory"), complaint->npos) << *complaint;
+}
+
+TEST_F(Tracing, EndsAndSaysSoOnceWhenTheDiskIsFull) {
+  const auto file = folder.path() / "trace.json";
+  {
+    const test::SmallDisk disk(100);
+    ASSERT_FALSE(trace.start(file));
+    trace.write("\"call\":\"A\"");
+    EXPECT_EQ(trace.takeBreak(), std::nullopt);
+    trace.write("\"call\":\"" + std::string(100, 'B') + '"');
+  }
+  EXPECT_FALSE(trace.isOn());
+  const auto reason = trace.takeBreak();
+  ASSERT_TRUE(reason);
+  EXPECT_NE(reason->find(file.string()), reason->npos) << *reason;
+  EXPECT_EQ(trace.takeBreak(), std::nullopt);
 }
 
 }  // namespace

@@ -16,8 +16,8 @@
 
 #include "linetest/drawing_file.h"
 #include "tests/linetest/recording_surface.h"
-#include "tests/linetest/small_disk.h"
 #include "tests/support/scripted_prompt.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/virtual_clock.h"
 

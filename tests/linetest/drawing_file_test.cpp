@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/linetest/small_disk.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {

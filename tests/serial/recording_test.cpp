@@ -1,8 +1,8 @@
 #include "serial/recording.h"
 
 #include "serial/recording_ports.h"
-#include "tests/linetest/small_disk.h"
 #include "tests/serial/debugger_bench.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {

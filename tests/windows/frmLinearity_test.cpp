@@ -8,8 +8,8 @@
 #include <QScreen>
 #include <QTableWidget>
 
-#include "tests/linetest/small_disk.h"
 #include "tests/support/comma_locale.h"
+#include "tests/support/small_disk.h"
 #include "tests/windows/drawing_desk.h"
 
 namespace touch {

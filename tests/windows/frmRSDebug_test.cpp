@@ -9,7 +9,7 @@
 #include <QScrollBar>
 #include <QTabWidget>
 
-#include "tests/linetest/small_disk.h"
+#include "tests/support/small_disk.h"
 #include "tests/windows/main_window_desk.h"
 #include "tests/windows/serial_desk.h"
 
