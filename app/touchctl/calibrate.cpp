@@ -65,7 +65,7 @@ ExitStatus checkAndCalibrate(Shell& shell, int points) {
   return onController([points](Shell& chosen) { return calibrate(chosen, points); })(shell);
 }
 
-void printError(const char* when, const std::optional<Simulation::PanelError>& error) {
+void printPanelError(const char* when, const std::optional<Simulation::PanelError>& error) {
   if (!error) return;
   print("  error {}: {}\n", when, panelErrorText(*error));
 }
@@ -97,8 +97,8 @@ ExitStatus calibrate(Shell& shell, int points) {
     complain("the calibration was not completed; nothing was stored");
     return ExitStatus::failed;
   }
-  printError("before", before);
-  printError("after ", shell.simulation()->panelError(shell.controller()));
+  printPanelError("before", before);
+  printPanelError("after ", shell.simulation()->panelError(shell.controller()));
   return ExitStatus::done;
 }
 

@@ -29,6 +29,7 @@ std::optional<std::string> answeredLine() {
   std::string answer;
   if (awaitInput() && std::getline(std::cin, answer)) return answer;
   printError("\n");
+  complain("no answer came");
   return std::nullopt;
 }
 
