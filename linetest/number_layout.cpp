@@ -15,7 +15,7 @@ namespace touch {
 namespace {
 
 constexpr std::size_t zoneWidth = 14;
-constexpr std::size_t leastPiece = std::size_t{64} << 10U;
+constexpr std::size_t leastPiece = std::size_t{16} << 10U;
 // A sign, a point, the digits, and what shows that they end there.
 constexpr std::size_t longestPlain = 32;
 
