@@ -1,13 +1,26 @@
 #include "app/touchctl/output.h"
 
 #include <cstdio>
-#include <tuple>
+#include <system_error>
 
 namespace touch {
 
+namespace {
+
+// By {fmt}, which a console of Windows shows every character through.
+void write(std::FILE* stream, std::string_view text) {
+  try {
+    fmt::print(stream, "{}", text);
+  } catch (const std::system_error&) {
+    // The stream itself remembers that it failed.
+    return;
+  }
+}
+
+}  // namespace
+
 void printText(std::string_view text) {
-  // The stream itself remembers that it failed.
-  std::ignore = std::fwrite(text.data(), 1, text.size(), stdout);
+  write(stdout, text);
 }
 
 bool flushOutput() {
@@ -19,7 +32,7 @@ bool outputIsLost() {
 }
 
 void printError(std::string_view text) {
-  std::ignore = std::fwrite(text.data(), 1, text.size(), stderr);
+  write(stderr, text);
 }
 
 }  // namespace touch
