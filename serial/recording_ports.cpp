@@ -24,7 +24,7 @@ RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
 
 std::optional<FileError> RecordedPort::startRecording(const std::filesystem::path& file) {
   collect();
-  const auto failed = recorder_.start(file, clock_.now());
+  auto failed = recorder_.start(file, clock_.now());
   if (!failed) timer_->start(recordingInterval);
   return failed;
 }
