@@ -488,6 +488,8 @@ void frmRSDebug::end() {
   ended_ = true;
   timer_->stop();
   debugger_.leave();
+  // A click that is already on its way would open a dialog on a window that goes.
+  setEnabled(false);
   hide();
   // When the event in hand is through: what follows destroys this window or ends the program.
   QTimer::singleShot(0, this, [this] { onEnded_(*putOff_); });
