@@ -30,13 +30,20 @@ std::error_code lastError() {
   return {errno, std::generic_category()};
 }
 
-std::error_code writeOut(std::FILE* file, std::string_view content) {
+std::error_code writeOut(std::FILE* file, const NextPiece& next) {
   errno = 0;
-  // An empty text may have no address at all, which fwrite must not see.
-  const bool written =
-      content.empty() || std::fwrite(content.data(), 1, content.size(), file) == content.size();
+  bool written = true;
+  for (std::string piece; written && next(piece);)
+    written = std::fwrite(piece.data(), 1, piece.size(), file) == piece.size();
   if (!written || std::fflush(file) != 0 || !reachDisk(file)) return lastError();
   return {};
+}
+
+NextPiece allOf(std::string_view content) {
+  return [content, given = false](std::string& piece) mutable {
+    piece = content;
+    return !std::exchange(given, true);
+  };
 }
 
 /// A new file beside `path`. What a crash left behind under such a name is not ours to judge: the
@@ -63,6 +70,10 @@ bool endsWithinALine(const fs::path& path) {
 }  // namespace
 
 std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view content) {
+  return writeWholeFile(path, allOf(content));
+}
+
+std::optional<FileError> writeWholeFile(const fs::path& path, const NextPiece& next) {
   std::error_code failed;
   // The file behind a link is replaced, not the link.
   const fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
@@ -83,7 +94,7 @@ std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view c
     std::error_code ignored;
     fs::permissions(beside, there.permissions() & fs::perms::all, ignored);
   }
-  failed = writeOut(file.get(), content);
+  failed = writeOut(file.get(), next);
   file.reset();
   if (!failed) fs::rename(beside, target, failed);
   if (!failed) return std::nullopt;
@@ -101,7 +112,7 @@ std::optional<FileError> appendLine(const fs::path& path, std::string_view line)
   errno = 0;
   File file = openForAppending(path);
   if (!file) return writeError(path, lastError());
-  failed = writeOut(file.get(), text);
+  failed = writeOut(file.get(), allOf(text));
   file.reset();
   if (!failed) return std::nullopt;
   std::error_code ignored;

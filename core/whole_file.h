@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -22,6 +23,12 @@ inline constexpr std::string_view unfinishedEnding = ".new";
 /// and nothing else is left behind.
 std::optional<FileError> writeWholeFile(const std::filesystem::path& path,
                                         std::string_view content);
+
+/// Puts the next piece of a text in place of what is in `piece`; false when there is none.
+using NextPiece = std::function<bool(std::string& piece)>;
+
+/// The same for a content that should not be in memory as a whole.
+std::optional<FileError> writeWholeFile(const std::filesystem::path& path, const NextPiece& next);
 
 /// Appends `line` and LF to `path`, made when missing, and flushes to the disk. After an error,
 /// which is returned, the file ends where it ended before. A last line that was cut off by a crash

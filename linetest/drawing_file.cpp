@@ -85,7 +85,13 @@ Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
 
 std::optional<FileError> writeDrawing(const std::filesystem::path& path,
                                       std::span<const Stroke> strokes) {
-  return writeWholeFile(path, drawingText(strokes));
+  return writeWholeFile(path, [strokes, number = 0](std::string& piece) mutable {
+    if (static_cast<std::size_t>(number) == strokes.size()) return false;
+    piece.clear();
+    appendStroke(piece, number, strokes[static_cast<std::size_t>(number)]);
+    ++number;
+    return true;
+  });
 }
 
 std::filesystem::path withDrawingExtension(const std::filesystem::path& name) {
