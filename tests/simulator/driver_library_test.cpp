@@ -4,6 +4,7 @@
 #include <array>
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 
@@ -96,16 +97,17 @@ TEST(DriverLibrary, answersNeverOverrunTheirBuffer) {
 }
 
 TEST(DriverLibrary, takesItsPortsAlongWhenUnloaded) {
-  std::string path;
+  std::optional<SerialDevice> device;
   {
     const Library library;
     library.CloseCOMPort(library.OpenController("RS232 DEVICE 1"));
-    path = library.request("port RS232 DEVICE 1");
-    EXPECT_TRUE(SerialDevice(path).isOpen());
+    device.emplace(library.request("port RS232 DEVICE 1"));
+    EXPECT_TRUE(device->isOpen());
+    EXPECT_FALSE(device->hasHungUp());
     library.request("touch 0.5 0.5");
   }
   EXPECT_EQ(dlopen(SIMULATED_DRIVER_LIBRARY, RTLD_NOW | RTLD_NOLOAD), nullptr);
-  EXPECT_FALSE(SerialDevice(path).isOpen());
+  EXPECT_TRUE(device->hasHungUp());
 }
 
 }  // namespace

@@ -27,12 +27,13 @@ TEST_F(SerialPorts, existWhileTheDriverHasLetGo) {
   EXPECT_EQ(ask(handle, framed("UT")), "") << "the driver has no line to the controller";
   EXPECT_NE(driver.IsPenUp(handle), 0);
   driver.CloseController(handle);
-  EXPECT_TRUE(SerialDevice(path).isOpen()) << "the port outlives the handle";
+  const SerialDevice device(path);
+  EXPECT_TRUE(device.isOpen()) << "the port outlives the handle";
 
   handle = driver.OpenController(serialName);
   EXPECT_EQ(driver.ReopenCOMPort(handle), 1);
   EXPECT_EQ(port(), "");
-  EXPECT_FALSE(SerialDevice(path).isOpen());
+  EXPECT_TRUE(device.hasHungUp());
   EXPECT_EQ(ask(handle, framed("UT")), framed("QRMV0301"));
   EXPECT_EQ(driver.CloseCOMPort(driver.OpenController(usbName)), 0);
 }

@@ -24,6 +24,11 @@ class SerialDevice {
   }
 
   bool isOpen() const { return descriptor_ >= 0; }
+  /// Whether the other end is gone. Its path may be another line's by then, but not while this is open.
+  bool hasHungUp() const {
+    pollfd source{descriptor_, POLLIN, 0};
+    return poll(&source, 1, 0) == 1 && (source.revents & POLLHUP) != 0;
+  }
   bool send(std::string_view bytes) const {
     return write(descriptor_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
   }
