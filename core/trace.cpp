@@ -146,14 +146,13 @@ NEXAPI_OPERATIONS(TOUCH_TRACED)
 #undef TOUCH_TRACED
 
 void TracingSerialPort::note(std::string_view operation, std::string_view argument) {
-  if (!trace_.isOn()) return;
   std::string members = "\"serial\":\"" + std::string(operation) + '"';
   if (!argument.empty()) members += ",\"argument\":" + std::string(argument);
   trace_.write(members);
 }
 
 std::optional<std::string> TracingSerialPort::setSettings(std::string_view settings) {
-  note("settings", jsonText(settings));
+  if (trace_.isOn()) note("settings", jsonText(settings));
   return inner_->setSettings(settings);
 }
 
@@ -164,7 +163,7 @@ void TracingSerialPort::selectPort(int number) {
 
 std::optional<std::string> TracingSerialPort::open() {
   auto error = inner_->open();
-  note("open", error ? jsonText(*error) : std::string());
+  if (trace_.isOn()) note("open", error ? jsonText(*error) : std::string());
   return error;
 }
 
@@ -184,13 +183,13 @@ void TracingSerialPort::clearOutput() {
 }
 
 void TracingSerialPort::write(std::span<const std::uint8_t> bytes) {
-  note("write", jsonBytes(bytes));
+  if (trace_.isOn()) note("write", jsonBytes(bytes));
   inner_->write(bytes);
 }
 
 std::vector<std::uint8_t> TracingSerialPort::readAll() {
   auto bytes = inner_->readAll();
-  if (!bytes.empty()) note("read", jsonBytes(bytes));
+  if (trace_.isOn() && !bytes.empty()) note("read", jsonBytes(bytes));
   return bytes;
 }
 
