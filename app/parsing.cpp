@@ -7,14 +7,17 @@
 namespace touch {
 
 std::optional<int> parseCommandLine(CLI::App& app, const Manual& manual, const KnownValues& known,
-                                    int argc, char** argv) {
+                                    int argc, char** argv,
+                                    const std::function<void()>& declareAll) {
   constexpr int exitWrongUse = 2;
   const std::string_view first = argc > 1 ? argv[1] : "";
   if (first == "--man") {
+    declareAll();
     std::fputs(manPage(app, manual).c_str(), stdout);
     return 0;
   }
   if (first == "--complete") {
+    declareAll();
     const std::vector<std::string> words(argv + 2, argv + argc);
     std::fputs(completions(app, known, words).c_str(), stdout);
     return 0;

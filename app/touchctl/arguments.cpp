@@ -27,7 +27,7 @@ Arguments::Arguments()
   addCommonOptions(app_, options_);
   app_.add_flag("--yes", options_.assumeYes, "Answer yes to every question");
   for (const auto addCommands : commandGroups)
-    addCommands({app_, options_, command_, fileCommand_, known_});
+    addCommands({app_, options_, command_, fileCommand_, known_, undeclared_});
 }
 
 void Arguments::parse(std::vector<std::string> words) {

@@ -16,6 +16,8 @@ class Arguments {
   void parse(std::vector<std::string> words);
 
   CLI::App& app() { return app_; }
+  /// Declares what each command takes, for those who list it; a line that is parsed declares what it names.
+  void declareAll() { undeclared_.declareAll(); }
   /// What the words of some options can be, for completion.
   const KnownValues& known() const { return known_; }
   const ShellOptions& options() const { return options_; }
@@ -23,6 +25,7 @@ class Arguments {
   const FileCommand& fileCommand() const { return fileCommand_; }
 
  private:
+  Undeclared undeclared_;
   CLI::App app_;
   ShellOptions options_;
   Command command_;

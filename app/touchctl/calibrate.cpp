@@ -103,14 +103,19 @@ ExitStatus calibrate(Shell& shell, int points) {
 }
 
 void addCalibrationCommands(const CommandLine& line) {
-  CLI::App& command = addCommand(line, line.app, "calibrate", "Calibrate a simulated controller");
-  const auto* const points = command.add_option("--points", "How many targets: 2, 3, 5 or 9")
+  addControllerCommand(line, line.app, "calibrate", "Calibrate a simulated controller",
+                       [line](CLI::App& calibrate) {
+                         const auto* const points =
+                             calibrate.add_option("--points", "How many targets: 2, 3, 5 or 9")
                                  ->check(CLI::IsMember({2, 3, 5, 9}))
                                  ->default_str("5")
                                  ->type_name("N");
-  command.callback([&chosen = line.command, points] {
-    chosen = [count = points->as<int>()](Shell& shell) { return checkAndCalibrate(shell, count); };
-  });
+                         calibrate.callback([line, points] {
+                           line.command = [count = points->as<int>()](Shell& shell) {
+                             return checkAndCalibrate(shell, count);
+                           };
+                         });
+                       });
 }
 
 }  // namespace touch

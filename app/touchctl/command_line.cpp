@@ -2,21 +2,45 @@
 
 namespace touch {
 
-CLI::App& addCommand(const CommandLine& line, CLI::App& group, const std::string& name,
-                     const std::string& description) {
-  CLI::App& command = *group.add_subcommand(name, description);
-  command
-      .add_option("--controller", line.options.controller,
-                  "The controller's name as 'list' shows it (default: the first that answers)")
-      ->type_name("NAME");
-  return command;
+void Undeclared::add(CLI::App& command, Declaration declare) {
+  waiting_.emplace(&command, std::move(declare));
+  command.preparse_callback([this, &command](std::size_t) { this->declare(command); });
 }
 
-CLI::App& addGroup(const CommandLine& line, const std::string& name,
-                   const std::string& description) {
-  CLI::App& group = *line.app.add_subcommand(name, description);
-  group.require_subcommand(0, 1);
-  return group;
+void Undeclared::declare(CLI::App& command) {
+  const auto declaration = waiting_.extract(&command);
+  if (!declaration.empty()) declaration.mapped()(command);
+}
+
+void Undeclared::declareAll() {
+  while (!waiting_.empty())
+    declare(*waiting_.begin()->first);
+}
+
+void addCommand(const CommandLine& line, CLI::App& group, const std::string& name,
+                const std::string& description, Declaration declare) {
+  line.undeclared.add(*group.add_subcommand(name, description), std::move(declare));
+}
+
+void addControllerCommand(const CommandLine& line, CLI::App& group, const std::string& name,
+                          const std::string& description, Declaration declare) {
+  addCommand(line, group, name, description,
+             [line, declare = std::move(declare)](CLI::App& command) {
+               command
+                   .add_option(
+                       "--controller", line.options.controller,
+                       "The controller's name as 'list' shows it (default: the first that answers)")
+                   ->type_name("NAME");
+               declare(command);
+             });
+}
+
+void addGroup(const CommandLine& line, const std::string& name, const std::string& description,
+              Declaration declare) {
+  addCommand(line, line.app, name, description, [declare = std::move(declare)](CLI::App& group) {
+    group.require_subcommand(0, 1);
+    declare(group);
+  });
 }
 
 void addJson(const CommandLine& line, CLI::App& command) {

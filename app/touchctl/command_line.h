@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,24 +18,45 @@ using Command = std::function<ExitStatus(Shell&)>;
 /// A command that needs neither driver nor controller.
 using FileCommand = std::function<ExitStatus()>;
 
+/// Declares what a command takes and does.
+using Declaration = std::function<void(CLI::App& command)>;
+
+/// Commands of which only names and descriptions are declared as yet. Declaring all that they take costs a program
+/// more than its start, and a line names one.
+class Undeclared {
+ public:
+  void add(CLI::App& command, Declaration declare);
+  /// What this command takes, and the names of its own commands; nothing when that has been done.
+  void declare(CLI::App& command);
+  void declareAll();
+
+ private:
+  std::map<CLI::App*, Declaration> waiting_;
+};
+
 /// The command line while it is declared. Each command that is given leaves its options in `options` and itself in
 /// `command` or `fileCommand`; what it was given is checked before that. Values that only a callback checks are told to
-/// `known`.
+/// `known`. What it refers to outlives the parsing.
 struct CommandLine {
   CLI::App& app;
   ShellOptions& options;
   Command& command;
   FileCommand& fileCommand;
   KnownValues& known;
+  Undeclared& undeclared;
 };
 
-/// Declares a command that works on a controller, which --controller names.
-CLI::App& addCommand(const CommandLine& line, CLI::App& group, const std::string& name,
-                     const std::string& description);
+/// Adds a command; `declare` is called when a line names it.
+void addCommand(const CommandLine& line, CLI::App& group, const std::string& name,
+                const std::string& description, Declaration declare);
 
-/// Declares a group of commands, one of which must follow its name.
-CLI::App& addGroup(const CommandLine& line, const std::string& name,
-                   const std::string& description);
+/// The same for one that works on a controller, which --controller names.
+void addControllerCommand(const CommandLine& line, CLI::App& group, const std::string& name,
+                          const std::string& description, Declaration declare);
+
+/// Adds a group of commands, one of which must follow its name; `declare` adds them.
+void addGroup(const CommandLine& line, const std::string& name, const std::string& description,
+              Declaration declare);
 
 /// Lets the command print JSON.
 void addJson(const CommandLine& line, CLI::App& command);

@@ -73,8 +73,9 @@ ExitStatus demonstrate(Shell& shell) {
 }  // namespace
 
 void addDemoCommand(const CommandLine& line) {
-  addCommand(line, line.app, "demo", "The main job in one go, on the simulated controllers")
-      .callback([&command = line.command] { command = demonstrate; });
+  addControllerCommand(
+      line, line.app, "demo", "The main job in one go, on the simulated controllers",
+      [line](CLI::App& demo) { demo.callback([line] { line.command = demonstrate; }); });
 }
 
 }  // namespace touch

@@ -80,19 +80,20 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
 }  // namespace
 
 void addDoctorCommand(const CommandLine& line) {
-  CLI::App& doctor = *line.app.add_subcommand("doctor", description);
-  doctor.footer(statusHelp);
-  addJson(line, doctor);
-  const auto save = std::make_shared<std::optional<fs::path>>();
-  doctor
-      .add_option_function<std::string>(
-          "--save", [save](const std::string& file) { *save = pathNamed(file); },
-          "Also write a diagnostics file: what was found, the settings and parameters of each "
-          "controller, and, with "
-          "--trace, all that was said")
-      ->type_name("FILE.zip");
-  doctor.callback([save, &options = line.options, &command = line.fileCommand] {
-    command = [save, &options] { return examineMachine(options, *save); };
+  addCommand(line, line.app, "doctor", description, [line](CLI::App& doctor) {
+    doctor.footer(statusHelp);
+    addJson(line, doctor);
+    const auto save = std::make_shared<std::optional<fs::path>>();
+    doctor
+        .add_option_function<std::string>(
+            "--save", [save](const std::string& file) { *save = pathNamed(file); },
+            "Also write a diagnostics file: what was found, the settings and parameters of each "
+            "controller, and, with "
+            "--trace, all that was said")
+        ->type_name("FILE.zip");
+    doctor.callback([line, save] {
+      line.fileCommand = [save, &options = line.options] { return examineMachine(options, *save); };
+    });
   });
 }
 

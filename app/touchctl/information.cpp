@@ -78,13 +78,15 @@ ExitStatus showInformation(Shell& shell) {
 }
 
 void addInformationCommands(const CommandLine& line) {
-  CLI::App& list = *line.app.add_subcommand("list", "List the controllers");
-  addJson(line, list);
-  list.callback([&command = line.command] { command = listControllers; });
-
-  CLI::App& info = addCommand(line, line.app, "info", "Identity and settings of a controller");
-  addJson(line, info);
-  info.callback([&command = line.command] { command = onController(showInformation); });
+  addCommand(line, line.app, "list", "List the controllers", [line](CLI::App& list) {
+    addJson(line, list);
+    list.callback([line] { line.command = listControllers; });
+  });
+  addControllerCommand(line, line.app, "info", "Identity and settings of a controller",
+                       [line](CLI::App& info) {
+                         addJson(line, info);
+                         info.callback([line] { line.command = onController(showInformation); });
+                       });
 }
 
 }  // namespace touch

@@ -207,32 +207,37 @@ ExitStatus measureSimulatedLines(Shell& shell) {
 }
 
 void addLinearityCommand(const CommandLine& line) {
-  CLI::App& command = *line.app.add_subcommand(
-      "linearity", "Measure how straight the lines of saved drawings are; status 1 when one fails");
-  const auto asked = std::make_shared<Measurement>();
-  command.add_option("FILE", asked->files, "Drawings, as touchutility saves them (.fdw)")
-      ->required();
-  command
-      .add_option("--panel-size", asked->panelSize,
-                  "The panel's active area in mm (default: 96 pixels an inch). --screen tells the "
-                  "size of the screen that was drawn on (default: 1024x768)")
-      ->type_name("WxH");
-  command.add_option("--limit", asked->limits.centre, "Greatest deviation that passes")
-      ->check(CLI::PositiveNumber)
-      ->capture_default_str();
-  command
-      .add_option("--edge-limit", asked->limits.edge, "The same within 3.5 mm of the panel's edge")
-      ->check(CLI::PositiveNumber)
-      ->capture_default_str();
-  command.add_flag("--percent", asked->percent,
-                   "Limits are percent of the panel's width or height, not mm");
-  command.add_option("--plot", asked->plot, "Draw the result page into this SVG file")
-      ->type_name("FILE");
-  addJson(line, command);
-  command.callback([&chosen = line.fileCommand, &options = line.options, asked] {
-    check(*asked);
-    chosen = [asked, &options] { return measure(*asked, options); };
-  });
+  addCommand(
+      line, line.app, "linearity",
+      "Measure how straight the lines of saved drawings are; status 1 when one fails",
+      [line](CLI::App& command) {
+        const auto asked = std::make_shared<Measurement>();
+        command.add_option("FILE", asked->files, "Drawings, as touchutility saves them (.fdw)")
+            ->required();
+        command
+            .add_option(
+                "--panel-size", asked->panelSize,
+                "The panel's active area in mm (default: 96 pixels an inch). --screen tells the "
+                "size of the screen that was drawn on (default: 1024x768)")
+            ->type_name("WxH");
+        command.add_option("--limit", asked->limits.centre, "Greatest deviation that passes")
+            ->check(CLI::PositiveNumber)
+            ->capture_default_str();
+        command
+            .add_option("--edge-limit", asked->limits.edge,
+                        "The same within 3.5 mm of the panel's edge")
+            ->check(CLI::PositiveNumber)
+            ->capture_default_str();
+        command.add_flag("--percent", asked->percent,
+                         "Limits are percent of the panel's width or height, not mm");
+        command.add_option("--plot", asked->plot, "Draw the result page into this SVG file")
+            ->type_name("FILE");
+        addJson(line, command);
+        command.callback([line, asked] {
+          check(*asked);
+          line.fileCommand = [asked, &options = line.options] { return measure(*asked, options); };
+        });
+      });
 }
 
 }  // namespace touch

@@ -29,8 +29,8 @@ ExitStatus run(const Arguments& arguments) {
 int main(int argc, char** argv) {
   const SystemText text(argc, argv);
   Arguments arguments;
-  if (const auto status =
-          parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc, argv)) {
+  if (const auto status = parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc,
+                                           argv, [&arguments] { arguments.declareAll(); })) {
     return *status;
   }
   auto status = run(arguments);

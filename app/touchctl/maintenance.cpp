@@ -27,24 +27,29 @@ ExitStatus reset(Shell& shell) {
 }  // namespace
 
 void addMaintenanceCommands(const CommandLine& line) {
-  addCommand(line, line.app, "defaults",
-             "Make the controller take back the values that it left the factory with")
-      .callback([&command = line.command] { command = onController(takeBackDefaults); });
-
-  addCommand(line, line.app, "reset", "Make the controller start anew")
-      .callback([&command = line.command] { command = onController(reset); });
-
-  CLI::App& monitor =
-      addCommand(line, line.app, "monitor", "Say which of several monitors the panel covers");
-  constexpr int mostMonitors = 255;
-  const auto* const number = monitor.add_option("N", "The monitor, counted from 1")
-                                 ->required()
-                                 ->check(CLI::Range(1, mostMonitors));
-  monitor.callback([&command = line.command, number] {
-    command = onController([monitor = number->as<int>()](Shell& shell) {
-      return doneOrFailed(assignMonitor(shell.access(), shell.prompt(), monitor));
-    });
-  });
+  addControllerCommand(
+      line, line.app, "defaults",
+      "Make the controller take back the values that it left the factory with",
+      [line](CLI::App& command) {
+        command.callback([line] { line.command = onController(takeBackDefaults); });
+      });
+  addControllerCommand(line, line.app, "reset", "Make the controller start anew",
+                       [line](CLI::App& command) {
+                         command.callback([line] { line.command = onController(reset); });
+                       });
+  addControllerCommand(
+      line, line.app, "monitor", "Say which of several monitors the panel covers",
+      [line](CLI::App& command) {
+        constexpr int mostMonitors = 255;
+        const auto* const number = command.add_option("N", "The monitor, counted from 1")
+                                       ->required()
+                                       ->check(CLI::Range(1, mostMonitors));
+        command.callback([line, number] {
+          line.command = onController([monitor = number->as<int>()](Shell& shell) {
+            return doneOrFailed(assignMonitor(shell.access(), shell.prompt(), monitor));
+          });
+        });
+      });
 }
 
 }  // namespace touch

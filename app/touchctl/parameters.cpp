@@ -164,6 +164,47 @@ const CLI::Option* addFile(CLI::App& command) {
   return command.add_option("FILE", "A .vrq file")->required();
 }
 
+void addBlockCommands(const CommandLine& line, CLI::App& group) {
+  addControllerCommand(line, group, "read", "Print the eight words", [line](CLI::App& read) {
+    addJson(line, read);
+    read.callback([line] { line.command = onController(readParameters); });
+  });
+  addControllerCommand(
+      line, group, "write", "Write single words, each read back", [line](CLI::App& write) {
+        const auto* const words =
+            write.add_option("ADDRESS=WORD", "In hexadecimal digits, e.g. 03=1A2B")
+                ->required()
+                ->expected(1, static_cast<int>(std::tuple_size_v<ParameterBlock>))
+                ->allow_extra_args();
+        write.callback([line, words] {
+          line.command = onController([values = parseWords(words->as<std::vector<std::string>>())](
+                                          Shell& shell) { return writeParameters(shell, values); });
+        });
+      });
+  addControllerCommand(
+      line, group, "save", "Keep the controller's block in a file", [line](CLI::App& save) {
+        save.callback([line, file = addFile(save)] {
+          line.command = onController([path = pathNamed(file->as<std::string>())](Shell& shell) {
+            return saveParameters(shell, path);
+          });
+        });
+      });
+  addControllerCommand(
+      line, group, "load", "Write a file's block to the controller", [line](CLI::App& load) {
+        load.callback([line, file = addFile(load)] {
+          line.command = withFile(pathNamed(file->as<std::string>()), loadParameters);
+        });
+      });
+  addControllerCommand(
+      line, group, "diff", "Compare the controller with a file; exit status 1 when they differ",
+      [line](CLI::App& diff) {
+        addJson(line, diff);
+        diff.callback([line, file = addFile(diff)] {
+          line.command = withFile(pathNamed(file->as<std::string>()), compareParameters);
+        });
+      });
+}
+
 }  // namespace
 
 void tellOfKeptBlock(const fs::path& file) {
@@ -173,42 +214,8 @@ void tellOfKeptBlock(const fs::path& file) {
 }
 
 void addParameterCommands(const CommandLine& line) {
-  CLI::App& group =
-      addGroup(line, "params", "The parameter block, which holds the controller's calibration");
-  Command& command = line.command;
-
-  CLI::App& read = addCommand(line, group, "read", "Print the eight words");
-  addJson(line, read);
-  read.callback([&command] { command = onController(readParameters); });
-
-  CLI::App& write = addCommand(line, group, "write", "Write single words, each read back");
-  const auto* const words = write.add_option("ADDRESS=WORD", "In hexadecimal digits, e.g. 03=1A2B")
-                                ->required()
-                                ->expected(1, static_cast<int>(std::tuple_size_v<ParameterBlock>))
-                                ->allow_extra_args();
-  write.callback([&command, words] {
-    command = onController([values = parseWords(words->as<std::vector<std::string>>())](
-                               Shell& shell) { return writeParameters(shell, values); });
-  });
-
-  CLI::App& save = addCommand(line, group, "save", "Keep the controller's block in a file");
-  save.callback([&command, file = addFile(save)] {
-    command = onController([path = pathNamed(file->as<std::string>())](Shell& shell) {
-      return saveParameters(shell, path);
-    });
-  });
-
-  CLI::App& load = addCommand(line, group, "load", "Write a file's block to the controller");
-  load.callback([&command, file = addFile(load)] {
-    command = withFile(pathNamed(file->as<std::string>()), loadParameters);
-  });
-
-  CLI::App& diff = addCommand(line, group, "diff",
-                              "Compare the controller with a file; exit status 1 when they differ");
-  addJson(line, diff);
-  diff.callback([&command, file = addFile(diff)] {
-    command = withFile(pathNamed(file->as<std::string>()), compareParameters);
-  });
+  addGroup(line, "params", "The parameter block, which holds the controller's calibration",
+           [line](CLI::App& group) { addBlockCommands(line, group); });
 }
 
 }  // namespace touch

@@ -126,33 +126,41 @@ ExitStatus checkAndSetPins(Shell& shell, const PinDefinition& definition) {
   return onController([&definition](Shell& chosen) { return setPins(chosen, definition); })(shell);
 }
 
+void addShow(const CommandLine& line, CLI::App& group) {
+  addControllerCommand(line, group, "show", "Print the definition that the controller holds",
+                       [line](CLI::App& show) {
+                         addJson(line, show);
+                         show.callback([line] { line.command = onController(showPins); });
+                       });
+}
+
+void addSet(const CommandLine& line, CLI::App& group) {
+  addControllerCommand(line, group, "set", "Write another definition", [line](CLI::App& set) {
+    const auto* const type = set.add_option("WIRES", "The sensor's number of wires: 4 or 5")
+                                 ->required()
+                                 ->check(CLI::IsMember({4, 5}));
+    const auto* const wires =
+        set.add_option("WIRE=CHANNEL:BIT", "Each wire's channel and bit, from 0 to 7")
+            ->required()
+            ->expected(1, static_cast<int>(wireNames(SensorType::fiveWire).size()))
+            ->allow_extra_args();
+    set.footer("With 4 wires: " + wiresText(SensorType::fourWire) +
+               "\nWith 5 wires: " + wiresText(SensorType::fiveWire));
+    set.callback([line, type, wires] {
+      const auto definition =
+          parsePins(type->as<int>() == 4 ? SensorType::fourWire : SensorType::fiveWire,
+                    wires->as<std::vector<std::string>>());
+      line.command = [definition](Shell& shell) { return checkAndSetPins(shell, definition); };
+    });
+  });
+}
+
 }  // namespace
 
 void addPinCommands(const CommandLine& line) {
-  CLI::App& group = addGroup(line, "pins", "How the touch sensor's wires are attached");
-  Command& command = line.command;
-
-  CLI::App& show =
-      addCommand(line, group, "show", "Print the definition that the controller holds");
-  addJson(line, show);
-  show.callback([&command] { command = onController(showPins); });
-
-  CLI::App& set = addCommand(line, group, "set", "Write another definition");
-  const auto* const type = set.add_option("WIRES", "The sensor's number of wires: 4 or 5")
-                               ->required()
-                               ->check(CLI::IsMember({4, 5}));
-  const auto* const wires =
-      set.add_option("WIRE=CHANNEL:BIT", "Each wire's channel and bit, from 0 to 7")
-          ->required()
-          ->expected(1, static_cast<int>(wireNames(SensorType::fiveWire).size()))
-          ->allow_extra_args();
-  set.footer("With 4 wires: " + wiresText(SensorType::fourWire) +
-             "\nWith 5 wires: " + wiresText(SensorType::fiveWire));
-  set.callback([&command, type, wires] {
-    const auto definition =
-        parsePins(type->as<int>() == 4 ? SensorType::fourWire : SensorType::fiveWire,
-                  wires->as<std::vector<std::string>>());
-    command = [definition](Shell& shell) { return checkAndSetPins(shell, definition); };
+  addGroup(line, "pins", "How the touch sensor's wires are attached", [line](CLI::App& group) {
+    addShow(line, group);
+    addSet(line, group);
   });
 }
 

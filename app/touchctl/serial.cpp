@@ -370,97 +370,102 @@ std::string addressArgument(const std::string& text) {
   return address;
 }
 
+/// The group whose commands talk over a serial port.
 struct Serial {
-  const CommandLine& line;
+  CommandLine line;
   CLI::App& group;
 
-  CLI::App& add(const std::string& name, const std::string& description) const {
-    CLI::App& command = addCommand(line, group, name, description);
-    command.get_option("--controller")
-        ->description(
-            "The controller whose port the driver lets go of, as 'list' shows it (default: the "
-            "first serial one)");
-    return command;
+  void add(const std::string& name, const std::string& description, Declaration declare) const {
+    addControllerCommand(line, group, name, description,
+                         [declare = std::move(declare)](CLI::App& command) {
+                           command.get_option("--controller")
+                               ->description(
+                                   "The controller whose port the driver lets go of, as 'list' "
+                                   "shows it (default: the first serial one)");
+                           declare(command);
+                         });
   }
-  void addSeconds(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) const {
+  static void addSeconds(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) {
     command
         .add_option_function<double>(
             "--seconds", [serial](double seconds) { serial->seconds = seconds; },
             "How long to listen (default: until Ctrl+C)")
         ->check(CLI::PositiveNumber);
   }
+  void addListening(const std::string& name, const std::string& description,
+                    ExitStatus (*work)(const SerialWork&)) const {
+    add(name, description, [line = line, work](CLI::App& command) {
+      const auto options = std::make_shared<SerialOptions>();
+      addJson(line, command);
+      addSeconds(command, options);
+      onSerialPort(line, command, options, work);
+    });
+  }
   void addFileCommand(const std::string& name, const std::string& description,
                       ExitStatus (*work)(const ShellOptions&, CommandSet, const fs::path&)) const {
-    CLI::App& command = *group.add_subcommand(name, description);
-    const auto serial = std::make_shared<SerialOptions>();
-    addSet(command, serial);
-    addJson(line, command);
-    const auto* const file = command.add_option("FILE", "A recording")->required();
-    command.callback([&alone = line.fileCommand, &options = line.options, serial, file, work] {
-      alone = [&options, serial, work, path = pathNamed(file->as<std::string>())] {
-        return work(options, serial->set, path);
-      };
+    addCommand(line, group, name, description, [line = line, work](CLI::App& command) {
+      const auto serial = std::make_shared<SerialOptions>();
+      addSet(command, serial);
+      addJson(line, command);
+      const auto* const file = command.add_option("FILE", "A recording")->required();
+      command.callback([line, serial, file, work] {
+        line.fileCommand = [&options = line.options, serial, work,
+                            path = pathNamed(file->as<std::string>())] {
+          return work(options, serial->set, path);
+        };
+      });
     });
   }
 };
 
 void addListeningCommands(const Serial& serial) {
-  const struct {
-    const char* name;
-    const char* description;
-    ExitStatus (*work)(const SerialWork&);
-  } commands[] = {
-      {"monitor", "Print what the controller sends, decoded", monitor},
-      {"rate", "Measure the report rate of one stroke", rate},
-  };
-  for (const auto& [name, description, work] : commands) {
-    CLI::App& command = serial.add(name, description);
-    const auto options = std::make_shared<SerialOptions>();
-    addJson(serial.line, command);
-    serial.addSeconds(command, options);
-    onSerialPort(serial.line, command, options, work);
-  }
-  CLI::App& recording = serial.add("record", "Record everything that the controller sends");
-  const auto options = std::make_shared<SerialOptions>();
-  const auto* const file = recording.add_option("FILE", "The recording to write")->required();
-  serial.addSeconds(recording, options);
-  onSerialPort(serial.line, recording, options, [file](const SerialWork& work) {
-    return record(work, pathNamed(file->as<std::string>()));
-  });
+  serial.addListening("monitor", "Print what the controller sends, decoded", monitor);
+  serial.addListening("rate", "Measure the report rate of one stroke", rate);
+  serial.add("record", "Record everything that the controller sends",
+             [line = serial.line](CLI::App& command) {
+               const auto options = std::make_shared<SerialOptions>();
+               const auto* const file =
+                   command.add_option("FILE", "The recording to write")->required();
+               Serial::addSeconds(command, options);
+               onSerialPort(line, command, options, [file](const SerialWork& work) {
+                 return record(work, pathNamed(file->as<std::string>()));
+               });
+             });
   serial.addFileCommand("decode", "Print the touch reports in a recording", decode);
   serial.addFileCommand("replay", "Print a recording at its own pace", replay);
 }
 
-void addExchangeCommands(const Serial& serial) {
-  CLI::App& sending = serial.add("send", "Send one command and print the answer");
-  const auto sendOptions = std::make_shared<SerialOptions>();
-  addJson(serial.line, sending);
+void declareSend(const CommandLine& line, CLI::App& command) {
+  addJson(line, command);
   const auto* const word =
-      sending.add_option("COMMAND", "As the set's list has it before the \"=\", e.g. iO")
+      command.add_option("COMMAND", "As the set's list has it before the \"=\", e.g. iO")
           ->required();
   const auto* const setting =
-      sending.add_option("--setting", "The item of an E02 entry's setting list, from 0")
+      command.add_option("--setting", "The item of an E02 entry's setting list, from 0")
           ->check(CLI::IsMember({0, 1}));
-  onSerialPort(serial.line, sending, sendOptions, [word, setting](const SerialWork& work) {
-    const auto item = setting->count() > 0 ? std::optional(setting->as<std::size_t>())
-                                           : std::optional<std::size_t>();
-    return send(work, word->as<std::string>(), item);
-  });
+  onSerialPort(line, command, std::make_shared<SerialOptions>(),
+               [word, setting](const SerialWork& work) {
+                 const auto item = setting->count() > 0 ? std::optional(setting->as<std::size_t>())
+                                                        : std::optional<std::size_t>();
+                 return send(work, word->as<std::string>(), item);
+               });
+}
 
-  CLI::App& reading = serial.add("read-word", "Read a word of the parameter memory");
-  addJson(serial.line, reading);
+void declareReadWord(const CommandLine& line, CLI::App& command) {
+  addJson(line, command);
   const auto address = std::make_shared<std::string>();
-  reading
+  command
       .add_option_function<std::string>(
           "ADDRESS", [address](const std::string& text) { *address = addressArgument(text); },
           "00 to 3F or 80 to FF")
       ->required();
-  onSerialPort(serial.line, reading, std::make_shared<SerialOptions>(),
+  onSerialPort(line, command, std::make_shared<SerialOptions>(),
                [address](const SerialWork& work) { return printWord(work, *address); });
+}
 
-  CLI::App& writing = serial.add("write-word", "Write a word of the parameter memory");
+void declareWriteWord(const CommandLine& line, CLI::App& command) {
   const auto both = std::make_shared<std::pair<std::string, std::string>>();
-  writing
+  command
       .add_option_function<std::string>(
           "ADDRESS=WORD",
           [both](const std::string& text) {
@@ -470,28 +475,41 @@ void addExchangeCommands(const Serial& serial) {
           },
           "In hexadecimal digits, e.g. 20=1234")
       ->required();
-  onSerialPort(
-      serial.line, writing, std::make_shared<SerialOptions>(),
-      [both](const SerialWork& work) { return writeWord(work, both->first, both->second); });
+  onSerialPort(line, command, std::make_shared<SerialOptions>(), [both](const SerialWork& work) {
+    return writeWord(work, both->first, both->second);
+  });
+}
 
-  CLI::App& finding = serial.add("find-port", "Find the controller on COM1 or COM2");
-  addJson(serial.line, finding);
-  onAnySerialPort(serial.line, finding, findPort);
-
-  CLI::App& changing =
-      serial.add("to-8n1", "Tell a controller at 7 data bits, 2 stop bits to change to 8 and 1");
-  onSerialPort(serial.line, changing, std::make_shared<SerialOptions>(), changeLine);
+void addExchangeCommands(const Serial& serial) {
+  const CommandLine& line = serial.line;
+  serial.add("send", "Send one command and print the answer",
+             [line](CLI::App& command) { declareSend(line, command); });
+  serial.add("read-word", "Read a word of the parameter memory",
+             [line](CLI::App& command) { declareReadWord(line, command); });
+  serial.add("write-word", "Write a word of the parameter memory",
+             [line](CLI::App& command) { declareWriteWord(line, command); });
+  serial.add("find-port", "Find the controller on COM1 or COM2", [line](CLI::App& command) {
+    addJson(line, command);
+    onAnySerialPort(line, command, findPort);
+  });
+  serial.add("to-8n1", "Tell a controller at 7 data bits, 2 stop bits to change to 8 and 1",
+             [line](CLI::App& command) {
+               onSerialPort(line, command, std::make_shared<SerialOptions>(), changeLine);
+             });
 }
 
 }  // namespace
 
 void addSerialCommands(const CommandLine& line) {
-  CLI::App& group = addGroup(line, "serial", "Talk to a controller over its serial port directly");
-  group.footer(
-      "The driver lets go of the port meanwhile and gets it back at the end, whatever happens.");
-  const Serial serial{line, group};
-  addListeningCommands(serial);
-  addExchangeCommands(serial);
+  addGroup(line, "serial", "Talk to a controller over its serial port directly",
+           [line](CLI::App& group) {
+             group.footer(
+                 "The driver lets go of the port meanwhile and gets it back at the end, whatever "
+                 "happens.");
+             const Serial serial{line, group};
+             addListeningCommands(serial);
+             addExchangeCommands(serial);
+           });
 }
 
 }  // namespace touch

@@ -58,25 +58,24 @@ void addRunning(const CommandLine& line, CLI::App& command,
                 const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
   command.add_flag("--no-driver", serial->withoutDriver,
                    "Bind no driver: nobody else has the port");
-  command.callback(
-      [serial, action, &line_ = line.options, &bound = line.command, &alone = line.fileCommand] {
-        if (serial->withoutDriver) {
-          alone = [serial, action, &line_] {
-            Session session;
-            NoDriver driver;
-            SystemClock clock;
-            ShellPrompt prompt(line_.assumeYes);
-            AsioSerialPort port(line_.comPorts);
-            return runOn({session, driver, clock}, prompt, port, line_, *serial, action);
-          };
-          return;
-        }
-        bound = [serial, action](Shell& shell) {
-          if (!chooseSerialController(shell)) return ExitStatus::noController;
-          const auto port = shell.makeSerialPort();
-          return runOn(shell.access(), shell.prompt(), *port, shell.options(), *serial, action);
-        };
-      });
+  command.callback([line, serial, action] {
+    if (serial->withoutDriver) {
+      line.fileCommand = [serial, action, &options = line.options] {
+        Session session;
+        NoDriver driver;
+        SystemClock clock;
+        ShellPrompt prompt(options.assumeYes);
+        AsioSerialPort port(options.comPorts);
+        return runOn({session, driver, clock}, prompt, port, options, *serial, action);
+      };
+      return;
+    }
+    line.command = [serial, action](Shell& shell) {
+      if (!chooseSerialController(shell)) return ExitStatus::noController;
+      const auto port = shell.makeSerialPort();
+      return runOn(shell.access(), shell.prompt(), *port, shell.options(), *serial, action);
+    };
+  });
 }
 
 }  // namespace

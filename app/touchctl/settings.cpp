@@ -102,34 +102,39 @@ ExitStatus changeSetting(Shell& shell, const Setting& setting, int value) {
 }
 
 void addSettingCommands(const CommandLine& line) {
-  CLI::App& get = addCommand(line, line.app, "get", "Print the settings, or one of them");
-  addJson(line, get);
-  const auto* const wanted = get.add_option("NAME", "The setting; all without it");
-  line.known.add(*wanted, settingNames());
-  get.footer(settingHelp());
-  get.callback([&command = line.command, wanted] {
-    const auto settings =
-        wanted->empty() ? settingTable() : std::span(&settingNamed(wanted->as<std::string>()), 1);
-    command = onController([settings](Shell& shell) { return showSettings(shell, settings); });
-  });
-
-  CLI::App& set = addCommand(line, line.app, "set", "Change a setting");
-  const auto* const name = set.add_option("NAME", "The setting")->required();
-  const auto* const text = set.add_option("VALUE", "Its new value")->required();
-  line.known.add(*name, settingNames());
-  for (const Setting& setting : settingTable()) {
-    std::vector<std::string> values;
-    for (const SettingChoice& choice : setting.choices)
-      values.emplace_back(choice.name);
-    line.known.add(*text, std::move(values), std::string(setting.name));
-  }
-  set.footer(settingHelp());
-  set.callback([&command = line.command, name, text] {
-    const Setting& setting = settingNamed(name->as<std::string>());
-    const auto value = parseSetting(setting, text->as<std::string>());
-    if (!value) refuseArgument("VALUE", value.error());
-    command = onController(
-        [&setting, value = *value](Shell& shell) { return changeSetting(shell, setting, value); });
+  addControllerCommand(
+      line, line.app, "get", "Print the settings, or one of them", [line](CLI::App& get) {
+        addJson(line, get);
+        const auto* const wanted = get.add_option("NAME", "The setting; all without it");
+        line.known.add(*wanted, settingNames());
+        get.footer(settingHelp());
+        get.callback([line, wanted] {
+          const auto settings = wanted->empty()
+                                    ? settingTable()
+                                    : std::span(&settingNamed(wanted->as<std::string>()), 1);
+          line.command =
+              onController([settings](Shell& shell) { return showSettings(shell, settings); });
+        });
+      });
+  addControllerCommand(line, line.app, "set", "Change a setting", [line](CLI::App& set) {
+    const auto* const name = set.add_option("NAME", "The setting")->required();
+    const auto* const text = set.add_option("VALUE", "Its new value")->required();
+    line.known.add(*name, settingNames());
+    for (const Setting& setting : settingTable()) {
+      std::vector<std::string> values;
+      for (const SettingChoice& choice : setting.choices)
+        values.emplace_back(choice.name);
+      line.known.add(*text, std::move(values), std::string(setting.name));
+    }
+    set.footer(settingHelp());
+    set.callback([line, name, text] {
+      const Setting& setting = settingNamed(name->as<std::string>());
+      const auto value = parseSetting(setting, text->as<std::string>());
+      if (!value) refuseArgument("VALUE", value.error());
+      line.command = onController([&setting, value = *value](Shell& shell) {
+        return changeSetting(shell, setting, value);
+      });
+    });
   });
 }
 
