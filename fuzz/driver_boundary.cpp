@@ -25,6 +25,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int mostActions = 12;
+// Each line of a trace is written on its own, which takes longer than what it tells of.
+constexpr int mostActionsTraced = 1;
 // Nothing can be made in such a folder, so that no execution leaves files behind.
 constexpr const char* noFolder = "/dev/null/none";
 // A small screen: its time bar is soon full.
@@ -183,7 +185,8 @@ class Run final : private MainView {
   void perform() {
     console_.startUp(static_cast<int>(user_.below(12)));
     afterAction();
-    for (int i = 0; i < mostActions && !user_.empty() && !ended_; ++i) {
+    const int most = trace_.isOn() ? mostActionsTraced : mostActions;
+    for (int i = 0; i < most && !user_.empty() && !ended_; ++i) {
       act();
       afterAction();
     }
