@@ -37,6 +37,14 @@ void CanvasWidget::usePen(Colour colour, int width) {
                        Qt::RoundCap, Qt::RoundJoin));
 }
 
+void CanvasWidget::showPart(const QRect& part) {
+  if (atOnce_) {
+    repaint(part);
+  } else {
+    update(part);
+  }
+}
+
 void CanvasWidget::clear() {
   image_.fill(Qt::black);
   update();
@@ -45,7 +53,7 @@ void CanvasWidget::clear() {
 void CanvasWidget::line(TwipsPoint from, TwipsPoint to, Colour colour, int width) {
   usePen(colour, width);
   painter_.drawLine(pixels(from), pixels(to));
-  update(touched({pixels(from), pixels(to)}, width));
+  showPart(touched({pixels(from), pixels(to)}, width));
 }
 
 void CanvasWidget::circle(TwipsPoint centre, float radius, Colour colour, int width) {
@@ -55,14 +63,14 @@ void CanvasWidget::circle(TwipsPoint centre, float radius, Colour colour, int wi
   painter_.drawEllipse(pixels(centre), inPixels, inPixels);
   painter_.setRenderHint(QPainter::Antialiasing, false);
   const QPointF corner(inPixels, inPixels);
-  update(touched({pixels(centre) - corner, pixels(centre) + corner}, width));
+  showPart(touched({pixels(centre) - corner, pixels(centre) + corner}, width));
 }
 
 // A line without a length is no dot to Qt.
 void CanvasWidget::point(TwipsPoint at, Colour colour, int width) {
   usePen(colour, width);
   painter_.drawPoint(pixels(at));
-  update(touched({pixels(at), pixels(at)}, width));
+  showPart(touched({pixels(at), pixels(at)}, width));
 }
 
 void CanvasWidget::paintEvent(QPaintEvent* event) {

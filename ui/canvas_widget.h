@@ -24,6 +24,10 @@ class CanvasWidget : public QWidget, public Surface {
   TwipsSize sizeInTwips() const;
 
  protected:
+  /// Whether what is drawn is seen at once, and not when the event loop comes to it. That is right for ink under a
+  /// finger: to wake the loop for every piece of it costs more than to paint the piece.
+  void showAtOnce(bool atOnce) { atOnce_ = atOnce; }
+
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -31,12 +35,14 @@ class CanvasWidget : public QWidget, public Surface {
 
  private:
   void usePen(Colour colour, int width);
+  void showPart(const QRect& part);
 
   QImage image_;
   QPainter painter_;  ///< stays on the image: to begin anew costs as much as a stroke's next piece
   // Of its pen; no pen is 0 wide.
   Colour colour_;
   int width_ = 0;
+  bool atOnce_ = false;
   bool focusIsShown_ = false;  ///< only to those who came by key: a frame is no part of a drawing
 };
 

@@ -44,7 +44,10 @@ void TouchCanvas::mousePressEvent(QMouseEvent* event) {
 }
 
 void TouchCanvas::mouseMoveEvent(QMouseEvent* event) {
-  if (button_ != Qt::NoButton) follow(event->position());
+  if (button_ == Qt::NoButton) return;
+  showAtOnce(true);
+  follow(event->position());
+  showAtOnce(false);
 }
 
 void TouchCanvas::mouseReleaseEvent(QMouseEvent* event) {
