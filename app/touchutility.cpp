@@ -3,9 +3,11 @@
 #include <QIcon>
 #include <QLocale>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTimer>
+#include <chrono>
 #include <cstdio>
 #include <optional>
 
@@ -98,14 +100,30 @@ std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const 
   return QSize(screen->width, screen->height) / app.devicePixelRatio();
 }
 
-/// Ends the program as closing its window does. A box that is up goes first: nobody may be there to answer it.
-void askToEnd(frmMain& window) {
-  if (QWidget* const box = QApplication::activeModalWidget()) {
-    box->close();
-  } else {
-    window.close();
+/// Ends the program as closing its window does when the system, or somebody at a terminal, asks it to, be it while it
+/// starts. A box that is up goes first: nobody may be there to answer it.
+class EndingOnRequest {
+ public:
+  EndingOnRequest() {
+    using namespace std::chrono_literals;
+    again_.setInterval(100ms);  // after one box there may be another
+    QObject::connect(&again_, &QTimer::timeout, [this] {
+      if (QWidget* const box = QApplication::activeModalWidget()) {
+        box->close();
+      } else if (window_) {
+        window_->close();
+      }
+    });
   }
-}
+  void closes(frmMain& window) { window_ = &window; }
+
+ private:
+  QTimer again_;
+  QPointer<frmMain> window_;
+  EndingSignals signals_{[this] {
+    QMetaObject::invokeMethod(&again_, qOverload<>(&QTimer::start), Qt::QueuedConnection);
+  }};
+};
 
 void chooseLanguage(const Options& options) {
   if (options.language) {
@@ -128,6 +146,7 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setDesktopFileName("org.touchutility.TouchUtility");
   QApplication::setStyle(new FingerStyle);  // the application owns it
   QApplication::setQuitOnLastWindowClosed(false);
+  EndingOnRequest ending;
   chooseLanguage(options);
 
   auto messages = loadMessages(options.workFolder);
@@ -172,13 +191,7 @@ int run(Options& options, int argc, char** argv) {
   // Its pictures take a tenth of the start to read.
   QObject::connect(&window, &frmMain::seen, &window,
                    [] { QApplication::setWindowIcon(programIcon()); });
-  // Again and again: after one box there may be another.
-  QTimer ending;
-  ending.setInterval(100);
-  QObject::connect(&ending, &QTimer::timeout, &window, [&window] { askToEnd(window); });
-  const EndingSignals endingSignals([&ending] {
-    QMetaObject::invokeMethod(&ending, qOverload<>(&QTimer::start), Qt::QueuedConnection);
-  });
+  ending.closes(window);
   window.open();
   return QApplication::exec();
 }
