@@ -138,6 +138,14 @@ TEST_F(Pages, TheCursorNoteIsShownAsItStands) {
   EXPECT_EQ(journal, Lines{}) << "nothing is sent";
 }
 
+TEST_F(Pages, MaintenanceListsTheMonitors) {
+  open();
+  const QScreen& screen = *QGuiApplication::primaryScreen();
+  EXPECT_EQ(find<QComboBox>(*window, "monitorList")->itemText(0).toStdString(),
+            "1: " + screen.name().toStdString() + ", " + std::to_string(screen.size().width()) +
+                " x " + std::to_string(screen.size().height()));
+}
+
 TEST_F(Pages, MaintenanceRestoresAndOffersTheWayBack) {
   for (int address = 0; address < 8; ++address) {
     script.replies["GP" + hexByte(static_cast<std::uint8_t>(address))] = {replyOf("01234")};
