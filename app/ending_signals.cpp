@@ -10,13 +10,13 @@ namespace touch {
 
 class EndingSignals::Watch {
  public:
-  explicit Watch(std::function<void()> onSignal)
-      : onSignal_(std::move(onSignal)), thread_([this] {
-          for (const int signal : endingSignals())
-            signals_.add(signal);
-          wait();
-          context_.run();
-        }) {}
+  explicit Watch(std::function<void()> onSignal) : onSignal_(std::move(onSignal)) {
+    // Before anything else goes on, so that no signal finds nobody.
+    for (const int signal : endingSignals())
+      signals_.add(signal);
+    wait();
+    thread_ = std::thread([this] { context_.run(); });
+  }
   Watch(const Watch&) = delete;
   Watch& operator=(const Watch&) = delete;
   ~Watch() {
@@ -36,7 +36,7 @@ class EndingSignals::Watch {
   std::function<void()> onSignal_;
   asio::io_context context_{1};
   asio::signal_set signals_{context_};
-  std::thread thread_;  // last: it uses all the others
+  std::thread thread_;
 };
 
 EndingSignals::EndingSignals(std::function<void()> onSignal)

@@ -7,8 +7,10 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTimer>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 
 #include "app/driver_choice.h"
@@ -100,8 +102,9 @@ std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const 
   return QSize(screen->width, screen->height) / app.devicePixelRatio();
 }
 
-/// Ends the program as closing its window does when the system, or somebody at a terminal, asks it to, be it while it
-/// starts. A box that is up goes first: nobody may be there to answer it.
+/// Ends the program when the system, or somebody at a terminal, asks it to: as closing its window does, and while it
+/// starts as if nobody answered its boxes. A box that is up goes first. What hangs in a driver's start, where nothing is
+/// open yet, is left to the second asking.
 class EndingOnRequest {
  public:
   EndingOnRequest() {
@@ -115,12 +118,19 @@ class EndingOnRequest {
       }
     });
   }
-  void closes(frmMain& window) { window_ = &window; }
+  void closes(frmMain& window) {
+    window_ = &window;
+    starting_ = false;
+  }
 
  private:
   QTimer again_;
   QPointer<frmMain> window_;
+  std::atomic<bool> starting_ = true;
+  std::atomic<bool> asked_ = false;
   EndingSignals signals_{[this] {
+    constexpr int exitInterrupted = 130;
+    if (asked_.exchange(true) && starting_) std::_Exit(exitInterrupted);
     QMetaObject::invokeMethod(&again_, qOverload<>(&QTimer::start), Qt::QueuedConnection);
   }};
 };

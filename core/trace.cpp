@@ -146,6 +146,7 @@ NEXAPI_OPERATIONS(TOUCH_TRACED)
 #undef TOUCH_TRACED
 
 void TracingSerialPort::note(std::string_view operation, std::string_view argument) {
+  if (!trace_.isOn()) return;
   std::string members = "\"serial\":\"" + std::string(operation) + '"';
   if (!argument.empty()) members += ",\"argument\":" + std::string(argument);
   trace_.write(members);

@@ -26,7 +26,7 @@ using namespace std::chrono_literals;
 
 constexpr int mostActions = 12;
 // Each line of a trace is written on its own, which takes longer than what it tells of.
-constexpr int mostActionsTraced = 1;
+constexpr int mostActionsTraced = 2;
 // Nothing can be made in such a folder, so that no execution leaves files behind.
 constexpr const char* noFolder = "/dev/null/none";
 // A small screen: its time bar is soon full.

@@ -31,7 +31,10 @@ void TouchCanvas::follow(const QPointF& pointer) {
   if (at && !before) {
     emit penDown(button_, *at);
   } else if (at) {
+    // A piece of ink, and no more: where a stroke ends, whole pictures may be drawn anew and boxes come up.
+    showAtOnce(true);
     emit penMoved(*at);
+    showAtOnce(false);
   } else if (before) {
     emit penUp(*before);
   }
@@ -44,10 +47,7 @@ void TouchCanvas::mousePressEvent(QMouseEvent* event) {
 }
 
 void TouchCanvas::mouseMoveEvent(QMouseEvent* event) {
-  if (button_ == Qt::NoButton) return;
-  showAtOnce(true);
-  follow(event->position());
-  showAtOnce(false);
+  if (button_ != Qt::NoButton) follow(event->position());
 }
 
 void TouchCanvas::mouseReleaseEvent(QMouseEvent* event) {

@@ -25,7 +25,7 @@ class Arguments {
   const FileCommand& fileCommand() const { return fileCommand_; }
 
  private:
-  Undeclared undeclared_;
+  Undeclared undeclared_;  // before the commands, which refer to it
   CLI::App app_;
   ShellOptions options_;
   Command command_;

@@ -25,6 +25,10 @@ using Declaration = std::function<void(CLI::App& command)>;
 /// more than its start, and a line names one.
 class Undeclared {
  public:
+  Undeclared() = default;
+  Undeclared(const Undeclared&) = delete;
+  Undeclared& operator=(const Undeclared&) = delete;
+
   void add(CLI::App& command, Declaration declare);
   /// What this command takes, and the names of its own commands; nothing when that has been done.
   void declare(CLI::App& command);
