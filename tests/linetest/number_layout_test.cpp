@@ -6,8 +6,6 @@
 #include <bit>
 #include <charconv>
 #include <clocale>
-#include <cmath>
-#include <cstring>
 #include <random>
 #include <span>
 #include <string>
@@ -21,14 +19,11 @@ namespace {
 
 TEST(NumberLayout, WritesTheShortestForm) {
   const std::pair<float, const char*> cases[] = {
-      {0.0F, "0"},           {-0.0F, "0"},          {1.0F, "1"},
-      {0.1F, "0.1"},         {-0.25F, "-0.25"},     {1234.5F, "1234.5"},
-      {28785.0F, "28785"},   {100000.0F, "100000"}, {9999999.0F, "9999999"},
-      {1e7F, "1E+07"},       {1.5e-5F, "1.5E-05"},  {0.015F, "0.015"},
-      {-3.4e38F, "-3.4E+38"}};
-  for (const auto& [value, text] : cases) {
+      {-0.0F, "0"},         {0.1F, "0.1"},           {-0.25F, "-0.25"},
+      {28785.0F, "28785"},  {9999999.0F, "9999999"}, {1e7F, "1E+07"},
+      {1.5e-5F, "1.5E-05"}, {0.015F, "0.015"},       {-3.4e38F, "-3.4E+38"}};
+  for (const auto& [value, text] : cases)
     EXPECT_EQ(shortestText(value), text);
-  }
 }
 
 TEST(NumberLayout, RoundsHalvesAwayFromZero) {
@@ -36,55 +31,34 @@ TEST(NumberLayout, RoundsHalvesAwayFromZero) {
     double value;
     int decimals;
     const char* text;
-  } cases[] = {{0, 2, "0.00"},        {0.125, 2, "0.13"},
-               {-0.125, 2, "-0.13"},  {0.375, 2, "0.38"},
-               {0.124, 2, "0.12"},    {12.5, 0, "13"},
-               {-1.25, 1, "-1.3"},    {-0.04, 1, "-0.0"},
-               {99.995, 2, "100.00"}, {1e20, 1, "100000000000000000000.0"}};
-  for (const auto& c : cases) {
+  } cases[] = {{0.125, 2, "0.13"},
+               {-0.125, 2, "-0.13"},
+               {0.124, 2, "0.12"},
+               {12.5, 0, "13"},
+               {-0.04, 1, "-0.0"},
+               {99.995, 2, "100.00"},
+               {1e20, 1, "100000000000000000000.0"}};
+  for (const auto& c : cases)
     EXPECT_EQ(fixedText(c.value, c.decimals), c.text);
-  }
 }
 
 TEST(NumberLayout, StartsEachZoneAtAMultipleOfFourteen) {
   const struct {
-    float first;
-    float second;
-    std::string record;
+    std::initializer_list<float> values;
+    const char* record;
   } cases[] = {
-      {1, 2, " 1             2 "},
-      {-1234.5F, -0.5F, "-1234.5       -0.5 "},
-      // Twelve, thirteen, fourteen and fifteen characters before the second number.
-      {1.23457E+12F, 2, " 1.23457E+12   2 "},
-      {1.234567E+12F, 2, " 1.234567E+12  2 "},
+      {{1, 2}, " 1             2 "},
+      {{-1234.5F, -0.5F}, "-1234.5       -0.5 "},
+      // Thirteen, fourteen, fourteen and fifteen characters before the second number.
+      {{1.23457E+12F, 2}, " 1.23457E+12   2 "},
+      {{1.234567E+12F, 2}, " 1.234567E+12  2 "},
+      {{-1.234568E-12F, 3}, "-1.234568E-12  3 "},
+      {{1.1754944E-38F, 3, 4}, " 1.1754944E-38               3             4 "},
   };
-  for (const auto& c : cases) {
-    std::string record;
-    appendZones(record, {c.first, c.second});
-    EXPECT_EQ(record, c.record);
-  }
-  std::string filled;
-  appendZones(filled, {1.1754944E-38F, 3, 4});
-  EXPECT_EQ(filled, " 1.1754944E-38               3             4 ");
-  std::string full;
-  appendZones(full, {-1.234568E-12F, 3});
-  EXPECT_EQ(full, "-1.234568E-12  3 ") << "a number that fills its zone";
-}
-
-TEST(NumberLayout, ReadsWhatItWrote) {
-  std::mt19937 random(1);
-  std::uniform_int_distribution<std::uint32_t> bits;
-  for (int i = 0; i < 20000; ++i) {
-    float value = 0;
-    const std::uint32_t pattern = bits(random);
-    static_assert(sizeof value == sizeof pattern);
-    std::memcpy(&value, &pattern, sizeof value);
-    if (!std::isfinite(value)) continue;
+  for (const auto& [values, record] : cases) {
     std::string text;
-    appendNumber(text, value);
-    NumberReader reader(text, "f");
-    ASSERT_EQ(reader.number("a number"), value) << text;
-    ASSERT_TRUE(reader.atEnd() && !reader.failed()) << text;
+    appendZones(text, values);
+    EXPECT_EQ(text, record);
   }
 }
 
@@ -114,11 +88,9 @@ TEST(NumberLayout, ReadsEverySeparatorAndExponent) {
   for (const char* text : {" 1.5 -2 300 \r\n", "1.5,-2,3E2", "1.5\t-2.0\t+3.0e+02\n",
                            "\r\n 15E-01\n\n-2\r\n300", "1.5 , -2 , 300", "1.5\r-2\r300"}) {
     NumberReader reader(text, "f");
-    EXPECT_EQ(reader.number("x"), 1.5F) << text;
-    EXPECT_EQ(reader.number("x"), -2) << text;
-    EXPECT_EQ(reader.number("x"), 300) << text;
-    EXPECT_TRUE(reader.atEnd()) << text;
-    EXPECT_FALSE(reader.failed()) << text;
+    for (const float expected : {1.5F, -2.0F, 300.0F})
+      EXPECT_EQ(reader.number("x"), expected) << text;
+    EXPECT_TRUE(reader.atEnd() && !reader.failed()) << text;
   }
 }
 
@@ -150,20 +122,20 @@ TEST(NumberLayout, ReadsAlikeInPiecesOfAnySize) {
 
 TEST(NumberLayout, NamesWhatIsWrong) {
   const std::pair<const char*, const char*> cases[] = {
-      {"\r\n\r\nabc", "f, line 3: expected an x, found \"abc\""},
-      {"1.5.2", "f, line 1: expected an x, found \"1.5.2\""},
-      {"nan", "f, line 1: expected an x, found \"nan\""},
-      {"inf", "f, line 1: expected an x, found \"inf\""},
-      {"1e99", "f, line 1: expected an x, found \"1e99\""},
-      {"0x10", "f, line 1: expected an x, found \"0x10\""},
-      {"--1", "f, line 1: expected an x, found \"--1\""},
-      {"\n \t", "f, line 2: expected an x, found the end of the file"},
+      {"\r\n\r\nabc", "3: expected an x, found \"abc\""},
+      {"1.5.2", "1: expected an x, found \"1.5.2\""},
+      {"nan", "1: expected an x, found \"nan\""},
+      {"inf", "1: expected an x, found \"inf\""},
+      {"1e99", "1: expected an x, found \"1e99\""},
+      {"0x10", "1: expected an x, found \"0x10\""},
+      {"--1", "1: expected an x, found \"--1\""},
+      {"\n \t", "2: expected an x, found the end of the file"},
   };
   for (const auto& [text, error] : cases) {
     NumberReader reader(text, "f");
     EXPECT_EQ(reader.number("an x"), 0);
     ASSERT_TRUE(reader.failed()) << text;
-    EXPECT_EQ(reader.error().describe(), error);
+    EXPECT_EQ(reader.error().describe(), std::string("f, line ") + error);
     EXPECT_TRUE(reader.atEnd());
   }
 }
@@ -176,9 +148,7 @@ TEST(NumberLayout, KeepsItsPointInEveryLocale) {
   EXPECT_EQ(text, " 12345.5      -0.25 ");
   EXPECT_EQ(fixedText(1234.5, 2), "1234.50");
   EXPECT_EQ(threeDigits(12345), "12345");
-  NumberReader reader(text, "f");
-  EXPECT_EQ(reader.number("x"), 12345.5F);
-  EXPECT_EQ(reader.number("y"), -0.25F);
+  EXPECT_EQ(NumberReader(text, "f").number("x"), 12345.5F);
 }
 
 }  // namespace

@@ -35,33 +35,19 @@ TEST(Picture, ShowsEachMarkOnceAndAllOfThemAgain) {
   EXPECT_EQ(picture.marks(), 0u);
 }
 
-/// Counts the points and keeps the first and the last.
-class PointCounter final : public Surface {
- public:
-  std::size_t points = 0;
-  float first = 0;
-  float last = 0;
-  void clear() override {}
-  void line(TwipsPoint, TwipsPoint, Colour, int) override {}
-  void circle(TwipsPoint, float, Colour, int) override {}
-  void point(TwipsPoint at, Colour, int) override {
-    if (points++ == 0) first = at.x;
-    last = at.x;
-  }
-};
-
 TEST(Picture, ForgetsTheOldestWhenFull) {
-  PointCounter shown;
+  test::RecordingSurface shown;
   Picture picture(shown);
-  for (std::size_t i = 0; i <= Picture::mostMarks; ++i)
+  for (std::size_t i = 0; i <= Picture::mostMarks; ++i) {
     picture.point({static_cast<float>(i), 0}, white, 1);
-  EXPECT_EQ(shown.points, Picture::mostMarks + 1) << "what is shown stays";
+    ASSERT_EQ(shown.take().size(), 1u) << "what is shown stays";
+  }
   EXPECT_EQ(picture.marks(), Picture::mostMarks / 2 + 1);
-  PointCounter anew;
+  test::RecordingSurface anew;
   picture.drawOn(anew);
-  EXPECT_EQ(anew.points, picture.marks());
-  EXPECT_EQ(anew.first, 500000);
-  EXPECT_EQ(anew.last, 1000000);
+  ASSERT_EQ(anew.drawn.size(), picture.marks());
+  EXPECT_EQ(anew.drawn.front(), "point 500000,0 #15 1");
+  EXPECT_EQ(anew.drawn.back(), "point 1000000,0 #15 1");
 }
 
 }  // namespace
