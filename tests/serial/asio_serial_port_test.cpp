@@ -15,9 +15,9 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using namespace std::chrono_literals;
 
-ComPorts behindCom3(const std::string& device) {
+ComPorts behind(int number, const std::string& device) {
   ComPorts ports;
-  EXPECT_EQ(ports.assign("3=" + device), std::nullopt);
+  EXPECT_EQ(ports.assign(std::to_string(number) + '=' + device), std::nullopt);
   return ports;
 }
 
@@ -29,7 +29,7 @@ class OpenPort : public testing::Test {
   }
 
   test::PseudoTerminal terminal;
-  AsioSerialPort port{behindCom3(terminal.path()), 20ms};
+  AsioSerialPort port{behind(3, terminal.path()), 20ms};
   const Bytes frame{0x01, 'U', 'T', 0x0D};
 };
 
@@ -41,48 +41,40 @@ TEST_F(OpenPort, PassesEveryByteUnchangedBothWays) {
   terminal.send(all);
   EXPECT_EQ(port.inBufferCount(), all.size());
   EXPECT_EQ(port.readAll(), all);
-  EXPECT_EQ(port.inBufferCount(), 0u);
   EXPECT_EQ(port.readAll(), Bytes());
   port.write({});
   EXPECT_TRUE(port.isOpen());
 }
 
-TEST_F(OpenPort, ClearsItsInputAndNotWithItsOutput) {
+TEST_F(OpenPort, ClearsItsInputByItselfAndWhenOpened) {
   terminal.send(frame);
   port.clearOutput();
   EXPECT_EQ(port.inBufferCount(), frame.size());
   port.clearInput();
   EXPECT_EQ(port.inBufferCount(), 0u);
-}
-
-TEST_F(OpenPort, StartsEmptyAndNotWithWhatCameWhileClosed) {
   port.close();
   terminal.send(frame);
   EXPECT_EQ(port.readAll(), Bytes());
   ASSERT_EQ(port.open(), std::nullopt);
-  EXPECT_EQ(port.readAll(), Bytes());
+  EXPECT_EQ(port.readAll(), Bytes()) << "what came while closed";
 }
 
 TEST_F(OpenPort, TakesNewSettingsAtOnceAndKeepsThemWhenReopened) {
-  const auto baud = [this] {
+  const auto isSetTo = [this](speed_t baud, bool twoStopBits) {
     const termios line = terminal.settings();
-    return cfgetospeed(&line);
+    return cfgetospeed(&line) == baud && ((line.c_cflag & CSTOPB) != 0) == twoStopBits;
   };
-  const auto twoStopBits = [this] { return (terminal.settings().c_cflag & CSTOPB) != 0; };
-  EXPECT_EQ(baud(), speed_t{B9600});
-  EXPECT_FALSE(twoStopBits());
+  EXPECT_TRUE(isSetTo(B9600, false));
   // A pseudo-terminal has no 7 data bits; that it takes the settings all the same is what matters.
   ASSERT_EQ(port.setSettings("19200,n,7,2"), std::nullopt);
-  EXPECT_EQ(baud(), speed_t{B19200});
-  EXPECT_TRUE(twoStopBits());
+  EXPECT_TRUE(isSetTo(B19200, true));
 
   EXPECT_EQ(port.setSettings("12345,n,8,1"),
             "COM3 (" + terminal.path() + ") cannot be set to 12345,n,8,1: Invalid argument.");
   EXPECT_NE(port.setSettings("9600"), std::nullopt);
   port.close();
   ASSERT_EQ(port.open(), std::nullopt);
-  EXPECT_EQ(baud(), speed_t{B19200});
-  EXPECT_TRUE(twoStopBits());
+  EXPECT_TRUE(isSetTo(B19200, true));
 }
 
 TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
@@ -97,9 +89,8 @@ TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
 }
 
 TEST_F(OpenPort, IsNobodyElsesUntilClosed) {
-  AsioSerialPort other(behindCom3(terminal.path()));
-  other.selectPort(3);
-  EXPECT_EQ(other.open(), "COM3 (" + terminal.path() +
+  AsioSerialPort other(behind(1, terminal.path()));
+  EXPECT_EQ(other.open(), "COM1 (" + terminal.path() +
                               ") cannot be opened: this program has it open already, as the touch "
                               "driver does until it lets go. Close what uses it and try again.");
   EXPECT_FALSE(other.isOpen());
@@ -122,107 +113,157 @@ TEST(ClosedPort, IsLeftAsItWasFoundAlsoWhenRefused) {
                {"cannot be set", "12345,n,8,1", false, false},
                {"in use", "9600,n,8,1", true, false}};
   for (const auto& [word, settings, heldByAnother, opens] : cases) {
+    SCOPED_TRACE(word);
     const test::PseudoTerminal terminal;
-    const termios before = terminal.settings();
     const int holder = ::open(terminal.path().c_str(), O_RDWR | O_NOCTTY);
-    ASSERT_GE(holder, 0) << word;
     if (heldByAnother) {
-      ASSERT_EQ(flock(holder, LOCK_EX), 0) << word;
+      ASSERT_EQ(flock(holder, LOCK_EX), 0);
     }
-    ASSERT_EQ(ioctl(holder, heldByAnother ? TIOCEXCL : TIOCNXCL), 0) << word;
+    ASSERT_EQ(ioctl(holder, heldByAnother ? TIOCEXCL : TIOCNXCL), 0);
+    const auto state = [&] {
+      const termios line = terminal.settings();
+      int exclusive = -1;
+      ioctl(holder, TIOCGEXCL, &exclusive);
+      return std::tuple(line.c_iflag, line.c_oflag, line.c_cflag, line.c_lflag, exclusive);
+    };
+    const auto before = state();
     {
-      AsioSerialPort port(behindCom3(terminal.path()));
-      port.selectPort(3);
-      ASSERT_EQ(port.setSettings(settings), std::nullopt) << word;
-      EXPECT_EQ(port.open() == std::nullopt, opens) << word;
+      AsioSerialPort port(behind(1, terminal.path()));
+      ASSERT_EQ(port.setSettings(settings), std::nullopt);
+      EXPECT_EQ(port.open() == std::nullopt, opens);
     }
-    const termios after = terminal.settings();
-    EXPECT_EQ(std::tie(before.c_iflag, before.c_oflag, before.c_cflag, before.c_lflag),
-              std::tie(after.c_iflag, after.c_oflag, after.c_cflag, after.c_lflag))
-        << word;
-    int exclusive = -1;
-    ASSERT_EQ(ioctl(holder, TIOCGEXCL, &exclusive), 0) << word;
-    EXPECT_EQ(exclusive != 0, heldByAnother) << word;
+    EXPECT_EQ(state(), before);
     ::close(holder);
   }
 }
 
 TEST(LostPort, ClosesAtTheNextOperationAndSaysWhyOnce) {
-  const Bytes frame{0x01, 'Z', 0x0D};
   using Operation = std::function<void(AsioSerialPort&)>;
   const std::pair<const char*, Operation> operations[] = {
-      {"count", [](AsioSerialPort& port) { EXPECT_EQ(port.inBufferCount(), 0u); }},
-      {"clear input", [](AsioSerialPort& port) { port.clearInput(); }},
-      {"clear output", [](AsioSerialPort& port) { port.clearOutput(); }},
-      {"write", [&](AsioSerialPort& port) { port.write(frame); }},
-      {"read", [](AsioSerialPort& port) { EXPECT_EQ(port.readAll(), Bytes()); }},
+      {"count", [](auto& port) { EXPECT_EQ(port.inBufferCount(), 0u); }},
+      {"clear input", [](auto& port) { port.clearInput(); }},
+      {"clear output", [](auto& port) { port.clearOutput(); }},
+      {"write",
+       [](auto& port) {
+         port.write(Bytes{0x01, 'Z', 0x0D});
+       }},
+      {"read", [](auto& port) { EXPECT_EQ(port.readAll(), Bytes()); }},
       {"set",
-       [](AsioSerialPort& port) {
+       [](auto& port) {
          const auto complaint = port.setSettings("9600,n,7,2");
          EXPECT_EQ(complaint, port.lost());
        }},
   };
   for (const auto& [what, operation] : operations) {
+    SCOPED_TRACE(what);
     test::PseudoTerminal terminal;
-    AsioSerialPort port(behindCom3(terminal.path()));
-    port.selectPort(3);
+    AsioSerialPort port(behind(1, terminal.path()));
     ASSERT_EQ(port.open(), std::nullopt);
     terminal.unplug();
-    EXPECT_EQ(port.lost(), std::nullopt) << what;
+    EXPECT_EQ(port.lost(), std::nullopt);
     operation(port);
-    EXPECT_FALSE(port.isOpen()) << what;
+    EXPECT_FALSE(port.isOpen());
     const auto reason = port.lost();
-    ASSERT_TRUE(reason) << what;
-    EXPECT_EQ(reason->find("COM3 (" + terminal.path() + ") is gone: "), 0u) << *reason;
+    ASSERT_TRUE(reason);
+    EXPECT_EQ(reason->find("COM1 (" + terminal.path() + ") is gone: "), 0u) << *reason;
 
-    for (const auto& [later, again] : operations) {
-      if (later != std::string("set")) again(port);
-    }
+    for (const auto& [later, again] : std::span(operations).first(5))
+      again(port);
     EXPECT_EQ(port.setSettings("9600,n,8,1"), std::nullopt) << "it is for the next opening";
     port.close();
-    EXPECT_EQ(port.lost(), reason) << what;
-    EXPECT_NE(port.open(), std::nullopt) << what;
-    EXPECT_EQ(port.lost(), std::nullopt) << what;
+    EXPECT_EQ(port.lost(), reason);
+    EXPECT_NE(port.open(), std::nullopt);
+    EXPECT_EQ(port.lost(), std::nullopt);
   }
 }
 
 TEST(RefusedPort, SaysWhyAndWhatToDo) {
-  const struct {
-    std::string device;
-    std::string reason;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"/dev/there-is-none",
-       "cannot be opened: there is no such device. Connect it, or say which device it is with "
-       "--com 3=DEVICE. 'touchctl doctor' lists those that are there."},
-      {"/dev/null",
-       "cannot be opened: it is not a serial port. Please say which device it is with --com "
-       "3=DEVICE."},
-      {"/tmp", "cannot be opened: it is not a serial port."},
-      {"/proc/self/comm", "cannot be opened: it is not a serial port."},
+       "there is no such device. Connect it, or say which device it is with --com 1=DEVICE. "
+       "'touchctl doctor' lists those that are there."},
+      {"/dev/null", "it is not a serial port. Please say which device it is with --com 1=DEVICE."},
+      {"/tmp", "it is not a serial port."},
+      {"/proc/self/comm", "it is not a serial port."},
   };
   for (const auto& [device, reason] : cases) {
-    AsioSerialPort port(behindCom3(device));
-    port.selectPort(3);
-    const auto refusal = port.open();
-    ASSERT_TRUE(refusal) << device;
-    EXPECT_EQ(refusal->find("COM3 (" + device + ") "), 0u) << *refusal;
-    EXPECT_NE(refusal->find(reason), std::string::npos) << *refusal;
+    AsioSerialPort port(behind(1, device));
+    const std::string refusal = port.open().value_or("opened");
+    EXPECT_EQ(refusal.find("COM1 (" + device + ") cannot be opened: " + reason), 0u) << refusal;
     EXPECT_FALSE(port.isOpen());
     EXPECT_EQ(port.lost(), std::nullopt);
   }
 }
 
 TEST(RefusedPort, SaysWhenASimulatedControllerHasNone) {
-  std::string device;
-  test::PseudoTerminal terminal;
   ComPorts ports;
-  ports.assignUnlessGiven(1, [&device] { return device; });
-  AsioSerialPort port(ports);
-  const std::string refusal = port.open().value_or("opened");
+  ports.assignUnlessGiven(1, [] { return std::string(); });
+  const std::string refusal = AsioSerialPort(ports).open().value_or("opened");
   EXPECT_EQ(refusal.find("COM1 cannot be opened: the simulated controller has no serial port"), 0u)
       << refusal;
-  device = terminal.path();
-  EXPECT_EQ(port.open(), std::nullopt) << "it has got one meanwhile";
+}
+
+TEST(ComPorts, GiveTheAssignedDeviceOrThePlatformsOwn) {
+  ComPorts ports;
+  for (const char* text : {"2=/dev/old", "2=/dev/ttyUSB0", "255=/dev/a=b", "3=COM3"}) {
+    EXPECT_EQ(ports.assign(text), std::nullopt) << text;
+  }
+  EXPECT_EQ(ports.describe(1), "COM1 (/dev/ttyS0)");
+  EXPECT_EQ(ports.describe(2), "COM2 (/dev/ttyUSB0)");
+  EXPECT_EQ(ports.describe(3), "COM3");
+  EXPECT_EQ(ports.device(255), "/dev/a=b");
+}
+
+TEST(ComPorts, RefuseAnythingButANumberAndADevice) {
+  ComPorts ports;
+  for (const char* text : {"", "3", "3=", "=", "=/dev/x", "0=/dev/x", "256=/dev/x", "-1=/dev/x",
+                           " 3=/dev/x", "3 =/dev/x", "COM3=/dev/x", "3:/dev/x"}) {
+    EXPECT_EQ(ports.assign(text), "\"" + std::string(text) +
+                                      "\" names no COM port: expected N=DEVICE with N from 1 to "
+                                      "255, e.g. 3=/dev/ttyS2");
+  }
+  EXPECT_EQ(ports.device(3), "/dev/ttyS2");
+}
+
+TEST(LineSettings, AreReadAndWrittenInOneForm) {
+  const std::tuple<const char*, LineSettings, const char*> cases[] = {
+      {"9600,n,7,2", {9600, Parity::none, 7, 2}, "9600,n,7,2"},
+      {"115200,E,5,1", {115200, Parity::even, 5, 1}, "115200,e,5,1"},
+      {"1,o,8,2", {1, Parity::odd, 8, 2}, "1,o,8,2"},
+  };
+  for (const auto& [text, expected, written] : cases) {
+    const auto settings = parseLineSettings(text);
+    ASSERT_TRUE(settings) << text << settings.error();
+    EXPECT_EQ(*settings, expected) << text;
+    EXPECT_EQ(describe(*settings), written);
+  }
+}
+
+TEST(LineSettings, SayWhatIsWrong) {
+  const struct {
+    std::string expected;
+    std::string before;
+    std::vector<std::string> wrong;
+    std::string behind;
+  } cases[] = {
+      {"baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1",
+       "",
+       {"", "9600,n,8", "9600,n,8,1,"},
+       ""},
+      {"a baud rate of 1 to 4000000", "", {"", "0", "-9600", "9600x", "99999999999"}, ",n,8,1"},
+      {"n, e or o as the parity", "9600,", {"m", "none"}, ",8,1"},
+      {"5 to 8 data bits", "9600,n,", {"4", "9"}, ",1"},
+      {"1 or 2 stop bits", "9600,n,8,", {"0", "1.5"}, ""},
+  };
+  for (const auto& [expected, before, wrong, behind] : cases) {
+    for (const std::string& found : wrong) {
+      const std::string text = before + found + behind;
+      const auto settings = parseLineSettings(text);
+      ASSERT_FALSE(settings) << text;
+      EXPECT_EQ(settings.error(), "The line settings \"" + text + "\" are wrong: expected " +
+                                      expected + ", found \"" + found + '"');
+    }
+  }
 }
 
 }  // namespace

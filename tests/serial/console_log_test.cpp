@@ -13,13 +13,12 @@ using test::bytesOf;
 class ConsoleLogTest : public test::Desk {
  protected:
   ConsoleLog log{clock};
-  void wait(int milliseconds) { clock.delay(std::chrono::milliseconds(milliseconds)); }
 };
 
 TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
-  wait(5);
+  clock.delay(std::chrono::milliseconds(5));
   log.sent(bytesOf("\x01UT\r"));
-  wait(1100);
+  clock.delay(std::chrono::milliseconds(1100));
   Bytes bytes(17);
   std::iota(bytes.begin(), bytes.end(), std::uint8_t{0x72});
   log.received(bytes);
@@ -46,7 +45,6 @@ TEST_F(ConsoleLogTest, FiltersByKindAndContentAndFindsOnwardsAndAround) {
   EXPECT_EQ(count({.received = false, .notes = false}), 2u);
   EXPECT_EQ(count({.reports = false}), 3u);
   EXPECT_EQ(count({.containing = "uta"}), 1u);
-  EXPECT_EQ(count({.containing = "55 54"}), 2u);
   EXPECT_EQ(count({.sent = false, .containing = "55 54"}), 1u);
   EXPECT_EQ(findLine(log.lines(), "UT", 0), 0u);
   EXPECT_EQ(findLine(log.lines(), "ut", 1), 1u);
@@ -56,10 +54,9 @@ TEST_F(ConsoleLogTest, FiltersByKindAndContentAndFindsOnwardsAndAround) {
 }
 
 TEST_F(ConsoleLogTest, DropsItsOldestHalfWhenTooLong) {
-  while (log.characters() + 40 <= ConsoleLog::limit)
+  for (int i = 0; i < 100; ++i)
     log.note(std::string(39, 'a'));
-  EXPECT_EQ(log.characters(), 4000u);
-  EXPECT_FALSE(log.isTooLong());
+  EXPECT_FALSE(log.isTooLong()) << log.characters();
   log.note("");
   EXPECT_TRUE(log.isTooLong());
   log.dropOldestHalf();
@@ -79,9 +76,9 @@ TEST_F(ConsoleLogTest, KeepsRecordingWhileViewingIsPaused) {
   log.pause(true);
   log.note("meanwhile");
   log.pause(true);
-  ASSERT_EQ(log.lines().size(), 1u);
+  EXPECT_EQ(shown(log.lines()), "before\n");
   log.pause(false);
-  EXPECT_EQ(log.lines().back().text, "meanwhile");
+  EXPECT_EQ(shown(log.lines()), "before\nmeanwhile\n");
   log.pause(true);
   log.clear();
   EXPECT_TRUE(log.lines().empty());

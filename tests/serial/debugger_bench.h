@@ -8,10 +8,22 @@
 #include "serial/console_log.h"
 #include "serial/debugger_exchange.h"
 #include "serial/debugger_port.h"
+#include "serial/recording_ports.h"
 #include "tests/serial/pseudo_terminal.h"
 #include "tests/support/desk.h"
 
 namespace touch::test {
+
+inline Bytes operator+(Bytes first, const Bytes& second) {
+  first.insert(first.end(), second.begin(), second.end());
+  return first;
+}
+inline Bytes times(std::size_t count, const Bytes& bytes) {
+  return count == 0 ? Bytes() : bytes + times(count - 1, bytes);
+}
+inline Transfer heardAt(std::chrono::milliseconds time, Bytes bytes) {
+  return {time, Direction::fromController, std::move(bytes)};
+}
 
 /// The real serial port, writing what is done with it to the journal.
 class WatchedPort final : public SerialPort {
@@ -82,10 +94,6 @@ class DebuggerBench : public Desk {
 
   bool pluggedIn(int number) {
     return terminals.contains(number) && terminals[number]->isPluggedIn();
-  }
-  std::size_t messages() const {
-    return static_cast<std::size_t>(std::ranges::count_if(
-        journal, [](const std::string& line) { return line.starts_with("message "); }));
   }
   bool journalHas(const std::string& part) const {
     return std::ranges::any_of(

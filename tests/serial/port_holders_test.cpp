@@ -2,10 +2,11 @@
 
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
-#include <array>
+#include <csignal>
 
 #include "serial/asio_serial_port.h"
 #include "tests/serial/pseudo_terminal.h"
@@ -16,65 +17,46 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::optional<std::string> openAsCom3(AsioSerialPort& port) {
-  port.selectPort(3);
-  return port.open();
-}
-
-ComPorts asCom3(const std::string& device) {
+ComPorts asCom1(const std::string& device) {
   ComPorts ports;
-  ports.assign("3=" + device);
+  ports.assign("1=" + device);
   return ports;
 }
 
-/// Another program that has the device open for itself, until it is told to end.
+/// Another program that has the device open for itself, until it is ended.
 class OtherProgram {
  public:
   explicit OtherProgram(const std::string& device) {
-    std::array<int, 2> ready{};
-    std::array<int, 2> stop{};
-    if (pipe(ready.data()) != 0 || pipe(stop.data()) != 0) throw std::runtime_error("no pipe");
-    child_ = fork();
-    char byte = 0;
-    if (child_ == 0) {
-      close(stop[1]);
-      AsioSerialPort port(asCom3(device));
-      byte = openAsCom3(port) ? 'n' : 'y';
-      if (write(ready[1], &byte, 1) == 1 && read(stop[0], &byte, 1) == 0) port.close();
+    const int held = open(device.c_str(), O_RDWR | O_NOCTTY);
+    EXPECT_EQ(flock(held, LOCK_EX | LOCK_NB), 0);
+    process = fork();
+    if (process == 0) {
+      alarm(60);  // should nobody be left to end it
+      pause();
       _exit(0);
     }
-    close(stop[0]);
-    stop_ = stop[1];
-    opened_ = read(ready[0], &byte, 1) == 1 && byte == 'y';
-    close(ready[0]);
-    close(ready[1]);
+    close(held);
   }
   OtherProgram(const OtherProgram&) = delete;
   OtherProgram& operator=(const OtherProgram&) = delete;
   ~OtherProgram() { end(); }
 
-  bool opened() const { return opened_; }
-  pid_t process() const { return child_; }
   void end() {
-    if (stop_ < 0) return;
-    close(std::exchange(stop_, -1));
-    waitpid(child_, nullptr, 0);
+    if (process <= 0) return;
+    kill(process, SIGKILL);
+    waitpid(std::exchange(process, 0), nullptr, 0);
   }
 
- private:
-  pid_t child_ = 0;
-  int stop_ = -1;
-  bool opened_ = false;
+  pid_t process = 0;
 };
 
 TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   const test::PseudoTerminal terminal;
   OtherProgram other(terminal.path());
-  ASSERT_TRUE(other.opened());
-  AsioSerialPort port(asCom3(terminal.path()));
-  const std::string name = "serial_tests (process " + std::to_string(other.process()) + ")";
-  EXPECT_EQ(openAsCom3(port), "COM3 (" + terminal.path() + ") cannot be opened: it is in use by " +
-                                  name + ". Close that program and try again.");
+  AsioSerialPort port(asCom1(terminal.path()));
+  const std::string name = "serial_tests (process " + std::to_string(other.process) + ")";
+  EXPECT_EQ(port.open(), "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
+                             name + ". Close that program and try again.");
 
   // By another name of the same device, as adapters have them.
   const test::TemporaryFolder folder;
@@ -85,7 +67,7 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
 
   other.end();
   EXPECT_EQ(portHolders(terminal.path()).names(), "this program");
-  EXPECT_EQ(openAsCom3(port), std::nullopt);
+  EXPECT_EQ(port.open(), std::nullopt);
   EXPECT_TRUE(portHolders("/dev/there-is-none").known.empty());
 }
 
@@ -118,22 +100,20 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
   struct stat status {};
   ASSERT_EQ(stat(terminal.path().c_str(), &status), 0);
   const std::string group = getgrgid(status.st_gid)->gr_name;
-  const struct {
-    mode_t mode;
-    std::string wayOut;
-  } cases[] = {
+  const std::string askForIt = "Ask an administrator: no group of users may open it.";
+  const std::pair<mode_t, std::string> cases[] = {
       {0060, "Add yourself to the group " + group + " and log in again."},
-      {0000, "Ask an administrator: no group of users may open it."},
-      {0040, "Ask an administrator: no group of users may open it."},
+      {0000, askForIt},
+      {0040, askForIt},
   };
   for (const auto& [mode, wayOut] : cases) {
     ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
     EXPECT_TRUE(asNobody([&, wayOut = wayOut] {
       const PortPermission permission = portPermission(terminal.path());
-      AsioSerialPort port(asCom3(terminal.path()));
-      return !permission.granted && permission.wayOut() == wayOut &&
-             openAsCom3(port) ==
-                 "COM3 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
+      AsioSerialPort port(asCom1(terminal.path()));
+      return !permission.granted && port.open() == "COM1 (" + terminal.path() +
+                                                       ") cannot be opened: permission denied. " +
+                                                       wayOut;
     })) << mode;
   }
   ASSERT_EQ(chmod(terminal.path().c_str(), 0666), 0);

@@ -42,9 +42,7 @@ class PseudoTerminal {
   /// Returns when the bytes have arrived at the device.
   void send(std::span<const std::uint8_t> bytes) const {
     const int before = arrived();
-    if (::write(master_, bytes.data(), bytes.size()) != std::ssize(bytes)) {
-      throw std::runtime_error("the pseudo-terminal is full");
-    }
+    flood(bytes);
     const auto deadline = std::chrono::steady_clock::now() + patience;
     while (arrived() < before + std::ssize(bytes) && std::chrono::steady_clock::now() < deadline) {
       poll(nullptr, 0, 1);
@@ -53,31 +51,14 @@ class PseudoTerminal {
 
   /// Everything that comes until the last bytes are `end`, or until nothing comes any more.
   std::vector<std::uint8_t> receiveUntil(std::span<const std::uint8_t> end) const {
-    std::vector<std::uint8_t> all;
-    pollfd state{master_, POLLIN, 0};
-    const auto ended = [&] {
+    return receiveUnless([&](const auto& all) {
       return all.size() >= end.size() && std::equal(end.rbegin(), end.rend(), all.rbegin());
-    };
-    while (!ended() && poll(&state, 1, static_cast<int>(patience.count())) > 0) {
-      std::uint8_t byte = 0;
-      if (::read(master_, &byte, 1) != 1) break;
-      all.push_back(byte);
-    }
-    return all;
+    });
   }
 
   /// The next `count` bytes; fewer when they do not come although given ample time.
   std::vector<std::uint8_t> receive(std::size_t count) const {
-    std::vector<std::uint8_t> all(count);
-    std::size_t got = 0;
-    pollfd state{master_, POLLIN, 0};
-    while (got < count && poll(&state, 1, static_cast<int>(patience.count())) > 0) {
-      const auto part = ::read(master_, all.data() + got, count - got);
-      if (part <= 0) break;
-      got += static_cast<std::size_t>(part);
-    }
-    all.resize(got);
-    return all;
+    return receiveUnless([count](const auto& all) { return all.size() >= count; });
   }
 
   /// Sends as fast as the line takes it, whatever its length.
@@ -103,6 +84,18 @@ class PseudoTerminal {
 
  private:
   static constexpr std::chrono::milliseconds patience{5000};
+
+  template <typename IsEnough>
+  std::vector<std::uint8_t> receiveUnless(const IsEnough& isEnough) const {
+    std::vector<std::uint8_t> all;
+    pollfd state{master_, POLLIN, 0};
+    std::uint8_t byte = 0;
+    while (!isEnough(all) && poll(&state, 1, static_cast<int>(patience.count())) > 0 &&
+           ::read(master_, &byte, 1) == 1) {
+      all.push_back(byte);
+    }
+    return all;
+  }
 
   int arrived() const {
     int count = 0;

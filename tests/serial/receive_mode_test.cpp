@@ -1,6 +1,5 @@
 #include "serial/receive_mode.h"
 
-#include "serial/recording_ports.h"
 #include "tests/serial/debugger_bench.h"
 
 namespace touch {
@@ -9,246 +8,180 @@ namespace {
 using namespace std::chrono_literals;
 using test::Bytes;
 using test::bytesOf;
+using test::heardAt;
 using test::Lines;
+using test::times;
+using test::operator+;
+using enum CommandSet;
 
-Transfer heardAt(std::chrono::milliseconds time, Bytes bytes) {
-  return {time, Direction::fromController, std::move(bytes)};
-}
-Bytes times(std::size_t count, const Bytes& packet) {
-  Bytes all;
-  for (std::size_t i = 0; i < count; ++i)
-    all.insert(all.end(), packet.begin(), packet.end());
-  return all;
-}
 const Bytes touchPacket = {0xD8, 0x10, 0x20, 0x30, 0x01};
 const Bytes liftPacket = {0x98, 0x10, 0x20, 0x30, 0x01};
-const Bytes e02Touch = bytesOf(
-    "UT\x82"
-    "abcdefS");
-const Bytes e02Lift = bytesOf(
-    "UT\x84"
-    "abcdefS");
+const Bytes e02Touch = Bytes{'U', 'T', 0x82} + bytesOf("1234abS");
+const Bytes e02Lift = Bytes{'U', 'T', 0x84} + bytesOf("1234abS");
 
 class ReceiveModeTest : public test::DebuggerBench {
  protected:
-  /// What the console shows after `duration` in the receive mode with this coming in.
-  Lines consoleAfter(std::vector<Transfer> incoming, std::chrono::milliseconds duration,
-                     bool rate = false) {
+  /// A receive mode of its own that this comes in for.
+  ReceiveMode& hearing(std::vector<Transfer> incoming) {
+    mode.reset();
     log.clear();
-    ReplayPort replay(std::move(incoming), clock);
-    replay.open();
-    ReceiveMode mode({session, clock, prompt, log, formats}, {replay, {}, {}});
-    mode.setReplyFormat(usualFormat);
-    if (rate) mode.measureRate(true);
-    mode.receive();
-    clock.delay(duration);
-    ceiling = mode.ceiling();
+    replay = std::make_unique<ReplayPort>(std::move(incoming), clock);
+    replay->open();
+    mode = std::make_unique<ReceiveMode>(ReceiveMode::Parts{session, clock, prompt, log, formats},
+                                         ReceivingPort{*replay, {}, {}});
+    return *mode;
+  }
+  /// What the console shows: the bytes, and what they are when they are a report.
+  Lines console() const {
     Lines lines;
     for (const ConsoleLine& line : log.lines()) {
-      const bool bytesOnly = line.kind == ConsoleLineKind::received;
-      lines.push_back(bytesOnly ? hexText(line.bytes) : line.text);
-      if (line.kind == ConsoleLineKind::report) lines.back() += " | " + hexText(line.bytes);
+      lines.push_back(line.text + (line.text.empty() ? "" : " | ") + hexText(line.bytes));
     }
     return lines;
   }
+  Lines consoleAfter(std::vector<Transfer> incoming, std::chrono::milliseconds duration) {
+    hearing(std::move(incoming)).receive();
+    clock.delay(duration);
+    return console();
+  }
 
-  bool usualFormat = true;
+  /// That these strokes, and no others, are measured.
+  void expectStrokes(const char* what, CommandSet set, std::vector<Transfer> incoming,
+                     const std::string& strokes, double ceiling) {
+    SCOPED_TRACE(what);
+    session.commandSet = set;
+    hearing(std::move(incoming)).measureRate(true);
+    mode->receive();
+    clock.delay(900ms);
+    EXPECT_EQ(shown(log.lines()), "======== Report Rate Mode ==============\n" + strokes);
+    EXPECT_DOUBLE_EQ(mode->ceiling(), ceiling);
+  }
+  static std::string stroke(int time, int points, const char* rate) {
+    return "Total Time : " + std::to_string(time) +
+           " ms\nTotal Points : " + std::to_string(points) + "\nReport rate : " + rate +
+           "\n=============================\n";
+  }
+
   std::vector<ReportFormat> formats;
-  double ceiling = 0;
+  std::unique_ptr<ReplayPort> replay;
+  std::unique_ptr<ReceiveMode> mode;
 };
 
 TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
-  session.commandSet = CommandSet::m01;
-  const std::vector<Transfer> incoming = {
-      heardAt(10ms, {'T', 0x0D, 0xD8, 0x10, 0x20}), heardAt(150ms, {0x30, 0x01, 0xFF}),
-      heardAt(300ms, liftPacket), heardAt(500ms, {0xD8, 0x01}), heardAt(900ms, {0x02})};
-  EXPECT_EQ(consoleAfter(incoming, 1400ms),
+  session.commandSet = m01;
+  EXPECT_EQ(consoleAfter(
+                {heardAt(10ms, {'T', 0x0D, 0xD8, 0x10, 0x20}), heardAt(150ms, {0x30, 0x01, 0xFF}),
+                 heardAt(300ms, liftPacket), heardAt(500ms, {0xD8, 0x01}), heardAt(900ms, {0x02})},
+                1400ms),
             (Lines{"54 0D", "touch X  4112 Y   176 | D8 10 20 30 01", "FF",
                    "lift  X  4112 Y   176 | 98 10 20 30 01", "D8 01", "02"}));
-  usualFormat = false;
-  EXPECT_EQ(consoleAfter({heardAt(10ms, liftPacket)}, 200ms),
-            Lines{"lift  raw X  4112 Y   176 | 98 10 20 30 01"});
+  hearing({heardAt(10ms, liftPacket)}).setReplyFormat(false);
+  mode->receive();
+  clock.delay(200ms);
+  EXPECT_EQ(console(), Lines{"lift  raw X  4112 Y   176 | 98 10 20 30 01"});
 }
 
 TEST_F(ReceiveModeTest, ShowsAnE02PacketWholeAlthoughItsPointIsKnownEarlier) {
-  session.commandSet = CommandSet::e02;
-  const Bytes packet = bytesOf(
-      "UT\x84"
-      "1234abS");
-  for (std::size_t cut = 1; cut < packet.size(); ++cut) {
-    const auto middle = packet.begin() + static_cast<std::ptrdiff_t>(cut);
-    EXPECT_EQ(consoleAfter(
-                  {heardAt(10ms, {packet.begin(), middle}), heardAt(210ms, {middle, packet.end()})},
-                  600ms),
+  session.commandSet = e02;
+  for (std::ptrdiff_t cut = 1; cut < std::ssize(e02Lift); ++cut) {
+    const auto middle = e02Lift.begin() + cut;
+    EXPECT_EQ(consoleAfter({heardAt(10ms, {e02Lift.begin(), middle}),
+                            heardAt(210ms, {middle, e02Lift.end()})},
+                           600ms),
               Lines{"lift  X 12849 Y 13363 | 55 54 84 31 32 33 34 61 62 53"})
         << cut;
   }
-  EXPECT_EQ(consoleAfter({heardAt(10ms, bytesOf("UT\x82"
-                                                "1234a"))},
-                         600ms),
+  EXPECT_EQ(consoleAfter({heardAt(10ms, {e02Touch.begin(), e02Touch.begin() + 8})}, 600ms),
             Lines{"touch X 12849 Y 13363 | 55 54 82 31 32 33 34 61"})
       << "its end never came";
 }
 
 TEST_F(ReceiveModeTest, MeasuresTheRateOfOneStrokeAfterTheOther) {
-  const std::string begin = "======== Report Rate Mode ==============";
-  const std::string end = "=============================";
-  const struct {
-    const char* what;
-    CommandSet set;
-    std::vector<Transfer> incoming;
-    Lines expected;
-  } cases[] = {
-      {"nothing yet", CommandSet::m01, {heardAt(10ms, liftPacket)}, {begin}},
-      {"the first tick throws away",
-       CommandSet::m01,
-       {heardAt(10ms, times(9, touchPacket)), heardAt(210ms, times(3, touchPacket)),
-        heardAt(410ms, liftPacket)},
-       {begin, "Total Time : 400 ms", "Total Points : 4", "Report rate : 10.00", end}},
-      {"88 ends",
-       CommandSet::quorvane,
-       {heardAt(210ms, {0xC8, 1, 2, 3, 4, 0x88, 1, 2, 3, 4})},
-       {begin, "Total Time : 200 ms", "Total Points : 2", "Report rate : 10.00", end}},
-      {"99 counts and does not end",
-       CommandSet::m01,
-       {heardAt(210ms, {0x99, 1, 2, 3, 4})},
-       {begin}},
-      {"what follows the end in the same tick is not counted, nor in the next",
-       CommandSet::m01,
-       {heardAt(210ms, liftPacket), heardAt(250ms, times(5, touchPacket)),
-        heardAt(500ms, times(5, touchPacket)), heardAt(610ms, {0x98})},
-       {begin, "Total Time : 200 ms", "Total Points : 1", "Report rate : 5.00", end,
-        "Total Time : 200 ms", "Total Points : 1", "Report rate : 5.00", end}},
-      {"E02",
-       CommandSet::e02,
-       {heardAt(210ms, times(2, e02Touch)), heardAt(610ms, e02Lift)},
-       {begin, "Total Time : 600 ms", "Total Points : 3", "Report rate : 5.00", end}},
-      {"E02 in pieces",
-       CommandSet::e02,
-       {heardAt(210ms, bytesOf("U")), heardAt(390ms, bytesOf("UxTU")), heardAt(410ms, bytesOf("T")),
-        heardAt(610ms, bytesOf("\x84"))},
-       {begin, "Total Time : 600 ms", "Total Points : 1", "Report rate : 1.67", end}},
-      {"E02, cut by the first tick",
-       CommandSet::e02,
-       {heardAt(190ms, bytesOf("UT")), heardAt(210ms, bytesOf("\x84"))},
-       {begin}},
-  };
-  for (const auto& c : cases) {
-    session.commandSet = c.set;
-    EXPECT_EQ(consoleAfter(c.incoming, 900ms, true), c.expected) << c.what;
-  }
+  expectStrokes("nothing yet", m01, {heardAt(10ms, liftPacket)}, "", 192);
+  expectStrokes("the first tick throws away", m01,
+                {heardAt(10ms, times(9, touchPacket)), heardAt(210ms, times(3, touchPacket)),
+                 heardAt(410ms, liftPacket)},
+                stroke(400, 4, "10.00"), 192);
+  expectStrokes("88 ends", quorvane, {heardAt(210ms, {0xC8, 1, 2, 3, 4, 0x88, 1, 2, 3, 4})},
+                stroke(200, 2, "10.00"), 192);
+  expectStrokes("99 counts and does not end", m01, {heardAt(210ms, {0x99, 1, 2, 3, 4})}, "", 192);
+  expectStrokes("what follows the end in the same tick is not counted, nor in the next", m01,
+                {heardAt(210ms, liftPacket), heardAt(250ms, times(5, touchPacket)),
+                 heardAt(500ms, times(5, touchPacket)), heardAt(610ms, {0x98})},
+                stroke(200, 1, "5.00") + stroke(200, 1, "5.00"), 192);
+  expectStrokes("E02", e02, {heardAt(210ms, times(2, e02Touch)), heardAt(610ms, e02Lift)},
+                stroke(600, 3, "5.00"), 96);
+  expectStrokes("E02 in pieces", e02,
+                {heardAt(210ms, bytesOf("U")), heardAt(390ms, bytesOf("UxTU")),
+                 heardAt(410ms, bytesOf("T")), heardAt(610ms, {0x84})},
+                stroke(600, 1, "1.67"), 96);
+  expectStrokes("E02, cut by the first tick", e02,
+                {heardAt(190ms, bytesOf("UT")), heardAt(210ms, {0x84})}, "", 96);
 }
 
 TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
   formats = {{"six", 6, {0xE8}, {0xA8}, {CoordinateEncoding::sevenBitHighFirst, 1, 3}},
              {"eight", 8, {0x5A}, {0x5B}, {CoordinateEncoding::sixteenBitLittleEndian, 2, 4}}};
   // Data bytes that would be reports of their own, or end the stroke.
-  const Bytes six = {0xE8, 1, 2, 3, 4, 0xD8};
-  const Bytes eight = {0x5A, 0x98, 'U', 'T', 0x84, 0x88, 0xD8, 0x5B};
-  const auto ended = [](Bytes packet) {
-    ++packet[0];
-    if (packet[0] == 0xE9) packet[0] = 0xA8;
-    return packet;
-  };
-  const struct {
-    const char* what;
-    CommandSet set;
-    std::vector<Transfer> incoming;
-    const char* points;
-    double ceiling;
-  } cases[] = {
-      {"six",
-       CommandSet::m01,
-       {heardAt(210ms, times(3, six)), heardAt(250ms, ended(six))},
-       "4",
-       160},
-      {"eight",
-       CommandSet::quorvane,
-       {heardAt(210ms, times(3, eight)), heardAt(250ms, ended(eight))},
-       "4",
-       120},
-      {"beside E02",
-       CommandSet::e02,
-       {heardAt(210ms, e02Touch), heardAt(250ms, ended(eight))},
-       "2",
-       120},
-      {"built in",
-       CommandSet::m01,
-       {heardAt(210ms, touchPacket), heardAt(250ms, liftPacket)},
-       "2",
-       192},
-      {"cut by reads and ticks",
-       CommandSet::quorvane,
-       {heardAt(210ms, {0x5A, 0x98, 'U'}), heardAt(401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}),
-        heardAt(450ms, ended(six))},
-       "2",
-       160},
-      {"a lift cut short",
-       CommandSet::m01,
-       {heardAt(210ms, six), heardAt(250ms, {0x98, 1})},
-       "2",
-       192},
-  };
-  for (const auto& c : cases) {
-    session.commandSet = c.set;
-    const Lines lines = consoleAfter(c.incoming, 900ms, true);
-    ASSERT_EQ(lines.size(), 5u) << c.what;
-    EXPECT_EQ(lines[2], std::string("Total Points : ") + c.points) << c.what;
-    EXPECT_DOUBLE_EQ(ceiling, c.ceiling) << c.what;
-  }
+  const Bytes six = {1, 2, 3, 4, 0xD8};
+  const Bytes sixTouch = Bytes{0xE8} + six;
+  const Bytes sixLift = Bytes{0xA8} + six;
+  const Bytes eightLift = {0x5B, 0x98, 'U', 'T', 0x84, 0x88, 0xD8, 0x5B};
+  expectStrokes("six", m01, {heardAt(210ms, times(3, sixTouch)), heardAt(250ms, sixLift)},
+                stroke(200, 4, "20.00"), 160);
+  expectStrokes("beside E02", e02, {heardAt(210ms, e02Touch), heardAt(250ms, eightLift)},
+                stroke(200, 2, "10.00"), 120);
+  expectStrokes("cut by reads and ticks", quorvane,
+                {heardAt(210ms, {0x5A, 0x98, 'U'}), heardAt(401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}),
+                 heardAt(450ms, sixLift)},
+                stroke(400, 2, "5.00"), 160);
+  expectStrokes("a lift cut short", m01, {heardAt(210ms, sixTouch), heardAt(250ms, {0x98, 1})},
+                stroke(400, 2, "5.00"), 192);
 }
 
 TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
-  ReplayPort replay({heardAt(410ms, liftPacket)}, clock);
-  replay.open();
-  ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
-  mode.receive();
-  mode.measureRate(true);
+  hearing({heardAt(410ms, liftPacket)}).receive();
+  mode->measureRate(true);
   clock.delay(300ms);
-  mode.measureRate(false);
+  mode->measureRate(false);
   clock.delay(300ms);
   ASSERT_EQ(log.lines().size(), 2u);
   EXPECT_EQ(log.lines()[1].kind, ConsoleLineKind::report);
-  mode.debug();
-  EXPECT_FALSE(mode.isReceiving());
+  mode->debug();
+  EXPECT_FALSE(mode->isReceiving());
 }
 
 TEST_F(ReceiveModeTest, ShowsWhatWaitsForItsEndWhenTheSetChangesOrReceivingEnds) {
-  ReplayPort replay(
-      {heardAt(10ms, {0xD8, 1}), heardAt(210ms, bytesOf("UT")), heardAt(450ms, {0x82})}, clock);
-  replay.open();
-  ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
-  mode.receive();
+  hearing({heardAt(10ms, {0xD8, 1}), heardAt(210ms, bytesOf("UT")), heardAt(450ms, {0x82})})
+      .receive();
   clock.delay(200ms);
-  session.commandSet = CommandSet::e02;
+  session.commandSet = e02;
   clock.delay(200ms);
-  mode.debug();
-  EXPECT_EQ(shown(log.lines()).find("D8 01"), 8U);
-  ASSERT_EQ(log.lines().size(), 2u);
-  EXPECT_EQ(log.lines()[1].bytes, bytesOf("UT"));
+  mode->debug();
+  EXPECT_EQ(console(), (Lines{"D8 01", "55 54"}));
 }
 
 TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
   ASSERT_EQ(port.take(), std::nullopt);
-  ReceiveMode mode({session, clock, prompt, log, {}},
-                   {serial, [this] { return port.isBusy(); }, [this] { port.tellLoss(); }});
-  mode.receive();
+  ReceiveMode besides({session, clock, prompt, log, {}},
+                      {serial, [this] { return port.isBusy(); }, [this] { port.tellLoss(); }});
+  besides.receive();
   clock.delay(150ms);
-  session.commandSet = CommandSet::m01;
+  session.commandSet = m01;
   answers = {{}, test::replyOf("12")};
   EXPECT_TRUE(exchange.send({"UT=Unit Type[w]"})) << "a tick is due during the wait";
 }
 
 TEST_F(ReceiveModeTest, SaysTooLongOnceAlthoughTimersRunMeanwhile) {
-  ReplayPort replay({}, clock);
-  replay.open();
-  ReceiveMode mode({session, clock, prompt, log, {}}, {replay, {}, {}});
+  hearing({});
   prompt.onMessage = [this] { clock.delay(1000ms); };
-  for (const std::size_t told : {1U, 1U, 2U}) {
+  std::ptrdiff_t told = 0;
+  for (const bool beginsAnew : {true, false, true}) {
     log.note(std::string(4000, 'x'));
-    if (told != messages()) mode.receive();
+    if (beginsAnew) mode->receive();
     clock.delay(300ms);
-    EXPECT_EQ(messages(), told) << "once each time that receiving begins";
+    told += beginsAnew ? 1 : 0;
+    EXPECT_EQ(std::ranges::count(journal, "message Text too long !!"), told);
     EXPECT_FALSE(log.isTooLong());
   }
 }
@@ -267,7 +200,7 @@ TEST(Intervals, AreReckonedFromWhatTheBytesTakeOnTheLine) {
   const IntervalEvidence& evidence = stroke->evidence.value();
   EXPECT_NEAR(static_cast<double>(evidence.shortest.count()), 5208, 2);
   EXPECT_NEAR(static_cast<double>(evidence.median.count()), 5604, 2);
-  EXPECT_NEAR(static_cast<double>(evidence.longest.count()), 50000 - 0, 1);
+  EXPECT_NEAR(static_cast<double>(evidence.longest.count()), 50000, 1);
   EXPECT_EQ(evidence.histogram[2], 2u);
   EXPECT_EQ(evidence.histogram[3], 1u);
   EXPECT_EQ(evidence.histogram.back() + evidence.histogram[24], 1u);
@@ -276,11 +209,8 @@ TEST(Intervals, AreReckonedFromWhatTheBytesTakeOnTheLine) {
 }
 
 TEST(Intervals, NeedTwoReportsAndALineHasItsCeiling) {
-  const Clock::TimePoint start{};
   EXPECT_FALSE(evidenceOf({}));
-  EXPECT_FALSE(evidenceOf(std::vector{start}));
-  EXPECT_DOUBLE_EQ(rateCeiling({}, packetLength(ReportFamily::tablet)), 192);
-  EXPECT_DOUBLE_EQ(rateCeiling({}, packetLength(ReportFamily::e02)), 96);
+  EXPECT_FALSE(evidenceOf(std::vector{Clock::TimePoint{}}));
   EXPECT_DOUBLE_EQ(rateCeiling({9600, Parity::even, 8, 2}, 5), 160);
   EXPECT_EQ(rateLines({0ms, 3, 5, {}})[2], "Report rate : -");
 }

@@ -1,6 +1,7 @@
 #include "serial/recording.h"
 
-#include "serial/recording_ports.h"
+#include <numeric>
+
 #include "tests/serial/debugger_bench.h"
 #include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
@@ -61,74 +62,66 @@ TEST_F(RecordingTest, TakesWhatComesWhenItComesAlsoWhileNobodyReads) {
   RecordedPort recorded(serial, clock);
   ASSERT_EQ(recorded.startRecording(file), std::nullopt);
   const Bytes flood(4000, 0x55);  // nearly what a line holds
-  for (int i = 0; i < 3; ++i) {
-    clock.after(std::chrono::milliseconds(100 * i + 99), [&] { terminal().send(flood); });
-    clock.after(std::chrono::milliseconds(100 * i + 102), [&, i] {
-      EXPECT_EQ(recorded.inBufferCount(), flood.size() * static_cast<std::size_t>(i + 1));
+  std::vector<Transfer> expected;
+  for (int i = 1; i <= 3; ++i) {
+    clock.after(std::chrono::milliseconds(100 * i - 1), [&] { terminal().send(flood); });
+    clock.after(std::chrono::milliseconds(100 * i + 2), [&, i] {
+      EXPECT_EQ(recorded.inBufferCount(), flood.size() * static_cast<std::size_t>(i));
     });
+    expected.push_back(test::heardAt(std::chrono::milliseconds(100 * i), flood));
   }
   clock.delay(400ms);
   EXPECT_EQ(recorded.readAll().size(), 3 * flood.size()) << "the reader gets it as well";
   terminal().send(Bytes{0x41});
   recorded.close();
   EXPECT_EQ(recorded.stopRecording(), std::nullopt);
+  expected.push_back(test::heardAt(400ms, {0x41}));
   const auto read = readRecording(file);
   ASSERT_TRUE(read);
-  ASSERT_EQ(read->size(), 4u);
-  for (std::size_t i = 0; i < 3; ++i) {
-    EXPECT_EQ(read->at(i).time, std::chrono::milliseconds(100 * i + 100));
-    EXPECT_EQ(read->at(i).bytes, flood);
-  }
-  EXPECT_EQ(read->back().bytes, Bytes{0x41});
+  EXPECT_EQ(*read, expected);
 }
 
 TEST_F(RecordingTest, IsReadBackAsItWasWritten) {
   Bytes all(256);
-  for (std::size_t i = 0; i < all.size(); ++i)
-    all[i] = static_cast<std::uint8_t>(i);
+  std::iota(all.begin(), all.end(), std::uint8_t{0});
   const std::vector<Transfer> transfers = {{0us, Direction::toController, {0x01}},
                                            {1us, Direction::fromController, all},
                                            {999'999'999'999us, Direction::fromController, {0xFF}}};
   std::string text = "\xEF\xBB\xBF# made by hand\r\n\r\ntouch recording 1 # first\r\n";
   for (const Transfer& transfer : transfers)
     text += recordingLine(transfer) + "  # why\r\n\r\n";
-  folder.write("a.rec", text);
-  const auto read = readRecording(file);
+  const auto read = parseRecording(text, "a.rec");
   ASSERT_TRUE(read) << read.error().describe();
   EXPECT_EQ(*read, transfers);
 }
 
 TEST_F(RecordingTest, NamesTheLineThatIsWrong) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"1 < 00", "a time in seconds with six decimals, such as 0.104250, found \"1\""},
-      {"-1.000000 < 00",
-       "a time in seconds with six decimals, such as 0.104250, found \"-1.000000\""},
-      {"1.-00001 < 00",
-       "a time in seconds with six decimals, such as 0.104250, found \"1.-00001\""},
-      {"1000000.000000 < 00",
-       "a time in seconds with six decimals, such as 0.104250, found \"1000000.000000\""},
+  const std::string time = "a time in seconds with six decimals, such as 0.104250, found ";
+  const std::string sign = "> for bytes to the controller or < for bytes from it, found ";
+  const std::string bytes = "bytes of two hexadecimal digits with a blank between, found ";
+  const std::pair<std::string, std::string> cases[] = {
+      {"1 < 00", time + "\"1\""},
+      {"-1.000000 < 00", time + "\"-1.000000\""},
+      {"1.-00001 < 00", time + "\"1.-00001\""},
+      {"1000000.000000 < 00", time + "\"1000000.000000\""},
       {"0.400000 < 00", "a time not before the one above, found \"0.400000\""},
-      {"1.000000 = 00", "> for bytes to the controller or < for bytes from it, found \"=\""},
-      {"1.000000", "> for bytes to the controller or < for bytes from it, found an empty line"},
-      {"1.000000 <", "bytes of two hexadecimal digits with a blank between, found an empty line"},
-      {"1.000000 < 0", "bytes of two hexadecimal digits with a blank between, found \"0\""},
-      {"1.000000 < 00  01",
-       "bytes of two hexadecimal digits with a blank between, found an empty line"},
-      {"1.000000 < 0G", "bytes of two hexadecimal digits with a blank between, found \"0G\""},
+      {"1.000000 = 00", sign + "\"=\""},
+      {"1.000000", sign + "an empty line"},
+      {"1.000000 <", bytes + "an empty line"},
+      {"1.000000 < 0", bytes + "\"0\""},
+      {"1.000000 < 00  01", bytes + "an empty line"},
+      {"1.000000 < 0G", bytes + "\"0G\""},
+  };
+  const auto problemIn = [](const std::string& text) {
+    const auto read = parseRecording(text, "a.rec");
+    return read ? "none" : read.error().describe();
   };
   for (const auto& [line, problem] : cases) {
-    folder.write("a.rec", std::string("touch recording 1\n0.500000 < 00\n\n") + line + "\n");
-    const auto read = readRecording(file);
-    ASSERT_FALSE(read) << line;
-    EXPECT_EQ(read.error().describe(), file.string() + ", line 4: expected " + problem);
+    EXPECT_EQ(problemIn("touch recording 1\n0.500000 < 00\n\n" + line + "\n"),
+              "a.rec, line 4: expected " + problem);
   }
-  for (const auto& [text, place] :
-       {std::pair{"", ", line 1: "}, std::pair{"\ntouch recording 2\n", ", line 2: "}}) {
-    folder.write("a.rec", text);
-    const auto read = readRecording(file);
-    ASSERT_FALSE(read) << text;
-    EXPECT_NE(read.error().describe().find(place), std::string::npos) << text;
-  }
+  EXPECT_EQ(problemIn("").find("a.rec, line 1: "), 0u);
+  EXPECT_EQ(problemIn("\ntouch recording 2\n").find("a.rec, line 2: "), 0u);
   EXPECT_FALSE(readRecording(folder.path() / "absent.rec"));
 }
 
