@@ -232,11 +232,13 @@ TEST_F(OnTheCanvas, OpensTheMenuAtALongPress) {
 
 TEST_F(OnTheCanvas, TintsTheInkOfATestedStroke) {
   testFreely();
-  // The band of line V1 reaches from 217.6 to 422.4.
+  // The band of line V1 reaches from 217.6 to 422.4, that of H1 from 108.8 to 211.2.
   draw({{400, 20}, {422, 30}, {423, 40}, {424, 50}, {420, 60}, {320, 70}});
   const auto blue = EndsWith("#9 1");
   const auto red = EndsWith("#12 1");
   EXPECT_THAT(view.drawing.take(), ElementsAre(blue, blue, blue, red, red, blue));
+  draw({{20, 112}, {30, 110}, {40, 108}, {50, 120}});
+  EXPECT_THAT(view.drawing.take(), ElementsAre(blue, blue, blue, red));
   draw({{1000, 1000}, {9000, 1000}});
   EXPECT_THAT(view.drawing.take(), ElementsAre(red, red)) << "a start inside is never tested";
 }

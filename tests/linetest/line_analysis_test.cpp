@@ -55,23 +55,6 @@ TEST(LineMatcher, MatchesAStartToItsLine) {
   }
 }
 
-TEST(LineMatcher, TellsWhenAPointHasLeftTheBand) {
-  const GuideLines guides({10240, 5120});
-  const LineMatcher matcher(guides, {100, 50});
-  const struct {
-    int index;
-    TwipsPoint point;
-    bool strayed;
-  } cases[] = {{0, {420, 9000}, false},
-               {0, {420.5F, 0}, true},
-               {0, {219.5F, 0}, true},
-               {7, {9999, 2510}, false},
-               {7, {0, 2611}, true}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(matcher.hasStrayed(c.index, c.point), c.strayed) << c.point.x << ' ' << c.point.y;
-  }
-}
-
 constexpr TwipsSize hundred{10000, 5000};  // a percent is 100 twips
 
 TEST(StrokeMeasurement, ListsAVerticalStroke) {
@@ -87,19 +70,6 @@ TEST(StrokeMeasurement, TakesTheSamplesOfAHorizontalStrokeFromX) {
   EXPECT_EQ(resultLines(samples, {8, 2000}, hundred, 0.5F),
             (Lines{"", "  Horizontal #4", "  AVG :  0.10", "  Max :  0.50", "  Min :  -0.30",
                    "  Qty :  2", "", "001  1.0 %  **", "002 -1.0 %  **"}));
-}
-
-TEST(StrokeMeasurement, PlacesTheListWhereThereIsRoom) {
-  constexpr TwipsSize list{3000, 4000};
-  const std::pair<TwipsPoint, TwipsPoint> cases[] = {
-      {{100, 100}, {600, 600}},
-      {{6499, 499}, {6999, 999}},
-      {{6500, 500}, {3000, -4000}},  // exactly at the edge is too far
-      {{9900, 4900}, {6400, 400}},
-  };
-  for (const auto& [pen, corner] : cases) {
-    EXPECT_EQ(placeBeside(pen, list, hundred), corner) << pen.x;
-  }
 }
 
 TEST(ResultsTable, ShowsAndColoursTheMeasuredLines) {

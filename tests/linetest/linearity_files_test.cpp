@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "linetest/drawing_file.h"
 #include "linetest/linearity_plot.h"
 #include "linetest/svg_surface.h"
@@ -155,33 +157,8 @@ TEST(SvgSurface, WritesShapes) {
             "</svg>\n");
 }
 
-/// Everything that is drawn lies on the page.
-class PageWatch final : public ChartSurface {
- public:
-  int shapes = 0;
-  std::vector<std::string> texts;
-
-  void clear() override {}
-  void line(TwipsPoint from, TwipsPoint to, Colour, int) override {
-    look(from);
-    look(to);
-  }
-  void circle(TwipsPoint centre, float, Colour, int) override { look(centre); }
-  void area(TwipsPoint corner, TwipsSize, Colour) override { look(corner); }
-  void text(TwipsPoint at, std::string_view text, Colour, float, TextAnchor) override {
-    look(at);
-    texts.emplace_back(text);
-  }
-
- private:
-  void look(TwipsPoint at) {
-    ++shapes;
-    EXPECT_TRUE(at.x >= 0 && at.x <= linearityPage.width) << at.x;
-    EXPECT_TRUE(at.y >= 0 && at.y <= linearityPage.height) << at.y;
-  }
-};
-
 TEST(LinearityPage, ShowsEveryLineAndStaysOnThePage) {
+  const std::regex places(" c?([xy])[12]?=\"([-0-9.]+)\"");
   for (const MeasuredPanel& shape :
        {panel, MeasuredPanel{{10000, 20000}, 100, 200}, MeasuredPanel{{15000, 15000}, 30, 30}}) {
     std::vector<LineResult> results;
@@ -197,16 +174,21 @@ TEST(LinearityPage, ShowsEveryLineAndStaysOnThePage) {
         results.push_back({labelOf(at), guide, samples, measureLine(guide, samples, shape)});
       }
     }
-    PageWatch page;
-    drawLinearityPage(page, linearityPage, results, shape, {0.5, 0.5});
-    EXPECT_GT(page.shapes, 18 * 50);
-    for (const LineResult& result : results)
-      EXPECT_THAT(
-          page.texts,
-          testing::Contains(result.label + (result.label.ends_with('5') ? "  FAIL" : "  pass")));
+    const std::string page = linearitySvg(results, shape, {0.5, 0.5});
+    for (const LineResult& result : results) {
+      const char* const verdict = result.label.ends_with('5') ? "  FAIL<" : "  pass<";
+      EXPECT_THAT(page, testing::HasSubstr('>' + result.label + verdict));
+    }
+    int shown = 0;
+    for (std::sregex_iterator place(page.begin(), page.end(), places), end; place != end; ++place) {
+      const float limit = (*place)[1] == "x" ? linearityPage.width : linearityPage.height;
+      const float at = std::stof((*place)[2]);
+      EXPECT_TRUE(at >= 0 && at <= limit) << place->str();
+      ++shown;
+    }
+    EXPECT_GT(shown, 18 * 50);
   }
-  PageWatch empty;
-  drawLinearityPage(empty, linearityPage, {}, panel, {});
+  EXPECT_THAT(linearitySvg({}, panel, {}), testing::HasSubstr("<svg"));
 }
 
 }  // namespace

@@ -155,38 +155,38 @@ TEST_F(Testing, GoesThroughEighteenLines) {
 }
 
 TEST_F(Testing, LetsEveryLineBeDrawnAgain) {
+  constexpr TestLine first{Orientation::vertical, 1};
   drawCurrent(30);
   procedure.repeat();
   EXPECT_EQ(procedure.drawn(), std::nullopt);
-  drawCurrent(10);
-  procedure.accept();
-  drawCurrent(20);
-  procedure.accept();
-  procedure.goTo({Orientation::vertical, 1});
-  EXPECT_NEAR(procedure.result({Orientation::vertical, 1})->figures.all.average, 0.1, 1e-4);
+  for (const float off : {10.0F, 20.0F}) {
+    drawCurrent(off);
+    procedure.accept();
+  }
+  procedure.goTo(first);
+  EXPECT_NEAR(procedure.result(first)->figures.all.average, 0.1, 1e-4);
   drawCurrent(40);
   procedure.accept();
-  EXPECT_NEAR(procedure.result({Orientation::vertical, 1})->figures.all.average, 0.4, 1e-4);
+  EXPECT_NEAR(procedure.result(first)->figures.all.average, 0.4, 1e-4);
   EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 3})) << "the next open one";
 }
 
 TEST_F(Testing, GoesBackAndOn) {
   procedure.back();
-  EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 1}));
+  EXPECT_EQ(labelOf(*procedure.current()), "V-1");
   procedure.next();
   drawCurrent(10);
   procedure.back();
   EXPECT_EQ(procedure.drawn(), std::nullopt);
-  EXPECT_EQ(procedure.current(), (TestLine{Orientation::vertical, 1}));
+  EXPECT_EQ(labelOf(*procedure.current()), "V-1");
   for (std::size_t i = 0; i < LinearityProcedure::lines + 3; ++i)
     procedure.next();
   EXPECT_EQ(procedure.current(), std::nullopt) << "passed over all";
   procedure.back();
-  EXPECT_EQ(procedure.current(), (TestLine{Orientation::horizontal, 9}));
+  EXPECT_EQ(procedure.current(), testLineOf("H-9"));
   drawCurrent(10);
   procedure.next();
   EXPECT_EQ(procedure.results().size(), 1u);
-  EXPECT_EQ(testLineOf("H-9"), (TestLine{Orientation::horizontal, 9}));
   EXPECT_EQ(testLineOf("H-10"), std::nullopt);
 }
 
