@@ -24,31 +24,32 @@ class SensorPins : public test::ParameterDesk {
 };
 
 TEST(PinDefinitions, AreCheckedNumberByNumber) {
-  const auto with = [](std::size_t wire, PinAssignment pins) {
+  const struct {
+    std::size_t wire;
+    PinAssignment pins;
+    Lines problems;
+  } cases[] = {
+      {0, {7, 7}, {}},
+      {0, {8, 0}, {"X+, channel: expected 0 to 7, found 8"}},
+      {1, {1, -1}, {"X\u2212, bit: expected 0 to 7, found -1"}},
+      {2, {127, 2}, {"Y+, channel: expected 0 to 7, found 127"}},
+      {2, {128, 2}, {"Value must < 128 !!"}},
+      {3,
+       {0, 3},
+       {"X+, channel: 0 is used by Y\u2212 too", "Y\u2212, channel: 0 is used by X+ too"}},
+      {2, {2, 1}, {"X\u2212, bit: 1 is used by Y+ too", "Y+, bit: 1 is used by X\u2212 too"}},
+  };
+  for (const auto& [wire, pins, problems] : cases) {
     PinDefinition definition = fourInOrder;
     definition.wires[wire] = pins;
-    return definition;
-  };
-  const std::vector<std::pair<PinDefinition, Lines>> cases = {
-      {fourInOrder, {}},
-      {fiveInOrder, {}},
-      {with(0, {7, 7}), {}},
-      {with(0, {8, 0}), {"X+, channel: expected 0 to 7, found 8"}},
-      {with(1, {1, -1}), {"X\u2212, bit: expected 0 to 7, found -1"}},
-      {with(2, {127, 2}), {"Y+, channel: expected 0 to 7, found 127"}},
-      {with(2, {128, 2}), {"Value must < 128 !!"}},
-      {with(3, {3, 1000}), {"Value must < 128 !!"}},
-      {with(3, {0, 3}),
-       {"X+, channel: 0 is used by Y\u2212 too", "Y\u2212, channel: 0 is used by X+ too"}},
-      {with(2, {2, 1}), {"X\u2212, bit: 1 is used by Y+ too", "Y+, bit: 1 is used by X\u2212 too"}},
-      {{SensorType::fiveWire, fourInOrder.wires}, {"expected 5 wires, found 4"}},
-  };
-  for (const auto& [definition, expected] : cases) {
     Lines texts;
     for (const auto& problem : checkPins(MessageTable(), definition))
       texts.push_back(problem.text);
-    EXPECT_EQ(texts, expected);
+    EXPECT_EQ(texts, problems);
   }
+  EXPECT_TRUE(checkPins(MessageTable(), fiveInOrder).empty());
+  EXPECT_EQ(checkPins(MessageTable(), {SensorType::fiveWire, fourInOrder.wires})[0].text,
+            "expected 5 wires, found 4");
 }
 
 TEST_F(SensorPins, AreReadAsTheyAre) {
@@ -81,13 +82,10 @@ TEST_F(SensorPins, AreUpdatedWithTheSensorDisconnectedAndCanBePutBack) {
 TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
   PinEditor editor(access(), prompt, backup);
   editor.read();
-  const auto assignAndUpdate = [&editor](std::size_t wire, PinAssignment pins) {
-    editor.assign(wire, pins);
-    return editor.update();
-  };
-  assignAndUpdate(0, {7, 7});
-  assignAndUpdate(1, {6, 6});
-  assignAndUpdate(0, {5, 5});
+  for (const auto& [wire, pin] : {std::pair{0U, 7}, {1U, 6}, {0U, 5}}) {
+    editor.assign(wire, {pin, pin});
+    editor.update();
+  }
   editor.update();
   ASSERT_TRUE(editor.canPutBack());
   EXPECT_EQ(editor.putBack(), "The pin definition is written.");
@@ -106,8 +104,8 @@ TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
 
   session.controllerName = "USB DEVICE 2";
   journal.clear();
-  EXPECT_TRUE(
-      assignAndUpdate(0, {7, 7}).starts_with("Nothing was written: these are not the pins of"));
+  editor.assign(0, {7, 7});
+  EXPECT_TRUE(editor.update().starts_with("Nothing was written: these are not the pins of"));
   EXPECT_EQ(journal, Lines{});
 }
 
@@ -115,19 +113,15 @@ TEST_F(SensorPins, AreLeftAloneWhenTheyCannotBeUpdated) {
   EXPECT_EQ(updatePins(access(), prompt, backup, {SensorType::fourWire, {}}).end, PinsEnd::invalid);
   EXPECT_EQ(journal, Lines{"message expected 4 wires, found 0"});
 
-  journal.clear();
-  prompt.answerYes = false;
-  EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
-  EXPECT_EQ(journal, Lines{"confirm Update the pin definition ??"});
-
-  journal.clear();
-  prompt.answerYes = true;
-  prompt.answers = false;
-  EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
-  EXPECT_EQ(journal, Lines{"confirm Update the pin definition ??"});
+  for (bool* agreement : {&prompt.answerYes, &prompt.answers}) {
+    journal.clear();
+    *agreement = false;
+    EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
+    EXPECT_EQ(journal, Lines{"confirm Update the pin definition ??"});
+    *agreement = true;
+  }
 
   // The program is ended while the sensor is still connected.
-  prompt.answers = true;
   prompt.onMessage = [this] { prompt.answers = false; };
   EXPECT_EQ(updatePins(access(), prompt, backup, fiveInOrder).end, PinsEnd::declined);
   EXPECT_EQ(journal.back(), "message Disconnect the connector of touch sensor ");

@@ -32,19 +32,13 @@ TEST_F(TouchSettings, EachMakesItsOwnCallsAndNoOther) {
     Lines calls;
   } cases[] = {
       {"up-sound", "on", {"EnableUpSound 1"}},
-      {"up-sound", "off", {"EnableUpSound 0"}},
       {"down-sound", "on", {"EnableDownSound 1"}},
-      {"down-sound", "off", {"EnableDownSound 0"}},
-      {"double-click", "on", {"EnableDoubleClick 1"}},
       {"double-click", "off", {"EnableDoubleClick 0"}},
       {"right-click", "on", {"EnableRightClick 1"}},
-      {"right-click", "off", {"EnableRightClick 0"}},
-      {"rotation", "0", {"SetRotation 0"}},
       {"rotation", "90", {"SetRotation 1"}},
       {"rotation", "180", {"SetRotation 2"}},
       {"rotation", "270", {"SetRotation 3"}},
       {"touch-mode", "desktop", {"SetReportMode 1"}},
-      {"touch-mode", "drawing", {"SetReportMode 2"}},
       {"touch-mode", "button", {"SetReportMode 3"}},
       {"double-click-speed",
        "255",
@@ -56,7 +50,6 @@ TEST_F(TouchSettings, EachMakesItsOwnCallsAndNoOther) {
        "1200",
        {"SetRightClickTime 1200", "SetDoubleClickSpeed 4", "SetDoubleClickArea 9"}},
       {"sensitivity", "low", {"WriteBuffer SE0", "delay 300", "FlushReadBuffer"}},
-      {"sensitivity", "normal", {"WriteBuffer SE1", "delay 300", "FlushReadBuffer"}},
       {"sensitivity", "most", {"WriteBuffer SE4", "delay 300", "FlushReadBuffer"}},
       {"touch-panel",
        "off",
@@ -79,18 +72,6 @@ TEST_F(TouchSettings, ThePanelOfAPs2ControllerGetsItsOwnCommandFirst) {
   EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), true); }),
             (Lines{"WriteBuffer MP", "delay 30", "WriteBuffer MI", "delay 300", "ReadBuffer 10"}));
   EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), false); })[2], "WriteBuffer MS");
-}
-
-TEST(InterfaceTypes, AreToldFromTheName) {
-  const struct {
-    const char* name;
-    InterfaceType type;
-  } cases[] = {{"RS232 DEVICE 1", InterfaceType::serial},
-               {"USB DEVICE 2", InterfaceType::usb},
-               {"RS DEVICE", InterfaceType::ps2},
-               {"", InterfaceType::ps2}};
-  for (const auto& [name, type] : cases)
-    EXPECT_EQ(interfaceType(name), type) << name;
 }
 
 TEST_F(TouchSettings, ConfirmIsJudgedByTheSpeedAloneAfterTheControllerIsClosed) {
@@ -116,21 +97,10 @@ TEST_F(TouchSettings, ConfirmIsJudgedByTheSpeedAloneAfterTheControllerIsClosed) 
 }
 
 TEST_F(TouchSettings, SensitivitySendsNothingWhileItIsNotEnabledOrNothingIsChosen) {
-  const struct {
-    bool enabled;
-    int index;
-  } cases[] = {{false, 0}, {false, 4}, {true, -1}, {true, 5}, {false, -1}};
-  for (const auto& [enabled, index] : cases) {
+  const std::pair<bool, int> cases[] = {{false, 4}, {true, -1}, {true, 5}};
+  for (const auto& [enabled, index] : cases)
     EXPECT_FALSE(setSensitivity(access(), enabled, index)) << enabled << ' ' << index;
-  }
   EXPECT_TRUE(journal.empty());
-}
-
-TEST_F(TouchSettings, KeepsTheResultsThatAreKept) {
-  script.results = {{"EnableUpSound", 7}, {"EnableDoubleClick", 0x12345}, {"EnableRightClick", 0}};
-  EXPECT_EQ(enableUpSound(access(), true).result, std::nullopt);
-  EXPECT_EQ(enableDoubleClick(access(), true).result, 0x2345);
-  EXPECT_EQ(enableRightClick(access(), true).result, 0);
 }
 
 TEST_F(TouchSettings, SaysWhatItDidAndWhatTheDriverMadeOfIt) {
@@ -168,29 +138,25 @@ TEST_F(TouchSettings, AFailedOpenIsToldByEverySetting) {
 
 TEST_F(TouchSettings, RefusesWhatIsNoValueAndSaysWhatIs) {
   const struct {
-    const char* name;
+    std::string name;
     const char* text;
     const char* told;
   } cases[] = {
-      {"up-sound", "On", "up-sound: expected on or off, found \"On\""},
-      {"up-sound", "1", "up-sound: expected on or off, found \"1\""},
-      {"rotation", "45", "rotation: expected 0, 90, 180 or 270, found \"45\""},
-      {"rotation", "", "rotation: expected 0, 90, 180 or 270, found nothing"},
-      {"right-click-time", "299",
-       "right-click-time: expected a number from 300 to 1200, found \"299\""},
-      {"right-click-time", "1201",
-       "right-click-time: expected a number from 300 to 1200, found \"1201\""},
-      {"right-click-time", "400 ",
-       "right-click-time: expected a number from 300 to 1200, found \"400 \""},
-      {"double-click-area", "-1",
-       "double-click-area: expected a number from 0 to 255, found \"-1\""},
+      {"up-sound", "On", "expected on or off, found \"On\""},
+      {"up-sound", "1", "expected on or off, found \"1\""},
+      {"rotation", "45", "expected 0, 90, 180 or 270, found \"45\""},
+      {"rotation", "", "expected 0, 90, 180 or 270, found nothing"},
+      {"right-click-time", "299", "expected a number from 300 to 1200, found \"299\""},
+      {"right-click-time", "1201", "expected a number from 300 to 1200, found \"1201\""},
+      {"right-click-time", "400 ", "expected a number from 300 to 1200, found \"400 \""},
+      {"double-click-area", "-1", "expected a number from 0 to 255, found \"-1\""},
       {"double-click-area", "99999999999",
-       "double-click-area: expected a number from 0 to 255, found \"99999999999\""},
+       "expected a number from 0 to 255, found \"99999999999\""},
   };
-  for (const auto& c : cases) {
-    const auto value = parseSetting(setting(c.name), c.text);
-    ASSERT_FALSE(value) << c.name << ' ' << c.text;
-    EXPECT_EQ(value.error(), c.told);
+  for (const auto& [name, text, told] : cases) {
+    const auto value = parseSetting(setting(name.c_str()), text);
+    ASSERT_FALSE(value) << name << ' ' << text;
+    EXPECT_EQ(value.error(), name + ": " + told);
   }
   EXPECT_EQ(findSetting("no-such-setting"), nullptr);
 }
@@ -223,13 +189,11 @@ TEST(TimingBars, ShowHundredsOfMillisecondsAndTheAreaAsItIs) {
 }
 
 TEST(CursorNote, ShowsTheFileAsItStandsAfterAnEmptyLine) {
-  const struct {
-    const char* file;
-    const char* shown;
-  } cases[] = {{"", "\r\n"},
-               {"one\n  two  ", "\r\none\r\n  two  \r\n"},
-               {"one\r\n\r\ntwo\r\n", "\r\none\r\n\r\ntwo\r\n"},
-               {"ma\xEEtre", "\r\nma\xC3\xAEtre\r\n"}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "\r\n"},
+      {"one\n  two  ", "\r\none\r\n  two  \r\n"},
+      {"one\r\n\r\ntwo\r\n", "\r\none\r\n\r\ntwo\r\n"},
+      {"ma\xEEtre", "\r\nma\xC3\xAEtre\r\n"}};
   test::TemporaryFolder folder;
   EXPECT_EQ(cursorNote(folder.path()), "\r\n") << "without the file";
   for (const auto& [file, shown] : cases) {

@@ -1,12 +1,10 @@
 #include "console/vrq_file.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-
-#include <csignal>
 
 #include "console/backup.h"
 #include "core/whole_file.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
@@ -19,26 +17,6 @@ constexpr ParameterBlock sample = {
 constexpr const char* sampleText =
     "0001\r\n1AFF\r\n0000\r\nFFFF\r\n0404\r\n0505\r\n0606\r\n7F80\r\n";
 
-/// A disk with room for `bytes` more in each file, while it lives.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit{bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-
- private:
-  rlimit before_{};
-  void (*handler_)(int);
-};
-
 std::size_t filesIn(const std::filesystem::path& folder) {
   return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
 }
@@ -49,10 +27,9 @@ TEST(VrqFile, IsEightLinesOfFourDigits) {
   EXPECT_EQ(folder.read("a.vrq"), sampleText);
   EXPECT_EQ(filesIn(folder.path()), 1u);
 
-  for (const std::string text : {sampleText, "0001\n1AFF\n0000\nFFFF\n0404\n0505\n0606\n7F80\n",
-                                 "0001\n1aff\r\n0000\nffff\n0404\n0505\n0606\n7F80",
-                                 "\xEF\xBB\xBF"
-                                 "0001\n1AFF\n0000\nFFFF\n0404\n0505\n0606\n7F80"}) {
+  // Other line ends, none at the end, small letters, and the mark that editors put before UTF-8.
+  for (const char* text : {"0001\n1aff\r\n0000\nffff\n0404\n0505\n0606\n7F80",
+                           "\uFEFF0001\n1AFF\n0000\nFFFF\n0404\n0505\n0606\n7F80\n"}) {
     folder.write("b.vrq", text);
     const auto block = loadVrq(folder.path() / "b.vrq");
     ASSERT_TRUE(block) << block.error().describe();
@@ -61,54 +38,37 @@ TEST(VrqFile, IsEightLinesOfFourDigits) {
 }
 
 TEST(VrqFile, SaysWhichLineIsWrongAndWhatWasExpected) {
-  const std::string good = "0001\n";
-  const auto lines = [&good](int count) {
+  const auto lines = [](int count) {
     std::string text;
     for (int i = 0; i < count; ++i)
-      text += good;
+      text += "0001\n";
     return text;
   };
-  const struct {
-    const char* what;
-    std::string content;
-    const char* error;
-  } cases[] = {
-      {"empty", "", ", line 1: expected eight lines of four hexadecimal digits, found 0 lines"},
-      {"1 line", lines(1),
-       ", line 2: expected eight lines of four hexadecimal digits, found 1 line"},
-      {"7 lines", lines(7),
-       ", line 8: expected eight lines of four hexadecimal digits, found 7 lines"},
-      {"9 lines", lines(9),
-       ", line 9: expected the end of the file after eight lines, found \"0001\""},
-      {"empty 9th line", lines(8) + "\n",
+  const std::pair<std::string, const char*> cases[] = {
+      {"", ", line 1: expected eight lines of four hexadecimal digits, found 0 lines"},
+      {lines(1), ", line 2: expected eight lines of four hexadecimal digits, found 1 line"},
+      {lines(7), ", line 8: expected eight lines of four hexadecimal digits, found 7 lines"},
+      {lines(9), ", line 9: expected the end of the file after eight lines, found \"0001\""},
+      {lines(8) + "\n",
        ", line 9: expected the end of the file after eight lines, found an empty line"},
-      {"no digit", lines(2) + "12G4\n" + lines(5),
+      {lines(2) + "12G4\n" + lines(5),
        ", line 3: expected four hexadecimal digits, found \"12G4\""},
-      {"five digits", lines(7) + "12345\n",
-       ", line 8: expected four hexadecimal digits, found \"12345\""},
-      {"three digits", "123\n" + lines(7),
-       ", line 1: expected four hexadecimal digits, found \"123\""},
-      {"sign", "-123\n" + lines(7), ", line 1: expected four hexadecimal digits, found \"-123\""},
-      {"prefix", "0x12\n" + lines(7), ", line 1: expected four hexadecimal digits, found \"0x12\""},
-      {"blank", " 123\n" + lines(7), ", line 1: expected four hexadecimal digits, found \" 123\""},
-      {"empty line", lines(1) + "\n" + lines(7),
-       ", line 2: expected four hexadecimal digits, found an empty line"},
-      {"only CR", "0001\r0002\r",
-       ", line 1: expected four hexadecimal digits, found \"0001\\x0D0002\""},
-      {"binary",
-       std::string("\x7F"
-                   "ELF\0\x02",
-                   6),
-       ", line 1: expected four hexadecimal digits, found \"\\x7FELF\\x00\\x02\""},
-      {"large", std::string(5000, '0'), ": expected at most 4096 bytes, found more"},
+      {lines(7) + "12345\n", ", line 8: expected four hexadecimal digits, found \"12345\""},
+      {"123\n" + lines(7), ", line 1: expected four hexadecimal digits, found \"123\""},
+      {"-123\n" + lines(7), ", line 1: expected four hexadecimal digits, found \"-123\""},
+      {" 123\n" + lines(7), ", line 1: expected four hexadecimal digits, found \" 123\""},
+      {"0001\r0002\r", ", line 1: expected four hexadecimal digits, found \"0001\\x0D0002\""},
+      {{'\x7F', 'E', '\0', '\2'},
+       ", line 1: expected four hexadecimal digits, found \"\\x7FE\\x00\\x02\""},
+      {std::string(5000, '0'), ": expected at most 4096 bytes, found more"},
   };
   TemporaryFolder folder;
   const auto file = folder.path() / "bad.vrq";
-  for (const auto& c : cases) {
-    folder.write("bad.vrq", c.content);
+  for (const auto& [content, error] : cases) {
+    folder.write("bad.vrq", content);
     const auto block = loadVrq(file);
-    ASSERT_FALSE(block) << c.what;
-    EXPECT_EQ(block.error().describe(), file.string() + c.error) << c.what;
+    ASSERT_FALSE(block) << error;
+    EXPECT_EQ(block.error().describe(), file.string() + error);
   }
   EXPECT_EQ(loadVrq(folder.path()).error().expected, "a file");
   EXPECT_EQ(loadVrq(folder.path() / "none").error().found, "none");
@@ -118,7 +78,7 @@ TEST(VrqFile, IsSavedWholeOrNotAtAll) {
   TemporaryFolder folder;
   folder.write("a.vrq", "the old content");
   {
-    FullDisk disk(20);
+    const test::SmallDisk disk(20);
     const auto failed = saveVrq(folder.path() / "a.vrq", sample);
     ASSERT_TRUE(failed);
     EXPECT_EQ(failed->file, (folder.path() / "a.vrq").string());
@@ -152,7 +112,7 @@ TEST(AppendedLines, StandWholeOrNotAtAll) {
   const auto file = folder.path() / "lines.txt";
   EXPECT_FALSE(appendLine(file, "one"));
   {
-    FullDisk disk(8);
+    const test::SmallDisk disk(8);
     EXPECT_TRUE(appendLine(file, "longer than the disk"));
   }
   EXPECT_EQ(folder.read("lines.txt"), "one\n");
@@ -166,10 +126,7 @@ TEST(BackupFolder, NamesItsFilesAfterTimeAndController) {
   const Backup::TimePoint time = sys_days(year(2026) / 3 / 9) + 5h + 7min + 8s + 999ms;
   TemporaryFolder folder;
   const Backup backup(folder.path(), [time] { return time; });
-  const struct {
-    std::string controller;
-    std::string file;
-  } cases[] = {
+  const std::pair<std::string, std::string> cases[] = {
       {"RS232 DEVICE 1", "20260309-050708-RS232_DEVICE_1.vrq"},
       {"RS232 DEVICE 1", "20260309-050708-RS232_DEVICE_1-2.vrq"},
       {"../../etc/passwd", "20260309-050708-______etc_passwd.vrq"},
