@@ -16,47 +16,50 @@ class Controllers : public DriverBench {
   std::int32_t usb = driver.OpenController(usbName);
 };
 
+constexpr auto eight = LineFormat::eightN1;
+constexpr auto seven = LineFormat::sevenN2;
+
 const std::string acknowledged = framed("0");
 const std::string refused = framed("1");
 
-TEST_F(Controllers, answerEveryCommand) {
+TEST_F(Controllers, answerFramedCommands) {
+  const struct {
+    const char* commands;
+    const char* serialReplies;
+    const char* usbReplies;
+  } cases[] = {
+      {"UT iU OI iO", "QRMV0301 QRMV0301 M0130100 M0130100", "QMRV1000 QMRV1000 M0110100 M0110100"},
+      {"MP MT iS MT MI MT", "0 MP 0 MS 0 MI", "0 MP 0 MS 0 MI"},
+      {"SE3 PO MP OS", "0 0 0 PPO3", "0 0 0 PPO3"},
+      {"GP02 GP3F GP40 GP7F GP81 iGbf GPC0", "04000 0FFFF 1 1 00000 0FFFF 1",
+       "04000 0FFFF 1 1 00000 0FFFF 1"},
+      {"SP081AFF GP08 iW081234 GP08", "0 01AFF 0 01234", "0 01AFF 0 01234"},
+      {"PL SP080000 GP08 R SP080000 GP08", "0 1 01234 0 0 00000", "0 1 01234 0 0 00000"},
+      {"SP801234 RD GP08 GP80 RF GP80", "0 0 00064 01234 0 00004", "0 0 00050 01234 0 00005"},
+      {"XX Z", "1 0", "1 0"},
+  };
+  for (const auto& [commands, serialReplies, usbReplies] : cases) {
+    for (const auto& [handle, replies] : {std::pair{serial, serialReplies}, {usb, usbReplies}}) {
+      std::istringstream asked(commands);
+      std::istringstream expected(replies);
+      for (std::string command; asked >> command;) {
+        std::string reply;
+        expected >> reply;
+        EXPECT_EQ(ask(handle, framed(command)), framed(reply)) << command << " of " << commands;
+      }
+    }
+  }
+}
+
+TEST_F(Controllers, answerInPacketsOfTen) {
   const struct {
     std::string command;
     std::string serialReply;
     std::string usbReply;
   } cases[] = {
-      {framed("UT"), framed("QRMV0301"), framed("QMRV1000")},
-      {framed("iU"), framed("QRMV0301"), framed("QMRV1000")},
-      {framed("OI"), framed("M0130100"), framed("M0110100")},
-      {framed("Uu"), "UIQRMV0302", "UIQMRV1001"},
-      {"\x01Uu23456\x0DS", "UIQRMV0302", "UIQMRV1001"},
-      {framed("MP"), acknowledged, acknowledged},
-      {framed("MT"), framed("MP"), framed("MP")},
-      {framed("SE3"), acknowledged, acknowledged},
-      {framed("PO"), acknowledged, acknowledged},
-      {framed("OS"), framed("PPO3"), framed("PPO3")},
-      {framed("iS"), acknowledged, acknowledged},
-      {framed("MT"), framed("MS"), framed("MS")},
-      {framed("GP81"), framed("00000"), framed("00000")},
-      {framed("GP80"), framed("00004"), framed("00005")},
-      {framed("iGbf"), framed("0FFFF"), framed("0FFFF")},
-      {framed("GP40"), refused, refused},
-      {framed("SP081AFF"), acknowledged, acknowledged},
-      {framed("GP08"), framed("01AFF"), framed("01AFF")},
-      {framed("iW081234"), acknowledged, acknowledged},
-      {framed("GP08"), framed("01234"), framed("01234")},
-      {framed("PL"), acknowledged, acknowledged},
-      {framed("SP080000"), refused, refused},
-      {framed("GP08"), framed("01234"), framed("01234")},
-      {framed("R"), acknowledged, acknowledged},
-      {framed("SP080000"), acknowledged, acknowledged},
-      {framed("RD"), acknowledged, acknowledged},
-      {framed("GP08"), framed("00064"), framed("00050")},
-      {framed("XX"), refused, refused},
-      {"Ua2345678S", "UIa0000000", "UIa0000000"},
-      {"UL1345678S", "UIL0000000", "UIL0000000"},
-      {"UL7345678S", "UIL1000000", "UIL1000000"},
-      {"Ui2345678S", "UIiM013010", "UIiM011010"},
+      {framed("Uu"), "UIQRMV0302", "UIQMRV1001"}, {"\x01Uu23456\x0DS", "UIQRMV0302", "UIQMRV1001"},
+      {"Ua2345678S", "UIa0000000", "UIa0000000"}, {"UL1345678S", "UIL0000000", "UIL0000000"},
+      {"UL7345678S", "UIL1000000", "UIL1000000"}, {"Ui2345678S", "UIiM013010", "UIiM011010"},
   };
   for (const auto& [command, serialReply, usbReply] : cases) {
     EXPECT_EQ(ask(serial, command), serialReply) << command;
@@ -64,15 +67,8 @@ TEST_F(Controllers, answerEveryCommand) {
   }
 }
 
-TEST_F(Controllers, putSplitFramesTogether) {
-  write(serial, "\x01U");
-  wait(50);
-  EXPECT_EQ(read(serial), "");
-  EXPECT_EQ(ask(serial, "T\x0D"), framed("QRMV0301"));
-}
-
-TEST_F(Controllers, answerAtThePaceOfTheLine) {
-  write(serial, framed("UT"));
+TEST_F(Controllers, answerAtThePaceOfTheLineOneAfterTheOther) {
+  write(serial, framed("UT") + framed("Z"));
   write(usb, framed("UT"));
   wait(2);
   EXPECT_EQ(driver.ReadLength(serial), 0);
@@ -80,13 +76,7 @@ TEST_F(Controllers, answerAtThePaceOfTheLine) {
   // Four bytes to the controller, 3 ms to think, and about one byte a millisecond back.
   wait(10);
   EXPECT_EQ(driver.ReadLength(serial), 4);
-  wait(10);
-  EXPECT_EQ(driver.ReadLength(serial), 10);
-}
-
-TEST_F(Controllers, answerOneAfterTheOther) {
-  write(serial, framed("UT") + framed("Z"));
-  wait(17);
+  wait(5);
   EXPECT_EQ(driver.ReadLength(serial), 9) << "the second answer waits for the line";
   wait(10);
   EXPECT_EQ(read(serial), framed("QRMV0301"));
@@ -131,10 +121,7 @@ TEST_F(Controllers, faultsSpoilReplies) {
       {"slow-answer", "", ""},
       {"short-reply", "\x01", "\x01QRMV"},
       {"garbled-reply", "\x01`\x0D", "\x01\x01\x02\x1D\x06`c`a\x0D"},
-      {"lost-bytes",
-       "\x01"
-       "0",
-       "\x01QMV30\x0D"},
+      {"lost-bytes", "\x01\x30", "\x01QMV30\x0D"},
       {"unplugged", "", ""},
       {"error-returns", "error", "error"},
       {"store-fails", acknowledged, framed("QRMV0301")},
@@ -154,114 +141,146 @@ TEST_F(Controllers, faultsSpoilReplies) {
   EXPECT_EQ(ask(serial, framed("RD")), refused);
 }
 
-TEST_F(Controllers, extendedCalibrationIsTheControllersOwn) {
+TEST_F(Controllers, extendedCalibrationIsTheControllersOwnAndKeptInItsParameters) {
   EXPECT_EQ(ask(serial, framed("CX")), acknowledged);
-  click({0.125, 0.875});
-  wait(50);
-  EXPECT_EQ(read(serial), framed("1"));
-  click({0.875, 0.125});
-  wait(50);
-  EXPECT_EQ(read(serial), framed("1"));
+  for (const Point target : {Point{0.125, 0.875}, Point{0.875, 0.125}}) {
+    click(target);
+    wait(50);
+    EXPECT_EQ(read(serial), framed("1"));
+  }
   const double left = meanError(serialName);
   EXPECT_LT(left, 0.01);
   EXPECT_GT(left, 0.003) << "two points cannot take the skew out";
   click({0.5, 0.5});
   wait(50);
   EXPECT_EQ(read(serial), "") << "the calibration is over";
-}
 
-TEST_F(Controllers, extendedCalibrationFailsOnTheSameSpot) {
-  const double before = meanError(serialName);
-  ask(serial, framed("CX"));
-  click({0.5, 0.5});
-  click({0.51, 0.9});
-  wait(50);
-  EXPECT_EQ(read(serial), framed("1") + framed("2"));
-  EXPECT_EQ(meanError(serialName), before);
-}
-
-TEST_F(Controllers, parametersCarryTheCalibration) {
-  ask(serial, framed("CX"));
-  click({0.125, 0.875});
-  click({0.875, 0.125});
-  wait(50);
-  read(serial);
-  const double calibrated = meanError(serialName);
   const std::string gain = ask(serial, framed("GP02")).substr(2, 4);
   ask(serial, framed("SP024000"));
-  EXPECT_GT(meanError(serialName), calibrated);
+  EXPECT_GT(meanError(serialName), left);
   ask(serial, framed("SP02" + gain));
-  EXPECT_EQ(meanError(serialName), calibrated);
+  EXPECT_EQ(meanError(serialName), left);
 }
 
-TEST(ControllerModels, fitTheDriversBuffers) {
-  for (const ControllerModel& model : controllerModels) {
-    EXPECT_LT(model.name.size(), 20U) << model.name;
-    EXPECT_LE(model.identity.size(), 8U) << model.name;
-    EXPECT_LE(model.unitType.size(), 8U) << model.name;
-    EXPECT_LE(model.queryReply.size(), 10U) << model.name;
+TEST_F(Controllers, extendedCalibrationFailsOnSpotsThatMakeNoMap) {
+  const double before = meanError(serialName);
+  // One too near in one direction, one that needs a gain beyond what a parameter holds.
+  for (const Point second : {Point{0.51, 0.9}, Point{0.6, 0.4}}) {
+    ask(serial, framed("CX"));
+    click({0.5, 0.5});
+    click(second);
+    wait(50);
+    EXPECT_EQ(read(serial), framed("1") + framed("2")) << second.x;
+    EXPECT_EQ(meanError(serialName), before) << second.x;
   }
 }
 
-TEST(SerialReports, comeInTheFormatThatWasSet) {
+/// A controller alone on its line, asked and heard at a given time.
+class ControllerOnALine : public testing::Test {
+ protected:
+  ControllerOnALine() { controller.connect(LineUser::port, now); }
+
+  std::string ask(const std::string& bytes) {
+    controller.receive({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, now);
+    return later();
+  }
+  std::string later() {
+    now += 200ms;
+    const auto bytes = controller.take(1000, now);
+    return {bytes.begin(), bytes.end()};
+  }
+
+  TimePoint now{};
+  SimulatedController controller{rs232Device1};
+};
+
+TEST_F(ControllerOnALine, IsDeafAtEightBitsUntilItIsToldAtSeven) {
+  controller.speak(seven);
+  EXPECT_EQ(ask(framed("UT")), "");
+  EXPECT_EQ(ask(framed("PN81")), "");
+  EXPECT_EQ(controller.format(), seven);
+  controller.setUserFormat(seven);
+  EXPECT_EQ(ask(framed("UT")), framed("QRMV0301"));
+  ask(framed("PN81"));
+  EXPECT_EQ(controller.format(), eight);
+  controller.setUserFormat(eight);
+  EXPECT_EQ(ask(framed("UT")), framed("QRMV0301"));
+}
+
+TEST_F(ControllerOnALine, SendsGarbageToAListenerOfAnotherFormat) {
+  const struct {
+    LineFormat sent;
+    LineFormat listener;
+    std::string heard;
+  } cases[] = {
+      {eight, eight, "\x0D\xD8"},
+      {seven, seven, "\x0D\x58"},
+      // The first of two stop bits stands in the eighth data bit's place.
+      {seven, eight, "\x8D\xD8"},
+      // A byte is lost when there is no stop bit where one is expected.
+      {eight, seven, "\x58"},
+  };
+  for (const auto& [sent, listener, heard] : cases) {
+    controller.speak(sent);
+    controller.setUserFormat(listener);
+    controller.say(std::array<std::uint8_t, 2>{0x0D, 0xD8}, now);
+    EXPECT_EQ(later(), heard);
+  }
+}
+
+TEST_F(ControllerOnALine, SpoilsSomeReportsWhenNoisy) {
+  controller.faults().set(Fault::noisyReports, true);
+  controller.panel().noise = 0;
+  std::string stream;
+  controller.touch({0.5, 0.5}, now);
+  for (int i = 0; i < 10; ++i)
+    stream += later();
+  EXPECT_NE(stream.find("\x3C\xF3"), std::string::npos);
+  EXPECT_NE(stream.size() % 5, 0U);
+  controller.lift(now);
+  controller.faults().set(Fault::noAnswer, true);
+  later();
+  controller.say(std::array<std::uint8_t, 1>{0x41}, now);
+  EXPECT_EQ(later(), "");
+}
+
+TEST_F(ControllerOnALine, ReportsTouchesInTheFormatThatWasSet) {
   const struct {
     std::string command;
     std::string touching;
     std::string released;
+    std::string place;
   } cases[] = {
-      {framed("FT"), "\xD8" + std::string("\x7D\x3F\x22\x40", 4),
-       "\x98" + std::string("\x7D\x3F\x22\x40", 4)},
-      {framed("FR"), "\xC8" + std::string("\x3F\x7D\x40\x22", 4),
-       "\x88" + std::string("\x3F\x7D\x40\x22", 4)},
-      {framed("CR"), "\xC8" + std::string("\x3F\x7D\x40\x22", 4),
-       "\x88" + std::string("\x3F\x7D\x40\x22", 4)},
-      {framed("FD"), "T08189,08226\x0D", "R08189,08226\x0D"},
-      {framed("FH"), "T1FFD,2022\x0D", "R1FFD,2022\x0D"},
-      {"Ub2345678S", std::string("UT\x82\xF7\x7F\x88\x80\0\0S", 10),
-       std::string("UT\x84\xF7\x7F\x88\x80\0\0S", 10)},
+      {framed("FT"), "\xD8", "\x98", "\x7D\x3F\x22\x40"},
+      {framed("FR"), "\xC8", "\x88", "\x3F\x7D\x40\x22"},
+      {framed("CR"), "\xC8", "\x88", "\x3F\x7D\x40\x22"},
+      {framed("FD"), "T", "R", "08189,08226\x0D"},
+      {framed("FH"), "T", "R", "1FFD,2022\x0D"},
+      {"Ub2345678S", "UT\x82", "UT\x84", std::string("\xF7\x7F\x88\x80\0\0S", 7)},
   };
-  for (const auto& [command, touching, released] : cases) {
-    TimePoint now{1s};
-    SimulatedController controller(rs232Device1);
-    controller.panel() = PanelTraits{};
-    controller.connect(LineUser::port, now);
-    const std::vector<std::uint8_t> bytes(command.begin(), command.end());
-    controller.receive(bytes, now);
-    now += 100ms;
-    controller.take(100, now);
+  controller.panel() = PanelTraits{};
+  for (const auto& [command, touching, released, place] : cases) {
+    ask(framed("R"));
+    ask(command);
     // Counts 2047 and 2056, so that the two coordinates and their halves differ.
     controller.touch({2047.4 / 4095, 2055.6 / 4095}, now);
     controller.lift(now);
-    const auto sent = controller.take(100, now + 100ms);
-    EXPECT_EQ(std::string(sent.begin(), sent.end()), touching + released) << command;
+    EXPECT_EQ(later(), touching + place + released + place) << command;
   }
 }
 
-TEST(SerialReports, followTheMode) {
-  const struct {
-    std::string command;
-    std::size_t reports;
-  } cases[] = {{"MS", 7}, {"MP", 2}, {"MI", 0}};
-  for (const auto& [command, reports] : cases) {
-    TimePoint now{1s};
-    SimulatedController controller(rs232Device1);
-    controller.connect(LineUser::port, now);
-    const std::string frame = framed(command);
-    controller.receive(std::vector<std::uint8_t>(frame.begin(), frame.end()), now);
-    now += 100ms;
-    controller.take(100, now);
+TEST_F(ControllerOnALine, ReportsAsOftenAsItsModeSays) {
+  for (const auto& [mode, reports] : {std::pair{"MS", 7U}, {"MP", 2U}, {"MI", 0U}}) {
+    ask(framed(mode));
     controller.touch({0.5, 0.5}, now);
     now += 55ms;
     controller.lift(now);
-    EXPECT_EQ(controller.take(100, now + 100ms).size(), 5 * reports) << command;
+    EXPECT_EQ(later().size(), 5 * reports) << mode;
     EXPECT_FALSE(controller.nextDue()) << "a line at rest must let its thread sleep";
   }
 }
 
-TEST(SerialReports, nobodysBacklogGrowsWithoutBound) {
-  TimePoint now{1s};
-  SimulatedController controller(rs232Device1);
-  controller.connect(LineUser::port, now);
+TEST_F(ControllerOnALine, PilesUpNoEndlessBacklogThatNobodyReads) {
   controller.touch({0.5, 0.5}, now);
   now += 24h;
   EXPECT_LE(controller.arrived(now), 4096U);
