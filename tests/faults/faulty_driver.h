@@ -59,10 +59,7 @@ class FaultyDriver final : public Driver {
   void remember(std::string_view name, std::int32_t result,
                 const std::tuple<Arguments...>& arguments) {
     if (name == "OpenController" && Connection::isHandle(result)) openControllers.insert(result);
-    if (name == "CloseController") {
-      const auto open = openControllers.find(handleOf(arguments));
-      if (open != openControllers.end()) openControllers.erase(open);
-    }
+    if (name == "CloseController") openControllers.extract(handleOf(arguments));
     if (name == "CloseCOMPort") portIsTaken = true;
     if (name == "ReopenCOMPort") portIsTaken = false;
   }
@@ -71,10 +68,8 @@ class FaultyDriver final : public Driver {
   static std::int32_t handleOf(const std::tuple<std::int32_t, Rest...>& arguments) {
     return std::get<0>(arguments);
   }
-  static std::int32_t handleOf(const std::tuple<>&) {
-    return 0;
-  }
-  static std::int32_t handleOf(const std::tuple<const char*>&) {
+  template <typename WithoutHandle>
+  static std::int32_t handleOf(const WithoutHandle&) {
     return 0;
   }
 

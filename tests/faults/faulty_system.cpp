@@ -62,44 +62,44 @@ std::size_t FaultySystem::takeSent() {
 
 }  // namespace touch::test
 
-// Declared as the C library does, whose headers some of these are macros or inline functions in.
-#define TOUCH_STAND_IN extern "C" __attribute__((visibility("default")))
-
 namespace {
 using touch::test::fails;
 using touch::test::next;
 using touch::test::noteSent;
 }  // namespace
 
-TOUCH_STAND_IN std::FILE* fopen(const char* path, const char* mode) {
-  static auto* const real = next<std::FILE*(const char*, const char*)>("fopen");
-  return fails(EACCES) ? nullptr : real(path, mode);
-}
-TOUCH_STAND_IN std::FILE* fopen64(const char* path, const char* mode) {
-  static auto* const real = next<std::FILE*(const char*, const char*)>("fopen64");
-  return fails(EACCES) ? nullptr : real(path, mode);
-}
-TOUCH_STAND_IN std::size_t fwrite(const void* data, std::size_t size, std::size_t count,
-                                  std::FILE* file) {
-  static auto* const real =
-      next<std::size_t(const void*, std::size_t, std::size_t, std::FILE*)>("fwrite");
-  return fails(ENOSPC) ? 0 : real(data, size, count, file);
-}
-TOUCH_STAND_IN int fflush(std::FILE* file) {
-  static auto* const real = next<int(std::FILE*)>("fflush");
-  return fails(ENOSPC) ? EOF : real(file);
-}
+// Declared as the C library does, whose headers some of these are macros or inline functions in.
+#define TOUCH_STAND_IN extern "C" __attribute__((visibility("default")))
+
+// NOLINTBEGIN(bugprone-macro-parentheses): a parameter list cannot stand in parentheses of its own
+/// A call that gives `failure` and the error when it is to fail, else what the C library does.
+#define TOUCH_FAILING(result, name, parameters, arguments, error, failure) \
+  TOUCH_STAND_IN result name parameters {                                  \
+    static auto* const real = next<result parameters>(#name);              \
+    return fails(error) ? failure : real arguments;                        \
+  }
+// NOLINTEND(bugprone-macro-parentheses)
+
+TOUCH_FAILING(std::FILE*, fopen, (const char* path, const char* mode), (path, mode), EACCES,
+              nullptr)
+TOUCH_FAILING(std::FILE*, fopen64, (const char* path, const char* mode), (path, mode), EACCES,
+              nullptr)
+TOUCH_FAILING(std::size_t, fwrite,
+              (const void* data, std::size_t size, std::size_t count, std::FILE* file),
+              (data, size, count, file), ENOSPC, 0)
+TOUCH_FAILING(int, fflush, (std::FILE * file), (file), ENOSPC, EOF)
+TOUCH_FAILING(int, rename, (const char* from, const char* to), (from, to), EACCES, -1)
+TOUCH_FAILING(int, mkdir, (const char* path, mode_t mode), (path, mode), EACCES, -1)
+TOUCH_FAILING(ssize_t, read, (int file, void* data, std::size_t size), (file, data, size), EIO, -1)
+TOUCH_FAILING(ssize_t, readv, (int file, const iovec* parts, int count), (file, parts, count), EIO,
+              -1)
+TOUCH_FAILING(int, tcflush, (int file, int which) noexcept, (file, which), EIO, -1)
+TOUCH_FAILING(int, tcsetattr, (int file, int when, const termios* line) noexcept,
+              (file, when, line), EIO, -1)
+
 // What the disk does then is not for a test to wait for.
 TOUCH_STAND_IN int fsync(int) {
   return fails(EIO) ? -1 : 0;
-}
-TOUCH_STAND_IN int rename(const char* from, const char* to) {
-  static auto* const real = next<int(const char*, const char*)>("rename");
-  return fails(EACCES) ? -1 : real(from, to);
-}
-TOUCH_STAND_IN int mkdir(const char* path, mode_t mode) {
-  static auto* const real = next<int(const char*, mode_t)>("mkdir");
-  return fails(EACCES) ? -1 : real(path, mode);
 }
 TOUCH_STAND_IN int open(const char* path, int flags, ...) {
   static auto* const real = next<int(const char*, int, ...)>("open");
@@ -108,14 +108,6 @@ TOUCH_STAND_IN int open(const char* path, int flags, ...) {
   const auto mode = static_cast<mode_t>((flags & O_CREAT) != 0 ? va_arg(rest, int) : 0);
   va_end(rest);
   return fails(EBUSY) ? -1 : real(path, flags, mode);
-}
-TOUCH_STAND_IN ssize_t read(int file, void* data, std::size_t size) {
-  static auto* const real = next<ssize_t(int, void*, std::size_t)>("read");
-  return fails(EIO) ? -1 : real(file, data, size);
-}
-TOUCH_STAND_IN ssize_t readv(int file, const iovec* parts, int count) {
-  static auto* const real = next<ssize_t(int, const iovec*, int)>("readv");
-  return fails(EIO) ? -1 : real(file, parts, count);
 }
 TOUCH_STAND_IN ssize_t write(int file, const void* data, std::size_t size) {
   static auto* const real = next<ssize_t(int, const void*, std::size_t)>("write");
@@ -132,12 +124,4 @@ TOUCH_STAND_IN int ioctl(int file, unsigned long request, ...) noexcept {
   void* const argument = va_arg(rest, void*);
   va_end(rest);
   return fails(EIO) ? -1 : real(file, request, argument);
-}
-TOUCH_STAND_IN int tcflush(int file, int which) noexcept {
-  static auto* const real = next<int(int, int)>("tcflush");
-  return fails(EIO) ? -1 : real(file, which);
-}
-TOUCH_STAND_IN int tcsetattr(int file, int when, const termios* line) noexcept {
-  static auto* const real = next<int(int, int, const termios*)>("tcsetattr");
-  return fails(EIO) ? -1 : real(file, when, line);
 }

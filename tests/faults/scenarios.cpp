@@ -140,10 +140,6 @@ class DrawingWindow final : public CanvasView {
 Outcome drawAndSave(FaultWorld& world) {
   constexpr int strokes = 3;
   const auto file = world.disk() / "panel.fdw";
-  const auto saved = [&]() -> Result<std::vector<Stroke>, FileError> {
-    const FaultPlan::Pause pause(world.plan);
-    return readDrawing(file);
-  };
   {
     const FaultPlan::Pause pause(world.plan);
     std::filesystem::remove(file);
@@ -163,7 +159,8 @@ Outcome drawAndSave(FaultWorld& world) {
     canvas.pointerUp({x, 4000});
   }
   canvas.perform(CanvasAction::save);
-  const auto drawing = saved();
+  const FaultPlan::Pause pause(world.plan);
+  const auto drawing = readDrawing(file);
   EXPECT_TRUE(drawing) << "a file is whole, the old one or the new one";
   return {drawing && drawing->size() == strokes, world.told()};
 }
