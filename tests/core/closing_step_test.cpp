@@ -47,6 +47,8 @@ TEST_F(ClosingStep, WritesTheParameterOnlyWhereItIsWantedAndLocksAlways) {
       {"other model", "1234567891", "M0130100", word, false},
       {"other firmware", "1234567892", "M0130101", word, false},
       {"short firmware", "1234567892", "3010", word, false},
+      {"model cut short", "123456782", "M0130100", word, false},
+      {"model unknown", "", "M0130100", word, false},
       {"word never read", "1234567892", "M0130100", std::nullopt, false},
   };
   script.replies["SP010AFF"] = {test::acknowledgement};
@@ -57,11 +59,9 @@ TEST_F(ClosingStep, WritesTheParameterOnlyWhereItIsWantedAndLocksAlways) {
     plcmd(access(), {"USB DEVICE 2", c.firmware, c.shown});
     EXPECT_EQ(journal, c.written ? probe + parameter + lock : probe + lock) << c.what;
   }
-}
-
-TEST_F(ClosingStep, DoesNothingWithoutAController) {
+  journal.clear();
   plcmd(access(), {});
-  EXPECT_TRUE(journal.empty());
+  EXPECT_EQ(journal, Lines{}) << "without a controller";
 }
 
 }  // namespace

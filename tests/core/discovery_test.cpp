@@ -11,29 +11,18 @@ using test::acknowledgement;
 using test::Lines;
 using test::refusal;
 using test::replyOf;
+using testing::Contains;
+using testing::Not;
+using testing::StartsWith;
 
 class Discovery : public test::Desk {};
 
 TEST(ServedNames, HaveALineAndADevice) {
-  const struct {
-    const char* name;
-    bool served;
-  } cases[] = {
-      {"RS232 DEVICE 1", true},
-      {"USB DEVICE 2", true},
-      {"USBDEVICE", true},
-      {"DEVICE USB", false},
-      {"XDEVICE USB", false},
-      {"XXDEVICE USB", false},
-      {"XXXDEVICE USB", true},
-      {"PS2 DEVICE 1", false},
-      {"USB PANEL 1", false},
-      {"usb device 1", false},
-      {"", false},
-      {"DEVICE USB DEVICE", false},
-  };
-  for (const auto& [name, served] : cases)
-    EXPECT_EQ(isServedName(name), served) << name;
+  for (const char* name : {"RS232 DEVICE 1", "USB DEVICE 2", "USBDEVICE", "XXXDEVICE USB"})
+    EXPECT_TRUE(isServedName(name)) << name;
+  for (const char* name : {"DEVICE USB", "XXDEVICE USB", "PS2 DEVICE 1", "USB PANEL 1",
+                           "usb device 1", "", "DEVICE USB DEVICE"})
+    EXPECT_FALSE(isServedName(name)) << name;
 }
 
 TEST_F(Discovery, ChoosesTheFirstControllerThatAnswers) {
@@ -49,28 +38,15 @@ TEST_F(Discovery, ChoosesTheFirstControllerThatAnswers) {
   EXPECT_EQ(list.answered, 1u);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
   EXPECT_EQ(probed, (Lines{"RS232 DEVICE 1", "USB DEVICE 2"}));
-  EXPECT_EQ(journal, (Lines{"GetExistControllers",
-                            "GetControllerName 1 20",
-                            "GetControllerName 2 20",
-                            "GetControllerName 3 20",
-                            "GetControllerName 4 20",
-                            "OpenController RS232 DEVICE 1",
-                            "WriteBuffer UT",
-                            "delay 100",
-                            "ReadBuffer 10",
-                            "WriteBuffer UT",
-                            "delay 100",
-                            "ReadBuffer 10",
-                            "CloseController",
-                            "delay 100",
-                            "OpenController USB DEVICE 2",
-                            "WriteBuffer UT",
-                            "delay 100",
-                            "ReadBuffer 10",
-                            "WriteBuffer UT",
-                            "delay 100",
-                            "ReadBuffer 10",
-                            "CloseController"}));
+  Lines expected = {"GetExistControllers", "GetControllerName 1 20", "GetControllerName 2 20",
+                    "GetControllerName 3 20", "GetControllerName 4 20"};
+  for (const std::string& name : probed) {
+    expected.insert(expected.end(), {"OpenController " + name, "WriteBuffer UT", "delay 100",
+                                     "ReadBuffer 10", "WriteBuffer UT", "delay 100",
+                                     "ReadBuffer 10", "CloseController", "delay 100"});
+  }
+  expected.pop_back();
+  EXPECT_EQ(journal, expected) << "the pause is after silence only";
 }
 
 TEST_F(Discovery, TakesOnlyTheLowByteOfTheCountAndAtMost21Names) {
@@ -104,23 +80,6 @@ TEST_F(Discovery, SurvivesADriverThatLies) {
   EXPECT_EQ(connection.read(3).size(), 3u);
 }
 
-TEST_F(Discovery, TellsTheNewerModel) {
-  const struct {
-    test::Bytes reply;
-    ModelProbe model;
-  } cases[] = {{test::bytesOf("123456789"), ModelProbe::other},
-               {test::bytesOf("1234567891"), ModelProbe::other},
-               {test::bytesOf("1234567892"), ModelProbe::newerModel},
-               {{}, ModelProbe::other}};
-  for (const auto& [reply, model] : cases) {
-    script.replies["Uu"] = {reply};
-    EXPECT_EQ(conMT(access()), model) << testing::PrintToString(reply);
-  }
-  journal.resize(6);
-  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer Uu",
-                            "delay 100", "ReadBuffer 10", "CloseController"}));
-}
-
 TEST_F(Discovery, AsksOnceMoreWithoutAFlushWhenACommandIsNotAcknowledged) {
   script.replies["SP011AFF"] = {refusal, acknowledgement};
   EXPECT_TRUE(exchangeAcknowledged(access(), parameterWriteFrame("01", "1A", "FF")));
@@ -130,10 +89,7 @@ TEST_F(Discovery, AsksOnceMoreWithoutAFlushWhenACommandIsNotAcknowledged) {
                    "ReadBuffer 10", "CloseController"}));
   journal.clear();
   EXPECT_FALSE(exchangeAcknowledged(access(), parameterReadFrame("1")));
-  EXPECT_EQ(std::count_if(journal.begin(), journal.end(),
-                          [](const auto& line) { return line.starts_with("Write"); }),
-            0)
-      << "a refused frame must not be written";
+  EXPECT_THAT(journal, Not(Contains(StartsWith("Write")))) << "a refused frame";
 }
 
 TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
@@ -163,12 +119,6 @@ TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
                  [](const auto& line) { return line.starts_with("Set"); });
     EXPECT_EQ(written, c.written);
   }
-  std::erase_if(journal, [](const auto& line) { return line.starts_with("Set"); });
-  EXPECT_EQ(journal,
-            (Lines{"OpenController RS232 DEVICE 1", "ReopenCOMPort", "GetReportMode",
-                   "GetRightClickTime", "GetRightClickEnabled", "GetDoubleClickSpeed",
-                   "GetDoubleClickArea", "GetReportStatus", "GetDoubleClickEnabled",
-                   "GetUpSoundStatus", "GetDownSoundStatus", "GetRotation", "CloseController"}));
 }
 
 }  // namespace

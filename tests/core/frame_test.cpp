@@ -21,8 +21,6 @@ TEST(Frame, HasTheBytesThatControllersRead) {
     Bytes expected;
   } cases[] = {
       {commandFrame("UT"), {0x01, 0x55, 0x54, 0x0D}},
-      {commandFrame("PL"), {0x01, 0x50, 0x4C, 0x0D}},
-      {commandFrame("R"), {0x01, 0x52, 0x0D}},
       {commandFrame(""), {0x01, 0x0D}},
       {parameterReadFrame("01"), {0x01, 0x47, 0x50, 0x30, 0x31, 0x0D}},
       {parameterWriteFrame("01", "1A", "FF"),

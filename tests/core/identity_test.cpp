@@ -31,17 +31,6 @@ TEST_F(IdentityOf, TheInformationListShowsOnlyWhatTheControllerSaid) {
   EXPECT_EQ(controllerInformation(access()).back(), "Output Identity : ");
 }
 
-TEST_F(IdentityOf, FirmwareAndUnitTypeAreRead) {
-  script.replies["UT"] = {replyOf("QMRV1000")};
-  script.replies["OI"] = {{0x01, 'X', 0x0D}};
-  const Identity identity = readfw(access());
-  EXPECT_EQ(identity.unitType, "QMRV1000");
-  EXPECT_EQ(identity.firmware, "") << "three bytes hold no text";
-  EXPECT_EQ(journal,
-            (Lines{"OpenController RS232 DEVICE 1", "WriteBuffer UT", "delay 100", "ReadBuffer 10",
-                   "WriteBuffer OI", "delay 100", "ReadBuffer 10", "CloseController"}));
-}
-
 TEST(ModelNames, ComeFromTheUnitType) {
   const std::pair<const char*, const char*> cases[] = {
       {"QMRV1000", "first model"},

@@ -5,22 +5,6 @@
 namespace touch {
 namespace {
 
-/// Backwards, as far as texts without places go.
-class Backwards final : public Language {
- public:
-  std::string translate(const std::string& context, const std::string& source) const override {
-    return context + ':' + std::string(source.rbegin(), source.rend());
-  }
-};
-
-TEST(Language, IsThatOfTheGlobalLocaleOrEnglish) {
-  EXPECT_EQ(say("core", "none"), "none");
-  const std::locale before = std::locale::global(std::locale(std::locale(), new Backwards));
-  EXPECT_EQ(say("core", marked("core", "none")), "core:enon");
-  std::locale::global(before);
-  EXPECT_EQ(say("core", "none"), "none");
-}
-
 TEST(Language, FillsPlacesInAnyOrderAndOnlyThose) {
   const struct {
     const char* pattern;
