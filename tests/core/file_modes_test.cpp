@@ -16,17 +16,11 @@ namespace {
 namespace fs = std::filesystem;
 using fs::perms;
 
-struct Writer {
-  const char* name;
-  void (*write)(const fs::path& file);
-};
-const Writer writers[] = {
-    {"whole file",
-     [](const fs::path& file) { EXPECT_EQ(writeWholeFile(file, "text"), std::nullopt); }},
-    {"line", [](const fs::path& file) { EXPECT_EQ(appendLine(file, "text"), std::nullopt); }},
-    {"trace", [](const fs::path& file) { EXPECT_EQ(Trace().start(file), std::nullopt); }},
-    {"recording",
-     [](const fs::path& file) { EXPECT_EQ(Recorder().start(file, {}), std::nullopt); }},
+const std::pair<const char*, bool (*)(const fs::path&)> writers[] = {
+    {"whole file", [](const fs::path& file) { return !writeWholeFile(file, "text"); }},
+    {"line", [](const fs::path& file) { return !appendLine(file, "text"); }},
+    {"trace", [](const fs::path& file) { return !Trace().start(file); }},
+    {"recording", [](const fs::path& file) { return !Recorder().start(file, {}); }},
 };
 
 perms modeOf(const fs::path& file) {
@@ -49,16 +43,16 @@ TEST_F(FileModes, AreTheUsersForNewFilesAndStayForOldOnes) {
     const auto usual = static_cast<perms>(0666U & ~kept);
     for (const auto& [name, write] : writers) {
       const fs::path file = folder.path() / (std::string(name) + std::to_string(kept));
-      write(file);
+      EXPECT_TRUE(write(file)) << name;
       EXPECT_EQ(modeOf(file), usual) << name;
       for (const perms old : {perms{0600}, perms{0640}, perms{0606}}) {
         fs::permissions(file, old);
-        write(file);
+        EXPECT_TRUE(write(file)) << name;
         EXPECT_EQ(modeOf(file), old) << name;
       }
       const fs::path link = file.string() + " link";
       fs::create_symlink(file, link);
-      write(link);
+      EXPECT_TRUE(write(link)) << name;
       EXPECT_TRUE(fs::is_symlink(link)) << name;
       EXPECT_EQ(modeOf(file), perms{0606}) << name;
     }
