@@ -75,6 +75,15 @@ class Calibrating : public test::Desk {
     journal.erase(journal.begin() + static_cast<std::ptrdiff_t>(line));
   }
 
+  std::ptrdiff_t times(const std::string& line) const {
+    return std::count(journal.begin(), journal.end(), line);
+  }
+  Lines linesOf(std::string_view beginning) const {
+    Lines lines = journal;
+    std::erase_if(lines, [&](const auto& line) { return !line.starts_with(beginning); });
+    return lines;
+  }
+
   std::optional<Screen> shown;
   std::optional<Calibration> calibration;
 };
@@ -84,6 +93,10 @@ Lines operator+(Lines left, const Lines& right) {
   return left;
 }
 
+Lines enterLines(const std::string& command) {
+  return {"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer " + command, "delay 300",
+          "ReadBuffer 10"};
+}
 Lines pointLines(int point, int count) {
   return {"delay 800",
           "SetCalPoint " + std::to_string(point) + " 60 " + std::to_string(count),
@@ -93,11 +106,9 @@ Lines pointLines(int point, int count) {
           "IsPenUp"};
 }
 
-const Lines enterRaw = {"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer CR",
-                        "delay 300", "ReadBuffer 10"};
 const Lines penUpAtEnd = {"yield 3001", "IsPenUp", "yield 3001"};
 const Lines store = {"StoreCalibrationData", "delay 500", "CloseController"};
-const Lines resetLines = {"FlushReadBuffer", "WriteBuffer R", "delay 300", "ReadBuffer 10"};
+const Lines reset = {"WriteBuffer R", "delay 300", "ReadBuffer 10"};
 
 TEST_F(Calibrating, StartsByItselfAndStoresAfterTheLastTarget) {
   for (const int points : {3, 5, 9}) {
@@ -108,7 +119,7 @@ TEST_F(Calibrating, StartsByItselfAndStoresAfterTheLastTarget) {
     live(599ms);
     EXPECT_EQ(journal, Lines{}) << "nothing may happen before 600 ms";
     live(60s);
-    Lines expected = enterRaw;
+    Lines expected = enterLines("CR");
     for (int point = 0; point < points; ++point)
       expected = expected + pointLines(point, points);
     EXPECT_EQ(journal, expected + penUpAtEnd + store) << points << " points";
@@ -124,68 +135,47 @@ TEST_F(Calibrating, LeavesTwoPointsToTheController) {
   script.onCall = [&](const std::string& line) {
     if (line != "ReadLength") return;
     // Two bytes are too few, a third kind of report is ignored; then each point is accepted.
-    const test::Bytes sent[] = {test::bytesOf("\x01"
-                                              "1"),
-                                replyOf("3"), replyOf("1"), replyOf("1")};
+    const test::Bytes sent[] = {test::bytesOf("\0011"), replyOf("3"), replyOf("1"), replyOf("1")};
     script.pending = sent[polls++];
   };
   live(60s);
-  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1",
-                            "FlushReadBuffer",
-                            "WriteBuffer CX",
-                            "delay 300",
-                            "ReadBuffer 10",
-                            "delay 800",
-                            "delay 100",
-                            "ReadLength",
-                            "delay 100",
-                            "ReadLength",
-                            "ReadBuffer 3",
-                            "delay 100",
-                            "ReadLength",
-                            "ReadBuffer 3",
-                            "IsPenUp",
-                            "delay 800",
-                            "delay 100",
-                            "ReadLength",
-                            "ReadBuffer 3",
-                            "IsPenUp"} +
-                      penUpAtEnd + Lines{"CloseController"}));
+  const Lines poll = {"delay 100", "ReadLength"};
+  const Lines report = {"ReadBuffer 3"};
+  const Lines penUp = {"IsPenUp"};
+  const Lines toTarget = {"delay 800"};
+  EXPECT_EQ(journal, enterLines("CX") + toTarget + poll + poll + report + poll + report + penUp +
+                         toTarget + poll + report + penUp + penUpAtEnd + Lines{"CloseController"});
   EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
   EXPECT_EQ(std::count(shown->drawn.begin(), shown->drawn.end(), "line"), 0) << "no grid";
 }
 
 TEST_F(Calibrating, EndsWhenTheControllerRefuses) {
   const struct {
-    const char* what;
     int points;
-    std::deque<test::Bytes> enter;
     std::string command;
+    std::deque<test::Bytes> replies;
     int tries;
     Lines messages;
   } cases[] = {
-      {"raw mode refused", 3, {refusal}, "CR", 3, {"message Set Calibration Row Error"}},
-      {"raw mode silent", 9, {}, "CR", 3, {"message Set Calibration Row Error"}},
-      {"CX refused", 2, {refusal}, "CX", 4, {"message CX command Error"}},
-      {"third try of raw mode is good", 3, {refusal, {}, acknowledgement}, "CR", 3, {}},
-      {"fourth try of CX is good", 2, {refusal, refusal, {}, acknowledgement}, "CX", 4, {}},
+      {3, "CR", {refusal}, 3, {"message Set Calibration Row Error"}},
+      {9, "CR", {}, 3, {"message Set Calibration Row Error"}},
+      {2, "CX", {refusal}, 4, {"message CX command Error"}},
+      {3, "CR", {refusal, {}, acknowledgement}, 3, {}},
+      {2, "CX", {refusal, refusal, {}, acknowledgement}, 4, {}},
   };
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.command + " at the try " + std::to_string(c.tries));
     journal.clear();
-    script.replies[c.command] = c.enter;
+    script.replies[c.command] = c.replies;
     begin(c.points);
     live(30s);
-    const auto sent = std::count(journal.begin(), journal.end(), "WriteBuffer " + c.command);
-    EXPECT_EQ(sent, c.tries) << c.what;
-    EXPECT_EQ(std::count(journal.begin(), journal.end(), "FlushReadBuffer"), c.tries) << c.what;
-    Lines messages;
-    std::copy_if(journal.begin(), journal.end(), std::back_inserter(messages),
-                 [](const auto& line) { return line.starts_with("message"); });
-    EXPECT_EQ(messages, c.messages) << c.what;
+    EXPECT_EQ(times("WriteBuffer " + c.command), c.tries);
+    EXPECT_EQ(times("FlushReadBuffer"), c.tries);
+    EXPECT_EQ(linesOf("message"), c.messages);
     if (!c.messages.empty()) {
-      EXPECT_EQ(journal.back(), "CloseController") << c.what;
-      EXPECT_EQ(shown->outcome, CalibrationOutcome::failed) << c.what;
-      EXPECT_EQ(session.calibrationPoints, c.points == 2 ? 2 : 0) << c.what;
+      EXPECT_EQ(journal.back(), "CloseController");
+      EXPECT_EQ(shown->outcome, CalibrationOutcome::failed);
+      EXPECT_EQ(session.calibrationPoints, c.points == 2 ? 2 : 0);
     }
     calibration->cancel();
     live(5s);
@@ -211,13 +201,9 @@ TEST_F(Calibrating, AsksAgainForATargetThatWasNotMovedTo) {
                     std::pair{5201, 5201}};
   begin(3);
   live(60s);
-  Lines asked;
-  std::copy_if(journal.begin(), journal.end(), std::back_inserter(asked), [](const auto& line) {
-    return line.starts_with("SetCalPoint") || line.starts_with("message");
-  });
-  EXPECT_EQ(asked, (Lines{"SetCalPoint 0 60 3", "SetCalPoint 1 60 3",
-                          "message Wrong Position, Trial again please", "SetCalPoint 1 60 3",
-                          "SetCalPoint 2 60 3"}));
+  EXPECT_EQ(linesOf("SetCalPoint"), (Lines{"SetCalPoint 0 60 3", "SetCalPoint 1 60 3",
+                                           "SetCalPoint 1 60 3", "SetCalPoint 2 60 3"}));
+  EXPECT_EQ(linesOf("message"), Lines{"message Wrong Position, Trial again please"});
   EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
 }
 
@@ -235,7 +221,7 @@ TEST_F(Calibrating, WaitsOnlySoLongForTheFingerToLift) {
   begin(3);
   live(10min);
   // 101 polls for each target, and the last target's count goes on to 270.
-  EXPECT_EQ(std::count(journal.begin(), journal.end(), "IsPenUp"), 101 * 3 + (270 - 101));
+  EXPECT_EQ(times("IsPenUp"), 101 * 3 + (270 - 101));
   EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
 }
 
@@ -255,7 +241,7 @@ TEST_F(Calibrating, GivesUpWhenTheTimeBarHasCrossedTheScreen) {
   EXPECT_TRUE(awaited);
   EXPECT_EQ(shown->outcome, CalibrationOutcome::timedOut);
   EXPECT_EQ(journal.back(), "CloseController");
-  EXPECT_EQ(std::count(journal.begin(), journal.end(), "IsPenUp"), 0);
+  EXPECT_EQ(times("IsPenUp"), 0);
 }
 
 TEST_F(Calibrating, GivesUpAtWhicheverTargetIsNotTouched) {
@@ -272,7 +258,7 @@ TEST_F(Calibrating, GivesUpAtWhicheverTargetIsNotTouched) {
       live(20min);
       EXPECT_EQ(shown->outcome, CalibrationOutcome::timedOut) << touched << " of " << points;
       EXPECT_EQ(journal.back(), "CloseController");
-      EXPECT_EQ(std::count(journal.begin(), journal.end(), "StoreCalibrationData"), 0);
+      EXPECT_EQ(times("StoreCalibrationData"), 0);
       EXPECT_EQ(shown->left, 1);
     }
   }
@@ -315,7 +301,7 @@ TEST_F(Calibrating, StartButtonChecksThatTheControllerCanBeOpened) {
   script.results.clear();
   touchEachTarget(3);
   calibration->start();
-  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseController"} + enterRaw +
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseController"} + enterLines("CR") +
                       pointLines(0, 3) + pointLines(1, 3) + pointLines(2, 3) + penUpAtEnd + store));
 }
 
@@ -364,15 +350,12 @@ class Abandoning : public Calibrating, public testing::WithParamInterface<int> {
     const bool expectStored = stored || storing;
     EXPECT_EQ(shown->outcome,
               expectStored ? CalibrationOutcome::stored : CalibrationOutcome::cancelled);
-    const auto times = [this](const char* line) {
-      return std::count(journal.begin(), journal.end(), line);
-    };
     EXPECT_EQ(times("StoreCalibrationData"), expectStored && points != 2 ? 1 : 0);
     if (running && !(storing && points != 2)) {
       // Whatever was waited for ends at once; after that nothing is asked of the controller but what the way out needs.
       Lines after(journal.begin() + static_cast<std::ptrdiff_t>(linesBefore), journal.end());
       std::erase(after, "yield 3001");
-      const Lines expected = way == Way::escape ? resetLines : Lines{};
+      const Lines expected = way == Way::escape ? Lines{"FlushReadBuffer"} + reset : Lines{};
       EXPECT_EQ(after, expected + Lines{"CloseController"});
     }
     return !stored;
@@ -398,8 +381,7 @@ TEST_F(Calibrating, ResetsOnceMoreWhenTheResetIsNotAcknowledged) {
   clock.after(2050ms, [this] { calibration->escape(); });
   live(5s);
   EXPECT_EQ(Lines(journal.end() - 8, journal.end()),
-            (Lines{"FlushReadBuffer", "WriteBuffer R", "delay 300", "ReadBuffer 10",
-                   "WriteBuffer R", "delay 300", "ReadBuffer 10", "CloseController"}));
+            Lines{"FlushReadBuffer"} + reset + reset + Lines{"CloseController"});
 }
 
 }  // namespace

@@ -13,23 +13,17 @@ TEST(CalibrationTargets, LieOnTheGridInTheOrderOfTouching) {
   const TwipsPoint lowerLeft{480, 11160};
   const TwipsPoint lowerRight{14880, 11160};
   const TwipsPoint centre{7680, 5760};
+  const TwipsPoint right{14880, 5760};
+  const TwipsPoint upper{7680, 360};
+  const TwipsPoint left{480, 5760};
+  const TwipsPoint lower{7680, 11160};
   const std::pair<int, std::vector<TwipsPoint>> cases[] = {
       {2, {{1920, 10080}, {13440, 1440}}},
       {3, {upperRight, upperLeft, lowerLeft}},
       {5, {centre, upperRight, upperLeft, lowerLeft, lowerRight}},
-      {9,
-       {centre,
-        {14880, 5760},
-        upperRight,
-        {7680, 360},
-        upperLeft,
-        {480, 5760},
-        lowerLeft,
-        {7680, 11160},
-        lowerRight}},
+      {9, {centre, right, upperRight, upper, upperLeft, left, lowerLeft, lower, lowerRight}},
       {0, {}},
       {4, {}},
-      {-1, {}},
       {13, {}},
   };
   for (const auto& [count, targets] : cases) {
