@@ -9,18 +9,13 @@ using test::Lines;
 
 class ClosingStep : public test::Desk {};
 
-const Lines probe = {"OpenController RS232 DEVICE 1",
-                     "FlushReadBuffer",
-                     "WriteBuffer Uu",
-                     "delay 100",
-                     "ReadBuffer 10",
-                     "CloseController"};
-const Lines parameter = {"OpenController RS232 DEVICE 1",
-                         "FlushReadBuffer",
-                         "WriteBuffer SP010AFF",
-                         "delay 200",
-                         "ReadBuffer 10",
-                         "CloseController"};
+/// What stands in the journal of a command that is asked once.
+Lines exchange(const std::string& command, int wait) {
+  return {"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer " + command,
+          "delay " + std::to_string(wait), "ReadBuffer 10",   "CloseController"};
+}
+const Lines probe = exchange("Uu", 100);
+const Lines parameter = exchange("SP010AFF", 200);
 const Lines lock = {"OpenController USB DEVICE 2",
                     "WriteBuffer PL",
                     "delay 30",

@@ -83,14 +83,7 @@ TEST_F(Controllers, answerAtThePaceOfTheLineOneAfterTheOther) {
   EXPECT_EQ(read(serial), acknowledged);
 }
 
-TEST_F(Controllers, loseWhatIsOnTheLineWhenItChangesHands) {
-  write(serial, framed("UT") + "\x01O");
-  driver.CloseCOMPort(serial);
-  driver.ReopenCOMPort(serial);
-  EXPECT_EQ(ask(serial, "I\x0D" + framed("Z")), acknowledged);
-}
-
-TEST_F(Controllers, flushDropsOnlyWhatHasArrived) {
+TEST_F(Controllers, loseWhatHasArrivedWhenFlushedAndAllWhenTheLineChangesHands) {
   write(serial, framed("OI"));
   wait(100);
   write(serial, framed("UT"));
@@ -98,6 +91,11 @@ TEST_F(Controllers, flushDropsOnlyWhatHasArrived) {
   wait(100);
   EXPECT_EQ(read(serial), framed("QRMV0301"));
   EXPECT_EQ(read(serial), "");
+
+  write(serial, framed("UT") + "\x01O");
+  driver.CloseCOMPort(serial);
+  driver.ReopenCOMPort(serial);
+  EXPECT_EQ(ask(serial, "I\x0D" + framed("Z")), acknowledged);
 }
 
 TEST_F(Controllers, silentOneOpensButNeitherAnswersNorFeels) {
