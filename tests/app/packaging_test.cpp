@@ -103,12 +103,10 @@ TEST(Completion, IsWhatBashOffers) {
     std::string offered;
   } cases[] = {
       {{TOUCHCTL, "se"}, "set serial"},
-      {{TOUCHCTL, "params", "s"}, "save"},
       {{TOUCHCTL, "get", "rot"}, "rotation"},
       {{TOUCHCTL, "set", "touch-mode", "d"}, "desktop drawing"},
       {{TOUCHCTL, "set", "rotation", ""}, "0 90 180 270"},
       {{TOUCHCTL, "serial", "send", "--set", "=", "m"}, "m01"},
-      {{TOUCHCTL, "serial", "send", "--set", "="}, "m01 e02 quorvane"},
       {{TOUCHCTL, "--simulate", "--com", "1", "=", "/dev/x", "pins", ""}, "show set"},
       {{TOUCHCTL, "info", "--js"}, "--json"},
       {{TOUCHCTL, "params", "load", file}, file + " panel.vrq"},
