@@ -123,25 +123,18 @@ TEST_F(Console, StartsUpInTheStatedOrder) {
   console.startUp(10);
   const std::string open = "OpenController RS232 DEVICE 1";
   const std::string close = "CloseController";
-  const Lines search = {"port settings 9600,n,8,1",
-                        "GetExistControllers",
-                        "GetControllerName 1 20",
-                        open,
-                        "WriteBuffer UT",
-                        "delay 100",
-                        "ReadBuffer 10",
-                        close,
-                        "show controllers",
+  const Lines search = {"port settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
                         open};
+  const Lines unitType = {"WriteBuffer UT", "delay 100", "ReadBuffer 10"};
+  const Lines list = {close, "show controllers", open};
   const Lines settings = {
       "ReopenCOMPort",       "GetReportMode",      "GetRightClickTime", "GetRightClickEnabled",
       "GetDoubleClickSpeed", "GetDoubleClickArea", "GetReportStatus",   "GetDoubleClickEnabled",
       "GetUpSoundStatus",    "GetDownSoundStatus", "GetRotation"};
-  const Lines firmware = {"WriteBuffer UT", "delay 100", "ReadBuffer 10",
-                          "WriteBuffer OI", "delay 100", "ReadBuffer 10"};
+  const Lines firmware = {"WriteBuffer OI", "delay 100", "ReadBuffer 10"};
   const Lines picture = {close, "show settings", "show picture", open};
   const Lines icon = {close, "show identity", "show icon"};
-  EXPECT_EQ(journal, search + settings + picture + firmware + icon);
+  EXPECT_EQ(journal, search + unitType + list + settings + picture + unitType + firmware + icon);
   EXPECT_FALSE(view.busy);
   EXPECT_EQ(view.status, "RS232 DEVICE 1 is ready.");
 }

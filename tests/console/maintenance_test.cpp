@@ -104,24 +104,23 @@ class Monitors : public test::Desk {};
 
 TEST_F(Monitors, AreAskedForUntilTheDriverIsReadyOrTimeIsUp) {
   const struct {
-    const char* what;
     std::deque<std::int32_t> answers;
     int queries;
     bool assigned;
-  } cases[] = {{"at once", {1}, 1, true},
-               {"at the last moment", std::deque<std::int32_t>(14, 0), 15, true},
-               {"too late", std::deque<std::int32_t>(15, 0), 15, false}};
+  } cases[] = {{{1}, 1, true},
+               {std::deque<std::int32_t>(14, 0), 15, true},
+               {std::deque<std::int32_t>(15, 0), 15, false}};
   for (const auto& c : cases) {
     journal.clear();
     script.sequences["QueryMultiMonitorSetOK"] = c.answers;
-    EXPECT_EQ(assignMonitor(access(), prompt, 2), c.assigned) << c.what;
+    EXPECT_EQ(assignMonitor(access(), prompt, 2), c.assigned);
     Lines expected = {"OpenController RS232 DEVICE 1", "AskToSetMultiMonitor 2"};
     for (int i = 0; i < c.queries; ++i) {
       expected.insert(expected.end(), {"delay 200", "QueryMultiMonitorSetOK"});
     }
     expected.insert(expected.end(), {"CloseController",
                                      c.assigned ? "message Setting OK" : "message Setting Error"});
-    EXPECT_EQ(journal, expected) << c.what;
+    EXPECT_EQ(journal, expected) << c.queries << " queries";
   }
 }
 
