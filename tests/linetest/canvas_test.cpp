@@ -417,6 +417,7 @@ TEST_F(OnTheCanvas, ShowsTheToleranceOnTheGrid) {
   canvas.setTolerance(10);
   const Lines anew = view.drawing.take();
   EXPECT_EQ(anew.size(), 1 + grid.size() + 1 + 20);
+  EXPECT_TRUE(std::equal(grid.begin(), grid.end(), anew.begin() + 1)) << "the grid stays";
   EXPECT_EQ(anew[1 + grid.size()], "point 1000,1000 #12 1") << "the ink stays";
   EXPECT_THAT(anew, testing::Each(testing::Ne(lines[0])));
   canvas.setToleranceView(false);
