@@ -4,13 +4,10 @@
 
 #include "tests/support/desk.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::Bytes;
-using test::bytesOf;
-
-class ConsoleLogTest : public test::Desk {
+class ConsoleLogTest : public Desk {
  protected:
   ConsoleLog log{clock};
 };
@@ -86,4 +83,4 @@ TEST_F(ConsoleLogTest, KeepsRecordingWhileViewingIsPaused) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

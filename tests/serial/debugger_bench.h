@@ -8,6 +8,7 @@
 #include "serial/console_log.h"
 #include "serial/debugger_exchange.h"
 #include "serial/debugger_port.h"
+#include "serial/receiving_port.h"
 #include "serial/recording_ports.h"
 #include "tests/serial/pseudo_terminal.h"
 #include "tests/support/desk.h"
@@ -21,8 +22,14 @@ inline Bytes operator+(Bytes first, const Bytes& second) {
 inline Bytes times(std::size_t count, const Bytes& bytes) {
   return count == 0 ? Bytes() : bytes + times(count - 1, bytes);
 }
-inline Transfer heardAt(std::chrono::milliseconds time, Bytes bytes) {
-  return {time, Direction::fromController, std::move(bytes)};
+
+/// What a controller sends, and when.
+using Incoming = std::vector<std::pair<std::chrono::milliseconds, Bytes>>;
+inline std::vector<Transfer> recordingOf(const Incoming& incoming) {
+  std::vector<Transfer> recording;
+  for (const auto& [time, bytes] : incoming)
+    recording.push_back({time, Direction::fromController, bytes});
+  return recording;
 }
 
 /// The real serial port, writing what is done with it to the journal.
@@ -100,6 +107,14 @@ class DebuggerBench : public Desk {
         journal, [&](const std::string& line) { return line.find(part) != line.npos; });
   }
 
+  /// A port that this comes in on from now on, in place of the bench's own.
+  ReceivingPort hearing(const Incoming& incoming) {
+    replay = std::make_unique<ReplayPort>(recordingOf(incoming), clock);
+    replay->open();
+    return {*replay, {}, {}};
+  }
+
+  std::unique_ptr<ReplayPort> replay;
   std::map<int, std::unique_ptr<PseudoTerminal>> terminals;
   std::deque<Bytes> answers;
   Lines wire;  ///< what the far end received, one wait a line

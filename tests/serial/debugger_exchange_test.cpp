@@ -6,16 +6,12 @@
 #include "serial/parameter_entry.h"
 #include "tests/serial/debugger_bench.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::Bytes;
-using test::bytesOf;
-using test::Lines;
-using test::replyOf;
 using enum CommandSet;
 
-class DebuggerExchangeTest : public test::DebuggerBench {
+class DebuggerExchangeTest : public DebuggerBench {
  protected:
   DebuggerExchangeTest() {
     EXPECT_EQ(port.take(), std::nullopt);
@@ -235,4 +231,4 @@ TEST(DataBoxes, KeepTheLastTwoCharactersAndTakeOnlyHexadecimalDigits) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -2,15 +2,10 @@
 
 #include "tests/serial/debugger_bench.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::Bytes;
-using test::bytesOf;
-using test::Lines;
-using test::replyOf;
-
-using DebuggerPortTest = test::DebuggerBench;
+using DebuggerPortTest = DebuggerBench;
 
 TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnce) {
   EXPECT_EQ(port.take(), std::nullopt);
@@ -122,4 +117,4 @@ TEST_F(DebuggerPortTest, ConvertsAControllerAtTwoStopBitsAndReturnsToOne) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -23,38 +23,25 @@ ComPorts asCom1(const std::string& device) {
   return ports;
 }
 
-/// Another program that has the device open for itself, until it is ended.
-class OtherProgram {
- public:
-  explicit OtherProgram(const std::string& device) {
-    const int held = open(device.c_str(), O_RDWR | O_NOCTTY);
-    EXPECT_EQ(flock(held, LOCK_EX | LOCK_NB), 0);
-    process = fork();
-    if (process == 0) {
-      alarm(60);  // should nobody be left to end it
-      pause();
-      _exit(0);
-    }
-    close(held);
+/// Another program that has the device open for itself, until it is killed or a minute has passed.
+pid_t startHolding(const std::string& device) {
+  const int held = open(device.c_str(), O_RDWR | O_NOCTTY);
+  EXPECT_EQ(flock(held, LOCK_EX | LOCK_NB), 0);
+  const pid_t program = fork();
+  if (program == 0) {
+    alarm(60);
+    pause();
+    _exit(0);
   }
-  OtherProgram(const OtherProgram&) = delete;
-  OtherProgram& operator=(const OtherProgram&) = delete;
-  ~OtherProgram() { end(); }
-
-  void end() {
-    if (process <= 0) return;
-    kill(process, SIGKILL);
-    waitpid(std::exchange(process, 0), nullptr, 0);
-  }
-
-  pid_t process = 0;
-};
+  close(held);
+  return program;
+}
 
 TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   const test::PseudoTerminal terminal;
-  OtherProgram other(terminal.path());
+  const pid_t other = startHolding(terminal.path());
   AsioSerialPort port(asCom1(terminal.path()));
-  const std::string name = "serial_tests (process " + std::to_string(other.process) + ")";
+  const std::string name = "serial_tests (process " + std::to_string(other) + ")";
   EXPECT_EQ(port.open(), "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
                              name + ". Close that program and try again.");
 
@@ -65,7 +52,8 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   EXPECT_NE(holders.names().find(name), std::string::npos) << holders.names();
   EXPECT_NE(holders.names().find("this program"), std::string::npos) << "the test looks on";
 
-  other.end();
+  kill(other, SIGKILL);
+  waitpid(other, nullptr, 0);
   EXPECT_EQ(portHolders(terminal.path()).names(), "this program");
   EXPECT_EQ(port.open(), std::nullopt);
   EXPECT_TRUE(portHolders("/dev/there-is-none").known.empty());
@@ -109,11 +97,10 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
   for (const auto& [mode, wayOut] : cases) {
     ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
     EXPECT_TRUE(asNobody([&, wayOut = wayOut] {
-      const PortPermission permission = portPermission(terminal.path());
       AsioSerialPort port(asCom1(terminal.path()));
-      return !permission.granted && port.open() == "COM1 (" + terminal.path() +
-                                                       ") cannot be opened: permission denied. " +
-                                                       wayOut;
+      return !portPermission(terminal.path()).granted &&
+             port.open() ==
+                 "COM1 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
     })) << mode;
   }
   ASSERT_EQ(chmod(terminal.path().c_str(), 0666), 0);

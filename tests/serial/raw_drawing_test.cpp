@@ -3,15 +3,10 @@
 #include "tests/linetest/recording_surface.h"
 #include "tests/serial/debugger_bench.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
-using test::Bytes;
-using test::bytesOf;
-using test::heardAt;
-using test::Lines;
-using test::operator+;
 
 Bytes tablet(std::uint8_t status, int x, int y) {
   const auto low = [](int value) { return static_cast<std::uint8_t>(value & 0x7F); };
@@ -21,28 +16,25 @@ Bytes tablet(std::uint8_t status, int x, int y) {
 // One count is one twip.
 constexpr TwipsSize area{16383, 16383};
 
-class RawDrawingTest : public test::DebuggerBench {
+class RawDrawingTest : public DebuggerBench {
  protected:
-  void play(std::vector<Transfer> incoming, ReportFamily family = ReportFamily::tablet) {
-    replay = std::make_unique<ReplayPort>(std::move(incoming), clock);
-    replay->open();
+  void play(const Incoming& incoming, ReportFamily family = ReportFamily::tablet) {
     drawing = std::make_unique<RawDrawing>(
-        clock, ReceivingPort{*replay, {}, {}},
+        clock, hearing(incoming),
         RawDrawing::Canvas{surface, area, [this](PixelPoint to) { cursor.push_back(to); }},
         ReportDecoder(family));
     drawing->start();
   }
 
-  test::RecordingSurface surface;
+  RecordingSurface surface;
   std::vector<PixelPoint> cursor;
-  std::unique_ptr<ReplayPort> replay;
   std::unique_ptr<RawDrawing> drawing;
 };
 
 TEST_F(RawDrawingTest, JoinsTheReportsOfAStrokeAndEndsItAtPenUpOrWhenTheLineIsIdle) {
-  play({heardAt(10ms, tablet(0xD8, 100, 200) + tablet(0xD8, 110, 210)),
-        heardAt(60ms, tablet(0xD8, 120, 220) + tablet(0x98, 130, 230) + tablet(0xD8, 140, 240)),
-        heardAt(160ms, tablet(0xD8, 150, 250))});
+  play({{10ms, tablet(0xD8, 100, 200) + tablet(0xD8, 110, 210)},
+        {60ms, tablet(0xD8, 120, 220) + tablet(0x98, 130, 230) + tablet(0xD8, 140, 240)},
+        {160ms, tablet(0xD8, 150, 250)}});
   clock.delay(300ms);
   EXPECT_EQ(surface.drawn, (Lines{"point 100,200 #12 1", "line 100,200 110,210 #12 1",
                                   "line 110,210 120,220 #12 1", "line 120,220 130,230 #12 1",
@@ -51,8 +43,9 @@ TEST_F(RawDrawingTest, JoinsTheReportsOfAStrokeAndEndsItAtPenUpOrWhenTheLineIsId
 }
 
 TEST_F(RawDrawingTest, DrawsWithThePenAndFollowsWithTheCursorInsideTheScreen) {
-  play({heardAt(10ms, tablet(0xD8, 0, 30)), heardAt(40ms, tablet(0xD8, 16383, 16383)),
-        heardAt(60ms, tablet(0xD8, 45, 60))});
+  play({{10ms, tablet(0xD8, 0, 30)},
+        {40ms, tablet(0xD8, 16383, 16383)},
+        {60ms, tablet(0xD8, 45, 60)}});
   drawing->pen.mode = PenMode::points;
   drawing->pen.width = 2;
   drawing->options.followCursor = true;
@@ -63,15 +56,15 @@ TEST_F(RawDrawingTest, DrawsWithThePenAndFollowsWithTheCursorInsideTheScreen) {
 }
 
 TEST_F(RawDrawingTest, ScalesTheFullRangeOfEitherFamilyOntoTheArea) {
-  play({heardAt(10ms, bytesOf("UT\x82\xFF\xFF") + Bytes{0, 0, 0, 0, 'S'})}, ReportFamily::e02);
+  play({{10ms, bytesOf("UT\x82\xFF\xFF") + Bytes{0, 0, 0, 0, 'S'}}}, ReportFamily::e02);
   clock.delay(100ms);
   EXPECT_EQ(surface.drawn, Lines{"point 16383,0 #12 1"});
 }
 
 TEST_F(RawDrawingTest, FitsTheObservedRange) {
-  play({heardAt(10ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 8000)),
-        heardAt(210ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 16383)),
-        heardAt(410ms, tablet(0xD8, 4000, 8000))});
+  play({{10ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 8000)},
+        {210ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 16383)},
+        {410ms, tablet(0xD8, 4000, 8000)}});
   clock.delay(200ms);
   drawing->fit(true);
   clock.delay(200ms);
@@ -84,8 +77,7 @@ TEST_F(RawDrawingTest, FitsTheObservedRange) {
 }
 
 TEST_F(RawDrawingTest, ReadsNothingWhilePausedAndDecodesNothingWhileOnlyMonitoring) {
-  play({heardAt(10ms, tablet(0xD8, 1, 2)), heardAt(160ms, tablet(0xD8, 3, 4)),
-        heardAt(310ms, tablet(0xD8, 5, 6))});
+  play({{10ms, tablet(0xD8, 1, 2)}, {160ms, tablet(0xD8, 3, 4)}, {310ms, tablet(0xD8, 5, 6)}});
   drawing->options.paused = true;
   clock.delay(100ms);
   EXPECT_EQ(drawing->monitor().text(), "");
@@ -103,8 +95,8 @@ TEST_F(RawDrawingTest, ReadsNothingWhilePausedAndDecodesNothingWhileOnlyMonitori
 }
 
 TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
-  play({heardAt(10ms, Bytes{0x41, 0x42} + tablet(0xD8, 1000, 2000) + Bytes{0x43} +
-                          tablet(0x98, 9000, 9000) + Bytes{0xD8, 0x01})});
+  play({{10ms, Bytes{0x41, 0x42} + tablet(0xD8, 1000, 2000) + Bytes{0x43} +
+                   tablet(0x98, 9000, 9000) + Bytes{0xD8, 0x01}}});
   clock.delay(50ms);
   const std::string& text = drawing->monitor().text();
   ASSERT_EQ(text, "41 42 \n  --- D8 68 07 50 0F 43   --- 98 28 46 28 46   --- D8 01 ");
@@ -144,4 +136,4 @@ TEST(HexMonitorText, BreaksTheLineBeforeEveryFifthStatusByteAndStopsGrowing) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -2,16 +2,10 @@
 
 #include "tests/serial/debugger_bench.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
-using test::Bytes;
-using test::bytesOf;
-using test::heardAt;
-using test::Lines;
-using test::times;
-using test::operator+;
 using enum CommandSet;
 
 const Bytes touchPacket = {0xD8, 0x10, 0x20, 0x30, 0x01};
@@ -19,16 +13,13 @@ const Bytes liftPacket = {0x98, 0x10, 0x20, 0x30, 0x01};
 const Bytes e02Touch = Bytes{'U', 'T', 0x82} + bytesOf("1234abS");
 const Bytes e02Lift = Bytes{'U', 'T', 0x84} + bytesOf("1234abS");
 
-class ReceiveModeTest : public test::DebuggerBench {
+class ReceiveModeTest : public DebuggerBench {
  protected:
-  /// A receive mode of its own that this comes in for.
-  ReceiveMode& hearing(std::vector<Transfer> incoming) {
+  ReceiveMode& modeHearing(const Incoming& incoming) {
     mode.reset();
     log.clear();
-    replay = std::make_unique<ReplayPort>(std::move(incoming), clock);
-    replay->open();
     mode = std::make_unique<ReceiveMode>(ReceiveMode::Parts{session, clock, prompt, log, formats},
-                                         ReceivingPort{*replay, {}, {}});
+                                         hearing(incoming));
     return *mode;
   }
   /// What the console shows: the bytes, and what they are when they are a report.
@@ -39,18 +30,18 @@ class ReceiveModeTest : public test::DebuggerBench {
     }
     return lines;
   }
-  Lines consoleAfter(std::vector<Transfer> incoming, std::chrono::milliseconds duration) {
-    hearing(std::move(incoming)).receive();
+  Lines consoleAfter(const Incoming& incoming, std::chrono::milliseconds duration) {
+    modeHearing(incoming).receive();
     clock.delay(duration);
     return console();
   }
 
   /// That these strokes, and no others, are measured.
-  void expectStrokes(const char* what, CommandSet set, std::vector<Transfer> incoming,
+  void expectStrokes(const char* what, CommandSet set, const Incoming& incoming,
                      const std::string& strokes, double ceiling) {
     SCOPED_TRACE(what);
     session.commandSet = set;
-    hearing(std::move(incoming)).measureRate(true);
+    modeHearing(incoming).measureRate(true);
     mode->receive();
     clock.delay(900ms);
     EXPECT_EQ(shown(log.lines()), "======== Report Rate Mode ==============\n" + strokes);
@@ -63,19 +54,20 @@ class ReceiveModeTest : public test::DebuggerBench {
   }
 
   std::vector<ReportFormat> formats;
-  std::unique_ptr<ReplayPort> replay;
   std::unique_ptr<ReceiveMode> mode;
 };
 
 TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
   session.commandSet = m01;
-  EXPECT_EQ(consoleAfter(
-                {heardAt(10ms, {'T', 0x0D, 0xD8, 0x10, 0x20}), heardAt(150ms, {0x30, 0x01, 0xFF}),
-                 heardAt(300ms, liftPacket), heardAt(500ms, {0xD8, 0x01}), heardAt(900ms, {0x02})},
-                1400ms),
+  EXPECT_EQ(consoleAfter({{10ms, {'T', 0x0D, 0xD8, 0x10, 0x20}},
+                          {150ms, {0x30, 0x01, 0xFF}},
+                          {300ms, liftPacket},
+                          {500ms, {0xD8, 0x01}},
+                          {900ms, {0x02}}},
+                         1400ms),
             (Lines{"54 0D", "touch X  4112 Y   176 | D8 10 20 30 01", "FF",
                    "lift  X  4112 Y   176 | 98 10 20 30 01", "D8 01", "02"}));
-  hearing({heardAt(10ms, liftPacket)}).setReplyFormat(false);
+  modeHearing({{10ms, liftPacket}}).setReplyFormat(false);
   mode->receive();
   clock.delay(200ms);
   EXPECT_EQ(console(), Lines{"lift  raw X  4112 Y   176 | 98 10 20 30 01"});
@@ -85,38 +77,39 @@ TEST_F(ReceiveModeTest, ShowsAnE02PacketWholeAlthoughItsPointIsKnownEarlier) {
   session.commandSet = e02;
   for (std::ptrdiff_t cut = 1; cut < std::ssize(e02Lift); ++cut) {
     const auto middle = e02Lift.begin() + cut;
-    EXPECT_EQ(consoleAfter({heardAt(10ms, {e02Lift.begin(), middle}),
-                            heardAt(210ms, {middle, e02Lift.end()})},
-                           600ms),
-              Lines{"lift  X 12849 Y 13363 | 55 54 84 31 32 33 34 61 62 53"})
+    EXPECT_EQ(
+        consoleAfter({{10ms, {e02Lift.begin(), middle}}, {210ms, {middle, e02Lift.end()}}}, 600ms),
+        Lines{"lift  X 12849 Y 13363 | 55 54 84 31 32 33 34 61 62 53"})
         << cut;
   }
-  EXPECT_EQ(consoleAfter({heardAt(10ms, {e02Touch.begin(), e02Touch.begin() + 8})}, 600ms),
+  EXPECT_EQ(consoleAfter({{10ms, {e02Touch.begin(), e02Touch.begin() + 8}}}, 600ms),
             Lines{"touch X 12849 Y 13363 | 55 54 82 31 32 33 34 61"})
       << "its end never came";
 }
 
 TEST_F(ReceiveModeTest, MeasuresTheRateOfOneStrokeAfterTheOther) {
-  expectStrokes("nothing yet", m01, {heardAt(10ms, liftPacket)}, "", 192);
-  expectStrokes("the first tick throws away", m01,
-                {heardAt(10ms, times(9, touchPacket)), heardAt(210ms, times(3, touchPacket)),
-                 heardAt(410ms, liftPacket)},
-                stroke(400, 4, "10.00"), 192);
-  expectStrokes("88 ends", quorvane, {heardAt(210ms, {0xC8, 1, 2, 3, 4, 0x88, 1, 2, 3, 4})},
+  expectStrokes("nothing yet", m01, {{10ms, liftPacket}}, "", 192);
+  expectStrokes(
+      "the first tick throws away", m01,
+      {{10ms, times(9, touchPacket)}, {210ms, times(3, touchPacket)}, {410ms, liftPacket}},
+      stroke(400, 4, "10.00"), 192);
+  expectStrokes("88 ends", quorvane, {{210ms, {0xC8, 1, 2, 3, 4, 0x88, 1, 2, 3, 4}}},
                 stroke(200, 2, "10.00"), 192);
-  expectStrokes("99 counts and does not end", m01, {heardAt(210ms, {0x99, 1, 2, 3, 4})}, "", 192);
+  expectStrokes("99 counts and does not end", m01, {{210ms, {0x99, 1, 2, 3, 4}}}, "", 192);
   expectStrokes("what follows the end in the same tick is not counted, nor in the next", m01,
-                {heardAt(210ms, liftPacket), heardAt(250ms, times(5, touchPacket)),
-                 heardAt(500ms, times(5, touchPacket)), heardAt(610ms, {0x98})},
+                {{210ms, liftPacket},
+                 {250ms, times(5, touchPacket)},
+                 {500ms, times(5, touchPacket)},
+                 {610ms, {0x98}}},
                 stroke(200, 1, "5.00") + stroke(200, 1, "5.00"), 192);
-  expectStrokes("E02", e02, {heardAt(210ms, times(2, e02Touch)), heardAt(610ms, e02Lift)},
-                stroke(600, 3, "5.00"), 96);
-  expectStrokes("E02 in pieces", e02,
-                {heardAt(210ms, bytesOf("U")), heardAt(390ms, bytesOf("UxTU")),
-                 heardAt(410ms, bytesOf("T")), heardAt(610ms, {0x84})},
-                stroke(600, 1, "1.67"), 96);
-  expectStrokes("E02, cut by the first tick", e02,
-                {heardAt(190ms, bytesOf("UT")), heardAt(210ms, {0x84})}, "", 96);
+  expectStrokes("E02", e02, {{210ms, times(2, e02Touch)}, {610ms, e02Lift}}, stroke(600, 3, "5.00"),
+                96);
+  expectStrokes(
+      "E02 in pieces", e02,
+      {{210ms, bytesOf("U")}, {390ms, bytesOf("UxTU")}, {410ms, bytesOf("T")}, {610ms, {0x84}}},
+      stroke(600, 1, "1.67"), 96);
+  expectStrokes("E02, cut by the first tick", e02, {{190ms, bytesOf("UT")}, {210ms, {0x84}}}, "",
+                96);
 }
 
 TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
@@ -127,20 +120,20 @@ TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
   const Bytes sixTouch = Bytes{0xE8} + six;
   const Bytes sixLift = Bytes{0xA8} + six;
   const Bytes eightLift = {0x5B, 0x98, 'U', 'T', 0x84, 0x88, 0xD8, 0x5B};
-  expectStrokes("six", m01, {heardAt(210ms, times(3, sixTouch)), heardAt(250ms, sixLift)},
+  expectStrokes("six", m01, {{210ms, times(3, sixTouch)}, {250ms, sixLift}},
                 stroke(200, 4, "20.00"), 160);
-  expectStrokes("beside E02", e02, {heardAt(210ms, e02Touch), heardAt(250ms, eightLift)},
-                stroke(200, 2, "10.00"), 120);
-  expectStrokes("cut by reads and ticks", quorvane,
-                {heardAt(210ms, {0x5A, 0x98, 'U'}), heardAt(401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}),
-                 heardAt(450ms, sixLift)},
-                stroke(400, 2, "5.00"), 160);
-  expectStrokes("a lift cut short", m01, {heardAt(210ms, sixTouch), heardAt(250ms, {0x98, 1})},
+  expectStrokes("beside E02", e02, {{210ms, e02Touch}, {250ms, eightLift}}, stroke(200, 2, "10.00"),
+                120);
+  expectStrokes(
+      "cut by reads and ticks", quorvane,
+      {{210ms, {0x5A, 0x98, 'U'}}, {401ms, {'T', 0x84, 0x88, 0xD8, 0x5B}}, {450ms, sixLift}},
+      stroke(400, 2, "5.00"), 160);
+  expectStrokes("a lift cut short", m01, {{210ms, sixTouch}, {250ms, {0x98, 1}}},
                 stroke(400, 2, "5.00"), 192);
 }
 
 TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
-  hearing({heardAt(410ms, liftPacket)}).receive();
+  modeHearing({{410ms, liftPacket}}).receive();
   mode->measureRate(true);
   clock.delay(300ms);
   mode->measureRate(false);
@@ -152,8 +145,7 @@ TEST_F(ReceiveModeTest, GoesBackToPlainDisplayWithoutAResult) {
 }
 
 TEST_F(ReceiveModeTest, ShowsWhatWaitsForItsEndWhenTheSetChangesOrReceivingEnds) {
-  hearing({heardAt(10ms, {0xD8, 1}), heardAt(210ms, bytesOf("UT")), heardAt(450ms, {0x82})})
-      .receive();
+  modeHearing({{10ms, {0xD8, 1}}, {210ms, bytesOf("UT")}, {450ms, {0x82}}}).receive();
   clock.delay(200ms);
   session.commandSet = e02;
   clock.delay(200ms);
@@ -168,12 +160,12 @@ TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
   besides.receive();
   clock.delay(150ms);
   session.commandSet = m01;
-  answers = {{}, test::replyOf("12")};
+  answers = {{}, replyOf("12")};
   EXPECT_TRUE(exchange.send({"UT=Unit Type[w]"})) << "a tick is due during the wait";
 }
 
 TEST_F(ReceiveModeTest, SaysTooLongOnceAlthoughTimersRunMeanwhile) {
-  hearing({});
+  modeHearing({});
   prompt.onMessage = [this] { clock.delay(1000ms); };
   std::ptrdiff_t told = 0;
   for (const bool beginsAnew : {true, false, true}) {
@@ -216,4 +208,4 @@ TEST(Intervals, NeedTwoReportsAndALineHasItsCeiling) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

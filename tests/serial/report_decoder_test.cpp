@@ -2,12 +2,9 @@
 
 #include "tests/serial/debugger_bench.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::Bytes;
-using test::times;
-using test::operator+;
 using Reports = std::vector<TouchReport>;
 
 Reports decoded(ReportDecoder& decoder, std::span<const std::uint8_t> bytes) {
@@ -113,17 +110,13 @@ TEST_P(EitherFamily, FindsTheSameWhereverTheRingWraps) {
 
 TEST_P(EitherFamily, TakesNoMoreThanTheRingHoldsAndLosesNothing) {
   const Bytes full(ReportDecoder::ringSize - 1, 0x00);
-  for (const std::size_t start : {0U, 1U, 5000U}) {
-    decoder = ReportDecoder(GetParam(), added);
-    decoded(decoder, Bytes(start, 0x00));
-    EXPECT_EQ(decoder.append(full), full.size());
-    EXPECT_EQ(decoder.pending(), full.size());
-    EXPECT_EQ(decoder.append(bytes), 0u);
-    Reports none;
-    decoder.decode(none);
-    EXPECT_EQ(decoder.pending(), 0u);
-    EXPECT_EQ(decoded(decoder, bytes).size(), reports.size());
-  }
+  decoded(decoder, Bytes(5000, 0x00));  // so that it wraps
+  EXPECT_EQ(decoder.append(full), full.size());
+  EXPECT_EQ(decoder.pending(), full.size());
+  EXPECT_EQ(decoder.append(bytes), 0u);
+  Reports none;
+  decoder.decode(none);
+  EXPECT_EQ(decoder.pending(), 0u);
   EXPECT_EQ(decoded(decoder, times(500, bytes)).size(), 500 * reports.size());
 }
 
@@ -154,4 +147,4 @@ TEST(Decoder, PutsItsOwnFormatsBeforeAddedOnes) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test
