@@ -79,9 +79,8 @@ class Serial : public testing::Test {
     return run("--com 1=" + device + " serial " + line + " --no-driver");
   }
   static std::string deviceOf(const BackgroundProgram& sim) {
-    std::string line = sim.textUntil("\n");
-    line.pop_back();
-    return line;
+    const std::string line = sim.textUntil("\n");
+    return line.substr(0, line.find('\n'));
   }
   /// Until the trace file is there and has `text` in it.
   bool awaitInTrace(std::string_view text) const {

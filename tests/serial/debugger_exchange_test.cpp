@@ -154,6 +154,13 @@ TEST_F(DebuggerExchangeTest, SendsNothingWithoutWhatTheCommandNeeds) {
     EXPECT_EQ(journal, told) << choice.entry;
     EXPECT_EQ(serial.unread, 0u) << choice.entry;
   }
+  port.giveBack();
+  for (const auto& [set, entry] : {std::pair(m01, "UT=Unit Type[w]"), std::pair(m01, "N72toN81"),
+                                   std::pair(e02, "i==ID[d]")}) {
+    journal.clear();
+    EXPECT_FALSE(send(set, {entry}));
+    EXPECT_EQ(journal, Lines{"message The serial port is closed."}) << entry;
+  }
 }
 
 TEST_F(DebuggerExchangeTest, ChangesTheLineOnlyWhenTheUserSaysSo) {
@@ -179,16 +186,6 @@ TEST_F(DebuggerExchangeTest, NoSecondOneStartsInsideTheFirst) {
   EXPECT_EQ(inner, 1u);
   EXPECT_EQ(wire, Lines(2, "01 55 54 0D"));
   EXPECT_FALSE(port.isBusy());
-}
-
-TEST_F(DebuggerExchangeTest, SaysThatThePortIsClosed) {
-  port.giveBack();
-  for (const auto& [set, entry] : {std::pair(m01, "UT=Unit Type[w]"), std::pair(m01, "N72toN81"),
-                                   std::pair(e02, "i==ID[d]")}) {
-    journal.clear();
-    EXPECT_FALSE(send(set, {entry}));
-    EXPECT_EQ(journal, Lines{"message The serial port is closed."}) << entry;
-  }
 }
 
 TEST(CommandSets, MapAnE02PositionToItsSettingsAndItsPacketWhateverItsLetter) {

@@ -88,7 +88,6 @@ TEST_F(ReceiveModeTest, ShowsAnE02PacketWholeAlthoughItsPointIsKnownEarlier) {
 }
 
 TEST_F(ReceiveModeTest, MeasuresTheRateOfOneStrokeAfterTheOther) {
-  expectStrokes("nothing yet", m01, {{10ms, liftPacket}}, "", 192);
   expectStrokes(
       "the first tick throws away", m01,
       {{10ms, times(9, touchPacket)}, {210ms, times(3, touchPacket)}, {410ms, liftPacket}},
