@@ -60,7 +60,7 @@ inline Ended runProgram(const std::string& program, const std::vector<std::strin
 }
 
 /// What stands in `line` with blanks between, quoted where it has blanks itself; "@" stands for the folder.
-inline std::vector<std::string> wordsOf(const std::string& line, const TemporaryFolder& folder) {
+inline std::vector<std::string> wordsIn(const std::string& line, const TemporaryFolder& folder) {
   std::istringstream stream(line);
   std::vector<std::string> words;
   for (std::string word; stream >> std::quoted(word);) {

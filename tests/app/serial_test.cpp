@@ -72,7 +72,7 @@ class BackgroundProgram {
 /// The programs with a working folder of their own, which "@" stands for.
 class Serial : public testing::Test {
  protected:
-  Words inFolder(const std::string& line) const { return wordsOf("--work-dir @ " + line, folder); }
+  Words inFolder(const std::string& line) const { return wordsIn("--work-dir @ " + line, folder); }
   Ended run(const std::string& line) const { return runProgram(TOUCHCTL, inFolder(line)); }
   /// On a simulated controller that draws without end.
   Ended runOnLine(const std::string& device, const std::string& line) const {

@@ -38,7 +38,7 @@ class Touchctl : public testing::Test {
 
   Ended run(const std::string& line) const {
     const bool named = line.find("--work-dir") != line.npos;
-    return runProgram(TOUCHCTL, wordsOf((named ? "" : "--work-dir @ ") + line, folder));
+    return runProgram(TOUCHCTL, wordsIn((named ? "" : "--work-dir @ ") + line, folder));
   }
 
   /// Several at a time: most of what they do is waiting for the controller.
