@@ -159,20 +159,6 @@ Result<ReportFormat, FormatFlaw> parseFormat(const std::vector<std::string_view>
   return format;
 }
 
-std::uint16_t coordinateAt(CoordinateEncoding encoding, std::span<const std::uint8_t> bytes) {
-  const unsigned first = bytes[0];
-  const unsigned second = bytes[1];
-  switch (encoding) {
-    case CoordinateEncoding::sevenBitLowFirst:
-      return static_cast<std::uint16_t>((first & 0x7F) + 128 * (second & 0x7F));
-    case CoordinateEncoding::sevenBitHighFirst:
-      return static_cast<std::uint16_t>(128 * (first & 0x7F) + (second & 0x7F));
-    case CoordinateEncoding::sixteenBitLittleEndian:
-      break;
-  }
-  return static_cast<std::uint16_t>(first + 256 * second);
-}
-
 }  // namespace
 
 ReportFormats parseFormats(std::string_view text, const std::string& name) {
@@ -200,12 +186,6 @@ ReportFormats rdformad(const std::filesystem::path& folder) {
   const auto content = readWholeFile(file, largestFormatFile);
   if (!content) return {{}, {content.error()}};
   return parseFormats(*content, file.string());
-}
-
-ReportCoordinates coordinatesIn(const CoordinateLayout& layout,
-                                std::span<const std::uint8_t> packet) {
-  return {coordinateAt(layout.encoding, packet.subspan(layout.x, coordinateSize)),
-          coordinateAt(layout.encoding, packet.subspan(layout.y, coordinateSize))};
 }
 
 std::uint16_t greatestCoordinate(CoordinateEncoding encoding) {

@@ -71,17 +71,6 @@ ReportFormats parseFormats(std::string_view text, const std::string& name);
 /// formats and no problems.
 ReportFormats rdformad(const std::filesystem::path& folder);
 
-/// A report's coordinates, in the controller's counts.
-struct ReportCoordinates {
-  std::uint16_t x = 0;
-  std::uint16_t y = 0;
-  friend bool operator==(const ReportCoordinates&, const ReportCoordinates&) = default;
-};
-
-/// The coordinates in a packet, which is as long as its format says.
-ReportCoordinates coordinatesIn(const CoordinateLayout& layout,
-                                std::span<const std::uint8_t> packet);
-
 /// The greatest coordinate that this encoding can write.
 std::uint16_t greatestCoordinate(CoordinateEncoding encoding);
 

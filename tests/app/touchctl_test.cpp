@@ -92,6 +92,7 @@ std::string stubborn(const std::string& line, const char* controller = "USB DEVI
 TEST_F(Touchctl, DoesWhatItIsToldTo) {
   expectAll({
       {"--help", 0, "Exit status: 0 done", ""},
+      {"set --help", 0, "rotation            0, 90, 180, 270", ""},
       {"--simulate list", 0, "1  RS232 DEVICE 1  (answers)", ""},
       {usb("get"), 0, "rotation            0\n", ""},
       {usb("set rotation 90"), 0, "Rotation: 90\n", ""},
@@ -99,6 +100,7 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {"linearity @/lines.fdw", 0, "V-1         4     0.13     0.53     0.00     0.26", ""},
       {"linearity @/lines.fdw --panel-size 500x375", 0, "Panel 500.0 x 375.0 mm; limit 1 mm", ""},
       {usb("monitor 2"), 0, "", "Setting OK"},
+      {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
       {named("--simulate --yes pins set 4 X+=0:0 X-=1:1 Y+=2:2 Y\u2212=3:3", "RS232 DEVICE 1"), 0,
        "", "Re-Connect"},
   });
