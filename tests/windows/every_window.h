@@ -1,21 +1,14 @@
 #pragma once
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QPointer>
-#include <QTabWidget>
-#include <QTranslator>
 #include <functional>
 #include <locale>
 
 #include "calibration/frmCal.h"
-#include "console/frmMain.h"
 #include "linetest/frmDraw.h"
 #include "linetest/frmLinearity.h"
-#include "serial/asio_serial_port.h"
-#include "serial/frmRSDebug.h"
 #include "serial/frmRsDraw.h"
-#include "tests/windows/drawing_desk.h"
+#include "tests/windows/serial_desk.h"
+#include "ui/finger_style.h"
 #include "ui/guide_window.h"
 #include "ui/help.h"
 #include "ui/language.h"
@@ -25,6 +18,7 @@ namespace touch::test {
 /// Every text comes back in marks and 40 % longer. What a window shows without the marks has not passed the translator.
 class LongTexts final : public QTranslator {
  public:
+  using QTranslator::QTranslator;
   bool isEmpty() const override { return false; }
   QString translate(const char*, const char* source, const char*, int) const override {
     QString text = QString::fromUtf8(source);
@@ -35,31 +29,24 @@ class LongTexts final : public QTranslator {
   }
 };
 
-/// Speaks the language of `translator`, or a real one, until the end of the scope.
+/// Speaks a language until the end of the scope.
 class Speaking final {
  public:
-  explicit Speaking(QTranslator& translator) : translator_(&translator) {
-    speak("en");
-    QCoreApplication::installTranslator(translator_);
-  }
   explicit Speaking(const QString& language) {
-    const auto before = qApp->findChildren<QTranslator*>();
     if (!speak(language)) throw std::runtime_error("there is no " + language.toStdString());
-    for (QTranslator* const installed : qApp->findChildren<QTranslator*>())
-      if (!before.contains(installed)) own_.append(installed);
+  }
+  explicit Speaking(LongTexts* translator) : Speaking(QString("en")) {
+    QCoreApplication::installTranslator(translator);
   }
   Speaking(const Speaking&) = delete;
   Speaking& operator=(const Speaking&) = delete;
   ~Speaking() {
-    if (translator_ != nullptr) QCoreApplication::removeTranslator(translator_);
-    qDeleteAll(own_);
+    qDeleteAll(qApp->findChildren<QTranslator*>());
     std::locale::global(before_);
   }
 
  private:
   std::locale before_;
-  QTranslator* translator_ = nullptr;
-  QList<QTranslator*> own_;
 };
 
 /// Opens each window in each of its states, on simulated controllers.
@@ -76,7 +63,21 @@ class EveryWindow : public DrawingDesk {
       script.replies["GP8" + std::to_string(wire)] = {replyOf("00101")};
     prompt.answerText = "kqzm";
   }
+  void TearDown() override {
+    for (const std::string& fault : faults_)
+      ADD_FAILURE() << fault;
+    DrawingDesk::TearDown();
+  }
 
+  /// A window that is laid out for the screen here need not fit another one.
+  static std::vector<QSize> sizesHere() {
+    const QSize small(800, 480);
+    const QSize large(1024, 768);
+    const QSize here = QGuiApplication::primaryScreen()->size();
+    if (here.width() >= large.width()) return {large};
+    return isSmallScreen() ? std::vector{here} : std::vector{small, large};
+  }
+  void visitAll(const Visitor& visit) { visitAll(sizesHere().front(), visit); }
   void visitAll(const QSize& size, const Visitor& visit) {
     visitMain(size, visit);
     visitCalibration(size, visit);
@@ -85,6 +86,12 @@ class EveryWindow : public DrawingDesk {
     visitDebugger(size, visit);
     visitRawDrawing(size, visit);
     visitGuide(size, visit);
+  }
+
+  void blame(const std::string& where, const QWidget& widget, const std::string& what) {
+    const QString text = widget.property("text").toString();
+    faults_.insert(where + ": " + widget.metaObject()->className() + ' ' +
+                   widget.objectName().toStdString() + " \"" + text.toStdString() + "\" " + what);
   }
 
  private:
@@ -97,6 +104,13 @@ class EveryWindow : public DrawingDesk {
     find<QAbstractButton>(window, name)->click();
     QApplication::processEvents();
   }
+  static void visitPages(QTabWidget& tabs, const std::function<void(const std::string&)>& visit) {
+    for (int page = 0; page < tabs.count(); ++page) {
+      tabs.setCurrentIndex(page);
+      QApplication::processEvents();
+      visit(", page " + std::to_string(page));
+    }
+  }
 
   void visitMain(const QSize& size, const Visitor& visit) {
     frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, linearity},
@@ -104,15 +118,13 @@ class EveryWindow : public DrawingDesk {
     window.open();
     settle(window, size);
     QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
-    auto* const tabs = find<QTabWidget>(window, "tabs");
-    for (int page = 0; page < tabs->count(); ++page) {
-      tabs->setCurrentIndex(page);
+    visitPages(*find<QTabWidget>(window, "tabs"), [&](const std::string& page) {
       // What is seen only on request.
       for (const char* name : {"cmdInfo", "Command17", "cmdAdvanced"})
         if (find<QWidget>(window, name)->isVisible()) press(window, name);
       live(std::chrono::milliseconds(1));
-      visit("frmMain, page " + std::to_string(page), window);
-    }
+      visit("frmMain" + page, window);
+    });
     find<QWidget>(window, "passwordFrame")->hide();
     QTest::keyClick(&window, Qt::Key_B, Qt::ControlModifier);
     auto* const pins = find<QWidget>(window, "frmPinDefine");
@@ -136,6 +148,10 @@ class EveryWindow : public DrawingDesk {
     window->open();
     settle(*window, size);
     visit("frmDraw", *window);
+    QTest::mouseClick(find<QWidget>(*window, "drawingCanvas"), Qt::RightButton, {},
+                      {size.width() - 5, 5});
+    visit("frmDraw, menu", *window);
+    QTest::keyClick(window, Qt::Key_Escape);
     for (const auto& [key, state] :
          {std::pair(Qt::Key_F1, "help"), std::pair(Qt::Key_T, "results")}) {
       QTest::keyClick(window, key);
@@ -162,12 +178,8 @@ class EveryWindow : public DrawingDesk {
       press(*window, "cmdNext");
     visit("frmLinearity, horizontal", *window);
     press(*window, "cmdResults");
-    auto* const tabs = find<QTabWidget>(*window, "resultTabs");
-    for (int page = 0; page < tabs->count(); ++page) {
-      tabs->setCurrentIndex(page);
-      QApplication::processEvents();
-      visit("frmLinearity, results " + std::to_string(page), *window);
-    }
+    visitPages(*find<QTabWidget>(*window, "resultTabs"),
+               [&](const std::string& page) { visit("frmLinearity, results" + page, *window); });
     delete window;
   }
   void visitDebugger(const QSize& size, const Visitor& visit) {
@@ -178,21 +190,20 @@ class EveryWindow : public DrawingDesk {
     settle(window, size);
     press(window, "Check1");
     press(window, "Command3");
-    const auto visitTabs = [&](const std::string& where) {
+    const struct {
+      const char* set;
+      const char* name;
+      int entry;
+    } states[] = {{"Option3", "quorvane", -1}, {"Option2", "E02", 6}, {"Option1", "M01", 21}};
+    for (const auto& [set, name, entry] : states) {
+      press(window, set);
+      find<QComboBox>(window, "Combo1")->setCurrentIndex(entry);
+      QApplication::processEvents();
+      const std::string where = std::string("frmRSDebug, ") + name;
+      const auto visitPage = [&](const std::string& page) { visit(where + page, window); };
       auto* const tabs = window.findChild<QTabWidget*>("debuggerTabs");
-      for (int page = 0; page < (tabs != nullptr ? tabs->count() : 1); ++page) {
-        if (tabs != nullptr) tabs->setCurrentIndex(page);
-        QApplication::processEvents();
-        visit(where + ", page " + std::to_string(page), window);
-      }
-    };
-    visitTabs("frmRSDebug, quorvane");
-    press(window, "Option2");
-    find<QComboBox>(window, "Combo1")->setCurrentIndex(6);
-    visitTabs("frmRSDebug, E02");
-    press(window, "Option1");
-    find<QComboBox>(window, "Combo1")->setCurrentIndex(21);
-    visitTabs("frmRSDebug, M01");
+      tabs != nullptr ? visitPages(*tabs, visitPage) : visitPage("");
+    }
     window.leave(DebuggerEnd::quit);
     live(std::chrono::milliseconds(1));
   }
@@ -208,7 +219,6 @@ class EveryWindow : public DrawingDesk {
     window->close();
     live(std::chrono::milliseconds(1));
   }
-
   void visitGuide(const QSize& size, const Visitor& visit) {
     QWidget below;
     showHelp(below);
@@ -219,6 +229,7 @@ class EveryWindow : public DrawingDesk {
     visit("guide, search", *window);
   }
 
+  std::set<std::string> faults_;
   Trace trace_;
   AsioSerialPort port_{ComPorts()};
 };

@@ -1,42 +1,32 @@
 #include "calibration/frmCal.h"
 
-#include <QLabel>
-#include <QPointer>
-#include <QPushButton>
-#include <QScreen>
-
-#include "core/nexapi.h"
 #include "tests/windows/window_desk.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
 
 /// The calibration window over the simulated driver, whose clock moves with the tests' clock. The mouse is the finger.
-class CalibrationWindow : public test::WindowDesk {
+class CalibrationWindow : public DrawingDesk {
  protected:
   CalibrationWindow() {
-    auto bound = NexapiDriver::bind(SIMULATOR_LIBRARY);
-    if (!bound) throw std::runtime_error(bound.error().describe());
-    simulator_ = std::move(*bound);
-    simulation = Simulation::of(*simulator_);
-    simulation->request("reset");
     simulation->request("clock manual");
     clock.onAdvance = [this](std::chrono::milliseconds step) {
       simulation->request("advance " + std::to_string(step.count()));
     };
-    session.controllerName = "USB DEVICE 2";
+    session.controllerName = controller;
   }
 
-  frmCal& open(int points) {
+  void open(int points, QSize size = QSize(800, 480)) {
     session.calibrationPoints = points;
+    left = 0;
+    outcome.reset();
     window = new frmCal(
-        {session, *simulator_, clock}, prompt, simulation, *QGuiApplication::primaryScreen(),
-        QSize(800, 480), [this] { ++left; }, [this](CalibrationOutcome how) { outcome = how; });
+        {session, *simulator, clock}, prompt, simulation, *QGuiApplication::primaryScreen(), size,
+        [this] { ++left; }, [this](CalibrationOutcome how) { outcome = how; });
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
-    return *window;
   }
 
   /// From `time` on: presses the mouse at a place of the window, and lifts it 150 ms later.
@@ -46,15 +36,11 @@ class CalibrationWindow : public test::WindowDesk {
                 [this, place] { QTest::mouseRelease(window, Qt::LeftButton, {}, place); });
   }
 
-  double meanError() const { return simulation->panelError("USB DEVICE 2")->mean; }
+  double meanError() const { return simulation->panelError(controller)->mean; }
 
-  std::optional<Simulation> simulation;
   QPointer<frmCal> window;
   int left = 0;
   std::optional<CalibrationOutcome> outcome;
-
- private:
-  std::unique_ptr<NexapiDriver> simulator_;
 };
 
 TEST_F(CalibrationWindow, TheMouseCalibratesTheSimulatedPanel) {
@@ -77,54 +63,47 @@ TEST_F(CalibrationWindow, TheMouseCalibratesTheSimulatedPanel) {
 
 TEST_F(CalibrationWindow, EachWayOutLeavesNothingStored) {
   const std::pair<const char*, std::function<void()>> ways[] = {
-      {"Cancel",
-       [this] { QTest::mouseClick(find<QPushButton>(*window, "Command2"), Qt::LeftButton); }},
-      {"EXIT", [this] { QTest::mouseClick(find<QPushButton>(*window, "Label1"), Qt::LeftButton); }},
+      {"Cancel", [this] { click(*window, "Command2"); }},
+      {"EXIT", [this] { click(*window, "Label1"); }},
       {"Esc", [this] { QTest::keyClick(window, Qt::Key_Escape); }},
       {"window closed", [this] { window->close(); }},
   };
   const double before = meanError();
   for (const auto& [what, takeWayOut] : ways) {
     for (const auto moment : {100ms, 2000ms, 3500ms}) {
-      left = 0;
-      outcome.reset();
+      SCOPED_TRACE(what + std::string(" at ") + std::to_string(moment.count()));
       open(5);
       touchAt(2450ms, {400, 240});
       clock.after(moment, takeWayOut);
       live(10s);
-      EXPECT_EQ(outcome, CalibrationOutcome::cancelled) << what << " at " << moment.count();
-      EXPECT_EQ(left, 1) << what;
-      EXPECT_TRUE(window.isNull()) << what;
-      EXPECT_EQ(meanError(), before) << what;
+      EXPECT_EQ(outcome, CalibrationOutcome::cancelled);
+      EXPECT_EQ(left, 1);
+      EXPECT_TRUE(window.isNull());
+      EXPECT_EQ(meanError(), before);
     }
   }
 }
 
 TEST_F(CalibrationWindow, ItsTargetsAreFreeOfControlsOnEveryScreen) {
   for (const QSize size : {QSize(400, 240), QSize(800, 480), QSize(1024, 768), QSize(1920, 1080)}) {
-    session.calibrationPoints = 9;
-    frmCal screen(
-        {session, driver(), clock}, prompt, std::nullopt, *QGuiApplication::primaryScreen(), size,
-        [] {}, [](CalibrationOutcome) {});
-    screen.open();
+    open(9, size);
     const TwipsSize twips{static_cast<float>(size.width()) * twipsPerPixel,
                           static_cast<float>(size.height()) * twipsPerPixel};
-    for (const int points : {2, 3, 5, 9}) {
-      for (const TwipsPoint target : calibrationTargets(points, twips)) {
-        const QPoint centre(static_cast<int>(target.x / twipsPerPixel),
-                            static_cast<int>(target.y / twipsPerPixel));
-        for (const auto* const button : screen.findChildren<QPushButton*>()) {
-          EXPECT_FALSE(button->geometry().adjusted(-8, -8, 8, 8).contains(centre))
+    for (const auto* const button : window->findChildren<QPushButton*>()) {
+      EXPECT_GE(button->height(), 40);
+      const QRect place = button->geometry().adjusted(-8, -8, 8, 8);
+      for (const int points : {2, 3, 5, 9}) {
+        for (const TwipsPoint target : calibrationTargets(points, twips)) {
+          const QPointF centre(target.x / twipsPerPixel, target.y / twipsPerPixel);
+          EXPECT_FALSE(QRectF(place).contains(centre))
               << button->objectName().toStdString() << " covers a target of " << points;
-          EXPECT_TRUE(screen.rect().contains(button->geometry()));
-          EXPECT_GE(button->height(), 40);
         }
       }
     }
-    screen.askToLeave();
-    QApplication::processEvents();
+    window->askToLeave();
+    live(0ms);
   }
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

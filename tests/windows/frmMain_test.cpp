@@ -1,37 +1,33 @@
 #include "console/frmMain.h"
 
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTableWidget>
-
-#include "tests/windows/main_window_desk.h"
+#include "tests/windows/window_desk.h"
 #include "ui/text.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::Lines;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::StartsWith;
 using namespace std::chrono_literals;
 
-class MainWindow : public test::MainWindowDesk {};
+class MainWindow : public MainWindowDesk {
+ protected:
+  QTableWidget* controllers() { return find<QTableWidget>(*window, "controllerList"); }
+};
 
 TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   open();
-  auto* const list = find<QTableWidget>(*window, "controllerList");
-  EXPECT_EQ(list->horizontalHeaderItem(0)->text(), " No");
-  EXPECT_EQ(list->horizontalHeaderItem(1)->text(), " Device");
-  EXPECT_EQ(list->rowCount(), 2);
-  EXPECT_EQ(list->currentRow(), 0);
-  EXPECT_EQ(find<QLabel>(*window, "lblVersion")->text(), "Version :  3.1.0");
-  EXPECT_EQ(find<QLabel>(*window, "lblFirmware")->text(), "M0130100");
+  EXPECT_EQ(controllers()->rowCount(), 2);
+  EXPECT_EQ(controllers()->currentRow(), 0);
+  EXPECT_EQ(text("lblVersion"), "Version :  3.1.0");
+  EXPECT_EQ(text("lblFirmware"), "M0130100");
   EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
-  EXPECT_EQ(window->focusWidget(), list) << "and not the button Exit";
+  EXPECT_EQ(window->focusWidget(), controllers()) << "and not the button Exit";
 
-  QTest::keyClick(list, Qt::Key_Down);
+  QTest::keyClick(controllers(), Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
-  QTest::mouseClick(find<QPushButton>(*window, "cmdInfo"), Qt::LeftButton);
+  click("cmdInfo");
   auto* const info = find<QListWidget>(*window, "infoList");
   ASSERT_EQ(info->count(), 4);
   EXPECT_EQ(info->item(2)->text(), "Output Identity : M0130100");
@@ -43,12 +39,11 @@ TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
     script.names = {name};
     script.replies["UT"] = {test::replyOf(said)};
     open();
-    EXPECT_EQ(find<QTableWidget>(*window, "controllerList")->item(0, 1)->text(), shownText(name));
-    EXPECT_EQ(status(), shownText(name) + " is ready.");
+    EXPECT_EQ(controllers()->item(0, 1)->text(), shownText(name));
+    EXPECT_EQ(status(), shownText(name).toStdString() + " is ready.");
     for (const QLabel* const label : window->findChildren<QLabel*>()) {
-      if (label->isVisible()) {
-        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
-      }
+      EXPECT_TRUE(!label->isVisible() || label->textFormat() == Qt::PlainText)
+          << label->text().toStdString();
     }
     window.reset();
   }
@@ -58,8 +53,7 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   open();
   auto* const advanced = find<QFrame>(*window, "advancedFrame");
   auto* const tabs = find<QTabWidget>(*window, "tabs");
-  auto* const list = find<QTableWidget>(*window, "controllerList");
-  QTest::keyClick(list, Qt::Key_I);
+  QTest::keyClick(controllers(), Qt::Key_I);
   EXPECT_TRUE(advanced->isHidden()) << "only the page Maintenance has an advanced frame";
   showPage("Maintenance");
   QTest::keyClick(tabs, Qt::Key_I, Qt::ShiftModifier);
@@ -75,15 +69,12 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   QTest::keyClick(box, 'x');
   EXPECT_EQ(box->text(), "") << "an eleventh character empties the box";
   QTest::keyClick(box, Qt::Key_Return);
-  EXPECT_EQ(journal, Lines{"message Password Error!!"});
-  EXPECT_TRUE(find<QFrame>(*window, "passwordFrame")->isHidden());
-
-  journal.clear();
   QTest::keyClick(tabs, Qt::Key_B, Qt::ControlModifier);
-  EXPECT_EQ(journal, Lines{"input Please Enter Password : [Special Function]"});
-  journal.clear();
+  EXPECT_EQ(journal, (Lines{"message Password Error!!",
+                            "input Please Enter Password : [Special Function]"}));
+  EXPECT_TRUE(find<QFrame>(*window, "passwordFrame")->isHidden());
   QTest::keyClick(tabs, Qt::Key_E, Qt::ControlModifier);
-  EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer PL"), 2);
+  EXPECT_EQ(count("WriteBuffer PL"), 2);
   EXPECT_TRUE(window->isHidden());
 }
 
@@ -92,24 +83,19 @@ TEST_F(MainWindow, TakesABadPictureAndNoControllerInItsStride) {
   folder.write("Zevrik.ico", "nor is this an icon");
   open();
   EXPECT_TRUE(find<QLabel>(*window, "lblPicture")->isHidden());
-  ASSERT_TRUE(startUp.back().starts_with("message The picture ")) << startUp.back();
-  EXPECT_NE(startUp.back().find("pic01.jpg cannot be shown"), std::string::npos);
-  EXPECT_TRUE(find<QLabel>(*window, "lblVersion")->isVisible());
+  EXPECT_THAT(startUp.back(), StartsWith("message The picture "));
+  EXPECT_THAT(startUp.back(), HasSubstr("pic01.jpg cannot be shown"));
 
   script.names.clear();
   QTest::keyClick(window.get(), Qt::Key_F5);
-  EXPECT_EQ(find<QTableWidget>(*window, "controllerList")->rowCount(), 0);
-  EXPECT_FALSE(find<QPushButton>(*window, "cmdInfo")->isEnabled());
-  EXPECT_FALSE(find<QPushButton>(*window, "cmd3pts")->isEnabled());
-  EXPECT_NE(std::find(journal.begin(), journal.end(), "message No device was found"),
-            journal.end());
+  EXPECT_EQ(controllers()->rowCount(), 0);
+  for (const char* const button : {"cmdInfo", "cmd3pts"})
+    EXPECT_FALSE(find<QPushButton>(*window, button)->isEnabled()) << button;
+  EXPECT_THAT(journal, Contains("message No device was found"));
 }
 
 TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
-  window = std::make_unique<frmMain>(access(), prompt, port, trace,
-                                     TestParts{switches, files, linearity},
-                                     Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
-  window->open();
+  make();
   window->close();
   QApplication::processEvents();
   window->grab();
@@ -121,29 +107,66 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   script.replies["CR"] = {test::acknowledgement};
   script.replies["R"] = {test::acknowledgement};
   open();
-  QTest::mouseClick(find<QPushButton>(*window, "cmd3pts"), Qt::LeftButton);
+  click("cmd3pts");
   ASSERT_FALSE(find<QTabWidget>(*window, "tabs")->isEnabled());
-  clock.after(3s, [] {
-    for (QWidget* const top : QApplication::topLevelWidgets()) {
-      if (top->objectName() == "frmCal") QTest::keyClick(top, Qt::Key_Escape);
-    }
-  });
+  clock.after(3s, [] { QTest::keyClick(opened("frmCal"), Qt::Key_Escape); });
   live(10s);
   EXPECT_TRUE(find<QTabWidget>(*window, "tabs")->isEnabled());
   EXPECT_EQ(status(), "The calibration was cancelled; nothing was stored.");
 }
 
-TEST_F(MainWindow, FitsSmallScreensAndNamesItsControls) {
-  open();
-  window->resize(400, 240);
-  QApplication::processEvents();
-  EXPECT_LE(window->minimumSizeHint().width(), 400);
-  EXPECT_LE(window->minimumSizeHint().height(), 240);
-  for (const auto* const button : window->findChildren<QPushButton*>()) {
-    EXPECT_FALSE(button->objectName().isEmpty()) << button->text().toStdString();
-    EXPECT_TRUE(button->text().contains('&')) << button->text().toStdString();
+class MainWindowWithDebugger : public MainWindow {
+ protected:
+  static QWidget* debugger() { return opened("frmRSDebug"); }
+  void openDebugger() {
+    open();
+    QTest::keyClick(window.get(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(find<QLineEdit>(*window, "passwordBox"), "kqzm");
+    QTest::keyClick(find<QLineEdit>(*window, "passwordBox"), Qt::Key_Return);
+    journal.clear();
+    ASSERT_NE(debugger(), nullptr);
+  }
+};
+
+TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEnded) {
+  openDebugger();
+  EXPECT_TRUE(window->isHidden());
+  EXPECT_FALSE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  QTest::keyClick(window.get(), Qt::Key_F5);
+  EXPECT_EQ(journal, Lines{});
+
+  auto* const record = find<QPushButton>(*debugger(), "cmdRecord");
+  click(*debugger(), "Command1");
+  // A click that comes before the window has gone; its dialog would stand on a window that is destroyed.
+  bool asked = false;
+  QTimer::singleShot(0, [&asked] {
+    QWidget* const dialog = QApplication::activeModalWidget();
+    asked = dialog != nullptr;
+    if (asked) dialog->close();
+  });
+  record->click();
+  EXPECT_FALSE(asked);
+  live(1ms);
+  EXPECT_EQ(debugger(), nullptr);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  ASSERT_GE(journal.size(), 2U);
+  EXPECT_EQ(journal[0], "ReopenCOMPort");
+  EXPECT_EQ(journal[1], "CloseController");
+}
+
+TEST_F(MainWindowWithDebugger, EndsInOrderFromTheDebugger) {
+  for (const bool fromOutside : {false, true}) {
+    openDebugger();
+    fromOutside ? void(window->close()) : click(*debugger(), "Command2_1");
+    live(1ms);
+    EXPECT_TRUE(window->isHidden());
+    ASSERT_FALSE(journal.empty());
+    EXPECT_EQ(journal[0], "ReopenCOMPort");
+    EXPECT_GE(count("WriteBuffer PL"), 1) << "the parameters are locked";
+    window.reset();
   }
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

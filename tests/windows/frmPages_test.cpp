@@ -1,24 +1,19 @@
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QScrollBar>
-#include <QSpinBox>
-#include <QTableWidget>
-
+#include "console/frmTestsPage.h"
+#include "console/simulated_faults.h"
 #include "core/hex.h"
-#include "tests/windows/main_window_desk.h"
+#include "tests/windows/window_desk.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::acknowledgement;
-using test::Lines;
-using test::replyOf;
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ContainsRegex;
+using testing::Each;
+using testing::Not;
+using testing::StartsWith;
 
-class Pages : public test::MainWindowDesk {
+class Pages : public MainWindowDesk {
  protected:
   Pages() {
     script.results["GetReportMode"] = 1;
@@ -26,24 +21,32 @@ class Pages : public test::MainWindowDesk {
     script.results["GetDoubleClickSpeed"] = 5;
     script.results["GetDoubleClickArea"] = 10;
     script.results["GetRotation"] = 0;
+    for (std::uint8_t address = 0; address < 8; ++address)
+      script.replies["GP" + hexByte(address)] = {replyOf("01234")};
+    for (const char* const command : {"RD", "R", "SP03FF34"})
+      script.replies[command] = {acknowledgement};
   }
-  /// The calls of the journal that change something, without the readings that follow them.
+  void open(const char* page) {
+    MainWindowDesk::open();
+    showPage(page);
+  }
+  /// The calls of the journal that change something, without the readings that come with them.
   Lines changes() {
-    Lines lines;
-    std::copy_if(journal.begin(), journal.end(), std::back_inserter(lines), [](const auto& line) {
-      return line.starts_with("Set") || line.starts_with("Enable") || line.starts_with("Write") ||
-             line.starts_with("message");
+    std::erase_if(journal, [](const std::string& line) {
+      return !testing::Value(line, ContainsRegex("^(Set|Enable|Write|message)")) ||
+             line.starts_with("WriteBuffer GP");
     });
-    journal.clear();
-    return lines;
+    return std::exchange(journal, {});
   }
   void press(const char* button) {
     QTest::keyClick(find<QPushButton>(*window, button), Qt::Key_Space);
   }
+  bool isOn(const char* button) { return find<QAbstractButton>(*window, button)->isChecked(); }
+  bool isPossible(const char* control) { return find<QWidget>(*window, control)->isEnabled(); }
 };
 
 TEST_F(Pages, AreTurnedByKeyWhereverTheFocusIs) {
-  open();
+  open("Controller");
   find<QPushButton>(*window, "cmdExit")->setFocus();
   const auto* const tabs = find<QTabWidget>(*window, "tabs");
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
@@ -54,92 +57,53 @@ TEST_F(Pages, AreTurnedByKeyWhereverTheFocusIs) {
   EXPECT_EQ(tabs->currentIndex(), tabs->count() - 1);
 }
 
-TEST_F(Pages, SettingsAreFilledWithoutSendingAnything) {
-  open();
-  EXPECT_EQ(std::count_if(startUp.begin(), startUp.end(),
-                          [](const auto& line) {
-                            return line.starts_with("Set") || line.starts_with("Enable") ||
-                                   line.starts_with("WriteBuffer SE");
-                          }),
-            0);
-  showPage("Settings");
-  EXPECT_TRUE(find<QCheckBox>(*window, "Check1")->isChecked());
-  EXPECT_FALSE(find<QCheckBox>(*window, "Check5")->isChecked()) << "touches are reported";
-  EXPECT_TRUE(find<QRadioButton>(*window, "Option2_0")->isChecked());
-  EXPECT_TRUE(find<QRadioButton>(*window, "Option3_0")->isChecked());
-  EXPECT_EQ(find<QLabel>(*window, "lblDoubleClickSpeed")->text(), "500");
-  EXPECT_EQ(find<QLabel>(*window, "lblDoubleClickArea")->text(), "10");
-  EXPECT_EQ(find<QLabel>(*window, "lblRightClickTime")->text(), "550");
+TEST_F(Pages, SettingsAndTheNoteAreShownWithoutSendingAnything) {
+  folder.write("cursoroff.txt", "first\n second ");
+  open("Settings");
+  EXPECT_THAT(startUp, Each(Not(ContainsRegex("^(Set|Enable|WriteBuffer SE)"))));
+  EXPECT_TRUE(isOn("Check1"));
+  EXPECT_FALSE(isOn("Check5")) << "touches are reported";
+  EXPECT_TRUE(isOn("Option2_0"));
+  EXPECT_TRUE(isOn("Option3_0"));
+  EXPECT_EQ(text("lblDoubleClickSpeed"), "500");
+  EXPECT_EQ(text("lblDoubleClickArea"), "10");
+  EXPECT_EQ(text("lblRightClickTime"), "550");
   EXPECT_EQ(find<QComboBox>(*window, "Combo1")->currentIndex(), -1);
-  EXPECT_EQ(find<QComboBox>(*window, "Combo1")->count(), 5);
+  press("Command17");
+  EXPECT_EQ(find<QPlainTextEdit>(*window, "cursorHelp")->toPlainText(), "\nfirst\n second \n");
+  EXPECT_EQ(journal, Lines{});
 }
 
-TEST_F(Pages, SettingsActAtOnceByKeyboard) {
-  open();
-  showPage("Settings");
-  const struct {
-    const char* control;
-    Qt::Key key;
-    Lines sent;
-    const char* status;
-  } cases[] = {
-      {"Check1",
+TEST_F(Pages, SettingsActAtOnceByKeyboardAndTimingByConfirm) {
+  open("Settings");
+  const std::tuple<const char*, Qt::Key, Lines> cases[] = {
+      {"Check1", Qt::Key_Space, {"EnableUpSound 0"}},
+      {"Check4", Qt::Key_Space, {"EnableRightClick 0"}},
+      {"Option2_3", Qt::Key_Space, {"SetRotation 3"}},
+      {"Option3_2", Qt::Key_Space, {"SetReportMode 3"}},
+      {"Check5", Qt::Key_Space, {"WriteBuffer MS", "WriteBuffer MI"}},
+      {"Combo1", Qt::Key_Down, {"WriteBuffer SE0"}},
+      {"Combo1", Qt::Key_Down, {"WriteBuffer SE1"}},
+      {"HScroll1", Qt::Key_Right, {}},
+      {"Command6",
        Qt::Key_Space,
-       {"EnableUpSound 0"},
-       "Up touch sound: off was asked, the driver reports on"},
-      {"Check4",
-       Qt::Key_Space,
-       {"EnableRightClick 0"},
-       "Right button: off was asked, the driver reports on"},
-      {"Option2_3",
-       Qt::Key_Space,
-       {"SetRotation 3"},
-       "Rotation: 270 was asked, the driver reports 0"},
-      {"Option3_2",
-       Qt::Key_Space,
-       {"SetReportMode 3"},
-       "Touch mode: button was asked, the driver reports desktop"},
-      {"Check5",
-       Qt::Key_Space,
-       {"WriteBuffer MS", "WriteBuffer MI"},
-       "Touch panel: off was asked, the driver reports on"},
-      {"Combo1", Qt::Key_Down, {"WriteBuffer SE0"}, "Touch sensitivity: low"},
-      {"Combo1", Qt::Key_Down, {"WriteBuffer SE1"}, "Touch sensitivity: normal"},
+       {"SetRightClickTime 550", "SetDoubleClickSpeed 6", "SetDoubleClickArea 10",
+        "message Update OK"}},
   };
-  for (const auto& [control, key, sent, said] : cases) {
+  for (const auto& [control, key, sent] : cases) {
     QTest::keyClick(find<QWidget>(*window, control), key);
     EXPECT_EQ(changes(), sent) << control;
-    EXPECT_EQ(status().toStdString(), said);
+    if (control == std::string("Option2_3")) {
+      EXPECT_EQ(status(), "Rotation: 270 was asked, the driver reports 0");
+    }
   }
   // What the driver did not take is not shown as if it had.
-  EXPECT_TRUE(find<QCheckBox>(*window, "Check1")->isChecked());
-  EXPECT_TRUE(find<QRadioButton>(*window, "Option2_0")->isChecked());
-}
-
-TEST_F(Pages, TimingIsSentByConfirmAloneAndUntouchedBarsKeepTheirValue) {
-  open();
-  showPage("Settings");
-  QTest::keyClick(find<QScrollBar>(*window, "HScroll1"), Qt::Key_Right);
-  EXPECT_EQ(find<QLabel>(*window, "lblDoubleClickSpeed")->text(), "600");
-  EXPECT_EQ(changes(), Lines{});
-  press("Command6");
-  EXPECT_EQ(changes(), (Lines{"SetRightClickTime 550", "SetDoubleClickSpeed 6",
-                              "SetDoubleClickArea 10", "message Update OK"}));
-}
-
-TEST_F(Pages, TheCursorNoteIsShownAsItStands) {
-  folder.write("cursoroff.txt", "first\n second ");
-  open();
-  showPage("Settings");
-  press("Command17");
-  auto* const note = find<QPlainTextEdit>(*window, "cursorHelp");
-  EXPECT_TRUE(note->isVisible());
-  EXPECT_EQ(note->toPlainText(), "\nfirst\n second \n");
-  EXPECT_EQ(journal, Lines{}) << "nothing is sent";
+  EXPECT_TRUE(isOn("Check1"));
+  EXPECT_TRUE(isOn("Option2_0"));
 }
 
 TEST_F(Pages, MaintenanceListsTheMonitors) {
-  open();
+  open("Maintenance");
   const QScreen& screen = *QGuiApplication::primaryScreen();
   EXPECT_EQ(find<QComboBox>(*window, "monitorList")->itemText(0).toStdString(),
             "1: " + screen.name().toStdString() + ", " + std::to_string(screen.size().width()) +
@@ -147,51 +111,34 @@ TEST_F(Pages, MaintenanceListsTheMonitors) {
 }
 
 TEST_F(Pages, MaintenanceRestoresAndOffersTheWayBack) {
-  for (int address = 0; address < 8; ++address) {
-    script.replies["GP" + hexByte(static_cast<std::uint8_t>(address))] = {replyOf("01234")};
-  }
-  script.replies["RD"] = {acknowledgement};
-  script.replies["R"] = {acknowledgement};
-  open();
-  showPage("Maintenance");
-  EXPECT_FALSE(find<QPushButton>(*window, "cmdUndoDefaults")->isEnabled());
+  open("Maintenance");
+  EXPECT_FALSE(isPossible("cmdUndoDefaults"));
   press("Command3");
   EXPECT_EQ(changes(), (Lines{"WriteBuffer R", "message Controller Reset OK"}));
   press("Command2");
-  Lines sent = changes();
-  std::erase_if(sent, [](const auto& line) { return line.starts_with("WriteBuffer GP"); });
-  EXPECT_EQ(sent, (Lines{"WriteBuffer RD", "message Controller Restore OK"}));
-  EXPECT_TRUE(find<QPushButton>(*window, "cmdUndoDefaults")->isEnabled());
-  EXPECT_TRUE(std::filesystem::exists(folder.path() / "backup"));
+  EXPECT_EQ(changes(), (Lines{"WriteBuffer RD", "message Controller Restore OK"}));
+  EXPECT_TRUE(isPossible("cmdUndoDefaults"));
 }
 
 TEST_F(Pages, ParametersAreEditedInTheTableAndWrittenWhereChanged) {
-  for (int address = 0; address < 8; ++address) {
-    script.replies["GP" + hexByte(static_cast<std::uint8_t>(address))] = {replyOf("01234")};
-  }
-  open();
-  showPage("Parameters");
+  open("Parameters");
   press("cmdReadParameters");
   auto* const table = find<QTableWidget>(*window, "parameterTable");
-  EXPECT_EQ(table->item(3, 3)->text(), "12");
-  QTest::mouseClick(find<QRadioButton>(*window, "optionDecimal"), Qt::LeftButton);
-  EXPECT_EQ(table->item(3, 3)->text(), "18");
-  table->item(3, 3)->setText("256");
-  EXPECT_EQ(table->item(3, 3)->text(), "18") << "a byte ends at 255";
-  EXPECT_FALSE(status().isEmpty());
-  table->item(3, 3)->setText("255");
+  auto* const byte = table->item(3, 3);
+  EXPECT_EQ(byte->text(), "12");
+  find<QRadioButton>(*window, "optionDecimal")->click();
+  EXPECT_EQ(byte->text(), "18");
+  byte->setText("256");
+  EXPECT_EQ(byte->text(), "18") << "a byte ends at 255";
+  EXPECT_NE(status(), "");
+  byte->setText("255");
   EXPECT_EQ(table->item(3, 5)->text(), "changed");
 
-  script.replies["SP03FF34"] = {acknowledgement};
   script.replies["GP03"] = {replyOf("01234"), replyOf("0FF34")};
-  journal.clear();
+  changes();
   press("cmdWriteParameters");
-  const Lines sent = changes();
-  EXPECT_EQ(std::count_if(sent.begin(), sent.end(),
-                          [](const auto& line) { return line.starts_with("WriteBuffer SP"); }),
-            1);
-  EXPECT_EQ(sent.back().substr(0, 14), "WriteBuffer GP") << "read again at the end";
-  EXPECT_NE(std::find(sent.begin(), sent.end(), "message Write ok!!"), sent.end());
+  EXPECT_EQ(changes(), (Lines{"WriteBuffer SP03FF34", "message Write ok!!"}));
+  EXPECT_EQ(table->item(3, 1)->text(), "255") << "read again at the end";
 }
 
 TEST_F(Pages, PinsUsedTwiceAreMarkedAtOnceAndNotWritten) {
@@ -200,23 +147,95 @@ TEST_F(Pages, PinsUsedTwiceAreMarkedAtOnceAndNotWritten) {
     const std::string pin = '0' + std::to_string(wire);
     script.replies["GP8" + std::to_string(wire + 1)] = {replyOf('0' + pin + pin)};
   }
-  open();
+  open("Maintenance");
   prompt.answerText = "kqzm";
   QTest::keyClick(window.get(), Qt::Key_B, Qt::ControlModifier);
-  auto* const pins = find<QWidget>(*window, "frmPinDefine");
-  ASSERT_TRUE(pins->isVisible());
-  EXPECT_TRUE(find<QWidget>(*pins, "wire_3")->isVisible());
-  EXPECT_FALSE(find<QWidget>(*pins, "wire_4")->isVisible());
-  auto* const update = find<QPushButton>(*pins, "cmdUpdatePins");
-  EXPECT_TRUE(update->isEnabled());
-  find<QSpinBox>(*pins, "channel_1")->setValue(3);
-  EXPECT_FALSE(update->isEnabled());
-  EXPECT_TRUE(find<QLabel>(*pins, "lblPinProblems")->text().contains("channel"));
-  find<QSpinBox>(*pins, "channel_1")->setValue(200);
-  EXPECT_TRUE(find<QLabel>(*pins, "lblPinProblems")->text().contains("Value must < 128 !!"));
-  find<QSpinBox>(*pins, "channel_1")->setValue(7);
-  EXPECT_TRUE(update->isEnabled());
+  EXPECT_TRUE(find<QWidget>(*window, "wire_3")->isVisible());
+  EXPECT_FALSE(find<QWidget>(*window, "wire_4")->isVisible());
+  EXPECT_TRUE(isPossible("cmdUpdatePins"));
+  for (const auto& [channel, problem] : {std::pair(3, "channel"), {200, "Value must < 128 !!"}}) {
+    find<QSpinBox>(*window, "channel_1")->setValue(channel);
+    EXPECT_FALSE(isPossible("cmdUpdatePins")) << channel;
+    EXPECT_THAT(text("lblPinProblems"), testing::HasSubstr(problem));
+  }
+  find<QSpinBox>(*window, "channel_1")->setValue(7);
+  EXPECT_TRUE(isPossible("cmdUpdatePins"));
+}
+
+TEST_F(Pages, TheDoctorLooksWhenItIsFirstSeenAndOnRefreshAndSavesItsFile) {
+  open("Doctor");
+  live(0ms);
+  auto* const list = find<QListWidget>(*window, "findingsList");
+  EXPECT_GT(list->count(), 3);
+  EXPECT_EQ(text("lblDoctorSummary") + ".", status());
+  showPage("Tests");
+  showPage("Doctor");
+  live(0ms);
+  EXPECT_EQ(count("OpenController USB DEVICE 2"), 1)
+      << "what was found stays until it is asked for again";
+  answerFileDialog("d.zip");
+  press("cmdSaveDiagnostics");
+  EXPECT_THAT(status(), StartsWith("The diagnostics are saved in "));
+  EXPECT_THAT(folder.read("d.zip"), StartsWith("PK"));
+
+  script.names.clear();
+  press("cmdDoctorRefresh");
+  const std::string finding = list->item(0)->text().toStdString();
+  EXPECT_THAT(finding, StartsWith("Problem: The driver knows of no controller.\n"));
+  EXPECT_THAT(finding, testing::HasSubstr("\nNext: "));
+  EXPECT_EQ(session.controllerName, "RS232 DEVICE 1") << "the current controller stays";
+}
+
+TEST_F(Pages, TestsAreOpenedOneAtATimeAndEndedWithTheProgram) {
+  open("Tests");
+  for (const auto& [button, name] :
+       {std::pair("cmdDraw", "frmDraw"), {"cmdLinearity", "frmLinearity"}}) {
+    press(button);
+    ASSERT_NE(opened(name), nullptr) << name;
+    EXPECT_FALSE(isPossible(button));
+    EXPECT_EQ(status(), "A test is open.");
+    QTest::keyClick(opened(name), Qt::Key_Escape);
+    live(0ms);
+    EXPECT_EQ(opened(name), nullptr);
+    EXPECT_TRUE(isPossible(button));
+    EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
+  }
+  EXPECT_EQ(window->findChild<QCheckBox*>("fault_bow"), nullptr)
+      << "only simulated panels have faults to switch";
+  press("cmdDraw");
+  window->close();
+  live(0ms);
+  EXPECT_EQ(opened("frmDraw"), nullptr);
+  EXPECT_TRUE(window->isHidden());
+}
+
+class SimulatedFaults : public DrawingDesk {};
+
+TEST_F(SimulatedFaults, AreSwitchedOnAndOffForEveryController) {
+  const std::vector<std::string> controllers = {"RS232 DEVICE 1", "USB DEVICE 2"};
+  frmTestsPage page(true);
+  QObject::connect(&page, &frmTestsPage::faultSwitched, [&](const SimulatedFault* fault, bool on) {
+    switchFault(*simulation, *fault, on, controllers);
+  });
+  const auto felt = [&](const std::string& name) {
+    // Near the left edge and below the strip's upper edge: every fault tells here.
+    const auto report = simulation->report(0.03, 0.34, name);
+    return report ? std::pair(report->x, report->y) : std::pair(-1.0, -1.0);
+  };
+  for (const std::string& name : controllers) {
+    simulation->changePanel("noise", "0", name);
+    const auto before = felt(name);
+    for (const SimulatedFault& fault : simulatedFaults) {
+      SCOPED_TRACE(std::string(fault.trait) + " of " + name);
+      auto* const box = find<QCheckBox>(page, ("fault_" + std::string(fault.trait)).c_str());
+      box->setChecked(true);
+      EXPECT_NE(felt(name), before);
+      box->setChecked(false);
+      simulation->changePanel("noise", "0", name);  // a new panel has some
+      EXPECT_EQ(felt(name), before);
+    }
+  }
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -1,21 +1,19 @@
 #include "ui/help.h"
 
-#include <QFileInfo>
-#include <QTextBlock>
 #include <algorithm>
 #include <set>
 
 #include "tests/windows/every_window.h"
 #include "ui/guide_browser.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-class Help : public test::EveryWindow {};
+class Help : public EveryWindow {};
 
 TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
   std::set<std::string> seen;
-  visitAll(QSize(800, 480), [&](const std::string& where, QWidget& window) {
+  visitAll([&](const std::string& where, QWidget& window) {
     SCOPED_TRACE(where);
     const std::string chapter = helpChapter(window).toStdString();
     if (where.starts_with("guide") || !seen.insert(where.substr(0, 8) + chapter).second) return;
@@ -90,4 +88,4 @@ TEST(Guide, FindsTextAroundTheEndAndGoesBack) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

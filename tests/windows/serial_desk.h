@@ -1,13 +1,9 @@
 #pragma once
 
-#include <QLabel>
-#include <QPushButton>
 #include <deque>
 
-#include "serial/asio_serial_port.h"
 #include "serial/frmRSDebug.h"
 #include "tests/serial/pseudo_terminal.h"
-#include "tests/support/temporary_folder.h"
 #include "tests/windows/window_desk.h"
 
 namespace touch::test {
@@ -17,9 +13,6 @@ namespace touch::test {
 class SerialDesk : public WindowDesk {
  protected:
   SerialDesk() {
-    // A test that has ended the program leaves it so that no dialog stays open; only running it again mends that.
-    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
-    QApplication::exec();
     clock.onAdvance = [this](auto) { answer(); };
   }
   void TearDown() override {
@@ -27,39 +20,21 @@ class SerialDesk : public WindowDesk {
     WindowDesk::TearDown();
   }
 
-  frmRSDebug& open() {
+  void open() {
     window = std::make_unique<frmRSDebug>(
         access(), prompt, port,
         DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480)},
         [this](DebuggerEnd end) { ended = end; });
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    return *window;
   }
-  void press(const char* name) {
-    QTest::mouseClick(find<QPushButton>(*window, name), Qt::LeftButton);
+  void press(const char* name) { click(*window, name); }
+  void choose(const char* set, int entry) {
+    find<QRadioButton>(*window, set)->click();
+    find<QComboBox>(*window, "Combo1")->setCurrentIndex(entry);
   }
-  QString label(const char* name) { return find<QLabel>(*window, name)->text(); }
-  void unplug() {
-    terminal->unplug();
-    live(std::chrono::milliseconds(300));
-  }
-  /// The raw drawing that stands in front of the debugger; null when there is none.
-  static QWidget* openedDrawing() {
-    for (QWidget* const top : QApplication::topLevelWidgets()) {
-      if (top->objectName() == "frmRsDraw" && top->isVisible()) return top;
-    }
-    return nullptr;
-  }
-  std::ptrdiff_t count(const std::string& line) const { return std::ranges::count(journal, line); }
-  /// How often something was told that begins so.
-  std::ptrdiff_t messages(const std::string& begin) const {
-    return std::ranges::count_if(
-        journal, [&](const std::string& line) { return line.starts_with("message " + begin); });
-  }
+  std::string label(const char* name) { return find<QLabel>(*window, name)->text().toStdString(); }
 
-  TemporaryFolder folder;
-  DrawingSwitches switches;
   std::unique_ptr<PseudoTerminal> terminal = std::make_unique<PseudoTerminal>();
   AsioSerialPort port{ports()};
   std::unique_ptr<frmRSDebug> window;

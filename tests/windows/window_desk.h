@@ -1,19 +1,27 @@
 #pragma once
 
-#include <QApplication>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QTest>
-#include <QTimer>
-#include <QWidget>
+#include <QtWidgets>
+#include <memory>
 
+#include "console/frmMain.h"
+#include "core/simulation.h"
+#include "linetest/test_parts.h"
+#include "serial/asio_serial_port.h"
 #include "tests/support/desk.h"
+#include "tests/support/temporary_folder.h"
 
 namespace touch::test {
 
 /// Qt's events first, then everything that is due in `time`; window by window as a user would meet them.
 class WindowDesk : public Desk {
  protected:
+  WindowDesk() {
+    // A test that has ended the program leaves it so that no dialog stays open; only running it again mends that.
+    QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
+    QApplication::exec();
+  }
+
   void live(std::chrono::milliseconds time) {
     QApplication::processEvents();
     clock.delay(time);
@@ -28,6 +36,15 @@ class WindowDesk : public Desk {
     if (found == nullptr) throw std::runtime_error(std::string("no control called ") + name);
     return found;
   }
+  static void click(const QWidget& window, const char* name) {
+    QTest::mouseClick(find<QWidget>(window, name), Qt::LeftButton);
+  }
+  /// The window of that name which is open; null when there is none.
+  static QWidget* opened(const char* name) {
+    for (QWidget* const top : QApplication::topLevelWidgets())
+      if (top->objectName() == name && top->isVisible()) return top;
+    return nullptr;
+  }
 
   /// Types `name` into the file dialog that comes next; cancels it when that is empty.
   static void answerFileDialog(const QString& name) {
@@ -38,6 +55,90 @@ class WindowDesk : public Desk {
       QMetaObject::invokeMethod(dialog, name.isEmpty() ? "reject" : "accept", Qt::QueuedConnection);
     });
   }
+
+  /// How many lines of the journal begin so.
+  std::ptrdiff_t count(const std::string& begin) const {
+    return std::ranges::count_if(journal,
+                                 [&](const std::string& line) { return line.starts_with(begin); });
+  }
+
+  TemporaryFolder folder;
+  DrawingSwitches switches;
+  LinearitySetup linearity;
+  WorkingFiles files{folder.path(), folder.path()};
+};
+
+/// The simulated driver beside the windows, and a hand that draws.
+class DrawingDesk : public WindowDesk {
+ protected:
+  DrawingDesk() {
+    auto bound = NexapiDriver::bind(SIMULATOR_LIBRARY);
+    if (!bound) throw std::runtime_error(bound.error().describe());
+    simulator = std::move(*bound);
+    simulation = Simulation::of(*simulator);
+    simulation->request("reset");
+  }
+
+  /// Draws from place to place, `steps` moves for each way, and lifts.
+  static void draw(QWidget* canvas, const std::vector<QPoint>& places, int steps = 8) {
+    QTest::mousePress(canvas, Qt::LeftButton, {}, places.front());
+    for (std::size_t i = 1; i < places.size(); ++i) {
+      for (int step = 1; step <= steps; ++step)
+        QTest::mouseMove(canvas, places[i - 1] + (places[i] - places[i - 1]) * step / steps);
+    }
+    QTest::mouseRelease(canvas, Qt::LeftButton, {}, places.back());
+  }
+
+  /// A tenth of its height reports nothing; elsewhere it reports exactly where it is touched.
+  void makePanelDeadInAStrip() {
+    for (const auto& [trait, value] :
+         {std::pair("offset-x", "0"), std::pair("offset-y", "0"), std::pair("skew", "0"),
+          std::pair("noise", "0"), std::pair("gain-x", "1"), std::pair("gain-y", "1"),
+          std::pair("dead-strip", "0.1")})
+      simulation->changePanel(trait, value, controller);
+  }
+
+  std::unique_ptr<NexapiDriver> simulator;
+  std::optional<Simulation> simulation;
+  std::string controller = "USB DEVICE 2";
+};
+
+/// The main window over the recording driver, started up; the journal begins after that.
+class MainWindowDesk : public WindowDesk {
+ protected:
+  MainWindowDesk() {
+    script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+    script.replies["UT"] = {replyOf("QRMV0301")};
+    script.replies["OI"] = {replyOf("M0130100")};
+  }
+  void make() {
+    window = std::make_unique<frmMain>(
+        access(), prompt, port, trace, TestParts{switches, files, linearity},
+        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+    window->open();
+  }
+  void open() {
+    make();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QApplication::processEvents();
+    startUp = std::exchange(journal, {});
+  }
+  void showPage(const QString& caption) {
+    auto* const tabs = find<QTabWidget>(*window, "tabs");
+    for (int page = 0; page < tabs->count(); ++page) {
+      if (tabs->tabText(page) == caption) tabs->setCurrentIndex(page);
+    }
+    ASSERT_EQ(tabs->tabText(tabs->currentIndex()), caption);
+  }
+  using WindowDesk::click;
+  void click(const char* name) { click(*window, name); }
+  std::string text(const char* label) { return find<QLabel>(*window, label)->text().toStdString(); }
+  std::string status() { return text("statusLine"); }
+
+  Trace trace;
+  AsioSerialPort port{ComPorts()};
+  std::unique_ptr<frmMain> window;
+  Lines startUp;
 };
 
 }  // namespace touch::test
