@@ -3,11 +3,15 @@
 #include <QPaintEvent>
 #include <QStyle>
 #include <QStyleOption>
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace touch {
 
 namespace {
+
+constexpr int pixelSize = sizeof(QRgb);
 
 QPointF pixels(TwipsPoint point) {
   return {static_cast<qreal>(point.x / twipsPerPixel), static_cast<qreal>(point.y / twipsPerPixel)};
@@ -16,6 +20,31 @@ QPointF pixels(TwipsPoint point) {
 QRect touched(const QRectF& shape, int width) {
   const qreal margin = width / 2.0 + 1;
   return shape.normalized().adjusted(-margin, -margin, margin, margin).toAlignedRect();
+}
+
+/// Copies `parts` of a picture, in the widget's pixels, to where `shift` moves them in `screen`. Does nothing, and says
+/// so, when that takes more than to copy bytes.
+bool copyPixels(const QRegion& parts, const QImage& picture, QPoint shift, QPaintDevice* screen) {
+  if (screen == nullptr || screen->devType() != QInternal::Image) return false;
+  auto& target = static_cast<QImage&>(*screen);
+  const bool holdsPixelsAlike = target.format() == QImage::Format_RGB32 ||
+                                target.format() == QImage::Format_ARGB32_Premultiplied;
+  const qreal ratio = picture.devicePixelRatio();
+  if (!holdsPixelsAlike || target.devicePixelRatio() != ratio || ratio != std::floor(ratio)) {
+    return false;
+  }
+  const auto scale = static_cast<int>(ratio);
+  const QPoint by = shift * scale;
+  for (const QRect& part : parts) {
+    const QRect here = QRect(part.topLeft() * scale, part.size() * scale) & picture.rect() &
+                       target.rect().translated(-by);
+    for (int y = here.top(); y <= here.bottom(); ++y) {
+      const auto* const from = picture.constScanLine(y) + here.left() * pixelSize;
+      auto* const to = target.scanLine(y + by.y()) + (here.left() + by.x()) * pixelSize;
+      std::copy_n(from, here.width() * pixelSize, to);
+    }
+  }
+  return true;
 }
 
 }  // namespace
@@ -74,6 +103,12 @@ void CanvasWidget::point(TwipsPoint at, Colour colour, int width) {
 }
 
 void CanvasWidget::paintEvent(QPaintEvent* event) {
+  // To begin a painter on a widget takes five times as long as to draw a piece of ink. A painter of others may scale.
+  QPoint origin;
+  QPaintDevice* screen = redirected(&origin);
+  const bool plain = !focusIsShown_ && sharedPainter() == nullptr;
+  if (plain && copyPixels(event->region(), image_, -origin, screen)) return;
+
   QPainter painter(this);
   const qreal ratio = image_.devicePixelRatio();
   const QRect part = event->rect();
