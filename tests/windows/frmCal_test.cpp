@@ -25,6 +25,7 @@ class CalibrationWindow : public DrawingDesk {
     window = new frmCal(
         {session, *simulator, clock}, prompt, simulation, *QGuiApplication::primaryScreen(), size,
         [this] { ++left; }, [this](CalibrationOutcome how) { outcome = how; });
+    shown = window;
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
   }
@@ -63,8 +64,8 @@ TEST_F(CalibrationWindow, TheMouseCalibratesTheSimulatedPanel) {
 
 TEST_F(CalibrationWindow, EachWayOutLeavesNothingStored) {
   const std::pair<const char*, std::function<void()>> ways[] = {
-      {"Cancel", [this] { click(*window, "Command2"); }},
-      {"EXIT", [this] { click(*window, "Label1"); }},
+      {"Cancel", [this] { click("Command2"); }},
+      {"EXIT", [this] { click("Label1"); }},
       {"Esc", [this] { QTest::keyClick(window, Qt::Key_Escape); }},
       {"window closed", [this] { window->close(); }},
   };

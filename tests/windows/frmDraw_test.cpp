@@ -7,7 +7,6 @@ namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::StartsWith;
 
 constexpr QRgb black = 0xFF000000;
 constexpr QRgb red = 0xFFFF0000;
@@ -23,13 +22,14 @@ class DrawWindow : public DrawingDesk {
     window = new frmDraw({clock, prompt, session.messages, switches, files, folder.path()},
                          simulated ? simulation : std::nullopt, controller,
                          *QGuiApplication::primaryScreen(), QSize(800, 480), [this] { ++left; });
+    shown = window;
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
-    canvas = find<QWidget>(*window, "drawingCanvas");
+    canvas = find<QWidget>("drawingCanvas");
     live(3s);
   }
   void press(Qt::Key key) { QTest::keyClick(window, key); }
-  bool shows(const char* name) { return find<QWidget>(*window, name)->isVisible(); }
+  bool shows(const char* name) { return find<QWidget>(name)->isVisible(); }
   static void tap(QListWidget* list, int row) {
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                       list->visualItemRect(list->item(row)).center());
@@ -52,10 +52,10 @@ TEST_F(DrawWindow, DrawsTintsAndMeasuresAStrokeAlongALine) {
   open();
   press(Qt::Key_G);
   EXPECT_EQ(colourAt({400, 60}), lightGrey);
-  find<QScrollBar>(*window, "toleranceBar")->setValue(25);
-  EXPECT_EQ(find<QLabel>(*window, "lblTolerance")->text(), "2.5 %");
+  find<QScrollBar>("toleranceBar")->setValue(25);
+  EXPECT_EQ(find<QLabel>("lblTolerance")->text(), "2.5 %");
   for (const bool on : {true, false}) {
-    find<QCheckBox>(*window, "toleranceView")->setChecked(on);
+    find<QCheckBox>("toleranceView")->setChecked(on);
     EXPECT_EQ(hasColourNear({45, 60}, yellow), on) << "25 + 2.5 % of 800";
   }
   draw(canvas, {{200, 300}, {300, 300}});
@@ -66,7 +66,7 @@ TEST_F(DrawWindow, DrawsTintsAndMeasuresAStrokeAlongALine) {
   EXPECT_EQ(colourAt({250, 300}), black) << "F clears";
   EXPECT_EQ(colourAt({25, 100}), black) << "the line to draw is marked";
   draw(canvas, {{25, 2}, {25, 240}, {50, 300}, {50, 470}});
-  auto* const list = find<QListWidget>(*window, "resultsList");
+  auto* const list = find<QListWidget>("resultsList");
   EXPECT_TRUE(list->isVisible());
   EXPECT_EQ(list->item(1)->text(), "  Vertical #1");
   EXPECT_TRUE(list->item(list->count() - 1)->text().endsWith("**"));
@@ -78,19 +78,19 @@ TEST_F(DrawWindow, DrawsTintsAndMeasuresAStrokeAlongALine) {
 
   press(Qt::Key_T);
   ASSERT_TRUE(shows("resultsTable"));
-  auto* const table = find<QTableWidget>(*window, "resultsTable");
+  auto* const table = find<QTableWidget>("resultsTable");
   EXPECT_EQ(table->item(0, 3)->text(), "MIN");
   EXPECT_EQ(table->item(1, 0)->text(), "V-1");
   EXPECT_EQ(table->item(1, 2)->foreground().color(), QColor(Qt::red));
   EXPECT_EQ(table->item(1, 3)->foreground().color(), QColor(Qt::blue));
-  click(*window, "cmdCloseResults");
+  click("cmdCloseResults");
   EXPECT_FALSE(shows("resultsTable"));
 }
 
 TEST_F(DrawWindow, EveryKeyIsInReachOfAFinger) {
   open();
   press(Qt::Key_F1);
-  auto* const help = find<QListWidget>(*window, "helpPanel");
+  auto* const help = find<QListWidget>("helpPanel");
   ASSERT_TRUE(help->isVisible());
   const auto chooseHelp = [&](const QString& key) {
     tap(help, help->row(help->findItems("[  " + key, Qt::MatchContains).at(0)));
@@ -102,7 +102,7 @@ TEST_F(DrawWindow, EveryKeyIsInReachOfAFinger) {
   press(Qt::Key_Escape);
   tap(help, 0);
   EXPECT_FALSE(help->isVisible());
-  click(*window, "cmdHelp");
+  click("cmdHelp");
   QTest::keyClick(help, Qt::Key_End);
   QTest::keyClick(help, Qt::Key_L);
   EXPECT_EQ(help->currentRow(), 12) << "letters are for the canvas, not for the list";
@@ -114,7 +114,7 @@ TEST_F(DrawWindow, EveryKeyIsInReachOfAFinger) {
 
 TEST_F(DrawWindow, TheMenuComesByTheRightButtonAndIsUsedByFingerAndByKeys) {
   open();
-  auto* const menu = find<QListWidget>(*window, "menuPanel");
+  auto* const menu = find<QListWidget>("menuPanel");
   const auto openMenu = [&] {
     QTest::mouseClick(canvas, Qt::RightButton, {}, {795, 470});
     ASSERT_TRUE(menu->isVisible());
@@ -139,11 +139,11 @@ TEST_F(DrawWindow, SavesViewsAndTakesBackWhateverTheLanguage) {
   open();
   draw(canvas, {{100, 200}, {303, 200}});
   draw(canvas, {{100, 300}, {300, 300}});
-  click(*window, "cmdUndo");
+  click("cmdUndo");
   EXPECT_EQ(colourAt({200, 300}), black);
   answerFileDialog("run1");
   press(Qt::Key_S);
-  EXPECT_THAT(folder.read("run1.fdw"), StartsWith("Line #000\r\n 12 \r\n"));
+  EXPECT_THAT(folder.read("run1.fdw"), testing::StartsWith("Line #000\r\n 12 \r\n"));
   press(Qt::Key_Escape);
   EXPECT_EQ(colourAt({200, 200}), black);
   answerFileDialog("run1.fdw");
@@ -152,8 +152,9 @@ TEST_F(DrawWindow, SavesViewsAndTakesBackWhateverTheLanguage) {
 }
 
 TEST_F(DrawWindow, TheInkShowsWhatTheSimulatedPanelReports) {
-  makePanelDeadInAStrip();
-  simulation->changePanel("offset-x", "0.1", controller);
+  makePanelExact();
+  changePanel("dead-strip", "0.1");
+  changePanel("offset-x", "0.1");
   open(true);
   draw(canvas, {{200, 60}, {200, 280}}, 40);
   EXPECT_TRUE(hasColourNear({280, 100}, red)) << "a tenth of the width to the right";

@@ -6,14 +6,11 @@
 namespace touch::test {
 namespace {
 
-using testing::Contains;
-using testing::HasSubstr;
-using testing::StartsWith;
 using namespace std::chrono_literals;
 
 class MainWindow : public MainWindowDesk {
  protected:
-  QTableWidget* controllers() { return find<QTableWidget>(*window, "controllerList"); }
+  QTableWidget* controllers() { return find<QTableWidget>("controllerList"); }
 };
 
 TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
@@ -28,7 +25,7 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   QTest::keyClick(controllers(), Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
   click("cmdInfo");
-  auto* const info = find<QListWidget>(*window, "infoList");
+  auto* const info = find<QListWidget>("infoList");
   ASSERT_EQ(info->count(), 4);
   EXPECT_EQ(info->item(2)->text(), "Output Identity : M0130100");
 }
@@ -51,8 +48,8 @@ TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
 
 TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   open();
-  auto* const advanced = find<QFrame>(*window, "advancedFrame");
-  auto* const tabs = find<QTabWidget>(*window, "tabs");
+  auto* const advanced = find<QFrame>("advancedFrame");
+  auto* const tabs = find<QTabWidget>("tabs");
   QTest::keyClick(controllers(), Qt::Key_I);
   EXPECT_TRUE(advanced->isHidden()) << "only the page Maintenance has an advanced frame";
   showPage("Maintenance");
@@ -61,7 +58,7 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   QTest::keyClick(tabs, Qt::Key_I);
   EXPECT_FALSE(advanced->isHidden());
 
-  auto* const box = find<QLineEdit>(*window, "passwordBox");
+  auto* const box = find<QLineEdit>("passwordBox");
   QTest::keyClick(tabs, Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(QApplication::focusWidget(), box);
   QTest::keyClicks(box, "1234567890");
@@ -72,7 +69,7 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   QTest::keyClick(tabs, Qt::Key_B, Qt::ControlModifier);
   EXPECT_EQ(journal, (Lines{"message Password Error!!",
                             "input Please Enter Password : [Special Function]"}));
-  EXPECT_TRUE(find<QFrame>(*window, "passwordFrame")->isHidden());
+  EXPECT_TRUE(find<QFrame>("passwordFrame")->isHidden());
   QTest::keyClick(tabs, Qt::Key_E, Qt::ControlModifier);
   EXPECT_EQ(count("WriteBuffer PL"), 2);
   EXPECT_TRUE(window->isHidden());
@@ -82,16 +79,16 @@ TEST_F(MainWindow, TakesABadPictureAndNoControllerInItsStride) {
   folder.write("pic01.jpg", "this is no picture");
   folder.write("Zevrik.ico", "nor is this an icon");
   open();
-  EXPECT_TRUE(find<QLabel>(*window, "lblPicture")->isHidden());
-  EXPECT_THAT(startUp.back(), StartsWith("message The picture "));
-  EXPECT_THAT(startUp.back(), HasSubstr("pic01.jpg cannot be shown"));
+  EXPECT_TRUE(find<QLabel>("lblPicture")->isHidden());
+  EXPECT_THAT(startUp.back(), testing::StartsWith("message The picture "));
+  EXPECT_THAT(startUp.back(), testing::HasSubstr("pic01.jpg cannot be shown"));
 
   script.names.clear();
   QTest::keyClick(window.get(), Qt::Key_F5);
   EXPECT_EQ(controllers()->rowCount(), 0);
   for (const char* const button : {"cmdInfo", "cmd3pts"})
-    EXPECT_FALSE(find<QPushButton>(*window, button)->isEnabled()) << button;
-  EXPECT_THAT(journal, Contains("message No device was found"));
+    EXPECT_FALSE(find<QPushButton>(button)->isEnabled()) << button;
+  EXPECT_THAT(journal, testing::Contains("message No device was found"));
 }
 
 TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
@@ -108,10 +105,10 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   script.replies["R"] = {test::acknowledgement};
   open();
   click("cmd3pts");
-  ASSERT_FALSE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  ASSERT_FALSE(find<QTabWidget>("tabs")->isEnabled());
   clock.after(3s, [] { QTest::keyClick(opened("frmCal"), Qt::Key_Escape); });
   live(10s);
-  EXPECT_TRUE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
   EXPECT_EQ(status(), "The calibration was cancelled; nothing was stored.");
 }
 
@@ -121,8 +118,8 @@ class MainWindowWithDebugger : public MainWindow {
   void openDebugger() {
     open();
     QTest::keyClick(window.get(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(find<QLineEdit>(*window, "passwordBox"), "kqzm");
-    QTest::keyClick(find<QLineEdit>(*window, "passwordBox"), Qt::Key_Return);
+    QTest::keyClicks(find<QLineEdit>("passwordBox"), "kqzm");
+    QTest::keyClick(find<QLineEdit>("passwordBox"), Qt::Key_Return);
     journal.clear();
     ASSERT_NE(debugger(), nullptr);
   }
@@ -131,12 +128,12 @@ class MainWindowWithDebugger : public MainWindow {
 TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEnded) {
   openDebugger();
   EXPECT_TRUE(window->isHidden());
-  EXPECT_FALSE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  EXPECT_FALSE(find<QTabWidget>("tabs")->isEnabled());
   QTest::keyClick(window.get(), Qt::Key_F5);
   EXPECT_EQ(journal, Lines{});
 
   auto* const record = find<QPushButton>(*debugger(), "cmdRecord");
-  click(*debugger(), "Command1");
+  find<QPushButton>(*debugger(), "Command1")->click();
   // A click that comes before the window has gone; its dialog would stand on a window that is destroyed.
   bool asked = false;
   QTimer::singleShot(0, [&asked] {
@@ -149,7 +146,7 @@ TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEn
   live(1ms);
   EXPECT_EQ(debugger(), nullptr);
   EXPECT_TRUE(window->isVisible());
-  EXPECT_TRUE(find<QTabWidget>(*window, "tabs")->isEnabled());
+  EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
   ASSERT_GE(journal.size(), 2U);
   EXPECT_EQ(journal[0], "ReopenCOMPort");
   EXPECT_EQ(journal[1], "CloseController");
@@ -158,7 +155,7 @@ TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEn
 TEST_F(MainWindowWithDebugger, EndsInOrderFromTheDebugger) {
   for (const bool fromOutside : {false, true}) {
     openDebugger();
-    fromOutside ? void(window->close()) : click(*debugger(), "Command2_1");
+    fromOutside ? void(window->close()) : find<QPushButton>(*debugger(), "Command2_1")->click();
     live(1ms);
     EXPECT_TRUE(window->isHidden());
     ASSERT_FALSE(journal.empty());

@@ -7,10 +7,7 @@ namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::Contains;
 using testing::ContainsRegex;
-using testing::Each;
-using testing::Not;
 using testing::StartsWith;
 
 class Pages : public MainWindowDesk {
@@ -38,17 +35,15 @@ class Pages : public MainWindowDesk {
     });
     return std::exchange(journal, {});
   }
-  void press(const char* button) {
-    QTest::keyClick(find<QPushButton>(*window, button), Qt::Key_Space);
-  }
-  bool isOn(const char* button) { return find<QAbstractButton>(*window, button)->isChecked(); }
-  bool isPossible(const char* control) { return find<QWidget>(*window, control)->isEnabled(); }
+  void press(const char* button) { QTest::keyClick(find<QPushButton>(button), Qt::Key_Space); }
+  bool isOn(const char* button) { return find<QAbstractButton>(button)->isChecked(); }
+  bool isPossible(const char* control) { return find<QWidget>(control)->isEnabled(); }
 };
 
 TEST_F(Pages, AreTurnedByKeyWhereverTheFocusIs) {
   open("Controller");
-  find<QPushButton>(*window, "cmdExit")->setFocus();
-  const auto* const tabs = find<QTabWidget>(*window, "tabs");
+  find<QPushButton>("cmdExit")->setFocus();
+  const auto* const tabs = find<QTabWidget>("tabs");
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(tabs->currentIndex(), 1);
   for (int presses = 0; presses < 2; ++presses)
@@ -60,7 +55,7 @@ TEST_F(Pages, AreTurnedByKeyWhereverTheFocusIs) {
 TEST_F(Pages, SettingsAndTheNoteAreShownWithoutSendingAnything) {
   folder.write("cursoroff.txt", "first\n second ");
   open("Settings");
-  EXPECT_THAT(startUp, Each(Not(ContainsRegex("^(Set|Enable|WriteBuffer SE)"))));
+  EXPECT_THAT(startUp, testing::Each(testing::Not(ContainsRegex("^(Set|Enable|WriteBuffer SE)"))));
   EXPECT_TRUE(isOn("Check1"));
   EXPECT_FALSE(isOn("Check5")) << "touches are reported";
   EXPECT_TRUE(isOn("Option2_0"));
@@ -68,9 +63,9 @@ TEST_F(Pages, SettingsAndTheNoteAreShownWithoutSendingAnything) {
   EXPECT_EQ(text("lblDoubleClickSpeed"), "500");
   EXPECT_EQ(text("lblDoubleClickArea"), "10");
   EXPECT_EQ(text("lblRightClickTime"), "550");
-  EXPECT_EQ(find<QComboBox>(*window, "Combo1")->currentIndex(), -1);
+  EXPECT_EQ(find<QComboBox>("Combo1")->currentIndex(), -1);
   press("Command17");
-  EXPECT_EQ(find<QPlainTextEdit>(*window, "cursorHelp")->toPlainText(), "\nfirst\n second \n");
+  EXPECT_EQ(find<QPlainTextEdit>("cursorHelp")->toPlainText(), "\nfirst\n second \n");
   EXPECT_EQ(journal, Lines{});
 }
 
@@ -91,7 +86,7 @@ TEST_F(Pages, SettingsActAtOnceByKeyboardAndTimingByConfirm) {
         "message Update OK"}},
   };
   for (const auto& [control, key, sent] : cases) {
-    QTest::keyClick(find<QWidget>(*window, control), key);
+    QTest::keyClick(find<QWidget>(control), key);
     EXPECT_EQ(changes(), sent) << control;
     if (control == std::string("Option2_3")) {
       EXPECT_EQ(status(), "Rotation: 270 was asked, the driver reports 0");
@@ -105,7 +100,7 @@ TEST_F(Pages, SettingsActAtOnceByKeyboardAndTimingByConfirm) {
 TEST_F(Pages, MaintenanceListsTheMonitors) {
   open("Maintenance");
   const QScreen& screen = *QGuiApplication::primaryScreen();
-  EXPECT_EQ(find<QComboBox>(*window, "monitorList")->itemText(0).toStdString(),
+  EXPECT_EQ(find<QComboBox>("monitorList")->itemText(0).toStdString(),
             "1: " + screen.name().toStdString() + ", " + std::to_string(screen.size().width()) +
                 " x " + std::to_string(screen.size().height()));
 }
@@ -123,10 +118,10 @@ TEST_F(Pages, MaintenanceRestoresAndOffersTheWayBack) {
 TEST_F(Pages, ParametersAreEditedInTheTableAndWrittenWhereChanged) {
   open("Parameters");
   press("cmdReadParameters");
-  auto* const table = find<QTableWidget>(*window, "parameterTable");
+  auto* const table = find<QTableWidget>("parameterTable");
   auto* const byte = table->item(3, 3);
   EXPECT_EQ(byte->text(), "12");
-  find<QRadioButton>(*window, "optionDecimal")->click();
+  find<QRadioButton>("optionDecimal")->click();
   EXPECT_EQ(byte->text(), "18");
   byte->setText("256");
   EXPECT_EQ(byte->text(), "18") << "a byte ends at 255";
@@ -150,22 +145,22 @@ TEST_F(Pages, PinsUsedTwiceAreMarkedAtOnceAndNotWritten) {
   open("Maintenance");
   prompt.answerText = "kqzm";
   QTest::keyClick(window.get(), Qt::Key_B, Qt::ControlModifier);
-  EXPECT_TRUE(find<QWidget>(*window, "wire_3")->isVisible());
-  EXPECT_FALSE(find<QWidget>(*window, "wire_4")->isVisible());
+  EXPECT_TRUE(find<QWidget>("wire_3")->isVisible());
+  EXPECT_FALSE(find<QWidget>("wire_4")->isVisible());
   EXPECT_TRUE(isPossible("cmdUpdatePins"));
   for (const auto& [channel, problem] : {std::pair(3, "channel"), {200, "Value must < 128 !!"}}) {
-    find<QSpinBox>(*window, "channel_1")->setValue(channel);
+    find<QSpinBox>("channel_1")->setValue(channel);
     EXPECT_FALSE(isPossible("cmdUpdatePins")) << channel;
     EXPECT_THAT(text("lblPinProblems"), testing::HasSubstr(problem));
   }
-  find<QSpinBox>(*window, "channel_1")->setValue(7);
+  find<QSpinBox>("channel_1")->setValue(7);
   EXPECT_TRUE(isPossible("cmdUpdatePins"));
 }
 
 TEST_F(Pages, TheDoctorLooksWhenItIsFirstSeenAndOnRefreshAndSavesItsFile) {
   open("Doctor");
   live(0ms);
-  auto* const list = find<QListWidget>(*window, "findingsList");
+  auto* const list = find<QListWidget>("findingsList");
   EXPECT_GT(list->count(), 3);
   EXPECT_EQ(text("lblDoctorSummary") + ".", status());
   showPage("Tests");

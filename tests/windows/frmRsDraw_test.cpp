@@ -6,7 +6,6 @@ namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::HasSubstr;
 
 Bytes tablet(std::uint8_t status, int x, int y) {
   const auto low = [](int value) { return static_cast<std::uint8_t>(value & 0x7F); };
@@ -17,8 +16,9 @@ class RawDrawingWindow : public SerialDesk {
  protected:
   void openDrawing() {
     if (!window) open();
-    press("Command6");
-    drawing = opened("frmRsDraw");
+    shown = window.get();
+    click("Command6");
+    shown = drawing = opened("frmRsDraw");
     if (drawing == nullptr) throw std::runtime_error("there is no drawing");
   }
   void report(const Bytes& bytes) {
@@ -26,16 +26,15 @@ class RawDrawingWindow : public SerialDesk {
     live(150ms);
   }
   void key(Qt::Key code) { QTest::keyClick(drawing, code); }
-  void check(const char* box, bool on) { find<QCheckBox>(*drawing, box)->setChecked(on); }
   /// Something is drawn there, or on the next pixel.
   bool isInk(QPoint place) {
-    const QImage image = find<QWidget>(*drawing, "rawCanvas")->grab().toImage();
+    const QImage image = find<QWidget>("rawCanvas")->grab().toImage();
     return std::ranges::any_of(
         std::array{QPoint(0, 0), QPoint(0, -1), QPoint(-1, 0)}, [&](QPoint step) {
           return image.pixelColor((place + step) * image.devicePixelRatio()) != QColor(Qt::black);
         });
   }
-  QPlainTextEdit& monitor() { return *find<QPlainTextEdit>(*drawing, "Text1"); }
+  QPlainTextEdit& monitor() { return *find<QPlainTextEdit>("Text1"); }
   std::string bytesShown() { return monitor().toPlainText().toStdString(); }
   Lines highlights() {
     Lines texts;
@@ -56,15 +55,15 @@ const Lines endBytes = {"D8 7F 1F 7F 1F"};
 TEST_F(RawDrawingWindow, DrawsReportsAndCountsWhatIsNone) {
   openDrawing();
   EXPECT_FALSE(window->isVisible());
-  auto* const notice = find<QLabel>(*drawing, "lblNotice");
+  auto* const notice = find<QLabel>("lblNotice");
   EXPECT_TRUE(notice->isVisible());
   report(stroke);
   report({0x41, 0x42});
   live(400ms);
   EXPECT_TRUE(isInk(strokeEnd));
   EXPECT_TRUE(isInk(strokeMiddle)) << "joined by a line";
-  EXPECT_THAT(bytesShown(), HasSubstr(endBytes[0]));
-  EXPECT_TRUE(find<QLabel>(*drawing, "lblStray")->text().endsWith("in no report: 2"));
+  EXPECT_THAT(bytesShown(), testing::HasSubstr(endBytes[0]));
+  EXPECT_TRUE(find<QLabel>("lblStray")->text().endsWith("in no report: 2"));
   EXPECT_EQ(highlights(), Lines{"41 42"});
   EXPECT_FALSE(notice->isVisible()) << "gone after seven ticks";
 }
@@ -72,7 +71,7 @@ TEST_F(RawDrawingWindow, DrawsReportsAndCountsWhatIsNone) {
 TEST_F(RawDrawingWindow, MarksTheBytesOfADotAndTheDotOfBytes) {
   openDrawing();
   report(stroke);
-  QWidget* const marker = find<QWidget>(*drawing, "dotMarker");
+  QWidget* const marker = find<QWidget>("dotMarker");
   QTest::mouseClick(drawing, Qt::LeftButton, {}, strokeEnd + QPoint(3, 3));
   EXPECT_EQ(highlights(), endBytes);
   EXPECT_TRUE(marker->isVisible());
@@ -108,7 +107,7 @@ TEST_F(RawDrawingWindow, ObeysItsSwitches) {
 TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   const QPoint onTheGrid(400, 100);
   openDrawing();
-  auto* const help = find<QListWidget>(*drawing, "helpPanel");
+  auto* const help = find<QListWidget>("helpPanel");
   key(Qt::Key_F1);
   ASSERT_TRUE(help->isVisible());
   EXPECT_EQ(help->count(), 9);
@@ -119,7 +118,7 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   QTest::keyClick(&monitor(), Qt::Key_G);
   EXPECT_TRUE(isInk(onTheGrid));
   EXPECT_TRUE(switches.grid) << "the canvas opens with it, too";
-  QTest::keyClick(find<QCheckBox>(*drawing, "checkFit"), Qt::Key_G);
+  QTest::keyClick(find<QCheckBox>("checkFit"), Qt::Key_G);
   EXPECT_FALSE(isInk(onTheGrid));
 
   key(Qt::Key_2);

@@ -25,15 +25,14 @@ class SerialDesk : public WindowDesk {
         access(), prompt, port,
         DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480)},
         [this](DebuggerEnd end) { ended = end; });
+    shown = window.get();
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
   }
-  void press(const char* name) { click(*window, name); }
   void choose(const char* set, int entry) {
-    find<QRadioButton>(*window, set)->click();
-    find<QComboBox>(*window, "Combo1")->setCurrentIndex(entry);
+    find<QRadioButton>(set)->click();
+    find<QComboBox>("Combo1")->setCurrentIndex(entry);
   }
-  std::string label(const char* name) { return find<QLabel>(*window, name)->text().toStdString(); }
 
   std::unique_ptr<PseudoTerminal> terminal = std::make_unique<PseudoTerminal>();
   AsioSerialPort port{ports()};

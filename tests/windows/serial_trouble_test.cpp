@@ -9,8 +9,6 @@ namespace touch::test {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::HasSubstr;
-using testing::Not;
 
 /// What a serial line does to those who use it in the field: it is unplugged, and it never stops talking.
 class SerialTrouble : public SerialDesk {
@@ -19,49 +17,47 @@ class SerialTrouble : public SerialDesk {
   /// Presses a button while the device goes within `time`.
   void pressAndUnplug(const char* name, std::chrono::milliseconds time) {
     clock.after(time, [this] { unplug(); });
-    press(name);
+    click(name);
   }
   void chooseToSend(const char* set, int entry) {
     choose(set, entry);
-    find<QLineEdit>(*window, "Text2")->setText("12");
-    find<QLineEdit>(*window, "Text5")->setText("34");
+    find<QLineEdit>("Text2")->setText("12");
+    find<QLineEdit>("Text5")->setText("34");
   }
   void sendAndUnplug(const char* set, int entry, std::chrono::milliseconds time) {
     chooseToSend(set, entry);
     pressAndUnplug("Command2_0", time);
   }
   void receive(const Bytes& bytes) {
-    press("Command3");
+    click("Command3");
     terminal->send(bytes);
     live(300ms);
   }
   void measure(const Bytes& bytes) {
-    find<QCheckBox>(*window, "Check1")->setChecked(true);
+    check("Check1", true);
     receive(bytes);
   }
   static QWidget* drawing() { return opened("frmRsDraw"); }
   /// Opens the drawing with one of its switches on, if any.
   void draw(const Bytes& bytes, const char* box = nullptr) {
-    press("Command6");
+    click("Command6");
     if (box != nullptr) find<QCheckBox>(*drawing(), box)->setChecked(true);
     terminal->send(bytes);
     live(100ms);
   }
   void leaveDrawing() {
-    click(*drawing(), "cmdLeave");
+    QTest::mouseClick(find<QPushButton>(*drawing(), "cmdLeave"), Qt::LeftButton);
     live(1ms);
     EXPECT_TRUE(window->isVisible());
   }
   void replay() {
     folder.write("r.txt", "touch recording 1\n0.010000 < D8 10 20 30 01\n9.000000 < 41\n");
     answerFileDialog("r.txt");
-    press("cmdReplay");
+    click("cmdReplay");
     live(300ms);
     EXPECT_TRUE(isReplaying());
   }
-  bool isReplaying() const {
-    return find<QPushButton>(*window, "cmdReplay")->text().startsWith("Stop");
-  }
+  bool isReplaying() const { return find<QPushButton>("cmdReplay")->text().startsWith("Stop"); }
 };
 
 const Bytes half = {0xD8, 0x10, 0x20};
@@ -117,15 +113,15 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
     if (drawing() != nullptr) leaveDrawing();
     EXPECT_TRUE(window->isVisible());
     terminal = std::make_unique<PseudoTerminal>();
-    if (isReplaying()) press("cmdReplay");
-    press("cmdTakePort");
+    if (isReplaying()) click("cmdReplay");
+    click("cmdTakePort");
     EXPECT_TRUE(port.isOpen());
     expected = 4;
     answers = {replyOf("M0301")};
-    press("Command4");
+    click("Command4");
     chooseToSend("Option1", 22);
-    press("Command2_0");
-    EXPECT_EQ(label("lblshow_0"), "M0301");
+    click("Command2_0");
+    EXPECT_EQ(text("lblshow_0"), "M0301");
     EXPECT_EQ(count("message "), 1);
   }
 }
@@ -135,81 +131,70 @@ TEST_F(SerialTrouble, UnpluggedBeforeItIsOpenedIsToldByTheWindowItself) {
   open();
   live(1s);
   EXPECT_EQ(count("message "), 0);
-  EXPECT_THAT(label("statusLine"), HasSubstr("there is no such device"));
+  EXPECT_THAT(text("statusLine"), testing::HasSubstr("there is no such device"));
   EXPECT_EQ(count("ReopenCOMPort"), count("CloseCOMPort"));
   terminal = std::make_unique<PseudoTerminal>();
-  press("cmdTakePort");
+  click("cmdTakePort");
   EXPECT_TRUE(port.isOpen());
 }
 
 /// Megabytes of reports, fed as fast as the line takes them, while the user's events come in as well.
 class SerialFlood : public SerialTrouble {
  protected:
-  static constexpr std::size_t packetSize = 5;
-  static constexpr std::size_t mostInOneGo = 65536;
-  static constexpr int enoughQuiet = 10;  ///< steps without bytes, after which none will come
-
-  static Bytes flood(std::size_t packets) {
+  /// Runs `step` over and over, with an event for the window before each, until nothing comes any more.
+  void feed(std::size_t packets, const std::function<void()>& step) {
+    constexpr std::size_t mostInOneGo = 65536;
+    constexpr std::size_t oneMegabyte = 1024 * 1024;
+    constexpr int enoughQuiet = 10;
+    constexpr std::size_t settled = 50;
     Bytes bytes;
-    bytes.reserve(packets * packetSize);
     for (std::size_t i = 0; i < packets; ++i) {
       const auto low = static_cast<std::uint8_t>(i & 0x7F);
       const auto high = static_cast<std::uint8_t>(i >> 7 & 0x7F);
       bytes.insert(bytes.end(), {0xD8, low, high, 77, 0});
     }
-    return bytes;
-  }
-
-  /// Runs `step` over and over until `isThrough`, with an event for the window before each.
-  void feed(std::size_t packets, const std::function<void()>& step,
-            const std::function<bool()>& isThrough) {
-    const Bytes bytes = flood(packets);
     std::atomic<bool> sent = false;
     const std::jthread sender([&] {
       terminal->flood(bytes);
       sent = true;
     });
     std::size_t before = 0;
-    int quiet = 0;
-    for (std::size_t round = 0; quiet < enoughQuiet && !isThrough(); ++round) {
+    std::size_t served = 0;
+    for (int quiet = 0; quiet < enoughQuiet;) {
       // An idle line would end the packet under way, as it should.
       while (port.inBufferCount() == 0 && !sent)
         std::this_thread::yield();
       if (port.inBufferCount() == 0) ++quiet;
-      QTimer::singleShot(0, window.get(), [this] { ++served; });
+      const std::size_t round = served;
+      QTimer::singleShot(0, window.get(), [&served] { ++served; });
       step();
       journal.clear();
-      constexpr std::size_t settled = 50;
       if (round == settled) before = heap();
       ASSERT_EQ(served, round + 1) << "an event waits";
       ASSERT_TRUE(port.isOpen());
     }
     EXPECT_GE(served, bytes.size() / mostInOneGo)
         << "a tick must not go on until the line is empty";
-    constexpr std::size_t oneMegabyte = 1024 * 1024;
     EXPECT_LT(heap(), before + oneMegabyte);
   }
   /// What the program has allocated. A sanitizer's own allocator tells nothing here.
   static std::size_t heap() { return mallinfo2().uordblks; }
-
-  std::size_t served = 0;
 };
 
 TEST_F(SerialFlood, OfTheRawDrawingLosesNoReport) {
   open();
-  press("Command6");
-  const auto counts = [] { return find<QLabel>(*drawing(), "lblStray")->text(); };
-  feed(
-      2'000'000, [this] { live(50ms); }, [&] { return counts().startsWith("Reports: 2000000 "); });
-  EXPECT_TRUE(counts().endsWith("in no report: 0")) << counts().toStdString();
+  click("Command6");
+  feed(2'000'000, [this] { live(50ms); });
+  EXPECT_EQ(find<QLabel>(*drawing(), "lblStray")->text().toStdString(),
+            "Reports: 2000000     Bytes in no report: 0");
   EXPECT_LE(find<QPlainTextEdit>(*drawing(), "Text1")->document()->characterCount(), 8010);
   leaveDrawing();
 }
 
 TEST_F(SerialFlood, OfTheReceiveModeLosesNoReport) {
   open();
-  press("Command3");
-  const QTextDocument& console = *find<QPlainTextEdit>(*window, "Text1")->document();
+  click("Command3");
+  const QTextDocument& console = *find<QPlainTextEdit>("Text1")->document();
   const auto isReport = [](const QTextBlock& block) { return block.text().contains(" = "); };
   const auto xOf = [](const QTextBlock& block) {
     return block.text().section("X ", 1).left(5).toInt();
@@ -220,7 +205,7 @@ TEST_F(SerialFlood, OfTheReceiveModeLosesNoReport) {
   int last = cycle - 1;
   std::ptrdiff_t tooLong = 0;
   constexpr std::size_t packets = 200'000;
-  const auto look = [&] {
+  feed(packets, [&] {
     live(200ms);
     tooLong += count("message ");
     if (!isReport(console.lastBlock())) return;
@@ -231,12 +216,11 @@ TEST_F(SerialFlood, OfTheReceiveModeLosesNoReport) {
       EXPECT_LE(ahead(last, newest), console.blockCount()) << "what was read went unseen";
     }
     seen += static_cast<std::size_t>(ahead(std::exchange(last, newest), newest));
-  };
-  feed(packets, look, [&] { return seen >= packets; });
+  });
   EXPECT_EQ(seen, packets);
   EXPECT_EQ(tooLong, 1);
-  press("Command4");
-  EXPECT_TRUE(find<QPushButton>(*window, "Command4")->isChecked());
+  click("Command4");
+  EXPECT_TRUE(find<QPushButton>("Command4")->isChecked());
 }
 
 }  // namespace

@@ -36,9 +36,13 @@ class WindowDesk : public Desk {
     if (found == nullptr) throw std::runtime_error(std::string("no control called ") + name);
     return found;
   }
-  static void click(const QWidget& window, const char* name) {
-    QTest::mouseClick(find<QWidget>(window, name), Qt::LeftButton);
+  template <typename Widget>
+  Widget* find(const char* name) const {
+    return find<Widget>(*shown, name);
   }
+  void click(const char* name) const { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
+  void check(const char* box, bool on) const { find<QCheckBox>(box)->setChecked(on); }
+  std::string text(const char* label) const { return find<QLabel>(label)->text().toStdString(); }
   /// The window of that name which is open; null when there is none.
   static QWidget* opened(const char* name) {
     for (QWidget* const top : QApplication::topLevelWidgets())
@@ -62,6 +66,7 @@ class WindowDesk : public Desk {
                                  [&](const std::string& line) { return line.starts_with(begin); });
   }
 
+  QPointer<QWidget> shown;  ///< the window that all this is about
   TemporaryFolder folder;
   DrawingSwitches switches;
   LinearitySetup linearity;
@@ -89,13 +94,15 @@ class DrawingDesk : public WindowDesk {
     QTest::mouseRelease(canvas, Qt::LeftButton, {}, places.back());
   }
 
-  /// A tenth of its height reports nothing; elsewhere it reports exactly where it is touched.
-  void makePanelDeadInAStrip() {
-    for (const auto& [trait, value] :
-         {std::pair("offset-x", "0"), std::pair("offset-y", "0"), std::pair("skew", "0"),
-          std::pair("noise", "0"), std::pair("gain-x", "1"), std::pair("gain-y", "1"),
-          std::pair("dead-strip", "0.1")})
-      simulation->changePanel(trait, value, controller);
+  void changePanel(const char* trait, const char* value) {
+    simulation->changePanel(trait, value, controller);
+  }
+  /// From now on it reports where it is touched.
+  void makePanelExact() {
+    for (const char* const trait : {"offset-x", "offset-y", "skew", "noise"})
+      changePanel(trait, "0");
+    for (const char* const trait : {"gain-x", "gain-y"})
+      changePanel(trait, "1");
   }
 
   std::unique_ptr<NexapiDriver> simulator;
@@ -115,6 +122,7 @@ class MainWindowDesk : public WindowDesk {
     window = std::make_unique<frmMain>(
         access(), prompt, port, trace, TestParts{switches, files, linearity},
         Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+    shown = window.get();
     window->open();
   }
   void open() {
@@ -124,15 +132,12 @@ class MainWindowDesk : public WindowDesk {
     startUp = std::exchange(journal, {});
   }
   void showPage(const QString& caption) {
-    auto* const tabs = find<QTabWidget>(*window, "tabs");
+    auto* const tabs = find<QTabWidget>("tabs");
     for (int page = 0; page < tabs->count(); ++page) {
       if (tabs->tabText(page) == caption) tabs->setCurrentIndex(page);
     }
     ASSERT_EQ(tabs->tabText(tabs->currentIndex()), caption);
   }
-  using WindowDesk::click;
-  void click(const char* name) { click(*window, name); }
-  std::string text(const char* label) { return find<QLabel>(*window, label)->text().toStdString(); }
   std::string status() { return text("statusLine"); }
 
   Trace trace;
