@@ -11,7 +11,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
-#include <QScrollArea>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -19,6 +18,7 @@
 
 #include "ui/finger_style.h"
 #include "ui/help.h"
+#include "ui/scrollable.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -138,14 +138,9 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   auto* const buttons = new QHBoxLayout;
   for (QPushButton* const button : {read, update_, putBack_, close})
     buttons->addWidget(button);
-  auto* const area = new QScrollArea;
-  area->setWidget(drawing_);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(types);
-  layout->addWidget(area, 1);
+  layout->addWidget(scrollable(drawing_), 1);
   layout->addWidget(problems_);
   layout->addLayout(buttons);
   resize(QSize(660, 640).boundedTo(screen()->availableSize()));

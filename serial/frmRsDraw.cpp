@@ -254,10 +254,8 @@ void frmRsDraw::fitMonitorFont() {
 void frmRsDraw::placeControls() {
   fitMonitorFont();
   canvas_->setGeometry(rect());
-  const int monitorHeight = monitor_->isHidden() ? 0 : height() / 4;
-  const int panelHeight = panel_->minimumSizeHint().height() -
-                          (monitor_->isHidden() ? 0 : monitor_->minimumSizeHint().height()) +
-                          monitorHeight;
+  monitor_->setMinimumHeight(height() / 4);
+  const int panelHeight = panel_->minimumSizeHint().height();
   panel_->setGeometry(0, height() - panelHeight, width(), panelHeight);
   notice_->adjustSize();
   notice_->move((width() - notice_->width()) / 2, (height() - panelHeight) / 2);

@@ -86,6 +86,13 @@ int FingerStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
       return 24;
+    case PM_LayoutLeftMargin:
+    case PM_LayoutTopMargin:
+    case PM_LayoutRightMargin:
+    case PM_LayoutBottomMargin:
+    case PM_LayoutHorizontalSpacing:
+    case PM_LayoutVerticalSpacing:
+      return isSmallScreen() ? 4 : QProxyStyle::pixelMetric(metric, option, widget);
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }

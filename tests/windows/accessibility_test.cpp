@@ -150,8 +150,9 @@ TEST_F(Accessibility, TextsStandOutInLightAndDark) {
           for (int column = 0; column < view->model()->columnCount(); ++column) {
             const QModelIndex index = view->model()->index(row, column);
             const QRect cell = view->visualRect(index);
-            // Of a row at the edge there may be too little for its letters.
+            // Of a cell at the edge there may be too little for its letters.
             if (cell.bottom() > image.rect().bottom() && cell.top() > 0) continue;
+            if (cell.right() > image.rect().right() && cell.left() > 0) continue;
             const QRect seen = cell.intersected(image.rect());
             if (!seen.isEmpty()) check(*view, image.copy(seen), index.data().toString());
           }
