@@ -10,6 +10,7 @@ namespace touch {
 namespace {
 
 using test::acknowledgement;
+using test::bytesOf;
 using test::Lines;
 using test::refusal;
 
@@ -25,6 +26,7 @@ TEST_F(Maintenance, JudgesTheReplyAndAsksOnceMore) {
       {"RD", restoreDefaults, "message Controller Restore OK", "message Controller Restore Error"},
       {"R", resetController, "message Controller Reset OK", "message Controll Reset Error"},
   };
+  // A reply is three bytes, of which the second tells.
   const struct {
     std::deque<test::Bytes> replies;
     int writes;
@@ -32,12 +34,16 @@ TEST_F(Maintenance, JudgesTheReplyAndAsksOnceMore) {
   } cases[] = {{{acknowledgement}, 1, true},
                {{refusal, acknowledgement}, 2, true},
                {{refusal, refusal, acknowledgement}, 2, false},
-               {{test::Bytes{}}, 2, false}};
+               {{test::Bytes{}}, 2, false},
+               {{bytesOf("\00100\r")}, 2, false},
+               {{bytesOf("\0010")}, 2, false},
+               {{bytesOf("x0y")}, 1, true}};
   for (const auto& button : buttons) {
     for (const auto& c : cases) {
       journal.clear();
       script.replies[button.command] = c.replies;
-      EXPECT_EQ(button.run(access(), prompt), c.done) << button.command;
+      SCOPED_TRACE(button.command + testing::PrintToString(c.replies));
+      EXPECT_EQ(button.run(access(), prompt), c.done);
       Lines expected = {"OpenController RS232 DEVICE 1", "FlushReadBuffer"};
       for (int i = 0; i < c.writes; ++i) {
         expected.insert(expected.end(), {std::string("WriteBuffer ") + button.command, "delay 300",

@@ -19,6 +19,9 @@ class ParameterWords : public test::Desk {};
 TEST_F(ParameterWords, AreAskedForTwiceAndNotMadeOfGarbage) {
   script.replies["GP0A"] = {{}, replyOf("01AfF")};
   EXPECT_EQ(*readWord(access(), 0x0A), (ParameterWord{0x1A, 0xFF}));
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer GP0A",
+                            "delay 200", "ReadBuffer 10", "WriteBuffer GP0A", "delay 200",
+                            "ReadBuffer 10", "CloseController"}));
   // A reply is 0x01, "0" and the word, 0x0D.
   for (const char* reply : {"", "\0011\r", "\00101AF\r", "\00101AFF0\r", "\00111AFF\r",
                             "\00101AFG\r", "\0010-1AF\r", "y01AFF\r", "\00101AFF\n"}) {

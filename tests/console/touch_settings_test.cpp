@@ -103,6 +103,12 @@ TEST_F(TouchSettings, SensitivitySendsNothingWhileItIsNotEnabledOrNothingIsChose
   EXPECT_TRUE(journal.empty());
 }
 
+TEST_F(TouchSettings, KeepsTheResultsThatAreKept) {
+  script.results = {{"EnableUpSound", 7}, {"EnableDoubleClick", 0x12345}};
+  EXPECT_EQ(enableUpSound(access(), true).result, std::nullopt);
+  EXPECT_EQ(enableDoubleClick(access(), true).result, 0x2345);
+}
+
 TEST_F(TouchSettings, SaysWhatItDidAndWhatTheDriverMadeOfIt) {
   const SettingAnswer done{true, std::nullopt};
   const SettingAnswer notOpened{false, std::nullopt};
