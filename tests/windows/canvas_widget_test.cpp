@@ -23,7 +23,8 @@ TEST(CanvasWidget, ShowsItsPictureWhereItLies) {
   window.resize(400, 300);
   CanvasWidget canvas(&window);
   canvas.setGeometry(35, 21, 420, 250);  // beyond the window's edge
-  QPushButton above("above", &window);
+  QWidget above(&window);  // opaque, so that nothing is painted below it and ink would stay on it
+  above.setAutoFillBackground(true);
   above.setGeometry(100, 100, 90, 40);
   window.show();
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));

@@ -108,7 +108,8 @@ std::string clipping(const QWidget& widget) {
   return {};
 }
 
-TEST_F(Languages, LayoutsHoldWithTextsThatAreLonger) {
+TEST_F(Languages, LayoutsHold) {
+  // Where every line counts there is room for the texts as they are, and no more.
   const Speaking speaking =
       isSmallScreen() ? Speaking(QString("en")) : Speaking(new LongTexts(qApp));
   for (const QSize& size : sizesHere()) {
@@ -116,6 +117,15 @@ TEST_F(Languages, LayoutsHoldWithTextsThatAreLonger) {
       const std::string place = where + " at " + std::to_string(size.width());
       if (!QRect({}, size).contains(QRect({}, window.size())))
         blame(place, window, "larger than its screen");
+      for (const auto* const part :
+           window.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (part->isVisible() && !part->isWindow() && !window.rect().contains(part->geometry()))
+          blame(place, *part, "beyond its window");
+      }
+      for (const auto* const button : window.findChildren<QPushButton*>()) {
+        if (button->isVisible() && button->height() < fingerSize())
+          blame(place, *button, "too low for a finger");
+      }
       for (const QWidget* const widget : window.findChildren<QWidget*>()) {
         const std::string why = widget->isVisible() ? clipping(*widget) : "";
         if (!why.empty()) blame(place, *widget, why);
