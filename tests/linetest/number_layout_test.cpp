@@ -6,6 +6,7 @@
 #include <bit>
 #include <charconv>
 #include <clocale>
+#include <cmath>
 #include <random>
 #include <span>
 #include <string>
@@ -59,6 +60,18 @@ TEST(NumberLayout, StartsEachZoneAtAMultipleOfFourteen) {
     std::string text;
     appendZones(text, values);
     EXPECT_EQ(text, record);
+  }
+}
+
+TEST(NumberLayout, ReadsWhatItWrote) {
+  std::mt19937 random(1);
+  for (int i = 0; i < 2000; ++i) {
+    const auto value = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+    if (!std::isfinite(value)) continue;
+    const std::string text = shortestText(value);
+    NumberReader reader(text, "f");
+    ASSERT_EQ(reader.number("a number"), value) << text;
+    ASSERT_TRUE(reader.atEnd() && !reader.failed()) << text;
   }
 }
 
