@@ -92,6 +92,7 @@ TEST_F(CalibrationWindow, ItsTargetsAreFreeOfControlsOnEveryScreen) {
                           static_cast<float>(size.height()) * twipsPerPixel};
     for (const auto* const button : window->findChildren<QPushButton*>()) {
       EXPECT_GE(button->height(), 40);
+      EXPECT_TRUE(window->rect().contains(button->geometry())) << size.width();
       const QRect place = button->geometry().adjusted(-8, -8, 8, 8);
       for (const int points : {2, 3, 5, 9}) {
         for (const TwipsPoint target : calibrationTargets(points, twips)) {
