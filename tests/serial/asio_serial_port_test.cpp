@@ -195,11 +195,16 @@ TEST(RefusedPort, SaysWhyAndWhatToDo) {
 }
 
 TEST(RefusedPort, SaysWhenASimulatedControllerHasNone) {
+  const test::PseudoTerminal terminal;
+  std::string device;
   ComPorts ports;
-  ports.assignUnlessGiven(1, [] { return std::string(); });
-  const std::string refusal = AsioSerialPort(ports).open().value_or("opened");
+  ports.assignUnlessGiven(1, [&device] { return device; });
+  AsioSerialPort port(ports);
+  const std::string refusal = port.open().value_or("opened");
   EXPECT_EQ(refusal.find("COM1 cannot be opened: the simulated controller has no serial port"), 0u)
       << refusal;
+  device = terminal.path();
+  EXPECT_EQ(port.open(), std::nullopt) << "it has got one meanwhile";
 }
 
 TEST(ComPorts, GiveTheAssignedDeviceOrThePlatformsOwn) {

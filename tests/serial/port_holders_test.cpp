@@ -42,8 +42,12 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   const pid_t other = startHolding(terminal.path());
   AsioSerialPort port(asCom1(terminal.path()));
   const std::string name = "serial_tests (process " + std::to_string(other) + ")";
-  EXPECT_EQ(port.open(), "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
-                             name + ". Close that program and try again.");
+  const std::string refusal = "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
+                              name + ". Close that program and try again.";
+  EXPECT_EQ(port.open(), refusal) << "it is locked";
+  const int line = open(terminal.path().c_str(), O_RDWR | O_NOCTTY);
+  ASSERT_EQ(ioctl(line, TIOCEXCL), 0);
+  EXPECT_EQ(port.open(), refusal) << "only root gets as far as the lock";
 
   // By another name of the same device, as adapters have them.
   const test::TemporaryFolder folder;
@@ -54,6 +58,8 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
 
   kill(other, SIGKILL);
   waitpid(other, nullptr, 0);
+  ioctl(line, TIOCNXCL);  // a pseudo-terminal stays exclusive for as long as it is open anywhere
+  close(line);
   EXPECT_EQ(portHolders(terminal.path()).names(), "this program");
   EXPECT_EQ(port.open(), std::nullopt);
   EXPECT_TRUE(portHolders("/dev/there-is-none").known.empty());

@@ -137,6 +137,14 @@ TEST(Decoder, WaitsForFourBytesBehindAStatusByteAndSixBehindAnE02Start) {
   }
 }
 
+TEST(Decoder, CountsWhatItIsToldToPassOver) {
+  ReportDecoder decoder(ReportFamily::tablet);
+  decoded(decoder, Bytes{0xD8, 0x01});
+  decoder.passOver(100);
+  EXPECT_EQ(decoder.strayBytes(), 2u);
+  EXPECT_EQ(decoded(decoder, tabletCases[0].packet).at(0).offset, 102u);
+}
+
 TEST(Decoder, PutsItsOwnFormatsBeforeAddedOnes) {
   ReportDecoder tablet(ReportFamily::tablet, added);
   EXPECT_EQ(decoded(tablet, tabletCases[0].packet).at(0).length, 5) << "D8 is the tablet's";
