@@ -114,18 +114,22 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {"--simulate params load @/bad.vrq", 1, "",
        "bad.vrq, line 3: expected four hexadecimal digits, found \"12G4\""},
       {"linearity @/lines.fdw --limit 0.19 --percent", 1, "limit 0.19 %", ""},
+      {"linearity @/lines.fdw --limit 0.5", 1, "  FAIL\nFAIL\n", ""},
       {"linearity @/lines.fdw @/bad.fdw", 1, "",
        "bad.fdw, line 2: expected a palette index from 0 to 15"},
+      {"--simulate params diff @/none.vrq", 1, "", "none.vrq: expected a file, found none"},
       {"--simulate params load @/good.vrq", 1, "",
        "Are you sure ?! Not at a terminal: say --yes to go on."},
       {stubborn("set right-click on"), 1, "Right button: on was asked, the driver reports off\n",
        ""},
       {stubborn("set double-click-speed 0"), 1, "", "Update Error"},
+      {stubborn("get", "USB DEVICE 2"), 1, "", "Open Controller Error!!"},
       {stubborn("set rotation 0", "USB DEVICE 2"), 1, "", "Open Controller Error!!"},
       {stubborn("params read"), 1, "", "Word 00: the controller does not answer"},
       {stubborn("pins show"), 1, "", "Read Sensor Type Error!!"},
       {stubborn("calibrate"), 1, "", "(--simulate)"},
       {"--driver @/none.so list", 3, "", "'touchctl doctor'"},
+      {"--driver @/bad.vrq list", 3, "", "/bad.vrq: file too short"},
       {"--driver \"" INCOMPLETE_LIBRARY "\" list", 3, "", "IsPenUp"},
       {stubbornly + "list", 4, "USB DEVICE 2", "answers"},
       {stubborn("reset", "X"), 4, "", "there is no controller \"X\""},
@@ -136,22 +140,27 @@ TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},
       {"params", 2, "", "no command"},
+      {"frobnicate", 2, "", "frobnicate"},
       {"--com 0=x list", 2, "", "0=x"},
       {"--screen 0x600 list", 2, "", "\"0x600\" is not WIDTHxHEIGHT"},
       {"--work-dir @/none list", 2, "", "none"},
       {"--simulate --driver x list", 2, "", "--driver"},
       {"get colour", 2, "", "there are up-sound, down-sound, "},
       {"set rotation 45", 2, "", "expected 0, 90, 180 or 270, found"},
+      {"set rotation", 2, "", "VALUE is required"},
       {"params write 08=1A2B", 2, "", "found \"08=1A2B\""},
       {"params write 03=12G4", 2, "", "four hexadecimal digits"},
       {"params write 03=1A2B 03=1A2C", 2, "", "03 is given twice"},
+      {"pins set 3 X+=0:0", 2, "", "WIRES"},
       {"pins set 5 X+=0:0", 2, "", "found \"X+=0:0\""},
       {"pins set 5 S=0:0 S=1:1", 2, "", "found S twice"},
       {"pins set 4 X+=0:0", 2, "", "found nothing for X-"},
       {"--simulate pins set 4 X+=0:0 X-=0:1 Y+=2:2 Y-=3:3", 2, "", "X+, channel: 0 is used by"},
+      {"linearity", 2, "", "FILE is required"},
       {"linearity @/lines.fdw --plot x.png", 2, "", "touchutility saves the page as PNG and PDF"},
       {"linearity @/lines.fdw --panel-size 3", 2, "", "\"3\" is not WIDTHxHEIGHT in mm"},
       {"monitor 0", 2, "", "not in range 1 to 255"},
+      {"reset --json --yes", 2, "", "--json"},
   });
 }
 
@@ -162,13 +171,15 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
       {usb("get") + " --json", 0, "\"right-click-time\": 1000", ""},
       {usb("get rotation") + " --json", 0, "{\n  \"rotation\": \"0\"\n}", ""},
       {usb("pins show") + " --json", 0, "\"wire\": \"UR\"", ""},
-      {usb("params diff @/good.vrq") + " --json", 1, "\"file\": \"0F10\"", ""},
       {"linearity @/lines.fdw --plot @/page.svg --json", 0, "\"passed\": true", ""},
       {"--simulate serial send OI --set m01 --json", 0, "\"text\": \"M0130100\"", ""},
       {"--simulate serial read-word 20 --json", 0, "\"word\": \"2580\"", ""},
       {"--simulate serial find-port --json", 0, "\"port\": 1", ""},
   });
   EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1  pass"));
+  const json measured = json::parse(run("linearity @/lines.fdw --json").output);
+  EXPECT_EQ(measured.at("/lines/0/line"_json_pointer), "V-1");
+  EXPECT_NEAR(measured.at("/lines/0/all/maximum"_json_pointer).get<double>(), 0.53, 0.01);
 }
 
 TEST_F(Touchctl, TalksPastTheDriver) {
@@ -231,8 +242,13 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
 
 TEST_F(Touchctl, SavesComparesAndWritesParameters) {
   ASSERT_EQ(run(usb("params save @/kept.vrq")).status, 0);
-  EXPECT_EQ(run(usb("params diff @/kept.vrq")).output,
-            "The controller and the file hold the same words.\n");
+  const Ended same = run(usb("params diff @/kept.vrq"));
+  EXPECT_EQ(same.status, 0);
+  EXPECT_EQ(same.output, "The controller and the file hold the same words.\n");
+  const Ended different = run(usb("params diff @/good.vrq --json"));
+  EXPECT_EQ(different.status, 1);
+  EXPECT_EQ(json::parse(different.output).at("equal"), false);
+  EXPECT_EQ(json::parse(different.output).at("/differences/7/file"_json_pointer), "0F10");
   const Ended written = run(usb("params write 03=1A2B"));
   EXPECT_EQ(written.status, 0);
   EXPECT_THAT(written.output, HasSubstr("Written: 03\n"));
@@ -289,29 +305,34 @@ TEST(LibrarySearch, ReachesTheCurrentFolderOnlyWhereItIsNamed) {
   const TemporaryFolder folder;
   const std::string here = folder.path().string();
   std::filesystem::copy_file(STUBBORN_LIBRARY, folder.path() / "libnexapi.so");
+  const char* const unsafe = "LD_LIBRARY_PATH has an empty or relative element";
+  const char* const missing = "cannot open shared object file";
   const struct {
     std::string searchPath;
     std::string driver;  ///< as it is asked for; empty: the usual one
     int status;          ///< 3: no driver; 4: a driver whose controllers do not answer
+    const char* complaint;
   } cases[] = {
-      {"", "", 3},
-      {":", "", 3},
-      {"/usr/lib:", "", 3},
-      {":/usr/lib", "", 3},
-      {".", "", 3},
-      {here, "", 4},
-      {here + ":", "", 3},
-      {"", "libnexapi.so", 4},
-      {"", "./libnexapi.so", 4},
-      {here, "nothing.so", 3},
-      {here, "sub/libnexapi.so", 3},
+      {"", "", 3, missing},
+      {":", "", 3, unsafe},
+      {"/usr/lib:", "", 3, unsafe},
+      {":/usr/lib", "", 3, unsafe},
+      {".", "", 3, unsafe},
+      {here, "", 4, "answers"},
+      {here + ":", "", 3, unsafe},
+      {"", "libnexapi.so", 4, "answers"},
+      {"", "./libnexapi.so", 4, "answers"},
+      {here, "nothing.so", 3, missing},
+      {here, "sub/libnexapi.so", 3, missing},
+      {"", "libm.so.6", 3, missing},
   };
-  for (const auto& [searchPath, driver, status] : cases) {
+  for (const auto& [searchPath, driver, status, complaint] : cases) {
     Words line = {"-C", here, "LD_LIBRARY_PATH=" + searchPath, TOUCHCTL, "list"};
     if (!driver.empty()) line.insert(line.end(), {"--driver", driver});
     const Ended ended = runProgram("/usr/bin/env", line);
     EXPECT_EQ(ended.status, status)
         << '"' << searchPath << "\" " << driver << ": " << ended.output << ended.errors;
+    EXPECT_THAT(ended.errors, HasSubstr(complaint));
   }
 }
 
