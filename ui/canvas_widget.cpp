@@ -5,13 +5,14 @@
 #include <QStyleOption>
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace touch {
 
 namespace {
 
-constexpr int pixelSize = sizeof(QRgb);
+constexpr std::ptrdiff_t pixelSize = sizeof(QRgb);
 
 QPointF pixels(TwipsPoint point) {
   return {static_cast<qreal>(point.x / twipsPerPixel), static_cast<qreal>(point.y / twipsPerPixel)};
