@@ -27,22 +27,22 @@ TEST_F(Accessibility, ControlsHaveNamesAndRoles) {
   visitAll([&](const std::string& where, QWidget& window) {
     for (QWidget* const widget : window.findChildren<QWidget*>()) {
       if (!widget->isVisible()) continue;
-      QAccessibleInterface* const shown = QAccessible::queryAccessibleInterface(widget);
-      ASSERT_NE(shown, nullptr) << widget->objectName().toStdString();
-      const QAccessible::Role role = shown->role();
+      QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(widget);
+      ASSERT_NE(spoken, nullptr) << widget->objectName().toStdString();
+      const QAccessible::Role role = spoken->role();
       const bool isGraphic = role == QAccessible::Graphic;
       if (isTabStop(*widget) || isGraphic) {
-        if (shown->text(QAccessible::Name).isEmpty()) blame(where, *widget, "has no name");
+        if (spoken->text(QAccessible::Name).isEmpty()) blame(where, *widget, "has no name");
         if (role == QAccessible::NoRole || role == QAccessible::Client)
           blame(where, *widget, "has no role of its own");
       }
-      if (isGraphic && shown->text(QAccessible::Description).isEmpty())
+      if (isGraphic && spoken->text(QAccessible::Description).isEmpty())
         blame(where, *widget, "is a picture without a description");
       if (widget->objectName().endsWith("Canvas") && !isGraphic)
         blame(where, *widget, "is no picture");
       if (auto* const table = qobject_cast<QTableWidget*>(widget)) {
         for (int column = 0; column < table->columnCount(); ++column) {
-          if (shown->tableInterface()->columnDescription(column).trimmed().size() < 2)
+          if (spoken->tableInterface()->columnDescription(column).trimmed().size() < 2)
             blame(where, *widget, "has a column without a header");
         }
       }

@@ -33,8 +33,8 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     ASSERT_NE(heading, text->headings().end()) << chapter;
     QTextCursor place(text->document());
     place.setPosition(heading->position);
-    const QRect shown = text->cursorRect(place);
-    EXPECT_TRUE(shown.top() >= 0 && shown.top() < 30) << chapter << " at " << shown.top();
+    const QRect line = text->cursorRect(place);
+    EXPECT_TRUE(line.top() >= 0 && line.top() < 30) << chapter << " at " << line.top();
     EXPECT_NE(chapter, "");
     QTest::keyClick(guide, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

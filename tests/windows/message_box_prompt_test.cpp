@@ -24,7 +24,7 @@ class MessageBoxes : public WindowDesk {
 TEST_F(MessageBoxes, TellAnAnswerFromNone) {
   const Action close = [](QMessageBox& box) { box.close(); };
   const Action escape = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); };
-  MessageBoxPrompt prompt;
+  MessageBoxPrompt boxes;
   const std::tuple<const char*, Action, Answer> questions[] = {
       {"yes", press(QMessageBox::Yes), Answer::yes},
       {"no", press(QMessageBox::No), Answer::no},
@@ -32,15 +32,15 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
       {"closed", close, Answer::none}};
   for (const auto& [word, action, answer] : questions) {
     whenAsked(action);
-    EXPECT_EQ(prompt.ask("Restore it?", defaultTitle), answer) << word;
+    EXPECT_EQ(boxes.ask("Restore it?", defaultTitle), answer) << word;
     whenAsked(action);
-    EXPECT_EQ(prompt.confirm("Restore it?"), answer == Answer::yes) << word;
+    EXPECT_EQ(boxes.confirm("Restore it?"), answer == Answer::yes) << word;
   }
   const std::tuple<const char*, Action, bool> requests[] = {
       {"done", press(QMessageBox::Ok), true}, {"its key", escape, true}, {"closed", close, false}};
   for (const auto& [word, action, done] : requests) {
     whenAsked(action);
-    EXPECT_EQ(prompt.await("Disconnect it", defaultTitle), done) << word;
+    EXPECT_EQ(boxes.await("Disconnect it", defaultTitle), done) << word;
   }
 }
 
