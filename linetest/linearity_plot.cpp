@@ -19,7 +19,7 @@ constexpr Colour limitColour = palette[8];
 constexpr Colour good = palette[2];
 constexpr Colour bad = {200, 0, 0};
 
-constexpr float margin = 500;
+constexpr float pageMargin = 500;
 constexpr float titleHeight = 320;
 constexpr float letterHeight = 190;
 constexpr float lineSpacing = 260;
@@ -246,15 +246,16 @@ void drawLinearityPage(ChartSurface& surface, TwipsSize page, std::span<const Li
                                   ? filled(say("linetest", "Linearity   PASS of %1 lines"), {lines})
                                   : filled(say("linetest", "Linearity   FAIL: %1 of %2 lines"),
                                            {std::to_string(failed), lines});
-  surface.text({margin, margin + titleHeight}, verdict, failed == 0 ? good : bad, titleHeight,
-               TextAnchor::start);
-  surface.text({page.width - margin, margin + titleHeight},
+  surface.text({pageMargin, pageMargin + titleHeight}, verdict, failed == 0 ? good : bad,
+               titleHeight, TextAnchor::start);
+  surface.text({page.width - pageMargin, pageMargin + titleHeight},
                filled(say("linetest", "limit %1, within %2 mm of the edge %3"),
                       {limitText(limits.centre, limits.unit), fixedText(edgeZoneMm, 1),
                        limitText(limits.edge, limits.unit)}),
                ink, letterHeight, TextAnchor::end);
 
-  const float chartWidth = (page.width - 2 * margin - (chartsPerRow - 1) * chartGap) / chartsPerRow;
+  const float chartWidth =
+      (page.width - 2 * pageMargin - (chartsPerRow - 1) * chartGap) / chartsPerRow;
   const float chartHeight = page.height / 8;
   const float rowHeight = chartHeight + 4 * lineSpacing;
   // Saved drawings may hold any number of strokes; two rows have room.
@@ -264,20 +265,21 @@ void drawLinearityPage(ChartSurface& surface, TwipsSize page, std::span<const Li
     const auto column = static_cast<float>(i % chartsPerRow);
     const std::size_t rowsAbove = i / chartsPerRow;
     const auto row = static_cast<float>(rowsAbove);
-    const TwipsPoint corner{margin + column * (chartWidth + chartGap),
-                            margin + titleHeight + 2 * lineSpacing + row * rowHeight};
+    const TwipsPoint corner{pageMargin + column * (chartWidth + chartGap),
+                            pageMargin + titleHeight + 2 * lineSpacing + row * rowHeight};
     drawChart(surface, {corner, {chartWidth, chartHeight}}, charted[i], panel, limits);
   }
 
-  const float top = margin + titleHeight + 2 * lineSpacing + 2 * rowHeight;
-  const float mapWidth = (page.width - 2 * margin) * mapPart;
-  const PanelMap map({{margin, top}, {mapWidth, page.height - top - margin}}, panel, limits);
+  const float top = pageMargin + titleHeight + 2 * lineSpacing + 2 * rowHeight;
+  const float mapWidth = (page.width - 2 * pageMargin) * mapPart;
+  const PanelMap map({{pageMargin, top}, {mapWidth, page.height - top - pageMargin}}, panel,
+                     limits);
   frame(surface, map.box(), ink);
   for (const LineResult& result : results)
     map.draw(surface, result);
-  const float right = map.box().corner.x + map.box().size.width + margin;
-  drawFigures(surface, {right, top}, page.width - margin - right, charted);
-  surface.text({margin, page.height - margin / 2},
+  const float right = map.box().corner.x + map.box().size.width + pageMargin;
+  drawFigures(surface, {right, top}, page.width - pageMargin - right, charted);
+  surface.text({pageMargin, page.height - pageMargin / 2},
                filled(say("linetest", "deviations drawn %1 times as large"),
                       {fixedText(map.enlargement(), 0)}),
                ink, letterHeight, TextAnchor::start);

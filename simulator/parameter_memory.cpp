@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::uint16_t erased = 0xFFFF;
 constexpr std::uint8_t wiringStart = 0x80;
-constexpr double fraction = 16384;
+constexpr double fixedPointOne = 16384;
 constexpr std::size_t mapStart = 2;
 
 // In the order of their words.
@@ -61,7 +61,7 @@ void ParameterMemory::restoreAll() {
 TouchMap ParameterMemory::touchMap() const {
   TouchMap map;
   for (std::size_t i = 0; i < mapFactors.size(); ++i) {
-    map.*mapFactors[i] = static_cast<std::int16_t>(words_[mapStart + i]) / fraction;
+    map.*mapFactors[i] = static_cast<std::int16_t>(words_[mapStart + i]) / fixedPointOne;
   }
   return map;
 }
@@ -69,7 +69,7 @@ TouchMap ParameterMemory::touchMap() const {
 bool ParameterMemory::storeTouchMap(const TouchMap& map) {
   std::array<std::uint16_t, mapFactors.size()> words{};
   for (std::size_t i = 0; i < mapFactors.size(); ++i) {
-    const double value = std::round(map.*mapFactors[i] * fraction);
+    const double value = std::round(map.*mapFactors[i] * fixedPointOne);
     using Limits = std::numeric_limits<std::int16_t>;
     if (!(value >= Limits::min() && value <= Limits::max())) return false;
     words[i] = static_cast<std::uint16_t>(static_cast<std::int16_t>(value));

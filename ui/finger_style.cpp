@@ -56,11 +56,11 @@ void makeFingerSized(QWidget& control) {
   control.setMinimumWidth(fingerSize());
 }
 
-QColor linkColour(const QPalette& palette) {
+QColor linkColour(const QPalette& colours) {
   constexpr float step = 0.03F;
-  const QColor paper = palette.color(QPalette::Base);
-  const bool isDark = luminance(paper) < luminance(palette.color(QPalette::Text));
-  QColor link = palette.color(QPalette::Link);
+  const QColor paper = colours.color(QPalette::Base);
+  const bool isDark = luminance(paper) < luminance(colours.color(QPalette::Text));
+  QColor link = colours.color(QPalette::Link);
   float lightness = link.lightnessF();
   while (contrast(link, paper) < leastContrast && lightness >= 0 && lightness <= 1) {
     link.setHslF(link.hslHueF(), link.hslSaturationF(), lightness);
@@ -158,20 +158,20 @@ void FingerStyle::polish(QWidget* widget) {
   if (label != nullptr && label->textFormat() == Qt::AutoText) label->setTextFormat(Qt::PlainText);
 }
 
-void FingerStyle::polish(QPalette& palette) {
-  QProxyStyle::polish(palette);
+void FingerStyle::polish(QPalette& colours) {
+  QProxyStyle::polish(colours);
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
-    const QColor text = palette.color(group, QPalette::HighlightedText);
-    QColor highlight = palette.color(group, QPalette::Highlight);
+    const QColor text = colours.color(group, QPalette::HighlightedText);
+    QColor highlight = colours.color(group, QPalette::Highlight);
     const bool isLightText = luminance(text) > luminance(highlight);
     constexpr int steps = 20;
     for (int i = 0; i < steps && contrast(text, highlight) < leastContrast; ++i)
       highlight = isLightText ? highlight.darker(105) : highlight.lighter(105);
-    palette.setColor(group, QPalette::Highlight, highlight);
-    QColor hint = palette.color(group, QPalette::Text);
+    colours.setColor(group, QPalette::Highlight, highlight);
+    QColor hint = colours.color(group, QPalette::Text);
     constexpr int hintAlpha = 165;  // of 255: black on white is then 6 to 1
     hint.setAlpha(hintAlpha);
-    palette.setColor(group, QPalette::PlaceholderText, hint);
+    colours.setColor(group, QPalette::PlaceholderText, hint);
   }
 }
 

@@ -15,8 +15,8 @@ int fingerSize();
 
 void makeFingerSized(QWidget& control);
 
-/// For links in a text on `palette`'s base, bright or deep enough to be read.
-QColor linkColour(const QPalette& palette);
+/// For links in a text on `colours`'s base, bright or deep enough to be read.
+QColor linkColour(const QPalette& colours);
 
 /// The Fusion style with check marks, scroll bars and tabs that a finger hits, and a focus frame that is seen from afar.
 class FingerStyle final : public QProxyStyle {
@@ -29,7 +29,7 @@ class FingerStyle final : public QProxyStyle {
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                          const QWidget* widget) const override;
   /// A highlight that is too faint for the text on it is deepened, and so are the hints in empty fields.
-  void polish(QPalette& palette) override;
+  void polish(QPalette& colours) override;
   /// Labels show their text as it stands: much of it comes from controllers and files, and none of it is HTML.
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;

@@ -14,7 +14,7 @@ namespace touch {
 namespace {
 
 constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
-constexpr TestLine line{Orientation::vertical, 2};
+constexpr TestLine secondLine{Orientation::vertical, 2};
 
 LineResult resultOf(std::vector<TwipsPoint> samples) {
   const GuidedLine guide{Orientation::vertical, 3000};
@@ -22,7 +22,7 @@ LineResult resultOf(std::vector<TwipsPoint> samples) {
   return {"V-2", guide, std::move(samples), figures};
 }
 
-const char* const text =
+const char* const wholeFile =
     "V-2\r\n"
     " 20000         10000 \r\n"
     " 200           100 \r\n"
@@ -33,7 +33,7 @@ const char* const text =
     "-0.25          0.5          -1             0.7905694 \r\n";
 
 TEST(ResultFile, HasItsRecordsInOrder) {
-  EXPECT_EQ(resultText(resultOf({{3050, 500}, {2900, 9000.5F}}), panel), text);
+  EXPECT_EQ(resultText(resultOf({{3050, 500}, {2900, 9000.5F}}), panel), wholeFile);
 }
 
 TEST(ResultFile, KeepsEveryByteWhenReadAndWrittenAgain) {
@@ -41,8 +41,8 @@ TEST(ResultFile, KeepsEveryByteWhenReadAndWrittenAgain) {
   std::vector<TwipsPoint> samples;
   for (float i = 0; i < 3001; ++i)
     samples.push_back({3000 + i / 3, i * 3.3F});
-  ASSERT_EQ(writeResult(folder.path(), line, resultOf(samples), panel), std::nullopt);
-  const auto read = readResult(folder.path(), line);
+  ASSERT_EQ(writeResult(folder.path(), secondLine, resultOf(samples), panel), std::nullopt);
+  const auto read = readResult(folder.path(), secondLine);
   ASSERT_TRUE(read) << read.error().describe();
   EXPECT_EQ(read->result.samples, samples);
   EXPECT_EQ(resultText(read->result, read->panel), folder.read("Tvm-v2.txt"));
@@ -64,9 +64,9 @@ TEST(ResultFile, SaysWhereItIsDamaged) {
       {"0.7905694", "1 2", "8: expected the end of the file, found \"2\""},
   };
   for (const auto& c : cases) {
-    std::string damaged = text;
+    std::string damaged = wholeFile;
     damaged.replace(damaged.find(c.old), std::string_view(c.old).size(), c.damaged);
-    const auto read = parseResult(damaged, line, "f");
+    const auto read = parseResult(damaged, secondLine, "f");
     ASSERT_FALSE(read) << c.error;
     EXPECT_EQ(read.error().describe(), std::string("f, line ") + c.error);
   }
@@ -98,11 +98,11 @@ TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(readResults(folder.path(), c.panel).size(), c.results) << c.what;
-  EXPECT_EQ(readResults(folder.path(), panel).front().first, line);
+  EXPECT_EQ(readResults(folder.path(), panel).front().first, secondLine);
 
-  procedure.goTo(line);
+  procedure.goTo(secondLine);
   EXPECT_TRUE(drawAndKeepIn(folder.path() / "none")) << "nowhere to write";
-  EXPECT_TRUE(procedure.result(line));
+  EXPECT_TRUE(procedure.result(secondLine));
 }
 
 TEST(LinearityCsv, HasARecordForEachLine) {

@@ -104,7 +104,7 @@ TEST_F(Driving, settingsStayAndAreEachTheirOwn) {
     std::int32_t (D::*set)(std::int32_t, std::int32_t);
     std::int32_t (D::*get)(std::int32_t);
     std::int32_t value;
-    std::optional<std::int32_t> refused;
+    std::optional<std::int32_t> refusedValue;
   } settings[] = {
       {"mode", &D::SetReportMode, &D::GetReportMode, 2, 4},
       {"rotation", &D::SetRotation, &D::GetRotation, 3, 4},
@@ -118,17 +118,17 @@ TEST_F(Driving, settingsStayAndAreEachTheirOwn) {
   };
   const auto usb = driver.OpenController(usbName);
   const auto serial = driver.OpenController(serialName);
-  for (const auto& [name, set, get, value, refused] : settings) {
+  for (const auto& [name, set, get, value, refusedValue] : settings) {
     EXPECT_NE((driver.*get)(usb), value) << name << " would not show that it was set";
     EXPECT_EQ((driver.*set)(usb, value), 1) << name;
   }
   driver.CloseController(usb);
   const auto again = driver.OpenController(usbName);
-  for (const auto& [name, set, get, value, refused] : settings) {
+  for (const auto& [name, set, get, value, refusedValue] : settings) {
     EXPECT_EQ((driver.*get)(again), value) << name;
     EXPECT_NE((driver.*get)(serial), value) << name << " belongs to one controller";
-    if (!refused) continue;
-    EXPECT_EQ((driver.*set)(again, *refused), 0) << name;
+    if (!refusedValue) continue;
+    EXPECT_EQ((driver.*set)(again, *refusedValue), 0) << name;
     EXPECT_EQ((driver.*get)(again), value) << name;
   }
 }
