@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
 #include "core/text_encoding.h"
 #include "tests/support/temporary_folder.h"
 
@@ -26,65 +24,39 @@ class Messages : public testing::Test {
   test::TemporaryFolder folder;
 };
 
-TEST_F(Messages, AreBuiltInWithoutAFile) {
-  const auto table = loadMessages(folder.path());
-  ASSERT_TRUE(table);
-  const std::pair<std::size_t, const char*> cases[] = {
-      {0, "No device was found"},
-      {28, "Disconnect the connector of touch sensor "},
-      {50, "Width"},
-      {51, ""},
-      {100, ""},
-  };
-  for (const auto& [number, text] : cases)
-    EXPECT_EQ(table->at(number), text);
-}
-
 TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
+  EXPECT_EQ(loadMessages(folder.path())->at(50), "Width") << "built in, without a file";
   const auto table = load("\r\n  second \r\n" + numberedLines(118, "\r\n"));
   ASSERT_TRUE(table);
   EXPECT_EQ(table->at(0), "");
   EXPECT_EQ(table->at(1), "  second ");
-  EXPECT_EQ(table->at(2), "text 0");
   EXPECT_EQ(table->at(99), "text 97");
   EXPECT_EQ(table->at(100), "");
-}
-
-TEST_F(Messages, MayLackTheLastLineEndAndAreReadInEitherEncoding) {
+  // Without the last line end, in either encoding.
   std::string lines = numberedLines(99, "\n");
   lines.pop_back();
   for (const char* first : {"\xEF\xBB\xBFGer\xC3\xA4t\n", "Ger\xE4t\n"}) {
-    const auto table = load(first + lines);
-    ASSERT_TRUE(table);
-    EXPECT_EQ(table->at(0), "Ger\xC3\xA4t");
-    EXPECT_EQ(table->at(99), "text 98");
+    const auto read = load(first + lines);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->at(0), "Ger\xC3\xA4t");
+    EXPECT_EQ(read->at(99), "text 98");
   }
 }
 
 TEST_F(Messages, OfADamagedFileAreRefused) {
-  const struct {
-    std::string content;
-    std::string complaint;
-  } cases[] = {
-      {"", ": expected 100 lines, one for each message, found 0 lines"},
+  const std::pair<std::string, std::string> cases[] = {
       {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
       {"ok\n" + std::string(100000, 'x'), ", line 2: expected at most 4096 characters, found more"},
   };
-  const std::string file = (folder.path() / "errmsg.txt").string();
+  const auto file = folder.path() / "errmsg.txt";
   for (const auto& [content, complaint] : cases) {
     const auto table = load(content);
     ASSERT_FALSE(table);
-    EXPECT_EQ(table.error().describe(), file + complaint);
+    EXPECT_EQ(table.error().describe(), file.string() + complaint);
   }
-}
-
-TEST_F(Messages, OfSomethingThatIsNoFileAreRefused) {
-  const auto path = folder.path() / "errmsg.txt";
-  std::filesystem::create_directory(path);
-  EXPECT_FALSE(loadMessages(folder.path()));
-  std::filesystem::remove(path);
-  std::filesystem::create_symlink("nowhere", path);
-  EXPECT_FALSE(loadMessages(folder.path()));
+  std::filesystem::remove(file);
+  std::filesystem::create_symlink("nowhere", file);
+  EXPECT_FALSE(loadMessages(folder.path())) << "a link that leads nowhere";
 }
 
 TEST(TextEncoding, KnowsValidUtf8) {

@@ -14,6 +14,7 @@ namespace {
 class Tracing : public test::Desk {
  protected:
   test::TemporaryFolder folder;
+  const std::filesystem::path file = folder.path() / "trace.jsonl";
   Trace trace;
 };
 
@@ -22,22 +23,20 @@ TEST_F(Tracing, WritesOneJsonObjectForEachCall) {
   script.names = {"USB \"\xE9\" DEVICE"};
   script.touches = {std::pair{1500, -2}};
   script.replies["UT"] = {test::replyOf("A")};
-  const Access traceable{session, traced, clock};
   controllerName(traced, 1);
-  ASSERT_FALSE(trace.start(folder.path() / "trace.json"));
+  ASSERT_FALSE(trace.start(file));
   controllerName(traced, 1);
   {
-    Connection connection(traceable, "USB DEVICE");
+    Connection connection({session, traced, clock}, "USB DEVICE");
     connection.write(commandFrame("UT"));
     connection.read();
     std::int32_t raw[2] = {};
     traced.CalCurrentPointReady(connection.handle(), raw);
   }
-  traced.QueryMultiMonitorSetOK();
   trace.stop();
   traced.QueryMultiMonitorSetOK();
 
-  std::istringstream lines(folder.read("trace.json"));
+  std::istringstream lines(folder.read("trace.jsonl"));
   std::string written;
   for (std::string line; std::getline(lines, line);) {
     const auto object = nlohmann::json::parse(line);
@@ -51,14 +50,12 @@ TEST_F(Tracing, WritesOneJsonObjectForEachCall) {
             "WriteBuffer[2,\"01 55 54 0D\",4]1\n"
             "ReadBuffer[2,\"01 41 0D\",10]3\n"
             "CalCurrentPointReady[2,[1500,-2]]1\n"
-            "CloseController[2]1\n"
-            "QueryMultiMonitorSetOK[]1\n");
+            "CloseController[2]1\n");
 }
 
 TEST_F(Tracing, SaysWhyItCannotBeginOrOnceThatItEndsOnAFullDisk) {
-  EXPECT_THAT(*trace.start(folder.path() / "missing" / "trace.json"),
+  EXPECT_THAT(*trace.start(folder.path() / "missing" / "trace.jsonl"),
               testing::HasSubstr("No such file or directory"));
-  const auto file = folder.path() / "trace.json";
   {
     const test::SmallDisk disk(100);
     ASSERT_FALSE(trace.start(file));
@@ -67,9 +64,7 @@ TEST_F(Tracing, SaysWhyItCannotBeginOrOnceThatItEndsOnAFullDisk) {
     trace.write("\"call\":\"" + std::string(100, 'B') + '"');
   }
   EXPECT_FALSE(trace.isOn());
-  const auto reason = trace.takeBreak();
-  ASSERT_TRUE(reason);
-  EXPECT_THAT(*reason, testing::HasSubstr(file.string()));
+  EXPECT_THAT(trace.takeBreak(), testing::Optional(testing::HasSubstr(file.string())));
   EXPECT_EQ(trace.takeBreak(), std::nullopt);
 }
 
