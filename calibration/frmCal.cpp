@@ -64,11 +64,10 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
   timeBar_->setAttribute(Qt::WA_TransparentForMouseEvents);
   timeBar_->hide();
 
-  QFont larger = font();
-  if (!isSmallScreen()) larger.setPointSizeF(font().pointSizeF() * 1.3);
+  const QFont larger = resized(font(), isSmallScreen() ? 1 : 1.3);
   instruction_->setFont(larger);
-  QFont exitFont("Times New Roman");
-  exitFont.setPointSizeF(larger.pointSizeF());
+  QFont exitFont = larger;
+  exitFont.setFamily("Times New Roman");
   exitLabel_->setFont(exitFont);
 
   connect(startButton_, &QPushButton::clicked, this, [this] { calibration_->start(); });

@@ -45,11 +45,7 @@ frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::p
   table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   table_->horizontalHeader()->setMinimumSectionSize(40);
   table_->horizontalHeader()->setHighlightSections(false);
-  if (isSmallScreen()) {
-    QFont smaller = font();
-    smaller.setPointSizeF(smaller.pointSizeF() * 0.9);
-    table_->horizontalHeader()->setFont(smaller);
-  }
+  if (isSmallScreen()) table_->horizontalHeader()->setFont(resized(font(), 0.9));
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setMinimumHeight(static_cast<int>(ParameterTable::rows) * rowHeight +
                            table_->horizontalHeader()->sizeHint().height() + 4);

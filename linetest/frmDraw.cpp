@@ -151,9 +151,7 @@ void frmDraw::makePanels() {
   banner_->setAlignment(Qt::AlignCenter);
   banner_->setStyleSheet("background: #1f5fa8; color: white; padding: 12px; border-radius: 6px");
   banner_->setAttribute(Qt::WA_TransparentForMouseEvents);
-  QFont larger = font();
-  if (!isSmallScreen()) larger.setPointSizeF(font().pointSizeF() * 1.3);
-  banner_->setFont(larger);
+  banner_->setFont(resized(font(), isSmallScreen() ? 1 : 1.3));
 
   resultsList_->setObjectName("resultsList");
   resultsList_->setAccessibleName(tr("Deviations of the last stroke; tap to put away"));

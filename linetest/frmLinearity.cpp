@@ -90,9 +90,7 @@ frmLinearity::~frmLinearity() = default;
 QWidget* frmLinearity::makeSizePage() {
   auto* const page = new QWidget;
   auto* const title = new QLabel(tr("How large is the panel's active area?"));
-  QFont larger = font();
-  larger.setPointSizeF(larger.pointSizeF() * 1.3);
-  title->setFont(larger);
+  title->setFont(resized(font(), 1.3));
   title->setWordWrap(true);
   auto* const why = new QLabel(
       tr("Deviations are judged in millimetres. Measure the picture, without its frame."));

@@ -142,9 +142,7 @@ QWidget* frmCommandPanel::makeAddress() {
   address_->setRange(0, addressSelectorEnd);
   address_->setPageStep(16);
   addressLabel_->setObjectName("lblAddress");
-  QFont large = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  large.setPointSizeF(large.pointSizeF() * 1.6);
-  addressLabel_->setFont(large);
+  addressLabel_->setFont(resized(QFontDatabase::systemFont(QFontDatabase::FixedFont), 1.6));
   connect(address_, &QScrollBar::valueChanged, this, [this](int value) {
     addressLabel_->setText(shownText(selectedAddress(value)));
     address_->setAccessibleDescription(addressLabel_->text());

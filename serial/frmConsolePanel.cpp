@@ -82,9 +82,8 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
   // On a small screen a scroll bar below would leave no room for the lines.
   text_->setLineWrapMode(isSmallScreen() ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
   text_->setMaximumBlockCount(static_cast<int>(mostShown));
-  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  if (isSmallScreen()) font.setPointSizeF(font.pointSizeF() * 0.8);
-  text_->setFont(font);
+  text_->setFont(
+      resized(QFontDatabase::systemFont(QFontDatabase::FixedFont), isSmallScreen() ? 0.8 : 1));
   text_->setMinimumHeight((isSmallScreen() ? 1 : 2) * fingerSize());
   text_->viewport()->installEventFilter(this);
 

@@ -56,6 +56,15 @@ void makeFingerSized(QWidget& control) {
   control.setMinimumWidth(fingerSize());
 }
 
+QFont resized(QFont font, qreal factor) {
+  if (font.pointSizeF() > 0) {
+    font.setPointSizeF(font.pointSizeF() * factor);
+  } else {
+    font.setPixelSize(qRound(font.pixelSize() * factor));
+  }
+  return font;
+}
+
 QColor linkColour(const QPalette& colours) {
   constexpr float step = 0.03F;
   const QColor paper = colours.color(QPalette::Base);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QProxyStyle>
 
 class QWidget;
@@ -14,6 +15,9 @@ bool isSmallScreen();
 int fingerSize();
 
 void makeFingerSized(QWidget& control);
+
+/// `font` at `factor` times its size, whether a desktop's theme gives that in points or in pixels.
+QFont resized(QFont font, qreal factor);
 
 /// For links in a text on `colours`'s base, bright or deep enough to be read.
 QColor linkColour(const QPalette& colours);
