@@ -1,5 +1,6 @@
 #include "calibration/calibration.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "tests/support/desk.h"
@@ -11,61 +12,64 @@ using test::acknowledgement;
 using test::Lines;
 using test::refusal;
 using test::replyOf;
+using testing::ElementsAre;
 using namespace std::chrono_literals;
 
-/// Remembers what is shown; drawing is written down as "line", "circle RADIUS COLOUR".
+/// Remembers what is shown, and where the targets are, by their outer ring.
 class Screen final : public CalibrationScreen, private Surface {
  public:
   Surface& surface() override { return *this; }
-  void showButtons(bool start, bool cancel) override {
-    startShown = start;
-    cancelShown = cancel;
-  }
+  void showButtons(bool start, bool cancel) override { buttons = {start, cancel}; }
   void showTimeBar(float width) override { barWidth = width; }
   void allowExit(bool allowed) override { exitAllowed = allowed; }
   void leave() override { ++left; }
-  void ended(CalibrationOutcome how) override {
-    ++endings;
-    outcome = how;
-  }
+  void ended(CalibrationOutcome how) override { endings.push_back(how); }
 
-  bool startShown = false;
-  bool cancelShown = false;
+  std::pair<bool, bool> buttons;  ///< "Start" and "Cancel"
   bool exitAllowed = false;
-  std::optional<float> barWidth;
+  float barWidth = 0;
   int left = 0;
-  int endings = 0;
-  std::optional<CalibrationOutcome> outcome;
-  Lines drawn;
+  std::vector<CalibrationOutcome> endings;
+  std::vector<TwipsPoint> targets;
+  std::vector<TwipsPoint> done;
 
  private:
-  void clear() override { drawn.push_back("clear"); }
-  void line(TwipsPoint, TwipsPoint, Colour, int) override { drawn.push_back("line"); }
-  void circle(TwipsPoint, float radius, Colour colour, int) override {
-    const auto index = std::find(palette.begin(), palette.end(), colour) - palette.begin();
-    drawn.push_back("circle " + std::to_string(static_cast<int>(radius)) + ' ' +
-                    std::to_string(index));
+  void clear() override {}
+  void line(TwipsPoint, TwipsPoint, Colour, int) override {}
+  void circle(TwipsPoint centre, float radius, Colour colour, int) override {
+    if (radius == 250 && colour == white) targets.push_back(centre);
+    if (radius == 250 && colour == yellow) done.push_back(centre);
   }
 };
+
+constexpr TwipsSize size{15000, 9000};
 
 class Calibrating : public test::Desk {
  protected:
   Calibrating() {
-    script.replies["CR"] = {acknowledgement};
-    script.replies["CX"] = {acknowledgement};
-    script.replies["R"] = {acknowledgement};
+    for (const char* command : {"CR", "CX", "R"})
+      script.replies[command] = {acknowledgement};
   }
 
   void begin(int points) {
     session.calibrationPoints = points;
     calibration.reset();
     shown.emplace();
-    calibration.emplace(access(), prompt, *shown, TwipsSize{15000, 9000});
+    calibration.emplace(access(), prompt, *shown, size);
     calibration->activate();
   }
-  void touchEachTarget(int points) {
-    for (int i = 0; i < points; ++i)
-      script.touches.push_back(std::pair{1000 * i, 0});
+  /// Each target is touched at the `atPoll`th poll for it, until `count` are.
+  void touchTargets(int count, int atPoll = 1) {
+    script.touches.clear();
+    for (int i = 0; i < count; ++i) {
+      script.touches.insert(script.touches.end(), atPoll - 1, std::nullopt);
+      script.touches.emplace_back(std::pair{1000 * i, 0});
+    }
+    polls = 0;
+    script.onCall = [this, count, atPoll](const std::string& line) {
+      if (line == "ReadLength" && ++polls % atPoll == 0 && polls <= count * atPoll)
+        script.pending = replyOf("1");
+    };
   }
   /// Lets the window live for at least `time`: a procedure that begins in it runs to its end. That wait itself is not
   /// one of the procedure's and is dropped from the journal.
@@ -73,6 +77,12 @@ class Calibrating : public test::Desk {
     const std::size_t line = journal.size();
     clock.delay(time);
     journal.erase(journal.begin() + static_cast<std::ptrdiff_t>(line));
+  }
+  /// Once, with the controller closed, and the main window is back once.
+  void expectEnded(CalibrationOutcome how) const {
+    EXPECT_THAT(shown->endings, ElementsAre(how));
+    EXPECT_EQ(shown->left, 1);
+    EXPECT_EQ(journal.back(), "CloseController");
   }
 
   std::ptrdiff_t times(const std::string& line) const {
@@ -86,6 +96,7 @@ class Calibrating : public test::Desk {
 
   std::optional<Screen> shown;
   std::optional<Calibration> calibration;
+  int polls = 0;  ///< for a report of the controller's own two points
 };
 
 Lines operator+(Lines left, const Lines& right) {
@@ -98,24 +109,35 @@ Lines enterLines(const std::string& command) {
           "ReadBuffer 10"};
 }
 Lines pointLines(int point, int count) {
-  return {"delay 800",
-          "SetCalPoint " + std::to_string(point) + " 60 " + std::to_string(count),
-          "delay 600",
-          "delay 100",
-          "CalCurrentPointReady",
-          "IsPenUp"};
+  const std::string place = std::to_string(point) + " 60 " + std::to_string(count);
+  return {"delay 800", "SetCalPoint " + place, "delay 600",
+          "delay 100", "CalCurrentPointReady", "IsPenUp"};
 }
 
 const Lines penUpAtEnd = {"yield 3001", "IsPenUp", "yield 3001"};
 const Lines store = {"StoreCalibrationData", "delay 500", "CloseController"};
 const Lines reset = {"WriteBuffer R", "delay 300", "ReadBuffer 10"};
 
+TEST(CalibrationTargets, LieOnTheGridInTheOrderOfTouching) {
+  using Places = std::vector<TwipsPoint>;
+  // 1024 x 768 pixels; the outer lines are 480 and 360 twips in.
+  const auto targets = [](int count) { return calibrationTargets(count, {15360, 11520}); };
+  EXPECT_EQ(targets(2), (Places{{1920, 10080}, {13440, 1440}}));
+  EXPECT_EQ(targets(3), (Places{{14880, 360}, {480, 360}, {480, 11160}}));
+  EXPECT_EQ(targets(4), Places{});
+  EXPECT_EQ(targets(5),
+            (Places{{7680, 5760}, {14880, 360}, {480, 360}, {480, 11160}, {14880, 11160}}));
+  const Places nine = {{7680, 5760}, {14880, 5760}, {14880, 360},  {7680, 360},   {480, 360},
+                       {480, 5760},  {480, 11160},  {7680, 11160}, {14880, 11160}};
+  EXPECT_EQ(targets(9), nine);
+}
+
 TEST_F(Calibrating, StartsByItselfAndStoresAfterTheLastTarget) {
   for (const int points : {3, 5, 9}) {
     journal.clear();
-    touchEachTarget(points);
+    touchTargets(points);
     begin(points);
-    EXPECT_TRUE(shown->startShown && shown->cancelShown);
+    EXPECT_EQ(shown->buttons, std::pair(true, true));
     live(599ms);
     EXPECT_EQ(journal, Lines{}) << "nothing may happen before 600 ms";
     live(60s);
@@ -123,253 +145,167 @@ TEST_F(Calibrating, StartsByItselfAndStoresAfterTheLastTarget) {
     for (int point = 0; point < points; ++point)
       expected = expected + pointLines(point, points);
     EXPECT_EQ(journal, expected + penUpAtEnd + store) << points << " points";
-    EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
-    EXPECT_EQ(shown->left, 1);
+    expectEnded(CalibrationOutcome::stored);
+    EXPECT_EQ(shown->targets, calibrationTargets(points, size));
+    EXPECT_EQ(shown->done, shown->targets);
   }
 }
 
 TEST_F(Calibrating, LeavesTwoPointsToTheController) {
   begin(2);
-  EXPECT_FALSE(shown->startShown || shown->cancelShown);
-  int polls = 0;
+  EXPECT_EQ(shown->buttons, std::pair(false, false));
+  // Two bytes are too few, a third kind of report is ignored; then each point is accepted.
+  const test::Bytes sent[] = {test::bytesOf("\0011"), replyOf("3"), replyOf("1"), replyOf("1")};
   script.onCall = [&](const std::string& line) {
-    if (line != "ReadLength") return;
-    // Two bytes are too few, a third kind of report is ignored; then each point is accepted.
-    const test::Bytes sent[] = {test::bytesOf("\0011"), replyOf("3"), replyOf("1"), replyOf("1")};
-    script.pending = sent[polls++];
+    if (line == "ReadLength") script.pending = sent[polls++];
   };
   live(60s);
-  const Lines poll = {"delay 100", "ReadLength"};
-  const Lines report = {"ReadBuffer 3"};
-  const Lines penUp = {"IsPenUp"};
   const Lines toTarget = {"delay 800"};
-  EXPECT_EQ(journal, enterLines("CX") + toTarget + poll + poll + report + poll + report + penUp +
-                         toTarget + poll + report + penUp + penUpAtEnd + Lines{"CloseController"});
-  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
-  EXPECT_EQ(std::count(shown->drawn.begin(), shown->drawn.end(), "line"), 0) << "no grid";
+  const Lines poll = {"delay 100", "ReadLength"};
+  const Lines accepted = poll + Lines{"ReadBuffer 3", "IsPenUp"};
+  EXPECT_EQ(journal, enterLines("CX") + toTarget + poll + poll + Lines{"ReadBuffer 3"} + accepted +
+                         toTarget + accepted + penUpAtEnd + Lines{"CloseController"});
+  expectEnded(CalibrationOutcome::stored);
+  EXPECT_TRUE(shown->targets.empty()) << "no grid";
+  EXPECT_EQ(shown->done, calibrationTargets(2, size));
 }
 
-TEST_F(Calibrating, EndsWhenTheControllerRefuses) {
+TEST_F(Calibrating, EndsWhenTheControllerRefusesOrFails) {
   const struct {
     int points;
     std::string command;
     std::deque<test::Bytes> replies;
     int tries;
-    Lines messages;
+    const char* message;
   } cases[] = {
-      {3, "CR", {refusal}, 3, {"message Set Calibration Row Error"}},
-      {9, "CR", {}, 3, {"message Set Calibration Row Error"}},
-      {2, "CX", {refusal}, 4, {"message CX command Error"}},
-      {3, "CR", {refusal, {}, acknowledgement}, 3, {}},
-      {2, "CX", {refusal, refusal, {}, acknowledgement}, 4, {}},
+      {3, "CR", {refusal}, 3, "Set Calibration Row Error"},
+      {9, "CR", {}, 3, "Set Calibration Row Error"},
+      {2, "CX", {refusal}, 4, "CX command Error"},
+      // Obeyed at last; then no target is touched, or the controller fails at the first one.
+      {3, "CR", {refusal, {}, acknowledgement}, 3, nullptr},
+      {2, "CX", {{}, acknowledgement}, 2, "Calibration ERROR [2 pts calibration Function]"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.command + " at the try " + std::to_string(c.tries));
-    journal.clear();
-    script.replies[c.command] = c.replies;
-    begin(c.points);
-    live(30s);
-    EXPECT_EQ(times("WriteBuffer " + c.command), c.tries);
-    EXPECT_EQ(times("FlushReadBuffer"), c.tries);
-    EXPECT_EQ(linesOf("message"), c.messages);
-    if (!c.messages.empty()) {
-      EXPECT_EQ(journal.back(), "CloseController");
-      EXPECT_EQ(shown->outcome, CalibrationOutcome::failed);
-      EXPECT_EQ(session.calibrationPoints, c.points == 2 ? 2 : 0);
-    }
-    calibration->cancel();
-    live(5s);
-  }
-}
-
-TEST_F(Calibrating, TellsWhenTheControllerFailsBetweenItsTwoPoints) {
-  begin(2);
   script.onCall = [&](const std::string& line) {
     if (line == "ReadLength") script.pending = replyOf("2");
   };
-  live(60s);
-  EXPECT_EQ(journal[journal.size() - 2], "message Calibration ERROR [2 pts calibration Function]");
-  EXPECT_EQ(journal.back(), "CloseController");
-  EXPECT_EQ(shown->outcome, CalibrationOutcome::failed);
-  EXPECT_EQ(shown->left, 1);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.command + ' ' + (c.message ? c.message : ""));
+    journal.clear();
+    script.replies[c.command] = c.replies;
+    begin(c.points);
+    live(2min);
+    EXPECT_EQ(times("WriteBuffer " + c.command), c.tries);
+    EXPECT_EQ(times("FlushReadBuffer"), c.tries);
+    EXPECT_EQ(linesOf("message"), c.message ? Lines{std::string("message ") + c.message} : Lines{});
+    expectEnded(c.message ? CalibrationOutcome::failed : CalibrationOutcome::timedOut);
+    EXPECT_EQ(session.calibrationPoints, c.points != 2 && c.message ? 0 : c.points);
+  }
 }
 
 TEST_F(Calibrating, AsksAgainForATargetThatWasNotMovedTo) {
-  const std::pair<std::int32_t, std::int32_t> first{5000, 5000};
-  script.touches = {first, std::pair{5200, 4800},  // both within 200 of the first
-                    std::pair{5201, 5000},         // one further: a new place
-                    std::pair{5201, 5201}};
-  begin(3);
-  live(60s);
-  EXPECT_EQ(linesOf("SetCalPoint"), (Lines{"SetCalPoint 0 60 3", "SetCalPoint 1 60 3",
-                                           "SetCalPoint 1 60 3", "SetCalPoint 2 60 3"}));
-  EXPECT_EQ(linesOf("message"), Lines{"message Wrong Position, Trial again please"});
-  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
-}
-
-TEST_F(Calibrating, SurvivesReadingsThatNoPanelGives) {
+  // Readings that no panel gives; then one within 200 of the one before either way, and one that is 201 from it.
   script.touches = {std::pair{INT32_MIN, INT32_MAX}, std::pair{INT32_MAX, INT32_MIN},
-                    std::pair{0, 0}};
-  begin(3);
+                    std::pair{5000, 5000},           std::pair{5200, 4800},
+                    std::pair{5201, 5000},           std::pair{5201, 5201}};
+  begin(5);
   live(60s);
-  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
+  EXPECT_EQ(linesOf("SetCalPoint"),
+            (Lines{"SetCalPoint 0 60 5", "SetCalPoint 1 60 5", "SetCalPoint 2 60 5",
+                   "SetCalPoint 3 60 5", "SetCalPoint 3 60 5", "SetCalPoint 4 60 5"}));
+  EXPECT_EQ(linesOf("message"), Lines{"message Wrong Position, Trial again please"});
+  expectEnded(CalibrationOutcome::stored);
 }
 
 TEST_F(Calibrating, WaitsOnlySoLongForTheFingerToLift) {
-  touchEachTarget(3);
+  touchTargets(3);
   script.results["IsPenUp"] = 0;
   begin(3);
   live(10min);
   // 101 polls for each target, and the last target's count goes on to 270.
   EXPECT_EQ(times("IsPenUp"), 101 * 3 + (270 - 101));
-  EXPECT_EQ(shown->outcome, CalibrationOutcome::stored);
-}
-
-TEST_F(Calibrating, GivesUpWhenTheTimeBarHasCrossedTheScreen) {
-  begin(5);
-  // 15000 twips at 50 each 200 ms are a minute; the bar grows while the driver settles on the target, too.
-  constexpr auto barBegins = 600ms + 300ms + 800ms;
-  clock.after(barBegins + 59500ms, [&] {
-    EXPECT_EQ(shown->outcome, std::nullopt);
-    EXPECT_TRUE(calibration->awaitedTarget());
-    EXPECT_GT(shown->barWidth, 14500);
-  });
-  clock.after(barBegins + 60500ms,
-              [&] { EXPECT_EQ(shown->outcome, CalibrationOutcome::timedOut); });
-  live(2min);
-  EXPECT_EQ(times("IsPenUp"), 0);
+  expectEnded(CalibrationOutcome::stored);
 }
 
 TEST_F(Calibrating, GivesUpAtWhicheverTargetIsNotTouched) {
   for (const int points : {2, 3, 5, 9}) {
     for (int touched = 0; touched < points; ++touched) {
+      SCOPED_TRACE(std::to_string(touched) + " of " + std::to_string(points));
       journal.clear();
-      script.touches.clear();
-      touchEachTarget(touched);
-      int accepted = 0;
-      script.onCall = [&](const std::string& line) {
-        if (line == "ReadLength" && accepted++ < touched) script.pending = replyOf("1");
-      };
+      touchTargets(touched);
       begin(points);
       live(20min);
-      EXPECT_EQ(shown->outcome, CalibrationOutcome::timedOut) << touched << " of " << points;
-      EXPECT_EQ(journal.back(), "CloseController");
+      expectEnded(CalibrationOutcome::timedOut);
       EXPECT_EQ(times("StoreCalibrationData"), 0);
-      EXPECT_EQ(shown->left, 1);
+      // The bar crosses 15000 twips at 50 each 200 ms: in a minute, but while the driver settles on the first target.
+      EXPECT_EQ(shown->barWidth, 14950);
+      const auto target = std::find(journal.rbegin(), journal.rend(), "delay 800");
+      const auto asked = std::count(journal.rbegin(), target, "delay 100");
+      EXPECT_TRUE(asked > 590 && asked <= 600) << asked;
     }
   }
-}
-
-TEST_F(Calibrating, PulsesTheTargetAndMarksItDone) {
-  script.touches = {std::pair{0, 0}};
-  begin(3);
-  const auto expectDrawnAt = [this](std::chrono::milliseconds time, Lines expected) {
-    clock.after(time, [this, time, expected = std::move(expected)] {
-      EXPECT_EQ(shown->drawn, expected) << time.count() << " ms";
-      shown->drawn.clear();
-    });
-  };
-  const Lines circles(3, "circle 250 15");
-  expectDrawnAt(599ms, {});
-  expectDrawnAt(601ms, Lines{"clear"} + Lines(10, "line") + circles);
-  expectDrawnAt(1610ms,
-                {"circle 250 10", "circle 175 11", "circle 100 12", "circle 25 13", "circle 250 7",
-                 "circle 175 7", "circle 100 7", "circle 25 7", "circle 250 10"});
-  clock.after(2390ms, [this] { shown->drawn.clear(); });
-  // Raw mode is on after 900 ms, the target is due after 1700, armed till 2300, asked at 2400.
-  expectDrawnAt(
-      2410ms, {"circle 250 10", "circle 250 14", "circle 175 14", "circle 100 14", "circle 25 14"});
-  clock.after(3s, [this] { calibration->cancel(); });
-  live(10s);
 }
 
 TEST_F(Calibrating, StartButtonChecksThatTheControllerCanBeOpened) {
   script.results["OpenController"] = 1;
   begin(3);
   calibration->start();
-  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "message Open Controller Error!!"}));
   live(5s);
-  EXPECT_EQ(journal.size(), 2u) << "it does not start by itself after that";
-  EXPECT_TRUE(shown->startShown && shown->cancelShown) << "the user can try again";
-  EXPECT_EQ(shown->left, 0);
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "message Open Controller Error!!"}))
+      << "it does not start by itself after that";
+  EXPECT_EQ(shown->buttons, std::pair(true, true)) << "the user can try again";
 
   journal.clear();
   script.results.clear();
-  touchEachTarget(3);
+  touchTargets(3);
   calibration->start();
   EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseController"} + enterLines("CR") +
                       pointLines(0, 3) + pointLines(1, 3) + pointLines(2, 3) + penUpAtEnd + store));
 }
 
-/// Every way out at every moment of every procedure.
-class Abandoning : public Calibrating, public testing::WithParamInterface<int> {
- protected:
-  enum class Way { cancel, escape };
+/// With a point count, by Cancel and by Esc.
+class Abandoning : public Calibrating, public testing::WithParamInterface<std::tuple<int, bool>> {};
 
-  /// A run in which each target is touched at the third poll and the finger lifts at the fourth, abandoned at `moment`.
-  /// False when the run had already ended by then.
-  bool abandonAt(std::chrono::milliseconds moment, Way way) {
-    const int points = GetParam();
+TEST_P(Abandoning, LeavesNothingBehindAtAnyMoment) {
+  const auto& [points, byEscape] = GetParam();
+  bool ended = false;
+  for (auto moment = 25ms; !ended && !HasFailure(); moment += 50ms) {
+    SCOPED_TRACE(std::to_string(moment.count()) + " ms");
+    ASSERT_LT(moment, 1min) << "the procedure never ended";
     journal.clear();
-    script.touches.clear();
-    script.sequences.clear();
-    for (int i = 0; i < points; ++i) {
-      script.touches.insert(script.touches.end(),
-                            {std::nullopt, std::nullopt, std::pair{1000 * i, 0}});
-      script.sequences["IsPenUp"].insert(script.sequences["IsPenUp"].end(), {0, 0, 0, 1});
-    }
-    int polls = 0;
-    script.onCall = [this, &polls](const std::string& line) {
-      if (line == "ReadLength" && ++polls % 3 == 0) script.pending = replyOf("1");
-    };
+    touchTargets(points, 3);
+    script.sequences["IsPenUp"].clear();
+    for (int poll = 0; poll < 4 * points; ++poll)
+      script.sequences["IsPenUp"].push_back(poll % 4 == 3);
     begin(points);
 
-    bool running = false;
-    bool storing = false;
     bool stored = false;
-    std::size_t linesBefore = 0;
+    bool stopped = false;
+    std::ptrdiff_t linesBefore = 0;
     clock.after(moment, [&] {
-      stored = shown->outcome == CalibrationOutcome::stored;
-      running = calibration->running();
+      ended = !shown->endings.empty();
       // With two points the controller has stored its result when it has accepted the second.
-      const bool controllerHasIt = points == 2 && polls >= 6;
-      storing = running && (!shown->exitAllowed || controllerHasIt);
-      linesBefore = journal.size() - 1;  // live() drops its own line afterwards
-      way == Way::cancel ? calibration->cancel() : calibration->escape();
+      stored = points == 2 ? polls >= 6 : !shown->exitAllowed;
+      stopped = calibration->running() && shown->exitAllowed;
+      linesBefore = std::ssize(journal) - 1;  // live() drops its own line afterwards
+      byEscape ? calibration->escape() : calibration->cancel();
     });
     live(moment + 5s);
 
+    EXPECT_THAT(shown->endings,
+                ElementsAre(stored ? CalibrationOutcome::stored : CalibrationOutcome::cancelled));
     EXPECT_EQ(shown->left, 1);
-    EXPECT_EQ(shown->endings, 1);
-    EXPECT_FALSE(calibration->running());
-    EXPECT_TRUE(script.openHandles.empty());
-    const bool expectStored = stored || storing;
-    EXPECT_EQ(shown->outcome,
-              expectStored ? CalibrationOutcome::stored : CalibrationOutcome::cancelled);
-    EXPECT_EQ(times("StoreCalibrationData"), expectStored && points != 2 ? 1 : 0);
-    if (running && !(storing && points != 2)) {
-      // Whatever was waited for ends at once; after that nothing is asked of the controller but what the way out needs.
-      Lines after(journal.begin() + static_cast<std::ptrdiff_t>(linesBefore), journal.end());
-      std::erase(after, "yield 3001");
-      const Lines expected = way == Way::escape ? Lines{"FlushReadBuffer"} + reset : Lines{};
-      EXPECT_EQ(after, expected + Lines{"CloseController"});
-    }
-    return !stored;
-  }
-};
-
-TEST_P(Abandoning, LeavesNothingBehindAtAnyMoment) {
-  for (const Way way : {Way::cancel, Way::escape}) {
-    for (auto moment = 25ms; !HasFailure(); moment += 50ms) {
-      SCOPED_TRACE((way == Way::escape ? "Esc at " : "Cancel at ") +
-                   std::to_string(moment.count()) + " ms");
-      if (!abandonAt(moment, way)) break;
-      ASSERT_LT(moment, 1min) << "the procedure never ended";
-    }
+    EXPECT_EQ(times("StoreCalibrationData"), stored && points != 2 ? 1 : 0);
+    if (!stopped) continue;
+    // Whatever was waited for ends at once; after that nothing is asked of the controller but what the way out needs.
+    Lines after(journal.begin() + linesBefore, journal.end());
+    std::erase(after, "yield 3001");
+    EXPECT_EQ(after,
+              (byEscape ? Lines{"FlushReadBuffer"} + reset : Lines{}) + Lines{"CloseController"});
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(PointCounts, Abandoning, testing::Values(2, 3, 5, 9));
+INSTANTIATE_TEST_SUITE_P(PointCounts, Abandoning,
+                         testing::Combine(testing::Values(2, 3, 5, 9), testing::Bool()));
 
 TEST_F(Calibrating, ResetsOnceMoreWhenTheResetIsNotAcknowledged) {
   script.replies["R"] = {{}, refusal};
