@@ -102,10 +102,6 @@ class DebuggerBench : public Desk {
   bool pluggedIn(int number) {
     return terminals.contains(number) && terminals[number]->isPluggedIn();
   }
-  bool journalHas(const std::string& part) const {
-    return std::ranges::any_of(
-        journal, [&](const std::string& line) { return line.find(part) != line.npos; });
-  }
 
   /// A port that this comes in on from now on, in place of the bench's own.
   ReceivingPort hearing(const Incoming& incoming) {

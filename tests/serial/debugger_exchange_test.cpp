@@ -10,6 +10,7 @@ namespace touch::test {
 namespace {
 
 using enum CommandSet;
+using testing::Contains;
 
 class DebuggerExchangeTest : public DebuggerBench {
  protected:
@@ -25,14 +26,9 @@ class DebuggerExchangeTest : public DebuggerBench {
 };
 
 TEST_F(DebuggerExchangeTest, EveryEntrySendsItsBytesOnceWhenTheAnswerIsGood) {
-  const struct {
-    CommandSet set;
-    Bytes answer;
-    const char* wait;
-    std::string entries;  ///< with a comma in front of each
-  } sets[] = {
+  const std::tuple<CommandSet, Bytes, std::string> sets[] = {
       // "Ouput" and the leap from e to g look like slips and are what the lists have always said.
-      {m01, replyOf("0A"), "delay 100",
+      {m01, replyOf("0A"),
        ",CR=Calibrate Raw[a],CX=Calibrate Extended[b],FD=Format Decimal[c],FH=Format Hexadecimal[d]"
        ",FO=Finger Only[e],FR=Format Raw[f],FT=Format Tablet[g],GP=Get Parameter Block[h]"
        ",MI=Mode Inactive[i],MP=Mode Point[j],MS=Mode Stream[k],MT=Mode Status[l]"
@@ -40,12 +36,12 @@ TEST_F(DebuggerExchangeTest, EveryEntrySendsItsBytesOnceWhenTheAnswerIsGood) {
        ",PO=Pen Only[q],R=Reset[r],RD=Restore Default(Controller)[s]"
        ",RF=Restore Default(Factory)[t],SE=Sensitivity Set[u],SP=Set Parameter Block[v]"
        ",UT=Unit Type[w],UV=Unit Type Verify[x],Uu=Query Format[y],Z=Null Command[z],N72toN81"},
-      {quorvane, replyOf("0A"), "delay 100",
+      {quorvane, replyOf("0A"),
        ",iC=Calibrate Raw[a],iT=Format Tablet[b],iG=Get Parameter Block[c],iI=Mode Inactive[d]"
        ",iP=Mode Point[e],iS=Mode Stream[f],iO=Ouput Identity[g],iL=Parameter Lock[h],iR=Reset[i]"
        ",iD=Restore Default(Controller)[j],iF=Restore Default(Factory)[k],iE=Sensitivity Set[l]"
        ",iW=Set Parameter Block[m],iU=Unit Type[n],Uu=Query Format[o]"},
-      {e02, bytesOf("UIa0000000"), "delay 300",
+      {e02, bytesOf("UIa0000000"),
        ",a==Acknowledge[a],b==Report[b],d==Diagnostics[c],i==ID[d],o==Owner[e],R==Reset[g]"
        ",L==Low power[h],M==Mode[i]"},
   };
@@ -58,14 +54,13 @@ TEST_F(DebuggerExchangeTest, EveryEntrySendsItsBytesOnceWhenTheAnswerIsGood) {
   const std::set<std::string> reads = {"GP", "iG"};
   const std::set<std::string> writes = {"SP", "iW"};
   const std::set<std::string> changesFormat = {"R", "iR", "CR", "FR", "iC"};
-  for (const auto& [set, answer, wait, entries] : sets) {
+  for (const auto& [set, answer, entries] : sets) {
     std::string listed;
     for (const std::string_view entry : cm1set(set)) {
       SCOPED_TRACE(entry);
       const std::string word(entry.substr(0, entry.find('=')));
       listed.append(1, ',').append(entry);
       wire.clear();
-      journal.clear();
       answers = {answer};
       session.commandSet = set;
       DebuggerExchange fresh(access(), prompt, port, log);
@@ -73,7 +68,6 @@ TEST_F(DebuggerExchangeTest, EveryEntrySendsItsBytesOnceWhenTheAnswerIsGood) {
       const std::string framed = set == e02 ? 'U' + word + "2345678S" : '\x01' + word + '\r';
       const std::string bytes = special.contains(word) ? special.at(word) : framed;
       EXPECT_EQ(wire, Lines{hexText(bytesOf(bytes))});
-      EXPECT_TRUE(journalHas(wait));
       EXPECT_EQ(fresh.replyFormat(), set == e02 || !changesFormat.contains(word));
       EXPECT_EQ(panelsFor(set, entry), (CommandPanels{reads.contains(word) || writes.contains(word),
                                                       writes.contains(word)}));
@@ -82,30 +76,18 @@ TEST_F(DebuggerExchangeTest, EveryEntrySendsItsBytesOnceWhenTheAnswerIsGood) {
   }
 }
 
-TEST_F(DebuggerExchangeTest, ClearsThePortFirstAndShowsTextAndHex) {
-  answers = {bytesOf("\x01 A\x1E\x02Z\xE9 \r")};
-  const auto reply = send(m01, {"UT=Unit Type[w]"});
-  EXPECT_EQ(journal, (Lines{"clear output", "clear input", "delay 100", "01 55 54 0D"}));
-  ASSERT_TRUE(reply);
-  EXPECT_EQ(reply->text, "A\x1EZ\xC3\xA9") << "30 is shown, 29 and less are not; blanks go";
-  EXPECT_EQ(reply->hex, "01 20 41 1E 02 5A E9 20 0D ");
-  const auto lines = log.lines();
-  ASSERT_EQ(lines.size(), 2u);
-  EXPECT_EQ(lines[0].kind, ConsoleLineKind::sent);
-  EXPECT_EQ(lines[1].bytes, reply->bytes);
-  EXPECT_EQ(lines[1].time.count(), 100);
+TEST(ShownReply, HasTheCharactersFrom30OnWithoutOuterBlanksAndAllBytes) {
+  const auto reply = shownReply(bytesOf("\x01 A\x1E\x1DZ\xE9 \r"));
+  EXPECT_EQ(reply.text, "A\x1EZ\xC3\xA9");
+  EXPECT_EQ(reply.hex, "01 20 41 1E 1D 5A E9 20 0D ");
 }
 
 TEST_F(DebuggerExchangeTest, RepeatsWhatIsAnsweredBadlyAndNoOftenerThanItsSetHasIt) {
   const Bytes none;
   const Bytes good = bytesOf("UIa0");
-  const struct {
-    CommandSet set;
-    const char* what;
-    std::deque<Bytes> answers;
-    std::vector<int> waits;
-    std::string text;  ///< empty: nothing to show
-  } cases[] = {
+  // What is shown in the end; nothing when that is empty.
+  using Waits = std::vector<int>;
+  const std::tuple<CommandSet, const char*, std::deque<Bytes>, Waits, std::string> cases[] = {
       {quorvane, "good", {replyOf("01")}, {100}, "01"},
       {quorvane, "three bytes", {replyOf("0"), replyOf("0")}, {100, 100}, "0"},
       {quorvane, "no start", {bytesOf("x12\r"), replyOf("34")}, {100, 100}, "34"},
@@ -125,38 +107,35 @@ TEST_F(DebuggerExchangeTest, RepeatsWhatIsAnsweredBadlyAndNoOftenerThanItsSetHas
       {m01, {"UT=Unit Type[w]", "01 55 54 0D"}},
       {quorvane, {"iU=Unit Type[n]", "01 69 55 0D"}},
       {e02, {"i==ID[d]", "55 69 32 33 34 35 36 37 38 53"}}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    wire.clear();
+  for (const auto& [set, what, given, waits, text] : cases) {
+    SCOPED_TRACE(what);
     journal.clear();
-    answers = c.answers;
-    const auto& [entry, bytes] = entries.at(c.set);
-    const auto reply = send(c.set, {entry});
+    answers = given;
+    const auto& [entry, bytes] = entries.at(set);
+    const auto reply = send(set, {entry});
     Lines expected = {"clear output", "clear input"};
-    for (const int wait : c.waits)
+    for (const int wait : waits)
       expected.insert(expected.end(), {"delay " + std::to_string(wait), bytes});
-    if (c.text.empty()) expected.push_back("message No Return Data ??? [Result -----]");
+    if (text.empty()) expected.push_back("message No Return Data ??? [Result -----]");
     EXPECT_EQ(journal, expected);
-    EXPECT_EQ(reply.has_value(), !c.text.empty());
-    EXPECT_EQ(reply ? reply->text : "", c.text);
+    EXPECT_EQ(reply.has_value(), !text.empty());
+    EXPECT_EQ(reply ? reply->text : "", text);
   }
 }
 
 TEST_F(DebuggerExchangeTest, SendsNothingWithoutWhatTheCommandNeeds) {
   const std::string write = "SP=Set Parameter Block[v]";
   const std::string iWrite = "iW=Set Parameter Block[m]";
-  const std::string highError = "message Data High Byte Error!!";
-  const std::string lowError = "message Data Low Byte Error!!";
   const std::tuple<CommandSet, SendChoice, Lines> cases[] = {
       {m01, {}, {}},
       {m01, {"R="}, {}},
       {e02, {"a="}, {}},
       {e02, {"UT=Unit Type[w]"}, {}},
       {e02, {"M==Mode[i]"}, {"message Select Setting Mode First!!"}},
-      {m01, {write, {}, "20", "1", "34"}, {highError}},
-      {m01, {write, {}, "20", "G1", "3"}, {highError}},
-      {quorvane, {iWrite, {}, "20", "12", "345"}, {lowError}},
-      {quorvane, {iWrite, {}, "20", "12", " 3"}, {lowError}},
+      {m01, {write, {}, "20", "1", "34"}, {"message Data High Byte Error!!"}},
+      {m01, {write, {}, "20", "G1", "3"}, {"message Data High Byte Error!!"}},
+      {quorvane, {iWrite, {}, "20", "12", "345"}, {"message Data Low Byte Error!!"}},
+      {quorvane, {iWrite, {}, "20", "12", " 3"}, {"message Data Low Byte Error!!"}},
   };
   for (const auto& [set, choice, told] : cases) {
     journal.clear();
@@ -181,7 +160,7 @@ TEST_F(DebuggerExchangeTest, ChangesTheLineOnlyWhenTheUserSaysSo) {
   EXPECT_TRUE(log.lines().empty());
   prompt.answerYes = true;
   send(m01, {"N72toN81"});
-  EXPECT_TRUE(journalHas("01 50 4E 38 31 0D at 7N2"));
+  EXPECT_THAT(journal, Contains("01 50 4E 38 31 0D at 7N2"));
   EXPECT_EQ(shown(log.lines()), "Comport setting from 9600,N,7,2 Change to 9600,N,8,1 \n");
 }
 
@@ -198,46 +177,29 @@ TEST_F(DebuggerExchangeTest, NoSecondOneStartsInsideTheFirst) {
   EXPECT_FALSE(port.isBusy());
 }
 
-TEST(CommandSets, MapAnE02PositionToItsSettingsAndItsPacketWhateverItsLetter) {
-  const std::tuple<std::size_t, std::optional<std::size_t>, std::string> cases[] = {
-      {0, std::nullopt, "Ua2345678S"},
-      {5, std::nullopt, "UR2345678S"},
-      {6, std::nullopt, "\x01Uu23456\rS"},
-      {7, 0, "UL0345678S"},
-      {7, 2, ""},
-      {7, std::nullopt, ""},
-      {8, 0, "UM1345678S"},
-      {8, 1, "UM2345678S"},
-      {9, 0, ""}};
-  for (const auto& [position, setting, packet] : cases) {
-    EXPECT_EQ(e02Packet(position, setting), packet) << position;
-    EXPECT_EQ(settingListAt(position).has_value(), position == 7 || position == 8);
+TEST(CommandSets, HaveTheSettingsOfAnE02PositionWhateverItsLetter) {
+  std::string listed;
+  for (const std::size_t position : {6, 7, 8, 9}) {
+    const auto list = settingListAt(position);
+    if (!list) continue;
+    listed.append(list->caption).append(1, '\n');
+    for (const std::size_t item : {0, 1})
+      listed.append(list->items[item]).append(": ").append(e02Packet(position, item)) += '\n';
   }
-  using Texts = std::array<std::string_view, 2>;
-  EXPECT_EQ(settingListAt(7).value().caption, "Power Saving Mode");
-  EXPECT_EQ(settingListAt(7).value().items, (Texts{"0 - Keep Power On", "1 - Power Saving Mode"}));
-  EXPECT_EQ(settingListAt(8).value().caption, "Operating Mode");
-  EXPECT_EQ(settingListAt(8).value().items, (Texts{"1 - Stream Mode", "2 - Untouch Mide"}));
+  EXPECT_EQ(listed,
+            "Power Saving Mode\n0 - Keep Power On: UL0345678S\n1 - Power Saving Mode: UL1345678S\n"
+            "Operating Mode\n1 - Stream Mode: UM1345678S\n2 - Untouch Mide: UM2345678S\n");
+  EXPECT_EQ(e02Packet(7, 2) + e02Packet(7, std::nullopt) + e02Packet(9, 0), "");
 }
 
-TEST(AddressSelector, JumpsFrom3FTo80) {
-  for (const auto& [value, address] :
-       {std::pair(0, "00"), std::pair(addressSelectorStart, "20"), std::pair(63, "3F"),
-        std::pair(64, "80"), std::pair(191, "FF")}) {
-    EXPECT_EQ(selectedAddress(value), address);
-  }
-}
-
-TEST(DataBoxes, KeepTheLastTwoCharactersAndTakeOnlyHexadecimalDigits) {
+TEST(ParameterEntry, JumpsFrom3FTo80AndTakesTwoHexadecimalDigits) {
+  EXPECT_EQ(selectedAddress(63) + selectedAddress(64) + selectedAddress(191), "3F80FF");
   EXPECT_EQ(keptDataText("12345"), "45");
-  EXPECT_EQ(keptDataText("1"), "1");
   EXPECT_TRUE(fillsDataBox("1A"));
   EXPECT_FALSE(fillsDataBox("1"));
   EXPECT_EQ(leftDataText(" a1 "), "A1");
-  EXPECT_EQ(leftDataText(""), "");
-  for (const char* text : {"G1", "1 2", "@", "/", ":", "\xC3\xA9"}) {
+  for (const char* text : {"G1", "1 2", "@", "/", ":", "\xC3\xA9"})
     EXPECT_EQ(leftDataText(text), std::nullopt) << text;
-  }
 }
 
 }  // namespace

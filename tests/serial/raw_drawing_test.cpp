@@ -13,15 +13,14 @@ Bytes tablet(std::uint8_t status, int x, int y) {
   return {status, low(x), low(x >> 7), low(y), low(y >> 7)};
 }
 
-// One count is one twip.
-constexpr TwipsSize area{16383, 16383};
-
 class RawDrawingTest : public DebuggerBench {
  protected:
   void play(const Incoming& incoming, ReportFamily family = ReportFamily::tablet) {
+    // One count of a tablet is one twip.
     drawing = std::make_unique<RawDrawing>(
         clock, hearing(incoming),
-        RawDrawing::Canvas{surface, area, [this](PixelPoint to) { cursor.push_back(to); }},
+        RawDrawing::Canvas{
+            surface, {16383, 16383}, [this](PixelPoint to) { cursor.push_back(to); }},
         ReportDecoder(family));
     drawing->start();
   }
@@ -42,23 +41,16 @@ TEST_F(RawDrawingTest, JoinsTheReportsOfAStrokeAndEndsItAtPenUpOrWhenTheLineIsId
   EXPECT_EQ(drawing->reports(), 6u);
 }
 
-TEST_F(RawDrawingTest, DrawsWithThePenAndFollowsWithTheCursorInsideTheScreen) {
-  play({{10ms, tablet(0xD8, 0, 30)},
-        {40ms, tablet(0xD8, 16383, 16383)},
-        {60ms, tablet(0xD8, 45, 60)}});
+TEST_F(RawDrawingTest, DrawsWithThePenTheFullRangeAndFollowsWithTheCursorInsideTheScreen) {
+  play({{10ms, bytesOf("UT\x82\xFF\xFF") + Bytes{0, 0, 0, 0, 'S'}},
+        {60ms, bytesOf("UT\x82") + Bytes(4, 0xFF) + bytesOf("00S")}},
+       ReportFamily::e02);
   drawing->pen.mode = PenMode::points;
   drawing->pen.width = 2;
   drawing->options.followCursor = true;
   clock.delay(100ms);
-  EXPECT_EQ(surface.drawn,
-            (Lines{"point 0,30 #12 2", "point 16383,16383 #12 2", "point 45,60 #12 2"}));
-  EXPECT_EQ(cursor, (std::vector<PixelPoint>{{0, 2}, {1091, 1091}, {3, 4}}));
-}
-
-TEST_F(RawDrawingTest, ScalesTheFullRangeOfEitherFamilyOntoTheArea) {
-  play({{10ms, bytesOf("UT\x82\xFF\xFF") + Bytes{0, 0, 0, 0, 'S'}}}, ReportFamily::e02);
-  clock.delay(100ms);
-  EXPECT_EQ(surface.drawn, Lines{"point 16383,0 #12 1"});
+  EXPECT_EQ(surface.drawn, (Lines{"point 16383,0 #12 2", "point 16383,16383 #12 2"}));
+  EXPECT_EQ(cursor, (std::vector<PixelPoint>{{1091, 0}, {1091, 1091}}));
 }
 
 TEST_F(RawDrawingTest, FitsTheObservedRange) {
@@ -81,15 +73,12 @@ TEST_F(RawDrawingTest, ReadsNothingWhilePausedAndDecodesNothingWhileOnlyMonitori
   drawing->options.paused = true;
   clock.delay(100ms);
   EXPECT_EQ(drawing->monitor().text(), "");
-  EXPECT_GT(replay->inBufferCount(), 0u);
   drawing->options = {.monitorOnly = true};
   clock.delay(200ms);
   EXPECT_EQ(surface.drawn, Lines{});
   EXPECT_EQ(drawing->monitor().text(), "\n  --- D8 01 00 02 00   --- D8 03 00 04 00 ");
-  EXPECT_TRUE(drawing->noticeIsUp()) << "for seven ticks";
   drawing->options = {};
   clock.delay(100ms);
-  EXPECT_FALSE(drawing->noticeIsUp());
   EXPECT_EQ(surface.drawn, Lines{"point 5,6 #12 1"});
   EXPECT_EQ(drawing->dotOfTextAt(drawing->monitor().text().size() - 3), (TwipsPoint{5, 6}));
 }
@@ -103,21 +92,23 @@ TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
   const auto part = [&](TextRange range) {
     return text.substr(range.begin, range.end - range.begin);
   };
+  const auto stray = [&] {
+    std::string parts;
+    for (const TextRange range : drawing->strayText())
+      parts += part(range) + ';';
+    return parts;
+  };
   EXPECT_EQ(part(drawing->bytesOfDotAt({1050, 2000}).value()), "D8 68 07 50 0F");
   EXPECT_EQ(part(drawing->bytesOfDotAt({9000, 9100}).value()), "98 28 46 28 46");
   EXPECT_FALSE(drawing->bytesOfDotAt({5000, 5000}));
   EXPECT_EQ(drawing->dotOfTextAt(text.find("50")), (TwipsPoint{1000, 2000}));
-  EXPECT_FALSE(drawing->dotOfTextAt(text.find("43")));
-  EXPECT_FALSE(drawing->dotOfTextAt(0));
-  EXPECT_FALSE(drawing->dotOfTextAt(text.size()));
-  const auto stray = drawing->strayText();
-  ASSERT_EQ(stray.size(), 2u) << "the last two may become a packet";
-  EXPECT_EQ(part(stray[0]), "41 42");
-  EXPECT_EQ(part(stray[1]), "43");
+  for (const std::size_t nowhere : {text.find("43"), std::size_t{0}, text.size()})
+    EXPECT_FALSE(drawing->dotOfTextAt(nowhere)) << nowhere;
+  EXPECT_EQ(stray(), "41 42;43;") << "the last two may become a packet";
   clock.delay(50ms);
-  EXPECT_EQ(part(drawing->strayText().at(2)), "D8 01");
+  EXPECT_EQ(stray(), "41 42;43;D8 01;");
   drawing->clearMonitor();
-  EXPECT_TRUE(drawing->strayText().empty());
+  EXPECT_EQ(stray(), "");
 }
 
 TEST(HexMonitorText, BreaksTheLineBeforeEveryFifthStatusByteAndStopsGrowing) {
@@ -126,13 +117,11 @@ TEST(HexMonitorText, BreaksTheLineBeforeEveryFifthStatusByteAndStopsGrowing) {
   EXPECT_EQ(monitor.text(), "0A \n  --- 80   --- FF 7F   --- 81   --- 82   --- 83 \n  --- 84 ");
   monitor.clear();
   monitor.add(Bytes(3000, 0x41), 7);
+  monitor.add(Bytes{0x42}, 3007);
   EXPECT_EQ(monitor.text().size(), 8001u) << "2667 bytes: the text was not yet longer than 8000";
   EXPECT_EQ(monitor.endOffset(), 7u + 2667);
-  monitor.add(Bytes{0x42}, 3007);
-  EXPECT_EQ(monitor.text().size(), 8001u);
   EXPECT_EQ(monitor.rangeOf(7, 2), (TextRange{0, 5}));
-  EXPECT_FALSE(monitor.rangeOf(3007, 1));
-  EXPECT_FALSE(monitor.rangeOf(6, 1));
+  EXPECT_FALSE(monitor.rangeOf(3007, 1) || monitor.rangeOf(6, 1));
 }
 
 }  // namespace
