@@ -1,6 +1,5 @@
 #include "console/doctor.h"
 
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "console/diagnostics_file.h"
@@ -29,10 +28,6 @@ class Doctor : public test::ParameterDesk {
     script.names = {"RS232 DEVICE 1"};
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
-    // The parameter memory answers "GP" and leaves these two alone.
-    script.onCall = [serve = script.onCall](const std::string& line) {
-      if (!line.ends_with(" UT") && !line.ends_with(" OI")) serve(line);
-    };
     patient.workFolder = folder.path();
     patient.driverPath = RECORDING_LIBRARY;
     patient.access.emplace(access());
@@ -51,10 +46,11 @@ class Doctor : public test::ParameterDesk {
   }
   Lines found(std::string_view topic) { return of(examine(patient), topic); }
 
-  std::string unpacked(const fs::path& file, const std::string& entry) {
+  std::string unpacked(const std::string& entry) const {
     return test::runProgram("/usr/bin/unzip", {"-p", file, entry}).output;
   }
 
+  const fs::path file = folder.path() / "d.zip";
   Patient patient;
 };
 
@@ -62,7 +58,7 @@ TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
   session.controllerName = "the current one";
   const test::Bytes silence;
   const struct {
-    std::vector<std::string> names;
+    Lines names;
     std::deque<test::Bytes> unitTypes;  ///< each controller is asked twice at most
     Lines found;
   } cases[] = {
@@ -70,13 +66,10 @@ TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
       {{"RS232 DEVICE 1"},
        {silence},
        {"problem: RS232 DEVICE 1 is known to the driver, but does not answer."}},
-      {{"DEVICE USB", "USB DEVICE 2"},
-       {silence, replyOf("QRMV0301")},
-       {"note: The driver also knows of DEVICE USB.",
-        "ok: USB DEVICE 2 answers, unit type QRMV0301."}},
-      {{"RS232 DEVICE 1", "USB DEVICE 2"},
+      {{"DEVICE USB", "RS232 DEVICE 1", "USB DEVICE 2"},
        {silence, silence, replyOf("QMRV1000")},
        {"note: RS232 DEVICE 1 is known to the driver, but does not answer.",
+        "note: The driver also knows of DEVICE USB.",
         "ok: USB DEVICE 2 answers, unit type QMRV1000."}},
   };
   script.replies["OI"] = {silence};
@@ -96,30 +89,25 @@ TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
 TEST_F(Doctor, LooksAtTheLibrary) {
   EXPECT_EQ(found("library"), (Lines{"ok: The driver library is " + std::string(RECORDING_LIBRARY) +
                                      "; all 36 operations are there."}));
-  patient.simulated = true;
-  EXPECT_EQ(found("library").front(), "note: The simulated driver is in use.");
-  patient.refused = NexapiDriver::bind(std::nullopt).error();
-  EXPECT_THAT(found("library").front(),
-              HasSubstr("library nexapi cannot be used: libnexapi.so: cannot open"));
+  patient.refused = NexapiDriver::bind(INCOMPLETE_LIBRARY).error();
+  EXPECT_THAT(found("library").front(), HasSubstr("it lacks the operation IsPenUp"));
+  EXPECT_THAT(examine(patient).findings.front().nextStep, HasSubstr(INCOMPLETE_LIBRARY));
 
   patient.access.reset();
-  patient.simulated = false;
-  const Diagnosis none = examine(patient);
-  EXPECT_THAT(of(none, "library"), testing::Contains(HasSubstr(programFolder().string())));
-  EXPECT_EQ(of(none, "controllers"),
-            (Lines{"note: No controller was looked for: there is no driver to ask."}));
-  patient.refused = NexapiDriver::bind(INCOMPLETE_LIBRARY).error();
-  const auto diagnosis = examine(patient);
-  EXPECT_THAT(diagnosis.findings.front().what, HasSubstr("it lacks the operation IsPenUp"));
-  EXPECT_THAT(diagnosis.findings.front().nextStep, HasSubstr(INCOMPLETE_LIBRARY));
+  patient.refused = NexapiDriver::bind(std::nullopt).error();
+  EXPECT_THAT(found("library"),
+              testing::ElementsAre(HasSubstr("library nexapi cannot be used: libnexapi.so: cannot"),
+                                   HasSubstr(programFolder().string())));
+  EXPECT_THAT(found("controllers"), testing::ElementsAre(StartsWith("note: No controller was")));
+  patient.simulated = true;
+  EXPECT_THAT(examine(patient).findings.front().nextStep, HasSubstr("install TouchUtility again"));
 }
 
-TEST_F(Doctor, LooksAtFolderScreensPortsAndFiles) {
+TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
   EXPECT_THAT(found("folder").front(), StartsWith("ok: "));
   EXPECT_TRUE(fs::is_empty(folder.path())) << "nothing is left behind";
   patient.workFolder = folder.path() / "none";
   EXPECT_THAT(found("folder").front(), AllOf(StartsWith("problem: "), HasSubstr("No such file")));
-  patient.workFolder = folder.path();
 
   patient.screens = {{"DP-1", 1920, 1080, 100}, {"DP-2", 640, 400, 200}};
   EXPECT_EQ(found("screens"), (Lines{"note: DP-2: 640 x 400 pixels at 200 %, which is little.",
@@ -133,11 +121,12 @@ TEST_F(Doctor, LooksAtFolderScreensPortsAndFiles) {
   // It opens no port to see.
   EXPECT_THAT(found("ports"),
               testing::Contains(StartsWith("ok: COM5 (/dev/full): this user may open it")));
+}
 
+TEST_F(Doctor, LooksAtTheOptionalFiles) {
   const struct {
     const char* name;
-    std::string sound;
-    std::string damaged;
+    std::string sound, damaged;
     const char* complaint;
   } files[] = {
       {"errmsg.txt", std::string(100, '\n'), "one\n", "expected 100 lines"},
@@ -147,34 +136,31 @@ TEST_F(Doctor, LooksAtFolderScreensPortsAndFiles) {
       {"cursoroff.txt", "note", std::string(2'000'000, 'x'), "expected at most 1048576 bytes"},
   };
   for (const auto& [name, sound, damaged, complaint] : files) {
-    EXPECT_THAT(found("files"), testing::ElementsAre(HasSubstr(name)))
-        << "not there, and not needed";
+    SCOPED_TRACE(name);
+    EXPECT_THAT(found("files"), testing::ElementsAre(HasSubstr(name))) << "it is not needed";
     folder.write(name, sound);
     EXPECT_THAT(found("files"), testing::Contains("ok: " + std::string(name) + " is sound."));
     folder.write(name, damaged);
     EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr(complaint)));
     fs::remove(folder.path() / name);
     fs::create_symlink("nowhere", folder.path() / name);
-    EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr("a file")))
-        << name;
+    EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr("a file")));
     fs::remove(folder.path() / name);
   }
 }
 
 TEST_F(Doctor, ReportsForPeopleAndForPrograms) {
   const Diagnosis diagnosis{{{problem, "library", "It is \"bad\".", "It matters.", "Mend it."},
-                             {note, "ports", "Odd \xFC.", "", ""},
-                             {ok, "versions", "Program 1.", "", ""}},
+                             {note, "ports", "Odd \xFC.", "", ""}},
                             {}};
   EXPECT_EQ(findingsAsText(diagnosis),
             "problem  It is \"bad\".\n         It matters.\n         Next: Mend it.\n"
-            "note     Odd \u00FC.\nok       Program 1.\n\n1 problem, 1 note.\n");
-  const json object = json::parse(findingsAsJson(diagnosis));
-  EXPECT_EQ(object["problems"], 1);
-  EXPECT_EQ(object["findings"][0],
-            json::parse(R"({"state": "problem", "topic": "library", "what": "It is \"bad\".",
-                            "why": "It matters.", "next": "Mend it."})"));
-  EXPECT_EQ(object["findings"][1]["what"], "Odd \u00fc.");
+            "note     Odd \u00FC.\n\n1 problem, 1 note.\n");
+  EXPECT_EQ(json::parse(findingsAsJson(diagnosis)), json::parse(R"({
+    "problems": 1, "notes": 1, "findings": [
+      {"state": "problem", "topic": "library", "what": "It is \"bad\".", "why": "It matters.",
+       "next": "Mend it."},
+      {"state": "note", "topic": "ports", "what": "Odd ü.", "why": "", "next": ""}]})"));
   EXPECT_EQ(summary({}), "Nothing is wrong");
 }
 
@@ -183,21 +169,22 @@ TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
   Trace trace;
   ASSERT_EQ(trace.start(folder.path() / "t.jsonl"), std::nullopt);
   trace.write("\"call\":\"kept\"");
-  const auto file = folder.path() / "d.zip";
   const auto saved = saveDiagnostics(file, patient, examine(patient), trace);
   EXPECT_EQ(saved.error, std::nullopt);
   EXPECT_TRUE(saved.failed.empty());
   EXPECT_THAT(journal,
               Each(testing::Not(AnyOf(StartsWith("Set"), StartsWith("Enable"),
                                       StartsWith("WriteBuffer SP"), HasSubstr("COMPort")))));
-  EXPECT_THAT(unpacked(file, "doctor.txt"),
-              HasSubstr("RS232 DEVICE 1 answers, unit type QRMV0301, firmware M0130100."));
-  EXPECT_EQ(json::parse(unpacked(file, "doctor.json"))["problems"], 0);
-  EXPECT_THAT(unpacked(file, "versions.txt"),
-              StartsWith("Program 1\nDriver library " RECORDING_LIBRARY));
-  EXPECT_EQ(json::parse(unpacked(file, "settings-1-RS232_DEVICE_1.json"))["GetReportMode"], 77);
-  EXPECT_THAT(unpacked(file, "parameters-1-RS232_DEVICE_1.vrq"), StartsWith("1000\r\n1001\r\n"));
-  EXPECT_THAT(unpacked(file, "trace.jsonl"), HasSubstr("\"call\":\"kept\""));
+  const std::pair<const char*, const char*> parts[] = {
+      {"doctor.txt", "RS232 DEVICE 1 answers, unit type QRMV0301, firmware M0130100."},
+      {"doctor.json", "\"problems\": 0"},
+      {"versions.txt", "Program 1\nDriver library " RECORDING_LIBRARY},
+      {"settings-1-RS232_DEVICE_1.json", "\"GetReportMode\": 77"},
+      {"parameters-1-RS232_DEVICE_1.vrq", "1000\r\n1001\r\n"},
+      {"trace.jsonl", "\"call\":\"kept\""},
+  };
+  for (const auto& [name, content] : parts)
+    EXPECT_THAT(unpacked(name), HasSubstr(content)) << name;
 }
 
 TEST_F(Doctor, SavesTheRestWhenAPartFails) {
@@ -205,26 +192,21 @@ TEST_F(Doctor, SavesTheRestWhenAPartFails) {
   script.names.push_back("USB DEVICE 2");
   script.replies["UT"] = {replyOf("QRMV0301"), test::Bytes{}};
   script.replies["OI"] = {replyOf("M0130100"), test::Bytes{}};
-  const auto file = folder.path() / "d.zip";
   const auto saved = saveDiagnostics(file, patient, examine(patient), Trace());
   EXPECT_EQ(saved.failed, (Lines{"parameters-1-RS232_DEVICE_1.vrq", "settings-2-USB_DEVICE_2.json",
                                  "parameters-2-USB_DEVICE_2.vrq"}));
   EXPECT_THAT(saved.describe(file), HasSubstr("reason in their place: parameters-1"));
-  EXPECT_THAT(unpacked(file, "parameters-1-RS232_DEVICE_1.vrq"),
+  EXPECT_THAT(unpacked("parameters-1-RS232_DEVICE_1.vrq"),
               StartsWith("This part is missing: Word 03: "));
-  EXPECT_THAT(unpacked(file, "settings-1-RS232_DEVICE_1.json"), HasSubstr("GetRotation"));
+  EXPECT_THAT(unpacked("settings-1-RS232_DEVICE_1.json"), HasSubstr("GetRotation"));
 
-  std::vector<std::string> failed;
-  folder.write(
-      "p.zip",
-      packParts(
-          {{"thrown",
-            []() -> Result<std::string, Missing> { throw std::runtime_error("it broke"); }},
-           {"good", []() -> Result<std::string, Missing> { return std::string("all of it"); }}},
-          {}, failed));
+  Lines failed;
+  const auto breaks = []() -> Result<std::string, Missing> { throw std::runtime_error("broken"); };
+  const auto works = []() -> Result<std::string, Missing> { return std::string("all of it"); };
+  folder.write("d.zip", packParts({{"thrown", breaks}, {"good", works}}, {}, failed));
   EXPECT_EQ(failed, Lines{"thrown"});
-  EXPECT_EQ(unpacked(folder.path() / "p.zip", "thrown"), "This part is missing: it broke.\n");
-  EXPECT_EQ(unpacked(folder.path() / "p.zip", "good"), "all of it");
+  EXPECT_EQ(unpacked("thrown"), "This part is missing: broken.\n");
+  EXPECT_EQ(unpacked("good"), "all of it");
 
   const auto nowhere = folder.path() / "none" / "d.zip";
   EXPECT_THAT(saveDiagnostics(nowhere, patient, {}, Trace()).describe(nowhere),

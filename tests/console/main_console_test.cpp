@@ -2,39 +2,16 @@
 
 #include <optional>
 
+#include "tests/core/fake_ports.h"
 #include "tests/support/desk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
 namespace {
 
-using test::bytesOf;
 using test::Lines;
 using test::replyOf;
 using namespace std::chrono_literals;
-
-/// A serial port that opens nowhere.
-class NoPort final : public SerialPort {
- public:
-  explicit NoPort(Lines& journal) : journal_(journal) {}
-  std::optional<std::string> setSettings(std::string_view settings) override {
-    journal_.push_back("port settings " + std::string(settings));
-    return std::nullopt;
-  }
-  void selectPort(int) override {}
-  std::optional<std::string> open() override { return "no such device"; }
-  void close() override {}
-  bool isOpen() const override { return false; }
-  std::optional<std::string> lost() const override { return std::nullopt; }
-  std::size_t inBufferCount() override { return 0; }
-  void clearInput() override {}
-  void clearOutput() override {}
-  void write(std::span<const std::uint8_t>) override {}
-  std::vector<std::uint8_t> readAll() override { return {}; }
-
- private:
-  Lines& journal_;
-};
 
 /// Writes what it is made to show between the driver calls of the journal.
 class View final : public MainView {
@@ -85,8 +62,7 @@ class Console : public test::Desk {
   Console() {
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
-    script.results["GetReportMode"] = 1;
-    script.results["GetRightClickTime"] = 500;
+    script.results = {{"GetReportMode", 1}, {"GetRightClickTime", 500}};
   }
   void startUp() {
     console.startUp(10);
@@ -105,7 +81,7 @@ class Console : public test::Desk {
 
   test::TemporaryFolder folder;
   View view{journal};
-  NoPort port{journal};
+  test::FakePorts port{journal};
   MainConsole console{access(), prompt, view, port, folder.path()};
 };
 
@@ -123,7 +99,7 @@ TEST_F(Console, StartsUpInTheStatedOrder) {
   console.startUp(10);
   const std::string open = "OpenController RS232 DEVICE 1";
   const std::string close = "CloseController";
-  const Lines search = {"port settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
+  const Lines search = {"settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
                         open};
   const Lines unitType = {"WriteBuffer UT", "delay 100", "ReadBuffer 10"};
   const Lines list = {close, "show controllers", open};
@@ -131,37 +107,36 @@ TEST_F(Console, StartsUpInTheStatedOrder) {
       "ReopenCOMPort",       "GetReportMode",      "GetRightClickTime", "GetRightClickEnabled",
       "GetDoubleClickSpeed", "GetDoubleClickArea", "GetReportStatus",   "GetDoubleClickEnabled",
       "GetUpSoundStatus",    "GetDownSoundStatus", "GetRotation"};
-  const Lines firmware = {"WriteBuffer OI", "delay 100", "ReadBuffer 10"};
   const Lines picture = {close, "show settings", "show picture", open};
-  const Lines icon = {close, "show identity", "show icon"};
-  EXPECT_EQ(journal, search + unitType + list + settings + picture + unitType + firmware + icon);
+  const Lines firmware = {"WriteBuffer OI", "delay 100", "ReadBuffer 10"};
+  const Lines end = {close, "show identity", "show icon"};
+  EXPECT_EQ(journal, search + unitType + list + settings + picture + unitType + firmware + end);
   EXPECT_FALSE(view.busy);
   EXPECT_EQ(view.status, "RS232 DEVICE 1 is ready.");
 }
 
-TEST_F(Console, OpensWithoutControllersAndEndsWithoutThem) {
-  script.names.clear();
+TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
+  script.names = {"USB DEVICE 1", "USB DEVICE 2"};
+  script.replies.clear();
   startUp();
+  EXPECT_EQ(view.selected, 1u) << "the last one tried stays the current one";
+  EXPECT_EQ(session.controllerName, "USB DEVICE 2");
+  EXPECT_EQ(view.status, "USB DEVICE 2 does not answer. Check its cable and power.");
+
+  script.names.clear();
+  console.refresh();
   EXPECT_EQ(view.selected, std::nullopt);
+  journal.clear();
   console.information();
   console.calstart(3);
   console.requestPinDefinition();
   EXPECT_EQ(journal, Lines{}) << "nothing can be done without a controller";
   console.searchComPorts();
   EXPECT_EQ(journal.back(), "message controller not found ??") << "but one can be searched for";
-  EXPECT_EQ(view.status, "No COM port could be opened. no such device");
+  EXPECT_EQ(view.status, "No COM port could be opened. absent");
   journal.clear();
   console.exit();
   EXPECT_EQ(journal, Lines{"end"});
-}
-
-TEST_F(Console, SaysWhenNoControllerAnswers) {
-  script.names = {"USB DEVICE 1", "USB DEVICE 2"};
-  script.replies.clear();
-  startUp();
-  EXPECT_EQ(view.selected, 1u) << "the last one tried stays the current one";
-  EXPECT_EQ(session.controllerName, "USB DEVICE 2");
-  EXPECT_NE(view.status.find("does not answer"), view.status.npos);
 }
 
 TEST_F(Console, EndsThroughEachWayOut) {
@@ -208,34 +183,21 @@ TEST_F(Console, ClosingIsPutOffUntilTheActionHasEnded) {
   EXPECT_EQ(steps(), information + closingStep + closingStep + Lines{"end"});
 }
 
-TEST_F(Console, ClosingEndsACalibrationFirst) {
-  startUp();
-  console.calstart(5);
-  EXPECT_EQ(session.calibrationPoints, 5);
-  console.exit();
-  EXPECT_EQ(journal, (Lines{"open calibration", "cancel calibration"}));
-  console.calibrationEnded(false, "cancelled");
-  EXPECT_EQ(steps(),
-            (Lines{"open calibration", "cancel calibration"} + closingStep + Lines{"end"}));
-}
-
-TEST_F(Console, OpensOneTestAtATimeWithOrWithoutAController) {
-  script.names.clear();
+TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
   startUp();
   console.openTest(TestScreen::linearity);
   console.openTest(TestScreen::drawing);
-  console.refresh();
+  console.calstart(3);
   EXPECT_TRUE(view.busy);
-  EXPECT_EQ(journal, Lines{"open linearity"});
   console.testEnded();
   EXPECT_FALSE(view.busy);
-  journal.clear();
-
-  console.openTest(TestScreen::drawing);
+  console.calstart(5);
+  EXPECT_EQ(session.calibrationPoints, 5);
   console.exit();
-  EXPECT_EQ(journal, (Lines{"open drawing", "close test"}));
-  console.testEnded();
-  EXPECT_EQ(journal.back(), "end") << "the way out that was put off";
+  const Lines opened = {"open linearity", "open calibration", "cancel calibration"};
+  EXPECT_EQ(journal, opened);
+  console.calibrationEnded(false, "cancelled");
+  EXPECT_EQ(steps(), opened + closingStep + Lines{"end"}) << "the way out that was put off";
 }
 
 TEST_F(Console, GivesTheDriverItsPortBackAfterThePortSearch) {
@@ -246,35 +208,21 @@ TEST_F(Console, GivesTheDriverItsPortBackAfterThePortSearch) {
   EXPECT_EQ(steps().back(), "message controller not found ??");
 }
 
-TEST_F(Console, GuardsTheDebuggerWithThePassword) {
+TEST_F(Console, GuardsDebuggerAndPinDefinitionWithThePassword) {
   startUp();
-  const std::pair<const char*, Lines> cases[] = {
-      {"abkqzmcd", {"hide password", "open debugger"}},
-      {"KQZM", {"message Password Error!!", "hide password"}},
-      {"", {"message Password Error!!", "hide password"}},
-  };
-  for (const auto& [typed, expected] : cases) {
-    journal.clear();
-    console.passwordEntered(typed);
-    EXPECT_EQ(journal, expected) << typed;
-  }
-  journal.clear();
   console.requestDebugger("");
   console.requestDebugger("xkqzmx");
-  EXPECT_EQ(journal, (Lines{"show password", "open debugger"}));
+  console.passwordEntered("abkqzmcd");
+  console.passwordEntered("KQZM");
+  EXPECT_EQ(journal, (Lines{"show password", "open debugger", "hide password", "open debugger",
+                            "message Password Error!!", "hide password"}));
   EXPECT_EQ(MainConsole::passwordEdited("123456789\u00E9"), "123456789\u00E9");
-  EXPECT_EQ(MainConsole::passwordEdited("12345678901"), "");
-}
 
-TEST_F(Console, GuardsThePinDefinitionWithThePassword) {
-  startUp();
   const std::pair<std::optional<std::string>, bool> cases[] = {
       {"  kqzm ", true}, {"KQZM", false}, {"xkqzm", false}, {"", false}, {std::nullopt, false}};
   for (const auto& [answer, opens] : cases) {
-    journal.clear();
     prompt.answerText = answer;
     console.requestPinDefinition();
-    EXPECT_EQ(journal.front(), "input Please Enter Password : [Special Function]");
     EXPECT_EQ(journal.back() == "open pins", opens) << answer.value_or("cancelled");
   }
 }

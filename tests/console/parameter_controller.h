@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "console/backup.h"
 #include "console/parameter_words.h"
 #include "core/hex.h"
 #include "tests/support/desk.h"
@@ -13,8 +14,7 @@
 
 namespace touch::test {
 
-/// A desk whose controller has a parameter memory, which can break in the ways that such memories
-/// do.
+/// A desk whose controller has a parameter memory, which can break in the ways that such memories do.
 class ParameterDesk : public Desk {
  protected:
   ParameterDesk() {
@@ -28,21 +28,20 @@ class ParameterDesk : public Desk {
   bool storesWhatItDoesNotAcknowledge = false;  ///< the power goes between storing and answering
   std::map<std::uint8_t, ParameterWord> stuck;  ///< words that acknowledge but keep this value
   TemporaryFolder folder;
+  const Backup backup{folder.path(), [] { return Backup::TimePoint{}; }};
 
   /// The writes of the journal, e.g. "SP011AFF".
   Lines written() const {
     Lines lines;
-    for (const auto& line : journal) {
+    for (const auto& line : journal)
       if (line.starts_with("WriteBuffer SP")) lines.push_back(line.substr(12));
-    }
     return lines;
   }
   /// What the user was told and asked.
   Lines said() const {
     Lines lines;
-    for (const auto& line : journal) {
+    for (const auto& line : journal)
       if (line.starts_with("message ") || line.starts_with("confirm ")) lines.push_back(line);
-    }
     return lines;
   }
 
@@ -54,25 +53,26 @@ class ParameterDesk : public Desk {
   void serve(const std::string& line) {
     if (!line.starts_with("WriteBuffer ")) return;
     const std::string command = line.substr(12);
-    script.replies[command] = {Bytes{}};
-    const bool alive = callsUntilPowerLoss != 0;
-    if (callsUntilPowerLoss > 0) --callsUntilPowerLoss;
-    const bool last = callsUntilPowerLoss == 0;
-    if (!alive) return;
-    if (command.starts_with("GP")) {
-      const auto word = memory.find(byteAt(command, 2));
-      script.replies[command] = {word == memory.end() ? refusal
-                                                      : replyOf("0" + wordText(word->second))};
-    } else if (command.starts_with("SP")) {
-      const std::uint8_t address = byteAt(command, 2);
+    const bool reads = command.starts_with("GP");
+    const bool writes = command.starts_with("SP");
+    if (!reads && !writes && command != "RD") return;
+    auto& replies = script.replies[command] = {Bytes{}};
+    if (callsUntilPowerLoss == 0) return;
+    const bool last = --callsUntilPowerLoss == 0;
+    if (command == "RD") {
+      for (auto& [address, word] : memory)
+        word = {0x33, address};
+      replies = {acknowledgement};
+      return;
+    }
+    const std::uint8_t address = byteAt(command, 2);
+    if (reads) {
+      replies = {memory.contains(address) ? replyOf("0" + wordText(memory[address])) : refusal};
+    } else {
       memory[address] = stuck.contains(address)
                             ? stuck[address]
                             : ParameterWord{byteAt(command, 4), byteAt(command, 6)};
-      if (!(last && storesWhatItDoesNotAcknowledge)) script.replies[command] = {acknowledgement};
-    } else if (command == "RD") {
-      for (auto& [address, word] : memory)
-        word = {0x33, address};
-      script.replies[command] = {acknowledgement};
+      if (!(last && storesWhatItDoesNotAcknowledge)) replies = {acknowledgement};
     }
   }
 };

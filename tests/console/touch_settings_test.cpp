@@ -11,13 +11,21 @@ using Bar = TimingBars::Bar;
 
 class TouchSettings : public test::Desk {
  protected:
-  const Setting& setting(const char* name) { return *findSetting(name); }
+  static const Setting& setting(const char* name) { return *findSetting(name); }
+  static Lines timing(int time, int speed, int area) {
+    return {"SetRightClickTime " + std::to_string(time),
+            "SetDoubleClickSpeed " + std::to_string(speed),
+            "SetDoubleClickArea " + std::to_string(area)};
+  }
+  static Lines panelMode(const std::string& first, const std::string& second) {
+    return {"WriteBuffer " + first, "delay 30", "WriteBuffer " + second, "delay 300",
+            "ReadBuffer 10"};
+  }
 
   /// What lies between opening and closing.
   Lines callsOf(const std::function<void()>& action) {
     journal.clear();
     action();
-    EXPECT_GE(journal.size(), 2u);
     EXPECT_EQ(journal.front(), "OpenController " + session.controllerName);
     const auto close = std::find(journal.begin(), journal.end(), "CloseController");
     return {journal.begin() + 1, close};
@@ -26,128 +34,79 @@ class TouchSettings : public test::Desk {
 
 TEST_F(TouchSettings, EachMakesItsOwnCallsAndNoOther) {
   const DriverSettings current{.rightClickTime = 700, .doubleClickSpeed = 4, .doubleClickArea = 9};
-  const struct {
-    const char* name;
-    const char* text;
-    Lines calls;
-  } cases[] = {
+  const std::tuple<const char*, const char*, Lines> cases[] = {
       {"up-sound", "on", {"EnableUpSound 1"}},
       {"down-sound", "on", {"EnableDownSound 1"}},
       {"double-click", "off", {"EnableDoubleClick 0"}},
       {"right-click", "on", {"EnableRightClick 1"}},
       {"rotation", "90", {"SetRotation 1"}},
-      {"rotation", "180", {"SetRotation 2"}},
       {"rotation", "270", {"SetRotation 3"}},
       {"touch-mode", "desktop", {"SetReportMode 1"}},
       {"touch-mode", "button", {"SetReportMode 3"}},
-      {"double-click-speed",
-       "255",
-       {"SetRightClickTime 700", "SetDoubleClickSpeed 255", "SetDoubleClickArea 9"}},
-      {"double-click-area",
-       "0",
-       {"SetRightClickTime 700", "SetDoubleClickSpeed 4", "SetDoubleClickArea 0"}},
-      {"right-click-time",
-       "1200",
-       {"SetRightClickTime 1200", "SetDoubleClickSpeed 4", "SetDoubleClickArea 9"}},
+      {"double-click-speed", "255", timing(700, 255, 9)},
+      {"double-click-area", "0", timing(700, 4, 0)},
+      {"right-click-time", "1200", timing(1200, 4, 9)},
       {"sensitivity", "low", {"WriteBuffer SE0", "delay 300", "FlushReadBuffer"}},
       {"sensitivity", "most", {"WriteBuffer SE4", "delay 300", "FlushReadBuffer"}},
-      {"touch-panel",
-       "off",
-       {"WriteBuffer MS", "delay 30", "WriteBuffer MI", "delay 300", "ReadBuffer 10"}},
-      {"touch-panel",
-       "on",
-       {"WriteBuffer MS", "delay 30", "WriteBuffer MS", "delay 300", "ReadBuffer 10"}},
+      {"touch-panel", "off", panelMode("MS", "MI")},
+      {"touch-panel", "on", panelMode("MS", "MS")},
   };
-  for (const auto& c : cases) {
-    ASSERT_NE(findSetting(c.name), nullptr) << c.name;
-    const auto value = parseSetting(setting(c.name), c.text);
-    ASSERT_TRUE(value) << c.name << ' ' << c.text;
-    EXPECT_EQ(callsOf([&] { setting(c.name).set(access(), prompt, current, *value); }), c.calls)
-        << c.name << ' ' << c.text;
+  for (const auto& [name, text, calls] : cases) {
+    SCOPED_TRACE(std::string(name) + ' ' + text);
+    const auto value = parseSetting(setting(name), text);
+    ASSERT_TRUE(value);
+    EXPECT_EQ(callsOf([&] { setting(name).set(access(), prompt, current, *value); }), calls);
   }
-}
-
-TEST_F(TouchSettings, ThePanelOfAPs2ControllerGetsItsOwnCommandFirst) {
+  for (const int none : {-1, 5})
+    EXPECT_FALSE(setSensitivity(access(), true, none)) << "nothing is chosen";
+  EXPECT_FALSE(setSensitivity(access(), false, 4)) << "not enabled";
   session.controllerName = "PS2 DEVICE 1";
-  EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), true); }),
-            (Lines{"WriteBuffer MP", "delay 30", "WriteBuffer MI", "delay 300", "ReadBuffer 10"}));
-  EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), false); })[2], "WriteBuffer MS");
+  EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), true); }), panelMode("MP", "MI"));
+  EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), false); }), panelMode("MP", "MS"));
 }
 
 TEST_F(TouchSettings, ConfirmIsJudgedByTheSpeedAloneAfterTheControllerIsClosed) {
   const struct {
-    const char* what;
     std::int32_t time, speed, area;
     const char* told;
-  } cases[] = {{"all done", 1, 1, 1, "message Update OK"},
-               {"only the speed done", 0, 1, 0, "message Update OK"},
-               {"all but the speed done", 1, 0, 1, "message Update Error"},
-               {"an answer beyond 16 bits", 1, 0x10000, 1, "message Update OK"}};
-  for (const auto& c : cases) {
-    journal.clear();
-    script.results = {{"SetRightClickTime", c.time},
-                      {"SetDoubleClickSpeed", c.speed},
-                      {"SetDoubleClickArea", c.area}};
-    confirmTiming(access(), prompt, {350, 5, 12});
-    EXPECT_EQ(journal,
-              (Lines{"OpenController RS232 DEVICE 1", "SetRightClickTime 350",
-                     "SetDoubleClickSpeed 5", "SetDoubleClickArea 12", "CloseController", c.told}))
-        << c.what;
+  } cases[] = {{0, 1, 0, "message Update OK"},
+               {1, 0, 1, "message Update Error"},
+               {1, 0x10000, 1, "message Update OK"}};
+  for (const auto& [time, speed, area, told] : cases) {
+    script.results = {
+        {"SetRightClickTime", time}, {"SetDoubleClickSpeed", speed}, {"SetDoubleClickArea", area}};
+    EXPECT_EQ(callsOf([this] {
+                confirmTiming(access(), prompt, {350, 5, 12});
+              }),
+              timing(350, 5, 12));
+    EXPECT_EQ(Lines(journal.end() - 2, journal.end()), (Lines{"CloseController", told})) << speed;
   }
 }
 
-TEST_F(TouchSettings, SensitivitySendsNothingWhileItIsNotEnabledOrNothingIsChosen) {
-  const std::pair<bool, int> cases[] = {{false, 4}, {true, -1}, {true, 5}};
-  for (const auto& [enabled, index] : cases)
-    EXPECT_FALSE(setSensitivity(access(), enabled, index)) << enabled << ' ' << index;
-  EXPECT_TRUE(journal.empty());
-}
-
-TEST_F(TouchSettings, KeepsTheResultsThatAreKept) {
-  script.results = {{"EnableUpSound", 7}, {"EnableDoubleClick", 0x12345}};
-  EXPECT_EQ(enableUpSound(access(), true).result, std::nullopt);
-  EXPECT_EQ(enableDoubleClick(access(), true).result, 0x2345);
-}
-
-TEST_F(TouchSettings, SaysWhatItDidAndWhatTheDriverMadeOfIt) {
-  const SettingAnswer done{true, std::nullopt};
-  const SettingAnswer notOpened{false, std::nullopt};
+TEST_F(TouchSettings, SayWhatTheDriverMadeOfThem) {
   const DriverSettings allOn{
       .touchMode = 2, .rightClickTime = 350, .rightClick = true, .rotation = 7};
-  const struct {
-    const char* name;
-    int asked;
-    const SettingAnswer& answer;
-    const char* told;
-  } cases[] = {
-      {"right-click", 0, done, "Right button: off was asked, the driver reports on"},
-      {"right-click", 1, notOpened, "Right button: on was asked, the controller cannot be opened"},
-      {"touch-mode", 2, done, "Touch mode: drawing"},
-      {"rotation", 1, done, "Rotation: 90 was asked, the driver reports 7"},
-      {"right-click-time", 400, done,
+  const std::tuple<const char*, int, const char*> cases[] = {
+      {"right-click", 0, "Right button: off was asked, the driver reports on"},
+      {"touch-mode", 2, "Touch mode: drawing"},
+      {"rotation", 1, "Rotation: 90 was asked, the driver reports 7"},
+      {"right-click-time", 400,
        "Right click response time: 400 ms was asked, the driver reports 350 ms"},
-      {"touch-panel", 0, done, "Touch panel: off"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(settingOutcome(setting(c.name), c.asked, c.answer, allOn), c.told);
-  }
-}
+  for (const auto& [name, asked, told] : cases)
+    EXPECT_EQ(settingOutcome(setting(name), asked, {true, std::nullopt}, allOn), told);
 
-TEST_F(TouchSettings, AFailedOpenIsToldByEverySetting) {
   script.results["OpenController"] = 1;
   for (const Setting& each : settingTable()) {
-    EXPECT_FALSE(each.set(access(), prompt, {}, each.lowest).opened) << each.name;
+    const auto answer = each.set(access(), prompt, {}, each.lowest);
+    EXPECT_THAT(settingOutcome(each, each.lowest, answer, {}),
+                testing::EndsWith(" was asked, the controller cannot be opened"));
   }
 }
 
-TEST_F(TouchSettings, RefusesWhatIsNoValueAndSaysWhatIs) {
-  const struct {
-    std::string name;
-    const char* text;
-    const char* told;
-  } cases[] = {
+TEST_F(TouchSettings, RefuseWhatIsNoValueAndSayWhatIs) {
+  const std::tuple<std::string, const char*, const char*> cases[] = {
       {"up-sound", "On", "expected on or off, found \"On\""},
-      {"up-sound", "1", "expected on or off, found \"1\""},
       {"rotation", "45", "expected 0, 90, 180 or 270, found \"45\""},
       {"rotation", "", "expected 0, 90, 180 or 270, found nothing"},
       {"right-click-time", "299", "expected a number from 300 to 1200, found \"299\""},
@@ -162,48 +121,35 @@ TEST_F(TouchSettings, RefusesWhatIsNoValueAndSaysWhatIs) {
     ASSERT_FALSE(value) << name << ' ' << text;
     EXPECT_EQ(value.error(), name + ": " + told);
   }
-  EXPECT_EQ(findSetting("no-such-setting"), nullptr);
 }
 
-TEST(TimingBars, NeverChangeAValueThatNobodyMoves) {
-  for (const int time : {300, 349, 350, 1151, 1200}) {
-    TimingBars bars({.rightClickTime = time, .doubleClickSpeed = 200, .doubleClickArea = 255});
-    for (const Bar bar : {Bar::doubleClickSpeed, Bar::doubleClickArea, Bar::rightClickTime}) {
+TEST(TimingBars, ChangeOnlyWhatIsMovedAndShowMillisecondsButForTheArea) {
+  constexpr Bar speed = Bar::doubleClickSpeed, area = Bar::doubleClickArea,
+                time = Bar::rightClickTime;
+  for (const int reported : {300, 349, 350, 1151, 1200}) {
+    TimingBars bars({.rightClickTime = reported, .doubleClickSpeed = 200, .doubleClickArea = 255});
+    for (const Bar bar : {speed, area, time}) {
       const auto [lowest, highest] = bars.range(bar);
-      EXPECT_LE(lowest, bars.position(bar));
-      EXPECT_GE(highest, bars.position(bar));
+      EXPECT_THAT(bars.position(bar), testing::AllOf(testing::Ge(lowest), testing::Le(highest)));
       bars.move(bar, bars.position(bar));
     }
-    EXPECT_EQ(bars.timing(), (ClickTiming{time, 200, 255})) << time;
-    EXPECT_EQ(bars.label(Bar::rightClickTime), std::to_string(time));
+    EXPECT_EQ(bars.timing(), (ClickTiming{reported, 200, 255}));
+    EXPECT_EQ(bars.label(time), std::to_string(reported));
+    bars.move(time, 9);
+    bars.move(speed, 7);
+    EXPECT_EQ(bars.timing(), (ClickTiming{900, 7, 255}));
+    EXPECT_EQ((Lines{bars.label(time), bars.label(speed), bars.label(area)}),
+              (Lines{"900", "700", "255"}));
+    bars.move(time, 99);
+    EXPECT_EQ(bars.timing().rightClickTime, 1200);
   }
-}
-
-TEST(TimingBars, ShowHundredsOfMillisecondsAndTheAreaAsItIs) {
-  TimingBars bars({.rightClickTime = 350, .doubleClickSpeed = 5, .doubleClickArea = 0});
-  bars.move(Bar::rightClickTime, 9);
-  bars.move(Bar::doubleClickSpeed, 7);
-  bars.move(Bar::doubleClickArea, 33);
-  EXPECT_EQ(bars.label(Bar::rightClickTime), "900");
-  EXPECT_EQ(bars.label(Bar::doubleClickSpeed), "700");
-  EXPECT_EQ(bars.label(Bar::doubleClickArea), "33");
-  EXPECT_EQ(bars.timing(), (ClickTiming{900, 7, 33}));
-  bars.move(Bar::rightClickTime, 99);
-  EXPECT_EQ(bars.timing().rightClickTime, 1200);
 }
 
 TEST(CursorNote, ShowsTheFileAsItStandsAfterAnEmptyLine) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"", "\r\n"},
-      {"one\n  two  ", "\r\none\r\n  two  \r\n"},
-      {"one\r\n\r\ntwo\r\n", "\r\none\r\n\r\ntwo\r\n"},
-      {"ma\xEEtre", "\r\nma\xC3\xAEtre\r\n"}};
   test::TemporaryFolder folder;
   EXPECT_EQ(cursorNote(folder.path()), "\r\n") << "without the file";
-  for (const auto& [file, shown] : cases) {
-    folder.write("cursoroff.txt", file);
-    EXPECT_EQ(cursorNote(folder.path()), shown);
-  }
+  folder.write("cursoroff.txt", "one\r\n\n  ma\xEEtre  ");
+  EXPECT_EQ(cursorNote(folder.path()), "\r\none\r\n\r\n  ma\xC3\xAEtre  \r\n");
 }
 
 }  // namespace
