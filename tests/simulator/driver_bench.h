@@ -4,21 +4,19 @@
 
 #include <array>
 #include <cstdint>
-#include <sstream>
 #include <string>
 #include <string_view>
 
-#include "simulator/calibration_run.h"
 #include "simulator/simulated_driver.h"
 
 namespace touch::simulator {
 
-inline const char* const serialName = "RS232 DEVICE 1";
-inline const char* const usbName = "USB DEVICE 2";
-inline const char* const silentName = "USB DEVICE 3";
+inline const std::string serialName = "RS232 DEVICE 1";
+inline const std::string usbName = "USB DEVICE 2";
+inline const std::string silentName = "USB DEVICE 3";
 
 inline std::string framed(std::string_view text) {
-  return '\x01' + std::string(text) + '\x0D';
+  return '\x01' + std::string(text) + '\r';
 }
 
 /// A simulated driver whose time stands until a test moves it on.
@@ -34,13 +32,12 @@ class DriverBench : public ::testing::Test {
   }
   void wait(int milliseconds) { request("advance " + std::to_string(milliseconds)); }
   void click(Point place) {
-    std::ostringstream text;
-    text << "touch " << place.x << ' ' << place.y;
-    request(text.str());
+    request("touch " + std::to_string(place.x) + ' ' + std::to_string(place.y));
     request("lift");
   }
   double meanError(const std::string& name) { return std::stod(request("error " + name)); }
 
+  std::int32_t open(const std::string& name) { return driver.OpenController(name.c_str()); }
   void write(std::int32_t handle, std::string_view bytes) {
     driver.WriteBuffer(handle, reinterpret_cast<const std::uint8_t*>(bytes.data()),
                        static_cast<std::int32_t>(bytes.size()));
@@ -50,9 +47,9 @@ class DriverBench : public ::testing::Test {
     const auto count = driver.ReadBuffer(handle, buffer.data(), 10);
     return count < 0 ? "error" : std::string(buffer.begin(), buffer.begin() + count);
   }
-  std::string ask(std::int32_t handle, std::string_view bytes, int milliseconds = 100) {
+  std::string ask(std::int32_t handle, std::string_view bytes) {
     write(handle, bytes);
-    wait(milliseconds);
+    wait(100);
     return read(handle);
   }
 

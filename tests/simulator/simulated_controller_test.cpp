@@ -1,6 +1,11 @@
 #include "simulator/simulated_controller.h"
 
+#include <array>
+#include <chrono>
+#include <sstream>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include "simulator/controllers.h"
 #include "tests/simulator/driver_bench.h"
@@ -10,119 +15,47 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class Controllers : public DriverBench {
- protected:
-  std::int32_t serial = driver.OpenController(serialName);
-  std::int32_t usb = driver.OpenController(usbName);
-};
-
 constexpr auto eight = LineFormat::eightN1;
 constexpr auto seven = LineFormat::sevenN2;
 
 const std::string acknowledged = framed("0");
 const std::string refused = framed("1");
+const std::string serialUnitType = framed("QRMV0301");
 
-TEST_F(Controllers, answerFramedCommands) {
-  const struct {
-    const char* commands;
-    const char* serialReplies;
-    const char* usbReplies;
-  } cases[] = {
-      {"UT iU OI iO", "QRMV0301 QRMV0301 M0130100 M0130100", "QMRV1000 QMRV1000 M0110100 M0110100"},
-      {"MP MT iS MT MI MT", "0 MP 0 MS 0 MI", "0 MP 0 MS 0 MI"},
-      {"SE3 PO MP OS", "0 0 0 PPO3", "0 0 0 PPO3"},
-      {"GP02 GP3F GP40 GP7F GP81 iGbf GPC0", "04000 0FFFF 1 1 00000 0FFFF 1",
-       "04000 0FFFF 1 1 00000 0FFFF 1"},
-      {"SP081AFF GP08 iW081234 GP08", "0 01AFF 0 01234", "0 01AFF 0 01234"},
-      {"PL SP080000 GP08 R SP080000 GP08", "0 1 01234 0 0 00000", "0 1 01234 0 0 00000"},
-      {"SP801234 RD GP08 GP80 RF GP80", "0 0 00064 01234 0 00004", "0 0 00050 01234 0 00005"},
-      {"XX Z", "1 0", "1 0"},
-  };
-  for (const auto& [commands, serialReplies, usbReplies] : cases) {
-    for (const auto& [handle, replies] : {std::pair{serial, serialReplies}, {usb, usbReplies}}) {
-      std::istringstream asked(commands);
-      std::istringstream expected(replies);
-      for (std::string command; asked >> command;) {
-        std::string reply;
-        expected >> reply;
-        EXPECT_EQ(ask(handle, framed(command)), framed(reply)) << command << " of " << commands;
-      }
-    }
-  }
-}
+class Controllers : public DriverBench {
+ protected:
+  std::int32_t serial = open(serialName);
+  std::int32_t usb = open(usbName);
+};
 
-TEST_F(Controllers, answerInPacketsOfTen) {
-  const struct {
-    std::string command;
-    std::string serialReply;
-    std::string usbReply;
-  } cases[] = {
-      {framed("Uu"), "UIQRMV0302", "UIQMRV1001"}, {"\x01Uu23456\x0DS", "UIQRMV0302", "UIQMRV1001"},
-      {"Ua2345678S", "UIa0000000", "UIa0000000"}, {"UL1345678S", "UIL0000000", "UIL0000000"},
-      {"UL7345678S", "UIL1000000", "UIL1000000"}, {"Ui2345678S", "UIiM013010", "UIiM011010"},
-  };
-  for (const auto& [command, serialReply, usbReply] : cases) {
-    EXPECT_EQ(ask(serial, command), serialReply) << command;
-    EXPECT_EQ(ask(usb, command), usbReply) << command;
-  }
-}
-
-TEST_F(Controllers, answerAtThePaceOfTheLineOneAfterTheOther) {
+TEST_F(Controllers, answerAtThePaceOfTheLineUntilItIsFlushedOrChangesHands) {
   write(serial, framed("UT") + framed("Z"));
   write(usb, framed("UT"));
-  wait(2);
-  EXPECT_EQ(driver.ReadLength(serial), 0);
-  EXPECT_EQ(driver.ReadLength(usb), 10);
   // Four bytes to the controller, 3 ms to think, and about one byte a millisecond back.
-  wait(10);
-  EXPECT_EQ(driver.ReadLength(serial), 4);
-  wait(5);
-  EXPECT_EQ(driver.ReadLength(serial), 9) << "the second answer waits for the line";
-  wait(10);
-  EXPECT_EQ(read(serial), framed("QRMV0301"));
-  EXPECT_EQ(read(serial), acknowledged);
-}
-
-TEST_F(Controllers, loseWhatHasArrivedWhenFlushedAndAllWhenTheLineChangesHands) {
-  write(serial, framed("OI"));
-  wait(100);
-  write(serial, framed("UT"));
+  for (const auto& [milliseconds, arrived] : {std::pair{2, 0}, {10, 4}, {5, 9}}) {
+    wait(milliseconds);
+    EXPECT_EQ(driver.ReadLength(serial), arrived);
+    EXPECT_EQ(driver.ReadLength(usb), 10);
+  }
   driver.FlushReadBuffer(serial);
-  wait(100);
-  EXPECT_EQ(read(serial), framed("QRMV0301"));
-  EXPECT_EQ(read(serial), "");
+  EXPECT_EQ(ask(serial, ""), '\r' + acknowledged) << "the second answer waits for the line";
 
   write(serial, framed("UT") + "\x01O");
   driver.CloseCOMPort(serial);
   driver.ReopenCOMPort(serial);
-  EXPECT_EQ(ask(serial, "I\x0D" + framed("Z")), acknowledged);
-}
-
-TEST_F(Controllers, silentOneOpensButNeitherAnswersNorFeels) {
-  const auto silent = driver.OpenController(silentName);
-  ASSERT_GT(silent, 1);
-  EXPECT_EQ(ask(silent, framed("UT"), 1000), "");
-  driver.SetCalPoint(silent, 0, 60, 3);
-  request("touch 0.5 0.5");
-  std::array<std::int32_t, 2> raw{};
-  EXPECT_EQ(driver.CalCurrentPointReady(silent, raw.data()), 0);
-  EXPECT_NE(driver.IsPenUp(silent), 0);
+  EXPECT_EQ(ask(serial, "I\r" + framed("Z")), acknowledged);
 }
 
 TEST_F(Controllers, faultsSpoilReplies) {
-  const struct {
-    std::string fault;
-    std::string acknowledgement;
-    std::string unitType;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {"no-answer", "", ""},
       {"slow-answer", "", ""},
       {"short-reply", "\x01", "\x01QRMV"},
-      {"garbled-reply", "\x01`\x0D", "\x01\x01\x02\x1D\x06`c`a\x0D"},
-      {"lost-bytes", "\x01\x30", "\x01QMV30\x0D"},
+      {"garbled-reply", "\x01`\r", "\x01\x01\x02\x1D\x06`c`a\r"},
+      {"lost-bytes", "\x01\x30", "\x01QMV30\r"},
       {"unplugged", "", ""},
       {"error-returns", "error", "error"},
-      {"store-fails", acknowledged, framed("QRMV0301")},
+      {"store-fails", acknowledged, serialUnitType},
   };
   for (const auto& [fault, acknowledgement, unitType] : cases) {
     request("fault " + fault + " on " + serialName);
@@ -132,44 +65,33 @@ TEST_F(Controllers, faultsSpoilReplies) {
     request("fault " + fault + " off " + serialName);
     wait(1000);
     driver.FlushReadBuffer(serial);
-    EXPECT_EQ(ask(serial, framed("UT")), framed("QRMV0301")) << fault;
+    EXPECT_EQ(ask(serial, framed("UT")), serialUnitType) << fault;
   }
-  request(std::string("fault store-fails on ") + serialName);
+  request("fault store-fails on " + serialName);
   EXPECT_EQ(ask(serial, framed("SP001234")), refused);
   EXPECT_EQ(ask(serial, framed("RD")), refused);
 }
 
-TEST_F(Controllers, extendedCalibrationIsTheControllersOwnAndKeptInItsParameters) {
-  EXPECT_EQ(ask(serial, framed("CX")), acknowledged);
-  for (const Point target : {Point{0.125, 0.875}, Point{0.875, 0.125}}) {
-    click(target);
+TEST_F(Controllers, calibrateThemselvesOnTwoPointsAndKeepThatInTheirParameters) {
+  const auto calibrate = [this](Point first, Point second) {
+    EXPECT_EQ(ask(serial, framed("CX")), acknowledged);
+    click(first);
+    click(second);
     wait(50);
-    EXPECT_EQ(read(serial), framed("1"));
-  }
+    return read(serial);
+  };
+  EXPECT_EQ(calibrate({0.125, 0.875}, {0.875, 0.125}), framed("1") + framed("1"));
   const double left = meanError(serialName);
   EXPECT_LT(left, 0.01);
   EXPECT_GT(left, 0.003) << "two points cannot take the skew out";
-  click({0.5, 0.5});
-  wait(50);
-  EXPECT_EQ(read(serial), "") << "the calibration is over";
-
   const std::string gain = ask(serial, framed("GP02")).substr(2, 4);
   ask(serial, framed("SP024000"));
   EXPECT_GT(meanError(serialName), left);
   ask(serial, framed("SP02" + gain));
-  EXPECT_EQ(meanError(serialName), left);
-}
-
-TEST_F(Controllers, extendedCalibrationFailsOnSpotsThatMakeNoMap) {
-  const double before = meanError(serialName);
   // One too near in one direction, one that needs a gain beyond what a parameter holds.
   for (const Point second : {Point{0.51, 0.9}, Point{0.6, 0.4}}) {
-    ask(serial, framed("CX"));
-    click({0.5, 0.5});
-    click(second);
-    wait(50);
-    EXPECT_EQ(read(serial), framed("1") + framed("2")) << second.x;
-    EXPECT_EQ(meanError(serialName), before) << second.x;
+    EXPECT_EQ(calibrate({0.5, 0.5}, second), framed("1") + framed("2")) << second.x;
+    EXPECT_EQ(meanError(serialName), left) << second.x;
   }
 }
 
@@ -183,40 +105,71 @@ class ControllerOnALine : public testing::Test {
     return later();
   }
   std::string later() {
-    now += 200ms;
+    now += 400ms;
     const auto bytes = controller.take(1000, now);
     return {bytes.begin(), bytes.end()};
+  }
+  /// Commands or replies with blanks between: those of ten characters as they are, the rest framed.
+  static std::string packets(const std::string& texts) {
+    std::string bytes;
+    std::istringstream words(texts);
+    for (std::string word; words >> word;)
+      bytes += word.size() == 10 && word.starts_with('U') ? word : framed(word);
+    return bytes;
   }
 
   TimePoint now{};
   SimulatedController controller{rs232Device1};
 };
 
-TEST_F(ControllerOnALine, IsDeafAtEightBitsUntilItIsToldAtSeven) {
-  controller.speak(seven);
-  EXPECT_EQ(ask(framed("UT")), "");
-  EXPECT_EQ(ask(framed("PN81")), "");
-  EXPECT_EQ(controller.format(), seven);
-  controller.setUserFormat(seven);
-  EXPECT_EQ(ask(framed("UT")), framed("QRMV0301"));
-  ask(framed("PN81"));
-  EXPECT_EQ(controller.format(), eight);
-  controller.setUserFormat(eight);
-  EXPECT_EQ(ask(framed("UT")), framed("QRMV0301"));
+TEST_F(ControllerOnALine, AnswersCommandsByteForByte) {
+  const std::tuple<const ControllerModel*, const char*, const char*> cases[] = {
+      {&rs232Device1, "UT iU OI iO", "QRMV0301 QRMV0301 M0130100 M0130100"},
+      {&rs232Device1, "Uu Uu23456 Ui2345678S", "UIQRMV0302 UIQRMV0302 UIiM013010"},
+      {&usbDevice2, "UT OI Uu Ui2345678S", "QMRV1000 M0110100 UIQMRV1001 UIiM011010"},
+      {&usbDevice3Silent, "UT Z Ua2345678S", ""},
+      {&rs232Device1, "MP MT iS MT MI MT SE3 PO MP OS", "0 MP 0 MS 0 MI 0 0 0 PPO3"},
+      {&rs232Device1, "GP02 GP3F GP40 GP7F GP81 iGbf GPC0", "04000 0FFFF 1 1 00000 0FFFF 1"},
+      {&rs232Device1, "SP081AFF GP08 iW081234 PL SP080000 GP08 R SP080000 GP08",
+       "0 01AFF 0 0 1 01234 0 0 00000"},
+      {&rs232Device1, "SP080000 SP801234 RD GP08 GP80 RF GP80", "0 0 0 00064 01234 0 00004"},
+      {&usbDevice2, "SP080000 SP801234 RD GP08 GP80 RF GP80", "0 0 0 00050 01234 0 00005"},
+      {&rs232Device1, "Ua2345678S UL1345678S Uo2345678S", "UIa0000000 UIL0000000 UIoINHOUSE"},
+      {&rs232Device1, "UL2345678S UM3345678S Uz2345678S U Z", "UIL1000000 UIM1000000 1 0"},
+      {&rs232Device1, "XX r RDX GP GP0 GP0G GP012 SP00123 SP0012345", "1 1 1 1 1 1 1 1 1"},
+      {&rs232Device1, "SE SE5 SEA iX Uu2345 N72toN81", "1 1 1 1 1 1"},
+  };
+  for (const auto& [model, commands, replies] : cases) {
+    controller = SimulatedController(*model);
+    EXPECT_EQ(ask(packets(commands)), packets(replies)) << commands << " to " << model->name;
+  }
 }
 
-TEST_F(ControllerOnALine, SendsGarbageToAListenerOfAnotherFormat) {
-  const struct {
-    LineFormat sent;
-    LineFormat listener;
-    std::string heard;
-  } cases[] = {
+TEST_F(ControllerOnALine, FindsCommandsAmongGarbage) {
+  const std::pair<std::string, std::string> cases[] = {
+      {"noise\r\n" + framed("Z") + "noise", acknowledged},
+      {"\x01O\x01OI\r", framed("M0130100")},
+      {"\x01" + std::string(200, 'x') + '\r' + framed("Z"), acknowledged},
+      {"\x01\r", refused},
+      {"UUa2345678S", "UIa0000000"},
+      {"Ux2345678SUb2345678S", "UIb0000000"},
+      {"Ua23456789", ""},
+      {"Ua23" + framed("UT"), serialUnitType},
+      {"Ua23\rUi2345678S", "UIiM013010"},
+      {"\x01Uu23456\rS" + framed("Z"), "UIQRMV0302" + acknowledged},
+  };
+  for (const auto& [bytes, replies] : cases)
+    EXPECT_EQ(ask(bytes), replies) << bytes;
+}
+
+TEST_F(ControllerOnALine, SendsGarbageToAnotherFormatAndIsDeafToIt) {
+  const std::tuple<LineFormat, LineFormat, std::string> cases[] = {
       {eight, eight, "\x0D\xD8"},
       {seven, seven, "\x0D\x58"},
-      // The first of two stop bits stands in the eighth data bit's place.
-      {seven, eight, "\x8D\xD8"},
       // A byte is lost when there is no stop bit where one is expected.
       {eight, seven, "\x58"},
+      // The first of two stop bits stands in the eighth data bit's place.
+      {seven, eight, "\x8D\xD8"},
   };
   for (const auto& [sent, listener, heard] : cases) {
     controller.speak(sent);
@@ -224,36 +177,21 @@ TEST_F(ControllerOnALine, SendsGarbageToAListenerOfAnotherFormat) {
     controller.say(std::array<std::uint8_t, 2>{0x0D, 0xD8}, now);
     EXPECT_EQ(later(), heard);
   }
-}
-
-TEST_F(ControllerOnALine, SpoilsSomeReportsWhenNoisy) {
-  controller.faults().set(Fault::noisyReports, true);
-  controller.panel().noise = 0;
-  std::string stream;
-  controller.touch({0.5, 0.5}, now);
-  for (int i = 0; i < 10; ++i)
-    stream += later();
-  EXPECT_NE(stream.find("\x3C\xF3"), std::string::npos);
-  EXPECT_NE(stream.size() % 5, 0U);
-  controller.lift(now);
-  controller.faults().set(Fault::noAnswer, true);
-  later();
-  controller.say(std::array<std::uint8_t, 1>{0x41}, now);
-  EXPECT_EQ(later(), "");
+  EXPECT_EQ(ask(framed("PN81")), "");
+  controller.setUserFormat(seven);
+  EXPECT_EQ(ask(framed("UT")), serialUnitType);
+  ask(framed("PN81"));
+  controller.setUserFormat(eight);
+  EXPECT_EQ(ask(framed("UT")), serialUnitType);
 }
 
 TEST_F(ControllerOnALine, ReportsTouchesInTheFormatThatWasSet) {
-  const struct {
-    std::string command;
-    std::string touching;
-    std::string released;
-    std::string place;
-  } cases[] = {
+  const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
       {framed("FT"), "\xD8", "\x98", "\x7D\x3F\x22\x40"},
       {framed("FR"), "\xC8", "\x88", "\x3F\x7D\x40\x22"},
       {framed("CR"), "\xC8", "\x88", "\x3F\x7D\x40\x22"},
-      {framed("FD"), "T", "R", "08189,08226\x0D"},
-      {framed("FH"), "T", "R", "1FFD,2022\x0D"},
+      {framed("FD"), "T", "R", "08189,08226\r"},
+      {framed("FH"), "T", "R", "1FFD,2022\r"},
       {"Ub2345678S", "UT\x82", "UT\x84", std::string("\xF7\x7F\x88\x80\0\0S", 7)},
   };
   controller.panel() = PanelTraits{};
@@ -276,12 +214,14 @@ TEST_F(ControllerOnALine, ReportsAsOftenAsItsModeSays) {
     EXPECT_EQ(later().size(), 5 * reports) << mode;
     EXPECT_FALSE(controller.nextDue()) << "a line at rest must let its thread sleep";
   }
-}
-
-TEST_F(ControllerOnALine, PilesUpNoEndlessBacklogThatNobodyReads) {
+  ask(framed("MS"));
+  controller.faults().set(Fault::noisyReports, true);
   controller.touch({0.5, 0.5}, now);
+  const std::string stream = later();
+  EXPECT_NE(stream.find("\x3C\xF3"), std::string::npos) << "noise in between";
+  EXPECT_NE(stream.size() % 5, 0U) << "some lack a byte";
   now += 24h;
-  EXPECT_LE(controller.arrived(now), 4096U);
+  EXPECT_LE(controller.arrived(now), 4096U) << "nobody reads";
   EXPECT_GT(*controller.nextDue(), TimePoint{});
 }
 

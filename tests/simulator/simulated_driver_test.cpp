@@ -1,26 +1,32 @@
 #include "simulator/simulated_driver.h"
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
+#include <bit>
 #include <limits>
 #include <optional>
+#include <span>
 #include <thread>
+#include <tuple>
 #include <vector>
 
+#include "core/nexapi.h"
+#include "simulator/calibration_run.h"
+#include "simulator/requests.h"
 #include "tests/simulator/driver_bench.h"
 
 namespace touch::simulator {
 namespace {
 
-using Raw = std::array<std::int32_t, 2>;
-
 class Driving : public DriverBench {
  protected:
-  /// Touches the first `taken` of `count` targets and says how storing went.
-  std::int32_t calibrate(std::int32_t handle, int count, int taken) {
-    int point = 0;
-    for (const Point target : calibrationTargets(count).first(static_cast<std::size_t>(taken))) {
+  /// Touches `places` for the targets of `count` from `point` on, and says how storing went.
+  std::int32_t calibrate(std::int32_t handle, int count, std::span<const Point> places,
+                         int point = 0) {
+    for (const Point place : places) {
       driver.SetCalPoint(handle, point++, 60, count);
-      click(target);
+      click(place);
     }
     return driver.StoreCalibrationData(handle);
   }
@@ -35,43 +41,40 @@ TEST_F(Driving, listsTheControllersThatArePluggedIn) {
     }
     return names;
   };
-  EXPECT_EQ(listed(), (std::vector<std::string>{serialName, usbName, silentName}));
-  request(std::string("fault unplugged on ") + serialName);
-  EXPECT_EQ(driver.GetExistControllers(), 2);
-  EXPECT_EQ(listed(), (std::vector<std::string>{usbName, silentName}));
-  EXPECT_EQ(driver.OpenController(serialName), 0);
+  EXPECT_THAT(listed(), testing::ElementsAre(serialName, usbName, silentName));
+  request("fault unplugged on " + serialName);
+  EXPECT_THAT(listed(), testing::ElementsAre(usbName, silentName));
+  EXPECT_EQ(open(serialName), 0);
+  request("fault open-fails on " + usbName);
+  EXPECT_EQ(open(usbName), 0);
+  EXPECT_EQ(open("USB DEVICE 22"), 0);
 }
 
-TEST_F(Driving, namesAreCutToTheirBuffer) {
-  const std::string untouched(31, '#');
-  const std::pair<std::int32_t, std::string> cases[] = {
-      {20, serialName}, {6, "RS232"}, {1, ""}, {0, untouched}, {-1, untouched}, {256, untouched}};
-  for (const auto& [size, expected] : cases) {
-    std::array<char, 32> name{};
-    std::ranges::copy(untouched, name.begin());
-    EXPECT_EQ(driver.GetControllerName(1, name.data(), size), expected == untouched ? 0 : 1)
-        << size;
-    EXPECT_EQ(std::string(name.data()), expected) << size;
+TEST_F(Driving, namesAndAnswersAreCutToTheirBuffers) {
+  const auto library = std::move(*NexapiDriver::bind(SIMULATOR_LIBRARY));
+  const auto simulate = std::bit_cast<SimulateFunction>(library->extraExport("NexapiSimulate"));
+  const std::string untouched(64, '#');
+  const std::tuple<std::int32_t, std::string, std::string> cases[] = {
+      {256, untouched, "unknown request \"nonsense\""},
+      {6, "RS232", "unkno"},
+      {1, "", ""},
+      {0, untouched, untouched},
+      {-1, untouched, untouched},
+  };
+  for (const auto& [size, shownName, shownAnswer] : cases) {
+    std::string name = untouched;
+    EXPECT_EQ(library->GetControllerName(1, name.data(), size), shownName != untouched) << size;
+    EXPECT_STREQ(name.c_str(), shownName.c_str()) << size;
+    std::string answer = untouched;
+    EXPECT_EQ(simulate("nonsense", answer.data(), size), 0);
+    EXPECT_STREQ(answer.c_str(), shownAnswer.c_str()) << size;
   }
-}
-
-TEST_F(Driving, handlesAreUniqueAndDieWhenClosed) {
-  std::int32_t last = 1;
-  for (int i = 0; i < 10; ++i) {
-    const auto handle = driver.OpenController(usbName);
-    EXPECT_GT(handle, last);
-    last = handle;
-    driver.CloseController(handle);
-    EXPECT_EQ(driver.CloseController(handle), 0);
-    EXPECT_EQ(driver.GetRightClickTime(handle), 0);
-    EXPECT_EQ(ask(handle, framed("UT")), "");
-  }
-  EXPECT_EQ(driver.OpenController("USB DEVICE 22"), 0);
-  EXPECT_EQ(driver.OpenController(""), 0);
+  EXPECT_EQ(simulate("lift", nullptr, 0), 1);
+  EXPECT_EQ(simulate(nullptr, nullptr, 100), 0);
 }
 
 TEST_F(Driving, hostileArgumentsDoNoHarm) {
-  const auto handle = driver.OpenController(usbName);
+  const auto handle = open(usbName);
   std::array<std::uint8_t, 4> bytes{0xAA, 0xAA, 0xAA, 0xAA};
   EXPECT_EQ(driver.OpenController(nullptr), 0);
   EXPECT_EQ(driver.GetControllerName(1, nullptr, 20), 0);
@@ -86,26 +89,27 @@ TEST_F(Driving, hostileArgumentsDoNoHarm) {
   }
   EXPECT_EQ(bytes[0], 0xAA);
   EXPECT_EQ(driver.ReadBuffer(handle, bytes.data(), 4), 4);
-  for (const std::int32_t wild : {0, 1, -1, 7, std::numeric_limits<std::int32_t>::max()}) {
+  const auto closed = open(usbName);
+  EXPECT_EQ(driver.CloseController(closed), 1);
+  EXPECT_GT(open(usbName), closed) << "handles are not used again";
+  for (const std::int32_t wild :
+       {closed, 0, 1, -1, 7777, std::numeric_limits<std::int32_t>::max()}) {
+    EXPECT_EQ(ask(wild, framed("UT")), "");
+    EXPECT_EQ(driver.GetRightClickTime(wild), 0);
     EXPECT_EQ(driver.SetRotation(wild, 1), 0);
     EXPECT_EQ(driver.CloseCOMPort(wild), 0);
     EXPECT_EQ(driver.StoreCalibrationData(wild), 0);
     EXPECT_EQ(driver.CloseController(wild), 0);
   }
-  for (const auto& [point, count] : {std::pair{3, 3}, {-1, 3}, {255, 3}, {0, 4}, {0, 2}}) {
+  for (const auto& [point, count] : {std::pair{3, 3}, {-1, 3}, {255, 3}, {0, 4}, {0, 2}})
     EXPECT_EQ(driver.SetCalPoint(handle, point, 60, count), 0) << point << " of " << count;
-  }
 }
 
 TEST_F(Driving, settingsStayAndAreEachTheirOwn) {
   using D = SimulatedDriver;
-  const struct {
-    const char* name;
-    std::int32_t (D::*set)(std::int32_t, std::int32_t);
-    std::int32_t (D::*get)(std::int32_t);
-    std::int32_t value;
-    std::optional<std::int32_t> refusedValue;
-  } settings[] = {
+  using Set = std::int32_t (D::*)(std::int32_t, std::int32_t);
+  using Get = std::int32_t (D::*)(std::int32_t);
+  const std::tuple<const char*, Set, Get, std::int32_t, std::optional<std::int32_t>> settings[] = {
       {"mode", &D::SetReportMode, &D::GetReportMode, 2, 4},
       {"rotation", &D::SetRotation, &D::GetRotation, 3, 4},
       {"up", &D::EnableUpSound, &D::GetUpSoundStatus, 1, {}},
@@ -116,57 +120,53 @@ TEST_F(Driving, settingsStayAndAreEachTheirOwn) {
       {"right", &D::EnableRightClick, &D::GetRightClickEnabled, 0, {}},
       {"time", &D::SetRightClickTime, &D::GetRightClickTime, 300, 299},
   };
-  const auto usb = driver.OpenController(usbName);
-  const auto serial = driver.OpenController(serialName);
+  const auto usb = open(usbName);
+  const auto serial = open(serialName);
   for (const auto& [name, set, get, value, refusedValue] : settings) {
     EXPECT_NE((driver.*get)(usb), value) << name << " would not show that it was set";
     EXPECT_EQ((driver.*set)(usb, value), 1) << name;
+    EXPECT_EQ(refusedValue ? (driver.*set)(usb, *refusedValue) : 0, 0) << name;
   }
   driver.CloseController(usb);
-  const auto again = driver.OpenController(usbName);
+  const auto again = open(usbName);
   for (const auto& [name, set, get, value, refusedValue] : settings) {
     EXPECT_EQ((driver.*get)(again), value) << name;
     EXPECT_NE((driver.*get)(serial), value) << name << " belongs to one controller";
-    if (!refusedValue) continue;
-    EXPECT_EQ((driver.*set)(again, *refusedValue), 0) << name;
-    EXPECT_EQ((driver.*get)(again), value) << name;
   }
-}
+  for (const auto& [mode, reports] : {std::pair{"MP", 1}, {"MI", 0}, {"MS", 1}}) {
+    ask(again, framed(mode));
+    EXPECT_EQ(driver.GetReportStatus(again), reports) << mode;
+  }
+  driver.DisableTouchRePort(again);
+  EXPECT_EQ(driver.GetReportStatus(again), 0);
 
-TEST_F(Driving, reportStatusFollowsTheModeCommands) {
-  const auto handle = driver.OpenController(usbName);
-  EXPECT_EQ(driver.GetReportStatus(handle), 1);
-  ask(handle, framed("MI"));
-  EXPECT_EQ(driver.GetReportStatus(handle), 0);
-  ask(handle, framed("MS"));
-  EXPECT_EQ(driver.GetReportStatus(handle), 1);
-  driver.DisableTouchRePort(handle);
-  EXPECT_EQ(driver.GetReportStatus(handle), 0);
+  request("fault error-returns on " + usbName);
+  EXPECT_LE(open(usbName), 1);
+  EXPECT_EQ(driver.SetRotation(again, 1), 0);
+  EXPECT_EQ(driver.GetRotation(again), -1);
 }
 
 TEST_F(Driving, calibrationLeavesOnlyNoise) {
-  for (const char* name : {serialName, usbName}) {
+  for (const std::string& name : {serialName, usbName}) {
     for (const int count : {3, 5, 9}) {
+      SCOPED_TRACE(name + ' ' + std::to_string(count));
       request("reset");
-      EXPECT_GT(meanError(name), 0.025) << name << ": a new panel is visibly wrong";
-      const auto handle = driver.OpenController(name);
-      EXPECT_NE(calibrate(handle, count, count), 0) << name << ' ' << count;
-      EXPECT_LT(meanError(name), 0.0005) << name << ' ' << count;
-      driver.CloseController(handle);
+      EXPECT_GT(meanError(name), 0.025) << "a new panel is visibly wrong";
+      EXPECT_NE(calibrate(open(name), count, calibrationTargets(count)), 0);
+      EXPECT_LT(meanError(name), 0.0005);
     }
   }
 }
 
 TEST_F(Driving, calibrationTakesATouchThatBeganAfterItsTarget) {
-  const auto handle = driver.OpenController(serialName);
-  Raw raw{-1, -1};
+  const auto handle = open(serialName);
+  std::array<std::int32_t, 2> raw{-1, -1};
   request("touch 0.2 0.2");
   driver.SetCalPoint(handle, 0, 60, 3);
   request("touch 0.3 0.3");
   EXPECT_EQ(driver.CalCurrentPointReady(handle, raw.data()), 0) << "it was down before";
-  EXPECT_EQ(driver.IsPenUp(handle), 0);
+  EXPECT_NE(driver.IsPenUp(open(silentName)), 0) << "it feels nothing";
   request("lift");
-  EXPECT_NE(driver.IsPenUp(handle), 0);
   click({0.5, 0.5});
   click({0.9, 0.9});
   EXPECT_NE(driver.CalCurrentPointReady(handle, raw.data()), 0) << "the finger is long gone";
@@ -177,78 +177,45 @@ TEST_F(Driving, calibrationTakesATouchThatBeganAfterItsTarget) {
 }
 
 TEST_F(Driving, unfinishedCalibrationChangesNothing) {
-  const auto handle = driver.OpenController(serialName);
-  const auto other = driver.OpenController(serialName);
+  const auto handle = open(serialName);
+  const auto other = open(serialName);
   const double before = meanError(serialName);
-  EXPECT_EQ(calibrate(handle, 3, 2), 0);
+  EXPECT_EQ(calibrate(handle, 3, calibrationTargets(3).first(2)), 0);
   EXPECT_EQ(meanError(serialName), before);
-
   driver.CloseController(other);
-  driver.SetCalPoint(handle, 2, 60, 3);
-  click({1.0 / 32, 31.0 / 32});
-  EXPECT_NE(driver.StoreCalibrationData(handle), 0) << "another handle's closing drops nothing";
+  EXPECT_NE(calibrate(handle, 3, calibrationTargets(3).last(1), 2), 0)
+      << "another handle's closing drops nothing";
 
-  EXPECT_EQ(calibrate(handle, 5, 4), 0);
+  EXPECT_EQ(calibrate(handle, 5, calibrationTargets(5).first(4)), 0);
   driver.CloseController(handle);
-  const auto later = driver.OpenController(serialName);
-  driver.SetCalPoint(later, 4, 60, 5);
-  click({31.0 / 32, 31.0 / 32});
-  EXPECT_EQ(driver.StoreCalibrationData(later), 0) << "closing dropped the taken points";
-
-  for (const double step : {0.0, 0.4}) {
-    for (int point = 0; point < 3; ++point) {
-      driver.SetCalPoint(later, point, 60, 3);
-      click({0.1 + point * step, 0.1 + point * step});
-    }
-    EXPECT_EQ(driver.StoreCalibrationData(later), 0) << "on one spot, and on one line";
-  }
-  request(std::string("fault store-fails on ") + serialName);
-  EXPECT_EQ(calibrate(later, 3, 3), 0);
-}
-
-TEST_F(Driving, errorReturnsAreNeverMistakenForResults) {
-  const auto handle = driver.OpenController(usbName);
-  request(std::string("fault error-returns on ") + usbName);
-  Raw raw{};
-  EXPECT_LE(driver.OpenController(usbName), 1);
-  EXPECT_EQ(driver.SetDoubleClickSpeed(handle, 3), 0);
-  EXPECT_EQ(driver.GetReportMode(handle), -1);
-  EXPECT_EQ(driver.ReadLength(handle), -1);
-  EXPECT_EQ(driver.CalCurrentPointReady(handle, raw.data()), 0);
-  EXPECT_EQ(driver.StoreCalibrationData(handle), 0);
-  request(std::string("fault open-fails on ") + serialName);
-  EXPECT_EQ(driver.OpenController(serialName), 0);
-}
-
-TEST_F(Driving, monitorIsSetASecondAfterTheAsking) {
-  driver.AskToSetMultiMonitor(driver.OpenController(usbName), 1);
-  wait(999);
-  EXPECT_EQ(driver.QueryMultiMonitorSetOK(), 0);
-  wait(1);
-  EXPECT_EQ(driver.QueryMultiMonitorSetOK(), 1);
+  const auto later = open(serialName);
+  EXPECT_EQ(calibrate(later, 5, calibrationTargets(5).last(1), 4), 0)
+      << "closing dropped the taken points";
+  EXPECT_EQ(calibrate(later, 3, std::vector<Point>(3, {0.1, 0.1})), 0) << "on one spot";
+  const Point onOneLine[] = {{0.1, 0.1}, {0.5, 0.5}, {0.9, 0.9}};
+  EXPECT_EQ(calibrate(later, 3, onOneLine), 0);
+  request("fault store-fails on " + serialName);
+  EXPECT_EQ(calibrate(later, 3, calibrationTargets(3)), 0);
 }
 
 TEST_F(Driving, threadsMayCallAtOnce) {
   request("clock real");
-  {
-    std::vector<std::jthread> threads;
-    threads.reserve(4);
-    for (int i = 0; i < 4; ++i) {
-      threads.emplace_back([this, i] {
-        for (int turn = 0; turn < 50; ++turn) {
-          const auto handle = driver.OpenController(serialName);
-          turn % 2 == i % 2 ? driver.CloseCOMPort(handle) : driver.ReopenCOMPort(handle);
-          driver.simulate("touch 0.5 0.5");
-          driver.ReadLength(handle);
-          driver.simulate(turn % 7 == 0 ? "reset" : "lift");
-          driver.CloseController(handle);
-        }
-      });
+  const auto work = [this](int own) {
+    for (int turn = 0; turn < 50; ++turn) {
+      const auto handle = open(serialName);
+      turn % 2 == own ? driver.CloseCOMPort(handle) : driver.ReopenCOMPort(handle);
+      driver.simulate("touch 0.5 0.5");
+      driver.ReadLength(handle);
+      driver.simulate(turn % 7 == 0 ? "reset" : "lift");
+      driver.CloseController(handle);
     }
+  };
+  {
+    const std::jthread threads[] = {std::jthread(work, 0), std::jthread(work, 1),
+                                    std::jthread(work, 0), std::jthread(work, 1)};
   }
-  const auto handle = driver.OpenController(serialName);
-  driver.ReopenCOMPort(handle);
-  EXPECT_EQ(request(std::string("port ") + serialName), "");
+  driver.ReopenCOMPort(open(serialName));
+  EXPECT_EQ(request("port " + serialName), "");
 }
 
 }  // namespace
