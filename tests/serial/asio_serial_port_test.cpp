@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 ComPorts behind(int number, const std::string& device) {
   ComPorts ports;
-  EXPECT_EQ(ports.assign(std::to_string(number) + '=' + device), std::nullopt);
+  ports.assign(std::to_string(number) + '=' + device);
   return ports;
 }
 
@@ -57,14 +57,14 @@ TEST_F(OpenPort, TakesNewSettingsAtOnceAndKeepsThemWhenReopened) {
     const termios line = terminal.settings();
     return cfgetospeed(&line) == baud && ((line.c_cflag & CSTOPB) != 0) == twoStopBits;
   };
-  EXPECT_TRUE(isSetTo(B9600, false));
   // A pseudo-terminal has no 7 data bits; that it takes the settings all the same is what matters.
   ASSERT_EQ(port.setSettings("19200,n,7,2"), std::nullopt);
   EXPECT_TRUE(isSetTo(B19200, true));
 
   EXPECT_EQ(port.setSettings("12345,n,8,1"),
             "COM3 (" + terminal.path() + ") cannot be set to 12345,n,8,1: Invalid argument.");
-  EXPECT_NE(port.setSettings("9600"), std::nullopt);
+  EXPECT_EQ(port.setSettings("9600,n,9,1"),
+            "The line settings \"9600,n,9,1\" are wrong: expected 5 to 8 data bits, found \"9\"");
   port.close();
   ASSERT_EQ(port.open(), std::nullopt);
   EXPECT_TRUE(isSetTo(B19200, true));
@@ -76,9 +76,8 @@ TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
   // Whatever got through, there is room for the next command, and it comes out whole.
   port.write(frame);
   const Bytes received = terminal.receiveUntil(frame);
-  ASSERT_GE(received.size(), frame.size());
   EXPECT_LT(received.size(), 4'000'000u);
-  EXPECT_TRUE(std::equal(frame.rbegin(), frame.rend(), received.rbegin()));
+  EXPECT_EQ(Bytes(received.end() - std::ssize(frame), received.end()), frame);
 }
 
 TEST_F(OpenPort, IsNobodyElsesUntilClosed) {
@@ -160,21 +159,19 @@ TEST(LostPort, ClosesAtTheNextOperationAndSaysWhyOnce) {
 TEST(RefusedPort, SaysWhyAndWhatToDo) {
   const std::pair<std::string, std::string> cases[] = {
       {"/dev/there-is-none",
-       " (/dev/there-is-none) cannot be opened: there is no such device. Connect it, or say which "
-       "device it is with --com 1=DEVICE. 'touchctl doctor' lists those that are there."},
-      {"/dev/null",
-       " (/dev/null) cannot be opened: it is not a serial port. Please say which device it is with "
-       "--com 1=DEVICE."},
-      {"/tmp", " (/tmp) cannot be opened: it is not a serial port."},
-      {"/proc/self/comm", " (/proc/self/comm) cannot be opened: it is not a serial port."},
-      {"", " cannot be opened: the simulated controller has no serial port"},
+       "there is no such device. Connect it, or say which device it is with --com 1=DEVICE. "
+       "'touchctl doctor' lists those that are there."},
+      {"/dev/null", "it is not a serial port. Please say which device it is with --com 1=DEVICE."},
+      {"/tmp", "it is not a serial port."},
+      {"/proc/self/comm", "it is not a serial port."},
+      {"", "the simulated controller has no serial port"},
   };
   for (const auto& [device, reason] : cases) {
     ComPorts ports;
     ports.assignUnlessGiven(1, [name = device] { return name; });
     AsioSerialPort port(ports);
     const std::string refusal = port.open().value_or("opened");
-    EXPECT_EQ(refusal.find("COM1" + reason), 0u) << refusal;
+    EXPECT_EQ(refusal.find(ports.describe(1) + " cannot be opened: " + reason), 0u) << refusal;
     EXPECT_FALSE(port.isOpen());
     EXPECT_EQ(port.lost(), std::nullopt);
   }
@@ -184,39 +181,14 @@ TEST(ComPorts, GiveTheAssignedDeviceOrThePlatformsOwnAndRefuseWhatNamesNone) {
   ComPorts ports;
   for (const char* text : {"2=/dev/old", "2=/dev/ttyUSB0", "255=/dev/a=b", "3=COM3"})
     EXPECT_EQ(ports.assign(text), std::nullopt) << text;
-  for (const char* text : {"", "4", "4=", "=/dev/x", "0=/dev/x", "256=/dev/x", "-1=/dev/x",
-                           " 4=/dev/x", "COM4=/dev/x", "4:/dev/x"}) {
-    EXPECT_EQ(ports.assign(text), "\"" + std::string(text) +
+  for (const std::string text : {"", "4", "4=", "=/dev/x", "0=/dev/x", "256=/dev/x", "-1=/dev/x",
+                                 " 4=/dev/x", "COM4=/dev/x", "4:/dev/x"}) {
+    EXPECT_EQ(ports.assign(text), '"' + text +
                                       "\" names no COM port: expected N=DEVICE with N from 1 to "
                                       "255, e.g. 3=/dev/ttyS2");
   }
-  EXPECT_EQ(ports.describe(1), "COM1 (/dev/ttyS0)");
-  EXPECT_EQ(ports.describe(2), "COM2 (/dev/ttyUSB0)");
-  EXPECT_EQ(ports.describe(3), "COM3");
-  EXPECT_EQ(ports.device(4), "/dev/ttyS3");
-  EXPECT_EQ(ports.device(255), "/dev/a=b");
-}
-
-TEST(LineSettings, AreReadAndWrittenInOneFormOrSayWhatIsWrong) {
-  EXPECT_EQ(*parseLineSettings("115200,E,5,1"), (LineSettings{115200, Parity::even, 5, 1}));
-  for (const char* text : {"9600,n,7,2", "115200,e,5,1", "1,o,8,2"})
-    EXPECT_EQ(describe(*parseLineSettings(text)), text);
-
-  const std::tuple<std::string, const char*, const char*> wrong[] = {
-      {"9600,n,8", "baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1", "9600,n,8"},
-      {"0,n,8,1", "a baud rate of 1 to 4000000", "0"},
-      {"9600x,n,8,1", "a baud rate of 1 to 4000000", "9600x"},
-      {"99999999999,n,8,1", "a baud rate of 1 to 4000000", "99999999999"},
-      {"9600,none,8,1", "n, e or o as the parity", "none"},
-      {"9600,n,9,1", "5 to 8 data bits", "9"},
-      {"9600,n,8,1.5", "1 or 2 stop bits", "1.5"},
-  };
-  for (const auto& [text, expected, found] : wrong) {
-    const auto settings = parseLineSettings(text);
-    ASSERT_FALSE(settings) << text;
-    EXPECT_EQ(settings.error(), "The line settings \"" + text + "\" are wrong: expected " +
-                                    expected + ", found \"" + found + '"');
-  }
+  EXPECT_EQ(ports.describe(1) + ports.describe(2), "COM1 (/dev/ttyS0)COM2 (/dev/ttyUSB0)");
+  EXPECT_EQ(ports.describe(3) + ports.device(4) + ports.device(255), "COM3/dev/ttyS3/dev/a=b");
 }
 
 }  // namespace

@@ -15,7 +15,8 @@
 
 namespace touch::test {
 
-inline Bytes operator+(Bytes first, const Bytes& second) {
+template <typename T>
+std::vector<T> operator+(std::vector<T> first, const std::vector<T>& second) {
   first.insert(first.end(), second.begin(), second.end());
   return first;
 }
@@ -25,12 +26,6 @@ inline Bytes times(std::size_t count, const Bytes& bytes) {
 
 /// What a controller sends, and when.
 using Incoming = std::vector<std::pair<std::chrono::milliseconds, Bytes>>;
-inline std::vector<Transfer> recordingOf(const Incoming& incoming) {
-  std::vector<Transfer> recording;
-  for (const auto& [time, bytes] : incoming)
-    recording.push_back({time, Direction::fromController, bytes});
-  return recording;
-}
 
 /// The real serial port, writing what is done with it to the journal.
 class WatchedPort final : public SerialPort {
@@ -105,7 +100,10 @@ class DebuggerBench : public Desk {
 
   /// A port that this comes in on from now on, in place of the bench's own.
   ReceivingPort hearing(const Incoming& incoming) {
-    replay = std::make_unique<ReplayPort>(recordingOf(incoming), clock);
+    std::vector<Transfer> recording;
+    for (const auto& [time, bytes] : incoming)
+      recording.push_back({time, Direction::fromController, bytes});
+    replay = std::make_unique<ReplayPort>(recording, clock);
     replay->open();
     return {*replay, {}, {}};
   }
@@ -134,10 +132,9 @@ class DebuggerBench : public Desk {
   void answer() {
     const std::size_t unread = std::exchange(serial.unread, 0);
     if (!pluggedIn(serial.selected)) return;
-    const Bytes received = terminal().receive(unread);
-    const bool twoStopBits = (terminal().settings().c_cflag & CSTOPB) != 0;
-    if (!received.empty()) {
-      wire.push_back(hexText(received));
+    if (unread > 0) {
+      const bool twoStopBits = (terminal().settings().c_cflag & CSTOPB) != 0;
+      wire.push_back(hexText(terminal().receive(unread)));
       journal.push_back(wire.back() + (twoStopBits ? " at 7N2" : ""));
     }
     if (answers.empty()) return;

@@ -49,12 +49,11 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   ASSERT_EQ(ioctl(line, TIOCEXCL), 0);
   EXPECT_EQ(port.open(), refusal) << "only root gets as far as the lock";
 
-  // By another name of the same device, as adapters have them.
+  // By another name of the same device, as adapters have them; the test looks on.
   const test::TemporaryFolder folder;
   fs::create_symlink(terminal.path(), folder.path() / "adapter");
-  const PortHolders holders = portHolders(folder.path() / "adapter");
-  EXPECT_NE(holders.names().find(name), std::string::npos) << holders.names();
-  EXPECT_NE(holders.names().find("this program"), std::string::npos) << "the test looks on";
+  const std::string names = portHolders(folder.path() / "adapter").names();
+  EXPECT_TRUE(names == name + ", this program" || names == "this program, " + name) << names;
 
   kill(other, SIGKILL);
   waitpid(other, nullptr, 0);
@@ -62,7 +61,6 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   close(line);
   EXPECT_EQ(portHolders(terminal.path()).names(), "this program");
   EXPECT_EQ(port.open(), std::nullopt);
-  EXPECT_TRUE(portHolders("/dev/there-is-none").known.empty());
 }
 
 TEST(PortInUse, SaysAsMuchAsIsKnown) {
@@ -70,7 +68,6 @@ TEST(PortInUse, SaysAsMuchAsIsKnown) {
   EXPECT_EQ(
       inUseText({{self, {"minicom", 7, false}, {"getty", 8, false}}, true}),
       "it is in use by minicom (process 7), getty (process 8). Close that program and try again.");
-  EXPECT_NE(inUseText({{self}, true}).find("this program has it open already"), std::string::npos);
   EXPECT_NE(inUseText({{}, false}).find("only an administrator can see"), std::string::npos);
 }
 
@@ -94,20 +91,16 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
   struct stat status {};
   ASSERT_EQ(stat(terminal.path().c_str(), &status), 0);
   const std::string group = getgrgid(status.st_gid)->gr_name;
-  const std::string askForIt = "Ask an administrator: no group of users may open it.";
   const std::pair<mode_t, std::string> cases[] = {
       {0060, "Add yourself to the group " + group + " and log in again."},
-      {0000, askForIt},
-      {0040, askForIt},
+      {0040, "Ask an administrator: no group of users may open it."},
   };
   for (const auto& [mode, wayOut] : cases) {
+    const std::string refusal =
+        "COM1 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
     ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
-    EXPECT_TRUE(asNobody([&, wayOut = wayOut] {
-      AsioSerialPort port(asCom1(terminal.path()));
-      return !portPermission(terminal.path()).granted &&
-             port.open() ==
-                 "COM1 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
-    })) << mode;
+    EXPECT_TRUE(asNobody([&] { return AsioSerialPort(asCom1(terminal.path())).open() == refusal; }))
+        << mode;
   }
   ASSERT_EQ(chmod(terminal.path().c_str(), 0666), 0);
   EXPECT_TRUE(asNobody([&] { return portPermission(terminal.path()).granted; }));
@@ -116,18 +109,18 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
 TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
   const test::TemporaryFolder system;
   const auto add = [&system](const fs::path& device, const std::string& name,
-                             const fs::path& driver, const std::string& type) {
+                             const std::string& driver, const std::string& type) {
     fs::create_directories(system.path() / device);
     fs::create_directories(system.path() / "tty" / name);
     fs::create_symlink(system.path() / device, system.path() / "tty" / name / "device");
     if (!driver.empty()) fs::create_symlink(driver, system.path() / device / "driver");
-    if (!type.empty()) system.write("tty/" + name + "/type", type + '\n');
+    system.write("tty/" + name + "/type", type);
   };
   // Devices that every machine has stand in for serial ones.
   add("usb/adapter", "null", "/drivers/ftdi_sio", "");
-  add("board/ctrl/port", "zero", "/drivers/port", "4");
+  add("board/ctrl/port", "zero", "/drivers/port", "4\n");
   fs::create_symlink("/drivers/serial8250", system.path() / "board" / "driver");
-  add("board/absent", "full", "/drivers/port", "0");
+  add("board/absent", "full", "/drivers/port", "0\n");
   add("console", "tty", "", "");
   add("unplugged", "there-is-none", "/drivers/ftdi_sio", "");
   const auto devices = system.path() / "tty";
@@ -135,7 +128,6 @@ TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
   EXPECT_EQ(portDriver("/dev/null", devices), "ftdi_sio");
   EXPECT_EQ(portDriver("/dev/zero", devices), "serial8250");
   EXPECT_EQ(portDriver("/dev/tty", devices), "");
-  EXPECT_EQ(portDriver("/dev/there-is-none", devices), "");
 }
 
 }  // namespace

@@ -101,32 +101,17 @@ TEST_P(EitherFamily, FindsTheSameHoweverTheStreamIsCutAndWhereverTheRingWraps) {
   for (const std::uint8_t& byte : bytes)
     decoder.feed({&byte, 1}, byByte);
   EXPECT_EQ(byByte, reports);
+  EXPECT_EQ(decoded(decoder, times(500, bytes)).size(), 500 * reports.size())
+      << "more than the ring holds";
 }
 
-TEST_P(EitherFamily, TakesNoMoreThanTheRingHoldsAndLosesNothing) {
-  const Bytes full(ReportDecoder::ringSize - 1, 0x00);
-  decoded(decoder, Bytes(5000, 0x00));  // so that it wraps
-  EXPECT_EQ(decoder.append(full), full.size());
-  EXPECT_EQ(decoder.append(bytes), 0u);
-  Reports none;
-  decoder.decode(none);
-  EXPECT_EQ(decoder.pending(), 0u);
-  EXPECT_EQ(decoded(decoder, times(500, bytes)).size(), 500 * reports.size());
-}
-
-TEST(Decoder, WaitsForFourBytesBehindAStatusByteAndSixBehindAnE02Start) {
-  for (const auto& [family, packet, needed] :
-       {std::tuple(ReportFamily::tablet, tabletCases[0].packet, 5U),
-        std::tuple(ReportFamily::e02, e02Packets[0].packet, 7U)}) {
-    ReportDecoder decoder(family);
-    EXPECT_TRUE(decoded(decoder, std::span(packet).first(needed - 1)).empty());
-    decoder.reset();
-    EXPECT_EQ(decoder.strayBytes(), needed - 1);
-    EXPECT_EQ(decoded(decoder, std::span(packet).first(needed)).size(), 1u);
-    decoder.reset();
-    EXPECT_EQ(decoder.strayBytes(), needed - 1);
-    EXPECT_EQ(decoded(decoder, packet).size(), 1u) << "what came before is forgotten";
-  }
+TEST(Decoder, TellsAnE02ReportAtItsCoordinatesAndForgetsTheRestWhenReset) {
+  const std::span<const std::uint8_t> packet = e02Packets[0].packet;
+  ReportDecoder decoder(ReportFamily::e02);
+  EXPECT_EQ(decoded(decoder, packet.first(6)).size(), 0u);
+  EXPECT_EQ(decoded(decoder, packet.subspan(6, 1)).size(), 1u);
+  decoder.reset();
+  EXPECT_EQ(decoded(decoder, packet).size(), 1u);
 }
 
 }  // namespace
