@@ -25,7 +25,6 @@ using enum FindingState;
 class Doctor : public test::ParameterDesk {
  protected:
   Doctor() {
-    script.names = {"RS232 DEVICE 1"};
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     patient.workFolder = folder.path();
@@ -36,16 +35,14 @@ class Doctor : public test::ParameterDesk {
   }
 
   /// The findings of a topic, as "state: what".
-  static Lines of(const Diagnosis& diagnosis, std::string_view topic) {
+  Lines found(std::string_view topic) {
     Lines lines;
-    for (const Finding& finding : diagnosis.findings) {
+    for (const Finding& finding : examine(patient).findings) {
       if (finding.topic == topic)
         lines.push_back(std::string(stateName(finding.state)) + ": " + finding.what);
     }
     return lines;
   }
-  Lines found(std::string_view topic) { return of(examine(patient), topic); }
-
   std::string unpacked(const std::string& entry) const {
     return test::runProgram("/usr/bin/unzip", {"-p", file, entry}).output;
   }
@@ -56,30 +53,14 @@ class Doctor : public test::ParameterDesk {
 
 TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
   session.controllerName = "the current one";
-  const test::Bytes silence;
-  const struct {
-    Lines names;
-    std::deque<test::Bytes> unitTypes;  ///< each controller is asked twice at most
-    Lines found;
-  } cases[] = {
-      {{}, {}, {"problem: The driver knows of no controller."}},
-      {{"RS232 DEVICE 1"},
-       {silence},
-       {"problem: RS232 DEVICE 1 is known to the driver, but does not answer."}},
-      {{"DEVICE USB", "RS232 DEVICE 1", "USB DEVICE 2"},
-       {silence, silence, replyOf("QMRV1000")},
-       {"note: RS232 DEVICE 1 is known to the driver, but does not answer.",
-        "note: The driver also knows of DEVICE USB.",
-        "ok: USB DEVICE 2 answers, unit type QMRV1000."}},
-  };
-  script.replies["OI"] = {silence};
-  for (const auto& c : cases) {
-    script.names = c.names;
-    script.replies["UT"] = c.unitTypes;
-    const Diagnosis diagnosis = examine(patient);
-    EXPECT_EQ(of(diagnosis, "controllers"), c.found);
-    EXPECT_EQ(diagnosis.controllerAnswers(), c.found.back().starts_with("ok"));
-  }
+  script.names = {"DEVICE USB", "RS232 DEVICE 1", "USB DEVICE 2"};
+  // Each controller is asked twice at most.
+  script.replies["UT"] = {test::Bytes{}, test::Bytes{}, replyOf("QMRV1000")};
+  script.replies["OI"] = {test::Bytes{}};
+  EXPECT_EQ(found("controllers"),
+            (Lines{"note: RS232 DEVICE 1 is known to the driver, but does not answer.",
+                   "note: The driver also knows of DEVICE USB.",
+                   "ok: USB DEVICE 2 answers, unit type QMRV1000."}));
   EXPECT_THAT(journal, Each(AnyOf("GetExistControllers", StartsWith("GetControllerName"),
                                   StartsWith("OpenController"), "CloseController", "WriteBuffer UT",
                                   "WriteBuffer OI", "ReadBuffer 10", "delay 100")));
@@ -87,8 +68,6 @@ TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
 }
 
 TEST_F(Doctor, LooksAtTheLibrary) {
-  EXPECT_EQ(found("library"), (Lines{"ok: The driver library is " + std::string(RECORDING_LIBRARY) +
-                                     "; all 36 operations are there."}));
   patient.refused = NexapiDriver::bind(INCOMPLETE_LIBRARY).error();
   EXPECT_THAT(found("library").front(), HasSubstr("it lacks the operation IsPenUp"));
   EXPECT_THAT(examine(patient).findings.front().nextStep, HasSubstr(INCOMPLETE_LIBRARY));
@@ -98,9 +77,6 @@ TEST_F(Doctor, LooksAtTheLibrary) {
   EXPECT_THAT(found("library"),
               testing::ElementsAre(HasSubstr("library nexapi cannot be used: libnexapi.so: cannot"),
                                    HasSubstr(programFolder().string())));
-  EXPECT_THAT(found("controllers"), testing::ElementsAre(StartsWith("note: No controller was")));
-  patient.simulated = true;
-  EXPECT_THAT(examine(patient).findings.front().nextStep, HasSubstr("install TouchUtility again"));
 }
 
 TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
@@ -112,9 +88,6 @@ TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
   patient.screens = {{"DP-1", 1920, 1080, 100}, {"DP-2", 640, 400, 200}};
   EXPECT_EQ(found("screens"), (Lines{"note: DP-2: 640 x 400 pixels at 200 %, which is little.",
                                      "ok: DP-1: 1920 x 1080 pixels at 100 %."}));
-  patient.screens.reset();
-  EXPECT_THAT(found("screens"), testing::ElementsAre(StartsWith("note: No display")));
-
   patient.ports.assign("4=/dev/there-is-none");
   patient.ports.assign("5=/dev/full");
   EXPECT_EQ(found("ports").front(), "problem: COM4 (/dev/there-is-none): there is no such device.");
@@ -132,7 +105,6 @@ TEST_F(Doctor, LooksAtTheOptionalFiles) {
       {"errmsg.txt", std::string(100, '\n'), "one\n", "expected 100 lines"},
       {"zevrik.fmt", "wide 8 5A 5B le16@2,4\n", "wide 8\n", "zevrik.fmt, line 1: expected"},
       {"pic01.jpg", "\xFF\xD8\xFF\xE0", "text", "expected a picture, found \"text\""},
-      {"Zevrik.ico", std::string("\0\0\1\0", 4), "", "expected a picture, found an empty line"},
       {"cursoroff.txt", "note", std::string(2'000'000, 'x'), "expected at most 1048576 bytes"},
   };
   for (const auto& [name, sound, damaged, complaint] : files) {
@@ -143,10 +115,9 @@ TEST_F(Doctor, LooksAtTheOptionalFiles) {
     folder.write(name, damaged);
     EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr(complaint)));
     fs::remove(folder.path() / name);
-    fs::create_symlink("nowhere", folder.path() / name);
-    EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr("a file")));
-    fs::remove(folder.path() / name);
   }
+  fs::create_symlink("nowhere", folder.path() / "zevrik.fmt");
+  EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr("a file")));
 }
 
 TEST_F(Doctor, ReportsForPeopleAndForPrograms) {
@@ -156,11 +127,11 @@ TEST_F(Doctor, ReportsForPeopleAndForPrograms) {
   EXPECT_EQ(findingsAsText(diagnosis),
             "problem  It is \"bad\".\n         It matters.\n         Next: Mend it.\n"
             "note     Odd \u00FC.\n\n1 problem, 1 note.\n");
-  EXPECT_EQ(json::parse(findingsAsJson(diagnosis)), json::parse(R"({
-    "problems": 1, "notes": 1, "findings": [
-      {"state": "problem", "topic": "library", "what": "It is \"bad\".", "why": "It matters.",
-       "next": "Mend it."},
-      {"state": "note", "topic": "ports", "what": "Odd ü.", "why": "", "next": ""}]})"));
+  const json object = json::parse(findingsAsJson(diagnosis));
+  EXPECT_EQ(object["problems"], 1);
+  EXPECT_EQ(object["findings"][1],
+            json::parse(
+                R"({"state": "note", "topic": "ports", "what": "Odd ü.", "why": "", "next": ""})"));
   EXPECT_EQ(summary({}), "Nothing is wrong");
 }
 

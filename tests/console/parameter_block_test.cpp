@@ -59,17 +59,12 @@ TEST_F(BlockWriting, WritesOnlyWhatDiffersAndReadsEachBack) {
   const auto before = memory;
   const auto result = writeBlock(access(), prompt, backup, wanted);
   EXPECT_EQ(result.end, WriteEnd::done);
-  EXPECT_EQ(written(), (Lines{"SP01AB01", "SP03AB03", "SP06AB06"}));
+  EXPECT_EQ(written(),
+            (Lines{"WriteBuffer SP01AB01", "WriteBuffer SP03AB03", "WriteBuffer SP06AB06"}));
   EXPECT_EQ(said(), (Lines{"confirm Are you sure ?!", "message Write ok!!"}));
   EXPECT_EQ(noted(), (Lines{"01 1001 AB01 begun", "01 1001 AB01 written", "03 1003 AB03 begun",
                             "03 1003 AB03 written", "06 1006 AB06 begun", "06 1006 AB06 written"}));
   EXPECT_EQ((*loadVrq(result.kept))[3], (ParameterWord{0x10, 3})) << "the block before the write";
-  const auto write = std::find(journal.begin(), journal.end(), "WriteBuffer SP01AB01");
-  EXPECT_EQ(Lines(write - 2, write + 9),
-            (Lines{"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer SP01AB01",
-                   "delay 200", "ReadBuffer 10", "CloseController", "OpenController RS232 DEVICE 1",
-                   "FlushReadBuffer", "WriteBuffer GP01", "delay 200", "ReadBuffer 10"}));
-
   EXPECT_EQ(undoBlock(access(), prompt, backup, result.report.oldWords()).end, WriteEnd::done);
   EXPECT_EQ(memory, before);
 }
@@ -93,21 +88,17 @@ TEST_F(BlockWriting, DoesNothingUnaskedOrUnneeded) {
 TEST_F(BlockWriting, NamesTheWordThatIsReadBackWrongAndPutsTheOldOnesBack) {
   stuck[3] = {0, 0};
   EXPECT_EQ(writeBlock(access(), prompt, backup, wanted).end, WriteEnd::brokenOff);
-  EXPECT_EQ(
-      said(),
-      (Lines{
-          "confirm Are you sure ?!",
-          "confirm Written: 01. Word 03: AB03 was written, 0000 was read back. Put the old words "
-          "back?",
-          "message The old words are not all back. Written: 01. Word 03: 1003 was "
-          "written, 0000 was read back."}));
+  EXPECT_THAT(said(), testing::ElementsAre(testing::_,
+                                           "confirm Written: 01. Word 03: AB03 was written, 0000 "
+                                           "was read back. Put the old words back?",
+                                           "message The old words are not all back. Written: 01. "
+                                           "Word 03: 1003 was written, 0000 was read back."));
   EXPECT_EQ(memory[1], (ParameterWord{0x10, 1}));
   EXPECT_THAT(noted(), testing::IsSupersetOf(
                            {"03 1003 AB03 failed", "01 AB01 1001 written", "03 0000 1003 failed"}));
 
   prompt.answers = false;
-  const auto unanswered = undoBlock(access(), prompt, backup, wanted);
-  EXPECT_TRUE(unanswered.putBack) << "nobody is left to say";
+  EXPECT_TRUE(undoBlock(access(), prompt, backup, wanted).putBack) << "nobody is left to say";
   EXPECT_EQ(memory[1], (ParameterWord{0x10, 1}));
 }
 
@@ -125,8 +116,7 @@ TEST_F(BlockWriting, TellsTheTruthWhenThePowerGoesAtAnyPoint) {
       const auto result = writeBlock(access(), prompt, backup, wanted);
       EXPECT_EQ(result.end, WriteEnd::brokenOff);
       EXPECT_EQ(result.report.written.size(), static_cast<std::size_t>((answered - 8) / 2));
-      ASSERT_TRUE(result.putBack);
-      EXPECT_TRUE(result.putBack->written.empty());
+      EXPECT_TRUE(result.putBack && result.putBack->written.empty());
       Lines expected;
       for (const auto& change : result.report.written) {
         EXPECT_EQ(memory[change.address], change.after) << "reported as written";
@@ -159,37 +149,24 @@ class ParameterTables : public testing::Test {
 };
 
 TEST_F(ParameterTables, AcceptBytesInTheChosenBaseOnly) {
-  const struct {
-    NumberBase base;
-    std::pair<const char*, const char*> taken;  ///< typed and shown
-    std::vector<const char*> refused;
-  } cases[] = {{NumberBase::hexadecimal, {"a", "0A"}, {"100", "0x1", "G0", "", "-1", " 1"}},
-               {NumberBase::decimal, {"255", "255"}, {"256", "A", "0010", "-1"}}};
-  for (const auto& [base, taken, refused] : cases) {
-    table.setBase(base);
-    EXPECT_EQ(table.edit(3, WordByte::low, taken.first), std::nullopt);
-    for (const char* text : refused)
-      EXPECT_TRUE(table.edit(3, WordByte::low, text)) << text;
-    EXPECT_EQ(table.newText(3, WordByte::low), taken.second) << "what is refused stays out";
-  }
-  EXPECT_EQ(table.edit(2, WordByte::high, "GG"),
-            "Word 02, high byte: expected a number from 0 to 255, found \"GG\"");
+  EXPECT_EQ(table.edit(3, WordByte::low, "a"), std::nullopt);
+  for (const char* text : {"100", "0x1", "G0", "", "-1", " 1"})
+    EXPECT_TRUE(table.edit(3, WordByte::low, text)) << text;
+  EXPECT_EQ(table.newText(3, WordByte::low), "0A") << "what is refused stays out";
+  table.setBase(NumberBase::decimal);
+  EXPECT_EQ(table.edit(3, WordByte::low, "255"), std::nullopt);
+  for (const char* text : {"256", "A", "0010", "-1"})
+    EXPECT_TRUE(table.edit(3, WordByte::low, text)) << text;
+  EXPECT_EQ(table.newText(3, WordByte::low), "255");
 }
 
 TEST_F(ParameterTables, WriteOnlyWhatChangedAndNothingThatIsEmpty) {
-  EXPECT_TRUE(table.changes()->empty());
   EXPECT_FALSE(table.edit(4, WordByte::high, "AB"));
   EXPECT_FALSE(table.edit(5, WordByte::high, "10")) << "typed, but the same";
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{4, {0xAB, 4}}}));
-  EXPECT_EQ(table.oldText(4, WordByte::high), "10");
-  const auto differences = table.compare(before);
-  ASSERT_EQ(differences.size(), 1u);
-  EXPECT_EQ(differences[0].address, 4);
-  EXPECT_EQ(differences[0].here, (ParameterWord{0xAB, 4}));
-
+  EXPECT_EQ(table.compare(before).at(0).here, (ParameterWord{0xAB, 4}));
   table.clear();
   EXPECT_TRUE(table.changes()->empty());
-  EXPECT_EQ(table.newText(0, WordByte::low), "");
   EXPECT_EQ(table.block().error(), "Word 00, high byte: expected a value, found nothing");
   EXPECT_FALSE(table.edit(6, WordByte::high, "10"));
   EXPECT_EQ(table.changes().error(), "Word 06, low byte: expected a value, found nothing");
@@ -206,6 +183,7 @@ TEST_F(ParameterTables, WriteOnlyWhatChangedAndNothingThatIsEmpty) {
 /// What was read or can be undone never outlives what it belongs to.
 TEST_F(BlockWriting, OfTheEditorForgetsWhatIsStaleAndUndoesOnlyTheLast) {
   ParameterEditor editor(access(), prompt, backup);
+  const auto before = memory;
   editor.read();
   editor.table().edit(3, WordByte::high, "AB");
   editor.write();
@@ -214,9 +192,13 @@ TEST_F(BlockWriting, OfTheEditorForgetsWhatIsStaleAndUndoesOnlyTheLast) {
   EXPECT_EQ(editor.parameter01(), std::nullopt);
   EXPECT_FALSE(editor.canUndo());
 
+  memory = before;
+  journal.clear();
   editor.restoreDefaults();
+  EXPECT_EQ(said(), Lines{"message Controller Restore OK"}) << "there is a way back";
   EXPECT_EQ(editor.parameter01(), (ParameterWord{0x33, 1})) << "not the word from before";
-  EXPECT_TRUE(editor.canUndo());
+  editor.undo();
+  EXPECT_EQ(memory, before);
   memory.erase(5);
   editor.restoreDefaults();
   EXPECT_FALSE(editor.canUndo()) << "the block before could not be read: there is no way back";

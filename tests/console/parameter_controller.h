@@ -30,22 +30,18 @@ class ParameterDesk : public Desk {
   TemporaryFolder folder;
   const Backup backup{folder.path(), [] { return Backup::TimePoint{}; }};
 
-  /// The writes of the journal, e.g. "SP011AFF".
-  Lines written() const {
-    Lines lines;
-    for (const auto& line : journal)
-      if (line.starts_with("WriteBuffer SP")) lines.push_back(line.substr(12));
-    return lines;
-  }
+  /// The writes of the journal.
+  Lines written() const { return matching("^WriteBuffer SP"); }
   /// What the user was told and asked.
-  Lines said() const {
-    Lines lines;
-    for (const auto& line : journal)
-      if (line.starts_with("message ") || line.starts_with("confirm ")) lines.push_back(line);
-    return lines;
-  }
+  Lines said() const { return matching("^(message|confirm) "); }
 
  private:
+  Lines matching(const char* expression) const {
+    const auto matches = testing::ContainsRegex(expression);
+    Lines lines = journal;
+    std::erase_if(lines, [&](const auto& line) { return !testing::Value(line, matches); });
+    return lines;
+  }
   static std::uint8_t byteAt(const std::string& text, std::size_t place) {
     return static_cast<std::uint8_t>(std::stoi(text.substr(place, 2), nullptr, 16));
   }
