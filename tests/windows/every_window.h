@@ -21,11 +21,9 @@ class LongTexts final : public QTranslator {
   using QTranslator::QTranslator;
   bool isEmpty() const override { return false; }
   QString translate(const char*, const char* source, const char*, int) const override {
-    QString text = QString::fromUtf8(source);
-    QString more;
-    for (qsizetype i = text.size() * 2 / 5 - 2; i > 0; --i)
-      more += i % 6 == 0 ? ' ' : 'n';
-    return u'«' + text + more + u'»';
+    static const QString more = QString("nnnnn ").repeated(99);
+    const QString text = QString::fromUtf8(source);
+    return u'«' + text + more.left(std::max<qsizetype>(0, text.size() * 2 / 5 - 2)) + u'»';
   }
 };
 
@@ -71,21 +69,20 @@ class EveryWindow : public DrawingDesk {
 
   /// A window that is laid out for the screen here need not fit another one.
   static std::vector<QSize> sizesHere() {
-    const QSize small(800, 480);
     const QSize large(1024, 768);
     const QSize here = QGuiApplication::primaryScreen()->size();
     if (here.width() >= large.width()) return {large};
-    return isSmallScreen() ? std::vector{here} : std::vector{small, large};
+    return isSmallScreen() ? std::vector{here} : std::vector{QSize(800, 480), large};
   }
   void visitAll(const Visitor& visit) { visitAll(sizesHere().front(), visit); }
-  void visitAll(const QSize& size, const Visitor& visit) {
-    visitMain(size, visit);
-    visitCalibration(size, visit);
-    visitDrawing(size, visit);
-    visitLinearity(size, visit);
-    visitDebugger(size, visit);
-    visitRawDrawing(size, visit);
-    visitGuide(size, visit);
+  void visitAll(const QSize& size, Visitor visit) {
+    size_ = size;
+    visit_ = std::move(visit);
+    visitMain();
+    visitCalibration();
+    visitTests();
+    visitDebugger();
+    visitGuide();
   }
 
   void blame(const std::string& where, const QWidget& widget, const std::string& what) {
@@ -100,135 +97,118 @@ class EveryWindow : public DrawingDesk {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     QApplication::processEvents();
   }
+  /// Opens a window and visits it as it is then.
+  void open(auto& window, const std::string& state = "") {
+    window.open();
+    settle(window, size_);
+    visit_(window.objectName().toStdString() + state, window);
+  }
   static void press(QWidget& window, const char* name) {
     find<QAbstractButton>(window, name)->click();
     QApplication::processEvents();
   }
-  static void visitPages(QTabWidget& tabs, const std::function<void(const std::string&)>& visit) {
-    for (int page = 0; page < tabs.count(); ++page) {
-      tabs.setCurrentIndex(page);
-      QApplication::processEvents();
-      visit(", page " + std::to_string(page));
+  void visitPages(const std::string& where, QWidget& window, const char* tabs) {
+    auto& pages = *find<QTabWidget>(window, tabs);
+    for (int page = 0; page < pages.count(); ++page) {
+      pages.setCurrentIndex(page);
+      // What is seen only on request.
+      for (const char* const name : {"cmdInfo", "Command17", "cmdAdvanced"}) {
+        auto* const button = window.findChild<QAbstractButton*>(name);
+        if (button != nullptr && button->isVisible()) button->click();
+      }
+      live(std::chrono::milliseconds(1));
+      visit_(where + ", page " + std::to_string(page), window);
     }
   }
 
-  void visitMain(const QSize& size, const Visitor& visit) {
+  void visitMain() {
     frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, linearity},
-                   Startup{folder.path(), "/usr/lib/libnexapi.so", simulation, size});
+                   Startup{folder.path(), "/usr/lib/libnexapi.so", simulation, size_});
     window.open();
-    settle(window, size);
+    settle(window, size_);
     QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
-    visitPages(*find<QTabWidget>(window, "tabs"), [&](const std::string& page) {
-      // What is seen only on request.
-      for (const char* name : {"cmdInfo", "Command17", "cmdAdvanced"})
-        if (find<QWidget>(window, name)->isVisible()) press(window, name);
-      live(std::chrono::milliseconds(1));
-      visit("frmMain" + page, window);
-    });
+    visitPages("frmMain", window, "tabs");
     find<QWidget>(window, "passwordFrame")->hide();
     QTest::keyClick(&window, Qt::Key_B, Qt::ControlModifier);
     auto* const pins = find<QWidget>(window, "frmPinDefine");
-    settle(*pins, size.boundedTo({660, 640}));
-    visit("frmPinDefine", *pins);
-    pins->close();
+    settle(*pins, size_.boundedTo({660, 640}));
+    visit_("frmPinDefine", *pins);
   }
-  void visitCalibration(const QSize& size, const Visitor& visit) {
-    const QPointer<frmCal> window = new frmCal(
-        access(), prompt, simulation, *QGuiApplication::primaryScreen(), size, [] {},
+  void visitCalibration() {
+    frmCal window(
+        access(), prompt, simulation, *QGuiApplication::primaryScreen(), size_, [] {},
         [](CalibrationOutcome) {});
-    window->show();
-    settle(*window, size);
-    visit("frmCal", *window);
-    delete window;
+    window.show();
+    settle(window, size_);
+    visit_("frmCal", window);
   }
-  void visitDrawing(const QSize& size, const Visitor& visit) {
-    const QPointer<frmDraw> window =
-        new frmDraw({clock, prompt, session.messages, switches, files, folder.path()}, simulation,
-                    controller, *QGuiApplication::primaryScreen(), size, [] {});
-    window->open();
-    settle(*window, size);
-    visit("frmDraw", *window);
-    QTest::mouseClick(find<QWidget>(*window, "drawingCanvas"), Qt::RightButton, {},
-                      {size.width() - 5, 5});
-    visit("frmDraw, menu", *window);
-    QTest::keyClick(window, Qt::Key_Escape);
-    for (const auto& [key, state] :
-         {std::pair(Qt::Key_F1, "help"), std::pair(Qt::Key_T, "results")}) {
-      QTest::keyClick(window, key);
-      QApplication::processEvents();
-      visit(std::string("frmDraw, ") + state, *window);
-      QTest::keyClick(window, key);
+  void visitTests() {
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    {
+      frmDraw window({clock, prompt, session.messages, switches, files, folder.path()}, simulation,
+                     controller, screen, size_, [] {});
+      open(window);
+      QTest::mouseClick(find<QWidget>(window, "drawingCanvas"), Qt::RightButton, {},
+                        {size_.width() - 5, 5});
+      visit_("frmDraw, menu", window);
+      for (const auto& [key, state] :
+           {std::pair(Qt::Key_F1, "help"), std::pair(Qt::Key_T, "results")}) {
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QTest::keyClick(&window, key);
+        QApplication::processEvents();
+        visit_(std::string("frmDraw, ") + state, window);
+      }
     }
-    delete window;
-  }
-  void visitLinearity(const QSize& size, const Visitor& visit) {
-    const QPointer<frmLinearity> window =
-        new frmLinearity({prompt, session.messages, linearity, folder.path()}, simulation,
-                         controller, *QGuiApplication::primaryScreen(), size, [] {});
-    window->open();
-    settle(*window, size);
-    visit("frmLinearity, size", *window);
-    press(*window, "cmdStart");
-    auto* const canvas = find<QWidget>(*window, "linearityCanvas");
-    for (const char* state : {"instruction", "drawn"}) {
-      visit(std::string("frmLinearity, ") + state, *window);
-      draw(canvas, {{size.width() / 32, 1}, {size.width() / 32, size.height() - 2}}, 40);
-    }
+    frmLinearity window({prompt, session.messages, linearity, folder.path()}, simulation,
+                        controller, screen, size_, [] {});
+    open(window, ", size");
+    press(window, "cmdStart");
+    draw(find<QWidget>(window, "linearityCanvas"),
+         {{size_.width() / 32, 1}, {size_.width() / 32, size_.height() - 2}}, 40);
+    visit_("frmLinearity, drawn", window);
     for (int line = 0; line < 9; ++line)
-      press(*window, "cmdNext");
-    visit("frmLinearity, horizontal", *window);
-    press(*window, "cmdResults");
-    visitPages(*find<QTabWidget>(*window, "resultTabs"),
-               [&](const std::string& page) { visit("frmLinearity, results" + page, *window); });
-    delete window;
+      press(window, "cmdNext");
+    visit_("frmLinearity, horizontal", window);
+    press(window, "cmdResults");
+    visitPages("frmLinearity, results", window, "resultTabs");
   }
-  void visitDebugger(const QSize& size, const Visitor& visit) {
-    frmRSDebug window(access(), prompt, port_,
-                      DebuggerSurroundings{folder.path(), {}, switches, simulation, size},
-                      [](DebuggerEnd) {});
-    window.open();
-    settle(window, size);
-    press(window, "Check1");
-    press(window, "Command3");
-    const struct {
-      const char* set;
-      const char* name;
-      int entry;
-    } states[] = {{"Option3", "quorvane", -1}, {"Option2", "E02", 6}, {"Option1", "M01", 21}};
-    for (const auto& [set, name, entry] : states) {
-      press(window, set);
-      find<QComboBox>(window, "Combo1")->setCurrentIndex(entry);
-      QApplication::processEvents();
-      const std::string where = std::string("frmRSDebug, ") + name;
-      const auto visitPage = [&](const std::string& page) { visit(where + page, window); };
-      auto* const tabs = window.findChild<QTabWidget*>("debuggerTabs");
-      tabs != nullptr ? visitPages(*tabs, visitPage) : visitPage("");
+  void visitDebugger() {
+    {
+      frmRSDebug window(access(), prompt, port_,
+                        DebuggerSurroundings{folder.path(), {}, switches, simulation, size_},
+                        [](DebuggerEnd) {});
+      open(window);
+      press(window, "Check1");
+      press(window, "Command3");
+      for (const auto& [set, entry] :
+           {std::pair("Option3", -1), std::pair("Option2", 6), std::pair("Option1", 21)}) {
+        press(window, set);
+        find<QComboBox>(window, "Combo1")->setCurrentIndex(entry);
+        QApplication::processEvents();
+        const std::string where = std::string("frmRSDebug, ") + set;
+        // A small screen has no room for all at once.
+        const bool inPages = window.findChild<QTabWidget*>("debuggerTabs") != nullptr;
+        inPages ? visitPages(where, window, "debuggerTabs") : visit_(where, window);
+      }
     }
-    window.leave(DebuggerEnd::quit);
-    live(std::chrono::milliseconds(1));
-  }
-  void visitRawDrawing(const QSize& size, const Visitor& visit) {
-    auto* const window = new frmRsDraw(
-        {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, size},
+    frmRsDraw window(
+        {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, size_},
         ReceivingPort{port_, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
-    window->open();
-    settle(*window, size);
-    visit("frmRsDraw", *window);
-    press(*window, "cmdHelp");
-    visit("frmRsDraw, help", *window);
-    window->close();
-    live(std::chrono::milliseconds(1));
+    open(window);
+    press(window, "cmdHelp");
+    visit_("frmRsDraw, help", window);
   }
-  void visitGuide(const QSize& size, const Visitor& visit) {
+  void visitGuide() {
     QWidget below;
     showHelp(below);
     auto* const window = below.findChild<GuideWindow*>();
-    settle(*window, size);
-    visit("guide", *window);
+    settle(*window, size_);
     press(*window, "cmdFind");
-    visit("guide, search", *window);
+    visit_("guide", *window);
   }
 
+  QSize size_;
+  Visitor visit_;
   std::set<std::string> faults_;
   Trace trace_;
   AsioSerialPort port_{ComPorts()};

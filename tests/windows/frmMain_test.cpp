@@ -16,18 +16,19 @@ class MainWindow : public MainWindowDesk {
 TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   open();
   EXPECT_EQ(controllers()->rowCount(), 2);
-  EXPECT_EQ(controllers()->currentRow(), 0);
-  EXPECT_EQ(text("lblVersion"), "Version :  3.1.0");
   EXPECT_EQ(text("lblFirmware"), "M0130100");
   EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
   EXPECT_EQ(window->focusWidget(), controllers()) << "and not the button Exit";
-
   QTest::keyClick(controllers(), Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
   click("cmdInfo");
-  auto* const info = find<QListWidget>("infoList");
-  ASSERT_EQ(info->count(), 4);
-  EXPECT_EQ(info->item(2)->text(), "Output Identity : M0130100");
+  EXPECT_EQ(find<QListWidget>("infoList")->item(2)->text(), "Output Identity : M0130100");
+
+  script.names.clear();
+  QTest::keyClick(window.get(), Qt::Key_F5);
+  EXPECT_EQ(controllers()->rowCount(), 0);
+  for (const char* const button : {"cmdInfo", "cmd3pts"})
+    EXPECT_FALSE(find<QPushButton>(button)->isEnabled()) << button;
 }
 
 TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
@@ -50,11 +51,12 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   open();
   auto* const advanced = find<QFrame>("advancedFrame");
   auto* const tabs = find<QTabWidget>("tabs");
-  QTest::keyClick(controllers(), Qt::Key_I);
+  find<QPushButton>("cmdExit")->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+  EXPECT_EQ(tabs->currentIndex(), 1);
+  QTest::keyClick(tabs, Qt::Key_I);
   EXPECT_TRUE(advanced->isHidden()) << "only the page Maintenance has an advanced frame";
   showPage("Maintenance");
-  QTest::keyClick(tabs, Qt::Key_I, Qt::ShiftModifier);
-  EXPECT_TRUE(advanced->isHidden());
   QTest::keyClick(tabs, Qt::Key_I);
   EXPECT_FALSE(advanced->isHidden());
 
@@ -69,26 +71,17 @@ TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   QTest::keyClick(tabs, Qt::Key_B, Qt::ControlModifier);
   EXPECT_EQ(journal, (Lines{"message Password Error!!",
                             "input Please Enter Password : [Special Function]"}));
-  EXPECT_TRUE(find<QFrame>("passwordFrame")->isHidden());
   QTest::keyClick(tabs, Qt::Key_E, Qt::ControlModifier);
   EXPECT_EQ(count("WriteBuffer PL"), 2);
   EXPECT_TRUE(window->isHidden());
 }
 
-TEST_F(MainWindow, TakesABadPictureAndNoControllerInItsStride) {
+TEST_F(MainWindow, TakesBadPicturesInItsStride) {
   folder.write("pic01.jpg", "this is no picture");
   folder.write("Zevrik.ico", "nor is this an icon");
   open();
   EXPECT_TRUE(find<QLabel>("lblPicture")->isHidden());
-  EXPECT_THAT(startUp.back(), testing::StartsWith("message The picture "));
   EXPECT_THAT(startUp.back(), testing::HasSubstr("pic01.jpg cannot be shown"));
-
-  script.names.clear();
-  QTest::keyClick(window.get(), Qt::Key_F5);
-  EXPECT_EQ(controllers()->rowCount(), 0);
-  for (const char* const button : {"cmdInfo", "cmd3pts"})
-    EXPECT_FALSE(find<QPushButton>(button)->isEnabled()) << button;
-  EXPECT_THAT(journal, testing::Contains("message No device was found"));
 }
 
 TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {

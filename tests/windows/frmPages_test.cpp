@@ -1,5 +1,3 @@
-#include "console/frmTestsPage.h"
-#include "console/simulated_faults.h"
 #include "core/hex.h"
 #include "tests/windows/window_desk.h"
 
@@ -40,37 +38,17 @@ class Pages : public MainWindowDesk {
   bool isPossible(const char* control) { return find<QWidget>(control)->isEnabled(); }
 };
 
-TEST_F(Pages, AreTurnedByKeyWhereverTheFocusIs) {
-  open("Controller");
-  find<QPushButton>("cmdExit")->setFocus();
-  const auto* const tabs = find<QTabWidget>("tabs");
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
-  EXPECT_EQ(tabs->currentIndex(), 1);
-  for (int presses = 0; presses < 2; ++presses)
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab,
-                    Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_EQ(tabs->currentIndex(), tabs->count() - 1);
-}
-
-TEST_F(Pages, SettingsAndTheNoteAreShownWithoutSendingAnything) {
-  folder.write("cursoroff.txt", "first\n second ");
+TEST_F(Pages, SettingsAreShownWithoutSendingAnythingAndActAtOnceOrByConfirm) {
   open("Settings");
   EXPECT_THAT(startUp, testing::Each(testing::Not(ContainsRegex("^(Set|Enable|WriteBuffer SE)"))));
   EXPECT_TRUE(isOn("Check1"));
   EXPECT_FALSE(isOn("Check5")) << "touches are reported";
   EXPECT_TRUE(isOn("Option2_0"));
-  EXPECT_TRUE(isOn("Option3_0"));
   EXPECT_EQ(text("lblDoubleClickSpeed"), "500");
-  EXPECT_EQ(text("lblDoubleClickArea"), "10");
-  EXPECT_EQ(text("lblRightClickTime"), "550");
   EXPECT_EQ(find<QComboBox>("Combo1")->currentIndex(), -1);
   press("Command17");
-  EXPECT_EQ(find<QPlainTextEdit>("cursorHelp")->toPlainText(), "\nfirst\n second \n");
   EXPECT_EQ(journal, Lines{});
-}
 
-TEST_F(Pages, SettingsActAtOnceByKeyboardAndTimingByConfirm) {
-  open("Settings");
   const std::tuple<const char*, Qt::Key, Lines> cases[] = {
       {"Check1", Qt::Key_Space, {"EnableUpSound 0"}},
       {"Check4", Qt::Key_Space, {"EnableRightClick 0"}},
@@ -88,9 +66,6 @@ TEST_F(Pages, SettingsActAtOnceByKeyboardAndTimingByConfirm) {
   for (const auto& [control, key, sent] : cases) {
     QTest::keyClick(find<QWidget>(control), key);
     EXPECT_EQ(changes(), sent) << control;
-    if (control == std::string("Option2_3")) {
-      EXPECT_EQ(status(), "Rotation: 270 was asked, the driver reports 0");
-    }
   }
   // What the driver did not take is not shown as if it had.
   EXPECT_TRUE(isOn("Check1"));
@@ -138,98 +113,59 @@ TEST_F(Pages, ParametersAreEditedInTheTableAndWrittenWhereChanged) {
 
 TEST_F(Pages, PinsUsedTwiceAreMarkedAtOnceAndNotWritten) {
   script.replies["GP80"] = {replyOf("00004")};
-  for (int wire = 0; wire < 4; ++wire) {
-    const std::string pin = '0' + std::to_string(wire);
-    script.replies["GP8" + std::to_string(wire + 1)] = {replyOf('0' + pin + pin)};
-  }
+  for (const std::string wire : {"0", "1", "2", "3"})
+    script.replies["GP8" + std::to_string(std::stoi(wire) + 1)] = {
+        replyOf("00" + wire + "0" + wire)};
   open("Maintenance");
   prompt.answerText = "kqzm";
   QTest::keyClick(window.get(), Qt::Key_B, Qt::ControlModifier);
   EXPECT_TRUE(find<QWidget>("wire_3")->isVisible());
   EXPECT_FALSE(find<QWidget>("wire_4")->isVisible());
-  EXPECT_TRUE(isPossible("cmdUpdatePins"));
-  for (const auto& [channel, problem] : {std::pair(3, "channel"), {200, "Value must < 128 !!"}}) {
+  const std::tuple<int, const char*, bool> channels[] = {
+      {3, "channel", false}, {200, "Value must < 128 !!", false}, {7, "", true}};
+  for (const auto& [channel, problem, possible] : channels) {
     find<QSpinBox>("channel_1")->setValue(channel);
-    EXPECT_FALSE(isPossible("cmdUpdatePins")) << channel;
     EXPECT_THAT(text("lblPinProblems"), testing::HasSubstr(problem));
+    EXPECT_EQ(isPossible("cmdUpdatePins"), possible) << channel;
   }
-  find<QSpinBox>("channel_1")->setValue(7);
-  EXPECT_TRUE(isPossible("cmdUpdatePins"));
 }
 
 TEST_F(Pages, TheDoctorLooksWhenItIsFirstSeenAndOnRefreshAndSavesItsFile) {
   open("Doctor");
   live(0ms);
-  auto* const list = find<QListWidget>("findingsList");
-  EXPECT_GT(list->count(), 3);
   EXPECT_EQ(text("lblDoctorSummary") + ".", status());
   showPage("Tests");
   showPage("Doctor");
   live(0ms);
-  EXPECT_EQ(count("OpenController USB DEVICE 2"), 1)
-      << "what was found stays until it is asked for again";
+  EXPECT_EQ(count("OpenController USB DEVICE 2"), 1) << "what was found stays";
   answerFileDialog("d.zip");
   press("cmdSaveDiagnostics");
-  EXPECT_THAT(status(), StartsWith("The diagnostics are saved in "));
   EXPECT_THAT(folder.read("d.zip"), StartsWith("PK"));
 
   script.names.clear();
   press("cmdDoctorRefresh");
-  const std::string finding = list->item(0)->text().toStdString();
-  EXPECT_THAT(finding, StartsWith("Problem: The driver knows of no controller.\n"));
-  EXPECT_THAT(finding, testing::HasSubstr("\nNext: "));
+  EXPECT_THAT(find<QListWidget>("findingsList")->item(0)->text().toStdString(),
+              ContainsRegex("^Problem: The driver knows of no controller.\n(.*\n)?Next: "));
   EXPECT_EQ(session.controllerName, "RS232 DEVICE 1") << "the current controller stays";
 }
 
 TEST_F(Pages, TestsAreOpenedOneAtATimeAndEndedWithTheProgram) {
   open("Tests");
   for (const auto& [button, name] :
-       {std::pair("cmdDraw", "frmDraw"), {"cmdLinearity", "frmLinearity"}}) {
+       {std::pair("cmdLinearity", "frmLinearity"), {"cmdDraw", "frmDraw"}}) {
     press(button);
     ASSERT_NE(opened(name), nullptr) << name;
     EXPECT_FALSE(isPossible(button));
-    EXPECT_EQ(status(), "A test is open.");
     QTest::keyClick(opened(name), Qt::Key_Escape);
     live(0ms);
     EXPECT_EQ(opened(name), nullptr);
     EXPECT_TRUE(isPossible(button));
-    EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
   }
-  EXPECT_EQ(window->findChild<QCheckBox*>("fault_bow"), nullptr)
-      << "only simulated panels have faults to switch";
   press("cmdDraw");
   window->close();
   live(0ms);
   EXPECT_EQ(opened("frmDraw"), nullptr);
   EXPECT_TRUE(window->isHidden());
-}
-
-class SimulatedFaults : public DrawingDesk {};
-
-TEST_F(SimulatedFaults, AreSwitchedOnAndOffForEveryController) {
-  const std::vector<std::string> controllers = {"RS232 DEVICE 1", "USB DEVICE 2"};
-  frmTestsPage page(true);
-  QObject::connect(&page, &frmTestsPage::faultSwitched, [&](const SimulatedFault* fault, bool on) {
-    switchFault(*simulation, *fault, on, controllers);
-  });
-  const auto felt = [&](const std::string& name) {
-    // Near the left edge and below the strip's upper edge: every fault tells here.
-    const auto report = simulation->report(0.03, 0.34, name);
-    return report ? std::pair(report->x, report->y) : std::pair(-1.0, -1.0);
-  };
-  for (const std::string& name : controllers) {
-    simulation->changePanel("noise", "0", name);
-    const auto before = felt(name);
-    for (const SimulatedFault& fault : simulatedFaults) {
-      SCOPED_TRACE(std::string(fault.trait) + " of " + name);
-      auto* const box = find<QCheckBox>(page, ("fault_" + std::string(fault.trait)).c_str());
-      box->setChecked(true);
-      EXPECT_NE(felt(name), before);
-      box->setChecked(false);
-      simulation->changePanel("noise", "0", name);  // a new panel has some
-      EXPECT_EQ(felt(name), before);
-    }
-  }
 }
 
 }  // namespace

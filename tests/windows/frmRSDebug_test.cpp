@@ -14,46 +14,49 @@ class DebuggerWindow : public SerialDesk {
  protected:
   QPlainTextEdit& consoleBox() { return *find<QPlainTextEdit>("Text1"); }
   std::string console() { return consoleBox().toPlainText().toStdString(); }
-  std::ptrdiff_t consoleLines() { return std::ranges::count(console(), '\n') + 1; }
+  void drawAndLeave() {
+    click("Command6");
+    window->leave(DebuggerEnd::exit);
+    live(1ms);
+  }
 };
 
 TEST_F(DebuggerWindow, TakesThePortAndGivesItBackInEveryWay) {
-  const std::pair<std::function<void()>, DebuggerEnd> ways[] = {
-      {[this] { click("Command1"); }, DebuggerEnd::quit},
-      {[this] { click("Command2_1"); }, DebuggerEnd::exit},
-      {[this] { window->close(); }, DebuggerEnd::quit},
+  const struct {
+    const char* way;
+    std::function<void()> take;
+    std::optional<DebuggerEnd> end;
+  } ways[] = {
+      {"quit", [this] { click("Command1"); }, DebuggerEnd::quit},
+      {"exit", [this] { click("Command2_1"); }, DebuggerEnd::exit},
+      {"closed", [this] { window->close(); }, DebuggerEnd::quit},
+      {"closed over the drawing", [this] { drawAndLeave(); }, DebuggerEnd::exit},
+      {"gone with the program", [this] { window.reset(); }, std::nullopt},
   };
-  for (const auto& [takeWayOut, end] : ways) {
+  for (const auto& [way, take, end] : ways) {
+    SCOPED_TRACE(way);
     ended.reset();
     journal.clear();
     open();
     EXPECT_TRUE(port.isOpen());
     EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "CloseCOMPort"}));
-    takeWayOut();
+    take();
     EXPECT_FALSE(port.isOpen());
     live(1ms);
     EXPECT_EQ(ended, end);
     EXPECT_EQ(count("ReopenCOMPort"), 1);
     EXPECT_EQ(count("CloseController"), 1);
   }
-  journal.clear();
-  open();
-  window.reset();
-  EXPECT_EQ(count("ReopenCOMPort"), 1) << "the program is closed from outside";
 }
 
-TEST_F(DebuggerWindow, ShowsThePanelsOfACommandAndSendsAParameterAsItsBoxesHoldIt) {
+TEST_F(DebuggerWindow, SendsAParameterAsItsBoxesHoldIt) {
   open();
-  const auto isShown = [this](const char* control) {
-    return find<QWidget>(control)->isVisibleTo(window.get());
-  };
   choose("Option2", 7);
-  EXPECT_TRUE(isShown("Combo2"));
-  EXPECT_FALSE(isShown("VScroll1") || isShown("dataFrame"));
+  EXPECT_TRUE(find<QWidget>("Combo2")->isVisible());
+  EXPECT_FALSE(find<QWidget>("dataFrame")->isVisible());
   EXPECT_EQ(session.commandSet, CommandSet::e02);
   choose("Option3", 12);
-  EXPECT_TRUE(isShown("VScroll1") && isShown("dataFrame"));
-  EXPECT_FALSE(isShown("Combo2"));
+  EXPECT_FALSE(find<QWidget>("Combo2")->isVisible());
   find<QScrollBar>("VScroll1")->setValue(64);
   EXPECT_EQ(text("lblAddress"), "80");
   auto* const high = find<QLineEdit>("Text2");
@@ -66,7 +69,6 @@ TEST_F(DebuggerWindow, ShowsThePanelsOfACommandAndSendsAParameterAsItsBoxesHoldI
   QTest::keyClick(low, Qt::Key_Tab);
   QApplication::processEvents();
   EXPECT_EQ(QApplication::focusWidget(), low) << "a wrong digit keeps the focus";
-  EXPECT_EQ(low->selectedText(), "3x");
   QTest::keyClicks(low, "34");
 
   expected = 10;
@@ -103,7 +105,6 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   EXPECT_TRUE(find<QPushButton>("Command4")->isChecked());
 
   check("Check1", true);
-  EXPECT_EQ(console(), "======== Report Rate Mode ==============");
   click("Command3");
   live(250ms);
   for (const std::uint8_t status : Bytes{0xD8, 0xD8, 0x98}) {
@@ -113,10 +114,7 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   live(400ms);
   EXPECT_THAT(console(), HasSubstr("Total Points : 3"));
   EXPECT_THAT(text("lblEvidence"), HasSubstr("median 10.0"));
-  EXPECT_THAT(text("lblEvidence"), HasSubstr("At most 192"));
   EXPECT_EQ(find<QWidget>("rateHistogram")->accessibleDescription(), "from 10 ms: 2");
-  check("Check1", false);
-  EXPECT_TRUE(find<QWidget>("lblEvidence")->parentWidget()->isHidden());
 }
 
 TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
@@ -131,25 +129,23 @@ TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
   const std::string all = console();
   auto* const filter = find<QComboBox>("comboFilter");
   filter->setCurrentIndex(2);
-  EXPECT_EQ(consoleLines(), 1);
-  EXPECT_THAT(console(), testing::EndsWith(".OI."));
+  EXPECT_THAT(console(), testing::MatchesRegex("[^\n]+[.]OI[.]"));
   filter->setCurrentIndex(0);
   find<QLineEdit>("searchedText")->setText("m0130");
   click("cmdFind");
   EXPECT_THAT(consoleBox().textCursor().selectedText().toStdString(), HasSubstr(".M0130100."));
   check("checkOnlyMatches", true);
-  EXPECT_EQ(consoleLines(), 1);
+  EXPECT_THAT(console(), testing::MatchesRegex("[^\n]+[.]M0130100[.]"));
   check("checkOnlyMatches", false);
   consoleBox().moveCursor(QTextCursor::End);
   click("cmdCopy");
   EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), all + '\n');
 
-  const auto before = consoleLines();
   check("checkPauseView", true);
   exchange();
   EXPECT_EQ(console(), all);
   check("checkPauseView", false);
-  EXPECT_EQ(consoleLines(), before + 2);
+  EXPECT_THAT(console(), StartsWith(all + '\n'));
   click("Command5");
   EXPECT_EQ(console(), "");
 }
@@ -196,31 +192,6 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   terminal->send(Bytes{0x41});
   live(300ms);
   EXPECT_THAT(text("statusLine"), StartsWith("The recording broke off. "));
-}
-
-TEST_F(DebuggerWindow, ReplaysFromTheBeginningForTheDrawingAndListensAgainAtTheEnd) {
-  folder.write("kept.txt", "touch recording 1\n0.010000 < D8 10 20 30 01\n");
-  Debugger debugger(access(), prompt, port, {});
-  const auto reports = [&debugger] {
-    return debugger.log().lines({.sent = false, .received = false, .notes = false}).size();
-  };
-  debugger.takePort();
-  debugger.receiveMode().receive();
-  debugger.startReplay(folder.path() / "kept.txt");
-  live(500ms);
-  debugger.watch();
-  EXPECT_TRUE(debugger.isReplaying());
-  EXPECT_EQ(reports(), 1U);
-  const ReceivingPort drawing = debugger.beginDrawing();
-  live(300ms);
-  EXPECT_EQ(drawing.port.readAll().size(), 5U) << "it begins anew for the drawing";
-  debugger.endDrawing();
-  live(600ms);
-  debugger.watch();
-  EXPECT_FALSE(debugger.isReplaying()) << "it has come to its end";
-  EXPECT_TRUE(debugger.receiveMode().isReceiving()) << "the port is listened to again";
-  debugger.leave();
-  EXPECT_EQ(count("ReopenCOMPort"), 1);
 }
 
 }  // namespace

@@ -35,7 +35,6 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     place.setPosition(heading->position);
     const QRect line = text->cursorRect(place);
     EXPECT_TRUE(line.top() >= 0 && line.top() < 30) << chapter << " at " << line.top();
-    EXPECT_NE(chapter, "");
     QTest::keyClick(guide, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(guide, nullptr);
@@ -72,19 +71,6 @@ TEST(Guide, EveryLinkAndPictureIsThere) {
                 (!link.hasFragment() || target->second.contains(link.fragment())))
         << link.toString().toStdString();
   }
-}
-
-TEST(Guide, FindsTextAroundTheEndAndGoesBack) {
-  GuideBrowser browser;
-  browser.showChapter("Settings");
-  EXPECT_FALSE(browser.mark("no such text anywhere", false));
-  ASSERT_TRUE(browser.mark("User guide", false));
-  ASSERT_TRUE(browser.mark("User guide", true));
-  browser.setSource(QUrl("measuring.md"));
-  EXPECT_EQ(browser.chapterInView(), "");
-  browser.backward();
-  EXPECT_TRUE(browser.source().path().endsWith("user-guide.md"));
-  EXPECT_FALSE(browser.headings().empty());
 }
 
 }  // namespace
