@@ -1,9 +1,7 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <map>
-#include <optional>
 #include <string>
 
 #include "console/backup.h"
@@ -55,21 +53,20 @@ class ParameterDesk : public Desk {
     auto& replies = script.replies[command] = {Bytes{}};
     if (callsUntilPowerLoss == 0) return;
     const bool last = --callsUntilPowerLoss == 0;
-    if (command == "RD") {
-      for (auto& [address, word] : memory)
-        word = {0x33, address};
-      replies = {acknowledgement};
-      return;
-    }
-    const std::uint8_t address = byteAt(command, 2);
+    const std::uint8_t address = command == "RD" ? 0 : byteAt(command, 2);
     if (reads) {
       replies = {memory.contains(address) ? replyOf("0" + wordText(memory[address])) : refusal};
+      return;
+    }
+    if (!writes) {
+      for (auto& [each, word] : memory)
+        word = {0x33, each};
     } else {
       memory[address] = stuck.contains(address)
                             ? stuck[address]
                             : ParameterWord{byteAt(command, 4), byteAt(command, 6)};
-      if (!(last && storesWhatItDoesNotAcknowledge)) replies = {acknowledgement};
     }
+    if (!(last && storesWhatItDoesNotAcknowledge)) replies = {acknowledgement};
   }
 };
 
