@@ -1,7 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <locale>
+#include <set>
 
 #include "calibration/frmCal.h"
 #include "linetest/frmDraw.h"
@@ -11,41 +11,8 @@
 #include "ui/finger_style.h"
 #include "ui/guide_window.h"
 #include "ui/help.h"
-#include "ui/language.h"
 
 namespace touch::test {
-
-/// Every text comes back in marks and 40 % longer. What a window shows without the marks has not passed the translator.
-class LongTexts final : public QTranslator {
- public:
-  using QTranslator::QTranslator;
-  bool isEmpty() const override { return false; }
-  QString translate(const char*, const char* source, const char*, int) const override {
-    static const QString more = QString("nnnnn ").repeated(99);
-    const QString text = QString::fromUtf8(source);
-    return u'«' + text + more.left(std::max<qsizetype>(0, text.size() * 2 / 5 - 2)) + u'»';
-  }
-};
-
-/// Speaks a language until the end of the scope.
-class Speaking final {
- public:
-  explicit Speaking(const QString& language) {
-    if (!speak(language)) throw std::runtime_error("there is no " + language.toStdString());
-  }
-  explicit Speaking(LongTexts* translator) : Speaking(QString("en")) {
-    QCoreApplication::installTranslator(translator);
-  }
-  Speaking(const Speaking&) = delete;
-  Speaking& operator=(const Speaking&) = delete;
-  ~Speaking() {
-    qDeleteAll(qApp->findChildren<QTranslator*>());
-    std::locale::global(before_);
-  }
-
- private:
-  std::locale before_;
-};
 
 /// Opens each window in each of its states, on simulated controllers.
 class EveryWindow : public DrawingDesk {
@@ -53,9 +20,6 @@ class EveryWindow : public DrawingDesk {
   using Visitor = std::function<void(const std::string& where, QWidget& window)>;
 
   EveryWindow() {
-    script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
-    script.replies["UT"] = {replyOf("QRMV0301")};
-    script.replies["OI"] = {replyOf("M0130100")};
     script.replies["GP80"] = {replyOf("00005")};
     for (int wire = 1; wire <= 5; ++wire)
       script.replies["GP8" + std::to_string(wire)] = {replyOf("00101")};
@@ -68,15 +32,11 @@ class EveryWindow : public DrawingDesk {
   }
 
   /// A window that is laid out for the screen here need not fit another one.
-  static std::vector<QSize> sizesHere() {
-    const QSize large(1024, 768);
+  static QSize sizeHere() {
     const QSize here = QGuiApplication::primaryScreen()->size();
-    if (here.width() >= large.width()) return {large};
-    return isSmallScreen() ? std::vector{here} : std::vector{QSize(800, 480), large};
+    return here.width() < 1024 ? here.boundedTo({800, 480}) : QSize(1024, 768);
   }
-  void visitAll(const Visitor& visit) { visitAll(sizesHere().front(), visit); }
-  void visitAll(const QSize& size, Visitor visit) {
-    size_ = size;
+  void visitAll(Visitor visit) {
     visit_ = std::move(visit);
     visitMain();
     visitCalibration();
@@ -128,7 +88,6 @@ class EveryWindow : public DrawingDesk {
     settle(window, size_);
     QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
     visitPages("frmMain", window, "tabs");
-    find<QWidget>(window, "passwordFrame")->hide();
     QTest::keyClick(&window, Qt::Key_B, Qt::ControlModifier);
     auto* const pins = find<QWidget>(window, "frmPinDefine");
     settle(*pins, size_.boundedTo({660, 640}));
@@ -207,7 +166,7 @@ class EveryWindow : public DrawingDesk {
     visit_("guide", *window);
   }
 
-  QSize size_;
+  const QSize size_ = sizeHere();
   Visitor visit_;
   std::set<std::string> faults_;
   Trace trace_;

@@ -30,11 +30,10 @@ class CalibrationWindow : public DrawingDesk {
     EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
   }
 
-  /// From `time` on: presses the mouse at a place of the window, and lifts it 150 ms later.
   void touchAt(std::chrono::milliseconds time, QPoint place) {
-    clock.after(time, [this, place] { QTest::mousePress(window, Qt::LeftButton, {}, place); });
+    clock.after(time, [=, this] { QTest::mousePress(window, Qt::LeftButton, {}, place); });
     clock.after(time + 150ms,
-                [this, place] { QTest::mouseRelease(window, Qt::LeftButton, {}, place); });
+                [=, this] { QTest::mouseRelease(window, Qt::LeftButton, {}, place); });
   }
 
   double meanError() const { return simulation->panelError(controller)->mean; }

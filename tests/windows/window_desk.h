@@ -20,6 +20,9 @@ class WindowDesk : public Desk {
     // A test that has ended the program leaves it so that no dialog stays open; only running it again mends that.
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
     QApplication::exec();
+    script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+    script.replies["UT"] = {replyOf("QRMV0301")};
+    script.replies["OI"] = {replyOf("M0130100")};
   }
 
   void live(std::chrono::milliseconds time) {
@@ -113,11 +116,6 @@ class DrawingDesk : public WindowDesk {
 /// The main window over the recording driver, started up; the journal begins after that.
 class MainWindowDesk : public WindowDesk {
  protected:
-  MainWindowDesk() {
-    script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
-    script.replies["UT"] = {replyOf("QRMV0301")};
-    script.replies["OI"] = {replyOf("M0130100")};
-  }
   void make() {
     window = std::make_unique<frmMain>(
         access(), prompt, port, trace, TestParts{switches, files, linearity},
