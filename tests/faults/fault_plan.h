@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <utility>
 
 namespace touch::test {
 
@@ -12,43 +14,41 @@ enum class Fault {
 };
 
 /// Counts the operations with which a program reaches outside, and says which of them fails.
-class FaultPlan {
- public:
-  FaultPlan() = default;
-  FaultPlan(int failing, Fault fault) : failing_(failing), fault_(fault) {}
+struct FaultPlan {
+  int failing = 0;  ///< counted from 1; 0: none
+  Fault fault = Fault::refused;
+  int passed = 0;       ///< operations so far
+  bool paused = false;  ///< nothing counts or fails
 
   /// What is to befall the operation that comes now; nothing: it works.
   std::optional<Fault> next() {
-    if (paused_) return std::nullopt;
-    ++passed_;
+    if (paused) return std::nullopt;
+    ++passed;
     const bool strikes =
-        passed_ == failing_ || (fault_ == Fault::gone && failing_ > 0 && passed_ > failing_);
-    return strikes ? std::optional(fault_) : std::nullopt;
+        passed == failing || (fault == Fault::gone && failing > 0 && passed > failing);
+    return strikes ? std::optional(fault) : std::nullopt;
   }
-  /// Operations so far.
-  int passed() const { return passed_; }
-  bool isPaused() const { return paused_; }
-  /// From here on all works.
-  void heal() { failing_ = 0; }
+};
 
-  /// What a test does itself does not count.
-  class Pause {
-   public:
-    explicit Pause(FaultPlan& plan) : plan_(plan), before_(plan.paused_) { plan_.paused_ = true; }
-    ~Pause() { plan_.paused_ = before_; }
-    Pause(const Pause&) = delete;
-    Pause& operator=(const Pause&) = delete;
-
-   private:
-    FaultPlan& plan_;
-    bool before_;
-  };
+/// What a test does itself does not count.
+class Pause {
+ public:
+  explicit Pause(FaultPlan& plan)
+      : paused_(plan.paused), before_(std::exchange(plan.paused, true)) {}
+  ~Pause() { paused_ = before_; }
+  Pause(const Pause&) = delete;
+  Pause& operator=(const Pause&) = delete;
 
  private:
-  int failing_ = 0;  ///< counted from 1; 0: none
-  Fault fault_ = Fault::refused;
-  int passed_ = 0;
-  bool paused_ = false;
+  bool& paused_;
+  bool before_;
 };
+
+/// What this program's calls of the operating system for files and serial ports obey: they count in it, and fail where
+/// it says so, with a full disk for what writes files and an input/output error for the rest. Null: they all work.
+/// The calls are the C library's for the whole program, so it cannot be handed to them.
+inline FaultPlan* planObeyed = nullptr;
+/// Bytes that have really gone to terminals since this was last set to 0.
+inline std::size_t sentBytes = 0;
 
 }  // namespace touch::test

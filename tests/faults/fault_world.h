@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <span>
 #include <string>
+#include <utility>
 
 #include "serial/asio_serial_port.h"
 #include "tests/console/parameter_controller.h"
 #include "tests/faults/faulty_driver.h"
-#include "tests/faults/faulty_system.h"
 #include "tests/serial/pseudo_terminal.h"
 
 namespace touch::test {
@@ -16,85 +17,79 @@ namespace touch::test {
 /// that has a parameter memory and a finger on its panel, a disk, and a serial line with a controller at its end.
 class FaultWorld final : public ParameterDesk {
  public:
-  using Desk::clock;
-  using Desk::journal;
-  using Desk::prompt;
-  using Desk::session;
-  using ParameterDesk::memory;
+  using Desk::clock, Desk::journal, Desk::prompt, Desk::session, ParameterDesk::memory;
 
   explicit FaultWorld(FaultPlan faults) : plan(faults) {
+    planObeyed = &plan;
+    sentBytes = 0;
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     script.replies["CR"] = script.replies["CX"] = script.replies["R"] = {acknowledgement};
     script.onCall = [this, serveMemory = script.onCall](const std::string& line) {
-      serve(line, serveMemory);
+      serveMemory(line);
+      // Two touches at one place would be taken for one.
+      if (line.starts_with("CalCurrentPointReady"))
+        script.touches = {std::pair{500 * (++touches_ % 30), 2000}};
+      if (line.starts_with("ReadLength")) script.pending = replyOf("1");
     };
     clock.onAdvance = [this](auto) { answerOnTheLine(); };
   }
+  ~FaultWorld() override { planObeyed = nullptr; }
   void TestBody() override {}
 
   Access access() { return {session, driver, clock}; }
   /// What the user was told so far.
-  std::string told() const {
-    std::string all;
-    for (const std::string& line : said())
-      all += line + '\n';
-    return all;
-  }
+  std::string told() const { return said().empty() ? "" : testing::PrintToString(said()); }
   /// Bytes that the controller on the line sends by itself, a few at a time.
-  void stream(Bytes bytes) { streaming_ = std::move(bytes); }
+  Bytes streaming;
   const std::filesystem::path& disk() const { return folder.path(); }
 
-  /// What is not as a program has to leave it; empty when all is in order.
-  std::string disorder() {
-    const FaultPlan::Pause pause(plan);
-    std::string all;
-    if (!driver.openControllers.empty()) all += "a controller stayed open\n";
-    if (driver.portIsTaken) all += "the driver did not get its port back\n";
-    if (serial.isOpen()) all += "the serial port stayed open\n";
+  /// Everything is as a program has to leave it.
+  void expectOrder() {
+    const Pause pause(plan);
+    EXPECT_TRUE(driver.openControllers.empty()) << "a controller stayed open";
+    EXPECT_FALSE(driver.portIsTaken) << "the driver did not get its port back";
+    EXPECT_FALSE(serial.isOpen()) << "the serial port stayed open";
     for (const auto& entry : std::filesystem::recursive_directory_iterator(disk())) {
-      if (entry.path().filename().string().find(".new") != std::string::npos) {
-        all += "half a file was left: " + entry.path().filename().string() + '\n';
-      }
+      const std::string file = entry.path().filename().string();
+      EXPECT_EQ(file.find(".new"), file.npos) << "half a file was left: " << file;
     }
-    return all;
   }
 
   FaultPlan plan;
   FaultyDriver driver{ParameterDesk::driver(), plan};
-  AsioSerialPort serial{ports()};
-
- private:
-  using Served = std::function<void(const std::string&)>;
-
-  void serve(const std::string& line, const Served& serveMemory) {
-    const auto is = [&line](std::string_view begin) { return line.starts_with(begin); };
-    if (is("WriteBuffer GP") || is("WriteBuffer SP") || is("WriteBuffer RD")) serveMemory(line);
-    // Two touches at one place would be taken for one.
-    if (is("CalCurrentPointReady")) script.touches = {std::pair{500 * (++touches_ % 30), 2000}};
-    if (is("ReadLength")) script.pending = replyOf("1");
-  }
-
-  void answerOnTheLine() {
-    const FaultPlan::Pause pause(plan);
-    if (terminal_.receive(system_.takeSent()).size() > 0) terminal_.send(replyOf("QRMV0301"));
-    if (streaming_.empty() || !serial.isOpen()) return;
-    constexpr std::ptrdiff_t most = 10;
-    const auto end = streaming_.begin() + std::min(most, std::ssize(streaming_));
-    terminal_.send(Bytes(streaming_.begin(), end));
-    streaming_.erase(streaming_.begin(), end);
-  }
-
-  ComPorts ports() {
+  AsioSerialPort serial{[this] {
     ComPorts ports;
     ports.assignUnlessGiven(1, [this] { return terminal_.path(); });
     return ports;
+  }()};
+
+ private:
+  void answerOnTheLine() {
+    const Pause pause(plan);
+    if (terminal_.receive(std::exchange(sentBytes, 0)).size() > 0)
+      terminal_.send(replyOf("QRMV0301"));
+    if (streaming.empty() || !serial.isOpen()) return;
+    const auto end = streaming.begin() + std::min<std::ptrdiff_t>(10, std::ssize(streaming));
+    terminal_.send(Bytes(streaming.begin(), end));
+    streaming.erase(streaming.begin(), end);
   }
 
   PseudoTerminal terminal_;
-  Bytes streaming_;
   int touches_ = 0;
-  FaultySystem system_{plan};
 };
+
+struct Outcome {
+  bool done = false;
+  std::string told;  ///< what the user sees of it
+};
+
+/// Something that a user does from beginning to end, as often as he likes in one world.
+struct Scenario {
+  const char* name;
+  Outcome (*run)(FaultWorld&);
+};
+
+std::span<const Scenario> scenarios();
 
 }  // namespace touch::test

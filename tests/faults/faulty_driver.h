@@ -5,6 +5,7 @@
 #include <set>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 
 #include "core/connection.h"
 #include "core/driver.h"
@@ -20,57 +21,39 @@ class FaultyDriver final : public Driver {
   std::multiset<std::int32_t> openControllers;
   bool portIsTaken = false;  ///< it was told to let go of its port, and not yet to take it back
 
-#define TOUCH_FAULTY(name, parameters, arguments)                                  \
-  std::int32_t name parameters override {                                          \
-    const auto fault = plan_.next();                                               \
-    const std::int32_t result =                                                    \
-        fault ? fail(#name, *fault, std::tuple arguments) : inner_.name arguments; \
-    remember(#name, result, std::tuple arguments);                                 \
-    return result;                                                                 \
+#define TOUCH_FAULTY(name, parameters, arguments)                                       \
+  std::int32_t name parameters override {                                               \
+    return perform(#name, std::tuple arguments, [&] { return inner_.name arguments; }); \
   }
   NEXAPI_OPERATIONS(TOUCH_FAULTY)
 #undef TOUCH_FAULTY
 
  private:
-  static std::int32_t errorOf(Fault fault) {
-    return fault == Fault::nonsense ? std::numeric_limits<std::int32_t>::max() : 0;
-  }
-
-  template <typename... Arguments>
-  std::int32_t fail(std::string_view name, Fault fault, const std::tuple<Arguments...>& arguments) {
+  template <typename... Arguments, typename Call>
+  std::int32_t perform(std::string_view name, const std::tuple<Arguments...>& arguments,
+                       const Call& call) {
+    const auto fault = plan_.next();
     // What lies behind is to be in order afterwards, whatever is said of it.
-    if (name == "CloseController") inner_.CloseController(handleOf(arguments));
-    return errorOf(fault);
-  }
-  std::int32_t fail(std::string_view, Fault fault,
-                    const std::tuple<std::int32_t, char*, std::int32_t>& name) {
-    const auto [number, buffer, size] = name;
-    if (fault == Fault::nonsense) std::memset(buffer, 'X', static_cast<std::size_t>(size));
-    return errorOf(fault);
-  }
-  std::int32_t fail(std::string_view, Fault fault,
-                    const std::tuple<std::int32_t, std::uint8_t*, std::int32_t>& read) {
-    const auto [handle, bytes, limit] = read;
-    if (fault == Fault::nonsense) std::memset(bytes, 0xA5, static_cast<std::size_t>(limit));
-    return errorOf(fault);
-  }
-
-  template <typename... Arguments>
-  void remember(std::string_view name, std::int32_t result,
-                const std::tuple<Arguments...>& arguments) {
+    std::int32_t result = !fault || name == "CloseController" ? call() : 0;
+    const bool nonsense = fault == Fault::nonsense;
+    if (nonsense) garble(arguments);
+    if (fault) result = nonsense ? std::numeric_limits<std::int32_t>::max() : 0;
     if (name == "OpenController" && Connection::isHandle(result)) openControllers.insert(result);
-    if (name == "CloseController") openControllers.extract(handleOf(arguments));
+    if constexpr (std::is_same_v<std::tuple<Arguments...>, std::tuple<std::int32_t>>) {
+      if (name == "CloseController") openControllers.extract(std::get<0>(arguments));
+    }
     if (name == "CloseCOMPort") portIsTaken = true;
     if (name == "ReopenCOMPort") portIsTaken = false;
+    return result;
   }
 
-  template <typename... Rest>
-  static std::int32_t handleOf(const std::tuple<std::int32_t, Rest...>& arguments) {
-    return std::get<0>(arguments);
-  }
-  template <typename WithoutHandle>
-  static std::int32_t handleOf(const WithoutHandle&) {
-    return 0;
+  /// Fills the buffer that is to be written to, if there is one.
+  static void garble(const auto&) {}
+  template <typename Byte>
+  requires(sizeof(Byte) == 1 && !std::is_const_v<Byte>) static void garble(
+      const std::tuple<std::int32_t, Byte*, std::int32_t>& buffer) {
+    constexpr int content = std::is_same_v<Byte, char> ? 'X' : 0xA5;
+    std::memset(std::get<1>(buffer), content, static_cast<std::size_t>(std::get<2>(buffer)));
   }
 
   Driver& inner_;

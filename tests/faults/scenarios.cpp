@@ -1,4 +1,5 @@
-#include "tests/faults/scenarios.h"
+#include <algorithm>
+#include <functional>
 
 #include "calibration/calibration.h"
 #include "console/main_console.h"
@@ -9,6 +10,7 @@
 #include "linetest/drawing_file.h"
 #include "serial/debugger.h"
 #include "serial/raw_drawing.h"
+#include "tests/faults/fault_world.h"
 #include "tests/linetest/recording_surface.h"
 
 namespace touch::test {
@@ -17,11 +19,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class MainWindow final : public MainView {
+/// All windows of the program. They remember what a scenario asks for.
+class Windows final : public MainView, public CalibrationScreen, public CanvasView {
  public:
+  using Path = std::filesystem::path;
   std::string status;
   Identity identity;
-  int endings = 0;
+  int programEndings = 0;
+  std::vector<CalibrationOutcome> calibrationEndings;
+  RecordingSurface drawing;
+  Path chosenFile;
+
+  Surface& surface() override { return drawing; }
+  void leave() override {}
 
   void showBusy(const std::string&) override {}
   void showIdle() override {}
@@ -31,8 +41,8 @@ class MainWindow final : public MainView {
   void showParameters() override {}
   void showIdentity(const Identity& shown) override { identity = shown; }
   void showInformation(const std::vector<std::string>&) override {}
-  std::string showPicture(const std::filesystem::path&) override { return {}; }
-  std::string showIcon(const std::filesystem::path&) override { return {}; }
+  std::string showPicture(const Path&) override { return {}; }
+  std::string showIcon(const Path&) override { return {}; }
   void showAdvancedFrame() override {}
   void showPasswordFrame(bool) override {}
   void openDebugger() override {}
@@ -42,16 +52,31 @@ class MainWindow final : public MainView {
   void openTest(TestScreen) override {}
   void closeTest() override {}
   void closeDebugger() override {}
-  void endProgram() override { ++endings; }
+  void endProgram() override { ++programEndings; }
+
+  void showButtons(bool, bool) override {}
+  void showTimeBar(float) override {}
+  void allowExit(bool) override {}
+  void ended(CalibrationOutcome outcome) override { calibrationEndings.push_back(outcome); }
+
+  TwipsSize sizeOf(CanvasPanel) const override { return {1000, 1000}; }
+  void place(CanvasPanel, TwipsPoint) override {}
+  void show(CanvasPanel, bool) override {}
+  void setHelp(std::span<const std::string>) override {}
+  void setResultsList(std::span<const std::string>) override {}
+  void setResultsTable(const ResultsSheet&) override {}
+  void setTolerance(float) override {}
+  Path askSaveName(const Path&, std::string_view) override { return chosenFile; }
+  Path askOpenName(const Path&, std::string_view) override { return chosenFile; }
 };
 
 Outcome startUpAndExit(FaultWorld& world) {
-  MainWindow window;
+  Windows window;
   MainConsole console(world.access(), world.prompt, window, world.serial, world.disk());
   console.startUp(10);
   const std::string told = window.status + window.identity.unitType + window.identity.firmware;
   console.exit();
-  EXPECT_EQ(window.endings, 1) << "the way out is always open";
+  EXPECT_EQ(window.programEndings, 1) << "the way out is always open";
   return {window.identity.unitType == "QRMV0301" && window.identity.firmware == "M0130100",
           told + world.told()};
 }
@@ -83,71 +108,32 @@ Outcome writeParameters(FaultWorld& world) {
           told + world.told()};
 }
 
-class CalibrationWindow final : public CalibrationScreen {
- public:
-  RecordingSurface drawing;
-  std::vector<CalibrationOutcome> endings;
-
-  Surface& surface() override { return drawing; }
-  void showButtons(bool, bool) override {}
-  void showTimeBar(float) override {}
-  void allowExit(bool) override {}
-  void leave() override {}
-  void ended(CalibrationOutcome outcome) override { endings.push_back(outcome); }
-};
-
 template <int points>
 Outcome calibrate(FaultWorld& world) {
   world.session.calibrationPoints = points;
-  CalibrationWindow window;
+  Windows window;
+  const auto& endings = window.calibrationEndings;
   Calibration calibration(world.access(), world.prompt, window, {15000, 9000});
   calibration.activate();
-  world.clock.delay(10min, [&window] { return !window.endings.empty(); });
+  world.clock.delay(10min, [&endings] { return !endings.empty(); });
   // A controller that cannot be opened leaves the screen as it is, for another try.
-  if (window.endings.empty()) calibration.cancel();
+  if (endings.empty()) calibration.cancel();
   world.clock.delay(10s);
-  EXPECT_EQ(window.endings.size(), 1u) << "a calibration ends once";
-  if (window.endings.empty()) return {};
-  const auto end = window.endings.front();
-  return {end == CalibrationOutcome::stored, std::to_string(static_cast<int>(end)) + world.told()};
+  EXPECT_EQ(endings.size(), 1u) << "a calibration ends once";
+  return {endings == std::vector{CalibrationOutcome::stored},
+          testing::PrintToString(endings) + world.told()};
 }
-
-class DrawingWindow final : public CanvasView {
- public:
-  explicit DrawingWindow(std::filesystem::path file) : file_(std::move(file)) {}
-  RecordingSurface drawing;
-
-  Surface& surface() override { return drawing; }
-  TwipsSize sizeOf(CanvasPanel) const override { return {1000, 1000}; }
-  void place(CanvasPanel, TwipsPoint) override {}
-  void show(CanvasPanel, bool) override {}
-  void setHelp(std::span<const std::string>) override {}
-  void setResultsList(std::span<const std::string>) override {}
-  void setResultsTable(const ResultsSheet&) override {}
-  void setTolerance(float) override {}
-  std::filesystem::path askSaveName(const std::filesystem::path&, std::string_view) override {
-    return file_;
-  }
-  std::filesystem::path askOpenName(const std::filesystem::path&, std::string_view) override {
-    return file_;
-  }
-  void leave() override {}
-
- private:
-  std::filesystem::path file_;
-};
 
 Outcome drawAndSave(FaultWorld& world) {
   constexpr int strokes = 3;
-  const auto file = world.disk() / "panel.fdw";
+  Windows window;
+  window.chosenFile = world.disk() / "panel.fdw";
   {
-    const FaultPlan::Pause pause(world.plan);
-    std::filesystem::remove(file);
-    EXPECT_EQ(writeDrawing(file, {}), std::nullopt);
+    const Pause pause(world.plan);
+    EXPECT_EQ(writeDrawing(window.chosenFile, {}), std::nullopt);
   }
   DrawingSwitches switches{true, false};
   const WorkingFiles files(world.disk(), world.disk());
-  DrawingWindow window(file);
   Canvas canvas({world.clock, world.prompt, world.session.messages, switches, files, world.disk()},
                 window, {10240, 5120});
   canvas.activate();
@@ -159,67 +145,64 @@ Outcome drawAndSave(FaultWorld& world) {
     canvas.pointerUp({x, 4000});
   }
   canvas.perform(CanvasAction::save);
-  const FaultPlan::Pause pause(world.plan);
-  const auto drawing = readDrawing(file);
+  const Pause pause(world.plan);
+  const auto drawing = readDrawing(window.chosenFile);
   EXPECT_TRUE(drawing) << "a file is whole, the old one or the new one";
   return {drawing && drawing->size() == strokes, world.told()};
 }
 
-std::string notesOf(const Debugger& debugger) {
-  std::string notes;
+/// Does something on the serial line, past the driver.
+Outcome onTheLine(FaultWorld& world, const std::function<Outcome(Debugger&)>& work) {
+  Debugger debugger(world.access(), world.prompt, world.serial, {});
+  debugger.takePort();
+  Outcome outcome = work(debugger);
+  debugger.leave();
   for (const auto& line : debugger.log().lines()) {
-    if (line.kind == ConsoleLineKind::note) notes += line.text + '\n';
+    if (line.kind == ConsoleLineKind::note) outcome.told += line.text + '\n';
   }
-  return notes;
+  outcome.told += world.told();
+  return outcome;
 }
 
 Outcome askOnTheLine(FaultWorld& world) {
-  Debugger debugger(world.access(), world.prompt, world.serial, {});
-  debugger.takePort();
-  const auto reply = debugger.send({"UT=Unit Type[w]"});
-  debugger.leave();
-  return {reply && reply->text == "QRMV0301", notesOf(debugger) + world.told()};
+  return onTheLine(world, [](Debugger& debugger) {
+    const auto reply = debugger.send({"UT=Unit Type[w]"});
+    return Outcome{reply && reply->text == "QRMV0301", {}};
+  });
 }
 
 constexpr int reports = 20;
 Bytes tabletReports() {
   Bytes all;
-  for (std::uint8_t i = 0; i < reports; ++i) {
-    const Bytes report{0xD8, i, 2, i, 3};
-    all.insert(all.end(), report.begin(), report.end());
-  }
+  for (std::uint8_t i = 0; i < reports; ++i)
+    all.insert(all.end(), {0xD8, i, 2, i, 3});
   return all;
 }
 
 Outcome receiveReports(FaultWorld& world) {
-  Debugger debugger(world.access(), world.prompt, world.serial, {});
-  debugger.takePort();
-  world.stream(tabletReports());
-  debugger.receiveMode().receive();
-  world.clock.delay(5s);
-  debugger.leave();
-  int shown = 0;
-  for (const auto& line : debugger.log().lines())
-    shown += line.kind == ConsoleLineKind::report;
-  return {shown == reports, std::to_string(shown) + notesOf(debugger) + world.told()};
+  return onTheLine(world, [&world](Debugger& debugger) {
+    world.streaming = tabletReports();
+    debugger.receiveMode().receive();
+    world.clock.delay(5s);
+    const auto shown = std::ranges::count_if(debugger.log().lines(), [](const auto& line) {
+      return line.kind == ConsoleLineKind::report;
+    });
+    return Outcome{shown == reports, std::to_string(shown)};
+  });
 }
 
 Outcome drawReports(FaultWorld& world) {
-  Debugger debugger(world.access(), world.prompt, world.serial, {});
-  debugger.takePort();
-  std::uint64_t drawn = 0;
-  {
+  return onTheLine(world, [&world](Debugger& debugger) {
     RecordingSurface surface;
     RawDrawing drawing(world.clock, debugger.beginDrawing(), {surface, {10000, 10000}, {}},
                        debugger.makeDecoder());
-    world.stream(tabletReports());
+    world.streaming = tabletReports();
     drawing.start();
     world.clock.delay(5s);
-    drawn = drawing.reports();
-  }
-  debugger.endDrawing();
-  debugger.leave();
-  return {drawn == reports, notesOf(debugger) + world.told()};
+    drawing.stop();
+    debugger.endDrawing();
+    return Outcome{drawing.reports() == reports, {}};
+  });
 }
 
 constexpr Scenario all[] = {
