@@ -12,6 +12,7 @@ class SilentPrompt final : public Prompt {
  public:
   void message(std::string_view text, std::string_view) override { fail(text); }
   bool await(std::string_view text, std::string_view) override { fail(text); }
+  bool proceed(std::string_view text, std::string_view) override { fail(text); }
   Answer ask(std::string_view text, std::string_view) override { fail(text); }
   std::optional<std::string> input(std::string_view text, std::string_view) override { fail(text); }
 

@@ -24,6 +24,8 @@ class Prompt {
   virtual void message(std::string_view text, std::string_view title = defaultTitle) = 0;
   /// The same for something that the user is to do first: true when he says that it is done.
   virtual bool await(std::string_view text, std::string_view title = defaultTitle) = 0;
+  /// OK or Cancel: true for OK alone.
+  virtual bool proceed(std::string_view text, std::string_view title = defaultTitle) = 0;
   /// Yes or no.
   virtual Answer ask(std::string_view text, std::string_view title = defaultTitle) = 0;
   /// True for yes alone.

@@ -63,6 +63,9 @@ class FuzzedPrompt final : public Prompt {
     message(text, title);
     return input_.flag();
   }
+  bool proceed(std::string_view text, std::string_view title) override {
+    return ask(text, title) == Answer::yes;
+  }
   Answer ask(std::string_view text, std::string_view title) override {
     message(text, title);
     constexpr std::array answers = {Answer::no, Answer::yes, Answer::none};

@@ -98,7 +98,7 @@ std::optional<DebuggerReply> DebuggerExchange::elocmd(const SendChoice& choice) 
 }
 
 void DebuggerExchange::changeLineSettings() {
-  if (!portIsOpen() || !prompt_.confirm(lineChangeText)) return;
+  if (!portIsOpen() || !prompt_.proceed(lineChangeText)) return;
   log_.note(lineChangeText);
   port_.N72toN81();
 }

@@ -47,6 +47,10 @@ bool MessageBoxPrompt::await(std::string_view text, std::string_view title) {
   return pressedIn(text, title, QMessageBox::Ok) == QMessageBox::Ok;
 }
 
+bool MessageBoxPrompt::proceed(std::string_view text, std::string_view title) {
+  return pressedIn(text, title, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
+}
+
 Answer MessageBoxPrompt::ask(std::string_view text, std::string_view title) {
   switch (pressedIn(text, title, QMessageBox::Yes | QMessageBox::No)) {
     case QMessageBox::Yes:

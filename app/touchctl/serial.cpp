@@ -341,7 +341,7 @@ ExitStatus findPort(const SerialWork& work) {
 }
 
 ExitStatus changeLine(const SerialWork& work) {
-  if (!work.prompt.confirm(lineChangeText)) return ExitStatus::failed;
+  if (!work.prompt.proceed(lineChangeText)) return ExitStatus::failed;
   if (!work.port.N72toN81()) return ExitStatus::failed;
   print("The controller was told; it gives no answer. Ask it something to see.\n");
   return ExitStatus::done;

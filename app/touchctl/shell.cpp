@@ -44,6 +44,10 @@ bool ShellPrompt::await(std::string_view text, std::string_view title) {
   return assumeYes_ || (isTerminalInput() && input("Press Enter when that is done.", title));
 }
 
+bool ShellPrompt::proceed(std::string_view text, std::string_view title) {
+  return confirm(text, title);
+}
+
 Answer ShellPrompt::ask(std::string_view text, std::string_view) {
   if (assumeYes_) return Answer::yes;
   if (!isTerminalInput()) {

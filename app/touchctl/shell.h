@@ -25,6 +25,7 @@ class ShellPrompt final : public Prompt {
   explicit ShellPrompt(bool assumeYes) : assumeYes_(assumeYes) {}
   void message(std::string_view text, std::string_view title) override;
   bool await(std::string_view text, std::string_view title) override;
+  bool proceed(std::string_view text, std::string_view title) override;
   Answer ask(std::string_view text, std::string_view title) override;
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
 

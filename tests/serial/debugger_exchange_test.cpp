@@ -128,7 +128,7 @@ TEST_F(DebuggerExchangeTest, SendsNothingWithoutWhatTheCommandNeeds) {
       {m01, {"R="}, {}},
       {e02, {"a="}, {}},
       {e02, {"UT=Unit Type[w]"}, {}},
-      {m01, {"N72toN81"}, {"confirm Comport setting from 9600,N,7,2 Change to 9600,N,8,1 "}},
+      {m01, {"N72toN81"}, {"proceed Comport setting from 9600,N,7,2 Change to 9600,N,8,1 "}},
       {e02, {"M==Mode[i]"}, {"message Select Setting Mode First!!"}},
       {m01, {write, {}, "20", "1", "34"}, {"message Data High Byte Error!!"}},
       {m01, {write, {}, "20", "G1", "3"}, {"message Data High Byte Error!!"}},

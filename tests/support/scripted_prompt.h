@@ -26,6 +26,10 @@ class ScriptedPrompt final : public Prompt {
     message(text, title);
     return answers;
   }
+  bool proceed(std::string_view text, std::string_view title) override {
+    write("proceed ", text, title);
+    return answers && answerYes;
+  }
   Answer ask(std::string_view text, std::string_view title) override {
     write("confirm ", text, title);
     if (!answers) return Answer::none;

@@ -36,11 +36,18 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
     whenAsked(action);
     EXPECT_EQ(boxes.confirm("Restore it?"), answer == Answer::yes) << word;
   }
-  const std::tuple<const char*, Action, bool> requests[] = {
-      {"done", press(QMessageBox::Ok), true}, {"its key", escape, true}, {"closed", close, false}};
-  for (const auto& [word, action, done] : requests) {
+  using Request = bool (Prompt::*)(std::string_view, std::string_view);
+  const std::tuple<const char*, Request, Action, bool> requests[] = {
+      {"done", &Prompt::await, press(QMessageBox::Ok), true},
+      {"done, its key", &Prompt::await, escape, true},
+      {"not done, closed", &Prompt::await, close, false},
+      {"OK", &Prompt::proceed, press(QMessageBox::Ok), true},
+      {"Cancel", &Prompt::proceed, press(QMessageBox::Cancel), false},
+      {"Cancel, its key", &Prompt::proceed, escape, false},
+      {"OK or Cancel, closed", &Prompt::proceed, close, false}};
+  for (const auto& [word, request, action, done] : requests) {
     whenAsked(action);
-    EXPECT_EQ(boxes.await("Disconnect it", defaultTitle), done) << word;
+    EXPECT_EQ((static_cast<Prompt&>(boxes).*request)("Disconnect it", defaultTitle), done) << word;
   }
 }
 
