@@ -62,6 +62,7 @@ void RawDrawing::tick() {
       const std::uint64_t offset = decoder_.received();
       if (options.monitorOnly) {
         decoder_.passOver(bytes.size());
+        account(offset, bytes.size());
       } else {
         for (std::span<const std::uint8_t> rest = bytes; !rest.empty();) {
           rest = rest.subspan(decoder_.append(rest));
@@ -69,7 +70,7 @@ void RawDrawing::tick() {
         }
       }
       monitor_.add(bytes, offset);
-      keepShownDots();
+      keepShown();
     }
   }
   ticking_ = false;
@@ -108,6 +109,7 @@ void RawDrawing::draw(const TouchReport& report) {
   }
   previous_ = report.touching ? std::optional(place) : std::nullopt;
   dots_.push_back({report, place});
+  account(report.offset, report.length);
   if (options.followCursor) moveCursorTo(place);
 }
 
@@ -143,11 +145,23 @@ void RawDrawing::clearDrawing() {
 void RawDrawing::clearMonitor() {
   monitor_.clear();
   dots_.clear();
+  accounted_.clear();
 }
 
-void RawDrawing::keepShownDots() {
+void RawDrawing::account(std::uint64_t offset, std::size_t count) {
+  const std::uint64_t end = offset + count;
+  if (accounted_.empty() || accounted_.back().end < offset) {
+    accounted_.push_back({offset, end});
+  } else {
+    accounted_.back().end = std::max(accounted_.back().end, end);
+  }
+}
+
+void RawDrawing::keepShown() {
   while (!dots_.empty() && dots_.back().report.offset >= monitor_.endOffset())
     dots_.pop_back();
+  while (!accounted_.empty() && accounted_.back().begin >= monitor_.endOffset())
+    accounted_.pop_back();
 }
 
 std::optional<TextRange> RawDrawing::bytesOfDotAt(TwipsPoint place) const {
@@ -177,9 +191,9 @@ std::vector<TextRange> RawDrawing::strayText() const {
       ranges.push_back(*range);
     }
   };
-  for (const Dot& dot : dots_) {
-    add(dot.report.offset);
-    offset = dot.report.offset + dot.report.length;
+  for (const Stretch& stretch : accounted_) {
+    add(stretch.begin);
+    offset = stretch.end;
   }
   add(std::min(decoder_.decided(), monitor_.endOffset()));
   return ranges;

@@ -85,6 +85,11 @@ class RawDrawing {
     TouchReport report;
     TwipsPoint place;
   };
+  /// A part of the stream, by offsets.
+  struct Stretch {
+    std::uint64_t begin = 0;
+    std::uint64_t end = 0;  ///< behind its last byte
+  };
 
   void tick();
   void rsbreport();
@@ -92,8 +97,10 @@ class RawDrawing {
   void draw(const TouchReport& report);
   void moveCursorTo(TwipsPoint place) const;
   TwipsPoint placeOf(const TouchReport& report) const;
-  /// Drops the dots whose bytes the monitor does not show.
-  void keepShownDots();
+  /// The bytes from `offset` on are not stray.
+  void account(std::uint64_t offset, std::size_t count);
+  /// Drops what is known of bytes that the monitor does not show.
+  void keepShown();
 
   ReceivingPort port_;
   Canvas canvas_;
@@ -105,7 +112,8 @@ class RawDrawing {
   std::uint64_t reportCount_ = 0;
   std::optional<TwipsPoint> previous_;  ///< of the stroke under way
   std::vector<TouchReport> found_;
-  std::vector<Dot> dots_;
+  std::vector<Dot> dots_;           ///< of the drawing as it stands
+  std::vector<Stretch> accounted_;  ///< packets and what was not decoded; those that touch are one
   std::optional<CoordinateRanges> observed_;  ///< of all reports
   CoordinateRanges shown_;                    ///< what covers the drawing area
 };
