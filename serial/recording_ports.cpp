@@ -1,6 +1,7 @@
 #include "serial/recording_ports.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace touch {
@@ -77,6 +78,7 @@ std::optional<std::string> ReplayPort::open() {
   if (isOpen()) return std::nullopt;
   start_ = clock_.now();
   next_ = 0;
+  taken_ = 0;
   return std::nullopt;
 }
 
@@ -87,17 +89,30 @@ bool ReplayPort::isDue(const Transfer& transfer) const {
 std::size_t ReplayPort::inBufferCount() {
   std::size_t count = 0;
   for (std::size_t i = next_; i < recording_.size() && isDue(recording_[i]); ++i) {
-    if (recording_[i].direction == Direction::fromController) count += recording_[i].bytes.size();
+    if (recording_[i].direction == Direction::toController) continue;
+    count += recording_[i].bytes.size() - (i == next_ ? taken_ : 0);
   }
   return count;
 }
 
+void ReplayPort::clearInput() {
+  while (!readAll().empty()) {
+  }
+}
+
 std::vector<std::uint8_t> ReplayPort::readAll() {
   std::vector<std::uint8_t> bytes;
-  for (; next_ < recording_.size() && isDue(recording_[next_]); ++next_) {
+  while (next_ < recording_.size() && isDue(recording_[next_])) {
     const Transfer& transfer = recording_[next_];
-    if (transfer.direction == Direction::toController) continue;
-    bytes.insert(bytes.end(), transfer.bytes.begin(), transfer.bytes.end());
+    if (transfer.direction == Direction::fromController) {
+      const auto rest = std::span(transfer.bytes).subspan(taken_);
+      const auto part = rest.first(std::min(rest.size(), mostInOneRead - bytes.size()));
+      bytes.insert(bytes.end(), part.begin(), part.end());
+      taken_ += part.size();
+      if (part.size() < rest.size()) break;
+    }
+    ++next_;
+    taken_ = 0;
   }
   return bytes;
 }

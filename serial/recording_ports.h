@@ -52,6 +52,8 @@ class RecordedPort final : public SerialPort {
 /// nowhere. Opened again, it begins anew.
 class ReplayPort final : public SerialPort {
  public:
+  static constexpr std::size_t mostInOneRead = std::size_t{64} << 10U;
+
   ReplayPort(std::vector<Transfer> recording, const Clock& clock)
       : recording_(std::move(recording)), clock_(clock) {}
 
@@ -62,9 +64,10 @@ class ReplayPort final : public SerialPort {
   bool isOpen() const override { return start_.has_value(); }
   std::optional<std::string> lost() const override { return std::nullopt; }
   std::size_t inBufferCount() override;
-  void clearInput() override { readAll(); }
+  void clearInput() override;
   void clearOutput() override {}
   void write(std::span<const std::uint8_t>) override {}
+  /// At most `mostInOneRead`, however much is due: whoever reads must not be held up by a long recording.
   std::vector<std::uint8_t> readAll() override;
 
   /// All of it has been read.
@@ -76,7 +79,8 @@ class ReplayPort final : public SerialPort {
   std::vector<Transfer> recording_;
   const Clock& clock_;
   std::optional<Clock::TimePoint> start_;  ///< while open
-  std::size_t next_ = 0;
+  std::size_t next_ = 0;                   ///< transfer
+  std::size_t taken_ = 0;                  ///< bytes of it that have been read
 };
 
 }  // namespace touch

@@ -16,30 +16,25 @@ void ReportSplitter::flush(const Sink& sink) {
 }
 
 void ReportSplitter::tellReady(const Sink& sink, bool all) {
-  const auto tell = [&](const TouchReport* report, std::span<const std::uint8_t> bytes) {
-    if (!bytes.empty()) sink(report, bytes);
-    drop(bytes.size());
-  };
   std::size_t told = 0;
-  for (const TouchReport& report : reports_) {
-    const std::uint64_t end = report.offset + report.length;
+  const auto tellUpTo = [&](std::uint64_t offset, const TouchReport* report) {
+    const auto end = std::min(static_cast<std::size_t>(offset - firstByte_), bytes_.size());
+    if (end <= told) return;
+    sink(report, std::span(bytes_).subspan(told, end - told));
+    told = end;
+  };
+  auto next = reports_.begin();
+  for (; next != reports_.end(); ++next) {
+    const std::uint64_t end = next->offset + next->length;
     if (!all && end > firstByte_ + bytes_.size()) break;
-    tell(nullptr, bytesUpTo(report.offset));
-    tell(&report, bytesUpTo(end));
-    ++told;
+    tellUpTo(next->offset, nullptr);
+    tellUpTo(end, &*next);
   }
-  reports_.erase(reports_.begin(), reports_.begin() + static_cast<std::ptrdiff_t>(told));
-  tell(nullptr, bytesUpTo(reports_.empty() ? decoder_.decided() : reports_.front().offset));
-}
-
-std::span<const std::uint8_t> ReportSplitter::bytesUpTo(std::uint64_t offset) const {
-  const auto count = static_cast<std::size_t>(offset - firstByte_);
-  return std::span(bytes_).first(std::min(count, bytes_.size()));
-}
-
-void ReportSplitter::drop(std::size_t count) {
-  bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(count));
-  firstByte_ += count;
+  tellUpTo(next == reports_.end() ? decoder_.decided() : next->offset, nullptr);
+  reports_.erase(reports_.begin(), next);
+  // Once for all that was told: what comes in one go may be long.
+  bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(told));
+  firstByte_ += told;
 }
 
 }  // namespace touch

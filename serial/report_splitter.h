@@ -26,8 +26,6 @@ class ReportSplitter {
 
  private:
   void tellReady(const Sink& sink, bool all);
-  std::span<const std::uint8_t> bytesUpTo(std::uint64_t offset) const;
-  void drop(std::size_t count);
 
   ReportFamily family_;
   ReportDecoder decoder_;
