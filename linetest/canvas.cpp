@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/language.h"
+#include "linetest/damaged_files.h"
 #include "linetest/drawing_file.h"
 
 namespace touch {
@@ -62,13 +63,7 @@ void Canvas::activate() {
 
 void Canvas::offerLeftStrokes() {
   const LeftStrokes left = parts_.files.left();
-  if (!left.damaged.empty()) {
-    std::string text = left.damaged.front().describe();
-    if (const auto more = left.damaged.size() - 1; more > 0) {
-      text += '\n' + filled(say("linetest", "%1 more cannot be read."), {std::to_string(more)});
-    }
-    parts_.prompt.message(text);
-  }
+  if (!left.damaged.empty()) parts_.prompt.message(damagedFilesText(left.damaged));
   if (left.strokes.empty()) return;
   const auto count = left.strokes.size();
   const std::string question =

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "linetest/damaged_files.h"
 #include "linetest/frmLinearityResult.h"
 #include "linetest/linearity_files.h"
 #include "linetest/linearity_guide.h"
@@ -221,15 +222,34 @@ void frmLinearity::begin() {
   const auto size = *parts_.setup.panelSize;
   const MeasuredPanel panel{canvas_->sizeInTwips(), size.widthMm, size.heightMm};
   procedure_.emplace(panel);
-  if (auto earlier = readResults(parts_.workingFolder, panel); !earlier.empty()) {
-    const QString question =
-        tr("%1 of 18 lines are measured already. Go on with them?").arg(earlier.size());
-    if (parts_.prompt.confirm(question.toStdString())) {
-      for (auto& [line, result] : earlier)
-        procedure_->restore(line, std::move(result));
-    }
+  takeUpEarlierResults() ? showLine() : leave();
+}
+
+bool frmLinearity::takeUpEarlierResults() {
+  EarlierResults earlier = readResults(parts_.workingFolder, procedure_->panel());
+  if (!earlier.damaged.empty()) {
+    parts_.prompt.message(damagedFilesText(earlier.damaged) + "\n\n" +
+                          tr("Draw the lines of such files again. Each file is then kept beside "
+                             "the new one, with \".old\" behind its name.")
+                              .toStdString());
   }
-  showLine();
+  if (earlier.results.empty()) return true;
+  const QString question =
+      tr("%1 of 18 lines are measured already. Go on with them?").arg(earlier.results.size());
+  switch (parts_.prompt.ask(question.toStdString())) {
+    case Answer::yes:
+      for (auto& [line, result] : earlier.results)
+        procedure_->restore(line, std::move(result));
+      return true;
+    case Answer::no:
+      // Left in their places they would be taken for results of the panel that is measured now.
+      if (const auto error = setAside(parts_.workingFolder, earlier.lines()))
+        parts_.prompt.message(error->describe());
+      return true;
+    case Answer::none:
+      break;
+  }
+  return false;
 }
 
 void frmLinearity::next() {

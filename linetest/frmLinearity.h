@@ -57,6 +57,8 @@ class frmLinearity final : public FullScreenWindow {
 
   void sizeEntered();
   void begin();
+  /// Asks whether to go on with what an earlier run has measured; false when the question was taken away.
+  bool takeUpEarlierResults();
   void next();
   void back();
   void repeat();

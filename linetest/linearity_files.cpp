@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <system_error>
 #include <utility>
 
 #include "core/language.h"
@@ -13,6 +14,8 @@
 namespace touch {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 // 3001 samples of three zones take a seventh of it.
 constexpr std::size_t longestResult = std::size_t{1} << 20U;
@@ -70,6 +73,20 @@ LineResult measureAgainstNearest(std::vector<TwipsPoint> samples, const GuideLin
   return {lineLabel(orientation, nearest - first + 1), guide, std::move(samples), figures};
 }
 
+/// Of whatever kind: also what cannot be read must not be replaced unseen.
+bool isThere(const fs::path& file) {
+  std::error_code failed;
+  return fs::exists(fs::symlink_status(file, failed));
+}
+
+/// Whether more is lost than `kept` when the line's file is replaced.
+bool holdsAnythingBut(const std::optional<LineResult>& kept, const fs::path& folder,
+                      const TestLine& line) {
+  if (!isThere(folder / resultFileName(line))) return false;
+  const auto read = readResult(folder, line);
+  return !read || !kept || read->result.samples != kept->samples;
+}
+
 struct CsvColumn {
   std::string_view heading;
   double (*value)(const LineFigures&);
@@ -115,17 +132,47 @@ std::string resultText(const LineResult& result, const MeasuredPanel& panel) {
   return text;
 }
 
-std::optional<FileError> writeResult(const std::filesystem::path& folder, const TestLine& line,
+std::optional<FileError> writeResult(const fs::path& folder, const TestLine& line,
                                      const LineResult& result, const MeasuredPanel& panel) {
   return writeWholeFile(folder / resultFileName(line), resultText(result, panel));
 }
 
-std::optional<FileError> keepAndGoOn(const std::filesystem::path& folder,
-                                     LinearityProcedure& procedure) {
+std::optional<FileError> setAside(const fs::path& folder, std::span<const TestLine> lines) {
+  const auto named = [&](const TestLine& line, const std::string& ending) {
+    return folder / (resultFileName(line) + ending);
+  };
+  const auto isTaken = [&](const std::string& ending) {
+    return std::any_of(lines.begin(), lines.end(),
+                       [&](const TestLine& line) { return isThere(named(line, ending)); });
+  };
+  const std::string first = ".old";
+  std::string ending = first;
+  for (int next = 2; isTaken(ending); ++next)
+    ending = first + std::to_string(next);
+
+  std::optional<FileError> error;
+  for (const TestLine& line : lines) {
+    std::error_code failed;
+    fs::rename(named(line, ""), named(line, ending), failed);
+    if (failed && !error)
+      error = FileError{named(line, "").string(), 0, say("linetest", "a file that can be renamed"),
+                        failed.message()};
+  }
+  return error;
+}
+
+std::optional<FileError> keepAndGoOn(const fs::path& folder, LinearityProcedure& procedure) {
   const auto line = procedure.current();
   const auto drawn = procedure.drawn();
+  if (!line || !drawn) {
+    procedure.next();
+    return std::nullopt;
+  }
+  const bool loses = holdsAnythingBut(procedure.result(*line), folder, *line);
   procedure.next();
-  if (!line || !drawn) return std::nullopt;
+  if (loses) {
+    if (auto error = setAside(folder, std::span(&*line, 1))) return error;
+  }
   return writeResult(folder, *line, *drawn, procedure.panel());
 }
 
@@ -162,29 +209,36 @@ Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine&
   return read;
 }
 
-Result<ReadResult, FileError> readResult(const std::filesystem::path& folder,
-                                         const TestLine& line) {
+Result<ReadResult, FileError> readResult(const fs::path& folder, const TestLine& line) {
   const auto path = folder / resultFileName(line);
   const auto text = readWholeFile(path, longestResult);
   if (!text) return text.error();
   return parseResult(*text, line, path.string());
 }
 
-std::vector<std::pair<TestLine, LineResult>> readResults(const std::filesystem::path& folder,
-                                                         const MeasuredPanel& panel) {
+std::vector<TestLine> EarlierResults::lines() const {
+  std::vector<TestLine> lines;
+  for (const auto& [line, result] : results)
+    lines.push_back(line);
+  return lines;
+}
+
+EarlierResults readResults(const fs::path& folder, const MeasuredPanel& panel) {
   const auto near = [](double a, double b) { return std::abs(a - b) < 0.01; };
-  std::vector<std::pair<TestLine, LineResult>> results;
+  EarlierResults earlier;
   for (const Orientation orientation : {Orientation::vertical, Orientation::horizontal}) {
     for (int number = 1; number <= TestLine::perOrientation; ++number) {
       const TestLine line{orientation, number};
+      if (!isThere(folder / resultFileName(line))) continue;
       auto read = readResult(folder, line);
+      if (!read) earlier.damaged.push_back(read.error());
       if (!read || read->panel.screen != panel.screen) continue;
       if (!near(read->panel.widthMm, panel.widthMm)) continue;
       if (!near(read->panel.heightMm, panel.heightMm)) continue;
-      results.emplace_back(line, std::move(read->result));
+      earlier.results.emplace_back(line, std::move(read->result));
     }
   }
-  return results;
+  return earlier;
 }
 
 std::string csvText(std::span<const LineResult> results, const MeasuredPanel& panel,
@@ -207,7 +261,7 @@ std::string csvText(std::span<const LineResult> results, const MeasuredPanel& pa
   return text;
 }
 
-Result<std::vector<LineResult>, FileError> measureDrawing(const std::filesystem::path& file,
+Result<std::vector<LineResult>, FileError> measureDrawing(const fs::path& file,
                                                           const MeasuredPanel& panel) {
   auto drawing = readDrawing(file);
   if (!drawing) return drawing.error();

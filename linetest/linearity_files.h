@@ -34,8 +34,14 @@ std::string resultText(const LineResult& result, const MeasuredPanel& panel);
 std::optional<FileError> writeResult(const std::filesystem::path& folder, const TestLine& line,
                                      const LineResult& result, const MeasuredPanel& panel);
 
-/// "Next": writes the drawn line's result file and goes on; after an error, which is returned, the line goes on all the
-/// same, with its result kept in `procedure` only.
+/// Renames the files of `lines` to "Tvm-v1.txt.old" and so on, all with the first of ".old", ".old2", ".old3" … that
+/// none of them has yet. Those that cannot be renamed stay as they are; the first error is returned.
+std::optional<FileError> setAside(const std::filesystem::path& folder,
+                                  std::span<const TestLine> lines);
+
+/// "Next": writes the drawn line's result file and goes on. A file there that holds anything but the result that
+/// `procedure` had of the line is set aside first. After an error, which is returned, the line goes on all the same, with
+/// its result kept in `procedure` only.
 std::optional<FileError> keepAndGoOn(const std::filesystem::path& folder,
                                      LinearityProcedure& procedure);
 
@@ -48,10 +54,14 @@ Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine&
                                           std::string name);
 Result<ReadResult, FileError> readResult(const std::filesystem::path& folder, const TestLine& line);
 
-/// The results that an earlier run left in the folder. Those of another screen or panel, and files that cannot be read,
-/// are passed over.
-std::vector<std::pair<TestLine, LineResult>> readResults(const std::filesystem::path& folder,
-                                                         const MeasuredPanel& panel);
+/// The results that an earlier run left in the folder. Those of another screen or panel are passed over.
+struct EarlierResults {
+  std::vector<std::pair<TestLine, LineResult>> results;
+  std::vector<FileError> damaged;  ///< files that cannot be read, and why
+
+  std::vector<TestLine> lines() const;
+};
+EarlierResults readResults(const std::filesystem::path& folder, const MeasuredPanel& panel);
 
 /// One record for each line, with a heading: RFC 4180, points in numbers, lengths in mm.
 std::string csvText(std::span<const LineResult> results, const MeasuredPanel& panel,

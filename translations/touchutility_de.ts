@@ -2041,6 +2041,10 @@ F1 hilft, Esc verlässt.</translation>
         <source>The line to draw along is white; its name stands in the panel beside it.</source>
         <translation>Die nachzuziehende Linie ist weiß; ihr Name steht im Feld daneben.</translation>
     </message>
+    <message>
+        <source>Draw the lines of such files again. Each file is then kept beside the new one, with &quot;.old&quot; behind its name.</source>
+        <translation>Zeichnen Sie die Linien solcher Dateien noch einmal. Jede Datei bleibt dann neben der neuen erhalten, mit „.old“ hinter ihrem Namen.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmLinearityPage</name>

@@ -77,13 +77,33 @@ TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
   EXPECT_TRUE(drawAndKeepIn(folder.path() / "none")) << "nowhere to write";
   EXPECT_TRUE(procedure.result(secondLine));
 
-  folder.write("Tvm-h1.txt", "H-1\r\n torn");
+  const char* const torn = "V-2\r\n torn";
+  folder.write("Tvm-h1.txt", torn);
   const auto taken = [&](const MeasuredPanel& of) { return readResults(folder.path(), of); };
   // A file rounds it.
-  ASSERT_EQ(taken({{20000, 10000}, 200.004, 100}).size(), 1u);
-  EXPECT_EQ(taken(panel).front().first, secondLine);
-  EXPECT_TRUE(taken({{20000, 12000}, 200, 100}).empty()) << "another screen";
-  EXPECT_TRUE(taken({{20000, 10000}, 250, 100}).empty()) << "another panel";
+  ASSERT_EQ(taken({{20000, 10000}, 200.004, 100}).lines(), std::vector{secondLine});
+  EXPECT_TRUE(taken({{20000, 12000}, 200, 100}).lines().empty()) << "another screen";
+  EXPECT_TRUE(taken({{20000, 10000}, 250, 100}).lines().empty()) << "another panel";
+  ASSERT_EQ(taken(panel).damaged.size(), 1u);
+  EXPECT_EQ(taken(panel).damaged.front().describe(),
+            (folder.path() / "Tvm-h1.txt").string() +
+                ", line 1: expected the line's name \"H-1\", found \"V-2\"");
+
+  folder.write("Tvm-v2.txt", torn);
+  folder.write("Tvm-v2.txt.old", "older");
+  for (const char* const what : {"what is not measured here is kept", "what is, is replaced"}) {
+    procedure.goTo(secondLine);
+    EXPECT_EQ(drawAndKeepIn(folder.path()), std::nullopt) << what;
+    EXPECT_EQ(taken(panel).lines(), std::vector{secondLine}) << what;
+    EXPECT_EQ(folder.read("Tvm-v2.txt.old"), "older") << what;
+    EXPECT_EQ(folder.read("Tvm-v2.txt.old2"), torn) << what;
+    EXPECT_EQ(folder.read("Tvm-v2.txt.old3"), "") << what;
+  }
+  const TestLine both[] = {{Orientation::horizontal, 1}, secondLine};
+  EXPECT_EQ(setAside(folder.path(), both), std::nullopt);
+  EXPECT_EQ(folder.read("Tvm-h1.txt.old3"), torn) << "with the number of all";
+  EXPECT_TRUE(taken(panel).lines().empty() && taken(panel).damaged.empty());
+  EXPECT_EQ(setAside(folder.path(), both)->expected, "a file that can be renamed");
 }
 
 TEST(LinearityCsv, HasARecordForEachLineWhateverTheLanguage) {

@@ -114,9 +114,40 @@ TEST_F(LinearityWindow, GoesBackAndOnAndLaterOnWithItsResults) {
   open();
   EXPECT_EQ(count("confirm 1 of 18 lines are measured already. Go on with them?"), 1);
   EXPECT_THAT(text("lineTitle"), StartsWith("V-2   1 of 18"));
-  prompt.answerYes = false;
+}
+
+TEST_F(LinearityWindow, TellsOfDamagedResultsAndPutsRefusedOnesAside) {
+  const auto measureFirst = [this] {
+    drawLine(true, 1);
+    click("cmdNext");
+  };
   open();
+  measureFirst();
+  folder.write("Tvm-v2.txt", "torn");
+  linearity.panelSize.reset();
+  open();
+  enter("panelWidth", 200);
+  enter("panelHeight", 120);
+  prompt.answers = false;
+  click("cmdStart");
+  live(0ms);
+  EXPECT_EQ(left, 1) << "closing the question leaves";
+
+  prompt.answers = true;
+  prompt.answerYes = false;
+  journal.clear();
+  open();
+  EXPECT_THAT(journal, testing::ElementsAre(HasSubstr("Tvm-v2.txt, line 1: expected the line's "),
+                                            StartsWith("confirm 1 of 18 lines are measured")));
   EXPECT_THAT(text("lineTitle"), StartsWith("V-1   0 of 18"));
+  EXPECT_THAT(folder.read("Tvm-v1.txt.old"), StartsWith("V-1"));
+  open();
+  EXPECT_EQ(count("confirm"), 1) << "what was refused is not offered again";
+
+  measureFirst();
+  prompt.onMessage = [this] { std::filesystem::remove(folder.path() / "Tvm-v1.txt"); };
+  open();
+  EXPECT_THAT(journal.back(), HasSubstr("Tvm-v1.txt: expected a file that can be renamed"));
 }
 
 TEST_F(LinearityWindow, ThePanelOfButtonsLeavesTheLineFree) {
