@@ -82,7 +82,7 @@ frmLinearity::frmLinearity(LinearityParts parts, const std::optional<Simulation>
     procedure_->goTo(line);
     showLine();
   });
-  connect(resultPage_, &frmLinearityResult::backRequested, this, &frmLinearity::back);
+  connect(resultPage_, &frmLinearityResult::backRequested, this, &frmLinearity::backToLines);
   connect(resultPage_, &frmLinearityResult::leaveRequested, this, [this] { askToLeave(); });
 }
 
@@ -264,6 +264,11 @@ void frmLinearity::back() {
   showLine();
 }
 
+void frmLinearity::backToLines() {
+  if (!procedure_->current()) procedure_->back();
+  showLine();
+}
+
 void frmLinearity::repeat() {
   procedure_->repeat();
   showLine();
@@ -292,6 +297,7 @@ void frmLinearity::penUp() {
 }
 
 void frmLinearity::showLine(const QString& note) {
+  if (procedure_->penIsDown()) return;  // the stroke's ink stays
   const auto line = procedure_->current();
   if (!line) {
     showResults();
@@ -324,6 +330,7 @@ void frmLinearity::showLine(const QString& note) {
 }
 
 void frmLinearity::showResults() {
+  if (procedure_->penIsDown()) return;
   resultPage_->showResults(procedure_->results(), procedure_->panel());
   pages_->setCurrentWidget(resultPage_);
   resultPage_->takeFocus();
@@ -352,7 +359,19 @@ void frmLinearity::placePanel() {
   guidePanel_->raise();
 }
 
+bool frmLinearity::event(QEvent* event) {
+  // While the lines are drawn a held mnemonic comes as a held key, too, and not as a row of clicks.
+  if (event->type() == QEvent::ShortcutOverride && pages_->currentWidget() == guidePage_ &&
+      static_cast<QKeyEvent*>(event)->isAutoRepeat()) {
+    event->accept();
+    return true;
+  }
+  return FullScreenWindow::event(event);
+}
+
 void frmLinearity::keyPressEvent(QKeyEvent* event) {
+  // A key that is held would run through the lines, or answer a box and then leave.
+  if (event->isAutoRepeat()) return;
   const bool guiding = pages_->currentWidget() == guidePage_;
   switch (event->key()) {
     case Qt::Key_Escape:

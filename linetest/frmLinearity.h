@@ -46,6 +46,7 @@ class frmLinearity final : public FullScreenWindow {
  protected:
   void started() override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
@@ -61,6 +62,7 @@ class frmLinearity final : public FullScreenWindow {
   bool takeUpEarlierResults();
   void next();
   void back();
+  void backToLines();
   void repeat();
   void penDown(TwipsPoint at);
   void penMoved(TwipsPoint at);

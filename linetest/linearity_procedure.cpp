@@ -126,6 +126,7 @@ void LinearityProcedure::repeat() {
 }
 
 void LinearityProcedure::next() {
+  if (penIsDown_) return;
   if (drawn()) {
     accept();
   } else if (current_ < lines) {
@@ -135,6 +136,7 @@ void LinearityProcedure::next() {
 }
 
 void LinearityProcedure::back() {
+  if (penIsDown_) return;
   repeat();
   if (current_ > 0) --current_;
 }

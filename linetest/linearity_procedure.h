@@ -51,6 +51,7 @@ class LinearityProcedure {
   /// The line to draw; nothing when all are accepted.
   std::optional<TestLine> current() const;
 
+  bool penIsDown() const { return penIsDown_; }
   void penDown(TwipsPoint at);
   void penMove(TwipsPoint at);
   /// What to think of the line as drawn so far. A bad one is forgotten at once.
@@ -62,7 +63,8 @@ class LinearityProcedure {
   void accept();
   /// Forgets the drawn line.
   void repeat();
-  /// "Next": keeps the drawn line, or passes over the current one while none is drawn.
+  /// "Next": keeps the drawn line, or passes over the current one while none is drawn. Does nothing while the pen is
+  /// down, since the stroke under way belongs to its line; nor does "Back".
   void next();
   /// "Back": forgets the drawn line and makes the one before it the current one, if there is one.
   void back();

@@ -101,6 +101,20 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
 TEST_F(LinearityWindow, GoesBackAndOnAndLaterOnWithItsResults) {
   open();
   drawLine(true, 1);
+  for (const auto key : {Qt::Key_Right, Qt::Key_Enter, Qt::Key_Left, Qt::Key_Backspace})
+    repeatKey(canvas, key);
+  repeatKey(canvas, Qt::Key_N, Qt::AltModifier);
+  EXPECT_FALSE(find<QPushButton>("cmdNext")->isDown());
+  repeatKey(canvas, Qt::Key_Escape);
+  EXPECT_TRUE(window->isVisible());
+  QTest::mousePress(canvas, Qt::LeftButton, {}, {at(true, 1), 240});
+  for (const auto key : {Qt::Key_Right, Qt::Key_Left})
+    QTest::keyClick(canvas, key);
+  QTest::mouseRelease(canvas, Qt::LeftButton, {}, {at(true, 1), 240});
+  click("cmdResults");
+  click("cmdBackToLines");
+  EXPECT_THAT(text("lineTitle"), StartsWith("V-1"));
+  EXPECT_THAT(text("instruction"), StartsWith("Drawn"));
   click("cmdNext");
   QTest::keyClick(canvas, Qt::Key_Right);
   EXPECT_THAT(text("lineTitle"), StartsWith("V-3"));

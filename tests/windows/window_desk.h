@@ -44,6 +44,10 @@ class WindowDesk : public Desk {
     return find<Widget>(*shown, name);
   }
   void click(const char* name) const { QTest::mouseClick(find<QWidget>(name), Qt::LeftButton); }
+  /// What a key that is held sends after a while.
+  static void repeatKey(QWidget* focused, Qt::Key key, Qt::KeyboardModifiers with = {}) {
+    QTest::simulateEvent(focused, true, key, with, {}, true);
+  }
   void check(const char* box, bool on) const { find<QCheckBox>(box)->setChecked(on); }
   std::string text(const char* label) const { return find<QLabel>(label)->text().toStdString(); }
   /// The window of that name which is open; null when there is none.
