@@ -276,26 +276,20 @@ void frmRsDraw::perform(CanvasAction action) {
 
 bool frmRsDraw::eventFilter(QObject* watched, QEvent* event) {
   // The hot keys work wherever the focus is.
-  if (event->type() == QEvent::KeyPress) {
-    const auto& key = *static_cast<QKeyEvent*>(event);
-    const auto action =
-        key.modifiers() == Qt::NoModifier ? actionOfKey(keyCode(key)) : std::nullopt;
-    if (action) {
-      perform(*action);
-      return true;
-    }
-  }
-  return QWidget::eventFilter(watched, event);
+  return (event->type() == QEvent::KeyPress && takeHotKey(*static_cast<QKeyEvent*>(event))) ||
+         QWidget::eventFilter(watched, event);
 }
 
 void frmRsDraw::keyPressEvent(QKeyEvent* event) {
-  const auto action =
-      event->modifiers() == Qt::NoModifier ? actionOfKey(keyCode(*event)) : std::nullopt;
-  if (action) {
-    perform(*action);
-  } else {
-    QWidget::keyPressEvent(event);
-  }
+  if (!takeHotKey(*event)) QWidget::keyPressEvent(event);
+}
+
+bool frmRsDraw::takeHotKey(const QKeyEvent& key) {
+  if (key.modifiers() != Qt::NoModifier) return false;
+  const auto action = actionOfKey(keyCode(key));
+  // A key that is held would clear and then leave.
+  if (action && !key.isAutoRepeat()) perform(*action);
+  return action.has_value();
 }
 
 void frmRsDraw::touchAt(const QPointF& place) {

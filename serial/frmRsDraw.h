@@ -62,6 +62,8 @@ class frmRsDraw final : public QWidget {
   void placeControls();
   void fitMonitorFont();
   void perform(CanvasAction action);
+  /// Whether it is one; it is performed unless the key is held.
+  bool takeHotKey(const QKeyEvent& key);
   void touchAt(const QPointF& place);
   void markBytesAt(const QPointF& place);
   void markDotOfText();

@@ -91,6 +91,9 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   report(stroke);
   key(Qt::Key_Escape);
   EXPECT_FALSE(isInk(strokeEnd));
+  for (QWidget* const focused : {drawing.data(), static_cast<QWidget*>(&monitor())})
+    repeatKey(focused, Qt::Key_Escape);
+  EXPECT_TRUE(drawing->isVisible()) << "a held key clears, and does not leave";
   key(Qt::Key_Escape);
   live(1ms);
   EXPECT_TRUE(drawing.isNull());
