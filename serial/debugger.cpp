@@ -88,6 +88,7 @@ void Debugger::stopRecording() {
 }
 
 void Debugger::startReplay(const std::filesystem::path& file) {
+  if (isBusy()) return;
   auto recording = readRecording(file);
   if (!recording) {
     tell(recording.error().describe());
@@ -104,7 +105,7 @@ void Debugger::startReplay(const std::filesystem::path& file) {
 }
 
 void Debugger::stopReplay() {
-  if (!isReplaying() || drawing_) return;
+  if (!isReplaying() || drawing_ || isBusy()) return;
   const bool measuring = replay_->mode.isMeasuring();
   replay_.reset();
   if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
@@ -134,11 +135,10 @@ void Debugger::endDrawing() {
 }
 
 void Debugger::watch() {
-  if (!isBusy()) {
-    // A port that nobody uses does not notice by itself that its device has gone.
-    recorded_.inBufferCount();
-    port_.tellLoss();
-  }
+  if (isBusy()) return;
+  // A port that nobody uses does not notice by itself that its device has gone.
+  recorded_.inBufferCount();
+  port_.tellLoss();
   if (!isRecording()) stopRecording();
   if (!isReplaying() || !replay_->port.isFinished()) return;
   const auto now = access_.clock.now();

@@ -31,8 +31,11 @@ class Debugger {
   void leave();
   bool portIsOpen() const { return recorded_.isOpen(); }
   std::string portText() const;
-  /// An exchange is under way: nothing else may be done with the port, nor may it be given back.
-  bool isBusy() const { return port_.isBusy(); }
+  /// An exchange is under way, or a message box holds up the receive mode: nothing else may be done with the port, nor may
+  /// it be given back or a replay be ended.
+  bool isBusy() const {
+    return port_.isBusy() || mode_.isTicking() || (replay_ && replay_->mode.isTicking());
+  }
 
   void chooseSet(CommandSet set) { access_.session.commandSet = set; }
   /// "Send", see DebuggerExchange::send.
@@ -60,7 +63,8 @@ class Debugger {
     return ReportDecoder(familyOf(access_.session.commandSet), formats_);
   }
 
-  /// To be called now and then: notices a device that has gone, a full disk and the end of a replay.
+  /// To be called now and then: notices a device that has gone, a full disk and the end of a replay. While busy it notices
+  /// nothing.
   void watch();
 
  private:

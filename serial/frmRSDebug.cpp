@@ -306,7 +306,7 @@ QWidget* frmRSDebug::makeFoot() {
 }
 
 void frmRSDebug::arrange() {
-  auto* const head = makeHead();
+  head_ = makeHead();
   receiveBar_ = makeReceiveBar();
   ratePanel_ = makeRatePanel();
   touchPad_ = makeTouchPad();
@@ -359,7 +359,7 @@ void frmRSDebug::arrange() {
   const int margin = isSmallScreen() ? 2 : 6;
   layout->setContentsMargins(margin, margin, margin, margin);
   layout->setSpacing(margin);
-  layout->addWidget(head);
+  layout->addWidget(head_);
   layout->addWidget(body_, 1);
   layout->addWidget(makeFoot());
 }
@@ -374,15 +374,19 @@ void frmRSDebug::open() {
 }
 
 void frmRSDebug::whileBusy(const std::function<void()>& action) {
+  if (debugger_.isBusy()) return;
   const QPointer<QWidget> focus = focusWidget();
-  body_->setEnabled(false);
+  const auto allow = [this](bool on) {
+    head_->setEnabled(on);
+    body_->setEnabled(on);
+  };
+  allow(false);
   statusLine_->setText(tr("Waiting for the controller …"));
   action();
   statusLine_->clear();
-  body_->setEnabled(true);
+  allow(true);
   if (focus) focus->setFocus();
   renew();
-  if (putOff_) end();
 }
 
 void frmRSDebug::send() {
@@ -434,6 +438,7 @@ void frmRSDebug::renew() {
   if (const auto said = debugger_.takeStatus()) statusLine_->setText(shownText(*said));
   console_->renew();
   showState();
+  if (putOff_ && !drawing_) end();
 }
 
 void frmRSDebug::showState() {
@@ -478,13 +483,13 @@ void frmRSDebug::leave(DebuggerEnd end) {
   putOff_ = end;
   if (drawing_) {
     drawing_->close();
-  } else if (!debugger_.isBusy()) {
+  } else {
     this->end();
   }
 }
 
 void frmRSDebug::end() {
-  if (ended_) return;
+  if (ended_ || debugger_.isBusy()) return;
   ended_ = true;
   timer_->stop();
   debugger_.leave();

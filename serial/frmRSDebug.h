@@ -68,7 +68,7 @@ class frmRSDebug final : public QWidget {
   QPushButton* makeButton(const char* name, const QString& caption,
                           const std::function<void()>& action);
 
-  /// Runs something that waits: meanwhile no control can be used.
+  /// Runs something that waits: meanwhile no control can be used but those that end the window, which is put off.
   void whileBusy(const std::function<void()>& action);
   void send();
   void draw();
@@ -76,6 +76,7 @@ class frmRSDebug final : public QWidget {
   void replay();
   void renew();
   void showState();
+  /// Ends, unless the debugger is busy: `renew` asks again.
   void end();
 
   Access access_;
@@ -86,6 +87,7 @@ class frmRSDebug final : public QWidget {
   std::optional<DebuggerEnd> putOff_;
   bool ended_ = false;
 
+  QWidget* head_ = nullptr;
   QWidget* body_;
   QTabWidget* tabs_ = nullptr;       ///< null where there is room for all of it
   std::optional<int> measuringTab_;  ///< where the console leaves no room for the rate

@@ -34,6 +34,8 @@ class ReceiveMode {
   void receive();
   void debug();
   bool isReceiving() const { return receiving_; }
+  /// Within a tick, which a message box may hold up: the mode and its port must outlive that.
+  bool isTicking() const { return ticking_; }
 
   /// The check box "Report Rate".
   void measureRate(bool on);

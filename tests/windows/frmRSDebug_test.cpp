@@ -19,9 +19,28 @@ class DebuggerWindow : public SerialDesk {
     clock.after(50ms, [this] {
       EXPECT_FALSE(find<QComboBox>("Combo1")->isEnabled());
       window->close();
+      click("cmdSearchPort");
       EXPECT_TRUE(port.isOpen()) << "the answer is still to come";
     });
     click("Command2_0");
+  }
+  void closeBehindABox() {
+    std::string recording = "touch recording 1\n";
+    for (int i = 0; i < 100; ++i)
+      recording += "0.010000 < D8 10 20 30 01\n";
+    folder.write("long.txt", recording);
+    answerFileDialog("long.txt");
+    click("cmdReplay");
+    prompt.onMessage = [this] {
+      live(1s);
+      EXPECT_TRUE(find<QPushButton>("cmdReplay")->text().startsWith("Stop")) << "it is shown yet";
+      window->close();
+      EXPECT_TRUE(port.isOpen());
+    };
+    live(400ms);
+    EXPECT_EQ(count("message Text too long !!"), 1);
+    prompt.onMessage = {};
+    live(100ms);
   }
   void drawAndLeave() {
     click("Command6");
@@ -37,6 +56,7 @@ TEST_F(DebuggerWindow, TakesThePortAndGivesItBackInEveryWay) {
       {"closed", [this] { window->close(); }, DebuggerEnd::quit},
       {"closed over the drawing", [this] { drawAndLeave(); }, DebuggerEnd::exit},
       {"closed in an exchange", [this] { closeInAnExchange(); }, DebuggerEnd::quit},
+      {"closed behind a box", [this] { closeBehindABox(); }, DebuggerEnd::quit},
       {"gone with the program", [this] { window.reset(); }, std::nullopt},
   };
   for (const auto& [way, take, end] : ways) {
