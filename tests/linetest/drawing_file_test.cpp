@@ -8,8 +8,6 @@
 namespace touch {
 namespace {
 
-namespace fs = std::filesystem;
-
 TEST(DrawingFile, HasItsRecordsInOrderWhateverTheLanguage) {
   const test::CommaLocale locale;
   const Stroke strokes[] = {{12, 2, {{480, 15}, {481.5F, -0.5F}}}, {0, 1, {{14880, 11160}}}};
@@ -68,13 +66,6 @@ TEST(DrawingFile, SaysWhereItIsDamaged) {
     ASSERT_FALSE(read) << text;
     EXPECT_EQ(read.error().describe(), std::string("f, line ") + error);
   }
-}
-
-TEST(DrawingFile, GetsItsExtension) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"a/b.FdW", "a/b.FdW"}, {"run.txt", "run.txt.fdw"}, {"fdw", "fdw.fdw"}};
-  for (const auto& [name, extended] : cases)
-    EXPECT_EQ(withDrawingExtension(name), fs::path(extended));
 }
 
 }  // namespace

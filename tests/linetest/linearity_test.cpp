@@ -159,8 +159,8 @@ TEST_F(Testing, ShowsTheLineToDrawAndWhatIsDrawn) {
   procedure.next();
   EXPECT_THAT(shown(), IsSupersetOf({"point 625,5000 #2 1", "line 2968.75,0 2968.75,10000 #15 2"}));
   procedure.goTo({Orientation::horizontal, 1});
-  EXPECT_THAT(shown(), Contains("line 0,312.5 20000,312.5 #15 2"));
-  EXPECT_THAT(shown(), testing::Not(Contains("point 625,5000 #2 1")))
+  EXPECT_THAT(shown(), testing::AllOf(Contains("line 0,312.5 20000,312.5 #15 2"),
+                                      testing::Not(Contains("point 625,5000 #2 1"))))
       << "the other direction is out of the way";
 }
 
