@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <regex>
 
 #include "tests/app/child_process.h"
 
@@ -23,74 +23,57 @@ std::string printed(const std::string& program, const Words& words) {
   return ended.output;
 }
 
-/// What --help lists, in the parser's own format.
-struct Listed {
-  Words options;
-  Words commands;
-};
-
-Listed listed(const std::string& help) {
-  Listed found;
-  Words* list = nullptr;
-  std::istringstream lines(help);
-  for (std::string line; std::getline(lines, line);) {
-    if (!line.starts_with(' ')) {
-      list = line == "Options:"       ? &found.options
-             : line == "Subcommands:" ? &found.commands
-                                      : nullptr;
-    } else if (list != nullptr && line.find_first_not_of(' ') == 2) {
-      std::istringstream names(line.substr(2, line.find(' ', 2) - 2));
-      for (std::string name; std::getline(names, name, ',');)
-        list->push_back(name);
-    }
-  }
-  return found;
-}
-
-std::string marked(const std::string& text) {
-  std::string dashes;
-  for (const char c : text)
-    dashes += c == '-' ? "\\-" : std::string(1, c);
-  return dashes;
-}
-
 std::string between(const std::string& text, const std::string& begin, const std::string& end) {
   const auto from = text.find(begin);
   if (from == text.npos) return {};
   return text.substr(from, text.find(end, from + 1) - from);
 }
 
-/// Compares what `program` with the commands `path` lists with its manual page and what completion offers; returns how
-/// many commands there are below it.
-std::size_t compare(const std::string& program, const std::string& manual,
-                    const std::string& heading, const Words& path) {
+/// The options and commands that --help lists, in the parser's own format.
+Words listed(const std::string& help) {
+  const std::regex name("\n  (?:-h,)?([a-z0-9-]+)");
+  Words names;
+  for (const char* heading : {"\nOptions:", "\nSubcommands:"}) {
+    const std::string list = between(help, heading, "\n\n");
+    for (std::sregex_iterator found(list.begin(), list.end(), name), end; found != end; ++found)
+      names.push_back((*found)[1]);
+  }
+  return names;
+}
+
+std::string marked(const std::string& text) {
+  return std::regex_replace(text, std::regex("-"), "\\-");
+}
+
+/// Compares what `program` lists for the command `path` and those below it with its manual page and what completion
+/// offers.
+void compare(const std::string& program, const std::string& manual, const std::string& heading,
+             const Words& path = {}) {
   SCOPED_TRACE(heading);
-  const auto [options, commands] = listed(printed(program, joined(path, {"--help"})));
-  EXPECT_THAT(options, testing::Contains("--help"));
+  ASSERT_LT(path.size(), 4u) << "a command without a name gets the help of the one above it";
   const std::string part = path.empty() ? between(manual, ".SH \"OPTIONS\"", ".SH")
                                         : between(manual, ".SS \"" + marked(heading), ".S");
   EXPECT_NE(part, "");
-  const std::string offered = printed(program, joined(joined({"--complete"}, path), {"-"}));
-  for (const std::string& option : options) {
-    EXPECT_THAT(offered, HasSubstr("\n" + option + "\t"));
-    const bool saidOnce = !path.empty() && (option == "--help" || option == "-h");
-    if (!saidOnce) {
-      EXPECT_THAT(part, HasSubstr("\\fB" + marked(option) + "\\fR"));
+  const Words begun = joined({"--complete"}, path);
+  const std::string offered =
+      printed(program, joined(begun, {"-"})) + printed(program, joined(begun, {""}));
+  const Words names = listed(printed(program, joined(path, {"--help"})));
+  EXPECT_THAT(names, testing::Contains("--help"));
+  for (const std::string& name : names) {
+    EXPECT_THAT(offered, HasSubstr("\n" + name + "\t"));
+    if (!name.starts_with('-')) {
+      compare(program, manual, heading + " " + name, joined(path, {name}));
+    } else if (name != "--help") {
+      EXPECT_THAT(part, HasSubstr("\\fB" + marked(name) + "\\fR"));
     }
   }
-  const std::string offeredCommands = printed(program, joined(joined({"--complete"}, path), {""}));
-  std::size_t count = commands.size();
-  for (const std::string& command : commands) {
-    EXPECT_THAT(offeredCommands, HasSubstr("\n" + command + "\t"));
-    count += compare(program, manual, heading + " " + command, joined(path, {command}));
-  }
-  return count;
 }
 
 TEST(ManualAndCompletion, CoverAllThatTheHelpLists) {
-  EXPECT_GE(compare(TOUCHCTL, printed(TOUCHCTL, {"--man"}), "touchctl", {}), 25U);
-  compare(TOUCHSIM, printed(TOUCHSIM, {"--man"}), "touchsim", {});
-  compare(TOUCHUTILITY, printed(TOUCHUTILITY, {"--man"}), "touchutility", {});
+  EXPECT_THAT(listed(printed(TOUCHCTL, {"serial", "--help"})), testing::Contains("write-word"));
+  compare(TOUCHCTL, printed(TOUCHCTL, {"--man"}), "touchctl");
+  compare(TOUCHSIM, printed(TOUCHSIM, {"--man"}), "touchsim");
+  compare(TOUCHUTILITY, printed(TOUCHUTILITY, {"--man"}), "touchutility");
 }
 
 TEST(Completion, IsWhatBashOffers) {
@@ -98,24 +81,16 @@ TEST(Completion, IsWhatBashOffers) {
   folder.write("my panel.vrq", "");
   const std::string file = (folder.path() / "my").string();
   // As bash cuts the line into words, the program first.
-  const struct {
-    Words line;
-    std::string offered;
-  } cases[] = {
+  const std::pair<Words, std::string> cases[] = {
       {{TOUCHCTL, "se"}, "set serial"},
-      {{TOUCHCTL, "get", "rot"}, "rotation"},
       {{TOUCHCTL, "set", "touch-mode", "d"}, "desktop drawing"},
-      {{TOUCHCTL, "set", "rotation", ""}, "0 90 180 270"},
       {{TOUCHCTL, "serial", "send", "--set", "=", "m"}, "m01"},
       {{TOUCHCTL, "--simulate", "--com", "1", "=", "/dev/x", "pins", ""}, "show set"},
-      {{TOUCHCTL, "info", "--js"}, "--json"},
       {{TOUCHCTL, "params", "load", file}, file + " panel.vrq"},
       {{TOUCHCTL, "--work-dir", file}, ""},
-      {{TOUCHCTL, "doctor", "--save", file}, file + " panel.vrq"},
       {{TOUCHCTL, "--com", "2", "=", file}, file + " panel.vrq"},
       {{TOUCHCTL, "no-such-command", ""}, ""},
       {{TOUCHSIM, "--controller", "RS232\\ DEVICE\\ 1"}, "RS232\\ DEVICE\\ 1"},
-      {{TOUCHUTILITY, "--sim"}, "--simulate"},
       {{TOUCHUTILITY, "--lang", ""}, "en de"},
   };
   for (const auto& [line, offered] : cases) {

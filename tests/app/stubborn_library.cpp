@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -18,11 +17,9 @@ const char* hostileText() {
   return std::getenv("HOSTILE_TEXT");
 }
 
-const std::array<std::string, 2>& names() {
-  static const std::array<std::string, 2> all = {
-      hostileText() != nullptr ? std::string("USB DEVICE ") + hostileText() : "USB DEVICE 1",
-      "USB DEVICE 2"};
-  return all;
+std::string nameOf(std::int32_t number) {
+  const bool isHostile = number == 1 && hostileText() != nullptr;
+  return "USB DEVICE " + (isHostile ? hostileText() : std::to_string(number));
 }
 
 template <typename... Arguments>
@@ -31,17 +28,16 @@ std::int32_t answer(std::string_view, const std::tuple<Arguments...>&) {
 }
 
 std::int32_t answer(std::string_view operation, const std::tuple<>&) {
-  return operation == "GetExistControllers" ? static_cast<std::int32_t>(names().size()) : 0;
+  return operation == "GetExistControllers" ? 2 : 0;
 }
 
 std::int32_t answer(std::string_view, const std::tuple<const char*>& open) {
-  return std::get<0>(open) == names()[0] ? 2 : 0;
+  return std::get<0>(open) == nameOf(1) ? 2 : 0;
 }
 
 std::int32_t answer(std::string_view, const std::tuple<std::int32_t, char*, std::int32_t>& name) {
   const auto [number, buffer, size] = name;
-  const std::string& text = names().at(static_cast<std::size_t>(number) - 1);
-  return std::snprintf(buffer, static_cast<std::size_t>(size), "%s", text.c_str());
+  return std::snprintf(buffer, static_cast<std::size_t>(size), "%s", nameOf(number).c_str());
 }
 
 std::int32_t answer(std::string_view operation,
