@@ -25,6 +25,7 @@
 #include "ui/scrollable.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
+#include "ui/window_end.h"
 
 namespace touch {
 
@@ -493,11 +494,7 @@ void frmRSDebug::end() {
   ended_ = true;
   timer_->stop();
   debugger_.leave();
-  // A click that is already on its way would open a dialog on a window that goes.
-  setEnabled(false);
-  hide();
-  // When the event in hand is through: what follows destroys this window or ends the program.
-  QTimer::singleShot(0, this, [this] { onEnded_(*putOff_); });
+  endWindow(*this, [this] { onEnded_(*putOff_); });
 }
 
 void frmRSDebug::closeEvent(QCloseEvent* event) {

@@ -24,6 +24,7 @@
 #include "ui/graphic.h"
 #include "ui/help.h"
 #include "ui/text.h"
+#include "ui/window_end.h"
 
 namespace touch {
 
@@ -383,9 +384,7 @@ void frmRsDraw::leave() {
   timer_->stop();
   drawing_->stop();
   if (parts_.simulation) parts_.simulation->lift();
-  hide();
-  // When the event in hand is through, which may be one of this window's own.
-  QTimer::singleShot(0, this, [this] {
+  endWindow(*this, [this] {
     deleteLater();
     onLeave_();
   });

@@ -2,8 +2,9 @@
 
 #include <QCloseEvent>
 #include <QScreen>
-#include <QTimer>
 #include <utility>
+
+#include "ui/window_end.h"
 
 namespace touch {
 
@@ -27,9 +28,7 @@ void FullScreenWindow::open() {
 void FullScreenWindow::leave() {
   if (left_) return;
   left_ = true;
-  hide();
-  // When whatever made it leave has returned to the event loop.
-  QTimer::singleShot(0, this, [this] {
+  endWindow(*this, [this] {
     deleteLater();
     onLeft_();
   });
