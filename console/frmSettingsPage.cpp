@@ -199,7 +199,12 @@ QWidget* frmSettingsPage::makeCursorHelp() {
   column->addWidget(show);
   column->addWidget(cursorHelp_);
   connect(show, &QPushButton::clicked, this, [this] {
-    cursorHelp_->setPlainText(shownText(cursorNote(workFolder_)));
+    const auto note = cursorNote(workFolder_);
+    if (!note) {
+      emit statusChanged(shownText(note.error().describe()));
+      return;
+    }
+    cursorHelp_->setPlainText(shownText(*note));
     cursorHelp_->show();
     cursorHelp_->setFocus();
     emit noteShown(cursorHelp_);

@@ -261,6 +261,8 @@ void MainConsole::debuggerOpened() {
 void MainConsole::debuggerEnded(bool exit) {
   if (!std::exchange(debugging_, false)) return;
   busy_ = false;
+  // Commands past the driver may have changed anything: no word read before them is to be written at the end.
+  parameters_.forget();
   if (exit && putOff_ == WayOut::none) putOff_ = WayOut::exit;
   view_.showIdle();
   if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) {
@@ -268,7 +270,6 @@ void MainConsole::debuggerEnded(bool exit) {
     return;
   }
   if (!selected_) return;
-  // Commands past the driver may have changed anything.
   const Action action(*this, say("console", "Reading the controller …"));
   readSettings();
   readIdentity();

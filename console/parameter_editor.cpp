@@ -7,6 +7,14 @@
 
 namespace touch {
 
+namespace {
+
+std::string unreadable(const WordError& error) {
+  return say("console", "The parameters cannot be read.") + ' ' + error.describe();
+}
+
+}  // namespace
+
 void ParameterEditor::forget() {
   table_ = ParameterTable();
   undo_.clear();
@@ -14,14 +22,19 @@ void ParameterEditor::forget() {
 
 std::string ParameterEditor::read() {
   const auto block = readBlock(access_);
-  if (!block)
-    return say("console", "The parameters cannot be read.") + ' ' + block.error().describe();
+  if (!block) return unreadable(block.error());
   table_.take(*block);
   return say("console", "The parameters are read.");
 }
 
-void ParameterEditor::readAgain() {
-  if (const auto block = readBlock(access_)) table_.take(*block);
+std::string ParameterEditor::readAgain() {
+  const auto block = readBlock(access_);
+  if (block) {
+    table_.take(*block);
+    return {};
+  }
+  table_.forgetOld();
+  return ' ' + unreadable(block.error());
 }
 
 std::string ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
@@ -49,16 +62,17 @@ std::string ParameterEditor::write() {
   if (write.end == WriteEnd::done || (write.end == WriteEnd::brokenOff && !isPutBack)) {
     undo_ = write.report.oldWords();
   }
+  std::string text =
+      outcome(write, say("console", "The parameters are written; Undo takes them back."));
   // What the user typed stays when nothing was written.
-  if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) readAgain();
-  return outcome(write, say("console", "The parameters are written; Undo takes them back."));
+  if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) text += readAgain();
+  return text;
 }
 
 std::string ParameterEditor::undo() {
   const BlockWrite write = undoBlock(access_, prompt_, backup_, undo_);
   if (write.end == WriteEnd::done || write.end == WriteEnd::nothingToWrite) undo_.clear();
-  readAgain();
-  return outcome(write, say("console", "The parameters are as they were before."));
+  return outcome(write, say("console", "The parameters are as they were before.")) + readAgain();
 }
 
 std::string ParameterEditor::load(const std::filesystem::path& file) {
@@ -101,12 +115,13 @@ std::string ParameterEditor::restoreDefaults() {
   if (!outcome.sent) return say("console", "Nothing was sent.");
   forget();
   if (outcome.before) undo_ = wordsOf(*outcome.before);
-  readAgain();
+  const std::string unread = readAgain();
   if (!outcome.restored)
-    return say("console", "The controller did not say that its defaults are restored.");
-  return outcome.before
-             ? say("console", "The defaults are restored; Undo takes the parameters back.")
-             : say("console", "The defaults are restored.");
+    return say("console", "The controller did not say that its defaults are restored.") + unread;
+  return (outcome.before
+              ? say("console", "The defaults are restored; Undo takes the parameters back.")
+              : say("console", "The defaults are restored.")) +
+         unread;
 }
 
 std::string ParameterEditor::reset() {

@@ -48,7 +48,9 @@ class ParameterEditor {
   std::optional<ParameterWord> parameter01() const;
 
  private:
-  void readAgain();
+  /// Returns what there is to add for the user when the controller does not let itself be read: then nobody knows what
+  /// it holds.
+  std::string readAgain();
   std::string outcome(const BlockWrite& write, const std::string& done) const;
 
   Access access_;

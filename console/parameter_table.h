@@ -39,6 +39,8 @@ class ParameterTable {
   void load(const ParameterBlock& file);
   /// Empties the new values. The old ones stay.
   void clear();
+  /// Empties the old values: the controller may hold others now. The new ones stay.
+  void forgetOld() { old_.reset(); }
 
   /// Empty texts where there is no value.
   std::string oldText(std::size_t row, WordByte byte) const;

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "core/clock.h"
 #include "core/exchange.h"
 #include "core/hex.h"
 #include "core/language.h"
@@ -62,6 +63,11 @@ Result<ParameterWord, WordError> readWord(const Access& access, std::uint8_t add
   if (!word) {
     reply = ask(connection, access.clock, frame, parameterWait);
     word = wordOf(reply);
+    if (word) {
+      // The second question is answered too. An answer has no address, and would be taken for the next word.
+      access.clock.delay(parameterWait);
+      connection.flush();
+    }
   }
   if (word) return *word;
   const auto problem =

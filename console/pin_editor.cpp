@@ -25,13 +25,16 @@ std::vector<PinProblem> PinEditor::problems() const {
 std::string PinEditor::read() {
   auto read = readPins(access_);
   if (!read) {
-    prompt_.message(read.error());
-    return read.error();
+    prompt_.message(read.error().reason);
+    if (!read.error().undefined) return read.error().reason;
+  } else {
+    definition_ = std::move(*read);
   }
-  definition_ = std::move(*read);
   // What an update replaced on another controller is no way back for this one.
   if (std::exchange(controller_, access_.session.controllerName) != controller_) old_.clear();
-  return say("console", "The pin definition is read.");
+  return read ? say("console", "The pin definition is read.")
+              : say("console",
+                    "The controller holds no pin definition; what you write is its first.");
 }
 
 std::string PinEditor::whyNotWritable() const {

@@ -130,14 +130,15 @@ std::vector<PinProblem> checkPins(const MessageTable& messages, const PinDefinit
   return problems;
 }
 
-Result<PinDefinition, std::string> readPins(const Access& access) {
+Result<PinDefinition, PinsUnread> readPins(const Access& access) {
   const auto typeWord = readWord(access, typeAddress);
   const auto type = typeWord ? sensorType(*typeWord) : std::nullopt;
-  if (!type) return access.session.messages[Message::sensorTypeError];
+  if (!type)
+    return PinsUnread{access.session.messages[Message::sensorTypeError], typeWord.has_value()};
   PinDefinition definition{*type, {}};
   for (std::size_t wire = 0; wire < wireNames(*type).size(); ++wire) {
     const auto word = readWord(access, wireAddress(wire));
-    if (!word) return word.error().describe();
+    if (!word) return PinsUnread{word.error().describe()};
     definition.wires.push_back({word->high, word->low});
   }
   return definition;

@@ -44,9 +44,16 @@ struct PinProblem {
 /// (message 3 for 128 and above), no channel and no bit used twice.
 std::vector<PinProblem> checkPins(const MessageTable& messages, const PinDefinition& definition);
 
+/// Why there is no definition to show.
+struct PinsUnread {
+  std::string reason;
+  /// The wire count could be read, and is neither 4 nor 5: nobody has defined this controller's pins.
+  bool undefined = false;
+};
+
 /// The definition that the controller holds, in order or not. Message 26 when the wire count cannot
 /// be read, or is neither 4 nor 5; otherwise the text says which wire cannot be read.
-Result<PinDefinition, std::string> readPins(const Access& access);
+Result<PinDefinition, PinsUnread> readPins(const Access& access);
 
 /// How an update of the pin definition ended.
 enum class PinsEnd { done, invalid, declined, typeUnreadable, brokenOff };

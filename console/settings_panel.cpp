@@ -7,27 +7,33 @@ namespace touch {
 void SettingsPanel::take(const DriverSettings& reported) {
   sensitivityEnabled_ = false;
   sensitivity_.reset();
+  panelSwitched_.reset();
   reported_ = reported;
   bars_ = TimingBars(reported);
 }
 
-void SettingsPanel::readAgain() {
-  reported_ = readset(access_);
+std::optional<DriverSettings> SettingsPanel::readAgain() {
+  const auto now = reportedSettings(access_);
+  if (now) reported_ = *now;
+  // Touches are switched by a command past the driver, which need not notice. A box that went back by itself would send
+  // the same command at every click, and never the one that takes it back.
+  if (panelSwitched_) reported_.reporting = *panelSwitched_;
+  return now;
 }
 
 std::string SettingsPanel::change(const Setting& setting, int value) {
   const SettingAnswer answer = setting.set(access_, prompt_, reported_, value);
+  if (answer.opened && setting.name == "touch-panel") panelSwitched_ = value != 0;
   // Bars that the user has moved and not yet confirmed stay where he put them.
-  readAgain();
-  return settingOutcome(setting, value, answer, reported_);
+  return settingOutcome(setting, value, answer, readAgain());
 }
 
 std::string SettingsPanel::confirm() {
   const ClickTiming asked = bars_.timing();
   const SettingAnswer answer = confirmTiming(access_, prompt_, asked);
-  readAgain();
-  bars_ = TimingBars(reported_);
-  if (!answer.opened) return say("console", "Timing: the controller cannot be opened");
+  const auto now = readAgain();
+  if (!answer.opened || !now) return say("console", "Timing: the controller cannot be opened");
+  bars_ = TimingBars(*now);
   if (bars_.timing() == asked) return say("console", "Double click and right click timing: set");
   return say(
       "console",

@@ -43,9 +43,11 @@ class SettingsPanel {
   DriverSettings reported_;
   TimingBars bars_{DriverSettings{}};
   std::optional<int> sensitivity_;
+  std::optional<bool> panelSwitched_;  ///< on or off, as was asked last on this controller
   bool sensitivityEnabled_ = false;
 
-  void readAgain();
+  /// What the driver reports after a change; nothing when the controller cannot be opened.
+  std::optional<DriverSettings> readAgain();
 };
 
 }  // namespace touch

@@ -263,10 +263,12 @@ InterfaceType interfaceType(std::string_view controllerName) {
   return InterfaceType::ps2;
 }
 
-std::string cursorNote(const std::filesystem::path& workingFolder) {
+Result<std::string, FileError> cursorNote(const std::filesystem::path& workingFolder) {
   std::string note = "\r\n";
-  const auto content = readWholeFile(workingFolder / "cursoroff.txt", largestCursorNote);
-  if (!content) return note;
+  const auto file = workingFolder / "cursoroff.txt";
+  if (std::error_code unknown; !std::filesystem::exists(file, unknown) && !unknown) return note;
+  const auto content = readWholeFile(file, largestCursorNote);
+  if (!content) return content.error();
   const std::string text = toUtf8(withoutByteOrderMark(*content));
   for (const std::string_view line : linesOf(text))
     note.append(line).append("\r\n");
@@ -308,16 +310,16 @@ std::string settingText(const Setting& setting, int value) {
 }
 
 std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer,
-                           const DriverSettings& reported) {
+                           const std::optional<DriverSettings>& reported) {
   const std::string label = say("console", setting.label);
   const std::string wanted = settingText(setting, asked);
-  if (!answer.opened) {
+  if (!answer.opened || !reported) {
     return filled(say("console", "%1: %2 was asked, the controller cannot be opened"),
                   {label, wanted});
   }
-  if (setting.get == nullptr || setting.get(reported) == asked) return label + ": " + wanted;
+  if (setting.get == nullptr || setting.get(*reported) == asked) return label + ": " + wanted;
   return filled(say("console", "%1: %2 was asked, the driver reports %3"),
-                {label, wanted, settingText(setting, setting.get(reported))});
+                {label, wanted, settingText(setting, setting.get(*reported))});
 }
 
 }  // namespace touch

@@ -87,8 +87,9 @@ InterfaceType interfaceType(std::string_view controllerName);
 inline constexpr std::size_t largestCursorNote = std::size_t{1} << 20U;
 
 /// The text of "Hide Cursor": an empty line, then the lines of "cursoroff.txt" in `workingFolder`,
-/// if it is there. Lines end with CR LF; the text is UTF-8.
-std::string cursorNote(const std::filesystem::path& workingFolder);
+/// if it is there. Lines end with CR LF; the text is UTF-8. An error when it is there and cannot be
+/// read.
+Result<std::string, FileError> cursorNote(const std::filesystem::path& workingFolder);
 
 /// One value that a setting can have.
 struct SettingChoice {
@@ -126,8 +127,8 @@ std::string settingText(const Setting& setting, int value);
 
 /// What came of setting it to `asked`: "Right button: on"; "Right button: on was asked, the driver
 /// reports off"; "Right button: on was asked, the controller cannot be opened". `reported` was read
-/// from the driver afterwards.
+/// from the driver afterwards, unless that could not be.
 std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer,
-                           const DriverSettings& reported);
+                           const std::optional<DriverSettings>& reported);
 
 }  // namespace touch

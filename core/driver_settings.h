@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "core/session.h"
 
@@ -8,8 +9,8 @@ namespace touch {
 
 /// The touch behaviour as the driver reports it. Numbers without a unit are the driver's own.
 struct DriverSettings {
-  int touchMode = 2;          ///< the touch-mode option to show, 1 to 3
-  int rightClickTime = 1000;  ///< milliseconds, 300 to 1200
+  int touchMode = 2;  ///< the touch-mode option to show: 1 to 3, or what else the driver says
+  int rightClickTime = 1000;  ///< milliseconds, 300 to 1200 as a rule
   bool rightClick = false;
   bool doubleClick = false;
   int doubleClickSpeed = 0;  ///< hundreds of milliseconds, 0 to 255
@@ -25,5 +26,9 @@ struct DriverSettings {
 /// Makes the driver take the controller's port back, then reads every setting. A touch mode or a right-click time out
 /// of range is put right in the driver.
 DriverSettings readset(const Access& access);
+
+/// Every setting as the driver reports it after a change; nothing is put right, since that would undo what the user has
+/// just asked for. Nothing when the controller cannot be opened.
+std::optional<DriverSettings> reportedSettings(const Access& access);
 
 }  // namespace touch

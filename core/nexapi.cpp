@@ -30,7 +30,9 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
     const std::optional<std::filesystem::path>& path) {
   const std::string shownName = path ? path->string() : makersLibrary;
   std::error_code failed;
-  const auto file = path ? std::filesystem::absolute(*path, failed) : std::filesystem::path();
+  // Windows finds a library's own libraries beside it only when its path has the system's own separators.
+  const auto file =
+      path ? std::filesystem::absolute(*path, failed).make_preferred() : std::filesystem::path();
   if (failed) return BindError{shownName, failed.message()};
   auto library = path ? SharedLibrary::loadPath(file) : SharedLibrary::loadNamed(makersLibrary);
   if (!library) return BindError{shownName, library.error()};

@@ -890,6 +890,10 @@
         <source>It is shown on &quot;Hide Cursor&quot;.</source>
         <translation>Sie wird bei „Mauszeiger verbergen“ angezeigt.</translation>
     </message>
+    <message>
+        <source>The controller holds no pin definition; what you write is its first.</source>
+        <translation>Der Controller hat keine Pinbelegung; was Sie schreiben, ist seine erste.</translation>
+    </message>
 </context>
 <context>
     <name>core</name>

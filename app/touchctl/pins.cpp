@@ -91,7 +91,7 @@ nlohmann::ordered_json jsonOf(const PinDefinition& definition,
 ExitStatus showPins(Shell& shell) {
   const auto pins = readPins(shell.access());
   if (!pins) {
-    complain(pins.error());
+    complain(pins.error().reason);
     return ExitStatus::failed;
   }
   const auto problems = checkPins(shell.access().session.messages, *pins);

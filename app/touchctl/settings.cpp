@@ -92,12 +92,12 @@ ExitStatus changeSetting(Shell& shell, const Setting& setting, int value) {
   const auto current = readSettings(shell);
   if (!current) return ExitStatus::failed;
   const SettingAnswer answer = setting.set(shell.access(), shell.prompt(), *current, value);
-  const DriverSettings reported = readset(shell.access());
+  const auto reported = reportedSettings(shell.access());
   print("{}\n", settingOutcome(setting, value, answer, reported));
 
   // Only of numbers does the driver say whether it took them.
   const bool refused = setting.choices.empty() && answer.result == 0;
-  const bool kept = setting.get == nullptr || setting.get(reported) == value;
+  const bool kept = reported && (setting.get == nullptr || setting.get(*reported) == value);
   return answer.opened && kept && !refused ? ExitStatus::done : ExitStatus::failed;
 }
 

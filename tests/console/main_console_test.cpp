@@ -187,6 +187,26 @@ TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
   EXPECT_EQ(steps(), opened + closingStep + Lines{"end"}) << "the way out that was put off";
 }
 
+TEST_F(Console, WritesAtItsEndNoWordThatTheDebuggerMayHaveChanged) {
+  script.replies["Uu"] = {test::bytesOf("1234567892")};
+  for (const bool debugged : {false, true}) {
+    MainConsole another{access(), prompt, view, port, folder.path()};
+    another.startUp(10);
+    for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
+      script.replies[std::string("GP0") + address] = {replyOf("01234")};
+    another.parameters().read();
+    journal.clear();
+    if (debugged) {
+      another.debuggerOpened();
+      another.debuggerEnded(true);
+    } else {
+      another.exit();
+    }
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer SP011234") > 0, !debugged);
+    EXPECT_EQ(journal.back(), "end");
+  }
+}
+
 TEST_F(Console, GuardsDebuggerAndPinDefinitionWithThePassword) {
   startUp();
   console.requestDebugger("");

@@ -20,7 +20,8 @@ TEST_F(ParameterWords, AreAskedForTwiceAndNotMadeOfGarbage) {
   EXPECT_EQ(*readWord(access(), 0x0A), (ParameterWord{0x1A, 0xFF}));
   EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer GP0A",
                             "delay 200", "ReadBuffer 10", "WriteBuffer GP0A", "delay 200",
-                            "ReadBuffer 10", "CloseController"}));
+                            "ReadBuffer 10", "delay 200", "FlushReadBuffer", "CloseController"}))
+      << "the answer to the second question is not left to be the next word";
   // A reply is 0x01, "0" and the word, 0x0D.
   for (const char* reply : {"", "\0011\r", "\00101AF\r", "\00101AFF0\r", "\00111AFF\r",
                             "\00101AFG\r", "\0010-1AF\r", "y01AFF\r", "\00101AFF\n"}) {
@@ -180,6 +181,12 @@ TEST_F(BlockWriting, OfTheEditorForgetsWhatIsStaleAndUndoesOnlyTheLast) {
   editor.table().edit(3, WordByte::high, "AB");
   editor.write();
   ASSERT_TRUE(editor.canUndo());
+  prompt.onMessage = [this] { memory.erase(5); };
+  editor.table().edit(3, WordByte::high, "AC");
+  EXPECT_TRUE(editor.write().ends_with("Word 05: the controller's answer holds no parameter word"));
+  EXPECT_EQ(editor.parameter01(), std::nullopt) << "nobody knows what the controller holds";
+  EXPECT_EQ(editor.table().newText(3, WordByte::high), "AC");
+  prompt.onMessage = nullptr;
   editor.forget();  // as after a calibration
   EXPECT_EQ(editor.parameter01(), std::nullopt);
   EXPECT_FALSE(editor.canUndo());

@@ -31,7 +31,7 @@ class ParameterDesk : public Desk {
   /// The writes of the journal.
   Lines written() const { return matching("^WriteBuffer SP"); }
   /// What the user was told and asked.
-  Lines said() const { return matching("^(message|confirm) "); }
+  Lines said() const { return matching("^(message|confirm|proceed) "); }
 
  private:
   Lines matching(const char* expression) const {

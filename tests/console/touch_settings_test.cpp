@@ -1,6 +1,8 @@
 #include "console/touch_settings.h"
 
+#include "console/settings_panel.h"
 #include "tests/support/desk.h"
+#include "tests/support/temporary_folder.h"
 
 namespace touch {
 namespace {
@@ -75,9 +77,31 @@ TEST_F(TouchSettings, SayWhenTheControllerCannotBeOpened) {
   script.results["OpenController"] = 1;
   for (const Setting& each : settingTable()) {
     const auto answer = each.set(access(), prompt, {}, each.lowest);
-    EXPECT_THAT(settingOutcome(each, each.lowest, answer, {}),
+    EXPECT_THAT(settingOutcome(each, each.lowest, answer, DriverSettings{}),
                 testing::EndsWith(" was asked, the controller cannot be opened"));
   }
+}
+
+TEST_F(TouchSettings, OfThePanelStayAsTheyWereAskedFor) {
+  SettingsPanel panel(access(), prompt);
+  panel.take({.rightClickTime = 700, .doubleClickSpeed = 4, .doubleClickArea = 9});
+  panel.change(setting("touch-panel"), 1);
+  panel.change(setting("up-sound"), 0);
+  EXPECT_TRUE(panel.reported().reporting) << "although this driver has not noticed";
+
+  script.results["OpenController"] = 1;
+  panel.moveBar(Bar::doubleClickSpeed, 5);
+  EXPECT_EQ(panel.confirm(), "Timing: the controller cannot be opened");
+  EXPECT_EQ(panel.bars().timing(), (ClickTiming{700, 5, 9})) << "not what nobody has read";
+}
+
+TEST(CursorNote, IsTheFilesTextIfThereIsAFile) {
+  const test::TemporaryFolder folder;
+  EXPECT_EQ(*cursorNote(folder.path()), "\r\n");
+  folder.write("cursoroff.txt", "one\ntwo");
+  EXPECT_EQ(*cursorNote(folder.path()), "\r\none\r\ntwo\r\n");
+  folder.write("cursoroff.txt", std::string(largestCursorNote + 1, 'x'));
+  EXPECT_FALSE(cursorNote(folder.path())) << "there is one, and it is not shown";
 }
 
 TEST_F(TouchSettings, RefuseWhatIsNoValueAndSayWhatIs) {

@@ -74,6 +74,13 @@ TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
     EXPECT_EQ(settings.rightClickTime, mended ? 1000 : time);
     std::erase_if(journal, [](const auto& line) { return !line.starts_with("Set"); });
     EXPECT_EQ(journal, mended ? (Lines{"SetReportMode 1", "SetRightClickTime 1000"}) : Lines{});
+
+    journal.clear();
+    const auto afterAChange = reportedSettings(access());
+    EXPECT_EQ(afterAChange->touchMode, mode & 0xFF);
+    EXPECT_EQ(afterAChange->rightClickTime, time);
+    EXPECT_THAT(journal, testing::Each(testing::Not(testing::ContainsRegex("^(Set|Reopen)"))))
+        << "what was asked for is not undone";
   }
 }
 

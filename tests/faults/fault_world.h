@@ -22,6 +22,7 @@ class FaultWorld final : public ParameterDesk {
   explicit FaultWorld(FaultPlan faults) : plan(faults) {
     planObeyed = &plan;
     sentBytes = 0;
+    script.results["GetRightClickTime"] = 1000;
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     script.replies["CR"] = script.replies["CX"] = script.replies["R"] = {acknowledgement};
