@@ -1,5 +1,7 @@
 #include "serial/debugger_exchange.h"
 
+#include <array>
+#include <map>
 #include <set>
 
 #include "serial/command_sets.h"
@@ -139,7 +141,7 @@ TEST_F(DebuggerExchangeTest, SendsNothingWithoutWhatTheCommandNeeds) {
     journal.clear();
     EXPECT_FALSE(send(set, choice)) << choice.entry;
     EXPECT_EQ(journal, told) << choice.entry;
-    EXPECT_EQ(serial.unread, 0u) << choice.entry;
+    EXPECT_EQ(serial.unread, Bytes()) << choice.entry;
   }
   port.giveBack();
   for (const auto& [set, entry] : {std::pair(m01, "UT=Unit Type[w]"), std::pair(m01, "N72toN81"),
@@ -161,10 +163,18 @@ TEST_F(DebuggerExchangeTest, NoSecondOneStartsInsideTheFirst) {
 }
 
 TEST(CommandSets, HaveTheSettingsOfAnE02PositionWhateverItsLetter) {
-  const SettingList list = settingListAt(7).value();
-  EXPECT_EQ(list.caption, "Power Saving Mode");
-  EXPECT_THAT(list.items, testing::ElementsAre("0 - Keep Power On", "1 - Power Saving Mode"));
-  EXPECT_EQ(e02Packet(7, 0) + e02Packet(7, 1) + e02Packet(7, 2), "UL0345678SUL1345678S");
+  std::string listed;
+  for (const std::size_t position : {6, 7, 8, 9}) {
+    const auto list = settingListAt(position);
+    if (!list) continue;
+    listed.append(list->caption) += ':';
+    for (const std::size_t item : {0, 1})
+      listed.append(list->items[item]) += '=' + e02Packet(position, item) + ';';
+  }
+  EXPECT_EQ(listed,
+            "Power Saving Mode:0 - Keep Power On=UL0345678S;1 - Power Saving Mode=UL1345678S;"
+            "Operating Mode:1 - Stream Mode=UM1345678S;2 - Untouch Mide=UM2345678S;");
+  EXPECT_EQ(e02Packet(7, 2) + e02Packet(9, 0), "");
 }
 
 }  // namespace

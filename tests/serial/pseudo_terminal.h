@@ -7,7 +7,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -49,16 +48,16 @@ class PseudoTerminal {
     }
   }
 
-  /// Everything that comes until the last bytes are `end`, or until nothing comes any more.
-  std::vector<std::uint8_t> receiveUntil(std::span<const std::uint8_t> end) const {
-    return receiveUnless([&](const auto& all) {
-      return all.size() >= end.size() && std::equal(end.rbegin(), end.rend(), all.rbegin());
-    });
-  }
-
   /// The next `count` bytes; fewer when they do not come although given ample time.
   std::vector<std::uint8_t> receive(std::size_t count) const {
-    return receiveUnless([count](const auto& all) { return all.size() >= count; });
+    std::vector<std::uint8_t> all;
+    pollfd state{master_, POLLIN, 0};
+    std::uint8_t byte = 0;
+    while (all.size() < count && poll(&state, 1, static_cast<int>(patience.count())) > 0 &&
+           ::read(master_, &byte, 1) == 1) {
+      all.push_back(byte);
+    }
+    return all;
   }
 
   /// Sends as fast as the line takes it, whatever its length.
@@ -84,18 +83,6 @@ class PseudoTerminal {
 
  private:
   static constexpr std::chrono::milliseconds patience{5000};
-
-  template <typename IsEnough>
-  std::vector<std::uint8_t> receiveUnless(const IsEnough& isEnough) const {
-    std::vector<std::uint8_t> all;
-    pollfd state{master_, POLLIN, 0};
-    std::uint8_t byte = 0;
-    while (!isEnough(all) && poll(&state, 1, static_cast<int>(patience.count())) > 0 &&
-           ::read(master_, &byte, 1) == 1) {
-      all.push_back(byte);
-    }
-    return all;
-  }
 
   int arrived() const {
     int count = 0;

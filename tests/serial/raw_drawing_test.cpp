@@ -67,7 +67,7 @@ TEST_F(RawDrawingTest, FitsTheObservedRangeWhereThereIsOne) {
 }
 
 TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
-  play({{10ms, {0xD8, 0x05}},
+  play({{10ms, {0x80, 0xFF, 0xD8, 0x05}},
         {60ms, Bytes{0x41} + tablet(0xD8, 1000, 2000) + Bytes{0x43} + tablet(0x98, 9000, 9000) +
                    Bytes{0xD8, 0x01}}});
   drawing->options.monitorOnly = true;
@@ -75,7 +75,9 @@ TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
   drawing->options.monitorOnly = false;
   clock.delay(50ms);
   const std::string& text = drawing->monitor().text();
-  ASSERT_EQ(text, "\n  --- D8 05 41   --- D8 68 07 50 0F 43   --- 98 28 46 28 46   --- D8 01 ");
+  ASSERT_EQ(text,
+            "\n  --- 80   --- FF   --- D8 05 41   --- D8 68 07 50 0F 43   --- 98 28 46 28 46 \n  "
+            "--- D8 01 ");
   const auto part = [&](TextRange range) {
     return text.substr(range.begin, range.end - range.begin);
   };
@@ -99,17 +101,6 @@ TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
   EXPECT_FALSE(drawing->dotOfTextAt(text.find("50")) || drawing->bytesOfDotAt({1000, 2000}));
   drawing->clearMonitor();
   EXPECT_EQ(stray(), "");
-}
-
-TEST(HexMonitorText, BreaksTheLineBeforeEveryFifthStatusByteAndStopsGrowing) {
-  HexMonitor monitor;
-  monitor.add(Bytes{0x0A, 0x80, 0xFF, 0x7F, 0x81, 0x82, 0x83, 0x84}, 0);
-  EXPECT_EQ(monitor.text(), "0A \n  --- 80   --- FF 7F   --- 81   --- 82   --- 83 \n  --- 84 ");
-  monitor.clear();
-  monitor.add(Bytes(3000, 0x41), 7);
-  EXPECT_EQ(monitor.text().size(), 8001u) << "2667 bytes: the text was not yet longer than 8000";
-  EXPECT_EQ(monitor.rangeOf(7, 3000), (TextRange{0, 8000}));
-  EXPECT_FALSE(monitor.rangeOf(7 + 2667, 1) || monitor.rangeOf(6, 1));
 }
 
 }  // namespace

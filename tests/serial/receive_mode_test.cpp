@@ -114,15 +114,6 @@ TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
                 stroke(400, 2, "5.00"), 192);
 }
 
-TEST_F(ReceiveModeTest, ShowsWhatWaitsForItsEndWhenTheSetChangesOrReceivingEnds) {
-  modeHearing({{10ms, {0xD8, 1}}, {210ms, bytesOf("UT")}, {450ms, {0x82}}});
-  EXPECT_EQ(consoleAfter(200ms), Lines{});
-  session.commandSet = e02;
-  EXPECT_EQ(consoleAfter(200ms), Lines{"D8 01"});
-  mode->debug();
-  EXPECT_EQ(shown(log.lines().back()).substr(8, 5), "55 54");
-}
-
 TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
   ASSERT_EQ(port.take(), std::nullopt);
   ReceiveMode besides({session, clock, prompt, log, {}},
