@@ -102,6 +102,7 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {stubborn("params read"), 1, "", "Word 00: the controller does not answer"},
       {stubborn("calibrate"), 1, "", "(--simulate)"},
       {"--driver @/none.so list", 3, "", "'touchctl doctor'"},
+      {"--driver @/good.vrq list", 3, "", "/good.vrq: file too short"},
       {"--driver \"" INCOMPLETE_LIBRARY "\" list", 3, "", "IsPenUp"},
       {stubbornly + "list", 4, "USB DEVICE 2", "answers"},
       {stubborn("reset", "X"), 4, "", "there is no controller \"X\""},
@@ -112,6 +113,8 @@ TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},
       {"--work-dir @/none list", 2, "", "none"},
+      {"frobnicate", 2, "", "frobnicate"},
+      {"set rotation", 2, "", "VALUE is required"},
       {"get colour", 2, "", "there are up-sound, down-sound, "},
       {"set rotation 45", 2, "", "expected 0, 90, 180 or 270, found"},
       {"params write 08=1A2B", 2, "", "found \"08=1A2B\""},
@@ -137,6 +140,8 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
       {"--simulate serial find-port --json", 0, "\"port\": 1", ""},
   });
   EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1  pass"));
+  const json measured = json::parse(run("linearity @/lines.fdw --json").output);
+  EXPECT_NEAR(measured.at("/lines/0/all/maximum"_json_pointer).get<double>(), 0.53, 0.01);
 }
 
 TEST_F(Touchctl, TalksPastTheDriver) {
@@ -189,6 +194,8 @@ TEST_F(Touchctl, SavesComparesAndWritesParameters) {
   expectAll({
       {usb("params diff @/kept.vrq"), 0, "The controller and the file hold the same words.\n", ""},
       {usb("params diff @/good.vrq --json"), 1, "\"file\": \"0F10\"", ""},
+      {usb("params diff @/good.vrq --json"), 1, "\"equal\": false", ""},
+      {usb("params diff @/none.vrq"), 1, "", "none.vrq: expected a file, found none"},
       {usb("params write 03=1A2B"), 0, "USB_DEVICE_2.vrq", ""},
   });
   EXPECT_THAT(folder.read("backup/journal.txt"), HasSubstr("\t03\t0000\t1A2B\twritten"));
