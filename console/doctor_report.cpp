@@ -70,7 +70,7 @@ std::string findingsAsJson(const Diagnosis& diagnosis) {
   const nlohmann::ordered_json object = {{"problems", diagnosis.count(FindingState::problem)},
                                          {"notes", diagnosis.count(FindingState::note)},
                                          {"findings", std::move(findings)}};
-  return object.dump(2) + '\n';
+  return object.dump(2, ' ', true) + '\n';
 }
 
 }  // namespace touch

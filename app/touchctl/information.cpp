@@ -20,7 +20,7 @@ ExitStatus listControllers(Shell& shell) {
       controllers.push_back(
           {{"number", i + 1}, {"name", toUtf8(list.names[i])}, {"chosen", list.answered == i}});
     }
-    print("{}\n", controllers.dump(2));
+    printJson(controllers);
   } else if (!list.names.empty()) {
     print(" No  Device\n");
     for (std::size_t i = 0; i < list.names.size(); ++i) {
@@ -59,7 +59,7 @@ void printAsJson(const std::string& controller, const std::vector<std::string>& 
                                  {"firmware", toUtf8(identity.firmware)},
                                  {"information", lines},
                                  {"settings", settingsAsJson(settingTable(), reported)}};
-  print("{}\n", object.dump(2));
+  printJson(object);
 }
 
 }  // namespace

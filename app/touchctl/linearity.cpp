@@ -106,7 +106,7 @@ void printLinesAsJson(const std::vector<LineResult>& results, const MeasuredPane
         {"unit", limits.unit == LimitUnit::millimetres ? "mm" : "percent"}}},
       {"lines", lines},
       {"passed", passed}};
-  print("{}\n", report.dump(2));
+  printJson(report);
 }
 
 void printLinesAsText(const std::vector<LineResult>& results, const MeasuredPanel& panel,

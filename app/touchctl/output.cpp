@@ -1,6 +1,7 @@
 #include "app/touchctl/output.h"
 
 #include <cstdio>
+#include <nlohmann/json.hpp>
 #include <system_error>
 
 namespace touch {
@@ -21,6 +22,10 @@ void write(std::FILE* stream, std::string_view text) {
 
 void printText(std::string_view text) {
   write(stdout, text);
+}
+
+void printJson(const nlohmann::ordered_json& value) {
+  print("{}\n", value.dump(2, ' ', true));
 }
 
 bool flushOutput() {

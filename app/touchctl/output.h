@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <nlohmann/json_fwd.hpp>
 #include <string_view>
 #include <utility>
 
@@ -15,6 +16,10 @@ template <typename... Values>
 void print(fmt::format_string<Values...> format, Values&&... values) {
   printText(fmt::format(format, std::forward<Values>(values)...));
 }
+
+/// Prints a value over several lines. All of it is ASCII: a terminal obeys some characters that JSON would leave as they
+/// are, and a controller's name may have any.
+void printJson(const nlohmann::ordered_json& value);
 
 /// Brings what was printed to whoever reads it; false when that cannot be done.
 bool flushOutput();

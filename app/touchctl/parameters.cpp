@@ -81,7 +81,7 @@ ExitStatus readParameters(Shell& shell) {
   }
   if (shell.options().json) {
     const ordered_json object = {{"controller", toUtf8(shell.controller())}, {"words", words}};
-    print("{}\n", object.dump(2));
+    printJson(object);
   }
   return ExitStatus::done;
 }
@@ -144,7 +144,7 @@ ExitStatus compareParameters(Shell& shell, const ParameterBlock& file) {
   table.take(*block);
   const auto differences = table.compare(file);
   if (shell.options().json) {
-    print("{}\n", jsonOf(differences).dump(2));
+    printJson(jsonOf(differences));
   } else {
     printDifferences(differences);
   }

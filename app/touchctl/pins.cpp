@@ -96,7 +96,7 @@ ExitStatus showPins(Shell& shell) {
   }
   const auto problems = checkPins(shell.access().session.messages, *pins);
   if (shell.options().json) {
-    print("{}\n", jsonOf(*pins, problems).dump(2));
+    printJson(jsonOf(*pins, problems));
     return ExitStatus::done;
   }
   print("{} wires\nWire  Channel  Bit\n", pins->wires.size());

@@ -228,7 +228,7 @@ ExitStatus rate(const SerialWork& work) {
     return ExitStatus::failed;
   }
   if (work.shell.json) {
-    print("{}\n", jsonOf(*stroke, mode.ceiling()).dump(2));
+    printJson(jsonOf(*stroke, mode.ceiling()));
     return ExitStatus::done;
   }
   const auto lines = rateLines(*stroke);
@@ -273,7 +273,7 @@ ExitStatus send(const SerialWork& work, const std::string& word,
   if (work.shell.json) {
     const ordered_json object = {
         {"command", word}, {"text", reply->text}, {"bytes", hexText(reply->bytes)}};
-    print("{}\n", object.dump(2));
+    printJson(object);
   } else {
     print("{}\n{}\n", printable(reply->text), reply->hex);
   }
@@ -299,7 +299,7 @@ ExitStatus printWord(const SerialWork& work, const std::string& address) {
   const auto word = readWord(work, address);
   if (!word) return ExitStatus::failed;
   if (work.shell.json) {
-    print("{}\n", ordered_json({{"address", address}, {"word", *word}}).dump(2));
+    printJson(ordered_json({{"address", address}, {"word", *word}}));
   } else {
     print("{}  {}\n", address, *word);
   }
@@ -332,8 +332,7 @@ ExitStatus writeWord(const SerialWork& work, const std::string& address, const s
 ExitStatus findPort(const SerialWork& work) {
   const auto found = work.port.comporttest();
   if (work.shell.json) {
-    print("{}\n",
-          ordered_json({{"port", found ? ordered_json(*found) : ordered_json(nullptr)}}).dump(2));
+    printJson(ordered_json({{"port", found ? ordered_json(*found) : ordered_json(nullptr)}}));
   } else if (found) {
     print("COM{}\n", *found);
   }

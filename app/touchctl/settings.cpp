@@ -60,7 +60,7 @@ ExitStatus showSettings(Shell& shell, std::span<const Setting> settings) {
   const auto reported = readSettings(shell);
   if (!reported) return ExitStatus::failed;
   if (shell.options().json) {
-    print("{}\n", settingsAsJson(settings, *reported).dump(2));
+    printJson(settingsAsJson(settings, *reported));
     return ExitStatus::done;
   }
   for (const Setting& setting : settings) {

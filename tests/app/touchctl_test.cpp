@@ -51,10 +51,7 @@ class Touchctl : public testing::Test {
       EXPECT_EQ(ended.status, status);
       EXPECT_THAT(ended.output, HasSubstr(output));
       EXPECT_THAT(ended.errors, HasSubstr(errors));
-      if (line.ends_with("--json")) {
-        EXPECT_TRUE(json::accept(ended.output));
-        continue;
-      }
+      EXPECT_TRUE(!line.ends_with("--json") || json::accept(ended.output));
       const std::string text = ended.output + ended.errors;
       EXPECT_EQ(text.find_first_of("\x1B\a\t\x7F\r"), text.npos) << text;
       EXPECT_EQ(text.find("\xC2\x9B"), text.npos) << text;
@@ -82,6 +79,7 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {usb("get"), 0, "rotation            0\n", ""},
       {usb("set right-click-time 700"), 0, "Right click response time: 700 ms\n", "Update OK"},
       {"linearity @/lines.fdw", 0, "V-1         4     0.13     0.53     0.00     0.26", ""},
+      {"linearity @/lines.fdw --limit 0.2 --percent", 0, "limit 0.2 %", ""},
       {"linearity @/lines.fdw --panel-size 500x375", 0, "Panel 500.0 x 375.0 mm; limit 1 mm", ""},
       {usb("monitor 2"), 0, "", "Setting OK"},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
@@ -94,6 +92,7 @@ TEST_F(Touchctl, SaysWhatFailed) {
   expectAll({
       {"--simulate --trace @/no/file list", 1, "", "/no/file cannot be written"},
       {"linearity @/lines.fdw --limit 0.5", 1, "  FAIL\nFAIL\n", ""},
+      {"linearity @/lines.fdw @/good.vrq", 1, "", "good.vrq, line 1: expected \"Line #\""},
       {"--simulate params load @/good.vrq", 1, "",
        "Are you sure ?! Not at a terminal: say --yes to go on."},
       {stubborn("set right-click on"), 1, "Right button: on was asked, the driver reports off\n",
