@@ -168,10 +168,10 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
     return run("--com 1=/dev/none --com 2=" + device + " serial " + line + " --no-driver");
   };
   EXPECT_EQ(listen("find-port").output, "COM2\n");
-  const Ended heard = listen("monitor --port 2 --seconds 1.5");
+  const Ended heard = listen("monitor --port 2 --seconds 3");
   EXPECT_THAT(heard.output, HasSubstr("= touch X   130 Y   388"));
   EXPECT_THAT(heard.errors, HasSubstr("zevrik.fmt, line 2: expected five fields"));
-  EXPECT_EQ(listen("record @/kept.txt --port 2 --seconds 1.5").status, 0);
+  EXPECT_EQ(listen("record @/kept.txt --port 2 --seconds 3").status, 0);
   EXPECT_THAT(run("serial decode @/kept.txt").output, HasSubstr("touch X   130 Y   388"));
   EXPECT_EQ(listen("record @/kept.txt --port 2").status, 1) << "it is there already";
 }

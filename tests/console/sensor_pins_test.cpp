@@ -42,8 +42,10 @@ TEST_F(SensorPins, AreReadAsTheyAre) {
   memory.erase(0x84);
   EXPECT_EQ(readPins(access()).error().reason,
             "Word 84: the controller's answer holds no parameter word");
-  memory[0x80] = {4, 4};
-  EXPECT_EQ(readPins(access()).error().reason, "Read Sensor Type Error!!");
+  for (const ParameterWord& type : {ParameterWord{0, 3}, {0, 6}, {4, 4}}) {
+    memory[0x80] = type;
+    EXPECT_EQ(readPins(access()).error().reason, "Read Sensor Type Error!!") << wordText(type);
+  }
 }
 
 TEST_F(SensorPins, AreUpdatedWithTheSensorDisconnectedAndCanBePutBack) {

@@ -85,6 +85,7 @@ TEST_F(TouchSettings, SayWhenTheControllerCannotBeOpened) {
 TEST_F(TouchSettings, OfThePanelStayAsTheyWereAskedFor) {
   SettingsPanel panel(access(), prompt);
   panel.take({.rightClickTime = 700, .doubleClickSpeed = 4, .doubleClickArea = 9});
+  EXPECT_FALSE(panel.changeSensitivity(4)) << "the page is not filled yet";
   panel.change(setting("touch-panel"), 1);
   panel.change(setting("up-sound"), 0);
   EXPECT_TRUE(panel.reported().reporting) << "although this driver has not noticed";

@@ -120,6 +120,19 @@ TEST_F(OnTheCanvas, DrawsJoinedLinesOrPoints) {
   EXPECT_EQ(picture().size(), 5u) << "and nothing where the pen was up";
 }
 
+TEST(CanvasTables, SayWhatTheirEntriesDo) {
+  const MessageTable messages;
+  const auto help = helpLines(messages);
+  std::map<CanvasAction, std::string> said;
+  for (std::size_t line = 0; line < help.size(); ++line) {
+    const auto action = actionOfHelpLine(line);
+    ASSERT_TRUE(action) << help[line];
+    said.emplace(*action, help[line]);
+  }
+  for (const CanvasMenuEntry& entry : canvasMenu)
+    EXPECT_THAT(said[entry.action], EndsWith(messages.at(entry.message)));
+}
+
 TEST_F(OnTheCanvas, OpensTheMenuWhereNoStrokeIsMeantToBegin) {
   keys("2");
   const struct {

@@ -52,6 +52,7 @@ TEST(DrawingFile, SaysWhereItIsDamaged) {
       {"GIF89a", "1: expected \"Line #\" and a stroke's number, found \"GIF89a\""},
       {"Line #000\r\n 16 \r\n", "2: expected a palette index from 0 to 15, found \"16\""},
       {"Line #000\r\n 1 \r\n 3", "3: expected a draw width of 1 or 2, found \"3\""},
+      {start + " 0 ", "4: expected a count of samples from 1 to 3001, found \"0\""},
       {start + " 3002 ", "4: expected a count of samples from 1 to 3001, found \"3002\""},
       {start + " 2 \r\n 1 2\r\n 3 ", "6: expected the y of a sample, found the end of the file"},
       {start + " 2 \r\n 1 2\r\nLine #001", "6: expected the x of a sample, found \"Line\""},

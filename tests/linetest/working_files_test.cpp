@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
@@ -76,6 +78,17 @@ TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWrittenOrIsInUse) {
   EXPECT_EQ(files.clear(), std::nullopt);
   EXPECT_EQ(moved.left().strokes.size(), 1u);
   EXPECT_EQ(third.left().strokes.size(), 1u);
+
+  const test::TemporaryFolder killed;
+  const auto write = [&] {
+    const WorkingFiles mine(killed.path(), killed.path());
+    mine.write(0, stroke);
+    std::raise(SIGKILL);
+  };
+  EXPECT_EXIT(write(), testing::KilledBySignal(SIGKILL), "");
+  const WorkingFiles after(killed.path(), other.path());
+  EXPECT_EQ(after.folder(), killed.path() / "tmp") << "nobody holds it";
+  EXPECT_EQ(after.left().strokes.size(), 1u);
 
   const WorkingFiles nowhere(full.path() / "tmp", full.path() / "tmp");
   EXPECT_EQ(nowhere.write(0, stroke).value().expected, "a place that can be written");

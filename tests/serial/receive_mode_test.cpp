@@ -65,6 +65,14 @@ TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
                                          "lift  X  4112 Y   176 | 98 10 20 30 01", "D8 01", "02"}));
   mode->setReplyFormat(false);
   EXPECT_EQ(consoleAfter(400ms).back(), "lift  raw X  4112 Y   176 | 98 10 20 30 01");
+
+  modeHearing({{10ms, {0xD8, 1}}, {210ms, bytesOf("UT")}}).receive();
+  clock.delay(200ms);
+  session.commandSet = e02;
+  clock.delay(200ms);
+  mode->debug();
+  EXPECT_THAT(shown(log.lines()), testing::ContainsRegex("< D8 01 .*\n.*< 55 54 "))
+      << "what waits for the end of its packet is shown all the same";
 }
 
 TEST_F(ReceiveModeTest, ShowsAnE02PacketWholeAlthoughItsPointIsKnownEarlier) {

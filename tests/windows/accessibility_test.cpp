@@ -68,7 +68,9 @@ TEST_F(Accessibility, TabReachesEveryControlAndShowsWhereItIs) {
 }
 
 double luminance(QRgb colour) {
-  return std::pow(qGray(colour) / 255.0, 2.2);
+  const auto light = [](int part) { return std::pow(part / 255.0, 2.2); };
+  return 0.2126 * light(qRed(colour)) + 0.7152 * light(qGreen(colour)) +
+         0.0722 * light(qBlue(colour));
 }
 
 /// Of the text against what it stands on: the colour that covers most, and the one that differs most from it.

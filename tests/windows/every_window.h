@@ -108,7 +108,7 @@ class EveryWindow : public DrawingDesk {
                      controller, screen, size_, [] {});
       open(window);
       QTest::mouseClick(find<QWidget>(window, "drawingCanvas"), Qt::RightButton, {},
-                        {size_.width() - 5, 5});
+                        {size_.width() - 5, size_.height() - 5});
       visit_("frmDraw, menu", window);
       for (const auto& [key, state] :
            {std::pair(Qt::Key_F1, "help"), std::pair(Qt::Key_T, "results")}) {

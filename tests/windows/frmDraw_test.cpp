@@ -1,5 +1,6 @@
 #include "linetest/frmDraw.h"
 
+#include "console/simulated_faults.h"
 #include "tests/windows/window_desk.h"
 
 namespace touch::test {
@@ -111,6 +112,13 @@ TEST_F(DrawWindow, TheInkShowsWhatTheSimulatedPanelReports) {
   EXPECT_EQ(colourAt({200, 100}), black);
   EXPECT_EQ(colourAt({279, 156}), black) << "the strip is dead";
   EXPECT_EQ(colourAt({279, 230}), red);
+
+  const std::vector<std::string> all = {"RS232 DEVICE 1", controller};
+  for (const bool on : {true, false}) {
+    switchFault(*simulation, simulatedFaults.back(), on, all);
+    for (const std::string& each : all)
+      EXPECT_EQ(!simulation->report(0.03, 0.34, each), on) << each;
+  }
 }
 
 TEST_F(DrawWindow, OnlyTheProgramsEndKeepsTheStrokesAndTheNextRunOffersThem) {

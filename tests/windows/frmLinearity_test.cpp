@@ -70,8 +70,10 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   EXPECT_EQ(table->item(9, 1)->text(), "FAIL");
   EXPECT_EQ(text("verdict"), "FAIL: 1 of 18");
 
-  enter("limitCentre", 2.5);
-  enter("limitEdge", 2.5);
+  // 2 mm are 1.67 % of the height.
+  enter("limitCentre", 1.9);
+  enter("limitEdge", 1.9);
+  find<QComboBox>("limitUnit")->setCurrentIndex(1);
   EXPECT_EQ(text("verdict"), "PASS");
 
   const std::tuple<const char*, const char*, const char*> exports[] = {

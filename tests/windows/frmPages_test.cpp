@@ -146,6 +146,7 @@ TEST_F(Pages, TheDoctorLooksWhenItIsFirstSeenAndOnRefreshAndSavesItsFile) {
 
 TEST_F(Pages, TestsAreOpenedOneAtATimeAndEndedWithTheProgram) {
   open("Tests");
+  EXPECT_EQ(window->findChild<QCheckBox*>("fault_bow"), nullptr) << "only simulated panels have";
   press("cmdLinearity");
   ASSERT_NE(opened("frmLinearity"), nullptr);
   EXPECT_FALSE(isPossible("cmdDraw"));

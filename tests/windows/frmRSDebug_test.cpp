@@ -121,6 +121,11 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   EXPECT_THAT(console(), HasSubstr("Total Points : 3"));
   EXPECT_THAT(text("lblEvidence"), HasSubstr("median 10.0"));
   EXPECT_EQ(find<QWidget>("rateHistogram")->accessibleDescription(), "from 10 ms: 2");
+
+  check("Check1", false);
+  terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
+  live(700ms);
+  EXPECT_THAT(console(), HasSubstr("= touch X  4112"));
 }
 
 TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {

@@ -124,7 +124,10 @@ TEST_F(RawDrawingWindow, DrawsAReplayFromItsBeginningAndThenThePortIsListenedToA
   live(600ms);
   shown = window.get();
   EXPECT_TRUE(find<QPushButton>("cmdReplay")->text().startsWith("Re")) << "it has come to its end";
-  EXPECT_TRUE(find<QPushButton>("Command3")->isChecked());
+  terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
+  live(700ms);
+  EXPECT_THAT(find<QPlainTextEdit>("Text1")->toPlainText().toStdString(),
+              testing::HasSubstr("= touch X  4112"));
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     EXPECT_EQ(guide == nullptr, where == "frmCal") << "a calibration must not be covered";
     if (guide == nullptr) return;
     EXPECT_TRUE(QTest::qWaitForWindowActive(guide));
-    const auto* const text = find<GuideBrowser>(*guide, "guideText");
+    auto* const text = find<GuideBrowser>(*guide, "guideText");
     const auto heading = std::ranges::find(text->headings(), QString::fromStdString(chapter),
                                            &GuideBrowser::Heading::text);
     ASSERT_NE(heading, text->headings().end()) << chapter;
@@ -32,6 +32,8 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     place.setPosition(heading->position);
     const QRect line = text->cursorRect(place);
     EXPECT_TRUE(line.top() >= 0 && line.top() < 30) << chapter << " at " << line.top();
+    for (const bool backwards : {false, true})
+      EXPECT_TRUE(text->mark("User guide", backwards)) << "once round, if need be";
     QTest::keyClick(guide, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(guide, nullptr);
