@@ -94,10 +94,11 @@ StrokeVerdict LinearityProcedure::verdict() const {
   const TestLine line = lineAt(current_);
   const GuidedLine guide = guideOf(line, panel_.screen);
   const float furthest = spacing(length(line, panel_.screen)) / 2;
-  const bool strayed = std::any_of(samples_.begin(), samples_.end(), [&](const TwipsPoint& sample) {
-    return std::abs(across(line.orientation, sample) - guide.position) > furthest;
-  });
-  return strayed ? StrokeVerdict::outsideLimit : StrokeVerdict::usable;
+  const bool isOutside =
+      std::any_of(samples_.begin(), samples_.end(), [&](const TwipsPoint& sample) {
+        return std::abs(across(line.orientation, sample) - guide.position) > furthest;
+      });
+  return isOutside ? StrokeVerdict::outsideLimit : StrokeVerdict::usable;
 }
 
 std::optional<LineResult> LinearityProcedure::drawn() const {

@@ -10,11 +10,11 @@ constexpr int firstBright = 9;
 
 }  // namespace
 
-int nextColour(int index, Colour background) {
+int nextColour(int index, Colour paper) {
   int next = index + 1;
   if (next > lastColour) next = 0;
   if (next == firstDark) next = firstBright;
-  if (paletteColour(next) == background) ++next;
+  if (paletteColour(next) == paper) ++next;
   return next > lastColour ? 0 : next;
 }
 

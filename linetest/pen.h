@@ -14,9 +14,9 @@ struct Pen {
   PenMode mode = PenMode::lines;
 };
 
-/// The colour index after `index`. The dark colours 1 to 8 are passed over, being hard to see; so is the background's
-/// colour, by one step more.
-int nextColour(int index, Colour background);
+/// The colour index after `index`. The dark colours 1 to 8 are passed over, being hard to see; so is the
+/// colour of `paper`, by one step more.
+int nextColour(int index, Colour paper);
 
 /// The palette colour; 0 to 15.
 inline Colour paletteColour(int index) {

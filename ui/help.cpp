@@ -30,13 +30,13 @@ QString helpChapter(const QWidget& window) {
 
 void showHelp(QWidget& window) {
   const QString chapter = helpChapter(window);
-  auto* guide = window.findChild<GuideWindow*>(QString(), Qt::FindDirectChildrenOnly);
+  auto* guideWindow = window.findChild<GuideWindow*>(QString(), Qt::FindDirectChildrenOnly);
   // Its child, so that it stays in front of a full-screen window, and is no victim of a box that lets nothing else be used.
-  if (guide == nullptr) guide = new GuideWindow(&window);
-  guide->show();
-  guide->raise();
-  guide->activateWindow();
-  guide->showChapter(chapter);
+  if (guideWindow == nullptr) guideWindow = new GuideWindow(&window);
+  guideWindow->show();
+  guideWindow->raise();
+  guideWindow->activateWindow();
+  guideWindow->showChapter(chapter);
 }
 
 void addHelpKey(QWidget& window, const QKeySequence& key) {

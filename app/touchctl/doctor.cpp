@@ -19,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* description =
+constexpr const char* doctorDescription =
     "Say what is in the way of working with a controller, why it matters, and what to do";
 constexpr const char* statusHelp =
     "Exit status: 0 nothing is wrong, 1 there are problems, 3 there is no driver, 4 no controller "
@@ -80,7 +80,7 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
 }  // namespace
 
 void addDoctorCommand(const CommandLine& line) {
-  addCommand(line, line.app, "doctor", description, [line](CLI::App& doctor) {
+  addCommand(line, line.app, "doctor", doctorDescription, [line](CLI::App& doctor) {
     doctor.footer(statusHelp);
     addJson(line, doctor);
     const auto save = std::make_shared<std::optional<fs::path>>();
