@@ -51,7 +51,9 @@ int stepsOf(const BarKind& kind, const ClickTiming& timing) {
 }
 
 ClickTiming timingOf(const DriverSettings& settings) {
-  return {settings.rightClickTime, settings.doubleClickSpeed, settings.doubleClickArea};
+  // What a driver reports after a change may be any number.
+  return {std::clamp(settings.rightClickTime, shortestRightClick, longestRightClick),
+          settings.doubleClickSpeed, settings.doubleClickArea};
 }
 
 template <auto enable>
@@ -140,8 +142,8 @@ constexpr std::array settings = {
             marked("console", "Right Click Response Time"),
             marked("console", "Right click response time"),
             {},
-            300,
-            1200,
+            shortestRightClick,
+            longestRightClick,
             "ms",
             getMember<&DriverSettings::rightClickTime>,
             setTiming<&ClickTiming::rightClickTime>},

@@ -6,8 +6,6 @@ namespace touch {
 
 namespace {
 
-constexpr int shortestRightClick = 300;  // milliseconds
-constexpr int longestRightClick = 1200;  // milliseconds
 constexpr int defaultRightClick = 1000;  // milliseconds
 
 int lowByte(std::int32_t value) {

@@ -7,10 +7,14 @@
 
 namespace touch {
 
+/// How long a touch may have to last to be a right click, in milliseconds.
+inline constexpr int shortestRightClick = 300;
+inline constexpr int longestRightClick = 1200;
+
 /// The touch behaviour as the driver reports it. Numbers without a unit are the driver's own.
 struct DriverSettings {
   int touchMode = 2;  ///< the touch-mode option to show: 1 to 3, or what else the driver says
-  int rightClickTime = 1000;  ///< milliseconds, 300 to 1200 as a rule
+  int rightClickTime = 1000;  ///< milliseconds, in the range above as a rule
   bool rightClick = false;
   bool doubleClick = false;
   int doubleClickSpeed = 0;  ///< hundreds of milliseconds, 0 to 255
