@@ -92,9 +92,7 @@ class ReportDecoder {
   struct Kind {
     std::uint8_t length = 0;  ///< 0: no packet starts so
     std::uint8_t needed = 0;  ///< bytes that must be there
-    bool own = false;         ///< the family's, and not of an added format
-    std::uint8_t secondMask = 0;
-    std::uint8_t second = 0;  ///< what the masked second byte must be
+    std::uint8_t second = 0;  ///< the second byte, where it must be a certain one
     std::uint8_t x = 0;
     std::uint8_t y = 0;
     std::uint8_t liftPlace = 0;
@@ -107,12 +105,8 @@ class ReportDecoder {
 
   void know(const ReportFormat& format);
   void add(std::uint8_t status, const Kind& kind);
-  template <typename Packets>
-  void decodeRun(std::vector<TouchReport>& reports);
-  bool decodeOne(std::vector<TouchReport>& reports);
   void pass(std::size_t count);
 
-  ReportFamily family_;
   std::array<Kind, 256> kinds_{};  ///< by first byte
   Kind otherwise_;  ///< what starts like the family's own packet but goes on otherwise
   /// Behind the ring its first bytes stand again, so that every packet lies in one piece.
