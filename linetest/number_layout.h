@@ -70,7 +70,8 @@ class NumberReader {
  private:
   bool refill();
   void skipSeparators();
-  std::string_view takeUpTo(bool (*ends)(char));
+  template <typename Ends>
+  std::string_view takeUpTo(const Ends& ends);
   std::string_view token();
 
   std::string_view rest_;     ///< what is at hand of the text and has not been read
