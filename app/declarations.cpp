@@ -1,6 +1,16 @@
 #include "app/declarations.h"
 
+#include <algorithm>
+
 namespace touch {
+
+namespace {
+
+// Bytes that no text in UTF-8 has, each as wide as what it stands for.
+constexpr char equals = '\xFE';
+constexpr char colon = '\xFF';
+
+}  // namespace
 
 std::vector<const CLI::App*> shownCommands(const CLI::App& app) {
   return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
@@ -14,6 +24,18 @@ std::vector<const CLI::Option*> shownOptions(const CLI::App& app) {
 
 std::vector<const CLI::Option*> shownArguments(const CLI::App& app) {
   return app.get_options([](const CLI::Option* option) { return option->get_positional(); });
+}
+
+std::string argumentName(std::string name) {
+  std::ranges::replace(name, '=', equals);
+  std::ranges::replace(name, ':', colon);
+  return name;
+}
+
+std::string asShown(std::string text) {
+  std::ranges::replace(text, equals, '=');
+  std::ranges::replace(text, colon, ':');
+  return text;
 }
 
 std::vector<std::string> spellings(const CLI::Option& option) {

@@ -73,7 +73,7 @@ std::string optionTerm(const CLI::Option& option) {
 
 std::string argumentTerm(const CLI::Option& argument) {
   const bool repeats = argument.get_items_expected_max() > 1;
-  std::string term = italic(argument.get_name());
+  std::string term = italic(asShown(argument.get_name()));
   if (repeats) term += " ...";
   return argument.get_required() ? term : "[" + term + "]";
 }
@@ -100,7 +100,7 @@ std::string usage(const CLI::App& app) {
 std::string optionEntries(const CLI::App& app) {
   std::string text;
   for (const CLI::Option* argument : shownArguments(app))
-    text += entry(italic(argument->get_name()), describe(*argument));
+    text += entry(italic(asShown(argument->get_name())), describe(*argument));
   for (const CLI::Option* option : shownOptions(app)) {
     const bool ofProgram = app.get_parent() == nullptr;
     if (ofProgram || !isHelp(app, option)) text += entry(optionTerm(*option), describe(*option));

@@ -2,7 +2,10 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <sstream>
 #include <string_view>
+
+#include "app/declarations.h"
 
 namespace touch {
 
@@ -25,7 +28,11 @@ std::optional<int> parseCommandLine(CLI::App& app, const Manual& manual, const K
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : exitWrongUse;
+    std::ostringstream output, errors;
+    const int status = app.exit(error, output, errors);
+    std::fputs(asShown(output.str()).c_str(), stdout);
+    std::fputs(asShown(errors.str()).c_str(), stderr);
+    return status == 0 ? 0 : exitWrongUse;
   }
   return std::nullopt;
 }

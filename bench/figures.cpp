@@ -4,11 +4,25 @@
 
 namespace touch::bench {
 
+namespace {
+
+/// The library says so by a flag in old releases, and by the reason in new ones.
+template <typename Run>
+bool hasFailed(const Run& run) {
+  if constexpr (requires { run.error_occurred; }) {
+    return run.error_occurred;
+  } else {
+    return run.skipped != decltype(run.skipped){};
+  }
+}
+
+}  // namespace
+
 void Figures::ReportRuns(const std::vector<Run>& runs) {
   ConsoleReporter::ReportRuns(runs);
   for (const Run& run : runs) {
-    failed_ |= run.error_occurred;
-    if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
+    failed_ |= hasFailed(run);
+    if (hasFailed(run) || run.run_type != Run::RT_Iteration) continue;
     const std::string& name = run.run_name.function_name;
     const double total =
         run.run_name.time_type.empty() ? run.cpu_accumulated_time : run.real_accumulated_time;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
+#include "app/declarations.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/output.h"
@@ -172,7 +173,7 @@ void addBlockCommands(const CommandLine& line, CLI::App& group) {
   addControllerCommand(
       line, group, "write", "Write single words, each read back", [line](CLI::App& write) {
         const auto* const words =
-            write.add_option("ADDRESS=WORD", "In hexadecimal digits, e.g. 03=1A2B")
+            write.add_option(argumentName("ADDRESS=WORD"), "In hexadecimal digits, e.g. 03=1A2B")
                 ->required()
                 ->expected(1, static_cast<int>(std::tuple_size_v<ParameterBlock>))
                 ->allow_extra_args();

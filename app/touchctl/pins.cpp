@@ -3,6 +3,7 @@
 #include <charconv>
 #include <nlohmann/json.hpp>
 
+#include "app/declarations.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/output.h"
@@ -140,7 +141,7 @@ void addSet(const CommandLine& line, CLI::App& group) {
                                  ->required()
                                  ->check(CLI::IsMember({4, 5}));
     const auto* const wires =
-        set.add_option("WIRE=CHANNEL:BIT", "Each wire's channel and bit, from 0 to 7")
+        set.add_option(argumentName("WIRE=CHANNEL:BIT"), "Each wire's channel and bit, from 0 to 7")
             ->required()
             ->expected(1, static_cast<int>(wireNames(SensorType::fiveWire).size()))
             ->allow_extra_args();

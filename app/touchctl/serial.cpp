@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "app/declarations.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/interrupt.h"
@@ -466,7 +467,7 @@ void declareWriteWord(const CommandLine& line, CLI::App& command) {
   const auto both = std::make_shared<std::pair<std::string, std::string>>();
   command
       .add_option_function<std::string>(
-          "ADDRESS=WORD",
+          argumentName("ADDRESS=WORD"),
           [both](const std::string& text) {
             const auto [place, content] = nameAndValue(text);
             *both = {addressArgument(std::string(place)),

@@ -20,10 +20,10 @@ std::vector<std::string> settingNames() {
   return names;
 }
 
-const Setting& settingNamed(const std::string& name) {
+const Setting& settingNamed(std::string_view name) {
   const Setting* const setting = findSetting(name);
   if (setting == nullptr) {
-    refuseArgument("NAME", "there is no setting \"" + name + "\"; there are " +
+    refuseArgument("NAME", "there is no setting \"" + std::string(name) + "\"; there are " +
                                CLI::detail::join(settingNames(), ", "));
   }
   return *setting;

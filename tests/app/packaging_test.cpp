@@ -71,7 +71,11 @@ void compare(const std::string& program, const std::string& manual, const std::s
 
 TEST(ManualAndCompletion, CoverAllThatTheHelpLists) {
   EXPECT_THAT(listed(printed(TOUCHCTL, {"serial", "--help"})), testing::Contains("write-word"));
-  compare(TOUCHCTL, printed(TOUCHCTL, {"--man"}), "touchctl");
+  // What the parser takes in no name of an argument.
+  EXPECT_THAT(printed(TOUCHCTL, {"pins", "set", "--help"}), HasSubstr("  WIRE=CHANNEL:BIT "));
+  const std::string manual = printed(TOUCHCTL, {"--man"});
+  EXPECT_THAT(manual, HasSubstr("\\fIADDRESS=WORD\\fR"));
+  compare(TOUCHCTL, manual, "touchctl");
   compare(TOUCHSIM, printed(TOUCHSIM, {"--man"}), "touchsim");
   compare(TOUCHUTILITY, printed(TOUCHUTILITY, {"--man"}), "touchutility");
 }

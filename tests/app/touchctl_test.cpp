@@ -114,6 +114,7 @@ TEST_F(Touchctl, RefusesWrongUse) {
       {"--work-dir @/none list", 2, "", "none"},
       {"frobnicate", 2, "", "frobnicate"},
       {"set rotation", 2, "", "VALUE is required"},
+      {"pins set 4", 2, "", "WIRE=CHANNEL:BIT is required"},
       {"get colour", 2, "", "there are up-sound, down-sound, "},
       {"set rotation 45", 2, "", "expected 0, 90, 180 or 270, found"},
       {"params write 08=1A2B", 2, "", "found \"08=1A2B\""},

@@ -15,12 +15,6 @@ namespace {
 using Bytes = std::vector<std::uint8_t>;
 using namespace std::chrono_literals;
 
-ComPorts behind(int number, const std::string& device) {
-  ComPorts ports;
-  ports.assign(std::to_string(number) + '=' + device);
-  return ports;
-}
-
 class OpenPort : public testing::Test {
  protected:
   OpenPort() {
@@ -29,7 +23,7 @@ class OpenPort : public testing::Test {
   }
 
   test::PseudoTerminal terminal;
-  AsioSerialPort port{behind(3, terminal.path()), 20ms};
+  AsioSerialPort port{terminal.asPort(3), 20ms};
   const Bytes frame{0x01, 'U', 'T', 0x0D};
 };
 
@@ -84,7 +78,7 @@ TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
 }
 
 TEST_F(OpenPort, IsNobodyElsesUntilClosed) {
-  AsioSerialPort other(behind(1, terminal.path()));
+  AsioSerialPort other(terminal.asPort(1));
   const std::string refusal = other.open().value_or("opened");
   EXPECT_NE(refusal.find("this program has it open already"), refusal.npos) << refusal;
   EXPECT_FALSE(other.isOpen());
@@ -118,7 +112,7 @@ TEST(ClosedPort, IsLeftAsItWasFoundAlsoWhenRefused) {
     };
     const auto before = state();
     {
-      AsioSerialPort port(behind(1, terminal.path()));
+      AsioSerialPort port(terminal.asPort(1));
       ASSERT_EQ(port.setSettings(settings), std::nullopt);
       EXPECT_EQ(port.open() == std::nullopt, opens);
     }
@@ -139,7 +133,7 @@ TEST(LostPort, ClosesAtTheNextOperationAndSaysWhyOnce) {
   for (const auto& operation : operations) {
     SCOPED_TRACE(&operation - operations);
     test::PseudoTerminal terminal;
-    AsioSerialPort port(behind(1, terminal.path()));
+    AsioSerialPort port(terminal.asPort(1));
     ASSERT_EQ(port.open(), std::nullopt);
     terminal.unplug();
     operation(port);

@@ -17,12 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-ComPorts asCom1(const std::string& device) {
-  ComPorts ports;
-  ports.assign("1=" + device);
-  return ports;
-}
-
 /// Another program that has the device open for itself, until it is killed or a minute has passed.
 pid_t startHolding(const std::string& device) {
   const int held = open(device.c_str(), O_RDWR | O_NOCTTY);
@@ -40,7 +34,7 @@ pid_t startHolding(const std::string& device) {
 TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   const test::PseudoTerminal terminal;
   const pid_t other = startHolding(terminal.path());
-  AsioSerialPort port(asCom1(terminal.path()));
+  AsioSerialPort port(terminal.asPort(1));
   const std::string name = "serial_tests (process " + std::to_string(other) + ")";
   const std::string refusal = "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
                               name + ". Close that program and try again.";
@@ -99,7 +93,7 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
     const std::string refusal =
         "COM1 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
     ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
-    EXPECT_TRUE(asNobody([&] { return AsioSerialPort(asCom1(terminal.path())).open() == refusal; }))
+    EXPECT_TRUE(asNobody([&] { return AsioSerialPort(terminal.asPort(1)).open() == refusal; }))
         << mode;
   }
   ASSERT_EQ(chmod(terminal.path().c_str(), 0666), 0);

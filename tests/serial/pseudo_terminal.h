@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+#include "serial/com_ports.h"
+
 namespace touch::test {
 
 /// The far end of a serial line: a pseudo-terminal whose device a serial port opens. Until then it echoes and waits for
@@ -37,6 +39,12 @@ class PseudoTerminal {
   PseudoTerminal& operator=(const PseudoTerminal&) = delete;
 
   const std::string& path() const { return path_; }
+  /// Ports of which this is number `number`, whatever the machine has there.
+  ComPorts asPort(int number) const {
+    ComPorts ports;
+    ports.assign(std::to_string(number) + '=' + path_);
+    return ports;
+  }
 
   /// Returns when the bytes have arrived at the device.
   void send(std::span<const std::uint8_t> bytes) const {

@@ -8,6 +8,7 @@
 #include "core/simulation.h"
 #include "linetest/test_parts.h"
 #include "serial/asio_serial_port.h"
+#include "tests/serial/pseudo_terminal.h"
 #include "tests/support/desk.h"
 #include "tests/support/temporary_folder.h"
 
@@ -143,7 +144,8 @@ class MainWindowDesk : public WindowDesk {
   std::string status() { return text("statusLine"); }
 
   Trace trace;
-  AsioSerialPort port{ComPorts()};
+  PseudoTerminal terminal;
+  AsioSerialPort port{terminal.asPort(1)};
   std::unique_ptr<frmMain> window;
   Lines startUp;
 };
