@@ -28,6 +28,10 @@ class Prompt {
   virtual bool proceed(std::string_view text, std::string_view title = defaultTitle) = 0;
   /// Yes or no.
   virtual Answer ask(std::string_view text, std::string_view title = defaultTitle) = 0;
+  /// The same where "Yes" and "No" would not say what happens; the buttons, where there are any, have these captions.
+  virtual Answer choose(std::string_view text, std::string_view /*yes*/, std::string_view /*no*/) {
+    return ask(text);
+  }
   /// True for yes alone.
   bool confirm(std::string_view text, std::string_view title = defaultTitle) {
     return ask(text, title) == Answer::yes;

@@ -1,39 +1,28 @@
 #include "linetest/canvas.h"
 
-#include <cmath>
+#include <algorithm>
 #include <utility>
 
 #include "core/language.h"
-#include "linetest/damaged_files.h"
-#include "linetest/drawing_file.h"
 
 namespace touch {
 
 namespace {
 
-constexpr Colour background = palette[0];
-constexpr Colour gridColour = palette[7];
+constexpr Colour nextLineColour = palette[0];
+constexpr Colour gridColour = palette[8];
 constexpr Colour targetColour = palette[15];
 constexpr Colour toleranceColour = palette[14];
 constexpr Colour inBand = {0, 0, 255};
 constexpr Colour strayed = {255, 0, 0};
 
 constexpr int gridWidth = 2;
+// Around the line to draw, so that it is seen from afar.
+constexpr Colour haloColour = palette[15];
+constexpr int haloWidth = 10;
 constexpr int toleranceWidth = 1;
 constexpr float targetRadius = 250;
 constexpr int bannerTicks = 6;
-constexpr std::size_t fewestSamplesKept = 4;
-
-constexpr std::string_view saveFilter = "Text (*.fdw) |*.fdw";
-constexpr std::string_view openFilter = "(*.fdw)|*.fdw";
-constexpr std::size_t shortestSaveName = 2;
-constexpr std::size_t shortestOpenName = 4;
-
-/// `start`, moved so that a panel of this length lies on the screen; at its beginning when it is longer than that.
-float onScreen(float start, float length, float screen) {
-  if (start + length > screen) start = screen - length;
-  return start < 0 ? 0 : start;
-}
 
 }  // namespace
 
@@ -43,69 +32,46 @@ Canvas::Canvas(CanvasParts parts, CanvasView& view, TwipsSize screen)
       guides_(screen),
       picture_(view.surface()),
       bannerTimer_(parts_.clock.makeTimer([this] { tickBanner(); })),
-      longPressTimer_(parts_.clock.makeTimer([this] { tickLongPress(); })) {}
+      viewTimer_(parts_.clock.makeTimer([this] { viewOn(); })) {}
 
 void Canvas::activate() {
   show(CanvasPanel::help, false);
   view_.setHelp(helpLines(parts_.messages));
   view_.setTolerance(tolerancePercent_);
-  const TwipsSize screen = guides_.screen();
-  const TwipsSize size = view_.sizeOf(CanvasPanel::banner);
-  view_.place(CanvasPanel::banner,
-              {(screen.width - size.width) / 2, (screen.height - size.height) / 2});
+  placeBanner();
   picture_.clear();
   // The switch outlives the screen: what it says is what is seen.
   if (parts_.switches.grid) showgrid();
   bannerTicks_ = 0;
   show(CanvasPanel::banner, true);
   bannerTimer_->start(bannerTick);
+  renewEscape();
 }
 
-void Canvas::offerLeftStrokes() {
-  const LeftStrokes left = parts_.files.left();
-  if (!left.damaged.empty()) parts_.prompt.message(damagedFilesText(left.damaged));
-  if (left.strokes.empty()) return;
-  const auto count = left.strokes.size();
-  const std::string question =
-      count == 1
-          ? say("linetest", "Drawing left by an earlier run: 1 stroke. Restore it?")
-          : filled(say("linetest", "Drawing left by an earlier run: %1 strokes. Restore it?"),
-                   {std::to_string(count)});
-  switch (parts_.prompt.ask(question)) {
-    case Answer::no:
-      tell(parts_.files.clear());
-      return;
-    case Answer::none:
-      // They stay for another start; strokes drawn now would take their places.
-      bannerTimer_->stop();
-      view_.leave();
-      return;
-    case Answer::yes:
-      break;
-  }
-  // Where they cannot be numbered anew they stay as they are, for another start.
-  if (!tell(parts_.files.makeConsecutive(left))) return;
-  parts_.switches.toleranceTest = true;
-  strokeCounter_ = static_cast<int>(left.strokes.size());
-  unsaved_ = true;
-  held_ = left.strokes.back().stroke;
-  for (const auto& [number, stroke] : left.strokes) {
-    stroke_.assign(stroke.samples);
-    pen_.colour = stroke.colour;
-    pen_.width = stroke.width;
-    foreground_ = paletteColour(stroke.colour);
-    showline();
-  }
+void Canvas::placeBanner() {
+  const TwipsSize screen = guides_.screen();
+  const TwipsSize size = view_.sizeOf(CanvasPanel::banner);
+  view_.place(CanvasPanel::banner,
+              {(screen.width - size.width) / 2, (screen.height - size.height) / 2});
+}
+
+void Canvas::resize(TwipsSize screen) {
+  if (screen == guides_.screen()) return;
+  guides_ = GuideLines(screen);
+  const Colour foreground = foreground_;
+  for (const auto layer :
+       {Picture::Layer::grid, Picture::Layer::toleranceLines, Picture::Layer::nextLine})
+    picture_.removeLayer(layer);
+  if (parts_.switches.grid) showgrid();
+  if (fixedSequence_) markNextLine();
+  picture_.showAnew();
+  foreground_ = foreground;
+  placeBanner();
 }
 
 void Canvas::show(CanvasPanel panel, bool shown) {
   visible_[static_cast<std::size_t>(panel)] = shown;
   view_.show(panel, shown);
-}
-
-bool Canvas::tell(const std::optional<FileError>& error) {
-  if (error) parts_.prompt.message(error->describe());
-  return !error;
 }
 
 void Canvas::tickBanner() {
@@ -124,11 +90,34 @@ void Canvas::openMenu(TwipsPoint at) {
   view_.place(CanvasPanel::menu, {onScreen(at.x - size.width / 2, size.width, screen.width),
                                   onScreen(at.y, size.height, screen.height)});
   show(CanvasPanel::menu, true);
+  renewEscape();
+}
+
+void Canvas::toggleMenu(TwipsPoint at) {
+  if (viewing_) return;
+  endStroke();
+  if (isVisible(CanvasPanel::menu)) return escape();
+  openMenu(at);
+}
+
+void Canvas::renewEscape() {
+  view_.setEscape(escapeHint());
+}
+
+std::string Canvas::escapeHint() const {
+  if (viewing_)
+    return filled(say("linetest", "Esc: stop opening %1 (%2 %)"),
+                  {viewing_->file.filename().string(), std::to_string(viewing_->reader.percent())});
+  if (isVisible(CanvasPanel::menu)) return say("linetest", "Esc: close the menu");
+  if (isVisible(CanvasPanel::resultsTable)) return say("linetest", "Esc: close the table");
+  if (!drawn_) return say("linetest", "Esc: leave");
+  if (shownStrokes_ == 1) return say("linetest", "Esc: clear 1 stroke");
+  return filled(say("linetest", "Esc: clear %1 strokes"), {std::to_string(shownStrokes_)});
 }
 
 void Canvas::pointerDown(PointerButton button, TwipsPoint at) {
   if (isVisible(CanvasPanel::banner)) hideBanner();
-  if (isVisible(CanvasPanel::menu)) return;
+  if (isVisible(CanvasPanel::menu) || viewing_) return;
   if (button == PointerButton::right && menuAllowed_) {
     openMenu(at);
     return;
@@ -139,9 +128,9 @@ void Canvas::pointerDown(PointerButton button, TwipsPoint at) {
   drawn_ = true;
   position_ = at;
   picture_.point(at, foreground_, pen_.width);
-  strokeMarks_ = 1;
   stroke_.begin(at);
-  watchLongPress(button, at);
+  ++shownStrokes_;
+  renewEscape();
 }
 
 void Canvas::testStart(TwipsPoint at) {
@@ -170,31 +159,13 @@ void Canvas::setTested(const std::optional<LineMatch>& line) {
                                                          : StrokeTested::horizontal;
 }
 
-void Canvas::watchLongPress(PointerButton button, TwipsPoint at) {
-  longPressTimer_->stop();
-  start_ = at;
-  // Strokes along a line begin in the margin; inside, a long press opens the menu even while the right button may not.
-  const bool mayOpen = menuAllowed_ || !guides_.isInMargin(at);
-  if (button == PointerButton::left && mayOpen) longPressTimer_->start(longPress);
-}
-
-void Canvas::tickLongPress() {
-  longPressTimer_->stop();
-  if (!penDown_ || isVisible(CanvasPanel::menu)) return;
-  penDown_ = false;
-  picture_.removeLast(strokeMarks_);
-  openMenu(start_);
-}
-
 void Canvas::pointerMove(TwipsPoint at) {
   if (!penDown_ || isVisible(CanvasPanel::menu)) return;
-  if (std::hypot(at.x - start_.x, at.y - start_.y) > longPressSlack) longPressTimer_->stop();
   if (pen_.mode == PenMode::lines) {
     picture_.line(position_, at, foreground_, pen_.width);
   } else {
     picture_.point(at, foreground_, pen_.width);
   }
-  ++strokeMarks_;
   position_ = at;
   if (!parts_.switches.toleranceTest) return;
   stroke_.add(at);
@@ -206,19 +177,26 @@ void Canvas::tint(TwipsPoint at) {
   foreground_ = matcher().hasStrayed(line_.index, at) ? strayed : inBand;
 }
 
+void Canvas::endStroke() {
+  pointerUp(position_);
+}
+
 void Canvas::pointerUp(TwipsPoint at) {
-  longPressTimer_->stop();
   if (!penDown_ || isVisible(CanvasPanel::menu)) return;
   penDown_ = false;
   if (tested_ != StrokeTested::no) listStroke(at);
   if (parts_.switches.toleranceTest) keepStroke();
+  renewEscape();
 }
 
 void Canvas::listStroke(TwipsPoint pen) {
   const TwipsSize screen = guides_.screen();
   view_.setResultsList(resultLines(stroke_.samples(), line_, screen, tolerancePercent_));
-  view_.place(CanvasPanel::resultsList,
-              placeBeside(pen, view_.sizeOf(CanvasPanel::resultsList), screen));
+  const TwipsSize size = view_.sizeOf(CanvasPanel::resultsList);
+  TwipsPoint corner = placeBeside(pen, size, screen);
+  const int next = line_.index + 1;
+  if (fixedSequence_ && next < GuideLines::count) corner = clearOfLine(corner, size, guides_, next);
+  view_.place(CanvasPanel::resultsList, corner);
   show(CanvasPanel::resultsList, true);
   results_.store(stroke_.samples(), line_, screen);
   if (fixedSequence_) advanceFixedSequence();
@@ -226,31 +204,55 @@ void Canvas::listStroke(TwipsPoint pen) {
 
 void Canvas::advanceFixedSequence() {
   if (line_.index >= GuideLines::count - 1) {
-    fixedSequence_ = false;
+    endFixedSequence();
     showResults();
     return;
   }
   ++line_.index;
-  chgrid(line_.index + 1);
+  markNextLine();
 }
 
-void Canvas::keepStroke() {
-  const auto samples = stroke_.samples();
-  if (samples.size() < fewestSamplesKept) return;
-  Stroke stroke{pen_.colour, pen_.width, {samples.begin(), samples.end()}};
-  if (!tell(parts_.files.write(strokeCounter_, stroke))) return;
-  ++strokeCounter_;
-  unsaved_ = true;
-  held_ = std::move(stroke);
+// Over the grid, and away again from a line that is done.
+void Canvas::markNextLine() {
+  picture_.removeLayer(Picture::Layer::nextLine);
+  picture_.setLayer(Picture::Layer::nextLine);
+  const Segment line = guides_.whole(line_.index);
+  picture_.line(line.from, line.to, haloColour, haloWidth);
+  chgrid(line_.index + 1);
+  picture_.setLayer(Picture::Layer::drawing);
+  view_.setCaption(filled(say("linetest", "%1, from edge to edge"), {lineTitle(line_.index)}));
+  placeCaption();
+  show(CanvasPanel::caption, true);
+}
+
+// In the middle of a field on the other half of the screen, above the tools.
+void Canvas::placeCaption() {
+  const bool vertical = GuideLines::orientation(line_.index) == Orientation::vertical;
+  const bool inFirstHalf =
+      line_.index % GuideLines::perOrientation < GuideLines::perOrientation / 2;
+  const int away = inFirstHalf ? 2 : 0;
+  const int column = vertical ? away : 1;
+  const int row = vertical ? 1 : away;
+  const TwipsSize size = view_.sizeOf(CanvasPanel::caption);
+  view_.place(CanvasPanel::caption, {(guides_.V(column) + guides_.V(column + 1) - size.width) / 2,
+                                     (guides_.H(row) + guides_.H(row + 1) - size.height) / 2});
+}
+
+void Canvas::endFixedSequence() {
+  fixedSequence_ = false;
+  picture_.removeLayer(Picture::Layer::nextLine);
+  show(CanvasPanel::caption, false);
 }
 
 void Canvas::showgrid() {
+  picture_.setLayer(Picture::Layer::grid);
   for (const int index : GuideLines::drawingOrder) {
     const Segment line = guides_.inGrid(index);
     picture_.line(line.from, line.to, gridColour, gridWidth);
   }
   for (const TwipsPoint target : guides_.targets())
     picture_.circle(target, targetRadius, targetColour, gridWidth);
+  picture_.setLayer(Picture::Layer::drawing);
   foreground_ = strayed;
   showerrline();
 }
@@ -259,7 +261,7 @@ void Canvas::chgrid(int number) {
   if (number < 1 || number > GuideLines::count) return;
   const int index = number - 1;
   const Segment line = guides_.whole(index);
-  picture_.line(line.from, line.to, background, gridWidth);
+  picture_.line(line.from, line.to, nextLineColour, gridWidth);
   line_.position = roundedTwips(guides_.position(index));
 }
 
@@ -280,7 +282,6 @@ void Canvas::showerrline() {
 }
 
 void Canvas::renewToleranceLines() {
-  longPressTimer_->stop();
   const Colour foreground = foreground_;
   picture_.removeLayer(Picture::Layer::toleranceLines);
   if (parts_.switches.grid) showerrline();
@@ -310,8 +311,14 @@ void Canvas::chooseHelp(std::size_t line) {
 }
 
 void Canvas::perform(CanvasAction action) {
-  // Whoever presses keys is not waiting for the menu.
-  longPressTimer_->stop();
+  const bool goesOn = action == CanvasAction::escape || action == CanvasAction::leave ||
+                      action == CanvasAction::toggleHelp;
+  if (viewing_ && !goesOn) return;
+  carryOut(action);
+  renewEscape();
+}
+
+void Canvas::carryOut(CanvasAction action) {
   switch (action) {
     case CanvasAction::escape:
       return escape();
@@ -326,7 +333,7 @@ void Canvas::perform(CanvasAction action) {
       pen_.width = 2;
       return;
     case CanvasAction::nextColour:
-      pen_.colour = nextColour(pen_.colour, background);
+      pen_.colour = nextColour(pen_.colour, canvasPaper);
       foreground_ = paletteColour(pen_.colour);
       return;
     case CanvasAction::undo:
@@ -355,7 +362,9 @@ void Canvas::perform(CanvasAction action) {
 
 void Canvas::escape() {
   penDown_ = false;
-  if (isVisible(CanvasPanel::menu) || isVisible(CanvasPanel::resultsTable)) {
+  if (viewing_) {
+    endViewing(true);
+  } else if (isVisible(CanvasPanel::menu) || isVisible(CanvasPanel::resultsTable)) {
     show(CanvasPanel::menu, false);
     show(CanvasPanel::resultsTable, false);
   } else if (!drawn_) {
@@ -365,33 +374,35 @@ void Canvas::escape() {
   }
 }
 
-// What is left behind in order is not offered again: the working files are for what nobody meant to leave.
+// Nothing is deleted: the strokes are here again when the screen is entered the next time.
 void Canvas::leave() {
-  if (unsaved_ && strokeCounter_ > 0) {
-    const std::string question =
-        strokeCounter_ == 1
-            ? say("linetest", "This drawing of 1 stroke is not saved. Leave without saving?")
-            : filled(
-                  say("linetest", "This drawing of %1 strokes is not saved. Leave without saving?"),
-                  {std::to_string(strokeCounter_)});
-    if (!parts_.prompt.confirm(question)) return;
-  }
-  tell(parts_.files.clear());
+  endStroke();
+  parts_.files.finish();
+  goAtOnce();
+}
+
+void Canvas::goAtOnce() {
   bannerTimer_->stop();
+  viewTimer_->stop();
   view_.leave();
 }
 
 void Canvas::clearDrawing() {
-  drawn_ = false;
-  picture_.clear();
+  penDown_ = false;
   show(CanvasPanel::resultsList, false);
-  strokeCounter_ = 0;
-  unsaved_ = false;
+  parts_.switches.strokes = 0;
   held_.reset();
   tell(parts_.files.clear());
+  clearPicture();
+}
+
+void Canvas::clearPicture() {
+  drawn_ = false;
+  shownStrokes_ = 0;
+  picture_.clear();
   if (parts_.switches.grid) showgrid();
   // The line that is to be drawn next stays marked.
-  if (fixedSequence_) chgrid(line_.index + 1);
+  if (fixedSequence_) markNextLine();
 }
 
 void Canvas::startFixedSequence() {
@@ -400,87 +411,34 @@ void Canvas::startFixedSequence() {
   clearDrawing();
   parts_.switches.toleranceTest = true;
   line_.index = 0;
-  chgrid(1);
   fixedSequence_ = true;
+  markNextLine();
 }
 
 void Canvas::toggleGrid() {
+  endStroke();
   parts_.switches.grid = !parts_.switches.grid;
   if (parts_.switches.grid) {
     showgrid();
     return;
   }
   if (drawn_ && !parts_.prompt.confirm(parts_.messages.at(clearAllQuestion))) return;
-  drawn_ = false;
-  picture_.clear();
+  clearPicture();
 }
 
 void Canvas::undo() {
   if (!parts_.switches.toleranceTest || !held_) return;
   // As it was drawn, whatever the pen has become and whatever has been touched since.
   const Stroke stroke = *std::exchange(held_, std::nullopt);
-  --strokeCounter_;
+  --parts_.switches.strokes;
+  shownStrokes_ = std::max(shownStrokes_ - 1, 0);
   // A stroke that was taken back must not come back after a crash.
-  parts_.files.remove(strokeCounter_);
-  foreground_ = background;
+  parts_.files.remove(parts_.switches.strokes);
+  foreground_ = canvasPaper;
   TwipsPoint from = stroke.samples.front();
   picture_.point(from, foreground_, stroke.width);
   for (const TwipsPoint sample : stroke.samples)
     picture_.line(std::exchange(from, sample), sample, foreground_, stroke.width);
-}
-
-void Canvas::save() {
-  if (strokeCounter_ == 0 || !parts_.switches.toleranceTest) {
-    parts_.prompt.message(say("linetest",
-                              "There is nothing to save: strokes are recorded once F has begun "
-                              "the test of the lines."));
-    return;
-  }
-  const auto name = view_.askSaveName(parts_.workingFolder, saveFilter);
-  if (name.native().size() < shortestSaveName) return;
-  const auto file = withDrawingExtension(name);
-  // The dialog has asked about the name that was typed, not about the one that this becomes.
-  if (file != name && !mayReplace(file)) return;
-  const auto strokes = parts_.files.readAll(strokeCounter_);
-  if (!strokes) {
-    tell(strokes.error());
-    return;
-  }
-  if (tell(writeDrawing(file, *strokes))) unsaved_ = false;
-  stroke_.assign(strokes->back().samples);
-}
-
-bool Canvas::mayReplace(const std::filesystem::path& file) {
-  std::error_code unknown;
-  return !std::filesystem::exists(file, unknown) ||
-         parts_.prompt.confirm(
-             filled(say("linetest", "%1 is there already. Replace it?"), {file.string()}));
-}
-
-void Canvas::view() {
-  const auto name = view_.askOpenName(parts_.workingFolder, openFilter);
-  if (name.native().size() >= shortestOpenName) viewsave(name);
-}
-
-void Canvas::viewsave(const std::filesystem::path& file) {
-  const auto drawing = readDrawing(file);
-  if (!drawing) {
-    tell(drawing.error());
-    return;
-  }
-  if (drawing->empty()) {
-    parts_.prompt.message(
-        filled(say("linetest", "%1 is a drawing without strokes."), {file.string()}));
-    return;
-  }
-  drawn_ = false;
-  pen_.width = 1;
-  for (const Stroke& stroke : *drawing) {
-    pen_.colour = stroke.colour;
-    pen_.width = stroke.width;
-    stroke_.assign(stroke.samples);
-    showline();
-  }
 }
 
 void Canvas::showResults() {

@@ -14,6 +14,7 @@
 #include "core/prompt.h"
 #include "core/surface.h"
 #include "linetest/canvas_tables.h"
+#include "linetest/drawing_file.h"
 #include "linetest/drawing_switches.h"
 #include "linetest/line_analysis.h"
 #include "linetest/pen.h"
@@ -25,8 +26,8 @@
 namespace touch {
 
 /// What lies over the drawing area and comes and goes.
-enum class CanvasPanel : std::uint8_t { help, menu, banner, resultsList, resultsTable };
-inline constexpr std::size_t canvasPanels = 5;
+enum class CanvasPanel : std::uint8_t { help, menu, banner, caption, resultsList, resultsTable };
+inline constexpr std::size_t canvasPanels = 6;
 
 /// The window around the canvas.
 class CanvasView {
@@ -36,13 +37,17 @@ class CanvasView {
   CanvasView& operator=(const CanvasView&) = delete;
   virtual ~CanvasView() = default;
 
-  /// The drawing area. Its background is black.
+  /// The drawing area. Its background is `canvasPaper`.
   virtual Surface& surface() = 0;
 
   virtual TwipsSize sizeOf(CanvasPanel panel) const = 0;
   virtual void place(CanvasPanel panel, TwipsPoint corner) = 0;
   virtual void show(CanvasPanel panel, bool shown) = 0;
   virtual void setHelp(std::span<const std::string> lines) = 0;
+  /// The line to draw next, in large letters, within one field of the grid.
+  virtual void setCaption(std::string_view caption) = 0;
+  /// What Esc will do next, beside the tools.
+  virtual void setEscape(std::string_view hint) = 0;
   virtual void setResultsList(std::span<const std::string> lines) = 0;
   virtual void setResultsTable(const ResultsSheet& sheet) = 0;
   /// The percent that the label beside the tolerance bar shows.
@@ -73,10 +78,6 @@ struct CanvasParts {
 /// obeys keys and the menu. One is made each time that the screen is entered.
 class Canvas {
  public:
-  /// A pointer that rests this long, within `longPressSlack` twips of where it went down, opens the menu, for whoever
-  /// has no right button. It is longer than the touch driver's own right-click time can be set to.
-  static constexpr auto longPress = std::chrono::milliseconds(1500);
-  static constexpr float longPressSlack = 150;
   /// The banner goes at the sixth tick.
   static constexpr auto bannerTick = std::chrono::milliseconds(500);
 
@@ -84,15 +85,19 @@ class Canvas {
 
   /// The screen is shown.
   void activate();
-  /// Asks whether the strokes that a run has left in the working files because it did not end in order are to be drawn
-  /// and kept; they are deleted if not. Does nothing when there are none.
-  void offerLeftStrokes();
+  /// Shows what this run has recorded since the last clear. Strokes of a run that died are offered, once: they are drawn
+  /// and recorded anew, or kept as a drawing file. Unanswered they stay as they are, and the screen is left.
+  void takeUpStrokes();
+  /// The screen has another size now; the ink stays where it is.
+  void resize(TwipsSize screen);
 
   void pointerDown(PointerButton button, TwipsPoint at);
   void pointerMove(TwipsPoint at);
   void pointerUp(TwipsPoint at);
   /// `code` as actionOfKey() has it; others do nothing.
   void keyDown(int code);
+  /// Opens the menu for who has no right button, or puts it away; `at` is as of a click.
+  void toggleMenu(TwipsPoint at);
   /// An entry of the menu: the menu goes, the action is done.
   void choose(const CanvasMenuEntry& entry);
   void perform(CanvasAction action);
@@ -109,13 +114,14 @@ class Canvas {
 
   /// Draws everything anew, for a surface that has lost it.
   void repaint(Surface& surface) const { picture_.drawOn(surface); }
-  /// Draws a saved drawing over what is there. A file that cannot be read is told to the user and changes nothing.
+  /// Draws a saved drawing over what is there. A long one comes in pieces, and Esc takes it back; until it is there,
+  /// nothing else is done. A file that cannot be read is told to the user and changes nothing.
   void viewsave(const std::filesystem::path& file);
 
   const Pen& pen() const { return pen_; }
   bool isVisible(CanvasPanel panel) const { return visible_[static_cast<std::size_t>(panel)]; }
   bool inFixedSequence() const { return fixedSequence_; }
-  int strokeCounter() const { return strokeCounter_; }
+  int strokeCounter() const { return parts_.switches.strokes; }
 
  private:
   enum class StrokeTested : std::uint8_t { no = 0, vertical = 1, horizontal = 2 };
@@ -123,26 +129,35 @@ class Canvas {
   void show(CanvasPanel panel, bool shown);
   void openMenu(TwipsPoint at);
   void tickBanner();
-  void tickLongPress();
   void hideBanner();
-  void watchLongPress(PointerButton button, TwipsPoint at);
+  void placeBanner();
+  void renewEscape();
+  std::string escapeHint() const;
 
   void testStart(TwipsPoint at);
   void setTested(const std::optional<LineMatch>& line);
   void tint(TwipsPoint at);
   void listStroke(TwipsPoint pen);
   void advanceFixedSequence();
+  void markNextLine();
+  void placeCaption();
+  void endFixedSequence();
   void keepStroke();
+  /// A box comes up, and may swallow the pen's going up.
+  void endStroke();
 
   void showgrid();
   void chgrid(int number);
   void showerrline();
   void showline();
+  void showRecorded(const LeftStrokes& recorded);
   void renewToleranceLines();
 
+  void carryOut(CanvasAction action);
   void escape();
   void leave();
   void clearDrawing();
+  void clearPicture();
   void startFixedSequence();
   void toggleGrid();
   void undo();
@@ -150,6 +165,12 @@ class Canvas {
   void view();
   void showResults();
   bool mayReplace(const std::filesystem::path& file);
+  /// Whether they are to be restored; false when they were kept aside, nothing when they stay where they are.
+  std::optional<bool> offer(const LeftStrokes& left);
+  void goAtOnce();
+  void viewOn();
+  void endOfDrawing();
+  void endViewing(bool takeBack);
   /// True when there was none.
   bool tell(const std::optional<FileError>& error);
   LineMatcher matcher() const { return {guides_, bandsOf(guides_.screen(), tolerancePercent_)}; }
@@ -159,7 +180,7 @@ class Canvas {
   GuideLines guides_;
   Picture picture_;
   std::unique_ptr<Timer> bannerTimer_;
-  std::unique_ptr<Timer> longPressTimer_;
+  std::unique_ptr<Timer> viewTimer_;
 
   Pen pen_;
   Colour foreground_ = paletteColour(Pen{}.colour);
@@ -171,18 +192,27 @@ class Canvas {
   bool penDown_ = false;
   bool drawn_ = false;
   bool menuAllowed_ = true;
-  TwipsPoint position_;          ///< where the pen is
-  TwipsPoint start_;             ///< where it went down
-  std::size_t strokeMarks_ = 0;  ///< marks of the stroke on its way
+  int shownStrokes_ = 0;  ///< recorded or not
+  TwipsPoint position_;   ///< where the pen is
   StrokeBuffer stroke_;
   StrokeTested tested_ = StrokeTested::no;
   LineMatch line_;  ///< the matched line, or the current one of the fixed sequence
   bool fixedSequence_ = false;
   ResultsTable results_;
 
-  int strokeCounter_ = 0;       ///< strokes in the working files
-  bool unsaved_ = false;        ///< some of them are in no drawing file
   std::optional<Stroke> held_;  ///< the last recorded stroke, as long as it can be taken back
+
+  /// A drawing on its way from its file, and what there was before.
+  struct Viewing {
+    DrawingReader reader;
+    std::filesystem::path file;
+    Picture::Marks marks;
+    Pen pen;
+    bool drawn = false;
+    int shownStrokes = 0;
+    int strokes = 0;
+  };
+  std::optional<Viewing> viewing_;
 };
 
 }  // namespace touch

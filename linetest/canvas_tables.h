@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/messages.h"
+#include "core/surface.h"
 
 namespace touch {
 
@@ -38,6 +39,9 @@ std::vector<std::string> helpLines(const MessageTable& messages);
 
 /// What a line of the help panel does when it is tapped: what its key does, the two lines of ESC each its part.
 std::optional<CanvasAction> actionOfHelpLine(std::size_t line);
+
+/// On this grey black, white, yellow, red and blue stand out alike.
+inline constexpr Colour canvasPaper = {0xB4, 0xB4, 0xB4};
 
 /// An entry of the right-button menu; its text is message `message`.
 struct CanvasMenuEntry {

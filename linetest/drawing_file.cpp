@@ -50,14 +50,6 @@ Stroke readStroke(NumberReader& reader) {
   return stroke;
 }
 
-Result<Drawing, FileError> readStrokes(NumberReader& reader) {
-  Drawing drawing;
-  while (!reader.atEnd())
-    drawing.push_back(readStroke(reader));
-  if (reader.failed()) return reader.error();
-  return drawing;
-}
-
 }  // namespace
 
 std::string drawingText(std::span<const Stroke> strokes) {
@@ -70,17 +62,68 @@ std::string drawingText(std::span<const Stroke> strokes) {
 
 Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name) {
   NumberReader reader(text, std::move(name));
-  return readStrokes(reader);
+  Drawing drawing;
+  while (!reader.atEnd())
+    drawing.push_back(readStroke(reader));
+  if (reader.failed()) return reader.error();
+  return drawing;
+}
+
+struct DrawingReader::Source {
+  Source(FileInPieces opened, const std::filesystem::path& path)
+      : file(std::move(opened)),
+        reader([this](std::span<char> piece) { return read(piece); }, path.string()) {
+    std::error_code unknown;
+    size = std::filesystem::file_size(path, unknown);
+  }
+
+  std::size_t read(std::span<char> piece) {
+    const std::size_t count = file.read(piece);
+    done += count;
+    return count;
+  }
+
+  FileInPieces file;
+  NumberReader reader;
+  std::uintmax_t size = 0;
+  std::uintmax_t done = 0;
+};
+
+DrawingReader::DrawingReader(std::unique_ptr<Source> source) : source_(std::move(source)) {}
+DrawingReader::DrawingReader(DrawingReader&& other) noexcept = default;
+DrawingReader::~DrawingReader() = default;
+
+Result<DrawingReader, FileError> DrawingReader::open(const std::filesystem::path& path) {
+  auto file = FileInPieces::open(path, longestDrawing);
+  if (!file) return file.error();
+  return DrawingReader(std::make_unique<Source>(std::move(*file), path));
+}
+
+Result<std::optional<Stroke>, FileError> DrawingReader::next() {
+  NumberReader& reader = source_->reader;
+  std::optional<Stroke> stroke;
+  if (!reader.atEnd()) stroke = readStroke(reader);
+  // The text is wrong, too, where the file could not be read on.
+  if (source_->file.error()) return *source_->file.error();
+  if (reader.failed()) return reader.error();
+  return stroke;
+}
+
+int DrawingReader::percent() const {
+  if (source_->size == 0) return 100;
+  return static_cast<int>(std::min<std::uintmax_t>(source_->done * 100 / source_->size, 100));
 }
 
 Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
-  auto file = FileInPieces::open(path, longestDrawing);
-  if (!file) return file.error();
-  NumberReader reader([&file](std::span<char> piece) { return file->read(piece); }, path.string());
-  auto drawing = readStrokes(reader);
-  // The text is wrong, too, where the file could not be read on.
-  if (file->error()) return *file->error();
-  return drawing;
+  auto reader = DrawingReader::open(path);
+  if (!reader) return reader.error();
+  Drawing drawing;
+  for (;;) {
+    auto stroke = reader->next();
+    if (!stroke) return stroke.error();
+    if (!*stroke) return drawing;
+    drawing.push_back(std::move(**stroke));
+  }
 }
 
 std::optional<FileError> writeDrawing(const std::filesystem::path& path,

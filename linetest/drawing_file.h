@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -29,6 +30,25 @@ std::string drawingText(std::span<const Stroke> strokes);
 Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name);
 
 Result<Drawing, FileError> readDrawing(const std::filesystem::path& path);
+
+/// A drawing file that is read stroke by stroke, for one that takes its time.
+class DrawingReader {
+ public:
+  static Result<DrawingReader, FileError> open(const std::filesystem::path& path);
+  DrawingReader(DrawingReader&& other) noexcept;
+  ~DrawingReader();
+
+  /// The next stroke; nothing at the end.
+  Result<std::optional<Stroke>, FileError> next();
+  /// How much of the file has been read, 0 to 100.
+  int percent() const;
+
+ private:
+  struct Source;
+  explicit DrawingReader(std::unique_ptr<Source> source);
+
+  std::unique_ptr<Source> source_;
+};
 
 /// Whole or not at all: after an error, which is returned, an old file of that name is as it was.
 std::optional<FileError> writeDrawing(const std::filesystem::path& path,

@@ -7,6 +7,7 @@ namespace touch {
 struct DrawingSwitches {
   bool toleranceTest = false;  ///< strokes are recorded, and measured when they follow a guide line
   bool grid = false;           ///< the guide lines are shown
+  int strokes = 0;             ///< recorded since the canvas was last cleared
 };
 
 }  // namespace touch

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -21,6 +22,7 @@
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
 #include "ui/help.h"
+#include "ui/key_place.h"
 #include "ui/text.h"
 #include "ui/touch_canvas.h"
 
@@ -73,6 +75,7 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
       helpPanel_(new FingerList(this)),
       menuPanel_(new FingerList(this)),
       banner_(new QLabel(this)),
+      caption_(new QLabel(this)),
       resultsList_(new QListWidget(this)),
       resultsFrame_(new QFrame(this)),
       resultsTable_(new QTableWidget(ResultsSheet::rows, ResultsSheet::columns)),
@@ -80,6 +83,8 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
       lessUsedTools_(new QWidget),
       help_(new QPushButton(tr("&Help"))),
       undo_(new QPushButton(tr("&Undo"))),
+      menu_(new QPushButton(tr("&Menu"), this)),
+      escape_(new QPushButton(this)),
       toleranceView_(new QCheckBox(tr("&Band"))),
       toleranceBar_(new QScrollBar(Qt::Horizontal)),
       toleranceLabel_(new QLabel) {
@@ -92,6 +97,7 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
   presentAsGraphic(*canvasWidget_, tr("Drawing area"),
                    tr("What is drawn on the panel, and the guide lines"));
   canvasWidget_->setFocusPolicy(Qt::StrongFocus);
+  canvasWidget_->setPaper(canvasPaper);
   canvasWidget_->setGeometry(rect());
   banner_->setText(simulation ? tr("Draw with the mouse: the ink appears where the simulated "
                                    "controller reports it.\nF1 helps, Esc leaves.")
@@ -123,6 +129,11 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
   connect(help_, &QPushButton::clicked, this,
           [this] { canvas_->perform(CanvasAction::toggleHelp); });
   connect(undo_, &QPushButton::clicked, this, [this] { canvas_->perform(CanvasAction::undo); });
+  connect(menu_, &QPushButton::clicked, this, [this] {
+    const QPoint above = menu_->geometry().center();
+    canvas_->toggleMenu({static_cast<float>(above.x()) * twipsPerPixel, 0});
+  });
+  connect(escape_, &QPushButton::clicked, this, [this] { canvas_->perform(CanvasAction::escape); });
   connect(toleranceBar_, &QScrollBar::valueChanged, this,
           [this](int tenths) { canvas_->setTolerance(tenths); });
   connect(toleranceView_, &QCheckBox::toggled, this,
@@ -153,6 +164,12 @@ void frmDraw::makePanels() {
   banner_->setAttribute(Qt::WA_TransparentForMouseEvents);
   banner_->setFont(resized(font(), isSmallScreen() ? 1 : 1.3));
 
+  caption_->setObjectName("nextLine");
+  caption_->setAlignment(Qt::AlignCenter);
+  caption_->setWordWrap(true);
+  caption_->setStyleSheet("color: black");
+  caption_->setAttribute(Qt::WA_TransparentForMouseEvents);
+
   resultsList_->setObjectName("resultsList");
   resultsList_->setAccessibleName(tr("Deviations of the last stroke; tap to put away"));
   resultsList_->setFont(fixed);
@@ -176,8 +193,8 @@ void frmDraw::makePanels() {
   column->setContentsMargins(gap, gap, gap, gap);
   column->addWidget(resultsTable_);
   column->addWidget(close, 0, Qt::AlignRight);
-  for (QWidget* const panel : std::initializer_list<QWidget*>{helpPanel_, menuPanel_, banner_,
-                                                              resultsList_, resultsFrame_})
+  for (QWidget* const panel : std::initializer_list<QWidget*>{
+           helpPanel_, menuPanel_, banner_, caption_, resultsList_, resultsFrame_})
     panel->hide();
 }
 
@@ -199,6 +216,11 @@ void frmDraw::makeTools() {
   toleranceBar_->setMinimumWidth(fingerSize());
   makeFingerSized(*help_);
   makeFingerSized(*undo_);
+  menu_->setObjectName("cmdMenu");
+  menu_->setToolTip(tr("Commands, by right button as well"));
+  escape_->setObjectName("cmdEscape");
+  for (QPushButton* const way : {menu_, escape_})
+    makeFingerSized(*way);
   toleranceBar_->setFixedHeight(fingerSize());
   toleranceLabel_->setObjectName("lblTolerance");
   toleranceLabel_->setMinimumWidth(toleranceLabel_->fontMetrics().horizontalAdvance("8.8 %"));
@@ -220,7 +242,7 @@ void frmDraw::makeTools() {
   layout->addWidget(lessUsedTools_);
   QWidget* before = canvasWidget_;
   for (QWidget* const next :
-       std::initializer_list<QWidget*>{help_, undo_, toleranceView_, toleranceBar_})
+       std::initializer_list<QWidget*>{help_, undo_, toleranceView_, toleranceBar_, menu_, escape_})
     setTabOrder(std::exchange(before, next), next);
 }
 
@@ -228,7 +250,18 @@ void frmDraw::started() {
   placePanels();
   canvasWidget_->setFocus();
   canvas_->activate();
-  canvas_->offerLeftStrokes();
+  canvas_->takeUpStrokes();
+}
+
+// The screen may get another size while the canvas is open.
+void frmDraw::showEvent(QShowEvent* event) {
+  FullScreenWindow::showEvent(event);
+  connect(
+      screen(), &QScreen::geometryChanged, this,
+      [this](const QRect& all) {
+        if (isFullScreen()) setGeometry(all);
+      },
+      Qt::UniqueConnection);
 }
 
 void frmDraw::askToLeave() {
@@ -241,6 +274,7 @@ void frmDraw::leave() {
 
 void frmDraw::resizeEvent(QResizeEvent*) {
   canvasWidget_->setGeometry(rect());
+  canvas_->resize(canvasWidget_->sizeInTwips());
   placePanels();
 }
 
@@ -276,6 +310,78 @@ void frmDraw::placeTools() {
   const int lowest =
       all && !roomy ? height() - tools_->height() - 1 : top + (bottom - top - tools_->height()) / 2;
   tools_->move(left + gap, lowest);
+  placeWays(guides, roomy);
+}
+
+// Menu and Esc have a field of their own beside the other tools, or one each where it is small.
+void frmDraw::placeWays(const GuideLines& guides, bool roomy) {
+  const auto field = [&guides](int column) {
+    return QRect(QPoint(pixels(guides.V(column)), pixels(guides.H(3))),
+                 QPoint(pixels(guides.V(column + 1)), pixels(guides.H(4))))
+        .adjusted(gap, gap / 2, -gap, -gap / 2);
+  };
+  // On a small screen the open help's tools take their place.
+  const bool free = roomy || helpPanel_->isHidden();
+  menu_->setVisible(free);
+  escape_->setVisible(free);
+  const int height = std::min(field(2).height(), fingerSize());
+  QRect menu = field(roomy ? 2 : 1);
+  QRect escape = field(2);
+  if (roomy) {
+    menu.setTop(field(2).center().y() - gap / 2 - height);
+    escape.setTop(field(2).center().y() + gap / 2);
+  } else {
+    menu.setTop(menu.center().y() - height / 2);
+    escape.setTop(escape.center().y() - height / 2);
+  }
+  menu.setHeight(height);
+  escape.setHeight(height);
+  menu_->setGeometry(menu);
+  escape_->setGeometry(escape);
+  fitEscape();
+}
+
+// In one line or in two, with letters that fit.
+void frmDraw::fitEscape() {
+  constexpr int smallestLetters = 7;  // pixels
+  const int room = escape_->width() - 2 * gap;
+  QString text = escapeHint_;
+  if (escape_->fontMetrics().horizontalAdvance(text) > room) text.replace(": ", ":\n");
+  QFont letters = font();
+  int size = QFontInfo(letters).pixelSize();
+  const auto needed = [&] { return QFontMetrics(letters).size(0, text); };
+  while ((needed().width() > room || needed().height() > escape_->height() - 2) &&
+         --size >= smallestLetters)
+    letters.setPixelSize(size);
+  escape_->setFont(letters);
+  escape_->setText(text.replace('&', "&&"));
+}
+
+void frmDraw::setEscape(std::string_view hint) {
+  const QString text = shownText(hint);
+  if (text == std::exchange(escapeHint_, text)) return;
+  fitEscape();
+}
+
+// As large as one field of the grid allows.
+void frmDraw::setCaption(std::string_view caption) {
+  constexpr int largestLetters = 40;  // pixels
+  constexpr int smallestLetters = 8;
+  const GuideLines guides(canvasWidget_->sizeInTwips());
+  const QSize field = QSize(pixels(guides.V(1) - guides.V(0)), pixels(guides.H(1) - guides.H(0))) -
+                      QSize(2 * gap, 2 * gap);
+  const QString text = shownText(caption);
+  QFont letters = font();
+  letters.setBold(true);
+  for (int size = largestLetters; size >= smallestLetters; --size) {
+    letters.setPixelSize(size);
+    const QRect needed =
+        QFontMetrics(letters).boundingRect(QRect({}, field), Qt::TextWordWrap, text);
+    if (needed.width() <= field.width() && needed.height() <= field.height()) break;
+  }
+  caption_->setFont(letters);
+  caption_->setText(text);
+  caption_->resize(field);
 }
 
 void frmDraw::placePanels() {
@@ -297,7 +403,7 @@ void frmDraw::placePanels() {
   const QFontMetrics metrics = resultsList_->fontMetrics();
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   resultsList_->resize(metrics.horizontalAdvance("  Horizontal #5") + bar + 16,
-                       std::min(height() * 3 / 5, metrics.height() * 20));
+                       std::min(height() * 9 / 20, metrics.height() * 20));
 }
 
 QWidget* frmDraw::widgetOf(CanvasPanel panel) const {
@@ -306,6 +412,8 @@ QWidget* frmDraw::widgetOf(CanvasPanel panel) const {
       return helpPanel_;
     case CanvasPanel::menu:
       return menuPanel_;
+    case CanvasPanel::caption:
+      return caption_;
     case CanvasPanel::banner:
       return banner_;
     case CanvasPanel::resultsList:
@@ -336,12 +444,15 @@ void frmDraw::place(CanvasPanel panel, TwipsPoint corner) {
 
 void frmDraw::show(CanvasPanel panel, bool shown) {
   QWidget* const widget = widgetOf(panel);
-  widget->setVisible(shown);
-  if (shown) widget->raise();
-  if (panel == CanvasPanel::help) placePanels();
-  // Whoever has no mouse goes on with the arrow keys; a hidden panel gives the keyboard back.
   const bool wantsKeyboard = panel == CanvasPanel::help || panel == CanvasPanel::menu;
-  if (wantsKeyboard) (shown ? widget : canvasWidget_)->setFocus();
+  // Before it is hidden: Qt would take the focus on as the Tab key does, and frame the canvas.
+  if (wantsKeyboard && !shown) canvasWidget_->setFocus();
+  widget->setVisible(shown);
+  // The caption stays below what is looked at for a moment.
+  if (shown && panel != CanvasPanel::caption) widget->raise();
+  if (panel == CanvasPanel::help) placePanels();
+  // Whoever has no mouse goes on with the arrow keys.
+  if (wantsKeyboard && shown) widget->setFocus();
 }
 
 void frmDraw::setHelp(std::span<const std::string> lines) {
@@ -462,8 +573,7 @@ bool frmDraw::eventFilter(QObject* watched, QEvent* event) {
   constexpr int f1Code = 112;
   const int code = key.key() == Qt::Key_Escape ? escapeCode
                    : key.key() == Qt::Key_F1   ? f1Code
-                   : key.key() < 'a'           ? key.key()
-                                               : 0;
+                                               : letterOrDigit(key);
   if (!actionOfKey(code)) return false;
   // A key that is held would clear and then leave.
   if (!key.isAutoRepeat()) canvas_->keyDown(code);

@@ -36,6 +36,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
 
  protected:
   void started() override;
+  void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -46,6 +47,8 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void place(CanvasPanel panel, TwipsPoint corner) override;
   void show(CanvasPanel panel, bool shown) override;
   void setHelp(std::span<const std::string> lines) override;
+  void setCaption(std::string_view caption) override;
+  void setEscape(std::string_view hint) override;
   void setResultsList(std::span<const std::string> lines) override;
   void setResultsTable(const ResultsSheet& sheet) override;
   void setTolerance(float percent) override;
@@ -60,6 +63,8 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void makeTools();
   void placePanels();
   void placeTools();
+  void placeWays(const GuideLines& guides, bool roomy);
+  void fitEscape();
   void fitTableFont(float squeeze);
   bool hasRoomForTools() const;
 
@@ -68,6 +73,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   FingerList* helpPanel_;
   FingerList* menuPanel_;
   QLabel* banner_;
+  QLabel* caption_;
   QListWidget* resultsList_;
   QFrame* resultsFrame_;
   QTableWidget* resultsTable_;
@@ -75,6 +81,9 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   QWidget* lessUsedTools_;
   QPushButton* help_;
   QPushButton* undo_;
+  QPushButton* menu_;
+  QPushButton* escape_;
+  QString escapeHint_;
   QCheckBox* toleranceView_;
   QScrollBar* toleranceBar_;
   QLabel* toleranceLabel_;  // lblTolerance

@@ -82,6 +82,7 @@ frmLinearity::frmLinearity(LinearityParts parts, const std::optional<Simulation>
     procedure_->goTo(line);
     showLine();
   });
+  connect(resultPage_, &frmLinearityResult::measureAnewRequested, this, &frmLinearity::measureAnew);
   connect(resultPage_, &frmLinearityResult::backRequested, this, &frmLinearity::backToLines);
   connect(resultPage_, &frmLinearityResult::leaveRequested, this, [this] { askToLeave(); });
 }
@@ -219,10 +220,13 @@ void frmLinearity::sizeEntered() {
 void frmLinearity::begin() {
   pages_->setCurrentWidget(guidePage_);
   placePanel();
-  const auto size = *parts_.setup.panelSize;
-  const MeasuredPanel panel{canvas_->sizeInTwips(), size.widthMm, size.heightMm};
-  procedure_.emplace(panel);
+  procedure_.emplace(measuredPanel());
   takeUpEarlierResults() ? showLine() : leave();
+}
+
+MeasuredPanel frmLinearity::measuredPanel() const {
+  const auto size = *parts_.setup.panelSize;
+  return {canvas_->sizeInTwips(), size.widthMm, size.heightMm};
 }
 
 bool frmLinearity::takeUpEarlierResults() {
@@ -233,23 +237,54 @@ bool frmLinearity::takeUpEarlierResults() {
                              "the new one, with \".old\" behind its name.")
                               .toStdString());
   }
-  if (earlier.results.empty()) return true;
-  const QString question =
-      tr("%1 of 18 lines are measured already. Go on with them?").arg(earlier.results.size());
-  switch (parts_.prompt.ask(question.toStdString())) {
+  const auto measured = earlier.results.size();
+  if (measured == 0) return true;
+  const auto goOn = [&] {
+    return parts_.prompt.choose(
+        tr("%1 of 18 lines have been measured.").arg(measured).toStdString(),
+        tr("Continue").toStdString(), tr("Start over").toStdString());
+  };
+  switch (measured == LinearityProcedure::lines ? Answer::yes : goOn()) {
     case Answer::yes:
       for (auto& [line, result] : earlier.results)
         procedure_->restore(line, std::move(result));
       return true;
     case Answer::no:
-      // Left in their places they would be taken for results of the panel that is measured now.
-      if (const auto error = setAside(parts_.workingFolder, earlier.lines()))
-        parts_.prompt.message(error->describe());
+      putAside(earlier.lines());
       return true;
     case Answer::none:
       break;
   }
   return false;
+}
+
+void frmLinearity::putAside(std::span<const TestLine> lines) {
+  if (const auto error = setAside(parts_.workingFolder, lines))
+    parts_.prompt.message(error->describe());
+}
+
+void frmLinearity::measureAnew() {
+  const QString question =
+      tr("Measure all lines anew? The results so far are kept as files, with "
+         "\".old\" behind their names.");
+  if (parts_.prompt.choose(question.toStdString(), tr("Measure anew").toStdString(),
+                           tr("Cancel").toStdString()) != Answer::yes) {
+    return;
+  }
+  const MeasuredPanel panel = procedure_->panel();
+  putAside(readResults(parts_.workingFolder, panel).lines());
+  procedure_.emplace(panel);
+  showLine();
+}
+
+// A line that was drawn on a screen of another size lies elsewhere on this one.
+void frmLinearity::followSize() {
+  if (!procedure_ || procedure_->penIsDown()) return;
+  if (canvas_->sizeInTwips() == procedure_->panel().screen) return;
+  procedure_.emplace(measuredPanel());
+  for (auto& [line, result] : readResults(parts_.workingFolder, procedure_->panel()).results)
+    procedure_->restore(line, std::move(result));
+  if (pages_->currentWidget() != resultPage_) showLine();
 }
 
 void frmLinearity::next() {
@@ -397,7 +432,9 @@ void frmLinearity::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmLinearity::resizeEvent(QResizeEvent*) {
-  if (guidePanel_ != nullptr) placePanel();
+  if (guidePanel_ == nullptr) return;
+  placePanel();
+  followSize();
 }
 
 }  // namespace touch

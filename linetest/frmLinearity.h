@@ -58,8 +58,14 @@ class frmLinearity final : public FullScreenWindow {
 
   void sizeEntered();
   void begin();
-  /// Asks whether to go on with what an earlier run has measured; false when the question was taken away.
+  /// Takes up what an earlier run has measured: without a question when that is all, else as the user says; false when
+  /// the question was taken away.
   bool takeUpEarlierResults();
+  /// Left in their places they would be taken for results of the panel that is measured now.
+  void putAside(std::span<const TestLine> lines);
+  void measureAnew();
+  MeasuredPanel measuredPanel() const;
+  void followSize();
   void next();
   void back();
   void backToLines();

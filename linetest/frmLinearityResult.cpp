@@ -74,7 +74,8 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
       unit_(new QComboBox),
       verdict_(new QLabel),
       tabs_(new QTabWidget),
-      again_(new QPushButton(tr("&Draw again"))) {
+      again_(new QPushButton(tr("&Draw again"))),
+      anew_(new QPushButton(tr("&Measure anew"))) {
   setObjectName("linearityResult");
   auto* const scrolled = new QScrollArea;
   scrolled->setWidget(page_);
@@ -213,6 +214,7 @@ QWidget* frmLinearityResult::makeRow(std::initializer_list<RowButton> buttons) {
 QWidget* frmLinearityResult::makeWays() {
   again_->setToolTip(tr("Draws the line that is marked under \"Figures\" again"));
   again_->setEnabled(false);
+  anew_->setToolTip(tr("Begins with the first line; the results so far are kept as files"));
   return makeRow({
       {new QPushButton(tr("\u25C0 &Back")), "cmdBackToLines", [this] { emit backRequested(); }},
       {again_, "cmdDrawAgain",
@@ -220,6 +222,7 @@ QWidget* frmLinearityResult::makeWays() {
          const QString label = figures_->item(figures_->currentRow(), 0)->text();
          if (const auto line = testLineOf(label.toStdString())) emit drawAgainRequested(*line);
        }},
+      {anew_, "cmdMeasureAnew", [this] { emit measureAnewRequested(); }},
       {new QPushButton(tr("&Leave")), "cmdLeaveResult", [this] { emit leaveRequested(); }},
   });
 }
@@ -239,6 +242,7 @@ QWidget* frmLinearityResult::makeExports() {
 }
 
 void frmLinearityResult::showResults(std::vector<LineResult> results, const MeasuredPanel& panel) {
+  anew_->setEnabled(!results.empty());
   page_->showReport({std::move(results), panel, setup_.limits});
   fill();
 }

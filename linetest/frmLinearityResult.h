@@ -34,6 +34,7 @@ class frmLinearityResult final : public QWidget {
 
  signals:
   void drawAgainRequested(const touch::TestLine& line);
+  void measureAnewRequested();
   void backRequested();
   void leaveRequested();
 
@@ -64,6 +65,7 @@ class frmLinearityResult final : public QWidget {
   QLabel* verdict_;
   QTabWidget* tabs_;
   QPushButton* again_;
+  QPushButton* anew_;
 };
 
 }  // namespace touch

@@ -10,6 +10,7 @@ namespace touch {
 namespace {
 
 constexpr float besidePen = 500;  // twips
+constexpr float besideLine = 150;
 
 float placeBeside(float pen, float length, float screen) {
   return pen + besidePen + length < screen ? pen + besidePen : pen - length - besidePen;
@@ -24,6 +25,11 @@ std::string sampleLine(std::size_t number, float deviation, float tolerancePerce
 }
 
 }  // namespace
+
+float onScreen(float start, float length, float screen) {
+  if (start + length > screen) start = screen - length;
+  return start < 0 ? 0 : start;
+}
 
 int roundedTwips(float position) {
   return static_cast<int>(std::lrint(position));
@@ -87,16 +93,18 @@ StrokeStatistics measureStroke(std::span<const TwipsPoint> samples, const LineMa
   return statistics;
 }
 
+std::string lineTitle(int index) {
+  return GuideLines::orientation(index) == Orientation::vertical
+             ? "Vertical #" + std::to_string(index + 1)
+             : "Horizontal #" + std::to_string(index + 1 - GuideLines::perOrientation);
+}
+
 std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const LineMatch& line,
                                      TwipsSize screen, float tolerancePercent) {
   const StrokeStatistics statistics = measureStroke(samples, line, screen);
-  const std::string heading =
-      line.orientation() == Orientation::vertical
-          ? "  Vertical #" + std::to_string(line.index + 1)
-          : "  Horizontal #" + std::to_string(line.index + 1 - GuideLines::perOrientation);
   std::vector<std::string> lines = {
       "",
-      heading,
+      "  " + lineTitle(line.index),
       "  AVG :  " + fixedText(statistics.average(), 2),
       "  Max :  " + fixedText(static_cast<double>(statistics.maximum), 2),
       "  Min :  " + fixedText(static_cast<double>(statistics.minimum), 2),
@@ -115,6 +123,23 @@ std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const 
 TwipsPoint placeBeside(TwipsPoint pen, TwipsSize size, TwipsSize screen) {
   return {placeBeside(pen.x, size.width, screen.width),
           placeBeside(pen.y, size.height, screen.height)};
+}
+
+TwipsPoint clearOfLine(TwipsPoint corner, TwipsSize size, const GuideLines& guides, int index) {
+  const TwipsSize screen = guides.screen();
+  corner = {onScreen(corner.x, size.width, screen.width),
+            onScreen(corner.y, size.height, screen.height)};
+  const bool vertical = GuideLines::orientation(index) == Orientation::vertical;
+  float& place = vertical ? corner.x : corner.y;
+  const float length = vertical ? size.width : size.height;
+  const float end = vertical ? screen.width : screen.height;
+  const float line = guides.position(index);
+  if (place >= line + besideLine || place + length <= line - besideLine) return corner;
+  const float before = line - besideLine - length;
+  const float behind = line + besideLine;
+  const bool fitsBehind = behind + length <= end;
+  place = before < 0 || (fitsBehind && behind - place < place - before) ? behind : before;
+  return corner;
 }
 
 }  // namespace touch

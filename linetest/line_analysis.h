@@ -74,7 +74,14 @@ StrokeStatistics measureStroke(std::span<const TwipsPoint> samples, const LineMa
 std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const LineMatch& line,
                                      TwipsSize screen, float tolerancePercent);
 
+/// "Vertical #3", "Horizontal #1".
+std::string lineTitle(int index);
+
+/// `start`, moved so that a panel of this length lies on the screen; at its beginning when it is longer than that.
+float onScreen(float start, float length, float screen);
 /// The upper left corner of a list of `size` beside the pen, on the side where there is room.
 TwipsPoint placeBeside(TwipsPoint pen, TwipsSize size, TwipsSize screen);
+/// That corner, moved on the screen and off guide line `index`, to the side where less of the way is.
+TwipsPoint clearOfLine(TwipsPoint corner, TwipsSize size, const GuideLines& guides, int index);
 
 }  // namespace touch

@@ -1,6 +1,6 @@
 #include "linetest/picture.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace touch {
 
@@ -35,8 +35,8 @@ void Picture::removeLayer(Layer layer) {
   }
 }
 
-void Picture::removeLast(std::size_t count) {
-  marks_.resize(marks_.size() - std::min(count, marks_.size()));
+void Picture::show(Marks marks) {
+  marks_ = std::move(marks);
   showAnew();
 }
 

@@ -15,8 +15,8 @@ class Picture final : public Surface {
   /// Beyond this the oldest half is forgotten; what is shown stays.
   static constexpr std::size_t mostMarks = 1'000'000;
 
-  /// What a mark is part of. Tolerance lines are taken away again without the ink around them.
-  enum class Layer : std::uint8_t { drawing, toleranceLines };
+  /// What a mark is part of. All but the drawing are taken away again without the ink around them.
+  enum class Layer : std::uint8_t { drawing, grid, toleranceLines, nextLine };
 
   explicit Picture(Surface& shown) : shown_(shown) {}
 
@@ -29,10 +29,7 @@ class Picture final : public Surface {
   void setLayer(Layer layer) { layer_ = layer; }
   /// Takes the layer's marks away and shows the rest anew. Nothing happens when there is none.
   void removeLayer(Layer layer);
-  /// Takes the last `count` marks back and shows the rest anew.
-  void removeLast(std::size_t count);
 
-  std::size_t marks() const { return marks_.size(); }
   void drawOn(Surface& surface) const;
 
  private:
@@ -46,12 +43,21 @@ class Picture final : public Surface {
     Layer layer{};
   };
 
-  void add(Shape shape, TwipsPoint from, TwipsPoint to, Colour colour, int width);
+ public:
+  using Marks = std::vector<Mark>;
+  /// All that is remembered, for `show`.
+  const Marks& marks() const { return marks_; }
+  /// Shows what there was when these were taken.
+  void show(Marks marks);
+  /// Shows all marks on a surface that has lost them.
   void showAnew();
+
+ private:
+  void add(Shape shape, TwipsPoint from, TwipsPoint to, Colour colour, int width);
   static void draw(const Mark& mark, Surface& surface);
 
   Surface& shown_;
-  std::vector<Mark> marks_;
+  Marks marks_;
   Layer layer_ = Layer::drawing;
 };
 

@@ -30,7 +30,7 @@ class StrokeBuffer {
   /// A stroke goes on however long it lasts: beyond 3000 samples the newest takes the place of the one before, outside
   /// the count, so that the measured part stays as it was.
   void add(TwipsPoint sample) {
-    samples_[count_] = sample;
+    samples_[std::min(count_, mostCounted)] = sample;
     count_ = std::min(count_ + 1, mostCounted);
   }
   /// Takes over a stroke that was read, at most Stroke::mostSamples long.

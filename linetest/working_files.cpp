@@ -1,12 +1,14 @@
 #include "linetest/working_files.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <string>
 #include <utility>
 
 #include "core/language.h"
 #include "core/whole_file.h"
+#include "linetest/drawing_file.h"
 #include "linetest/number_layout.h"
 
 namespace touch {
@@ -18,6 +20,8 @@ namespace fs = std::filesystem;
 constexpr std::string_view nameStart = "tmp";
 constexpr std::string_view extension = ".tmp";
 constexpr const char* holdName = "in-use.lock";
+constexpr const char* unfinishedName = "unfinished";
+constexpr const char* damagedExtension = ".damaged";
 constexpr int mostPrograms = 9;
 // 3001 samples of two numbers take a tenth of it.
 constexpr std::size_t longestWorkingFile = std::size_t{1} << 20U;
@@ -42,15 +46,19 @@ bool isCutOff(const fs::path& file) {
   return at != name.npos && name.find_first_not_of("0123456789", at + ending.size()) == name.npos;
 }
 
+std::string nameOf(int number) {
+  return std::string(nameStart) + threeDigits(number) + std::string(extension);
+}
+
 std::optional<int> numberOf(const fs::path& file) {
   const std::string name = file.filename().string();
   if (!name.starts_with(nameStart) || !name.ends_with(extension)) return std::nullopt;
   int number = 0;
   const char* begin = name.data() + nameStart.size();
   const char* end = name.data() + name.size() - extension.size();
-  if (end < begin + 3) return std::nullopt;
+  if (end < begin) return std::nullopt;
   const auto [stop, failed] = std::from_chars(begin, end, number);
-  if (failed != std::errc() || stop != end || number < 0) return std::nullopt;
+  if (failed != std::errc() || number < 0 || name != nameOf(number)) return std::nullopt;
   return number;
 }
 
@@ -64,6 +72,26 @@ std::vector<fs::path> filesIn(const fs::path& folder, bool (*wanted)(const fs::p
   for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
     if (wanted(at->path())) files.push_back(at->path());
   return files;
+}
+
+/// Beginning and ending, with a number between them where there is a file of that name already.
+fs::path freePath(const fs::path& beginning, std::string_view ending = {}) {
+  fs::path free = beginning;
+  free += ending;
+  std::error_code unknown;
+  for (int next = 2; fs::exists(fs::symlink_status(free, unknown)); ++next) {
+    free = beginning;
+    free += std::to_string(next) + std::string(ending);
+  }
+  return free;
+}
+
+std::optional<FileError> renameFile(const fs::path& from, const fs::path& to) {
+  std::error_code failed;
+  fs::rename(from, to, failed);
+  if (!failed) return std::nullopt;
+  return FileError{from.string(), 0, say("linetest", "a file that can be renamed"),
+                   failed.message()};
 }
 
 }  // namespace
@@ -120,10 +148,16 @@ WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBa
 }
 
 fs::path WorkingFiles::pathOf(int number) const {
-  return folder_ / (std::string(nameStart) + threeDigits(number) + std::string(extension));
+  return folder_ / nameOf(number);
 }
 
 std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) const {
+  // First, so that there is no stroke that the next run would not offer.
+  const fs::path mark = folder_ / unfinishedName;
+  errno = 0;
+  if (!createFile(mark) && errno != EEXIST)
+    return FileError{mark.string(), 0, say("linetest", "a place that can be written"),
+                     std::generic_category().message(errno)};
   return writeWholeFile(pathOf(number), workingText(stroke));
 }
 
@@ -149,6 +183,16 @@ void WorkingFiles::remove(int number) const {
   fs::remove(pathOf(number), ignored);
 }
 
+bool WorkingFiles::isUnfinished() const {
+  std::error_code unknown;
+  return fs::exists(folder_ / unfinishedName, unknown);
+}
+
+void WorkingFiles::finish() const {
+  std::error_code ignored;
+  fs::remove(folder_ / unfinishedName, ignored);
+}
+
 std::optional<FileError> WorkingFiles::clear() const {
   for (const fs::path& file : filesIn(folder_, isWorkingFile)) {
     std::error_code failed;
@@ -157,6 +201,7 @@ std::optional<FileError> WorkingFiles::clear() const {
       return FileError{file.string(), 0, say("linetest", "a file that can be deleted"),
                        failed.message()};
   }
+  finish();
   return std::nullopt;
 }
 
@@ -174,19 +219,39 @@ LeftStrokes WorkingFiles::left() const {
       left.strokes.push_back({number, std::move(*stroke)});
     } else {
       left.damaged.push_back(stroke.error());
+      left.damagedNumbers.push_back(number);
     }
   }
   return left;
 }
 
+std::optional<FileError> WorkingFiles::setDamagedAside(const LeftStrokes& left) const {
+  for (const int number : left.damagedNumbers) {
+    const fs::path damaged = pathOf(number);
+    if (auto error =
+            renameFile(damaged, freePath(fs::path(damaged).replace_extension(damagedExtension))))
+      return error;
+  }
+  return std::nullopt;
+}
+
+fs::path WorkingFiles::asidePath() const {
+  return freePath(folder_ / "left", ".fdw");
+}
+
+std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left) const {
+  Drawing drawing;
+  for (const auto& [number, stroke] : left.strokes)
+    drawing.push_back(stroke);
+  if (auto error = writeDrawing(asidePath(), drawing)) return error;
+  return clear();
+}
+
 std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
   int next = 0;
   for (const auto& [number, stroke] : left.strokes) {
-    std::error_code failed;
-    if (number != next) fs::rename(pathOf(number), pathOf(next), failed);
-    if (failed) {
-      return FileError{pathOf(number).string(), 0, say("linetest", "a file that can be renamed"),
-                       failed.message()};
+    if (number != next) {
+      if (auto error = renameFile(pathOf(number), pathOf(next))) return error;
     }
     ++next;
   }

@@ -32,6 +32,7 @@ struct LeftStrokes {
   };
   std::vector<Numbered> strokes;
   std::vector<FileError> damaged;  ///< files that cannot be read, and why
+  std::vector<int> damagedNumbers;
 };
 
 class WorkingFiles {
@@ -44,16 +45,27 @@ class WorkingFiles {
   const std::filesystem::path& folder() const { return folder_; }
   std::filesystem::path pathOf(int number) const;
 
-  /// Whole or not at all.
+  /// Whole or not at all. From now on the drawing is unfinished.
   std::optional<FileError> write(int number, const Stroke& stroke) const;
   Result<Stroke, FileError> read(int number) const;
   /// The strokes 0 to `count` - 1, or the first error.
   Result<std::vector<Stroke>, FileError> readAll(int count) const;
   void remove(int number) const;
 
-  /// Deletes every "*.tmp" in the folder, which is the system's own.
+  /// Whether the drawing in the files is one that its program did not come to finish: neither cleared nor saved, nor left
+  /// by the user. A file tells it to the next run.
+  bool isUnfinished() const;
+  void finish() const;
+
+  /// Deletes every "*.tmp" in the folder, which is the system's own. That finishes the drawing.
   std::optional<FileError> clear() const;
   LeftStrokes left() const;
+  /// Gives the damaged files of `left` names that say so, under which nothing is written and nothing deleted.
+  std::optional<FileError> setDamagedAside(const LeftStrokes& left) const;
+  /// Where `keepAside` will keep strokes: a drawing file of a free name in the folder.
+  std::filesystem::path asidePath() const;
+  /// Turns the strokes of `left` into that drawing file, which nothing writes to or deletes any more.
+  std::optional<FileError> keepAside(const LeftStrokes& left) const;
   /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them. It takes no room on
   /// the disk, and a crash in between loses none.
   std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;

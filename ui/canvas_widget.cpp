@@ -18,6 +18,10 @@ QPointF pixels(TwipsPoint point) {
   return {static_cast<qreal>(point.x / twipsPerPixel), static_cast<qreal>(point.y / twipsPerPixel)};
 }
 
+QColor asQt(Colour colour) {
+  return {colour.red, colour.green, colour.blue};
+}
+
 QRect touched(const QRectF& shape, int width) {
   const qreal margin = width / 2.0 + 1;
   return shape.normalized().adjusted(-margin, -margin, margin, margin).toAlignedRect();
@@ -63,20 +67,21 @@ void CanvasWidget::usePen(Colour colour, int width) {
   if (colour == colour_ && width == width_) return;
   colour_ = colour;
   width_ = width;
-  painter_.setPen(QPen(QColor(colour.red, colour.green, colour.blue), width, Qt::SolidLine,
-                       Qt::RoundCap, Qt::RoundJoin));
+  painter_.setPen(QPen(asQt(colour), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
 }
 
 void CanvasWidget::showPart(const QRect& part) {
   if (atOnce_) {
     repaint(part);
   } else {
-    update(part);
+    // One rectangle around all: a region of ten thousand pieces would take longer to put together than to paint.
+    changed_ |= part;
+    update(changed_);
   }
 }
 
 void CanvasWidget::clear() {
-  image_.fill(Qt::black);
+  image_.fill(asQt(paper_));
   update();
 }
 
@@ -104,6 +109,7 @@ void CanvasWidget::point(TwipsPoint at, Colour colour, int width) {
 }
 
 void CanvasWidget::paintEvent(QPaintEvent* event) {
+  if (event->region().contains(changed_)) changed_ = {};
   // To begin a painter on a widget takes five times as long as to draw a piece of ink. A painter of others may scale.
   QPoint origin;
   QPaintDevice* screen = redirected(&origin);
@@ -122,6 +128,12 @@ void CanvasWidget::paintEvent(QPaintEvent* event) {
   style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, &painter, this);
 }
 
+// Whoever draws has left the keys.
+void CanvasWidget::mousePressEvent(QMouseEvent* event) {
+  if (std::exchange(focusIsShown_, false)) update();
+  QWidget::mousePressEvent(event);
+}
+
 void CanvasWidget::focusInEvent(QFocusEvent* event) {
   focusIsShown_ =
       event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
@@ -136,7 +148,7 @@ void CanvasWidget::focusOutEvent(QFocusEvent*) {
 void CanvasWidget::resizeEvent(QResizeEvent*) {
   QImage image(size() * devicePixelRatioF(), QImage::Format_RGB32);
   image.setDevicePixelRatio(devicePixelRatioF());
-  image.fill(Qt::black);
+  image.fill(asQt(paper_));
   if (!image_.isNull()) {
     painter_.end();
     QPainter(&image).drawImage(0, 0, image_);

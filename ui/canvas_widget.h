@@ -22,6 +22,8 @@ class CanvasWidget : public QWidget, public Surface {
   void point(TwipsPoint at, Colour colour, int width) override;
 
   TwipsSize sizeInTwips() const;
+  /// What there is where nothing is drawn; black unless said. To be said before anything is drawn.
+  void setPaper(Colour paper) { paper_ = paper; }
 
  protected:
   /// Whether what is drawn is seen at once, and not when the event loop comes to it. That is right for ink under a
@@ -30,6 +32,7 @@ class CanvasWidget : public QWidget, public Surface {
 
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
@@ -39,6 +42,8 @@ class CanvasWidget : public QWidget, public Surface {
 
   QImage image_;
   QPainter painter_;  ///< stays on the image: to begin anew costs as much as a stroke's next piece
+  Colour paper_;
+  QRect changed_;  ///< since it was painted last
   // Of its pen; no pen is 0 wide.
   Colour colour_;
   int width_ = 0;

@@ -3,11 +3,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 
 #include "ui/finger_style.h"
+#include "ui/full_screen_window.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -22,10 +24,32 @@ int answerTo(QDialog& dialog) {
   return answer;
 }
 
+/// Esc closes it, and is no answer.
+class QuestionBox final : public QMessageBox {
+ public:
+  using QMessageBox::QMessageBox;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::Cancel)) {
+      done(QDialog::Rejected);
+    } else {
+      QMessageBox::keyPressEvent(event);
+    }
+  }
+};
+
+/// The window that a box belongs to. A full-screen window is in front of all others even while the system still has to
+/// make it the active one; a box of another one would bring that one to the front.
+QWidget* windowInFront() {
+  if (QWidget* const dialog = QApplication::activeModalWidget()) return dialog;
+  for (QWidget* const window : QApplication::topLevelWidgets())
+    if (qobject_cast<FullScreenWindow*>(window) != nullptr && window->isVisible()) return window;
+  return QApplication::activeWindow();
+}
+
 /// The button that was pressed, be it by its key; none when the box was closed without.
-QMessageBox::StandardButton pressedIn(std::string_view text, std::string_view title,
-                                      QMessageBox::StandardButtons buttons) {
-  QMessageBox box(QMessageBox::NoIcon, shownText(title), {}, buttons, QApplication::activeWindow());
+QMessageBox::StandardButton pressedIn(QMessageBox& box, std::string_view text) {
   box.setTextFormat(Qt::PlainText);
   box.setText(shownText(text));
   for (QAbstractButton* const button : box.buttons())
@@ -37,22 +61,8 @@ QMessageBox::StandardButton pressedIn(std::string_view text, std::string_view ti
   return pressed;
 }
 
-}  // namespace
-
-void MessageBoxPrompt::message(std::string_view text, std::string_view title) {
-  pressedIn(text, title, QMessageBox::Ok);
-}
-
-bool MessageBoxPrompt::await(std::string_view text, std::string_view title) {
-  return pressedIn(text, title, QMessageBox::Ok) == QMessageBox::Ok;
-}
-
-bool MessageBoxPrompt::proceed(std::string_view text, std::string_view title) {
-  return pressedIn(text, title, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
-}
-
-Answer MessageBoxPrompt::ask(std::string_view text, std::string_view title) {
-  switch (pressedIn(text, title, QMessageBox::Yes | QMessageBox::No)) {
+Answer answerIn(QuestionBox& box, std::string_view text) {
+  switch (pressedIn(box, text)) {
     case QMessageBox::Yes:
       return Answer::yes;
     case QMessageBox::No:
@@ -62,9 +72,40 @@ Answer MessageBoxPrompt::ask(std::string_view text, std::string_view title) {
   }
 }
 
+}  // namespace
+
+void MessageBoxPrompt::message(std::string_view text, std::string_view title) {
+  await(text, title);
+}
+
+bool MessageBoxPrompt::await(std::string_view text, std::string_view title) {
+  QMessageBox box(QMessageBox::NoIcon, shownText(title), {}, QMessageBox::Ok, windowInFront());
+  return pressedIn(box, text) == QMessageBox::Ok;
+}
+
+bool MessageBoxPrompt::proceed(std::string_view text, std::string_view title) {
+  QMessageBox box(QMessageBox::NoIcon, shownText(title), {}, QMessageBox::Ok | QMessageBox::Cancel,
+                  windowInFront());
+  return pressedIn(box, text) == QMessageBox::Ok;
+}
+
+Answer MessageBoxPrompt::ask(std::string_view text, std::string_view title) {
+  QuestionBox box(QMessageBox::NoIcon, shownText(title), {}, QMessageBox::Yes | QMessageBox::No,
+                  windowInFront());
+  return answerIn(box, text);
+}
+
+Answer MessageBoxPrompt::choose(std::string_view text, std::string_view yes, std::string_view no) {
+  QuestionBox box(QMessageBox::NoIcon, shownText(defaultTitle), {},
+                  QMessageBox::Yes | QMessageBox::No, windowInFront());
+  box.button(QMessageBox::Yes)->setText(shownText(yes));
+  box.button(QMessageBox::No)->setText(shownText(no));
+  return answerIn(box, text);
+}
+
 std::optional<std::string> MessageBoxPrompt::input(std::string_view prompt,
                                                    std::string_view title) {
-  QInputDialog dialog(QApplication::activeWindow());
+  QInputDialog dialog(windowInFront());
   dialog.setWindowTitle(shownText(title));
   dialog.setLabelText(shownText(prompt));
   dialog.setTextEchoMode(QLineEdit::Password);

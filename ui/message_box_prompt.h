@@ -11,6 +11,7 @@ class MessageBoxPrompt final : public Prompt {
   bool await(std::string_view text, std::string_view title) override;
   bool proceed(std::string_view text, std::string_view title) override;
   Answer ask(std::string_view text, std::string_view title) override;
+  Answer choose(std::string_view text, std::string_view yes, std::string_view no) override;
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
 };
 

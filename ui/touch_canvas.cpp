@@ -41,17 +41,25 @@ void TouchCanvas::follow(const QPointF& pointer) {
 }
 
 void TouchCanvas::mousePressEvent(QMouseEvent* event) {
+  CanvasWidget::mousePressEvent(event);
+  event->accept();
+  if (event->button() == button_ || !event->buttons().testFlag(button_)) lift();
   if (button_ != Qt::NoButton) return;
   button_ = event->button();
   follow(event->position());
 }
 
 void TouchCanvas::mouseMoveEvent(QMouseEvent* event) {
+  if (!event->buttons().testFlag(button_)) lift();
   if (button_ != Qt::NoButton) follow(event->position());
 }
 
 void TouchCanvas::mouseReleaseEvent(QMouseEvent* event) {
-  if (event->button() != button_) return;
+  if (event->button() == button_) lift();
+}
+
+// Also when a window that came up has had the button's release.
+void TouchCanvas::lift() {
   button_ = Qt::NoButton;
   if (const auto last = std::exchange(pen_, std::nullopt)) emit penUp(*last);
 }

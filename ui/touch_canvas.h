@@ -32,6 +32,7 @@ class TouchCanvas final : public CanvasWidget {
  private:
   std::optional<TwipsPoint> reported(const QPointF& pointer) const;
   void follow(const QPointF& pointer);
+  void lift();
 
   std::optional<Simulation> simulation_;
   std::string controller_;

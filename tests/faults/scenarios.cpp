@@ -6,8 +6,10 @@
 #include "console/parameter_editor.h"
 #include "console/touch_settings.h"
 #include "core/driver_settings.h"
+#include "core/whole_file.h"
 #include "linetest/canvas.h"
 #include "linetest/drawing_file.h"
+#include "linetest/linearity_files.h"
 #include "serial/debugger.h"
 #include "serial/raw_drawing.h"
 #include "tests/faults/fault_world.h"
@@ -63,6 +65,8 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
   void place(CanvasPanel, TwipsPoint) override {}
   void show(CanvasPanel, bool) override {}
   void setHelp(std::span<const std::string>) override {}
+  void setCaption(std::string_view) override {}
+  void setEscape(std::string_view) override {}
   void setResultsList(std::span<const std::string>) override {}
   void setResultsTable(const ResultsSheet&) override {}
   void setTolerance(float) override {}
@@ -152,6 +156,33 @@ Outcome drawAndSave(FaultWorld& world) {
   return {drawing && drawing->size() == strokes, world.told()};
 }
 
+Outcome keepLine(FaultWorld& world) {
+  const TestLine line;
+  const auto remains = [&world] {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(world.disk())) {
+      const auto text = readWholeFile(entry.path(), 1'000'000);
+      if (text && *text == "earlier") ++count;
+    }
+    return count;
+  };
+  int before = 0;
+  {
+    const Pause pause(world.plan);
+    EXPECT_EQ(writeWholeFile(world.disk() / resultFileName(line), "earlier"), std::nullopt);
+    before = remains();
+  }
+  LinearityProcedure procedure({{20000, 10000}, 200, 100});
+  procedure.penDown({625, 0});
+  for (float y = 1000; y < 10000; y += 1000)
+    procedure.penMove({625, y});
+  procedure.penUp();
+  const auto error = keepAndGoOn(world.disk(), procedure);
+  const Pause pause(world.plan);
+  EXPECT_EQ(remains(), before) << "an earlier result was lost";
+  return {!error && readResult(world.disk(), line), error ? error->describe() : ""};
+}
+
 /// Does something on the serial line, past the driver.
 Outcome onTheLine(FaultWorld& world, const std::function<Outcome(Debugger&)>& work) {
   Debugger debugger(world.access(), world.prompt, world.serial, {});
@@ -212,7 +243,7 @@ constexpr Scenario all[] = {
     {"Calibration3", calibrate<3>},      {"Calibration5", calibrate<5>},
     {"Calibration9", calibrate<9>},      {"DrawingSave", drawAndSave},
     {"SerialExchange", askOnTheLine},    {"ReportStream", receiveReports},
-    {"RawDrawing", drawReports},
+    {"RawDrawing", drawReports},         {"LinearityKeep", keepLine},
 };
 
 }  // namespace

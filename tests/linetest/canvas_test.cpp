@@ -32,6 +32,8 @@ class View final : public CanvasView {
   std::map<CanvasPanel, TwipsPoint> corners;
   Lines results;
   ResultsSheet sheet;
+  std::string caption;
+  std::string escape;
   fs::path chosen;
   int left = 0;
 
@@ -40,6 +42,8 @@ class View final : public CanvasView {
   void place(CanvasPanel panel, TwipsPoint corner) override { corners[panel] = corner; }
   void show(CanvasPanel, bool) override {}
   void setHelp(std::span<const std::string>) override {}
+  void setCaption(std::string_view text) override { caption = text; }
+  void setEscape(std::string_view hint) override { escape = hint; }
   void setResultsList(std::span<const std::string> lines) override {
     results.assign(lines.begin(), lines.end());
   }
@@ -71,6 +75,12 @@ class OnTheCanvas : public testing::Test {
     for (std::size_t i = 1; i < points.size(); ++i)
       canvas.pointerMove(points[i]);
     canvas.pointerUp(points.back());
+    return view.drawing.take();
+  }
+  Lines moveOnly(TwipsPoint to) {
+    view.drawing.take();
+    canvas.pointerMove(to);
+    canvas.pointerUp(to);
     return view.drawing.take();
   }
   /// Along guide line `index`, `off` twips beside it, from the margin on.
@@ -114,10 +124,29 @@ TEST_F(OnTheCanvas, DrawsJoinedLinesOrPoints) {
   keys("P2C");
   EXPECT_THAT(draw({{1000, 1000}, {1015, 1000}}),
               ElementsAre("point 1000,1000 #13 2", "point 1015,1000 #13 2"));
-  keys("L1CCC");
-  EXPECT_EQ(canvas.pen().colour, 1) << "the background is left out";
+  keys("L1");
   canvas.pointerMove({1, 1});
   EXPECT_EQ(picture().size(), 5u) << "and nothing where the pen was up";
+}
+
+TEST(PenColours, AreOfferedInTheirOrderAndCanBeToldFromThePaper) {
+  const struct {
+    int from;
+    Colour paper;
+    int next;
+  } cases[] = {{12, canvasPaper, 13}, {15, canvasPaper, 0}, {0, canvasPaper, 9}, {0, white, 9},
+               {14, white, 0},        {15, palette[0], 1},  {8, palette[9], 10}};
+  for (const auto& c : cases)
+    EXPECT_EQ(nextColour(c.from, c.paper), c.next) << c.from;
+  for (int colour = nextColour(12, canvasPaper); colour != 12;
+       colour = nextColour(colour, canvasPaper)) {
+    const Colour ink = paletteColour(colour);
+    const auto off = [](int a, int b) { return std::abs(a - b); };
+    EXPECT_GT(std::max({off(ink.red, canvasPaper.red), off(ink.green, canvasPaper.green),
+                        off(ink.blue, canvasPaper.blue)}),
+              70)
+        << colour;
+  }
 }
 
 TEST(CanvasTables, SayWhatTheirEntriesDo) {
@@ -133,44 +162,77 @@ TEST(CanvasTables, SayWhatTheirEntriesDo) {
     EXPECT_THAT(said[entry.action], EndsWith(messages.at(entry.message)));
 }
 
-TEST_F(OnTheCanvas, OpensTheMenuWhereNoStrokeIsMeantToBegin) {
+TEST_F(OnTheCanvas, OpensTheMenuByTheRightButtonAndNeverByHolding) {
   keys("2");
   const struct {
     const char* what;
     TwipsPoint at;
-    float drift;
-    std::chrono::milliseconds held;
-    bool opens;
-    bool rightOpens;  ///< the right button, afterwards
+    bool opens;  ///< the right button, afterwards
     int width;
   } cases[] = {
-      {"resting", {5000, 1000}, 10, 1500ms, true, true, 2},
-      {"not long enough", {5000, 1000}, 0, 1499ms, false, true, 2},
-      {"drawing away and back", {5000, 1000}, 200, 5s, false, true, 2},
-      {"at the start of a guide line", {5120, 20}, 0, 5s, false, false, 2},
-      {"beside the lines, after a tested stroke", {3500, 100}, 0, 5s, false, false, 1},
-      {"inside, after a tested stroke", {3500, 1000}, 0, 5s, true, true, 1},
-      {"beside the lines, after an untested stroke", {3500, 100}, 0, 5s, true, true, 1},
+      {"inside", {5000, 1000}, true, 2},
+      {"at the start of a guide line", {5120, 20}, false, 2},
+      {"beside the lines, after a tested stroke", {3500, 100}, false, 1},
+      {"inside, after a tested stroke", {3500, 1000}, true, 1},
+      {"beside the lines, after an untested stroke", {3500, 100}, true, 1},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
-    const Lines before = picture();
     canvas.pointerDown(PointerButton::left, c.at);
-    canvas.pointerMove({c.at.x + c.drift, c.at.y});
-    canvas.pointerMove(c.at);
-    clock.delay(c.held);
-    EXPECT_EQ(shown(CanvasPanel::menu), c.opens);
+    clock.delay(10s);
+    EXPECT_FALSE(shown(CanvasPanel::menu)) << "a finger that rests draws";
     EXPECT_EQ(canvas.pen().width, c.width);
     canvas.pointerUp(c.at);
-    EXPECT_EQ(picture() == before, c.opens) << "its ink is taken back";
-    if (c.opens) keys(escape);
     canvas.pointerDown(PointerButton::right, {3500, 100});
-    EXPECT_EQ(shown(CanvasPanel::menu), c.rightOpens);
+    EXPECT_EQ(shown(CanvasPanel::menu), c.opens);
     canvas.pointerUp({3500, 100});
-    if (!c.rightOpens) continue;
+    if (!c.opens) continue;
     EXPECT_EQ(draw({{1, 1}, {2, 2}}), Lines{}) << "nothing is drawn below it";
+    EXPECT_EQ(view.escape, "Esc: close the menu");
     keys(escape);
   }
+  keys(escape);
+  canvas.toggleMenu({100, 5000});
+  EXPECT_EQ(view.corners[CanvasPanel::menu], (TwipsPoint{0, 4120})) << "pulled on the screen";
+  canvas.toggleMenu({100, 5000});
+  EXPECT_FALSE(shown(CanvasPanel::menu));
+  canvas.pointerDown(PointerButton::right, {100, 100});
+  keys(escape);
+  keys(escape);
+  EXPECT_EQ(view.left, 1) << "a menu draws nothing";
+}
+
+TEST_F(OnTheCanvas, EndsAStrokeBeforeABoxSwallowsItsEnd) {
+  view.chosen = folder.path() / "run.fdw";
+  for (const char* const key : {"S", "V", "GG"}) {
+    const auto points = alongLine(0);
+    canvas.pointerDown(PointerButton::left, points[0]);
+    for (const TwipsPoint point : points)
+      canvas.pointerMove(point);
+    const int before = canvas.strokeCounter();
+    keys(key);
+    EXPECT_EQ(canvas.strokeCounter(), before + 1) << key;
+    EXPECT_EQ(moveOnly({5, 5}), Lines{}) << key;
+  }
+  EXPECT_EQ(readDrawing(view.chosen)->size(), 1u) << "saved with what was on its way";
+}
+
+TEST(StrokeBuffer, StaysWithinItsBounds) {
+  struct {
+    StrokeBuffer stroke;
+    TwipsPoint behind;
+  } memory;
+  memory.stroke.assign(std::vector<TwipsPoint>(Stroke::mostSamples, {1, 1}));
+  memory.stroke.add({2, 2});
+  EXPECT_EQ(memory.behind, TwipsPoint{});
+  EXPECT_EQ(memory.stroke.samples().size(), 3000u);
+}
+
+TEST_F(OnTheCanvas, HidesTheBannerAtTheSixthTick) {
+  clock.delay(5 * Canvas::bannerTick);
+  EXPECT_TRUE(shown(CanvasPanel::banner));
+  clock.delay(Canvas::bannerTick);
+  EXPECT_FALSE(shown(CanvasPanel::banner));
 }
 
 TEST_F(OnTheCanvas, TintsTheInkOfATestedStroke) {
@@ -188,7 +250,8 @@ TEST_F(OnTheCanvas, TintsTheInkOfATestedStroke) {
 TEST_F(OnTheCanvas, MeasuresListsAndKeepsStrokes) {
   draw(alongLine(2, 51.2F, 5));
   EXPECT_EQ(view.results[1], "  Vertical #3");
-  EXPECT_EQ(view.results[2], "  AVG :  0.50");
+  EXPECT_THAT(std::vector(&view.results[2], &view.results[5]),
+              ElementsAre("  AVG :  0.50", "  Max :  0.50", "  Min :  0.50"));
   EXPECT_TRUE(shown(CanvasPanel::resultsList));
   // The pen ended at (5171.2, 4020): room on the right, but not below.
   EXPECT_EQ(view.corners[CanvasPanel::resultsList], (TwipsPoint{5671.2F, 2520}));
@@ -234,9 +297,10 @@ TEST_F(OnTheCanvas, TakesTheLastStrokeBackOnce) {
   draw(alongLine(2));
   keys("1");
   draw({{2000, 2000}});
-  EXPECT_THAT(keys("D"), ElementsAre("point 5120,20 #0 2", "line 5120,20 5120,20 #0 2",
-                                     "line 5120,20 5120,1020 #0 2", "line 5120,1020 5120,2020 #0 2",
-                                     "line 5120,2020 5120,3020 #0 2"))
+  EXPECT_THAT(keys("D"),
+              ElementsAre("point 5120,20 #16 2", "line 5120,20 5120,20 #16 2",
+                          "line 5120,20 5120,1020 #16 2", "line 5120,1020 5120,2020 #16 2",
+                          "line 5120,2020 5120,3020 #16 2"))
       << "the recorded one, as it was drawn";
   keys("D");
   EXPECT_EQ(canvas.strokeCounter(), 1);
@@ -244,10 +308,10 @@ TEST_F(OnTheCanvas, TakesTheLastStrokeBackOnce) {
 }
 
 const Lines grid = {
-    "line 320,0 320,5120 #7 2",     "line 5120,0 5120,5120 #7 2",   "line 9920,0 9920,5120 #7 2",
-    "line 0,160 10240,160 #7 2",    "line 0,2560 10240,2560 #7 2",  "line 0,4960 10240,4960 #7 2",
-    "line 2720,160 2720,4960 #7 2", "line 7520,160 7520,4960 #7 2", "line 320,1360 9920,1360 #7 2",
-    "line 320,3760 9920,3760 #7 2", "circle 320,160 250 #15 2",     "circle 5120,160 250 #15 2",
+    "line 320,0 320,5120 #8 2",     "line 5120,0 5120,5120 #8 2",   "line 9920,0 9920,5120 #8 2",
+    "line 0,160 10240,160 #8 2",    "line 0,2560 10240,2560 #8 2",  "line 0,4960 10240,4960 #8 2",
+    "line 2720,160 2720,4960 #8 2", "line 7520,160 7520,4960 #8 2", "line 320,1360 9920,1360 #8 2",
+    "line 320,3760 9920,3760 #8 2", "circle 320,160 250 #15 2",     "circle 5120,160 250 #15 2",
     "circle 9920,160 250 #15 2",    "circle 320,2560 250 #15 2",    "circle 5120,2560 250 #15 2",
     "circle 9920,2560 250 #15 2",   "circle 320,4960 250 #15 2",    "circle 5120,4960 250 #15 2",
     "circle 9920,4960 250 #15 2"};
@@ -288,28 +352,60 @@ TEST_F(OnTheCanvas, ShowsTheToleranceOnTheGrid) {
   EXPECT_EQ(picture(), inkOnGrid);
 }
 
+TEST_F(OnTheCanvas, FollowsTheScreensSize) {
+  keys("G");
+  draw({{1000, 1000}});
+  canvas.resize({20480, 5120});
+  EXPECT_THAT(view.drawing.drawn, testing::Contains("line 640,0 640,5120 #8 2"));
+  EXPECT_THAT(picture(), testing::Contains("point 1000,1000 #12 1"));
+  EXPECT_THAT(picture(), testing::Not(testing::Contains(grid[0])));
+  EXPECT_EQ(view.corners[CanvasPanel::banner], (TwipsPoint{8740, 2060}));
+  draw({{640, 20}, {640, 30}});
+  EXPECT_EQ(view.results[1], "  Vertical #1");
+}
+
 TEST_F(OnTheCanvas, LeadsThroughTheFixedSequence) {
   draw(alongLine(3));
   switches.toleranceTest = false;
   Lines expected = grid;
   expected.insert(expected.begin(), "clear");
+  expected.push_back("line 320,0 320,5120 #15 10");
   expected.push_back("line 320,0 320,5120 #0 2");
   EXPECT_EQ(keys("F"), expected);
   EXPECT_TRUE(switches.toleranceTest && switches.grid && nothingIsKept());
+  const GuideLines guides(screen);
   Lines marks;
+  Lines captions;
   for (int index = 0; index < 10; ++index) {
     EXPECT_TRUE(canvas.inFixedSequence());
+    captions.push_back(view.caption);
     // Far off the line: it is measured against it all the same.
     marks.push_back(draw(alongLine(index, 1024)).back());
     EXPECT_EQ(view.results[2], "  AVG :  10.00");
     EXPECT_EQ(shown(CanvasPanel::resultsTable), index == 9);
+    EXPECT_EQ(shown(CanvasPanel::caption), index < 9);
+    if (index == 9) break;
+    for (const auto panel : {CanvasPanel::resultsList, CanvasPanel::caption}) {
+      const TwipsPoint corner = view.corners[panel];
+      const bool vertical = index + 1 < 5;
+      const float from = vertical ? corner.x : corner.y;
+      const float line = guides.position(index + 1);
+      EXPECT_TRUE(from > line || from + (vertical ? 3000 : 1000) < line)
+          << static_cast<int>(panel) << " covers line " << index + 1;
+    }
   }
   EXPECT_EQ(marks[0], "line 2720,0 2720,5120 #0 2") << "from edge to edge, unlike in the grid";
   EXPECT_EQ(marks[4], "line 0,160 10240,160 #0 2");
+  EXPECT_EQ(captions[2], "Vertical #3, from edge to edge");
+  EXPECT_EQ(captions[5], "Horizontal #1, from edge to edge");
+  EXPECT_THAT(picture(), testing::Not(testing::Contains(EndsWith("#0 2")))) << "done is done";
   EXPECT_FALSE(canvas.inFixedSequence());
   EXPECT_EQ(canvas.strokeCounter(), 10);
   for (std::size_t row = 1; row <= 10; ++row)
     EXPECT_EQ(view.sheet.cells[row][1].text, "10.00") << row;
+  EXPECT_EQ(view.escape, "Esc: close the table");
+  keys(escape);
+  EXPECT_EQ(view.escape, "Esc: clear 10 strokes");
 }
 
 TEST_F(OnTheCanvas, SavesAndViewsADrawing) {
@@ -343,6 +439,40 @@ TEST_F(OnTheCanvas, SavesAndViewsADrawing) {
   EXPECT_EQ(canvas.pen().colour, 14);
 }
 
+TEST_F(OnTheCanvas, OpensALongDrawingInPiecesAndTakesItBack) {
+  view.chosen = folder.path() / "long.fdw";
+  ASSERT_EQ(writeDrawing(view.chosen, Drawing(30, {9, 2, std::vector<TwipsPoint>(1000, {7, 7})})),
+            std::nullopt);
+  draw({{1000, 1000}, {1001, 1000}});
+  const Lines before = picture();
+  const auto isUntouched = [&] {
+    return picture() == before && canvas.pen().colour == 12 && canvas.pen().width == 1 &&
+           view.escape == "Esc: clear 1 stroke";
+  };
+  EXPECT_EQ(keys("V").size(), 10'000u) << "a piece is seen at once";
+  EXPECT_THAT(view.escape, testing::MatchesRegex("Esc: stop opening long.fdw \\(3[0-9] %\\)"));
+  EXPECT_EQ(draw({{1, 1}, {2, 2}}), Lines{}) << "the pen waits";
+  EXPECT_EQ(keys("GF2"), Lines{}) << "and so do the keys";
+  keys(escape);
+  EXPECT_TRUE(isUntouched());
+  clock.delay(1s);
+  EXPECT_TRUE(isUntouched()) << "no piece comes after it";
+
+  keys("V");
+  clock.delay(1s);
+  EXPECT_EQ(view.escape, "Esc: clear 31 strokes");
+  EXPECT_EQ(canvas.pen().width, 2);
+
+  keys(escape);
+  draw({{1000, 1000}, {1001, 1000}});
+  const Lines beforeTorn = picture();
+  folder.write("long.fdw", folder.read("long.fdw") + "torn");
+  keys("V");
+  clock.delay(1s);
+  EXPECT_THAT(journal.back(), HasSubstr("long.fdw, line 30121: expected"));
+  EXPECT_EQ(picture(), beforeTorn);
+}
+
 TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
   draw(alongLine(0));
   folder.write("old.fdw", "old");
@@ -355,68 +485,98 @@ TEST_F(OnTheCanvas, TellsWhenTheDiskIsFull) {
   EXPECT_THAT(journal, ElementsAre(HasSubstr("tmp001.tmp: expected a place that can be written"),
                                    HasSubstr("old.fdw: expected a place that can be written")));
   EXPECT_EQ(folder.read("old.fdw"), "old");
-  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(folder.path()), {}), 4)
-      << "the folder, its lock, the first stroke, the old drawing, and no half of a file";
+  EXPECT_EQ(std::distance(fs::recursive_directory_iterator(folder.path()), {}), 5)
+      << "the folder, its lock and mark, the first stroke, the old drawing, and no half of a file";
   keys("S");
   EXPECT_EQ(readDrawing(view.chosen)->size(), 1u);
 }
 
-TEST_F(OnTheCanvas, ClearsThenLeavesNothingBehind) {
-  const auto leave = [this] { canvas.perform(CanvasAction::leave); };
-  draw(alongLine(0));
-  prompt.answerYes = false;
-  leave();
-  EXPECT_EQ(journal, Lines{"confirm This drawing of 1 stroke is not saved. Leave without saving?"});
-  EXPECT_EQ(view.left, 0);
-  EXPECT_TRUE(files.read(0)) << "no is no";
-
-  journal.clear();
-  view.chosen = folder.path() / "kept.fdw";
-  keys("S");
-  leave();
-  EXPECT_EQ(journal, Lines{}) << "it is saved";
-  EXPECT_EQ(view.left, 1);
-  EXPECT_TRUE(nothingIsKept());
-
+TEST_F(OnTheCanvas, ClearsThenLeaves) {
+  EXPECT_EQ(view.escape, "Esc: leave");
   draw(alongLine(1));
+  EXPECT_EQ(view.escape, "Esc: clear 1 stroke");
   canvas.pointerDown(PointerButton::left, {1, 1});
   EXPECT_EQ(keys(escape), Lines{"clear"});
   EXPECT_TRUE(nothingIsKept());
   canvas.pointerMove({2, 2});
   EXPECT_EQ(keys("D"), Lines{}) << "the pen is up, and nothing can be taken back";
-  EXPECT_EQ(view.left, 1);
+  EXPECT_EQ(view.left, 0);
   keys(escape);
-  EXPECT_EQ(view.left, 2);
+  EXPECT_EQ(view.left, 1);
 }
 
-TEST_F(OnTheCanvas, OffersTheStrokesThatACrashLeft) {
-  files.write(0, {9, 2, alongLine(0)});
-  files.write(4, {10, 1, alongLine(1)});
+TEST_F(OnTheCanvas, LeavesWithoutAQuestionAndShowsTheStrokesAgain) {
+  const auto anew = [this] { return std::make_unique<Canvas>(parts, view, screen); };
+  draw(alongLine(0));
+  canvas.perform(CanvasAction::leave);
+  EXPECT_EQ(journal, Lines{});
+  EXPECT_EQ(view.left, 1);
+  auto again = anew();
+  again->activate();
+  view.drawing.take();
+  again->takeUpStrokes();
+  EXPECT_EQ(view.drawing.drawn.size(), 5u);
+  EXPECT_EQ(view.escape, "Esc: clear 1 stroke");
+  view.chosen = folder.path() / "kept.fdw";
+  again->perform(CanvasAction::save);
+  EXPECT_EQ(readDrawing(view.chosen)->size(), 1u);
+
+  switches = {true, false, 0};  // the program was ended and started
+  again = anew();
+  again->activate();
+  again->takeUpStrokes();
+  EXPECT_EQ(journal, Lines{}) << "nothing is offered that was saved, or left by the user";
+  EXPECT_TRUE(files.read(0));
+}
+
+TEST_F(OnTheCanvas, OffersTheStrokesOfARunThatDiedOnce) {
+  switches.toleranceTest = false;
+  const auto leaveStrokes = [this] {
+    files.write(0, {9, 2, alongLine(0)});
+    files.write(4, {10, 1, alongLine(1)});
+  };
+  leaveStrokes();
   for (const char* torn : {"tmp/tmp001.tmp", "tmp/tmp002.tmp"})
     folder.write(torn, " 12 ");
   view.drawing.take();
   prompt.answers = false;
-  canvas.offerLeftStrokes();
+  canvas.takeUpStrokes();
   EXPECT_EQ(files.left().strokes.size(), 2u) << "unanswered, they are offered again";
   EXPECT_EQ(view.left, 1) << "nothing may be drawn in their places";
   EXPECT_TRUE(view.drawing.drawn.empty());
-
-  journal.clear();
-  prompt.answers = true;
-  canvas.offerLeftStrokes();
+  const std::string question =
+      "confirm An unsaved drawing (2 strokes) was found.\nIf you do not restore it, it is kept "
+      "as " +
+      (files.folder() / "left.fdw").string() + ".";
   EXPECT_THAT(journal,
               ElementsAre("message " + files.pathOf(1).string() +
                               ", line 1: expected a draw width of 1 or 2, found the end of the "
-                              "file\n1 more cannot be read.",
-                          "confirm Drawing left by an earlier run: 2 strokes. Restore it?"));
-  EXPECT_EQ(view.drawing.drawn.size(), 8u);
+                              "file\n1 more cannot be read.\n\nEach is kept in its folder, with "
+                              "\".damaged\" at the end of its name.",
+                          question));
+  EXPECT_EQ(folder.read("tmp/tmp002.damaged"), " 12 ");
+
+  journal.clear();
+  prompt.answers = true;
+  canvas.takeUpStrokes();
+  EXPECT_EQ(journal, Lines{question}) << "of damaged ones the user knows";
+  EXPECT_EQ(view.drawing.drawn.size(), 10u);
+  EXPECT_TRUE(canvas.pen().colour == 12 && canvas.pen().width == 1 && !switches.toleranceTest);
   view.chosen = folder.path() / "kept.FdW";
   keys("S");
   EXPECT_EQ(readDrawing(view.chosen)->at(1).samples, alongLine(1));
 
+  keys(escape);
   prompt.answerYes = false;
-  canvas.offerLeftStrokes();
-  EXPECT_TRUE(nothingIsKept());
+  for (const char* const kept : {"tmp/left.fdw", "tmp/left2.fdw"}) {
+    leaveStrokes();
+    canvas.takeUpStrokes();
+    EXPECT_EQ(readDrawing(folder.path() / kept)->size(), 2u);
+    EXPECT_EQ(canvas.strokeCounter(), 0);
+  }
+  journal.clear();
+  canvas.takeUpStrokes();
+  EXPECT_EQ(journal, Lines{}) << "once";
 }
 
 /// Only remembers where points are: writing a million of them down would take too long.

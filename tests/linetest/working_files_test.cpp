@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "linetest/drawing_file.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
@@ -43,17 +44,51 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrashAndDeletedWithoutOthers) {
   files = WorkingFiles(other.path(), other.path());
   const WorkingFiles next(working.path(), other.path());
   EXPECT_EQ(next.folder(), working.path() / "tmp");
-  EXPECT_EQ(inFolder(), 4 + 5 + 1) << "what was cut off is gone, nothing else; and the lock";
+  EXPECT_EQ(inFolder(), 4 + 5 + 2) << "what was cut off is gone, nothing else; and lock and mark";
   const LeftStrokes left = next.left();
   ASSERT_EQ(left.strokes.size(), 3u);
   EXPECT_EQ(left.strokes[0].stroke, stroke);
   EXPECT_EQ(left.strokes[2].number, 1000);
-  EXPECT_EQ(left.damaged.size(), 1u);
+  EXPECT_EQ(left.damagedNumbers, std::vector{1});
   EXPECT_EQ(next.makeConsecutive(left), std::nullopt);
   EXPECT_EQ(next.readAll(3)->at(2).colour, 10);
 
   EXPECT_EQ(next.clear(), std::nullopt);
   EXPECT_EQ(inFolder(), 3 + 1) << "what is no working file, and the lock";
+}
+
+TEST_F(WorkingFilesIn, AreReadInTheOrderOfTheirNumbers) {
+  for (int step = 0; step < 20; ++step) {
+    const int number = step * 7 % 20;  // no file system has this order by chance
+    files.write(number, {12, 1, {{static_cast<float>(number), 0}}});
+  }
+  const auto left = files.left().strokes;
+  ASSERT_EQ(left.size(), 20u);
+  for (int number = 0; number < 20; ++number)
+    EXPECT_EQ(left[static_cast<std::size_t>(number)].number, number);
+}
+
+TEST_F(WorkingFilesIn, AreKeptAsideWhereNothingIsWrittenOrDeleted) {
+  EXPECT_FALSE(files.isUnfinished());
+  for (const char* const what : {"the first time", "the second"}) {
+    files.write(0, stroke);
+    files.write(2, {9, 1, {{3, 3}}});
+    EXPECT_TRUE(files.isUnfinished()) << what;
+    files.finish();
+    EXPECT_TRUE(!files.isUnfinished() && files.read(0)) << what;
+    working.write("tmp/tmp001.tmp", what);
+    const LeftStrokes left = files.left();
+    EXPECT_EQ(files.setDamagedAside(left), std::nullopt);
+    EXPECT_EQ(files.keepAside(left), std::nullopt);
+    EXPECT_TRUE(files.left().strokes.empty() && files.left().damaged.empty()) << what;
+  }
+  EXPECT_EQ(working.read("tmp/tmp001.damaged"), "the first time");
+  EXPECT_EQ(working.read("tmp/tmp001.damaged2"), "the second");
+  EXPECT_EQ(*readDrawing(working.path() / "tmp/left.fdw"), (Drawing{stroke, {9, 1, {{3, 3}}}}));
+  EXPECT_EQ(files.asidePath(), working.path() / "tmp/left3.fdw");
+  LeftStrokes gone;
+  gone.damagedNumbers = {5};
+  EXPECT_EQ(files.setDamagedAside(gone)->expected, "a file that can be renamed");
 }
 
 TEST_F(WorkingFilesIn, RefuseMoreThan3001Samples) {

@@ -98,6 +98,32 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   click("cmdDrawAgain");
   EXPECT_EQ(text("lineTitle"), "H-1   18 of 18 measured");
   EXPECT_THAT(text("instruction"), StartsWith("Measured before"));
+
+  open();
+  EXPECT_EQ(text("verdict"), "PASS") << "a set that is whole is shown";
+  EXPECT_EQ(count("confirm"), 0);
+  prompt.answers = false;
+  click("cmdMeasureAnew");
+  EXPECT_TRUE(std::filesystem::exists(folder.path() / "Tvm-h9.txt"));
+  prompt.answers = true;
+  click("cmdMeasureAnew");
+  EXPECT_EQ(count("confirm Measure all lines anew?"), 2);
+  EXPECT_EQ(text("lineTitle"), "V-1   0 of 18 measured");
+  EXPECT_FALSE(std::filesystem::exists(folder.path() / "Tvm-h9.txt"));
+  EXPECT_THAT(folder.read("Tvm-h9.txt.old"), StartsWith("H-9"));
+}
+
+TEST_F(LinearityWindow, FollowsTheScreensSize) {
+  makePanelExact();
+  open();
+  drawLine(true, 1);
+  click("cmdNext");
+  window->resize(1000, 500);
+  QApplication::processEvents();
+  EXPECT_EQ(text("lineTitle"), "V-1   0 of 18 measured") << "the line lies elsewhere";
+  screen = QSize(1000, 500);
+  drawLine(true, 1);
+  EXPECT_THAT(text("instruction"), StartsWith("Drawn"));
 }
 
 TEST_F(LinearityWindow, GoesBackAndOnAndLaterOnWithItsResults) {
@@ -128,7 +154,7 @@ TEST_F(LinearityWindow, GoesBackAndOnAndLaterOnWithItsResults) {
   EXPECT_EQ(left, 1);
   EXPECT_TRUE(window.isNull());
   open();
-  EXPECT_EQ(count("confirm 1 of 18 lines are measured already. Go on with them?"), 1);
+  EXPECT_EQ(count("confirm 1 of 18 lines have been measured."), 1);
   EXPECT_THAT(text("lineTitle"), StartsWith("V-2   1 of 18"));
 }
 
@@ -153,8 +179,9 @@ TEST_F(LinearityWindow, TellsOfDamagedResultsAndPutsRefusedOnesAside) {
   prompt.answerYes = false;
   journal.clear();
   open();
-  EXPECT_THAT(journal, testing::ElementsAre(HasSubstr("Tvm-v2.txt, line 1: expected the line's "),
-                                            StartsWith("confirm 1 of 18 lines are measured")));
+  EXPECT_THAT(journal,
+              testing::ElementsAre(HasSubstr("Tvm-v2.txt, line 1: expected the line's "),
+                                   StartsWith("confirm 1 of 18 lines have been measured")));
   EXPECT_THAT(text("lineTitle"), StartsWith("V-1   0 of 18"));
   EXPECT_THAT(folder.read("Tvm-v1.txt.old"), StartsWith("V-1"));
   open();

@@ -1,6 +1,7 @@
 #include "ui/message_box_prompt.h"
 
 #include "tests/windows/window_desk.h"
+#include "ui/full_screen_window.h"
 
 namespace touch::test {
 namespace {
@@ -28,7 +29,7 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
   const std::tuple<const char*, Action, Answer> questions[] = {
       {"yes", press(QMessageBox::Yes), Answer::yes},
       {"no", press(QMessageBox::No), Answer::no},
-      {"its key", escape, Answer::no},
+      {"its key", escape, Answer::none},
       {"closed", close, Answer::none}};
   for (const auto& [word, action, answer] : questions) {
     whenAsked(action);
@@ -36,6 +37,11 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
     whenAsked(action);
     EXPECT_EQ(boxes.confirm("Restore it?"), answer == Answer::yes) << word;
   }
+  whenAsked([](QMessageBox& box) {
+    EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "Restore");
+    box.button(QMessageBox::No)->click();
+  });
+  EXPECT_EQ(boxes.choose("Found.", "Restore", "Keep"), Answer::no);
   using Request = bool (Prompt::*)(std::string_view, std::string_view);
   const std::tuple<const char*, Request, Action, bool> requests[] = {
       {"done", &Prompt::await, press(QMessageBox::Ok), true},
@@ -49,6 +55,25 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
     whenAsked(action);
     EXPECT_EQ((static_cast<Prompt&>(boxes).*request)("Disconnect it", defaultTitle), done) << word;
   }
+}
+
+TEST_F(MessageBoxes, BelongToTheFullScreenWindowBeforeTheSystemHasMadeItTheActiveOne) {
+  struct Screen final : FullScreenWindow {
+    using FullScreenWindow::FullScreenWindow;
+    void started() override {}
+  };
+  QWidget main;
+  main.show();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&main));
+  Screen screen(*QGuiApplication::primaryScreen(), QSize(300, 200), [] {});
+  screen.setAttribute(Qt::WA_ShowWithoutActivating);
+  screen.show();
+  whenAsked([&screen](QMessageBox& box) {
+    EXPECT_EQ(box.parentWidget(), &screen);
+    box.close();
+  });
+  MessageBoxPrompt boxes;
+  boxes.confirm("Restore it?");
 }
 
 }  // namespace
