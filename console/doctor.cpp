@@ -1,6 +1,7 @@
 #include "console/doctor.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "console/optional_files.h"
@@ -45,15 +46,71 @@ std::string libraryNextStep(const Patient& patient, const BindError& refused) {
   if (patient.simulated && !patient.access) {
     return say("console", "The installation is incomplete: install TouchUtility again.");
   }
-  if (!refused.missing.empty()) {
+  if (!refused.foundAt.empty()) {
     return filled(say("console",
-                      "Install a newer touch driver: the one in %1 is too old, or is another "
-                      "library."),
+                      "The library in %1 is no touch driver: install the touch driver of your "
+                      "controller."),
                   {refused.foundAt.string()});
   }
   return say("console",
              "Install the touch driver of your controller, or name its library with --driver "
              "PATH.");
+}
+
+/// What cannot be done without one of `operations`.
+struct Need {
+  std::string_view loss;
+  std::array<std::string_view, 10> operations;
+};
+
+constexpr std::array needs = {
+    Need{marked("console", "Controllers cannot be found."),
+         {"GetExistControllers", "GetControllerName"}},
+    Need{marked("console", "No controller can be worked with."),
+         {"OpenController", "CloseController"}},
+    Need{marked("console",
+                "No command reaches a controller: it cannot be asked what it is, calibrated, reset "
+                "or given parameters."),
+         {"FlushReadBuffer", "WriteBuffer", "ReadBuffer"}},
+    Need{marked("console",
+                "The serial debugger and the search of the COM ports do not work, nor does "
+                "\"Release comport and Exit\"."),
+         {"CloseCOMPort"}},
+    Need{marked("console", "The settings cannot be read, and the serial debugger does not work."),
+         {"ReopenCOMPort"}},
+    Need{marked("console", "The settings cannot be read."),
+         {"GetReportMode", "GetReportStatus", "GetRotation", "GetUpSoundStatus",
+          "GetDownSoundStatus", "GetDoubleClickEnabled", "GetDoubleClickSpeed",
+          "GetDoubleClickArea", "GetRightClickEnabled", "GetRightClickTime"}},
+    Need{marked("console", "The settings that these operations make cannot be changed."),
+         {"SetReportMode", "SetRotation", "EnableUpSound", "EnableDownSound", "EnableDoubleClick",
+          "EnableRightClick"}},
+    Need{marked("console",
+                "\"Confirm\" does not work: double click and right click keep their "
+                "timing."),
+         {"SetDoubleClickSpeed", "SetDoubleClickArea", "SetRightClickTime"}},
+    Need{marked("console", "The screen cannot be calibrated."),
+         {"ReadLength", "SetCalPoint", "CalCurrentPointReady", "IsPenUp", "StoreCalibrationData"}},
+    Need{marked("console", "No monitor can be assigned to the panel."),
+         {"AskToSetMultiMonitor", "QueryMultiMonitorSetOK"}},
+};
+
+void examineOperations(const Patient& patient, Findings& findings) {
+  const std::string path = patient.driverPath.string();
+  const auto missing = patient.access->driver.missing();
+  if (missing.empty()) {
+    findings.add(
+        ok, filled(say("console", "The driver library is %1; it has all operations."), {path}));
+  }
+  for (const Need& need : needs) {
+    std::string names;
+    for (const std::string_view operation : need.operations)
+      if (!operation.empty() && std::ranges::find(missing, operation) != missing.end())
+        names.append(names.empty() ? "" : ", ").append(operation);
+    if (names.empty()) continue;
+    findings.add(problem, filled(say("console", "The driver library %1 lacks %2."), {path, names}),
+                 say("console", need.loss), say("console", "Install a newer touch driver."));
+  }
 }
 
 void examineLibrary(const Patient& patient, Findings findings) {
@@ -63,7 +120,7 @@ void examineLibrary(const Patient& patient, Findings findings) {
                  say("console",
                      "Without the touch driver no controller can be found, set up or calibrated."),
                  libraryNextStep(patient, refused));
-    if (refused.library == NexapiDriver::makersLibrary && refused.missing.empty()) {
+    if (refused.library == NexapiDriver::makersLibrary && refused.foundAt.empty()) {
       findings.add(
           note,
           filled(say("console", "%1 was looked for in %2."),
@@ -73,9 +130,7 @@ void examineLibrary(const Patient& patient, Findings findings) {
     }
   }
   if (!patient.access) return;
-  findings.add(ok,
-               filled(say("console", "The driver library is %1; all %2 operations are there."),
-                      {patient.driverPath.string(), std::to_string(NexapiDriver::operationCount)}));
+  examineOperations(patient, findings);
   if (patient.simulated) {
     findings.add(note, say("console", "The simulated driver is in use."),
                  say("console", "Its controllers are simulated; real ones are not reached."),
@@ -123,16 +178,11 @@ std::pair<std::vector<ExaminedController>, std::string> listed(Driver& driver) {
   return {std::move(served), std::move(others)};
 }
 
-std::vector<ExaminedController> examineControllers(const Patient& patient,
-                                                   const DoctorProgress& progress,
-                                                   Findings findings) {
-  if (!patient.access) {
-    findings.add(note, say("console", "No controller was looked for: there is no driver to ask."));
-    return {};
-  }
+std::vector<ExaminedController> askControllers(const Access& own, const DoctorProgress& progress,
+                                               Findings& findings) {
   // A session of its own: the program's current controller stays what it is.
   Session session;
-  const Access access{session, patient.access->driver, patient.access->clock};
+  const Access access{session, own.driver, own.clock};
   auto [controllers, others] = listed(access.driver);
   std::vector<std::string> identities;
   for (ExaminedController& controller : controllers) {
@@ -169,6 +219,22 @@ std::vector<ExaminedController> examineControllers(const Patient& patient,
                      "another port than the driver believes: search the COM ports for it."));
   }
   return controllers;
+}
+
+std::vector<ExaminedController> examineControllers(const Patient& patient,
+                                                   const DoctorProgress& progress,
+                                                   Findings findings) {
+  if (!patient.access) {
+    findings.add(note, say("console", "No controller was looked for: there is no driver to ask."));
+    return {};
+  }
+  try {
+    return askControllers(*patient.access, progress, findings);
+  } catch (const MissingOperation& missing) {
+    findings.add(note, filled(say("console", "The controllers were not asked. %1."),
+                              {std::string(missing.what())}));
+    return {};
+  }
 }
 
 /// A serial device to look at; `number` 0: no COM port number leads to it.
@@ -332,19 +398,38 @@ bool Diagnosis::controllerAnswers() const {
   return std::ranges::any_of(controllers, &ExaminedController::answers);
 }
 
-Diagnosis examine(const Patient& patient, const DoctorProgress& progress) {
+namespace {
+
+Diagnosis examined(const Patient& patient, const DoctorProgress& progress, bool complete) {
   Diagnosis diagnosis;
+  diagnosis.complete = complete;
   auto& all = diagnosis.findings;
   examineLibrary(patient, {all, "library"});
-  diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
-  if (progress) progress(say("console", "looking at the ports"));
+  if (complete) {
+    diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
+    if (progress) progress(say("console", "looking at the ports"));
+  } else if (patient.access) {
+    Findings(all, "controllers")
+        .add(note, say("console", "The controllers are not asked yet."), {},
+             say("console", "Press \"Refresh\" to ask each of them what it is."));
+  }
   examinePorts(patient, {all, "ports"});
-  examineFolder(patient.workFolder, {all, "folder"});
+  if (complete) examineFolder(patient.workFolder, {all, "folder"});
   examineScreens(patient.screens, {all, "screens"});
   examineFiles(patient.workFolder, {all, "files"});
   examineVersions(patient.versions, {all, "versions"});
   std::ranges::stable_sort(all, std::greater(), &Finding::state);
   return diagnosis;
+}
+
+}  // namespace
+
+Diagnosis look(const Patient& patient) {
+  return examined(patient, nullptr, false);
+}
+
+Diagnosis examine(const Patient& patient, const DoctorProgress& progress) {
+  return examined(patient, progress, true);
 }
 
 }  // namespace touch

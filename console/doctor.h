@@ -35,6 +35,7 @@ struct ExaminedController {
 struct Diagnosis {
   std::vector<Finding> findings;  ///< problems first, then notes; each in the order of the topics
   std::vector<ExaminedController> controllers;
+  bool complete = true;  ///< false: no controller was asked, and nothing was written
 
   std::size_t count(FindingState state) const;
   bool controllerAnswers() const;
@@ -62,6 +63,9 @@ struct Patient {
 
 /// Told what is looked at next.
 using DoctorProgress = std::function<void(const std::string& what)>;
+
+/// Looks at what can be seen without asking a controller and without writing anything.
+Diagnosis look(const Patient& patient);
 
 /// Looks at everything that has to be there for a controller to be found and worked with. Changes no setting and no
 /// controller, opens no serial port and leaves nothing behind; each controller is opened, asked what it is, and closed.

@@ -39,6 +39,7 @@ std::string summary(const Diagnosis& diagnosis) {
   const auto problems = diagnosis.count(FindingState::problem);
   const auto notes = diagnosis.count(FindingState::note);
   const std::string noted = notes == 0 ? std::string() : countedNotes(notes);
+  if (problems == 0 && !diagnosis.complete) return say("console", "Controllers not asked yet");
   if (problems == 0) {
     return say("console", "Nothing is wrong") + (noted.empty() ? noted : "; " + noted);
   }

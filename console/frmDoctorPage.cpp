@@ -74,7 +74,7 @@ QWidget* frmDoctorPage::makeHead() {
   row->setContentsMargins(0, 0, 0, 0);
   auto* const refresh = new QPushButton(tr("&Refresh"));
   refresh->setObjectName("cmdDoctorRefresh");
-  refresh->setToolTip(tr("Looks at everything again"));
+  refresh->setToolTip(tr("Examines everything, and asks each controller what it is"));
   auto* const save = new QPushButton(tr("Save dia&gnostics file …"));
   save->setObjectName("cmdSaveDiagnostics");
   save->setToolTip(tr("Packs all that somebody needs who is to help you into one file"));
@@ -102,7 +102,7 @@ void frmDoctorPage::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous() || findings_->count() > 0) return;
   // Once the page is painted: looking takes a while.
-  QTimer::singleShot(0, this, &frmDoctorPage::refreshRequested);
+  QTimer::singleShot(0, this, &frmDoctorPage::seen);
 }
 
 void frmDoctorPage::chooseFile() {

@@ -20,7 +20,8 @@ class frmDoctorPage final : public QWidget {
   void showDiagnosis(const Diagnosis& diagnosis);
 
  signals:
-  /// The button, or the page is seen for the first time.
+  /// The page is shown with nothing on it: what can be seen without asking a controller is wanted.
+  void seen();
   void refreshRequested();
   void saveRequested(const QString& file);
 

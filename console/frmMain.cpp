@@ -9,11 +9,11 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QOperatingSystemVersion>
 #include <QPalette>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
-#include <QSysInfo>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -63,6 +63,13 @@ QString outcomeText(CalibrationOutcome outcome) {
       break;
   }
   return frmMain::tr("The calibration was cancelled; nothing was stored.");
+}
+
+/// The system's major version where it is Windows.
+std::optional<int> windowsVersion() {
+  const auto system = QOperatingSystemVersion::current();
+  if (system.type() != QOperatingSystemVersion::Windows) return std::nullopt;
+  return system.majorVersion();
 }
 
 // Where no window is ever painted the work begins all the same.
@@ -190,6 +197,8 @@ void frmMain::connectPages() {
   connect(testsPage_, &frmTestsPage::faultSwitched, this,
           [this](const SimulatedFault* fault, bool on) { switchFault(*fault, on); });
 
+  connect(doctorPage_, &frmDoctorPage::seen, this,
+          [this] { doctorPage_->showDiagnosis(look(patient())); });
   connect(doctorPage_, &frmDoctorPage::refreshRequested, this, [this] {
     console_.examine(tr("Looking for what is wrong …").toStdString(),
                      [this] { return summary(diagnose()) + '.'; });
@@ -199,15 +208,10 @@ void frmMain::connectPages() {
 
   ParameterEditor& parameters = console_.parameters();
   connect(maintenancePage_, &frmMaintenancePage::defaultsRequested, this, [this, &parameters] {
-    console_.perform(
-        tr("Restoring the defaults …").toStdString(),
-        [&parameters] { return parameters.restoreDefaults(); },
-        MainConsole::Afterwards::readSettings);
+    perform(tr("Restoring the defaults …"), [&parameters] { return parameters.restoreDefaults(); });
   });
   connect(maintenancePage_, &frmMaintenancePage::resetRequested, this, [this, &parameters] {
-    console_.perform(
-        tr("Resetting the controller …").toStdString(),
-        [&parameters] { return parameters.reset(); }, MainConsole::Afterwards::readSettings);
+    perform(tr("Resetting the controller …"), [&parameters] { return parameters.reset(); });
   });
   connect(maintenancePage_, &frmMaintenancePage::monitorRequested, this, [this](int monitor) {
     perform(tr("Assigning the monitor …"), [this, monitor] {
@@ -299,7 +303,6 @@ QWidget* frmMain::makeHeader() {
   }
   auto* const version = new QLabel(shownText(versionText));
   version->setObjectName("lblVersion");
-  version->setVisible(!isSmallScreen());
   row->addWidget(version);
   return header;
 }
@@ -335,6 +338,7 @@ QWidget* frmMain::makeFooter() {
   cancelSearch_->setObjectName("cmdCancelSearch");
   cancelSearch_->hide();
   release_->setObjectName("cmdRelease");
+  release_->setEnabled(false);  // until it is known whose port is to be released
   auto* const exit = new QPushButton(tr("E&xit"));
   exit->setObjectName("cmdExit");
   auto* const help = new QPushButton(tr("&Help"));
@@ -355,6 +359,7 @@ QWidget* frmMain::makeFooter() {
 void frmMain::open() {
   // Otherwise the button Exit has it, as the only one that is enabled during the start, and Enter ends the program.
   controllerPage_->setFocus();
+  qApp->installEventFilter(this);
   show();
   QTimer::singleShot(longestUnseen, this, &frmMain::begin);
 }
@@ -370,8 +375,7 @@ void frmMain::begin() {
   emit seen();
   makeOtherPages();
   connectPages();
-  qApp->installEventFilter(this);
-  console_.startUp(QSysInfo::kernelVersion().section('.', 0, 0).toInt());
+  console_.startUp(windowsVersion());
   calibrationPage_->showPanelError(std::nullopt, panelError());
 }
 
@@ -385,6 +389,8 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 bool frmMain::hotKey(const QKeyEvent& key) {
   const bool control = key.modifiers() == Qt::ControlModifier;
+  // Whoever wants to leave at once need not wait for the pages behind the first.
+  if (!begun_ && !(control && key.key() == Qt::Key_E)) return false;
   if (key.key() == Qt::Key_I && key.modifiers() == Qt::NoModifier) {
     // The key itself goes on to whatever has the focus.
     if (tabs_->tabText(tabs_->currentIndex()) == tr("Maintenance")) showAdvancedFrame();
@@ -470,9 +476,21 @@ void frmMain::showInformation(const std::vector<std::string>& lines) {
 }
 
 std::string frmMain::showPicture(const std::filesystem::path& file) {
+  constexpr qint64 bytesPerPixel = 4;
+  constexpr qint64 largestPicture = qint64{largestPictureMegabytes} << 20;
   QImageReader::setAllocationLimit(largestPictureMegabytes);
   QImageReader reader(shownText(file.string()));
   reader.setDecideFormatFromContent(true);
+  const QSize size = reader.size();
+  if (qint64{size.width()} * size.height() * bytesPerPixel > largestPicture) {
+    return tr("The picture %1 is not shown: it is too large, with %2 x %3 pixels. At most %4 "
+              "million are shown.")
+        .arg(shownText(file.string()))
+        .arg(size.width())
+        .arg(size.height())
+        .arg(largestPicture / bytesPerPixel / 1'000'000)
+        .toStdString();
+  }
   const QImage image = reader.read();
   if (image.isNull()) {
     return tr("The picture %1 cannot be shown: %2")

@@ -216,7 +216,7 @@ QWidget* frmSettingsPage::makeCursorHelp() {
 }
 
 void frmSettingsPage::fill() {
-  const DriverSettings& reported = panel_.reported();
+  const DriverSettings& reported = panel_.shown();
   for (const Switch& control : switches_) {
     const QSignalBlocker silent(control.box);
     control.box->setChecked((control.setting->get(reported) != 0) != control.inverted);

@@ -1,10 +1,12 @@
 #include "console/main_console.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "core/closing_step.h"
 #include "core/connection.h"
+#include "core/driver.h"
 #include "core/language.h"
 #include "core/text_encoding.h"
 
@@ -20,6 +22,12 @@ bool holdsPassword(std::string_view text) {
   return text.find(password) != text.npos;
 }
 
+// What a window needs that stays open while it talks to the driver: it is not opened without.
+constexpr std::array<std::string_view, 10> calibrationNeeds = {
+    "OpenController", "CloseController",     "FlushReadBuffer", "WriteBuffer",
+    "ReadBuffer",     "ReadLength",          "SetCalPoint",     "CalCurrentPointReady",
+    "IsPenUp",        "StoreCalibrationData"};
+
 std::string_view withoutOuterBlanks(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
   if (first == text.npos) return {};
@@ -27,31 +35,6 @@ std::string_view withoutOuterBlanks(std::string_view text) {
 }
 
 }  // namespace
-
-/// The time in which an action holds the window: nothing else starts in it, and a way out that was asked for meanwhile
-/// is taken when it ends.
-class MainConsole::Action {
- public:
-  Action(MainConsole& console, const std::string& what) : console_(console) {
-    console_.busy_ = true;
-    console_.cutShort_ = false;
-    console_.view_.showBusy(what);
-  }
-  Action(const Action&) = delete;
-  Action& operator=(const Action&) = delete;
-  ~Action() {
-    // Once the program has ended nothing else is done: the window stays held.
-    if (console_.gone_) return;
-    console_.busy_ = false;
-    console_.view_.showIdle();
-    if (const WayOut way = std::exchange(console_.putOff_, WayOut::none); way != WayOut::none) {
-      console_.leave(way);
-    }
-  }
-
- private:
-  MainConsole& console_;
-};
 
 MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
                          std::filesystem::path workFolder)
@@ -63,29 +46,78 @@ MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, S
       settings_(access, prompt),
       parameters_(access, prompt, Backup(workFolder_)) {}
 
-void MainConsole::startUp(int systemVersion) {
-  const Action action(*this, say("console", "Searching for controllers …"));
-  port_.setSettings(normalLineSettings);
-  findControllers();
-  if (selected_) readSettings();
-  std::string complaints;
-  const auto complain = [&complaints](const std::string& text) {
-    if (!complaints.empty() && !text.empty()) complaints += '\n';
-    complaints += text;
-  };
-  if (const auto picture = workFile("pic01.jpg")) complain(view_.showPicture(*picture));
-  reportFormats_ = rdformad(workFolder_);
-  for (const FileError& problem : reportFormats_.problems)
-    complain(problem.describe());
-  if (selected_) readIdentity();
-  const auto icon = workFile("Zevrik.ico");
-  if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));
-  sayWhoIsReady();
-  if (systemVersion < oldestSystem) {
-    view_.showStatus(say(
-        "console", "This operating system is older than those that the touch driver is made for."));
+void MainConsole::hold(const std::string& what, const std::function<void()>& work) {
+  busy_ = true;
+  cutShort_ = false;
+  view_.showBusy(what);
+  attempt(work);
+  // Once the program has ended nothing else is done: the window stays held.
+  if (gone_) return;
+  tellWhatLacks();
+  letGo();
+}
+
+void MainConsole::letGo() {
+  busy_ = false;
+  view_.showIdle();
+  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
+}
+
+void MainConsole::attempt(const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const MissingOperation& missing) {
+    lacking_.insert(missing.operation());
   }
-  if (!complaints.empty()) prompt_.message(complaints);
+}
+
+void MainConsole::tellWhatLacks() {
+  if (lacking_.empty()) return;
+  std::string names;
+  for (const std::string& operation : std::exchange(lacking_, {}))
+    names += (names.empty() ? "" : ", ") + operation;
+  const std::string text = filled(
+      say("console", "The touch driver library lacks %1. What needs that was not done."), {names});
+  // A control that was used shows again what holds.
+  view_.showSettings();
+  view_.showStatus(text);
+  prompt_.message(text);
+}
+
+bool MainConsole::available(std::span<const std::string_view> operations) {
+  for (const std::string_view missing : access_.driver.missing())
+    if (std::ranges::find(operations, missing) != operations.end()) lacking_.emplace(missing);
+  if (lacking_.empty()) return true;
+  tellWhatLacks();
+  return false;
+}
+
+void MainConsole::startUp(std::optional<int> windowsVersion) {
+  hold(say("console", "Searching for controllers …"), [this, windowsVersion] {
+    port_.setSettings(normalLineSettings);
+    findControllers({});
+    if (cutShort_) return;
+    if (selected_) readSettings();
+    std::string complaints;
+    const auto complain = [&complaints](const std::string& text) {
+      if (!complaints.empty() && !text.empty()) complaints += '\n';
+      complaints += text;
+    };
+    if (const auto picture = workFile("pic01.jpg")) complain(view_.showPicture(*picture));
+    reportFormats_ = rdformad(workFolder_);
+    for (const FileError& problem : reportFormats_.problems)
+      complain(problem.describe());
+    if (selected_ && !cutShort_) readIdentity();
+    const auto icon = workFile("Zevrik.ico");
+    if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));
+    sayWhoIsReady();
+    if (windowsVersion && *windowsVersion < oldestSystem) {
+      view_.showStatus(
+          say("console",
+              "This operating system is older than those that the touch driver is made for."));
+    }
+    if (!complaints.empty()) prompt_.message(complaints);
+  });
 }
 
 std::optional<std::filesystem::path> MainConsole::workFile(const char* name) const {
@@ -97,41 +129,57 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 
 void MainConsole::refresh() {
   if (busy_) return;
-  const Action action(*this, say("console", "Searching for controllers …"));
-  view_.showInformation({});
-  findControllers();
-  if (selected_) {
-    readSettings();
-    readIdentity();
-  }
-  sayWhoIsReady();
+  hold(say("console", "Searching for controllers …"), [this] {
+    const std::string before = selectedName();
+    view_.showInformation({});
+    findControllers(before);
+    readController();
+    if (before.empty() || !selected_ || before == selectedName()) return;
+    view_.showStatus(filled(list_.find(before)
+                                ? say("console", "%1 does not answer; %2 was chosen.")
+                                : say("console", "%1 is no longer there; %2 was chosen."),
+                            {toUtf8(before), toUtf8(selectedName())}));
+  });
 }
 
-void MainConsole::findControllers() {
-  list_ = getctrname(access_, prompt_, [this](const std::string& name) {
+void MainConsole::findControllers(const std::string& current) {
+  const auto asking = [this](const std::string& name) {
     view_.showBusy(
         filled(say("console", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
-  });
-  // With no answer at all the last controller asked stays the current one.
+    return !cutShort_;
+  };
+  list_ = {};
+  attempt([&] { list_ = getctrname(access_, prompt_, asking, current); });
   selected_ = list_.answered;
-  if (!selected_ && !list_.names.empty()) selected_ = list_.names.size() - 1;
+  // When none answers the current one stays; without one it is the last that was asked.
+  if (!selected_) selected_ = list_.find(current);
+  if (!selected_) selected_ = list_.lastAsked;
+  access_.session.controllerName = selectedName();
   view_.showControllers(list_.names, selected_);
   if (!selected_) {
-    access_.session.controllerName.clear();
     firmware_.clear();
     view_.showIdentity({});
   }
 }
 
+void MainConsole::readController() {
+  if (selected_ && !cutShort_) readSettings();
+  if (selected_ && !cutShort_) readIdentity();
+  sayWhoIsReady();
+}
+
 void MainConsole::readSettings() {
   view_.showBusy(filled(say("console", "Reading the settings of %1 …"), {toUtf8(selectedName())}));
-  settings_.take(readset(access_));
+  DriverSettings settings;
+  attempt([this, &settings] { settings = readset(access_); });
+  settings_.take(settings);
   view_.showSettings();
 }
 
 void MainConsole::readIdentity() {
   view_.showBusy(filled(say("console", "Asking %1 what it is …"), {toUtf8(selectedName())}));
-  const Identity identity = readfw(access_);
+  Identity identity;
+  attempt([this, &identity] { identity = readfw(access_); });
   firmware_ = identity.firmware;
   answers_ = !identity.firmware.empty() || !identity.unitType.empty();
   parameters_.forget();
@@ -153,61 +201,66 @@ void MainConsole::sayWhoIsReady() {
 
 void MainConsole::selectController(std::size_t index) {
   if (busy_ || index >= list_.names.size() || index == selected_) return;
-  const Action action(*this, say("console", "Reading the controller …"));
-  selected_ = index;
-  access_.session.controllerName = list_.names[index];
-  view_.showInformation({});
-  readSettings();
-  readIdentity();
-  sayWhoIsReady();
+  hold(say("console", "Reading the controller …"), [this, index] {
+    selected_ = index;
+    access_.session.controllerName = list_.names[index];
+    view_.showInformation({});
+    readController();
+  });
 }
 
 void MainConsole::information() {
   if (busy_ || !selected_) return;
-  const Action action(*this, say("console", "Asking the controller who it is …"));
-  view_.showInformation(controllerInformation(access_));
-  view_.showStatus(say("console", "Controller information read."));
+  hold(say("console", "Asking the controller who it is …"), [this] {
+    view_.showInformation(controllerInformation(access_));
+    view_.showStatus(say("console", "Controller information read."));
+  });
 }
 
 void MainConsole::searchComPorts() {
   if (busy_) return;
-  const Action action(*this, say("console", "Searching the COM ports …"));
-  const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
-    view_.showBusy(
-        filled(say("console", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
-    return !cutShort_;
+  hold(say("console", "Searching the COM ports …"), [this] {
+    const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
+      view_.showBusy(
+          filled(say("console", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
+      return !cutShort_;
+    });
+    std::string outcome = say("console", "The search was cancelled.");
+    if (!found.cancelled) {
+      outcome = found.noneOpened.empty()
+                    ? describe(found)
+                    : say("console", "No COM port could be opened.") + ' ' + found.noneOpened;
+      view_.showStatus(outcome);
+      prompt_.message(describe(found));
+    }
+    // The search made the driver let go of its port; reading the settings makes it take the port back.
+    if (selected_) readSettings();
+    view_.showStatus(outcome);
   });
-  // The search made the driver let go of its port; reading the settings makes it take the port back.
-  if (selected_) readSettings();
-  if (found.cancelled) {
-    view_.showStatus(say("console", "The search was cancelled."));
-    return;
-  }
-  view_.showStatus(found.noneOpened.empty()
-                       ? describe(found)
-                       : say("console", "No COM port could be opened.") + ' ' + found.noneOpened);
-  prompt_.message(describe(found));
 }
 
-void MainConsole::perform(const std::string& what, const std::function<std::string()>& action,
-                          Afterwards afterwards) {
-  if (busy_ || !selected_) return;
-  const Action running(*this, what);
-  const std::string outcome = action();
-  if (afterwards == Afterwards::readSettings) settings_.take(readset(access_));
-  view_.showSettings();
-  view_.showParameters();
-  view_.showStatus(outcome);
+void MainConsole::perform(const std::string& what, const std::function<std::string()>& action) {
+  if (busy_) return;
+  hold(what, [this, &action] {
+    if (!selected_) {
+      view_.showStatus(say("console", "There is no controller to work with."));
+      prompt_.message(access_.session.messages[Message::noDevice]);
+      return;
+    }
+    const std::string outcome = action();
+    view_.showSettings();
+    view_.showParameters();
+    view_.showStatus(outcome);
+  });
 }
 
 void MainConsole::examine(const std::string& what, const std::function<std::string()>& look) {
   if (busy_) return;
-  const Action running(*this, what);
-  view_.showStatus(look());
+  hold(what, [this, &look] { view_.showStatus(look()); });
 }
 
 void MainConsole::calstart(int points) {
-  if (busy_ || !selected_ || points < 2 || points > 13) return;
+  if (busy_ || !selected_ || points < 2 || points > 13 || !available(calibrationNeeds)) return;
   access_.session.calibrationPoints = points;
   busy_ = true;
   calibrating_ = true;
@@ -217,14 +270,12 @@ void MainConsole::calstart(int points) {
 
 void MainConsole::calibrationEnded(bool stored, const std::string& status) {
   if (!std::exchange(calibrating_, false)) return;
-  busy_ = false;
   if (stored) {
-    parameters_.forget();
+    parameters_.calibrated();
     view_.showParameters();
   }
-  view_.showIdle();
   view_.showStatus(status);
-  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
+  letGo();
 }
 
 void MainConsole::openTest(TestScreen test) {
@@ -237,18 +288,16 @@ void MainConsole::openTest(TestScreen test) {
 
 void MainConsole::testEnded() {
   if (!std::exchange(testing_, false)) return;
-  busy_ = false;
-  view_.showIdle();
   sayWhoIsReady();
-  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
+  letGo();
 }
 
 void MainConsole::requestDebugger(std::string_view passwordBox) {
   if (busy_) return;
-  if (holdsPassword(passwordBox)) {
-    view_.openDebugger();
-  } else {
+  if (!holdsPassword(passwordBox)) {
     view_.showPasswordFrame(true);
+  } else if (available(portLoanOperations)) {
+    view_.openDebugger();
   }
 }
 
@@ -260,20 +309,13 @@ void MainConsole::debuggerOpened() {
 
 void MainConsole::debuggerEnded(bool exit) {
   if (!std::exchange(debugging_, false)) return;
-  busy_ = false;
   // Commands past the driver may have changed anything: no word read before them is to be written at the end.
   parameters_.forget();
   if (exit && putOff_ == WayOut::none) putOff_ = WayOut::exit;
-  view_.showIdle();
-  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) {
-    leave(way);
-    return;
-  }
-  if (!selected_) return;
-  const Action action(*this, say("console", "Reading the controller …"));
-  readSettings();
-  readIdentity();
-  sayWhoIsReady();
+  const bool leaves = putOff_ != WayOut::none;
+  letGo();
+  if (leaves || !selected_) return;
+  hold(say("console", "Reading the controller …"), [this] { readController(); });
 }
 
 std::string MainConsole::passwordEdited(std::string text) {
@@ -289,15 +331,11 @@ void MainConsole::passwordEntered(std::string_view text) {
   const bool right = holdsPassword(text);
   if (!right) prompt_.message(access_.session.messages[Message::passwordError]);
   view_.showPasswordFrame(false);
-  if (right) view_.openDebugger();
+  if (right && available(portLoanOperations)) view_.openDebugger();
 }
 
 void MainConsole::requestPinDefinition() {
   if (busy_) return;
-  if (!selected_) {
-    view_.showStatus(say("console", "There is no controller whose pins could be defined."));
-    return;
-  }
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
   // While the question was up the window may have been closed.
   if (!busy_ && answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
@@ -307,8 +345,11 @@ std::string MainConsole::selectedName() const {
   return selected_ ? list_.names[*selected_] : std::string();
 }
 
-void MainConsole::closingStep() {
-  plcmd(access_, {selectedName(), firmware_, parameters_.parameter01()});
+void MainConsole::closingStep(WayOut way) {
+  ShownAtClosing shown{selectedName(), firmware_, parameters_.parameter01()};
+  shown.parameter01 = plcmd(access_, shown);
+  // A closed window locks once more as it is destroyed: a controller that slept through the first lock hears the second.
+  if (way == WayOut::close) plcmd(access_, shown);
 }
 
 void MainConsole::exit() {
@@ -329,12 +370,11 @@ void MainConsole::leave(WayOut way) {
     if (debugging_) view_.closeDebugger();
     return;
   }
-  const Action action(*this, say("console", "Locking the controller's parameters …"));
-  closingStep();
-  // A closed window locks once more as it is destroyed: a controller that slept through the first lock hears the second.
-  if (way == WayOut::close) closingStep();
-  gone_ = true;
-  view_.endProgram();
+  hold(say("console", "Locking the controller's parameters …"), [this, way] {
+    attempt([this, way] { closingStep(way); });
+    gone_ = true;
+    view_.endProgram();
+  });
 }
 
 void MainConsole::releaseAndExit() {
@@ -344,13 +384,14 @@ void MainConsole::releaseAndExit() {
                                     messages[Message::releaseWarning]);
   // While the question was up the window may have been closed.
   if (!sure || busy_) return;
-  const Action action(*this, say("console", "Releasing the COM port …"));
-  if (selected_) {
-    const Connection connection(access_);
-    access_.driver.CloseCOMPort(connection.handle());
-  }
-  gone_ = true;
-  view_.endProgram();
+  hold(say("console", "Releasing the COM port …"), [this] {
+    if (selected_) {
+      const Connection connection(access_);
+      access_.driver.CloseCOMPort(connection.handle());
+    }
+    gone_ = true;
+    view_.endProgram();
+  });
 }
 
 }  // namespace touch

@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -74,10 +76,10 @@ class MainConsole {
   MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
               std::filesystem::path workFolder);
 
-  /// Finds the controllers and fills the window; the message catalogue is loaded before. `systemVersion` is the major
-  /// version of the operating system.
-  void startUp(int systemVersion);
-  /// Finds the controllers anew.
+  /// Finds the controllers and fills the window; the message catalogue is loaded before. `windowsVersion` is the major
+  /// version of the operating system where that is Windows.
+  void startUp(std::optional<int> windowsVersion);
+  /// Finds the controllers anew. The current one stays when it is still listed and answers.
   void refresh();
   /// Takes the list's controller `index` as the current one and reads it.
   void selectController(std::size_t index);
@@ -87,10 +89,9 @@ class MainConsole {
   void searchComPorts();
   void cancelSearch() { cutShort_ = true; }
 
-  /// Any other action on the controller: runs it when no other runs, and shows the line that it answers with.
-  enum class Afterwards { nothing, readSettings };
-  void perform(const std::string& what, const std::function<std::string()>& action,
-               Afterwards afterwards = Afterwards::nothing);
+  /// Any other action on the controller: runs it when no other runs, and shows the line that it answers with. Without a
+  /// controller it says that there is none.
+  void perform(const std::string& what, const std::function<std::string()>& action);
 
   /// Something that needs no controller: runs it when no other action runs, and shows the line that it answers with.
   void examine(const std::string& what, const std::function<std::string()>& look);
@@ -126,17 +127,29 @@ class MainConsole {
   const std::vector<ReportFormat>& reportFormats() const { return reportFormats_.formats; }
 
  private:
-  class Action;
   enum class WayOut { none, exit, close };
 
-  void findControllers();
+  /// Runs `work` while nothing else starts. What the driver library lacked for it is told then, and a way out that was
+  /// asked for meanwhile is taken.
+  void hold(const std::string& what, const std::function<void()>& work);
+  /// The window is free again, unless a way out was put off.
+  void letGo();
+  /// Runs `step`, which ends where it needs an operation that the driver library lacks.
+  void attempt(const std::function<void()>& step);
+  void tellWhatLacks();
+  /// True when the driver library has all of them; else the user is told.
+  bool available(std::span<const std::string_view> operations);
+
+  /// `current`: the controller to keep, if it is still there.
+  void findControllers(const std::string& current);
+  void readController();
   void readSettings();
   void readIdentity();
   void sayWhoIsReady();
   /// An optional file of the working folder, if it is there.
   std::optional<std::filesystem::path> workFile(const char* name) const;
   void leave(WayOut way);
-  void closingStep();
+  void closingStep(WayOut way);
   std::string selectedName() const;
 
   Access access_;
@@ -158,6 +171,7 @@ class MainConsole {
   bool debugging_ = false;
   bool cutShort_ = false;
   bool gone_ = false;
+  std::set<std::string> lacking_;  ///< operations that the running action needed in vain
   WayOut putOff_ = WayOut::none;
 };
 

@@ -38,11 +38,13 @@ bool resetController(const Access& access, Prompt& prompt) {
 DefaultsRestored defaults(const Access& access, Prompt& prompt, const Backup& backup) {
   DefaultsRestored result;
   const auto block = readBlock(access);
-  const KeptBlock kept = keepBlock(access, prompt, backup, block);
-  if (!kept.goOn) return result;
+  const auto kept = keep(access, backup, block);
   if (block) result.before = *block;
-  result.kept = kept.file;
-  result.sent = true;
+  if (kept) {
+    result.kept = *kept;
+  } else {
+    result.whyNoBackup = kept.error().why;
+  }
   result.restored = restoreDefaults(access, prompt);
   return result;
 }

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "console/parameter_words.h"
 
@@ -19,15 +20,15 @@ bool resetController(const Access& access, Prompt& prompt);
 
 /// What came of "Defaults".
 struct DefaultsRestored {
-  bool sent = false;      ///< false: the user did not want to go on without a way back
   bool restored = false;  ///< the controller said so
   std::optional<ParameterBlock>
       before;                  ///< the way back, for undoBlock(); nothing when it could not be read
   std::filesystem::path kept;  ///< the backup file; empty when there is none
+  std::string whyNoBackup;     ///< then
 };
 
-/// "Defaults": keeps the parameter block, then restores the defaults. Asks only when the block
-/// cannot be kept.
+/// "Defaults": keeps the parameter block, then restores the defaults. Asks nothing, and a block
+/// that cannot be read or kept stops nothing.
 DefaultsRestored defaults(const Access& access, Prompt& prompt, const Backup& backup);
 
 }  // namespace touch

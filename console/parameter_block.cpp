@@ -162,19 +162,21 @@ WriteReport putBack(const Access& access, const Backup& backup, std::span<const 
   return whole;
 }
 
+Result<std::filesystem::path, NotKept> keep(const Access& access, const Backup& backup,
+                                            const Result<ParameterBlock, WordError>& block) {
+  if (!block) return NotKept{block.error().describe()};
+  const auto file = backup.keep(access.session.controllerName, *block);
+  if (!file) return NotKept{file.error().describe()};
+  return *file;
+}
+
 KeptBlock keepBlock(const Access& access, Prompt& prompt, const Backup& backup,
                     const Result<ParameterBlock, WordError>& block) {
-  std::string why;
-  if (block) {
-    const auto file = backup.keep(access.session.controllerName, *block);
-    if (file) return {true, *file};
-    why = file.error().describe();
-  } else {
-    why = block.error().describe();
-  }
+  const auto file = keep(access, backup, block);
+  if (file) return {true, *file};
   return {prompt.confirm(filled(
               say("console", "The parameter block cannot be kept. %1. Go on without a way back?"),
-              {why})),
+              {file.error().why})),
           {}};
 }
 

@@ -50,6 +50,14 @@ void tellOfJournal(Prompt& prompt, const WriteReport& report);
 /// Puts words back, as far as the controller does not hold them already. Says and asks nothing.
 WriteReport putBack(const Access& access, const Backup& backup, std::span<const WordValue> old);
 
+/// Why a block is not kept.
+struct NotKept {
+  std::string why;
+};
+/// Keeps `block` if it was read; returns in which file.
+Result<std::filesystem::path, NotKept> keep(const Access& access, const Backup& backup,
+                                            const Result<ParameterBlock, WordError>& block);
+
 /// Whether an action that changes the block may go on, and where the block before it is kept.
 struct KeptBlock {
   bool goOn = false;

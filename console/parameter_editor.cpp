@@ -16,7 +16,14 @@ std::string unreadable(const WordError& error) {
 }  // namespace
 
 void ParameterEditor::forget() {
+  const NumberBase base = table_.base();
   table_ = ParameterTable();
+  table_.setBase(base);
+  undo_.clear();
+}
+
+void ParameterEditor::calibrated() {
+  table_.expire();
   undo_.clear();
 }
 
@@ -61,6 +68,7 @@ std::string ParameterEditor::write() {
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == WriteEnd::done || (write.end == WriteEnd::brokenOff && !isPutBack)) {
     undo_ = write.report.oldWords();
+    undoesDefaults_ = false;
   }
   std::string text =
       outcome(write, say("console", "The parameters are written; Undo takes them back."));
@@ -112,22 +120,26 @@ std::string ParameterEditor::compare(const std::filesystem::path& file) const {
 
 std::string ParameterEditor::restoreDefaults() {
   const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
-  if (!outcome.sent) return say("console", "Nothing was sent.");
-  forget();
-  if (outcome.before) undo_ = wordsOf(*outcome.before);
-  const std::string unread = readAgain();
-  if (!outcome.restored)
-    return say("console", "The controller did not say that its defaults are restored.") + unread;
-  return (outcome.before
-              ? say("console", "The defaults are restored; Undo takes the parameters back.")
-              : say("console", "The defaults are restored.")) +
-         unread;
+  table_.expire();
+  // A second time it is the defaults that are replaced: the way back stays the one of the first.
+  if (!canUndo() || !undoesDefaults_) {
+    undo_ = outcome.before ? wordsOf(*outcome.before) : std::vector<WordValue>();
+    undoesDefaults_ = true;
+  }
+  std::string text =
+      outcome.restored
+          ? say("console", "Defaults restored; press Read to see them.")
+          : say("console", "The controller did not say that its defaults are restored.");
+  if (canUndo()) text += ' ' + say("console", "Undo puts back the parameters from before.");
+  if (outcome.whyNoBackup.empty()) return text;
+  return text + ' ' + filled(say("console", "There is no backup: %1."), {outcome.whyNoBackup});
 }
 
 std::string ParameterEditor::reset() {
-  return resetController(access_, prompt_)
-             ? say("console", "The controller is reset.")
-             : say("console", "The controller did not acknowledge the reset.");
+  const bool done = resetController(access_, prompt_);
+  table_.expire();
+  return done ? say("console", "The controller is reset.")
+              : say("console", "The controller did not acknowledge the reset.");
 }
 
 std::optional<ParameterWord> ParameterEditor::parameter01() const {

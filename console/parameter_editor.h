@@ -25,9 +25,11 @@ class ParameterEditor {
   ParameterTable& table() { return table_; }
   const ParameterTable& table() const { return table_; }
 
-  /// Another controller is the current one, or its calibration is: nothing that was read still holds, and undoing would
-  /// destroy what has come since.
+  /// Another controller is the current one: nothing that was read or typed is its own.
   void forget();
+  /// The controller has another calibration: nothing that was read still holds, and undoing would destroy what has come
+  /// since.
+  void calibrated();
 
   std::string read();
   std::string write();
@@ -39,7 +41,7 @@ class ParameterEditor {
   /// The differences, one a line, shown by the prompt.
   std::string compare(const std::filesystem::path& file) const;
 
-  /// "Defaults"; the way back is then `undo()`.
+  /// "Defaults"; the way back is then `undo()`, also after a second time: to what was there before the first.
   std::string restoreDefaults();
   /// "Reset"
   std::string reset();
@@ -58,6 +60,7 @@ class ParameterEditor {
   Backup backup_;
   ParameterTable table_;
   std::vector<WordValue> undo_;
+  bool undoesDefaults_ = false;
 };
 
 }  // namespace touch

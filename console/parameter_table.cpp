@@ -33,7 +33,18 @@ std::string place(std::size_t row, WordByte byte) {
 
 void ParameterTable::take(const ParameterBlock& read) {
   old_ = read;
+  expired_ = false;
   load(read);
+}
+
+void ParameterTable::expire() {
+  expired_ = expired_ || old_.has_value();
+  for (std::size_t row = 0; row < rows && old_; ++row) {
+    auto& [high, low] = new_[row];
+    if (high == (*old_)[row].high) high.reset();
+    if (low == (*old_)[row].low) low.reset();
+  }
+  old_.reset();
 }
 
 void ParameterTable::load(const ParameterBlock& file) {
@@ -46,7 +57,7 @@ void ParameterTable::clear() {
 }
 
 std::string ParameterTable::oldText(std::size_t row, WordByte byte) const {
-  if (!old_) return {};
+  if (!old_) return expired_ ? "?" : "";
   const ParameterWord& value = old_->at(row);
   return text(byte == WordByte::high ? value.high : value.low);
 }

@@ -41,8 +41,11 @@ class ParameterTable {
   void clear();
   /// Empties the old values: the controller may hold others now. The new ones stay.
   void forgetOld() { old_.reset(); }
+  /// The controller may hold other words than those that were read: nothing of them stays, neither as old value nor as
+  /// new one. What the user has typed stays.
+  void expire();
 
-  /// Empty texts where there is no value.
+  /// Empty texts where there is no value; "?" for old values that have expired.
   std::string oldText(std::size_t row, WordByte byte) const;
   std::string newText(std::size_t row, WordByte byte) const;
   /// The new value differs from the old one, or nobody knows the old one.
@@ -70,6 +73,7 @@ class ParameterTable {
 
   NumberBase base_ = NumberBase::hexadecimal;
   std::optional<ParameterBlock> old_;
+  bool expired_ = false;
   std::array<Row, rows> new_{};
 };
 

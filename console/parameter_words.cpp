@@ -1,34 +1,11 @@
 #include "console/parameter_words.h"
 
-#include <charconv>
-#include <string_view>
-
 #include "core/clock.h"
 #include "core/exchange.h"
 #include "core/hex.h"
 #include "core/language.h"
 
 namespace touch {
-
-namespace {
-
-constexpr std::size_t wordReplySize = 7;
-
-std::optional<ParameterWord> wordOf(const Reply& reply) {
-  if (reply.size() != wordReplySize || reply.bytes.front() != 0x01 || reply.bytes.back() != 0x0D ||
-      !reply.acknowledged()) {
-    return std::nullopt;
-  }
-  const std::string digits(reply.bytes.begin() + 2, reply.bytes.end() - 1);
-  unsigned value = 0;
-  const auto [end, failed] =
-      std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-  if (failed != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
-  return ParameterWord{static_cast<std::uint8_t>(value >> 8),
-                       static_cast<std::uint8_t>(value & 0xFF)};
-}
-
-}  // namespace
 
 std::string WordError::describe() const {
   const std::string word = hexByte(address);
@@ -59,10 +36,10 @@ Result<ParameterWord, WordError> readWord(const Access& access, std::uint8_t add
   Connection connection(access);
   connection.flush();
   Reply reply = ask(connection, access.clock, frame, parameterWait);
-  auto word = wordOf(reply);
+  auto word = reply.word();
   if (!word) {
     reply = ask(connection, access.clock, frame, parameterWait);
-    word = wordOf(reply);
+    word = reply.word();
     if (word) {
       // The second question is answered too. An answer has no address, and would be taken for the next word.
       access.clock.delay(parameterWait);

@@ -7,44 +7,29 @@ namespace touch {
 void SettingsPanel::take(const DriverSettings& reported) {
   sensitivityEnabled_ = false;
   sensitivity_.reset();
-  panelSwitched_.reset();
-  reported_ = reported;
+  shown_ = reported;
   bars_ = TimingBars(reported);
 }
 
-std::optional<DriverSettings> SettingsPanel::readAgain() {
-  const auto now = reportedSettings(access_);
-  if (now) reported_ = *now;
-  // Touches are switched by a command past the driver, which need not notice. A box that went back by itself would send
-  // the same command at every click, and never the one that takes it back.
-  if (panelSwitched_) reported_.reporting = *panelSwitched_;
-  return now;
-}
-
 std::string SettingsPanel::change(const Setting& setting, int value) {
-  const SettingAnswer answer = setting.set(access_, prompt_, reported_, value);
-  if (answer.opened && setting.name == "touch-panel") panelSwitched_ = value != 0;
-  // Bars that the user has moved and not yet confirmed stay where he put them.
-  return settingOutcome(setting, value, answer, readAgain());
+  const SettingAnswer answer = setting.set(access_, prompt_, shown_, value);
+  setting.put(shown_, value);
+  return settingOutcome(setting, value, answer);
 }
 
 std::string SettingsPanel::confirm() {
-  const ClickTiming asked = bars_.timing();
-  const SettingAnswer answer = confirmTiming(access_, prompt_, asked);
-  const auto now = readAgain();
-  if (!answer.opened || !now) return say("console", "Timing: the controller cannot be opened");
-  bars_ = TimingBars(*now);
-  if (bars_.timing() == asked) return say("console", "Double click and right click timing: set");
-  return say(
-      "console",
-      "Double click and right click timing: the driver reports other values than were asked");
+  const SettingAnswer answer = confirmTiming(access_, prompt_, bars_.timing());
+  if (!answer.opened) return say("console", "Timing: the controller cannot be opened");
+  if (answer.result == 0) return say("console", "Timing: the driver did not take it");
+  bars_.confirmed();
+  return say("console", "Double click and right click timing: set");
 }
 
 std::optional<std::string> SettingsPanel::changeSensitivity(int index) {
   const auto answer = setSensitivity(access_, sensitivityEnabled_, index);
   if (!answer) return std::nullopt;
   sensitivity_ = index;
-  return settingOutcome(*findSetting("sensitivity"), index, *answer, reported_);
+  return settingOutcome(*findSetting("sensitivity"), index, *answer);
 }
 
 }  // namespace touch

@@ -11,8 +11,9 @@ namespace touch {
 
 class Prompt;
 
-/// The page "Settings" without its window: what the driver reports, what the scroll bars hold, and what each control
-/// does when the user changes it. Every change is followed by a reading; the answer is one line for the user.
+/// The page "Settings" without its window: what its controls show, what the scroll bars hold, and what each control does
+/// when the user changes it. It then shows what was sent, whatever the driver makes of it; the others keep what they
+/// show until the settings are read again. The answer is one line for the user.
 class SettingsPanel {
  public:
   using Bar = TimingBars::Bar;
@@ -24,7 +25,8 @@ class SettingsPanel {
   void take(const DriverSettings& reported);
   void filled() { sensitivityEnabled_ = true; }
 
-  const DriverSettings& reported() const { return reported_; }
+  /// What the controls show: as read, but for what has been changed since.
+  const DriverSettings& shown() const { return shown_; }
   /// The sensitivity that was set last on this controller, since no driver can tell it; nothing after `take()`.
   std::optional<int> sensitivity() const { return sensitivity_; }
   const TimingBars& bars() const { return bars_; }
@@ -40,14 +42,10 @@ class SettingsPanel {
  private:
   Access access_;
   Prompt& prompt_;
-  DriverSettings reported_;
+  DriverSettings shown_;
   TimingBars bars_{DriverSettings{}};
   std::optional<int> sensitivity_;
-  std::optional<bool> panelSwitched_;  ///< on or off, as was asked last on this controller
   bool sensitivityEnabled_ = false;
-
-  /// What the driver reports after a change; nothing when the controller cannot be opened.
-  std::optional<DriverSettings> readAgain();
 };
 
 }  // namespace touch

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <type_traits>
 
 #include "core/clock.h"
 #include "core/exchange.h"
@@ -79,6 +80,12 @@ int getMember(const DriverSettings& reported) {
   return static_cast<int>(reported.*member);
 }
 
+template <auto member>
+void putMember(DriverSettings& shown, int value) {
+  using Value = std::remove_reference_t<decltype(shown.*member)>;
+  shown.*member = static_cast<Value>(value);
+}
+
 SettingAnswer setPanel(const Access& access, Prompt&, const DriverSettings&, int value) {
   return disableTouchPanel(access, value == 0);
 }
@@ -106,20 +113,26 @@ constexpr std::array<SettingChoice, 5> sensitivities = {
 constexpr std::array settings = {
     Setting{"up-sound", marked("console", "Enable Up Touch Sound"),
             marked("console", "Up touch sound"), onOff, 0, 1, "",
-            getMember<&DriverSettings::upSound>, setSwitch<enableUpSound>},
+            getMember<&DriverSettings::upSound>, putMember<&DriverSettings::upSound>,
+            setSwitch<enableUpSound>},
     Setting{"down-sound", marked("console", "Enable Down Touch Sound"),
             marked("console", "Down touch sound"), onOff, 0, 1, "",
-            getMember<&DriverSettings::downSound>, setSwitch<enableDownSound>},
+            getMember<&DriverSettings::downSound>, putMember<&DriverSettings::downSound>,
+            setSwitch<enableDownSound>},
     Setting{"double-click", marked("console", "Enable Double  Click"),
             marked("console", "Double click"), onOff, 0, 1, "",
-            getMember<&DriverSettings::doubleClick>, setSwitch<enableDoubleClick>},
+            getMember<&DriverSettings::doubleClick>, putMember<&DriverSettings::doubleClick>,
+            setSwitch<enableDoubleClick>},
     Setting{"right-click", marked("console", "Enable Right Mouse Button"),
             marked("console", "Right button"), onOff, 0, 1, "",
-            getMember<&DriverSettings::rightClick>, setSwitch<enableRightClick>},
+            getMember<&DriverSettings::rightClick>, putMember<&DriverSettings::rightClick>,
+            setSwitch<enableRightClick>},
     Setting{"rotation", marked("console", "Rotation :"), marked("console", "Rotation"), rotations,
-            0, 3, "", getMember<&DriverSettings::rotation>, setChoice<setRotation>},
+            0, 3, "", getMember<&DriverSettings::rotation>, putMember<&DriverSettings::rotation>,
+            setChoice<setRotation>},
     Setting{"touch-mode", marked("console", "Touch mode"), marked("console", "Touch mode"),
-            touchModes, 1, 3, "", getMember<&DriverSettings::touchMode>, setChoice<setTouchMode>},
+            touchModes, 1, 3, "", getMember<&DriverSettings::touchMode>,
+            putMember<&DriverSettings::touchMode>, setChoice<setTouchMode>},
     Setting{"double-click-speed",
             marked("console", "Double Click Speed"),
             marked("console", "Double click speed"),
@@ -128,7 +141,9 @@ constexpr std::array settings = {
             255,
             "x 100 ms",
             getMember<&DriverSettings::doubleClickSpeed>,
-            setTiming<&ClickTiming::doubleClickSpeed>},
+            putMember<&DriverSettings::doubleClickSpeed>,
+            setTiming<&ClickTiming::doubleClickSpeed>,
+            true},
     Setting{"double-click-area",
             marked("console", "Double Click Area"),
             marked("console", "Double click area"),
@@ -137,7 +152,9 @@ constexpr std::array settings = {
             255,
             "",
             getMember<&DriverSettings::doubleClickArea>,
-            setTiming<&ClickTiming::doubleClickArea>},
+            putMember<&DriverSettings::doubleClickArea>,
+            setTiming<&ClickTiming::doubleClickArea>,
+            true},
     Setting{"right-click-time",
             marked("console", "Right Click Response Time"),
             marked("console", "Right click response time"),
@@ -146,13 +163,15 @@ constexpr std::array settings = {
             longestRightClick,
             "ms",
             getMember<&DriverSettings::rightClickTime>,
-            setTiming<&ClickTiming::rightClickTime>},
+            putMember<&DriverSettings::rightClickTime>,
+            setTiming<&ClickTiming::rightClickTime>,
+            true},
     Setting{"sensitivity", marked("console", "Touch Sensitivity"),
-            marked("console", "Touch sensitivity"), sensitivities, 0, 4, "", nullptr,
+            marked("console", "Touch sensitivity"), sensitivities, 0, 4, "", nullptr, nullptr,
             setSensitivityChoice},
     Setting{"touch-panel", marked("console", "Disable Touch Panel"),
             marked("console", "Touch panel"), onOff, 0, 1, "",
-            getMember<&DriverSettings::reporting>, setPanel},
+            getMember<&DriverSettings::reporting>, putMember<&DriverSettings::reporting>, setPanel},
 };
 
 std::string allowedValues(const Setting& setting) {
@@ -311,17 +330,12 @@ std::string settingText(const Setting& setting, int value) {
   return text;
 }
 
-std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer,
-                           const std::optional<DriverSettings>& reported) {
+std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer) {
   const std::string label = say("console", setting.label);
   const std::string wanted = settingText(setting, asked);
-  if (!answer.opened || !reported) {
-    return filled(say("console", "%1: %2 was asked, the controller cannot be opened"),
-                  {label, wanted});
-  }
-  if (setting.get == nullptr || setting.get(*reported) == asked) return label + ": " + wanted;
-  return filled(say("console", "%1: %2 was asked, the driver reports %3"),
-                {label, wanted, settingText(setting, setting.get(*reported))});
+  if (answer.opened) return label + ": " + wanted;
+  return filled(say("console", "%1: %2 was asked, the controller cannot be opened"),
+                {label, wanted});
 }
 
 }  // namespace touch

@@ -57,6 +57,8 @@ class TimingBars {
   };
 
   explicit TimingBars(const DriverSettings& reported);
+  /// They hold what the driver has been told.
+  void confirmed() { driver_ = timing_; }
 
   Range range(Bar bar) const;
   int position(Bar bar) const;
@@ -109,10 +111,13 @@ struct Setting {
   std::string_view unit;  ///< of the number, e.g. "ms"; may be empty
   /// The value that the driver reports; null when no driver can tell.
   int (*get)(const DriverSettings& reported) = nullptr;
-  /// Sets it. `current` is what the driver reported last: the values that go along with this one
-  /// are taken from it.
+  /// Notes the value among those that are shown; null when no driver can tell it.
+  void (*put)(DriverSettings& shown, int value) = nullptr;
+  /// Sets it. The values that go along with this one are taken from `current`.
   SettingAnswer (*set)(const Access& access, Prompt& prompt, const DriverSettings& current,
                        int value) = nullptr;
+  /// It is set together with others, which have to be known.
+  bool needsCurrent = false;
 };
 
 /// Every setting, in the order in which they are shown.
@@ -125,10 +130,8 @@ Result<int, std::string> parseSetting(const Setting& setting, std::string_view t
 /// The name of a choice in the user's language, or the number with its unit.
 std::string settingText(const Setting& setting, int value);
 
-/// What came of setting it to `asked`: "Right button: on"; "Right button: on was asked, the driver
-/// reports off"; "Right button: on was asked, the controller cannot be opened". `reported` was read
-/// from the driver afterwards, unless that could not be.
-std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer,
-                           const std::optional<DriverSettings>& reported);
+/// What came of setting it to `asked`: "Right button: on"; "Right button: on was asked, the
+/// controller cannot be opened".
+std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer);
 
 }  // namespace touch

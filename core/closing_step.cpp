@@ -7,15 +7,20 @@
 
 namespace touch {
 
-void plcmd(const Access& access, const ShownAtClosing& shown) {
-  if (shown.listedController.empty()) return;
+std::optional<ParameterWord> plcmd(const Access& access, const ShownAtClosing& shown) {
+  auto word = shown.parameter01;
+  if (shown.listedController.empty()) return word;
   access.session.connected = conMT(access);
   const bool newer = access.session.connected == ModelProbe::newerModel;
-  if (newer && wantsClosingParameter(shown.firmware) && shown.parameter01) {
-    exchangeAcknowledged(access, parameterWriteFrame("01", hexByte(shown.parameter01->high),
-                                                     hexByte(shown.parameter01->low)));
+  if (newer && wantsClosingParameter(shown.firmware)) {
+    if (!word) word = exchange(access, parameterReadFrame("01")).word();
+    if (word) {
+      exchangeAcknowledged(access,
+                           parameterWriteFrame("01", hexByte(word->high), hexByte(word->low)));
+    }
   }
   exchangeUnacknowledged(access, shown.listedController, commandFrame("PL"));
+  return word;
 }
 
 }  // namespace touch

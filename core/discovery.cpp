@@ -1,6 +1,7 @@
 #include "core/discovery.h"
 
 #include <algorithm>
+#include <numeric>
 #include <string_view>
 
 #include "core/clock.h"
@@ -22,6 +23,15 @@ bool answersUnitType(const Access& access, const std::string& name) {
          ask(connection, access.clock, unitType, enquiryWait).size() > longestNonAnswer;
 }
 
+/// The list's places in the order in which they are probed.
+std::vector<std::size_t> probeOrder(const ControllerList& list, const std::string& preferred) {
+  std::vector<std::size_t> order(list.names.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::ranges::stable_partition(order,
+                                [&](std::size_t place) { return list.names[place] == preferred; });
+  return order;
+}
+
 }  // namespace
 
 bool isServedName(std::string_view name) {
@@ -29,6 +39,12 @@ bool isServedName(std::string_view name) {
   // The line's name stands before the word: a name that begins with it is another maker's.
   const auto device = name.find("DEVICE");
   return servedLine && device != name.npos && device >= 3;
+}
+
+std::optional<std::size_t> ControllerList::find(const std::string& name) const {
+  const auto found = std::ranges::find(names, name);
+  if (found == names.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - names.begin());
 }
 
 ControllerList getctrnameo(const Access& access, Prompt& prompt) {
@@ -46,12 +62,14 @@ ControllerList getctrnameo(const Access& access, Prompt& prompt) {
   return list;
 }
 
-ControllerList getctrname(const Access& access, Prompt& prompt, const ProbeProgress& progress) {
+ControllerList getctrname(const Access& access, Prompt& prompt, const ProbeProgress& progress,
+                          const std::string& preferred) {
   ControllerList list = getctrnameo(access, prompt);
-  for (std::size_t i = 0; i < list.names.size(); ++i) {
-    if (progress) progress(list.names[i]);
-    if (answersUnitType(access, list.names[i])) {
-      list.answered = i;
+  for (const std::size_t place : probeOrder(list, preferred)) {
+    if (progress && !progress(list.names[place])) break;
+    list.lastAsked = place;
+    if (answersUnitType(access, list.names[place])) {
+      list.answered = place;
       break;
     }
     access.clock.delay(pauseAfterSilence);

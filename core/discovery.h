@@ -15,16 +15,23 @@ class Prompt;
 struct ControllerList {
   static constexpr std::size_t limit = 21;
   std::vector<std::string> names;
-  std::optional<std::size_t> answered;  ///< the one that answered the probe and was chosen
+  std::optional<std::size_t> answered;   ///< the one that answered the probe and was chosen
+  std::optional<std::size_t> lastAsked;  ///< the one that was probed last; nothing: none was
+
+  /// Where the name stands in the list.
+  std::optional<std::size_t> find(const std::string& name) const;
 };
 
-/// Told the name of each controller before it is probed, so that the user sees what the waiting is for.
-using ProbeProgress = std::function<void(const std::string& name)>;
+/// Told the name of each controller before it is probed, so that the user sees what the waiting is for; returns false
+/// to break the search off.
+using ProbeProgress = std::function<bool(const std::string& name)>;
 
 /// Builds the list and chooses the first controller that answers "UT" with more than 5 bytes; each gets two tries.
-/// The session's controller name is then the chosen one's, or the last one tried. Message 0 when the driver knows none.
+/// `preferred`, when it is listed, is asked before the others. The session's controller name is then the chosen one's,
+/// or the last one tried. Message 0 when the driver knows none.
 ControllerList getctrname(const Access& access, Prompt& prompt,
-                          const ProbeProgress& progress = nullptr);
+                          const ProbeProgress& progress = nullptr,
+                          const std::string& preferred = {});
 
 /// The list alone, without asking the controllers; message 0 when the driver knows none.
 ControllerList getctrnameo(const Access& access, Prompt& prompt);

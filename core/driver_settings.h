@@ -31,8 +31,8 @@ struct DriverSettings {
 /// of range is put right in the driver.
 DriverSettings readset(const Access& access);
 
-/// Every setting as the driver reports it after a change; nothing is put right, since that would undo what the user has
-/// just asked for. Nothing when the controller cannot be opened.
+/// Every setting as the driver reports it, for whoever only wants to know: nothing is put right. Nothing when the
+/// controller cannot be opened.
 std::optional<DriverSettings> reportedSettings(const Access& access);
 
 }  // namespace touch

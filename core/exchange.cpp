@@ -16,11 +16,15 @@ Reply ask(Connection& connection, Clock& clock, const Frame& frame,
   return connection.read();
 }
 
-bool exchangeAcknowledged(const Access& access, const Frame& frame) {
+Reply exchange(const Access& access, const Frame& frame) {
   Connection connection(access);
   connection.flush();
-  if (ask(connection, access.clock, frame, parameterWait).acknowledged()) return true;
-  return ask(connection, access.clock, frame, parameterWait).acknowledged();
+  const Reply first = ask(connection, access.clock, frame, parameterWait);
+  return first.acknowledged() ? first : ask(connection, access.clock, frame, parameterWait);
+}
+
+bool exchangeAcknowledged(const Access& access, const Frame& frame) {
+  return exchange(access, frame).acknowledged();
 }
 
 void exchangeUnacknowledged(const Access& access, const std::string& controller,

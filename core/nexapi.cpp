@@ -1,6 +1,7 @@
 #include "core/nexapi.h"
 
 #include <bit>
+#include <string_view>
 
 namespace touch {
 
@@ -9,7 +10,7 @@ namespace {
 /// Points `function` at the export called `name`, or adds the name to `missing`.
 template <typename Function>
 void bindOperation(const SharedLibrary& library, const char* name, Function& function,
-                   std::vector<std::string>& missing) {
+                   std::vector<std::string_view>& missing) {
   if (void* const address = library.symbol(name)) {
     function = std::bit_cast<Function>(address);
   } else {
@@ -17,12 +18,8 @@ void bindOperation(const SharedLibrary& library, const char* name, Function& fun
   }
 }
 
-std::string joined(const std::vector<std::string>& names) {
-  std::string text;
-  for (const std::string& name : names)
-    text += (text.empty() ? "" : ", ") + name;
-  return text;
-}
+// Part of the contract, and called by nobody.
+constexpr std::string_view neverNeeded = "DisableTouchRePort";
 
 }  // namespace
 
@@ -38,16 +35,18 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   if (!library) return BindError{shownName, library.error()};
 
   Functions functions;
-  std::vector<std::string> missing;
+  std::vector<std::string_view> missing;
 #define TOUCH_BIND(name, parameters, arguments) \
   bindOperation(*library, #name, functions.name, missing);
   NEXAPI_OPERATIONS(TOUCH_BIND)
 #undef TOUCH_BIND
-  if (!missing.empty()) {
-    return BindError{shownName, filled(say("core", "it lacks the operation %1"), {joined(missing)}),
-                     library->path(), missing};
+  if (missing.size() == operationCount) {
+    return BindError{shownName, say("core", "it has none of a touch driver's operations"),
+                     library->path()};
   }
-  return std::unique_ptr<NexapiDriver>(new NexapiDriver(std::move(*library), functions));
+  std::erase(missing, neverNeeded);
+  return std::unique_ptr<NexapiDriver>(
+      new NexapiDriver(std::move(*library), functions, std::move(missing)));
 }
 
 }  // namespace touch

@@ -50,14 +50,14 @@ std::string libraryFileName(const std::string& name);
 struct BindError {
   std::string library;
   std::string reason;
-  std::filesystem::path foundAt{};     ///< where it was loaded from; empty when it could not be
-  std::vector<std::string> missing{};  ///< the operations that it lacks
+  std::filesystem::path foundAt{};  ///< where it was loaded from; empty when it could not be
   std::string describe() const {
     return filled(say("core", "The touch driver library %1 cannot be used: %2"), {library, reason});
   }
 };
 
-/// The touch driver in a shared library: every call goes straight to the function of the same name.
+/// The touch driver in a shared library: every call goes straight to the function of the same name. The call of one
+/// that the library lacks throws MissingOperation.
 class NexapiDriver final : public Driver {
  public:
   /// What the maker's library is called.
@@ -67,7 +67,7 @@ class NexapiDriver final : public Driver {
 #undef TOUCH_COUNT
 
   /// Binds the library at `path`, or, without one, the maker's `nexapi` where the platform's loader finds it.
-  /// All 36 operations must be there; the error names those that are not.
+  /// A library that lacks some of the 36 operations is bound all the same; one that has none is no touch driver.
   static Result<std::unique_ptr<NexapiDriver>, BindError> bind(
       const std::optional<std::filesystem::path>& path);
 
@@ -79,8 +79,13 @@ class NexapiDriver final : public Driver {
     return library_.symbol(name);
   }
 
+  std::vector<std::string_view> missing() const override {
+    return missing_;
+  }
+
 #define TOUCH_FORWARD(name, parameters, arguments) \
   std::int32_t name parameters override {          \
+    require(#name, functions_.name != nullptr);    \
     return functions_.name arguments;              \
   }
   NEXAPI_OPERATIONS(TOUCH_FORWARD)
@@ -94,11 +99,20 @@ class NexapiDriver final : public Driver {
 #undef TOUCH_POINTER
   };
 
-  NexapiDriver(SharedLibrary library, const Functions& functions)
-      : library_(std::move(library)), functions_(functions) {}
+  NexapiDriver(SharedLibrary library, const Functions& functions,
+               std::vector<std::string_view> missing)
+      : library_(std::move(library)), functions_(functions), missing_(std::move(missing)) {}
+
+  void require(std::string_view operation, bool there) const {
+    if (!there) throw MissingOperation(operation);
+    // What could not be closed again is not opened: it is closed where nothing can be thrown any more.
+    if (operation == "OpenController")
+      require("CloseController", functions_.CloseController != nullptr);
+  }
 
   SharedLibrary library_;
   Functions functions_;
+  std::vector<std::string_view> missing_;
 };
 
 }  // namespace touch

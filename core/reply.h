@@ -2,8 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "core/session.h"
 
 namespace touch {
 
@@ -16,6 +19,8 @@ struct Reply {
   bool acknowledged() const { return bytes.size() >= 2 && bytes[1] == '0'; }
   /// The printable characters (0x20 and above) between the first and the last byte; empty for 3 bytes or fewer.
   std::string text() const;
+  /// The word that a "GP" is answered with: 7 bytes, 0x01, "0", four hexadecimal digits (high byte first), 0x0D.
+  std::optional<ParameterWord> word() const;
 };
 
 }  // namespace touch

@@ -43,6 +43,9 @@ class TracingDriver final : public Driver {
 #define TOUCH_TRACED(name, parameters, arguments) std::int32_t name parameters override;
   NEXAPI_OPERATIONS(TOUCH_TRACED)
 #undef TOUCH_TRACED
+  std::vector<std::string_view> missing() const override {
+    return inner_.missing();
+  }
 
  private:
   Driver& inner_;

@@ -35,14 +35,14 @@ ExitStatus listControllers(Shell& shell);
 /// Identity and settings.
 ExitStatus showInformation(Shell& shell);
 
-/// What the driver reports; nothing after saying that it cannot open the controller.
+/// What the driver reports, as it stands; nothing after saying that it cannot open the controller.
 std::optional<DriverSettings> readSettings(Shell& shell);
 
 /// The settings' values by their names, as they are typed; null where no driver can tell.
 nlohmann::ordered_json settingsAsJson(std::span<const Setting> settings,
                                       const DriverSettings& reported);
 
-/// Sets it, reads it again, and prints what came of it.
+/// Sets it and prints what came of it. What the driver made of it, `readSettings` tells.
 ExitStatus changeSetting(Shell& shell, const Setting& setting, int value);
 
 /// Says how to put the parameters back that are kept in `file`; nothing when it is empty.

@@ -72,8 +72,10 @@ ExitStatus showInformation(Shell& shell) {
     complain(printable(shell.controller()) + " does not answer; check its cable and power");
     return ExitStatus::failed;
   }
+  const auto reported = readSettings(shell);
+  if (!reported) return ExitStatus::failed;
   const auto print = shell.options().json ? printAsJson : printAsText;
-  print(shell.controller(), lines, identity, readset(shell.access()));
+  print(shell.controller(), lines, identity, *reported);
   return ExitStatus::done;
 }
 

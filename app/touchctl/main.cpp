@@ -3,6 +3,7 @@
 #include "app/touchctl/arguments.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
+#include "core/driver.h"
 
 namespace {
 
@@ -19,7 +20,12 @@ ExitStatus run(const Arguments& arguments) {
   auto status = ExitStatus::done;
   const auto shell = Shell::open(arguments.options(), status);
   if (!shell) return status;
-  status = arguments.command()(*shell);
+  try {
+    status = arguments.command()(*shell);
+  } catch (const MissingOperation& missing) {
+    complain(std::string(missing.what()) + "; see 'touchctl doctor'");
+    status = ExitStatus::failed;
+  }
   if (const auto reason = shell->takeTraceBreak()) complain(*reason);
   return status;
 }

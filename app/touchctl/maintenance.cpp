@@ -17,6 +17,7 @@ ExitStatus takeBackDefaults(Shell& shell) {
   const Backup backup(shell.options().workFolder);
   const DefaultsRestored result = defaults(shell.access(), shell.prompt(), backup);
   tellOfKeptBlock(result.kept);
+  if (!result.whyNoBackup.empty()) complain("there is no backup: " + result.whyNoBackup);
   return doneOrFailed(result.restored);
 }
 

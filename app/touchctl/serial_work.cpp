@@ -71,6 +71,9 @@ void addRunning(const CommandLine& line, CLI::App& command,
       return;
     }
     line.command = [serial, action](Shell& shell) {
+      for (const std::string_view missing : shell.access().driver.missing())
+        if (std::ranges::find(portLoanOperations, missing) != portLoanOperations.end())
+          throw MissingOperation(missing);
       if (!chooseSerialController(shell)) return ExitStatus::noController;
       const auto port = shell.makeSerialPort();
       return runOn(shell.access(), shell.prompt(), *port, shell.options(), *serial, action);

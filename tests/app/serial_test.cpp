@@ -120,6 +120,13 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
     EXPECT_TRUE(isTraced("ReopenCOMPort")) << signal;
   }
 
+  // A calibration is given up as with Esc: the controller is reset.
+  std::filesystem::remove(folder.path() / "trace");
+  BackgroundProgram calibration(TOUCHCTL, inFolder(traced + "calibrate"));
+  ASSERT_TRUE(awaitInTrace("SetCalPoint"));
+  EXPECT_EQ(calibration.end(SIGINT), 1);
+  EXPECT_TRUE(isTraced("01 52 0D"));
+
   // A question that is left unanswered is a no, and keeps nobody waiting.
   folder.write("kept.txt", "");
   // The command, what is answered with yes, the question, what never stands in the trace.

@@ -82,6 +82,7 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {"linearity @/lines.fdw --limit 0.2 --percent", 0, "limit 0.2 %", ""},
       {"linearity @/lines.fdw --panel-size 500x375", 0, "Panel 500.0 x 375.0 mm; limit 1 mm", ""},
       {usb("monitor 2"), 0, "", "Setting OK"},
+      {stubborn("set right-click on"), 0, "Right button: on\n", ""},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
       {named("--simulate --yes pins set 4 X+=0:0 X-=1:1 Y+=2:2 Y\u2212=3:3", "RS232 DEVICE 1"), 0,
        "", "Re-Connect"},
@@ -95,14 +96,14 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {"linearity @/lines.fdw @/good.vrq", 1, "", "good.vrq, line 1: expected \"Line #\""},
       {"--simulate params load @/good.vrq", 1, "",
        "Are you sure ?! Not at a terminal: say --yes to go on."},
-      {stubborn("set right-click on"), 1, "Right button: on was asked, the driver reports off\n",
-       ""},
       {stubborn("get", "USB DEVICE 2"), 1, "", "Open Controller Error!!"},
       {stubborn("params read"), 1, "", "Word 00: the controller does not answer"},
       {stubborn("calibrate"), 1, "", "(--simulate)"},
       {"--driver @/none.so list", 3, "", "'touchctl doctor'"},
       {"--driver @/good.vrq list", 3, "", "/good.vrq: file too short"},
-      {"--driver \"" INCOMPLETE_LIBRARY "\" list", 3, "", "IsPenUp"},
+      {"--driver \"" INCOMPLETE_LIBRARY "\" list", 4, "", "the driver knows of no controller"},
+      {"--driver \"" SCANT_LIBRARY "\" list", 1, "",
+       "The touch driver library lacks the operation GetExistControllers; see 'touchctl doctor'"},
       {stubbornly + "list", 4, "USB DEVICE 2", "answers"},
       {stubborn("reset", "X"), 4, "", "there is no controller \"X\""},
   });
@@ -139,6 +140,7 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
       {"--simulate serial read-word 20 --json", 0, "\"word\": \"2580\"", ""},
       {"--simulate serial find-port --json", 0, "\"port\": 1", ""},
   });
+  EXPECT_EQ(json::parse(run("--simulate list --json").output).at(0).at("number"), 1);
   EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1  pass"));
   const json measured = json::parse(run("linearity @/lines.fdw --json").output);
   EXPECT_NEAR(measured.at("/lines/0/all/maximum"_json_pointer).get<double>(), 0.53, 0.01);
@@ -181,6 +183,7 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
       {"--simulate doctor --json", 0, "RS232 DEVICE 1 answers", ""},
       {"--driver @/none.so doctor --json", 3, "none.so: cannot open shared object file", ""},
       {stubbornly + "doctor --json", 4, "does not answer", ""},
+      {"--driver \"" INCOMPLETE_LIBRARY "\" doctor --json", 4, "lacks IsPenUp", ""},
       {"--simulate --work-dir @/short doctor --json", 1, "found 99 lines", ""},
       {"--simulate --com 2=@/none doctor --json", 1, "/none): there is no such device", ""},
   });
@@ -190,7 +193,9 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
 }
 
 TEST_F(Touchctl, SavesComparesAndWritesParameters) {
-  expectAll({{usb("params save @/kept.vrq"), 0, "", ""}});
+  const std::string unasked = named("--simulate params save @/kept.vrq", "USB DEVICE 2");
+  expectAll({{unasked, 0, "", ""}});
+  expectAll({{unasked, 1, "", "Replace it?"}});
   expectAll({
       {usb("params diff @/kept.vrq"), 0, "The controller and the file hold the same words.\n", ""},
       {usb("params diff @/good.vrq --json"), 1, "\"file\": \"0F10\"", ""},
@@ -201,22 +206,36 @@ TEST_F(Touchctl, SavesComparesAndWritesParameters) {
   EXPECT_THAT(folder.read("backup/journal.txt"), HasSubstr("\t03\t0000\t1A2B\twritten"));
 }
 
-TEST_F(Touchctl, TracesTheFramesThatItWrites) {
-  const std::pair<std::string, Words> cases[] = {
-      {"set sensitivity more", {"01 53 45 32 0D"}},
-      {"set touch-panel off", {"01 4D 53 0D", "01 4D 49 0D"}},
-      {"reset", {"01 52 0D"}},
-      {"get", {}},
+TEST_F(Touchctl, SaysToTheDriverWhatACommandIsForAndNothingElse) {
+  const Words asked = {"01 55 54 0D", "01 4F 49 0D"};
+  // What is written to the controller, what is changed in the driver.
+  const std::tuple<std::string, Words, Words> cases[] = {
+      {usb("set sensitivity more"), {"01 53 45 32 0D"}, {}},
+      {usb("set touch-panel off"), {"01 4D 53 0D", "01 4D 49 0D"}, {}},
+      {usb("set rotation 90"), {}, {"SetRotation"}},
+      {usb("set double-click-area 3"),
+       {},
+       {"SetRightClickTime", "SetDoubleClickSpeed", "SetDoubleClickArea"}},
+      {usb("reset"), {"01 52 0D"}, {}},
+      {usb("get"), {}, {}},
+      {usb("info"), {asked[1], asked[1], asked[0], asked[0], asked[1]}, {}},
+      {"--simulate list", {asked[0]}, {}},
+      {"--simulate doctor", {asked[0], asked[1], asked[0], asked[1]}, {}},
   };
-  for (const auto& [line, expected] : cases) {
-    run("--trace @/trace.jsonl " + usb(line));
-    Words frames;
+  for (const auto& [line, written, changed] : cases) {
+    run("--trace @/trace.jsonl " + line);
+    Words frames, changes;
     std::istringstream trace(folder.read("trace.jsonl"));
     for (std::string entry; std::getline(trace, entry);) {
       const json call = json::parse(entry);
-      if (call.at("call") == "WriteBuffer") frames.push_back(call.at("arguments").at(1));
+      const std::string name = call.at("call");
+      if (name == "WriteBuffer") frames.push_back(call.at("arguments").at(1));
+      if (name.starts_with("Set") || name.starts_with("Enable") || name.ends_with("COMPort"))
+        changes.push_back(name);
     }
-    EXPECT_EQ(frames, expected) << line;
+    frames.resize(std::min(frames.size(), written.size() + 1));
+    EXPECT_EQ(frames, written) << line;
+    EXPECT_EQ(changes, changed) << line;
   }
 }
 
@@ -232,7 +251,6 @@ TEST_F(Touchctl, PrintsNothingOfAControllersThatATerminalWouldObey) {
     setenv("HOSTILE_TEXT", sent.c_str(), 1);
     expectAll({
         {stubbornly + "list", 0, "1  USB DEVICE " + shown + "  (answers)\n", ""},
-        {stubbornly + "list --json", 0, "\"number\": 1", ""},
         {stubbornly + "info", 0, "USB DEVICE " + shown + '\n', ""},
         {stubbornly + "doctor", 0, "USB DEVICE " + shown, ""},
         {named(stubbornly + "get", sent + '?'), 4, "", shown + '?'},

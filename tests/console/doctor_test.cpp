@@ -67,10 +67,36 @@ TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
   EXPECT_EQ(session.controllerName, "the current one");
 }
 
+TEST_F(Doctor, LooksWithoutAskingAControllerOrWriting) {
+  const Diagnosis diagnosis = look(patient);
+  EXPECT_EQ(journal, Lines{});
+  EXPECT_TRUE(fs::is_empty(folder.path()));
+  EXPECT_EQ(summary(diagnosis), "Controllers not asked yet");
+  EXPECT_EQ(diagnosis.findings.front().what, "The controllers are not asked yet.");
+  for (const Finding& finding : diagnosis.findings)
+    EXPECT_NE(finding.topic, "folder") << "to see whether it can be written takes writing";
+}
+
 TEST_F(Doctor, LooksAtTheLibrary) {
-  patient.refused = NexapiDriver::bind(INCOMPLETE_LIBRARY).error();
-  EXPECT_THAT(found("library").front(), HasSubstr("it lacks the operation IsPenUp"));
-  EXPECT_THAT(examine(patient).findings.front().nextStep, HasSubstr(INCOMPLETE_LIBRARY));
+  const auto incomplete = std::move(*NexapiDriver::bind(INCOMPLETE_LIBRARY));
+  patient.access.emplace(Access{session, *incomplete, clock});
+  const auto lacks = [](const char* what) {
+    return AllOf(StartsWith("problem: "), HasSubstr(what));
+  };
+  EXPECT_THAT(found("library"),
+              testing::ElementsAre(lacks("lacks CloseCOMPort."), lacks("lacks GetRotation."),
+                                   lacks("lacks SetRotation."), lacks("lacks IsPenUp.")));
+  EXPECT_EQ(examine(patient).findings[3].why, "The screen cannot be calibrated.");
+  const auto scant = std::move(*NexapiDriver::bind(SCANT_LIBRARY));
+  patient.access.emplace(Access{session, *scant, clock});
+  std::string all;
+  for (const auto& line : found("library"))
+    all += line;
+  for (const auto missing : scant->missing())
+    EXPECT_THAT(all, HasSubstr(std::string(missing))) << "whatever is missing is told";
+  EXPECT_EQ(found("controllers"),
+            Lines{"note: The controllers were not asked. The touch driver library lacks the "
+                  "operation GetExistControllers."});
 
   patient.access.reset();
   patient.refused = NexapiDriver::bind(std::nullopt).error();

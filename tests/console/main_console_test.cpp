@@ -55,7 +55,7 @@ class View final : public MainView {
 
 class Console : public test::Desk {
  protected:
-  Console() {
+  explicit Console(const char* library = RECORDING_LIBRARY) : Desk(library) {
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     script.results = {{"GetReportMode", 1}, {"GetRightClickTime", 500}};
@@ -87,24 +87,42 @@ Lines operator+(Lines left, const Lines& right) {
 /// At the end a controller's parameters are locked.
 const Lines closingStep = {"WriteBuffer Uu", "WriteBuffer PL", "WriteBuffer PL"};
 
+const std::string open = "OpenController RS232 DEVICE 1";
+const std::string close = "CloseController";
+const Lines settingsRead = {
+    "ReopenCOMPort",       "GetReportMode",      "GetRightClickTime", "GetRightClickEnabled",
+    "GetDoubleClickSpeed", "GetDoubleClickArea", "GetReportStatus",   "GetDoubleClickEnabled",
+    "GetUpSoundStatus",    "GetDownSoundStatus", "GetRotation"};
+
 TEST_F(Console, StartsUpInTheStatedOrder) {
   folder.write("pic01.jpg", "picture");
   folder.write("Zevrik.ico", "icon");
   console.startUp(10);
-  const std::string open = "OpenController RS232 DEVICE 1";
-  const std::string close = "CloseController";
   const Lines search = {"settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
                         open};
   const Lines unitType = {"WriteBuffer UT", "delay 100", "ReadBuffer 10"};
-  const Lines settings = {
-      "ReopenCOMPort",       "GetReportMode",      "GetRightClickTime", "GetRightClickEnabled",
-      "GetDoubleClickSpeed", "GetDoubleClickArea", "GetReportStatus",   "GetDoubleClickEnabled",
-      "GetUpSoundStatus",    "GetDownSoundStatus", "GetRotation"};
   const Lines firmware = {"WriteBuffer OI", "delay 100", "ReadBuffer 10"};
-  EXPECT_EQ(journal, (search + unitType + Lines{close, "show controllers", open} + settings +
+  EXPECT_EQ(journal, (search + unitType + Lines{close, "show controllers", open} + settingsRead +
                       Lines{close, "show settings", "show picture", open} + unitType + firmware +
                       Lines{close, "show identity", "show icon"}));
-  EXPECT_EQ(view.status, "RS232 DEVICE 1 is ready.");
+  for (const auto& [windows, remarked] :
+       {std::pair(std::optional<int>(), false), {std::optional(5), false}, {4, true}}) {
+    MainConsole another(access(), prompt, view, port, folder.path());
+    another.startUp(windows);
+    EXPECT_EQ(view.status == "RS232 DEVICE 1 is ready.", !remarked);
+  }
+}
+
+TEST_F(Console, LeavesTheStartWithTheNextAnswer) {
+  script.names.assign(21, "USB DEVICE 1");
+  script.replies.clear();
+  clock.after(150ms, [this] { console.exit(); });
+  console.startUp({});
+  Lines asked = steps();
+  std::erase_if(asked, [](const auto& line) { return line.starts_with("GetControllerName"); });
+  EXPECT_EQ(asked, (Lines{"settings 9600,n,8,1", "GetExistControllers", "WriteBuffer UT",
+                          "WriteBuffer UT", "show controllers"} +
+                    closingStep + Lines{"end"}));
 }
 
 TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
@@ -114,16 +132,23 @@ TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
   EXPECT_EQ(session.controllerName, "USB DEVICE 2") << "the last one tried stays the current one";
   EXPECT_EQ(view.status, "USB DEVICE 2 does not answer. Check its cable and power.");
   console.searchComPorts();
-  EXPECT_EQ(steps().front(), "CloseCOMPort");
-  EXPECT_THAT(steps(), testing::Contains("ReopenCOMPort")) << "the driver gets its port back";
+  Lines tail = steps();
+  tail.erase(tail.begin() + 1, std::ranges::find(tail, "message controller not found ??"));
+  EXPECT_EQ(tail, (Lines{"CloseCOMPort", "message controller not found ??"} + settingsRead +
+                   Lines{"show settings"}))
+      << "the result first; then the driver gets its port back";
 
   script.names.clear();
   console.refresh();
   journal.clear();
   console.information();
   console.calstart(3);
-  console.requestPinDefinition();
   EXPECT_EQ(journal, Lines{}) << "nothing can be done without a controller";
+  prompt.answerText = "kqzm";
+  console.requestPinDefinition();
+  console.perform("", []() -> std::string { throw std::runtime_error("there is none to ask"); });
+  EXPECT_EQ(journal, (Lines{"input Please Enter Password : [Special Function]", "open pins",
+                            "message No device was found"}));
   console.searchComPorts();
   EXPECT_EQ(journal.back(), "message controller not found ??") << "but one can be searched for";
   EXPECT_EQ(view.status, "No COM port could be opened. absent");
@@ -155,6 +180,57 @@ TEST_F(Console, EndsThroughEachWayOut) {
   }
 }
 
+TEST_F(Console, AsksNothingOfAControllerThatIsGoneBehindAQuestion) {
+  prompt.answerText = "kqzm";
+  for (const auto ask : {&MainConsole::releaseAndExit, &MainConsole::requestPinDefinition}) {
+    MainConsole another(access(), prompt, view, port, folder.path());
+    another.startUp(10);
+    prompt.onQuestion = [&another] { another.exit(); };
+    journal.clear();
+    (another.*ask)();
+    const Lines afterwards = steps();
+    EXPECT_EQ(Lines(afterwards.begin() + 1, afterwards.end()), closingStep + Lines{"end"});
+  }
+}
+
+TEST_F(Console, KeepsTheControllerOverARefreshAsLongAsItAnswers) {
+  script.names = {"USB DEVICE 1", "USB DEVICE 2"};
+  startUp();
+  console.selectController(1);
+  const struct {
+    const char* what;
+    Lines names;
+    bool answers;
+    const char* selected;
+    const char* status;
+  } cases[] = {
+      {"answers", {"USB DEVICE 0", "USB DEVICE 2"}, true, "USB DEVICE 2", "USB DEVICE 2 is ready."},
+      {"none answers",
+       {"USB DEVICE 2", "USB DEVICE 3"},
+       false,
+       "USB DEVICE 2",
+       "USB DEVICE 2 does not answer. Check its cable and power."},
+      {"gone",
+       {"USB DEVICE 1", "USB DEVICE 3"},
+       true,
+       "USB DEVICE 1",
+       "USB DEVICE 2 is no longer there; USB DEVICE 1 was chosen."},
+  };
+  for (const auto& [what, names, answers, selected, status] : cases) {
+    script.names = names;
+    script.replies["UT"] = {answers ? replyOf("QRMV0301") : test::Bytes{}};
+    script.replies["OI"] = script.replies["UT"];
+    console.refresh();
+    EXPECT_EQ(session.controllerName, selected) << what;
+    EXPECT_EQ(view.status, status) << what;
+  }
+  script.names = {"USB DEVICE 1", "USB DEVICE 4"};
+  // The first is silent when it is asked for its type, the other answers.
+  script.replies["UT"] = {{}, {}, replyOf("QRMV0301")};
+  console.refresh();
+  EXPECT_EQ(view.status, "USB DEVICE 1 does not answer; USB DEVICE 4 was chosen.");
+}
+
 TEST_F(Console, ClosingIsPutOffUntilTheActionHasEnded) {
   startUp();
   clock.after(150ms, [this] {
@@ -169,6 +245,42 @@ TEST_F(Console, ClosingIsPutOffUntilTheActionHasEnded) {
   console.information();
   const Lines information = {"WriteBuffer OI", "WriteBuffer OI", "WriteBuffer UT"};
   EXPECT_EQ(steps(), information + closingStep + closingStep + Lines{"end"});
+}
+
+TEST_F(Console, DoesNothingWhileAnErrorThatNobodyCanMendPassesThrough) {
+  startUp();
+  EXPECT_THROW(console.perform("",
+                               [this]() -> std::string {
+                                 console.exit();
+                                 throw std::runtime_error("beyond mending");
+                               }),
+               std::runtime_error);
+  EXPECT_EQ(journal, Lines{});
+}
+
+TEST_F(Console, RestoresAndResetsWithoutReadingAfterwards) {
+  startUp();
+  script.replies["RD"] = {test::acknowledgement};
+  script.replies["R"] = {test::acknowledgement};
+  for (const bool reset : {false, true}) {
+    journal.clear();
+    console.perform("", [&] {
+      return reset ? console.parameters().reset() : console.parameters().restoreDefaults();
+    });
+    const std::string command = reset ? "WriteBuffer R" : "WriteBuffer RD";
+    Lines expected;
+    if (!reset) {
+      // The block is read to be kept; this controller does not tell it.
+      expected = {open,        "FlushReadBuffer", "WriteBuffer GP00",
+                  "delay 200", "ReadBuffer 10",   "WriteBuffer GP00",
+                  "delay 200", "ReadBuffer 10",   close};
+    }
+    const std::string told =
+        reset ? "message Controller Reset OK" : "message Controller Restore OK";
+    const Lines sent = {open, "FlushReadBuffer", command, "delay 300", "ReadBuffer 10", told,
+                        close};
+    EXPECT_EQ(journal, expected + sent + Lines{"show settings"});
+  }
 }
 
 TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
@@ -187,23 +299,55 @@ TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
   EXPECT_EQ(steps(), opened + closingStep + Lines{"end"}) << "the way out that was put off";
 }
 
-TEST_F(Console, WritesAtItsEndNoWordThatTheDebuggerMayHaveChanged) {
+TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
+  script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
   script.replies["Uu"] = {test::bytesOf("1234567892")};
-  for (const bool debugged : {false, true}) {
+  script.replies["RD"] = {test::acknowledgement};
+  const struct {
+    const char* what;
+    std::function<void(MainConsole&)> before;
+    bool readAgain;
+  } ways[] = {
+      {"as read", [](MainConsole&) {}, false},
+      {"typed, not written",
+       [](MainConsole& each) { each.parameters().table().edit(1, WordByte::low, "99"); }, false},
+      {"another controller", [](MainConsole& each) { each.selectController(1); }, true},
+      {"refreshed", [](MainConsole& each) { each.refresh(); }, true},
+      {"calibrated",
+       [](MainConsole& each) {
+         each.calstart(3);
+         each.calibrationEnded(true, "");
+       },
+       true},
+      {"not calibrated",
+       [](MainConsole& each) {
+         each.calstart(3);
+         each.calibrationEnded(false, "");
+       },
+       false},
+      {"defaults", [](MainConsole& each) { each.parameters().restoreDefaults(); }, true},
+      {"debugged",
+       [](MainConsole& each) {
+         each.debuggerOpened();
+         each.debuggerEnded(false);
+       },
+       true},
+  };
+  for (const auto& [what, before, readAgain] : ways) {
     MainConsole another{access(), prompt, view, port, folder.path()};
     another.startUp(10);
     for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
       script.replies[std::string("GP0") + address] = {replyOf("01234")};
     another.parameters().read();
+    before(another);
+    script.replies["GP01"] = {replyOf("05678")};
     journal.clear();
-    if (debugged) {
-      another.debuggerOpened();
-      another.debuggerEnded(true);
-    } else {
-      another.exit();
-    }
-    EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer SP011234") > 0, !debugged);
-    EXPECT_EQ(journal.back(), "end");
+    another.close();
+    const std::string write = readAgain ? "WriteBuffer SP015678" : "WriteBuffer SP011234";
+    const Lines once = {"WriteBuffer Uu", write, write, "WriteBuffer PL", "WriteBuffer PL"};
+    Lines first = once;
+    if (readAgain) first.insert(first.begin() + 1, "WriteBuffer GP01");
+    EXPECT_EQ(steps(), first + once + Lines{"end"}) << what;
   }
 }
 
@@ -224,6 +368,49 @@ TEST_F(Console, GuardsDebuggerAndPinDefinitionWithThePassword) {
     console.requestPinDefinition();
     EXPECT_EQ(journal.back() == "open pins", opens) << answer.value_or("cancelled");
   }
+}
+
+class ConsoleOnAPartOfADriver : public Console {
+ protected:
+  ConsoleOnAPartOfADriver() : Console(INCOMPLETE_LIBRARY) {}
+};
+
+TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
+  console.startUp({});
+  const auto lacks = [](const std::string& what) {
+    return "message The touch driver library lacks " + what + ". What needs that was not done.";
+  };
+  EXPECT_EQ(journal.back(), lacks("GetRotation"));
+  EXPECT_THAT(steps(), testing::Contains("show identity")) << "the rest is done";
+  EXPECT_FALSE(view.busy);
+
+  const Setting& rotation = *findSetting("rotation");
+  const struct {
+    const char* operation;
+    std::function<void()> action;
+    Lines before;
+  } cases[] = {
+      {"SetRotation",
+       [&] { console.perform("", [&] { return console.settings().change(rotation, 2); }); },
+       {open, close, "show settings"}},
+      {"IsPenUp", [this] { console.calstart(3); }, {"show settings"}},
+      {"CloseCOMPort", [this] { console.searchComPorts(); }, {open, close, "show settings"}},
+      {"CloseCOMPort", [this] { console.requestDebugger("kqzm"); }, {"show settings"}},
+      {"CloseCOMPort", [this] { console.passwordEntered("kqzm"); }, {"show settings"}},
+  };
+  for (const auto& [operation, action, before] : cases) {
+    journal.clear();
+    action();
+    std::erase(journal, "hide password");
+    EXPECT_EQ(journal, before + Lines{lacks(operation)});
+    EXPECT_FALSE(view.busy);
+  }
+  EXPECT_EQ(console.settings().shown().rotation, 0) << "not what was never sent";
+  console.perform("", [&] { return console.settings().change(*findSetting("up-sound"), 1); });
+  EXPECT_EQ(view.status, "Up touch sound: on") << "all else works";
+  journal.clear();
+  console.exit();
+  EXPECT_EQ(steps(), closingStep + Lines{"end"});
 }
 
 }  // namespace

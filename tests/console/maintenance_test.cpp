@@ -45,24 +45,24 @@ TEST_F(Maintenance, JudgesTheReplyAndAsksOnceMore) {
 
 class Defaults : public test::ParameterDesk {};
 
-TEST_F(Defaults, AskWhetherToGoOnWithoutAWayBack) {
-  for (const bool goOn : {false, true}) {
+TEST_F(Defaults, AreRestoredAlsoWithoutABackup) {
+  EXPECT_EQ(defaults(access(), prompt, backup).whyNoBackup, "");
+  folder.write("a file", "where the folder should be");
+  const Backup nowhere(folder.path() / "a file");
+  const std::tuple<const char*, const Backup*, int, bool, std::string> cases[] = {
+      {"unreadable", &backup, 3, false, "Word 03: the controller does not answer"},
+      {"cannot be kept", &nowhere, -1, true, (folder.path() / "a file" / "backup").string()},
+  };
+  for (const auto& [what, where, calls, read, why] : cases) {
     journal.clear();
-    prompt.answerYes = goOn;
-    callsUntilPowerLoss = 3;
-    EXPECT_EQ(defaults(access(), prompt, backup).sent, goOn);
-    EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer RD") > 0, goOn);
-    EXPECT_EQ(
-        said().front(),
-        "confirm The parameter block cannot be kept. Word 03: the controller does not answer. "
-        "Go on without a way back?");
+    callsUntilPowerLoss = calls;
+    const auto result = defaults(access(), prompt, *where);
+    EXPECT_THAT(result.whyNoBackup, testing::StartsWith(why)) << what;
+    EXPECT_EQ(result.before.has_value(), read) << what;
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer RD"), read ? 1 : 2) << what;
+    EXPECT_EQ(said(),
+              Lines{read ? "message Controller Restore OK" : "message Controller Restore Error"});
   }
-  journal.clear();
-  prompt.answerYes = false;
-  callsUntilPowerLoss = -1;
-  folder.write("backup", "a file where the folder should be");
-  EXPECT_FALSE(defaults(access(), prompt, backup).sent);
-  EXPECT_THAT(said(), testing::ElementsAre(testing::HasSubstr(folder.path().string() + "/backup")));
 }
 
 class Monitors : public test::Desk {};

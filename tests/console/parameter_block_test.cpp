@@ -81,6 +81,12 @@ TEST_F(BlockWriting, DoesNothingUnaskedOrUnneeded) {
   memory.erase(7);
   EXPECT_EQ(writeBlock(access(), prompt, backup, wanted).end, WriteEnd::unreadable);
   EXPECT_THAT(said().back(), testing::EndsWith(" no parameter word. Nothing was written."));
+
+  memory[7] = {0x10, 7};
+  folder.write("backup", "a file where the folder should be");
+  prompt.answerYes = false;
+  EXPECT_EQ(undoBlock(access(), prompt, backup, wanted).end, WriteEnd::declined)
+      << "without a way back";
   EXPECT_TRUE(written().empty());
 }
 
@@ -176,7 +182,6 @@ TEST(ParameterTable, WritesOnlyWhatChangedAndNothingThatIsEmpty) {
 /// What was read or can be undone never outlives what it belongs to.
 TEST_F(BlockWriting, OfTheEditorForgetsWhatIsStaleAndUndoesOnlyTheLast) {
   ParameterEditor editor(access(), prompt, backup);
-  const auto before = memory;
   editor.read();
   editor.table().edit(3, WordByte::high, "AB");
   editor.write();
@@ -187,21 +192,55 @@ TEST_F(BlockWriting, OfTheEditorForgetsWhatIsStaleAndUndoesOnlyTheLast) {
   EXPECT_EQ(editor.parameter01(), std::nullopt) << "nobody knows what the controller holds";
   EXPECT_EQ(editor.table().newText(3, WordByte::high), "AC");
   prompt.onMessage = nullptr;
-  editor.forget();  // as after a calibration
+  editor.table().edit(3, WordByte::high, "AD");
+  editor.calibrated();
   EXPECT_EQ(editor.parameter01(), std::nullopt);
   EXPECT_FALSE(editor.canUndo());
+}
 
-  memory = before;
-  journal.clear();
-  editor.restoreDefaults();
-  EXPECT_EQ(said(), Lines{"message Controller Restore OK"}) << "there is a way back";
-  EXPECT_EQ(editor.parameter01(), (ParameterWord{0x33, 1})) << "not the word from before";
-  editor.undo();
-  EXPECT_EQ(memory, before);
+TEST_F(BlockWriting, OfTheEditorShowsWhatIsNoLongerRead) {
+  ParameterEditor editor(access(), prompt, backup);
+  EXPECT_EQ(editor.table().oldText(3, WordByte::low), "") << "never read";
+  for (const auto action : {&ParameterEditor::restoreDefaults, &ParameterEditor::reset}) {
+    editor.read();
+    editor.table().edit(3, WordByte::high, "AB");
+    (editor.*action)();
+    EXPECT_EQ(editor.table().oldText(3, WordByte::low), "?");
+    EXPECT_EQ(editor.table().newText(3, WordByte::high), "AB") << "typed, not written";
+    EXPECT_EQ(editor.table().newText(3, WordByte::low), "") << "read, and gone";
+    EXPECT_EQ(editor.parameter01(), std::nullopt);
+  }
+  editor.read();
+  EXPECT_EQ(editor.table().oldText(3, WordByte::low), "03");
+  editor.table().setBase(NumberBase::decimal);
+  editor.forget();
+  EXPECT_EQ(editor.table().oldText(3, WordByte::low), "") << "another controller's";
+  EXPECT_EQ(editor.table().base(), NumberBase::decimal);
+}
+
+TEST_F(BlockWriting, OfTheEditorKeepsTheWayBackOfTheFirstDefaults) {
+  ParameterEditor editor(access(), prompt, backup);
+  const auto before = memory;
+  for (const bool readableThen : {true, false}) {
+    editor.restoreDefaults();
+    if (!readableThen) memory.erase(5);
+    EXPECT_EQ(editor.restoreDefaults(),
+              "Defaults restored; press Read to see them. Undo puts back the parameters from "
+              "before." +
+                  std::string(readableThen ? ""
+                                           : " There is no backup: Word 05: the controller's "
+                                             "answer holds no parameter word."));
+    memory[5] = {0x33, 5};
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "confirm Are you sure ?!"), 0);
+    editor.undo();
+    EXPECT_EQ(memory, before);
+  }
+  editor.read();
+  editor.table().edit(3, WordByte::high, "AB");
+  editor.write();
   memory.erase(5);
   editor.restoreDefaults();
-  EXPECT_FALSE(editor.canUndo()) << "the block before could not be read: there is no way back";
-  EXPECT_EQ(editor.parameter01(), std::nullopt);
+  EXPECT_FALSE(editor.canUndo()) << "the block before is not known, and the write's is not it";
 }
 
 }  // namespace

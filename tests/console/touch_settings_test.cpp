@@ -23,12 +23,13 @@ class TouchSettings : public test::Desk {
             "ReadBuffer 10"};
   }
 
-  /// What lies between opening and closing.
+  /// What lies between opening and closing; after that nothing is done but a message shown.
   Lines callsOf(const std::function<void()>& action) {
     journal.clear();
     action();
     EXPECT_EQ(journal.front(), "OpenController " + session.controllerName);
     const auto close = std::find(journal.begin(), journal.end(), "CloseController");
+    EXPECT_THAT(Lines(close + 1, journal.end()), testing::Each(testing::StartsWith("message ")));
     return {journal.begin() + 1, close};
   }
 };
@@ -77,23 +78,46 @@ TEST_F(TouchSettings, SayWhenTheControllerCannotBeOpened) {
   script.results["OpenController"] = 1;
   for (const Setting& each : settingTable()) {
     const auto answer = each.set(access(), prompt, {}, each.lowest);
-    EXPECT_THAT(settingOutcome(each, each.lowest, answer, DriverSettings{}),
+    EXPECT_THAT(settingOutcome(each, each.lowest, answer),
                 testing::EndsWith(" was asked, the controller cannot be opened"));
   }
 }
 
-TEST_F(TouchSettings, OfThePanelStayAsTheyWereAskedFor) {
+TEST_F(TouchSettings, OfThePanelShowWhatWasSentUntilTheyAreRead) {
   SettingsPanel panel(access(), prompt);
-  panel.take({.rightClickTime = 700, .doubleClickSpeed = 4, .doubleClickArea = 9});
+  // Read as 0, the mode is shown as 2 and written as 1: that stays so while others are changed.
+  const DriverSettings read{.touchMode = 2, .rightClickTime = 700, .doubleClickSpeed = 4};
+  panel.take(read);
   EXPECT_FALSE(panel.changeSensitivity(4)) << "the page is not filled yet";
-  panel.change(setting("touch-panel"), 1);
+  const std::tuple<const char*, int, bool DriverSettings::*, Lines> switches[] = {
+      {"up-sound", 1, &DriverSettings::upSound, {"EnableUpSound 1"}},
+      {"down-sound", 1, &DriverSettings::downSound, {"EnableDownSound 1"}},
+      {"double-click", 1, &DriverSettings::doubleClick, {"EnableDoubleClick 1"}},
+      {"right-click", 1, &DriverSettings::rightClick, {"EnableRightClick 1"}},
+      {"touch-panel", 1, &DriverSettings::reporting, panelMode("MS", "MS")},
+  };
+  DriverSettings expected = read;
+  // This driver reports nothing of what it is told.
+  script.results = {{"GetUpSoundStatus", 0}, {"GetReportStatus", 0}};
+  for (const auto& [name, value, member, calls] : switches) {
+    EXPECT_EQ(callsOf([&, n = name, v = value] { panel.change(setting(n), v); }), calls);
+    expected.*member = true;
+    EXPECT_EQ(panel.shown(), expected) << name;
+  }
+  EXPECT_EQ(callsOf([&] { panel.change(setting("rotation"), 3); }), Lines{"SetRotation 3"});
+  EXPECT_EQ(panel.shown().rotation, 3);
+  panel.take(read);
   panel.change(setting("up-sound"), 0);
-  EXPECT_TRUE(panel.reported().reporting) << "although this driver has not noticed";
+  EXPECT_EQ(panel.shown(), read) << "of another controller nothing stays";
 
-  script.results["OpenController"] = 1;
   panel.moveBar(Bar::doubleClickSpeed, 5);
+  script.results["SetDoubleClickSpeed"] = 0;
+  EXPECT_EQ(panel.confirm(), "Timing: the driver did not take it");
+  script.results = {};
+  EXPECT_EQ(callsOf([&] { panel.confirm(); }), timing(700, 5, 0));
+  EXPECT_EQ(panel.bars().timing(), (ClickTiming{700, 5, 0}));
+  script.results["OpenController"] = 1;
   EXPECT_EQ(panel.confirm(), "Timing: the controller cannot be opened");
-  EXPECT_EQ(panel.bars().timing(), (ClickTiming{700, 5, 9})) << "not what nobody has read";
 }
 
 TEST(CursorNote, IsTheFilesTextIfThereIsAFile) {

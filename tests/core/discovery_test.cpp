@@ -39,6 +39,38 @@ TEST_F(Discovery, ChoosesTheFirstControllerThatAnswers) {
   EXPECT_EQ(journal, expected) << "the pause is after silence only";
 }
 
+TEST_F(Discovery, AsksThePreferredControllerFirstAndStopsWhenTold) {
+  script.names = {"USB DEVICE 1", "USB DEVICE 2", "USB DEVICE 3"};
+  const struct {
+    const char* preferred;
+    std::size_t asked;  ///< before the search is broken off
+    Lines order;
+    std::optional<std::size_t> last;
+  } cases[] = {
+      {"USB DEVICE 2", 3, {"USB DEVICE 2", "USB DEVICE 1", "USB DEVICE 3"}, 2},
+      {"USB DEVICE 9", 2, {"USB DEVICE 1", "USB DEVICE 2"}, 1},
+      {"", 0, {}, std::nullopt},
+  };
+  for (const auto& [preferred, asked, order, last] : cases) {
+    SCOPED_TRACE(preferred);
+    Lines names;
+    journal.clear();
+    const auto search = getctrname(
+        access(), prompt,
+        [&](const std::string& name) {
+          if (names.size() == asked) return false;
+          names.push_back(name);
+          return true;
+        },
+        preferred);
+    EXPECT_EQ(names, order);
+    EXPECT_EQ(search.lastAsked, last);
+    EXPECT_EQ(search.answered, std::nullopt);
+    EXPECT_EQ(std::count(journal.begin(), journal.end(), "CloseController"), std::ssize(order));
+  }
+  EXPECT_EQ(getctrname(access(), prompt).find("USB DEVICE 3"), 2u);
+}
+
 TEST_F(Discovery, TakesOnlyTheLowByteOfTheCountAndAtMost21Names) {
   script.names.assign(300, "USB DEVICE 1");
   const std::pair<std::int32_t, std::size_t> cases[] = {{-1, 0},  {256, 0},  {3, 3},
@@ -76,11 +108,11 @@ TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
     EXPECT_EQ(journal, mended ? (Lines{"SetReportMode 1", "SetRightClickTime 1000"}) : Lines{});
 
     journal.clear();
-    const auto afterAChange = reportedSettings(access());
-    EXPECT_EQ(afterAChange->touchMode, mode & 0xFF);
-    EXPECT_EQ(afterAChange->rightClickTime, time);
+    const auto reported = reportedSettings(access());
+    EXPECT_EQ(reported->touchMode, mode & 0xFF);
+    EXPECT_EQ(reported->rightClickTime, time);
     EXPECT_THAT(journal, testing::Each(testing::Not(testing::ContainsRegex("^(Set|Reopen)"))))
-        << "what was asked for is not undone";
+        << "whoever only wants to know changes nothing";
   }
 }
 

@@ -91,8 +91,7 @@ Outcome changeEachSetting(FaultWorld& world) {
     const DriverSettings before = readset(world.access());
     const int value = setting.get ? setting.get(before) : 1;
     const SettingAnswer answer = setting.set(world.access(), world.prompt, before, value);
-    const std::string told =
-        settingOutcome(setting, value, answer, reportedSettings(world.access()));
+    const std::string told = settingOutcome(setting, value, answer);
     if (told.find("was asked") != told.npos) outcome.done = false;
     outcome.told += told + '\n';
   }

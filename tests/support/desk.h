@@ -19,8 +19,9 @@ namespace touch::test {
 /// virtual clock and a scripted prompt, all writing into one journal in the order in which things happen.
 class Desk : public testing::Test {
  protected:
-  Desk() {
-    auto bound = NexapiDriver::bind(RECORDING_LIBRARY);
+  /// `library`: the recording library, or what has only a part of it.
+  explicit Desk(const char* library = RECORDING_LIBRARY) {
+    auto bound = NexapiDriver::bind(library);
     if (!bound) throw std::runtime_error(bound.error().describe());
     driver_ = std::move(*bound);
     using Attach = void (*)(RecordingScript*);

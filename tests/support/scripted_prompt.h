@@ -16,7 +16,8 @@ class ScriptedPrompt final : public Prompt {
   bool answerYes = true;
   bool answers = true;  ///< no: each question and request is taken away
   std::optional<std::string> answerText;
-  std::function<void()> onMessage;  ///< run while the box is up
+  std::function<void()> onMessage;   ///< run while the box is up
+  std::function<void()> onQuestion;  ///< run while a question is up
 
   void message(std::string_view text, std::string_view title) override {
     write("message ", text, title);
@@ -32,11 +33,13 @@ class ScriptedPrompt final : public Prompt {
   }
   Answer ask(std::string_view text, std::string_view title) override {
     write("confirm ", text, title);
+    if (onQuestion) onQuestion();
     if (!answers) return Answer::none;
     return answerYes ? Answer::yes : Answer::no;
   }
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override {
     write("input ", prompt, title);
+    if (onQuestion) onQuestion();
     return answerText;
   }
 

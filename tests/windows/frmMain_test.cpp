@@ -28,6 +28,8 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   EXPECT_EQ(controllers()->rowCount(), 2);
   EXPECT_EQ(text("lblFirmware"), "M0130100");
   EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
+  EXPECT_EQ(text("lblVersion"), "Version :  3.1.0");
+  EXPECT_TRUE(find<QLabel>("lblVersion")->isVisible());
   EXPECT_EQ(window->focusWidget(), controllers()) << "and not the button Exit";
   QTest::keyClick(controllers(), Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
@@ -83,15 +85,43 @@ TEST_F(MainWindow, TakesBadPicturesInItsStride) {
   open();
   EXPECT_TRUE(find<QLabel>("lblPicture")->isHidden());
   EXPECT_THAT(startUp.back(), testing::HasSubstr("pic01.jpg cannot be shown"));
+  window.reset();
+  QImage(5000, 4000, QImage::Format_Mono)
+      .save(shownText((folder.path() / "pic01.jpg").string()), "PNG");
+  open();
+  EXPECT_THAT(
+      startUp.back(),
+      testing::HasSubstr("pic01.jpg is not shown: it is too large, with 5000 x 4000 pixels. "
+                         "At most 16 million are shown."));
 }
 
 TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
-  make();
-  window->close();
-  QApplication::processEvents();
-  window->grab();
-  QApplication::processEvents();
-  EXPECT_EQ(journal, Lines{}) << "nobody was asked, so nothing is to be locked";
+  for (const bool byKey : {false, true}) {
+    make();
+    QApplication::setActiveWindow(window.get());
+    byKey ? QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier) : void(window->close());
+    QApplication::processEvents();
+    window->grab();
+    QApplication::processEvents();
+    EXPECT_EQ(journal, Lines{}) << "nobody was asked, so nothing is to be locked";
+    EXPECT_TRUE(window->isHidden());
+    window.reset();
+  }
+}
+
+TEST_F(MainWindow, ShowsNoWordFromBeforeACalibrationThatIsStored) {
+  script.replies["CR"] = {test::acknowledgement};
+  script.touches = {std::pair(1, 1), std::pair(2, 2), std::pair(3, 3)};
+  for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
+    script.replies[std::string("GP0") + address] = {test::replyOf("01234")};
+  open();
+  click("cmdReadParameters");
+  const auto* const word = find<QTableWidget>("parameterTable")->item(1, 1);
+  EXPECT_EQ(word->text(), "12");
+  click("cmd3pts");
+  live(30s);
+  EXPECT_EQ(status(), "The calibration is stored.");
+  EXPECT_EQ(word->text(), "?");
 }
 
 TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {

@@ -65,9 +65,14 @@ TEST_F(Pages, SettingsAreShownWithoutSendingAnythingAndActAtOnceOrByConfirm) {
     QTest::keyClick(find<QWidget>(control), key);
     EXPECT_EQ(changes(), sent) << control;
   }
-  // What the driver did not take is not shown as if it had.
+  // This driver keeps nothing; the controls show what was sent until the settings are read again.
+  EXPECT_FALSE(isOn("Check1"));
+  EXPECT_TRUE(isOn("Option2_3"));
+  EXPECT_TRUE(isOn("Check5"));
+  QTest::keyClick(window.get(), Qt::Key_F5);
   EXPECT_TRUE(isOn("Check1"));
   EXPECT_TRUE(isOn("Option2_0"));
+  EXPECT_FALSE(isOn("Check5"));
 }
 
 TEST_F(Pages, MaintenanceListsTheMonitors) {
@@ -125,9 +130,14 @@ TEST_F(Pages, PinsUsedTwiceAreMarkedAtOnceAndNotWritten) {
   }
 }
 
-TEST_F(Pages, TheDoctorLooksWhenItIsFirstSeenAndOnRefreshAndSavesItsFile) {
+TEST_F(Pages, TheDoctorLooksWhenItIsSeenAsksOnRefreshAndSavesItsFile) {
   open("Doctor");
   live(0ms);
+  EXPECT_EQ(journal, Lines{}) << "nobody is asked";
+  EXPECT_EQ(text("lblDoctorSummary"), "Controllers not asked yet");
+  EXPECT_THAT(find<QListWidget>("findingsList")->item(0)->text().toStdString(),
+              StartsWith("Note: The controllers are not asked yet."));
+  press("cmdDoctorRefresh");
   EXPECT_EQ(text("lblDoctorSummary") + ".", status());
   showPage("Tests");
   showPage("Doctor");
