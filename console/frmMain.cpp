@@ -530,20 +530,29 @@ void frmMain::showPasswordFrame(bool shown) {
 }
 
 void frmMain::openDebugger() {
+  if (debuggerWindow_) {
+    debuggerWindow_->comeToFront();
+    return;
+  }
   console_.debuggerOpened();
   debuggerWindow_ = std::make_unique<frmRSDebug>(
       access_, prompt_, port_,
       DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), tests_.switches,
-                           startup_.simulation, startup_.fullScreenSize},
+                           startup_.simulation, startup_.fullScreenSize,
+                           [this] { return console_.busy(); }},
       [this](DebuggerEnd end) {
         debuggerWindow_.release()->deleteLater();
-        show();
-        raise();
-        activateWindow();
+        if (end == DebuggerEnd::quit) {
+          raise();
+          activateWindow();
+        }
         console_.debuggerEnded(end == DebuggerEnd::exit);
       });
-  hide();
   debuggerWindow_->open();
+}
+
+bool frmMain::debuggerIsBusy() const {
+  return debuggerWindow_ && debuggerWindow_->isBusy();
 }
 
 void frmMain::closeDebugger() {

@@ -81,6 +81,7 @@ class frmMain final : public QWidget, private MainView {
   void showAdvancedFrame() override;
   void showPasswordFrame(bool shown) override;
   void openDebugger() override;
+  bool debuggerIsBusy() const override;
   void openPinDefinition() override;
   void openCalibration() override;
   void cancelCalibration() override;

@@ -128,7 +128,7 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 }
 
 void MainConsole::refresh() {
-  if (busy_) return;
+  if (busy_ || refusedForDebugger()) return;
   hold(say("console", "Searching for controllers …"), [this] {
     const std::string before = selectedName();
     view_.showInformation({});
@@ -201,6 +201,10 @@ void MainConsole::sayWhoIsReady() {
 
 void MainConsole::selectController(std::size_t index) {
   if (busy_ || index >= list_.names.size() || index == selected_) return;
+  if (refusedForDebugger(list_.names[index])) {
+    view_.showControllers(list_.names, selected_);
+    return;
+  }
   hold(say("console", "Reading the controller …"), [this, index] {
     selected_ = index;
     access_.session.controllerName = list_.names[index];
@@ -210,7 +214,7 @@ void MainConsole::selectController(std::size_t index) {
 }
 
 void MainConsole::information() {
-  if (busy_ || !selected_) return;
+  if (busy_ || !selected_ || refusedForDebugger(selectedName())) return;
   hold(say("console", "Asking the controller who it is …"), [this] {
     view_.showInformation(controllerInformation(access_));
     view_.showStatus(say("console", "Controller information read."));
@@ -218,7 +222,7 @@ void MainConsole::information() {
 }
 
 void MainConsole::searchComPorts() {
-  if (busy_) return;
+  if (busy_ || refusedForDebugger()) return;
   hold(say("console", "Searching the COM ports …"), [this] {
     const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
       view_.showBusy(
@@ -241,6 +245,12 @@ void MainConsole::searchComPorts() {
 
 void MainConsole::perform(const std::string& what, const std::function<std::string()>& action) {
   if (busy_) return;
+  if (selected_ && refusedForDebugger(selectedName())) {
+    // A control that was used shows again what holds.
+    view_.showSettings();
+    view_.showParameters();
+    return;
+  }
   hold(what, [this, &action] {
     if (!selected_) {
       view_.showStatus(say("console", "There is no controller to work with."));
@@ -255,12 +265,13 @@ void MainConsole::perform(const std::string& what, const std::function<std::stri
 }
 
 void MainConsole::examine(const std::string& what, const std::function<std::string()>& look) {
-  if (busy_) return;
+  if (busy_ || refusedForDebugger()) return;
   hold(what, [this, &look] { view_.showStatus(look()); });
 }
 
 void MainConsole::calstart(int points) {
-  if (busy_ || !selected_ || points < 2 || points > 13 || !available(calibrationNeeds)) return;
+  if (busy_ || !selected_ || points < 2 || points > 13) return;
+  if (refusedForDebugger(selectedName()) || !available(calibrationNeeds)) return;
   access_.session.calibrationPoints = points;
   busy_ = true;
   calibrating_ = true;
@@ -302,20 +313,41 @@ void MainConsole::requestDebugger(std::string_view passwordBox) {
 }
 
 void MainConsole::debuggerOpened() {
-  busy_ = true;
-  debugging_ = true;
-  view_.showBusy(say("console", "The serial debugger has the port."));
+  debugged_ = access_.session.controllerName;
 }
 
 void MainConsole::debuggerEnded(bool exit) {
-  if (!std::exchange(debugging_, false)) return;
+  const auto debugged = std::exchange(debugged_, std::nullopt);
+  if (!debugged) return;
   // Commands past the driver may have changed anything: no word read before them is to be written at the end.
-  parameters_.forget();
-  if (exit && putOff_ == WayOut::none) putOff_ = WayOut::exit;
-  const bool leaves = putOff_ != WayOut::none;
-  letGo();
-  if (leaves || !selected_) return;
-  hold(say("console", "Reading the controller …"), [this] { readController(); });
+  if (*debugged == selectedName()) {
+    parameters_.forget();
+    view_.showParameters();
+  }
+  if (exit && putOff_ == WayOut::none) putOff_ = WayOut::debuggerExit;
+  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) {
+    leave(way);
+  } else if (!busy_) {
+    view_.showStatus(say(
+        "console", "The driver has its port again. \"Refresh\" (F5) reads the controller anew."));
+  }
+}
+
+bool MainConsole::refusedForDebugger(const std::optional<std::string>& controller) {
+  if (!debugged_) return false;
+  if (view_.debuggerIsBusy()) {
+    view_.showStatus(
+        say("console", "The serial debugger waits for an answer. Try again when it is through."));
+    return true;
+  }
+  if (controller && *controller != *debugged_) return false;
+  view_.showStatus(
+      debugged_->empty()
+          ? say("console", "The serial debugger has a serial port. Leave it first with \"Quit\".")
+          : filled(say("console",
+                       "The serial debugger has the port of %1. Leave it first with \"Quit\"."),
+                   {toUtf8(*debugged_)}));
+  return true;
 }
 
 std::string MainConsole::passwordEdited(std::string text) {
@@ -362,12 +394,18 @@ void MainConsole::close() {
 
 void MainConsole::leave(WayOut way) {
   if (gone_) return;
-  if (busy_) {
+  // The debugger ends first: its controller gets its port back before anything else is said to it.
+  if (busy_ || debugged_) {
     putOff_ = way;
     cutShort_ = true;
     if (calibrating_) view_.cancelCalibration();
     if (testing_) view_.closeTest();
-    if (debugging_) view_.closeDebugger();
+    if (debugged_) view_.closeDebugger();
+    return;
+  }
+  if (way == WayOut::debuggerExit) {
+    gone_ = true;
+    view_.endProgram();
     return;
   }
   hold(say("console", "Locking the controller's parameters …"), [this, way] {
@@ -378,7 +416,7 @@ void MainConsole::leave(WayOut way) {
 }
 
 void MainConsole::releaseAndExit() {
-  if (busy_) return;
+  if (busy_ || refusedForDebugger()) return;
   const MessageTable& messages = access_.session.messages;
   const bool sure = prompt_.confirm(messages[Message::releaseQuestion] + '\n' +
                                     messages[Message::releaseWarning]);

@@ -53,7 +53,10 @@ class MainView {
 
   virtual void showAdvancedFrame() = 0;
   virtual void showPasswordFrame(bool shown) = 0;
+  /// Beside the main window, which stays in use; one that is open comes to the front.
   virtual void openDebugger() = 0;
+  /// It waits for an answer, or has a message box up.
+  virtual bool debuggerIsBusy() const { return false; }
   virtual void openPinDefinition() = 0;
   /// Full screen, in front of the main window; `calibrationEnded()` is called when it is gone.
   virtual void openCalibration() = 0;
@@ -108,9 +111,10 @@ class MainConsole {
   void testEnded();
 
   void requestDebugger(std::string_view passwordBox);  ///< Ctrl+A
-  /// The debugger has the serial port: until it has ended nothing else is done with the controller.
+  /// The debugger has the current controller's port: until it has ended nothing else is done with that controller, and
+  /// nothing that would ask all of them.
   void debuggerOpened();
-  /// The driver has its port again; `exit`: the program is to end.
+  /// The driver has its port again; `exit`: the program is to end, and nothing more is said to the controller.
   void debuggerEnded(bool exit);
   void requestPinDefinition();  ///< Ctrl+B
   /// The password box after any key: what it is to hold.
@@ -127,7 +131,7 @@ class MainConsole {
   const std::vector<ReportFormat>& reportFormats() const { return reportFormats_.formats; }
 
  private:
-  enum class WayOut { none, exit, close };
+  enum class WayOut { none, exit, close, debuggerExit };
 
   /// Runs `work` while nothing else starts. What the driver library lacked for it is told then, and a way out that was
   /// asked for meanwhile is taken.
@@ -151,6 +155,9 @@ class MainConsole {
   void leave(WayOut way);
   void closingStep(WayOut way);
   std::string selectedName() const;
+  /// True, and the reason is shown, when the debugger stands in the way of an action on `controller`; without one on all
+  /// of them.
+  bool refusedForDebugger(const std::optional<std::string>& controller = std::nullopt);
 
   Access access_;
   Prompt& prompt_;
@@ -168,7 +175,8 @@ class MainConsole {
   bool busy_ = false;
   bool calibrating_ = false;
   bool testing_ = false;
-  bool debugging_ = false;
+  std::optional<std::string>
+      debugged_;  ///< the controller whose port the debugger has; empty: no controller
   bool cutShort_ = false;
   bool gone_ = false;
   std::set<std::string> lacking_;  ///< operations that the running action needed in vain

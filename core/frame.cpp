@@ -18,6 +18,12 @@ Frame commandFrame(std::string_view text) {
   return frame;
 }
 
+Frame unframed(std::string_view bytes) {
+  Frame frame;
+  frame.bytes_.assign(bytes.begin(), bytes.end());
+  return frame;
+}
+
 Frame parameterReadFrame(std::string_view address) {
   if (address.size() != 2) return {};
   return commandFrame(std::string("GP").append(address));

@@ -7,7 +7,7 @@
 
 namespace touch {
 
-/// A command as the controller reads it: 0x01, the text, 0x0D. No length, no checksum.
+/// A command as the controller reads it: 0x01, the text, 0x0D, but for what is `unframed`. No length, no checksum.
 /// An empty frame means that the input was refused; sending it writes nothing.
 class Frame {
  public:
@@ -19,11 +19,15 @@ class Frame {
 
  private:
   friend Frame commandFrame(std::string_view text);
+  friend Frame unframed(std::string_view bytes);
   std::vector<std::uint8_t> bytes_;
 };
 
 /// Any command, e.g. "UT".
 Frame commandFrame(std::string_view text);
+
+/// What goes out as it is, without the framing: a packet of another command set.
+Frame unframed(std::string_view bytes);
 
 /// "GP": reads the parameter word at `address`, two hexadecimal characters. Empty when it is not two characters.
 Frame parameterReadFrame(std::string_view address);

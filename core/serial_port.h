@@ -37,8 +37,17 @@ class SerialPort {
   virtual std::size_t inBufferCount() = 0;  ///< bytes waiting to be read
   virtual void clearInput() = 0;
   virtual void clearOutput() = 0;
-  virtual void write(std::span<const std::uint8_t> bytes) = 0;
+  /// False when they did not go out: the port is closed or gone, or the line did not take them in time. What it has not
+  /// taken is thrown away.
+  virtual bool write(std::span<const std::uint8_t> bytes) = 0;
   virtual std::vector<std::uint8_t> readAll() = 0;  ///< every byte that has arrived
+  /// How many of the bytes read since it was asked last came damaged over the line: with a wrong parity or without a
+  /// stop bit, or a break in place of a byte.
+  virtual std::size_t takeDamaged() { return 0; }
+
+  /// What a window's event loop can wait on for something to come in or the device to go, as a file descriptor; nothing
+  /// where the platform has no such thing, and while closed.
+  virtual std::optional<int> descriptor() const { return std::nullopt; }
 };
 
 }  // namespace touch

@@ -183,9 +183,10 @@ void TracingSerialPort::clearOutput() {
   inner_->clearOutput();
 }
 
-void TracingSerialPort::write(std::span<const std::uint8_t> bytes) {
-  if (trace_.isOn()) note("write", jsonBytes(bytes));
-  inner_->write(bytes);
+bool TracingSerialPort::write(std::span<const std::uint8_t> bytes) {
+  const bool wentOut = inner_->write(bytes);
+  if (trace_.isOn()) note(wentOut ? "write" : "write failed", jsonBytes(bytes));
+  return wentOut;
 }
 
 std::vector<std::uint8_t> TracingSerialPort::readAll() {

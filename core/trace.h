@@ -67,8 +67,10 @@ class TracingSerialPort final : public SerialPort {
   std::size_t inBufferCount() override { return inner_->inBufferCount(); }
   void clearInput() override;
   void clearOutput() override;
-  void write(std::span<const std::uint8_t> bytes) override;
+  bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
+  std::size_t takeDamaged() override { return inner_->takeDamaged(); }
+  std::optional<int> descriptor() const override { return inner_->descriptor(); }
 
  private:
   void note(std::string_view operation, std::string_view argument = {});

@@ -108,7 +108,11 @@ class FuzzedPort final : public SerialPort {
   std::size_t inBufferCount() override { return open_ ? input_.byte() : 0; }
   void clearInput() override { mayGo(); }
   void clearOutput() override {}
-  void write(std::span<const std::uint8_t>) override { mayGo(); }
+  bool write(std::span<const std::uint8_t>) override {
+    mayGo();
+    return open_ && input_.byte() < 0xF0;
+  }
+  std::size_t takeDamaged() override { return input_.byte() / 0xF0; }
   std::vector<std::uint8_t> readAll() override {
     mayGo();
     if (!open_) return {};

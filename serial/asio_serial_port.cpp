@@ -1,5 +1,6 @@
 #include "serial/asio_serial_port.h"
 
+#include <algorithm>
 #include <asio/buffer.hpp>
 #include <asio/io_context.hpp>
 #include <asio/serial_port.hpp>
@@ -7,6 +8,7 @@
 #include <utility>
 
 #include "core/language.h"
+#include "serial/damage_marks.h"
 #include "serial/serial_device.h"
 
 namespace touch {
@@ -18,10 +20,20 @@ class AsioSerialPort::Line {
 
   std::error_code open(const std::string& device);
   std::error_code apply(const LineSettings& settings);
+  /// `timed_out`: the line did not take them.
   std::error_code write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit);
-  Result<std::vector<std::uint8_t>, std::error_code> readAll(std::chrono::milliseconds limit);
+  /// Takes in what has arrived, as far as there is room for it.
+  std::error_code collect(std::chrono::milliseconds limit);
+  std::error_code clearInput();
+
+  std::size_t received() const { return received_.size(); }
+  std::vector<std::uint8_t> takeReceived() { return std::exchange(received_, {}); }
+  std::size_t takeDamaged() { return std::exchange(damaged_, 0); }
 
  private:
+  // Where nobody reads, the platform's own buffer overflows and not this one.
+  static constexpr std::size_t mostReceived = std::size_t{64} << 10U;
+
   /// Starts a transfer and waits for its end, at most for `limit`; returns how it ended.
   template <typename Start>
   std::error_code complete(std::chrono::milliseconds limit, const Start& start);
@@ -29,6 +41,9 @@ class AsioSerialPort::Line {
   asio::io_context context_{1};
   asio::serial_port port_{context_};
   std::unique_ptr<serial_device::Before> before_;  // behind the port: it is given back while open
+  DamageMarks marks_;
+  std::vector<std::uint8_t> received_;
+  std::size_t damaged_ = 0;
 };
 
 std::error_code AsioSerialPort::Line::open(const std::string& device) {
@@ -56,7 +71,7 @@ std::error_code AsioSerialPort::Line::apply(const LineSettings& settings) {
   }
   set(Options::stop_bits(stopBits));
   set(Options::flow_control(Options::flow_control::none));
-  return error;
+  return error ? error : serial_device::reportDamage(port_);
 }
 
 template <typename Start>
@@ -79,16 +94,18 @@ std::error_code AsioSerialPort::Line::write(std::span<const std::uint8_t> bytes,
   const auto error = complete(limit, [&](auto done) {
     asio::async_write(port_, asio::buffer(bytes.data(), bytes.size()), std::move(done));
   });
+  if (error != asio::error::operation_aborted) return error;
   // The rest must not come out later, in front of another command.
-  return error == asio::error::operation_aborted ? serial_device::clearOutput(port_) : error;
+  const auto gone = serial_device::clearOutput(port_);
+  return gone ? gone : std::make_error_code(std::errc::timed_out);
 }
 
-Result<std::vector<std::uint8_t>, std::error_code> AsioSerialPort::Line::readAll(
-    std::chrono::milliseconds limit) {
-  const auto waiting = serial_device::bytesWaiting(port_);
+std::error_code AsioSerialPort::Line::collect(std::chrono::milliseconds limit) {
+  const auto waiting = serial_device::waiting(port_);
   if (!waiting) return waiting.error();
-  std::vector<std::uint8_t> bytes(*waiting);
-  if (bytes.empty()) return bytes;
+  damaged_ += waiting->damaged;
+  std::vector<std::uint8_t> bytes(std::min(waiting->bytes, mostReceived - received_.size()));
+  if (bytes.empty()) return {};
   std::size_t taken = 0;
   const auto error = complete(limit, [&](auto done) {
     port_.async_read_some(asio::buffer(bytes), [&taken, done](auto end, std::size_t count) mutable {
@@ -97,8 +114,19 @@ Result<std::vector<std::uint8_t>, std::error_code> AsioSerialPort::Line::readAll
     });
   });
   if (error && error != asio::error::operation_aborted) return error;
-  bytes.resize(taken);
-  return bytes;
+  const auto arrived = std::span(bytes).first(taken);
+  if (serial_device::marksDamage) {
+    damaged_ += marks_.take(arrived, received_);
+  } else {
+    received_.insert(received_.end(), arrived.begin(), arrived.end());
+  }
+  return {};
+}
+
+std::error_code AsioSerialPort::Line::clearInput() {
+  received_.clear();
+  marks_.forget();
+  return serial_device::clearInput(port_);
 }
 
 AsioSerialPort::AsioSerialPort(ComPorts ports, std::chrono::milliseconds transferLimit)
@@ -149,32 +177,41 @@ void AsioSerialPort::close() {
   line_.reset();
 }
 
+void AsioSerialPort::collect() {
+  if (isOpen()) loseOn(line_->collect(transferLimit_));
+}
+
 std::size_t AsioSerialPort::inBufferCount() {
-  if (!isOpen()) return 0;
-  const auto count = serial_device::bytesWaiting(line_->port());
-  if (count) return *count;
-  loseOn(count.error());
-  return 0;
+  collect();
+  return isOpen() ? line_->received() : 0;
 }
 
 void AsioSerialPort::clearInput() {
-  if (isOpen()) loseOn(serial_device::clearInput(line_->port()));
+  if (isOpen()) loseOn(line_->clearInput());
 }
 
 void AsioSerialPort::clearOutput() {
   if (isOpen()) loseOn(serial_device::clearOutput(line_->port()));
 }
 
-void AsioSerialPort::write(std::span<const std::uint8_t> bytes) {
-  if (isOpen()) loseOn(line_->write(bytes, transferLimit_));
+bool AsioSerialPort::write(std::span<const std::uint8_t> bytes) {
+  if (!isOpen()) return false;
+  const auto error = line_->write(bytes, transferLimit_);
+  if (error != std::errc::timed_out) loseOn(error);
+  return !error;
 }
 
 std::vector<std::uint8_t> AsioSerialPort::readAll() {
-  if (!isOpen()) return {};
-  const auto bytes = line_->readAll(transferLimit_);
-  if (bytes) return *bytes;
-  loseOn(bytes.error());
-  return {};
+  collect();
+  return isOpen() ? line_->takeReceived() : std::vector<std::uint8_t>();
+}
+
+std::size_t AsioSerialPort::takeDamaged() {
+  return isOpen() ? line_->takeDamaged() : 0;
+}
+
+std::optional<int> AsioSerialPort::descriptor() const {
+  return isOpen() ? serial_device::descriptor(line_->port()) : std::nullopt;
 }
 
 void AsioSerialPort::loseOn(const std::error_code& error) {

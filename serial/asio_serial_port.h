@@ -31,12 +31,16 @@ class AsioSerialPort final : public SerialPort {
   std::size_t inBufferCount() override;
   void clearInput() override;
   void clearOutput() override;
-  void write(std::span<const std::uint8_t> bytes) override;
+  bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
+  std::size_t takeDamaged() override;
+  std::optional<int> descriptor() const override;
 
  private:
   class Line;
 
+  /// Takes in what has arrived.
+  void collect();
   /// Closes the port when `error` is one, and keeps the reason.
   void loseOn(const std::error_code& error);
   std::string cannotOpen(const std::error_code& error) const;

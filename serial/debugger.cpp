@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/language.h"
+#include "core/prompt.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -14,6 +15,8 @@ using namespace std::chrono_literals;
 
 // Long enough for the receive mode to find the line idle and to show a packet's rest.
 constexpr auto afterReplay = 500ms;
+// Far more than an answer, and less than a port keeps.
+constexpr std::size_t plenty = std::size_t{32} << 10U;
 
 }  // namespace
 
@@ -24,7 +27,7 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
       formats_(std::move(formats)),
       log_(access.clock),
       recorded_(serial, access.clock),
-      port_(access, prompt, recorded_),
+      port_(access, prompt, recorded_, log_),
       exchange_(access, prompt, port_, log_),
       mode_(parts(), {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }}) {
   chooseSet(CommandSet::quorvane);
@@ -41,8 +44,11 @@ void Debugger::tell(std::string text) {
 
 void Debugger::takePort() {
   if (isBusy()) return;
+  // The box is part of it: nobody gives the port back meanwhile.
+  const DebuggerPort::Use use(port_);
   const auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
-  tell(refused ? *refused : say("serial", "The driver has let go of its port.") + ' ' + portText());
+  tell(refused ? *refused : port_.driverText() + ' ' + portText());
+  if (refused) prompt_.message(*refused);
 }
 
 void Debugger::searchPort() {
@@ -62,8 +68,13 @@ void Debugger::leave() {
 
 std::string Debugger::portText() const {
   const std::string name = "COM" + std::to_string(port_.selected());
-  return portIsOpen() ? filled(say("serial", "%1 is open, %2."), {name, normalLineSettings})
-                      : filled(say("serial", "%1 is closed."), {name});
+  std::string text = portIsOpen()
+                         ? filled(say("serial", "%1 is open, %2."), {name, normalLineSettings})
+                         : filled(say("serial", "%1 is closed."), {name});
+  if (port_.damaged() > 0) {
+    text += ' ' + filled(say("serial", "Damaged bytes: %1."), {std::to_string(port_.damaged())});
+  }
+  return text;
 }
 
 std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
@@ -113,6 +124,15 @@ void Debugger::stopReplay() {
   tell(say("serial", "The replay has ended."));
 }
 
+void Debugger::tellNothingToDraw() {
+  if (portIsOpen() || isReplaying()) return;
+  const DebuggerPort::Use use(port_);
+  prompt_.message(filled(say("serial",
+                             "COM%1 is closed: no touches will be drawn. To mend that, leave the "
+                             "drawing and press \"Take the port\", or replay a recording."),
+                         {std::to_string(port_.selected())}));
+}
+
 ReceivingPort Debugger::beginDrawing() {
   drawing_ = true;
   mode_.suspend();
@@ -137,7 +157,10 @@ void Debugger::endDrawing() {
 void Debugger::watch() {
   if (isBusy()) return;
   // A port that nobody uses does not notice by itself that its device has gone.
-  recorded_.inBufferCount();
+  const std::size_t unread = recorded_.inBufferCount();
+  flooded_ = unread > unread_ || unread > plenty;
+  unread_ = unread;
+  port_.noteDamage();
   port_.tellLoss();
   if (!isRecording()) stopRecording();
   if (!isReplaying() || !replay_->port.isFinished()) return;

@@ -56,12 +56,24 @@ class Debugger {
   void startReplay(const std::filesystem::path& file);
   void stopReplay();
 
+  /// Tells who opens the raw drawing where nothing can come in why that is so.
+  void tellNothingToDraw();
   /// The raw drawing has the port, or the replay from its beginning, until `endDrawing`.
   ReceivingPort beginDrawing();
   void endDrawing();
   ReportDecoder makeDecoder() const {
     return ReportDecoder(familyOf(access_.session.commandSet), formats_);
   }
+
+  /// Something is under way that `watch` has to look after again and again.
+  bool isActive() const {
+    return isReplaying() || isRecording() || (portIsOpen() && mode_.isReceiving() && !drawing_);
+  }
+  bool isDrawing() const { return drawing_; }
+  /// See SerialPort::descriptor.
+  std::optional<int> descriptor() const { return recorded_.descriptor(); }
+  /// When `watch` last looked, bytes were coming in that nobody reads.
+  bool isFlooded() const { return flooded_; }
 
   /// To be called now and then: notices a device that has gone, a full disk and the end of a replay. While busy it notices
   /// nothing.
@@ -89,6 +101,8 @@ class Debugger {
   ReceiveMode mode_;
   std::unique_ptr<Replay> replay_;
   bool drawing_ = false;
+  std::size_t unread_ = 0;  ///< bytes
+  bool flooded_ = false;
   std::optional<std::string> status_;
 };
 

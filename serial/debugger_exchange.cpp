@@ -69,12 +69,12 @@ std::optional<DebuggerReply> DebuggerExchange::send(const SendChoice& choice) {
     return std::nullopt;
   }
   const std::string_view command = commandWord(choice.entry);
-  const Bytes bytes = framed(command, choice);
-  if (bytes.empty() || !portIsOpen()) return std::nullopt;
+  const Frame frame = framed(command, choice);
+  if (frame.empty() || !portIsOpen()) return std::nullopt;
   if (changesReplyFormat(command)) replyFormat_ = false;
-  clearPort();
-  Bytes reply = ask(bytes, framedWait);
-  if (!isFramedReply(reply)) reply = ask(bytes, framedWait);
+  begin(frame);
+  auto reply = ask(frame, framedWait);
+  if (reply && !isFramedReply(*reply)) reply = ask(frame, framedWait);
   return display(std::move(reply));
 }
 
@@ -89,11 +89,12 @@ std::optional<DebuggerReply> DebuggerExchange::elocmd(const SendChoice& choice) 
   }
   const std::string packet = e02Packet(position, choice.setting);
   if (packet.size() < shortestE02Packet || !portIsOpen()) return std::nullopt;
-  const Bytes bytes(packet.begin(), packet.end());
-  clearPort();
-  Bytes reply = ask(bytes, e02Wait);
-  if (reply.size() < shortestE02Reply) reply = ask(bytes, e02RepeatWait);
-  if (!beginsAsE02Reply(reply)) reply = ask(bytes, e02LastWait);
+  const Frame frame = unframed(packet);
+  begin(frame);
+  auto reply = ask(frame, e02Wait);
+  if (reply && reply->size() < shortestE02Reply) reply = ask(frame, e02RepeatWait);
+  // The last attempt is whatever stands in the shared output frame buffer.
+  if (reply && !beginsAsE02Reply(*reply)) reply = ask(access_.session.outputFrame, e02LastWait);
   return display(std::move(reply));
 }
 
@@ -103,21 +104,14 @@ void DebuggerExchange::changeLineSettings() {
   port_.N72toN81();
 }
 
-std::vector<std::uint8_t> DebuggerExchange::framed(std::string_view command,
-                                                   const SendChoice& choice) {
-  if (command == "Uu") return {queryPacket.begin(), queryPacket.end()};
-  Frame frame = commandFrame(command);
-  if (readsParameter(command)) frame = parameterReadFrame(choice.address);
-  if (writesParameter(command)) {
-    const DataBytes data = checkedDataBytes(choice.high, choice.low);
-    if (!data.error.empty()) {
-      prompt_.message(data.error);
-      return {};
-    }
-    frame = parameterWriteFrame(choice.address, data.high, data.low);
-  }
-  access_.session.outputFrame = frame;
-  return {frame.bytes().begin(), frame.bytes().end()};
+Frame DebuggerExchange::framed(std::string_view command, const SendChoice& choice) {
+  if (command == "Uu") return unframed(queryPacket);
+  if (readsParameter(command)) return parameterReadFrame(choice.address);
+  if (!writesParameter(command)) return commandFrame(command);
+  const DataBytes data = checkedDataBytes(choice.high, choice.low);
+  if (data.error.empty()) return parameterWriteFrame(choice.address, data.high, data.low);
+  prompt_.message(data.error);
+  return {};
 }
 
 bool DebuggerExchange::portIsOpen() {
@@ -126,26 +120,26 @@ bool DebuggerExchange::portIsOpen() {
   return false;
 }
 
-void DebuggerExchange::clearPort() {
+void DebuggerExchange::begin(const Frame& frame) {
+  access_.session.outputFrame = frame;
   port_.serial().clearOutput();
   port_.serial().clearInput();
 }
 
-std::vector<std::uint8_t> DebuggerExchange::ask(std::span<const std::uint8_t> bytes,
-                                                std::chrono::milliseconds wait) {
-  SerialPort& serial = port_.serial();
-  serial.write(bytes);
+std::optional<std::vector<std::uint8_t>> DebuggerExchange::ask(const Frame& frame,
+                                                               std::chrono::milliseconds wait) {
+  if (port_.send(frame.bytes())) {
+    access_.clock.delay(wait);
+    return port_.receive();
+  }
   // A device that has gone answers nothing, however long one waits.
-  if (!serial.isOpen()) return {};
-  log_.sent(bytes);
-  access_.clock.delay(wait);
-  Bytes reply = serial.readAll();
-  log_.received(reply);
-  return reply;
+  if (!port_.tellLoss()) port_.tellNotSent();
+  return std::nullopt;
 }
 
-std::optional<DebuggerReply> DebuggerExchange::display(Bytes bytes) {
-  auto reply = shownReply(std::move(bytes));
+std::optional<DebuggerReply> DebuggerExchange::display(std::optional<Bytes> bytes) {
+  if (!bytes) return std::nullopt;
+  auto reply = shownReply(std::move(*bytes));
   const bool gone = port_.tellLoss();
   if (!reply.text.empty()) return reply;
   if (!gone) prompt_.message("No Return Data ???", "Result -----");

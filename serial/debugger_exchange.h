@@ -49,12 +49,14 @@ class DebuggerExchange {
 
   std::optional<DebuggerReply> elocmd(const SendChoice& choice);
   void changeLineSettings();
-  /// What goes on the wire for a framed command; empty when the user was told why nothing does.
-  Bytes framed(std::string_view command, const SendChoice& choice);
+  /// What goes on the wire for a command of the M01 or the quorvane set; empty when the user was told why nothing does.
+  Frame framed(std::string_view command, const SendChoice& choice);
   bool portIsOpen();
-  void clearPort();
-  Bytes ask(std::span<const std::uint8_t> bytes, std::chrono::milliseconds wait);
-  std::optional<DebuggerReply> display(Bytes bytes);
+  /// Makes `frame` the shared output frame, and the port ready for it.
+  void begin(const Frame& frame);
+  /// The answer; nothing when `frame` did not go out, which the user has been told.
+  std::optional<Bytes> ask(const Frame& frame, std::chrono::milliseconds wait);
+  std::optional<DebuggerReply> display(std::optional<Bytes> bytes);
 
   Access access_;
   Prompt& prompt_;

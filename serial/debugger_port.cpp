@@ -4,7 +4,10 @@
 
 #include "core/clock.h"
 #include "core/driver.h"
+#include "core/language.h"
 #include "core/prompt.h"
+#include "core/text_encoding.h"
+#include "serial/console_log.h"
 
 namespace touch {
 
@@ -25,6 +28,13 @@ bool isAnswer(const std::vector<std::uint8_t>& reply) {
   return reply.size() >= shortestAnswer && reply.back() == answerEnd;
 }
 
+std::string notSentText() {
+  return say(
+      "serial",
+      "The command was not sent: the line takes no bytes. Look at the cable and at what holds "
+      "the controller up, then try again.");
+}
+
 /// Sets the port to 8 data bits and 1 stop bit, however the work at 7 and 2 ends.
 class NormalAfterwards {
  public:
@@ -40,20 +50,37 @@ class NormalAfterwards {
 }  // namespace
 
 void DebuggerPort::takeFromDriver() {
-  if (isTaken()) return;
-  connection_.emplace(access_);
-  access_.driver.CloseCOMPort(connection_->handle());
+  if (!isTaken()) {
+    controller_ = access_.session.controllerName;
+    connection_.emplace(access_);
+  } else if (letGo_.value_or(1) != 0) {
+    return;
+  }
+  const std::int32_t result = access_.driver.CloseCOMPort(connection_->handle());
+  // Where there is no controller nobody holds a port.
+  if (!controller_.empty()) letGo_ = result;
+}
+
+std::string DebuggerPort::driverText() const {
+  if (letGo_.value_or(1) != 0) return say("serial", "The driver has let go of its port.");
+  return filled(say("serial", "The driver has not let go of the port of %1."),
+                {toUtf8(controller_)});
 }
 
 std::optional<std::string> DebuggerPort::take(int port) {
   takeFromDriver();
+  auto refused = openPort(port);
+  if (refused && letGo_ == 0) refused = driverText() + ' ' + *refused;
+  return refused;
+}
+
+std::optional<std::string> DebuggerPort::openPort(int port) {
+  lossTold_ = false;
   // A port that turns out to have gone here closes, and may be there again below.
   auto refused = serial_.setSettings(normalLineSettings);
   if (refused && serial_.isOpen()) return refused;
   select(port);
-  refused = serial_.open();
-  if (refused) giveBack();
-  return refused;
+  return serial_.open();
 }
 
 void DebuggerPort::giveBack() {
@@ -61,6 +88,7 @@ void DebuggerPort::giveBack() {
   serial_.close();
   access_.driver.ReopenCOMPort(connection_->handle());
   connection_.reset();
+  letGo_.reset();
 }
 
 void DebuggerPort::select(int port) {
@@ -82,17 +110,23 @@ std::optional<int> DebuggerPort::comporttest() {
   const Use use(*this);
   foundPort_.reset();
   takeFromDriver();
+  lossTold_ = false;
   serial_.setSettings(normalLineSettings);
   for (int port = 1; port <= lastProbedPort; ++port) {
     select(port);
-    if (serial_.open()) continue;
+    if (const auto refused = serial_.open()) {
+      log_.note(*refused);
+      continue;
+    }
+    log_.note(filled(say("serial", "Asking on COM%1 …"), {std::to_string(port)}));
     if (isAnswer(probe())) {
       foundPort_ = port;
       return foundPort_;
     }
     serial_.close();
   }
-  giveBack();
+  // Whatever became of the ports, this is what is to be said.
+  lossTold_ = true;
   prompt_.message("Device Can't found!!");
   return foundPort_;
 }
@@ -103,38 +137,75 @@ std::vector<std::uint8_t> DebuggerPort::probe() {
   access_.clock.delay(afterFirstProbe);
   sendFresh(nullCommand);
   access_.clock.delay(afterSecondProbe);
-  return serial_.readAll();
+  return receive();
 }
 
 bool DebuggerPort::N72toN81() {
   const Use use(*this);
   std::optional<std::string> refused;
+  bool wentOut = false;
   {
     const NormalAfterwards normal(serial_);
     refused = serial_.setSettings(sevenBitSettings);
     if (!refused) {
-      sendFresh(commandFrame("PN81"));
+      log_.note(sevenBitSettings);
+      wentOut = sendFresh(commandFrame("PN81"));
       access_.clock.delay(afterLineChange);
     }
   }
-  serial_.readAll();
+  if (serial_.isOpen()) log_.note(normalLineSettings);
+  receive();
   if (tellLoss()) return false;
-  if (refused) prompt_.message(*refused);
-  return !refused;
+  if (refused) {
+    prompt_.message(*refused);
+  } else if (!wentOut) {
+    tellNotSent();
+  }
+  return wentOut;
 }
 
-void DebuggerPort::sendFresh(const Frame& frame) {
+bool DebuggerPort::sendFresh(const Frame& frame) {
   serial_.clearOutput();
   serial_.clearInput();
   access_.session.outputFrame = frame;
-  serial_.write(frame.bytes());
+  if (send(frame.bytes())) return true;
+  if (serial_.isOpen()) log_.note(notSentText());
+  return false;
+}
+
+bool DebuggerPort::send(std::span<const std::uint8_t> bytes) {
+  if (!serial_.write(bytes)) return false;
+  log_.sent(bytes);
+  return true;
+}
+
+std::vector<std::uint8_t> DebuggerPort::receive() {
+  auto bytes = serial_.readAll();
+  log_.received(bytes);
+  noteDamage();
+  return bytes;
+}
+
+void DebuggerPort::noteDamage() {
+  const std::size_t count = serial_.takeDamaged();
+  if (count == 0) return;
+  damaged_ += count;
+  log_.note(filled(say("serial",
+                       "Of the bytes that came, %1 were damaged on the line (parity, stop bit or "
+                       "break)."),
+                   {std::to_string(count)}));
+}
+
+void DebuggerPort::tellNotSent() {
+  prompt_.message(notSentText());
 }
 
 bool DebuggerPort::tellLoss() {
-  if (!isTaken() || serial_.isOpen()) return false;
+  if (!isTaken() || serial_.isOpen() || lossTold_) return false;
   const auto reason = serial_.lost();
   if (!reason) return false;
-  giveBack();
+  lossTold_ = true;
+  const Use use(*this);
   prompt_.message(*reason);
   return true;
 }

@@ -234,6 +234,10 @@ void frmCommandPanel::allowSending(bool possible) {
   send_->setEnabled(possible);
 }
 
+void frmCommandPanel::focusEntries() {
+  entries_->setFocus();
+}
+
 void frmCommandPanel::typed(QLineEdit& box) {
   const std::string text = box.text().toStdString();
   const std::string kept = keptDataText(text);

@@ -26,6 +26,8 @@ class frmCommandPanel final : public QWidget {
   /// Fills the reply labels; nothing clears them.
   void showReply(const std::optional<DebuggerReply>& reply);
   void allowSending(bool possible);
+  /// Puts the focus on the command list.
+  void focusEntries();
 
  signals:
   void setChosen(CommandSet set);

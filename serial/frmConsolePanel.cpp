@@ -75,6 +75,7 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
       pause_(new QCheckBox(tr("Pa&use view"))),
       filterBar_(makeFilterBar()),
       keepBar_(makeKeepBar()) {
+  setObjectName("consolePanel");
   text_->setObjectName("Text1");
   text_->setAccessibleName(tr("Console"));
   text_->setReadOnly(true);

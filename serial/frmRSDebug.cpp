@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QSocketNotifier>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -34,6 +35,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto renewal = 100ms;
+// Where the line does not tell by itself that its device has gone.
+constexpr auto lookAtLine = 1s;
 constexpr int sideBySideWidth = 900;
 constexpr int commandsWidth = 354;
 
@@ -178,6 +181,7 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
 }
 
 frmRSDebug::~frmRSDebug() {
+  lineNews_.reset();
   // The drawing uses the port that goes with this window.
   delete drawing_;
 }
@@ -294,8 +298,10 @@ QWidget* frmRSDebug::makeFoot() {
   statusLine_->setWordWrap(true);
   auto* const quit = makeButton("Command1", tr("Qu&it"), [this] { leave(DebuggerEnd::quit); });
   quit->setToolTip(tr("Gives the port back to the driver and shows the main window"));
-  auto* const exit =
-      makeButton("Command2_1", tr("E&xit   Debuger"), [this] { leave(DebuggerEnd::exit); });
+  auto* const exit = makeButton("Command2_1", tr("E&xit   Debuger"), [this] {
+    commands_->showReply(std::nullopt);
+    leave(DebuggerEnd::exit);
+  });
   exit->setToolTip(tr("Gives the port back to the driver and ends the program"));
   auto* const foot = new QWidget;
   auto* const row = new QHBoxLayout(foot);
@@ -369,22 +375,36 @@ void frmRSDebug::open() {
   show();
   raise();
   activateWindow();
+  commands_->focusEntries();
   debugger_.takePort();
   renew();
-  timer_->start(renewal);
+}
+
+void frmRSDebug::comeToFront() {
+  QWidget* const front = drawing_ ? static_cast<QWidget*>(drawing_.data()) : this;
+  front->show();
+  front->raise();
+  front->activateWindow();
 }
 
 void frmRSDebug::whileBusy(const std::function<void()>& action) {
   if (debugger_.isBusy()) return;
+  if (surroundings_.mainIsBusy && surroundings_.mainIsBusy()) {
+    statusLine_->setText(tr("The main window is busy. Try again when it is through."));
+    return;
+  }
+  stopAwaiting();
   const QPointer<QWidget> focus = focusWidget();
   const auto allow = [this](bool on) {
     head_->setEnabled(on);
     body_->setEnabled(on);
   };
+  const QString waiting = tr("Waiting for the controller …");
   allow(false);
-  statusLine_->setText(tr("Waiting for the controller …"));
+  statusLine_->setText(waiting);
   action();
-  statusLine_->clear();
+  // What was said meanwhile is still to be read.
+  if (statusLine_->text() == waiting) statusLine_->clear();
   allow(true);
   if (focus) focus->setFocus();
   renew();
@@ -396,6 +416,10 @@ void frmRSDebug::send() {
 }
 
 void frmRSDebug::draw() {
+  if (debugger_.isBusy()) return;
+  stopAwaiting();
+  debugger_.tellNothingToDraw();
+  if (putOff_) return renew();
   drawing_ = new frmRsDraw(
       {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
        debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
@@ -409,6 +433,7 @@ void frmRSDebug::draw() {
       });
   hide();
   drawing_->open();
+  awaitNews();
 }
 
 void frmRSDebug::record() {
@@ -435,11 +460,34 @@ void frmRSDebug::replay() {
 }
 
 void frmRSDebug::renew() {
+  stopAwaiting();
   debugger_.watch();
   if (const auto said = debugger_.takeStatus()) statusLine_->setText(shownText(*said));
   console_->renew();
   showState();
+  awaitNews();
   if (putOff_ && !drawing_) end();
+}
+
+void frmRSDebug::awaitNews() {
+  stopAwaiting();
+  if (ended_) return;
+  if (putOff_ || debugger_.isActive()) return timer_->start(renewal);
+  // The drawing reads the line itself.
+  if (debugger_.isDrawing() || !debugger_.portIsOpen()) return timer_->stop();
+  const auto descriptor = debugger_.descriptor();
+  // A line that brings bytes that nobody reads has something to say all the time.
+  if (!descriptor || debugger_.isFlooded()) return timer_->start(lookAtLine);
+  timer_->stop();
+  lineNews_ = std::make_unique<QSocketNotifier>(*descriptor, QSocketNotifier::Read);
+  connect(lineNews_.get(), &QSocketNotifier::activated, this, [this] { renew(); });
+}
+
+void frmRSDebug::stopAwaiting() {
+  if (!lineNews_) return;
+  // It may be the one that is telling just now.
+  lineNews_->setEnabled(false);
+  lineNews_.release()->deleteLater();
 }
 
 void frmRSDebug::showState() {
@@ -490,9 +538,11 @@ void frmRSDebug::leave(DebuggerEnd end) {
 }
 
 void frmRSDebug::end() {
-  if (ended_ || debugger_.isBusy()) return;
+  if (ended_) return;
+  if (debugger_.isBusy()) return timer_->start(renewal);
   ended_ = true;
   timer_->stop();
+  stopAwaiting();
   debugger_.leave();
   endWindow(*this, [this] { onEnded_(*putOff_); });
 }

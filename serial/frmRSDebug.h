@@ -14,6 +14,7 @@
 class QCheckBox;
 class QLabel;
 class QPushButton;
+class QSocketNotifier;
 class QTabWidget;
 
 namespace touch {
@@ -36,6 +37,8 @@ struct DebuggerSurroundings {
   DrawingSwitches& switches;  ///< outlive the windows
   std::optional<Simulation> simulation;
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
+  /// The main window, which is in use beside the debugger, is in the middle of an action: no exchange begins then.
+  std::function<bool()> mainIsBusy{};
 };
 
 /// The serial debugger: commands to the controller past the driver, a console of what passes the port, the report rate,
@@ -53,6 +56,10 @@ class frmRSDebug final : public QWidget {
   void open();
   /// Gives the port back and ends, as soon as an exchange under way has ended.
   void leave(DebuggerEnd end);
+  /// Shows whichever of its windows is open in front of the others.
+  void comeToFront();
+  /// No other exchange is to begin now.
+  bool isBusy() const { return debugger_.isBusy(); }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -76,6 +83,10 @@ class frmRSDebug final : public QWidget {
   void replay();
   void renew();
   void showState();
+  /// Has `renew` called when there is something to see: again and again while something is under way, else when the
+  /// line has something to say. A debugger that is left alone does not wake.
+  void awaitNews();
+  void stopAwaiting();
   /// Ends, unless the debugger is busy: `renew` asks again.
   void end();
 
@@ -108,6 +119,7 @@ class frmRSDebug final : public QWidget {
   QLabel* statusLine_;
   QPointer<frmRsDraw> drawing_;
   std::unique_ptr<Timer> timer_;
+  std::unique_ptr<QSocketNotifier> lineNews_;
 };
 
 }  // namespace touch

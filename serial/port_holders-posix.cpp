@@ -2,6 +2,7 @@
 #include <grp.h>
 #include <pwd.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -19,6 +20,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* genericPortDriver = "port";
+constexpr unsigned firstPseudoTerminal = 136;  // major number; the minor one is the terminal's
 
 /// The number of the character device at `path`.
 std::optional<dev_t> deviceNumber(const fs::path& path) {
@@ -34,6 +36,20 @@ std::string firstLine(const fs::path& file) {
   return line;
 }
 
+/// Whether the process's open file `number` is the far end of the pseudo-terminal `device`.
+bool isFarEnd(const fs::path& process, const fs::path& number, dev_t device) {
+  std::ifstream facts(process / "fdinfo" / number);
+  for (std::string name, value; facts >> name && std::getline(facts, value);) {
+    if (name != "tty-index:") continue;
+    unsigned index = 0;
+    const auto digits = value.find_first_not_of(" \t");
+    if (digits == value.npos) return false;
+    std::from_chars(value.data() + digits, value.data() + value.size(), index);
+    return index == minor(device) && major(device) == firstPseudoTerminal;
+  }
+  return false;
+}
+
 enum class Look { has, hasNot, mayNot };
 
 /// Whether the process has the device open, under whatever name it opened it.
@@ -41,14 +57,21 @@ Look lookInto(const fs::path& process, dev_t device) {
   std::error_code failed;
   auto file = fs::directory_iterator(process / "fd", failed);
   if (failed == std::errc::permission_denied) return Look::mayNot;
+  int opened = 0;
+  bool servesIt = false;
   for (; !failed && file != fs::directory_iterator(); file.increment(failed)) {
     std::error_code gone;
     // Only devices are looked at more closely: a file on a network may not answer.
     const auto target = fs::read_symlink(file->path(), gone);
     if (gone || !target.native().starts_with("/dev/")) continue;
-    if (deviceNumber(file->path()) == device) return Look::has;
+    if (target.filename() == "ptmx") {
+      servesIt = servesIt || isFarEnd(process, file->path().filename(), device);
+    } else if (deviceNumber(file->path()) == device) {
+      ++opened;
+    }
   }
-  return Look::hasNot;
+  // Whoever is at the other end of a pseudo-terminal has it open once, so that it stays there when others close it.
+  return opened > (servesIt ? 1 : 0) ? Look::has : Look::hasNot;
 }
 
 std::optional<pid_t> processNumber(const fs::path& entry) {

@@ -64,9 +64,11 @@ void RecordedPort::clearInput() {
   waiting_.clear();
 }
 
-void RecordedPort::write(std::span<const std::uint8_t> bytes) {
-  if (inner_.isOpen()) recorder_.add(clock_.now(), Direction::toController, bytes);
-  inner_.write(bytes);
+bool RecordedPort::write(std::span<const std::uint8_t> bytes) {
+  const auto begun = clock_.now();
+  if (!inner_.write(bytes)) return false;
+  recorder_.add(begun, Direction::toController, bytes);
+  return true;
 }
 
 std::vector<std::uint8_t> RecordedPort::readAll() {

@@ -34,8 +34,11 @@ class RecordedPort final : public SerialPort {
   /// What is cleared has come in as well, so while recording it is read instead.
   void clearInput() override;
   void clearOutput() override { inner_.clearOutput(); }
-  void write(std::span<const std::uint8_t> bytes) override;
+  /// Recorded when it has gone out.
+  bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
+  std::size_t takeDamaged() override { return inner_.takeDamaged(); }
+  std::optional<int> descriptor() const override { return inner_.descriptor(); }
 
  private:
   /// Takes what has come in off the line, for whoever reads next.
@@ -66,7 +69,7 @@ class ReplayPort final : public SerialPort {
   std::size_t inBufferCount() override;
   void clearInput() override;
   void clearOutput() override {}
-  void write(std::span<const std::uint8_t>) override {}
+  bool write(std::span<const std::uint8_t>) override { return isOpen(); }
   /// At most `mostInOneRead`, however much is due: whoever reads must not be held up by a long recording.
   std::vector<std::uint8_t> readAll() override;
 

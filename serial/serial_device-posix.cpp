@@ -52,7 +52,6 @@ class Taken final : public Before {
     if (tcgetattr(device_, &line) != 0) return lastError();
     line_ = line;
     cfmakeraw(&line);
-    line.c_iflag |= IGNPAR;
     line.c_cflag |= CREAD | CLOCAL;
     line.c_cc[VMIN] = 1;
     line.c_cc[VTIME] = 0;
@@ -104,13 +103,26 @@ bool isPseudoTerminal(asio::serial_port& port) {
   return major(status.st_rdev) >= firstMajor && major(status.st_rdev) <= lastMajor;
 }
 
-Result<std::size_t, std::error_code> bytesWaiting(asio::serial_port& port) {
+std::error_code reportDamage(asio::serial_port& port) {
+  termios line{};
+  if (tcgetattr(port.native_handle(), &line) != 0) return lastError();
+  // Asio has damaged bytes dropped.
+  line.c_iflag &= ~static_cast<tcflag_t>(IGNPAR | IGNBRK | BRKINT);
+  line.c_iflag |= INPCK | PARMRK;
+  return failedIf(tcsetattr(port.native_handle(), TCSANOW, &line) != 0);
+}
+
+Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
   int count = 0;
   if (ioctl(port.native_handle(), FIONREAD, &count) != 0) return lastError();
   if (count == 0 && hungUp(port.native_handle())) {
     return std::make_error_code(std::errc::io_error);
   }
-  return static_cast<std::size_t>(count);
+  return Waiting{.bytes = static_cast<std::size_t>(count)};
+}
+
+std::optional<int> descriptor(asio::serial_port& port) {
+  return port.native_handle();
 }
 
 std::error_code clearInput(asio::serial_port& port) {

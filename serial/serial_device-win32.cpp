@@ -15,6 +15,17 @@ std::error_code failedIf(bool failed) {
   return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
+/// Controllers are powered from DTR and RTS, which Asio lets fall. A damaged byte is to arrive as it came.
+std::error_code raiseLines(HANDLE device) {
+  DCB line{};
+  line.DCBlength = sizeof line;
+  if (GetCommState(device, &line) == 0) return failedIf(true);
+  line.fDtrControl = DTR_CONTROL_ENABLE;
+  line.fRtsControl = RTS_CONTROL_ENABLE;
+  line.fErrorChar = FALSE;
+  return failedIf(SetCommState(device, &line) == 0);
+}
+
 }  // namespace
 
 std::string defaultName(int number) {
@@ -27,7 +38,8 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
   std::error_code error;
   port.open(device, error);
   if (error) return error;
-  error = failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
+  error = raiseLines(port.native_handle());
+  if (!error) error = failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
   if (error) return error;
   // Whoever opens a port there sets it up anew, and closing it is all that others wait for.
   return std::make_unique<Before>();
@@ -37,12 +49,23 @@ bool isPseudoTerminal(asio::serial_port&) {
   return false;
 }
 
-Result<std::size_t, std::error_code> bytesWaiting(asio::serial_port& port) {
+std::error_code reportDamage(asio::serial_port&) {
+  // Windows has both from the opening.
+  return {};
+}
+
+Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
   COMSTAT state{};
   DWORD errors = 0;
   const auto error = failedIf(ClearCommError(port.native_handle(), &errors, &state) == 0);
   if (error) return error;
-  return static_cast<std::size_t>(state.cbInQue);
+  // It tells that there was damage since it was asked last, not how much.
+  const bool damaged = (errors & (CE_FRAME | CE_RXPARITY | CE_BREAK)) != 0;
+  return Waiting{.bytes = state.cbInQue, .damaged = damaged ? std::size_t{1} : std::size_t{0}};
+}
+
+std::optional<int> descriptor(asio::serial_port&) {
+  return std::nullopt;
 }
 
 std::error_code clearInput(asio::serial_port& port) {

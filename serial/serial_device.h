@@ -3,6 +3,7 @@
 #include <asio/serial_port.hpp>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 
@@ -34,8 +35,24 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
 /// bits.
 bool isPseudoTerminal(asio::serial_port& port);
 
-/// The bytes that have arrived and not been read; an error when the device is gone.
-Result<std::size_t, std::error_code> bytesWaiting(asio::serial_port& port);
+/// Makes a damaged byte arrive like any other, and be told. To be called after each change of the line's settings.
+std::error_code reportDamage(asio::serial_port& port);
+/// Whether that is told in the stream itself, as DamageMarks reads it, or beside it by `waiting`.
+#if defined(_WIN32)
+inline constexpr bool marksDamage = false;
+#else
+inline constexpr bool marksDamage = true;
+#endif
+
+/// What has arrived and not been read.
+struct Waiting {
+  std::size_t bytes = 0;
+  std::size_t damaged = 0;  ///< at least so many more than when it was asked last
+};
+/// An error when the device is gone.
+Result<Waiting, std::error_code> waiting(asio::serial_port& port);
+/// See SerialPort::descriptor.
+std::optional<int> descriptor(asio::serial_port& port);
 std::error_code clearInput(asio::serial_port& port);
 std::error_code clearOutput(asio::serial_port& port);
 

@@ -9,6 +9,7 @@
 #include "core/discovery.h"
 #include "core/driver.h"
 #include "serial/asio_serial_port.h"
+#include "serial/console_log.h"
 
 namespace touch {
 
@@ -32,14 +33,21 @@ ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const S
                  const SerialOptions& serial, const SerialAction& action) {
   access.session.commandSet = serial.set;
   catchInterrupt();  // the driver is to get its port back then as well
-  DebuggerPort port(access, prompt, line);
+  ConsoleLog log(access.clock);
+  DebuggerPort port(access, prompt, line, log);
   if (serial.port) {
     if (const auto refused = port.take(*serial.port)) {
       complain(*refused);
       return ExitStatus::failed;
     }
   }
-  return action({access, prompt, port, shell, serial});
+  const ExitStatus status = action({access, prompt, port, shell, serial});
+  port.noteDamage();
+  if (port.damaged() > 0) {
+    complain(std::to_string(port.damaged()) +
+             " of the bytes that came were damaged on the line (parity, stop bit or break)");
+  }
+  return status;
 }
 
 /// Makes the controller current whose driver holds a serial port, without asking any. Without one no driver holds it.
@@ -82,6 +90,17 @@ void addRunning(const CommandLine& line, CLI::App& command,
 }
 
 }  // namespace
+
+void refuseSetWithoutWords(CLI::App& command) {
+  command.get_option("--set")->check(
+      [](const std::string& set) {
+        return set == "e02" ? std::string(
+                                  "the E02 set has no command for a parameter word: "
+                                  "expected m01 or quorvane")
+                            : std::string();
+      },
+      "");
+}
 
 void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) {
   const std::map<std::string, CommandSet> sets = {

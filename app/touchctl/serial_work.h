@@ -33,6 +33,8 @@ using SerialAction = std::function<ExitStatus(const SerialWork&)>;
 /// Lets `command` be told the port and the set, and do `action` on the port. `serial` outlives the running.
 void onSerialPort(const CommandLine& line, CLI::App& command,
                   const std::shared_ptr<SerialOptions>& serial, const SerialAction& action);
+/// Refuses the set that knows no parameter words, for a `command` that has been told of the sets.
+void refuseSetWithoutWords(CLI::App& command);
 /// Lets `command` do `action`, which takes and opens ports itself.
 void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAction& action);
 void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial);

@@ -1,6 +1,8 @@
 #include "console/main_console.h"
 
+#include <functional>
 #include <optional>
+#include <tuple>
 
 #include "tests/core/fake_ports.h"
 #include "tests/support/desk.h"
@@ -39,9 +41,11 @@ class View final : public MainView {
   void openTest(TestScreen) override { note("open test"); }
   void closeTest() override { note("close test"); }
   void closeDebugger() override { note("close debugger"); }
+  bool debuggerIsBusy() const override { return debuggerBusy; }
   void endProgram() override { note("end"); }
 
   bool busy = false;
+  bool debuggerBusy = false;
   std::string status;
 
  private:
@@ -348,6 +352,92 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
     Lines first = once;
     if (readAgain) first.insert(first.begin() + 1, "WriteBuffer GP01");
     EXPECT_EQ(steps(), first + once + Lines{"end"}) << what;
+  }
+}
+
+TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
+  script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+  startUp();
+  console.debuggerOpened();
+  EXPECT_FALSE(view.busy);
+  const std::string held = "The serial debugger has the port of RS232 DEVICE 1. Leave it first";
+  const std::string waits = "The serial debugger waits for an answer.";
+  const auto nothing = [] { return std::string("done"); };
+  /// An action, and whether it asks the chosen controller only.
+  const std::tuple<const char*, std::function<void()>, bool> actions[] = {
+      {"information", [&] { console.information(); }, true},
+      {"perform", [&] { console.perform("", nothing); }, true},
+      {"calibration",
+       [&] {
+         console.calstart(3);
+         console.calibrationEnded(false, "done");
+       },
+       true},
+      {"refresh", [&] { console.refresh(); }, false},
+      {"search", [&] { console.searchComPorts(); }, false},
+      {"doctor", [&] { console.examine("", nothing); }, false},
+      {"release", [&] { console.releaseAndExit(); }, false},
+  };
+  const auto expectRefused = [&](const std::string& reason, bool alsoOfTheChosen) {
+    for (const auto& [what, act, ofTheChosen] : actions) {
+      view.status.clear();
+      journal.clear();
+      act();
+      const bool refused = alsoOfTheChosen || !ofTheChosen;
+      EXPECT_EQ(view.status.starts_with(reason), refused) << what << ": " << view.status;
+      EXPECT_TRUE(!refused || journal.empty() || journal == Lines{"show settings"}) << what;
+    }
+  };
+  expectRefused(held, true);
+  console.selectController(1);
+  EXPECT_EQ(session.controllerName, "USB DEVICE 2");
+  expectRefused(held, false);
+  console.selectController(0);
+  EXPECT_EQ(journal.back(), "show controllers") << "the choice is put back";
+  view.debuggerBusy = true;
+  expectRefused(waits, true);
+  view.debuggerBusy = false;
+  console.openTest(TestScreen::drawing);
+  console.testEnded();
+  journal.clear();
+  console.debuggerEnded(false);
+  EXPECT_EQ(journal, Lines{}) << "nobody is asked";
+  console.selectController(0);
+  EXPECT_EQ(session.controllerName, "RS232 DEVICE 1");
+}
+
+TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
+  const std::tuple<const char*, std::function<void(MainConsole&)>, Lines> cases[] = {
+      {"by the debugger: nothing is said to the controller any more",
+       [](auto& ending) { ending.debuggerEnded(true); },
+       {"end"}},
+      {"by the debugger, beside a test",
+       [](auto& ending) {
+         ending.openTest(TestScreen::drawing);
+         ending.debuggerEnded(true);
+         ending.testEnded();
+       },
+       {"open test", "close test", "end"}},
+      {"by the main window",
+       [](auto& ending) {
+         ending.exit();
+         ending.debuggerEnded(false);
+       },
+       Lines{"close debugger"} + closingStep + Lines{"end"}},
+      {"by both",
+       [](auto& ending) {
+         ending.exit();
+         ending.debuggerEnded(true);
+       },
+       Lines{"close debugger"} + closingStep + Lines{"end"}},
+  };
+  for (const auto& [what, end, expected] : cases) {
+    MainConsole ending{access(), prompt, view, port, folder.path()};
+    ending.startUp(10);
+    ending.debuggerOpened();
+    journal.clear();
+    end(ending);
+    EXPECT_EQ(steps(), expected) << what;
   }
 }
 

@@ -44,10 +44,11 @@ class FakePorts final : public SerialPort {
   std::size_t inBufferCount() override { return pending_.size(); }
   void clearInput() override {}
   void clearOutput() override {}
-  void write(std::span<const std::uint8_t> bytes) override {
+  bool write(std::span<const std::uint8_t> bytes) override {
     const std::string frame(bytes.begin(), bytes.end());
     journal_.push_back("write " + frame);
     pending_ = replies[std::to_string(number_) + ' ' + frame.substr(1, frame.size() - 2)];
+    return true;
   }
   Bytes readAll() override { return std::exchange(pending_, {}); }
 

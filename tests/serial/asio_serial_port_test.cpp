@@ -7,6 +7,7 @@
 #include <numeric>
 #include <tuple>
 
+#include "serial/damage_marks.h"
 #include "tests/serial/pseudo_terminal.h"
 
 namespace touch {
@@ -30,13 +31,14 @@ class OpenPort : public testing::Test {
 TEST_F(OpenPort, PassesEveryByteUnchangedBothWaysAndClearsItsInputAlsoWhenOpened) {
   Bytes all(256);
   std::iota(all.begin(), all.end(), std::uint8_t{0});
-  port.write(all);
+  EXPECT_TRUE(port.write(all));
   EXPECT_EQ(terminal.receive(all.size()), all);
   terminal.send(all);
   port.clearOutput();
   EXPECT_EQ(port.inBufferCount(), all.size());
   EXPECT_EQ(port.readAll(), all);
   EXPECT_EQ(port.readAll(), Bytes());
+  EXPECT_EQ(port.takeDamaged(), 0u);
   terminal.send(frame);
   port.clearInput();
   EXPECT_EQ(port.inBufferCount(), 0u);
@@ -49,7 +51,10 @@ TEST_F(OpenPort, PassesEveryByteUnchangedBothWaysAndClearsItsInputAlsoWhenOpened
 TEST_F(OpenPort, TakesNewSettingsAtOnceAndKeepsThemWhenReopened) {
   const auto isSetTo = [this](speed_t baud, bool twoStopBits) {
     const termios line = terminal.settings();
-    return cfgetospeed(&line) == baud && ((line.c_cflag & CSTOPB) != 0) == twoStopBits;
+    // Damaged bytes are marked and not dropped.
+    const tcflag_t marks = line.c_iflag & (INPCK | PARMRK | IGNPAR | IGNBRK | BRKINT);
+    return cfgetospeed(&line) == baud && ((line.c_cflag & CSTOPB) != 0) == twoStopBits &&
+           marks == (INPCK | PARMRK);
   };
   // A pseudo-terminal has no 7 data bits; that it takes the settings all the same is what matters.
   ASSERT_EQ(port.setSettings("19200,n,7,2"), std::nullopt);
@@ -65,10 +70,10 @@ TEST_F(OpenPort, TakesNewSettingsAtOnceAndKeepsThemWhenReopened) {
 }
 
 TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
-  port.write(Bytes(4'000'000));
+  EXPECT_FALSE(port.write(Bytes(4'000'000)));
   EXPECT_TRUE(port.isOpen());
   // Whatever got through, there is room for the next command, and it comes out whole.
-  port.write(frame);
+  EXPECT_TRUE(port.write(frame));
   Bytes received;
   do {
     received.push_back(terminal.receive(1).at(0));
@@ -89,6 +94,28 @@ TEST_F(OpenPort, IsNobodyElsesUntilClosed) {
   EXPECT_EQ(port.open(), std::nullopt) << "it is open already";
   port.close();
   EXPECT_EQ(other.open(), std::nullopt);
+}
+
+TEST(DamageMarks, AreTakenOutAndCountedHoweverTheStreamIsCut) {
+  const std::tuple<const char*, Bytes, Bytes, std::size_t> cases[] = {
+      {"no marks", {0x01, 0x00, 0x0D}, {0x01, 0x00, 0x0D}, 0},
+      {"a whole FF", {0x41, 0xFF, 0xFF, 0x00}, {0x41, 0xFF, 0x00}, 0},
+      {"a damaged byte", {0x41, 0xFF, 0x00, 0x42, 0x43}, {0x41, 0x42, 0x43}, 1},
+      {"a damaged FF", {0xFF, 0x00, 0xFF, 0xFF, 0xFF}, {0xFF, 0xFF}, 1},
+      {"two breaks", {0xFF, 0x00, 0x00, 0xFF, 0x00, 0x00}, {0x00, 0x00}, 2},
+      {"no mark that there is", {0xFF, 0x41}, {0xFF, 0x41}, 0},
+  };
+  for (const auto& [what, marked, meant, damaged] : cases) {
+    for (std::size_t cut = 0; cut <= marked.size(); ++cut) {
+      SCOPED_TRACE(what + std::string(", cut at ") + std::to_string(cut));
+      DamageMarks marks;
+      Bytes bytes;
+      const auto both = std::span(marked);
+      const std::size_t first = marks.take(both.first(cut), bytes);
+      EXPECT_EQ(first + marks.take(both.subspan(cut), bytes), damaged);
+      EXPECT_EQ(bytes, meant);
+    }
+  }
 }
 
 TEST(ClosedPort, IsLeftAsItWasFoundAlsoWhenRefused) {
@@ -126,7 +153,7 @@ TEST(LostPort, ClosesAtTheNextOperationAndSaysWhyOnce) {
       [](auto& used) { EXPECT_EQ(used.inBufferCount(), 0u); },
       [](auto& used) { used.clearInput(); },
       [](auto& used) { used.clearOutput(); },
-      [](auto& used) { used.write(Bytes(3, 'Z')); },
+      [](auto& used) { EXPECT_FALSE(used.write(Bytes(3, 'Z'))); },
       [](auto& used) { EXPECT_EQ(used.readAll(), Bytes()); },
       [](auto& used) { used.setSettings("9600,n,7,2"); },
   };

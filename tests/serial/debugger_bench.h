@@ -36,6 +36,8 @@ class ScriptedPort final : public SerialPort {
   Bytes received;
   Bytes unread;            ///< written, and not looked at by the far end
   std::string impossible;  ///< settings that it does not take
+  bool blocked = false;    ///< the line takes no bytes
+  std::size_t damaged = 0;
 
   std::optional<std::string> setSettings(std::string_view settings) override {
     journal_.push_back("settings " + std::string(settings));
@@ -61,9 +63,12 @@ class ScriptedPort final : public SerialPort {
     received.clear();
   }
   void clearOutput() override { journal_.push_back("clear output"); }
-  void write(std::span<const std::uint8_t> bytes) override {
-    if (isOpen_) unread.insert(unread.end(), bytes.begin(), bytes.end());
+  bool write(std::span<const std::uint8_t> bytes) override {
+    if (!isOpen_ || blocked) return false;
+    unread.insert(unread.end(), bytes.begin(), bytes.end());
+    return true;
   }
+  std::size_t takeDamaged() override { return std::exchange(damaged, 0); }
   Bytes readAll() override { return std::exchange(received, {}); }
 
  private:
@@ -100,9 +105,19 @@ class DebuggerBench : public Desk {
   Lines wire;  ///< what the far end received, one wait a line
 
   ScriptedPort serial{journal};
-  DebuggerPort port{access(), prompt, serial};
   ConsoleLog log{clock};
+  DebuggerPort port{access(), prompt, serial, log};
   DebuggerExchange exchange{access(), prompt, port, log};
+
+  /// What stands in the console.
+  Lines console() const {
+    Lines shown;
+    for (const ConsoleLine& line : log.lines())
+      shown.push_back(line.bytes.empty() ? line.text
+                                         : (line.kind == ConsoleLineKind::sent ? "> " : "< ") +
+                                               hexText(line.bytes));
+    return shown;
+  }
 
  private:
   void answer() {

@@ -68,6 +68,7 @@ TEST_F(DebuggerExchangeTest, EveryEntrySendsItsBytesOnceWhenTheAnswerIsGood) {
       const std::string framed = set == e02 ? 'U' + word + "2345678S" : '\x01' + word + '\r';
       const std::string bytes = special.contains(word) ? special.at(word) : framed;
       EXPECT_EQ(wire, Lines{hexText(bytesOf(bytes))});
+      EXPECT_EQ(hexText(session.outputFrame.bytes()), wire.front());
       EXPECT_EQ(fresh.replyFormat(), set == e02 || !changesFormat.contains(word));
       EXPECT_EQ(panelsFor(set, entry), (CommandPanels{reads.contains(word) || writes.contains(word),
                                                       writes.contains(word)}));
@@ -118,6 +119,27 @@ TEST_F(DebuggerExchangeTest, RepeatsWhatIsAnsweredBadlyAndNoOftenerThanItsSetHas
     if (text.empty()) expected.push_back("message No Return Data ??? [Result -----]");
     EXPECT_EQ(journal, expected);
     EXPECT_EQ(reply ? reply->text : "", text);
+  }
+}
+
+TEST_F(DebuggerExchangeTest, TheLastE02AttemptIsWhatStandsInTheSharedOutputFrame) {
+  clock.after(std::chrono::milliseconds(450), [&] { session.outputFrame = commandFrame("Z"); });
+  answers = {{}, bytesOf("abc"), bytesOf("UIa")};
+  send(e02, {"i==ID[d]"});
+  const std::string packet = "55 69 32 33 34 35 36 37 38 53";
+  EXPECT_EQ(wire, (Lines{packet, packet, "01 5A 0D"}));
+}
+
+TEST_F(DebuggerExchangeTest, SaysThatACommandDidNotGoOut) {
+  for (const bool again : {false, true}) {
+    SCOPED_TRACE(again ? "the second attempt" : "the first attempt");
+    journal.clear();
+    log.clear();
+    serial.blocked = !again;
+    clock.after(std::chrono::milliseconds(50), [&] { serial.blocked = true; });
+    EXPECT_FALSE(send(m01, {"UT=Unit Type[w]"}));
+    EXPECT_THAT(journal.back(), testing::StartsWith("message The command was not sent: the line"));
+    EXPECT_EQ(console(), Lines(again ? 1 : 0, "> 01 55 54 0D"));
   }
 }
 

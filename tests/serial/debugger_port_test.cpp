@@ -1,34 +1,64 @@
 #include "serial/debugger_port.h"
 
+#include <functional>
+#include <tuple>
+
 #include "tests/serial/debugger_bench.h"
+#include "tests/support/temporary_folder.h"
 
 namespace touch::test {
 namespace {
 
 using DebuggerPortTest = DebuggerBench;
 
-TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnce) {
-  const Lines taken = {"OpenController RS232 DEVICE 1", "CloseCOMPort", "settings 9600,n,8,1"};
-  serial.pluggedIn = {};
-  EXPECT_EQ(port.take(), "there is no such device");
-  EXPECT_EQ(journal, (taken + Lines{"ReopenCOMPort", "CloseController"}));
-  journal.clear();
-  serial.pluggedIn = {1};
-  EXPECT_EQ(port.take(), std::nullopt);
-  EXPECT_EQ(journal, taken + Lines{"open 1"});
-  EXPECT_FALSE(script.openHandles.empty()) << "the driver takes its port back by the same handle";
-  journal.clear();
-  port.giveBack();
-  port.giveBack();
-  EXPECT_EQ(journal, (Lines{"close", "ReopenCOMPort", "CloseController"}));
-  {
-    DebuggerPort other(access(), prompt, serial);
-    EXPECT_EQ(other.take(), std::nullopt) << "it can be taken again";
-    serial.close();
+TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnceWhateverBecameOfIt) {
+  const Lines letGo = {"OpenController RS232 DEVICE 1", "CloseCOMPort"};
+  const Lines end = {"ReopenCOMPort", "CloseController"};
+  const Lines set = {"settings 9600,n,8,1"};
+  const std::tuple<const char*, std::function<void()>, Lines> cases[] = {
+      {"open", [] {}, set + Lines{"open 1", "close"}},
+      {"refused", [&] { serial.pluggedIn = {}; }, set},
+      {"refused, then there",
+       [&] {
+         serial.pluggedIn = {};
+         port.take();
+         serial.pluggedIn = {1};
+       },
+       set + set + Lines{"open 1", "close"}},
+      {"closed before", [&] { clock.after(std::chrono::seconds(1), [&] { serial.close(); }); },
+       set + Lines{"open 1", "delay 2000", "close"}},
+  };
+  for (const auto& [what, arrange, between] : cases) {
+    SCOPED_TRACE(what);
+    serial.pluggedIn = {1};
     journal.clear();
+    arrange();
+    EXPECT_EQ(port.take(),
+              serial.pluggedIn.empty() ? std::optional("there is no such device") : std::nullopt);
+    EXPECT_FALSE(script.openHandles.empty()) << "the driver takes its port back by the same handle";
+    if (what == std::string("closed before")) clock.delay(std::chrono::seconds(2));
+    port.giveBack();
+    port.giveBack();
+    EXPECT_EQ(journal, letGo + between + end);
   }
-  EXPECT_EQ(journal, (Lines{"ReopenCOMPort", "CloseController"}))
-      << "when its owner goes, and even when closed before";
+}
+
+TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
+  serial.pluggedIn = {};
+  script.results["CloseCOMPort"] = 0;
+  const std::string kept = "The driver has not let go of the port of RS232 DEVICE 1.";
+  EXPECT_EQ(port.take(), kept + " there is no such device");
+  EXPECT_EQ(port.driverText(), kept);
+  script.results["CloseCOMPort"] = 1;
+  port.take();
+  port.take();
+  EXPECT_EQ(port.driverText(), "The driver has let go of its port.");
+  EXPECT_EQ(std::ranges::count(journal, "CloseCOMPort"), 2);
+
+  port.giveBack();
+  session.controllerName.clear();
+  script.results["CloseCOMPort"] = 0;
+  EXPECT_EQ(port.take(), "there is no such device") << "without a controller nobody has a port";
 }
 
 TEST_F(DebuggerPortTest, SelectcomOpensWhateverIsThereUpToCom16) {
@@ -58,37 +88,69 @@ TEST_F(DebuggerPortTest, ComporttestFindsAControllerOnCom1OrCom2Only) {
     EXPECT_EQ(port.comporttest(), found);
     EXPECT_EQ(port.foundPort(), found);
     EXPECT_EQ(serial.isOpen(), found.has_value());
-    EXPECT_EQ(port.isTaken(), found.has_value());
     EXPECT_EQ(journal.back() == "message Device Can't found!!", !found);
     port.giveBack();
+    EXPECT_EQ(std::ranges::count(journal, "ReopenCOMPort"), 1);
   }
 }
 
-TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwice) {
-  serial.pluggedIn = {1, 2};
+TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwiceAndShowsWhatPassed) {
+  serial.pluggedIn = {2};
   port.take();
   journal.clear();
+  answers = {{}, {}, {}, bytesOf("x")};
+  serial.pluggedIn = {1, 2};
   EXPECT_EQ(port.comporttest(), std::nullopt);
   const Lines asked = {"clear output", "clear input", "delay 30", "01 5A 0D", "clear output",
                        "clear input",  "delay 100",   "01 5A 0D", "close"};
-  const Lines end = {"ReopenCOMPort", "CloseController", "message Device Can't found!!"};
-  EXPECT_EQ(journal, Lines{"settings 9600,n,8,1"} + asked + Lines{"open 2"} + asked + end);
+  EXPECT_EQ(journal, Lines{"settings 9600,n,8,1"} + Lines{"open 1"} + asked + Lines{"open 2"} +
+                         asked + Lines{"message Device Can't found!!"});
+  const Lines sent = {"> 01 5A 0D", "> 01 5A 0D"};
+  EXPECT_EQ(console(),
+            Lines{"Asking on COM1 …"} + sent + Lines{"Asking on COM2 …"} + sent + Lines{"< 78"});
 }
 
 TEST_F(DebuggerPortTest, ConvertsAControllerAtTwoStopBitsAndReturnsToOne) {
   port.take();
-  answers = {bytesOf("anything")};
+  answers = {bytesOf("any")};
   journal.clear();
   EXPECT_TRUE(port.N72toN81());
   EXPECT_EQ(journal, (Lines{"settings 9600,n,7,2", "clear output", "clear input", "delay 100",
                             "01 50 4E 38 31 0D", "settings 9600,n,8,1"}));
   EXPECT_EQ(serial.inBufferCount(), 0u) << "the answer is thrown away";
-  serial.impossible = "9600,n,7,2";
+  EXPECT_EQ(console(), (Lines{"9600,n,7,2", "> 01 50 4E 38 31 0D", "9600,n,8,1", "< 61 6E 79"}));
   wire.clear();
-  EXPECT_FALSE(port.N72toN81());
-  EXPECT_EQ(journal.back(), "message 9600,n,7,2 is refused");
+  for (const bool blocked : {false, true}) {
+    serial.impossible = blocked ? "" : "9600,n,7,2";
+    serial.blocked = blocked;
+    log.clear();
+    EXPECT_FALSE(port.N72toN81());
+    EXPECT_THAT(journal.back(), testing::StartsWith(blocked ? "message The command was not sent: "
+                                                            : "message 9600,n,7,2 is refused"));
+    EXPECT_THAT(console(), testing::Not(testing::Contains(testing::StartsWith(">"))));
+  }
   EXPECT_EQ(wire, Lines{}) << "nothing is sent at other settings";
   EXPECT_TRUE(serial.isOpen());
+}
+
+TEST_F(DebuggerPortTest, RecordsNoWriteThatDidNotGoOutAndCountsDamagedBytes) {
+  const TemporaryFolder folder;
+  RecordedPort recorded(serial, clock);
+  recorded.open();
+  recorded.startRecording(folder.path() / "taken.txt");
+  for (const bool blocked : {true, false}) {
+    serial.blocked = blocked;
+    EXPECT_EQ(recorded.write(bytesOf("Z")), !blocked);
+  }
+  recorded.stopRecording();
+  EXPECT_EQ(folder.read("taken.txt"), "touch recording 1\n0.000000 > 5A\n");
+
+  serial.damaged = 2;
+  port.noteDamage();
+  port.noteDamage();
+  EXPECT_EQ(port.damaged(), 2u);
+  EXPECT_EQ(console(), Lines{"Of the bytes that came, 2 were damaged on the line (parity, stop bit "
+                             "or break)."});
 }
 
 }  // namespace
