@@ -2,6 +2,8 @@
 # shellcheck shell=bash
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
+# The first process of a namespace is not interrupted unless it says so.
+trap 'exit 130' INT TERM
 failed=0
 
 mount --make-rprivate /

@@ -10,10 +10,13 @@ namespace touch {
 
 void showMonitorNumbers() {
   constexpr std::chrono::seconds shown{3};
+  // Under Wayland no program places its windows; it can only fill a screen.
+  const bool fills = QGuiApplication::platformName().startsWith("wayland");
   int number = 0;
   for (const QScreen* const screen : QGuiApplication::screens()) {
     auto* const label =
-        new QLabel(QString::number(++number), nullptr, Qt::ToolTip | Qt::WindowTransparentForInput);
+        new QLabel(QString::number(++number), nullptr,
+                   (fills ? Qt::Window : Qt::ToolTip) | Qt::WindowTransparentForInput);
     label->setAttribute(Qt::WA_DeleteOnClose);
     label->setObjectName("monitorNumber");
     label->setAlignment(Qt::AlignCenter);
@@ -24,7 +27,7 @@ void showMonitorNumbers() {
     label->setFont(font);
     label->resize(side, side);
     label->move(screen->geometry().center() - label->rect().center());
-    label->show();
+    fills ? label->showFullScreen() : label->show();
     QTimer::singleShot(shown, label, &QWidget::close);
   }
 }

@@ -1,0 +1,53 @@
+#include "linetest/frmDraw.h"
+#include "serial/frmRsDraw.h"
+#include "tests/windows/window_desk.h"
+#include "ui/monitor_number.h"
+
+namespace touch::test {
+namespace {
+
+using FullScreen = MainWindowDesk;
+
+/// Also run under Wayland, where no program places its windows.
+TEST_F(FullScreen, WindowsFillTheScreenThatTheyAreOpenedFor) {
+  const auto screens = QGuiApplication::screens();
+  if (qEnvironmentVariableIsSet("SCREENS")) {
+    ASSERT_EQ(screens.size(), qEnvironmentVariableIntValue("SCREENS"));
+  }
+  const auto expectFilled = [](QWidget& window, const QScreen& screen) {
+    SCOPED_TRACE((window.objectName() + " on " + screen.name()).toStdString());
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == screen.size(); }))
+        << window.width() << " x " << window.height();
+    EXPECT_EQ(window.windowHandle()->screen(), &screen);
+  };
+  for (const QScreen* const screen : screens) {
+    frmDraw drawing({clock, prompt, session.messages, switches, files, folder.path()}, {},
+                    session.controllerName, *screen, {}, [] {});
+    drawing.open();
+    expectFilled(drawing, *screen);
+    frmRsDraw raw(
+        {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, {}},
+        ReceivingPort{port, {}, {}}, *screen, [] {});
+    raw.open();
+    expectFilled(raw, *screen);
+  }
+}
+
+TEST_F(FullScreen, NumbersAreOnTheirMonitors) {
+  showMonitorNumbers();
+  const auto screens = QGuiApplication::screens();
+  qsizetype shown = 0;
+  for (QWidget* const top : QApplication::topLevelWidgets()) {
+    const auto* const label = qobject_cast<QLabel*>(top);
+    if (label == nullptr || label->objectName() != "monitorNumber") continue;
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(top));
+    EXPECT_EQ(top->windowHandle()->screen(), screens.value(label->text().toInt() - 1));
+    ++shown;
+    delete top;
+  }
+  EXPECT_EQ(shown, screens.size());
+}
+
+}  // namespace
+}  // namespace touch::test
