@@ -370,14 +370,17 @@ void frmDraw::setCaption(std::string_view caption) {
   const GuideLines guides(canvasWidget_->sizeInTwips());
   const QSize field = QSize(pixels(guides.V(1) - guides.V(0)), pixels(guides.H(1) - guides.H(0))) -
                       QSize(2 * gap, 2 * gap);
-  const QString text = shownText(caption);
+  constexpr int mostLines = 3;
+  // The name of the line stays in one.
+  const QString text = shownText(caption).replace(" #", "\u00A0#");
   QFont letters = font();
   letters.setBold(true);
   for (int size = largestLetters; size >= smallestLetters; --size) {
     letters.setPixelSize(size);
     const QRect needed =
         QFontMetrics(letters).boundingRect(QRect({}, field), Qt::TextWordWrap, text);
-    if (needed.width() <= field.width() && needed.height() <= field.height()) break;
+    const int most = std::min(field.height(), mostLines * QFontMetrics(letters).lineSpacing());
+    if (needed.width() <= field.width() && needed.height() <= most) break;
   }
   caption_->setFont(letters);
   caption_->setText(text);

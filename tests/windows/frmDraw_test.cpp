@@ -54,7 +54,7 @@ TEST_F(DrawWindow, DrawsTheToleranceAndMeasuresAStrokeAlongALine) {
   press(Qt::Key_F);
   EXPECT_EQ(colourAt({25, 60}), black) << "the line to follow";
   EXPECT_EQ(colourAt({20, 60}), white) << "is seen from afar";
-  EXPECT_EQ(text("nextLine"), "Vertical #1, from edge to edge");
+  EXPECT_EQ(text("nextLine"), "Vertical\u00A0#1, from edge to edge");
   draw(canvas, {{25, 2}, {25, 240}, {50, 300}, {50, 470}});
   EXPECT_EQ(colourAt({24, 350}), gridGrey) << "is done";
   EXPECT_EQ(colourAt({212, 60}), black);
