@@ -170,7 +170,8 @@ class EveryWindow : public DrawingDesk {
   Visitor visit_;
   std::set<std::string> faults_;
   Trace trace_;
-  AsioSerialPort port_{ComPorts()};
+  PseudoTerminal terminal_;
+  AsioSerialPort port_{onlyCom1(terminal_)};
 };
 
 }  // namespace touch::test

@@ -8,10 +8,22 @@
 #include "core/simulation.h"
 #include "linetest/test_parts.h"
 #include "serial/asio_serial_port.h"
+#include "tests/serial/pseudo_terminal.h"
 #include "tests/support/desk.h"
 #include "tests/support/temporary_folder.h"
 
 namespace touch::test {
+
+/// The ports of a machine that has one, with `terminal` behind it.
+inline ComPorts onlyCom1(const PseudoTerminal& terminal) {
+  ComPorts ports;
+  for (int number = 1; number <= 16; ++number) {
+    ports.assignUnlessGiven(number, [number, &terminal]() -> std::string {
+      return number == 1 && terminal.isPluggedIn() ? terminal.path() : "/dev/there-is-none";
+    });
+  }
+  return ports;
+}
 
 /// Qt's events first, then everything that is due in `time`; window by window as a user would meet them.
 class WindowDesk : public Desk {
@@ -143,7 +155,8 @@ class MainWindowDesk : public WindowDesk {
   std::string status() { return text("statusLine"); }
 
   Trace trace;
-  AsioSerialPort port{ComPorts()};
+  PseudoTerminal terminal;
+  AsioSerialPort port{onlyCom1(terminal)};
   std::unique_ptr<frmMain> window;
   Lines startUp;
 };
