@@ -10,6 +10,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,9 @@ constexpr int exitFailed = 1;
 constexpr auto fingerStep = 10ms;
 constexpr int stepsInStroke = 100;
 constexpr auto betweenStrokes = 500ms;
+
+constexpr std::size_t mostInOneGo = 512;
+constexpr auto lineIsFull = 100ms;
 
 /// What makes the controller report touches in each form.
 struct ReportCommand {
@@ -153,13 +157,28 @@ bool draw(Bench& bench, Pause& pause, const std::vector<Stroke>& strokes) {
   return true;
 }
 
+/// Sends `bytes`, however many, as the line takes them. Returns false when the user wants the program to end.
+bool say(Bench& bench, Pause& pause, std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const auto piece = bytes.first(std::min(bytes.size(), mostInOneGo));
+    bool taken = false;
+    bench.with([&](auto& controller, TimePoint now) { taken = controller.say(piece, now); });
+    if (taken) {
+      bytes = bytes.subspan(piece.size());
+    } else if (!pause.of(lineIsFull)) {
+      return false;
+    }
+  }
+  return true;
+}
+
 /// Returns false when the user wants the program to end.
 bool play(Bench& bench, Pause& pause, const std::vector<touch::Transfer>& recording) {
   const auto start = std::chrono::steady_clock::now();
   for (const touch::Transfer& transfer : recording) {
     if (transfer.direction != touch::Direction::fromController) continue;
     if (!pause.until(start + transfer.time)) return false;
-    bench.with([&](auto& controller, TimePoint now) { controller.say(transfer.bytes, now); });
+    if (!say(bench, pause, transfer.bytes)) return false;
   }
   return pause.of(betweenStrokes);
 }

@@ -158,8 +158,8 @@ std::optional<std::string> AsioSerialPort::open() {
   lost_.reset();
   const std::string device = ports_.device(number_);
   if (device.empty()) {
-    return ports_.describe(number_) +
-           " cannot be opened: " + serial_device::explainNoSimulatedPort(number_);
+    return filled(say("serial", "%1 cannot be opened: %2"),
+                  {ports_.describe(number_), serial_device::explainNoSimulatedPort(number_)});
   }
   try {
     auto line = std::make_unique<Line>();

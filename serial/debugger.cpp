@@ -42,13 +42,16 @@ void Debugger::tell(std::string text) {
   status_ = std::move(text);
 }
 
-void Debugger::takePort() {
-  if (isBusy()) return;
-  // The box is part of it: nobody gives the port back meanwhile.
-  const DebuggerPort::Use use(port_);
-  const auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
+std::optional<std::string> Debugger::takePort() {
+  if (isBusy()) return std::nullopt;
+  auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
   tell(refused ? *refused : port_.driverText() + ' ' + portText());
-  if (refused) prompt_.message(*refused);
+  return refused;
+}
+
+void Debugger::tellUser(const std::string& text) {
+  const DebuggerPort::Use use(port_);
+  prompt_.message(text);
 }
 
 void Debugger::searchPort() {
@@ -124,13 +127,12 @@ void Debugger::stopReplay() {
   tell(say("serial", "The replay has ended."));
 }
 
-void Debugger::tellNothingToDraw() {
-  if (portIsOpen() || isReplaying()) return;
-  const DebuggerPort::Use use(port_);
-  prompt_.message(filled(say("serial",
-                             "COM%1 is closed: no touches will be drawn. To mend that, leave the "
-                             "drawing and press \"Take the port\", or replay a recording."),
-                         {std::to_string(port_.selected())}));
+std::optional<std::string> Debugger::whyNothingToDraw() const {
+  if (portIsOpen() || isReplaying()) return std::nullopt;
+  return filled(say("serial",
+                    "COM%1 is closed: no touches will be drawn. To mend that, leave the drawing "
+                    "and press \"Take the port\", or replay a recording."),
+                {std::to_string(port_.selected())});
 }
 
 ReceivingPort Debugger::beginDrawing() {

@@ -23,8 +23,10 @@ class Debugger {
   Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
            std::vector<ReportFormat> formats);
 
-  /// Takes the port from the driver: COM1, or where a controller was found.
-  void takePort();
+  /// Takes the port from the driver: COM1, or where a controller was found. Returns why there is none, for a box.
+  std::optional<std::string> takePort();
+  /// A box. Nobody gives the port back while it is up.
+  void tellUser(const std::string& text);
   /// Looks for a controller on COM1 and COM2.
   void searchPort();
   /// Ends what is going on and gives the port back to the driver.
@@ -56,8 +58,8 @@ class Debugger {
   void startReplay(const std::filesystem::path& file);
   void stopReplay();
 
-  /// Tells who opens the raw drawing where nothing can come in why that is so.
-  void tellNothingToDraw();
+  /// What to tell who opens the raw drawing where nothing can come in.
+  std::optional<std::string> whyNothingToDraw() const;
   /// The raw drawing has the port, or the replay from its beginning, until `endDrawing`.
   ReceivingPort beginDrawing();
   void endDrawing();

@@ -204,7 +204,7 @@ QWidget* frmRSDebug::makeHead() {
   portState_->setObjectName("lblPort");
   portState_->setWordWrap(true);
   takePort_ = makeButton("cmdTakePort", tr("Ta&ke the port"),
-                         [this] { whileBusy([this] { debugger_.takePort(); }); });
+                         [this] { whileBusy([this] { takePort(); }); });
   auto* const search = makeButton("cmdSearchPort", tr("Search COM&1 and 2"),
                                   [this] { whileBusy([this] { debugger_.searchPort(); }); });
   auto* const head = new QWidget;
@@ -376,8 +376,16 @@ void frmRSDebug::open() {
   raise();
   activateWindow();
   commands_->focusEntries();
-  debugger_.takePort();
+  takePort();
   renew();
+}
+
+void frmRSDebug::takePort() {
+  const auto refused = debugger_.takePort();
+  if (!refused) return;
+  // What stands behind the box says it as well.
+  renew();
+  debugger_.tellUser(*refused);
 }
 
 void frmRSDebug::comeToFront() {
@@ -418,7 +426,7 @@ void frmRSDebug::send() {
 void frmRSDebug::draw() {
   if (debugger_.isBusy()) return;
   stopAwaiting();
-  debugger_.tellNothingToDraw();
+  if (const auto why = debugger_.whyNothingToDraw()) debugger_.tellUser(*why);
   if (putOff_) return renew();
   drawing_ = new frmRsDraw(
       {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
@@ -473,11 +481,12 @@ void frmRSDebug::awaitNews() {
   stopAwaiting();
   if (ended_) return;
   if (putOff_ || debugger_.isActive()) return timer_->start(renewal);
-  // The drawing reads the line itself.
-  if (debugger_.isDrawing() || !debugger_.portIsOpen()) return timer_->stop();
+  if (!debugger_.portIsOpen()) return timer_->stop();
   const auto descriptor = debugger_.descriptor();
-  // A line that brings bytes that nobody reads has something to say all the time.
-  if (!descriptor || debugger_.isFlooded()) return timer_->start(lookAtLine);
+  // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads has something to say
+  // all the time.
+  if (!descriptor || debugger_.isDrawing() || debugger_.isFlooded())
+    return timer_->start(lookAtLine);
   timer_->stop();
   lineNews_ = std::make_unique<QSocketNotifier>(*descriptor, QSocketNotifier::Read);
   connect(lineNews_.get(), &QSocketNotifier::activated, this, [this] { renew(); });

@@ -77,6 +77,7 @@ class frmRSDebug final : public QWidget {
 
   /// Runs something that waits: meanwhile no control can be used but those that end the window, which is put off.
   void whileBusy(const std::function<void()>& action);
+  void takePort();
   void send();
   void draw();
   void record();

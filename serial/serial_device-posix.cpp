@@ -160,14 +160,15 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
           say("serial", "it is not a serial port. Please say which device it is with %1."),
           {option});
     default:
-      return error.message() + '.';
+      return error.message() + ". " + say("serial", "Check the connection, then try again.");
   }
 }
 
 std::string explainNoSimulatedPort(int) {
-  return "the simulated controller has no serial port while its driver holds it, or when the "
-         "system has no "
-         "pseudo-terminal left.";
+  return say("serial",
+             "the simulated controller has no serial port while its driver holds it. Choose that "
+             "controller first. If it is chosen, the system has no pseudo-terminal left: mount "
+             "devpts on /dev/pts.");
 }
 
 }  // namespace touch::serial_device

@@ -94,14 +94,16 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
           say("serial", "it is not a serial port. Please say which device it is with %1."),
           {option});
     default:
-      return error.message() + '.';
+      return error.message() + ". " + say("serial", "Check the connection, then try again.");
   }
 }
 
 std::string explainNoSimulatedPort(int number) {
   const std::string assignment = "--com " + std::to_string(number) + "=COM3";
-  return "on Windows simulated controllers have no serial port. Say which real port to use, e.g. " +
-         assignment + '.';
+  return filled(say("serial",
+                    "on Windows simulated controllers have no serial port. Say which real port to "
+                    "use, e.g. %1."),
+                {assignment});
 }
 
 }  // namespace touch::serial_device

@@ -172,9 +172,9 @@ std::vector<std::uint8_t> SimulatedController::take(std::size_t limit, TimePoint
   return understood;
 }
 
-void SimulatedController::say(std::span<const std::uint8_t> bytes, TimePoint now) {
+bool SimulatedController::say(std::span<const std::uint8_t> bytes, TimePoint now) {
   reportUntil(now);
-  if (!faults_.has(Fault::noAnswer)) output_.send(bytes, now);
+  return faults_.has(Fault::noAnswer) || output_.send(bytes, now);
 }
 
 std::optional<TimePoint> SimulatedController::nextDue() const {

@@ -61,7 +61,7 @@ class SimulatedController {
   /// How the user of the line does; with another format each takes the other's bytes for garbage or for nothing.
   void setUserFormat(LineFormat format) { userFormat_ = format; }
   /// Sends bytes as they are: a recording's.
-  void say(std::span<const std::uint8_t> bytes, TimePoint now);
+  bool say(std::span<const std::uint8_t> bytes, TimePoint now);
 
   bool reportsTouches() const { return mode_ != Mode::inactive; }
   /// Touches are not reported any more, until a mode command comes.

@@ -461,6 +461,7 @@ void declareReadWord(const CommandLine& line, CLI::App& command) {
       ->required();
   onSerialPort(line, command, std::make_shared<SerialOptions>(),
                [address](const SerialWork& work) { return printWord(work, *address); });
+  refuseSetWithoutWords(command);
 }
 
 void declareWriteWord(const CommandLine& line, CLI::App& command) {
@@ -478,6 +479,7 @@ void declareWriteWord(const CommandLine& line, CLI::App& command) {
   onSerialPort(line, command, std::make_shared<SerialOptions>(), [both](const SerialWork& work) {
     return writeWord(work, both->first, both->second);
   });
+  refuseSetWithoutWords(command);
 }
 
 void addExchangeCommands(const Serial& serial) {

@@ -171,7 +171,7 @@ class EveryWindow : public DrawingDesk {
   std::set<std::string> faults_;
   Trace trace_;
   PseudoTerminal terminal_;
-  AsioSerialPort port_{terminal_.asPort(1)};
+  AsioSerialPort port_{onlyCom1(terminal_)};
 };
 
 }  // namespace touch::test

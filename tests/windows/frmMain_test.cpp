@@ -136,12 +136,22 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   EXPECT_EQ(status(), "The calibration was cancelled; nothing was stored.");
 }
 
-TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEnded) {
+TEST_F(MainWindowWithDebugger, StaysInUseButForWhatTheDebuggerHas) {
   openDebugger();
-  EXPECT_TRUE(window->isHidden());
-  EXPECT_FALSE(find<QTabWidget>("tabs")->isEnabled());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
+  window->activateWindow();
   QTest::keyClick(window.get(), Qt::Key_F5);
   EXPECT_EQ(journal, Lines{});
+  EXPECT_THAT(status(), testing::HasSubstr("has the port of RS232 DEVICE 1"));
+  QTest::keyClick(controllers(), Qt::Key_Down);
+  EXPECT_EQ(session.controllerName, "USB DEVICE 2");
+  QTest::keyClick(controllers(), Qt::Key_Up);
+  EXPECT_EQ(controllers()->currentRow(), 1) << "the choice is put back";
+  QWidget* const first = debugger();
+  QTest::keyClick(window.get(), Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(debugger(), first);
+  journal.clear();
 
   auto* const record = find<QPushButton>(*debugger(), "cmdRecord");
   find<QPushButton>(*debugger(), "Command1")->click();
@@ -158,18 +168,21 @@ TEST_F(MainWindowWithDebugger, DoesNothingWithTheControllerUntilTheDebuggerHasEn
   EXPECT_EQ(debugger(), nullptr);
   EXPECT_TRUE(window->isVisible());
   EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
-  journal.resize(2);
-  EXPECT_EQ(journal, (Lines{"ReopenCOMPort", "CloseController"}));
+  EXPECT_EQ(journal, (Lines{"ReopenCOMPort", "CloseController", "delay 1"}));
+  EXPECT_THAT(status(), testing::StartsWith("The driver has its port again."));
 }
 
 TEST_F(MainWindowWithDebugger, EndsInOrderFromTheDebugger) {
   for (const bool fromOutside : {false, true}) {
     openDebugger();
+    EXPECT_TRUE(port.isOpen());
     fromOutside ? void(window->close()) : find<QPushButton>(*debugger(), "Command2_1")->click();
+    EXPECT_FALSE(port.isOpen()) << "the debugger keeps the port";
     live(1ms);
     EXPECT_TRUE(window->isHidden());
     EXPECT_EQ(count("ReopenCOMPort"), 1);
-    EXPECT_GE(count("WriteBuffer PL"), 1) << "the parameters are locked";
+    EXPECT_EQ(count("WriteBuffer PL"), fromOutside ? 4 : 0)
+        << "the main window's ways out lock the parameters, the debugger's does not";
     window.reset();
   }
 }

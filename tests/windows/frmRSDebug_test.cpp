@@ -1,5 +1,6 @@
 #include "serial/frmRSDebug.h"
 
+#include "serial/frmConsolePanel.h"
 #include "tests/support/small_disk.h"
 #include "tests/windows/serial_desk.h"
 
@@ -73,6 +74,54 @@ TEST_F(DebuggerWindow, TakesThePortAndGivesItBackInEveryWay) {
     EXPECT_EQ(count("ReopenCOMPort"), 1);
     EXPECT_EQ(count("CloseController"), 1);
   }
+}
+
+TEST_F(DebuggerWindow, SaysWhyAPortCannotBeOpenedAndWhatThatMeans) {
+  terminal->unplug();
+  open();
+  const std::string refusal =
+      "COM1 (/dev/there-is-none) cannot be opened: there is no such device. ";
+  EXPECT_EQ(count("message " + refusal), 1);
+  EXPECT_THAT(text("statusLine"), StartsWith(refusal));
+  click("Command6");
+  EXPECT_EQ(count("message COM1 is closed: no touches will be drawn."), 1);
+  QTest::mouseClick(find<QPushButton>(*opened("frmRsDraw"), "cmdLeave"), Qt::LeftButton);
+  live(1ms);
+  plugIn();
+  click("cmdTakePort");
+  EXPECT_THAT(text("statusLine"), StartsWith("The driver has let go of its port. COM1 is open"));
+  EXPECT_EQ(count("CloseCOMPort"), 1);
+  EXPECT_EQ(count("message "), 2);
+}
+
+TEST_F(DebuggerWindow, LeftAloneWakesForNothing) {
+  open();
+  EXPECT_EQ(QApplication::focusWidget(), find<QComboBox>("Combo1"));
+  std::size_t wakes = 0;
+  clock.onAdvance = [&wakes](auto) { ++wakes; };
+  live(1h);
+  EXPECT_EQ(wakes, 1u) << "more than the end of the hour";
+  terminal->send(Bytes{0x41});
+  live(1h);
+  EXPECT_LE(wakes, 4u) << "bytes that nobody reads are looked at, and that was it";
+}
+
+TEST_F(DebuggerWindow, BeginsNoExchangeInsideAnotherAndKeepsWhatWasSaidMeanwhile) {
+  open();
+  choose("Option1", 12);
+  mainIsBusy = true;
+  click("Command2_0");
+  EXPECT_THAT(text("statusLine"), StartsWith("The main window is busy."));
+  EXPECT_EQ(count("delay"), 0);
+  mainIsBusy = false;
+  clock.after(50ms, [this] {
+    EXPECT_TRUE(window->isBusy());
+    find<frmConsolePanel>("consolePanel")->copy();
+  });
+  expected = 4;
+  answers = {replyOf("M0130100")};
+  click("Command2_0");
+  EXPECT_EQ(text("statusLine"), "Copied.");
 }
 
 TEST_F(DebuggerWindow, SendsAParameterAsItsBoxesHoldIt) {

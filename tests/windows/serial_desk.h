@@ -1,6 +1,8 @@
 #pragma once
 
 #include <deque>
+#include <optional>
+#include <utility>
 
 #include "serial/frmRSDebug.h"
 #include "tests/serial/pseudo_terminal.h"
@@ -23,7 +25,8 @@ class SerialDesk : public WindowDesk {
   void open() {
     window = std::make_unique<frmRSDebug>(
         access(), prompt, port,
-        DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480)},
+        DebuggerSurroundings{
+            folder.path(), {}, switches, {}, QSize(800, 480), [this] { return mainIsBusy; }},
         [this](DebuggerEnd end) { ended = end; });
     shown = window.get();
     window->open();
@@ -34,23 +37,19 @@ class SerialDesk : public WindowDesk {
     find<QComboBox>("Combo1")->setCurrentIndex(entry);
   }
 
-  std::unique_ptr<PseudoTerminal> terminal = std::make_unique<PseudoTerminal>();
-  AsioSerialPort port{ports()};
+  /// The device was unplugged, and another one is there in its place.
+  void plugIn() { terminal.emplace(); }
+
+  std::optional<PseudoTerminal> terminal{std::in_place};
+  AsioSerialPort port{onlyCom1(*terminal)};
   std::unique_ptr<frmRSDebug> window;
   std::optional<DebuggerEnd> ended;
+  bool mainIsBusy = false;
   std::size_t expected = 0;   ///< bytes that the next answer waits for
   std::deque<Bytes> answers;  ///< each to as many bytes
   Lines wire;                 ///< what the far end received
 
  private:
-  ComPorts ports() {
-    ComPorts ports;
-    ports.assignUnlessGiven(2, [] { return "/dev/there-is-none"; });
-    ports.assignUnlessGiven(1, [this]() -> std::string {
-      return terminal->isPluggedIn() ? terminal->path() : "/dev/there-is-none";
-    });
-    return ports;
-  }
   void answer() {
     if (answers.empty() || !terminal->isPluggedIn()) return;
     wire.push_back(hexText(terminal->receive(expected)));

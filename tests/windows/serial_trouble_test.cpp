@@ -80,7 +80,7 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
     SCOPED_TRACE(step);
     window.reset();
     journal.clear();
-    terminal = std::make_unique<PseudoTerminal>();
+    plugIn();
     open();
     reach();
     unplug();
@@ -88,12 +88,11 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
     EXPECT_EQ(count("message "), 1);
     EXPECT_EQ(count("message " + told), 1);
     EXPECT_FALSE(port.isOpen());
-    EXPECT_EQ(count("ReopenCOMPort"), count("CloseCOMPort"));
-    EXPECT_TRUE(script.openHandles.empty());
+    EXPECT_EQ(count("ReopenCOMPort"), 0) << "the driver gets it back when the debugger ends";
 
     if (drawing() != nullptr) leaveDrawing();
     EXPECT_TRUE(window->isVisible());
-    terminal = std::make_unique<PseudoTerminal>();
+    plugIn();
     if (isReplaying()) click("cmdReplay");
     click("cmdTakePort");
     EXPECT_TRUE(port.isOpen());
@@ -104,6 +103,10 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
     click("Command2_0");
     EXPECT_EQ(text("lblshow_0"), "M0301");
     EXPECT_EQ(count("message "), 1);
+    click("Command1");
+    EXPECT_EQ(count("CloseCOMPort"), 1);
+    EXPECT_EQ(count("ReopenCOMPort"), 1);
+    EXPECT_TRUE(script.openHandles.empty());
   }
 }
 

@@ -14,6 +14,17 @@
 
 namespace touch::test {
 
+/// The ports of a machine that has one, with `terminal` behind it.
+inline ComPorts onlyCom1(const PseudoTerminal& terminal) {
+  ComPorts ports;
+  for (int number = 1; number <= 16; ++number) {
+    ports.assignUnlessGiven(number, [number, &terminal]() -> std::string {
+      return number == 1 && terminal.isPluggedIn() ? terminal.path() : "/dev/there-is-none";
+    });
+  }
+  return ports;
+}
+
 /// Qt's events first, then everything that is due in `time`; window by window as a user would meet them.
 class WindowDesk : public Desk {
  protected:
@@ -145,7 +156,7 @@ class MainWindowDesk : public WindowDesk {
 
   Trace trace;
   PseudoTerminal terminal;
-  AsioSerialPort port{terminal.asPort(1)};
+  AsioSerialPort port{onlyCom1(terminal)};
   std::unique_ptr<frmMain> window;
   Lines startUp;
 };
