@@ -2,7 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <iostream>
+#include <sstream>
 #include <string_view>
+
+#include "core/text_encoding.h"
 
 namespace touch {
 
@@ -25,7 +29,13 @@ std::optional<int> parseCommandLine(CLI::App& app, const Manual& manual, const K
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? 0 : exitWrongUse;
+    // What is refused is quoted there.
+    std::ostringstream output;
+    std::ostringstream errors;
+    const int status = app.exit(error, output, errors);
+    std::cout << printableLines(output.str()) << std::flush;
+    std::cerr << printableLines(errors.str()) << std::flush;
+    return status == 0 ? 0 : exitWrongUse;
   }
   return std::nullopt;
 }

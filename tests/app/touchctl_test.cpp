@@ -112,7 +112,7 @@ TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},
       {"--work-dir @/none list", 2, "", "none"},
-      {"frobnicate", 2, "", "frobnicate"},
+      {"frobnicate\x1B[2J\x7F\u202E", 2, "", "frobnicate\\x1B[2J\\x7F\\u202E"},
       {"set rotation", 2, "", "VALUE is required"},
       {"get colour", 2, "", "there are up-sound, down-sound, "},
       {"set rotation 45", 2, "", "expected 0, 90, 180 or 270, found"},
