@@ -17,6 +17,7 @@
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "serial/recording.h"
+#include "core/text_encoding.h"
 #include "simulator/controllers.h"
 #include "simulator/pty_line.h"
 #include "simulator/strokes.h"
@@ -154,22 +155,27 @@ bool draw(Bench& bench, Pause& pause, const std::vector<Stroke>& strokes) {
 }
 
 /// Returns false when the user wants the program to end.
-bool play(Bench& bench, Pause& pause, const std::vector<touch::Transfer>& recording) {
+bool play(Bench& bench, Pause& pause, touch::TransferSource& recording) {
   const auto start = std::chrono::steady_clock::now();
-  for (const touch::Transfer& transfer : recording) {
-    if (transfer.direction != touch::Direction::fromController) continue;
-    if (!pause.until(start + transfer.time)) return false;
-    bench.with([&](auto& controller, TimePoint now) { controller.say(transfer.bytes, now); });
+  recording.rewind();
+  while (const auto transfer = recording.next()) {
+    if (transfer->direction != touch::Direction::fromController) continue;
+    if (!pause.until(start + transfer->time)) return false;
+    bench.with([&](auto& controller, TimePoint now) { controller.say(transfer->bytes, now); });
+  }
+  if (const auto failed = recording.error()) {
+    std::fprintf(stderr, "touchsim: %s\n", touch::printable(failed->describe()).c_str());
+    return false;
   }
   return pause.of(betweenStrokes);
 }
 
 int run(const Options& options) {
-  std::vector<touch::Transfer> recording;
+  std::unique_ptr<touch::TransferSource> recording;
   if (options.recording) {
-    auto read = touch::readRecording(*options.recording);
+    auto read = touch::RecordingFile::open(*options.recording);
     if (!read) {
-      std::fprintf(stderr, "touchsim: %s\n", read.error().describe().c_str());
+      std::fprintf(stderr, "touchsim: %s\n", touch::printable(read.error().describe()).c_str());
       return exitFailed;
     }
     recording = std::move(*read);
@@ -192,8 +198,9 @@ int run(const Options& options) {
                        : options.strokes == "circles" ? circles(stepsInStroke)
                                                       : std::vector<Stroke>();
   bool goesOn = true;
-  while (goesOn && (!strokes.empty() || !recording.empty())) {
-    goesOn = draw(*bench, pause, strokes) && play(*bench, pause, recording) && !options.once;
+  while (goesOn && (!strokes.empty() || recording)) {
+    goesOn = draw(*bench, pause, strokes) && (!recording || play(*bench, pause, *recording)) &&
+             !options.once;
   }
   pause.untilInterrupted();
   return 0;
