@@ -13,11 +13,12 @@
 #include <string>
 #include <vector>
 
+#include "app/guarded_run.h"
 #include "app/options.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
-#include "serial/recording.h"
 #include "core/text_encoding.h"
+#include "serial/recording.h"
 #include "simulator/controllers.h"
 #include "simulator/pty_line.h"
 #include "simulator/strokes.h"
@@ -246,10 +247,7 @@ void addOptions(CLI::App& app, Options& options) {
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-}  // namespace
-
-// What is thrown up to here nobody can mend, and it ends the program.
-int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
+int runProgram(int argc, char** argv) {
   const touch::SystemText text(argc, argv);
   CLI::App arguments(
       "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "
@@ -261,4 +259,10 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
   if (const auto status = touch::parseCommandLine(arguments, touch::touchsimManual, {}, argc, argv))
     return *status;
   return run(options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return touch::guardedRun("touchsim", [&] { return runProgram(argc, argv); });
 }
