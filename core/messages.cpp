@@ -14,8 +14,8 @@ namespace touch {
 namespace {
 
 constexpr std::size_t fileTexts = 100;
-// A line of a message file is a sentence or two; a longer one is not a message file.
-constexpr std::size_t longestLine = 4096;
+// In bytes. What has no line end for longer than this is no message file, and is not to fill the memory.
+constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
 constexpr std::array<std::string_view, 51> builtInTexts = {
     "No device was found",
@@ -110,7 +110,7 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
     }
     if (read == LineRead::tooLong) {
       return failure(lines.size() + 1,
-                     filled(say("core", "at most %1 characters"), {std::to_string(longestLine)}),
+                     filled(say("core", "at most %1 bytes"), {std::to_string(longestLine)}),
                      say("core", "more"));
     }
     if (lines.empty()) line = std::string(withoutByteOrderMark(line));
@@ -128,12 +128,16 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
 
 Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder) {
   const auto path = folder / "errmsg.txt";
-  std::error_code ignored;
-  const auto there = std::filesystem::symlink_status(path, ignored);
+  std::error_code failed;
+  const auto there = std::filesystem::symlink_status(path, failed);
   if (there.type() == std::filesystem::file_type::not_found) return MessageTable();
+  if (there.type() == std::filesystem::file_type::none) {
+    return FileError{folder.string(), 0, say("core", "a working folder that can be read"),
+                     failed.message()};
+  }
 
   std::ifstream file;
-  if (std::filesystem::is_regular_file(path, ignored)) file.open(path, std::ios::binary);
+  if (std::filesystem::is_regular_file(path, failed)) file.open(path, std::ios::binary);
   if (!file.is_open()) {
     return FileError{path.string(), 0, say("core", "a file that can be read"),
                      say("core", "none that can be opened")};

@@ -1,5 +1,6 @@
 #include "core/messages.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "core/text_encoding.h"
@@ -26,6 +27,8 @@ class Messages : public testing::Test {
 
 TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
   EXPECT_EQ(loadMessages(folder.path())->at(50), "Width") << "built in, without a file";
+  const std::string longest(1U << 20U, 'x');
+  EXPECT_EQ(load(longest + '\n' + numberedLines(99, "\n"))->at(0), longest);
   const auto table = load("\r\n  second \r\n" + numberedLines(118, "\r\n"));
   ASSERT_TRUE(table);
   EXPECT_EQ(table->at(0), "");
@@ -46,7 +49,8 @@ TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
 TEST_F(Messages, OfADamagedFileAreRefused) {
   const std::pair<std::string, std::string> cases[] = {
       {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
-      {"ok\n" + std::string(100000, 'x'), ", line 2: expected at most 4096 characters, found more"},
+      {"ok\n" + std::string((1U << 20U) + 1, 'x'),
+       ", line 2: expected at most 1048576 bytes, found more"},
   };
   const auto file = folder.path() / "errmsg.txt";
   for (const auto& [content, complaint] : cases) {
@@ -57,6 +61,12 @@ TEST_F(Messages, OfADamagedFileAreRefused) {
   std::filesystem::remove(file);
   std::filesystem::create_symlink("nowhere", file);
   EXPECT_FALSE(loadMessages(folder.path())) << "a link that leads nowhere";
+
+  const auto loop = folder.path() / "loop";
+  std::filesystem::create_directory_symlink("loop", loop);
+  EXPECT_THAT(
+      loadMessages(loop).error().describe(),
+      testing::StartsWith(loop.string() + ": expected a working folder that can be read, "));
 }
 
 TEST(TextEncoding, KnowsValidUtf8) {
