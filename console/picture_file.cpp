@@ -181,17 +181,22 @@ constexpr std::array pictureKinds = {
     PictureKind{"\x00\x00\x01\x00"sv, "ico", icoExtent},
 };
 
-/// What was expected of a picture that has too much of something.
-std::optional<std::string> beyond(const PictureExtent& extent, const PictureLimits& limits) {
+/// What was expected and what was found of a picture that has too much of something.
+std::optional<std::pair<std::string, std::uint64_t>> beyond(const PictureExtent& extent,
+                                                            const PictureLimits& limits) {
   if (extent.entries > limits.entries) {
-    return filled(say("console", "at most %1 pictures in an icon"),
-                  {std::to_string(limits.entries)});
+    return std::pair{
+        filled(say("console", "at most %1 pictures in an icon"), {std::to_string(limits.entries)}),
+        extent.entries};
   }
-  if (extent.pixels > limits.pixels)
-    return filled(say("console", "at most %1 pixels"), {std::to_string(limits.pixels)});
+  if (extent.pixels > limits.pixels) {
+    return std::pair{filled(say("console", "at most %1 pixels"), {std::to_string(limits.pixels)}),
+                     extent.pixels};
+  }
   if (extent.pixels * extent.scans > limits.scanned) {
-    return filled(say("console", "at most %1 scans of as many pixels"),
-                  {std::to_string(limits.scanned / extent.pixels)});
+    return std::pair{filled(say("console", "at most %1 scans of as many pixels"),
+                            {std::to_string(limits.scanned / extent.pixels)}),
+                     extent.scans};
   }
   return std::nullopt;
 }
@@ -211,8 +216,8 @@ Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
     return refuse(say("console", "a picture"), foundText(content->substr(0, 4)));
   PictureBytes bytes(*content);
   const PictureExtent extent = kind->extent(bytes);
-  if (auto expected = beyond(extent, limits))
-    return refuse(std::move(*expected), say("console", "more"));
+  if (const auto excess = beyond(extent, limits))
+    return refuse(excess->first, std::to_string(excess->second));
   if (bytes.isCutOff() || extent.pixels == 0)
     return refuse(say("console", "a whole picture"), say("console", "one that is cut off"));
   return PictureFile{std::move(*content), kind->format};
