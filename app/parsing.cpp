@@ -2,10 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <cstdio>
+#include <iostream>
 #include <sstream>
 #include <string_view>
 
 #include "app/declarations.h"
+#include "core/text_encoding.h"
 
 namespace touch {
 
@@ -28,10 +30,12 @@ std::optional<int> parseCommandLine(CLI::App& app, const Manual& manual, const K
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    std::ostringstream output, errors;
+    // What is refused is quoted there.
+    std::ostringstream output;
+    std::ostringstream errors;
     const int status = app.exit(error, output, errors);
-    std::fputs(asShown(output.str()).c_str(), stdout);
-    std::fputs(asShown(errors.str()).c_str(), stderr);
+    std::cout << printableLines(asShown(output.str())) << std::flush;
+    std::cerr << printableLines(asShown(errors.str())) << std::flush;
     return status == 0 ? 0 : exitWrongUse;
   }
   return std::nullopt;

@@ -14,9 +14,11 @@
 #include <string>
 #include <vector>
 
+#include "app/guarded_run.h"
 #include "app/options.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
+#include "core/text_encoding.h"
 #include "serial/recording.h"
 #include "simulator/controllers.h"
 #include "simulator/pty_line.h"
@@ -173,22 +175,27 @@ bool say(Bench& bench, Pause& pause, std::span<const std::uint8_t> bytes) {
 }
 
 /// Returns false when the user wants the program to end.
-bool play(Bench& bench, Pause& pause, const std::vector<touch::Transfer>& recording) {
+bool play(Bench& bench, Pause& pause, touch::TransferSource& recording) {
   const auto start = std::chrono::steady_clock::now();
-  for (const touch::Transfer& transfer : recording) {
-    if (transfer.direction != touch::Direction::fromController) continue;
-    if (!pause.until(start + transfer.time)) return false;
-    if (!say(bench, pause, transfer.bytes)) return false;
+  recording.rewind();
+  while (const auto transfer = recording.next()) {
+    if (transfer->direction != touch::Direction::fromController) continue;
+    if (!pause.until(start + transfer->time)) return false;
+    if (!say(bench, pause, transfer->bytes)) return false;
+  }
+  if (const auto failed = recording.error()) {
+    std::fprintf(stderr, "touchsim: %s\n", touch::printable(failed->describe()).c_str());
+    return false;
   }
   return pause.of(betweenStrokes);
 }
 
 int run(const Options& options) {
-  std::vector<touch::Transfer> recording;
+  std::unique_ptr<touch::TransferSource> recording;
   if (options.recording) {
-    auto read = touch::readRecording(*options.recording);
+    auto read = touch::RecordingFile::open(*options.recording);
     if (!read) {
-      std::fprintf(stderr, "touchsim: %s\n", read.error().describe().c_str());
+      std::fprintf(stderr, "touchsim: %s\n", touch::printable(read.error().describe()).c_str());
       return exitFailed;
     }
     recording = std::move(*read);
@@ -211,8 +218,9 @@ int run(const Options& options) {
                        : options.strokes == "circles" ? circles(stepsInStroke)
                                                       : std::vector<Stroke>();
   bool goesOn = true;
-  while (goesOn && (!strokes.empty() || !recording.empty())) {
-    goesOn = draw(*bench, pause, strokes) && play(*bench, pause, recording) && !options.once;
+  while (goesOn && (!strokes.empty() || recording)) {
+    goesOn = draw(*bench, pause, strokes) && (!recording || play(*bench, pause, *recording)) &&
+             !options.once;
   }
   pause.untilInterrupted();
   return 0;
@@ -258,10 +266,7 @@ void addOptions(CLI::App& app, Options& options) {
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
-}  // namespace
-
-// What is thrown up to here nobody can mend, and it ends the program.
-int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
+int runProgram(int argc, char** argv) {
   const touch::SystemText text(argc, argv);
   CLI::App arguments(
       "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "
@@ -273,4 +278,10 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
   if (const auto status = touch::parseCommandLine(arguments, touch::touchsimManual, {}, argc, argv))
     return *status;
   return run(options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return touch::guardedRun("touchsim", [&] { return runProgram(argc, argv); });
 }

@@ -15,6 +15,7 @@
 
 #include "app/driver_choice.h"
 #include "app/ending_signals.h"
+#include "app/guarded_run.h"
 #include "app/options.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
@@ -25,6 +26,7 @@
 #include "serial/asio_serial_port.h"
 #include "ui/event_loop_clock.h"
 #include "ui/finger_style.h"
+#include "ui/guarded_application.h"
 #include "ui/help.h"
 #include "ui/language.h"
 #include "ui/message_box_prompt.h"
@@ -151,7 +153,7 @@ void chooseLanguage(const Options& options) {
 }
 
 int run(Options& options, int argc, char** argv) {
-  const QApplication app(argc, argv);
+  const GuardedApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
   QApplication::setDesktopFileName("org.touchutility.TouchUtility");
   QApplication::setStyle(new FingerStyle);  // the application owns it
@@ -206,10 +208,7 @@ int run(Options& options, int argc, char** argv) {
   return QApplication::exec();
 }
 
-}  // namespace
-
-// What is thrown up to here nobody can mend, and it ends the program.
-int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
+int runProgram(int argc, char** argv) {
   const SystemText text(argc, argv);
   CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
                      "touchutility");
@@ -222,4 +221,10 @@ int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
     return *status;
   }
   return run(options, argc, argv);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return guardedRun("touchutility", [&] { return runProgram(argc, argv); });
 }

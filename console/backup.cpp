@@ -8,6 +8,7 @@
 #include "console/vrq_file.h"
 #include "core/hex.h"
 #include "core/language.h"
+#include "core/text_encoding.h"
 #include "core/whole_file.h"
 
 namespace touch {
@@ -55,13 +56,6 @@ std::string fileNamePart(std::string_view controller) {
   return part;
 }
 
-/// A tab or a line end in a name would break the journal's line.
-std::string journalField(std::string text) {
-  std::replace_if(
-      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, '?');
-  return text;
-}
-
 }  // namespace
 
 std::optional<FileError> Backup::makeFolder() const {
@@ -89,7 +83,7 @@ std::optional<FileError> Backup::note(const std::string& controller, const WordC
                                       Stage stage) const {
   constexpr std::array<std::string_view, 3> stages = {"begun", "written", "failed"};
   if (auto failed = makeFolder()) return failed;
-  return appendLine(journalFile(), utcText(now_()) + '\t' + journalField(controller) + '\t' +
+  return appendLine(journalFile(), utcText(now_()) + '\t' + printable(controller) + '\t' +
                                        hexByte(change.address) + '\t' + wordText(change.before) +
                                        '\t' + wordText(change.after) + '\t' +
                                        std::string(stages[static_cast<std::size_t>(stage)]));

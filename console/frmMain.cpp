@@ -1,6 +1,7 @@
 #include "console/frmMain.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QCloseEvent>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -31,6 +32,7 @@
 #include "console/frmSettingsPage.h"
 #include "console/frmTestsPage.h"
 #include "console/monitors.h"
+#include "console/picture_file.h"
 #include "console/simulated_faults.h"
 #include "linetest/frmDraw.h"
 #include "linetest/frmLinearity.h"
@@ -48,7 +50,7 @@ namespace {
 constexpr int pictureHeight = 56;
 constexpr int widestPicture = 200;
 // Pictures come from a file that anybody may have put there: a larger one is not worth its memory.
-constexpr int largestPictureMegabytes = 64;
+constexpr int largestPictureMegabytes = 80;
 
 QString outcomeText(CalibrationOutcome outcome) {
   switch (outcome) {
@@ -476,29 +478,28 @@ void frmMain::showInformation(const std::vector<std::string>& lines) {
 }
 
 std::string frmMain::showPicture(const std::filesystem::path& file) {
-  constexpr qint64 bytesPerPixel = 4;
-  constexpr qint64 largestPicture = qint64{largestPictureMegabytes} << 20;
-  QImageReader::setAllocationLimit(largestPictureMegabytes);
-  QImageReader reader(shownText(file.string()));
-  reader.setDecideFormatFromContent(true);
-  const QSize size = reader.size();
-  if (qint64{size.width()} * size.height() * bytesPerPixel > largestPicture) {
-    return tr("The picture %1 is not shown: it is too large, with %2 x %3 pixels. At most %4 "
-              "million are shown.")
-        .arg(shownText(file.string()))
-        .arg(size.width())
-        .arg(size.height())
-        .arg(largestPicture / bytesPerPixel / 1'000'000)
+  const auto read = readPicture(file);
+  if (!read) {
+    return tr("The picture %1 cannot be shown: expected %2, found %3")
+        .arg(shownText(file.string()), shownText(read.error().expected),
+             shownText(read.error().found))
         .toStdString();
   }
+  QImageReader::setAllocationLimit(largestPictureMegabytes);
+  QByteArray content = QByteArray::fromStdString(read->content);
+  QBuffer buffer(&content);
+  QImageReader reader(&buffer, QByteArray::fromStdString(std::string(read->format)));
+  const qreal ratio = devicePixelRatioF();
+  const QSizeF room = QSizeF(widestPicture, pictureHeight) * ratio;
+  const QSize size = reader.size();
+  // Some decoders take a fraction of the memory and time for a small picture.
+  if (size.isValid()) reader.setScaledSize(size.scaled(room.toSize(), Qt::KeepAspectRatio));
   const QImage image = reader.read();
   if (image.isNull()) {
     return tr("The picture %1 cannot be shown: %2")
         .arg(shownText(file.string()), reader.errorString())
         .toStdString();
   }
-  const qreal ratio = devicePixelRatioF();
-  const QSizeF room = QSizeF(widestPicture, pictureHeight) * ratio;
   QPixmap pixmap = QPixmap::fromImage(
       image.scaled(room.toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
   pixmap.setDevicePixelRatio(ratio);
@@ -508,7 +509,21 @@ std::string frmMain::showPicture(const std::filesystem::path& file) {
 }
 
 std::string frmMain::showIcon(const std::filesystem::path& file) {
-  const QIcon icon(shownText(file.string()));
+  const auto read = readPicture(file);
+  if (!read) {
+    return tr("The icon %1 cannot be shown: expected %2, found %3")
+        .arg(shownText(file.string()), shownText(read.error().expected),
+             shownText(read.error().found))
+        .toStdString();
+  }
+  QByteArray content = QByteArray::fromStdString(read->content);
+  QBuffer buffer(&content);
+  QImageReader reader(&buffer, QByteArray::fromStdString(std::string(read->format)));
+  QIcon icon;
+  do {
+    const QImage image = reader.read();
+    if (!image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
+  } while (reader.jumpToNextImage());
   if (icon.availableSizes().isEmpty()) {
     return tr("The icon %1 cannot be shown: it holds no picture")
         .arg(shownText(file.string()))

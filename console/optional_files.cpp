@@ -1,9 +1,9 @@
 #include "console/optional_files.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "console/picture_file.h"
 #include "console/touch_settings.h"
 #include "core/language.h"
 #include "core/messages.h"
@@ -15,13 +15,6 @@ namespace touch {
 namespace {
 
 namespace fs = std::filesystem;
-using namespace std::string_view_literals;
-
-constexpr std::size_t largestPicture = std::size_t{64} << 20U;
-
-// How the kinds of pictures begin that the windows can show.
-constexpr std::array pictureBeginnings = {"\xFF\xD8\xFF"sv, "\x89PNG\r\n"sv, "GIF8"sv, "BM"sv,
-                                          "\x00\x00\x01\x00"sv};
 
 std::string messagesComplaint(const fs::path& file) {
   const auto messages = loadMessages(file.parent_path());
@@ -40,14 +33,8 @@ std::string formatsComplaint(const fs::path& file) {
 }
 
 std::string pictureComplaint(const fs::path& file) {
-  const auto content = readWholeFile(file, largestPicture);
-  if (!content) return content.error().describe();
-  const bool known = std::ranges::any_of(pictureBeginnings, [&content](std::string_view beginning) {
-    return content->starts_with(beginning);
-  });
-  if (known) return {};
-  return FileError{file.string(), 0, say("console", "a picture"), foundText(content->substr(0, 4))}
-      .describe();
+  const auto picture = readPicture(file);
+  return picture ? std::string() : picture.error().describe();
 }
 
 std::string noteComplaint(const fs::path& file) {

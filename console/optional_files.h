@@ -16,7 +16,7 @@ struct OptionalFile {
 };
 
 /// Looks at each file that the program reads from its working folder if it is there: can it be read, does it hold what
-/// it should? Pictures are judged by their first bytes only.
+/// it should? Pictures are read to their end, and not decoded.
 std::vector<OptionalFile> examineOptionalFiles(const std::filesystem::path& workFolder);
 
 }  // namespace touch

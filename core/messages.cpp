@@ -17,6 +17,9 @@ constexpr std::size_t fileTexts = 100;
 // In bytes. What has no line end for longer than this is no message file, and is not to fill the memory.
 constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
+// A hundred such lines would not be messages either.
+constexpr std::size_t largestTable = std::size_t{8} << 20U;
+
 constexpr std::array<std::string_view, 51> builtInTexts = {
     "No device was found",
     "Open Controller Error!!",
@@ -117,6 +120,12 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
     whole += line;
     whole += '\n';
     lines.push_back(std::move(line));
+    if (whole.size() > largestTable) {
+      return failure(
+          lines.size(),
+          filled(say("core", "at most %1 bytes in all lines"), {std::to_string(largestTable)}),
+          say("core", "more"));
+    }
   }
   MessageTable table;
   const bool latin1 = !isUtf8(whole);

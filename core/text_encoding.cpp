@@ -37,6 +37,33 @@ bool readLead(std::uint8_t byte, Lead& lead) {
   return true;
 }
 
+std::string hexOf(char32_t character) {
+  return hexByte(static_cast<std::uint8_t>(character >> 8U)) +
+         hexByte(static_cast<std::uint8_t>(character & 0xFFU));
+}
+
+/// `utf8`, which is valid, with `escape` of the characters that need it in their place.
+template <typename NeedsEscape, typename Escape>
+std::string escaped(std::string_view utf8, const NeedsEscape& needsEscape, const Escape& escape) {
+  std::string text;
+  text.reserve(utf8.size());
+  for (std::size_t i = 0; i < utf8.size();) {
+    const auto byte = static_cast<std::uint8_t>(utf8[i]);
+    const std::size_t length = byte < 0x80 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
+    // The lead byte's mark takes a bit for each byte, and one more.
+    char32_t character = length == 1 ? byte : byte & (0x7FU >> length);
+    for (std::size_t k = 1; k < length; ++k)
+      character = character << 6U | (static_cast<std::uint8_t>(utf8[i + k]) & 0x3FU);
+    if (needsEscape(character)) {
+      text += escape(character);
+    } else {
+      text += utf8.substr(i, length);
+    }
+    i += length;
+  }
+  return text;
+}
+
 }  // namespace
 
 bool isUtf8(std::string_view text) {
@@ -75,21 +102,35 @@ std::string toUtf8(std::string_view text) {
 }
 
 std::string printable(std::string_view text) {
-  const std::string utf8 = toUtf8(text);
-  std::string shown;
-  shown.reserve(utf8.size());
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    auto byte = static_cast<std::uint8_t>(utf8[i]);
-    // The upper control characters, 80 to 9F, are the first of those that take two bytes.
-    const bool isUpper = byte == 0xC2 && static_cast<std::uint8_t>(utf8[i + 1]) < 0xA0;
-    if (isUpper) byte = static_cast<std::uint8_t>(utf8[++i]);
-    if (isUpper || byte < 0x20 || byte == 0x7F) {
-      shown += "\\x" + hexByte(byte);
-    } else {
-      shown += utf8[i];
-    }
+  return escaped(toUtf8(text), isObeyed, [](char32_t character) {
+    return character < 0x100 ? "\\x" + hexByte(static_cast<std::uint8_t>(character))
+                             : "\\u" + hexOf(character);
+  });
+}
+
+std::string printableLines(std::string_view text) {
+  std::string lines;
+  for (;;) {
+    const auto end = text.find('\n');
+    lines += printable(text.substr(0, end));
+    if (end == text.npos) return lines;
+    lines += '\n';
+    text.remove_prefix(end + 1);
   }
-  return shown;
+}
+
+std::string jsonText(std::string_view text) {
+  const auto needsEscape = [](char32_t character) {
+    return isObeyed(character) || character == '"' || character == '\\';
+  };
+  return '"' +
+         escaped(toUtf8(text), needsEscape,
+                 [](char32_t character) {
+                   return character == '"'    ? std::string("\\\"")
+                          : character == '\\' ? std::string("\\\\")
+                                              : "\\u" + hexOf(character);
+                 }) +
+         '"';
 }
 
 std::filesystem::path pathNamed(std::string_view utf8) {

@@ -14,9 +14,21 @@ std::string utf8FromLatin1(std::string_view text);
 /// `text` as UTF-8, whichever of the two it was.
 std::string toUtf8(std::string_view text);
 
-/// `text` as UTF-8 that a terminal shows and does not obey: control characters stand as "\x1B" or "\x9B", line ends
-/// too.
+/// Characters that are obeyed and not shown: those below a blank, DEL, the upper control characters 80 to 9F, and the
+/// marks that turn lines or the direction of writing.
+constexpr bool isObeyed(char32_t character) {
+  return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x061C ||
+         character == 0x200E || character == 0x200F ||
+         (character >= 0x2028 && character <= 0x202E) ||
+         (character >= 0x2066 && character <= 0x2069);
+}
+
+/// `text` as UTF-8 that a terminal shows and does not obey: such characters stand as "\x1B" or "\u202E", line ends too.
 std::string printable(std::string_view text);
+/// The same with its line ends.
+std::string printableLines(std::string_view text);
+/// `text` as UTF-8 in the quotes of JSON, such characters as "\u001B".
+std::string jsonText(std::string_view text);
 
 /// The file or folder of this name. A path made of the text itself would take it for another encoding on Windows.
 std::filesystem::path pathNamed(std::string_view utf8);

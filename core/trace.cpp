@@ -20,22 +20,6 @@ namespace {
 // The longest text that a driver call carries is a controller's name.
 constexpr std::size_t longestText = 256;
 
-std::string jsonText(std::string_view text) {
-  std::string json = "\"";
-  for (const char c : toUtf8(text)) {
-    const auto byte = static_cast<std::uint8_t>(c);
-    if (c == '"' || c == '\\') {
-      json += '\\';
-      json += c;
-    } else if (byte < 0x20) {
-      json += "\\u00" + hexByte(byte);
-    } else {
-      json += c;
-    }
-  }
-  return json + '"';
-}
-
 std::string jsonBytes(std::span<const std::uint8_t> bytes) {
   std::string json = "\"";
   for (const std::uint8_t byte : bytes) {
@@ -113,6 +97,7 @@ std::optional<std::string> Trace::start(const std::filesystem::path& file) {
   stop();
   file_.open(file, std::ios::binary | std::ios::trunc);
   path_ = file;
+  written_ = 0;
   if (file_.is_open()) return std::nullopt;
   return filled(say("core", "The trace file %1 cannot be written: %2"),
                 {file.string(), std::strerror(errno)});
@@ -125,10 +110,23 @@ void Trace::stop() {
 
 void Trace::write(std::string_view members) {
   if (!isOn()) return;
-  file_ << "{\"time\":\"" << utcNow() << "\"," << members << "}\n" << std::flush;
+  if (written_ >= limit_) {
+    file_ << "{\"time\":\"" << utcNow() << "\",\"end\":\"the limit is reached\"}\n";
+    breakOff(
+        filled(say("core", "The trace file %1 ends here: it has reached its limit of %2 bytes"),
+               {path_.string(), std::to_string(limit_)}));
+    return;
+  }
+  const std::string line = "{\"time\":\"" + utcNow() + "\"," + std::string(members) + "}\n";
+  written_ += line.size();
+  file_ << line << std::flush;
   if (file_) return;
-  break_ = filled(say("core", "The trace file %1 ends early, because it cannot be written on: %2"),
-                  {path_.string(), std::strerror(errno)});
+  breakOff(filled(say("core", "The trace file %1 ends early, because it cannot be written on: %2"),
+                  {path_.string(), std::strerror(errno)}));
+}
+
+void Trace::breakOff(std::string why) {
+  break_ = std::move(why);
   stop();
 }
 

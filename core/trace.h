@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -17,11 +18,17 @@ namespace touch {
 /// time in UTC. Bytes are written in hexadecimal. Off until started.
 class Trace {
  public:
+  /// A day's work. What is forgotten while it is on must not fill the disk.
+  static constexpr std::size_t largest = std::size_t{256} << 20U;
+
+  /// It ends by itself behind `limit` bytes.
+  explicit Trace(std::size_t limit = largest) : limit_(limit) {}
+
   /// Starts a new trace in `file`; returns why that cannot be, or nothing.
   std::optional<std::string> start(const std::filesystem::path& file);
   void stop();
   bool isOn() const { return file_.is_open(); }
-  /// Why the trace ended before it was stopped, once: a full disk ends it.
+  /// Why the trace ended before it was stopped, once: a full disk ends it, and its limit.
   std::optional<std::string> takeBreak() { return std::exchange(break_, std::nullopt); }
   /// Where it is, or was last, written.
   const std::filesystem::path& path() const { return path_; }
@@ -30,6 +37,10 @@ class Trace {
   void write(std::string_view members);
 
  private:
+  void breakOff(std::string why);
+
+  std::size_t limit_;
+  std::size_t written_ = 0;
   std::ofstream file_;
   std::filesystem::path path_;
   std::optional<std::string> break_;

@@ -12,8 +12,8 @@ namespace touch {
 namespace {
 
 constexpr std::string_view labelStart = "Line #";
-// Some thousand strokes of the greatest length.
-constexpr std::size_t longestDrawing = std::size_t{256} << 20U;
+// More than the most that a drawing may hold takes in the longest numbers.
+constexpr std::size_t longestDrawing = std::size_t{192} << 20U;
 
 bool isLabel(std::string_view text) {
   if (!text.starts_with(labelStart)) return false;
@@ -50,7 +50,49 @@ Stroke readStroke(NumberReader& reader) {
   return stroke;
 }
 
+/// The error of a drawing that holds more than it may.
+std::optional<FileError> excessOf(const std::string& name, const DrawingLimits& holds,
+                                  const DrawingLimits& limits) {
+  std::string expected;
+  if (holds.strokes > limits.strokes) {
+    expected = filled(say("linetest", "at most %1 strokes in a drawing"),
+                      {std::to_string(limits.strokes)});
+  } else if (holds.samples > limits.samples) {
+    expected = filled(say("linetest", "at most %1 samples in a drawing"),
+                      {std::to_string(limits.samples)});
+  } else {
+    return std::nullopt;
+  }
+  return FileError{name, 0, std::move(expected), say("linetest", "more")};
+}
+
 }  // namespace
+
+struct DrawingReader::Source {
+  Source(std::string_view text, std::string name, const DrawingLimits& most)
+      : fileName(std::move(name)), reader(text, fileName), limits(most) {}
+  Source(FileInPieces opened, const std::filesystem::path& path)
+      : fileName(path.string()),
+        file(std::move(opened)),
+        reader([this](std::span<char> piece) { return read(piece); }, fileName) {
+    std::error_code unknown;
+    size = std::filesystem::file_size(path, unknown);
+  }
+
+  std::size_t read(std::span<char> piece) {
+    const std::size_t count = file->read(piece);
+    done += count;
+    return count;
+  }
+
+  std::string fileName;
+  std::optional<FileInPieces> file;
+  NumberReader reader;
+  DrawingLimits limits;
+  DrawingLimits taken{0, 0};
+  std::uintmax_t size = 0;
+  std::uintmax_t done = 0;
+};
 
 std::string drawingText(std::span<const Stroke> strokes) {
   std::string text;
@@ -59,35 +101,6 @@ std::string drawingText(std::span<const Stroke> strokes) {
     appendStroke(text, number++, stroke);
   return text;
 }
-
-Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name) {
-  NumberReader reader(text, std::move(name));
-  Drawing drawing;
-  while (!reader.atEnd())
-    drawing.push_back(readStroke(reader));
-  if (reader.failed()) return reader.error();
-  return drawing;
-}
-
-struct DrawingReader::Source {
-  Source(FileInPieces opened, const std::filesystem::path& path)
-      : file(std::move(opened)),
-        reader([this](std::span<char> piece) { return read(piece); }, path.string()) {
-    std::error_code unknown;
-    size = std::filesystem::file_size(path, unknown);
-  }
-
-  std::size_t read(std::span<char> piece) {
-    const std::size_t count = file.read(piece);
-    done += count;
-    return count;
-  }
-
-  FileInPieces file;
-  NumberReader reader;
-  std::uintmax_t size = 0;
-  std::uintmax_t done = 0;
-};
 
 DrawingReader::DrawingReader(std::unique_ptr<Source> source) : source_(std::move(source)) {}
 DrawingReader::DrawingReader(DrawingReader&& other) noexcept = default;
@@ -99,13 +112,22 @@ Result<DrawingReader, FileError> DrawingReader::open(const std::filesystem::path
   return DrawingReader(std::make_unique<Source>(std::move(*file), path));
 }
 
+DrawingReader DrawingReader::of(std::string_view text, std::string name,
+                                const DrawingLimits& limits) {
+  return DrawingReader(std::make_unique<Source>(text, std::move(name), limits));
+}
+
 Result<std::optional<Stroke>, FileError> DrawingReader::next() {
-  NumberReader& reader = source_->reader;
+  auto& [name, file, reader, limits, taken, size, done] = *source_;
   std::optional<Stroke> stroke;
   if (!reader.atEnd()) stroke = readStroke(reader);
   // The text is wrong, too, where the file could not be read on.
-  if (source_->file.error()) return *source_->file.error();
+  if (file && file->error()) return *file->error();
   if (reader.failed()) return reader.error();
+  if (!stroke) return stroke;
+  ++taken.strokes;
+  taken.samples += stroke->samples.size();
+  if (const auto excess = excessOf(name, taken, limits)) return *excess;
   return stroke;
 }
 
@@ -114,20 +136,35 @@ int DrawingReader::percent() const {
   return static_cast<int>(std::min<std::uintmax_t>(source_->done * 100 / source_->size, 100));
 }
 
-Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
-  auto reader = DrawingReader::open(path);
-  if (!reader) return reader.error();
+Result<Drawing, FileError> DrawingReader::readAll() {
   Drawing drawing;
   for (;;) {
-    auto stroke = reader->next();
+    auto stroke = next();
     if (!stroke) return stroke.error();
     if (!*stroke) return drawing;
     drawing.push_back(std::move(**stroke));
   }
 }
 
+Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name,
+                                        const DrawingLimits& limits) {
+  return DrawingReader::of(text, std::move(name), limits).readAll();
+}
+
+Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
+  auto reader = DrawingReader::open(path);
+  if (!reader) return reader.error();
+  return reader->readAll();
+}
+
 std::optional<FileError> writeDrawing(const std::filesystem::path& path,
-                                      std::span<const Stroke> strokes) {
+                                      std::span<const Stroke> strokes,
+                                      const DrawingLimits& limits) {
+  DrawingLimits holds{strokes.size(), 0};
+  for (const Stroke& stroke : strokes)
+    holds.samples += stroke.samples.size();
+  // Nothing is written that could not be read again.
+  if (auto excess = excessOf(path.string(), holds, limits)) return excess;
   return writeWholeFile(path, [strokes, number = 0](std::string& piece) mutable {
     if (static_cast<std::size_t>(number) == strokes.size()) return false;
     piece.clear();

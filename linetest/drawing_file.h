@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -24,10 +25,18 @@ namespace touch {
 
 using Drawing = std::vector<Stroke>;
 
+/// What a drawing may hold: hours of drawing without a rest, and little enough to be read at once. More is neither read
+/// nor written.
+struct DrawingLimits {
+  std::size_t strokes = 50'000;
+  std::size_t samples = 4'000'000;
+};
+
 std::string drawingText(std::span<const Stroke> strokes);
 
 /// `name` is what an error calls the file.
-Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name);
+Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name,
+                                        const DrawingLimits& limits = {});
 
 Result<Drawing, FileError> readDrawing(const std::filesystem::path& path);
 
@@ -35,11 +44,16 @@ Result<Drawing, FileError> readDrawing(const std::filesystem::path& path);
 class DrawingReader {
  public:
   static Result<DrawingReader, FileError> open(const std::filesystem::path& path);
+  /// A text; `name` is what an error calls it.
+  static DrawingReader of(std::string_view text, std::string name,
+                          const DrawingLimits& limits = {});
   DrawingReader(DrawingReader&& other) noexcept;
   ~DrawingReader();
 
   /// The next stroke; nothing at the end.
   Result<std::optional<Stroke>, FileError> next();
+  /// All strokes that follow.
+  Result<Drawing, FileError> readAll();
   /// How much of the file has been read, 0 to 100.
   int percent() const;
 
@@ -52,7 +66,8 @@ class DrawingReader {
 
 /// Whole or not at all: after an error, which is returned, an old file of that name is as it was.
 std::optional<FileError> writeDrawing(const std::filesystem::path& path,
-                                      std::span<const Stroke> strokes);
+                                      std::span<const Stroke> strokes,
+                                      const DrawingLimits& limits = {});
 
 /// `name` with ".fdw" behind it unless it ends so, in any case.
 std::filesystem::path withDrawingExtension(const std::filesystem::path& name);

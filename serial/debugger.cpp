@@ -42,6 +42,11 @@ void Debugger::tell(std::string text) {
   status_ = std::move(text);
 }
 
+std::optional<std::string> Debugger::takeStatus() {
+  if (auto remark = receiveMode().takeRemark(); remark && !status_) return remark;
+  return std::exchange(status_, std::nullopt);
+}
+
 std::optional<std::string> Debugger::takePort() {
   if (isBusy()) return std::nullopt;
   auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
@@ -103,28 +108,38 @@ void Debugger::stopRecording() {
 
 void Debugger::startReplay(const std::filesystem::path& file) {
   if (isBusy()) return;
-  auto recording = readRecording(file);
+  auto recording = RecordingFile::open(file);
   if (!recording) {
     tell(recording.error().describe());
+    return;
+  }
+  auto replay = std::make_unique<Replay>(std::move(*recording), parts());
+  if (replay->port.isFinished()) {
+    const auto failed = replay->port.error();
+    tell(failed ? failed->describe()
+                : filled(say("serial", "%1 holds nothing that came from a controller."),
+                         {toUtf8(file.string())}));
     return;
   }
   stopReplay();
   const bool measuring = mode_.isMeasuring();
   mode_.suspend();
-  replay_ = std::make_unique<Replay>(std::move(*recording), parts());
+  replay_ = std::move(replay);
   if (measuring) replay_->mode.measureRate(true);
-  replay_->port.open();
   replay_->mode.receive();
+  replay_->port.open();
   tell(filled(say("serial", "Replaying %1"), {toUtf8(file.string())}));
 }
 
 void Debugger::stopReplay() {
   if (!isReplaying() || drawing_ || isBusy()) return;
   const bool measuring = replay_->mode.isMeasuring();
+  const auto failed = replay_->port.error();
   replay_.reset();
   if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
   mode_.resume();
-  tell(say("serial", "The replay has ended."));
+  tell(failed ? say("serial", "The replay broke off.") + ' ' + failed->describe()
+              : say("serial", "The replay has ended."));
 }
 
 std::optional<std::string> Debugger::whyNothingToDraw() const {
@@ -139,6 +154,8 @@ ReceivingPort Debugger::beginDrawing() {
   drawing_ = true;
   mode_.suspend();
   if (!replay_) {
+    // The drawing begins with what comes from now on.
+    if (!port_.isBusy()) recorded_.clearInput();
     return {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }};
   }
   replay_->mode.suspend();

@@ -43,8 +43,9 @@ class Debugger {
   /// "Send", see DebuggerExchange::send.
   std::optional<DebuggerReply> send(const SendChoice& choice);
 
-  /// What was said since it was asked last about the port, a recording or a replay; the log has it as well.
-  std::optional<std::string> takeStatus() { return std::exchange(status_, std::nullopt); }
+  /// What was said since it was asked last about the port, a recording or a replay, which the log has as
+  /// well, or about the log.
+  std::optional<std::string> takeStatus();
   ConsoleLog& log() { return log_; }
   const ConsoleLog& log() const { return log_; }
   /// The one whose reports the console shows: that of the replay while there is one.
@@ -83,7 +84,7 @@ class Debugger {
 
  private:
   struct Replay {
-    Replay(std::vector<Transfer> recording, const ReceiveMode::Parts& parts)
+    Replay(std::unique_ptr<TransferSource> recording, const ReceiveMode::Parts& parts)
         : port(std::move(recording), parts.clock), mode(parts, {port, {}, {}}) {}
     ReplayPort port;
     ReceiveMode mode;

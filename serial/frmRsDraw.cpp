@@ -67,6 +67,7 @@ class DotMarker final : public QWidget {
   void markAt(TwipsPoint place) {
     move(QPointF(place.x / twipsPerPixel - side / 2.0F, place.y / twipsPerPixel - side / 2.0F)
              .toPoint());
+    if (!isHidden()) return;
     show();
     raise();
   }
@@ -131,13 +132,13 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
   const TwipsSize area = canvas_->sizeInTwips();
   drawing_ = std::make_unique<RawDrawing>(
       parts_.clock, std::move(port),
-      RawDrawing::Canvas{
-          *canvas_, area,
-          [this](PixelPoint place) { QCursor::setPos(mapToGlobal(QPoint(place.x, place.y))); }},
+      RawDrawing::Canvas{*canvas_, area,
+                         [this](PixelPoint place) {
+                           QCursor::setPos(canvas_->mapToGlobal(QPoint(place.x, place.y)));
+                         }},
       parts_.decoder);
-  tools_ = std::make_unique<RawDrawingTools>(
-      RawDrawingTools::Parts{*drawing_, *canvas_, area, parts_.prompt, parts_.messages,
-                             parts_.switches, [this] { leave(); }});
+  tools_ = std::make_unique<RawDrawingTools>(RawDrawingTools::Parts{
+      *drawing_, *canvas_, parts_.prompt, parts_.messages, parts_.switches, [this] { leave(); }});
   setFocusPolicy(Qt::ClickFocus);
 }
 
@@ -170,6 +171,8 @@ QWidget* frmRsDraw::makeBar() {
     const QSignalBlocker silent(shown);
     shown->setChecked(true);
   }
+  auto* const hide = makeButton("cmdHideBars", tr("&Hide (F2)"), [this] { toggleBars(); });
+  hide->setToolTip(tr("F2 or the right mouse button shows monitor and bars again"));
   const std::initializer_list<QWidget*> controls = {
       shown,
       makeCheck("checkFollow", tr("Fo&llow"),
@@ -188,6 +191,7 @@ QWidget* frmRsDraw::makeBar() {
                    perform(CanvasAction::clear);
                  }),
       makeButton("cmdHelp", tr("&Keys"), [this] { perform(CanvasAction::toggleHelp); }),
+      hide,
       makeButton("cmdLeave", tr("Lea&ve"), [this] { leave(); }),
   };
   auto* const bar = new QWidget;
@@ -198,7 +202,7 @@ QWidget* frmRsDraw::makeBar() {
   int inOneRow = 2 * gap;
   for (const QWidget* const control : controls)
     inOneRow += control->sizeHint().width() + grid->spacing();
-  const int columns = inOneRow > width() ? 4 : static_cast<int>(controls.size());
+  const int columns = inOneRow > width() ? 5 : static_cast<int>(controls.size());
   int place = 0;
   for (QWidget* const control : controls) {
     grid->addWidget(control, place / columns, place % columns);
@@ -230,6 +234,7 @@ void frmRsDraw::open() {
   raise();
   activateWindow();
   setFocus();
+  placeControls();
   tools_->activate();
   drawing_->start();
   timer_->start(rawDrawingRenewal);
@@ -254,16 +259,25 @@ void frmRsDraw::fitMonitorFont() {
 
 void frmRsDraw::placeControls() {
   fitMonitorFont();
-  canvas_->setGeometry(rect());
   monitor_->setMinimumHeight(height() / 4);
-  const int panelHeight = panel_->minimumSizeHint().height();
-  panel_->setGeometry(0, height() - panelHeight, width(), panelHeight);
+  const int panelHeight = panel_->isHidden() ? 0 : panel_->minimumSizeHint().height();
+  const int free = height() - panelHeight;
+  panel_->setGeometry(0, free, width(), panelHeight);
+  canvas_->setGeometry(0, 0, width(), free);
+  // Before it is shown there is nothing to draw on.
+  if (canvas_->isVisible()) drawing_->resize(canvas_->sizeInTwips());
   notice_->adjustSize();
-  notice_->move((width() - notice_->width()) / 2, (height() - panelHeight) / 2);
+  notice_->move((width() - notice_->width()) / 2, (free - notice_->height()) / 2);
   help_->move(gap, gap);
   const int besideHelp = isSmallScreen() ? 0 : panelHeight;
   help_->fitInto(QSize(width() - 2 * gap, height() - besideHelp - 2 * gap));
   help_->raise();
+}
+
+void frmRsDraw::toggleBars() {
+  panel_->setVisible(panel_->isHidden());
+  placeControls();
+  setFocus();
 }
 
 void frmRsDraw::perform(CanvasAction action) {
@@ -287,6 +301,10 @@ void frmRsDraw::keyPressEvent(QKeyEvent* event) {
 
 bool frmRsDraw::takeHotKey(const QKeyEvent& key) {
   if (key.modifiers() != Qt::NoModifier) return false;
+  if (key.key() == Qt::Key_F2) {
+    if (!key.isAutoRepeat()) toggleBars();
+    return true;
+  }
   const auto action = actionOfKey(keyCode(key));
   // A key that is held would clear and then leave.
   if (action && !key.isAutoRepeat()) perform(*action);
@@ -294,19 +312,24 @@ bool frmRsDraw::takeHotKey(const QKeyEvent& key) {
 }
 
 void frmRsDraw::touchAt(const QPointF& place) {
-  if (parts_.simulation) parts_.simulation->touch(place.x() / width(), place.y() / height());
+  if (!parts_.simulation) return;
+  parts_.simulation->touch(std::clamp(place.x() / canvas_->width(), 0.0, 1.0),
+                           std::clamp(place.y() / canvas_->height(), 0.0, 1.0));
 }
 
 void frmRsDraw::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::RightButton) toggleBars();
+  if (event->button() != Qt::LeftButton) return;
   pressed_ = event->position();
   touchAt(pressed_);
 }
 
 void frmRsDraw::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons() != Qt::NoButton) touchAt(event->position());
+  if (event->buttons().testFlag(Qt::LeftButton)) touchAt(event->position());
 }
 
 void frmRsDraw::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return;
   if (parts_.simulation) parts_.simulation->lift();
   if ((event->position() - pressed_).manhattanLength() <= noDrag) markBytesAt(pressed_);
 }
@@ -320,16 +343,22 @@ void frmRsDraw::markBytesAt(const QPointF& place) {
     cursor.setPosition(static_cast<int>(marked_->begin));
     monitor_->setTextCursor(cursor);
     monitor_->ensureCursorVisible();
-    if (const auto dot = drawing_->dotOfTextAt(marked_->begin)) marker_->markAt(*dot);
+    moveMarker();
   }
   showHighlights();
+}
+
+// The drawing may have been drawn anew on another scale.
+void frmRsDraw::moveMarker() {
+  const auto dot = marked_ ? drawing_->dotOfTextAt(marked_->begin) : std::nullopt;
+  dot ? marker_->markAt(*dot) : marker_->hide();
 }
 
 void frmRsDraw::markDotOfText() {
   const auto position = static_cast<std::size_t>(monitor_->textCursor().position());
   const auto dot = drawing_->dotOfTextAt(position);
   marked_ = dot ? drawing_->bytesOfDotAt(*dot) : std::nullopt;
-  dot ? marker_->markAt(*dot) : marker_->hide();
+  moveMarker();
   showHighlights();
 }
 
@@ -337,9 +366,13 @@ void frmRsDraw::renew() {
   notice_->setVisible(drawing_->noticeIsUp());
   renewMonitor();
   const ReportDecoder& decoder = drawing_->decoder();
-  counts_->setText(tr("Reports: %1     Bytes in no report: %2")
+  QString counts = tr("Reports: %1     Bytes in no report: %2")
                        .arg(drawing_->reports())
-                       .arg(decoder.strayBytes()));
+                       .arg(decoder.strayBytes());
+  if (drawing_->monitor().isFull())
+    counts += "     " + tr("The monitor is full; \"Wipe\" empties it.");
+  counts_->setText(counts);
+  if (!marker_->isHidden()) moveMarker();
   // Behind what the monitor shows nothing can be coloured.
   const std::uint64_t decided = std::min(decoder.decided(), drawing_->monitor().endOffset());
   if (decided == shownDecided_) return;

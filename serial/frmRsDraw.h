@@ -60,6 +60,8 @@ class frmRsDraw final : public QWidget {
   QPushButton* makeButton(const char* name, const QString& caption,
                           const std::function<void()>& action);
   void placeControls();
+  /// Monitor and bars give all of their room to the drawing, or take it back.
+  void toggleBars();
   void fitMonitorFont();
   void perform(CanvasAction action);
   /// Whether it is one; it is performed unless the key is held.
@@ -67,6 +69,7 @@ class frmRsDraw final : public QWidget {
   void touchAt(const QPointF& place);
   void markBytesAt(const QPointF& place);
   void markDotOfText();
+  void moveMarker();
   void renew();
   void renewMonitor();
   void showHighlights();

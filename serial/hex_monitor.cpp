@@ -15,7 +15,7 @@ constexpr std::size_t digitsPerByte = 2;
 void HexMonitor::add(std::span<const std::uint8_t> bytes, std::uint64_t offset) {
   if (digits_.empty()) first_ = offset;
   for (const std::uint8_t byte : bytes) {
-    if (text_.size() > limit) return;
+    if (isFull()) return;
     addByte(byte);
   }
 }

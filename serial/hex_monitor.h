@@ -27,6 +27,8 @@ class HexMonitor {
   void clear() { *this = {}; }
 
   const std::string& text() const { return text_; }
+  /// It grows no more.
+  bool isFull() const { return text_.size() > limit; }
   /// Where the bytes from `offset` on stand in the text, as far as they are shown.
   std::optional<TextRange> rangeOf(std::uint64_t offset, std::size_t count) const;
   /// The stream's offset of the byte that is shown at `position` of the text, or behind it when none is.

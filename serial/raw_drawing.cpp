@@ -11,6 +11,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto drawingTick = 50ms;
+// Seven of them are long enough to read the notice. Whoever draws has no need of it.
+constexpr auto noticeTick = 350ms;
+// All that is drawn is drawn anew, which may take longer than a tick.
+constexpr auto leastBetweenFits = 250ms;
 constexpr float fingerWidth = 20 * twipsPerPixel;
 
 float fraction(std::uint16_t value, const TouchReport& report) {
@@ -34,13 +38,14 @@ void include(CoordinateRange& range, float value) {
 
 RawDrawing::RawDrawing(Clock& clock, ReceivingPort port, Canvas canvas,
                        const ReportDecoder& decoder)
-    : port_(std::move(port)),
+    : clock_(clock),
+      port_(std::move(port)),
       canvas_(std::move(canvas)),
       decoder_(decoder),
       timer_(clock.makeTimer([this] { tick(); })) {}
 
 void RawDrawing::start() {
-  timer_->start(drawingTick);
+  timer_->start(noticeIsUp() ? noticeTick : drawingTick);
 }
 
 void RawDrawing::stop() {
@@ -51,29 +56,34 @@ void RawDrawing::stop() {
 void RawDrawing::tick() {
   if (ticking_) return;
   ticking_ = true;
-  if (noticeIsUp()) ++noticeTicks_;
-  if (!options.paused && port_.isFree()) {
-    const auto bytes = port_.port.readAll();
-    if (bytes.empty()) {
-      if (decoder_.pending() > 0) rsbreport();
-      breakStroke();
-      if (port_.tellLoss()) timer_->stop();
-    } else {
-      const std::uint64_t offset = decoder_.received();
-      if (options.monitorOnly) {
-        decoder_.passOver(bytes.size());
-        account(offset, bytes.size());
-      } else {
-        for (std::span<const std::uint8_t> rest = bytes; !rest.empty();) {
-          rest = rest.subspan(decoder_.append(rest));
-          rsbreport();
-        }
-      }
-      monitor_.add(bytes, offset);
-      keepShown();
-    }
-  }
+  if (noticeIsUp() && ++noticeTicks_ == noticeLimit) timer_->start(drawingTick);
+  if (!options.paused && port_.isFree()) read();
   ticking_ = false;
+}
+
+void RawDrawing::read() {
+  const auto bytes = port_.port.readAll();
+  if (bytes.empty()) {
+    if (decoder_.pending() > 0) rsbreport();
+    breakStroke();
+    follow();
+    if (noticeIsUp()) timer_->start(noticeTick);
+    if (port_.tellLoss()) timer_->stop();
+    return;
+  }
+  const std::uint64_t offset = decoder_.received();
+  if (options.monitorOnly) {
+    decoder_.passOver(bytes.size());
+    account(offset, bytes.size());
+  } else {
+    for (std::span<const std::uint8_t> rest = bytes; !rest.empty();) {
+      rest = rest.subspan(decoder_.append(rest));
+      rsbreport();
+    }
+    if (clock_.now() - fitted_ >= leastBetweenFits) follow();
+  }
+  monitor_.add(bytes, offset);
+  keepShown();
 }
 
 // Draws what the ring holds, and leaves in it only a packet's beginning.
@@ -82,7 +92,7 @@ void RawDrawing::rsbreport() {
   found_.clear();
   decoder_.decode(found_);
   for (const TouchReport& report : found_)
-    draw(report);
+    add(report);
   reportCount_ += found_.size();
   timer_->start(drawingTick);
 }
@@ -90,27 +100,40 @@ void RawDrawing::rsbreport() {
 // An idle line ends the stroke: the finger may have gone without a word.
 void RawDrawing::breakStroke() {
   decoder_.reset();
-  previous_.reset();
+  inStroke_ = false;
 }
 
-void RawDrawing::draw(const TouchReport& report) {
+void RawDrawing::add(const TouchReport& report) {
   const float x = fraction(report.x, report);
   const float y = fraction(report.y, report);
   if (!observed_) observed_ = CoordinateRanges{{x, x}, {y, y}};
   include(observed_->x, x);
   include(observed_->y, y);
 
-  const TwipsPoint place = placeOf(report);
-  const Colour colour = paletteColour(pen.colour);
-  if (previous_ && pen.mode == PenMode::lines) {
-    canvas_.surface.line(*previous_, place, colour, pen.width);
-  } else {
-    canvas_.surface.point(place, colour, pen.width);
-  }
-  previous_ = report.touching ? std::optional(place) : std::nullopt;
-  dots_.push_back({report, place});
+  dots_.push_back({report, inStroke_ && pen.mode == PenMode::lines,
+                   static_cast<std::uint8_t>(pen.width), static_cast<std::uint8_t>(pen.colour)});
+  inStroke_ = report.touching;
+  draw(dots_.size() - 1);
+  if (dots_.size() > mostDots) dots_.pop_front();
   account(report.offset, report.length);
-  if (options.followCursor) moveCursorTo(place);
+  if (options.followCursor) moveCursorTo(placeOf(report));
+}
+
+void RawDrawing::draw(std::size_t dot) {
+  const auto& [report, joined, width, colour] = dots_[dot];
+  if (joined && dot > 0) {
+    canvas_.surface.line(placeOf(dots_[dot - 1].report), placeOf(report), paletteColour(colour),
+                         width);
+  } else {
+    canvas_.surface.point(placeOf(report), paletteColour(colour), width);
+  }
+}
+
+void RawDrawing::drawAll() {
+  canvas_.surface.clear();
+  if (onCleared) onCleared();
+  for (std::size_t dot = 0; dot < dots_.size(); ++dot)
+    draw(dot);
 }
 
 void RawDrawing::moveCursorTo(TwipsPoint place) const {
@@ -126,25 +149,44 @@ TwipsPoint RawDrawing::placeOf(const TouchReport& report) const {
           scaled(fraction(report.y, report), shown_.y, canvas_.area.height)};
 }
 
+void RawDrawing::resize(TwipsSize area) {
+  if (area == canvas_.area) return;
+  canvas_.area = area;
+  drawAll();
+}
+
 void RawDrawing::fit(bool on) {
-  previous_.reset();
-  shown_ = {};
-  if (!on || !observed_) return;
+  fits_ = on;
+  follow();
+}
+
+CoordinateRanges RawDrawing::fittingRanges() const {
+  CoordinateRanges ranges;
+  if (!fits_ || !observed_) return ranges;
   // A single line or dot spans no range in one direction or in both.
   const auto spans = [](const CoordinateRange& range) { return range.greatest > range.least; };
-  if (spans(observed_->x)) shown_.x = observed_->x;
-  if (spans(observed_->y)) shown_.y = observed_->y;
+  if (spans(observed_->x)) ranges.x = observed_->x;
+  if (spans(observed_->y)) ranges.y = observed_->y;
+  return ranges;
+}
+
+void RawDrawing::follow() {
+  const CoordinateRanges fitting = fittingRanges();
+  if (fitting == shown_) return;
+  shown_ = fitting;
+  fitted_ = clock_.now();
+  drawAll();
 }
 
 void RawDrawing::clearDrawing() {
-  canvas_.surface.clear();
-  previous_.reset();
   dots_.clear();
+  observed_.reset();
+  inStroke_ = false;
+  drawAll();
 }
 
 void RawDrawing::clearMonitor() {
   monitor_.clear();
-  dots_.clear();
   accounted_.clear();
 }
 
@@ -158,16 +200,24 @@ void RawDrawing::account(std::uint64_t offset, std::size_t count) {
 }
 
 void RawDrawing::keepShown() {
-  while (!dots_.empty() && dots_.back().report.offset >= monitor_.endOffset())
-    dots_.pop_back();
   while (!accounted_.empty() && accounted_.back().begin >= monitor_.endOffset())
     accounted_.pop_back();
 }
 
+bool RawDrawing::isShown(const Dot& dot) const {
+  return monitor_.firstOffset() <= dot.report.offset && dot.report.offset < monitor_.endOffset();
+}
+
 std::optional<TextRange> RawDrawing::bytesOfDotAt(TwipsPoint place) const {
-  const auto nearest = std::ranges::min_element(
-      dots_, {}, [place](const Dot& dot) { return distance(dot.place, place); });
-  if (nearest == dots_.end() || distance(nearest->place, place) > fingerWidth) return std::nullopt;
+  float least = fingerWidth;
+  const Dot* nearest = nullptr;
+  for (const Dot& dot : dots_) {
+    const float away = distance(placeOf(dot.report), place);
+    if (away > least || !isShown(dot)) continue;
+    least = away;
+    nearest = &dot;
+  }
+  if (nearest == nullptr) return std::nullopt;
   return monitor_.rangeOf(nearest->report.offset, nearest->report.length);
 }
 
@@ -177,9 +227,9 @@ std::optional<TwipsPoint> RawDrawing::dotOfTextAt(std::size_t position) const {
   const auto behind = std::ranges::upper_bound(dots_, *offset, {},
                                                [](const Dot& dot) { return dot.report.offset; });
   if (behind == dots_.begin()) return std::nullopt;
-  const Dot& dot = *(behind - 1);
-  if (*offset >= dot.report.offset + dot.report.length) return std::nullopt;
-  return dot.place;
+  const TouchReport& report = (behind - 1)->report;
+  if (*offset >= report.offset + report.length) return std::nullopt;
+  return placeOf(report);
 }
 
 std::vector<TextRange> RawDrawing::strayText() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -27,10 +28,12 @@ struct PixelPoint {
 struct CoordinateRange {
   float least = 0;
   float greatest = 1;
+  friend bool operator==(const CoordinateRange&, const CoordinateRange&) = default;
 };
 struct CoordinateRanges {
   CoordinateRange x;
   CoordinateRange y;
+  friend bool operator==(const CoordinateRanges&, const CoordinateRanges&) = default;
 };
 
 /// The raw drawing screen's logic: reads what a controller streams, finds the touch reports in it, draws their path,
@@ -46,9 +49,11 @@ class RawDrawing {
   /// What it draws with.
   struct Canvas {
     Surface& surface;
-    TwipsSize area;                              ///< also the screen's
-    std::function<void(PixelPoint)> moveCursor;  ///< may be empty
+    TwipsSize area;
+    std::function<void(PixelPoint)> moveCursor;  ///< to a place in the area; may be empty
   };
+  /// What can be drawn anew: two minutes of an endless stroke.
+  static constexpr std::size_t mostDots = 20'000;
 
   /// Ticks from `start` on. `clock`, the port and the surface outlive it.
   RawDrawing(Clock& clock, ReceivingPort port, Canvas canvas, const ReportDecoder& decoder);
@@ -58,14 +63,20 @@ class RawDrawing {
 
   Options options;
   Pen pen;
+  /// Run when the surface has been cleared: draws what lies under the strokes. May be empty.
+  std::function<void()> onCleared;
   const HexMonitor& monitor() const { return monitor_; }
   const ReportDecoder& decoder() const { return decoder_; }
   /// Reports drawn so far.
   std::uint64_t reports() const { return reportCount_; }
-  /// The notice "F1 for Hot Key Help" is up; it goes after seven ticks.
+  /// The notice "F1 for Hot Key Help" is up; it goes after seven ticks. Until something is drawn they are slow enough
+  /// for it to be read.
   bool noticeIsUp() const { return noticeTicks_ < noticeLimit; }
 
-  /// The whole coordinate range covers the drawing area; with `on`, the range that was observed so far does.
+  TwipsSize area() const { return canvas_.area; }
+  /// The drawing area has another size: what was drawn is drawn anew.
+  void resize(TwipsSize area);
+  /// The whole coordinate range covers the drawing area; with `on`, that of what is drawn does, and grows with it.
   void fit(bool on);
   /// Wipes the drawing; the monitor stays.
   void clearDrawing();
@@ -81,9 +92,12 @@ class RawDrawing {
  private:
   static constexpr int noticeLimit = 7;
 
+  /// What is needed to draw a report anew.
   struct Dot {
     TouchReport report;
-    TwipsPoint place;
+    bool joined = false;  ///< by a line with the one before
+    std::uint8_t width = 1;
+    std::uint8_t colour = 0;
   };
   /// A part of the stream, by offsets.
   struct Stretch {
@@ -92,16 +106,24 @@ class RawDrawing {
   };
 
   void tick();
+  void read();
   void rsbreport();
   void breakStroke();
-  void draw(const TouchReport& report);
+  void add(const TouchReport& report);
+  void draw(std::size_t dot);
+  void drawAll();
+  CoordinateRanges fittingRanges() const;
+  /// Draws all anew where what is drawn has outgrown the drawing area.
+  void follow();
   void moveCursorTo(TwipsPoint place) const;
   TwipsPoint placeOf(const TouchReport& report) const;
+  bool isShown(const Dot& dot) const;
   /// The bytes from `offset` on are not stray.
   void account(std::uint64_t offset, std::size_t count);
-  /// Drops what is known of bytes that the monitor does not show.
+  /// Drops what is known of stray bytes that the monitor does not show.
   void keepShown();
 
+  const Clock& clock_;
   ReceivingPort port_;
   Canvas canvas_;
   ReportDecoder decoder_;
@@ -110,12 +132,14 @@ class RawDrawing {
   int noticeTicks_ = 0;
   bool ticking_ = false;
   std::uint64_t reportCount_ = 0;
-  std::optional<TwipsPoint> previous_;  ///< of the stroke under way
+  bool inStroke_ = false;  ///< the next dot is joined with the last one
   std::vector<TouchReport> found_;
-  std::vector<Dot> dots_;           ///< of the drawing as it stands
+  std::deque<Dot> dots_;            ///< of the drawing as it stands; the oldest are dropped
   std::vector<Stretch> accounted_;  ///< packets and what was not decoded; those that touch are one
-  std::optional<CoordinateRanges> observed_;  ///< of all reports
+  std::optional<CoordinateRanges> observed_;  ///< of the drawing
   CoordinateRanges shown_;                    ///< what covers the drawing area
+  bool fits_ = false;
+  Clock::TimePoint fitted_{};
 };
 
 }  // namespace touch

@@ -1,5 +1,7 @@
 #include "serial/raw_drawing_tools.h"
 
+#include <utility>
+
 #include "linetest/guide_lines.h"
 #include "linetest/pen.h"
 
@@ -34,6 +36,10 @@ std::vector<RawDrawingHelp> rawDrawingHelp(const MessageTable& messages) {
     if (action && meansSomething(*action)) help.push_back({lines[line], *action});
   }
   return help;
+}
+
+RawDrawingTools::RawDrawingTools(Parts parts) : parts_(std::move(parts)) {
+  parts_.drawing.onCleared = [this] { activate(); };
 }
 
 void RawDrawingTools::activate() {
@@ -95,7 +101,6 @@ void RawDrawingTools::escape() {
 void RawDrawingTools::clear() {
   parts_.drawing.clearDrawing();
   cleared_ = parts_.drawing.reports();
-  if (parts_.switches.grid) drawGrid();
 }
 
 void RawDrawingTools::toggleGrid() {
@@ -108,7 +113,7 @@ void RawDrawingTools::toggleGrid() {
 }
 
 void RawDrawingTools::drawGrid() {
-  const GuideLines guides(parts_.area);
+  const GuideLines guides(parts_.drawing.area());
   for (const int line : GuideLines::drawingOrder) {
     const auto [from, to] = guides.inGrid(line);
     parts_.surface.line(from, to, lightGrey, gridWidth);

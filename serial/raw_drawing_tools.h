@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "core/language.h"
@@ -31,13 +30,15 @@ class RawDrawingTools {
   struct Parts {
     RawDrawing& drawing;
     Surface& surface;
-    TwipsSize area;
     Prompt& prompt;
     const MessageTable& messages;
     DrawingSwitches& switches;      ///< shared with the canvas
     std::function<void()> onLeave;  ///< run when the user wants to leave
   };
-  explicit RawDrawingTools(Parts parts) : parts_(std::move(parts)) {}
+  explicit RawDrawingTools(Parts parts);
+  ~RawDrawingTools() { parts_.drawing.onCleared = {}; }
+  RawDrawingTools(const RawDrawingTools&) = delete;
+  RawDrawingTools& operator=(const RawDrawingTools&) = delete;
 
   /// The screen is shown, with the grid if the last drawing screen was left so.
   void activate();
@@ -49,7 +50,6 @@ class RawDrawingTools {
  private:
   bool isDrawnOn() const { return parts_.drawing.reports() > cleared_; }
   void escape();
-  /// Wipes the drawing but for the grid.
   void clear();
   void toggleGrid();
   void drawGrid();

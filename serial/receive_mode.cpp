@@ -1,7 +1,9 @@
 #include "serial/receive_mode.h"
 
+#include <string_view>
 #include <utility>
 
+#include "core/language.h"
 #include "core/prompt.h"
 
 namespace touch {
@@ -24,7 +26,7 @@ ReceiveMode::ReceiveMode(Parts parts, ReceivingPort port)
       pollTimer_(parts_.clock.makeTimer([this] { poll(); })) {}
 
 void ReceiveMode::receive() {
-  receiving_ = true;
+  if (!std::exchange(receiving_, true) && port_.isFree()) port_.port.clearInput();
   toldTooLong_ = false;
   runTimers();
 }
@@ -79,7 +81,12 @@ void ReceiveMode::tick() {
 
 void ReceiveMode::trim() {
   if (!parts_.log.isTooLong()) return;
-  if (!std::exchange(toldTooLong_, true)) parts_.prompt.message("Text too long !!");
+  constexpr std::string_view tooLong = "Text too long !!";
+  if (std::exchange(toldTooLong_, true)) {
+    remark_ = std::string(tooLong) + ' ' + say("serial", "The oldest half was dropped.");
+  } else {
+    parts_.prompt.message(std::string(tooLong));
+  }
   parts_.log.dropOldestHalf();
 }
 

@@ -2,6 +2,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "core/clock.h"
@@ -17,7 +19,8 @@ class Prompt;
 
 /// The debugger's receive mode: its timer shows what the controller sends in the console, or measures the report rate
 /// when that is switched on. The active command set tells how reports are recognised. That the console is too long is
-/// said once each time that receiving begins: a box for every hundred reports would leave nothing to be seen.
+/// said in a box once each time that receiving begins, and then as a remark: a box for every hundred reports would leave
+/// nothing to be seen.
 class ReceiveMode {
  public:
   /// What it works with; all of it outlives the mode.
@@ -30,7 +33,8 @@ class ReceiveMode {
   };
   ReceiveMode(Parts parts, ReceivingPort port);
 
-  /// The buttons "Receive" and "Debuger"; the latter also for a double click on the console.
+  /// The buttons "Receive" and "Debuger"; the latter also for a double click on the console. Receiving begins with what
+  /// comes from then on.
   void receive();
   void debug();
   bool isReceiving() const { return receiving_; }
@@ -47,6 +51,9 @@ class ReceiveMode {
 
   /// False after a command that may have changed what coordinates mean: see DebuggerExchange::replyFormat.
   void setReplyFormat(bool usual) { replyFormat_ = usual; }
+
+  /// What is to be said beside the console since it was asked last.
+  std::optional<std::string> takeRemark() { return std::exchange(remark_, std::nullopt); }
 
   /// Stops the timer while another screen reads the port, and starts it again.
   void suspend();
@@ -68,6 +75,7 @@ class ReceiveMode {
   bool ticking_ = false;
   bool toldTooLong_ = false;
   bool replyFormat_ = true;
+  std::optional<std::string> remark_;
   ReceiveDisplay display_;
   std::optional<ReportRate> rate_;
   std::optional<StrokeRate> lastStroke_;

@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -16,7 +17,10 @@ namespace touch {
 namespace {
 
 constexpr std::string_view heading = "touch recording 1";
-constexpr std::size_t largestRecording = std::size_t{64} << 20U;
+constexpr std::size_t readingPiece = std::size_t{64} << 10U;
+// Three hundred thousand bytes in one go: no port gives as many.
+constexpr std::size_t longestRecordingLine = std::size_t{1} << 20U;
+constexpr std::size_t mostBytesInLine = std::size_t{64} << 10U;
 constexpr std::int64_t microsecondsPerSecond = 1'000'000;
 constexpr std::size_t decimals = 6;
 // Eleven days: enough for any test, and far from where the arithmetic would run over.
@@ -101,47 +105,127 @@ std::string recordingLine(const Transfer& transfer) {
                      hexText(transfer.bytes));
 }
 
+FileError RecordingParser::refuse(std::string expected, std::string found) const {
+  return {name_, lines_ + 1, std::move(expected), std::move(found)};
+}
+
+Result<std::optional<Transfer>, FileError> RecordingParser::take(std::string_view whole) {
+  if (lines_ == 0) whole = withoutByteOrderMark(whole);
+  const auto line = trimmed(whole.substr(0, whole.find('#')));
+  if (!line.empty() && !headed_) {
+    if (line != heading) return refuse('"' + std::string(heading) + '"', foundText(whole));
+    headed_ = true;
+  } else if (!line.empty()) {
+    auto transfer = parseTransfer(line, last_);
+    if (!transfer) return refuse(transfer.error().expected, transfer.error().found);
+    last_ = transfer->time;
+    ++lines_;
+    return std::optional(std::move(*transfer));
+  }
+  ++lines_;
+  return std::optional<Transfer>();
+}
+
+std::optional<FileError> RecordingParser::end() const {
+  if (headed_) return std::nullopt;
+  return FileError{name_, 1, '"' + std::string(heading) + '"',
+                   say("serial", "the end of the file")};
+}
+
 Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
                                                         const std::string& name) {
   std::vector<Transfer> transfers;
-  bool headed = false;
-  int lineNumber = 0;
-  for (const std::string_view whole : linesOf(withoutByteOrderMark(text))) {
-    ++lineNumber;
-    const auto line = trimmed(whole.substr(0, whole.find('#')));
-    if (line.empty()) continue;
-    if (!headed) {
-      if (line != heading) {
-        return FileError{name, lineNumber, '"' + std::string(heading) + '"', foundText(whole)};
-      }
-      headed = true;
-      continue;
-    }
-    auto transfer = parseTransfer(
-        line, transfers.empty() ? std::chrono::microseconds(0) : transfers.back().time);
-    if (!transfer) {
-      const auto& [expected, found] = transfer.error();
-      return FileError{name, lineNumber, expected, found};
-    }
-    transfers.push_back(std::move(*transfer));
+  RecordingParser parser(name);
+  for (const std::string_view line : linesOf(text)) {
+    auto transfer = parser.take(line);
+    if (!transfer) return transfer.error();
+    if (*transfer) transfers.push_back(std::move(**transfer));
   }
-  if (!headed) {
-    return FileError{name, 1, '"' + std::string(heading) + '"',
-                     say("serial", "the end of the file")};
-  }
+  if (auto failed = parser.end()) return std::move(*failed);
   return transfers;
 }
 
-Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::path& file) {
-  const auto content = readWholeFile(file, largestRecording);
-  if (!content) return content.error();
-  return parseRecording(*content, file.string());
+Result<std::unique_ptr<RecordingFile>, FileError> RecordingFile::open(
+    const std::filesystem::path& file) {
+  std::unique_ptr<RecordingFile> recording(new RecordingFile(file));
+  recording->begin();
+  recording->first_ = recording->parse();
+  if (recording->error_) return std::move(*recording->error_);
+  return recording;
+}
+
+void RecordingFile::begin() {
+  auto opened = FileInPieces::open(path_, largestRecording);
+  parser_.emplace(path_.string());
+  text_.clear();
+  line_ = 0;
+  first_.reset();
+  error_.reset();
+  if (opened) {
+    file_.emplace(std::move(*opened));
+  } else {
+    error_ = opened.error();
+  }
+}
+
+std::optional<Transfer> RecordingFile::next() {
+  return first_ ? std::exchange(first_, std::nullopt) : parse();
+}
+
+std::optional<Transfer> RecordingFile::parse() {
+  while (!error_) {
+    const auto line = nextLine();
+    if (error_) break;
+    if (!line) {
+      error_ = parser_->end();
+      break;
+    }
+    auto transfer = parser_->take(*line);
+    if (!transfer) {
+      error_ = transfer.error();
+    } else if (*transfer) {
+      return std::move(*transfer);
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string_view> RecordingFile::nextLine() {
+  std::size_t end = text_.find('\n', line_);
+  while (end == text_.npos) {
+    const std::size_t searched = text_.size() - line_;
+    if (!readOn()) break;
+    end = text_.find('\n', searched);
+  }
+  if (error_ || line_ == text_.size()) return std::nullopt;
+  auto line = std::string_view(text_).substr(line_, end - line_);
+  line_ = std::min(end, text_.size() - 1) + 1;
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+/// Puts a piece more behind the line that has begun. False at the end, and when it failed.
+bool RecordingFile::readOn() {
+  text_.erase(0, std::exchange(line_, 0));
+  const std::size_t before = text_.size();
+  if (before > longestRecordingLine) {
+    error_ = parser_->refuse(
+        filled(say("serial", "at most %1 bytes"), {std::to_string(longestRecordingLine)}),
+        say("serial", "more"));
+    return false;
+  }
+  text_.resize(before + readingPiece);
+  const std::size_t count = file_->read(std::span(text_).subspan(before));
+  text_.resize(before + count);
+  error_ = file_->error();
+  return count > 0;
 }
 
 std::optional<FileError> Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) {
   stop();
   path_ = file;
   start_ = now;
+  written_ = 0;
   file_.open(file, std::ios::binary | std::ios::trunc);
   if (!file_.is_open())
     return FileError{file.string(), 0, say("serial", "a file that can be written"), ""};
@@ -150,16 +234,31 @@ std::optional<FileError> Recorder::start(const std::filesystem::path& file, Cloc
 }
 
 void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes) {
-  if (!isOn() || bytes.empty()) return;
   const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
-  write(recordingLine({time, direction, {bytes.begin(), bytes.end()}}));
+  while (isOn() && !bytes.empty()) {
+    if (time / std::chrono::seconds(1) > longestRecording) {
+      breakOff(say("serial", "a recording that can be read again"), say("serial", "a longer one"));
+      return;
+    }
+    const auto part = bytes.first(std::min(bytes.size(), mostBytesInLine));
+    write(recordingLine({time, direction, {part.begin(), part.end()}}));
+    bytes = bytes.subspan(part.size());
+  }
 }
 
 void Recorder::write(std::string_view line) {
+  written_ += line.size() + 1;
+  if (written_ > limit_) {
+    breakOff(say("serial", "a recording that can be read again"), say("serial", "a longer one"));
+    return;
+  }
   file_ << line << '\n' << std::flush;
-  if (file_) return;
-  problem_ = FileError{path_.string(), 0, say("serial", "room for the recording"),
-                       say("serial", "a full or missing disk")};
+  if (!file_)
+    breakOff(say("serial", "room for the recording"), say("serial", "a full or missing disk"));
+}
+
+void Recorder::breakOff(std::string expected, std::string found) {
+  problem_ = FileError{path_.string(), 0, std::move(expected), std::move(found)};
   file_.close();
 }
 

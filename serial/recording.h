@@ -4,14 +4,17 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/clock.h"
 #include "core/result.h"
+#include "core/whole_file.h"
 
 namespace touch {
 
@@ -41,18 +44,84 @@ struct Transfer {
 
 /// The line of a recording, without its end.
 std::string recordingLine(const Transfer& transfer);
+/// The most that a recording may hold: 30 hours of an endless stream. More is neither read nor written.
+inline constexpr std::size_t largestRecording = std::size_t{1} << 30U;
+
+/// Where transfers come from, one after the other.
+class TransferSource {
+ public:
+  TransferSource() = default;
+  TransferSource(const TransferSource&) = delete;
+  TransferSource& operator=(const TransferSource&) = delete;
+  virtual ~TransferSource() = default;
+  /// The next one; none at the end, and when it failed.
+  virtual std::optional<Transfer> next() = 0;
+  /// Begins anew.
+  virtual void rewind() = 0;
+  /// Why it failed.
+  virtual std::optional<FileError> error() const { return std::nullopt; }
+};
+
+/// Takes a recording's lines one after the other.
+class RecordingParser {
+ public:
+  /// `name` is what an error calls the file.
+  explicit RecordingParser(std::string name) : name_(std::move(name)) {}
+
+  /// The transfer of a line, without its end, unless it holds none.
+  Result<std::optional<Transfer>, FileError> take(std::string_view line);
+  /// What is wrong when no line follows.
+  std::optional<FileError> end() const;
+  /// An error in the line that follows.
+  FileError refuse(std::string expected, std::string found) const;
+
+ private:
+  std::string name_;
+  int lines_ = 0;
+  bool headed_ = false;
+  std::chrono::microseconds last_{};
+};
+
 /// `name` is what an error calls the file.
 Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
                                                         const std::string& name);
-/// The transfers of a recording of at most 64 MiB.
-Result<std::vector<Transfer>, FileError> readRecording(const std::filesystem::path& file);
+
+/// The transfers of a file. It is read while they are taken: however long it is, little of it is in memory, and what is
+/// wrong in it is told when it is reached.
+class RecordingFile final : public TransferSource {
+ public:
+  /// Refuses what does not begin as a recording does.
+  static Result<std::unique_ptr<RecordingFile>, FileError> open(const std::filesystem::path& file);
+
+  std::optional<Transfer> next() override;
+  void rewind() override { begin(); }
+  std::optional<FileError> error() const override { return error_; }
+
+ private:
+  explicit RecordingFile(std::filesystem::path path) : path_(std::move(path)) {}
+  void begin();
+  std::optional<Transfer> parse();
+  std::optional<std::string_view> nextLine();
+  bool readOn();
+
+  std::filesystem::path path_;
+  std::optional<FileInPieces> file_;
+  std::optional<RecordingParser> parser_;
+  std::string text_;               ///< read, and not taken yet
+  std::size_t line_ = 0;           ///< where in it the next line begins
+  std::optional<Transfer> first_;  ///< was looked at already
+  std::optional<FileError> error_;
+};
 
 /// Writes a recording while it happens, so that a crash costs nothing but its last moment.
 class Recorder {
  public:
+  /// It writes at most `limit` bytes.
+  explicit Recorder(std::size_t limit = largestRecording) : limit_(limit) {}
+
   /// Starts a new recording in `file`; times count from `now`. Returns why it cannot be written.
   std::optional<FileError> start(const std::filesystem::path& file, Clock::TimePoint now);
-  /// Nothing while off. A recording that cannot be written on ends itself.
+  /// Nothing while off. A recording that cannot be written on, or could not be read again, ends itself.
   void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
   /// Ends the recording; returns what has gone wrong since it was started.
   std::optional<FileError> stop();
@@ -60,7 +129,10 @@ class Recorder {
 
  private:
   void write(std::string_view line);
+  void breakOff(std::string expected, std::string found);
 
+  std::size_t limit_;
+  std::size_t written_ = 0;
   std::ofstream file_;
   std::filesystem::path path_;
   Clock::TimePoint start_{};

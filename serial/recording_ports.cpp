@@ -76,25 +76,45 @@ std::vector<std::uint8_t> RecordedPort::readAll() {
   return std::exchange(waiting_, {});
 }
 
+ReplayPort::ReplayPort(std::unique_ptr<TransferSource> recording, const Clock& clock)
+    : recording_(std::move(recording)), clock_(clock) {
+  advance();
+}
+
 std::optional<std::string> ReplayPort::open() {
   if (isOpen()) return std::nullopt;
+  recording_->rewind();
+  waiting_.clear();
+  advance();
+  silence_ = next_ ? next_->time : std::chrono::microseconds(0);
   start_ = clock_.now();
-  next_ = 0;
-  taken_ = 0;
   return std::nullopt;
 }
 
-bool ReplayPort::isDue(const Transfer& transfer) const {
-  return start_ && clock_.now() - *start_ >= transfer.time;
+void ReplayPort::advance() {
+  taken_ = 0;
+  do {
+    next_ = recording_->next();
+  } while (next_ && next_->direction == Direction::toController);
+}
+
+bool ReplayPort::isDue() const {
+  return start_ && next_ && clock_.now() - *start_ >= next_->time - silence_;
+}
+
+void ReplayPort::collect() {
+  while (isDue() && waiting_.size() < mostInOneRead) {
+    const auto rest = std::span(next_->bytes).subspan(taken_);
+    const auto part = rest.first(std::min(rest.size(), mostInOneRead - waiting_.size()));
+    waiting_.insert(waiting_.end(), part.begin(), part.end());
+    taken_ += part.size();
+    if (taken_ == next_->bytes.size()) advance();
+  }
 }
 
 std::size_t ReplayPort::inBufferCount() {
-  std::size_t count = 0;
-  for (std::size_t i = next_; i < recording_.size() && isDue(recording_[i]); ++i) {
-    if (recording_[i].direction == Direction::toController) continue;
-    count += recording_[i].bytes.size() - (i == next_ ? taken_ : 0);
-  }
-  return count;
+  collect();
+  return waiting_.size();
 }
 
 void ReplayPort::clearInput() {
@@ -103,20 +123,8 @@ void ReplayPort::clearInput() {
 }
 
 std::vector<std::uint8_t> ReplayPort::readAll() {
-  std::vector<std::uint8_t> bytes;
-  while (next_ < recording_.size() && isDue(recording_[next_])) {
-    const Transfer& transfer = recording_[next_];
-    if (transfer.direction == Direction::fromController) {
-      const auto rest = std::span(transfer.bytes).subspan(taken_);
-      const auto part = rest.first(std::min(rest.size(), mostInOneRead - bytes.size()));
-      bytes.insert(bytes.end(), part.begin(), part.end());
-      taken_ += part.size();
-      if (part.size() < rest.size()) break;
-    }
-    ++next_;
-    taken_ = 0;
-  }
-  return bytes;
+  collect();
+  return std::exchange(waiting_, {});
 }
 
 }  // namespace touch

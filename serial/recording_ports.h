@@ -51,14 +51,13 @@ class RecordedPort final : public SerialPort {
   std::unique_ptr<Timer> timer_;       ///< runs while recording
 };
 
-/// A port on which a recording comes in again, at its own pace from the moment of opening. What is written to it goes
-/// nowhere. Opened again, it begins anew.
+/// A port on which a recording comes in again, at its own pace from the moment of opening, but for the silence before
+/// the controller's first byte. What is written to it goes nowhere. Opened again, it begins anew.
 class ReplayPort final : public SerialPort {
  public:
   static constexpr std::size_t mostInOneRead = std::size_t{64} << 10U;
 
-  ReplayPort(std::vector<Transfer> recording, const Clock& clock)
-      : recording_(std::move(recording)), clock_(clock) {}
+  ReplayPort(std::unique_ptr<TransferSource> recording, const Clock& clock);
 
   std::optional<std::string> setSettings(std::string_view) override { return std::nullopt; }
   void selectPort(int) override {}
@@ -66,6 +65,7 @@ class ReplayPort final : public SerialPort {
   void close() override { start_.reset(); }
   bool isOpen() const override { return start_.has_value(); }
   std::optional<std::string> lost() const override { return std::nullopt; }
+  /// At most `mostInOneRead`, as for readAll.
   std::size_t inBufferCount() override;
   void clearInput() override;
   void clearOutput() override {}
@@ -73,17 +73,23 @@ class ReplayPort final : public SerialPort {
   /// At most `mostInOneRead`, however much is due: whoever reads must not be held up by a long recording.
   std::vector<std::uint8_t> readAll() override;
 
-  /// All of it has been read.
-  bool isFinished() const { return next_ == recording_.size(); }
+  /// All of it has been read, or as much as could be.
+  bool isFinished() const { return !next_ && waiting_.empty(); }
+  /// Why it could not be read on.
+  std::optional<FileError> error() const { return recording_->error(); }
 
  private:
-  bool isDue(const Transfer& transfer) const;
+  void advance();
+  bool isDue() const;
+  void collect();
 
-  std::vector<Transfer> recording_;
+  std::unique_ptr<TransferSource> recording_;
   const Clock& clock_;
   std::optional<Clock::TimePoint> start_;  ///< while open
-  std::size_t next_ = 0;                   ///< transfer
-  std::size_t taken_ = 0;                  ///< bytes of it that have been read
+  std::optional<Transfer> next_;           ///< from the controller
+  std::size_t taken_ = 0;                  ///< bytes of it that are due
+  std::chrono::microseconds silence_{};    ///< before its first byte
+  std::vector<std::uint8_t> waiting_;      ///< due, and not read
 };
 
 }  // namespace touch

@@ -1,3 +1,4 @@
+#include "app/guarded_run.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "app/touchctl/arguments.h"
@@ -30,9 +31,7 @@ ExitStatus run(const Arguments& arguments) {
   return status;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int runProgram(int argc, char** argv) {
   const SystemText text(argc, argv);
   Arguments arguments;
   if (const auto status = parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc,
@@ -45,4 +44,10 @@ int main(int argc, char** argv) {
     if (status == ExitStatus::done) status = ExitStatus::failed;
   }
   return static_cast<int>(status);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return guardedRun("touchctl", [&] { return runProgram(argc, argv); });
 }

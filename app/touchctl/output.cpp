@@ -4,6 +4,8 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "core/text_encoding.h"
+
 namespace touch {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 // By {fmt}, which a console of Windows shows every character through.
 void write(std::FILE* stream, std::string_view text) {
   try {
-    fmt::print(stream, "{}", text);
+    fmt::print(stream, "{}", printableLines(text));
   } catch (const std::system_error&) {
     // The stream itself remembers that it failed.
     return;

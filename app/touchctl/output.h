@@ -8,7 +8,7 @@
 
 namespace touch {
 
-/// Writes to the standard output. What cannot be written, because nobody reads it any more or the disk is full, is lost
+/// Writes to the standard output, so that a terminal shows all of it and obeys nothing but line ends. What cannot be written, because nobody reads it any more or the disk is full, is lost
 /// in silence: a command must come to its end all the same. `outputIsLost` says so from then on.
 void printText(std::string_view text);
 
@@ -25,7 +25,7 @@ void printJson(const nlohmann::ordered_json& value);
 bool flushOutput();
 bool outputIsLost();
 
-/// Writes to the error output, in which nothing can be said of what goes wrong there.
+/// The same to the error output, in which nothing can be said of what goes wrong there.
 void printError(std::string_view text);
 
 }  // namespace touch

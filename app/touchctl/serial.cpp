@@ -80,7 +80,7 @@ class ReportPrinter {
       object.update({{"touching", report->touching}, {"x", report->x}, {"y", report->y}});
     }
     object["bytes"] = hexText(bytes);
-    print("{}\n", object.dump());
+    print("{}\n", object.dump(-1, ' ', true));
   }
 
   ReportFamily family_;
@@ -116,12 +116,18 @@ ExitStatus monitor(const SerialWork& work) {
                       [&work] { return work.port.tellLoss(); });
 }
 
-/// The transfers of a recording, or nothing after the reason was printed.
-std::optional<std::vector<Transfer>> recordingIn(const fs::path& file) {
-  auto recording = readRecording(file);
+/// A recording, or nothing after the reason was printed.
+std::unique_ptr<TransferSource> recordingIn(const fs::path& file) {
+  auto recording = RecordingFile::open(file);
   if (recording) return std::move(*recording);
   complain(recording.error().describe());
-  return std::nullopt;
+  return nullptr;
+}
+
+/// How it went on after its beginning.
+ExitStatus endOf(const std::optional<FileError>& failed) {
+  if (failed) complain(failed->describe());
+  return failed ? ExitStatus::failed : ExitStatus::done;
 }
 
 ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& file) {
@@ -129,24 +135,26 @@ ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& fil
   if (!recording) return ExitStatus::failed;
   catchInterrupt();
   SystemClock clock;
-  ReplayPort port(std::move(*recording), clock);
+  ReplayPort port(std::move(recording), clock);
   port.open();
   ReportPrinter printer(set, shell.workFolder, shell.json);
-  return printReports(clock, port, printer, std::nullopt, [&port] { return port.isFinished(); });
+  const auto status =
+      printReports(clock, port, printer, std::nullopt, [&port] { return port.isFinished(); });
+  return status == ExitStatus::done ? endOf(port.error()) : status;
 }
 
 ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& file) {
   const auto recording = recordingIn(file);
   if (!recording) return ExitStatus::failed;
   ReportPrinter printer(set, shell.workFolder, shell.json);
-  for (const Transfer& transfer : *recording) {
-    if (transfer.direction == Direction::fromController)
-      printer.take(transfer.time, transfer.bytes);
+  while (const auto transfer = recording->next()) {
+    if (transfer->direction == Direction::fromController)
+      printer.take(transfer->time, transfer->bytes);
   }
   printer.idle();
   printError(
       fmt::format("{} reports, {} bytes in no report\n", printer.reports(), printer.strayBytes()));
-  return ExitStatus::done;
+  return endOf(recording->error());
 }
 
 ExitStatus record(const SerialWork& work, const fs::path& file) {

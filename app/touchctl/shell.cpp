@@ -10,16 +10,12 @@
 #include "app/touchctl/terminal.h"
 #include "core/messages.h"
 #include "core/text_encoding.h"
-#include "core/whole_file.h"
 #include "serial/asio_serial_port.h"
 
 namespace touch {
 
 void complain(const std::string& text) {
-  std::string shown;
-  for (const std::string_view line : linesOf(text))
-    shown += (shown.empty() ? "" : "\n") + printable(line);
-  printError("touchctl: " + shown + '\n');
+  printError("touchctl: " + text + '\n');
 }
 
 namespace {

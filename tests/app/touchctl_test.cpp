@@ -113,7 +113,7 @@ TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},
       {"--work-dir @/none list", 2, "", "none"},
-      {"frobnicate", 2, "", "frobnicate"},
+      {"frobnicate\x1B[2J\x7F\u202E", 2, "", "frobnicate\\x1B[2J\\x7F\\u202E"},
       {"set rotation", 2, "", "VALUE is required"},
       {"pins set 4", 2, "", "WIRE=CHANNEL:BIT is required"},
       {"get colour", 2, "", "there are up-sound, down-sound, "},
@@ -172,6 +172,7 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
                "0.010000 < D8 10 20 30 01 41\n"
                "0.020000 < 98 10 20\n"
                "0.030000 < 30 01\n");
+  folder.write("torn.txt", "touch recording 1\n0.000000 < D8 10 20 30 01\n0.0");
   expectAll({
       {"--driver @/none.so serial decode @/r.txt", 0,
        "0.010 = touch X  4112 Y   176  D8 10 20 30 01\n0.010 < 41",
@@ -179,6 +180,8 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
       {"serial decode --json @/r.txt", 0,
        "{\"time\":0.01,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n", ""},
       {"serial replay @/r.txt", 0, "touch X  4112 Y   176", ""},
+      {"serial decode @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},
+      {"serial replay @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},
       {"serial decode @/lines.fdw", 1, "", "lines.fdw, line 1: expected \"touch recording 1\""},
   });
 }

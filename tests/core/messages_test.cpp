@@ -47,10 +47,14 @@ TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
 }
 
 TEST_F(Messages, OfADamagedFileAreRefused) {
+  std::string nineMegabytes;
+  for (int i = 0; i < 9; ++i)
+    nineMegabytes += std::string((1U << 20U) - 1, 'x') + "\n";
   const std::pair<std::string, std::string> cases[] = {
       {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
       {"ok\n" + std::string((1U << 20U) + 1, 'x'),
        ", line 2: expected at most 1048576 bytes, found more"},
+      {nineMegabytes, ", line 9: expected at most 8388608 bytes in all lines, found more"},
   };
   const auto file = folder.path() / "errmsg.txt";
   for (const auto& [content, complaint] : cases) {

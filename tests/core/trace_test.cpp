@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "core/connection.h"
+#include "core/text_encoding.h"
 #include "tests/support/desk.h"
 #include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
@@ -66,6 +67,36 @@ TEST_F(Tracing, SaysWhyItCannotBeginOrOnceThatItEndsOnAFullDisk) {
   EXPECT_FALSE(trace.isOn());
   EXPECT_THAT(trace.takeBreak(), testing::Optional(testing::HasSubstr(file.string())));
   EXPECT_EQ(trace.takeBreak(), std::nullopt);
+
+  Trace limited(50);
+  ASSERT_FALSE(limited.start(file));
+  for (int i = 0; i < 3; ++i)
+    limited.write("\"call\":\"A\"");
+  EXPECT_THAT(limited.takeBreak(), testing::Optional(testing::HasSubstr("limit of 50 bytes")));
+  EXPECT_FALSE(limited.isOn());
+  EXPECT_THAT(folder.read("trace.jsonl"),
+              testing::MatchesRegex("[^\n]+\n[^\n]+\n[^\n]+,\"end\":\"the limit is reached\"}\n"));
+}
+
+TEST(Escaping, LeavesNothingInATextThatIsObeyed) {
+  const struct {
+    const char* text;
+    const char* printed;
+    const char* json;
+  } cases[] = {
+      {"plain \u00e9\U0001F600", "plain \u00e9\U0001F600", "\"plain \u00e9\U0001F600\""},
+      {"\x1B[2J\x7F", "\\x1B[2J\\x7F", "\"\\u001B[2J\\u007F\""},
+      {"\u009B\u00A0", "\\x9B\u00A0", "\"\\u009B\u00A0\""},
+      {"\x9B", "\\x9B", "\"\\u009B\""},
+      {"a\u202Eb\u200F\u061C\u2069", "a\\u202Eb\\u200F\\u061C\\u2069",
+       "\"a\\u202Eb\\u200F\\u061C\\u2069\""},
+      {"\"\\\n", "\"\\\\x0A", "\"\\\"\\\\\\u000A\""},
+  };
+  for (const auto& [text, printed, json] : cases) {
+    EXPECT_EQ(printable(text), printed);
+    EXPECT_EQ(jsonText(text), json);
+  }
+  EXPECT_EQ(printableLines("a\r\nb\n"), "a\\x0D\nb\n");
 }
 
 }  // namespace

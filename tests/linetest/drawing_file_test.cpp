@@ -46,6 +46,21 @@ TEST(DrawingFile, IsReadInOtherLayoutsWhateverTheLanguage) {
   EXPECT_EQ(*parseDrawing("", "f"), Drawing{});
 }
 
+TEST(DrawingFile, IsNeitherReadNorWrittenWhenItHoldsTooMuch) {
+  const test::TemporaryFolder folder;
+  const auto path = folder.path() / "much.fdw";
+  const Drawing drawing(3, Stroke{1, 1, {{}, {}}});
+  const std::pair<DrawingLimits, std::string> cases[] = {
+      {{2, 6}, ": expected at most 2 strokes in a drawing, found more"},
+      {{3, 5}, ": expected at most 5 samples in a drawing, found more"}};
+  for (const auto& [limits, problem] : cases) {
+    EXPECT_EQ(writeDrawing(path, drawing, limits)->describe(), path.string() + problem);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_EQ(parseDrawing(drawingText(drawing), "f", limits).error().describe(), "f" + problem);
+  }
+  EXPECT_TRUE(parseDrawing(drawingText(drawing), "f", {3, 6}));
+}
+
 TEST(DrawingFile, SaysWhereItIsDamaged) {
   const std::string start = "Line #000\r\n 12 \r\n 1 \r\n";
   const std::pair<std::string, const char*> cases[] = {

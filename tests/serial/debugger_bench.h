@@ -27,6 +27,20 @@ inline Bytes times(std::size_t count, const Bytes& bytes) {
 /// What a controller sends, and when.
 using Incoming = std::vector<std::pair<std::chrono::milliseconds, Bytes>>;
 
+/// Transfers that the test has written down.
+class KeptTransfers final : public TransferSource {
+ public:
+  explicit KeptTransfers(std::vector<Transfer> transfers) : transfers_(std::move(transfers)) {}
+  std::optional<Transfer> next() override {
+    return next_ == transfers_.size() ? std::nullopt : std::optional(transfers_[next_++]);
+  }
+  void rewind() override { next_ = 0; }
+
+ private:
+  std::vector<Transfer> transfers_;
+  std::size_t next_ = 0;
+};
+
 /// A serial port that writes what is done with it to the journal.
 class ScriptedPort final : public SerialPort {
  public:
@@ -92,10 +106,11 @@ class DebuggerBench : public Desk {
 
   /// A port that this comes in on from now on, in place of the bench's own.
   ReceivingPort hearing(const Incoming& incoming) {
-    std::vector<Transfer> recording;
+    // Times count from now on, and not from the first byte.
+    std::vector<Transfer> recording = {{{}, Direction::fromController, {}}};
     for (const auto& [time, bytes] : incoming)
       recording.push_back({time, Direction::fromController, bytes});
-    replay = std::make_unique<ReplayPort>(recording, clock);
+    replay = std::make_unique<ReplayPort>(std::make_unique<KeptTransfers>(recording), clock);
     replay->open();
     return {*replay, {}, {}};
   }

@@ -15,6 +15,7 @@ Bytes tablet(std::uint8_t status, int x, int y) {
 
 class RawDrawingTest : public DebuggerBench {
  protected:
+  /// It comes when the notice has gone.
   void play(const Incoming& incoming, ReportFamily family = ReportFamily::tablet) {
     // One count of a tablet is one twip.
     drawing = std::make_unique<RawDrawing>(
@@ -22,7 +23,10 @@ class RawDrawingTest : public DebuggerBench {
         RawDrawing::Canvas{
             surface, {16383, 16383}, [this](PixelPoint to) { cursor.push_back(to); }},
         ReportDecoder(family));
+    replay->close();
     drawing->start();
+    clock.delay(2450ms);
+    replay->open();
   }
 
   RecordingSurface surface;
@@ -53,17 +57,68 @@ TEST_F(RawDrawingTest, DrawsWithThePenTheFullRangeAndFollowsWithTheCursorInsideT
   EXPECT_EQ(cursor, (std::vector<PixelPoint>{{1091, 0}, {1091, 1091}}));
 }
 
-TEST_F(RawDrawingTest, FitsTheObservedRangeWhereThereIsOne) {
+TEST_F(RawDrawingTest, FollowsTheRangeOfTheDrawingWhereItFitsIt) {
+  const Lines full = {"clear", "grid", "point 4000,8000 #12 1", "line 4000,8000 8000,8000 #12 1"};
   play({{10ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 8000)},
-        {210ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 16383)},
-        {410ms, tablet(0xD8, 4000, 8000)}});
-  for (const bool on : {true, false, false}) {
-    clock.delay(200ms);
-    drawing->fit(on);
+        {210ms, tablet(0xD8, 4000, 8000)},
+        {240ms, tablet(0xD8, 4000, 16383)},
+        {290ms, tablet(0xD8, 2000, 16383)}});
+  drawing->onCleared = [this] { surface.drawn.push_back("grid"); };
+  clock.delay(200ms);
+  drawing->fit(true);
+  Lines expected = {"clear", "grid", "point 0,8000 #12 1", "line 0,8000 16383,8000 #12 1"};
+  EXPECT_EQ(surface.drawn, expected) << "a line spans no range in the other direction";
+  drawing->fit(false);
+  EXPECT_EQ(surface.drawn, full);
+  drawing->fit(true);
+  clock.delay(100ms);
+  EXPECT_EQ(surface.drawn.back(), "line 0,16383 -8192,16383 #12 1") << "not at once";
+  clock.delay(50ms);
+  expected = {"clear",
+              "grid",
+              "point 5461,0 #12 1",
+              "line 5461,0 16383,0 #12 1",
+              "point 5461,0 #12 1",
+              "line 5461,0 5461,16383 #12 1",
+              "line 5461,16383 0,16383 #12 1"};
+  EXPECT_EQ(surface.drawn, expected);
+  drawing->resize({300, 16383});
+  EXPECT_EQ(surface.drawn.back(), "line 100,16383 0,16383 #12 1");
+  drawing->clearDrawing();
+  EXPECT_EQ(surface.drawn, (Lines{"clear", "grid"}));
+}
+
+TEST_F(RawDrawingTest, ShowsItsNoticeForSevenTicksThatAreSlowUntilSomethingIsDrawn) {
+  const struct {
+    const char* what;
+    Bytes received;
+    std::chrono::milliseconds up;
+  } cases[] = {{"an idle line", {}, 2450ms},
+               {"one stray byte", {0x41}, 2150ms},
+               {"a stroke", times(100, tablet(0xD8, 1, 1)), 650ms}};
+  for (const auto& [what, received, up] : cases) {
+    SCOPED_TRACE(what);
+    Incoming incoming;
+    for (std::size_t i = 0; i < received.size(); ++i)
+      incoming.emplace_back(i * 2, Bytes{received[i]});
+    RawDrawing noticed(clock, hearing(incoming), {surface, {16383, 16383}, {}},
+                       ReportDecoder(ReportFamily::tablet));
+    noticed.start();
+    clock.delay(up - 1ms);
+    EXPECT_TRUE(noticed.noticeIsUp());
+    clock.delay(1ms);
+    EXPECT_FALSE(noticed.noticeIsUp());
   }
-  EXPECT_EQ(surface.drawn,
-            (Lines{"point 4000,8000 #12 1", "line 4000,8000 8000,8000 #12 1", "point 0,8000 #12 1",
-                   "line 0,8000 16383,16383 #12 1", "point 4000,8000 #12 1"}));
+}
+
+TEST_F(RawDrawingTest, StopsTheMonitorBehindTheByteThatMakesItTooLong) {
+  HexMonitor monitor;
+  monitor.add(Bytes(6, 0xD8) + Bytes(2648, 0x01), 0);
+  EXPECT_EQ(monitor.text().size(), HexMonitor::limit);
+  EXPECT_FALSE(monitor.isFull());
+  monitor.add({{0x02, 0x03}}, 2654);
+  EXPECT_TRUE(monitor.text().ends_with(" 01 02 "));
+  EXPECT_TRUE(monitor.isFull());
 }
 
 TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {

@@ -103,6 +103,11 @@ TEST_F(ReceiveModeTest, MeasuresTheRateOfOneStrokeAfterTheOther) {
       "E02 in pieces", e02,
       {{210ms, bytesOf("U")}, {390ms, bytesOf("UxTU")}, {410ms, bytesOf("T")}, {610ms, {0x84}}},
       stroke(600, 1, "1.67"), 96);
+  expectStrokes("an E02 end byte elsewhere, and half a start before the first tick", e02,
+                {{190ms, bytesOf("U")},
+                 {210ms, Bytes{'T', 0x84, 'U', 'T', 0x82, 0x84, 1, 2, 3, 4, 5, 6, 'S'}},
+                 {390ms, e02Lift}},
+                stroke(200, 2, "10.00"), 96);
 }
 
 TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
@@ -122,6 +127,13 @@ TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
                 stroke(400, 2, "5.00"), 192);
 }
 
+TEST_F(ReceiveModeTest, BeginsWithWhatComesFromThenOn) {
+  modeHearing({{10ms, touchPacket}, {310ms, liftPacket}});
+  clock.delay(300ms);
+  EXPECT_EQ(consoleAfter(100ms).size(), 0u);
+  EXPECT_EQ(consoleAfter(200ms).size(), 1u) << "pressed again, it goes on";
+}
+
 TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
   ASSERT_EQ(port.take(), std::nullopt);
   ReceiveMode besides({session, clock, prompt, log, {}},
@@ -137,12 +149,15 @@ TEST_F(ReceiveModeTest, SaysTooLongOnceAlthoughTimersRunMeanwhile) {
   modeHearing({});
   prompt.onMessage = [this] { clock.delay(1000ms); };
   int lastTold = 0;
+  int round = 0;
   for (const int told : {1, 1, 2}) {
     if (std::exchange(lastTold, told) != told) mode->receive();
     log.note(std::string(4000, 'x'));
     clock.delay(300ms);
     EXPECT_EQ(std::ranges::count(journal, "message Text too long !!"), told);
+    EXPECT_EQ(mode->takeRemark().has_value(), round == 1) << "then it is said beside";
     EXPECT_FALSE(log.isTooLong());
+    ++round;
   }
 }
 
@@ -163,6 +178,11 @@ TEST(Intervals, AreReckonedFromWhatTheBytesTakeOnTheLine) {
   EXPECT_EQ(stroke.evidence->histogram[3], 1u);
   EXPECT_FALSE(evidenceOf(std::vector{start})) << "one report has no intervals";
   EXPECT_EQ(rateLines({0ms, 3, 5, {}})[2], "Report rate : -");
+
+  EXPECT_FALSE(rate.tick(start + 400ms));
+  rate.collect(start + 450ms, touchPacket);
+  rate.collect(start + 470ms, liftPacket);
+  EXPECT_EQ(rate.tick(start + 600ms).value().evidence->longest, 20ms) << "each for itself";
 }
 
 }  // namespace

@@ -95,6 +95,25 @@ TEST_F(MainWindow, TakesBadPicturesInItsStride) {
                          "At most 16 million are shown."));
 }
 
+TEST_F(MainWindow, ShowsWholePicturesOfEveryKind) {
+  for (const char* const format : {"jpeg", "png", "bmp", "ico"}) {
+    SCOPED_TRACE(format);
+    for (const char* const name : {"pic01.jpg", "Zevrik.ico"}) {
+      QImageWriter writer(QString::fromStdString((folder.path() / name).string()), format);
+      writer.setProgressiveScanWrite(true);
+      QImage picture(64, 32, QImage::Format_RGB32);
+      picture.fill(Qt::red);
+      ASSERT_TRUE(writer.write(picture));
+    }
+    open();
+    EXPECT_THAT(startUp, testing::Not(testing::Contains(testing::StartsWith("message "))));
+    EXPECT_GT(find<QLabel>("lblPicture")->pixmap().toImage().pixelColor(9, 9).red(), 250);
+    EXPECT_EQ(window->windowIcon().availableSizes(), QList{QSize(64, 32)});
+    window.reset();
+    journal.clear();
+  }
+}
+
 TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
   for (const bool byKey : {false, true}) {
     make();

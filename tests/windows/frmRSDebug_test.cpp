@@ -209,6 +209,7 @@ TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
 TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   open();
   folder.write("bad.txt", "touch recording 1\nnonsense\n");
+  folder.write("silent.txt", "touch recording 1\n0.010000 > 01\n");
   folder.write("good.txt", "touch recording 1\n0.010000 < D8 10 20 30 01\n");
   const struct {
     const char* button;
@@ -222,6 +223,7 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
       {"cmdRecord", "missing/taken.txt", "missing/taken.txt: expected a file that can be written"},
       {"cmdRecord", "", ""},
       {"cmdReplay", "good.txt", "Replaying ", true},
+      {"cmdReplay", "silent.txt", "silent.txt holds nothing that came from a controller."},
       {"cmdReplay", "bad.txt", "bad.txt, line 2: expected a time in seconds"},
   };
   for (const auto& [button, file, said, goesOn] : cases) {

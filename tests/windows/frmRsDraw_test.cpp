@@ -1,5 +1,6 @@
 #include "serial/frmRsDraw.h"
 
+#include "core/connection.h"
 #include "tests/windows/serial_desk.h"
 
 namespace touch::test {
@@ -15,6 +16,14 @@ class RawDrawingWindow : public SerialDesk {
     click("Command6");
     shown = drawing = opened("frmRsDraw");
     if (drawing == nullptr) throw std::runtime_error("there is no drawing");
+  }
+  /// The notice is up for its seven ticks.
+  void settle() {
+    QLabel* const notice = find<QLabel>("lblNotice");
+    live(2300ms);
+    EXPECT_TRUE(notice->isVisible());
+    live(300ms);
+    EXPECT_FALSE(notice->isVisible());
   }
   void report(const Bytes& bytes) {
     terminal->send(bytes);
@@ -35,41 +44,98 @@ class RawDrawingWindow : public SerialDesk {
     return texts;
   }
 
+  QWidget* canvas() { return find<QWidget>("rawCanvas"); }
+  QPoint strokeEnd() { return {canvas()->width() / 4, canvas()->height() / 4}; }
+  QPoint strokeMiddle() { return {strokeEnd().x() / 2, strokeEnd().y()}; }
+
   QPointer<QWidget> drawing;
 };
 
-// From the left edge to a quarter of the width, at a quarter of the height; the whole range covers 800 x 480.
+// From the left edge to a quarter of the width, at a quarter of the height.
 const Bytes stroke = {0xD8, 0, 0, 0x7F, 0x1F, 0xD8, 0x7F, 0x1F, 0x7F, 0x1F};
-const QPoint strokeMiddle(100, 120);
-const QPoint strokeEnd(200, 120);
 
 TEST_F(RawDrawingWindow, DrawsReportsAndMarksTheirBytesAndThoseOfNone) {
+  open();
+  terminal->send(Bytes{0x43, 0x44});
   openDrawing();
   EXPECT_FALSE(window->isVisible());
+  settle();
   report(stroke);
   report({0x41, 0x42});
   live(400ms);
-  EXPECT_TRUE(isInk(strokeEnd));
-  EXPECT_TRUE(isInk(strokeMiddle)) << "joined by a line";
+  EXPECT_TRUE(isInk(strokeEnd()));
+  EXPECT_TRUE(isInk(strokeMiddle())) << "joined by a line";
   EXPECT_TRUE(find<QLabel>("lblStray")->text().endsWith("in no report: 2"));
-  EXPECT_EQ(highlights(), Lines{"41 42"});
-  EXPECT_FALSE(find<QLabel>("lblNotice")->isVisible()) << "gone after seven ticks";
+  EXPECT_EQ(highlights(), Lines{"41 42"}) << "what came before is not of the drawing";
 
   const Lines ofTheDotToo = {"41 42", "D8 7F 1F 7F 1F"};
   QWidget* const marker = find<QWidget>("dotMarker");
-  QTest::mouseClick(drawing, Qt::LeftButton, {}, strokeEnd + QPoint(3, 3));
+  QTest::mouseClick(drawing, Qt::LeftButton, {}, strokeEnd() + QPoint(3, 3));
   EXPECT_EQ(highlights(), ofTheDotToo);
-  EXPECT_LE((marker->geometry().center() - strokeEnd).manhattanLength(), 4);
+  EXPECT_LE((marker->geometry().center() - strokeEnd()).manhattanLength(), 4);
   QTest::mouseClick(drawing, Qt::LeftButton, {}, {600, 60});
   EXPECT_FALSE(marker->isVisible());
   monitor().setTextCursor(monitor().document()->find("7F 1F 7F"));
   EXPECT_TRUE(marker->isVisible());
   EXPECT_EQ(highlights(), ofTheDotToo);
+
+  report(Bytes(3000, 0x41));
+  EXPECT_THAT(text("lblStray"), testing::HasSubstr("The monitor is full"));
+  click("cmdWipe");
+  report(stroke);
+  EXPECT_THAT(text("lblStray"), testing::Not(testing::HasSubstr("full")));
+}
+
+TEST_F(RawDrawingWindow, GivesTheDrawingAllTheRoomThatMonitorAndBarsLeave) {
+  openDrawing();
+  settle();
+  report(stroke);
+  QWidget* const panel = find<QWidget>("monitorPanel");
+  const auto expectWhole = [&](const char* what, bool bars) {
+    SCOPED_TRACE(what);
+    live(1ms);
+    EXPECT_EQ(panel->isVisible(), bars);
+    EXPECT_EQ(canvas()->height(), bars ? panel->y() : drawing->height());
+    EXPECT_EQ(canvas()->width(), drawing->width());
+    EXPECT_TRUE(isInk(strokeMiddle())) << "it is drawn anew";
+  };
+  const int beside = canvas()->height();
+  expectWhole("at first", true);
+  check("checkMonitor", false);
+  EXPECT_GT(canvas()->height(), beside);
+  expectWhole("without the monitor", true);
+  click("cmdHideBars");
+  expectWhole("hidden", false);
+  QTest::mouseClick(drawing, Qt::RightButton, {}, {600, 60});
+  expectWhole("by the right button", true);
+  key(Qt::Key_F2);
+  expectWhole("by its key", false);
+  repeatKey(drawing, Qt::Key_F2);
+  expectWhole("which is held", false);
+}
+
+class SimulatedRawDrawing : public DrawingDesk {};
+
+TEST_F(SimulatedRawDrawing, LiftsTheFingerWhenItIsLeft) {
+  AsioSerialPort port{ComPorts()};
+  QPointer<frmRsDraw> drawing =
+      new frmRsDraw({clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet),
+                     simulation, QSize(800, 480)},
+                    {port, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
+  drawing->open();
+  Connection touched({session, *simulator, clock}, controller);
+  QTest::mousePress(drawing, Qt::LeftButton, {}, {100, 50});
+  EXPECT_EQ(simulator->IsPenUp(touched.handle()), 0);
+  QTest::keyClick(drawing, Qt::Key_Escape);
+  live(1ms);
+  EXPECT_TRUE(drawing.isNull());
+  EXPECT_NE(simulator->IsPenUp(touched.handle()), 0);
 }
 
 TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   const QPoint onTheGrid(400, 100);
   openDrawing();
+  settle();
   key(Qt::Key_F1);
   EXPECT_TRUE(find<QListWidget>("helpPanel")->isVisible());
   key(Qt::Key_Escape);
@@ -78,19 +144,19 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   EXPECT_TRUE(switches.grid) << "the canvas opens with it, too";
   key(Qt::Key_P);
   report(stroke);
-  EXPECT_TRUE(isInk(strokeEnd));
-  EXPECT_FALSE(isInk(strokeMiddle)) << "points are not joined";
+  EXPECT_TRUE(isInk(strokeEnd()));
+  EXPECT_FALSE(isInk(strokeMiddle())) << "points are not joined";
   for (const bool yes : {false, true}) {
     prompt.answerYes = yes;
     QTest::keyClick(find<QCheckBox>("checkFit"), Qt::Key_G);
-    EXPECT_EQ(isInk(strokeEnd), !yes);
+    EXPECT_EQ(isInk(strokeEnd()), !yes);
     EXPECT_EQ(isInk(onTheGrid), !yes) << "the grid goes with the drawing";
     key(Qt::Key_G);
   }
   EXPECT_EQ(count("confirm Clear All Drawing ?"), 2) << "asked when switched off";
   report(stroke);
   key(Qt::Key_Escape);
-  EXPECT_FALSE(isInk(strokeEnd));
+  EXPECT_FALSE(isInk(strokeEnd()));
   for (QWidget* const focused : {drawing.data(), static_cast<QWidget*>(&monitor())})
     repeatKey(focused, Qt::Key_Escape);
   EXPECT_TRUE(drawing->isVisible()) << "a held key clears, and does not leave";
@@ -116,9 +182,9 @@ TEST_F(RawDrawingWindow, DrawsAReplayFromItsBeginningAndThenThePortIsListenedToA
   EXPECT_EQ(monitor().toPlainText(), "");
   check("checkMonitorOnly", true);
   check("checkPause", false);
-  live(150ms);
+  live(400ms);
   EXPECT_THAT(monitor().toPlainText().toStdString(), testing::HasSubstr("D8 7F 1F 7F 1F"));
-  EXPECT_FALSE(isInk(strokeEnd));
+  EXPECT_FALSE(isInk(strokeEnd()));
   key(Qt::Key_Escape);
   key(Qt::Key_Escape);
   live(600ms);

@@ -1,14 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
-
 #include "ui/finger_style.h"
+#include "ui/guarded_application.h"
 
 int main(int argc, char** argv) {
   // Real windows and real events, drawn where no screen is needed.
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);
-  const QApplication app(argc, argv);
+  const touch::GuardedApplication app(argc, argv);
   QApplication::setStyle(new touch::FingerStyle);
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
