@@ -11,6 +11,7 @@
 
 #include "core/hex.h"
 #include "core/language.h"
+#include "core/own_folder.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -111,25 +112,43 @@ std::string utcNow() {
 
 std::optional<std::string> Trace::start(const std::filesystem::path& file) {
   stop();
-  file_.open(file, std::ios::binary | std::ios::trunc);
   path_ = file;
-  if (file_.is_open()) return std::nullopt;
+  auto opened = openOwnFile(file);
+  if (opened) {
+    file_ = std::move(*opened);
+    return std::nullopt;
+  }
   return filled(say("core", "The trace file %1 cannot be written: %2"),
-                {file.string(), std::strerror(errno)});
+                {file.string(), opened.error().found});
 }
 
 void Trace::stop() {
-  file_.close();
-  file_.clear();
+  file_.reset();
 }
 
 void Trace::write(std::string_view members) {
   if (!isOn()) return;
-  file_ << "{\"time\":\"" << utcNow() << "\"," << members << "}\n" << std::flush;
-  if (file_) return;
+  const std::string line = "{\"time\":\"" + utcNow() + "\"," + std::string(members) + "}\n";
+  errno = 0;
+  if (std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
+      std::fflush(file_.get()) == 0)
+    return;
   break_ = filled(say("core", "The trace file %1 ends early, because it cannot be written on: %2"),
                   {path_.string(), std::strerror(errno)});
   stop();
+}
+
+std::optional<std::string> Trace::end(std::size_t limit) const {
+  if (!isOn()) return std::nullopt;
+  const std::uintmax_t size = sizeOf(file_.get());
+  const auto kept = static_cast<std::size_t>(std::min<std::uintmax_t>(size, limit));
+  std::string text(kept, '\0');
+  if (std::fseek(file_.get(), -static_cast<long>(kept), SEEK_END) != 0) return std::nullopt;
+  text.resize(std::fread(text.data(), 1, kept, file_.get()));
+  // What is written next goes behind the end by itself, but not without this between.
+  std::fseek(file_.get(), 0, SEEK_END);
+  if (kept < size) text.erase(0, text.find('\n') + 1);
+  return text;
 }
 
 #define TOUCH_TRACED(name, parameters, arguments)                     \
