@@ -172,7 +172,7 @@ KeptBlock keepBlock(const Access& access, Prompt& prompt, const Backup& backup,
   } else {
     why = block.error().describe();
   }
-  return {prompt.confirm(filled(
+  return {prompt.goWithoutWayBack(filled(
               say("console", "The parameter block cannot be kept. %1. Go on without a way back?"),
               {why})),
           {}};
