@@ -183,8 +183,9 @@ void MainConsole::searchComPorts() {
     view_.showStatus(say("console", "The search was cancelled."));
     return;
   }
+  const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;
   view_.showStatus(found.noneOpened.empty()
-                       ? describe(found)
+                       ? describe(found) + sharing
                        : say("console", "No COM port could be opened.") + ' ' + found.noneOpened);
   prompt_.message(describe(found));
 }

@@ -43,6 +43,7 @@ void Debugger::takePort() {
   if (isBusy()) return;
   const auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
   tell(refused ? *refused : say("serial", "The driver has let go of its port.") + ' ' + portText());
+  tellOfSharing();
 }
 
 void Debugger::searchPort() {
@@ -51,6 +52,11 @@ void Debugger::searchPort() {
   const auto found = port_.comporttest();
   tell(found ? filled(say("serial", "A controller answers on COM%1."), {std::to_string(*found)})
              : say("serial", "No controller answers on COM1 or COM2."));
+  tellOfSharing();
+}
+
+void Debugger::tellOfSharing() {
+  if (const std::string sharing = recorded_.sharedWith(); !sharing.empty()) tell(sharing);
 }
 
 void Debugger::leave() {

@@ -77,6 +77,7 @@ class Debugger {
   };
 
   ReceiveMode::Parts parts();
+  void tellOfSharing();
   void tell(std::string text);
 
   Access access_;

@@ -38,6 +38,7 @@ ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const S
       complain(*refused);
       return ExitStatus::failed;
     }
+    if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);
   }
   return action({access, prompt, port, shell, serial});
 }
