@@ -210,6 +210,7 @@ int run(Options& options, int argc, char** argv) {
 
 // What is thrown up to here nobody can mend, and it ends the program.
 int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
+  trustOwnFoldersAlone();
   const SystemText text(argc, argv);
   CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
                      "touchutility");

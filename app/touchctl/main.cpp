@@ -27,6 +27,7 @@ ExitStatus run(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  trustOwnFoldersAlone();
   const SystemText text(argc, argv);
   Arguments arguments;
   if (const auto status = parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc,
