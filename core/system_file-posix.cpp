@@ -1,5 +1,4 @@
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -11,18 +10,6 @@ namespace touch {
 
 File createFile(const std::filesystem::path& path) {
   return File(std::fopen(path.c_str(), "wbxe"));
-}
-
-File openForAppending(const std::filesystem::path& path) {
-  return File(std::fopen(path.c_str(), "abe"));
-}
-
-File holdFile(const std::filesystem::path& path) {
-  File file(std::fopen(path.c_str(), "abe"));
-  // A file system that knows no locks is no reason to do without.
-  if (file && flock(fileno(file.get()), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-    file.reset();
-  return file;
 }
 
 File openForReading(const std::filesystem::path& path) {

@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <io.h>
-#include <share.h>
 #include <sys/stat.h>
 
 #include "core/system_file.h"
@@ -16,14 +15,6 @@ File createFile(const std::filesystem::path& path) {
   File file(_fdopen(created, "wb"));
   if (!file) _close(created);
   return file;
-}
-
-File openForAppending(const std::filesystem::path& path) {
-  return File(_wfopen(path.c_str(), L"abN"));
-}
-
-File holdFile(const std::filesystem::path& path) {
-  return File(_wfsopen(path.c_str(), L"abN", _SH_DENYRW));
 }
 
 File openForReading(const std::filesystem::path& path) {

@@ -16,13 +16,6 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 
 /// A new file; one that is there already, also as a link that leads nowhere, is left alone and refused with EEXIST.
 File createFile(const std::filesystem::path& path);
-/// Made when missing.
-File openForAppending(const std::filesystem::path& path);
-
-/// Made when missing, and this one's alone until it is closed. Null when another program, or another part of this one,
-/// has it, or when it cannot be made.
-File holdFile(const std::filesystem::path& path);
-
 /// Links are followed. Nothing is waited for: a pipe opens at once, and is none that `isRegular`.
 File openForReading(const std::filesystem::path& path);
 
