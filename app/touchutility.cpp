@@ -209,6 +209,7 @@ int run(Options& options, int argc, char** argv) {
 }
 
 int runProgram(int argc, char** argv) {
+  trustOwnFoldersAlone();
   const SystemText text(argc, argv);
   CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
                      "touchutility");

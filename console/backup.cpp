@@ -8,8 +8,8 @@
 #include "console/vrq_file.h"
 #include "core/hex.h"
 #include "core/language.h"
+#include "core/own_folder.h"
 #include "core/text_encoding.h"
-#include "core/whole_file.h"
 
 namespace touch {
 
@@ -58,35 +58,33 @@ std::string fileNamePart(std::string_view controller) {
 
 }  // namespace
 
-std::optional<FileError> Backup::makeFolder() const {
-  std::error_code failed;
-  fs::create_directories(folder_, failed);
-  if (!failed) return std::nullopt;
-  return FileError{folder_.string(), 0, say("console", "a folder that can be written"),
-                   failed.message()};
-}
-
 Result<fs::path, FileError> Backup::keep(const std::string& controller,
                                          const ParameterBlock& block) const {
-  if (auto failed = makeFolder()) return *failed;
-  const std::string name = fileNameTime(now_()) + '-' + fileNamePart(controller);
-  fs::path file = folder_ / (name + ".vrq");
-  std::error_code ignored;
-  for (int i = 2; fs::exists(fs::symlink_status(file, ignored)); ++i) {
-    file = folder_ / (name + '-' + std::to_string(i) + ".vrq");
-  }
-  if (auto failed = saveVrq(file, block)) return *failed;
-  return file;
+  const auto folder = OwnFolder::openOrMake(folder_);
+  if (!folder) return folder.error();
+  const auto name =
+      folder->add(fileNameTime(now_()) + '-' + fileNamePart(controller), ".vrq", vrqText(block));
+  if (!name) return name.error();
+  return folder_ / *name;
+}
+
+std::optional<FileError> Backup::tryOut() const {
+  std::error_code failed;
+  if (!fs::exists(fs::symlink_status(folder_, failed))) return std::nullopt;
+  const auto folder = OwnFolder::open(folder_);
+  return folder ? folder->tryOut() : std::optional(folder.error());
 }
 
 std::optional<FileError> Backup::note(const std::string& controller, const WordChange& change,
                                       Stage stage) const {
   constexpr std::array<std::string_view, 3> stages = {"begun", "written", "failed"};
-  if (auto failed = makeFolder()) return failed;
-  return appendLine(journalFile(), utcText(now_()) + '\t' + printable(controller) + '\t' +
-                                       hexByte(change.address) + '\t' + wordText(change.before) +
-                                       '\t' + wordText(change.after) + '\t' +
-                                       std::string(stages[static_cast<std::size_t>(stage)]));
+  const auto folder = OwnFolder::openOrMake(folder_);
+  if (!folder) return folder.error();
+  return folder->appendLine(journalName, utcText(now_()) + '\t' + printable(controller) + '\t' +
+                                             hexByte(change.address) + '\t' +
+                                             wordText(change.before) + '\t' +
+                                             wordText(change.after) + '\t' +
+                                             std::string(stages[static_cast<std::size_t>(stage)]));
 }
 
 }  // namespace touch

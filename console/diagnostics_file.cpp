@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -10,6 +9,7 @@
 #include "console/parameter_block.h"
 #include "core/connection.h"
 #include "core/language.h"
+#include "core/personal_names.h"
 #include "core/text_encoding.h"
 #include "core/trace.h"
 #include "core/whole_file.h"
@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 using Content = Result<std::string, Missing>;
 
 // The last part of a trace is what tells of the fault, and the file is to be mailed.
-constexpr std::uintmax_t longestTrace = std::uintmax_t{16} << 20U;
+constexpr std::size_t longestTrace = std::size_t{16} << 20U;
 
 std::string versionsText(const Patient& patient) {
   std::string text;
@@ -70,20 +70,10 @@ Content parametersOf(const Access& access) {
   return text;
 }
 
-Content endOfTrace(const fs::path& file) {
-  std::ifstream stream(file, std::ios::binary | std::ios::ate);
-  const auto size = static_cast<std::streamoff>(stream.tellg());
-  if (!stream || size < 0)
-    return Missing{filled(say("console", "%1 cannot be read"), {file.string()})};
-  const auto kept = std::min<std::streamoff>(size, longestTrace);
-  std::string text(static_cast<std::size_t>(kept), '\0');
-  stream.seekg(size - kept);
-  stream.read(text.data(), kept);
-  if (stream.bad()) return Missing{filled(say("console", "%1 cannot be read"), {file.string()})};
-  text.resize(static_cast<std::size_t>(stream.gcount()));
-  // The first line of what is left of a long trace is half a line.
-  if (kept < size) text.erase(0, text.find('\n') + 1);
-  return text;
+Content endOfTrace(const Trace& trace) {
+  auto text = trace.end(longestTrace);
+  if (!text) return Missing{say("console", "the trace cannot be read")};
+  return std::move(*text);
 }
 
 /// The controller's name, as far as it may stand in the name of a file.
@@ -133,21 +123,23 @@ std::vector<DiagnosticsPart> partsOf(const Patient& patient, const Diagnosis& di
   }
   // At the end, so that reading the controllers is in it.
   if (trace.isOn())
-    parts.push_back({"trace.jsonl", [&]() -> Content { return endOfTrace(trace.path()); }});
+    parts.push_back({"trace.jsonl", [&]() -> Content { return endOfTrace(trace); }});
   return parts;
 }
 
-std::string contentOf(const DiagnosticsPart& part, std::vector<std::string>& failed) {
+std::string contentOf(const DiagnosticsPart& part, const PersonalNames& personal,
+                      std::vector<std::string>& failed) {
   std::string why;
   try {
-    auto content = part.make();
-    if (content) return std::move(*content);
+    const auto content = part.make();
+    if (content) return withoutPersonalNames(*content, personal);
     why = content.error().why;
   } catch (const std::exception& error) {
     why = error.what();
   }
   failed.push_back(part.name);
-  return filled(say("console", "This part is missing: %1."), {why}) + '\n';
+  return withoutPersonalNames(filled(say("console", "This part is missing: %1."), {why}) + '\n',
+                              personal);
 }
 
 }  // namespace
@@ -155,10 +147,11 @@ std::string contentOf(const DiagnosticsPart& part, std::vector<std::string>& fai
 std::string packParts(const std::vector<DiagnosticsPart>& parts,
                       std::chrono::system_clock::time_point time,
                       std::vector<std::string>& failed) {
+  const PersonalNames personal = personalNames();
   std::vector<ZipEntry> entries;
   entries.reserve(parts.size());
   for (const DiagnosticsPart& part : parts)
-    entries.push_back({part.name, contentOf(part, failed)});
+    entries.push_back({part.name, contentOf(part, personal, failed)});
   return zipArchive(entries, time);
 }
 
@@ -172,6 +165,19 @@ std::string DiagnosticsSaved::describe(const fs::path& file) const {
     names += (names.empty() ? "" : ", ") + name;
   return text + ' ' +
          filled(say("console", "Missing, with the reason in their place: %1."), {names});
+}
+
+std::string diagnosticsContents(const Patient& patient, const Diagnosis& diagnosis,
+                                const Trace& trace) {
+  std::string names;
+  for (const DiagnosticsPart& part : partsOf(patient, diagnosis, trace, nullptr))
+    names += (names.empty() ? "" : ", ") + part.name;
+  return filled(say("console",
+                    "The diagnostics file will contain %1: what was found, the versions, the "
+                    "settings and parameters of each controller and, while a trace is written, "
+                    "its last 16 MB, with all that was said to and by them. Your home folder and "
+                    "this computer's name are left out."),
+                {names});
 }
 
 DiagnosticsSaved saveDiagnostics(const fs::path& file, const Patient& patient,

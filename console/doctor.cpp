@@ -4,12 +4,14 @@
 #include <array>
 #include <utility>
 
+#include "console/backup.h"
 #include "console/optional_files.h"
 #include "core/clock.h"
 #include "core/connection.h"
 #include "core/discovery.h"
 #include "core/identity.h"
 #include "core/language.h"
+#include "core/marked_folder.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
 #include "serial/port_holders.h"
@@ -318,6 +320,21 @@ void examinePorts(const Patient& patient, Findings findings) {
   }
 }
 
+/// Those that the program has made in the working folder, or believes to have made.
+void examineOwnFolders(const fs::path& folder, Findings& findings) {
+  const std::string next =
+      say("console", "Move it away, or name another working folder with --work-dir DIR.");
+  if (const auto complaint = Backup(folder).tryOut()) {
+    findings.add(problem, complaint->describe() + '.',
+                 say("console", "Parameters are not kept before they are changed."), next);
+  }
+  if (const auto complaint = MarkedFolder::tryOut(folder / "tmp")) {
+    findings.add(
+        note, complaint->describe() + '.',
+        say("console", "It is left alone; strokes that are drawn are kept in another one."), next);
+  }
+}
+
 void examineFolder(const fs::path& folder, Findings findings) {
   std::error_code ignored;
   fs::path probe;
@@ -330,6 +347,7 @@ void examineFolder(const fs::path& folder, Findings findings) {
   if (!complaint) {
     findings.add(
         ok, filled(say("console", "The working folder %1 can be written."), {folder.string()}));
+    examineOwnFolders(folder, findings);
     return;
   }
   findings.add(

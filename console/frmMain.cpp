@@ -274,6 +274,9 @@ void frmMain::sayLooking(const std::string& what) {
 void frmMain::saveDiagnostics(const std::filesystem::path& file) {
   console_.examine(tr("Packing the diagnostics file …").toStdString(), [this, &file] {
     const Diagnosis diagnosis = diagnose();
+    const std::string contents = diagnosticsContents(patient(), diagnosis, trace_);
+    if (!prompt_.confirm(contents + ' ' + tr("Save it?").toStdString()))
+      return tr("Nothing was saved.").toStdString();
     return touch::saveDiagnostics(file, patient(), diagnosis, trace_,
                                   [this](const std::string& what) { sayLooking(what); })
         .describe(file);

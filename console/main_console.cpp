@@ -231,8 +231,9 @@ void MainConsole::searchComPorts() {
     });
     std::string outcome = say("console", "The search was cancelled.");
     if (!found.cancelled) {
+      const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;
       outcome = found.noneOpened.empty()
-                    ? describe(found)
+                    ? describe(found) + sharing
                     : say("console", "No COM port could be opened.") + ' ' + found.noneOpened;
       view_.showStatus(outcome);
       prompt_.message(describe(found));

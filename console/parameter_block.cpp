@@ -174,7 +174,7 @@ KeptBlock keepBlock(const Access& access, Prompt& prompt, const Backup& backup,
                     const Result<ParameterBlock, WordError>& block) {
   const auto file = keep(access, backup, block);
   if (file) return {true, *file};
-  return {prompt.confirm(filled(
+  return {prompt.goWithoutWayBack(filled(
               say("console", "The parameter block cannot be kept. %1. Go on without a way back?"),
               {file.error().why})),
           {}};

@@ -37,7 +37,10 @@ class SharedLibrary {
   std::filesystem::path path_;
 };
 
-/// The folder that holds the running program.
+/// To be called first of all: from then on no library is loaded from the current folder or from PATH, whoever loads it.
+void trustOwnFoldersAlone();
+
+/// The folder that holds the running program; empty when the system does not tell.
 std::filesystem::path programFolder();
 
 /// Where a library is looked for by its name, in words: folders of this program first.

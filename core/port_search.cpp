@@ -61,6 +61,7 @@ PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortPr
   const ClosedAfterwards closed(serial);
   makeDriverLetGo(access);
   bool oneOpened = false;
+  std::string shared;
   std::string complaint;
   for (int port = lastPort; port >= 1; --port) {
     if (progress && !progress(port)) return {.cancelled = true};
@@ -69,10 +70,14 @@ PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortPr
       continue;
     }
     oneOpened = true;
+    if (const std::string sharing = serial.sharedWith(); !sharing.empty())
+      shared += (shared.empty() ? "" : " ") + sharing;
     if (!isAnswer(ask(access, serial, "UT", answerWait))) continue;
-    return {.port = port, .setUp = ask(access, serial, "MS", setUpWait).acknowledged()};
+    return {.port = port,
+            .setUp = ask(access, serial, "MS", setUpWait).acknowledged(),
+            .shared = shared};
   }
-  return {.noneOpened = oneOpened ? std::string() : complaint};
+  return {.noneOpened = oneOpened ? std::string() : complaint, .shared = shared};
 }
 
 std::string describe(const PortSearch& search) {

@@ -16,6 +16,7 @@ struct PortSearch {
   bool setUp = false;         ///< that controller acknowledged its set-up
   bool cancelled = false;     ///< the user broke the search off; nothing is known then
   std::string noneOpened{};   ///< when no port could be opened at all: why not the last one tried
+  std::string shared{};  ///< who else takes what comes in on ports that were tried, in sentences
   friend bool operator==(const PortSearch&, const PortSearch&) = default;
 };
 

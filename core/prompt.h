@@ -36,6 +36,8 @@ class Prompt {
   bool confirm(std::string_view text, std::string_view title = defaultTitle) {
     return ask(text, title) == Answer::yes;
   }
+  /// Whether something may be written that nothing takes back. A shell has to be told so beforehand.
+  virtual bool goWithoutWayBack(std::string_view text) { return confirm(text); }
   /// A line of text, or nothing when the user cancelled.
   virtual std::optional<std::string> input(std::string_view prompt, std::string_view title) = 0;
 };

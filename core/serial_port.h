@@ -31,6 +31,9 @@ class SerialPort {
   virtual std::optional<std::string> open() = 0;
   virtual void close() = 0;
   virtual bool isOpen() const = 0;
+  /// Who else had the port open when it was last opened and takes bytes that are for this program, as a sentence; empty
+  /// when nobody is known.
+  virtual std::string sharedWith() const { return {}; }
   /// The reason why the port closed by itself since it was last opened.
   virtual std::optional<std::string> lost() const = 0;
 

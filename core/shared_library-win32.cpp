@@ -38,6 +38,11 @@ std::filesystem::path moduleFile(HMODULE module) {
 
 }  // namespace
 
+void trustOwnFoldersAlone() {
+  // For every library that anybody in this program loads by name from here on: Qt its plugins', the system its own.
+  SetDefaultDllDirectories(trustedFolders);
+}
+
 std::string librarySearchPlaces() {
   return filled(say("core", "%1 and the system folder"), {programFolder().string()});
 }

@@ -11,6 +11,7 @@
 
 #include "core/hex.h"
 #include "core/language.h"
+#include "core/own_folder.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -95,23 +96,25 @@ std::string utcNow() {
 
 std::optional<std::string> Trace::start(const std::filesystem::path& file) {
   stop();
-  file_.open(file, std::ios::binary | std::ios::trunc);
   path_ = file;
   written_ = 0;
-  if (file_.is_open()) return std::nullopt;
+  auto opened = openOwnFile(file);
+  if (opened) {
+    file_ = std::move(*opened);
+    return std::nullopt;
+  }
   return filled(say("core", "The trace file %1 cannot be written: %2"),
-                {file.string(), std::strerror(errno)});
+                {file.string(), opened.error().found});
 }
 
 void Trace::stop() {
-  file_.close();
-  file_.clear();
+  file_.reset();
 }
 
 void Trace::write(std::string_view members) {
   if (!isOn()) return;
   if (written_ >= limit_) {
-    file_ << "{\"time\":\"" << utcNow() << "\",\"end\":\"the limit is reached\"}\n";
+    put("{\"time\":\"" + utcNow() + "\",\"end\":\"the limit is reached\"}\n");
     breakOff(
         filled(say("core", "The trace file %1 ends here: it has reached its limit of %2 bytes"),
                {path_.string(), std::to_string(limit_)}));
@@ -119,15 +122,33 @@ void Trace::write(std::string_view members) {
   }
   const std::string line = "{\"time\":\"" + utcNow() + "\"," + std::string(members) + "}\n";
   written_ += line.size();
-  file_ << line << std::flush;
-  if (file_) return;
+  if (put(line)) return;
   breakOff(filled(say("core", "The trace file %1 ends early, because it cannot be written on: %2"),
                   {path_.string(), std::strerror(errno)}));
+}
+
+bool Trace::put(std::string_view line) {
+  errno = 0;
+  return std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
+         std::fflush(file_.get()) == 0;
 }
 
 void Trace::breakOff(std::string why) {
   break_ = std::move(why);
   stop();
+}
+
+std::optional<std::string> Trace::end(std::size_t limit) const {
+  if (!isOn()) return std::nullopt;
+  const std::uintmax_t size = sizeOf(file_.get());
+  const auto kept = static_cast<std::size_t>(std::min<std::uintmax_t>(size, limit));
+  std::string text(kept, '\0');
+  if (std::fseek(file_.get(), -static_cast<long>(kept), SEEK_END) != 0) return std::nullopt;
+  text.resize(std::fread(text.data(), 1, kept, file_.get()));
+  // What is written next goes behind the end by itself, but not without this between.
+  std::fseek(file_.get(), 0, SEEK_END);
+  if (kept < size) text.erase(0, text.find('\n') + 1);
+  return text;
 }
 
 #define TOUCH_TRACED(name, parameters, arguments)                     \

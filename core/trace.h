@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 
 #include "core/driver.h"
 #include "core/serial_port.h"
+#include "core/system_file.h"
 
 namespace touch {
 
@@ -24,24 +24,29 @@ class Trace {
   /// It ends by itself behind `limit` bytes.
   explicit Trace(std::size_t limit = largest) : limit_(limit) {}
 
-  /// Starts a new trace in `file`; returns why that cannot be, or nothing.
+  /// Starts a new trace in `file`, which must not be a link or another user's; returns why that cannot be, or nothing.
   std::optional<std::string> start(const std::filesystem::path& file);
   void stop();
-  bool isOn() const { return file_.is_open(); }
+  bool isOn() const { return file_ != nullptr; }
   /// Why the trace ended before it was stopped, once: a full disk ends it, and its limit.
   std::optional<std::string> takeBreak() { return std::exchange(break_, std::nullopt); }
   /// Where it is, or was last, written.
   const std::filesystem::path& path() const { return path_; }
+  /// The last `limit` bytes that were written, without the rest of a line that begins before them. Nothing when they
+  /// cannot be read.
+  std::optional<std::string> end(std::size_t limit) const;
 
   /// `members` are JSON members without the surrounding braces, e.g. "\"call\":\"IsPenUp\"".
   void write(std::string_view members);
 
  private:
+  /// False when it could not be written.
+  bool put(std::string_view line);
   void breakOff(std::string why);
 
   std::size_t limit_;
   std::size_t written_ = 0;
-  std::ofstream file_;
+  File file_;
   std::filesystem::path path_;
   std::optional<std::string> break_;
 };
@@ -74,6 +79,7 @@ class TracingSerialPort final : public SerialPort {
   std::optional<std::string> open() override;
   void close() override;
   bool isOpen() const override { return inner_->isOpen(); }
+  std::string sharedWith() const override { return inner_->sharedWith(); }
   std::optional<std::string> lost() const override { return inner_->lost(); }
   std::size_t inBufferCount() override { return inner_->inBufferCount(); }
   void clearInput() override;

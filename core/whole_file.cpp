@@ -4,13 +4,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <fstream>
 #include <system_error>
 #include <utility>
 
 #include "core/hex.h"
 #include "core/language.h"
-#include "core/system_file.h"
 
 namespace touch {
 
@@ -60,14 +58,31 @@ std::pair<File, fs::path> newFileBeside(const fs::path& path) {
   return {nullptr, beside};
 }
 
-bool endsWithinALine(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary | std::ios::ate);
-  if (!file || file.tellg() <= 0) return false;
-  file.seekg(-1, std::ios::end);
-  return file.get() != '\n';
+Result<std::string, FileError> contentOf(FileInPieces& file) {
+  // Memory follows what is there and not what might be.
+  std::string content;
+  content.reserve(file.size() + readPiece);
+  for (;;) {
+    const std::size_t before = content.size();
+    content.resize(before + readPiece);
+    const std::size_t count = file.read(std::span(content).subspan(before));
+    content.resize(before + count);
+    if (count == 0) break;
+  }
+  if (file.error()) return *file.error();
+  return content;
+}
+
+FileError moreThan(std::size_t limit, std::string name) {
+  return {std::move(name), 0, filled(say("core", "at most %1 bytes"), {std::to_string(limit)}),
+          say("core", "more")};
 }
 
 }  // namespace
+
+std::error_code writeOut(std::FILE* file, std::string_view content) {
+  return writeOut(file, allOf(content));
+}
 
 std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view content) {
   return writeWholeFile(path, allOf(content));
@@ -90,38 +105,15 @@ std::optional<FileError> writeWholeFile(const fs::path& path, const NextPiece& n
   if (!file) return writeError(path, lastError());
 
   // Who may not read the old file may not read the new one either, not even while it is written.
-  if (fs::is_regular_file(there)) {
-    std::error_code ignored;
-    fs::permissions(beside, there.permissions() & fs::perms::all, ignored);
-  }
+  if (fs::is_regular_file(there)) setMode(file.get(), there.permissions());
   failed = writeOut(file.get(), next);
-  file.reset();
-  if (!failed) fs::rename(beside, target, failed);
+  if (!failed) failed = renameOpen(file, beside, target);
   if (!failed) return std::nullopt;
+  file.reset();
   std::error_code ignored;
   fs::remove(beside, ignored);
   return writeError(path, failed);
 }
-
-std::optional<FileError> appendLine(const fs::path& path, std::string_view line) {
-  std::error_code failed;
-  const std::uintmax_t size = fs::exists(path, failed) ? fs::file_size(path, failed) : 0;
-  std::string text;
-  if (endsWithinALine(path)) text += '\n';
-  text.append(line) += '\n';
-  errno = 0;
-  File file = openForAppending(path);
-  if (!file) return writeError(path, lastError());
-  failed = writeOut(file.get(), allOf(text));
-  file.reset();
-  if (!failed) return std::nullopt;
-  std::error_code ignored;
-  fs::resize_file(path, size, ignored);
-  return writeError(path, failed);
-}
-
-FileInPieces::FileInPieces(const fs::path& path, std::size_t limit)
-    : name_(path.string()), file_(path, std::ios::binary), limit_(limit) {}
 
 Result<FileInPieces, FileError> FileInPieces::open(const fs::path& path, std::size_t limit) {
   const auto failure = [&path](std::string expected, std::string found) {
@@ -130,26 +122,32 @@ Result<FileInPieces, FileError> FileInPieces::open(const fs::path& path, std::si
   std::error_code why;
   const auto status = fs::status(path, why);
   if (!fs::exists(status)) return failure(say("core", "a file"), say("core", "none"));
-  if (!fs::is_regular_file(status))
+  File file = fs::is_regular_file(status) ? openForReading(path) : nullptr;
+  // Another may have taken its place meanwhile.
+  if (!fs::is_regular_file(status) || (file && !isRegular(file.get())))
     return failure(say("core", "a file"), say("core", "something else of this name"));
-  FileInPieces file(path, limit);
-  if (!file.file_)
+  if (!file)
     return failure(say("core", "a file that can be read"),
                    say("core", "none that this user may open"));
-  return file;
+  return of(std::move(file), path.string(), limit);
+}
+
+Result<FileInPieces, FileError> FileInPieces::of(File file, std::string name, std::size_t limit) {
+  if (sizeOf(file.get()) > limit) return moreThan(limit, std::move(name));
+  return FileInPieces(std::move(file), std::move(name), limit);
 }
 
 std::size_t FileInPieces::read(std::span<char> piece) {
-  if (error_ || !file_) return 0;
-  file_.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-  const auto count = static_cast<std::size_t>(file_.gcount());
+  if (error_) return 0;
+  // One byte more tells that there is more; no others of it are read.
+  const std::size_t wanted = std::min(piece.size(), limit_ - count_ + 1);
+  const std::size_t count = std::fread(piece.data(), 1, wanted, file_.get());
   count_ += count;
-  if (file_.bad()) {
+  if (std::ferror(file_.get()) != 0) {
     error_ =
         FileError{name_, 0, say("core", "a file that can be read"), say("core", "a read error")};
   } else if (count_ > limit_) {
-    error_ = FileError{name_, 0, filled(say("core", "at most %1 bytes"), {std::to_string(limit_)}),
-                       say("core", "more")};
+    error_ = moreThan(limit_, name_);
   }
   return error_ ? 0 : count;
 }
@@ -157,20 +155,13 @@ std::size_t FileInPieces::read(std::span<char> piece) {
 Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t limit) {
   auto file = FileInPieces::open(path, limit);
   if (!file) return file.error();
-  // Memory follows what is there and not what might be.
-  std::string content;
-  std::error_code why;
-  if (const auto size = fs::file_size(path, why); !why)
-    content.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, limit)) + readPiece);
-  for (;;) {
-    const std::size_t before = content.size();
-    content.resize(before + readPiece);
-    const std::size_t count = file->read(std::span(content).subspan(before));
-    content.resize(before + count);
-    if (count == 0) break;
-  }
-  if (file->error()) return *file->error();
-  return content;
+  return contentOf(*file);
+}
+
+Result<std::string, FileError> readWholeFile(File file, std::string name, std::size_t limit) {
+  auto pieces = FileInPieces::of(std::move(file), std::move(name), limit);
+  if (!pieces) return pieces.error();
+  return contentOf(*pieces);
 }
 
 std::vector<std::string_view> linesOf(std::string_view text) {

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <span>
@@ -11,6 +10,7 @@
 #include <vector>
 
 #include "core/result.h"
+#include "core/system_file.h"
 
 namespace touch {
 
@@ -30,26 +30,33 @@ using NextPiece = std::function<bool(std::string& piece)>;
 /// The same for a content that should not be in memory as a whole.
 std::optional<FileError> writeWholeFile(const std::filesystem::path& path, const NextPiece& next);
 
-/// Appends `line` and LF to `path`, made when missing, and flushes to the disk. After an error,
-/// which is returned, the file ends where it ended before. A last line that was cut off by a crash
-/// is ended first.
-std::optional<FileError> appendLine(const std::filesystem::path& path, std::string_view line);
+/// Writes `content` into a file that is open and waits until it has reached the disk. Returns what failed.
+std::error_code writeOut(std::FILE* file, std::string_view content);
 
 /// A regular file of at most `limit` bytes, read from its start piece by piece: little of it is in memory at a time.
 class FileInPieces {
  public:
   static Result<FileInPieces, FileError> open(const std::filesystem::path& path, std::size_t limit);
+  /// The same for one that is open; `name` is what an error calls it.
+  static Result<FileInPieces, FileError> of(File file, std::string name, std::size_t limit);
 
   /// As many of its next bytes as `piece` holds, and how many those were: 0 at the end, and when it failed.
   std::size_t read(std::span<char> piece);
+  /// Of the whole file when it was opened, as far as there is one to tell.
+  std::size_t size() const { return size_; }
   /// Why it failed.
   const std::optional<FileError>& error() const { return error_; }
 
  private:
-  FileInPieces(const std::filesystem::path& path, std::size_t limit);
+  FileInPieces(File file, std::string name, std::size_t limit)
+      : name_(std::move(name)),
+        file_(std::move(file)),
+        size_(static_cast<std::size_t>(sizeOf(file_.get()))),
+        limit_(limit) {}
 
   std::string name_;
-  std::ifstream file_;
+  File file_;
+  std::size_t size_;
   std::size_t limit_;
   std::size_t count_ = 0;
   std::optional<FileError> error_;
@@ -57,6 +64,8 @@ class FileInPieces {
 
 /// The content of a regular file of at most `limit` bytes.
 Result<std::string, FileError> readWholeFile(const std::filesystem::path& path, std::size_t limit);
+/// The same for one that is open; `name` is what an error calls it.
+Result<std::string, FileError> readWholeFile(File file, std::string name, std::size_t limit);
 
 /// The lines of `text` without their ends, LF or CR LF; the last one needs no end.
 std::vector<std::string_view> linesOf(std::string_view text);

@@ -1,12 +1,12 @@
 #include "linetest/working_files.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
 #include <string>
 #include <utility>
 
 #include "core/language.h"
+#include "core/marked_folder.h"
 #include "core/whole_file.h"
 #include "linetest/drawing_file.h"
 #include "linetest/number_layout.h"
@@ -19,39 +19,17 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view nameStart = "tmp";
 constexpr std::string_view extension = ".tmp";
-constexpr const char* holdName = "in-use.lock";
 constexpr const char* unfinishedName = "unfinished";
 constexpr const char* damagedExtension = ".damaged";
 constexpr int mostPrograms = 9;
 // 3001 samples of two numbers take a tenth of it.
 constexpr std::size_t longestWorkingFile = std::size_t{1} << 20U;
 
-bool canBeWritten(const fs::path& folder) {
-  std::error_code failed;
-  fs::create_directories(folder, failed);
-  const fs::path probe = folder / "probe.tmp";
-  // A full disk makes files, and puts nothing into them.
-  File file = openForAppending(probe);
-  const bool written = file && std::fputs("\r\n", file.get()) >= 0 && std::fflush(file.get()) == 0;
-  file.reset();
-  fs::remove(probe, failed);
-  return written;
-}
-
-/// "tmp007.tmp.new", "probe.tmp.new1": half of a write that a crash has cut off; see whole_file.h.
-bool isCutOff(const fs::path& file) {
-  const std::string name = file.filename().string();
-  const std::string ending = std::string(extension) + std::string(unfinishedEnding);
-  const auto at = name.rfind(ending);
-  return at != name.npos && name.find_first_not_of("0123456789", at + ending.size()) == name.npos;
-}
-
 std::string nameOf(int number) {
   return std::string(nameStart) + threeDigits(number) + std::string(extension);
 }
 
-std::optional<int> numberOf(const fs::path& file) {
-  const std::string name = file.filename().string();
+std::optional<int> numberOf(std::string_view name) {
   if (!name.starts_with(nameStart) || !name.ends_with(extension)) return std::nullopt;
   int number = 0;
   const char* begin = name.data() + nameStart.size();
@@ -62,36 +40,44 @@ std::optional<int> numberOf(const fs::path& file) {
   return number;
 }
 
-bool isWorkingFile(const fs::path& file) {
-  return file.extension() == extension;
+/// "tmp007.tmp.new", "tmp007.tmp.new1": half of a write that a crash has cut off.
+bool isCutOff(std::string_view name) {
+  const auto at = name.rfind(unfinishedEnding);
+  return at != name.npos && numberOf(name.substr(0, at)) &&
+         name.find_first_not_of("0123456789", at + unfinishedEnding.size()) == name.npos;
 }
 
-std::vector<fs::path> filesIn(const fs::path& folder, bool (*wanted)(const fs::path&)) {
-  std::vector<fs::path> files;
-  std::error_code failed;
-  for (fs::directory_iterator at(folder, failed), end; !failed && at != end; at.increment(failed))
-    if (wanted(at->path())) files.push_back(at->path());
-  return files;
+std::vector<int> numbersIn(const OwnFolder& folder) {
+  std::vector<int> numbers;
+  for (const std::string& name : folder.names())
+    if (const auto number = numberOf(name)) numbers.push_back(*number);
+  std::ranges::sort(numbers);
+  return numbers;
 }
 
 /// Beginning and ending, with a number between them where there is a file of that name already.
-fs::path freePath(const fs::path& beginning, std::string_view ending = {}) {
-  fs::path free = beginning;
-  free += ending;
-  std::error_code unknown;
-  for (int next = 2; fs::exists(fs::symlink_status(free, unknown)); ++next) {
-    free = beginning;
-    free += std::to_string(next) + std::string(ending);
-  }
+std::string freeName(const std::vector<std::string>& names, const std::string& beginning,
+                     const std::string& ending = {}) {
+  std::string free = beginning + ending;
+  for (int next = 2; std::ranges::find(names, free) != names.end(); ++next)
+    free = beginning + std::to_string(next) + ending;
   return free;
 }
 
-std::optional<FileError> renameFile(const fs::path& from, const fs::path& to) {
-  std::error_code failed;
-  fs::rename(from, to, failed);
-  if (!failed) return std::nullopt;
-  return FileError{from.string(), 0, say("linetest", "a file that can be renamed"),
-                   failed.message()};
+std::optional<FileError> renameIn(const OwnFolder& folder, const std::string& from,
+                                  const std::string& to) {
+  const auto error = folder.rename(from, to);
+  if (!error) return std::nullopt;
+  return FileError{(folder.path() / from).string(), 0,
+                   say("linetest", "a file that can be renamed"), error->found};
+}
+
+bool mayBeMade(const fs::path& folder) {
+  std::error_code unknown;
+  return !fs::exists(fs::symlink_status(folder, unknown)) &&
+         !isFolderOfTheSystem(folder.parent_path()) &&
+         (!fs::exists(folder.parent_path(), unknown) ||
+          SystemFolder::mayMakeIn(folder.parent_path()));
 }
 
 }  // namespace
@@ -131,41 +117,74 @@ Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string na
   return stroke;
 }
 
+/// Where the files are, or will be.
+struct WorkingFiles::Place {
+  std::vector<fs::path> candidates;
+  fs::path path;                       ///< one of them
+  std::optional<MarkedFolder> folder;  ///< once it is had
+};
+
 WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBack)
-    : folder_(workingFolder / "tmp") {
-  const auto take = [this](fs::path folder) {
-    if (canBeWritten(folder)) held_ = holdFile(folder / holdName);
-    if (held_) folder_ = std::move(folder);
-    return static_cast<bool>(held_);
-  };
-  bool taken = take(folder_) || take(fallBack / "tmp");
-  for (int program = 2; !taken && program <= mostPrograms; ++program)
-    taken = take(fallBack / ("tmp" + std::to_string(program)));
-  if (!taken) return;
-  std::error_code ignored;
-  for (const fs::path& file : filesIn(folder_, isCutOff))
-    fs::remove(file, ignored);
+    : place_(std::make_unique<Place>()) {
+  auto& candidates = place_->candidates;
+  candidates = {workingFolder / nameStart};
+  for (int program = 1; !fallBack.empty() && program <= mostPrograms; ++program)
+    candidates.push_back(fallBack / (std::string(nameStart) +
+                                     (program == 1 ? std::string() : std::to_string(program))));
+  for (const fs::path& candidate : candidates) {
+    place_->path = candidate;
+    if (auto folder = MarkedFolder::take(candidate)) place_->folder = std::move(*folder);
+    if (place_->folder || mayBeMade(candidate)) return;
+  }
+  place_->path = candidates.front();
+}
+
+WorkingFiles::WorkingFiles(WorkingFiles&&) noexcept = default;
+WorkingFiles& WorkingFiles::operator=(WorkingFiles&&) noexcept = default;
+WorkingFiles::~WorkingFiles() = default;
+
+const fs::path& WorkingFiles::folder() const {
+  return place_->path;
+}
+
+const OwnFolder* WorkingFiles::files() const {
+  return place_->folder ? &place_->folder->files() : nullptr;
+}
+
+std::optional<FileError> WorkingFiles::prepare() const {
+  std::optional<FileError> first;
+  for (const fs::path& candidate : place_->candidates) {
+    if (place_->folder) return std::nullopt;
+    auto folder = MarkedFolder::make(candidate);
+    if (!folder && !first) first = folder.error();
+    if (!folder) folder = MarkedFolder::take(candidate);
+    // Strokes that another program has left since this one was started are for one that offers them.
+    if (!folder || !numbersIn(folder->files()).empty()) continue;
+    place_->path = candidate;
+    place_->folder = std::move(*folder);
+  }
+  return place_->folder ? std::nullopt : first;
 }
 
 fs::path WorkingFiles::pathOf(int number) const {
-  return folder_ / nameOf(number);
+  return folder() / nameOf(number);
 }
 
 std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) const {
+  if (auto error = prepare()) return error;
   // First, so that there is no stroke that the next run would not offer.
-  const fs::path mark = folder_ / unfinishedName;
-  errno = 0;
-  if (!createFile(mark) && errno != EEXIST)
-    return FileError{mark.string(), 0, say("linetest", "a place that can be written"),
-                     std::generic_category().message(errno)};
-  return writeWholeFile(pathOf(number), workingText(stroke));
+  const auto mark = files()->openFile(unfinishedName, OwnFolder::Opening::append);
+  if (!mark) return mark.error();
+  return files()->write(nameOf(number), workingText(stroke));
 }
 
 Result<Stroke, FileError> WorkingFiles::read(int number) const {
-  const fs::path path = pathOf(number);
-  const auto text = readWholeFile(path, longestWorkingFile);
+  const std::string path = pathOf(number).string();
+  if (files() == nullptr)
+    return FileError{path, 0, say("linetest", "a recorded stroke"), say("linetest", "none")};
+  const auto text = files()->read(nameOf(number), longestWorkingFile);
   if (!text) return text.error();
-  return parseWorkingText(*text, path.string());
+  return parseWorkingText(*text, path);
 }
 
 Result<std::vector<Stroke>, FileError> WorkingFiles::readAll(int count) const {
@@ -179,41 +198,33 @@ Result<std::vector<Stroke>, FileError> WorkingFiles::readAll(int count) const {
 }
 
 void WorkingFiles::remove(int number) const {
-  std::error_code ignored;
-  fs::remove(pathOf(number), ignored);
+  if (files() != nullptr) files()->remove(nameOf(number));
 }
 
 bool WorkingFiles::isUnfinished() const {
-  std::error_code unknown;
-  return fs::exists(folder_ / unfinishedName, unknown);
+  return files() != nullptr && files()->openFile(unfinishedName, OwnFolder::Opening::read);
 }
 
 void WorkingFiles::finish() const {
-  std::error_code ignored;
-  fs::remove(folder_ / unfinishedName, ignored);
+  if (files() != nullptr) files()->remove(unfinishedName);
 }
 
 std::optional<FileError> WorkingFiles::clear() const {
-  for (const fs::path& file : filesIn(folder_, isWorkingFile)) {
-    std::error_code failed;
-    fs::remove(file, failed);
-    if (failed)
-      return FileError{file.string(), 0, say("linetest", "a file that can be deleted"),
-                       failed.message()};
+  if (files() == nullptr) return std::nullopt;
+  std::optional<FileError> first;
+  for (const std::string& name : files()->names()) {
+    if (!numberOf(name) && !isCutOff(name)) continue;
+    const auto error = files()->remove(name);
+    if (error && !first) first = error;
   }
   finish();
-  return std::nullopt;
+  return first;
 }
 
 LeftStrokes WorkingFiles::left() const {
-  std::vector<int> numbers;
-  for (const fs::path& file : filesIn(folder_, isWorkingFile)) {
-    const auto number = numberOf(file);
-    if (number) numbers.push_back(*number);
-  }
-  std::sort(numbers.begin(), numbers.end());
   LeftStrokes left;
-  for (const int number : numbers) {
+  if (files() == nullptr) return left;
+  for (const int number : numbersIn(*files())) {
     auto stroke = read(number);
     if (stroke) {
       left.strokes.push_back({number, std::move(*stroke)});
@@ -226,24 +237,28 @@ LeftStrokes WorkingFiles::left() const {
 }
 
 std::optional<FileError> WorkingFiles::setDamagedAside(const LeftStrokes& left) const {
+  if (files() == nullptr) return std::nullopt;
   for (const int number : left.damagedNumbers) {
-    const fs::path damaged = pathOf(number);
-    if (auto error =
-            renameFile(damaged, freePath(fs::path(damaged).replace_extension(damagedExtension))))
-      return error;
+    const std::string damaged = nameOf(number);
+    const std::string aside =
+        damaged.substr(0, damaged.size() - extension.size()) + damagedExtension;
+    if (auto error = renameIn(*files(), damaged, freeName(files()->names(), aside))) return error;
   }
   return std::nullopt;
 }
 
 fs::path WorkingFiles::asidePath() const {
-  return freePath(folder_ / "left", ".fdw");
+  const auto names = files() == nullptr ? std::vector<std::string>() : files()->names();
+  return folder() / freeName(names, "left", ".fdw");
 }
 
 std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left) const {
+  if (auto error = prepare()) return error;
   Drawing drawing;
   for (const auto& [number, stroke] : left.strokes)
     drawing.push_back(stroke);
-  if (auto error = writeDrawing(asidePath(), drawing)) return error;
+  if (auto error = files()->write(asidePath().filename().string(), drawingText(drawing)))
+    return error;
   return clear();
 }
 
@@ -251,7 +266,7 @@ std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) 
   int next = 0;
   for (const auto& [number, stroke] : left.strokes) {
     if (number != next) {
-      if (auto error = renameFile(pathOf(number), pathOf(next))) return error;
+      if (auto error = renameIn(*files(), nameOf(number), nameOf(next))) return error;
     }
     ++next;
   }

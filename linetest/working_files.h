@@ -1,16 +1,18 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/result.h"
-#include "core/system_file.h"
 #include "linetest/stroke.h"
 
 namespace touch {
+
+class OwnFolder;
 
 // Working files: each recorded stroke as soon as it is drawn, so that a crash loses none. "tmp000.tmp", "tmp001.tmp" …
 // in a folder of their own; numbers are laid out as number_layout.h says. The records are
@@ -37,12 +39,15 @@ struct LeftStrokes {
 
 class WorkingFiles {
  public:
-  /// They live in the folder "tmp" under `workingFolder`, or in "tmp" to "tmp9" under `fallBack` when nothing can be
-  /// written there or another program has its own there. What a crash in the middle of a write has left of a file is
-  /// swept away; whole files stay.
+  /// They live in the folder "tmp" under `workingFolder`, or in "tmp" to "tmp9" under `fallBack` when none can be made
+  /// there, another program has its own there, or what has the name was not made and marked by this system. The folder is
+  /// made when the first stroke is written; one with strokes that an earlier run has left is taken at once.
   WorkingFiles(const std::filesystem::path& workingFolder, const std::filesystem::path& fallBack);
+  WorkingFiles(WorkingFiles&&) noexcept;
+  WorkingFiles& operator=(WorkingFiles&&) noexcept;
+  ~WorkingFiles();
 
-  const std::filesystem::path& folder() const { return folder_; }
+  const std::filesystem::path& folder() const;
   std::filesystem::path pathOf(int number) const;
 
   /// Whole or not at all. From now on the drawing is unfinished.
@@ -57,7 +62,8 @@ class WorkingFiles {
   bool isUnfinished() const;
   void finish() const;
 
-  /// Deletes every "*.tmp" in the folder, which is the system's own. That finishes the drawing.
+  /// Deletes every file of a stroke in the folder, which is the system's own, and what a crash in the middle of a write
+  /// has left of one; nothing else. That finishes the drawing.
   std::optional<FileError> clear() const;
   LeftStrokes left() const;
   /// Gives the damaged files of `left` names that say so, under which nothing is written and nothing deleted.
@@ -71,8 +77,14 @@ class WorkingFiles {
   std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;
 
  private:
-  std::filesystem::path folder_;
-  File held_;  ///< keeps other programs out of the folder
+  struct Place;
+
+  /// Null as long as there is no folder.
+  const OwnFolder* files() const;
+  /// Sees to it that there is one.
+  std::optional<FileError> prepare() const;
+
+  std::unique_ptr<Place> place_;
 };
 
 }  // namespace touch

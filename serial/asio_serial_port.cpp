@@ -9,6 +9,7 @@
 
 #include "core/language.h"
 #include "serial/damage_marks.h"
+#include "serial/port_holders.h"
 #include "serial/serial_device.h"
 
 namespace touch {
@@ -156,6 +157,7 @@ void AsioSerialPort::selectPort(int number) {
 std::optional<std::string> AsioSerialPort::open() {
   if (isOpen()) return std::nullopt;
   lost_.reset();
+  sharedWith_.clear();
   const std::string device = ports_.device(number_);
   if (device.empty()) {
     return filled(say("serial", "%1 cannot be opened: %2"),
@@ -166,6 +168,9 @@ std::optional<std::string> AsioSerialPort::open() {
     if (const auto error = line->open(device)) return cannotOpen(error);
     if (const auto error = line->apply(settings_)) return refusesSettings(settings_, error);
     line_ = std::move(line);
+    // From here on nobody else gets at it; who had it open before is seen now.
+    const std::string sharing = sharingText(portHolders(device));
+    if (!sharing.empty()) sharedWith_ = ports_.describe(number_) + ": " + sharing;
     return std::nullopt;
   } catch (const std::system_error& error) {
     // The platform has nothing left to wait for a port with.

@@ -26,6 +26,7 @@ class AsioSerialPort final : public SerialPort {
   std::optional<std::string> open() override;
   void close() override;
   bool isOpen() const override { return line_ != nullptr; }
+  std::string sharedWith() const override { return sharedWith_; }
   std::optional<std::string> lost() const override { return lost_; }
 
   std::size_t inBufferCount() override;
@@ -52,6 +53,7 @@ class AsioSerialPort final : public SerialPort {
   int number_ = 1;
   std::unique_ptr<Line> line_;  ///< null while closed
   std::optional<std::string> lost_;
+  std::string sharedWith_;
 };
 
 }  // namespace touch

@@ -51,6 +51,7 @@ std::optional<std::string> Debugger::takePort() {
   if (isBusy()) return std::nullopt;
   auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
   tell(refused ? *refused : port_.driverText() + ' ' + portText());
+  tellOfSharing();
   return refused;
 }
 
@@ -65,6 +66,11 @@ void Debugger::searchPort() {
   const auto found = port_.comporttest();
   tell(found ? filled(say("serial", "A controller answers on COM%1."), {std::to_string(*found)})
              : say("serial", "No controller answers on COM1 or COM2."));
+  tellOfSharing();
+}
+
+void Debugger::tellOfSharing() {
+  if (const std::string sharing = recorded_.sharedWith(); !sharing.empty()) tell(sharing);
 }
 
 void Debugger::leave() {

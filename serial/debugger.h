@@ -92,6 +92,7 @@ class Debugger {
   };
 
   ReceiveMode::Parts parts();
+  void tellOfSharing();
   void tell(std::string text);
 
   Access access_;

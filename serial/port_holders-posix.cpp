@@ -12,6 +12,7 @@
 #include <system_error>
 
 #include "serial/port_holders.h"
+#include "serial/port_lock.h"
 
 namespace touch {
 
@@ -74,6 +75,30 @@ Look lookInto(const fs::path& process, dev_t device) {
   return opened > (servesIt ? 1 : 0) ? Look::has : Look::hasNot;
 }
 
+/// The number of a pseudo-terminal, by which the program at its other end knows it.
+std::optional<unsigned> terminalNumber(dev_t device) {
+  constexpr unsigned firstMajor = 136;
+  constexpr unsigned lastMajor = 143;
+  constexpr unsigned ofEachMajor = 256;
+  if (major(device) < firstMajor || major(device) > lastMajor) return std::nullopt;
+  return (major(device) - firstMajor) * ofEachMajor + minor(device);
+}
+
+/// Whether the process is at the other end of this pseudo-terminal.
+bool servesTerminal(const fs::path& process, unsigned terminal) {
+  const std::string wanted = "tty-index:\t" + std::to_string(terminal);
+  std::error_code failed;
+  for (auto file = fs::directory_iterator(process / "fd", failed);
+       !failed && file != fs::directory_iterator(); file.increment(failed)) {
+    std::error_code gone;
+    if (fs::read_symlink(file->path(), gone).filename() != "ptmx") continue;
+    std::ifstream about(process / "fdinfo" / file->path().filename());
+    for (std::string line; std::getline(about, line);)
+      if (line == wanted) return true;
+  }
+  return false;
+}
+
 std::optional<pid_t> processNumber(const fs::path& entry) {
   const std::string name = entry.filename();
   pid_t number = 0;
@@ -119,14 +144,20 @@ PortHolders portHolders(const std::string& device) {
   std::error_code failed;
   auto entry = fs::directory_iterator("/proc", failed);
   holders.complete = !failed;
+  const auto terminal = terminalNumber(*wanted);
   for (; !failed && entry != fs::directory_iterator(); entry.increment(failed)) {
     const auto process = processNumber(entry->path());
     if (!process) continue;
     const Look look = lookInto(entry->path(), *wanted);
     if (look == Look::mayNot) holders.complete = false;
     if (look != Look::has) continue;
-    holders.known.push_back({firstLine(entry->path() / "comm"), *process, *process == getpid()});
+    holders.known.push_back({firstLine(entry->path() / "comm"), *process, *process == getpid(),
+                             terminal && servesTerminal(entry->path(), *terminal)});
   }
+  const auto locking = lockHolder(device);
+  if (locking && std::ranges::find(holders.known, locking->process, &PortHolder::process) ==
+                     holders.known.end())
+    holders.known.push_back(*locking);
   return holders;
 }
 

@@ -8,7 +8,11 @@ namespace {
 
 std::string described(const PortHolder& holder) {
   if (holder.isThisProgram) return say("serial", "this program");
-  return filled(say("serial", "%1 (process %2)"), {holder.program, std::to_string(holder.process)});
+  const std::string process = std::to_string(holder.process);
+  if (holder.lockFile.empty())
+    return filled(say("serial", "%1 (process %2)"), {holder.program, process});
+  return filled(say("serial", "%1 (process %2, by its lock file %3)"),
+                {holder.program, process, holder.lockFile.string()});
 }
 
 }  // namespace
@@ -40,6 +44,17 @@ std::string inUseText(const PortHolders& holders) {
     text += ' ' + say("serial", "Which one it is, only an administrator can see.");
   }
   return text;
+}
+
+std::string sharingText(const PortHolders& holders) {
+  PortHolders others = holders;
+  std::erase_if(others.known, [](const PortHolder& holder) {
+    return holder.isThisProgram || holder.isOtherEnd || !holder.lockFile.empty();
+  });
+  if (others.known.empty()) return {};
+  return filled(others.known.size() == 1 ? say("serial", "%1 has it open too and takes replies.")
+                                         : say("serial", "%1 have it open too and take replies."),
+                {others.names()});
 }
 
 std::string PortPermission::wayOut() const {

@@ -15,6 +15,9 @@ struct PortHolder {
   std::string program;
   std::int64_t process = 0;
   bool isThisProgram = false;  ///< the touch driver runs in this program and may have it
+  bool isOtherEnd = false;     ///< of a pseudo-terminal: it is what is talked to
+  std::filesystem::path
+      lockFile{};  ///< by which it is known; empty when it was seen to have the device open
 };
 
 struct PortHolders {
@@ -27,6 +30,10 @@ struct PortHolders {
 };
 
 PortHolders portHolders(const std::string& device);
+
+/// That others have a device open which this program has opened, and take bytes that are for it, as a sentence; empty
+/// when none is known.
+std::string sharingText(const PortHolders& holders);
 
 /// Why a device that is in use cannot be opened, and the way out, as a clause that ends with a full stop.
 std::string inUseText(const PortHolders& holders);

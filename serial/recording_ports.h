@@ -29,6 +29,7 @@ class RecordedPort final : public SerialPort {
   std::optional<std::string> open() override;
   void close() override;
   bool isOpen() const override { return inner_.isOpen(); }
+  std::string sharedWith() const override { return inner_.sharedWith(); }
   std::optional<std::string> lost() const override { return inner_.lost(); }
   std::size_t inBufferCount() override { return waiting_.size() + inner_.inBufferCount(); }
   /// What is cleared has come in as well, so while recording it is read instead.

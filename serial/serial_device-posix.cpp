@@ -9,9 +9,11 @@
 
 #include <cerrno>
 #include <optional>
+#include <utility>
 
 #include "core/language.h"
 #include "serial/port_holders.h"
+#include "serial/port_lock.h"
 #include "serial/serial_device.h"
 
 namespace touch::serial_device {
@@ -29,7 +31,7 @@ std::error_code failedIf(bool failed) {
 /// Takes a device step by step, and gives back what it has got of it.
 class Taken final : public Before {
  public:
-  explicit Taken(int device) : device_(device) {}
+  Taken(int device, PortLock lock) : lock_(std::move(lock)), device_(device) {}
   Taken(const Taken&) = delete;
   Taken& operator=(const Taken&) = delete;
   ~Taken() override {
@@ -59,6 +61,7 @@ class Taken final : public Before {
   }
 
  private:
+  PortLock lock_;  // goes last
   int device_;
   bool exclusive_ = false;
   std::optional<termios> line_;  ///< as it was found
@@ -77,6 +80,9 @@ std::string defaultName(int number) {
 
 Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device) {
+  // Opening can already disturb whoever has it: what his lock file says is asked first.
+  auto lock = PortLock::take(device);
+  if (!lock) return std::error_code(EBUSY, std::system_category());
   // Asio would set the line up before anybody could say that it is somebody else's.
   const int opened = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   if (opened < 0) return lastError();
@@ -86,7 +92,7 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
     ::close(opened);
     return error;
   }
-  auto taken = std::make_unique<Taken>(opened);
+  auto taken = std::make_unique<Taken>(opened, std::move(*lock));
   error = taken->keepOthersOut();
   if (!error) error = taken->makeRaw();
   // What came in while nobody listened was taken apart by the line's earlier mode.

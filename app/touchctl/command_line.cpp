@@ -47,6 +47,12 @@ void addJson(const CommandLine& line, CLI::App& command) {
   command.add_flag("--json", line.options.json, "Print JSON");
 }
 
+void addWithoutBackup(const CommandLine& line, CLI::App& command) {
+  command.add_flag(
+      "--without-backup", line.options.withoutBackup,
+      "Write also when the parameters cannot be kept before; then there is no way back");
+}
+
 Command onController(Command work) {
   return [work = std::move(work)](Shell& shell) {
     return shell.chooseController() ? work(shell) : ExitStatus::noController;

@@ -65,6 +65,9 @@ void addGroup(const CommandLine& line, const std::string& name, const std::strin
 /// Lets the command print JSON.
 void addJson(const CommandLine& line, CLI::App& command);
 
+/// Lets the command write to a controller although what it holds could not be kept before.
+void addWithoutBackup(const CommandLine& line, CLI::App& command);
+
 /// `work`, once the controller is chosen; without one the command ends.
 Command onController(Command work);
 

@@ -69,6 +69,7 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
   const Diagnosis diagnosis = examine(patient);
   print("{}", options.json ? findingsAsJson(diagnosis) : findingsAsText(diagnosis));
   if (save) {
+    complain(diagnosticsContents(patient, diagnosis, trace));
     const DiagnosticsSaved saved = saveDiagnostics(*save, patient, diagnosis, trace);
     complain(saved.describe(*save));
     if (saved.error) return ExitStatus::failed;

@@ -32,6 +32,7 @@ ExitStatus run(const Arguments& arguments) {
 }
 
 int runProgram(int argc, char** argv) {
+  trustOwnFoldersAlone();
   const SystemText text(argc, argv);
   Arguments arguments;
   if (const auto status = parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc,

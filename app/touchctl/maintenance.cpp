@@ -32,6 +32,7 @@ void addMaintenanceCommands(const CommandLine& line) {
       line, line.app, "defaults",
       "Make the controller take back the values that it left the factory with",
       [line](CLI::App& command) {
+        addWithoutBackup(line, command);
         command.callback([line] { line.command = onController(takeBackDefaults); });
       });
   addControllerCommand(line, line.app, "reset", "Make the controller start anew",

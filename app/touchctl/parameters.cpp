@@ -172,6 +172,7 @@ void addBlockCommands(const CommandLine& line, CLI::App& group) {
   });
   addControllerCommand(
       line, group, "write", "Write single words, each read back", [line](CLI::App& write) {
+        addWithoutBackup(line, write);
         const auto* const words =
             write.add_option(argumentName("ADDRESS=WORD"), "In hexadecimal digits, e.g. 03=1A2B")
                 ->required()
@@ -192,6 +193,7 @@ void addBlockCommands(const CommandLine& line, CLI::App& group) {
       });
   addControllerCommand(
       line, group, "load", "Write a file's block to the controller", [line](CLI::App& load) {
+        addWithoutBackup(line, load);
         load.callback([line, file = addFile(load)] {
           line.command = withFile(pathNamed(file->as<std::string>()), loadParameters);
         });

@@ -340,6 +340,8 @@ ExitStatus writeWord(const SerialWork& work, const std::string& address, const s
 
 ExitStatus findPort(const SerialWork& work) {
   const auto found = work.port.comporttest();
+  if (const std::string sharing = work.port.serial().sharedWith(); !sharing.empty())
+    complain(sharing);
   if (work.shell.json) {
     printJson(ordered_json({{"port", found ? ordered_json(*found) : ordered_json(nullptr)}}));
   } else if (found) {

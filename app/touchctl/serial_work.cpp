@@ -40,6 +40,7 @@ ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const S
       complain(*refused);
       return ExitStatus::failed;
     }
+    if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);
   }
   const ExitStatus status = action({access, prompt, port, shell, serial});
   port.noteDamage();

@@ -45,7 +45,10 @@ bool ShellPrompt::proceed(std::string_view text, std::string_view title) {
 }
 
 Answer ShellPrompt::ask(std::string_view text, std::string_view) {
-  if (assumeYes_) return Answer::yes;
+  if (assumeYes_) {
+    complain(fmt::format("{} Yes, as --yes says.", text));
+    return Answer::yes;
+  }
   if (!isTerminalInput()) {
     complain(fmt::format("{} Not at a terminal: say --yes to go on.", text));
     return Answer::none;
@@ -54,6 +57,13 @@ Answer ShellPrompt::ask(std::string_view text, std::string_view) {
   const auto answer = answeredLine();
   if (!answer) return Answer::none;
   return answer == "y" || answer == "Y" || answer == "yes" ? Answer::yes : Answer::no;
+}
+
+bool ShellPrompt::goWithoutWayBack(std::string_view text) {
+  complain(fmt::format("{} {}", text,
+                       withoutBackup_ ? "Yes, as --without-backup says."
+                                      : "No: say --without-backup to go on all the same."));
+  return withoutBackup_;
 }
 
 std::optional<std::string> ShellPrompt::input(std::string_view prompt, std::string_view) {
@@ -67,7 +77,7 @@ Shell::Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi,
       nexapi_(std::move(nexapi)),
       simulation_(Simulation::of(*nexapi_)),
       driver_(*nexapi_, trace_),
-      prompt_(options.assumeYes) {
+      prompt_(options.assumeYes, options.withoutBackup) {
   session_.messages = std::move(messages);
   addSimulatedPort(*nexapi_, options_.comPorts);
 }

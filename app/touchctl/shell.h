@@ -19,24 +19,28 @@ namespace touch {
 enum class ExitStatus { done = 0, failed = 1, wrongUse = 2, noDriver = 3, noController = 4 };
 
 /// Says messages on the error output; a question is asked only at a terminal and is otherwise answered as the command
-/// line said. Ctrl+C leaves it without an answer.
+/// line said, which is said too. Ctrl+C leaves it without an answer.
 class ShellPrompt final : public Prompt {
  public:
-  explicit ShellPrompt(bool assumeYes) : assumeYes_(assumeYes) {}
+  explicit ShellPrompt(bool assumeYes, bool withoutBackup = false)
+      : assumeYes_(assumeYes), withoutBackup_(withoutBackup) {}
   void message(std::string_view text, std::string_view title) override;
   bool await(std::string_view text, std::string_view title) override;
   bool proceed(std::string_view text, std::string_view title) override;
   Answer ask(std::string_view text, std::string_view title) override;
+  bool goWithoutWayBack(std::string_view text) override;
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
 
  private:
   bool assumeYes_;
+  bool withoutBackup_;  ///< writing without a way back was asked for
 };
 
 /// What all commands take beside the options of both programs.
 struct ShellOptions : Options {
   bool json = false;
   bool assumeYes = false;
+  bool withoutBackup = false;
   std::string controller;  ///< empty: the first that answers
 };
 

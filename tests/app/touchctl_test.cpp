@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <future>
@@ -109,6 +111,19 @@ TEST_F(Touchctl, SaysWhatFailed) {
   });
 }
 
+TEST_F(Touchctl, WritesWithoutAWayBackOnlyWhenToldSo) {
+  folder.write("backup", "somebody's file");
+  const char* const refused = "No: say --without-backup to go on all the same.";
+  expectAll({
+      {usb("params write 03=1A2B"), 1, "", refused},
+      {usb("params load @/good.vrq"), 1, "", refused},
+      {usb("defaults"), 1, "", refused},
+      {usb("defaults --without-backup"), 0, "", "Yes, as --without-backup says."},
+      {usb("params write 03=1A2B --without-backup"), 0, "Written: 03", "?! Yes, as --yes says."},
+  });
+  EXPECT_EQ(folder.read("backup"), "somebody's file");
+}
+
 TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},
@@ -197,7 +212,11 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
   });
   const Ended saved = run("--simulate doctor --json --save @/Prüfung-触.zip --yes");
   const std::string file = folder.path() / "Prüfung-触.zip";
-  EXPECT_EQ(runProgram("/usr/bin/unzip", {"-p", file, "doctor.json"}).output, saved.output);
+  const std::string kept = runProgram("/usr/bin/unzip", {"-p", file, "doctor.json"}).output;
+  EXPECT_THAT(kept, HasSubstr("RS232 DEVICE 1 answers"));
+  const char* const home = getpwuid(geteuid())->pw_dir;
+  EXPECT_TRUE(std::string(home) == "/" || kept.find(std::string(home) + '/') == kept.npos) << kept;
+  EXPECT_THAT(saved.errors, HasSubstr("will contain doctor.txt"));
 }
 
 TEST_F(Touchctl, SavesComparesAndWritesParameters) {
@@ -268,11 +287,14 @@ TEST_F(Touchctl, PrintsNothingOfAControllersThatATerminalWouldObey) {
 }
 
 /// The loader reads its search path when a program starts, so only a program started in the folder shows what it does.
-TEST(LibrarySearch, ReachesTheCurrentFolderOnlyWhereItIsNamed) {
+TEST(LibrarySearch, NeverReachesTheCurrentFolderWhateverItIsCalled) {
   const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
   const std::string here = folder.path().string();
-  std::filesystem::copy_file(STUBBORN_LIBRARY, folder.path() / "libnexapi.so");
-  const char* const unsafe = "LD_LIBRARY_PATH has an empty or relative element";
+  for (const auto& place : {folder.path(), elsewhere.path()})
+    std::filesystem::copy_file(STUBBORN_LIBRARY, place / "libnexapi.so");
+  std::filesystem::create_symlink(here, elsewhere.path() / "link");
+  const char* const unsafe = "LD_LIBRARY_PATH has an element that leads to the current folder";
   const char* const missing = "cannot open shared object file";
   // How the driver is asked for; empty: the usual one. Status 3: no driver; 4: one whose controllers do not answer.
   using Text = std::string;
@@ -281,11 +303,13 @@ TEST(LibrarySearch, ReachesTheCurrentFolderOnlyWhereItIsNamed) {
       {":", "", 3, unsafe},
       {"/usr/lib:", "", 3, unsafe},
       {".", "", 3, unsafe},
-      {here, "", 4, "answers"},
-      {here + ":", "", 3, unsafe},
+      {elsewhere.path().string(), "", 4, "answers"},
+      {here, "", 3, unsafe},
+      {"/proc/self/cwd", "", 3, unsafe},
+      {"/usr/lib:" + elsewhere.path().string() + "/link", "", 3, unsafe},
       {"", "libnexapi.so", 4, "answers"},
       {"", "./libnexapi.so", 4, "answers"},
-      {here, "sub/libnexapi.so", 3, missing},
+      {"", "sub/libnexapi.so", 3, missing},
       {"", "libm.so.6", 3, missing},
   };
   for (const auto& [searchPath, driver, status, complaint] : cases) {

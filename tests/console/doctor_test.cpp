@@ -4,6 +4,7 @@
 
 #include "console/diagnostics_file.h"
 #include "console/doctor_report.h"
+#include "core/personal_names.h"
 #include "core/trace.h"
 #include "tests/app/child_process.h"
 #include "tests/console/parameter_controller.h"
@@ -108,6 +109,17 @@ TEST_F(Doctor, LooksAtTheLibrary) {
 TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
   EXPECT_THAT(found("folder").front(), StartsWith("ok: "));
   EXPECT_TRUE(fs::is_empty(folder.path())) << "nothing is left behind";
+  fs::create_directory(folder.path() / "tmp");
+  fs::create_symlink("tmp", folder.path() / "backup");
+  EXPECT_THAT(
+      found("folder"),
+      testing::ElementsAre(
+          AllOf(StartsWith("problem: "), HasSubstr("backup: expected"), HasSubstr("found a link")),
+          AllOf(StartsWith("note: "), HasSubstr("tmp: expected a folder")), StartsWith("ok: ")));
+  fs::remove(folder.path() / "backup");
+  fs::create_directory(folder.path() / "backup");
+  EXPECT_EQ(found("folder").size(), 2u) << "it can be written";
+  EXPECT_TRUE(fs::is_empty(folder.path() / "backup") && fs::is_empty(folder.path() / "tmp"));
   patient.workFolder = folder.path() / "none";
   EXPECT_THAT(found("folder").front(), AllOf(StartsWith("problem: "), HasSubstr("No such file")));
 
@@ -163,7 +175,14 @@ TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
   Trace trace;
   ASSERT_EQ(trace.start(folder.path() / "t.jsonl"), std::nullopt);
   trace.write("\"call\":\"kept\"");
-  const auto saved = saveDiagnostics(file, patient, examine(patient), trace);
+  const auto diagnosis = examine(patient);
+  EXPECT_THAT(
+      diagnosticsContents(patient, diagnosis, trace),
+      HasSubstr("contain doctor.txt, doctor.json, versions.txt, settings-1-RS232_DEVICE_1.json, "
+                "parameters-1-RS232_DEVICE_1.vrq, trace.jsonl: "));
+  fs::remove(folder.path() / "t.jsonl");
+  folder.write("t.jsonl", "somebody else's");
+  const auto saved = saveDiagnostics(file, patient, diagnosis, trace);
   EXPECT_EQ(saved.describe(file), "The diagnostics are saved in " + file.string() + '.');
   EXPECT_THAT(journal,
               Each(testing::Not(AnyOf(StartsWith("Set"), StartsWith("Enable"),
@@ -177,7 +196,17 @@ TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
       {"trace.jsonl", "\"call\":\"kept\""},
   };
   for (const auto& [name, content] : parts)
-    EXPECT_THAT(unpacked(name), HasSubstr(content)) << name;
+    EXPECT_THAT(unpacked(name), HasSubstr(withoutPersonalNames(content, personalNames()))) << name;
+  EXPECT_EQ(unpacked("trace.jsonl").find("somebody"), std::string::npos);
+}
+
+TEST(PersonalNames, AreLeftOutWhereTheyStandAlone) {
+  const PersonalNames names{{"/home/ann", "C:\\Users\\Ann"}, "desk"};
+  EXPECT_EQ(withoutPersonalNames("/home/ann/a.so /home/anna C:\\Users\\Ann\\x "
+                                 "\"C:\\\\Users\\\\Ann\\\\y\" //desk/share desktop",
+                                 names),
+            "~/a.so /home/anna ~\\x \"~\\\\y\" //(this computer)/share desktop");
+  EXPECT_EQ(withoutPersonalNames("on pc", {{}, "pc"}), "on pc");
 }
 
 TEST_F(Doctor, SavesTheRestWhenAPartFails) {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "console/backup.h"
-#include "core/whole_file.h"
+#include "core/own_folder.h"
 #include "tests/support/small_disk.h"
 #include "tests/support/temporary_folder.h"
 
@@ -74,15 +74,15 @@ TEST(VrqFile, IsSavedWholeOrNotAtAll) {
 
 TEST(AppendedLines, StandWholeOrNotAtAll) {
   TemporaryFolder folder;
-  const auto file = folder.path() / "lines.txt";
-  EXPECT_FALSE(appendLine(file, "one"));
+  const auto own = OwnFolder::open(folder.path());
+  EXPECT_FALSE(own->appendLine("lines.txt", "one"));
   {
     const test::SmallDisk disk(8);
-    EXPECT_TRUE(appendLine(file, "longer than the disk"));
+    EXPECT_TRUE(own->appendLine("lines.txt", "longer than the disk"));
   }
   EXPECT_EQ(folder.read("lines.txt"), "one\n");
   folder.write("lines.txt", "one\ncut o");
-  EXPECT_FALSE(appendLine(file, "two"));
+  EXPECT_FALSE(own->appendLine("lines.txt", "two"));
   EXPECT_EQ(folder.read("lines.txt"), "one\ncut o\ntwo\n");
 }
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "core/trace.h"
+#include "core/own_folder.h"
 #include "core/whole_file.h"
 #include "linetest/working_files.h"
 #include "serial/recording.h"
@@ -15,8 +15,6 @@ using fs::perms;
 
 const std::pair<const char*, bool (*)(const fs::path&)> writers[] = {
     {"whole file", [](const fs::path& file) { return !writeWholeFile(file, "text"); }},
-    {"line", [](const fs::path& file) { return !appendLine(file, "text"); }},
-    {"trace", [](const fs::path& file) { return !Trace().start(file); }},
     {"recording", [](const fs::path& file) { return !Recorder().start(file, {}); }},
 };
 
@@ -51,6 +49,11 @@ TEST_F(FileModes, AreTheUsersForNewFilesAndStayForOldOnes) {
         EXPECT_EQ(modeOf(file), old);
       }
     }
+    const auto own = OwnFolder::openOrMake(folder.path() / ("own" + std::to_string(kept)));
+    EXPECT_EQ(modeOf(own->path()), static_cast<perms>(0777U & ~kept));
+    EXPECT_TRUE(!own->appendLine("line", "text") && !own->write("file", "text"));
+    EXPECT_EQ(modeOf(own->path() / "line"), usual);
+    EXPECT_EQ(modeOf(own->path() / "file"), usual);
     const WorkingFiles files(folder.path() / std::to_string(kept), {});
     EXPECT_EQ(files.write(0, {}), std::nullopt);
     EXPECT_EQ(modeOf(files.pathOf(0)), usual);

@@ -56,6 +56,11 @@ TOUCH_FAILING(std::size_t, fwrite,
               real(data, size, count, file))
 TOUCH_FAILING(int, fflush, (std::FILE * file), ENOSPC, EOF, real(file))
 TOUCH_FAILING(int, rename, (const char* from, const char* to), EACCES, -1, real(from, to))
+TOUCH_FAILING(int, renameat, (int from, const char* old, int to, const char* name), EACCES, -1,
+              real(from, old, to, name))
+TOUCH_FAILING(int, renameat2,
+              (int from, const char* old, int to, const char* name, unsigned flags) noexcept,
+              EACCES, -1, real(from, old, to, name, flags))
 TOUCH_FAILING(int, mkdir, (const char* path, mode_t mode), EACCES, -1, real(path, mode))
 TOUCH_FAILING(ssize_t, read, (int file, void* data, std::size_t size), EIO, -1,
               real(file, data, size))
@@ -80,6 +85,14 @@ TOUCH_STAND_IN int open(const char* path, int flags, ...) {
   const auto mode = static_cast<mode_t>((flags & O_CREAT) != 0 ? va_arg(rest, int) : 0);
   va_end(rest);
   return fails(EBUSY) ? -1 : real(path, flags, mode);
+}
+TOUCH_STAND_IN int openat(int folder, const char* path, int flags, ...) {
+  static auto* const real = next<int(int, const char*, int, ...)>("openat");
+  std::va_list rest;
+  va_start(rest, flags);
+  const auto mode = static_cast<mode_t>((flags & O_CREAT) != 0 ? va_arg(rest, int) : 0);
+  va_end(rest);
+  return fails(EACCES) ? -1 : real(folder, path, flags, mode);
 }
 TOUCH_STAND_IN int ioctl(int file, unsigned long request, ...) noexcept {
   static auto* const real = next<int(int, unsigned long, void*)>("ioctl");

@@ -16,6 +16,7 @@ class WorkingFilesIn : public testing::Test {
  protected:
   test::TemporaryFolder working;
   test::TemporaryFolder other;
+  test::TemporaryFolder killed;
   WorkingFiles files{working.path(), other.path()};
 };
 
@@ -44,7 +45,7 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrashAndDeletedWithoutOthers) {
   files = WorkingFiles(other.path(), other.path());
   const WorkingFiles next(working.path(), other.path());
   EXPECT_EQ(next.folder(), working.path() / "tmp");
-  EXPECT_EQ(inFolder(), 4 + 5 + 2) << "what was cut off is gone, nothing else; and lock and mark";
+  EXPECT_EQ(inFolder(), 4 + 5 + 3 + 2) << "all is as it was";
   const LeftStrokes left = next.left();
   ASSERT_EQ(left.strokes.size(), 3u);
   EXPECT_EQ(left.strokes[0].stroke, stroke);
@@ -54,7 +55,36 @@ TEST_F(WorkingFilesIn, AreFoundAgainAfterACrashAndDeletedWithoutOthers) {
   EXPECT_EQ(next.readAll(3)->at(2).colour, 10);
 
   EXPECT_EQ(next.clear(), std::nullopt);
-  EXPECT_EQ(inFolder(), 3 + 1) << "what is no working file, and the lock";
+  EXPECT_EQ(inFolder(), 5 + 1 + 1) << "what is no working file, and the lock";
+}
+
+TEST_F(WorkingFilesIn, MakeTheirFolderForTheFirstStrokeAndLeaveEveryOtherAlone) {
+  EXPECT_FALSE(fs::exists(files.folder()));
+  EXPECT_TRUE(files.left().strokes.empty());
+  EXPECT_EQ(files.clear(), std::nullopt);
+  EXPECT_TRUE(fs::is_empty(working.path()) && fs::is_empty(other.path())) << "nothing is made";
+  fs::create_directory(working.path() / "tmp");
+  working.write("tmp/tmp000.tmp", "somebody's");
+  EXPECT_EQ(files.write(0, stroke), std::nullopt);
+  EXPECT_EQ(files.folder(), other.path() / "tmp");
+  EXPECT_EQ(files.clear(), std::nullopt);
+  EXPECT_EQ(working.read("tmp/tmp000.tmp"), "somebody's");
+  EXPECT_EQ(std::distance(fs::directory_iterator(working.path() / "tmp"), {}), 1);
+
+  const WorkingFiles atRoot("/", working.path() / "data");
+  EXPECT_EQ(atRoot.folder(), working.path() / "data" / "tmp");
+  EXPECT_EQ(atRoot.write(0, stroke), std::nullopt) << "which is made with the folder around it";
+  const WorkingFiles nowhere("/", {});
+  EXPECT_NE(nowhere.write(0, stroke), std::nullopt);
+  EXPECT_FALSE(fs::exists("/tmp/in-use.lock"));
+
+  const WorkingFiles early(killed.path(), other.path());
+  {
+    const WorkingFiles late(killed.path(), other.path());
+    late.write(0, stroke);
+  }
+  EXPECT_EQ(early.write(0, {9, 1, {{3, 3}}}), std::nullopt);
+  EXPECT_NE(early.folder(), killed.path() / "tmp") << "another's strokes are not written over";
 }
 
 TEST_F(WorkingFilesIn, AreReadInTheOrderOfTheirNumbers) {
@@ -107,14 +137,14 @@ TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWrittenOrIsInUse) {
   EXPECT_EQ(moved.write(0, stroke), std::nullopt);
   EXPECT_EQ(full.read("tmp"), "a file of this name");
 
+  files.write(0, stroke);
   const WorkingFiles third(working.path(), other.path());
-  EXPECT_EQ(third.folder(), other.path() / "tmp2") << "both of the others are in use";
   third.write(0, {9, 1, {{3, 3}}});
+  EXPECT_EQ(third.folder(), other.path() / "tmp2") << "both of the others are in use";
   EXPECT_EQ(files.clear(), std::nullopt);
   EXPECT_EQ(moved.left().strokes.size(), 1u);
   EXPECT_EQ(third.left().strokes.size(), 1u);
 
-  const test::TemporaryFolder killed;
   const auto write = [&] {
     const WorkingFiles mine(killed.path(), killed.path());
     mine.write(0, stroke);
@@ -126,7 +156,7 @@ TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWrittenOrIsInUse) {
   EXPECT_EQ(after.left().strokes.size(), 1u);
 
   const WorkingFiles nowhere(full.path() / "tmp", full.path() / "tmp");
-  EXPECT_EQ(nowhere.write(0, stroke).value().expected, "a place that can be written");
+  EXPECT_EQ(nowhere.write(0, stroke).value().found, "Not a directory");
 }
 
 }  // namespace

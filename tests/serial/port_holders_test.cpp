@@ -6,9 +6,11 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <csignal>
 
 #include "serial/asio_serial_port.h"
+#include "serial/port_lock.h"
 #include "tests/serial/pseudo_terminal.h"
 #include "tests/support/temporary_folder.h"
 
@@ -56,6 +58,111 @@ TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
   EXPECT_EQ(portHolders(terminal.path()).names(), "")
       << "who is only at the other end, as this test is, uses nothing";
   EXPECT_EQ(port.open(), std::nullopt);
+}
+
+/// A program that has no file open but those of its `work`, after which it waits to be killed.
+template <typename Work>
+pid_t startWaiting(const Work& work) {
+  int ready[2];
+  EXPECT_EQ(pipe(ready), 0);
+  const pid_t program = fork();
+  if (program == 0) {
+    alarm(60);
+    for (int file = 3; file < 256; ++file)
+      if (file != ready[1]) close(file);
+    [[maybe_unused]] const auto held = work();
+    EXPECT_EQ(write(ready[1], "", 1), 1);
+    pause();
+    _exit(0);
+  }
+  char byte = 0;
+  EXPECT_EQ(read(ready[0], &byte, 1), 1);
+  close(ready[0]);
+  close(ready[1]);
+  return program;
+}
+
+void end(pid_t program) {
+  kill(program, SIGKILL);
+  waitpid(program, nullptr, 0);
+}
+
+TEST(SharedPort, IsSaidToBeWhenAnotherProgramHadItOpenBefore) {
+  const test::PseudoTerminal terminal;
+  const pid_t other =
+      startWaiting([&] { return open(terminal.path().c_str(), O_RDWR | O_NOCTTY); });
+  AsioSerialPort port(asCom1(terminal.path()));
+  ASSERT_EQ(port.open(), std::nullopt);
+  EXPECT_EQ(port.sharedWith(), "COM1 (" + terminal.path() + "): serial_tests (process " +
+                                   std::to_string(other) + ") has it open too and takes replies.");
+  port.close();
+  end(other);
+  ASSERT_EQ(port.open(), std::nullopt);
+  EXPECT_EQ(port.sharedWith(), "") << "whoever is at the other end is no other program";
+}
+
+TEST(PortLock, IsHonouredWhileItsProgramRuns) {
+  const test::PseudoTerminal terminal;
+  const test::TemporaryFolder folder;
+  std::string name = terminal.path().substr(std::string("/dev/").size());
+  std::ranges::replace(name, '/', '_');
+  const std::string file = "LCK.." + name;
+  const auto alone = startWaiting([] { return 0; });
+  const auto gone = startWaiting([] { return 0; });
+  end(gone);
+  const auto inTen = [](pid_t process) {
+    const std::string digits = std::to_string(process);
+    return std::string(10 - digits.size(), ' ') + digits + '\n';
+  };
+  const struct {
+    const char* what;
+    std::string content;
+    bool honoured;
+  } cases[] = {
+      {"another's", inTen(alone), true},
+      {"another's in bytes", {reinterpret_cast<const char*>(&alone), sizeof alone}, true},
+      {"stale", inTen(gone), false},
+      {"empty", "", false},
+      {"nonsense", "yes\n", false},
+      {"process -1, which is everybody", "        -1\n", false},
+  };
+  for (const auto& [what, content, honoured] : cases) {
+    SCOPED_TRACE(what);
+    folder.write(file, content);
+    {
+      const auto lock = PortLock::take(terminal.path(), folder.path());
+      EXPECT_EQ(lock.has_value(), !honoured);
+      EXPECT_EQ(folder.read(file), honoured ? content : inTen(getpid()));
+      if (honoured) {
+        EXPECT_EQ(lock.error().process, alone);
+      } else {
+        const auto again = PortLock::take(terminal.path(), folder.path());
+        EXPECT_TRUE(again) << "it is this program's";
+      }
+    }
+    EXPECT_EQ(fs::exists(folder.path() / file), honoured) << "it goes with the port";
+  }
+  fs::remove(folder.path() / file);
+  folder.write("theirs", "theirs");
+  fs::create_symlink("theirs", folder.path() / file);
+  EXPECT_TRUE(PortLock::take(terminal.path(), folder.path()));
+  EXPECT_EQ(folder.read("theirs"), "theirs");
+  EXPECT_TRUE(PortLock::take(terminal.path(), folder.path() / "none")) << "where none can be made";
+  end(alone);
+}
+
+TEST(PortLock, KeepsThePortFromOtherPrograms) {
+  const test::PseudoTerminal terminal;
+  const pid_t other = startWaiting([&] { return PortLock::take(terminal.path()); });
+  if (!lockHolder(terminal.path())) GTEST_SKIP() << "this user may make no lock files";
+  AsioSerialPort port(asCom1(terminal.path()));
+  const std::string refusal = port.open().value_or("opened");
+  EXPECT_NE(
+      refusal.find("(process " + std::to_string(other) + ", by its lock file /var/lock/LCK.."),
+      refusal.npos)
+      << refusal;
+  end(other);
+  EXPECT_EQ(port.open(), std::nullopt) << "the lock file is stale";
 }
 
 TEST(PortInUse, SaysAsMuchAsIsKnown) {
