@@ -141,13 +141,15 @@ void MainConsole::readIdentity() {
 
 void MainConsole::sayWhoIsReady() {
   if (!selected_) {
-    view_.showStatus(
-        say("console", "No controller was found. The page \"Doctor\" says what is missing."));
+    view_.showReady(Status::error(
+        say("console", "No controller was found. The page \"Doctor\" says what is missing.")));
   } else if (!answers_) {
-    view_.showStatus(filled(say("console", "%1 does not answer. Check its cable and power."),
-                            {toUtf8(selectedName())}));
+    view_.showReady(
+        Status::error(filled(say("console", "%1 does not answer. Check its cable and power."),
+                             {toUtf8(selectedName())})));
   } else {
-    view_.showStatus(filled(say("console", "%1 is ready."), {toUtf8(selectedName())}));
+    view_.showReady(
+        Status::success(filled(say("console", "%1 is ready."), {toUtf8(selectedName())})));
   }
 }
 
@@ -166,7 +168,7 @@ void MainConsole::information() {
   if (busy_ || !selected_) return;
   const Action action(*this, say("console", "Asking the controller who it is …"));
   view_.showInformation(controllerInformation(access_));
-  view_.showStatus(say("console", "Controller information read."));
+  view_.showStatus(Status::success(say("console", "Controller information read.")));
 }
 
 void MainConsole::searchComPorts() {
@@ -183,24 +185,25 @@ void MainConsole::searchComPorts() {
     view_.showStatus(say("console", "The search was cancelled."));
     return;
   }
-  view_.showStatus(found.noneOpened.empty()
-                       ? describe(found)
-                       : say("console", "No COM port could be opened.") + ' ' + found.noneOpened);
+  view_.showStatus(
+      found.noneOpened.empty()
+          ? Status(describe(found))
+          : Status::error(say("console", "No COM port could be opened.") + ' ' + found.noneOpened));
   prompt_.message(describe(found));
 }
 
-void MainConsole::perform(const std::string& what, const std::function<std::string()>& action,
+void MainConsole::perform(const std::string& what, const std::function<Status()>& action,
                           Afterwards afterwards) {
   if (busy_ || !selected_) return;
   const Action running(*this, what);
-  const std::string outcome = action();
+  const Status outcome = action();
   if (afterwards == Afterwards::readSettings) settings_.take(readset(access_));
   view_.showSettings();
   view_.showParameters();
   view_.showStatus(outcome);
 }
 
-void MainConsole::examine(const std::string& what, const std::function<std::string()>& look) {
+void MainConsole::examine(const std::string& what, const std::function<Status()>& look) {
   if (busy_) return;
   const Action running(*this, what);
   view_.showStatus(look());
@@ -215,7 +218,7 @@ void MainConsole::calstart(int points) {
   view_.openCalibration();
 }
 
-void MainConsole::calibrationEnded(bool stored, const std::string& status) {
+void MainConsole::calibrationEnded(bool stored, const Status& status) {
   if (!std::exchange(calibrating_, false)) return;
   busy_ = false;
   if (stored) {
@@ -295,7 +298,8 @@ void MainConsole::passwordEntered(std::string_view text) {
 void MainConsole::requestPinDefinition() {
   if (busy_) return;
   if (!selected_) {
-    view_.showStatus(say("console", "There is no controller whose pins could be defined."));
+    view_.showStatus(
+        Status::error(say("console", "There is no controller whose pins could be defined.")));
     return;
   }
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");

@@ -20,82 +20,84 @@ void ParameterEditor::forget() {
   undo_.clear();
 }
 
-std::string ParameterEditor::read() {
+Status ParameterEditor::read() {
   const auto block = readBlock(access_);
-  if (!block) return unreadable(block.error());
+  if (!block) return Status::error(unreadable(block.error()));
   table_.take(*block);
-  return say("console", "The parameters are read.");
+  return Status::success(say("console", "The parameters are read."));
 }
 
-std::string ParameterEditor::readAgain() {
-  const auto block = readBlock(access_);
-  if (block) {
+Status ParameterEditor::andReadAgain(Status outcome) {
+  if (const auto block = readBlock(access_)) {
     table_.take(*block);
-    return {};
+    return outcome;
+  } else {
+    table_.forgetOld();
+    return Status::error(outcome.text + ' ' + unreadable(block.error()));
   }
-  table_.forgetOld();
-  return ' ' + unreadable(block.error());
 }
 
-std::string ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
+Status ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
   switch (write.end) {
     case WriteEnd::done:
-      return done;
+      return Status::success(done);
     case WriteEnd::nothingToWrite:
       return say("console", "The controller holds these parameters already.");
     case WriteEnd::declined:
       return say("console", "Nothing was written.");
     case WriteEnd::unreadable:
-      return say("console", "Nothing was written: the controller cannot be read.");
+      return Status::error(say("console", "Nothing was written: the controller cannot be read."));
     case WriteEnd::brokenOff:
       break;
   }
-  return say("console", "The write broke off.") + ' ' + write.report.describe();
+  return Status::error(say("console", "The write broke off.") + ' ' + write.report.describe());
 }
 
-std::string ParameterEditor::write() {
+Status ParameterEditor::write() {
   const auto changes = table_.changes();
-  if (!changes) return changes.error();
+  if (!changes) return Status::error(changes.error());
   if (changes->empty()) return say("console", "No word is changed.");
   const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == WriteEnd::done || (write.end == WriteEnd::brokenOff && !isPutBack)) {
     undo_ = write.report.oldWords();
   }
-  std::string text =
+  const Status status =
       outcome(write, say("console", "The parameters are written; Undo takes them back."));
   // What the user typed stays when nothing was written.
-  if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) text += readAgain();
-  return text;
+  if (write.end != WriteEnd::done && write.end != WriteEnd::brokenOff) return status;
+  return andReadAgain(status);
 }
 
-std::string ParameterEditor::undo() {
+Status ParameterEditor::undo() {
   const BlockWrite write = undoBlock(access_, prompt_, backup_, undo_);
   if (write.end == WriteEnd::done || write.end == WriteEnd::nothingToWrite) undo_.clear();
-  return outcome(write, say("console", "The parameters are as they were before.")) + readAgain();
+  return andReadAgain(outcome(write, say("console", "The parameters are as they were before.")));
 }
 
-std::string ParameterEditor::load(const std::filesystem::path& file) {
+Status ParameterEditor::load(const std::filesystem::path& file) {
   const auto block = loadVrq(file);
-  if (!block) return block.error().describe();
+  if (!block) return Status::error(block.error().describe());
   table_.load(*block);
-  return filled(say("console", "Loaded %1; Write sends it to the controller."),
-                {file.filename().string()});
+  return Status::success(filled(say("console", "Loaded %1; Write sends it to the controller."),
+                                {file.filename().string()}));
 }
 
-std::string ParameterEditor::save(const std::filesystem::path& file) const {
+Status ParameterEditor::save(const std::filesystem::path& file) const {
   const auto block = table_.block();
-  if (!block) return block.error();
-  const auto error = saveVrq(file, *block);
-  return error ? error->describe() : filled(say("console", "Saved %1"), {file.string()});
+  if (!block) return Status::error(block.error());
+  if (const auto error = saveVrq(file, *block)) return Status::error(error->describe());
+  return Status::success(filled(say("console", "Saved %1"), {file.string()}));
 }
 
-std::string ParameterEditor::compare(const std::filesystem::path& file) const {
+Status ParameterEditor::compare(const std::filesystem::path& file) const {
   const auto block = loadVrq(file);
-  if (!block) return block.error().describe();
+  if (!block) return Status::error(block.error().describe());
   const auto differences = table_.compare(*block);
-  if (differences.empty())
-    return filled(say("console", "The table and %1 are the same."), {file.filename().string()});
+  if (differences.empty()) {
+    return Status::success(
+        filled(say("console", "The table and %1 are the same."), {file.filename().string()}));
+  }
   std::string text;
   for (const WordDifference& difference : differences) {
     text += filled(say("console", "Word %1: here %2, in the file %3"),
@@ -110,24 +112,24 @@ std::string ParameterEditor::compare(const std::filesystem::path& file) const {
                 {std::to_string(differences.size()), file.filename().string()});
 }
 
-std::string ParameterEditor::restoreDefaults() {
+Status ParameterEditor::restoreDefaults() {
   const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
   if (!outcome.sent) return say("console", "Nothing was sent.");
   forget();
   if (outcome.before) undo_ = wordsOf(*outcome.before);
-  const std::string unread = readAgain();
-  if (!outcome.restored)
-    return say("console", "The controller did not say that its defaults are restored.") + unread;
-  return (outcome.before
-              ? say("console", "The defaults are restored; Undo takes the parameters back.")
-              : say("console", "The defaults are restored.")) +
-         unread;
+  if (!outcome.restored) {
+    return andReadAgain(Status::error(
+        say("console", "The controller did not say that its defaults are restored.")));
+  }
+  return andReadAgain(Status::success(
+      outcome.before ? say("console", "The defaults are restored; Undo takes the parameters back.")
+                     : say("console", "The defaults are restored.")));
 }
 
-std::string ParameterEditor::reset() {
+Status ParameterEditor::reset() {
   return resetController(access_, prompt_)
-             ? say("console", "The controller is reset.")
-             : say("console", "The controller did not acknowledge the reset.");
+             ? Status::success(say("console", "The controller is reset."))
+             : Status::error(say("console", "The controller did not acknowledge the reset."));
 }
 
 std::optional<ParameterWord> ParameterEditor::parameter01() const {
