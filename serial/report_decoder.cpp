@@ -105,12 +105,20 @@ struct E02Packets {
   static constexpr std::uint32_t strayBits = 0;
 };
 
+bool isTabletStatus(std::uint8_t byte) {
+  return std::ranges::find(tabletStatuses, byte, &TabletStatus::status) != tabletStatuses.end();
+}
+
 }  // namespace
+
+std::string_view builtInFormat(std::uint8_t status) {
+  if (isTabletStatus(status)) return "tablet";
+  return status == e02Start ? "E02" : "";
+}
 
 bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet) {
   if (family == ReportFamily::e02) return packet[0] == e02Start && packet[1] == e02Second;
-  return std::ranges::find(tabletStatuses, packet[0], &TabletStatus::status) !=
-         tabletStatuses.end();
+  return isTabletStatus(packet[0]);
 }
 
 ReportDecoder::ReportDecoder(ReportFamily family, std::span<const ReportFormat> added)
