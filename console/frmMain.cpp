@@ -143,7 +143,7 @@ void frmMain::makeOtherPages() {
   doctorPage_ = put(new frmDoctorPage(startup_.workFolder));
 }
 
-void frmMain::perform(const QString& what, const std::function<std::string()>& action) {
+void frmMain::perform(const QString& what, const std::function<Status()>& action) {
   console_.perform(what.toStdString(), action);
 }
 
@@ -447,8 +447,12 @@ void frmMain::showIdle() {
   maintenancePage_->watchTrace();
 }
 
-void frmMain::showStatus(const std::string& text) {
-  statusLine_->setText(shownText(text));
+void frmMain::showStatus(const Status& status) {
+  statusLine_->setText(shownText(status.text));
+}
+
+void frmMain::showReady(const Status& status) {
+  showStatus(status);
 }
 
 void frmMain::showControllers(const std::vector<std::string>& names,
@@ -613,7 +617,7 @@ void frmMain::openPinDefinition() {
   if (pinWindow_ == nullptr) {
     pinWindow_ = new frmPinDefine(
         pinEditor_,
-        [this](const std::string& what, const std::function<std::string()>& action) {
+        [this](const std::string& what, const std::function<Status()>& action) {
           console_.perform(what, action);
         },
         this);

@@ -69,7 +69,8 @@ class frmMain final : public QWidget, private MainView {
  private:
   void showBusy(const std::string& what) override;
   void showIdle() override;
-  void showStatus(const std::string& text) override;
+  void showStatus(const Status& status) override;
+  void showReady(const Status& status) override;
   void showControllers(const std::vector<std::string>& names,
                        std::optional<std::size_t> selected) override;
   void showSettings() override;
@@ -95,7 +96,7 @@ class frmMain final : public QWidget, private MainView {
   /// Those behind the first, into the places that their tabs have.
   void makeOtherPages();
   void connectPages();
-  void perform(const QString& what, const std::function<std::string()>& action);
+  void perform(const QString& what, const std::function<Status()>& action);
   Patient patient() const;
   /// Examines and shows what was found.
   Diagnosis diagnose();

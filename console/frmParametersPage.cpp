@@ -161,14 +161,14 @@ QString frmParametersPage::chooseFile(const QString& title) {
 void frmParametersPage::load() {
   const QString file = chooseFile(tr("Load parameters"));
   if (file.isEmpty()) return;
-  const std::string outcome = editor_.load(pathOf(file));
+  const Status outcome = editor_.load(pathOf(file));
   fill();
-  emit statusChanged(shownText(outcome));
+  emit statusChanged(shownText(outcome.text));
 }
 
 void frmParametersPage::compare() {
   const QString file = chooseFile(tr("Compare with a file"));
-  if (!file.isEmpty()) emit statusChanged(shownText(editor_.compare(pathOf(file))));
+  if (!file.isEmpty()) emit statusChanged(shownText(editor_.compare(pathOf(file)).text));
 }
 
 void frmParametersPage::save() {
@@ -178,7 +178,7 @@ void frmParametersPage::save() {
   // The dialog itself completes the name, so that it asks before it replaces the file that is meant.
   dialog.setDefaultSuffix("vrq");
   if (dialog.exec() != QDialog::Accepted) return;
-  emit statusChanged(shownText(editor_.save(pathOf(dialog.selectedFiles().front()))));
+  emit statusChanged(shownText(editor_.save(pathOf(dialog.selectedFiles().front())).text));
 }
 
 }  // namespace touch

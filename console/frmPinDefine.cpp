@@ -175,7 +175,7 @@ void frmPinDefine::reload() {
   run(tr("Reading the pin definition …"), [this] { return editor_.read(); });
 }
 
-void frmPinDefine::run(const QString& what, const std::function<std::string()>& action) {
+void frmPinDefine::run(const QString& what, const std::function<Status()>& action) {
   const QPointer<QWidget> focus = focusWidget();
   setEnabled(false);
   perform_(what.toStdString(), action);

@@ -25,7 +25,7 @@ class frmPinDefine final : public QDialog {
  public:
   /// Runs an action on the controller when no other runs; shows nothing itself.
   using Perform =
-      std::function<void(const std::string& what, const std::function<std::string()>& action)>;
+      std::function<void(const std::string& what, const std::function<Status()>& action)>;
 
   frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent);
 
@@ -43,7 +43,7 @@ class frmPinDefine final : public QDialog {
   void fill();
   void showProblems();
   void reload();
-  void run(const QString& what, const std::function<std::string()>& action);
+  void run(const QString& what, const std::function<Status()>& action);
 
   PinEditor& editor_;
   Perform perform_;

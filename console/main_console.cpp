@@ -189,13 +189,15 @@ void MainConsole::readIdentity() {
 
 void MainConsole::sayWhoIsReady() {
   if (!selected_) {
-    view_.showStatus(
-        say("console", "No controller was found. The page \"Doctor\" says what is missing."));
+    view_.showReady(Status::error(
+        say("console", "No controller was found. The page \"Doctor\" says what is missing.")));
   } else if (!answers_) {
-    view_.showStatus(filled(say("console", "%1 does not answer. Check its cable and power."),
-                            {toUtf8(selectedName())}));
+    view_.showReady(
+        Status::error(filled(say("console", "%1 does not answer. Check its cable and power."),
+                             {toUtf8(selectedName())})));
   } else {
-    view_.showStatus(filled(say("console", "%1 is ready."), {toUtf8(selectedName())}));
+    view_.showReady(
+        Status::success(filled(say("console", "%1 is ready."), {toUtf8(selectedName())})));
   }
 }
 
@@ -217,7 +219,7 @@ void MainConsole::information() {
   if (busy_ || !selected_ || refusedForDebugger(selectedName())) return;
   hold(say("console", "Asking the controller who it is …"), [this] {
     view_.showInformation(controllerInformation(access_));
-    view_.showStatus(say("console", "Controller information read."));
+    view_.showStatus(Status::success(say("console", "Controller information read.")));
   });
 }
 
@@ -229,12 +231,13 @@ void MainConsole::searchComPorts() {
           filled(say("console", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
       return !cutShort_;
     });
-    std::string outcome = say("console", "The search was cancelled.");
+    Status outcome = say("console", "The search was cancelled.");
     if (!found.cancelled) {
       const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;
       outcome = found.noneOpened.empty()
-                    ? describe(found) + sharing
-                    : say("console", "No COM port could be opened.") + ' ' + found.noneOpened;
+                    ? Status(describe(found) + sharing)
+                    : Status::error(say("console", "No COM port could be opened.") + ' ' +
+                                    found.noneOpened);
       view_.showStatus(outcome);
       prompt_.message(describe(found));
     }
@@ -244,7 +247,7 @@ void MainConsole::searchComPorts() {
   });
 }
 
-void MainConsole::perform(const std::string& what, const std::function<std::string()>& action) {
+void MainConsole::perform(const std::string& what, const std::function<Status()>& action) {
   if (busy_) return;
   if (selected_ && refusedForDebugger(selectedName())) {
     // A control that was used shows again what holds.
@@ -254,18 +257,18 @@ void MainConsole::perform(const std::string& what, const std::function<std::stri
   }
   hold(what, [this, &action] {
     if (!selected_) {
-      view_.showStatus(say("console", "There is no controller to work with."));
+      view_.showStatus(Status::error(say("console", "There is no controller to work with.")));
       prompt_.message(access_.session.messages[Message::noDevice]);
       return;
     }
-    const std::string outcome = action();
+    const Status outcome = action();
     view_.showSettings();
     view_.showParameters();
     view_.showStatus(outcome);
   });
 }
 
-void MainConsole::examine(const std::string& what, const std::function<std::string()>& look) {
+void MainConsole::examine(const std::string& what, const std::function<Status()>& look) {
   if (busy_ || refusedForDebugger()) return;
   hold(what, [this, &look] { view_.showStatus(look()); });
 }
@@ -280,7 +283,7 @@ void MainConsole::calstart(int points) {
   view_.openCalibration();
 }
 
-void MainConsole::calibrationEnded(bool stored, const std::string& status) {
+void MainConsole::calibrationEnded(bool stored, const Status& status) {
   if (!std::exchange(calibrating_, false)) return;
   if (stored) {
     parameters_.calibrated();

@@ -18,6 +18,7 @@
 #include "core/prompt.h"
 #include "core/serial_port.h"
 #include "core/session.h"
+#include "core/status.h"
 #include "serial/report_format.h"
 
 namespace touch {
@@ -37,7 +38,9 @@ class MainView {
   virtual void showBusy(const std::string& what) = 0;
   virtual void showIdle() = 0;
   /// What has just happened, in the window's status line.
-  virtual void showStatus(const std::string& text) = 0;
+  virtual void showStatus(const Status& status) = 0;
+  /// Which controller is the current one, and how it is: what was said of another no longer holds.
+  virtual void showReady(const Status& status) = 0;
 
   virtual void showControllers(const std::vector<std::string>& names,
                                std::optional<std::size_t> selected) = 0;
@@ -94,10 +97,10 @@ class MainConsole {
 
   /// Any other action on the controller: runs it when no other runs, and shows the line that it answers with. Without a
   /// controller it says that there is none.
-  void perform(const std::string& what, const std::function<std::string()>& action);
+  void perform(const std::string& what, const std::function<Status()>& action);
 
   /// Something that needs no controller: runs it when no other action runs, and shows the line that it answers with.
-  void examine(const std::string& what, const std::function<std::string()>& look);
+  void examine(const std::string& what, const std::function<Status()>& look);
 
   SettingsPanel& settings() { return settings_; }
   ParameterEditor& parameters() { return parameters_; }
@@ -105,7 +108,7 @@ class MainConsole {
   /// Starts the calibration with `points` targets.
   void calstart(int points);
   /// `stored`: the controller has another calibration than before.
-  void calibrationEnded(bool stored, const std::string& status);
+  void calibrationEnded(bool stored, const Status& status);
 
   void openTest(TestScreen test);
   void testEnded();

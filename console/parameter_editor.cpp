@@ -27,42 +27,42 @@ void ParameterEditor::calibrated() {
   undo_.clear();
 }
 
-std::string ParameterEditor::read() {
+Status ParameterEditor::read() {
   const auto block = readBlock(access_);
-  if (!block) return unreadable(block.error());
+  if (!block) return Status::error(unreadable(block.error()));
   table_.take(*block);
-  return say("console", "The parameters are read.");
+  return Status::success(say("console", "The parameters are read."));
 }
 
-std::string ParameterEditor::readAgain() {
-  const auto block = readBlock(access_);
-  if (block) {
+Status ParameterEditor::andReadAgain(Status outcome) {
+  if (const auto block = readBlock(access_)) {
     table_.take(*block);
-    return {};
+    return outcome;
+  } else {
+    table_.forgetOld();
+    return Status::error(outcome.text + ' ' + unreadable(block.error()));
   }
-  table_.forgetOld();
-  return ' ' + unreadable(block.error());
 }
 
-std::string ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
+Status ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
   switch (write.end) {
     case WriteEnd::done:
-      return done;
+      return Status::success(done);
     case WriteEnd::nothingToWrite:
       return say("console", "The controller holds these parameters already.");
     case WriteEnd::declined:
       return say("console", "Nothing was written.");
     case WriteEnd::unreadable:
-      return say("console", "Nothing was written: the controller cannot be read.");
+      return Status::error(say("console", "Nothing was written: the controller cannot be read."));
     case WriteEnd::brokenOff:
       break;
   }
-  return say("console", "The write broke off.") + ' ' + write.report.describe();
+  return Status::error(say("console", "The write broke off.") + ' ' + write.report.describe());
 }
 
-std::string ParameterEditor::write() {
+Status ParameterEditor::write() {
   const auto changes = table_.changes();
-  if (!changes) return changes.error();
+  if (!changes) return Status::error(changes.error());
   if (changes->empty()) return say("console", "No word is changed.");
   const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
   const bool isPutBack = write.putBack && write.putBack->complete();
@@ -70,40 +70,42 @@ std::string ParameterEditor::write() {
     undo_ = write.report.oldWords();
     undoesDefaults_ = false;
   }
-  std::string text =
+  const Status status =
       outcome(write, say("console", "The parameters are written; Undo takes them back."));
   // What the user typed stays when nothing was written.
-  if (write.end == WriteEnd::done || write.end == WriteEnd::brokenOff) text += readAgain();
-  return text;
+  if (write.end != WriteEnd::done && write.end != WriteEnd::brokenOff) return status;
+  return andReadAgain(status);
 }
 
-std::string ParameterEditor::undo() {
+Status ParameterEditor::undo() {
   const BlockWrite write = undoBlock(access_, prompt_, backup_, undo_);
   if (write.end == WriteEnd::done || write.end == WriteEnd::nothingToWrite) undo_.clear();
-  return outcome(write, say("console", "The parameters are as they were before.")) + readAgain();
+  return andReadAgain(outcome(write, say("console", "The parameters are as they were before.")));
 }
 
-std::string ParameterEditor::load(const std::filesystem::path& file) {
+Status ParameterEditor::load(const std::filesystem::path& file) {
   const auto block = loadVrq(file);
-  if (!block) return block.error().describe();
+  if (!block) return Status::error(block.error().describe());
   table_.load(*block);
-  return filled(say("console", "Loaded %1; Write sends it to the controller."),
-                {file.filename().string()});
+  return Status::success(filled(say("console", "Loaded %1; Write sends it to the controller."),
+                                {file.filename().string()}));
 }
 
-std::string ParameterEditor::save(const std::filesystem::path& file) const {
+Status ParameterEditor::save(const std::filesystem::path& file) const {
   const auto block = table_.block();
-  if (!block) return block.error();
-  const auto error = saveVrq(file, *block);
-  return error ? error->describe() : filled(say("console", "Saved %1"), {file.string()});
+  if (!block) return Status::error(block.error());
+  if (const auto error = saveVrq(file, *block)) return Status::error(error->describe());
+  return Status::success(filled(say("console", "Saved %1"), {file.string()}));
 }
 
-std::string ParameterEditor::compare(const std::filesystem::path& file) const {
+Status ParameterEditor::compare(const std::filesystem::path& file) const {
   const auto block = loadVrq(file);
-  if (!block) return block.error().describe();
+  if (!block) return Status::error(block.error().describe());
   const auto differences = table_.compare(*block);
-  if (differences.empty())
-    return filled(say("console", "The table and %1 are the same."), {file.filename().string()});
+  if (differences.empty()) {
+    return Status::success(
+        filled(say("console", "The table and %1 are the same."), {file.filename().string()}));
+  }
   std::string text;
   for (const WordDifference& difference : differences) {
     text += filled(say("console", "Word %1: here %2, in the file %3"),
@@ -118,7 +120,7 @@ std::string ParameterEditor::compare(const std::filesystem::path& file) const {
                 {std::to_string(differences.size()), file.filename().string()});
 }
 
-std::string ParameterEditor::restoreDefaults() {
+Status ParameterEditor::restoreDefaults() {
   const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
   table_.expire();
   // A second time it is the defaults that are replaced: the way back stays the one of the first.
@@ -126,20 +128,22 @@ std::string ParameterEditor::restoreDefaults() {
     undo_ = outcome.before ? wordsOf(*outcome.before) : std::vector<WordValue>();
     undoesDefaults_ = true;
   }
-  std::string text =
+  Status status =
       outcome.restored
-          ? say("console", "Defaults restored; press Read to see them.")
-          : say("console", "The controller did not say that its defaults are restored.");
-  if (canUndo()) text += ' ' + say("console", "Undo puts back the parameters from before.");
-  if (outcome.whyNoBackup.empty()) return text;
-  return text + ' ' + filled(say("console", "There is no backup: %1."), {outcome.whyNoBackup});
+          ? Status::success(say("console", "Defaults restored; press Read to see them."))
+          : Status::error(
+                say("console", "The controller did not say that its defaults are restored."));
+  if (canUndo()) status.text += ' ' + say("console", "Undo puts back the parameters from before.");
+  if (!outcome.whyNoBackup.empty())
+    status.text += ' ' + filled(say("console", "There is no backup: %1."), {outcome.whyNoBackup});
+  return status;
 }
 
-std::string ParameterEditor::reset() {
+Status ParameterEditor::reset() {
   const bool done = resetController(access_, prompt_);
   table_.expire();
-  return done ? say("console", "The controller is reset.")
-              : say("console", "The controller did not acknowledge the reset.");
+  return done ? Status::success(say("console", "The controller is reset."))
+              : Status::error(say("console", "The controller did not acknowledge the reset."));
 }
 
 std::optional<ParameterWord> ParameterEditor::parameter01() const {

@@ -10,6 +10,7 @@
 #include "console/parameter_block.h"
 #include "console/parameter_table.h"
 #include "core/session.h"
+#include "core/status.h"
 
 namespace touch {
 
@@ -31,29 +32,28 @@ class ParameterEditor {
   /// since.
   void calibrated();
 
-  std::string read();
-  std::string write();
-  std::string undo();
+  Status read();
+  Status write();
+  Status undo();
   bool canUndo() const { return !undo_.empty(); }
 
-  std::string load(const std::filesystem::path& file);
-  std::string save(const std::filesystem::path& file) const;
+  Status load(const std::filesystem::path& file);
+  Status save(const std::filesystem::path& file) const;
   /// The differences, one a line, shown by the prompt.
-  std::string compare(const std::filesystem::path& file) const;
+  Status compare(const std::filesystem::path& file) const;
 
   /// "Defaults"; the way back is then `undo()`, also after a second time: to what was there before the first.
-  std::string restoreDefaults();
+  Status restoreDefaults();
   /// "Reset"
-  std::string reset();
+  Status reset();
 
   /// The word at address 01 as last read.
   std::optional<ParameterWord> parameter01() const;
 
  private:
-  /// Returns what there is to add for the user when the controller does not let itself be read: then nobody knows what
-  /// it holds.
-  std::string readAgain();
-  std::string outcome(const BlockWrite& write, const std::string& done) const;
+  /// Adds to `outcome` that the controller does not let itself be read, if so: then nobody knows what it holds.
+  Status andReadAgain(Status outcome);
+  Status outcome(const BlockWrite& write, const std::string& done) const;
 
   Access access_;
   Prompt& prompt_;

@@ -22,19 +22,19 @@ std::vector<PinProblem> PinEditor::problems() const {
   return checkPins(access_.session.messages, definition_);
 }
 
-std::string PinEditor::read() {
+Status PinEditor::read() {
   auto read = readPins(access_);
   if (!read) {
     prompt_.message(read.error().reason);
-    if (!read.error().undefined) return read.error().reason;
+    if (!read.error().undefined) return Status::error(read.error().reason);
   } else {
     definition_ = std::move(*read);
   }
   // What an update replaced on another controller is no way back for this one.
   if (std::exchange(controller_, access_.session.controllerName) != controller_) old_.clear();
-  return read ? say("console", "The pin definition is read.")
-              : say("console",
-                    "The controller holds no pin definition; what you write is its first.");
+  return read ? Status::success(say("console", "The pin definition is read."))
+              : Status(say("console",
+                           "The controller holds no pin definition; what you write is its first."));
 }
 
 std::string PinEditor::whyNotWritable() const {
@@ -44,8 +44,8 @@ std::string PinEditor::whyNotWritable() const {
       {access_.session.controllerName});
 }
 
-std::string PinEditor::update() {
-  if (std::string reason = whyNotWritable(); !reason.empty()) return reason;
+Status PinEditor::update() {
+  if (std::string reason = whyNotWritable(); !reason.empty()) return Status::error(reason);
   const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == PinsEnd::done || (write.end == PinsEnd::brokenOff && !isPutBack)) {
@@ -61,8 +61,8 @@ void PinEditor::remember(const std::vector<WordValue>& before) {
   }
 }
 
-std::string PinEditor::putBack() {
-  if (std::string reason = whyNotWritable(); !reason.empty()) return reason;
+Status PinEditor::putBack() {
+  if (std::string reason = whyNotWritable(); !reason.empty()) return Status::error(reason);
   const PinsWrite write = putBackPins(access_, prompt_, backup_, old_);
   if (write.end == PinsEnd::done) {
     old_.clear();
@@ -71,19 +71,19 @@ std::string PinEditor::putBack() {
   return outcome(write);
 }
 
-std::string PinEditor::outcome(const PinsWrite& write) {
+Status PinEditor::outcome(const PinsWrite& write) {
   switch (write.end) {
     case PinsEnd::done:
-      return say("console", "The pin definition is written.");
+      return Status::success(say("console", "The pin definition is written."));
     case PinsEnd::declined:
       return say("console", "Nothing was written.");
     case PinsEnd::invalid:
     case PinsEnd::typeUnreadable:
-      return filled(say("console", "Nothing was written: %1"), {write.reason});
+      return Status::error(filled(say("console", "Nothing was written: %1"), {write.reason}));
     case PinsEnd::brokenOff:
       break;
   }
-  return say("console", "The write broke off.") + ' ' + write.reason;
+  return Status::error(say("console", "The write broke off.") + ' ' + write.reason);
 }
 
 }  // namespace touch

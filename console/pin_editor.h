@@ -6,6 +6,7 @@
 #include "console/backup.h"
 #include "console/sensor_pins.h"
 #include "core/session.h"
+#include "core/status.h"
 
 namespace touch {
 
@@ -27,13 +28,13 @@ class PinEditor {
   void assign(std::size_t wire, PinAssignment pins) { definition_.wires.at(wire) = pins; }
   std::vector<PinProblem> problems() const;
 
-  std::string read();
-  std::string update();
-  std::string putBack();
+  Status read();
+  Status update();
+  Status putBack();
   bool canPutBack() const { return !old_.empty(); }
 
  private:
-  std::string outcome(const PinsWrite& write);
+  Status outcome(const PinsWrite& write);
   /// Keeps words that are to be put back; of two for the same address the first is the one from before all updates.
   void remember(const std::vector<WordValue>& before);
   /// Why nothing can be written now; empty when it can.

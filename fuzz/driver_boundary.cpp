@@ -379,7 +379,8 @@ class Run final : private MainView {
 
   void showBusy(const std::string& what) override { require(!what.empty(), "work has a name"); }
   void showIdle() override {}
-  void showStatus(const std::string&) override {}
+  void showStatus(const Status&) override {}
+  void showReady(const Status&) override {}
   void showControllers(const std::vector<std::string>& names,
                        std::optional<std::size_t> selected) override {
     require(names.size() <= ControllerList::limit, "the list has a limit");

@@ -10,8 +10,8 @@ namespace {
 const std::vector<ReportFormat>& ownFormats(ReportFamily family) {
   using enum CoordinateEncoding;
   static const std::vector<ReportFormat> tablet = {
-      {"low first", 5, {0xD8, 0xD9}, {0x98, 0x99}, {sevenBitLowFirst, 1, 3}},
-      {"high first", 5, {0xC8, 0xC9}, {0x88}, {sevenBitHighFirst, 1, 3}},
+      {"tablet", 5, {0xD8, 0xD9}, {0x98, 0x99}, {sevenBitLowFirst, 1, 3}},
+      {"tablet", 5, {0xC8, 0xC9}, {0x88}, {sevenBitHighFirst, 1, 3}},
   };
   static const std::vector<ReportFormat> e02 = {
       {"E02", 10, {'U'}, {}, {sixteenBitLittleEndian, 3, 5}},
@@ -26,13 +26,29 @@ constexpr std::uint8_t e02LiftPlace = 2;
 constexpr std::uint8_t e02Lift = 0x84;
 constexpr std::uint8_t e02Needed = 7;
 
+bool hasStatus(const ReportFormat& format, std::uint8_t status) {
+  return std::ranges::count(format.touching, status) > 0 ||
+         std::ranges::count(format.released, status) > 0;
+}
+
 }  // namespace
+
+std::string_view builtInFormat(std::uint8_t status) {
+  if (isTabletStatus(status)) return "tablet";
+  return status == e02Start ? "E02" : "";
+}
+
+std::string_view builtInFormat(std::uint8_t status) {
+  for (const ReportFamily family : {ReportFamily::tablet, ReportFamily::e02})
+    for (const ReportFormat& format : ownFormats(family))
+      if (hasStatus(format, status)) return format.name;
+  return {};
+}
 
 bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet) {
   if (family == ReportFamily::e02 && packet[1] != e02Second) return false;
-  return std::ranges::any_of(ownFormats(family), [status = packet[0]](const ReportFormat& format) {
-    return std::ranges::count(format.touching, status) +
-           std::ranges::count(format.released, status);
+  return std::ranges::any_of(ownFormats(family), [&packet](const ReportFormat& format) {
+    return hasStatus(format, packet[0]);
   });
 }
 

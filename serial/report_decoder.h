@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "core/session.h"
@@ -38,6 +39,9 @@ constexpr ReportFamily familyOf(CommandSet set) {
 constexpr std::size_t packetLength(ReportFamily family) {
   return family == ReportFamily::e02 ? 10 : 5;
 }
+
+/// The built-in format that has this status byte: "tablet" or "E02"; empty when none has.
+std::string_view builtInFormat(std::uint8_t status);
 
 /// Whether a packet of at least two bytes is one of the family's own, and not of an added format.
 bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet);

@@ -4,12 +4,14 @@
 #include <array>
 #include <charconv>
 #include <optional>
+#include <ranges>
 #include <string_view>
 
 #include "core/hex.h"
 #include "core/language.h"
 #include "core/text_encoding.h"
 #include "core/whole_file.h"
+#include "serial/report_decoder.h"
 
 namespace touch {
 
@@ -99,6 +101,13 @@ bool has(const std::vector<std::uint8_t>& bytes, std::uint8_t byte) {
   return std::find(bytes.begin(), bytes.end(), byte) != bytes.end();
 }
 
+/// The name of the format that has this status byte; empty when none has.
+std::string_view ownerOf(std::uint8_t status, const std::vector<ReportFormat>& earlier) {
+  for (const ReportFormat& other : earlier)
+    if (has(other.touching, status) || has(other.released, status)) return other.name;
+  return builtInFormat(status);
+}
+
 /// Every status byte must tell one thing only: which format, and whether the panel is touched.
 std::optional<FormatFlaw> checkStatusBytes(const ReportFormat& format,
                                            const std::vector<ReportFormat>& earlier) {
@@ -109,11 +118,9 @@ std::optional<FormatFlaw> checkStatusBytes(const ReportFormat& format,
         return FormatFlaw{say("serial", "status bytes from 80 to FF with coordinates of 7 bits"),
                           hexByte(byte)};
       }
-      for (const ReportFormat& other : earlier) {
-        if (!has(other.touching, byte) && !has(other.released, byte)) continue;
-        return FormatFlaw{
-            say("serial", "status bytes that no other format has"),
-            filled(say("serial", "%1 of %2"), {hexByte(byte), foundText(other.name)})};
+      if (const std::string_view owner = ownerOf(byte, earlier); !owner.empty()) {
+        return FormatFlaw{say("serial", "status bytes that no other format has"),
+                          filled(say("serial", "%1 of %2"), {hexByte(byte), foundText(owner)})};
       }
     }
   }
@@ -186,6 +193,20 @@ ReportFormats rdformad(const std::filesystem::path& folder) {
   const auto content = readWholeFile(file, largestFormatFile);
   if (!content) return {{}, {content.error()}};
   return parseFormats(*content, file.string());
+}
+
+std::string describeProblems(const ReportFormats& formats) {
+  constexpr std::size_t mostTold = 10;
+  std::string text;
+  for (const FileError& problem : formats.problems | std::views::take(mostTold)) {
+    if (!text.empty()) text += '\n';
+    text += problem.describe();
+  }
+  if (const std::size_t all = formats.problems.size(); all > mostTold) {
+    text += '\n' + filled(say("serial", "%1 problems in all; these are the first %2."),
+                          {std::to_string(all), std::to_string(mostTold)});
+  }
+  return text;
 }
 
 std::uint16_t greatestCoordinate(CoordinateEncoding encoding) {

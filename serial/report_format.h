@@ -18,7 +18,7 @@ namespace touch {
 //   name       any word; no two formats have the same
 //   length     bytes in a packet, 5 to 64
 //   touching   the status bytes, a packet's first byte, while the panel is touched: hexadecimal,
-//              with commas between them
+//              with commas between them; no other format has them, and no built-in one
 //   released   those that end a touch; "-" when the controller sends none
 //   layout     how the coordinates are written, "@", the place of X in the packet, ",", that of Y.
 //              The status byte is at place 0; each coordinate takes two bytes.
@@ -70,6 +70,9 @@ ReportFormats parseFormats(std::string_view text, const std::string& name);
 /// Reads the report format descriptor "zevrik.fmt" in `folder`. Without that file there are no
 /// formats and no problems.
 ReportFormats rdformad(const std::filesystem::path& folder);
+
+/// The first ten of its problems, one a line, and how many there are; empty when there are none.
+std::string describeProblems(const ReportFormats& formats);
 
 /// The greatest coordinate that this encoding can write.
 std::uint16_t greatestCoordinate(CoordinateEncoding encoding);

@@ -22,7 +22,8 @@ class View final : public MainView {
 
   void showBusy(const std::string&) override { busy = true; }
   void showIdle() override { busy = false; }
-  void showStatus(const std::string& text) override { status = text; }
+  void showStatus(const Status& shown) override { status = shown.text; }
+  void showReady(const Status& shown) override { status = shown.text; }
   void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {
     note("show controllers");
   }

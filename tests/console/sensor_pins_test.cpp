@@ -71,7 +71,7 @@ TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
     editor.update();
   }
   ASSERT_TRUE(editor.canPutBack());
-  EXPECT_EQ(editor.putBack(), "The pin definition is written.");
+  EXPECT_EQ(editor.putBack().text, "The pin definition is written.");
   EXPECT_EQ(*readPins(access()), fourInOrder);
   EXPECT_FALSE(editor.canPutBack());
 
@@ -86,12 +86,12 @@ TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
   EXPECT_EQ(*readPins(access()), fourInOrder);
 
   session.controllerName = "USB DEVICE 2";
-  EXPECT_TRUE(editor.update().starts_with("Nothing was written: these are not the pins of"));
+  EXPECT_TRUE(editor.update().text.starts_with("Nothing was written: these are not the pins of"));
   // Blank memory: the first definition is the user's.
   memory[0x80] = {0xFF, 0xFF};
   editor.read();
   EXPECT_EQ(said().back(), "message Read Sensor Type Error!!");
-  EXPECT_EQ(editor.update(), "The pin definition is written.");
+  EXPECT_EQ(editor.update().text, "The pin definition is written.");
 }
 
 TEST_F(SensorPins, AreLeftAloneWhenTheyCannotBeUpdated) {

@@ -37,7 +37,8 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
 
   void showBusy(const std::string&) override {}
   void showIdle() override {}
-  void showStatus(const std::string& text) override { status = text; }
+  void showStatus(const Status& shown) override { status = shown.text; }
+  void showReady(const Status& shown) override { status = shown.text; }
   void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {}
   void showSettings() override {}
   void showParameters() override {}
@@ -101,13 +102,13 @@ Outcome changeEachSetting(FaultWorld& world) {
 
 Outcome writeParameters(FaultWorld& world) {
   ParameterEditor editor(world.access(), world.prompt, Backup(world.disk()));
-  std::string told = editor.read();
+  std::string told = editor.read().text;
   // Bytes that differ from whatever a former try has left behind.
   const std::uint8_t before = world.memory[3].low;
   const std::string text = before == 0x7F ? "1A" : "7F";
   editor.table().edit(3, WordByte::low, text);
   editor.table().edit(4, WordByte::low, text);
-  told += editor.write();
+  told += editor.write().text;
   return {world.memory[3].low != before && world.memory[4].low == world.memory[3].low,
           told + world.told()};
 }

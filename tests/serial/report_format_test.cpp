@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/support/temporary_folder.h"
 
 namespace touch {
@@ -45,6 +47,8 @@ TEST(ReportFormatFile, SaysWhatIsWrongInWhichLineAndKeepsTheOthers) {
       {"x 5 E0,E1 E1 low7@1,3",
        "status bytes that are either touching or released, found E1 in both"},
       {"x 5 D1 E1 low7@1,3", "status bytes that no other format has, found D1 of \"first\""},
+      {"x 5 E0,D8 A0 low7@1,3", "status bytes that no other format has, found D8 of \"tablet\""},
+      {"x 5 E0 55 le16@1,3", "status bytes that no other format has, found 55 of \"E02\""},
       {"x 5 E0 A0 low8@1,3", layout + "\"low8@1,3\""},
       {"x 5 E0 A0 low7@1", layout + "\"low7@1\""},
       {"x 5 E0 A0 low7@0,3", places + "\"low7@0,3\""},
@@ -58,6 +62,21 @@ TEST(ReportFormatFile, SaysWhatIsWrongInWhichLineAndKeepsTheOthers) {
     EXPECT_EQ(problems.size(), 1u) << line;
     EXPECT_EQ(formats.at(1).name, "last") << line;
   }
+}
+
+TEST(ReportFormatFile, TellsTheFirstTenProblemsAndHowManyThereAre) {
+  const auto told = [](std::size_t problems) {
+    std::string lines;
+    for (std::size_t i = 0; i < problems; ++i)
+      lines += "x\n";
+    const std::string text = describeProblems(parseFormats(lines, "f"));
+    return std::pair(std::ranges::count(text, '\n'), text.substr(text.rfind('\n') + 1));
+  };
+  EXPECT_EQ(describeProblems({}), "");
+  EXPECT_EQ(told(10).first, 9);
+  EXPECT_EQ(told(10).second.substr(0, 10), "f, line 10");
+  EXPECT_EQ(told(200),
+            (std::pair(10L, std::string("200 problems in all; these are the first 10."))));
 }
 
 TEST(ReportFormatFile, IsRefusedAsAWholeWhenItIsNoTextFileOfItsKind) {
