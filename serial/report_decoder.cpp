@@ -34,11 +34,6 @@ bool hasStatus(const ReportFormat& format, std::uint8_t status) {
 }  // namespace
 
 std::string_view builtInFormat(std::uint8_t status) {
-  if (isTabletStatus(status)) return "tablet";
-  return status == e02Start ? "E02" : "";
-}
-
-std::string_view builtInFormat(std::uint8_t status) {
   for (const ReportFamily family : {ReportFamily::tablet, ReportFamily::e02})
     for (const ReportFormat& format : ownFormats(family))
       if (hasStatus(format, status)) return format.name;
