@@ -14,12 +14,12 @@ TEST_F(FullScreen, WindowsFillTheScreenThatTheyAreOpenedFor) {
   if (qEnvironmentVariableIsSet("SCREENS")) {
     ASSERT_EQ(screens.size(), qEnvironmentVariableIntValue("SCREENS"));
   }
-  const auto expectFilled = [](QWidget& window, const QScreen& screen) {
-    SCOPED_TRACE((window.objectName() + " on " + screen.name()).toStdString());
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == screen.size(); }))
-        << window.width() << " x " << window.height();
-    EXPECT_EQ(window.windowHandle()->screen(), &screen);
+  const auto expectFilled = [](QWidget& top, const QScreen& screen) {
+    SCOPED_TRACE((top.objectName() + " on " + screen.name()).toStdString());
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&top));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return top.size() == screen.size(); }))
+        << top.width() << " x " << top.height();
+    EXPECT_EQ(top.windowHandle()->screen(), &screen);
   };
   for (const QScreen* const screen : screens) {
     frmDraw drawing({clock, prompt, session.messages, switches, files, folder.path()}, {},
@@ -37,16 +37,16 @@ TEST_F(FullScreen, WindowsFillTheScreenThatTheyAreOpenedFor) {
 TEST_F(FullScreen, NumbersAreOnTheirMonitors) {
   showMonitorNumbers();
   const auto screens = QGuiApplication::screens();
-  qsizetype shown = 0;
+  qsizetype numbers = 0;
   for (QWidget* const top : QApplication::topLevelWidgets()) {
     const auto* const label = qobject_cast<QLabel*>(top);
     if (label == nullptr || label->objectName() != "monitorNumber") continue;
     EXPECT_TRUE(QTest::qWaitForWindowExposed(top));
     EXPECT_EQ(top->windowHandle()->screen(), screens.value(label->text().toInt() - 1));
-    ++shown;
+    ++numbers;
     delete top;
   }
-  EXPECT_EQ(shown, screens.size());
+  EXPECT_EQ(numbers, screens.size());
 }
 
 }  // namespace
