@@ -422,14 +422,15 @@ Diagnosis examined(const Patient& patient, const DoctorProgress& progress, bool 
   Diagnosis diagnosis;
   diagnosis.complete = complete;
   auto& all = diagnosis.findings;
+  if (!complete && patient.access) {
+    Findings(all, "controllers")
+        .add(note, say("console", "The controllers are not asked yet."), {},
+             say("console", "Press \"Refresh\" to ask each of them what it is."));
+  }
   examineLibrary(patient, {all, "library"});
   if (complete) {
     diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
     if (progress) progress(say("console", "looking at the ports"));
-  } else if (patient.access) {
-    Findings(all, "controllers")
-        .add(note, say("console", "The controllers are not asked yet."), {},
-             say("console", "Press \"Refresh\" to ask each of them what it is."));
   }
   examinePorts(patient, {all, "ports"});
   if (complete) examineFolder(patient.workFolder, {all, "folder"});

@@ -385,8 +385,9 @@ void frmMain::begin() {
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::KeyPress && isActiveWindow() && watched->isWidgetType() &&
-      static_cast<QWidget*>(watched)->window() == this) {
+  // Before it has begun no other window can have the keys.
+  if (event->type() == QEvent::KeyPress && (isActiveWindow() || !begun_) &&
+      watched->isWidgetType() && static_cast<QWidget*>(watched)->window() == this) {
     if (hotKey(*static_cast<QKeyEvent*>(event))) return true;
   }
   return QWidget::eventFilter(watched, event);

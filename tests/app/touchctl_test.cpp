@@ -247,7 +247,10 @@ TEST_F(Touchctl, SaysToTheDriverWhatACommandIsForAndNothingElse) {
       {usb("get"), {}, {}},
       {usb("info"), {asked[1], asked[1], asked[0], asked[0], asked[1]}, {}},
       {"--simulate list", {asked[0]}, {}},
-      {"--simulate doctor", {asked[0], asked[1], asked[0], asked[1]}, {}},
+      // The third does not answer, and is asked once more.
+      {"--simulate doctor",
+       {asked[0], asked[1], asked[0], asked[1], asked[0], asked[1], asked[0], asked[1]},
+       {}},
   };
   for (const auto& [line, written, changed] : cases) {
     run("--trace @/trace.jsonl " + line);
@@ -260,7 +263,6 @@ TEST_F(Touchctl, SaysToTheDriverWhatACommandIsForAndNothingElse) {
       if (name.starts_with("Set") || name.starts_with("Enable") || name.ends_with("COMPort"))
         changes.push_back(name);
     }
-    frames.resize(std::min(frames.size(), written.size() + 1));
     EXPECT_EQ(frames, written) << line;
     EXPECT_EQ(changes, changed) << line;
   }

@@ -117,7 +117,6 @@ TEST_F(MainWindow, ShowsWholePicturesOfEveryKind) {
 TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
   for (const bool byKey : {false, true}) {
     make();
-    QApplication::setActiveWindow(window.get());
     byKey ? QTest::keyClick(window.get(), Qt::Key_E, Qt::ControlModifier) : void(window->close());
     QApplication::processEvents();
     window->grab();
@@ -130,7 +129,7 @@ TEST_F(MainWindow, BeginsNothingWhenItIsClosedAtOnce) {
 
 TEST_F(MainWindow, ShowsNoWordFromBeforeACalibrationThatIsStored) {
   script.replies["CR"] = {test::acknowledgement};
-  script.touches = {std::pair(1, 1), std::pair(2, 2), std::pair(3, 3)};
+  script.touches = {std::pair(1000, 0), std::pair(2000, 0), std::pair(3000, 0)};
   for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
     script.replies[std::string("GP0") + address] = {test::replyOf("01234")};
   open();
