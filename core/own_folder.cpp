@@ -18,8 +18,13 @@ FileError folderError(const fs::path& path, std::string found) {
   return {path.string(), 0, say("core", "a folder of this user's own"), std::move(found)};
 }
 
-FileError ownFileError(const fs::path& path, const SystemFolder::Refusal& refusal) {
-  return {path.string(), 0, say("core", "a file of this user's own"), refusal.found};
+FileError ownFileError(const fs::path& path, const SystemFolder::Refusal& refusal,
+                       OwnFolder::Opening how = OwnFolder::Opening::create) {
+  const std::string possible = how == OwnFolder::Opening::read
+                                   ? say("core", "a file that can be read")
+                                   : say("core", "a place that can be written");
+  return {path.string(), 0, refusal.why ? possible : say("core", "a file of this user's own"),
+          refusal.found};
 }
 
 bool endsInALine(std::FILE* file) {
@@ -39,7 +44,9 @@ Result<OwnFolder, FileError> OwnFolder::make(const fs::path& path) {
   fs::create_directories(path.parent_path(), failed);
   failed = SystemFolder::make(path);
   if (failed) return folderError(path, failed.message());
-  return open(path);
+  auto made = open(path);
+  if (!made) SystemFolder::removeEmpty(path);
+  return made;
 }
 
 Result<OwnFolder, FileError> OwnFolder::openOrMake(const fs::path& path) {
@@ -56,7 +63,7 @@ FileError OwnFolder::refused(const std::string& name, const SystemFolder::Refusa
 
 Result<File, FileError> OwnFolder::openFile(const std::string& name, Opening how) const {
   auto file = folder_.openFile(name, how);
-  if (!file) return refused(name, file.error());
+  if (!file) return ownFileError(path_ / name, file.error(), how);
   return std::move(*file);
 }
 
