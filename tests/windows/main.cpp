@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "ui/finger_style.h"
+#include "ui/window_manners.h"
 
 int main(int argc, char** argv) {
   // Real windows and real events, drawn where no screen is needed.
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   const QApplication app(argc, argv);
   QApplication::setStyle(new touch::FingerStyle);
+  const touch::WindowManners manners;
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }
