@@ -12,12 +12,11 @@ namespace touch {
 
 namespace {
 
-constexpr std::string_view password = "kqzm";
 constexpr int oldestSystem = 5;      // major version
 constexpr int longestPassword = 10;  // characters
 
 bool holdsPassword(std::string_view text) {
-  return text.find(password) != text.npos;
+  return text.find(servicePassword) != text.npos;
 }
 
 std::string_view withoutOuterBlanks(std::string_view text) {
@@ -303,7 +302,7 @@ void MainConsole::requestPinDefinition() {
   }
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
   // While the question was up the window may have been closed.
-  if (!busy_ && answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
+  if (!busy_ && answer && withoutOuterBlanks(*answer) == servicePassword) view_.openPinDefinition();
 }
 
 std::string MainConsole::selectedName() const {
