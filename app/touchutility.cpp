@@ -31,6 +31,7 @@
 #include "ui/language.h"
 #include "ui/message_box_prompt.h"
 #include "ui/text.h"
+#include "ui/window_manners.h"
 
 namespace {
 
@@ -157,6 +158,7 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setApplicationName("TouchUtility");
   QApplication::setDesktopFileName("org.touchutility.TouchUtility");
   QApplication::setStyle(new FingerStyle);  // the application owns it
+  const WindowManners manners;
   QApplication::setQuitOnLastWindowClosed(false);
   EndingOnRequest ending;
   chooseLanguage(options);

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <iterator>
 
 #include "ui/finger_style.h"
 #include "ui/help.h"
@@ -46,33 +47,47 @@ frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panel
                     "before a target is touched, the calibration ends; nothing is stored then."));
   introduction->setWordWrap(true);
 
-  auto* const grid = new QGridLayout;
-  grid->setContentsMargins(0, 0, 0, 0);
-  int row = 0;
-  for (const Choice& choice : choices) {
-    auto* const button = new QPushButton(tr(choice.caption));
-    button->setObjectName(choice.name);
-    button->setMinimumWidth(3 * fingerSize());
-    auto* const purpose = new QLabel(tr(choice.purpose));
-    purpose->setWordWrap(true);
-    button->setAccessibleDescription(purpose->text());
-    grid->addWidget(button, row, 0);
-    grid->addWidget(purpose, row, 1);
-    ++row;
-    connect(button, &QPushButton::clicked, this,
-            [this, points = choice.points] { emit calibrationRequested(points); });
-  }
-  grid->setColumnStretch(1, 1);
-
   panelError_->setObjectName("lblPanelError");
   panelError_->setWordWrap(true);
   panelError_->hide();
 
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(introduction);
-  layout->addLayout(grid);
+  // On a small screen what is read would take the place of what is pressed.
+  if (!isSmallScreen()) layout->addWidget(introduction);
+  layout->addLayout(makeChoices());
+  if (isSmallScreen()) layout->addWidget(introduction);
   layout->addWidget(panelError_);
   layout->addStretch();
+}
+
+QLayout* frmCalibrationPage::makeChoices() {
+  auto* const grid = new QGridLayout;
+  grid->setContentsMargins(0, 0, 0, 0);
+  const bool inOneRow = isSmallScreen();
+  int place = 0;
+  for (const Choice& choice : choices) {
+    auto* const button = new QPushButton(tr(choice.caption));
+    button->setObjectName(choice.name);
+    const QString purpose = tr(choice.purpose);
+    button->setAccessibleDescription(purpose);
+    connect(button, &QPushButton::clicked, this,
+            [this, points = choice.points] { emit calibrationRequested(points); });
+    if (inOneRow) {
+      auto* const told = new QLabel(button->text().remove('&') + ": " + purpose);
+      told->setWordWrap(true);
+      grid->addWidget(button, 0, place);
+      grid->addWidget(told, place + 1, 0, 1, static_cast<int>(std::size(choices)));
+    } else {
+      auto* const told = new QLabel(purpose);
+      told->setWordWrap(true);
+      button->setMinimumWidth(3 * fingerSize());
+      grid->addWidget(button, place, 0);
+      grid->addWidget(told, place, 1);
+    }
+    ++place;
+  }
+  if (!inOneRow) grid->setColumnStretch(1, 1);
+  return grid;
 }
 
 void frmCalibrationPage::showPanelError(const std::optional<Simulation::PanelError>& before,

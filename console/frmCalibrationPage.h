@@ -6,6 +6,7 @@
 #include "core/simulation.h"
 
 class QLabel;
+class QLayout;
 
 namespace touch {
 
@@ -24,6 +25,8 @@ class frmCalibrationPage final : public QWidget {
   void calibrationRequested(int points);
 
  private:
+  QLayout* makeChoices();
+
   QLabel* panelError_;
 };
 

@@ -18,6 +18,19 @@ namespace touch {
 
 namespace {
 
+/// A press beside its rows is no choice.
+class RowTable final : public QTableWidget {
+ public:
+  using QTableWidget::QTableWidget;
+
+ protected:
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override {
+    return index.isValid() ? QTableWidget::selectionCommand(index, event)
+                           : QItemSelectionModel::NoUpdate;
+  }
+};
+
 QLabel* makeValueLabel(const char* name) {
   auto* const label = new QLabel("—");
   label->setObjectName(name);
@@ -33,7 +46,7 @@ QString orDash(const std::string& text) {
 
 frmControllerPage::frmControllerPage(QWidget* parent)
     : QWidget(parent),
-      controllerList_(new QTableWidget(0, 2)),
+      controllerList_(new RowTable(0, 2)),
       emptyHint_(
           new QLabel(tr("No controller is listed. Check that the touch driver is installed and the "
                         "controller is connected and powered, then press Refresh. The page "
@@ -42,7 +55,8 @@ frmControllerPage::frmControllerPage(QWidget* parent)
       firmware_(makeValueLabel("lblFirmware")),
       infoList_(new QListWidget),
       info_(new QPushButton(tr("&Info"))),
-      search_(new QPushButton(tr("Search &COM ports"))) {
+      search_(new QPushButton(tr("Search &COM ports"))),
+      actions_(new QWidget) {
   setHelpChapter(*this, "Controller");
   controllerList_->setObjectName("controllerList");
   setFocusProxy(controllerList_);
@@ -73,7 +87,7 @@ frmControllerPage::frmControllerPage(QWidget* parent)
   search_->setObjectName("cmdSearch");
   search_->setToolTip(tr("Look for a serial controller on COM16 down to COM1"));
 
-  auto* const buttons = new QHBoxLayout;
+  auto* const buttons = new QHBoxLayout(actions_);
   buttons->addWidget(refresh);
   buttons->addWidget(info_);
   buttons->addWidget(search_);
@@ -87,7 +101,6 @@ frmControllerPage::frmControllerPage(QWidget* parent)
   layout->addWidget(controllerList_, 3);
   layout->addWidget(emptyHint_);
   layout->addLayout(identity);
-  layout->addLayout(buttons);
   layout->addWidget(infoList_, 2);
 
   connect(controllerList_, &QTableWidget::currentCellChanged, this,

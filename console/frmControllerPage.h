@@ -24,6 +24,8 @@ class frmControllerPage final : public QWidget {
   void showControllers(const std::vector<std::string>& names, std::optional<std::size_t> selected);
   void showIdentity(const Identity& identity);
   void showInformation(const std::vector<std::string>& lines);
+  /// Buttons that are to be at hand without scrolling. For whoever shows the page.
+  QWidget* actions() const { return actions_; }
 
  signals:
   void controllerChosen(int index);
@@ -39,6 +41,7 @@ class frmControllerPage final : public QWidget {
   QListWidget* infoList_;
   QPushButton* info_;
   QPushButton* search_;
+  QWidget* actions_;
 };
 
 }  // namespace touch

@@ -1,7 +1,6 @@
 #include "console/frmDoctorPage.h"
 
 #include <QDateTime>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -15,6 +14,7 @@
 #include "ui/finger_style.h"
 #include "ui/help.h"
 #include "ui/text.h"
+#include "ui/text_file_dialogs.h"
 
 namespace touch {
 
@@ -107,12 +107,10 @@ void frmDoctorPage::showEvent(QShowEvent* event) {
 
 void frmDoctorPage::chooseFile() {
   const QString time = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
-  QFileDialog dialog(this, tr("Save diagnostics file"), shownText(workFolder_.string()),
-                     tr("ZIP (*.zip)"));
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix("zip");
-  dialog.selectFile("touchutility-" + time + ".zip");
-  if (dialog.exec() == QDialog::Accepted) emit saveRequested(dialog.selectedFiles().front());
+  const auto file = askFileToSave(this, tr("Save diagnostics file"),
+                                  workFolder_ / ("touchutility-" + time.toStdString() + ".zip"),
+                                  tr("ZIP (*.zip)"), "zip");
+  if (file) emit saveRequested(QString::fromStdU16String(file->u16string()));
 }
 
 }  // namespace touch

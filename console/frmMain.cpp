@@ -18,6 +18,7 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -41,6 +42,7 @@
 #include "ui/help.h"
 #include "ui/page_keys.h"
 #include "ui/scrollable.h"
+#include "ui/status_line.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -52,19 +54,31 @@ constexpr int widestPicture = 200;
 // Pictures come from a file that anybody may have put there: a larger one is not worth its memory.
 constexpr int largestPictureMegabytes = 80;
 
-QString outcomeText(CalibrationOutcome outcome) {
+Status outcomeText(CalibrationOutcome outcome) {
+  const auto line = [](const QString& text) { return text.toStdString(); };
   switch (outcome) {
     case CalibrationOutcome::stored:
-      return frmMain::tr("The calibration is stored.");
+      return Status::success(line(frmMain::tr("The calibration is stored.")));
     case CalibrationOutcome::timedOut:
-      return frmMain::tr(
-          "No touch came in time. The calibration was given up; nothing was stored.");
+      return Status::error(line(
+          frmMain::tr("No touch came in time. The calibration was given up; nothing was stored.")));
     case CalibrationOutcome::failed:
-      return frmMain::tr("The calibration failed; nothing was stored.");
+      return Status::error(line(frmMain::tr("The calibration failed; nothing was stored.")));
     case CalibrationOutcome::cancelled:
       break;
   }
-  return frmMain::tr("The calibration was cancelled; nothing was stored.");
+  return line(frmMain::tr("The calibration was cancelled; nothing was stored."));
+}
+
+Status statusOf(const Diagnosis& diagnosis) {
+  const auto has = [&diagnosis](FindingState state) {
+    return std::ranges::find(diagnosis.findings, state, &Finding::state) !=
+           diagnosis.findings.end();
+  };
+  const auto kind = has(FindingState::problem) ? StatusKind::error
+                    : has(FindingState::note)  ? StatusKind::remark
+                                               : StatusKind::success;
+  return {kind, summary(diagnosis) + '.'};
 }
 
 /// The system's major version where it is Windows.
@@ -95,22 +109,21 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       controllerPage_(new frmControllerPage),
       passwordFrame_(new QFrame),
       passwordBox_(new QLineEdit),
-      statusLine_(new QLabel),
+      statusLine_(new StatusLine),
       cancelSearch_(new QPushButton(tr("&Stop searching"))),
       release_(new QPushButton(tr("Re&lease comport and Exit"))) {
   setObjectName("frmMain");
   setWindowTitle("TouchUtility");
   setHelpChapter(*this, "Starting");
   addHelpKey(*this);
-  statusLine_->setObjectName("statusLine");
-  statusLine_->setWordWrap(true);
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   addPageKeys(*this, *tabs_);
-  tabs_->addTab(scrollable(controllerPage_), tr("Controller"));
-  for (const QString& page : {tr("Settings"), tr("Calibration"), tr("Maintenance"),
-                              tr("Parameters"), tr("Tests"), tr("Doctor")})
-    tabs_->addTab(scrollable(nullptr), page);
+  for (const QString& page : {tr("Controller"), tr("Settings"), tr("Calibration"),
+                              tr("Maintenance"), tr("Parameters"), tr("Tests"), tr("Doctor")})
+    tabs_->addTab(new ScrolledPage, page);
+  said_.resize(static_cast<std::size_t>(tabs_->count()));
+  currentPage()->put(controllerPage_, controllerPage_->actions());
 
   auto* const controlsLayout = new QVBoxLayout(controls_);
   controlsLayout->setContentsMargins(0, 0, 0, 0);
@@ -131,14 +144,16 @@ frmMain::~frmMain() = default;
 
 void frmMain::makeOtherPages() {
   int place = 0;
-  const auto put = [this, &place](auto* page) {
-    qobject_cast<QScrollArea*>(tabs_->widget(++place))->setWidget(page);
+  const auto put = [this, &place](auto* page, QWidget* below = nullptr) {
+    static_cast<ScrolledPage*>(tabs_->widget(++place))->put(page, below);
     return page;
   };
-  settingsPage_ = put(new frmSettingsPage(console_.settings(), startup_.workFolder));
+  auto* const settings = new frmSettingsPage(console_.settings(), startup_.workFolder);
+  settingsPage_ = put(settings, settings->actions());
   calibrationPage_ = put(new frmCalibrationPage);
   maintenancePage_ = put(new frmMaintenancePage(startup_.driverPath, startup_.workFolder, trace_));
-  parametersPage_ = put(new frmParametersPage(console_.parameters(), startup_.workFolder));
+  auto* const parameters = new frmParametersPage(console_.parameters(), startup_.workFolder);
+  parametersPage_ = put(parameters, parameters->actions());
   testsPage_ = put(new frmTestsPage(startup_.simulation.has_value()));
   doctorPage_ = put(new frmDoctorPage(startup_.workFolder));
 }
@@ -148,6 +163,11 @@ void frmMain::perform(const QString& what, const std::function<Status()>& action
 }
 
 void frmMain::connectPages() {
+  connect(tabs_, &QTabWidget::currentChanged, this, [this] {
+    showPageStatus();
+    // Whoever comes finds what is harmless, not the first button, nor the last one that he pressed there.
+    if (maintenancePage_->isAncestorOf(focusWidget())) maintenancePage_->harmless()->setFocus();
+  });
   connect(controllerPage_, &frmControllerPage::controllerChosen, this, [this](int index) {
     if (index >= 0) console_.selectController(static_cast<std::size_t>(index));
   });
@@ -161,8 +181,8 @@ void frmMain::connectPages() {
     cancelSearch_->show();
     cancelSearch_->setFocus();
     console_.searchComPorts();
-    // Nobody is to come upon the ways out by a Space that was meant to stop the search.
-    if (focusWidget() == cancelSearch_) tabs_->setFocus();
+    // Nobody is to come upon the ways out, or another search, by a Space that was meant to stop this one.
+    controllerPage_->setFocus();
     cancelSearch_->hide();
     release_->show();
   });
@@ -175,16 +195,15 @@ void frmMain::connectPages() {
           });
   connect(settingsPage_, &frmSettingsPage::sensitivityRequested, this,
           [this, &settings, setting](int index) {
-            perform(setting,
-                    [&] { return settings.changeSensitivity(index).value_or(std::string()); });
+            perform(setting, [&] { return settings.changeSensitivity(index).value_or(Status()); });
           });
-  connect(settingsPage_, &frmSettingsPage::statusChanged, statusLine_, &QLabel::setText);
+  connect(settingsPage_, &frmSettingsPage::statusChanged, this, &frmMain::showStatus);
   connect(settingsPage_, &frmSettingsPage::confirmRequested, this, [this, &settings, setting] {
     perform(setting, [&settings] { return settings.confirm(); });
   });
 
   connect(settingsPage_, &frmSettingsPage::noteShown, this, [this](QWidget* note) {
-    auto* const area = qobject_cast<QScrollArea*>(tabs_->currentWidget());
+    QScrollArea* const area = currentPage()->area();
     // The layout makes room for the note when the events in hand are through.
     QTimer::singleShot(0, area, [area, note] { area->ensureWidgetVisible(note); });
   });
@@ -203,7 +222,7 @@ void frmMain::connectPages() {
           [this] { doctorPage_->showDiagnosis(look(patient())); });
   connect(doctorPage_, &frmDoctorPage::refreshRequested, this, [this] {
     console_.examine(tr("Looking for what is wrong …").toStdString(),
-                     [this] { return summary(diagnose()) + '.'; });
+                     [this] { return statusOf(diagnose()); });
   });
   connect(doctorPage_, &frmDoctorPage::saveRequested, this,
           [this](const QString& file) { saveDiagnostics(file.toStdU16String()); });
@@ -218,17 +237,17 @@ void frmMain::connectPages() {
   connect(maintenancePage_, &frmMaintenancePage::monitorRequested, this, [this](int monitor) {
     perform(tr("Assigning the monitor …"), [this, monitor] {
       const bool taken = assignMonitor(access_, prompt_, monitor);
-      return (taken ? tr("The panel belongs to monitor %1.")
-                    : tr("The driver did not take monitor %1."))
-          .arg(monitor)
-          .toStdString();
+      const QString text = taken ? tr("The panel belongs to monitor %1.")
+                                 : tr("The driver did not take monitor %1.");
+      return Status(taken ? StatusKind::success : StatusKind::error,
+                    text.arg(monitor).toStdString());
     });
   });
   connect(maintenancePage_, &frmMaintenancePage::debuggerRequested, this,
           [this] { console_.requestDebugger(passwordBox_->text().toStdString()); });
   connect(maintenancePage_, &frmMaintenancePage::pinDefinitionRequested, this,
           [this] { console_.requestPinDefinition(); });
-  connect(maintenancePage_, &frmMaintenancePage::statusChanged, statusLine_, &QLabel::setText);
+  connect(maintenancePage_, &frmMaintenancePage::statusChanged, this, &frmMain::showStatus);
 
   const auto undo = [this, &parameters] {
     perform(tr("Writing the parameters back …"), [&parameters] { return parameters.undo(); });
@@ -241,7 +260,7 @@ void frmMain::connectPages() {
   connect(parametersPage_, &frmParametersPage::writeRequested, this, [this, &parameters] {
     perform(tr("Writing the parameters …"), [&parameters] { return parameters.write(); });
   });
-  connect(parametersPage_, &frmParametersPage::statusChanged, statusLine_, &QLabel::setText);
+  connect(parametersPage_, &frmParametersPage::statusChanged, this, &frmMain::showStatus);
 }
 
 Patient frmMain::patient() const {
@@ -276,10 +295,13 @@ void frmMain::saveDiagnostics(const std::filesystem::path& file) {
     const Diagnosis diagnosis = diagnose();
     const std::string contents = diagnosticsContents(patient(), diagnosis, trace_);
     if (!prompt_.confirm(contents + ' ' + tr("Save it?").toStdString()))
-      return tr("Nothing was saved.").toStdString();
-    return touch::saveDiagnostics(file, patient(), diagnosis, trace_,
-                                  [this](const std::string& what) { sayLooking(what); })
-        .describe(file);
+      return Status(tr("Nothing was saved.").toStdString());
+    const DiagnosticsSaved saved = touch::saveDiagnostics(
+        file, patient(), diagnosis, trace_, [this](const std::string& what) { sayLooking(what); });
+    const auto kind = saved.error            ? StatusKind::error
+                      : saved.failed.empty() ? StatusKind::success
+                                             : StatusKind::remark;
+    return Status(kind, saved.describe(file));
   });
 }
 
@@ -324,6 +346,11 @@ QWidget* frmMain::makePasswordFrame() {
   row->addWidget(label);
   row->addWidget(passwordBox_, 1);
   passwordFrame_->hide();
+  if (startup_.simulation) {
+    // Who tries the program out has nobody to ask.
+    passwordBox_->setPlaceholderText(
+        tr("Simulation: the password is %1").arg(shownText(servicePassword)));
+  }
   connect(passwordBox_, &QLineEdit::textEdited, this, [this](const QString& text) {
     const auto kept = MainConsole::passwordEdited(text.toStdString());
     if (kept.size() != static_cast<std::size_t>(text.toUtf8().size())) {
@@ -433,34 +460,59 @@ void frmMain::closeEvent(QCloseEvent* event) {
 }
 
 void frmMain::showBusy(const std::string& what) {
-  if (controls_->isEnabled()) focusBeforeBusy_ = focusWidget();
+  if (controls_->isEnabled()) {
+    focusBeforeBusy_ = focusWidget();
+    // Else Qt hands it to the next button that can be used, and Space presses that.
+    if (focusWidget() != cancelSearch_) setFocus();
+  }
   controls_->setEnabled(false);
   release_->setEnabled(false);
   if (pinWindow_ != nullptr) pinWindow_->setEnabled(false);
-  statusLine_->setText(shownText(what));
+  statusLine_->showWait(shownText(what));
 }
 
 void frmMain::showIdle() {
   controls_->setEnabled(true);
   release_->setEnabled(true);
   if (pinWindow_ != nullptr) pinWindow_->setEnabled(true);
-  if (focusBeforeBusy_) focusBeforeBusy_->setFocus();
+  giveFocusBack(focusBeforeBusy_);
+  showPageStatus();
   maintenancePage_->watchTrace();
 }
 
+void frmMain::giveFocusBack(QWidget* before) {
+  const bool usable = before != nullptr && before->isEnabled() && before->isVisibleTo(this);
+  // What was pressed may have nothing more to do: its page keeps the focus.
+  QWidget* const page = currentPage()->area()->widget();
+  (usable ? before : page == maintenancePage_ ? maintenancePage_->harmless() : page)->setFocus();
+}
+
+ScrolledPage* frmMain::currentPage() const {
+  return static_cast<ScrolledPage*>(tabs_->currentWidget());
+}
+
+void frmMain::showPageStatus() {
+  const Status& own = said_.at(static_cast<std::size_t>(tabs_->currentIndex()));
+  statusLine_->show(own.text.empty() ? ready_ : own);
+}
+
 void frmMain::showStatus(const Status& status) {
-  statusLine_->setText(shownText(status.text));
+  said_.at(static_cast<std::size_t>(tabs_->currentIndex())) = status;
+  showPageStatus();
 }
 
 void frmMain::showReady(const Status& status) {
-  showStatus(status);
+  std::ranges::fill(said_, Status());
+  ready_ = status;
+  showPageStatus();
 }
 
 void frmMain::showControllers(const std::vector<std::string>& names,
                               std::optional<std::size_t> selected) {
   controllerPage_->showControllers(names, selected);
   for (QWidget* const page :
-       std::initializer_list<QWidget*>{settingsPage_, calibrationPage_, parametersPage_}) {
+       std::initializer_list<QWidget*>{settingsPage_, settingsPage_->actions(), calibrationPage_,
+                                       parametersPage_, parametersPage_->actions()}) {
     page->setEnabled(selected.has_value());
   }
   maintenancePage_->setPossible(selected.has_value());
@@ -546,10 +598,16 @@ void frmMain::showAdvancedFrame() {
 }
 
 void frmMain::showPasswordFrame(bool shown) {
-  passwordFrame_->setVisible(shown);
-  if (!shown) return;
-  passwordBox_->selectAll();
-  passwordBox_->setFocus();
+  if (shown) {
+    if (!passwordBox_->hasFocus()) focusBeforePassword_ = focusWidget();
+    passwordFrame_->show();
+    passwordBox_->selectAll();
+    passwordBox_->setFocus();
+  } else {
+    const bool hadFocus = focusWidget() == passwordBox_;
+    passwordFrame_->hide();
+    if (hadFocus) giveFocusBack(focusBeforePassword_);
+  }
 }
 
 void frmMain::openDebugger() {
@@ -643,7 +701,7 @@ void frmMain::openCalibration() {
 void frmMain::calibrationEnded(CalibrationOutcome outcome) {
   const bool stored = outcome == CalibrationOutcome::stored;
   const auto before = stored ? errorBefore_ : std::nullopt;
-  console_.calibrationEnded(stored, outcomeText(outcome).toStdString());
+  console_.calibrationEnded(stored, outcomeText(outcome));
   calibrationPage_->showPanelError(before, panelError());
 }
 

@@ -32,6 +32,8 @@ class frmPinDefine;
 class frmSettingsPage;
 class frmTestsPage;
 class FullScreenWindow;
+class ScrolledPage;
+class StatusLine;
 struct SimulatedFault;
 
 /// What the program was started with, as far as its windows care.
@@ -102,6 +104,11 @@ class frmMain final : public QWidget, private MainView {
   Diagnosis diagnose();
   void sayLooking(const std::string& what);
   void saveDiagnostics(const std::filesystem::path& file);
+  /// The line of the page that is shown: what was last said on it, else how the controller is.
+  void showPageStatus();
+  ScrolledPage* currentPage() const;
+  /// To `before`, or to the page when that can no longer be used.
+  void giveFocusBack(QWidget* before);
   QWidget* makeHeader();
   QWidget* makePasswordFrame();
   QWidget* makeFooter();
@@ -132,13 +139,16 @@ class frmMain final : public QWidget, private MainView {
   frmPinDefine* pinWindow_ = nullptr;
   QFrame* passwordFrame_;
   QLineEdit* passwordBox_;
-  QLabel* statusLine_;
+  StatusLine* statusLine_;
+  std::vector<Status> said_;  ///< on each page
+  Status ready_;
   QPushButton* cancelSearch_;
   QPushButton* release_;
   QPointer<frmCal> calibrationWindow_;
   QPointer<FullScreenWindow> testWindow_;
   std::unique_ptr<frmRSDebug> debuggerWindow_;
   QPointer<QWidget> focusBeforeBusy_;
+  QPointer<QWidget> focusBeforePassword_;
   std::optional<Simulation::PanelError> errorBefore_;
   bool begun_ = false;
   bool ended_ = false;

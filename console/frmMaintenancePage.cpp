@@ -28,10 +28,11 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
     : QWidget(parent),
       trace_(trace),
       workFolder_(workFolder),
+      advanced_(new QPushButton(tr("Ad&vanced …"))),
       advancedFrame_(new QFrame),
-      undo_(new QPushButton(tr("&Undo"))),
+      undo_(new QPushButton(tr("U&ndo"))),
       monitors_(new QComboBox),
-      traceSwitch_(new QCheckBox(tr("&Trace every driver call and serial transfer"))) {
+      traceSwitch_(new QCheckBox(tr("Tra&ce every driver call and serial transfer"))) {
   setHelpChapter(*this, "Maintenance");
   auto* const driverPath = new QLineEdit(shownText(driver.string()));
   driverPath->setObjectName("driverPath");
@@ -54,16 +55,15 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
   advanced->addRow(makeTools());
   advancedFrame_->hide();
 
-  auto* const show = new QPushButton(tr("Ad&vanced …"));
-  show->setObjectName("cmdAdvanced");
-  show->setToolTip(tr("Shows the advanced functions (key I)"));
-  show->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
-  connect(show, &QPushButton::clicked, this, &frmMaintenancePage::showAdvancedFrame);
+  advanced_->setObjectName("cmdAdvanced");
+  advanced_->setToolTip(tr("Shows the advanced functions (key I)"));
+  advanced_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  connect(advanced_, &QPushButton::clicked, this, &frmMaintenancePage::showAdvancedFrame);
 
   functions_ = makeFunctions();
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(functions_);
-  layout->addWidget(show);
+  layout->addWidget(advanced_);
   layout->addWidget(advancedFrame_);
   layout->addStretch();
 }
@@ -78,15 +78,14 @@ QWidget* frmMaintenancePage::makeFunctions() {
     QString purpose;
     void (frmMaintenancePage::*requested)();
   } functions[] = {
-      {new QPushButton(tr("&Defaults")), "Command2",
-       tr("Restores the values that the controller left the factory with. The parameters before "
-          "are "
-          "kept in the folder \"backup\"."),
+      {new QPushButton(tr("Defaul&ts")), "Command2",
+       tr("Restores the factory settings. "
+          "The current parameters are saved in the folder \"backup\" first."),
        &frmMaintenancePage::defaultsRequested},
-      {undo_, "cmdUndoDefaults", tr("Writes the parameters from before back into the controller."),
+      {undo_, "cmdUndoDefaults", tr("Puts back the parameters from before the last change."),
        &frmMaintenancePage::undoRequested},
-      {new QPushButton(tr("&Reset")), "Command3",
-       tr("Restarts the controller, as if it had been switched off and on."),
+      {new QPushButton(tr("R&eset")), "Command3",
+       tr("Restarts the controller (like switching it off and on)."),
        &frmMaintenancePage::resetRequested},
   };
   int row = 0;
@@ -133,7 +132,7 @@ QWidget* frmMaintenancePage::makeMonitors() {
   monitors_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   monitors_->setMinimumContentsLength(6);
   monitors_->setAccessibleName(tr("Monitor that the panel covers"));
-  auto* const identify = new QPushButton(tr("Id&entify"));
+  auto* const identify = new QPushButton(tr("Identif&y"));
   identify->setObjectName("cmdIdentifyMonitors");
   identify->setToolTip(tr("Shows its number on each monitor"));
   auto* const assign = new QPushButton(tr("&Assign"));
@@ -163,6 +162,10 @@ void frmMaintenancePage::fillMonitors() {
   monitors_->setCurrentIndex(std::min(chosen, monitors_->count() - 1));
 }
 
+QWidget* frmMaintenancePage::harmless() const {
+  return advanced_;
+}
+
 void frmMaintenancePage::showAdvancedFrame() {
   advancedFrame_->show();
 }
@@ -181,13 +184,13 @@ void frmMaintenancePage::watchTrace() {
   if (!reason) return;
   const QSignalBlocker silent(traceSwitch_);
   traceSwitch_->setChecked(false);
-  emit statusChanged(shownText(*reason));
+  emit statusChanged(Status::error(*reason));
 }
 
 void frmMaintenancePage::switchTrace(bool on) {
   if (!on) {
     trace_.stop();
-    emit statusChanged(tr("The trace is off."));
+    emit statusChanged(tr("The trace is off.").toStdString());
     return;
   }
   // A file of its own each time: an earlier trace may be what somebody is waiting for.
@@ -196,9 +199,10 @@ void frmMaintenancePage::switchTrace(bool on) {
   if (const auto complaint = trace_.start(file)) {
     const QSignalBlocker silent(traceSwitch_);
     traceSwitch_->setChecked(false);
-    emit statusChanged(shownText(*complaint));
+    emit statusChanged(Status::error(*complaint));
   } else {
-    emit statusChanged(tr("Tracing to %1").arg(shownText(file.string())));
+    emit statusChanged(
+        Status::success(tr("Tracing to %1").arg(shownText(file.string())).toStdString()));
   }
 }
 

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <filesystem>
 
+#include "core/status.h"
 #include "core/trace.h"
 
 class QCheckBox;
@@ -21,6 +22,8 @@ class frmMaintenancePage final : public QWidget {
                      Trace& trace, QWidget* parent = nullptr);
 
   void showAdvancedFrame();
+  /// What has the focus when nothing else on the page has it: pressing it changes nothing in a controller.
+  QWidget* harmless() const;
   /// Whether there is a controller to maintain.
   void setPossible(bool possible);
   /// Whether there is something that "Undo" would take back.
@@ -35,7 +38,7 @@ class frmMaintenancePage final : public QWidget {
   void monitorRequested(int monitor);  ///< counted from 1
   void debuggerRequested();
   void pinDefinitionRequested();
-  void statusChanged(const QString& text);
+  void statusChanged(const touch::Status& status);
 
  private:
   QWidget* makeFunctions();
@@ -48,6 +51,7 @@ class frmMaintenancePage final : public QWidget {
   std::filesystem::path workFolder_;
   QWidget* functions_;
   QWidget* monitorRow_;
+  QPushButton* advanced_;
   QFrame* advancedFrame_;
   QPushButton* undo_;
   QComboBox* monitors_;

@@ -1,8 +1,6 @@
 #include "console/frmParametersPage.h"
 
 #include <QButtonGroup>
-#include <QFileDialog>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -17,6 +15,7 @@
 #include "ui/finger_style.h"
 #include "ui/help.h"
 #include "ui/text.h"
+#include "ui/text_file_dialogs.h"
 
 namespace touch {
 
@@ -26,6 +25,10 @@ enum Column { address, oldHigh, oldLow, newHigh, newLow, changed, columns };
 
 constexpr int rowHeight = 32;
 
+WordByte byteOf(int column) {
+  return column == newHigh ? WordByte::high : WordByte::low;
+}
+
 }  // namespace
 
 frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::path workFolder,
@@ -34,7 +37,8 @@ frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::p
       editor_(editor),
       workFolder_(std::move(workFolder)),
       table_(new QTableWidget(static_cast<int>(ParameterTable::rows), columns)),
-      undo_(new QPushButton(tr("&Undo"))) {
+      undo_(new QPushButton(tr("U&ndo"))),
+      actions_(makeActions()) {
   setHelpChapter(*this, "Parameters");
   table_->setObjectName("parameterTable");
   table_->setAccessibleName(tr("Parameter words"));
@@ -64,7 +68,7 @@ frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::p
   auto* const layout = new QVBoxLayout(this);
   layout->addWidget(makeBaseSwitch());
   layout->addWidget(table_);
-  layout->addWidget(makeButtons());
+  layout->addWidget(makeFileButtons());
   layout->addStretch();
   connect(table_, &QTableWidget::cellChanged, this, &frmParametersPage::edited);
   fill();
@@ -93,37 +97,44 @@ QWidget* frmParametersPage::makeBaseSwitch() {
   return box;
 }
 
-QWidget* frmParametersPage::makeButtons() {
+struct frmParametersPage::Action {
+  QPushButton* button;
+  const char* name;
+  std::function<void()> action;
+};
+
+QWidget* frmParametersPage::makeButtons(std::initializer_list<Action> actions) {
   auto* const box = new QWidget;
-  auto* const grid = new QGridLayout(box);
-  grid->setContentsMargins(0, 0, 0, 0);
-  const struct {
-    QPushButton* button;
-    const char* name;
-    std::function<void()> action;
-  } buttons[] = {
-      {new QPushButton(tr("&Read")), "cmdReadParameters", [this] { emit readRequested(); }},
-      {new QPushButton(tr("&Write")), "cmdWriteParameters", [this] { emit writeRequested(); }},
-      {undo_, "cmdUndoParameters", [this] { emit undoRequested(); }},
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (const auto& [button, name, action] : actions) {
+    button->setObjectName(name);
+    row->addWidget(button, 1);
+    connect(button, &QPushButton::clicked, this, action);
+  }
+  return box;
+}
+
+QWidget* frmParametersPage::makeFileButtons() {
+  return makeButtons({
       {new QPushButton(tr("&Clear")), "cmdClearParameters",
        [this] {
          editor_.table().clear();
          fill();
-         emit statusChanged(tr("The new values are cleared; nothing was sent."));
+         emit statusChanged(tr("The new values are cleared; nothing was sent.").toStdString());
        }},
       {new QPushButton(tr("L&oad …")), "cmdLoadParameters", [this] { load(); }},
       {new QPushButton(tr("&Save …")), "cmdSaveParameters", [this] { save(); }},
       {new QPushButton(tr("Com&pare …")), "cmdCompareParameters", [this] { compare(); }},
-  };
-  const int perRow = isSmallScreen() ? 3 : 4;
-  int place = 0;
-  for (const auto& [button, name, action] : buttons) {
-    button->setObjectName(name);
-    grid->addWidget(button, place / perRow, place % perRow);
-    ++place;
-    connect(button, &QPushButton::clicked, this, action);
-  }
-  return box;
+  });
+}
+
+QWidget* frmParametersPage::makeActions() {
+  return makeButtons({
+      {new QPushButton(tr("&Read")), "cmdReadParameters", [this] { emit readRequested(); }},
+      {new QPushButton(tr("&Write")), "cmdWriteParameters", [this] { emit writeRequested(); }},
+      {undo_, "cmdUndoParameters", [this] { emit undoRequested(); }},
+  });
 }
 
 void frmParametersPage::fill() {
@@ -134,51 +145,61 @@ void frmParametersPage::fill() {
     const bool isChanged = table.changed(word);
     table_->item(row, oldHigh)->setText(shownText(table.oldText(word, WordByte::high)));
     table_->item(row, oldLow)->setText(shownText(table.oldText(word, WordByte::low)));
-    table_->item(row, newHigh)->setText(shownText(table.newText(word, WordByte::high)));
-    table_->item(row, newLow)->setText(shownText(table.newText(word, WordByte::low)));
-    table_->item(row, changed)->setText(isChanged ? tr("changed") : QString());
+    const bool isRejected =
+        table.isRejected(word, WordByte::high) || table.isRejected(word, WordByte::low);
+    table_->item(row, changed)
+        ->setText(isRejected ? tr("invalid") : (isChanged ? tr("changed") : QString()));
     QFont font = table_->font();
-    font.setBold(isChanged);
+    font.setBold(isChanged || isRejected);
     for (const int column : {newHigh, newLow, changed})
       table_->item(row, column)->setFont(font);
+    fillByte(row, newHigh);
+    fillByte(row, newLow);
   }
   undo_->setEnabled(editor_.canUndo());
 }
 
+void frmParametersPage::fillByte(int row, int column) {
+  const auto word = static_cast<std::size_t>(row);
+  const WordByte byte = byteOf(column);
+  const bool isRejected = editor_.table().isRejected(word, byte);
+  QTableWidgetItem& item = *table_->item(row, column);
+  item.setText(shownText(editor_.table().newText(word, byte)));
+  // Black on light red stands out in light and dark.
+  item.setBackground(isRejected ? QBrush(QColor(0xFF, 0xB0, 0xA8)) : QBrush());
+  item.setForeground(isRejected ? QBrush(Qt::black) : QBrush());
+}
+
 void frmParametersPage::edited(int row, int column) {
-  const auto byte = column == newHigh ? WordByte::high : WordByte::low;
+  const WordByte byte = byteOf(column);
   const auto complaint = editor_.table().edit(static_cast<std::size_t>(row), byte,
                                               table_->item(row, column)->text().toStdString());
   fill();
-  emit statusChanged(complaint ? shownText(*complaint) : QString());
-}
-
-QString frmParametersPage::chooseFile(const QString& title) {
-  return QFileDialog::getOpenFileName(this, title, shownText(workFolder_.string()),
-                                      tr("Cal (*.vrq)"));
+  emit statusChanged(complaint ? Status::error(*complaint) : Status());
 }
 
 void frmParametersPage::load() {
-  const QString file = chooseFile(tr("Load parameters"));
-  if (file.isEmpty()) return;
-  const Status outcome = editor_.load(pathOf(file));
+  const auto file = askFileToOpen(this, tr("Load parameters"), workFolder_, tr("Cal (*.vrq)"));
+  if (!file) return;
+  const Status outcome = editor_.load(*file);
   fill();
-  emit statusChanged(shownText(outcome.text));
+  emit statusChanged(outcome);
 }
 
 void frmParametersPage::compare() {
-  const QString file = chooseFile(tr("Compare with a file"));
-  if (!file.isEmpty()) emit statusChanged(shownText(editor_.compare(pathOf(file)).text));
+  const auto file = askFileToOpen(this, tr("Compare with a file"), workFolder_, tr("Cal (*.vrq)"));
+  if (file) emit statusChanged(editor_.compare(*file));
 }
 
 void frmParametersPage::save() {
-  QFileDialog dialog(this, tr("Save parameters"), shownText(workFolder_.string()),
-                     tr("Cal (*.vrq)"));
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  // The dialog itself completes the name, so that it asks before it replaces the file that is meant.
-  dialog.setDefaultSuffix("vrq");
-  if (dialog.exec() != QDialog::Accepted) return;
-  emit statusChanged(shownText(editor_.save(pathOf(dialog.selectedFiles().front())).text));
+  // No name is asked for what cannot be saved.
+  if (const auto block = editor_.table().block(); !block) {
+    emit statusChanged(Status::error(block.error()));
+    return;
+  }
+  const auto file =
+      askFileToSave(this, tr("Save parameters"), workFolder_ / "", tr("Cal (*.vrq)"), "vrq");
+  if (file) emit statusChanged(editor_.save(*file));
 }
 
 }  // namespace touch

@@ -20,27 +20,32 @@ class frmParametersPage final : public QWidget {
 
   /// Puts what the editor holds into the table.
   void fill();
+  /// What is done with the controller: buttons that are to be at hand without scrolling. For whoever shows the page.
+  QWidget* actions() const { return actions_; }
 
  signals:
   void readRequested();
   void writeRequested();
   void undoRequested();
-  void statusChanged(const QString& text);
+  void statusChanged(const touch::Status& status);
 
  private:
   QWidget* makeBaseSwitch();
-  QWidget* makeButtons();
+  struct Action;
+  QWidget* makeButtons(std::initializer_list<Action> actions);
+  QWidget* makeFileButtons();
+  QWidget* makeActions();
+  void fillByte(int row, int column);
   void edited(int row, int column);
   void load();
   void save();
   void compare();
-  /// The file that the user chose to open; empty when he cancelled.
-  QString chooseFile(const QString& title);
 
   ParameterEditor& editor_;
   std::filesystem::path workFolder_;
   QTableWidget* table_;
   QPushButton* undo_;
+  QWidget* actions_;
 };
 
 }  // namespace touch

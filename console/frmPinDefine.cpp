@@ -14,11 +14,13 @@
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <array>
 
 #include "ui/finger_style.h"
 #include "ui/help.h"
 #include "ui/scrollable.h"
+#include "ui/status_line.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -26,6 +28,11 @@ namespace touch {
 namespace {
 
 constexpr int highestByte = 255;
+
+/// Problems; the others come when these are mended.
+int mostTold() {
+  return isSmallScreen() ? 1 : 3;
+}
 
 /// Where a wire leaves the sensor: the cell of a grid of 3 x 3 around it.
 struct Place {
@@ -58,6 +65,10 @@ class SensorDrawing final : public QWidget {
     grid_->removeWidget(wire);
     grid_->addWidget(wire, place.row, place.column);
   }
+  void mark(std::vector<const QWidget*> wrong) {
+    wrong_ = std::move(wrong);
+    update();
+  }
 
  protected:
   void paintEvent(QPaintEvent*) override {
@@ -74,6 +85,13 @@ class SensorDrawing final : public QWidget {
       };
       const QPoint end = nearest(wire->geometry(), sheet.center());
       painter.drawLine(nearest(sheet, end), end);
+      // Around the wire: a frame of its own would move everything.
+      if (std::ranges::find(wrong_, wire) == wrong_.end()) continue;
+      constexpr int apart = 3;
+      painter.save();
+      painter.setPen(QPen(wrongColour(), 3));
+      painter.drawRect(wire->geometry().adjusted(-apart, -apart, apart, apart));
+      painter.restore();
     }
     painter.setBrush(palette().color(QPalette::Base));
     painter.drawRoundedRect(sheet, 6, 6);
@@ -81,7 +99,13 @@ class SensorDrawing final : public QWidget {
   }
 
  private:
+  QColor wrongColour() const {
+    return palette().color(QPalette::Window).lightness() < 128 ? QColor(0xFF, 0x80, 0x80)
+                                                               : QColor(0xC0, 0, 0);
+  }
+
   QGridLayout* grid_;
+  std::vector<const QWidget*> wrong_;
   QWidget* sensor_ = new QWidget(this);
 };
 
@@ -92,7 +116,9 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
       fourWire_(new QRadioButton(tr("&4-wire"))),
       fiveWire_(new QRadioButton(tr("&5-wire"))),
       drawing_(new SensorDrawing),
+      controller_(new QLabel),
       problems_(new QLabel),
+      statusLine_(new StatusLine),
       update_(new QPushButton(tr("&Update"))),
       putBack_(new QPushButton(tr("&Put back"))) {
   setObjectName("frmPinDefine");
@@ -103,6 +129,10 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   fiveWire_->setObjectName("optionFiveWire");
   problems_->setObjectName("lblPinProblems");
   problems_->setWordWrap(true);
+  problems_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  // Room for all that is ever told, so that nothing moves when it comes.
+  problems_->setMinimumHeight((mostTold() + 1) * problems_->fontMetrics().lineSpacing());
+  controller_->setObjectName("lblPinController");
   update_->setObjectName("cmdUpdatePins");
   putBack_->setObjectName("cmdPutBackPins");
   putBack_->setToolTip(tr("Writes the mapping from before the last update"));
@@ -135,13 +165,17 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   types->addWidget(fourWire_);
   types->addWidget(fiveWire_);
   types->addStretch();
+  types->addWidget(controller_);
   auto* const buttons = new QHBoxLayout;
-  for (QPushButton* const button : {read, update_, putBack_, close})
+  for (QPushButton* const button : {read, update_, putBack_, close}) {
+    button->setAutoDefault(false);  // Enter in a field takes what was typed, and does no more
     buttons->addWidget(button);
+  }
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(types);
   layout->addWidget(scrollable(drawing_), 1);
   layout->addWidget(problems_);
+  layout->addWidget(statusLine_);
   layout->addLayout(buttons);
   resize(QSize(660, 640).boundedTo(screen()->availableSize()));
 
@@ -168,7 +202,7 @@ void frmPinDefine::open() {
   show();
   raise();
   activateWindow();
-  reload();
+  if (!editor_.isEdited()) reload();
 }
 
 void frmPinDefine::reload() {
@@ -178,8 +212,12 @@ void frmPinDefine::reload() {
 void frmPinDefine::run(const QString& what, const std::function<Status()>& action) {
   const QPointer<QWidget> focus = focusWidget();
   setEnabled(false);
-  perform_(what.toStdString(), action);
+  statusLine_->showWait(what);
+  Status outcome =
+      Status::error(tr("There is no controller whose pins could be defined.").toStdString());
+  perform_(what.toStdString(), [&] { return outcome = action(); });
   setEnabled(true);
+  statusLine_->show(outcome);
   if (focus) focus->setFocus();
   fill();
 }
@@ -207,6 +245,7 @@ void frmPinDefine::fill() {
   const QSignalBlocker silentFive(fiveWire_);
   fourWire_->setChecked(definition.type == SensorType::fourWire);
   fiveWire_->setChecked(definition.type == SensorType::fiveWire);
+  controller_->setText(shownText(editor_.controller()));
   placeWires();
   for (std::size_t wire = 0; wire < definition.wires.size(); ++wire) {
     const QSignalBlocker silentChannel(wires_[wire].channel);
@@ -221,20 +260,19 @@ void frmPinDefine::showProblems() {
   const auto problems = editor_.problems();
   QStringList lines;
   std::vector<bool> wrong(wires_.size(), false);
-  constexpr int mostTold = 3;  // the others come when these are mended
   for (const PinProblem& problem : problems) {
     wrong[problem.wire] = true;
     if (problem.sharesWith) wrong[*problem.sharesWith] = true;
     const QString wire = wires_[problem.wire].box->title();
     const QString text = shownText(problem.text);
-    if (lines.size() < mostTold) lines.append(text.startsWith(wire) ? text : wire + ": " + text);
+    if (lines.size() < mostTold()) lines.append(text.startsWith(wire) ? text : wire + ": " + text);
   }
-  if (const int more = static_cast<int>(problems.size()) - mostTold; more > 0)
+  if (const int more = static_cast<int>(problems.size()) - mostTold(); more > 0)
     lines.append(tr("and %1 more").arg(more));
-  for (std::size_t wire = 0; wire < wires_.size(); ++wire) {
-    wires_[wire].box->setStyleSheet(wrong[wire] ? "QGroupBox { border: 2px solid #c00000; }"
-                                                : QString());
-  }
+  std::vector<const QWidget*> marked;
+  for (std::size_t wire = 0; wire < wires_.size(); ++wire)
+    if (wrong[wire]) marked.push_back(wires_[wire].box);
+  drawing_->mark(std::move(marked));
   problems_->setText(problems.empty() ? tr("Every channel and every bit is used once.")
                                       : lines.join('\n'));
   update_->setEnabled(problems.empty());

@@ -16,6 +16,7 @@ class QSpinBox;
 namespace touch {
 
 class SensorDrawing;
+class StatusLine;
 
 /// The sensor with its wires: each wire's analogue channel and I/O bit are chosen beside the wire. What is used twice is
 /// marked at once, and "Update" stays shut until nothing is.
@@ -23,13 +24,13 @@ class frmPinDefine final : public QDialog {
   Q_OBJECT
 
  public:
-  /// Runs an action on the controller when no other runs; shows nothing itself.
+  /// Runs an action on the controller when there is one and no other action runs.
   using Perform =
       std::function<void(const std::string& what, const std::function<Status()>& action)>;
 
   frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent);
 
-  /// Reads the controller's definition and shows it.
+  /// Reads the controller's definition and shows it, unless the user has one in hand.
   void open() override;
 
  private:
@@ -51,7 +52,9 @@ class frmPinDefine final : public QDialog {
   QRadioButton* fiveWire_;
   SensorDrawing* drawing_;
   std::vector<WireControls> wires_;
+  QLabel* controller_;
   QLabel* problems_;
+  StatusLine* statusLine_;
   QPushButton* update_;
   QPushButton* putBack_;
 };

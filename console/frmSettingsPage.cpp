@@ -37,15 +37,23 @@ constexpr SwitchControl switchControls[] = {{"Check1", "up-sound", false},
 struct BarControl {
   const char* name;
   const char* label;
+  const char* mark;
   const char* setting;
   SettingsPanel::Bar bar;
 };
 constexpr BarControl barControls[] = {
-    {"HScroll1", "lblDoubleClickSpeed", "double-click-speed", SettingsPanel::Bar::doubleClickSpeed},
-    {"HScroll2", "lblDoubleClickArea", "double-click-area", SettingsPanel::Bar::doubleClickArea},
-    {"HScrRightClickTime", "lblRightClickTime", "right-click-time",
+    {"HScroll1", "lblDoubleClickSpeed", "unsentSpeed", "double-click-speed",
+     SettingsPanel::Bar::doubleClickSpeed},
+    {"HScroll2", "lblDoubleClickArea", "unsentArea", "double-click-area",
+     SettingsPanel::Bar::doubleClickArea},
+    {"HScrRightClickTime", "lblRightClickTime", "unsentRightClick", "right-click-time",
      SettingsPanel::Bar::rightClickTime},
 };
+
+QFont boldened(QFont font) {
+  font.setBold(true);
+  return font;
+}
 
 QString captionOf(const char* setting) {
   return spokenText("console", findSetting(setting)->caption);
@@ -59,7 +67,8 @@ frmSettingsPage::frmSettingsPage(SettingsPanel& panel, std::filesystem::path wor
       panel_(panel),
       workFolder_(std::move(workFolder)),
       sensitivity_(new QComboBox),
-      cursorHelp_(new QPlainTextEdit) {
+      cursorHelp_(new QPlainTextEdit),
+      actions_(makeActions()) {
   setHelpChapter(*this, "Settings");
   // In the order in which the options stand on the screen, which is not that of the angles.
   QWidget* const rotation =
@@ -135,7 +144,7 @@ QWidget* frmSettingsPage::makeSensitivity() {
   auto* const column = new QVBoxLayout(box);
   sensitivity_->setObjectName("Combo1");
   sensitivity_->setAccessibleName(spokenText("console", setting->caption));
-  sensitivity_->setPlaceholderText(tr("(the driver cannot tell)"));
+  sensitivity_->setPlaceholderText(tr("(current value unknown)"));
   for (const SettingChoice& choice : setting->choices) {
     sensitivity_->addItem(spokenText("console", choice.caption));
   }
@@ -147,13 +156,14 @@ QWidget* frmSettingsPage::makeSensitivity() {
 }
 
 QWidget* frmSettingsPage::makeTiming() {
-  auto* const box = new QGroupBox(tr("Timing, sent with Confirm"));
+  auto* const box = new QGroupBox(tr("Timing (press Confirm to apply)"));
   timing_ = box;
   auto* const grid = new QGridLayout(box);
   for (std::size_t i = 0; i < bars_.size(); ++i) {
     const BarControl& control = barControls[i];
     auto* const scroll = new QScrollBar(Qt::Horizontal);
     auto* const value = new QLabel;
+    auto* const mark = new QLabel(tr("not sent"));
     auto* const caption = new QLabel(captionOf(control.setting));
     scroll->setObjectName(control.name);
     scroll->setAccessibleName(caption->text());
@@ -164,55 +174,79 @@ QWidget* frmSettingsPage::makeTiming() {
     scroll->setMinimumWidth(3 * fingerSize());
     caption->setWordWrap(true);
     value->setObjectName(control.label);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value->setMinimumWidth(fingerSize());
-    bars_[i] = {control.bar, scroll, value};
+    mark->setObjectName(control.mark);
+    mark->setFont(boldened(mark->font()));
+    QSizePolicy keepsPlace = mark->sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    mark->setSizePolicy(keepsPlace);
+    mark->hide();
+    bars_[i] = {control.bar, scroll, value, mark};
     const int row = static_cast<int>(i);
     grid->addWidget(caption, row, 0);
     grid->addWidget(scroll, row, 1);
     grid->addWidget(value, row, 2);
+    // Nobody knows in what the driver counts the area.
+    if (control.bar != SettingsPanel::Bar::doubleClickArea) {
+      grid->addWidget(new QLabel(tr("ms")), row, 3);
+    }
+    grid->addWidget(mark, row, 4);
     connect(scroll, &QScrollBar::valueChanged, this, [this, controls = bars_[i]](int position) {
       panel_.moveBar(controls.bar, position);
-      controls.value->setText(shownText(panel_.bars().label(controls.bar)));
+      showBar(controls);
     });
   }
   grid->setColumnStretch(1, 1);
+  return box;
+}
+
+void frmSettingsPage::showBar(const BarControls& controls) {
+  controls.value->setText(shownText(panel_.bars().label(controls.bar)));
+  controls.mark->setVisible(panel_.bars().isUnsent(controls.bar));
+  controls.scroll->setAccessibleDescription(controls.mark->isHidden() ? QString()
+                                                                      : controls.mark->text());
+}
+
+QWidget* frmSettingsPage::makeActions() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const hideCursor = new QPushButton(tr("Hide C&ursor"));
+  hideCursor->setObjectName("Command17");
   auto* const confirm = new QPushButton(tr("Con&firm"));
   confirm->setObjectName("Command6");
-  grid->addWidget(confirm, 3, 2);
+  row->addWidget(hideCursor);
+  row->addStretch();
+  row->addWidget(confirm);
+  connect(hideCursor, &QPushButton::clicked, this, &frmSettingsPage::showCursorNote);
   connect(confirm, &QPushButton::clicked, this, &frmSettingsPage::confirmRequested);
   return box;
 }
 
 QWidget* frmSettingsPage::makeCursorHelp() {
-  auto* const box = new QWidget;
-  auto* const column = new QVBoxLayout(box);
-  column->setContentsMargins(0, 0, 0, 0);
-  auto* const show = new QPushButton(tr("Hide C&ursor"));
-  show->setObjectName("Command17");
-  show->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
   cursorHelp_->setObjectName("cursorHelp");
   cursorHelp_->setAccessibleName(tr("How to hide the cursor"));
   cursorHelp_->setReadOnly(true);
   cursorHelp_->setTabChangesFocus(true);
   cursorHelp_->setMinimumHeight(3 * fingerSize());
   cursorHelp_->hide();
-  column->addWidget(show);
-  column->addWidget(cursorHelp_);
-  connect(show, &QPushButton::clicked, this, [this] {
-    const auto note = cursorNote(workFolder_);
-    if (!note) {
-      emit statusChanged(shownText(note.error().describe()));
-      return;
-    }
-    cursorHelp_->setPlainText(shownText(*note));
-    cursorHelp_->show();
-    cursorHelp_->setFocus();
-    emit noteShown(cursorHelp_);
-    if (cursorHelp_->toPlainText().trimmed().isEmpty()) {
-      emit statusChanged(tr("There is no note \"cursoroff.txt\" in the working folder."));
-    }
-  });
-  return box;
+  return cursorHelp_;
+}
+
+void frmSettingsPage::showCursorNote() {
+  const auto note = cursorNote(workFolder_);
+  if (!note) {
+    emit statusChanged(Status::error(note.error().describe()));
+    return;
+  }
+  cursorHelp_->setPlainText(shownText(*note));
+  cursorHelp_->show();
+  cursorHelp_->setFocus();
+  emit noteShown(cursorHelp_);
+  if (cursorHelp_->toPlainText().trimmed().isEmpty()) {
+    emit statusChanged(tr("No instructions found (\"cursoroff.txt\" is missing).").toStdString());
+  }
 }
 
 void frmSettingsPage::fill() {
@@ -242,7 +276,7 @@ void frmSettingsPage::fill() {
     const TimingBars::Range range = bars.range(controls.bar);
     controls.scroll->setRange(range.lowest, range.highest);
     controls.scroll->setValue(bars.position(controls.bar));
-    controls.value->setText(shownText(bars.label(controls.bar)));
+    showBar(controls);
   }
   panel_.filled();
 }

@@ -26,6 +26,8 @@ class frmSettingsPage final : public QWidget {
 
   /// Puts what the panel holds into the controls; nothing is sent for it.
   void fill();
+  /// Buttons that are to be at hand without scrolling. For whoever shows the page.
+  QWidget* actions() const { return actions_; }
 
   QSize minimumSizeHint() const override;
 
@@ -38,7 +40,7 @@ class frmSettingsPage final : public QWidget {
   void confirmRequested();
   /// The cursor note has come up, below the other controls.
   void noteShown(QWidget* note);
-  void statusChanged(const QString& text);
+  void statusChanged(const touch::Status& status);
 
  private:
   struct Switch {
@@ -50,14 +52,18 @@ class frmSettingsPage final : public QWidget {
     SettingsPanel::Bar bar;
     QScrollBar* scroll;
     QLabel* value;
+    QLabel* mark;
   };
 
   QWidget* makeSwitches();
   QWidget* makeOptions(const char* setting, const char* name, const QString& title,
                        std::initializer_list<int> order, QButtonGroup*& group);
   QWidget* makeTiming();
+  void showBar(const BarControls& controls);
   QWidget* makeSensitivity();
   QWidget* makeCursorHelp();
+  QWidget* makeActions();
+  void showCursorNote();
 
   SettingsPanel& panel_;
   std::filesystem::path workFolder_;
@@ -69,6 +75,7 @@ class frmSettingsPage final : public QWidget {
   QButtonGroup* touchMode_ = nullptr;
   QComboBox* sensitivity_;
   QPlainTextEdit* cursorHelp_;
+  QWidget* actions_;
 };
 
 }  // namespace touch

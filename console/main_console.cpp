@@ -14,12 +14,11 @@ namespace touch {
 
 namespace {
 
-constexpr std::string_view password = "kqzm";
 constexpr int oldestSystem = 5;      // major version
 constexpr int longestPassword = 10;  // characters
 
 bool holdsPassword(std::string_view text) {
-  return text.find(password) != text.npos;
+  return text.find(servicePassword) != text.npos;
 }
 
 // What a window needs that stays open while it talks to the driver: it is not opened without.
@@ -374,7 +373,7 @@ void MainConsole::requestPinDefinition() {
   if (busy_) return;
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
   // While the question was up the window may have been closed.
-  if (!busy_ && answer && withoutOuterBlanks(*answer) == password) view_.openPinDefinition();
+  if (!busy_ && answer && withoutOuterBlanks(*answer) == servicePassword) view_.openPinDefinition();
 }
 
 std::string MainConsole::selectedName() const {

@@ -23,6 +23,9 @@
 
 namespace touch {
 
+/// Guards the tools for service; compared case-sensitively.
+inline constexpr std::string_view servicePassword = "kqzm";
+
 /// The full-screen windows for tests, which do without the controller.
 enum class TestScreen : std::uint8_t { drawing, linearity };
 

@@ -48,12 +48,14 @@ void ParameterTable::expire() {
 }
 
 void ParameterTable::load(const ParameterBlock& file) {
+  rejected_.clear();
   for (std::size_t row = 0; row < rows; ++row)
     new_[row] = {file[row].high, file[row].low};
 }
 
 void ParameterTable::clear() {
   new_ = {};
+  rejected_.clear();
 }
 
 std::string ParameterTable::oldText(std::size_t row, WordByte byte) const {
@@ -63,6 +65,8 @@ std::string ParameterTable::oldText(std::size_t row, WordByte byte) const {
 }
 
 std::string ParameterTable::newText(std::size_t row, WordByte byte) const {
+  const auto rejected = rejected_.find({row, byte});
+  if (rejected != rejected_.end()) return rejected->second;
   return text(new_.at(row)[static_cast<std::size_t>(byte)]);
 }
 
@@ -76,19 +80,34 @@ bool ParameterTable::changed(std::size_t row) const {
 std::optional<std::string> ParameterTable::edit(std::size_t row, WordByte byte,
                                                 std::string_view text) {
   const auto value = parseByte(text, base_);
-  if (!value) {
-    return filled(
-        say("console", "%1: expected %2, found %3"),
-        {place(row, byte),
-         base_ == NumberBase::hexadecimal ? say("console", "two hexadecimal digits, 00 to FF")
-                                          : say("console", "a number from 0 to 255"),
-         text.empty() ? say("console", "nothing") : foundText(text)});
-  }
   new_.at(row)[static_cast<std::size_t>(byte)] = value;
-  return std::nullopt;
+  rejected_.erase({row, byte});
+  if (value) return std::nullopt;
+  rejected_.emplace(std::pair(row, byte), text);
+  return complaint(row, byte, text);
+}
+
+bool ParameterTable::isRejected(std::size_t row, WordByte byte) const {
+  return rejected_.contains({row, byte});
+}
+
+std::string ParameterTable::complaint(std::size_t row, WordByte byte, std::string_view text) const {
+  return filled(
+      say("console", "%1: expected %2, found %3"),
+      {place(row, byte),
+       base_ == NumberBase::hexadecimal ? say("console", "two hexadecimal digits, 00 to FF")
+                                        : say("console", "a number from 0 to 255"),
+       text.empty() ? say("console", "nothing") : foundText(text)});
+}
+
+std::optional<std::string> ParameterTable::firstComplaint() const {
+  if (rejected_.empty()) return std::nullopt;
+  const auto& [at, text] = *rejected_.begin();
+  return complaint(at.first, at.second, text);
 }
 
 Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
+  if (auto complaint = firstComplaint()) return *complaint;
   std::vector<WordValue> changes;
   for (std::size_t row = 0; row < rows; ++row) {
     const auto& [high, low] = new_[row];
@@ -102,6 +121,7 @@ Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
 }
 
 Result<ParameterBlock, std::string> ParameterTable::block() const {
+  if (auto complaint = firstComplaint()) return *complaint;
   ParameterBlock block;
   for (std::size_t row = 0; row < rows; ++row) {
     const auto value = word(row);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -51,12 +52,14 @@ class ParameterTable {
   /// The new value differs from the old one, or nobody knows the old one.
   bool changed(std::size_t row) const;
 
-  /// Makes `text` the byte's new value. Returns what was expected instead, in which case nothing
-  /// has changed.
+  /// Makes `text` the byte's new value. Returns what was expected instead; then the text stays as it
+  /// was typed, and nothing can be written or saved until it is mended.
   std::optional<std::string> edit(std::size_t row, WordByte byte, std::string_view text);
+  /// The byte's new text is none of a byte.
+  bool isRejected(std::size_t row, WordByte byte) const;
 
   /// The words to be written: those whose new value is there and changed. An error names a word of
-  /// which only one byte is there.
+  /// which only one byte is there, or a text that was rejected.
   Result<std::vector<WordValue>, std::string> changes() const;
   /// All new values, to be saved. An error names the first that is not there.
   Result<ParameterBlock, std::string> block() const;
@@ -69,12 +72,16 @@ class ParameterTable {
   using Row = std::array<std::optional<std::uint8_t>, 2>;
 
   std::optional<ParameterWord> word(std::size_t row) const;
+  std::string complaint(std::size_t row, WordByte byte, std::string_view text) const;
+  /// About the first text that was rejected; nothing when none was.
+  std::optional<std::string> firstComplaint() const;
   std::string text(std::optional<std::uint8_t> value) const;
 
   NumberBase base_ = NumberBase::hexadecimal;
   std::optional<ParameterBlock> old_;
   bool expired_ = false;
   std::array<Row, rows> new_{};
+  std::map<std::pair<std::size_t, WordByte>, std::string> rejected_;
 };
 
 }  // namespace touch

@@ -23,12 +23,16 @@ std::vector<PinProblem> PinEditor::problems() const {
 }
 
 Status PinEditor::read() {
+  if (isEdited() &&
+      !prompt_.proceed(say("console", "Read again? Your changes to the pins are lost.")))
+    return say("console", "Nothing was read; your changes are kept.");
   auto read = readPins(access_);
   if (!read) {
     prompt_.message(read.error().reason);
     if (!read.error().undefined) return Status::error(read.error().reason);
   } else {
     definition_ = std::move(*read);
+    settle();
   }
   // What an update replaced on another controller is no way back for this one.
   if (std::exchange(controller_, access_.session.controllerName) != controller_) old_.clear();
@@ -51,6 +55,7 @@ Status PinEditor::update() {
   if (write.end == PinsEnd::done || (write.end == PinsEnd::brokenOff && !isPutBack)) {
     remember(write.report.oldWords());
   }
+  if (write.end == PinsEnd::done) settle();
   return outcome(write);
 }
 
@@ -67,6 +72,7 @@ Status PinEditor::putBack() {
   if (write.end == PinsEnd::done) {
     old_.clear();
     if (auto now = readPins(access_)) definition_ = std::move(*now);
+    settle();
   }
   return outcome(write);
 }

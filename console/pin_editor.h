@@ -19,6 +19,7 @@ class PinEditor {
   PinEditor(const Access& access, Prompt& prompt, Backup backup)
       : access_(access), prompt_(prompt), backup_(std::move(backup)) {
     setType(SensorType::fourWire);
+    settle();
   }
 
   const PinDefinition& definition() const { return definition_; }
@@ -28,6 +29,12 @@ class PinEditor {
   void assign(std::size_t wire, PinAssignment pins) { definition_.wires.at(wire) = pins; }
   std::vector<PinProblem> problems() const;
 
+  /// The definition differs from that of the controller: reading would lose what the user made.
+  bool isEdited() const { return definition_ != known_; }
+  /// Whose pins they are; empty before the first reading.
+  const std::string& controller() const { return controller_; }
+
+  /// Asks first when the user's own definition would be lost.
   Status read();
   Status update();
   Status putBack();
@@ -35,6 +42,8 @@ class PinEditor {
 
  private:
   Status outcome(const PinsWrite& write);
+  /// The definition is what the controller holds.
+  void settle() { known_ = definition_; }
   /// Keeps words that are to be put back; of two for the same address the first is the one from before all updates.
   void remember(const std::vector<WordValue>& before);
   /// Why nothing can be written now; empty when it can.
@@ -44,6 +53,7 @@ class PinEditor {
   Prompt& prompt_;
   Backup backup_;
   PinDefinition definition_;
+  PinDefinition known_;     ///< as last read or written
   std::string controller_;  ///< whose pins they are
   std::vector<WordValue> old_;
 };

@@ -4,6 +4,14 @@
 
 namespace touch {
 
+namespace {
+
+Status answered(const SettingAnswer& answer, const std::string& line) {
+  return {answer.opened ? StatusKind::success : StatusKind::error, line};
+}
+
+}  // namespace
+
 void SettingsPanel::take(const DriverSettings& reported) {
   sensitivityEnabled_ = false;
   sensitivity_.reset();
@@ -11,25 +19,29 @@ void SettingsPanel::take(const DriverSettings& reported) {
   bars_ = TimingBars(reported);
 }
 
-std::string SettingsPanel::change(const Setting& setting, int value) {
+Status SettingsPanel::change(const Setting& setting, int value) {
   const SettingAnswer answer = setting.set(access_, prompt_, shown_, value);
   setting.put(shown_, value);
-  return settingOutcome(setting, value, answer);
+  Status status = answered(answer, settingOutcome(setting, value, answer));
+  // Nothing but the keyboard takes it back where the panel is all there is.
+  if (answer.opened && setting.name == "touch-panel" && value == 0)
+    status.text += ". " + say("console", "Press Space to enable it again.");
+  return status;
 }
 
-std::string SettingsPanel::confirm() {
+Status SettingsPanel::confirm() {
   const SettingAnswer answer = confirmTiming(access_, prompt_, bars_.timing());
-  if (!answer.opened) return say("console", "Timing: the controller cannot be opened");
-  if (answer.result == 0) return say("console", "Timing: the driver did not take it");
+  if (!answer.opened) return Status::error(say("console", "Timing: the controller cannot be opened"));
+  if (answer.result == 0) return Status::error(say("console", "Timing: the driver did not take it"));
   bars_.confirmed();
-  return say("console", "Double click and right click timing: set");
+  return Status::success(say("console", "Double click and right click timing: set"));
 }
 
-std::optional<std::string> SettingsPanel::changeSensitivity(int index) {
+std::optional<Status> SettingsPanel::changeSensitivity(int index) {
   const auto answer = setSensitivity(access_, sensitivityEnabled_, index);
   if (!answer) return std::nullopt;
   sensitivity_ = index;
-  return settingOutcome(*findSetting("sensitivity"), index, *answer);
+  return answered(*answer, settingOutcome(*findSetting("sensitivity"), index, *answer));
 }
 
 }  // namespace touch

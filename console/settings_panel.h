@@ -6,6 +6,7 @@
 #include "console/touch_settings.h"
 #include "core/driver_settings.h"
 #include "core/session.h"
+#include "core/status.h"
 
 namespace touch {
 
@@ -33,11 +34,11 @@ class SettingsPanel {
   void moveBar(Bar bar, int position) { bars_.move(bar, position); }
 
   /// Any setting but the timing and the sensitivity.
-  std::string change(const Setting& setting, int value);
+  Status change(const Setting& setting, int value);
   /// "Confirm": the three scroll bars.
-  std::string confirm();
+  Status confirm();
   /// The sensitivity list; nothing happens, and nothing is said, while it is being filled.
-  std::optional<std::string> changeSensitivity(int index);
+  std::optional<Status> changeSensitivity(int index);
 
  private:
   Access access_;

@@ -246,6 +246,11 @@ int TimingBars::position(Bar bar) const {
   return stepsOf(kindOf(bar), timing_);
 }
 
+bool TimingBars::isUnsent(Bar bar) const {
+  const auto value = kindOf(bar).value;
+  return timing_.*value != driver_.*value;
+}
+
 void TimingBars::move(Bar bar, int position) {
   const BarKind& kind = kindOf(bar);
   if (position == this->position(bar)) return;

@@ -62,6 +62,8 @@ class TimingBars {
 
   Range range(Bar bar) const;
   int position(Bar bar) const;
+  /// It was moved, and the driver has not been told.
+  bool isUnsent(Bar bar) const;
   /// To `position`; where it stands already is no move.
   void move(Bar bar, int position);
   /// The value that stands beside the bar: milliseconds, or the area as it is.

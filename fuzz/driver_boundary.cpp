@@ -288,7 +288,7 @@ class Run final : private MainView {
           const auto table = settingTable();
           const Setting& setting = table[user_.below(table.size())];
           if (setting.name == "sensitivity") {
-            return settings().changeSensitivity(user_.number()).value_or("not changed");
+            return settings().changeSensitivity(user_.number()).value_or(Status("not changed"));
           }
           return settings().change(setting, user_.number());
         },

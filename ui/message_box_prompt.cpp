@@ -2,26 +2,53 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPointer>
+#include <QScreen>
+#include <algorithm>
 
 #include "ui/finger_style.h"
 #include "ui/full_screen_window.h"
+#include "ui/scrollable.h"
 #include "ui/text.h"
 
 namespace touch {
 
 namespace {
 
-/// Without a window manager, as on many a kiosk, nobody else gives the keyboard back to the window below.
-int answerTo(QDialog& dialog) {
-  const QPointer<QWidget> below = dialog.parentWidget();
-  const int answer = dialog.exec();
-  if (below) below->activateWindow();
-  return answer;
+/// A text for which the screen has no room scrolls in the place where it would stand.
+void fitToScreen(QMessageBox& box) {
+  constexpr int besideText = 40;
+  constexpr int usualWidth = 500;  // beyond it a box wraps its text
+  auto* const label = box.findChild<QLabel*>("qt_msgbox_label");
+  auto* const grid = qobject_cast<QGridLayout*>(box.layout());
+  if (label == nullptr || grid == nullptr) return;
+  const QSize screen = box.screen()->availableSize();
+  const QSize room(screen.width() - 2 * besideText,
+                   screen.height() - 2 * besideText - fingerSize());
+  const auto needed = [label](int width) {
+    return label->fontMetrics()
+        .boundingRect(0, 0, width, QWIDGETSIZE_MAX, Qt::TextWordWrap, label->text())
+        .height();
+  };
+  if (needed(std::min(usualWidth, room.width())) <= room.height()) return;
+  auto* const text = new QLabel(label->text());
+  text->setWordWrap(true);
+  QScrollArea* const area = scrollable(text);
+  area->setFocusPolicy(Qt::StrongFocus);
+  area->setAccessibleName(label->text());
+  area->setFixedSize(room.width(), std::min(needed(room.width()) + besideText, room.height()));
+  int row = 0;
+  int column = 0;
+  int rows = 1;
+  int columns = 1;
+  grid->getItemPosition(grid->indexOf(label), &row, &column, &rows, &columns);
+  label->hide();
+  grid->addWidget(area, row, column, rows, columns);
 }
 
 /// Esc closes it, and is no answer.
@@ -54,10 +81,11 @@ QMessageBox::StandardButton pressedIn(QMessageBox& box, std::string_view text) {
   box.setText(shownText(text));
   for (QAbstractButton* const button : box.buttons())
     makeFingerSized(*button);
+  fitToScreen(box);
   auto pressed = QMessageBox::NoButton;
   QObject::connect(&box, &QMessageBox::buttonClicked, &box,
                    [&box, &pressed](auto* button) { pressed = box.standardButton(button); });
-  answerTo(box);
+  box.exec();
   return pressed;
 }
 
@@ -109,7 +137,7 @@ std::optional<std::string> MessageBoxPrompt::input(std::string_view prompt,
   dialog.setWindowTitle(shownText(title));
   dialog.setLabelText(shownText(prompt));
   dialog.setTextEchoMode(QLineEdit::Password);
-  if (answerTo(dialog) != QDialog::Accepted) return std::nullopt;
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.textValue().toStdString();
 }
 

@@ -10,27 +10,40 @@ namespace {
 
 std::optional<std::filesystem::path> chosen(QFileDialog& dialog) {
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-  return dialog.selectedFiles().value(0).toStdU16String();
+  return pathOf(dialog.selectedFiles().value(0));
 }
 
 }  // namespace
 
+std::optional<std::filesystem::path> askFileToSave(QWidget* parent, const QString& title,
+                                                   const std::filesystem::path& proposed,
+                                                   const QString& filter, const QString& suffix) {
+  QFileDialog dialog(parent, title, shownText(proposed.parent_path().string()), filter);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  // The dialog itself completes the name, so that it asks before it replaces the file that is meant.
+  dialog.setDefaultSuffix(suffix);
+  dialog.selectFile(shownText(proposed.filename().string()));
+  return chosen(dialog);
+}
+
+std::optional<std::filesystem::path> askFileToOpen(QWidget* parent, const QString& title,
+                                                   const std::filesystem::path& folder,
+                                                   const QString& filter) {
+  QFileDialog dialog(parent, title, shownText(folder.string()), filter);
+  dialog.setFileMode(QFileDialog::ExistingFile);
+  return chosen(dialog);
+}
+
 std::optional<std::filesystem::path> askTextFileToSave(QWidget* parent, const QString& title,
                                                        const std::filesystem::path& proposed,
                                                        const QString& filter) {
-  QFileDialog dialog(parent, title, shownText(proposed.parent_path().string()), filter);
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix("txt");
-  dialog.selectFile(shownText(proposed.filename().string()));
-  return chosen(dialog);
+  return askFileToSave(parent, title, proposed, filter, "txt");
 }
 
 std::optional<std::filesystem::path> askTextFileToOpen(QWidget* parent, const QString& title,
                                                        const std::filesystem::path& folder,
                                                        const QString& filter) {
-  QFileDialog dialog(parent, title, shownText(folder.string()), filter);
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  return chosen(dialog);
+  return askFileToOpen(parent, title, folder, filter);
 }
 
 }  // namespace touch

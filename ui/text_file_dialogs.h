@@ -8,12 +8,20 @@ class QWidget;
 
 namespace touch {
 
-/// The text file to save to, with `proposed` as the first choice, or nothing when the user cancelled. A name without an
-/// ending gets ".txt" in the dialog itself, so that it asks before it replaces the file that is meant.
+/// Asks under which name a file is to be saved; `proposed` is offered, in its folder, and a name without a suffix gets
+/// `suffix`. Asks before it replaces a file. Nothing when the user gave up.
+std::optional<std::filesystem::path> askFileToSave(QWidget* parent, const QString& title,
+                                                   const std::filesystem::path& proposed,
+                                                   const QString& filter, const QString& suffix);
+/// Asks which file of `folder`, or of another one, is to be read.
+std::optional<std::filesystem::path> askFileToOpen(QWidget* parent, const QString& title,
+                                                   const std::filesystem::path& folder,
+                                                   const QString& filter);
+
+/// The same for text files.
 std::optional<std::filesystem::path> askTextFileToSave(QWidget* parent, const QString& title,
                                                        const std::filesystem::path& proposed,
                                                        const QString& filter);
-/// The text file to read, or nothing when the user cancelled.
 std::optional<std::filesystem::path> askTextFileToOpen(QWidget* parent, const QString& title,
                                                        const std::filesystem::path& folder,
                                                        const QString& filter);

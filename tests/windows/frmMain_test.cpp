@@ -27,12 +27,15 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
   open();
   EXPECT_EQ(controllers()->rowCount(), 2);
   EXPECT_EQ(text("lblFirmware"), "M0130100");
-  EXPECT_EQ(status(), "RS232 DEVICE 1 is ready.");
+  EXPECT_EQ(status(), "OK: RS232 DEVICE 1 is ready.");
   EXPECT_EQ(text("lblVersion"), "Version :  3.1.0");
   EXPECT_TRUE(find<QLabel>("lblVersion")->isVisible());
   EXPECT_EQ(window->focusWidget(), controllers()) << "and not the button Exit";
   QTest::keyClick(controllers(), Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
+  QWidget* const rows = controllers()->viewport();
+  QTest::mouseClick(rows, Qt::LeftButton, {}, rows->rect().bottomRight());
+  EXPECT_EQ(controllers()->selectedItems().size(), 2) << "a press beside the rows is no choice";
   click("cmdInfo");
   EXPECT_EQ(find<QListWidget>("infoList")->item(2)->text(), "Output Identity : M0130100");
 
@@ -49,7 +52,7 @@ TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
     script.replies["UT"] = {test::replyOf(said)};
     open();
     EXPECT_EQ(controllers()->item(0, 1)->text(), shownText(script.names[0]));
-    EXPECT_EQ(status(), shownText(script.names[0] + " is ready.").toStdString());
+    EXPECT_EQ(status(), shownText("OK: " + script.names[0] + " is ready.").toStdString());
     for (const QLabel* const label : window->findChildren<QLabel*>())
       EXPECT_TRUE(!label->isVisible() || label->textFormat() == Qt::PlainText) << status();
     window.reset();
@@ -146,12 +149,14 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   for (const char* const command : {"CR", "R"})
     script.replies[command] = {test::acknowledgement};
   open();
+  showPage("Calibration");
   click("cmd3pts");
   ASSERT_FALSE(find<QTabWidget>("tabs")->isEnabled());
   clock.after(3s, [] { QTest::keyClick(opened("frmCal"), Qt::Key_Escape); });
   live(10s);
   EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
-  EXPECT_EQ(status(), "The calibration was cancelled; nothing was stored.");
+  EXPECT_EQ(status(), "Note: The calibration was cancelled; nothing was stored.");
+  EXPECT_EQ(window->focusWidget(), find<QPushButton>("cmd3pts"));
 }
 
 TEST_F(MainWindowWithDebugger, StaysInUseButForWhatTheDebuggerHas) {

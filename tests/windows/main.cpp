@@ -2,6 +2,7 @@
 
 #include "ui/finger_style.h"
 #include "ui/guarded_application.h"
+#include "ui/window_manners.h"
 
 int main(int argc, char** argv) {
   // Real windows and real events, drawn where no screen is needed.
@@ -9,6 +10,7 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   const touch::GuardedApplication app(argc, argv);
   QApplication::setStyle(new touch::FingerStyle);
+  const touch::WindowManners manners;
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }

@@ -22,6 +22,21 @@ class MessageBoxes : public WindowDesk {
   }
 };
 
+TEST_F(MessageBoxes, FitTheScreenHoweverLongTheirText) {
+  const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+  for (const std::size_t lines : {1u, 10u, 200u}) {
+    std::string text;
+    for (std::size_t line = 0; line < lines; ++line)
+      text += "/home/kiosk/panel/zevrik.fmt, line 3: expected status bytes of no other format\n";
+    whenAsked([&](QMessageBox& box) {
+      EXPECT_LE(box.width(), screen.width()) << lines;
+      EXPECT_LE(box.height(), screen.height()) << lines;
+      box.button(QMessageBox::Ok)->click();
+    });
+    MessageBoxPrompt().message(text, defaultTitle);
+  }
+}
+
 TEST_F(MessageBoxes, TellAnAnswerFromNone) {
   const Action close = [](QMessageBox& box) { box.close(); };
   const Action escape = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); };
