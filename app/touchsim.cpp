@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "app/options.h"
+#include "app/orderly_process.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "serial/recording.h"
@@ -243,6 +244,7 @@ void addOptions(CLI::App& app, Options& options) {
 
 // What is thrown up to here nobody can mend, and it ends the program.
 int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
+  const touch::OrderlyProcess process("touchsim");
   const touch::SystemText text(argc, argv);
   CLI::App arguments(
       "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "

@@ -16,6 +16,7 @@
 #include "app/driver_choice.h"
 #include "app/ending_signals.h"
 #include "app/options.h"
+#include "app/orderly_process.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "console/frmMain.h"
@@ -150,6 +151,14 @@ void chooseLanguage(const Options& options) {
   speak(systemLanguage(available));
 }
 
+/// It may be plugged in later; until then the panel's windows are where the main window is.
+void sayWhenNotConnected(const std::optional<int>& monitor) {
+  const auto connected = QGuiApplication::screens().size();
+  if (!monitor || *monitor <= connected) return;
+  std::fprintf(stderr, "touchutility: --monitor %d: there are %d monitors now\n", *monitor,
+               static_cast<int>(connected));
+}
+
 int run(Options& options, int argc, char** argv) {
   const QApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
@@ -158,6 +167,7 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   EndingOnRequest ending;
   chooseLanguage(options);
+  sayWhenNotConnected(options.monitor);
 
   auto messages = loadMessages(options.workFolder);
   if (!messages) {
@@ -195,6 +205,7 @@ int run(Options& options, int argc, char** argv) {
                   .driverPath = nexapi->path(),
                   .simulation = Simulation::of(*nexapi),
                   .fullScreenSize = logicalSize(options.screen, app),
+                  .monitor = options.monitor,
                   .refusedDriver = refusedDriver,
                   .ports = options.comPorts,
                   .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
@@ -210,13 +221,14 @@ int run(Options& options, int argc, char** argv) {
 
 // What is thrown up to here nobody can mend, and it ends the program.
 int main(int argc, char** argv) {  // NOLINT(bugprone-exception-escape)
+  const OrderlyProcess process("touchutility");
   const SystemText text(argc, argv);
   CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
                      "touchutility");
   Options options;
   addCommonOptions(arguments, options);
   KnownValues known;
-  addLanguageOption(arguments, known, options);
+  addWindowOptions(arguments, known, options);
   arguments.footer(exitStatusLine(touchutilityManual));
   if (const auto status = parseCommandLine(arguments, touchutilityManual, known, argc, argv)) {
     return *status;

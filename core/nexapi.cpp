@@ -34,7 +34,10 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   const auto file =
       path ? std::filesystem::absolute(*path, failed).make_preferred() : std::filesystem::path();
   if (failed) return BindError{shownName, failed.message()};
+  // A library runs code of its own as it is loaded, be it of any use or not.
+  const auto state = std::make_shared<const ProcessState>();
   auto library = path ? SharedLibrary::loadPath(file) : SharedLibrary::loadNamed(makersLibrary);
+  state->restore();
   if (!library) return BindError{shownName, library.error()};
 
   Functions functions;
@@ -47,7 +50,7 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
     return BindError{shownName, filled(say("core", "it lacks the operation %1"), {joined(missing)}),
                      library->path(), missing};
   }
-  return std::unique_ptr<NexapiDriver>(new NexapiDriver(std::move(*library), functions));
+  return std::unique_ptr<NexapiDriver>(new NexapiDriver(std::move(*library), functions, state));
 }
 
 }  // namespace touch

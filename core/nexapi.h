@@ -5,10 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/driver.h"
 #include "core/language.h"
+#include "core/process_state.h"
 #include "core/result.h"
 
 namespace touch {
@@ -57,7 +59,8 @@ struct BindError {
   }
 };
 
-/// The touch driver in a shared library: every call goes straight to the function of the same name.
+/// The touch driver in a shared library: every call goes straight to the function of the same name. What the library
+/// changes in the process as it is loaded or opens a controller is put right.
 class NexapiDriver final : public Driver {
  public:
   /// What the maker's library is called.
@@ -79,9 +82,9 @@ class NexapiDriver final : public Driver {
     return library_.symbol(name);
   }
 
-#define TOUCH_FORWARD(name, parameters, arguments) \
-  std::int32_t name parameters override {          \
-    return functions_.name arguments;              \
+#define TOUCH_FORWARD(name, parameters, arguments)    \
+  std::int32_t name parameters override {             \
+    return checked(#name, functions_.name arguments); \
   }
   NEXAPI_OPERATIONS(TOUCH_FORWARD)
 #undef TOUCH_FORWARD
@@ -94,11 +97,19 @@ class NexapiDriver final : public Driver {
 #undef TOUCH_POINTER
   };
 
-  NexapiDriver(SharedLibrary library, const Functions& functions)
-      : library_(std::move(library)), functions_(functions) {}
+  NexapiDriver(SharedLibrary library, const Functions& functions,
+               std::shared_ptr<const ProcessState> state)
+      : library_(std::move(library)), functions_(functions), state_(std::move(state)) {}
+
+  /// Drivers set up what they need when they open a controller, and at times more than is theirs.
+  std::int32_t checked(std::string_view operation, std::int32_t result) const {
+    if (operation == "OpenController") state_->restore();
+    return result;
+  }
 
   SharedLibrary library_;
   Functions functions_;
+  std::shared_ptr<const ProcessState> state_;  ///< from before the library was loaded
 };
 
 }  // namespace touch

@@ -21,6 +21,7 @@ namespace touch {
 class frmCommandPanel;
 class frmConsolePanel;
 class frmRsDraw;
+class PanelMonitor;
 class RateHistogram;
 
 /// How the user leaves the debugger.
@@ -36,6 +37,7 @@ struct DebuggerSurroundings {
   DrawingSwitches& switches;  ///< outlive the windows
   std::optional<Simulation> simulation;
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
+  const PanelMonitor& panelMonitor;     ///< outlives the windows
 };
 
 /// The serial debugger: commands to the controller past the driver, a console of what passes the port, the report rate,

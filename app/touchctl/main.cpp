@@ -1,3 +1,4 @@
+#include "app/orderly_process.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "app/touchctl/arguments.h"
@@ -27,6 +28,7 @@ ExitStatus run(const Arguments& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const OrderlyProcess process("touchctl");
   const SystemText text(argc, argv);
   Arguments arguments;
   if (const auto status = parseCommandLine(arguments.app(), touchctlManual, arguments.known(), argc,

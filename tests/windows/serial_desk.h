@@ -23,7 +23,7 @@ class SerialDesk : public WindowDesk {
   void open() {
     window = std::make_unique<frmRSDebug>(
         access(), prompt, port,
-        DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480)},
+        DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480), panelMonitor},
         [this](DebuggerEnd end) { ended = end; });
     shown = window.get();
     window->open();

@@ -10,6 +10,7 @@
 #include "serial/asio_serial_port.h"
 #include "tests/support/desk.h"
 #include "tests/support/temporary_folder.h"
+#include "ui/panel_monitor.h"
 
 namespace touch::test {
 
@@ -77,6 +78,7 @@ class WindowDesk : public Desk {
   TemporaryFolder folder;
   DrawingSwitches switches;
   LinearitySetup linearity;
+  PanelMonitor panelMonitor;
   WorkingFiles files{folder.path(), folder.path()};
 };
 
@@ -123,7 +125,7 @@ class MainWindowDesk : public WindowDesk {
   void make() {
     window = std::make_unique<frmMain>(
         access(), prompt, port, trace, TestParts{switches, files, linearity},
-        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480), monitor});
     shown = window.get();
     window->open();
   }
@@ -144,6 +146,7 @@ class MainWindowDesk : public WindowDesk {
 
   Trace trace;
   AsioSerialPort port{ComPorts()};
+  std::optional<int> monitor;  ///< said at the start
   std::unique_ptr<frmMain> window;
   Lines startUp;
 };
