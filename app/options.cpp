@@ -32,6 +32,16 @@ std::optional<ScreenSize> parseScreen(std::string_view text) {
   return size;
 }
 
+/// "N=DEVICE" with the device from the root on where it stands in a folder; a mere name such as COM3 is no file.
+std::string withWholeDevice(const std::string& text) {
+  const auto equals = text.find('=');
+  if (equals == text.npos) return text;
+  const std::string device = text.substr(equals + 1);
+  if (!pathNamed(device).has_parent_path()) return text;
+  const auto path = absolutePathNamed(device).u8string();
+  return text.substr(0, equals + 1) + std::string(path.begin(), path.end());
+}
+
 }  // namespace
 
 std::string programVersion() {
@@ -52,7 +62,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
          [&options](const std::string& path) {
            if (path.empty())
              throw CLI::ValidationError("--driver", "expected the path of a library");
-           options.driver = pathNamed(path);
+           options.driver = absolutePathNamed(path);
          },
          "Use this touch driver library instead of the system's nexapi")
       ->type_name("PATH")
@@ -60,13 +70,11 @@ void addCommonOptions(CLI::App& app, Options& options) {
   app.add_option_function<std::string>(
          "--work-dir",
          [&options](const std::string& folder) {
-           const auto named = pathNamed(folder);
+           options.workFolder = absolutePathNamed(folder);
            std::error_code unknown;
-           if (!std::filesystem::is_directory(named, unknown)) {
+           if (!std::filesystem::is_directory(options.workFolder, unknown)) {
              throw CLI::ValidationError("--work-dir", "there is no folder \"" + folder + '"');
            }
-           options.workFolder = std::filesystem::absolute(named, unknown);
-           if (unknown) options.workFolder = named;
          },
          "The folder with errmsg.txt, pic01.jpg and the other optional files (default: the current "
          "one)")
@@ -75,7 +83,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "--com",
          [&options](const std::vector<std::string>& texts) {
            for (const std::string& text : texts) {
-             if (const auto complaint = options.comPorts.assign(text)) {
+             if (const auto complaint = options.comPorts.assign(withWholeDevice(text))) {
                throw CLI::ValidationError("--com", *complaint);
              }
            }
@@ -97,12 +105,13 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "For tests and demonstrations: a window of this size in place of each full screen")
       ->type_name("WxH");
   app.add_option_function<std::string>(
-         "--trace", [&options](const std::string& file) { options.trace = pathNamed(file); },
+         "--trace",
+         [&options](const std::string& file) { options.trace = absolutePathNamed(file); },
          "Write every driver call and every serial transfer to this file, one JSON object a line")
       ->type_name("FILE");
 }
 
-void addLanguageOption(CLI::App& app, KnownValues& known, Options& options) {
+void addWindowOptions(CLI::App& app, KnownValues& known, Options& options) {
   std::string offered;
   for (const std::string_view language : languages)
     offered.append(offered.empty() ? "" : ", ").append(language);
@@ -121,6 +130,12 @@ void addLanguageOption(CLI::App& app, KnownValues& known, Options& options) {
              "The language of the windows: " + offered + " (default: the system's, else en)")
           ->type_name("LANG");
   known.add(*option, {languages.begin(), languages.end()});
+  app.add_option(
+         "--monitor", options.monitor,
+         "The monitor that the panel covers, counted from 1: full-screen windows open there "
+         "(default: the main window's)")
+      ->check(CLI::PositiveNumber)
+      ->type_name("N");
 }
 
 }  // namespace touch

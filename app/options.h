@@ -35,6 +35,7 @@ struct Options {
   std::optional<ScreenSize> screen;
   std::optional<std::filesystem::path> trace;
   std::optional<std::string> language;  ///< of `languages`; none: the system's
+  std::optional<int> monitor;           ///< that the panel covers, counted from 1
 };
 
 /// The program's full name and version, for --version.
@@ -44,7 +45,7 @@ std::string programVersion();
 /// refused with a message that names it and what was expected.
 void addCommonOptions(CLI::App& app, Options& options);
 
-/// The same for the language, which only windows have.
-void addLanguageOption(CLI::App& app, KnownValues& known, Options& options);
+/// The same for what only windows have: their language, and their monitor.
+void addWindowOptions(CLI::App& app, KnownValues& known, Options& options);
 
 }  // namespace touch

@@ -16,6 +16,7 @@
 
 #include "app/guarded_run.h"
 #include "app/options.h"
+#include "app/orderly_process.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "core/text_encoding.h"
@@ -267,6 +268,7 @@ void addOptions(CLI::App& app, Options& options) {
 }
 
 int runProgram(int argc, char** argv) {
+  const touch::OrderlyProcess process("touchsim");
   const touch::SystemText text(argc, argv);
   CLI::App arguments(
       "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "

@@ -17,6 +17,7 @@
 #include "app/ending_signals.h"
 #include "app/guarded_run.h"
 #include "app/options.h"
+#include "app/orderly_process.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "console/frmMain.h"
@@ -153,6 +154,14 @@ void chooseLanguage(const Options& options) {
   speak(systemLanguage(available));
 }
 
+/// It may be plugged in later; until then the panel's windows are where the main window is.
+void sayWhenNotConnected(const std::optional<int>& monitor) {
+  const auto connected = QGuiApplication::screens().size();
+  if (!monitor || *monitor <= connected) return;
+  std::fprintf(stderr, "touchutility: --monitor %d: there are %d monitors now\n", *monitor,
+               static_cast<int>(connected));
+}
+
 int run(Options& options, int argc, char** argv) {
   const GuardedApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
@@ -162,6 +171,7 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   EndingOnRequest ending;
   chooseLanguage(options);
+  sayWhenNotConnected(options.monitor);
 
   auto messages = loadMessages(options.workFolder);
   if (!messages) {
@@ -199,6 +209,7 @@ int run(Options& options, int argc, char** argv) {
                   .driverPath = nexapi->path(),
                   .simulation = Simulation::of(*nexapi),
                   .fullScreenSize = logicalSize(options.screen, app),
+                  .monitor = options.monitor,
                   .refusedDriver = refusedDriver,
                   .ports = options.comPorts,
                   .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
@@ -211,6 +222,7 @@ int run(Options& options, int argc, char** argv) {
 }
 
 int runProgram(int argc, char** argv) {
+  const OrderlyProcess process("touchutility");
   trustOwnFoldersAlone();
   const SystemText text(argc, argv);
   CLI::App arguments("Finds, sets up, calibrates and tests resistive touch screen controllers.",
@@ -218,7 +230,7 @@ int runProgram(int argc, char** argv) {
   Options options;
   addCommonOptions(arguments, options);
   KnownValues known;
-  addLanguageOption(arguments, known, options);
+  addWindowOptions(arguments, known, options);
   arguments.footer(exitStatusLine(touchutilityManual));
   if (const auto status = parseCommandLine(arguments, touchutilityManual, known, argc, argv)) {
     return *status;

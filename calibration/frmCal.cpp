@@ -1,7 +1,10 @@
 #include "calibration/frmCal.h"
 
+#include <QFontInfo>
+#include <QFontMetrics>
 #include <QKeyEvent>
 #include <QLabel>
+#include <algorithm>
 
 #include "ui/finger_style.h"
 #include "ui/graphic.h"
@@ -10,13 +13,43 @@ namespace touch {
 
 namespace {
 
-// Where the controls lie, in parts of the window's height: between the rows of targets.
-constexpr double instructionTop = 0.14;
-constexpr double timeBarTop = 0.37;
-constexpr double buttonsTop = 0.62;
+// Between the targets of two points and the second line of the grid, on every screen.
+constexpr double timeBarTop = 0.205;  // of the window's height
 constexpr int timeBarHeight = 8;
 constexpr int buttonWidth = 116;
-constexpr int gap = 12;
+constexpr int fromLine = 4;         // logical pixels that controls keep away from the grid's lines
+constexpr int targetRadius = 17;    // logical pixels
+constexpr int smallestLetters = 8;  // logical pixels
+constexpr qreal largerText = 1.3;
+constexpr int textFlags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+
+/// What lies between the grid's lines, each counted from 0. A control there interrupts none of them.
+QRect cellOf(const CalibrationGrid& grid, std::size_t column, std::size_t row) {
+  const auto at = [](float twips) { return static_cast<int>(twips / twipsPerPixel); };
+  return {QPoint(at(grid.x[column]) + fromLine, at(grid.y[row]) + fromLine),
+          QPoint(at(grid.x[column + 1]) - fromLine, at(grid.y[row + 1]) - fromLine)};
+}
+
+/// The largest font up to `largest` in which `text` keeps within `room`.
+QFont fitting(const QFont& largest, const QSize& room, const QString& text) {
+  QFont font = largest;
+  for (int size = QFontInfo(largest).pixelSize(); size > smallestLetters; --size) {
+    const QRect needed = QFontMetrics(font).boundingRect(QRect(QPoint(), room), textFlags, text);
+    if (needed.width() <= room.width() && needed.height() <= room.height()) break;
+    font.setPixelSize(size - 1);
+  }
+  return font;
+}
+
+QLabel* makeInstruction(QWidget* parent, const char* name, const QString& text) {
+  auto* const label = new QLabel(text, parent);
+  label->setObjectName(name);
+  label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  label->setWordWrap(true);
+  label->setStyleSheet("color: white");
+  label->setAttribute(Qt::WA_TransparentForMouseEvents);
+  return label;
+}
 
 QPushButton* makeButton(QWidget* parent, const char* name, const QString& caption) {
   auto* const button = new QPushButton(caption, parent);
@@ -38,7 +71,10 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
       onLeave_(std::move(onLeave)),
       onEnded_(std::move(onEnded)),
       canvas_(new CanvasWidget(this)),
-      instruction_(new QLabel(this)),
+      instructions_{
+          makeInstruction(this, "instruction",
+                          tr("Touch the centre of the pulsing target until it turns yellow.")),
+          makeInstruction(this, "timeNote", tr("The bar shows the time used. Esc cancels."))},
       timeBar_(new QLabel(this)),
       startButton_(makeButton(this, "Command1", tr("&Start"))),
       cancelButton_(makeButton(this, "Command2", tr("&Cancel"))),
@@ -50,23 +86,14 @@ frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulat
                    tr("The target to touch pulses; the others are still."));
   canvas_->setAttribute(Qt::WA_TransparentForMouseEvents);
 
-  instruction_->setObjectName("instruction");
-  instruction_->setText(
-      tr("Touch each target as it pulses, in its centre,\n"
-         "before the bar reaches the right edge.  Esc: give up"));
-  instruction_->setAlignment(Qt::AlignCenter);
-  instruction_->setStyleSheet("color: white; background: black; padding: 6px");
-  instruction_->setAttribute(Qt::WA_TransparentForMouseEvents);
-
   timeBar_->setObjectName("Label3");
   timeBar_->setAccessibleName(tr("Time used of this target's"));
   timeBar_->setStyleSheet("background: #00c0ff");
   timeBar_->setAttribute(Qt::WA_TransparentForMouseEvents);
   timeBar_->hide();
 
-  const QFont larger = resized(font(), isSmallScreen() ? 1 : 1.3);
-  instruction_->setFont(larger);
-  QFont exitFont = larger;
+  setFocusPolicy(Qt::StrongFocus);
+  QFont exitFont = resized(font(), isSmallScreen() ? 1 : largerText);
   exitFont.setFamily("Times New Roman");
   exitLabel_->setFont(exitFont);
 
@@ -89,30 +116,34 @@ void frmCal::resizeEvent(QResizeEvent*) {
 }
 
 void frmCal::placeControls() {
-  const auto at = [this](double part) { return static_cast<int>(part * height()); };
   canvas_->setGeometry(rect());
-  instruction_->adjustSize();
-  instruction_->move((width() - instruction_->width()) / 2, at(instructionTop));
-  timeBar_->setGeometry(0, at(timeBarTop), timeBar_->width(), timeBarHeight);
-
-  std::vector<QPushButton*> shown;
-  for (QPushButton* const button : {startButton_, cancelButton_, exitLabel_}) {
-    if (!button->isHidden()) shown.push_back(button);
+  timeBar_->setGeometry(0, static_cast<int>(timeBarTop * height()), timeBar_->width(),
+                        timeBarHeight);
+  const CalibrationGrid grid(canvas_->sizeInTwips());
+  const QFont larger = resized(font(), largerText);
+  std::size_t column = 1;
+  for (QLabel* const instruction : instructions_) {
+    const QRect cell = cellOf(grid, column++, 1);
+    const int margin = cell.width() / 20;
+    const QRect room = cell.adjusted(margin, margin, -margin, 0);
+    instruction->setFont(fitting(larger, room.size(), instruction->text()));
+    instruction->setGeometry(room);
   }
-  const int count = static_cast<int>(shown.size());
-  int left = (width() - count * buttonWidth - (count - 1) * gap) / 2;
-  for (QPushButton* const button : shown) {
-    button->setGeometry(left, at(buttonsTop), buttonWidth, fingerSize());
-    left += buttonWidth + gap;
+  // Each in a place of its own, whichever are shown: nothing moves under a finger.
+  column = 1;
+  for (QPushButton* const button : {startButton_, cancelButton_, exitLabel_}) {
+    const QRect cell = cellOf(grid, column++, 2).adjusted(0, targetRadius, 0, 0);
+    QRect place(0, 0, std::min(buttonWidth, cell.width()), fingerSize());
+    place.moveCenter(cell.center());
+    button->setGeometry(place);
   }
 }
 
 void frmCal::showButtons(bool start, bool cancel) {
   startButton_->setVisible(start);
   cancelButton_->setVisible(cancel);
-  placeControls();
-  // A hidden button must not keep the keyboard.
-  (start ? startButton_ : cancel ? cancelButton_ : exitLabel_)->setFocus();
+  // Whoever presses Enter means "Start", which may have given way a moment ago: no way out is to have the keyboard then.
+  (start ? startButton_ : static_cast<QWidget*>(this))->setFocus();
 }
 
 void frmCal::showTimeBar(float width) {

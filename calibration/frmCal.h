@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPushButton>
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -56,7 +57,7 @@ class frmCal final : public FullScreenWindow, public CalibrationScreen {
   CalibrationOutcome outcome_ = CalibrationOutcome::cancelled;
 
   CanvasWidget* canvas_;
-  QLabel* instruction_;
+  std::array<QLabel*, 2> instructions_;
   QLabel* timeBar_;            // Label3
   QPushButton* startButton_;   // Command1
   QPushButton* cancelButton_;  // Command2

@@ -101,6 +101,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       trace_(trace),
       tests_(tests),
       startup_(startup),
+      panelMonitor_(startup.monitor),
       console_(access, prompt, *this, port, startup.workFolder),
       pinEditor_(access, prompt, Backup(startup.workFolder)),
       picture_(new QLabel),
@@ -237,6 +238,7 @@ void frmMain::connectPages() {
   connect(maintenancePage_, &frmMaintenancePage::monitorRequested, this, [this](int monitor) {
     perform(tr("Assigning the monitor …"), [this, monitor] {
       const bool taken = assignMonitor(access_, prompt_, monitor);
+      if (taken) panelMonitor_.assign(monitor);
       const QString text = taken ? tr("The panel belongs to monitor %1.")
                                  : tr("The driver did not take monitor %1.");
       return Status(taken ? StatusKind::success : StatusKind::error,
@@ -619,7 +621,7 @@ void frmMain::openDebugger() {
   debuggerWindow_ = std::make_unique<frmRSDebug>(
       access_, prompt_, port_,
       DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), tests_.switches,
-                           startup_.simulation, startup_.fullScreenSize,
+                           startup_.simulation, startup_.fullScreenSize, panelMonitor_,
                            [this] { return console_.busy(); }},
       [this](DebuggerEnd end) {
         debuggerWindow_.release()->deleteLater();
@@ -652,13 +654,13 @@ void frmMain::openTest(TestScreen test) {
   const MessageTable& messages = access_.session.messages;
   const auto& folder = startup_.workFolder;
   if (test == TestScreen::drawing) {
-    testWindow_ =
-        new frmDraw({access_.clock, prompt_, messages, tests_.switches, tests_.files, folder},
-                    startup_.simulation, controller, *screen(), startup_.fullScreenSize, ended);
+    testWindow_ = new frmDraw(
+        {access_.clock, prompt_, messages, tests_.switches, tests_.files, folder},
+        startup_.simulation, controller, panelMonitor_.of(*this), startup_.fullScreenSize, ended);
   } else {
     testWindow_ =
         new frmLinearity({prompt_, messages, tests_.linearity, folder}, startup_.simulation,
-                         controller, *screen(), startup_.fullScreenSize, ended);
+                         controller, panelMonitor_.of(*this), startup_.fullScreenSize, ended);
   }
   testWindow_->open();
 }
@@ -688,7 +690,7 @@ void frmMain::openCalibration() {
   showNormal();
   errorBefore_ = panelError();
   calibrationWindow_ = new frmCal(
-      access_, prompt_, startup_.simulation, *screen(), startup_.fullScreenSize,
+      access_, prompt_, startup_.simulation, panelMonitor_.of(*this), startup_.fullScreenSize,
       [this] {
         showNormal();
         raise();

@@ -14,6 +14,7 @@
 #include "core/trace.h"
 #include "linetest/test_parts.h"
 #include "serial/frmRSDebug.h"
+#include "ui/panel_monitor.h"
 
 class QFrame;
 class QLabel;
@@ -42,6 +43,7 @@ struct Startup {
   std::filesystem::path driverPath;
   std::optional<Simulation> simulation;      ///< set while the simulated driver is bound
   std::optional<QSize> fullScreenSize;       ///< logical pixels, in place of each full screen
+  std::optional<int> monitor{};              ///< that the panel covers, counted from 1
   std::optional<BindError> refusedDriver{};  ///< why the driver that was wanted is not bound
   ComPorts ports{};
   std::vector<std::string> versions{};  ///< of the program and of what it stands on
@@ -123,6 +125,7 @@ class frmMain final : public QWidget, private MainView {
   Trace& trace_;
   TestParts tests_;
   Startup startup_;
+  PanelMonitor panelMonitor_;
   MainConsole console_;
   PinEditor pinEditor_;
 

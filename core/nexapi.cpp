@@ -31,7 +31,10 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   const auto file =
       path ? std::filesystem::absolute(*path, failed).make_preferred() : std::filesystem::path();
   if (failed) return BindError{shownName, failed.message()};
+  // A library runs code of its own as it is loaded, be it of any use or not.
+  const auto state = std::make_shared<const ProcessState>();
   auto library = path ? SharedLibrary::loadPath(file) : SharedLibrary::loadNamed(makersLibrary);
+  state->restore();
   if (!library) return BindError{shownName, library.error()};
 
   Functions functions;
@@ -46,7 +49,7 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   }
   std::erase(missing, neverNeeded);
   return std::unique_ptr<NexapiDriver>(
-      new NexapiDriver(std::move(*library), functions, std::move(missing)));
+      new NexapiDriver(std::move(*library), functions, std::move(missing), state));
 }
 
 }  // namespace touch

@@ -5,10 +5,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/driver.h"
 #include "core/language.h"
+#include "core/process_state.h"
 #include "core/result.h"
 
 namespace touch {
@@ -60,7 +62,8 @@ struct BindError {
 };
 
 /// The touch driver in a shared library: every call goes straight to the function of the same name. The call of one
-/// that the library lacks throws MissingOperation.
+/// that the library lacks throws MissingOperation. What the library changes in the process as it is loaded or opens a
+/// controller is put right.
 class NexapiDriver final : public Driver {
  public:
   /// What the maker's library is called.
@@ -86,10 +89,10 @@ class NexapiDriver final : public Driver {
     return missing_;
   }
 
-#define TOUCH_FORWARD(name, parameters, arguments) \
-  std::int32_t name parameters override {          \
-    require(#name, functions_.name != nullptr);    \
-    return functions_.name arguments;              \
+#define TOUCH_FORWARD(name, parameters, arguments)    \
+  std::int32_t name parameters override {             \
+    require(#name, functions_.name != nullptr);       \
+    return checked(#name, functions_.name arguments); \
   }
   NEXAPI_OPERATIONS(TOUCH_FORWARD)
 #undef TOUCH_FORWARD
@@ -103,8 +106,17 @@ class NexapiDriver final : public Driver {
   };
 
   NexapiDriver(SharedLibrary library, const Functions& functions,
-               std::vector<std::string_view> missing)
-      : library_(std::move(library)), functions_(functions), missing_(std::move(missing)) {}
+               std::vector<std::string_view> missing, std::shared_ptr<const ProcessState> state)
+      : library_(std::move(library)),
+        functions_(functions),
+        missing_(std::move(missing)),
+        state_(std::move(state)) {}
+
+  /// Drivers set up what they need when they open a controller, and at times more than is theirs.
+  std::int32_t checked(std::string_view operation, std::int32_t result) const {
+    if (operation == "OpenController") state_->restore();
+    return result;
+  }
 
   void require(std::string_view operation, bool there) const {
     if (!there) throw MissingOperation(operation);
@@ -116,6 +128,7 @@ class NexapiDriver final : public Driver {
   SharedLibrary library_;
   Functions functions_;
   std::vector<std::string_view> missing_;
+  std::shared_ptr<const ProcessState> state_;  ///< from before the library was loaded
 };
 
 }  // namespace touch

@@ -137,6 +137,13 @@ std::filesystem::path pathNamed(std::string_view utf8) {
   return std::u8string(utf8.begin(), utf8.end());
 }
 
+std::filesystem::path absolutePathNamed(std::string_view utf8) {
+  const auto named = pathNamed(utf8);
+  std::error_code unknown;
+  auto path = std::filesystem::absolute(named, unknown);
+  return unknown ? named : path;
+}
+
 std::string_view withoutByteOrderMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
 }

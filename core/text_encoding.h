@@ -33,6 +33,10 @@ std::string jsonText(std::string_view text);
 /// The file or folder of this name. A path made of the text itself would take it for another encoding on Windows.
 std::filesystem::path pathNamed(std::string_view utf8);
 
+/// The same from the root on, so that it means the same whatever the current folder is later. Without a current folder it
+/// stays as it was given.
+std::filesystem::path absolutePathNamed(std::string_view utf8);
+
 /// `text` without the three bytes that some editors put in front of UTF-8.
 std::string_view withoutByteOrderMark(std::string_view text);
 

@@ -23,6 +23,7 @@
 #include "ui/graphic.h"
 #include "ui/help.h"
 #include "ui/page_keys.h"
+#include "ui/panel_monitor.h"
 #include "ui/scrollable.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
@@ -431,7 +432,7 @@ void frmRSDebug::draw() {
   drawing_ = new frmRsDraw(
       {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
        debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
-      debugger_.beginDrawing(), *screen(), [this] {
+      debugger_.beginDrawing(), surroundings_.panelMonitor.of(*this), [this] {
         debugger_.endDrawing();
         show();
         raise();

@@ -22,6 +22,7 @@ namespace touch {
 class frmCommandPanel;
 class frmConsolePanel;
 class frmRsDraw;
+class PanelMonitor;
 class RateHistogram;
 
 /// How the user leaves the debugger.
@@ -37,6 +38,7 @@ struct DebuggerSurroundings {
   DrawingSwitches& switches;  ///< outlive the windows
   std::optional<Simulation> simulation;
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
+  const PanelMonitor& panelMonitor;     ///< outlives the windows
   /// The main window, which is in use beside the debugger, is in the middle of an action: no exchange begins then.
   std::function<bool()> mainIsBusy{};
 };

@@ -21,6 +21,7 @@
 
 #include "ui/finger_list.h"
 #include "ui/finger_style.h"
+#include "ui/full_screen_window.h"
 #include "ui/graphic.h"
 #include "ui/help.h"
 #include "ui/text.h"
@@ -118,7 +119,7 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
   notice_->setAttribute(Qt::WA_TransparentForMouseEvents);
   makeHelp(parts_.messages);
 
-  setGeometry(QRect(screen.geometry().topLeft(), parts_.size.value_or(screen.size())));
+  placeOn(*this, screen, parts_.size);
   panel_->setObjectName("monitorPanel");
   panel_->setAutoFillBackground(true);
   auto* const column = new QVBoxLayout(panel_);

@@ -8,6 +8,10 @@ class QScreen;
 
 namespace touch {
 
+/// Puts `window`, before it is shown, on `screen`: over all of it, or with `size` in logical pixels in its upper left
+/// corner.
+void placeOn(QWidget& window, const QScreen& screen, const std::optional<QSize>& size);
+
 /// A window over the whole screen, or of a given size in tests and demonstrations. It comes up in front of the main window
 /// and ends by `leave()`.
 class FullScreenWindow : public QWidget {
@@ -18,7 +22,8 @@ class FullScreenWindow : public QWidget {
   FullScreenWindow(const QScreen& screen, const std::optional<QSize>& size,
                    std::function<void()> onLeft);
 
-  /// Shows the window; `started()` follows.
+  /// Shows the window; `started()` follows when it is the active one. A box that comes earlier would belong to the window
+  /// below, and take that to the front when it goes.
   void open();
   /// The user wants the window to go; he may be asked.
   virtual void askToLeave() { leave(); }
@@ -28,10 +33,14 @@ class FullScreenWindow : public QWidget {
  protected:
   virtual void started() = 0;
   void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
+  void startOnce();
+
   std::function<void()> onLeft_;
   bool fullScreen_;
+  bool begun_ = false;
   bool left_ = false;
 };
 

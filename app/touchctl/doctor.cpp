@@ -87,7 +87,7 @@ void addDoctorCommand(const CommandLine& line) {
     const auto save = std::make_shared<std::optional<fs::path>>();
     doctor
         .add_option_function<std::string>(
-            "--save", [save](const std::string& file) { *save = pathNamed(file); },
+            "--save", [save](const std::string& file) { *save = absolutePathNamed(file); },
             "Also write a diagnostics file: what was found, the settings and parameters of each "
             "controller, and, with "
             "--trace, all that was said")

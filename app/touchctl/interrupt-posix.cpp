@@ -12,6 +12,32 @@ volatile std::sig_atomic_t& interruptFlag() {
   return flag;
 }
 
+volatile std::sig_atomic_t& askedFlag() {
+  static volatile std::sig_atomic_t flag = 0;
+  return flag;
+}
+
+void onHangUp(int) {
+  interruptFlag() = 1;
+}
+
+void onAsked(int caught) {
+  interruptFlag() = 1;
+  if (askedFlag() != 0) {
+    std::signal(caught, SIG_DFL);
+    std::raise(caught);
+  }
+  askedFlag() = 1;
+}
+
+/// Without SA_RESTART: a wait for a file, a pipe or a device ends, and does not begin anew.
+void catchSignal(int number, void (*handler)(int)) {
+  struct sigaction action {};
+  action.sa_handler = handler;
+  sigemptyset(&action.sa_mask);
+  sigaction(number, &action, nullptr);
+}
+
 }  // namespace
 
 bool interrupted() {
@@ -19,17 +45,12 @@ bool interrupted() {
 }
 
 void catchInterrupt() {
-  // Writing then fails, and the command ends by itself.
-  std::signal(SIGPIPE, SIG_IGN);
   // A closed terminal may say so twice, its shell once more. Whoever has had it ignored wants the program to stay.
-  const auto onHangUp = [](int) { interruptFlag() = 1; };
-  if (std::signal(SIGHUP, onHangUp) == SIG_IGN) std::signal(SIGHUP, SIG_IGN);
-  for (const int signal : {SIGINT, SIGTERM}) {
-    std::signal(signal, [](int caught) {
-      interruptFlag() = 1;
-      std::signal(caught, SIG_DFL);
-    });
-  }
+  struct sigaction hangUp {};
+  if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN)
+    catchSignal(SIGHUP, onHangUp);
+  for (const int number : {SIGINT, SIGTERM})
+    catchSignal(number, onAsked);
 }
 
 }  // namespace touch

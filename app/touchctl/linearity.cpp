@@ -165,7 +165,7 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
 
   std::vector<LineResult> results;
   for (const std::string& file : asked.files) {
-    auto measured = measureDrawing(pathNamed(file), panel);
+    auto measured = measureDrawing(absolutePathNamed(file), panel);
     if (!measured) {
       complain(measured.error().describe());
       return ExitStatus::failed;
@@ -182,7 +182,7 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
   printLines(results, panel, limits, passed);
   if (!asked.plot.empty()) {
     if (const auto error =
-            writeWholeFile(pathNamed(asked.plot), linearitySvg(results, panel, limits))) {
+            writeWholeFile(absolutePathNamed(asked.plot), linearitySvg(results, panel, limits))) {
       complain(error->describe());
       return ExitStatus::failed;
     }

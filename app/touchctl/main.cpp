@@ -1,4 +1,5 @@
 #include "app/guarded_run.h"
+#include "app/orderly_process.h"
 #include "app/parsing.h"
 #include "app/system_text.h"
 #include "app/touchctl/arguments.h"
@@ -32,6 +33,7 @@ ExitStatus run(const Arguments& arguments) {
 }
 
 int runProgram(int argc, char** argv) {
+  const OrderlyProcess process("touchctl");
   trustOwnFoldersAlone();
   const SystemText text(argc, argv);
   Arguments arguments;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <system_error>
 
+#include "app/touchctl/terminal.h"
 #include "core/text_encoding.h"
 
 namespace touch {
@@ -23,6 +24,8 @@ void write(std::FILE* stream, std::string_view text) {
 }  // namespace
 
 void printText(std::string_view text) {
+  // What has not gone out would be waited for once more.
+  if (outputIsLost()) return;
   write(stdout, text);
 }
 
@@ -31,7 +34,9 @@ void printJson(const nlohmann::ordered_json& value) {
 }
 
 bool flushOutput() {
-  return std::fflush(stdout) == 0 && !outputIsLost();
+  if (!outputIsLost() && std::fflush(stdout) == 0) return true;
+  dropOutput();
+  return false;
 }
 
 bool outputIsLost() {

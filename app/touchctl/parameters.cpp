@@ -186,16 +186,15 @@ void addBlockCommands(const CommandLine& line, CLI::App& group) {
   addControllerCommand(
       line, group, "save", "Keep the controller's block in a file", [line](CLI::App& save) {
         save.callback([line, file = addFile(save)] {
-          line.command = onController([path = pathNamed(file->as<std::string>())](Shell& shell) {
-            return saveParameters(shell, path);
-          });
+          line.command = onController([path = absolutePathNamed(file->as<std::string>())](
+                                          Shell& shell) { return saveParameters(shell, path); });
         });
       });
   addControllerCommand(
       line, group, "load", "Write a file's block to the controller", [line](CLI::App& load) {
         addWithoutBackup(line, load);
         load.callback([line, file = addFile(load)] {
-          line.command = withFile(pathNamed(file->as<std::string>()), loadParameters);
+          line.command = withFile(absolutePathNamed(file->as<std::string>()), loadParameters);
         });
       });
   addControllerCommand(
@@ -203,7 +202,7 @@ void addBlockCommands(const CommandLine& line, CLI::App& group) {
       [line](CLI::App& diff) {
         addJson(line, diff);
         diff.callback([line, file = addFile(diff)] {
-          line.command = withFile(pathNamed(file->as<std::string>()), compareParameters);
+          line.command = withFile(absolutePathNamed(file->as<std::string>()), compareParameters);
         });
       });
 }

@@ -420,7 +420,7 @@ struct Serial {
       const auto* const file = command.add_option("FILE", "A recording")->required();
       command.callback([line, serial, file, work] {
         line.fileCommand = [&options = line.options, serial, work,
-                            path = pathNamed(file->as<std::string>())] {
+                            path = absolutePathNamed(file->as<std::string>())] {
           return work(options, serial->set, path);
         };
       });
@@ -438,7 +438,7 @@ void addListeningCommands(const Serial& serial) {
                    command.add_option("FILE", "The recording to write")->required();
                Serial::addSeconds(command, options);
                onSerialPort(line, command, options, [file](const SerialWork& work) {
-                 return record(work, pathNamed(file->as<std::string>()));
+                 return record(work, absolutePathNamed(file->as<std::string>()));
                });
              });
   serial.addFileCommand("decode", "Print the touch reports in a recording", decode);

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -18,6 +19,13 @@ bool awaitInput() {
     if (poll(&input, 1, pause) > 0) return true;
   }
   return false;
+}
+
+void dropOutput() {
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (nowhere < 0) return;
+  dup2(nowhere, STDOUT_FILENO);
+  close(nowhere);
 }
 
 }  // namespace touch

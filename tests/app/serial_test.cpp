@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "tests/app/child_process.h"
@@ -57,6 +59,12 @@ class BackgroundProgram {
     return text;
   }
   void stopReading() { close(std::exchange(output_, -1)); }
+  /// Until it waits for something and would hear an interrupt, or has ended already.
+  void awaitWait() const {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (std::chrono::steady_clock::now() < deadline && !waits())
+      poll(nullptr, 0, 10);
+  }
   int end(int signal) {
     kill(child_, signal);
     return waitForEnd();
@@ -64,6 +72,17 @@ class BackgroundProgram {
   int waitForEnd() { return endOf(std::exchange(child_, 0)); }
 
  private:
+  bool waits() const {
+    std::ifstream status("/proc/" + std::to_string(child_) + "/status");
+    std::string state;
+    unsigned long caught = 0;
+    for (std::string word; status >> word;) {
+      if (word == "State:") status >> state;
+      if (word == "SigCgt:") status >> std::hex >> caught;
+    }
+    return state == "Z" || (state == "S" && (caught >> (SIGINT - 1) & 1U) != 0);
+  }
+
   pid_t child_ = 0;
   int output_ = -1;
 };
@@ -119,6 +138,11 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
     EXPECT_EQ(program.end(signal), 0) << signal;
     EXPECT_TRUE(isTraced("ReopenCOMPort")) << signal;
   }
+  std::filesystem::remove(folder.path() / "trace");
+  BackgroundProgram calibration(TOUCHCTL, inFolder(traced + "calibrate"));
+  ASSERT_TRUE(awaitInTrace("SetCalPoint"));
+  EXPECT_EQ(calibration.end(SIGINT), 1);
+  EXPECT_TRUE(isTraced("01 52 0D")) << "the controller is reset";
 
   // A calibration is given up as with Esc: the controller is reset.
   std::filesystem::remove(folder.path() / "trace");
@@ -185,6 +209,19 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
   EXPECT_EQ(listen("record @/kept.txt --port 2 --seconds 3").status, 0);
   EXPECT_THAT(run("serial decode @/kept.txt").output, HasSubstr("touch X   130 Y   388"));
   EXPECT_EQ(listen("record @/kept.txt --port 2").status, 1) << "it is there already";
+}
+
+TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRUSR | S_IWUSR), 0);
+  const std::tuple<const char*, const char*, int> cases[] = {
+      {TOUCHCTL, " list", SIGINT}, {TOUCHCTL, " list", SIGTERM}, {TOUCHUTILITY, "", SIGTERM}};
+  for (const auto& [program, command, signal] : cases) {
+    BackgroundProgram waiting(program,
+                              inFolder(std::string("--simulate --trace @/pipe") + command));
+    waiting.awaitWait();
+    EXPECT_EQ(waiting.end(signal), 1) << program << ' ' << signal;
+  }
 }
 
 TEST_F(Serial, TheWindowEndsInOrderWhenToldToFromOutside) {

@@ -1,6 +1,13 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cfenv>
+#include <clocale>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -9,13 +16,34 @@
 
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
 // answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first
-// is called after, and what it answers.
+// is called after, and what it answers. With RUDE_DRIVER it also does to the process what is none of its business:
+// "exit" ends it in the first call, anything else upsets it when it is loaded and with each controller that is opened.
 
 namespace {
 
 const char* hostileText() {
   return std::getenv("HOSTILE_TEXT");
 }
+
+std::string_view rudeness() {
+  const char* const said = std::getenv("RUDE_DRIVER");
+  return said == nullptr ? "" : said;
+}
+
+bool upset() {
+  if (rudeness().empty()) return false;
+  for (const int number : {SIGINT, SIGPIPE, SIGXFSZ})
+    std::signal(number, SIG_DFL);
+  sigset_t all;
+  sigfillset(&all);
+  pthread_sigmask(SIG_BLOCK, &all, nullptr);
+  umask(S_IRWXU | S_IRWXG | S_IRWXO);
+  std::setlocale(LC_ALL, "C");
+  std::fesetround(FE_UPWARD);
+  return chdir("/") == 0;
+}
+
+[[maybe_unused]] const bool upsetWhenLoaded = upset();
 
 std::string nameOf(std::int32_t number) {
   const bool isHostile = number == 1 && hostileText() != nullptr;
@@ -28,10 +56,12 @@ std::int32_t answer(std::string_view, const std::tuple<Arguments...>&) {
 }
 
 std::int32_t answer(std::string_view operation, const std::tuple<>&) {
+  if (rudeness() == "exit") std::exit(EXIT_SUCCESS);
   return operation == "GetExistControllers" ? 2 : 0;
 }
 
 std::int32_t answer(std::string_view, const std::tuple<const char*>& open) {
+  upset();
   return std::get<0>(open) == nameOf(1) ? 2 : 0;
 }
 

@@ -124,6 +124,31 @@ TEST_F(Touchctl, WritesWithoutAWayBackOnlyWhenToldSo) {
   EXPECT_EQ(folder.read("backup"), "somebody's file");
 }
 
+TEST_F(Touchctl, NeverLooksLikeSuccessWhenADriverEndsIt) {
+  setenv("RUDE_DRIVER", "exit", 1);
+  setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  for (const auto& [program, command] :
+       {std::pair(TOUCHCTL, "list"), std::pair(TOUCHUTILITY, "--lang en")}) {
+    const Ended ended =
+        runProgram(program, wordsIn("--work-dir @ " + stubbornly + command, folder));
+    EXPECT_EQ(ended.status, 1) << program;
+    EXPECT_THAT(ended.errors, HasSubstr("ended from within")) << program;
+  }
+  unsetenv("RUDE_DRIVER");
+}
+
+TEST_F(Touchctl, TakesALimitOfTheFileSizeForAFullDisk) {
+  // Its words go through a pipe, which knows no limit.
+  const std::string line = "ulimit -f 0; cd " + folder.path().string() + "; " + TOUCHCTL + ' ' +
+                           usb("params save kept.vrq") + "; echo status $?";
+  const Ended ended = runProgram("/bin/sh", {"-c", '(' + line + ") 2>&1 | cat"});
+  EXPECT_THAT(ended.output, HasSubstr("/kept.vrq"));
+  EXPECT_THAT(ended.output, HasSubstr("File too large"));
+  EXPECT_THAT(ended.output, HasSubstr("status 1\n"));
+  for (const auto& file : std::filesystem::directory_iterator(folder.path()))
+    EXPECT_FALSE(file.path().filename().string().starts_with("kept")) << file.path();
+}
+
 TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},

@@ -295,6 +295,8 @@ TEST_P(Abandoning, LeavesNothingBehindAtAnyMoment) {
                 ElementsAre(stored ? CalibrationOutcome::stored : CalibrationOutcome::cancelled));
     EXPECT_EQ(shown->left, 1);
     EXPECT_EQ(times("StoreCalibrationData"), stored && points != 2 ? 1 : 0);
+    // What is being stored is not reset.
+    EXPECT_TRUE(!stored || points == 2 || times("WriteBuffer R") == 0);
     if (!stopped) continue;
     // Whatever was waited for ends at once; after that nothing is asked of the controller but what the way out needs.
     Lines after(journal.begin() + linesBefore, journal.end());

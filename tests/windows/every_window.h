@@ -133,9 +133,10 @@ class EveryWindow : public DrawingDesk {
   }
   void visitDebugger() {
     {
-      frmRSDebug window(access(), prompt, port_,
-                        DebuggerSurroundings{folder.path(), {}, switches, simulation, size_},
-                        [](DebuggerEnd) {});
+      frmRSDebug window(
+          access(), prompt, port_,
+          DebuggerSurroundings{folder.path(), {}, switches, simulation, size_, panelMonitor},
+          [](DebuggerEnd) {});
       open(window);
       press(window, "Check1");
       press(window, "Command3");

@@ -77,23 +77,69 @@ TEST_F(CalibrationWindow, EachWayOutLeavesNothingStored) {
   }
 }
 
-TEST_F(CalibrationWindow, ItsTargetsAreFreeOfControlsOnEveryScreen) {
+TEST_F(CalibrationWindow, StartsByItselfWithoutMovingAnythingUnderTheFinger) {
+  open(5);
+  const auto* const cancel = find<QPushButton>("Command2");
+  const QRect start = find<QPushButton>("Command1")->geometry();
+  const QRect cancelBefore = cancel->geometry();
+  const auto beLate = [&] {
+    EXPECT_EQ(window->childAt(start.center()), nullptr);
+    QTest::mouseClick(window, Qt::LeftButton, {}, start.center());
+    for (const auto key : {Qt::Key_Return, Qt::Key_Space})
+      QTest::keyClick(window->focusWidget(), key);
+    EXPECT_FALSE(outcome) << "a hand that aimed at \"Start\" cancels nothing";
+  };
+  clock.after(700ms, [&] {
+    EXPECT_TRUE(cancel->isVisible());
+    EXPECT_EQ(cancel->geometry(), cancelBefore);
+    beLate();
+  });
+  // Untouched the bar grows by 50 twips five times a second.
+  clock.after(22s, [this] {
+    const int bar = find<QLabel>("Label3")->width();
+    EXPECT_TRUE(bar > 200 && bar < 400) << bar;
+    QTest::keyClick(window, Qt::Key_Escape);
+  });
+  live(30s);
+  open(5);
+  clock.after(800ms, beLate);
+  clock.after(1s, [this] { QTest::keyClick(window, Qt::Key_Escape); });
+  click("Command1");
+  live(1s);
+}
+
+TEST_F(CalibrationWindow, ItsTargetsAndLinesAreFreeOnEveryScreen) {
+  // The ring of a target is 250 twips, and a line two pixels.
+  constexpr double ring = 250 / twipsPerPixel + 2;
   for (const QSize size : {QSize(400, 240), QSize(800, 480), QSize(1024, 768), QSize(1920, 1080)}) {
     open(9, size);
     const TwipsSize twips{static_cast<float>(size.width()) * twipsPerPixel,
                           static_cast<float>(size.height()) * twipsPerPixel};
     for (const auto* const button : window->findChildren<QPushButton*>()) {
       EXPECT_TRUE(window->rect().contains(button->geometry())) << size.width();
-      const QRectF covered = button->geometry().adjusted(-8, -8, 8, 8);
       for (const int points : {2, 3, 5, 9}) {
         for (const TwipsPoint target : calibrationTargets(points, twips)) {
-          EXPECT_FALSE(covered.contains(target.x / twipsPerPixel, target.y / twipsPerPixel))
+          const QPointF centre(target.x / twipsPerPixel, target.y / twipsPerPixel);
+          const QRectF around(centre - QPointF(ring, ring), QSizeF(2 * ring, 2 * ring));
+          EXPECT_FALSE(around.intersects(button->geometry()))
               << button->objectName().toStdString() << " covers a target of " << points;
         }
       }
     }
-    window->askToLeave();
-    live(0ms);
+    clock.after(700ms, [&] {
+      find<QLabel>("Label3")->hide();
+      const QImage drawn = find<QWidget>("calibrationCanvas")->grab().toImage();
+      const QImage seen = window->grab().toImage();
+      const QRgb paper = drawn.pixel(2, 2);
+      int covered = 0;
+      for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x)
+          covered += drawn.pixel(x, y) != paper && drawn.pixel(x, y) != seen.pixel(x, y);
+      }
+      EXPECT_EQ(covered, 0) << size.width() << ": the grid and its targets are interrupted";
+      window->askToLeave();
+    });
+    live(5s);
   }
 }
 

@@ -157,6 +157,38 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
   EXPECT_EQ(status(), "Note: The calibration was cancelled; nothing was stored.");
   EXPECT_EQ(window->focusWidget(), find<QPushButton>("cmd3pts"));
+  EXPECT_EQ(count("WriteBuffer R"), 1) << "the controller has left its raw calibration";
+}
+
+TEST_F(MainWindow, CoversThePanelsMonitor) {
+  const auto screens = QGuiApplication::screens();
+  if (screens.size() < 2) GTEST_SKIP() << "there is one screen";
+  const struct {
+    std::optional<int> said;
+    int assigned;  // 0: none
+    int expected;
+  } cases[] = {{{}, 0, 1}, {2, 0, 2}, {2, 1, 1}, {{}, 2, 2}, {3, 0, 1}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.said.value_or(0)) + ", " + std::to_string(c.assigned));
+    monitor = c.said;
+    open();
+    if (c.assigned > 0) {
+      find<QComboBox>("monitorList")->setCurrentIndex(c.assigned - 1);
+      find<QPushButton>("cmdAssignMonitor")->click();
+    }
+    for (const auto& [button, name] :
+         {std::pair("cmd5pts", "frmCal"), std::pair("cmdDraw", "frmDraw"),
+          std::pair("cmdLinearity", "frmLinearity")}) {
+      find<QPushButton>(button)->click();
+      QWidget* const covering = opened(name);
+      ASSERT_NE(covering, nullptr) << name;
+      EXPECT_EQ(screens.indexOf(covering->screen()) + 1, c.expected) << name;
+      EXPECT_EQ(covering->pos(), covering->screen()->geometry().topLeft()) << name;
+      covering->close();
+      live(1s);
+    }
+    window.reset();
+  }
 }
 
 TEST_F(MainWindowWithDebugger, StaysInUseButForWhatTheDebuggerHas) {

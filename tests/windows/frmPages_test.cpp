@@ -201,10 +201,17 @@ TEST_F(Pages, EachHasItsOwnStatus) {
 
 TEST_F(Pages, MaintenanceListsTheMonitors) {
   open("Maintenance");
-  const QScreen& screen = *QGuiApplication::primaryScreen();
-  EXPECT_EQ(find<QComboBox>("monitorList")->itemText(0).toStdString(),
-            "1: " + screen.name().toStdString() + ", " + std::to_string(screen.size().width()) +
-                " x " + std::to_string(screen.size().height()));
+  auto* const list = find<QComboBox>("monitorList");
+  int number = 0;
+  for (const QScreen* const screen : QGuiApplication::screens()) {
+    list->setCurrentIndex(number++);
+    EXPECT_EQ(list->currentText().toStdString(),
+              std::to_string(number) + ": " + screen->name().toStdString() + ", " +
+                  std::to_string(screen->size().width()) + " x " +
+                  std::to_string(screen->size().height()));
+    press("cmdAssignMonitor");
+    EXPECT_EQ(changes().front(), "AskToSetMultiMonitor " + std::to_string(number));
+  }
 }
 
 TEST_F(Pages, MaintenanceRestoresAndOffersTheWayBack) {

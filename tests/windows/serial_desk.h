@@ -25,8 +25,8 @@ class SerialDesk : public WindowDesk {
   void open() {
     window = std::make_unique<frmRSDebug>(
         access(), prompt, port,
-        DebuggerSurroundings{
-            folder.path(), {}, switches, {}, QSize(800, 480), [this] { return mainIsBusy; }},
+        DebuggerSurroundings{folder.path(), {}, switches, {}, QSize(800, 480), panelMonitor,
+                             [this] { return mainIsBusy; }},
         [this](DebuggerEnd end) { ended = end; });
     shown = window.get();
     window->open();

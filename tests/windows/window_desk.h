@@ -11,6 +11,7 @@
 #include "tests/serial/pseudo_terminal.h"
 #include "tests/support/desk.h"
 #include "tests/support/temporary_folder.h"
+#include "ui/panel_monitor.h"
 
 namespace touch::test {
 
@@ -89,6 +90,7 @@ class WindowDesk : public Desk {
   TemporaryFolder folder;
   DrawingSwitches switches;
   LinearitySetup linearity;
+  PanelMonitor panelMonitor;
   WorkingFiles files{folder.path(), folder.path()};
 };
 
@@ -135,7 +137,7 @@ class MainWindowDesk : public WindowDesk {
   void make() {
     window = std::make_unique<frmMain>(
         access(), prompt, port, trace, TestParts{switches, files, linearity},
-        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480)});
+        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480), monitor});
     shown = window.get();
     window->open();
   }
@@ -157,6 +159,7 @@ class MainWindowDesk : public WindowDesk {
   Trace trace;
   PseudoTerminal terminal;
   AsioSerialPort port{onlyCom1(terminal)};
+  std::optional<int> monitor;  ///< said at the start
   std::unique_ptr<frmMain> window;
   Lines startUp;
 };

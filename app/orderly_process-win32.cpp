@@ -1,0 +1,7 @@
+#include "app/orderly_process.h"
+
+namespace touch {
+
+void ignoreWriteSignals() {}
+
+}  // namespace touch
