@@ -55,7 +55,6 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
   auto* const button = new QPushButton(caption, parent);
   button->setObjectName(name);
   button->setAutoDefault(true);
-  makeFingerSized(*button);
   return button;
 }
 
@@ -133,7 +132,7 @@ void frmCal::placeControls() {
   column = 1;
   for (QPushButton* const button : {startButton_, cancelButton_, exitLabel_}) {
     const QRect cell = cellOf(grid, column++, 2).adjusted(0, targetRadius, 0, 0);
-    QRect place(0, 0, std::min(buttonWidth, cell.width()), fingerSize());
+    QRect place(0, 0, std::min(buttonWidth, cell.width()), std::min(fingerSize(), cell.height()));
     place.moveCenter(cell.center());
     button->setGeometry(place);
   }

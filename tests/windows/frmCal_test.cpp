@@ -27,7 +27,8 @@ class CalibrationWindow : public DrawingDesk {
         [this] { ++left; }, [this](CalibrationOutcome how) { outcome = how; });
     shown = window;
     window->open();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(window));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+    QApplication::processEvents();
   }
 
   void touchAt(std::chrono::milliseconds time, QPoint place) {

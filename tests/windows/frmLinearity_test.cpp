@@ -24,6 +24,7 @@ class LinearityWindow : public DrawingDesk {
     shown = window;
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+    QApplication::processEvents();
     canvas = find<QWidget>("linearityCanvas");
   }
   void enter(const char* box, double value) { find<QDoubleSpinBox>(box)->setValue(value); }

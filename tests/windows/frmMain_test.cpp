@@ -152,6 +152,7 @@ TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   showPage("Calibration");
   click("cmd3pts");
   ASSERT_FALSE(find<QTabWidget>("tabs")->isEnabled());
+  EXPECT_TRUE(QTest::qWaitForWindowActive(opened("frmCal")));
   clock.after(3s, [] { QTest::keyClick(opened("frmCal"), Qt::Key_Escape); });
   live(10s);
   EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
@@ -184,6 +185,8 @@ TEST_F(MainWindow, CoversThePanelsMonitor) {
       ASSERT_NE(covering, nullptr) << name;
       EXPECT_EQ(screens.indexOf(covering->screen()) + 1, c.expected) << name;
       EXPECT_EQ(covering->pos(), covering->screen()->geometry().topLeft()) << name;
+      EXPECT_TRUE(QTest::qWaitForWindowActive(covering)) << name;
+      QApplication::processEvents();
       covering->close();
       live(1s);
     }
