@@ -282,17 +282,14 @@ class Run final : private MainView {
   ParameterEditor& parameters() { return console_.parameters(); }
 
   void changeSetting() {
-    console_.perform(
-        "Setting",
-        [this] {
-          const auto table = settingTable();
-          const Setting& setting = table[user_.below(table.size())];
-          if (setting.name == "sensitivity") {
-            return settings().changeSensitivity(user_.number()).value_or(Status("not changed"));
-          }
-          return settings().change(setting, user_.number());
-        },
-        user_.flag() ? MainConsole::Afterwards::readSettings : MainConsole::Afterwards::nothing);
+    console_.perform("Setting", [this] {
+      const auto table = settingTable();
+      const Setting& setting = table[user_.below(table.size())];
+      if (setting.name == "sensitivity") {
+        return settings().changeSensitivity(user_.number()).value_or(Status("not changed"));
+      }
+      return settings().change(setting, user_.number());
+    });
   }
 
   void moveBars() {
@@ -339,7 +336,7 @@ class Run final : private MainView {
     if (!screen.outcome) calibration_->cancel();
     require(screen.outcome.has_value(), "a calibration can be left");
     calibration_.reset();
-    console_.calibrationEnded(screen.outcome == CalibrationOutcome::stored, "Calibrated.");
+    console_.calibrationEnded(screen.outcome == CalibrationOutcome::stored, Status("Calibrated."));
   }
 
   void openDebugger() override {

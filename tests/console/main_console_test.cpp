@@ -300,7 +300,7 @@ TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
   console.exit();
   const Lines opened = {"open test", "open calibration", "cancel calibration"};
   EXPECT_EQ(journal, opened);
-  console.calibrationEnded(false, "cancelled");
+  console.calibrationEnded(false, Status("cancelled"));
   EXPECT_EQ(steps(), opened + closingStep + Lines{"end"}) << "the way out that was put off";
 }
 
@@ -321,13 +321,13 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
       {"calibrated",
        [](MainConsole& each) {
          each.calstart(3);
-         each.calibrationEnded(true, "");
+         each.calibrationEnded(true, Status(""));
        },
        true},
       {"not calibrated",
        [](MainConsole& each) {
          each.calstart(3);
-         each.calibrationEnded(false, "");
+         each.calibrationEnded(false, Status(""));
        },
        false},
       {"defaults", [](MainConsole& each) { each.parameters().restoreDefaults(); }, true},
@@ -371,7 +371,7 @@ TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
       {"calibration",
        [&] {
          console.calstart(3);
-         console.calibrationEnded(false, "done");
+         console.calibrationEnded(false, Status("done"));
        },
        true},
       {"refresh", [&] { console.refresh(); }, false},

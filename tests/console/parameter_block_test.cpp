@@ -188,7 +188,7 @@ TEST_F(BlockWriting, OfTheEditorForgetsWhatIsStaleAndUndoesOnlyTheLast) {
   ASSERT_TRUE(editor.canUndo());
   prompt.onMessage = [this] { memory.erase(5); };
   editor.table().edit(3, WordByte::high, "AC");
-  EXPECT_TRUE(editor.write().ends_with("Word 05: the controller's answer holds no parameter word"));
+  EXPECT_TRUE(editor.write().text.ends_with("Word 05: the controller's answer holds no parameter word"));
   EXPECT_EQ(editor.parameter01(), std::nullopt) << "nobody knows what the controller holds";
   EXPECT_EQ(editor.table().newText(3, WordByte::high), "AC");
   prompt.onMessage = nullptr;
@@ -224,7 +224,7 @@ TEST_F(BlockWriting, OfTheEditorKeepsTheWayBackOfTheFirstDefaults) {
   for (const bool readableThen : {true, false}) {
     editor.restoreDefaults();
     if (!readableThen) memory.erase(5);
-    EXPECT_EQ(editor.restoreDefaults(),
+    EXPECT_EQ(editor.restoreDefaults().text,
               "Defaults restored; press Read to see them. Undo puts back the parameters from "
               "before." +
                   std::string(readableThen ? ""

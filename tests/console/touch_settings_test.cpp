@@ -112,12 +112,12 @@ TEST_F(TouchSettings, OfThePanelShowWhatWasSentUntilTheyAreRead) {
 
   panel.moveBar(Bar::doubleClickSpeed, 5);
   script.results["SetDoubleClickSpeed"] = 0;
-  EXPECT_EQ(panel.confirm(), "Timing: the driver did not take it");
+  EXPECT_EQ(panel.confirm().text, "Timing: the driver did not take it");
   script.results = {};
   EXPECT_EQ(callsOf([&] { panel.confirm(); }), timing(700, 5, 0));
   EXPECT_EQ(panel.bars().timing(), (ClickTiming{700, 5, 0}));
   script.results["OpenController"] = 1;
-  EXPECT_EQ(panel.confirm(), "Timing: the controller cannot be opened");
+  EXPECT_EQ(panel.confirm().text, "Timing: the controller cannot be opened");
 }
 
 TEST(CursorNote, IsTheFilesTextIfThereIsAFile) {

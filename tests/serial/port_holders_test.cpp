@@ -91,7 +91,7 @@ TEST(SharedPort, IsSaidToBeWhenAnotherProgramHadItOpenBefore) {
   const test::PseudoTerminal terminal;
   const pid_t other =
       startWaiting([&] { return open(terminal.path().c_str(), O_RDWR | O_NOCTTY); });
-  AsioSerialPort port(asCom1(terminal.path()));
+  AsioSerialPort port(terminal.asPort(1));
   ASSERT_EQ(port.open(), std::nullopt);
   EXPECT_EQ(port.sharedWith(), "COM1 (" + terminal.path() + "): serial_tests (process " +
                                    std::to_string(other) + ") has it open too and takes replies.");
@@ -155,7 +155,7 @@ TEST(PortLock, KeepsThePortFromOtherPrograms) {
   const test::PseudoTerminal terminal;
   const pid_t other = startWaiting([&] { return PortLock::take(terminal.path()); });
   if (!lockHolder(terminal.path())) GTEST_SKIP() << "this user may make no lock files";
-  AsioSerialPort port(asCom1(terminal.path()));
+  AsioSerialPort port(terminal.asPort(1));
   const std::string refusal = port.open().value_or("opened");
   EXPECT_NE(
       refusal.find("(process " + std::to_string(other) + ", by its lock file /var/lock/LCK.."),
