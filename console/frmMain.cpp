@@ -457,8 +457,8 @@ bool frmMain::hotKey(const QKeyEvent& key) {
 
 void frmMain::closeEvent(QCloseEvent* event) {
   if (ended_) return;
-  event->ignore();
   console_.close();
+  event->setAccepted(ended_);
 }
 
 void frmMain::showBusy(const std::string& what) {

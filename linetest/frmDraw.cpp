@@ -253,17 +253,6 @@ void frmDraw::started() {
   canvas_->takeUpStrokes();
 }
 
-// The screen may get another size while the canvas is open.
-void frmDraw::showEvent(QShowEvent* event) {
-  FullScreenWindow::showEvent(event);
-  connect(
-      screen(), &QScreen::geometryChanged, this,
-      [this](const QRect& all) {
-        if (isFullScreen()) setGeometry(all);
-      },
-      Qt::UniqueConnection);
-}
-
 void frmDraw::askToLeave() {
   canvas_->perform(CanvasAction::leave);
 }

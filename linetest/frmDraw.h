@@ -36,7 +36,6 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
 
  protected:
   void started() override;
-  void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

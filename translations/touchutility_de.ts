@@ -27,13 +27,17 @@
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
     </message>
+    <message>
+        <source>There is not enough memory for that; it was given up.</source>
+        <translation>Dafür reicht der Speicher nicht; es wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Close other programs or windows and try again, or open a smaller file.</source>
+        <translation>Schließen Sie andere Programme oder Fenster und versuchen Sie es noch einmal, oder öffnen Sie eine kleinere Datei.</translation>
+    </message>
 </context>
 <context>
     <name>console</name>
-    <message>
-        <source>a folder that can be written</source>
-        <translation>ein beschreibbarer Ordner</translation>
-    </message>
     <message>
         <source>Searching for controllers …</source>
         <translation>Controller werden gesucht …</translation>
@@ -97,14 +101,6 @@
     <message>
         <source>A test is open.</source>
         <translation>Ein Test ist geöffnet.</translation>
-    </message>
-    <message>
-        <source>The serial debugger has the port.</source>
-        <translation>Der serielle Debugger hat den Port.</translation>
-    </message>
-    <message>
-        <source>There is no controller whose pins could be defined.</source>
-        <translation>Es ist kein Controller da, dessen Anschlüsse belegt werden könnten.</translation>
     </message>
     <message>
         <source>Locking the controller&apos;s parameters …</source>
@@ -211,20 +207,8 @@
         <translation>%1 von 8 Wörtern weichen von %2 ab.</translation>
     </message>
     <message>
-        <source>Nothing was sent.</source>
-        <translation>Es wurde nichts gesendet.</translation>
-    </message>
-    <message>
         <source>The controller did not say that its defaults are restored.</source>
         <translation>Der Controller hat die Wiederherstellung der Werkseinstellungen nicht bestätigt.</translation>
-    </message>
-    <message>
-        <source>The defaults are restored; Undo takes the parameters back.</source>
-        <translation>Die Werkseinstellungen sind wiederhergestellt; „Rückgängig“ holt die Parameter zurück.</translation>
-    </message>
-    <message>
-        <source>The defaults are restored.</source>
-        <translation>Die Werkseinstellungen sind wiederhergestellt.</translation>
     </message>
     <message>
         <source>The controller is reset.</source>
@@ -325,10 +309,6 @@
     <message>
         <source>Double click and right click timing: set</source>
         <translation>Zeiten für Doppelklick und Rechtsklick: gesetzt</translation>
-    </message>
-    <message>
-        <source>Double click and right click timing: the driver reports other values than were asked</source>
-        <translation>Zeiten für Doppelklick und Rechtsklick: Der Treiber meldet andere Werte als die angeforderten</translation>
     </message>
     <message>
         <source>&amp;Offset</source>
@@ -531,10 +511,6 @@
         <translation>%1: %2 wurde angefordert, der Controller kann nicht geöffnet werden</translation>
     </message>
     <message>
-        <source>%1: %2 was asked, the driver reports %3</source>
-        <translation>%1: %2 wurde angefordert, der Treiber meldet %3</translation>
-    </message>
-    <message>
         <source>four hexadecimal digits</source>
         <translation>vier Hexadezimalziffern</translation>
     </message>
@@ -571,10 +547,6 @@
         <translation>der Treiber kann den Controller nicht öffnen</translation>
     </message>
     <message>
-        <source>%1 cannot be read</source>
-        <translation>%1 kann nicht gelesen werden</translation>
-    </message>
-    <message>
         <source>the controller does not answer</source>
         <translation>der Controller antwortet nicht</translation>
     </message>
@@ -607,10 +579,6 @@
         <translation>Die Installation ist unvollständig: Installieren Sie TouchUtility erneut.</translation>
     </message>
     <message>
-        <source>Install a newer touch driver: the one in %1 is too old, or is another library.</source>
-        <translation>Installieren Sie einen neueren Touch-Treiber: Der in %1 ist zu alt oder eine andere Bibliothek.</translation>
-    </message>
-    <message>
         <source>Install the touch driver of your controller, or name its library with --driver PATH.</source>
         <translation>Installieren Sie den Touch-Treiber Ihres Controllers, oder nennen Sie seine Bibliothek mit --driver PATH.</translation>
     </message>
@@ -625,10 +593,6 @@
     <message>
         <source>It is never taken from the current folder, where anybody may have put it.</source>
         <translation>Sie wird nie aus dem aktuellen Ordner genommen, in den sie jeder gelegt haben kann.</translation>
-    </message>
-    <message>
-        <source>The driver library is %1; all %2 operations are there.</source>
-        <translation>Die Treiberbibliothek ist %1; alle %2 Operationen sind vorhanden.</translation>
     </message>
     <message>
         <source>The simulated driver is in use.</source>
@@ -894,6 +858,178 @@
         <source>The controller holds no pin definition; what you write is its first.</source>
         <translation>Der Controller hat keine Pinbelegung; was Sie schreiben, ist seine erste.</translation>
     </message>
+    <message>
+        <source>the trace cannot be read</source>
+        <translation>der Mitschnitt ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>The diagnostics file will contain %1: what was found, the versions, the settings and parameters of each controller and, while a trace is written, its last 16 MB, with all that was said to and by them. Your home folder and this computer&apos;s name are left out.</source>
+        <translation>Die Diagnosedatei wird enthalten: %1, also was gefunden wurde, die Versionen, Einstellungen und Parameter jedes Controllers und, solange ein Mitschnitt geschrieben wird, dessen letzte 16 MB mit allem, was mit ihnen ausgetauscht wurde. Ihr persönlicher Ordner und der Name dieses Rechners werden weggelassen.</translation>
+    </message>
+    <message>
+        <source>The library in %1 is no touch driver: install the touch driver of your controller.</source>
+        <translation>Die Bibliothek in %1 ist kein Touch-Treiber: Installieren Sie den Touch-Treiber Ihres Controllers.</translation>
+    </message>
+    <message>
+        <source>Controllers cannot be found.</source>
+        <translation>Controller können nicht gefunden werden.</translation>
+    </message>
+    <message>
+        <source>No controller can be worked with.</source>
+        <translation>Mit keinem Controller kann gearbeitet werden.</translation>
+    </message>
+    <message>
+        <source>No command reaches a controller: it cannot be asked what it is, calibrated, reset or given parameters.</source>
+        <translation>Kein Befehl erreicht einen Controller: Er kann nicht nach seiner Kennung gefragt, kalibriert, neu gestartet oder mit Parametern versehen werden.</translation>
+    </message>
+    <message>
+        <source>The serial debugger and the search of the COM ports do not work, nor does &quot;Release comport and Exit&quot;.</source>
+        <translation>Der serielle Debugger und die Suche an den COM-Ports funktionieren nicht, ebenso wenig das Beenden mit Freigabe des COM-Ports.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be read, and the serial debugger does not work.</source>
+        <translation>Die Einstellungen können nicht gelesen werden, und der serielle Debugger funktioniert nicht.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be read.</source>
+        <translation>Die Einstellungen können nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The settings that these operations make cannot be changed.</source>
+        <translation>Die Einstellungen, die diese Operationen vornehmen, können nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>&quot;Confirm&quot; does not work: double click and right click keep their timing.</source>
+        <translation>„Übernehmen“ funktioniert nicht: Die Zeiten für Doppelklick und Rechtsklick bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>The screen cannot be calibrated.</source>
+        <translation>Der Bildschirm kann nicht kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>No monitor can be assigned to the panel.</source>
+        <translation>Dem Panel kann kein Monitor zugeordnet werden.</translation>
+    </message>
+    <message>
+        <source>The driver library is %1; it has all operations.</source>
+        <translation>Die Treiberbibliothek ist %1; sie hat alle Operationen.</translation>
+    </message>
+    <message>
+        <source>The driver library %1 lacks %2.</source>
+        <translation>Der Treiberbibliothek %1 fehlt %2.</translation>
+    </message>
+    <message>
+        <source>Install a newer touch driver.</source>
+        <translation>Installieren Sie einen neueren Touch-Treiber.</translation>
+    </message>
+    <message>
+        <source>The controllers were not asked. %1.</source>
+        <translation>Die Controller wurden nicht gefragt. %1.</translation>
+    </message>
+    <message>
+        <source>Move it away, or name another working folder with --work-dir DIR.</source>
+        <translation>Räumen Sie ihn weg, oder nennen Sie einen anderen Arbeitsordner mit --work-dir DIR.</translation>
+    </message>
+    <message>
+        <source>Parameters are not kept before they are changed.</source>
+        <translation>Parameter werden nicht gesichert, bevor sie geändert werden.</translation>
+    </message>
+    <message>
+        <source>It is left alone; strokes that are drawn are kept in another one.</source>
+        <translation>Er bleibt unberührt; gezeichnete Striche werden in einem anderen aufgehoben.</translation>
+    </message>
+    <message>
+        <source>The controllers are not asked yet.</source>
+        <translation>Die Controller sind noch nicht gefragt.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Refresh&quot; to ask each of them what it is.</source>
+        <translation>Drücken Sie „Aktualisieren“, um jeden nach seiner Kennung zu fragen.</translation>
+    </message>
+    <message>
+        <source>Controllers not asked yet</source>
+        <translation>Controller noch nicht gefragt</translation>
+    </message>
+    <message>
+        <source>The touch driver library lacks %1. What needs that was not done.</source>
+        <translation>Der Touch-Treiberbibliothek fehlt %1. Was das braucht, wurde nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>%1 does not answer; %2 was chosen.</source>
+        <translation>%1 antwortet nicht; %2 wurde gewählt.</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there; %2 was chosen.</source>
+        <translation>%1 ist nicht mehr da; %2 wurde gewählt.</translation>
+    </message>
+    <message>
+        <source>There is no controller to work with.</source>
+        <translation>Es ist kein Controller da, mit dem gearbeitet werden könnte.</translation>
+    </message>
+    <message>
+        <source>The driver has its port again. &quot;Refresh&quot; (F5) reads the controller anew.</source>
+        <translation>Der Treiber hat seinen Port wieder. „Aktualisieren“ (F5) liest den Controller neu.</translation>
+    </message>
+    <message>
+        <source>The serial debugger waits for an answer. Try again when it is through.</source>
+        <translation>Der serielle Debugger wartet auf eine Antwort. Versuchen Sie es noch einmal, wenn er fertig ist.</translation>
+    </message>
+    <message>
+        <source>The serial debugger has a serial port. Leave it first with &quot;Quit&quot;.</source>
+        <translation>Der serielle Debugger hat einen seriellen Port. Verlassen Sie ihn zuerst mit „Verlassen“.</translation>
+    </message>
+    <message>
+        <source>The serial debugger has the port of %1. Leave it first with &quot;Quit&quot;.</source>
+        <translation>Der serielle Debugger hat den Port von %1. Verlassen Sie ihn zuerst mit „Verlassen“.</translation>
+    </message>
+    <message>
+        <source>Defaults restored; press Read to see them.</source>
+        <translation>Die Werkseinstellungen sind wiederhergestellt; „Lesen“ zeigt sie.</translation>
+    </message>
+    <message>
+        <source>Undo puts back the parameters from before.</source>
+        <translation>„Rückgängig“ holt die vorigen Parameter zurück.</translation>
+    </message>
+    <message>
+        <source>There is no backup: %1.</source>
+        <translation>Es gibt keine Sicherung: %1.</translation>
+    </message>
+    <message>
+        <source>at most %1 pictures in an icon</source>
+        <translation>höchstens %1 Bilder in einem Symbol</translation>
+    </message>
+    <message>
+        <source>at most %1 pixels</source>
+        <translation>höchstens %1 Pixel</translation>
+    </message>
+    <message>
+        <source>at most %1 scans of as many pixels</source>
+        <translation>höchstens %1 Durchgänge bei so vielen Pixeln</translation>
+    </message>
+    <message>
+        <source>a whole picture</source>
+        <translation>ein vollständiges Bild</translation>
+    </message>
+    <message>
+        <source>one that is cut off</source>
+        <translation>ein abgeschnittenes</translation>
+    </message>
+    <message>
+        <source>Read again? Your changes to the pins are lost.</source>
+        <translation>Neu lesen? Ihre Änderungen an der Belegung gehen verloren.</translation>
+    </message>
+    <message>
+        <source>Nothing was read; your changes are kept.</source>
+        <translation>Es wurde nichts gelesen; Ihre Änderungen bleiben.</translation>
+    </message>
+    <message>
+        <source>Press Space to enable it again.</source>
+        <translation>Die Leertaste schaltet es wieder ein.</translation>
+    </message>
+    <message>
+        <source>Timing: the driver did not take it</source>
+        <translation>Zeiten: Der Treiber hat sie nicht angenommen</translation>
+    </message>
 </context>
 <context>
     <name>core</name>
@@ -930,16 +1066,8 @@
         <translation>%1 Zeilen</translation>
     </message>
     <message>
-        <source>at most %1 characters</source>
-        <translation>höchstens %1 Zeichen</translation>
-    </message>
-    <message>
         <source>more</source>
         <translation>mehr</translation>
-    </message>
-    <message>
-        <source>it lacks the operation %1</source>
-        <translation>ihr fehlt die Operation %1</translation>
     </message>
     <message>
         <source>The touch driver library %1 cannot be used: %2</source>
@@ -960,10 +1088,6 @@
     <message>
         <source>the loader gave no reason</source>
         <translation>der Lader nannte keinen Grund</translation>
-    </message>
-    <message>
-        <source>LD_LIBRARY_PATH has an empty or relative element, which would load it from the current folder; remove that element, or name the library with --driver</source>
-        <translation>LD_LIBRARY_PATH enthält ein leeres oder relatives Element, das sie aus dem aktuellen Ordner laden würde; entfernen Sie dieses Element, oder nennen Sie die Bibliothek mit --driver</translation>
     </message>
     <message>
         <source>The trace file %1 cannot be written: %2</source>
@@ -1013,17 +1137,97 @@
         <source>%1 and the system folder</source>
         <translation>%1 und der Systemordner</translation>
     </message>
+    <message>
+        <source>the system does not say where this program lies</source>
+        <translation>das System sagt nicht, wo dieses Programm liegt</translation>
+    </message>
+    <message>
+        <source>The touch driver library lacks the operation %1</source>
+        <translation>Der Touch-Treiberbibliothek fehlt die Operation %1</translation>
+    </message>
+    <message>
+        <source>a folder that TouchUtility has made</source>
+        <translation>ein Ordner, den TouchUtility angelegt hat</translation>
+    </message>
+    <message>
+        <source>another one of this name</source>
+        <translation>ein anderer dieses Namens</translation>
+    </message>
+    <message>
+        <source>a folder for the user&apos;s files</source>
+        <translation>ein Ordner für Dateien des Benutzers</translation>
+    </message>
+    <message>
+        <source>one of the system&apos;s</source>
+        <translation>einer des Systems</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes in all lines</source>
+        <translation>höchstens %1 Bytes in allen Zeilen</translation>
+    </message>
+    <message>
+        <source>a working folder that can be read</source>
+        <translation>ein lesbarer Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>it has none of a touch driver&apos;s operations</source>
+        <translation>sie hat keine der Operationen eines Touch-Treibers</translation>
+    </message>
+    <message>
+        <source>a folder of this user&apos;s own</source>
+        <translation>ein eigener Ordner dieses Benutzers</translation>
+    </message>
+    <message>
+        <source>a file of this user&apos;s own</source>
+        <translation>eine eigene Datei dieses Benutzers</translation>
+    </message>
+    <message>
+        <source>too many that were left unfinished</source>
+        <translation>zu viele unfertig zurückgelassene</translation>
+    </message>
+    <message>
+        <source>LD_LIBRARY_PATH has an element that leads to the current folder; remove that element, or name the library with --driver</source>
+        <translation>LD_LIBRARY_PATH enthält ein Element, das in den aktuellen Ordner führt; entfernen Sie dieses Element, oder nennen Sie die Bibliothek mit --driver</translation>
+    </message>
+    <message>
+        <source>a link</source>
+        <translation>eine Verknüpfung</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>ein Ordner</translation>
+    </message>
+    <message>
+        <source>a device or a pipe</source>
+        <translation>ein Gerät oder eine Pipe</translation>
+    </message>
+    <message>
+        <source>another user&apos;s file</source>
+        <translation>die Datei eines anderen Benutzers</translation>
+    </message>
+    <message>
+        <source>a file that has a second name</source>
+        <translation>eine Datei mit einem zweiten Namen</translation>
+    </message>
+    <message>
+        <source>another user&apos;s folder</source>
+        <translation>der Ordner eines anderen Benutzers</translation>
+    </message>
+    <message>
+        <source>one that another program has</source>
+        <translation>eine, die ein anderes Programm hat</translation>
+    </message>
+    <message>
+        <source>another file in its place</source>
+        <translation>eine andere Datei an ihrer Stelle</translation>
+    </message>
+    <message>
+        <source>The trace file %1 ends here: it has reached its limit of %2 bytes</source>
+        <translation>Die Trace-Datei %1 endet hier: Sie hat ihre Grenze von %2 Bytes erreicht</translation>
+    </message>
 </context>
 <context>
     <name>linetest</name>
-    <message>
-        <source>Drawing left by an earlier run: 1 stroke. Restore it?</source>
-        <translation>Ein früherer Lauf hat eine Zeichnung mit 1 Strich hinterlassen. Soll sie wiederhergestellt werden?</translation>
-    </message>
-    <message>
-        <source>Drawing left by an earlier run: %1 strokes. Restore it?</source>
-        <translation>Ein früherer Lauf hat eine Zeichnung mit %1 Strichen hinterlassen. Soll sie wiederhergestellt werden?</translation>
-    </message>
     <message>
         <source>&quot;Line #&quot; and a stroke&apos;s number</source>
         <translation>„Line #“ und die Nummer eines Strichs</translation>
@@ -1161,20 +1365,8 @@
         <translation>mehr</translation>
     </message>
     <message>
-        <source>a file that can be deleted</source>
-        <translation>eine löschbare Datei</translation>
-    </message>
-    <message>
         <source>%1 more cannot be read.</source>
         <translation>%1 weitere sind nicht lesbar.</translation>
-    </message>
-    <message>
-        <source>This drawing of 1 stroke is not saved. Leave without saving?</source>
-        <translation>Diese Zeichnung mit 1 Strich ist nicht gespeichert. Ohne Speichern verlassen?</translation>
-    </message>
-    <message>
-        <source>This drawing of %1 strokes is not saved. Leave without saving?</source>
-        <translation>Diese Zeichnung mit %1 Strichen ist nicht gespeichert. Ohne Speichern verlassen?</translation>
     </message>
     <message>
         <source>There is nothing to save: strokes are recorded once F has begun the test of the lines.</source>
@@ -1191,6 +1383,74 @@
     <message>
         <source>a file that can be renamed</source>
         <translation>eine umbenennbare Datei</translation>
+    </message>
+    <message>
+        <source>Esc: stop opening %1 (%2 %)</source>
+        <translation>Esc: Öffnen von %1 abbrechen (%2 %)</translation>
+    </message>
+    <message>
+        <source>Esc: close the menu</source>
+        <translation>Esc: Menü schließen</translation>
+    </message>
+    <message>
+        <source>Esc: close the table</source>
+        <translation>Esc: Tabelle schließen</translation>
+    </message>
+    <message>
+        <source>Esc: leave</source>
+        <translation>Esc: verlassen</translation>
+    </message>
+    <message>
+        <source>Esc: clear 1 stroke</source>
+        <translation>Esc: 1 Strich löschen</translation>
+    </message>
+    <message>
+        <source>Esc: clear %1 strokes</source>
+        <translation>Esc: %1 Striche löschen</translation>
+    </message>
+    <message>
+        <source>%1, from edge to edge</source>
+        <translation>%1, von Rand zu Rand</translation>
+    </message>
+    <message>
+        <source>Each is kept in its folder, with &quot;.damaged&quot; at the end of its name.</source>
+        <translation>Jede bleibt in ihrem Ordner, mit „.damaged“ am Ende des Namens.</translation>
+    </message>
+    <message>
+        <source>An unsaved drawing (1 stroke) was found.</source>
+        <translation>Eine nicht gespeicherte Zeichnung (1 Strich) wurde gefunden.</translation>
+    </message>
+    <message>
+        <source>An unsaved drawing (%1 strokes) was found.</source>
+        <translation>Eine nicht gespeicherte Zeichnung (%1 Striche) wurde gefunden.</translation>
+    </message>
+    <message>
+        <source>If you do not restore it, it is kept as %1.</source>
+        <translation>Wenn Sie sie nicht wiederherstellen, bleibt sie als %1 erhalten.</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Keep as file</source>
+        <translation>Als Datei behalten</translation>
+    </message>
+    <message>
+        <source>at most %1 strokes in a drawing</source>
+        <translation>höchstens %1 Striche in einer Zeichnung</translation>
+    </message>
+    <message>
+        <source>at most %1 samples in a drawing</source>
+        <translation>höchstens %1 Messpunkte in einer Zeichnung</translation>
+    </message>
+    <message>
+        <source>a recorded stroke</source>
+        <translation>ein aufgezeichneter Strich</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keiner</translation>
     </message>
 </context>
 <context>
@@ -1443,6 +1703,86 @@
         <source>permission denied.</source>
         <translation>Zugriff verweigert.</translation>
     </message>
+    <message>
+        <source>Damaged bytes: %1.</source>
+        <translation>Beschädigte Bytes: %1.</translation>
+    </message>
+    <message>
+        <source>%1 holds nothing that came from a controller.</source>
+        <translation>%1 enthält nichts, was von einem Controller kam.</translation>
+    </message>
+    <message>
+        <source>The replay broke off.</source>
+        <translation>Die Wiedergabe ist abgebrochen.</translation>
+    </message>
+    <message>
+        <source>COM%1 is closed: no touches will be drawn. To mend that, leave the drawing and press &quot;Take the port&quot;, or replay a recording.</source>
+        <translation>COM%1 ist geschlossen: es werden keine Berührungen gezeichnet. Verlassen Sie dazu die Zeichnung und drücken Sie „Port übernehmen“, oder spielen Sie eine Aufzeichnung ab.</translation>
+    </message>
+    <message>
+        <source>The command was not sent: the line takes no bytes. Look at the cable and at what holds the controller up, then try again.</source>
+        <translation>Der Befehl wurde nicht gesendet: die Leitung nimmt keine Bytes an. Prüfen Sie das Kabel und was den Controller aufhält, und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The driver has not let go of the port of %1.</source>
+        <translation>Der Treiber hat den Port von %1 nicht freigegeben.</translation>
+    </message>
+    <message>
+        <source>Asking on COM%1 …</source>
+        <translation>Frage an COM%1 …</translation>
+    </message>
+    <message>
+        <source>Of the bytes that came, %1 were damaged on the line (parity, stop bit or break).</source>
+        <translation>Von den angekommenen Bytes wurden %1 auf der Leitung beschädigt (Parität, Stoppbit oder Unterbrechung).</translation>
+    </message>
+    <message>
+        <source>%1 (process %2, by its lock file %3)</source>
+        <translation>%1 (Prozess %2, laut seiner Sperrdatei %3)</translation>
+    </message>
+    <message>
+        <source>%1 has it open too and takes replies.</source>
+        <translation>%1 hat ihn auch offen und nimmt Antworten entgegen.</translation>
+    </message>
+    <message>
+        <source>%1 have it open too and take replies.</source>
+        <translation>%1 haben ihn auch offen und nehmen Antworten entgegen.</translation>
+    </message>
+    <message>
+        <source>The oldest half was dropped.</source>
+        <translation>Die ältere Hälfte wurde entfernt.</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>a recording that can be read again</source>
+        <translation>eine Aufzeichnung, die wieder gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>a longer one</source>
+        <translation>eine längere</translation>
+    </message>
+    <message>
+        <source>%1 problems in all; these are the first %2.</source>
+        <translation>%1 Fehler insgesamt; dies sind die ersten %2.</translation>
+    </message>
+    <message>
+        <source>Check the connection, then try again.</source>
+        <translation>Prüfen Sie die Verbindung und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>the simulated controller has no serial port while its driver holds it. Choose that controller first. If it is chosen, the system has no pseudo-terminal left: mount devpts on /dev/pts.</source>
+        <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hält. Wählen Sie zuerst diesen Controller. Ist er gewählt, hat das System kein Pseudoterminal mehr frei: binden Sie devpts unter /dev/pts ein.</translation>
+    </message>
+    <message>
+        <source>on Windows simulated controllers have no serial port. Say which real port to use, e.g. %1.</source>
+        <translation>Unter Windows haben simulierte Controller keinen seriellen Port. Nennen Sie einen echten, z. B. %1.</translation>
+    </message>
 </context>
 <context>
     <name>touch::FingerSpinBox</name>
@@ -1511,6 +1851,44 @@
     </message>
 </context>
 <context>
+    <name>touch::StatusLine</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>OK: %1</source>
+        <translation>OK: %1</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>Error: %1</source>
+        <translation>Fehler: %1</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>Note: %1</source>
+        <translation>Hinweis: %1</translation>
+    </message>
+</context>
+<context>
+    <name>touch::WindowManners</name>
+    <message>
+        <source>A whole number from %1 to %2</source>
+        <translation>Eine ganze Zahl von %1 bis %2</translation>
+    </message>
+    <message>
+        <source>A number from %1 to %2</source>
+        <translation>Eine Zahl von %1 bis %2</translation>
+    </message>
+</context>
+<context>
     <name>touch::frmCal</name>
     <message>
         <source>&amp;Start</source>
@@ -1533,12 +1911,6 @@
         <translation>Kalibrierziele</translation>
     </message>
     <message>
-        <source>Touch each target as it pulses, in its centre,
-before the bar reaches the right edge.  Esc: give up</source>
-        <translation>Berühren Sie jedes Ziel, sobald es pulsiert, in seiner Mitte,
-bevor der Balken den rechten Rand erreicht.  Esc: aufgeben</translation>
-    </message>
-    <message>
         <source>Time used of this target&apos;s</source>
         <translation>Verbrauchte Zeit für dieses Ziel</translation>
     </message>
@@ -1549,6 +1921,14 @@ bevor der Balken den rechten Rand erreicht.  Esc: aufgeben</translation>
     <message>
         <source>The target to touch pulses; the others are still.</source>
         <translation>Das zu berührende Ziel pulsiert; die anderen sind ruhig.</translation>
+    </message>
+    <message>
+        <source>Touch the centre of the pulsing target until it turns yellow.</source>
+        <translation>Berühren Sie die Mitte des pulsierenden Ziels, bis es gelb wird.</translation>
+    </message>
+    <message>
+        <source>The bar shows the time used. Esc cancels.</source>
+        <translation>Der Balken zeigt die verbrauchte Zeit. Esc bricht ab.</translation>
     </message>
 </context>
 <context>
@@ -1824,10 +2204,6 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <translation>&amp;Aktualisieren</translation>
     </message>
     <message>
-        <source>Looks at everything again</source>
-        <translation>Prüft alles noch einmal</translation>
-    </message>
-    <message>
         <source>Save dia&amp;gnostics file …</source>
         <translation>&amp;Diagnosedatei speichern …</translation>
     </message>
@@ -1842,6 +2218,10 @@ Fehler des simulierten Panels jetzt: %2</translation>
     <message>
         <source>ZIP (*.zip)</source>
         <translation>ZIP (*.zip)</translation>
+    </message>
+    <message>
+        <source>Examines everything, and asks each controller what it is</source>
+        <translation>Prüft alles und fragt jeden Controller nach seiner Kennung</translation>
     </message>
 </context>
 <context>
@@ -1930,6 +2310,14 @@ F1 hilft, Esc verlässt.</translation>
         <source>%1, beyond the tolerance</source>
         <translation>%1, außerhalb der Toleranz</translation>
     </message>
+    <message>
+        <source>&amp;Menu</source>
+        <translation>&amp;Menü</translation>
+    </message>
+    <message>
+        <source>Commands, by right button as well</source>
+        <translation>Befehle, auch mit der rechten Taste</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmLinearity</name>
@@ -2006,10 +2394,6 @@ F1 hilft, Esc verlässt.</translation>
         <translation>Zurück zum Hauptfenster (Esc)</translation>
     </message>
     <message>
-        <source>%1 of 18 lines are measured already. Go on with them?</source>
-        <translation>%1 von 18 Linien sind schon gemessen. Damit weitermachen?</translation>
-    </message>
-    <message>
         <source>That measured nothing. Draw the whole line again, from edge to edge.</source>
         <translation>Das ergab keine Messung. Zeichnen Sie die ganze Linie noch einmal, von Rand zu Rand.</translation>
     </message>
@@ -2048,6 +2432,30 @@ F1 hilft, Esc verlässt.</translation>
     <message>
         <source>Draw the lines of such files again. Each file is then kept beside the new one, with &quot;.old&quot; behind its name.</source>
         <translation>Zeichnen Sie die Linien solcher Dateien noch einmal. Jede Datei bleibt dann neben der neuen erhalten, mit „.old“ hinter ihrem Namen.</translation>
+    </message>
+    <message>
+        <source>%1 of 18 lines have been measured.</source>
+        <translation>%1 von 18 Linien sind gemessen.</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Start over</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>Measure all lines anew? The results so far are kept as files, with &quot;.old&quot; behind their names.</source>
+        <translation>Alle Linien neu messen? Die bisherigen Ergebnisse bleiben als Dateien erhalten, mit „.old“ hinter ihren Namen.</translation>
+    </message>
+    <message>
+        <source>Measure anew</source>
+        <translation>Neu messen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -2223,6 +2631,14 @@ F1 hilft, Esc verlässt.</translation>
         <source>Save as %1</source>
         <translation>Als %1 speichern</translation>
     </message>
+    <message>
+        <source>&amp;Measure anew</source>
+        <translation>&amp;Neu messen</translation>
+    </message>
+    <message>
+        <source>Begins with the first line; the results so far are kept as files</source>
+        <translation>Beginnt mit der ersten Linie; die bisherigen Ergebnisse bleiben als Dateien erhalten</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmMain</name>
@@ -2366,17 +2782,29 @@ F1 hilft, Esc verlässt.</translation>
         <source>The user guide, at what is shown here (F1)</source>
         <translation>Das Handbuch, bei dem, was hier zu sehen ist (F1)</translation>
     </message>
+    <message>
+        <source>Save it?</source>
+        <translation>Speichern?</translation>
+    </message>
+    <message>
+        <source>Nothing was saved.</source>
+        <translation>Nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>Simulation: the password is %1</source>
+        <translation>Simulation: Das Passwort ist %1</translation>
+    </message>
+    <message>
+        <source>The picture %1 cannot be shown: expected %2, found %3</source>
+        <translation>Das Bild %1 kann nicht gezeigt werden: erwartet %2, gefunden %3</translation>
+    </message>
+    <message>
+        <source>The icon %1 cannot be shown: expected %2, found %3</source>
+        <translation>Das Symbol %1 kann nicht gezeigt werden: erwartet %2, gefunden %3</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmMaintenancePage</name>
-    <message>
-        <source>&amp;Undo</source>
-        <translation>&amp;Rückgängig</translation>
-    </message>
-    <message>
-        <source>&amp;Trace every driver call and serial transfer</source>
-        <translation>&amp;Jeden Treiberaufruf und jede serielle Übertragung mitschneiden</translation>
-    </message>
     <message>
         <source>Driver library</source>
         <translation>Treiberbibliothek</translation>
@@ -2402,26 +2830,6 @@ F1 hilft, Esc verlässt.</translation>
         <translation>Zeigt die erweiterten Funktionen (Taste I)</translation>
     </message>
     <message>
-        <source>&amp;Defaults</source>
-        <translation>&amp;Werkseinstellungen</translation>
-    </message>
-    <message>
-        <source>Restores the values that the controller left the factory with. The parameters before are kept in the folder &quot;backup&quot;.</source>
-        <translation>Stellt die Werte wieder her, mit denen der Controller das Werk verließ. Die bisherigen Parameter werden im Ordner „backup“ aufbewahrt.</translation>
-    </message>
-    <message>
-        <source>Writes the parameters from before back into the controller.</source>
-        <translation>Schreibt die bisherigen Parameter in den Controller zurück.</translation>
-    </message>
-    <message>
-        <source>&amp;Reset</source>
-        <translation>&amp;Neustart</translation>
-    </message>
-    <message>
-        <source>Restarts the controller, as if it had been switched off and on.</source>
-        <translation>Startet den Controller neu, als wäre er aus- und wieder eingeschaltet worden.</translation>
-    </message>
-    <message>
         <source>Serial de&amp;bugger …</source>
         <translation>Serieller &amp;Debugger …</translation>
     </message>
@@ -2432,10 +2840,6 @@ F1 hilft, Esc verlässt.</translation>
     <message>
         <source>Monitor that the panel covers</source>
         <translation>Monitor, den das Panel bedeckt</translation>
-    </message>
-    <message>
-        <source>Id&amp;entify</source>
-        <translation>&amp;Identifizieren</translation>
     </message>
     <message>
         <source>Shows its number on each monitor</source>
@@ -2457,13 +2861,41 @@ F1 hilft, Esc verlässt.</translation>
         <source>Tracing to %1</source>
         <translation>Mitschnitt in %1</translation>
     </message>
+    <message>
+        <source>U&amp;ndo</source>
+        <translation>Rüc&amp;kgängig</translation>
+    </message>
+    <message>
+        <source>Tra&amp;ce every driver call and serial transfer</source>
+        <translation>&amp;Jeden Treiberaufruf und jede serielle Übertragung mitschneiden</translation>
+    </message>
+    <message>
+        <source>Defaul&amp;ts</source>
+        <translation>&amp;Werkseinstellungen</translation>
+    </message>
+    <message>
+        <source>Restores the factory settings. The current parameters are saved in the folder &quot;backup&quot; first.</source>
+        <translation>Stellt die Werkseinstellungen wieder her. Die derzeitigen Parameter werden vorher im Ordner „backup“ gesichert.</translation>
+    </message>
+    <message>
+        <source>Puts back the parameters from before the last change.</source>
+        <translation>Stellt die Parameter von vor der letzten Änderung wieder her.</translation>
+    </message>
+    <message>
+        <source>R&amp;eset</source>
+        <translation>&amp;Neustart</translation>
+    </message>
+    <message>
+        <source>Restarts the controller (like switching it off and on).</source>
+        <translation>Startet den Controller neu (wie Aus- und Einschalten).</translation>
+    </message>
+    <message>
+        <source>Identif&amp;y</source>
+        <translation>&amp;Identifizieren</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmParametersPage</name>
-    <message>
-        <source>&amp;Undo</source>
-        <translation>&amp;Rückgängig</translation>
-    </message>
     <message>
         <source>Parameter words</source>
         <translation>Parameterwörter</translation>
@@ -2552,6 +2984,14 @@ F1 hilft, Esc verlässt.</translation>
         <source>Save parameters</source>
         <translation>Parameter speichern</translation>
     </message>
+    <message>
+        <source>U&amp;ndo</source>
+        <translation>Rüc&amp;kgängig</translation>
+    </message>
+    <message>
+        <source>invalid</source>
+        <translation>ungültig</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmPinDefine</name>
@@ -2626,6 +3066,10 @@ F1 hilft, Esc verlässt.</translation>
     <message>
         <source>and %1 more</source>
         <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>There is no controller whose pins could be defined.</source>
+        <translation>Es gibt keinen Controller, dessen Sensorbelegung sich festlegen ließe.</translation>
     </message>
 </context>
 <context>
@@ -2776,6 +3220,10 @@ Zeichnen Sie hier mit der Maus</translation>
         <source>Rate</source>
         <translation>Melderate</translation>
     </message>
+    <message>
+        <source>The main window is busy. Try again when it is through.</source>
+        <translation>Das Hauptfenster ist beschäftigt. Versuchen Sie es noch einmal, wenn es fertig ist.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmRsDraw</name>
@@ -2831,6 +3279,18 @@ Zeichnen Sie hier mit der Maus</translation>
         <source>A dot for each report, joined by lines; the bytes stand in the monitor.</source>
         <translation>Ein Punkt für jede Meldung, durch Linien verbunden; die Bytes stehen im Monitor.</translation>
     </message>
+    <message>
+        <source>&amp;Hide (F2)</source>
+        <translation>Aus&amp;blenden (F2)</translation>
+    </message>
+    <message>
+        <source>F2 or the right mouse button shows monitor and bars again</source>
+        <translation>F2 oder die rechte Maustaste zeigt Monitor und Leisten wieder</translation>
+    </message>
+    <message>
+        <source>The monitor is full; &quot;Wipe&quot; empties it.</source>
+        <translation>Der Monitor ist voll; „Leeren“ macht ihn frei.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmSettingsPage</name>
@@ -2841,14 +3301,6 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Touch</source>
         <translation>Touch</translation>
-    </message>
-    <message>
-        <source>(the driver cannot tell)</source>
-        <translation>(der Treiber kann es nicht sagen)</translation>
-    </message>
-    <message>
-        <source>Timing, sent with Confirm</source>
-        <translation>Zeiten, gesendet mit „Übernehmen“</translation>
     </message>
     <message>
         <source>Con&amp;firm</source>
@@ -2863,8 +3315,24 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>So wird der Mauszeiger verborgen</translation>
     </message>
     <message>
-        <source>There is no note &quot;cursoroff.txt&quot; in the working folder.</source>
-        <translation>Im Arbeitsordner gibt es keine Notiz „cursoroff.txt“.</translation>
+        <source>(current value unknown)</source>
+        <translation>(derzeitiger Wert unbekannt)</translation>
+    </message>
+    <message>
+        <source>Timing (press Confirm to apply)</source>
+        <translation>Zeiten (gelten nach Bestätigen)</translation>
+    </message>
+    <message>
+        <source>not sent</source>
+        <translation>nicht gesendet</translation>
+    </message>
+    <message>
+        <source>ms</source>
+        <translation>ms</translation>
+    </message>
+    <message>
+        <source>No instructions found (&quot;cursoroff.txt&quot; is missing).</source>
+        <translation>Keine Anleitung gefunden („cursoroff.txt“ fehlt).</translation>
     </message>
 </context>
 <context>

@@ -34,6 +34,9 @@ FullScreenWindow::FullScreenWindow(const QScreen& screen, const std::optional<QS
 
 void FullScreenWindow::open() {
   if (fullScreen_) {
+    // Without a window manager nobody else tells it that the screen has another size now.
+    connect(screen(), &QScreen::geometryChanged, this,
+            [this](const QRect& all) { setGeometry(all); });
     showFullScreen();
   } else {
     show();

@@ -4,6 +4,7 @@
 #include "app/touchctl/commands.h"
 #include "console/backup.h"
 #include "console/monitors.h"
+#include "console/parameter_block.h"
 
 namespace touch {
 
@@ -15,10 +16,10 @@ ExitStatus doneOrFailed(bool done) {
 
 ExitStatus takeBackDefaults(Shell& shell) {
   const Backup backup(shell.options().workFolder);
-  const DefaultsRestored result = defaults(shell.access(), shell.prompt(), backup);
-  tellOfKeptBlock(result.kept);
-  if (!result.whyNoBackup.empty()) complain("there is no backup: " + result.whyNoBackup);
-  return doneOrFailed(result.restored);
+  const KeptBlock kept =
+      keepBlock(shell.access(), shell.prompt(), backup, readBlock(shell.access()));
+  tellOfKeptBlock(kept.file);
+  return doneOrFailed(kept.goOn && restoreDefaults(shell.access(), shell.prompt()));
 }
 
 ExitStatus reset(Shell& shell) {

@@ -106,7 +106,7 @@ TEST(BackupFolder, NamesItsFilesAfterTimeAndController) {
   }
   EXPECT_FALSE(backup.note("USB\tDEVICE\n2", {3, {0x1A, 0x2B}, {0, 0xC}}, Backup::Stage::written));
   EXPECT_EQ(folder.read("backup/journal.txt"),
-            "2026-03-09T05:07:08Z\tUSB?DEVICE?2\t03\t1A2B\t000C\twritten\n");
+            "2026-03-09T05:07:08Z\tUSB\\x09DEVICE\\x0A2\t03\t1A2B\t000C\twritten\n");
 }
 
 }  // namespace

@@ -279,7 +279,7 @@ TEST_F(OnTheCanvas, RecordsNothingWithoutTheToleranceTest) {
   EXPECT_EQ(journal, Lines(2,
                            "message There is nothing to save: strokes are recorded once F has "
                            "begun the test of the lines."));
-  EXPECT_TRUE(view.results.empty() && nothingIsKept() && !fs::exists(view.chosen));
+  EXPECT_TRUE(view.results.empty() && fs::is_empty(folder.path())) << "no folder is made either";
 }
 
 TEST_F(OnTheCanvas, BoundsAStroke) {

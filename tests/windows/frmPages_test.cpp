@@ -195,6 +195,7 @@ TEST_F(Pages, EachHasItsOwnStatus) {
   EXPECT_EQ(status(), "OK: Touch panel: off. Press Space to enable it again.");
   showPage("Parameters");
   EXPECT_EQ(status(), saved);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(window.get()));
   QTest::keyClick(window.get(), Qt::Key_F5);
   EXPECT_EQ(status(), "OK: RS232 DEVICE 1 is ready.") << "all else was said of another state";
 }

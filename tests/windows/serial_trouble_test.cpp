@@ -155,8 +155,8 @@ TEST_F(SerialFlood, OfTheRawDrawingLosesNoReport) {
   open();
   click("Command6");
   feed(2'000'000, [this] { live(50ms); });
-  EXPECT_EQ(find<QLabel>(*drawing(), "lblStray")->text().toStdString(),
-            "Reports: 2000000     Bytes in no report: 0");
+  EXPECT_THAT(find<QLabel>(*drawing(), "lblStray")->text().toStdString(),
+              testing::StartsWith("Reports: 2000000     Bytes in no report: 0"));
   EXPECT_LE(find<QPlainTextEdit>(*drawing(), "Text1")->document()->characterCount(), 8010);
   leaveDrawing();
 }
