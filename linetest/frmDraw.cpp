@@ -223,7 +223,8 @@ void frmDraw::makeTools() {
     makeFingerSized(*way);
   toleranceBar_->setFixedHeight(fingerSize());
   toleranceLabel_->setObjectName("lblTolerance");
-  toleranceLabel_->setMinimumWidth(toleranceLabel_->fontMetrics().horizontalAdvance("8.8 %"));
+  toleranceLabel_->ensurePolished();
+  toleranceLabel_->setMinimumWidth(toleranceLabel_->fontMetrics().horizontalAdvance("88.8 %"));
 
   auto* const buttons = new QHBoxLayout;
   buttons->setSpacing(gap);

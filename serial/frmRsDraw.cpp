@@ -1,10 +1,10 @@
 #include "serial/frmRsDraw.h"
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QCursor>
 #include <QFontDatabase>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -174,7 +174,7 @@ QWidget* frmRsDraw::makeBar() {
   }
   auto* const hide = makeButton("cmdHideBars", tr("&Hide (F2)"), [this] { toggleBars(); });
   hide->setToolTip(tr("F2 or the right mouse button shows monitor and bars again"));
-  const std::initializer_list<QWidget*> controls = {
+  const std::initializer_list<QWidget*> checks = {
       shown,
       makeCheck("checkFollow", tr("Fo&llow"),
                 [this](bool on) { drawing_->options.followCursor = on; }),
@@ -182,6 +182,8 @@ QWidget* frmRsDraw::makeBar() {
                 [this](bool on) { drawing_->options.monitorOnly = on; }),
       makeCheck("checkPause", tr("Pa&use"), [this](bool on) { drawing_->options.paused = on; }),
       makeCheck("checkFit", tr("F&it"), [this](bool on) { drawing_->fit(on); }),
+  };
+  const std::initializer_list<QWidget*> buttons = {
       makeButton("cmdWipe", tr("&Wipe"),
                  [this] {
                    drawing_->clearMonitor();
@@ -196,19 +198,18 @@ QWidget* frmRsDraw::makeBar() {
       makeButton("cmdLeave", tr("Lea&ve"), [this] { leave(); }),
   };
   auto* const bar = new QWidget;
-  auto* const grid = new QGridLayout(bar);
-  grid->setContentsMargins(0, 0, 0, 0);
-  grid->setSpacing(isSmallScreen() ? 2 : 6);
-  // In one row where the captions leave room for it.
-  int inOneRow = 2 * gap;
-  for (const QWidget* const control : controls)
-    inOneRow += control->sizeHint().width() + grid->spacing();
-  const int columns = inOneRow > width() ? 5 : static_cast<int>(controls.size());
-  int place = 0;
-  for (QWidget* const control : controls) {
-    grid->addWidget(control, place / columns, place % columns);
-    ++place;
+  auto* const rows = new QBoxLayout(QBoxLayout::LeftToRight, bar);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(isSmallScreen() ? 2 : 6);
+  for (const auto& row : {checks, buttons}) {
+    auto* const line = new QHBoxLayout;
+    line->setSpacing(rows->spacing());
+    for (QWidget* const control : row)
+      line->addWidget(control);
+    rows->addLayout(line);
   }
+  // In one row where the captions leave room for it.
+  if (rows->sizeHint().width() + 2 * gap > width()) rows->setDirection(QBoxLayout::TopToBottom);
   return bar;
 }
 

@@ -46,6 +46,13 @@ class ScrolledPage final : public QWidget {
       const int page = widget() == nullptr ? 0 : widget()->minimumSizeHint().width();
       return {page + verticalScrollBar()->sizeHint().width(), fingerSize()};
     }
+
+   protected:
+    /// The page's texts change, and with them how narrow the window can be.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+      if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+      return QScrollArea::eventFilter(watched, event);
+    }
   };
 
   QScrollArea* area_;

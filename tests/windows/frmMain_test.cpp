@@ -92,7 +92,8 @@ TEST_F(MainWindow, TakesBadPicturesInItsStride) {
   QImage(5000, 4000, QImage::Format_Mono)
       .save(shownText((folder.path() / "pic01.jpg").string()), "PNG");
   open();
-  EXPECT_THAT(startUp.back(), testing::HasSubstr("expected at most 16777216 pixels, found 20000000"));
+  EXPECT_THAT(startUp.back(),
+              testing::HasSubstr("expected at most 16777216 pixels, found 20000000"));
 }
 
 TEST_F(MainWindow, ShowsWholePicturesOfEveryKind) {
@@ -182,7 +183,9 @@ TEST_F(MainWindow, CoversThePanelsMonitor) {
       QWidget* const covering = opened(name);
       ASSERT_NE(covering, nullptr) << name;
       EXPECT_EQ(screens.indexOf(covering->screen()) + 1, c.expected) << name;
-      EXPECT_EQ(covering->geometry().topLeft(), covering->screen()->geometry().topLeft()) << name;
+      // The frame that windows of the tests have, which do not fill the screen, lies outside of it or not.
+      const QPoint off = covering->geometry().topLeft() - covering->screen()->geometry().topLeft();
+      EXPECT_LE(off.manhattanLength(), 4) << name;
       EXPECT_TRUE(QTest::qWaitForWindowActive(covering)) << name;
       QApplication::processEvents();
       covering->close();
