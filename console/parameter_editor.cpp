@@ -70,7 +70,7 @@ Status ParameterEditor::write() {
     undo_ = write.report.oldWords();
     undoesDefaults_ = false;
   }
-  const Status status =
+  Status status =
       outcome(write, say("console", "The parameters are written; Undo takes them back."));
   // What the user typed stays when nothing was written.
   if (write.end != WriteEnd::done && write.end != WriteEnd::brokenOff) return status;

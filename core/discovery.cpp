@@ -27,8 +27,8 @@ bool answersUnitType(const Access& access, const std::string& name) {
 std::vector<std::size_t> probeOrder(const ControllerList& list, const std::string& preferred) {
   std::vector<std::size_t> order(list.names.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
-  std::ranges::stable_partition(order,
-                                [&](std::size_t place) { return list.names[place] == preferred; });
+  std::stable_partition(order.begin(), order.end(),
+                        [&](std::size_t place) { return list.names[place] == preferred; });
   return order;
 }
 

@@ -103,7 +103,8 @@ Result<std::string, FileError> OwnFolder::add(const std::string& stem, const std
   std::string name = stem + ending;
   auto refusal = folder_.rename(fresh->file, fresh->name, name, false);
   for (int number = 2; refusal && refusal->exists() && number < mostNames; ++number) {
-    name = stem + '-' + std::to_string(number) + ending;
+    name = stem;
+    name.append("-").append(std::to_string(number)).append(ending);
     refusal = folder_.rename(fresh->file, fresh->name, name, false);
   }
   if (!refusal) return name;

@@ -152,7 +152,7 @@ std::optional<Refusal> SystemFolder::rename(File& file, const std::string& from,
     return refusedBySystem();
   if (!isSame(opened, named)) return refusedByUs(say("core", "another file in its place"));
   if (replaces) {
-    const auto there = judge(to);
+    auto there = judge(to);
     if (there && !there->missing()) return there;
     return renameat(folder, from.c_str(), folder, to.c_str()) == 0
                ? std::nullopt

@@ -59,8 +59,10 @@ std::vector<int> numbersIn(const OwnFolder& folder) {
 std::string freeName(const std::vector<std::string>& names, const std::string& beginning,
                      const std::string& ending = {}) {
   std::string free = beginning + ending;
-  for (int next = 2; std::ranges::find(names, free) != names.end(); ++next)
-    free = beginning + std::to_string(next) + ending;
+  for (int next = 2; std::ranges::find(names, free) != names.end(); ++next) {
+    free = beginning;
+    free.append(std::to_string(next)).append(ending);
+  }
   return free;
 }
 

@@ -174,16 +174,16 @@ QWidget* frmRsDraw::makeBar() {
   }
   auto* const hide = makeButton("cmdHideBars", tr("&Hide (F2)"), [this] { toggleBars(); });
   hide->setToolTip(tr("F2 or the right mouse button shows monitor and bars again"));
-  const std::initializer_list<QWidget*> checks = {
+  const std::initializer_list<QWidget*> streaming = {
       shown,
       makeCheck("checkFollow", tr("Fo&llow"),
                 [this](bool on) { drawing_->options.followCursor = on; }),
       makeCheck("checkMonitorOnly", tr("Monitor &only"),
                 [this](bool on) { drawing_->options.monitorOnly = on; }),
       makeCheck("checkPause", tr("Pa&use"), [this](bool on) { drawing_->options.paused = on; }),
-      makeCheck("checkFit", tr("F&it"), [this](bool on) { drawing_->fit(on); }),
   };
-  const std::initializer_list<QWidget*> buttons = {
+  const std::initializer_list<QWidget*> showing = {
+      makeCheck("checkFit", tr("F&it"), [this](bool on) { drawing_->fit(on); }),
       makeButton("cmdWipe", tr("&Wipe"),
                  [this] {
                    drawing_->clearMonitor();
@@ -201,7 +201,7 @@ QWidget* frmRsDraw::makeBar() {
   auto* const rows = new QBoxLayout(QBoxLayout::LeftToRight, bar);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setSpacing(isSmallScreen() ? 2 : 6);
-  for (const auto& row : {checks, buttons}) {
+  for (const auto& row : {streaming, showing}) {
     auto* const line = new QHBoxLayout;
     line->setSpacing(rows->spacing());
     for (QWidget* const control : row)

@@ -4,7 +4,7 @@
 #include <array>
 #include <charconv>
 #include <optional>
-#include <ranges>
+#include <span>
 #include <string_view>
 
 #include "core/hex.h"
@@ -198,7 +198,8 @@ ReportFormats rdformad(const std::filesystem::path& folder) {
 std::string describeProblems(const ReportFormats& formats) {
   constexpr std::size_t mostTold = 10;
   std::string text;
-  for (const FileError& problem : formats.problems | std::views::take(mostTold)) {
+  const std::size_t told = std::min(formats.problems.size(), mostTold);
+  for (const FileError& problem : std::span(formats.problems).first(told)) {
     if (!text.empty()) text += '\n';
     text += problem.describe();
   }
