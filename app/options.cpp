@@ -34,12 +34,12 @@ std::optional<ScreenSize> parseScreen(std::string_view text) {
 
 /// "N=DEVICE" with the device from the root on where it stands in a folder; a mere name such as COM3 is no file.
 std::string withWholeDevice(const std::string& text) {
-  const auto equals = text.find('=');
-  if (equals == text.npos) return text;
-  const std::string device = text.substr(equals + 1);
+  const auto sign = text.find('=');
+  if (sign == text.npos) return text;
+  const std::string device = text.substr(sign + 1);
   if (!pathNamed(device).has_parent_path()) return text;
   const auto path = absolutePathNamed(device).u8string();
-  return text.substr(0, equals + 1) + std::string(path.begin(), path.end());
+  return text.substr(0, sign + 1) + std::string(path.begin(), path.end());
 }
 
 }  // namespace

@@ -79,9 +79,12 @@ AccessMode accessFor(SystemFolder::Opening how) {
 
 struct SystemFolder::Native {
   explicit Native(int number) : folder(number) {}
-  int number() const { return folder.number(); }
+  Native(const Native&) = delete;
+  Native& operator=(const Native&) = delete;
+  ~Native() { ::close(folder); }
+  int number() const { return folder; }
 
-  OpenDescriptor folder;
+  int folder;
 };
 
 Result<SystemFolder, Refusal> SystemFolder::open(const std::filesystem::path& path, bool own) {

@@ -28,9 +28,9 @@ class TouchSettings : public test::Desk {
     journal.clear();
     action();
     EXPECT_EQ(journal.front(), "OpenController " + session.controllerName);
-    const auto close = std::find(journal.begin(), journal.end(), "CloseController");
-    EXPECT_THAT(Lines(close + 1, journal.end()), testing::Each(testing::StartsWith("message ")));
-    return {journal.begin() + 1, close};
+    const auto closing = std::find(journal.begin(), journal.end(), "CloseController");
+    EXPECT_THAT(Lines(closing + 1, journal.end()), testing::Each(testing::StartsWith("message ")));
+    return {journal.begin() + 1, closing};
   }
 };
 
