@@ -127,7 +127,7 @@ void Trace::write(std::string_view members) {
                   {path_.string(), std::strerror(errno)}));
 }
 
-bool Trace::put(std::string_view line) {
+bool Trace::put(const std::string& line) {
   errno = 0;
   return std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
          std::fflush(file_.get()) == 0;

@@ -41,7 +41,7 @@ class Trace {
 
  private:
   /// False when it could not be written.
-  bool put(std::string_view line);
+  bool put(const std::string& line);
   void breakOff(std::string why);
 
   std::size_t limit_;
