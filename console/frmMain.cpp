@@ -15,6 +15,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QSysInfo>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -83,9 +84,9 @@ Status statusOf(const Diagnosis& diagnosis) {
 
 /// The system's major version where it is Windows.
 std::optional<int> windowsVersion() {
-  const auto system = QOperatingSystemVersion::current();
-  if (system.type() != QOperatingSystemVersion::Windows) return std::nullopt;
-  return system.majorVersion();
+  // By name: from Qt 6.8 on the type is no longer compared with QOperatingSystemVersion::Windows.
+  if (QSysInfo::kernelType() != QLatin1String("winnt")) return std::nullopt;
+  return QOperatingSystemVersion::current().majorVersion();
 }
 
 // Where no window is ever painted the work begins all the same.
