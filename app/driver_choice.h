@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "app/options.h"
-#include "core/nexapi.h"
+#include "core/driver/nexapi.h"
 
 namespace touch {
 

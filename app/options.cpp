@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "app/completion.h"
-#include "core/text_encoding.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "serial/com_ports.h"
+#include "ports/com_ports.h"
 
 namespace CLI {
 class App;

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "app/declarations.h"
-#include "core/text_encoding.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 

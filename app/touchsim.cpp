@@ -14,16 +14,16 @@
 #include <string>
 #include <vector>
 
-#include "app/guarded_run.h"
 #include "app/options.h"
-#include "app/orderly_process.h"
 #include "app/parsing.h"
-#include "app/system_text.h"
-#include "core/text_encoding.h"
-#include "serial/recording.h"
-#include "simulator/controllers.h"
-#include "simulator/pty_line.h"
-#include "simulator/strokes.h"
+#include "app/process/guarded_run.h"
+#include "app/process/orderly_process.h"
+#include "app/process/system_text.h"
+#include "serial/recording/recording.h"
+#include "simulator/controller/controllers.h"
+#include "simulator/panel/strokes.h"
+#include "simulator/port/pty_line.h"
+#include "support/text/text_encoding.h"
 
 namespace {
 

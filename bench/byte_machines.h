@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-#include "serial/report_decoder.h"
+#include "reports/report_decoder.h"
 
 namespace touch::bench {
 

@@ -11,8 +11,8 @@
 #include "bench/scratch_folder.h"
 #include "bench/silent_prompt.h"
 #include "bench/subjects.h"
-#include "core/messages.h"
-#include "linetest/frmDraw.h"
+#include "core/messages/messages.h"
+#include "linetest/canvas/frmDraw.h"
 #include "ui/event_loop_clock.h"
 
 namespace touch::bench {

@@ -7,7 +7,7 @@
 
 #include "bench/scratch_folder.h"
 #include "bench/subjects.h"
-#include "linetest/drawing_file.h"
+#include "linetest/files/drawing_file.h"
 
 namespace touch::bench {
 

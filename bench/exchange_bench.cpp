@@ -6,9 +6,9 @@
 
 #include "bench/processor_time.h"
 #include "bench/subjects.h"
-#include "core/exchange.h"
-#include "core/nexapi.h"
-#include "core/system_clock.h"
+#include "core/driver/nexapi.h"
+#include "core/exchange/exchange.h"
+#include "support/system_clock.h"
 #include "ui/event_loop_clock.h"
 
 namespace touch::bench {

@@ -7,7 +7,7 @@
 
 #include "bench/page.h"
 #include "bench/subjects.h"
-#include "ui/finger_style.h"
+#include "ui/controls/finger_style.h"
 
 // touch_bench [options of the benchmark library] [FILE]: runs the benchmarks, and writes their figures to FILE.
 int main(int argc, char** argv) try {

@@ -9,9 +9,9 @@
 #include "bench/processor_time.h"
 #include "bench/silent_prompt.h"
 #include "bench/subjects.h"
-#include "core/messages.h"
-#include "serial/asio_serial_port.h"
-#include "serial/frmRsDraw.h"
+#include "core/messages/messages.h"
+#include "serial/port/asio_serial_port.h"
+#include "serial/rawdrawing/frmRsDraw.h"
 #include "ui/event_loop_clock.h"
 
 namespace touch::bench {

@@ -6,7 +6,7 @@
 #include "bench/processor_time.h"
 #include "bench/scratch_folder.h"
 #include "bench/subjects.h"
-#include "core/system_clock.h"
+#include "support/system_clock.h"
 #include "ui/event_loop_clock.h"
 
 namespace touch::bench {

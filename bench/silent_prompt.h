@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "core/prompt.h"
+#include "support/prompt.h"
 
 namespace touch::bench {
 

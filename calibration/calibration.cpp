@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "core/exchange.h"
+#include "core/exchange/exchange.h"
 
 namespace touch {
 

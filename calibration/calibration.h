@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "calibration/targets.h"
-#include "core/clock.h"
-#include "core/connection.h"
-#include "core/prompt.h"
+#include "core/driver/connection.h"
 #include "core/session.h"
-#include "core/surface.h"
+#include "drawing/surface.h"
+#include "support/clock.h"
+#include "support/prompt.h"
 
 namespace touch {
 

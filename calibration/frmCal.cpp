@@ -6,8 +6,8 @@
 #include <QLabel>
 #include <algorithm>
 
-#include "ui/finger_style.h"
-#include "ui/graphic.h"
+#include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
 
 namespace touch {
 

@@ -7,9 +7,9 @@
 #include <optional>
 
 #include "calibration/calibration.h"
-#include "core/simulation.h"
-#include "ui/canvas_widget.h"
-#include "ui/full_screen_window.h"
+#include "core/driver/simulation.h"
+#include "ui/screens/canvas_widget.h"
+#include "ui/screens/full_screen_window.h"
 
 class QLabel;
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <vector>
 
-#include "core/surface.h"
+#include "drawing/surface.h"
 
 namespace touch {
 

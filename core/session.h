@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "core/frame.h"
-#include "core/messages.h"
+#include "core/exchange/frame.h"
+#include "core/messages/messages.h"
 
 namespace touch {
 

@@ -1,6 +1,6 @@
 // Drawings, ".fdw".
 
-#include "linetest/drawing_file.h"
+#include "linetest/files/drawing_file.h"
 
 #include "fuzz/target.h"
 

@@ -8,15 +8,15 @@
 #include <stdexcept>
 
 #include "calibration/calibration.h"
-#include "console/main_console.h"
-#include "console/monitors.h"
-#include "console/pin_editor.h"
-#include "core/nexapi.h"
-#include "core/system_clock.h"
-#include "core/trace.h"
+#include "console/main/main_console.h"
+#include "console/main/monitors.h"
+#include "console/pins/pin_editor.h"
+#include "core/driver/nexapi.h"
+#include "core/driver/trace.h"
 #include "fuzz/fuzzed_driver.h"
-#include "serial/command_sets.h"
-#include "serial/debugger.h"
+#include "serial/commands/command_sets.h"
+#include "serial/debugger/debugger.h"
+#include "support/system_clock.h"
 
 namespace touch::fuzz {
 

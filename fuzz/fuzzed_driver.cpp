@@ -3,7 +3,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "serial/h2d.h"
+#include "serial/commands/h2d.h"
 
 namespace touch::fuzz {
 

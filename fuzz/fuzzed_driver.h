@@ -6,8 +6,8 @@
 #include <span>
 #include <string>
 
-#include "console/parameter_words.h"
-#include "core/driver.h"
+#include "console/parameters/parameter_words.h"
+#include "core/driver/driver.h"
 #include "fuzz/target.h"
 
 namespace touch::fuzz {

@@ -1,7 +1,7 @@
 // A driver library that passes every call on to the driver that the target has attached, so that the system binds and
 // calls it as it does any other.
 
-#include "core/driver.h"
+#include "core/driver/driver.h"
 
 #define FUZZED_EXPORT extern "C" __attribute__((visibility("default")))
 

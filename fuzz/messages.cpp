@@ -1,11 +1,11 @@
 // The message file, "errmsg.txt".
 
-#include "core/messages.h"
+#include "core/messages/messages.h"
 
 #include <sstream>
 
-#include "core/text_encoding.h"
 #include "fuzz/target.h"
+#include "support/text/text_encoding.h"
 
 namespace touch::fuzz {
 

@@ -1,7 +1,7 @@
 // Numbers in the files of the drawing screens: the first four bytes are a number to write, the fifth is the size of
 // pieces, the rest a text to read.
 
-#include "linetest/number_layout.h"
+#include "support/text/number_layout.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
 // Recordings of a serial port.
 
-#include "serial/recording.h"
+#include "serial/recording/recording.h"
 
 #include "fuzz/target.h"
 

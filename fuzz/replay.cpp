@@ -5,8 +5,8 @@
 #include <set>
 #include <vector>
 
-#include "core/whole_file.h"
 #include "fuzz/target.h"
+#include "support/files/whole_file.h"
 
 int main(int argc, char** argv) {
   constexpr std::size_t longestFile = std::size_t{1} << 20U;

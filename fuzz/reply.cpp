@@ -1,14 +1,14 @@
 // What a controller answers, and the texts that come of it: judged, shown, and put into messages.
 
-#include "core/reply.h"
+#include "core/exchange/reply.h"
 
-#include "core/discovery.h"
-#include "core/frame.h"
-#include "core/identity.h"
-#include "core/text_encoding.h"
-#include "core/whole_file.h"
+#include "core/discovery/discovery.h"
+#include "core/discovery/identity.h"
+#include "core/exchange/frame.h"
 #include "fuzz/target.h"
-#include "serial/debugger_exchange.h"
+#include "serial/commands/debugger_exchange.h"
+#include "support/files/whole_file.h"
+#include "support/text/text_encoding.h"
 
 namespace touch::fuzz {
 

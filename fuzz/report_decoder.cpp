@@ -2,12 +2,12 @@
 // cut into reports too; the second, where in the ring it begins; the next two, the pieces in which it comes. The rest
 // is the stream. It must give the same reports whole and in pieces.
 
-#include "serial/report_decoder.h"
+#include "reports/report_decoder.h"
 
 #include <vector>
 
 #include "fuzz/target.h"
-#include "serial/report_splitter.h"
+#include "reports/report_splitter.h"
 
 namespace touch::fuzz {
 

@@ -1,12 +1,12 @@
 // The report format descriptor, "zevrik.fmt". Behind a zero byte stands a stream that the described formats decode.
 
-#include "serial/report_format.h"
+#include "reports/report_format.h"
 
 #include <map>
 #include <vector>
 
 #include "fuzz/target.h"
-#include "serial/report_decoder.h"
+#include "reports/report_decoder.h"
 
 namespace touch::fuzz {
 

@@ -1,7 +1,7 @@
 // Result files of the linearity tester, "Tvm-v1.txt", and the figures that are made of their samples.
 
 #include "fuzz/target.h"
-#include "linetest/linearity_files.h"
+#include "linetest/linearity/linearity_files.h"
 
 namespace touch::fuzz {
 

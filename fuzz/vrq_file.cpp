@@ -1,6 +1,6 @@
 // Parameter files, ".vrq".
 
-#include "console/vrq_file.h"
+#include "console/parameters/vrq_file.h"
 
 #include "fuzz/target.h"
 

@@ -1,7 +1,7 @@
 // Working files: strokes kept while they are drawn, "tmp000.tmp".
 
 #include "fuzz/target.h"
-#include "linetest/working_files.h"
+#include "linetest/files/working_files.h"
 
 namespace touch::fuzz {
 

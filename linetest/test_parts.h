@@ -1,8 +1,8 @@
 #pragma once
 
-#include "linetest/drawing_switches.h"
-#include "linetest/linearity_setup.h"
-#include "linetest/working_files.h"
+#include "drawing/drawing_switches.h"
+#include "linetest/files/working_files.h"
+#include "linetest/linearity/linearity_setup.h"
 
 namespace touch {
 

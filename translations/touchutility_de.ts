@@ -37,7 +37,830 @@
     </message>
 </context>
 <context>
-    <name>console</name>
+    <name>canvas</name>
+    <message>
+        <source>Esc: stop opening %1 (%2 %)</source>
+        <translation>Esc: Öffnen von %1 abbrechen (%2 %)</translation>
+    </message>
+    <message>
+        <source>Esc: close the menu</source>
+        <translation>Esc: Menü schließen</translation>
+    </message>
+    <message>
+        <source>Esc: close the table</source>
+        <translation>Esc: Tabelle schließen</translation>
+    </message>
+    <message>
+        <source>Esc: leave</source>
+        <translation>Esc: verlassen</translation>
+    </message>
+    <message>
+        <source>Esc: clear 1 stroke</source>
+        <translation>Esc: 1 Strich löschen</translation>
+    </message>
+    <message>
+        <source>Esc: clear %1 strokes</source>
+        <translation>Esc: %1 Striche löschen</translation>
+    </message>
+    <message>
+        <source>%1, from edge to edge</source>
+        <translation>%1, von Rand zu Rand</translation>
+    </message>
+    <message>
+        <source>Each is kept in its folder, with &quot;.damaged&quot; at the end of its name.</source>
+        <translation>Jede bleibt in ihrem Ordner, mit „.damaged“ am Ende des Namens.</translation>
+    </message>
+    <message>
+        <source>An unsaved drawing (1 stroke) was found.</source>
+        <translation>Eine nicht gespeicherte Zeichnung (1 Strich) wurde gefunden.</translation>
+    </message>
+    <message>
+        <source>An unsaved drawing (%1 strokes) was found.</source>
+        <translation>Eine nicht gespeicherte Zeichnung (%1 Striche) wurde gefunden.</translation>
+    </message>
+    <message>
+        <source>If you do not restore it, it is kept as %1.</source>
+        <translation>Wenn Sie sie nicht wiederherstellen, bleibt sie als %1 erhalten.</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Keep as file</source>
+        <translation>Als Datei behalten</translation>
+    </message>
+    <message>
+        <source>There is nothing to save: strokes are recorded once F has begun the test of the lines.</source>
+        <translation>Es gibt nichts zu speichern: Striche werden aufgezeichnet, sobald F den Test der Linien begonnen hat.</translation>
+    </message>
+    <message>
+        <source>%1 is there already. Replace it?</source>
+        <translation>%1 ist schon vorhanden. Ersetzen?</translation>
+    </message>
+    <message>
+        <source>%1 is a drawing without strokes.</source>
+        <translation>%1 ist eine Zeichnung ohne Striche.</translation>
+    </message>
+</context>
+<context>
+    <name>commands</name>
+    <message>
+        <source>The serial port is closed.</source>
+        <translation>Der serielle Port ist geschlossen.</translation>
+    </message>
+</context>
+<context>
+    <name>debugger</name>
+    <message>
+        <source>Searching COM1 and COM2 for a controller …</source>
+        <translation>COM1 und COM2 werden nach einem Controller durchsucht …</translation>
+    </message>
+    <message>
+        <source>A controller answers on COM%1.</source>
+        <translation>An COM%1 antwortet ein Controller.</translation>
+    </message>
+    <message>
+        <source>No controller answers on COM1 or COM2.</source>
+        <translation>Weder an COM1 noch an COM2 antwortet ein Controller.</translation>
+    </message>
+    <message>
+        <source>%1 is open, %2.</source>
+        <translation>%1 ist offen, %2.</translation>
+    </message>
+    <message>
+        <source>%1 is closed.</source>
+        <translation>%1 ist geschlossen.</translation>
+    </message>
+    <message>
+        <source>Damaged bytes: %1.</source>
+        <translation>Beschädigte Bytes: %1.</translation>
+    </message>
+    <message>
+        <source>Recording to %1</source>
+        <translation>Aufzeichnung in %1</translation>
+    </message>
+    <message>
+        <source>The recording broke off.</source>
+        <translation>Die Aufzeichnung brach ab.</translation>
+    </message>
+    <message>
+        <source>The recording has ended.</source>
+        <translation>Die Aufzeichnung ist beendet.</translation>
+    </message>
+    <message>
+        <source>%1 holds nothing that came from a controller.</source>
+        <translation>%1 enthält nichts, was von einem Controller kam.</translation>
+    </message>
+    <message>
+        <source>Replaying %1</source>
+        <translation>Wiedergabe von %1</translation>
+    </message>
+    <message>
+        <source>The replay broke off.</source>
+        <translation>Die Wiedergabe ist abgebrochen.</translation>
+    </message>
+    <message>
+        <source>The replay has ended.</source>
+        <translation>Die Wiedergabe ist beendet.</translation>
+    </message>
+    <message>
+        <source>COM%1 is closed: no touches will be drawn. To mend that, leave the drawing and press &quot;Take the port&quot;, or replay a recording.</source>
+        <translation>COM%1 ist geschlossen: es werden keine Berührungen gezeichnet. Verlassen Sie dazu die Zeichnung und drücken Sie „Port übernehmen“, oder spielen Sie eine Aufzeichnung ab.</translation>
+    </message>
+    <message>
+        <source>The command was not sent: the line takes no bytes. Look at the cable and at what holds the controller up, then try again.</source>
+        <translation>Der Befehl wurde nicht gesendet: die Leitung nimmt keine Bytes an. Prüfen Sie das Kabel und was den Controller aufhält, und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>The driver has let go of its port.</source>
+        <translation>Der Treiber hat seinen Port freigegeben.</translation>
+    </message>
+    <message>
+        <source>The driver has not let go of the port of %1.</source>
+        <translation>Der Treiber hat den Port von %1 nicht freigegeben.</translation>
+    </message>
+    <message>
+        <source>Asking on COM%1 …</source>
+        <translation>Frage an COM%1 …</translation>
+    </message>
+    <message>
+        <source>Of the bytes that came, %1 were damaged on the line (parity, stop bit or break).</source>
+        <translation>Von den angekommenen Bytes wurden %1 auf der Leitung beschädigt (Parität, Stoppbit oder Unterbrechung).</translation>
+    </message>
+</context>
+<context>
+    <name>discovery</name>
+    <message>
+        <source>first model</source>
+        <translation>erstes Modell</translation>
+    </message>
+    <message>
+        <source>model variant %1</source>
+        <translation>Modellvariante %1</translation>
+    </message>
+</context>
+<context>
+    <name>doctor</name>
+    <message>
+        <source>No driver library is bound.</source>
+        <translation>Es ist keine Treiberbibliothek eingebunden.</translation>
+    </message>
+    <message>
+        <source>Driver library %1</source>
+        <translation>Treiberbibliothek %1</translation>
+    </message>
+    <message>
+        <source>Driver library %1, %2 bytes</source>
+        <translation>Treiberbibliothek %1, %2 Bytes</translation>
+    </message>
+    <message>
+        <source>the driver cannot open the controller</source>
+        <translation>der Treiber kann den Controller nicht öffnen</translation>
+    </message>
+    <message>
+        <source>the trace cannot be read</source>
+        <translation>der Mitschnitt ist nicht lesbar</translation>
+    </message>
+    <message>
+        <source>the controller does not answer</source>
+        <translation>der Controller antwortet nicht</translation>
+    </message>
+    <message>
+        <source>reading %1</source>
+        <translation>%1 wird gelesen</translation>
+    </message>
+    <message>
+        <source>there is no controller</source>
+        <translation>es gibt keinen Controller</translation>
+    </message>
+    <message>
+        <source>This part is missing: %1.</source>
+        <translation>Dieser Teil fehlt: %1.</translation>
+    </message>
+    <message>
+        <source>The diagnostics are not saved: %1.</source>
+        <translation>Die Diagnose ist nicht gespeichert: %1.</translation>
+    </message>
+    <message>
+        <source>The diagnostics are saved in %1.</source>
+        <translation>Die Diagnose ist in %1 gespeichert.</translation>
+    </message>
+    <message>
+        <source>Missing, with the reason in their place: %1.</source>
+        <translation>Es fehlen, mit dem Grund an ihrer Stelle: %1.</translation>
+    </message>
+    <message>
+        <source>The diagnostics file will contain %1: what was found, the versions, the settings and parameters of each controller and, while a trace is written, its last 16 MB, with all that was said to and by them. Your home folder and this computer&apos;s name are left out.</source>
+        <translation>Die Diagnosedatei wird enthalten: %1, also was gefunden wurde, die Versionen, Einstellungen und Parameter jedes Controllers und, solange ein Mitschnitt geschrieben wird, dessen letzte 16 MB mit allem, was mit ihnen ausgetauscht wurde. Ihr persönlicher Ordner und der Name dieses Rechners werden weggelassen.</translation>
+    </message>
+    <message>
+        <source>The installation is incomplete: install TouchUtility again.</source>
+        <translation>Die Installation ist unvollständig: Installieren Sie TouchUtility erneut.</translation>
+    </message>
+    <message>
+        <source>The library in %1 is no touch driver: install the touch driver of your controller.</source>
+        <translation>Die Bibliothek in %1 ist kein Touch-Treiber: Installieren Sie den Touch-Treiber Ihres Controllers.</translation>
+    </message>
+    <message>
+        <source>Install the touch driver of your controller, or name its library with --driver PATH.</source>
+        <translation>Installieren Sie den Touch-Treiber Ihres Controllers, oder nennen Sie seine Bibliothek mit --driver PATH.</translation>
+    </message>
+    <message>
+        <source>Controllers cannot be found.</source>
+        <translation>Controller können nicht gefunden werden.</translation>
+    </message>
+    <message>
+        <source>No controller can be worked with.</source>
+        <translation>Mit keinem Controller kann gearbeitet werden.</translation>
+    </message>
+    <message>
+        <source>No command reaches a controller: it cannot be asked what it is, calibrated, reset or given parameters.</source>
+        <translation>Kein Befehl erreicht einen Controller: Er kann nicht nach seiner Kennung gefragt, kalibriert, neu gestartet oder mit Parametern versehen werden.</translation>
+    </message>
+    <message>
+        <source>The serial debugger and the search of the COM ports do not work, nor does &quot;Release comport and Exit&quot;.</source>
+        <translation>Der serielle Debugger und die Suche an den COM-Ports funktionieren nicht, ebenso wenig das Beenden mit Freigabe des COM-Ports.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be read, and the serial debugger does not work.</source>
+        <translation>Die Einstellungen können nicht gelesen werden, und der serielle Debugger funktioniert nicht.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be read.</source>
+        <translation>Die Einstellungen können nicht gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The settings that these operations make cannot be changed.</source>
+        <translation>Die Einstellungen, die diese Operationen vornehmen, können nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>&quot;Confirm&quot; does not work: double click and right click keep their timing.</source>
+        <translation>„Übernehmen“ funktioniert nicht: Die Zeiten für Doppelklick und Rechtsklick bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>The screen cannot be calibrated.</source>
+        <translation>Der Bildschirm kann nicht kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>No monitor can be assigned to the panel.</source>
+        <translation>Dem Panel kann kein Monitor zugeordnet werden.</translation>
+    </message>
+    <message>
+        <source>The driver library is %1; it has all operations.</source>
+        <translation>Die Treiberbibliothek ist %1; sie hat alle Operationen.</translation>
+    </message>
+    <message>
+        <source>The driver library %1 lacks %2.</source>
+        <translation>Der Treiberbibliothek %1 fehlt %2.</translation>
+    </message>
+    <message>
+        <source>Install a newer touch driver.</source>
+        <translation>Installieren Sie einen neueren Touch-Treiber.</translation>
+    </message>
+    <message>
+        <source>Without the touch driver no controller can be found, set up or calibrated.</source>
+        <translation>Ohne den Touch-Treiber kann kein Controller gefunden, eingestellt oder kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>%1 was looked for in %2.</source>
+        <translation>%1 wurde hier gesucht: %2.</translation>
+    </message>
+    <message>
+        <source>It is never taken from the current folder, where anybody may have put it.</source>
+        <translation>Sie wird nie aus dem aktuellen Ordner genommen, in den sie jeder gelegt haben kann.</translation>
+    </message>
+    <message>
+        <source>The simulated driver is in use.</source>
+        <translation>Der simulierte Treiber ist in Gebrauch.</translation>
+    </message>
+    <message>
+        <source>Its controllers are simulated; real ones are not reached.</source>
+        <translation>Seine Controller sind simuliert; echte werden nicht erreicht.</translation>
+    </message>
+    <message>
+        <source>For a real controller start the program on its touch driver.</source>
+        <translation>Starten Sie das Programm für einen echten Controller mit dessen Touch-Treiber.</translation>
+    </message>
+    <message>
+        <source>unit type %1</source>
+        <translation>Typ %1</translation>
+    </message>
+    <message>
+        <source>firmware %1</source>
+        <translation>Firmware %1</translation>
+    </message>
+    <message>
+        <source>asking %1</source>
+        <translation>%1 wird gefragt</translation>
+    </message>
+    <message>
+        <source>%1 answers%2.</source>
+        <translation>%1 antwortet%2.</translation>
+    </message>
+    <message>
+        <source>%1 is known to the driver, but does not answer.</source>
+        <translation>Der Treiber kennt %1, aber das Gerät antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>Nothing can be read from it or changed in it.</source>
+        <translation>Von ihm kann nichts gelesen und an ihm nichts geändert werden.</translation>
+    </message>
+    <message>
+        <source>Check its cable and power; then search the COM ports for it.</source>
+        <translation>Prüfen Sie Kabel und Stromversorgung; durchsuchen Sie dann die COM-Ports danach.</translation>
+    </message>
+    <message>
+        <source>Check its cable and power, then look again.</source>
+        <translation>Prüfen Sie Kabel und Stromversorgung, und sehen Sie dann erneut nach.</translation>
+    </message>
+    <message>
+        <source>The driver also knows of %1.</source>
+        <translation>Der Treiber kennt außerdem %1.</translation>
+    </message>
+    <message>
+        <source>These are of other makers and are left alone.</source>
+        <translation>Diese sind von anderen Herstellern und bleiben unberührt.</translation>
+    </message>
+    <message>
+        <source>The driver knows of no controller.</source>
+        <translation>Der Treiber kennt keinen Controller.</translation>
+    </message>
+    <message>
+        <source>There is nothing to work with.</source>
+        <translation>Es gibt nichts, womit gearbeitet werden kann.</translation>
+    </message>
+    <message>
+        <source>Check cable and power, then look again. A serial controller may be on another port than the driver believes: search the COM ports for it.</source>
+        <translation>Prüfen Sie Kabel und Stromversorgung, und sehen Sie dann erneut nach. Ein serieller Controller kann an einem anderen Port sein, als der Treiber annimmt: Durchsuchen Sie die COM-Ports danach.</translation>
+    </message>
+    <message>
+        <source>No controller was looked for: there is no driver to ask.</source>
+        <translation>Es wurde kein Controller gesucht: Es gibt keinen Treiber, der gefragt werden könnte.</translation>
+    </message>
+    <message>
+        <source>The controllers were not asked. %1.</source>
+        <translation>Die Controller wurden nicht gefragt. %1.</translation>
+    </message>
+    <message>
+        <source>COM%1: the simulated driver has the simulated controller&apos;s port.</source>
+        <translation>COM%1: Den Port des simulierten Controllers hat der simulierte Treiber.</translation>
+    </message>
+    <message>
+        <source>%1: there is no such device.</source>
+        <translation>%1: Dieses Gerät gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>No controller can be reached over it.</source>
+        <translation>Darüber ist kein Controller erreichbar.</translation>
+    </message>
+    <message>
+        <source>Connect it, or name another one with %1.</source>
+        <translation>Schließen Sie es an, oder nennen Sie ein anderes mit %1.</translation>
+    </message>
+    <message>
+        <source>%1, driver %2</source>
+        <translation>%1, Treiber %2</translation>
+    </message>
+    <message>
+        <source>%1: this user may not open it.</source>
+        <translation>%1: Dieser Benutzer darf den Port nicht öffnen.</translation>
+    </message>
+    <message>
+        <source>A serial controller on it cannot be searched for or talked to without the driver.</source>
+        <translation>Ein serieller Controller daran kann ohne den Treiber weder gesucht noch angesprochen werden.</translation>
+    </message>
+    <message>
+        <source>%1: in use by %2.</source>
+        <translation>%1: in Gebrauch durch %2.</translation>
+    </message>
+    <message>
+        <source>Only one program at a time can talk to a controller.</source>
+        <translation>Mit einem Controller kann immer nur ein Programm sprechen.</translation>
+    </message>
+    <message>
+        <source>Close it before you search the COM ports or open the serial debugger.</source>
+        <translation>Schließen Sie es, bevor Sie die COM-Ports durchsuchen oder den seriellen Debugger öffnen.</translation>
+    </message>
+    <message>
+        <source>%1: this user may open it, and no program has it.</source>
+        <translation>%1: Dieser Benutzer darf den Port öffnen, und kein Programm benutzt ihn.</translation>
+    </message>
+    <message>
+        <source>%1: this user may open it. Whether another program has it, opening it will tell.</source>
+        <translation>%1: Dieser Benutzer darf den Port öffnen. Ob ein anderes Programm ihn benutzt, zeigt sich erst beim Öffnen.</translation>
+    </message>
+    <message>
+        <source>To use it, start with %1.</source>
+        <translation>Um den Port zu verwenden, starten Sie mit %1.</translation>
+    </message>
+    <message>
+        <source>This machine has no serial port.</source>
+        <translation>Dieser Rechner hat keinen seriellen Port.</translation>
+    </message>
+    <message>
+        <source>Serial controllers need one; USB controllers do not.</source>
+        <translation>Serielle Controller brauchen einen, USB-Controller nicht.</translation>
+    </message>
+    <message>
+        <source>For a serial controller connect an adapter.</source>
+        <translation>Schließen Sie für einen seriellen Controller einen Adapter an.</translation>
+    </message>
+    <message>
+        <source>Move it away, or name another working folder with --work-dir DIR.</source>
+        <translation>Räumen Sie ihn weg, oder nennen Sie einen anderen Arbeitsordner mit --work-dir DIR.</translation>
+    </message>
+    <message>
+        <source>Parameters are not kept before they are changed.</source>
+        <translation>Parameter werden nicht gesichert, bevor sie geändert werden.</translation>
+    </message>
+    <message>
+        <source>It is left alone; strokes that are drawn are kept in another one.</source>
+        <translation>Er bleibt unberührt; gezeichnete Striche werden in einem anderen aufgehoben.</translation>
+    </message>
+    <message>
+        <source>The working folder %1 can be written.</source>
+        <translation>Der Arbeitsordner %1 ist beschreibbar.</translation>
+    </message>
+    <message>
+        <source>The working folder %1 cannot be written: %2.</source>
+        <translation>Der Arbeitsordner %1 ist nicht beschreibbar: %2.</translation>
+    </message>
+    <message>
+        <source>Parameters are not kept before they are changed, and results are not saved.</source>
+        <translation>Parameter werden vor einer Änderung nicht aufbewahrt, und Ergebnisse werden nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Start the program in another folder, or name one with --work-dir DIR.</source>
+        <translation>Starten Sie das Programm in einem anderen Ordner, oder nennen Sie einen mit --work-dir DIR.</translation>
+    </message>
+    <message>
+        <source>No display: a shell has none to look at.</source>
+        <translation>Keine Anzeige: In einer Shell gibt es keine zu prüfen.</translation>
+    </message>
+    <message>
+        <source>Panels are calibrated on the screen.</source>
+        <translation>Panels werden am Bildschirm kalibriert.</translation>
+    </message>
+    <message>
+        <source>The page &quot;Doctor&quot; of touchutility lists the screens.</source>
+        <translation>Die Seite „Diagnose“ von touchutility führt die Bildschirme auf.</translation>
+    </message>
+    <message>
+        <source>%1: %2 x %3 pixels at %4 %</source>
+        <translation>%1: %2 x %3 Pixel bei %4 %</translation>
+    </message>
+    <message>
+        <source>%1, which is little.</source>
+        <translation>%1, das ist wenig.</translation>
+    </message>
+    <message>
+        <source>Some windows may not fit.</source>
+        <translation>Manche Fenster passen vielleicht nicht.</translation>
+    </message>
+    <message>
+        <source>Choose a smaller scale.</source>
+        <translation>Wählen Sie eine kleinere Skalierung.</translation>
+    </message>
+    <message>
+        <source>%1 is sound.</source>
+        <translation>%1 ist in Ordnung.</translation>
+    </message>
+    <message>
+        <source>Mend the file or remove it.</source>
+        <translation>Berichtigen oder entfernen Sie die Datei.</translation>
+    </message>
+    <message>
+        <source>Not in the working folder, and not needed: %1.</source>
+        <translation>Nicht im Arbeitsordner und nicht nötig: %1.</translation>
+    </message>
+    <message>
+        <source>The controllers are not asked yet.</source>
+        <translation>Die Controller sind noch nicht gefragt.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Refresh&quot; to ask each of them what it is.</source>
+        <translation>Drücken Sie „Aktualisieren“, um jeden nach seiner Kennung zu fragen.</translation>
+    </message>
+    <message>
+        <source>looking at the ports</source>
+        <translation>die Ports werden geprüft</translation>
+    </message>
+    <message>
+        <source>1 problem</source>
+        <translation>1 Problem</translation>
+    </message>
+    <message>
+        <source>%1 problems</source>
+        <translation>%1 Probleme</translation>
+    </message>
+    <message>
+        <source>1 note</source>
+        <translation>1 Hinweis</translation>
+    </message>
+    <message>
+        <source>%1 notes</source>
+        <translation>%1 Hinweise</translation>
+    </message>
+    <message>
+        <source>Controllers not asked yet</source>
+        <translation>Controller noch nicht gefragt</translation>
+    </message>
+    <message>
+        <source>Nothing is wrong</source>
+        <translation>Alles in Ordnung</translation>
+    </message>
+    <message>
+        <source>Next: %1</source>
+        <translation>Nächster Schritt: %1</translation>
+    </message>
+</context>
+<context>
+    <name>drawings</name>
+    <message>
+        <source>%1 more cannot be read.</source>
+        <translation>%1 weitere sind nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>&quot;Line #&quot; and a stroke&apos;s number</source>
+        <translation>„Line #“ und die Nummer eines Strichs</translation>
+    </message>
+    <message>
+        <source>at most %1 strokes in a drawing</source>
+        <translation>höchstens %1 Striche in einer Zeichnung</translation>
+    </message>
+    <message>
+        <source>at most %1 samples in a drawing</source>
+        <translation>höchstens %1 Messpunkte in einer Zeichnung</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>a file that can be renamed</source>
+        <translation>eine umbenennbare Datei</translation>
+    </message>
+    <message>
+        <source>the end of the file after 3001 samples</source>
+        <translation>das Ende der Datei nach 3001 Messpunkten</translation>
+    </message>
+    <message>
+        <source>the x of a sample</source>
+        <translation>das x eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>a recorded stroke</source>
+        <translation>ein aufgezeichneter Strich</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keiner</translation>
+    </message>
+</context>
+<context>
+    <name>driver</name>
+    <message>
+        <source>the system does not say where this program lies</source>
+        <translation>das System sagt nicht, wo dieses Programm liegt</translation>
+    </message>
+    <message>
+        <source>The touch driver library lacks the operation %1</source>
+        <translation>Der Touch-Treiberbibliothek fehlt die Operation %1</translation>
+    </message>
+    <message>
+        <source>it has none of a touch driver&apos;s operations</source>
+        <translation>sie hat keine der Operationen eines Touch-Treibers</translation>
+    </message>
+    <message>
+        <source>The touch driver library %1 cannot be used: %2</source>
+        <translation>Die Touch-Treiberbibliothek %1 kann nicht verwendet werden: %2</translation>
+    </message>
+    <message>
+        <source>the loader gave no reason</source>
+        <translation>der Lader nannte keinen Grund</translation>
+    </message>
+    <message>
+        <source>the folders of LD_LIBRARY_PATH and those of the system</source>
+        <translation>die Ordner aus LD_LIBRARY_PATH und die des Systems</translation>
+    </message>
+    <message>
+        <source>LD_LIBRARY_PATH has an element that leads to the current folder; remove that element, or name the library with --driver</source>
+        <translation>LD_LIBRARY_PATH enthält ein Element, das in den aktuellen Ordner führt; entfernen Sie dieses Element, oder nennen Sie die Bibliothek mit --driver</translation>
+    </message>
+    <message>
+        <source>%1 and the system folder</source>
+        <translation>%1 und der Systemordner</translation>
+    </message>
+    <message>
+        <source>The trace file %1 cannot be written: %2</source>
+        <translation>Die Mitschnittdatei %1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>The trace file %1 ends here: it has reached its limit of %2 bytes</source>
+        <translation>Die Trace-Datei %1 endet hier: Sie hat ihre Grenze von %2 Bytes erreicht</translation>
+    </message>
+    <message>
+        <source>The trace file %1 ends early, because it cannot be written on: %2</source>
+        <translation>Die Mitschnittdatei %1 endet vorzeitig, weil sie sich nicht weiterschreiben lässt: %2</translation>
+    </message>
+</context>
+<context>
+    <name>files</name>
+    <message>
+        <source>a folder that TouchUtility has made</source>
+        <translation>ein Ordner, den TouchUtility angelegt hat</translation>
+    </message>
+    <message>
+        <source>another one of this name</source>
+        <translation>ein anderer dieses Namens</translation>
+    </message>
+    <message>
+        <source>a folder for the user&apos;s files</source>
+        <translation>ein Ordner für Dateien des Benutzers</translation>
+    </message>
+    <message>
+        <source>one of the system&apos;s</source>
+        <translation>einer des Systems</translation>
+    </message>
+    <message>
+        <source>a place that can be written</source>
+        <translation>ein beschreibbarer Ort</translation>
+    </message>
+    <message>
+        <source>a folder of this user&apos;s own</source>
+        <translation>ein eigener Ordner dieses Benutzers</translation>
+    </message>
+    <message>
+        <source>a file that can be read</source>
+        <translation>eine lesbare Datei</translation>
+    </message>
+    <message>
+        <source>a file of this user&apos;s own</source>
+        <translation>eine eigene Datei dieses Benutzers</translation>
+    </message>
+    <message>
+        <source>too many that were left unfinished</source>
+        <translation>zu viele unfertig zurückgelassene</translation>
+    </message>
+    <message>
+        <source>a link</source>
+        <translation>eine Verknüpfung</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>ein Ordner</translation>
+    </message>
+    <message>
+        <source>a device or a pipe</source>
+        <translation>ein Gerät oder eine Pipe</translation>
+    </message>
+    <message>
+        <source>another user&apos;s file</source>
+        <translation>die Datei eines anderen Benutzers</translation>
+    </message>
+    <message>
+        <source>a file that has a second name</source>
+        <translation>eine Datei mit einem zweiten Namen</translation>
+    </message>
+    <message>
+        <source>another user&apos;s folder</source>
+        <translation>der Ordner eines anderen Benutzers</translation>
+    </message>
+    <message>
+        <source>one that another program has</source>
+        <translation>eine, die ein anderes Programm hat</translation>
+    </message>
+    <message>
+        <source>another file in its place</source>
+        <translation>eine andere Datei an ihrer Stelle</translation>
+    </message>
+    <message>
+        <source>a file</source>
+        <translation>eine Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>a device or a pipe, which is not to be replaced</source>
+        <translation>ein Gerät oder eine Pipe, die nicht ersetzt werden darf</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>something else of this name</source>
+        <translation>etwas anderes dieses Namens</translation>
+    </message>
+    <message>
+        <source>none that this user may open</source>
+        <translation>keine, die dieser Benutzer öffnen darf</translation>
+    </message>
+    <message>
+        <source>a read error</source>
+        <translation>ein Lesefehler</translation>
+    </message>
+    <message>
+        <source>an empty line</source>
+        <translation>eine leere Zeile</translation>
+    </message>
+    <message>
+        <source>%1, line %2</source>
+        <translation>%1, Zeile %2</translation>
+    </message>
+    <message>
+        <source>%1: expected %2</source>
+        <translation>%1: erwartet: %2</translation>
+    </message>
+    <message>
+        <source>%1: expected %2, found %3</source>
+        <translation>%1: erwartet: %2, gefunden: %3</translation>
+    </message>
+</context>
+<context>
+    <name>linearity</name>
+    <message>
+        <source>a file that can be renamed</source>
+        <translation>eine umbenennbare Datei</translation>
+    </message>
+    <message>
+        <source>the line&apos;s name &quot;%1&quot;</source>
+        <translation>der Name „%1“ der Linie</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>pass</source>
+        <translation>i. O.</translation>
+    </message>
+    <message>
+        <source>FAIL</source>
+        <translation>n. i. O.</translation>
+    </message>
+    <message>
+        <source>max %1</source>
+        <translation>max. %1</translation>
+    </message>
+    <message>
+        <source>straight %1</source>
+        <translation>gerade %1</translation>
+    </message>
+    <message>
+        <source>avg</source>
+        <translation>Mittel</translation>
+    </message>
+    <message>
+        <source>max</source>
+        <translation>max.</translation>
+    </message>
+    <message>
+        <source>min</source>
+        <translation>min.</translation>
+    </message>
+    <message>
+        <source>rms</source>
+        <translation>eff.</translation>
+    </message>
+    <message>
+        <source>offset</source>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>straight</source>
+        <translation>gerade</translation>
+    </message>
+    <message>
+        <source>Linearity   PASS of %1 lines</source>
+        <translation>Linearität   i. O., %1 Linien</translation>
+    </message>
+    <message>
+        <source>Linearity   FAIL: %1 of %2 lines</source>
+        <translation>Linearität   n. i. O.: %1 von %2 Linien</translation>
+    </message>
+    <message>
+        <source>limit %1, within %2 mm of the edge %3</source>
+        <translation>Grenzwert %1, bis %2 mm vom Rand %3</translation>
+    </message>
+    <message>
+        <source>deviations drawn %1 times as large</source>
+        <translation>Abweichungen %1-fach vergrößert gezeichnet</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>The touch driver library lacks %1. What needs that was not done.</source>
+        <translation>Der Touch-Treiberbibliothek fehlt %1. Was das braucht, wurde nicht ausgeführt.</translation>
+    </message>
     <message>
         <source>Searching for controllers …</source>
         <translation>Controller werden gesucht …</translation>
@@ -45,6 +868,14 @@
     <message>
         <source>This operating system is older than those that the touch driver is made for.</source>
         <translation>Dieses Betriebssystem ist älter als die, für die der Touch-Treiber gemacht ist.</translation>
+    </message>
+    <message>
+        <source>%1 does not answer; %2 was chosen.</source>
+        <translation>%1 antwortet nicht; %2 wurde gewählt.</translation>
+    </message>
+    <message>
+        <source>%1 is no longer there; %2 was chosen.</source>
+        <translation>%1 ist nicht mehr da; %2 wurde gewählt.</translation>
     </message>
     <message>
         <source>Searching for controllers: asking %1 …</source>
@@ -57,6 +888,10 @@
     <message>
         <source>Asking %1 what it is …</source>
         <translation>%1 wird nach der Kennung gefragt …</translation>
+    </message>
+    <message>
+        <source>No controller was found. The page &quot;Doctor&quot; says what is missing.</source>
+        <translation>Es wurde kein Controller gefunden. Die Seite „Diagnose“ sagt, was fehlt.</translation>
     </message>
     <message>
         <source>%1 does not answer. Check its cable and power.</source>
@@ -95,12 +930,32 @@
         <translation>Kein COM-Port konnte geöffnet werden.</translation>
     </message>
     <message>
+        <source>There is no controller to work with.</source>
+        <translation>Es ist kein Controller da, mit dem gearbeitet werden könnte.</translation>
+    </message>
+    <message>
         <source>Calibrating …</source>
         <translation>Kalibrierung läuft …</translation>
     </message>
     <message>
         <source>A test is open.</source>
         <translation>Ein Test ist geöffnet.</translation>
+    </message>
+    <message>
+        <source>The driver has its port again. &quot;Refresh&quot; (F5) reads the controller anew.</source>
+        <translation>Der Treiber hat seinen Port wieder. „Aktualisieren“ (F5) liest den Controller neu.</translation>
+    </message>
+    <message>
+        <source>The serial debugger waits for an answer. Try again when it is through.</source>
+        <translation>Der serielle Debugger wartet auf eine Antwort. Versuchen Sie es noch einmal, wenn er fertig ist.</translation>
+    </message>
+    <message>
+        <source>The serial debugger has a serial port. Leave it first with &quot;Quit&quot;.</source>
+        <translation>Der serielle Debugger hat einen seriellen Port. Verlassen Sie ihn zuerst mit „Verlassen“.</translation>
+    </message>
+    <message>
+        <source>The serial debugger has the port of %1. Leave it first with &quot;Quit&quot;.</source>
+        <translation>Der serielle Debugger hat den Port von %1. Verlassen Sie ihn zuerst mit „Verlassen“.</translation>
     </message>
     <message>
         <source>Locking the controller&apos;s parameters …</source>
@@ -110,6 +965,223 @@
         <source>Releasing the COM port …</source>
         <translation>Der COM-Port wird freigegeben …</translation>
     </message>
+    <message>
+        <source>a file</source>
+        <translation>eine Datei</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Its texts replace the built-in ones.</source>
+        <translation>Ihre Texte ersetzen die eingebauten.</translation>
+    </message>
+    <message>
+        <source>touchutility does not start with it, and touchctl does nothing more.</source>
+        <translation>touchutility startet damit nicht, und touchctl tut nichts weiter.</translation>
+    </message>
+    <message>
+        <source>It adds forms of touch reports.</source>
+        <translation>Sie fügt Formen von Berührungsmeldungen hinzu.</translation>
+    </message>
+    <message>
+        <source>Those lines are left out: touch reports of their form are not decoded.</source>
+        <translation>Diese Zeilen werden ausgelassen: Berührungsmeldungen ihrer Form werden nicht entschlüsselt.</translation>
+    </message>
+    <message>
+        <source>It is shown in the main window.</source>
+        <translation>Sie wird im Hauptfenster angezeigt.</translation>
+    </message>
+    <message>
+        <source>It is not shown.</source>
+        <translation>Sie wird nicht angezeigt.</translation>
+    </message>
+    <message>
+        <source>It is the main window&apos;s icon.</source>
+        <translation>Sie ist das Symbol des Hauptfensters.</translation>
+    </message>
+    <message>
+        <source>It is shown on &quot;Hide Cursor&quot;.</source>
+        <translation>Sie wird bei „Mauszeiger verbergen“ angezeigt.</translation>
+    </message>
+    <message>
+        <source>at most %1 pictures in an icon</source>
+        <translation>höchstens %1 Bilder in einem Symbol</translation>
+    </message>
+    <message>
+        <source>at most %1 pixels</source>
+        <translation>höchstens %1 Pixel</translation>
+    </message>
+    <message>
+        <source>at most %1 scans of as many pixels</source>
+        <translation>höchstens %1 Durchgänge bei so vielen Pixeln</translation>
+    </message>
+    <message>
+        <source>a picture</source>
+        <translation>ein Bild</translation>
+    </message>
+    <message>
+        <source>a whole picture</source>
+        <translation>ein vollständiges Bild</translation>
+    </message>
+    <message>
+        <source>one that is cut off</source>
+        <translation>ein abgeschnittenes</translation>
+    </message>
+    <message>
+        <source>&amp;Offset</source>
+        <translation>&amp;Versatz</translation>
+    </message>
+    <message>
+        <source>Everything lies too far right; calibration mends it.</source>
+        <translation>Alles liegt zu weit rechts; eine Kalibrierung behebt es.</translation>
+    </message>
+    <message>
+        <source>S&amp;kew</source>
+        <translation>S&amp;chiefe</translation>
+    </message>
+    <message>
+        <source>Vertical lines lean; calibration with 3 or more points mends it.</source>
+        <translation>Senkrechte Linien neigen sich; eine Kalibrierung mit 3 oder mehr Punkten behebt es.</translation>
+    </message>
+    <message>
+        <source>Bo&amp;w</source>
+        <translation>Wölb&amp;ung</translation>
+    </message>
+    <message>
+        <source>Lines near the edges bend inwards; no calibration mends it.</source>
+        <translation>Linien am Rand biegen sich nach innen; keine Kalibrierung behebt es.</translation>
+    </message>
+    <message>
+        <source>Nois&amp;e</source>
+        <translation>&amp;Rauschen</translation>
+    </message>
+    <message>
+        <source>Lines tremble; no calibration mends it.</source>
+        <translation>Linien zittern; keine Kalibrierung behebt es.</translation>
+    </message>
+    <message>
+        <source>Dead s&amp;trip</source>
+        <translation>&amp;Toter Streifen</translation>
+    </message>
+    <message>
+        <source>A strip across the panel feels nothing: the sensor is broken there.</source>
+        <translation>Ein Streifen quer über das Panel spürt nichts: Dort ist der Sensor defekt.</translation>
+    </message>
+</context>
+<context>
+    <name>messages</name>
+    <message>
+        <source>a line of text</source>
+        <translation>eine Textzeile</translation>
+    </message>
+    <message>
+        <source>a read error</source>
+        <translation>ein Lesefehler</translation>
+    </message>
+    <message>
+        <source>100 lines, one for each message</source>
+        <translation>100 Zeilen, eine für jede Meldung</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes in all lines</source>
+        <translation>höchstens %1 Bytes in allen Zeilen</translation>
+    </message>
+    <message>
+        <source>a working folder that can be read</source>
+        <translation>ein lesbarer Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>a file that can be read</source>
+        <translation>eine lesbare Datei</translation>
+    </message>
+    <message>
+        <source>none that can be opened</source>
+        <translation>keine, die sich öffnen lässt</translation>
+    </message>
+</context>
+<context>
+    <name>numbers</name>
+    <message>
+        <source>a palette index from 0 to 15</source>
+        <translation>ein Palettenindex von 0 bis 15</translation>
+    </message>
+    <message>
+        <source>a draw width of 1 or 2</source>
+        <translation>eine Strichbreite von 1 oder 2</translation>
+    </message>
+    <message>
+        <source>a count of samples from 1 to 3001</source>
+        <translation>eine Anzahl Messpunkte von 1 bis 3001</translation>
+    </message>
+    <message>
+        <source>the x of a sample</source>
+        <translation>das x eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>the y of a sample</source>
+        <translation>das y eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>the screen&apos;s width in twips</source>
+        <translation>die Breite des Bildschirms in Twips</translation>
+    </message>
+    <message>
+        <source>the screen&apos;s height in twips</source>
+        <translation>die Höhe des Bildschirms in Twips</translation>
+    </message>
+    <message>
+        <source>the panel&apos;s width in mm</source>
+        <translation>die Breite des Panels in mm</translation>
+    </message>
+    <message>
+        <source>the panel&apos;s height in mm</source>
+        <translation>die Höhe des Panels in mm</translation>
+    </message>
+    <message>
+        <source>the guide&apos;s position</source>
+        <translation>die Lage der Hilfslinie</translation>
+    </message>
+    <message>
+        <source>the deviation of a sample</source>
+        <translation>die Abweichung eines Messpunkts</translation>
+    </message>
+    <message>
+        <source>the average</source>
+        <translation>der Mittelwert</translation>
+    </message>
+    <message>
+        <source>the maximum</source>
+        <translation>das Maximum</translation>
+    </message>
+    <message>
+        <source>the minimum</source>
+        <translation>das Minimum</translation>
+    </message>
+    <message>
+        <source>the RMS</source>
+        <translation>der Effektivwert</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+</context>
+<context>
+    <name>parameters</name>
     <message>
         <source>none</source>
         <translation>keine</translation>
@@ -207,8 +1279,20 @@
         <translation>%1 von 8 Wörtern weichen von %2 ab.</translation>
     </message>
     <message>
+        <source>Defaults restored; press Read to see them.</source>
+        <translation>Die Werkseinstellungen sind wiederhergestellt; „Lesen“ zeigt sie.</translation>
+    </message>
+    <message>
         <source>The controller did not say that its defaults are restored.</source>
         <translation>Der Controller hat die Wiederherstellung der Werkseinstellungen nicht bestätigt.</translation>
+    </message>
+    <message>
+        <source>Undo puts back the parameters from before.</source>
+        <translation>„Rückgängig“ holt die vorigen Parameter zurück.</translation>
+    </message>
+    <message>
+        <source>There is no backup: %1.</source>
+        <translation>Es gibt keine Sicherung: %1.</translation>
     </message>
     <message>
         <source>The controller is reset.</source>
@@ -263,8 +1347,43 @@
         <translation>Wort %1: %2 wurde geschrieben, %3 wurde zurückgelesen</translation>
     </message>
     <message>
+        <source>four hexadecimal digits</source>
+        <translation>vier Hexadezimalziffern</translation>
+    </message>
+    <message>
+        <source>eight lines of four hexadecimal digits</source>
+        <translation>acht Zeilen mit je vier Hexadezimalziffern</translation>
+    </message>
+    <message>
+        <source>1 line</source>
+        <translation>1 Zeile</translation>
+    </message>
+    <message>
+        <source>%1 lines</source>
+        <translation>%1 Zeilen</translation>
+    </message>
+    <message>
+        <source>the end of the file after eight lines</source>
+        <translation>das Ende der Datei nach acht Zeilen</translation>
+    </message>
+</context>
+<context>
+    <name>pins</name>
+    <message>
+        <source>Read again? Your changes to the pins are lost.</source>
+        <translation>Neu lesen? Ihre Änderungen an der Belegung gehen verloren.</translation>
+    </message>
+    <message>
+        <source>Nothing was read; your changes are kept.</source>
+        <translation>Es wurde nichts gelesen; Ihre Änderungen bleiben.</translation>
+    </message>
+    <message>
         <source>The pin definition is read.</source>
         <translation>Die Anschlussbelegung ist gelesen.</translation>
+    </message>
+    <message>
+        <source>The controller holds no pin definition; what you write is its first.</source>
+        <translation>Der Controller hat keine Pinbelegung; was Sie schreiben, ist seine erste.</translation>
     </message>
     <message>
         <source>Nothing was written: these are not the pins of %1. Read them first.</source>
@@ -275,8 +1394,16 @@
         <translation>Die Anschlussbelegung ist geschrieben.</translation>
     </message>
     <message>
+        <source>Nothing was written.</source>
+        <translation>Es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
         <source>Nothing was written: %1</source>
         <translation>Es wurde nichts geschrieben: %1</translation>
+    </message>
+    <message>
+        <source>The write broke off.</source>
+        <translation>Das Schreiben brach ab.</translation>
     </message>
     <message>
         <source>channel</source>
@@ -302,53 +1429,287 @@
         <source>expected %1 wires, found %2</source>
         <translation>erwartet: %1 Leitungen, gefunden: %2</translation>
     </message>
+</context>
+<context>
+    <name>ports</name>
+    <message>
+        <source>this program</source>
+        <translation>dieses Programm</translation>
+    </message>
+    <message>
+        <source>%1 (process %2)</source>
+        <translation>%1 (Prozess %2)</translation>
+    </message>
+    <message>
+        <source>%1 (process %2, by its lock file %3)</source>
+        <translation>%1 (Prozess %2, laut seiner Sperrdatei %3)</translation>
+    </message>
+    <message>
+        <source>it is in use by %1. Close that program and try again.</source>
+        <translation>Er ist in Gebrauch durch %1. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>this program has it open already, as the touch driver does until it lets go. Close what uses it and try again.</source>
+        <translation>Dieses Programm hat ihn schon offen, wie der Touch-Treiber, bis er ihn freigibt. Schließen Sie, was ihn verwendet, und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>another program is using it. Close that program and try again.</source>
+        <translation>Ein anderes Programm verwendet ihn. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
+    </message>
+    <message>
+        <source>Which one it is, only an administrator can see.</source>
+        <translation>Welches das ist, kann nur ein Administrator sehen.</translation>
+    </message>
+    <message>
+        <source>%1 has it open too and takes replies.</source>
+        <translation>%1 hat ihn auch offen und nimmt Antworten entgegen.</translation>
+    </message>
+    <message>
+        <source>%1 have it open too and take replies.</source>
+        <translation>%1 haben ihn auch offen und nehmen Antworten entgegen.</translation>
+    </message>
+    <message>
+        <source>Ask an administrator: it is not the device&apos;s permissions that forbid it.</source>
+        <translation>Fragen Sie einen Administrator: Es sind nicht die Rechte des Geräts, die es verbieten.</translation>
+    </message>
+    <message>
+        <source>Ask an administrator: no group of users may open it.</source>
+        <translation>Fragen Sie einen Administrator: Keine Benutzergruppe darf den Port öffnen.</translation>
+    </message>
+    <message>
+        <source>You are in the group %1 already: log out and in again.</source>
+        <translation>Sie sind schon in der Gruppe %1: Melden Sie sich ab und wieder an.</translation>
+    </message>
+    <message>
+        <source>Add yourself to the group %1 and log in again.</source>
+        <translation>Fügen Sie sich zur Gruppe %1 hinzu, und melden Sie sich neu an.</translation>
+    </message>
+    <message>
+        <source>there is no such device. Connect it, or say which device it is with %1. &apos;touchctl doctor&apos; lists those that are there.</source>
+        <translation>Dieses Gerät gibt es nicht. Schließen Sie es an, oder nennen Sie das Gerät mit %1. „touchctl doctor“ führt die vorhandenen auf.</translation>
+    </message>
+    <message>
+        <source>there is no hardware behind it. Connect it, or say which device it is with %1.</source>
+        <translation>Dahinter ist keine Hardware. Schließen Sie sie an, oder nennen Sie das Gerät mit %1.</translation>
+    </message>
+    <message>
+        <source>permission denied.</source>
+        <translation>Zugriff verweigert.</translation>
+    </message>
+    <message>
+        <source>it is not a serial port. Please say which device it is with %1.</source>
+        <translation>Das ist kein serieller Port. Nennen Sie das Gerät mit %1.</translation>
+    </message>
+    <message>
+        <source>Check the connection, then try again.</source>
+        <translation>Prüfen Sie die Verbindung und versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
+        <source>the simulated controller has no serial port while its driver holds it. Choose that controller first. If it is chosen, the system has no pseudo-terminal left: mount devpts on /dev/pts.</source>
+        <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hält. Wählen Sie zuerst diesen Controller. Ist er gewählt, hat das System kein Pseudoterminal mehr frei: binden Sie devpts unter /dev/pts ein.</translation>
+    </message>
+    <message>
+        <source>on Windows simulated controllers have no serial port. Say which real port to use, e.g. %1.</source>
+        <translation>Unter Windows haben simulierte Controller keinen seriellen Port. Nennen Sie einen echten, z. B. %1.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 is gone: it was unplugged or switched off (%2). Connect it and open it again.</source>
+        <translation>%1 ist nicht mehr da: abgezogen oder ausgeschaltet (%2). Schließen Sie das Gerät an, und öffnen Sie den Port erneut.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be set to %2: %3.</source>
+        <translation>%1 kann nicht auf %2 gestellt werden: %3.</translation>
+    </message>
+    <message>
+        <source>The line settings &quot;%1&quot; are wrong: expected %2, found &quot;%3&quot;</source>
+        <translation>Die Leitungseinstellungen „%1“ sind falsch: erwartet: %2, gefunden: „%3“</translation>
+    </message>
+    <message>
+        <source>baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1</source>
+        <translation>Baudrate, Parität, Datenbits und Stoppbits, z. B. 9600,n,8,1</translation>
+    </message>
+    <message>
+        <source>a baud rate of 1 to 4000000</source>
+        <translation>eine Baudrate von 1 bis 4000000</translation>
+    </message>
+    <message>
+        <source>n, e or o as the parity</source>
+        <translation>n, e oder o als Parität</translation>
+    </message>
+    <message>
+        <source>5 to 8 data bits</source>
+        <translation>5 bis 8 Datenbits</translation>
+    </message>
+    <message>
+        <source>1 or 2 stop bits</source>
+        <translation>1 oder 2 Stoppbits</translation>
+    </message>
+</context>
+<context>
+    <name>rawdrawing</name>
+    <message>
+        <source>F1 for Hot Key Help</source>
+        <translation>F1 zeigt die Tasten</translation>
+    </message>
+</context>
+<context>
+    <name>receiving</name>
+    <message>
+        <source>The oldest half was dropped.</source>
+        <translation>Die ältere Hälfte wurde entfernt.</translation>
+    </message>
+    <message>
+        <source>Intervals : shortest %1, median %2, longest %3 ms</source>
+        <translation>Abstände: kürzester %1, Median %2, längster %3 ms</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>%1 ms at %2 ms</source>
+        <translation>%1 ms bei %2 ms</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>und %1 weitere</translation>
+    </message>
+    <message>
+        <source>Gaps : %1</source>
+        <translation>Lücken: %1</translation>
+    </message>
+    <message>
+        <source>At most %1 reports a second fit on the line</source>
+        <translation>Höchstens %1 Meldungen je Sekunde passen auf die Leitung</translation>
+    </message>
+</context>
+<context>
+    <name>recording</name>
+    <message>
+        <source>bytes of two hexadecimal digits with a blank between</source>
+        <translation>Bytes aus zwei Hexadezimalziffern, durch ein Leerzeichen getrennt</translation>
+    </message>
+    <message>
+        <source>a time in seconds with six decimals, such as 0.104250</source>
+        <translation>eine Zeit in Sekunden mit sechs Nachkommastellen, etwa 0.104250</translation>
+    </message>
+    <message>
+        <source>a time not before the one above</source>
+        <translation>eine Zeit, die nicht vor der darüber liegt</translation>
+    </message>
+    <message>
+        <source>&gt; for bytes to the controller or &lt; for bytes from it</source>
+        <translation>&gt; für Bytes an den Controller oder &lt; für Bytes von ihm</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes</source>
+        <translation>höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>more</source>
+        <translation>mehr</translation>
+    </message>
+    <message>
+        <source>a file that can be written</source>
+        <translation>eine beschreibbare Datei</translation>
+    </message>
+    <message>
+        <source>a recording that can be read again</source>
+        <translation>eine Aufzeichnung, die wieder gelesen werden kann</translation>
+    </message>
+    <message>
+        <source>a longer one</source>
+        <translation>eine längere</translation>
+    </message>
+    <message>
+        <source>room for the recording</source>
+        <translation>Platz für die Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>a full or missing disk</source>
+        <translation>ein voller oder fehlender Datenträger</translation>
+    </message>
+</context>
+<context>
+    <name>reports</name>
+    <message>
+        <source>status bytes of two hexadecimal digits, such as D8,D9</source>
+        <translation>Statusbytes aus zwei Hexadezimalziffern, etwa D8,D9</translation>
+    </message>
+    <message>
+        <source>a layout such as low7@1,3 with low7, high7 or le16</source>
+        <translation>ein Aufbau wie low7@1,3 mit low7, high7 oder le16</translation>
+    </message>
+    <message>
+        <source>two different places from 1 to %1 for coordinates of two bytes</source>
+        <translation>zwei verschiedene Stellen von 1 bis %1 für Koordinaten aus zwei Bytes</translation>
+    </message>
+    <message>
+        <source>status bytes from 80 to FF with coordinates of 7 bits</source>
+        <translation>Statusbytes von 80 bis FF bei Koordinaten aus 7 Bits</translation>
+    </message>
+    <message>
+        <source>status bytes that no other format has</source>
+        <translation>Statusbytes, die kein anderes Format hat</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>status bytes that are either touching or released</source>
+        <translation>Statusbytes, die entweder „berührt“ oder „losgelassen“ bedeuten</translation>
+    </message>
+    <message>
+        <source>%1 in both</source>
+        <translation>%1 in beiden</translation>
+    </message>
+    <message>
+        <source>five fields: name, length, touching, released, layout</source>
+        <translation>fünf Felder: Name, Länge, berührt, losgelassen, Aufbau</translation>
+    </message>
+    <message>
+        <source>a name of its own</source>
+        <translation>ein eigener Name</translation>
+    </message>
+    <message>
+        <source>another %1</source>
+        <translation>noch einmal %1</translation>
+    </message>
+    <message>
+        <source>a packet length from 5 to 64</source>
+        <translation>eine Paketlänge von 5 bis 64</translation>
+    </message>
+    <message>
+        <source>%1 problems in all; these are the first %2.</source>
+        <translation>%1 Fehler insgesamt; dies sind die ersten %2.</translation>
+    </message>
+</context>
+<context>
+    <name>settings</name>
+    <message>
+        <source>Press Space to enable it again.</source>
+        <translation>Die Leertaste schaltet es wieder ein.</translation>
+    </message>
     <message>
         <source>Timing: the controller cannot be opened</source>
         <translation>Zeiten: Der Controller kann nicht geöffnet werden</translation>
     </message>
     <message>
+        <source>Timing: the driver did not take it</source>
+        <translation>Zeiten: Der Treiber hat sie nicht angenommen</translation>
+    </message>
+    <message>
         <source>Double click and right click timing: set</source>
         <translation>Zeiten für Doppelklick und Rechtsklick: gesetzt</translation>
-    </message>
-    <message>
-        <source>&amp;Offset</source>
-        <translation>&amp;Versatz</translation>
-    </message>
-    <message>
-        <source>Everything lies too far right; calibration mends it.</source>
-        <translation>Alles liegt zu weit rechts; eine Kalibrierung behebt es.</translation>
-    </message>
-    <message>
-        <source>S&amp;kew</source>
-        <translation>S&amp;chiefe</translation>
-    </message>
-    <message>
-        <source>Vertical lines lean; calibration with 3 or more points mends it.</source>
-        <translation>Senkrechte Linien neigen sich; eine Kalibrierung mit 3 oder mehr Punkten behebt es.</translation>
-    </message>
-    <message>
-        <source>Bo&amp;w</source>
-        <translation>Wölb&amp;ung</translation>
-    </message>
-    <message>
-        <source>Lines near the edges bend inwards; no calibration mends it.</source>
-        <translation>Linien am Rand biegen sich nach innen; keine Kalibrierung behebt es.</translation>
-    </message>
-    <message>
-        <source>Nois&amp;e</source>
-        <translation>&amp;Rauschen</translation>
-    </message>
-    <message>
-        <source>Lines tremble; no calibration mends it.</source>
-        <translation>Linien zittern; keine Kalibrierung behebt es.</translation>
-    </message>
-    <message>
-        <source>Dead s&amp;trip</source>
-        <translation>&amp;Toter Streifen</translation>
-    </message>
-    <message>
-        <source>A strip across the panel feels nothing: the sensor is broken there.</source>
-        <translation>Ein Streifen quer über das Panel spürt nichts: Dort ist der Sensor defekt.</translation>
     </message>
     <message>
         <source>on</source>
@@ -509,1279 +1870,6 @@
     <message>
         <source>%1: %2 was asked, the controller cannot be opened</source>
         <translation>%1: %2 wurde angefordert, der Controller kann nicht geöffnet werden</translation>
-    </message>
-    <message>
-        <source>four hexadecimal digits</source>
-        <translation>vier Hexadezimalziffern</translation>
-    </message>
-    <message>
-        <source>eight lines of four hexadecimal digits</source>
-        <translation>acht Zeilen mit je vier Hexadezimalziffern</translation>
-    </message>
-    <message>
-        <source>1 line</source>
-        <translation>1 Zeile</translation>
-    </message>
-    <message>
-        <source>%1 lines</source>
-        <translation>%1 Zeilen</translation>
-    </message>
-    <message>
-        <source>the end of the file after eight lines</source>
-        <translation>das Ende der Datei nach acht Zeilen</translation>
-    </message>
-    <message>
-        <source>No driver library is bound.</source>
-        <translation>Es ist keine Treiberbibliothek eingebunden.</translation>
-    </message>
-    <message>
-        <source>Driver library %1</source>
-        <translation>Treiberbibliothek %1</translation>
-    </message>
-    <message>
-        <source>Driver library %1, %2 bytes</source>
-        <translation>Treiberbibliothek %1, %2 Bytes</translation>
-    </message>
-    <message>
-        <source>the driver cannot open the controller</source>
-        <translation>der Treiber kann den Controller nicht öffnen</translation>
-    </message>
-    <message>
-        <source>the controller does not answer</source>
-        <translation>der Controller antwortet nicht</translation>
-    </message>
-    <message>
-        <source>reading %1</source>
-        <translation>%1 wird gelesen</translation>
-    </message>
-    <message>
-        <source>there is no controller</source>
-        <translation>es gibt keinen Controller</translation>
-    </message>
-    <message>
-        <source>This part is missing: %1.</source>
-        <translation>Dieser Teil fehlt: %1.</translation>
-    </message>
-    <message>
-        <source>The diagnostics are not saved: %1.</source>
-        <translation>Die Diagnose ist nicht gespeichert: %1.</translation>
-    </message>
-    <message>
-        <source>The diagnostics are saved in %1.</source>
-        <translation>Die Diagnose ist in %1 gespeichert.</translation>
-    </message>
-    <message>
-        <source>Missing, with the reason in their place: %1.</source>
-        <translation>Es fehlen, mit dem Grund an ihrer Stelle: %1.</translation>
-    </message>
-    <message>
-        <source>The installation is incomplete: install TouchUtility again.</source>
-        <translation>Die Installation ist unvollständig: Installieren Sie TouchUtility erneut.</translation>
-    </message>
-    <message>
-        <source>Install the touch driver of your controller, or name its library with --driver PATH.</source>
-        <translation>Installieren Sie den Touch-Treiber Ihres Controllers, oder nennen Sie seine Bibliothek mit --driver PATH.</translation>
-    </message>
-    <message>
-        <source>Without the touch driver no controller can be found, set up or calibrated.</source>
-        <translation>Ohne den Touch-Treiber kann kein Controller gefunden, eingestellt oder kalibriert werden.</translation>
-    </message>
-    <message>
-        <source>%1 was looked for in %2.</source>
-        <translation>%1 wurde hier gesucht: %2.</translation>
-    </message>
-    <message>
-        <source>It is never taken from the current folder, where anybody may have put it.</source>
-        <translation>Sie wird nie aus dem aktuellen Ordner genommen, in den sie jeder gelegt haben kann.</translation>
-    </message>
-    <message>
-        <source>The simulated driver is in use.</source>
-        <translation>Der simulierte Treiber ist in Gebrauch.</translation>
-    </message>
-    <message>
-        <source>Its controllers are simulated; real ones are not reached.</source>
-        <translation>Seine Controller sind simuliert; echte werden nicht erreicht.</translation>
-    </message>
-    <message>
-        <source>For a real controller start the program on its touch driver.</source>
-        <translation>Starten Sie das Programm für einen echten Controller mit dessen Touch-Treiber.</translation>
-    </message>
-    <message>
-        <source>unit type %1</source>
-        <translation>Typ %1</translation>
-    </message>
-    <message>
-        <source>firmware %1</source>
-        <translation>Firmware %1</translation>
-    </message>
-    <message>
-        <source>No controller was looked for: there is no driver to ask.</source>
-        <translation>Es wurde kein Controller gesucht: Es gibt keinen Treiber, der gefragt werden könnte.</translation>
-    </message>
-    <message>
-        <source>asking %1</source>
-        <translation>%1 wird gefragt</translation>
-    </message>
-    <message>
-        <source>%1 answers%2.</source>
-        <translation>%1 antwortet%2.</translation>
-    </message>
-    <message>
-        <source>%1 is known to the driver, but does not answer.</source>
-        <translation>Der Treiber kennt %1, aber das Gerät antwortet nicht.</translation>
-    </message>
-    <message>
-        <source>Nothing can be read from it or changed in it.</source>
-        <translation>Von ihm kann nichts gelesen und an ihm nichts geändert werden.</translation>
-    </message>
-    <message>
-        <source>Check its cable and power; then search the COM ports for it.</source>
-        <translation>Prüfen Sie Kabel und Stromversorgung; durchsuchen Sie dann die COM-Ports danach.</translation>
-    </message>
-    <message>
-        <source>Check its cable and power, then look again.</source>
-        <translation>Prüfen Sie Kabel und Stromversorgung, und sehen Sie dann erneut nach.</translation>
-    </message>
-    <message>
-        <source>The driver also knows of %1.</source>
-        <translation>Der Treiber kennt außerdem %1.</translation>
-    </message>
-    <message>
-        <source>These are of other makers and are left alone.</source>
-        <translation>Diese sind von anderen Herstellern und bleiben unberührt.</translation>
-    </message>
-    <message>
-        <source>The driver knows of no controller.</source>
-        <translation>Der Treiber kennt keinen Controller.</translation>
-    </message>
-    <message>
-        <source>There is nothing to work with.</source>
-        <translation>Es gibt nichts, womit gearbeitet werden kann.</translation>
-    </message>
-    <message>
-        <source>Check cable and power, then look again. A serial controller may be on another port than the driver believes: search the COM ports for it.</source>
-        <translation>Prüfen Sie Kabel und Stromversorgung, und sehen Sie dann erneut nach. Ein serieller Controller kann an einem anderen Port sein, als der Treiber annimmt: Durchsuchen Sie die COM-Ports danach.</translation>
-    </message>
-    <message>
-        <source>COM%1: the simulated driver has the simulated controller&apos;s port.</source>
-        <translation>COM%1: Den Port des simulierten Controllers hat der simulierte Treiber.</translation>
-    </message>
-    <message>
-        <source>%1: there is no such device.</source>
-        <translation>%1: Dieses Gerät gibt es nicht.</translation>
-    </message>
-    <message>
-        <source>No controller can be reached over it.</source>
-        <translation>Darüber ist kein Controller erreichbar.</translation>
-    </message>
-    <message>
-        <source>Connect it, or name another one with %1.</source>
-        <translation>Schließen Sie es an, oder nennen Sie ein anderes mit %1.</translation>
-    </message>
-    <message>
-        <source>%1, driver %2</source>
-        <translation>%1, Treiber %2</translation>
-    </message>
-    <message>
-        <source>%1: this user may not open it.</source>
-        <translation>%1: Dieser Benutzer darf den Port nicht öffnen.</translation>
-    </message>
-    <message>
-        <source>A serial controller on it cannot be searched for or talked to without the driver.</source>
-        <translation>Ein serieller Controller daran kann ohne den Treiber weder gesucht noch angesprochen werden.</translation>
-    </message>
-    <message>
-        <source>%1: in use by %2.</source>
-        <translation>%1: in Gebrauch durch %2.</translation>
-    </message>
-    <message>
-        <source>Only one program at a time can talk to a controller.</source>
-        <translation>Mit einem Controller kann immer nur ein Programm sprechen.</translation>
-    </message>
-    <message>
-        <source>Close it before you search the COM ports or open the serial debugger.</source>
-        <translation>Schließen Sie es, bevor Sie die COM-Ports durchsuchen oder den seriellen Debugger öffnen.</translation>
-    </message>
-    <message>
-        <source>%1: this user may open it, and no program has it.</source>
-        <translation>%1: Dieser Benutzer darf den Port öffnen, und kein Programm benutzt ihn.</translation>
-    </message>
-    <message>
-        <source>%1: this user may open it. Whether another program has it, opening it will tell.</source>
-        <translation>%1: Dieser Benutzer darf den Port öffnen. Ob ein anderes Programm ihn benutzt, zeigt sich erst beim Öffnen.</translation>
-    </message>
-    <message>
-        <source>To use it, start with %1.</source>
-        <translation>Um den Port zu verwenden, starten Sie mit %1.</translation>
-    </message>
-    <message>
-        <source>This machine has no serial port.</source>
-        <translation>Dieser Rechner hat keinen seriellen Port.</translation>
-    </message>
-    <message>
-        <source>Serial controllers need one; USB controllers do not.</source>
-        <translation>Serielle Controller brauchen einen, USB-Controller nicht.</translation>
-    </message>
-    <message>
-        <source>For a serial controller connect an adapter.</source>
-        <translation>Schließen Sie für einen seriellen Controller einen Adapter an.</translation>
-    </message>
-    <message>
-        <source>The working folder %1 can be written.</source>
-        <translation>Der Arbeitsordner %1 ist beschreibbar.</translation>
-    </message>
-    <message>
-        <source>The working folder %1 cannot be written: %2.</source>
-        <translation>Der Arbeitsordner %1 ist nicht beschreibbar: %2.</translation>
-    </message>
-    <message>
-        <source>Parameters are not kept before they are changed, and results are not saved.</source>
-        <translation>Parameter werden vor einer Änderung nicht aufbewahrt, und Ergebnisse werden nicht gespeichert.</translation>
-    </message>
-    <message>
-        <source>Start the program in another folder, or name one with --work-dir DIR.</source>
-        <translation>Starten Sie das Programm in einem anderen Ordner, oder nennen Sie einen mit --work-dir DIR.</translation>
-    </message>
-    <message>
-        <source>No display: a shell has none to look at.</source>
-        <translation>Keine Anzeige: In einer Shell gibt es keine zu prüfen.</translation>
-    </message>
-    <message>
-        <source>Panels are calibrated on the screen.</source>
-        <translation>Panels werden am Bildschirm kalibriert.</translation>
-    </message>
-    <message>
-        <source>The page &quot;Doctor&quot; of touchutility lists the screens.</source>
-        <translation>Die Seite „Diagnose“ von touchutility führt die Bildschirme auf.</translation>
-    </message>
-    <message>
-        <source>%1: %2 x %3 pixels at %4 %</source>
-        <translation>%1: %2 x %3 Pixel bei %4 %</translation>
-    </message>
-    <message>
-        <source>%1, which is little.</source>
-        <translation>%1, das ist wenig.</translation>
-    </message>
-    <message>
-        <source>Some windows may not fit.</source>
-        <translation>Manche Fenster passen vielleicht nicht.</translation>
-    </message>
-    <message>
-        <source>Choose a smaller scale.</source>
-        <translation>Wählen Sie eine kleinere Skalierung.</translation>
-    </message>
-    <message>
-        <source>%1 is sound.</source>
-        <translation>%1 ist in Ordnung.</translation>
-    </message>
-    <message>
-        <source>Mend the file or remove it.</source>
-        <translation>Berichtigen oder entfernen Sie die Datei.</translation>
-    </message>
-    <message>
-        <source>Not in the working folder, and not needed: %1.</source>
-        <translation>Nicht im Arbeitsordner und nicht nötig: %1.</translation>
-    </message>
-    <message>
-        <source>looking at the ports</source>
-        <translation>die Ports werden geprüft</translation>
-    </message>
-    <message>
-        <source>1 problem</source>
-        <translation>1 Problem</translation>
-    </message>
-    <message>
-        <source>%1 problems</source>
-        <translation>%1 Probleme</translation>
-    </message>
-    <message>
-        <source>1 note</source>
-        <translation>1 Hinweis</translation>
-    </message>
-    <message>
-        <source>%1 notes</source>
-        <translation>%1 Hinweise</translation>
-    </message>
-    <message>
-        <source>Nothing is wrong</source>
-        <translation>Alles in Ordnung</translation>
-    </message>
-    <message>
-        <source>Next: %1</source>
-        <translation>Nächster Schritt: %1</translation>
-    </message>
-    <message>
-        <source>No controller was found. The page &quot;Doctor&quot; says what is missing.</source>
-        <translation>Es wurde kein Controller gefunden. Die Seite „Diagnose“ sagt, was fehlt.</translation>
-    </message>
-    <message>
-        <source>a file</source>
-        <translation>eine Datei</translation>
-    </message>
-    <message>
-        <source>a picture</source>
-        <translation>ein Bild</translation>
-    </message>
-    <message>
-        <source>Its texts replace the built-in ones.</source>
-        <translation>Ihre Texte ersetzen die eingebauten.</translation>
-    </message>
-    <message>
-        <source>touchutility does not start with it, and touchctl does nothing more.</source>
-        <translation>touchutility startet damit nicht, und touchctl tut nichts weiter.</translation>
-    </message>
-    <message>
-        <source>It adds forms of touch reports.</source>
-        <translation>Sie fügt Formen von Berührungsmeldungen hinzu.</translation>
-    </message>
-    <message>
-        <source>Those lines are left out: touch reports of their form are not decoded.</source>
-        <translation>Diese Zeilen werden ausgelassen: Berührungsmeldungen ihrer Form werden nicht entschlüsselt.</translation>
-    </message>
-    <message>
-        <source>It is shown in the main window.</source>
-        <translation>Sie wird im Hauptfenster angezeigt.</translation>
-    </message>
-    <message>
-        <source>It is not shown.</source>
-        <translation>Sie wird nicht angezeigt.</translation>
-    </message>
-    <message>
-        <source>It is the main window&apos;s icon.</source>
-        <translation>Sie ist das Symbol des Hauptfensters.</translation>
-    </message>
-    <message>
-        <source>It is shown on &quot;Hide Cursor&quot;.</source>
-        <translation>Sie wird bei „Mauszeiger verbergen“ angezeigt.</translation>
-    </message>
-    <message>
-        <source>The controller holds no pin definition; what you write is its first.</source>
-        <translation>Der Controller hat keine Pinbelegung; was Sie schreiben, ist seine erste.</translation>
-    </message>
-    <message>
-        <source>the trace cannot be read</source>
-        <translation>der Mitschnitt ist nicht lesbar</translation>
-    </message>
-    <message>
-        <source>The diagnostics file will contain %1: what was found, the versions, the settings and parameters of each controller and, while a trace is written, its last 16 MB, with all that was said to and by them. Your home folder and this computer&apos;s name are left out.</source>
-        <translation>Die Diagnosedatei wird enthalten: %1, also was gefunden wurde, die Versionen, Einstellungen und Parameter jedes Controllers und, solange ein Mitschnitt geschrieben wird, dessen letzte 16 MB mit allem, was mit ihnen ausgetauscht wurde. Ihr persönlicher Ordner und der Name dieses Rechners werden weggelassen.</translation>
-    </message>
-    <message>
-        <source>The library in %1 is no touch driver: install the touch driver of your controller.</source>
-        <translation>Die Bibliothek in %1 ist kein Touch-Treiber: Installieren Sie den Touch-Treiber Ihres Controllers.</translation>
-    </message>
-    <message>
-        <source>Controllers cannot be found.</source>
-        <translation>Controller können nicht gefunden werden.</translation>
-    </message>
-    <message>
-        <source>No controller can be worked with.</source>
-        <translation>Mit keinem Controller kann gearbeitet werden.</translation>
-    </message>
-    <message>
-        <source>No command reaches a controller: it cannot be asked what it is, calibrated, reset or given parameters.</source>
-        <translation>Kein Befehl erreicht einen Controller: Er kann nicht nach seiner Kennung gefragt, kalibriert, neu gestartet oder mit Parametern versehen werden.</translation>
-    </message>
-    <message>
-        <source>The serial debugger and the search of the COM ports do not work, nor does &quot;Release comport and Exit&quot;.</source>
-        <translation>Der serielle Debugger und die Suche an den COM-Ports funktionieren nicht, ebenso wenig das Beenden mit Freigabe des COM-Ports.</translation>
-    </message>
-    <message>
-        <source>The settings cannot be read, and the serial debugger does not work.</source>
-        <translation>Die Einstellungen können nicht gelesen werden, und der serielle Debugger funktioniert nicht.</translation>
-    </message>
-    <message>
-        <source>The settings cannot be read.</source>
-        <translation>Die Einstellungen können nicht gelesen werden.</translation>
-    </message>
-    <message>
-        <source>The settings that these operations make cannot be changed.</source>
-        <translation>Die Einstellungen, die diese Operationen vornehmen, können nicht geändert werden.</translation>
-    </message>
-    <message>
-        <source>&quot;Confirm&quot; does not work: double click and right click keep their timing.</source>
-        <translation>„Übernehmen“ funktioniert nicht: Die Zeiten für Doppelklick und Rechtsklick bleiben, wie sie sind.</translation>
-    </message>
-    <message>
-        <source>The screen cannot be calibrated.</source>
-        <translation>Der Bildschirm kann nicht kalibriert werden.</translation>
-    </message>
-    <message>
-        <source>No monitor can be assigned to the panel.</source>
-        <translation>Dem Panel kann kein Monitor zugeordnet werden.</translation>
-    </message>
-    <message>
-        <source>The driver library is %1; it has all operations.</source>
-        <translation>Die Treiberbibliothek ist %1; sie hat alle Operationen.</translation>
-    </message>
-    <message>
-        <source>The driver library %1 lacks %2.</source>
-        <translation>Der Treiberbibliothek %1 fehlt %2.</translation>
-    </message>
-    <message>
-        <source>Install a newer touch driver.</source>
-        <translation>Installieren Sie einen neueren Touch-Treiber.</translation>
-    </message>
-    <message>
-        <source>The controllers were not asked. %1.</source>
-        <translation>Die Controller wurden nicht gefragt. %1.</translation>
-    </message>
-    <message>
-        <source>Move it away, or name another working folder with --work-dir DIR.</source>
-        <translation>Räumen Sie ihn weg, oder nennen Sie einen anderen Arbeitsordner mit --work-dir DIR.</translation>
-    </message>
-    <message>
-        <source>Parameters are not kept before they are changed.</source>
-        <translation>Parameter werden nicht gesichert, bevor sie geändert werden.</translation>
-    </message>
-    <message>
-        <source>It is left alone; strokes that are drawn are kept in another one.</source>
-        <translation>Er bleibt unberührt; gezeichnete Striche werden in einem anderen aufgehoben.</translation>
-    </message>
-    <message>
-        <source>The controllers are not asked yet.</source>
-        <translation>Die Controller sind noch nicht gefragt.</translation>
-    </message>
-    <message>
-        <source>Press &quot;Refresh&quot; to ask each of them what it is.</source>
-        <translation>Drücken Sie „Aktualisieren“, um jeden nach seiner Kennung zu fragen.</translation>
-    </message>
-    <message>
-        <source>Controllers not asked yet</source>
-        <translation>Controller noch nicht gefragt</translation>
-    </message>
-    <message>
-        <source>The touch driver library lacks %1. What needs that was not done.</source>
-        <translation>Der Touch-Treiberbibliothek fehlt %1. Was das braucht, wurde nicht ausgeführt.</translation>
-    </message>
-    <message>
-        <source>%1 does not answer; %2 was chosen.</source>
-        <translation>%1 antwortet nicht; %2 wurde gewählt.</translation>
-    </message>
-    <message>
-        <source>%1 is no longer there; %2 was chosen.</source>
-        <translation>%1 ist nicht mehr da; %2 wurde gewählt.</translation>
-    </message>
-    <message>
-        <source>There is no controller to work with.</source>
-        <translation>Es ist kein Controller da, mit dem gearbeitet werden könnte.</translation>
-    </message>
-    <message>
-        <source>The driver has its port again. &quot;Refresh&quot; (F5) reads the controller anew.</source>
-        <translation>Der Treiber hat seinen Port wieder. „Aktualisieren“ (F5) liest den Controller neu.</translation>
-    </message>
-    <message>
-        <source>The serial debugger waits for an answer. Try again when it is through.</source>
-        <translation>Der serielle Debugger wartet auf eine Antwort. Versuchen Sie es noch einmal, wenn er fertig ist.</translation>
-    </message>
-    <message>
-        <source>The serial debugger has a serial port. Leave it first with &quot;Quit&quot;.</source>
-        <translation>Der serielle Debugger hat einen seriellen Port. Verlassen Sie ihn zuerst mit „Verlassen“.</translation>
-    </message>
-    <message>
-        <source>The serial debugger has the port of %1. Leave it first with &quot;Quit&quot;.</source>
-        <translation>Der serielle Debugger hat den Port von %1. Verlassen Sie ihn zuerst mit „Verlassen“.</translation>
-    </message>
-    <message>
-        <source>Defaults restored; press Read to see them.</source>
-        <translation>Die Werkseinstellungen sind wiederhergestellt; „Lesen“ zeigt sie.</translation>
-    </message>
-    <message>
-        <source>Undo puts back the parameters from before.</source>
-        <translation>„Rückgängig“ holt die vorigen Parameter zurück.</translation>
-    </message>
-    <message>
-        <source>There is no backup: %1.</source>
-        <translation>Es gibt keine Sicherung: %1.</translation>
-    </message>
-    <message>
-        <source>at most %1 pictures in an icon</source>
-        <translation>höchstens %1 Bilder in einem Symbol</translation>
-    </message>
-    <message>
-        <source>at most %1 pixels</source>
-        <translation>höchstens %1 Pixel</translation>
-    </message>
-    <message>
-        <source>at most %1 scans of as many pixels</source>
-        <translation>höchstens %1 Durchgänge bei so vielen Pixeln</translation>
-    </message>
-    <message>
-        <source>a whole picture</source>
-        <translation>ein vollständiges Bild</translation>
-    </message>
-    <message>
-        <source>one that is cut off</source>
-        <translation>ein abgeschnittenes</translation>
-    </message>
-    <message>
-        <source>Read again? Your changes to the pins are lost.</source>
-        <translation>Neu lesen? Ihre Änderungen an der Belegung gehen verloren.</translation>
-    </message>
-    <message>
-        <source>Nothing was read; your changes are kept.</source>
-        <translation>Es wurde nichts gelesen; Ihre Änderungen bleiben.</translation>
-    </message>
-    <message>
-        <source>Press Space to enable it again.</source>
-        <translation>Die Leertaste schaltet es wieder ein.</translation>
-    </message>
-    <message>
-        <source>Timing: the driver did not take it</source>
-        <translation>Zeiten: Der Treiber hat sie nicht angenommen</translation>
-    </message>
-</context>
-<context>
-    <name>core</name>
-    <message>
-        <source>first model</source>
-        <translation>erstes Modell</translation>
-    </message>
-    <message>
-        <source>model variant %1</source>
-        <translation>Modellvariante %1</translation>
-    </message>
-    <message>
-        <source>a file that can be read</source>
-        <translation>eine lesbare Datei</translation>
-    </message>
-    <message>
-        <source>none that can be opened</source>
-        <translation>keine, die sich öffnen lässt</translation>
-    </message>
-    <message>
-        <source>a line of text</source>
-        <translation>eine Textzeile</translation>
-    </message>
-    <message>
-        <source>a read error</source>
-        <translation>ein Lesefehler</translation>
-    </message>
-    <message>
-        <source>100 lines, one for each message</source>
-        <translation>100 Zeilen, eine für jede Meldung</translation>
-    </message>
-    <message>
-        <source>%1 lines</source>
-        <translation>%1 Zeilen</translation>
-    </message>
-    <message>
-        <source>more</source>
-        <translation>mehr</translation>
-    </message>
-    <message>
-        <source>The touch driver library %1 cannot be used: %2</source>
-        <translation>Die Touch-Treiberbibliothek %1 kann nicht verwendet werden: %2</translation>
-    </message>
-    <message>
-        <source>%1, line %2</source>
-        <translation>%1, Zeile %2</translation>
-    </message>
-    <message>
-        <source>%1: expected %2</source>
-        <translation>%1: erwartet: %2</translation>
-    </message>
-    <message>
-        <source>%1: expected %2, found %3</source>
-        <translation>%1: erwartet: %2, gefunden: %3</translation>
-    </message>
-    <message>
-        <source>the loader gave no reason</source>
-        <translation>der Lader nannte keinen Grund</translation>
-    </message>
-    <message>
-        <source>The trace file %1 cannot be written: %2</source>
-        <translation>Die Mitschnittdatei %1 kann nicht geschrieben werden: %2</translation>
-    </message>
-    <message>
-        <source>The trace file %1 ends early, because it cannot be written on: %2</source>
-        <translation>Die Mitschnittdatei %1 endet vorzeitig, weil sie sich nicht weiterschreiben lässt: %2</translation>
-    </message>
-    <message>
-        <source>a place that can be written</source>
-        <translation>ein beschreibbarer Ort</translation>
-    </message>
-    <message>
-        <source>a file</source>
-        <translation>eine Datei</translation>
-    </message>
-    <message>
-        <source>a device or a pipe, which is not to be replaced</source>
-        <translation>ein Gerät oder eine Pipe, die nicht ersetzt werden darf</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>keine</translation>
-    </message>
-    <message>
-        <source>something else of this name</source>
-        <translation>etwas anderes dieses Namens</translation>
-    </message>
-    <message>
-        <source>none that this user may open</source>
-        <translation>keine, die dieser Benutzer öffnen darf</translation>
-    </message>
-    <message>
-        <source>at most %1 bytes</source>
-        <translation>höchstens %1 Bytes</translation>
-    </message>
-    <message>
-        <source>an empty line</source>
-        <translation>eine leere Zeile</translation>
-    </message>
-    <message>
-        <source>the folders of LD_LIBRARY_PATH and those of the system</source>
-        <translation>die Ordner aus LD_LIBRARY_PATH und die des Systems</translation>
-    </message>
-    <message>
-        <source>%1 and the system folder</source>
-        <translation>%1 und der Systemordner</translation>
-    </message>
-    <message>
-        <source>the system does not say where this program lies</source>
-        <translation>das System sagt nicht, wo dieses Programm liegt</translation>
-    </message>
-    <message>
-        <source>The touch driver library lacks the operation %1</source>
-        <translation>Der Touch-Treiberbibliothek fehlt die Operation %1</translation>
-    </message>
-    <message>
-        <source>a folder that TouchUtility has made</source>
-        <translation>ein Ordner, den TouchUtility angelegt hat</translation>
-    </message>
-    <message>
-        <source>another one of this name</source>
-        <translation>ein anderer dieses Namens</translation>
-    </message>
-    <message>
-        <source>a folder for the user&apos;s files</source>
-        <translation>ein Ordner für Dateien des Benutzers</translation>
-    </message>
-    <message>
-        <source>one of the system&apos;s</source>
-        <translation>einer des Systems</translation>
-    </message>
-    <message>
-        <source>at most %1 bytes in all lines</source>
-        <translation>höchstens %1 Bytes in allen Zeilen</translation>
-    </message>
-    <message>
-        <source>a working folder that can be read</source>
-        <translation>ein lesbarer Arbeitsordner</translation>
-    </message>
-    <message>
-        <source>it has none of a touch driver&apos;s operations</source>
-        <translation>sie hat keine der Operationen eines Touch-Treibers</translation>
-    </message>
-    <message>
-        <source>a folder of this user&apos;s own</source>
-        <translation>ein eigener Ordner dieses Benutzers</translation>
-    </message>
-    <message>
-        <source>a file of this user&apos;s own</source>
-        <translation>eine eigene Datei dieses Benutzers</translation>
-    </message>
-    <message>
-        <source>too many that were left unfinished</source>
-        <translation>zu viele unfertig zurückgelassene</translation>
-    </message>
-    <message>
-        <source>LD_LIBRARY_PATH has an element that leads to the current folder; remove that element, or name the library with --driver</source>
-        <translation>LD_LIBRARY_PATH enthält ein Element, das in den aktuellen Ordner führt; entfernen Sie dieses Element, oder nennen Sie die Bibliothek mit --driver</translation>
-    </message>
-    <message>
-        <source>a link</source>
-        <translation>eine Verknüpfung</translation>
-    </message>
-    <message>
-        <source>a folder</source>
-        <translation>ein Ordner</translation>
-    </message>
-    <message>
-        <source>a device or a pipe</source>
-        <translation>ein Gerät oder eine Pipe</translation>
-    </message>
-    <message>
-        <source>another user&apos;s file</source>
-        <translation>die Datei eines anderen Benutzers</translation>
-    </message>
-    <message>
-        <source>a file that has a second name</source>
-        <translation>eine Datei mit einem zweiten Namen</translation>
-    </message>
-    <message>
-        <source>another user&apos;s folder</source>
-        <translation>der Ordner eines anderen Benutzers</translation>
-    </message>
-    <message>
-        <source>one that another program has</source>
-        <translation>eine, die ein anderes Programm hat</translation>
-    </message>
-    <message>
-        <source>another file in its place</source>
-        <translation>eine andere Datei an ihrer Stelle</translation>
-    </message>
-    <message>
-        <source>The trace file %1 ends here: it has reached its limit of %2 bytes</source>
-        <translation>Die Trace-Datei %1 endet hier: Sie hat ihre Grenze von %2 Bytes erreicht</translation>
-    </message>
-</context>
-<context>
-    <name>linetest</name>
-    <message>
-        <source>&quot;Line #&quot; and a stroke&apos;s number</source>
-        <translation>„Line #“ und die Nummer eines Strichs</translation>
-    </message>
-    <message>
-        <source>a palette index from 0 to 15</source>
-        <translation>ein Palettenindex von 0 bis 15</translation>
-    </message>
-    <message>
-        <source>a draw width of 1 or 2</source>
-        <translation>eine Strichbreite von 1 oder 2</translation>
-    </message>
-    <message>
-        <source>a count of samples from 1 to 3001</source>
-        <translation>eine Anzahl Messpunkte von 1 bis 3001</translation>
-    </message>
-    <message>
-        <source>the x of a sample</source>
-        <translation>das x eines Messpunkts</translation>
-    </message>
-    <message>
-        <source>the y of a sample</source>
-        <translation>das y eines Messpunkts</translation>
-    </message>
-    <message>
-        <source>the line&apos;s name &quot;%1&quot;</source>
-        <translation>der Name „%1“ der Linie</translation>
-    </message>
-    <message>
-        <source>the screen&apos;s width in twips</source>
-        <translation>die Breite des Bildschirms in Twips</translation>
-    </message>
-    <message>
-        <source>the screen&apos;s height in twips</source>
-        <translation>die Höhe des Bildschirms in Twips</translation>
-    </message>
-    <message>
-        <source>the panel&apos;s width in mm</source>
-        <translation>die Breite des Panels in mm</translation>
-    </message>
-    <message>
-        <source>the panel&apos;s height in mm</source>
-        <translation>die Höhe des Panels in mm</translation>
-    </message>
-    <message>
-        <source>the guide&apos;s position</source>
-        <translation>die Lage der Hilfslinie</translation>
-    </message>
-    <message>
-        <source>the deviation of a sample</source>
-        <translation>die Abweichung eines Messpunkts</translation>
-    </message>
-    <message>
-        <source>the average</source>
-        <translation>der Mittelwert</translation>
-    </message>
-    <message>
-        <source>the maximum</source>
-        <translation>das Maximum</translation>
-    </message>
-    <message>
-        <source>the minimum</source>
-        <translation>das Minimum</translation>
-    </message>
-    <message>
-        <source>the RMS</source>
-        <translation>der Effektivwert</translation>
-    </message>
-    <message>
-        <source>the end of the file</source>
-        <translation>das Ende der Datei</translation>
-    </message>
-    <message>
-        <source>pass</source>
-        <translation>i. O.</translation>
-    </message>
-    <message>
-        <source>FAIL</source>
-        <translation>n. i. O.</translation>
-    </message>
-    <message>
-        <source>max %1</source>
-        <translation>max. %1</translation>
-    </message>
-    <message>
-        <source>straight %1</source>
-        <translation>gerade %1</translation>
-    </message>
-    <message>
-        <source>avg</source>
-        <translation>Mittel</translation>
-    </message>
-    <message>
-        <source>max</source>
-        <translation>max.</translation>
-    </message>
-    <message>
-        <source>min</source>
-        <translation>min.</translation>
-    </message>
-    <message>
-        <source>rms</source>
-        <translation>eff.</translation>
-    </message>
-    <message>
-        <source>offset</source>
-        <translation>Versatz</translation>
-    </message>
-    <message>
-        <source>straight</source>
-        <translation>gerade</translation>
-    </message>
-    <message>
-        <source>Linearity   PASS of %1 lines</source>
-        <translation>Linearität   i. O., %1 Linien</translation>
-    </message>
-    <message>
-        <source>Linearity   FAIL: %1 of %2 lines</source>
-        <translation>Linearität   n. i. O.: %1 von %2 Linien</translation>
-    </message>
-    <message>
-        <source>limit %1, within %2 mm of the edge %3</source>
-        <translation>Grenzwert %1, bis %2 mm vom Rand %3</translation>
-    </message>
-    <message>
-        <source>deviations drawn %1 times as large</source>
-        <translation>Abweichungen %1-fach vergrößert gezeichnet</translation>
-    </message>
-    <message>
-        <source>the end of the file after 3001 samples</source>
-        <translation>das Ende der Datei nach 3001 Messpunkten</translation>
-    </message>
-    <message>
-        <source>more</source>
-        <translation>mehr</translation>
-    </message>
-    <message>
-        <source>%1 more cannot be read.</source>
-        <translation>%1 weitere sind nicht lesbar.</translation>
-    </message>
-    <message>
-        <source>There is nothing to save: strokes are recorded once F has begun the test of the lines.</source>
-        <translation>Es gibt nichts zu speichern: Striche werden aufgezeichnet, sobald F den Test der Linien begonnen hat.</translation>
-    </message>
-    <message>
-        <source>%1 is there already. Replace it?</source>
-        <translation>%1 ist schon vorhanden. Ersetzen?</translation>
-    </message>
-    <message>
-        <source>%1 is a drawing without strokes.</source>
-        <translation>%1 ist eine Zeichnung ohne Striche.</translation>
-    </message>
-    <message>
-        <source>a file that can be renamed</source>
-        <translation>eine umbenennbare Datei</translation>
-    </message>
-    <message>
-        <source>Esc: stop opening %1 (%2 %)</source>
-        <translation>Esc: Öffnen von %1 abbrechen (%2 %)</translation>
-    </message>
-    <message>
-        <source>Esc: close the menu</source>
-        <translation>Esc: Menü schließen</translation>
-    </message>
-    <message>
-        <source>Esc: close the table</source>
-        <translation>Esc: Tabelle schließen</translation>
-    </message>
-    <message>
-        <source>Esc: leave</source>
-        <translation>Esc: verlassen</translation>
-    </message>
-    <message>
-        <source>Esc: clear 1 stroke</source>
-        <translation>Esc: 1 Strich löschen</translation>
-    </message>
-    <message>
-        <source>Esc: clear %1 strokes</source>
-        <translation>Esc: %1 Striche löschen</translation>
-    </message>
-    <message>
-        <source>%1, from edge to edge</source>
-        <translation>%1, von Rand zu Rand</translation>
-    </message>
-    <message>
-        <source>Each is kept in its folder, with &quot;.damaged&quot; at the end of its name.</source>
-        <translation>Jede bleibt in ihrem Ordner, mit „.damaged“ am Ende des Namens.</translation>
-    </message>
-    <message>
-        <source>An unsaved drawing (1 stroke) was found.</source>
-        <translation>Eine nicht gespeicherte Zeichnung (1 Strich) wurde gefunden.</translation>
-    </message>
-    <message>
-        <source>An unsaved drawing (%1 strokes) was found.</source>
-        <translation>Eine nicht gespeicherte Zeichnung (%1 Striche) wurde gefunden.</translation>
-    </message>
-    <message>
-        <source>If you do not restore it, it is kept as %1.</source>
-        <translation>Wenn Sie sie nicht wiederherstellen, bleibt sie als %1 erhalten.</translation>
-    </message>
-    <message>
-        <source>Restore</source>
-        <translation>Wiederherstellen</translation>
-    </message>
-    <message>
-        <source>Keep as file</source>
-        <translation>Als Datei behalten</translation>
-    </message>
-    <message>
-        <source>at most %1 strokes in a drawing</source>
-        <translation>höchstens %1 Striche in einer Zeichnung</translation>
-    </message>
-    <message>
-        <source>at most %1 samples in a drawing</source>
-        <translation>höchstens %1 Messpunkte in einer Zeichnung</translation>
-    </message>
-    <message>
-        <source>a recorded stroke</source>
-        <translation>ein aufgezeichneter Strich</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>keiner</translation>
-    </message>
-</context>
-<context>
-    <name>serial</name>
-    <message>
-        <source>%1 is gone: it was unplugged or switched off (%2). Connect it and open it again.</source>
-        <translation>%1 ist nicht mehr da: abgezogen oder ausgeschaltet (%2). Schließen Sie das Gerät an, und öffnen Sie den Port erneut.</translation>
-    </message>
-    <message>
-        <source>%1 cannot be opened: %2</source>
-        <translation>%1 kann nicht geöffnet werden: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot be set to %2: %3.</source>
-        <translation>%1 kann nicht auf %2 gestellt werden: %3.</translation>
-    </message>
-    <message>
-        <source>The driver has let go of its port.</source>
-        <translation>Der Treiber hat seinen Port freigegeben.</translation>
-    </message>
-    <message>
-        <source>Searching COM1 and COM2 for a controller …</source>
-        <translation>COM1 und COM2 werden nach einem Controller durchsucht …</translation>
-    </message>
-    <message>
-        <source>A controller answers on COM%1.</source>
-        <translation>An COM%1 antwortet ein Controller.</translation>
-    </message>
-    <message>
-        <source>No controller answers on COM1 or COM2.</source>
-        <translation>Weder an COM1 noch an COM2 antwortet ein Controller.</translation>
-    </message>
-    <message>
-        <source>%1 is open, %2.</source>
-        <translation>%1 ist offen, %2.</translation>
-    </message>
-    <message>
-        <source>%1 is closed.</source>
-        <translation>%1 ist geschlossen.</translation>
-    </message>
-    <message>
-        <source>Recording to %1</source>
-        <translation>Aufzeichnung in %1</translation>
-    </message>
-    <message>
-        <source>The recording broke off.</source>
-        <translation>Die Aufzeichnung brach ab.</translation>
-    </message>
-    <message>
-        <source>The recording has ended.</source>
-        <translation>Die Aufzeichnung ist beendet.</translation>
-    </message>
-    <message>
-        <source>Replaying %1</source>
-        <translation>Wiedergabe von %1</translation>
-    </message>
-    <message>
-        <source>The replay has ended.</source>
-        <translation>Die Wiedergabe ist beendet.</translation>
-    </message>
-    <message>
-        <source>The serial port is closed.</source>
-        <translation>Der serielle Port ist geschlossen.</translation>
-    </message>
-    <message>
-        <source>The line settings &quot;%1&quot; are wrong: expected %2, found &quot;%3&quot;</source>
-        <translation>Die Leitungseinstellungen „%1“ sind falsch: erwartet: %2, gefunden: „%3“</translation>
-    </message>
-    <message>
-        <source>baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1</source>
-        <translation>Baudrate, Parität, Datenbits und Stoppbits, z. B. 9600,n,8,1</translation>
-    </message>
-    <message>
-        <source>a baud rate of 1 to 4000000</source>
-        <translation>eine Baudrate von 1 bis 4000000</translation>
-    </message>
-    <message>
-        <source>n, e or o as the parity</source>
-        <translation>n, e oder o als Parität</translation>
-    </message>
-    <message>
-        <source>5 to 8 data bits</source>
-        <translation>5 bis 8 Datenbits</translation>
-    </message>
-    <message>
-        <source>1 or 2 stop bits</source>
-        <translation>1 oder 2 Stoppbits</translation>
-    </message>
-    <message>
-        <source>F1 for Hot Key Help</source>
-        <translation>F1 zeigt die Tasten</translation>
-    </message>
-    <message>
-        <source>bytes of two hexadecimal digits with a blank between</source>
-        <translation>Bytes aus zwei Hexadezimalziffern, durch ein Leerzeichen getrennt</translation>
-    </message>
-    <message>
-        <source>a time in seconds with six decimals, such as 0.104250</source>
-        <translation>eine Zeit in Sekunden mit sechs Nachkommastellen, etwa 0.104250</translation>
-    </message>
-    <message>
-        <source>a time not before the one above</source>
-        <translation>eine Zeit, die nicht vor der darüber liegt</translation>
-    </message>
-    <message>
-        <source>&gt; for bytes to the controller or &lt; for bytes from it</source>
-        <translation>&gt; für Bytes an den Controller oder &lt; für Bytes von ihm</translation>
-    </message>
-    <message>
-        <source>the end of the file</source>
-        <translation>das Ende der Datei</translation>
-    </message>
-    <message>
-        <source>a file that can be written</source>
-        <translation>eine beschreibbare Datei</translation>
-    </message>
-    <message>
-        <source>room for the recording</source>
-        <translation>Platz für die Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>a full or missing disk</source>
-        <translation>ein voller oder fehlender Datenträger</translation>
-    </message>
-    <message>
-        <source>status bytes of two hexadecimal digits, such as D8,D9</source>
-        <translation>Statusbytes aus zwei Hexadezimalziffern, etwa D8,D9</translation>
-    </message>
-    <message>
-        <source>a layout such as low7@1,3 with low7, high7 or le16</source>
-        <translation>ein Aufbau wie low7@1,3 mit low7, high7 oder le16</translation>
-    </message>
-    <message>
-        <source>two different places from 1 to %1 for coordinates of two bytes</source>
-        <translation>zwei verschiedene Stellen von 1 bis %1 für Koordinaten aus zwei Bytes</translation>
-    </message>
-    <message>
-        <source>status bytes from 80 to FF with coordinates of 7 bits</source>
-        <translation>Statusbytes von 80 bis FF bei Koordinaten aus 7 Bits</translation>
-    </message>
-    <message>
-        <source>status bytes that no other format has</source>
-        <translation>Statusbytes, die kein anderes Format hat</translation>
-    </message>
-    <message>
-        <source>%1 of %2</source>
-        <translation>%1 von %2</translation>
-    </message>
-    <message>
-        <source>status bytes that are either touching or released</source>
-        <translation>Statusbytes, die entweder „berührt“ oder „losgelassen“ bedeuten</translation>
-    </message>
-    <message>
-        <source>%1 in both</source>
-        <translation>%1 in beiden</translation>
-    </message>
-    <message>
-        <source>five fields: name, length, touching, released, layout</source>
-        <translation>fünf Felder: Name, Länge, berührt, losgelassen, Aufbau</translation>
-    </message>
-    <message>
-        <source>a name of its own</source>
-        <translation>ein eigener Name</translation>
-    </message>
-    <message>
-        <source>another %1</source>
-        <translation>noch einmal %1</translation>
-    </message>
-    <message>
-        <source>a packet length from 5 to 64</source>
-        <translation>eine Paketlänge von 5 bis 64</translation>
-    </message>
-    <message>
-        <source>Intervals : shortest %1, median %2, longest %3 ms</source>
-        <translation>Abstände: kürzester %1, Median %2, längster %3 ms</translation>
-    </message>
-    <message>
-        <source>none</source>
-        <translation>keine</translation>
-    </message>
-    <message>
-        <source>%1 ms at %2 ms</source>
-        <translation>%1 ms bei %2 ms</translation>
-    </message>
-    <message>
-        <source>and %1 more</source>
-        <translation>und %1 weitere</translation>
-    </message>
-    <message>
-        <source>Gaps : %1</source>
-        <translation>Lücken: %1</translation>
-    </message>
-    <message>
-        <source>At most %1 reports a second fit on the line</source>
-        <translation>Höchstens %1 Meldungen je Sekunde passen auf die Leitung</translation>
-    </message>
-    <message>
-        <source>there is no hardware behind it. Connect it, or say which device it is with %1.</source>
-        <translation>Dahinter ist keine Hardware. Schließen Sie sie an, oder nennen Sie das Gerät mit %1.</translation>
-    </message>
-    <message>
-        <source>another program is using it. Close that program and try again.</source>
-        <translation>Ein anderes Programm verwendet ihn. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
-    </message>
-    <message>
-        <source>it is not a serial port. Please say which device it is with %1.</source>
-        <translation>Das ist kein serieller Port. Nennen Sie das Gerät mit %1.</translation>
-    </message>
-    <message>
-        <source>this program</source>
-        <translation>dieses Programm</translation>
-    </message>
-    <message>
-        <source>%1 (process %2)</source>
-        <translation>%1 (Prozess %2)</translation>
-    </message>
-    <message>
-        <source>it is in use by %1. Close that program and try again.</source>
-        <translation>Er ist in Gebrauch durch %1. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
-    </message>
-    <message>
-        <source>this program has it open already, as the touch driver does until it lets go. Close what uses it and try again.</source>
-        <translation>Dieses Programm hat ihn schon offen, wie der Touch-Treiber, bis er ihn freigibt. Schließen Sie, was ihn verwendet, und versuchen Sie es erneut.</translation>
-    </message>
-    <message>
-        <source>Which one it is, only an administrator can see.</source>
-        <translation>Welches das ist, kann nur ein Administrator sehen.</translation>
-    </message>
-    <message>
-        <source>Ask an administrator: it is not the device&apos;s permissions that forbid it.</source>
-        <translation>Fragen Sie einen Administrator: Es sind nicht die Rechte des Geräts, die es verbieten.</translation>
-    </message>
-    <message>
-        <source>Ask an administrator: no group of users may open it.</source>
-        <translation>Fragen Sie einen Administrator: Keine Benutzergruppe darf den Port öffnen.</translation>
-    </message>
-    <message>
-        <source>You are in the group %1 already: log out and in again.</source>
-        <translation>Sie sind schon in der Gruppe %1: Melden Sie sich ab und wieder an.</translation>
-    </message>
-    <message>
-        <source>Add yourself to the group %1 and log in again.</source>
-        <translation>Fügen Sie sich zur Gruppe %1 hinzu, und melden Sie sich neu an.</translation>
-    </message>
-    <message>
-        <source>there is no such device. Connect it, or say which device it is with %1. &apos;touchctl doctor&apos; lists those that are there.</source>
-        <translation>Dieses Gerät gibt es nicht. Schließen Sie es an, oder nennen Sie das Gerät mit %1. „touchctl doctor“ führt die vorhandenen auf.</translation>
-    </message>
-    <message>
-        <source>permission denied.</source>
-        <translation>Zugriff verweigert.</translation>
-    </message>
-    <message>
-        <source>Damaged bytes: %1.</source>
-        <translation>Beschädigte Bytes: %1.</translation>
-    </message>
-    <message>
-        <source>%1 holds nothing that came from a controller.</source>
-        <translation>%1 enthält nichts, was von einem Controller kam.</translation>
-    </message>
-    <message>
-        <source>The replay broke off.</source>
-        <translation>Die Wiedergabe ist abgebrochen.</translation>
-    </message>
-    <message>
-        <source>COM%1 is closed: no touches will be drawn. To mend that, leave the drawing and press &quot;Take the port&quot;, or replay a recording.</source>
-        <translation>COM%1 ist geschlossen: es werden keine Berührungen gezeichnet. Verlassen Sie dazu die Zeichnung und drücken Sie „Port übernehmen“, oder spielen Sie eine Aufzeichnung ab.</translation>
-    </message>
-    <message>
-        <source>The command was not sent: the line takes no bytes. Look at the cable and at what holds the controller up, then try again.</source>
-        <translation>Der Befehl wurde nicht gesendet: die Leitung nimmt keine Bytes an. Prüfen Sie das Kabel und was den Controller aufhält, und versuchen Sie es noch einmal.</translation>
-    </message>
-    <message>
-        <source>The driver has not let go of the port of %1.</source>
-        <translation>Der Treiber hat den Port von %1 nicht freigegeben.</translation>
-    </message>
-    <message>
-        <source>Asking on COM%1 …</source>
-        <translation>Frage an COM%1 …</translation>
-    </message>
-    <message>
-        <source>Of the bytes that came, %1 were damaged on the line (parity, stop bit or break).</source>
-        <translation>Von den angekommenen Bytes wurden %1 auf der Leitung beschädigt (Parität, Stoppbit oder Unterbrechung).</translation>
-    </message>
-    <message>
-        <source>%1 (process %2, by its lock file %3)</source>
-        <translation>%1 (Prozess %2, laut seiner Sperrdatei %3)</translation>
-    </message>
-    <message>
-        <source>%1 has it open too and takes replies.</source>
-        <translation>%1 hat ihn auch offen und nimmt Antworten entgegen.</translation>
-    </message>
-    <message>
-        <source>%1 have it open too and take replies.</source>
-        <translation>%1 haben ihn auch offen und nehmen Antworten entgegen.</translation>
-    </message>
-    <message>
-        <source>The oldest half was dropped.</source>
-        <translation>Die ältere Hälfte wurde entfernt.</translation>
-    </message>
-    <message>
-        <source>at most %1 bytes</source>
-        <translation>höchstens %1 Bytes</translation>
-    </message>
-    <message>
-        <source>more</source>
-        <translation>mehr</translation>
-    </message>
-    <message>
-        <source>a recording that can be read again</source>
-        <translation>eine Aufzeichnung, die wieder gelesen werden kann</translation>
-    </message>
-    <message>
-        <source>a longer one</source>
-        <translation>eine längere</translation>
-    </message>
-    <message>
-        <source>%1 problems in all; these are the first %2.</source>
-        <translation>%1 Fehler insgesamt; dies sind die ersten %2.</translation>
-    </message>
-    <message>
-        <source>Check the connection, then try again.</source>
-        <translation>Prüfen Sie die Verbindung und versuchen Sie es noch einmal.</translation>
-    </message>
-    <message>
-        <source>the simulated controller has no serial port while its driver holds it. Choose that controller first. If it is chosen, the system has no pseudo-terminal left: mount devpts on /dev/pts.</source>
-        <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hält. Wählen Sie zuerst diesen Controller. Ist er gewählt, hat das System kein Pseudoterminal mehr frei: binden Sie devpts unter /dev/pts ein.</translation>
-    </message>
-    <message>
-        <source>on Windows simulated controllers have no serial port. Say which real port to use, e.g. %1.</source>
-        <translation>Unter Windows haben simulierte Controller keinen seriellen Port. Nennen Sie einen echten, z. B. %1.</translation>
     </message>
 </context>
 <context>

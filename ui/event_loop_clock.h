@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/clock.h"
+#include "support/clock.h"
 
 namespace touch {
 

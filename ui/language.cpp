@@ -7,7 +7,7 @@
 #include <locale>
 #include <memory>
 
-#include "core/language.h"
+#include "support/text/language.h"
 
 namespace touch {
 

@@ -11,9 +11,9 @@
 #include <QScreen>
 #include <algorithm>
 
-#include "ui/finger_style.h"
-#include "ui/full_screen_window.h"
-#include "ui/scrollable.h"
+#include "ui/controls/finger_style.h"
+#include "ui/controls/scrollable.h"
+#include "ui/screens/full_screen_window.h"
 #include "ui/text.h"
 
 namespace touch {

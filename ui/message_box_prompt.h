@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/prompt.h"
+#include "support/prompt.h"
 
 namespace touch {
 

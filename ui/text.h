@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string_view>
 
-#include "core/language.h"
-#include "core/text_encoding.h"
+#include "support/text/language.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 

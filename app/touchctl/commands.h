@@ -7,8 +7,8 @@
 #include <string>
 
 #include "app/touchctl/shell.h"
-#include "core/driver_settings.h"
-#include "core/simulation.h"
+#include "core/driver/driver_settings.h"
+#include "core/driver/simulation.h"
 
 namespace touch {
 

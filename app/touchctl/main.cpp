@@ -1,11 +1,11 @@
-#include "app/guarded_run.h"
-#include "app/orderly_process.h"
 #include "app/parsing.h"
-#include "app/system_text.h"
+#include "app/process/guarded_run.h"
+#include "app/process/orderly_process.h"
+#include "app/process/system_text.h"
 #include "app/touchctl/arguments.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
-#include "core/driver.h"
+#include "core/driver/driver.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "app/touchctl/terminal.h"
-#include "core/text_encoding.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 

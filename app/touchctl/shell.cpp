@@ -8,9 +8,9 @@
 #include "app/driver_choice.h"
 #include "app/touchctl/output.h"
 #include "app/touchctl/terminal.h"
-#include "core/messages.h"
-#include "core/text_encoding.h"
-#include "serial/asio_serial_port.h"
+#include "core/messages/messages.h"
+#include "serial/port/asio_serial_port.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 

@@ -5,13 +5,13 @@
 #include <string>
 
 #include "app/options.h"
-#include "core/discovery.h"
-#include "core/nexapi.h"
-#include "core/prompt.h"
+#include "core/discovery/discovery.h"
+#include "core/driver/nexapi.h"
+#include "core/driver/simulation.h"
+#include "core/driver/trace.h"
 #include "core/session.h"
-#include "core/simulation.h"
-#include "core/system_clock.h"
-#include "core/trace.h"
+#include "support/prompt.h"
+#include "support/system_clock.h"
 
 namespace touch {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/temporary_folder.h"
+#include "tests/doubles/temporary_folder.h"
 
 namespace touch::test {
 

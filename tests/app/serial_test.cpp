@@ -10,7 +10,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/app/child_process.h"
-#include "tests/serial/pseudo_terminal.h"
+#include "tests/ports/pseudo_terminal.h"
 
 namespace touch::test {
 

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <tuple>
 
-#include "core/driver_operations.h"
+#include "core/driver/driver_operations.h"
 
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
 // answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "tests/support/desk.h"
+#include "tests/doubles/desk.h"
 
 namespace touch {
 namespace {

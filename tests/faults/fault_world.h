@@ -6,10 +6,10 @@
 #include <string>
 #include <utility>
 
-#include "serial/asio_serial_port.h"
-#include "tests/console/parameter_controller.h"
+#include "serial/port/asio_serial_port.h"
+#include "tests/console/parameters/parameter_controller.h"
 #include "tests/faults/faulty_driver.h"
-#include "tests/serial/pseudo_terminal.h"
+#include "tests/ports/pseudo_terminal.h"
 
 namespace touch::test {
 

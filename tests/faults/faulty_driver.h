@@ -7,8 +7,8 @@
 #include <tuple>
 #include <type_traits>
 
-#include "core/connection.h"
-#include "core/driver.h"
+#include "core/driver/connection.h"
+#include "core/driver/driver.h"
 #include "tests/faults/fault_plan.h"
 
 namespace touch::test {

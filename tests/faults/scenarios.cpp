@@ -2,18 +2,18 @@
 #include <functional>
 
 #include "calibration/calibration.h"
-#include "console/main_console.h"
-#include "console/parameter_editor.h"
-#include "console/touch_settings.h"
-#include "core/driver_settings.h"
-#include "core/whole_file.h"
-#include "linetest/canvas.h"
-#include "linetest/drawing_file.h"
-#include "linetest/linearity_files.h"
-#include "serial/debugger.h"
-#include "serial/raw_drawing.h"
+#include "console/main/main_console.h"
+#include "console/parameters/parameter_editor.h"
+#include "console/settings/touch_settings.h"
+#include "core/driver/driver_settings.h"
+#include "linetest/canvas/canvas.h"
+#include "linetest/files/drawing_file.h"
+#include "linetest/linearity/linearity_files.h"
+#include "serial/debugger/debugger.h"
+#include "serial/rawdrawing/raw_drawing.h"
+#include "support/files/whole_file.h"
 #include "tests/faults/fault_world.h"
-#include "tests/linetest/recording_surface.h"
+#include "tests/linetest/canvas/recording_surface.h"
 
 namespace touch::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/simulated_driver.h"
+#include "simulator/driver/simulated_driver.h"
 
 namespace touch::simulator {
 

@@ -1,4 +1,4 @@
-#include "simulator/pty_line.h"
+#include "simulator/port/pty_line.h"
 
 #include <dlfcn.h>
 
@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/nexapi.h"
-#include "serial/asio_serial_port.h"
-#include "simulator/controllers.h"
-#include "simulator/requests.h"
+#include "core/driver/nexapi.h"
+#include "serial/port/asio_serial_port.h"
+#include "simulator/controller/controllers.h"
+#include "simulator/controller/requests.h"
 #include "tests/simulator/driver_bench.h"
 
 namespace touch::simulator {

@@ -1,4 +1,4 @@
-#include "simulator/simulated_controller.h"
+#include "simulator/controller/simulated_controller.h"
 
 #include <array>
 #include <chrono>
@@ -7,7 +7,7 @@
 #include <tuple>
 #include <utility>
 
-#include "simulator/controllers.h"
+#include "simulator/controller/controllers.h"
 #include "tests/simulator/driver_bench.h"
 
 namespace touch::simulator {

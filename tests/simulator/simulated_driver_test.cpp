@@ -1,4 +1,4 @@
-#include "simulator/simulated_driver.h"
+#include "simulator/driver/simulated_driver.h"
 
 #include <gmock/gmock.h>
 
@@ -11,9 +11,9 @@
 #include <tuple>
 #include <vector>
 
-#include "core/nexapi.h"
-#include "simulator/calibration_run.h"
-#include "simulator/requests.h"
+#include "core/driver/nexapi.h"
+#include "simulator/controller/requests.h"
+#include "simulator/panel/calibration_run.h"
 #include "tests/simulator/driver_bench.h"
 
 namespace touch::simulator {

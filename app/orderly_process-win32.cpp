@@ -1,7 +1,0 @@
-#include "app/orderly_process.h"
-
-namespace touch {
-
-void ignoreWriteSignals() {}
-
-}  // namespace touch

@@ -1,0 +1,143 @@
+#include "app/touchctl/commands/serial_work.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "app/touchctl/interrupt.h"
+#include "core/discovery/discovery.h"
+#include "core/driver/driver.h"
+#include "serial/debugger/console_log.h"
+#include "serial/port/asio_serial_port.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Stands in where no driver is bound: it knows of no controller and does nothing.
+class NoDriver final : public Driver {
+ public:
+#define TOUCH_NOTHING(name, parameters, arguments) \
+  std::int32_t name parameters override {          \
+    std::ignore = std::tie arguments;              \
+    return 0;                                      \
+  }
+  NEXAPI_OPERATIONS(TOUCH_NOTHING)
+#undef TOUCH_NOTHING
+};
+
+ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const ShellOptions& shell,
+                 const SerialOptions& serial, const SerialAction& action) {
+  access.session.commandSet = serial.set;
+  catchInterrupt();  // the driver is to get its port back then as well
+  ConsoleLog log(access.clock);
+  DebuggerPort port(access, prompt, line, log);
+  if (serial.port) {
+    if (const auto refused = port.take(*serial.port)) {
+      complain(*refused);
+      return ExitStatus::failed;
+    }
+    if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);
+  }
+  const ExitStatus status = action({access, prompt, port, shell, serial});
+  port.noteDamage();
+  if (port.damaged() > 0) {
+    complain(std::to_string(port.damaged()) +
+             " of the bytes that came were damaged on the line (parity, stop bit or break)");
+  }
+  return status;
+}
+
+/// Makes the controller current whose driver holds a serial port, without asking any. Without one no driver holds it.
+bool chooseSerialController(Shell& shell) {
+  if (!shell.options().controller.empty()) return shell.chooseController();
+  const Access access = shell.access();
+  const auto names = getctrnameo(access, shell.prompt()).names;
+  const auto serial = std::ranges::find_if(
+      names, [](const std::string& name) { return name.find("RS232") != std::string::npos; });
+  access.session.controllerName = serial == names.end() ? std::string() : *serial;
+  return true;
+}
+
+/// Lets `command` be run with or without a driver.
+void addRunning(const CommandLine& line, CLI::App& command,
+                const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
+  command.add_flag("--no-driver", serial->withoutDriver,
+                   "Bind no driver: nobody else has the port");
+  command.callback([line, serial, action] {
+    if (serial->withoutDriver) {
+      line.fileCommand = [serial, action, &options = line.options] {
+        Session session;
+        NoDriver driver;
+        SystemClock clock;
+        ShellPrompt prompt(options.assumeYes);
+        AsioSerialPort port(options.comPorts);
+        return runOn({session, driver, clock}, prompt, port, options, *serial, action);
+      };
+      return;
+    }
+    line.command = [serial, action](Shell& shell) {
+      for (const std::string_view missing : shell.access().driver.missing())
+        if (std::ranges::find(portLoanOperations, missing) != portLoanOperations.end())
+          throw MissingOperation(missing);
+      if (!chooseSerialController(shell)) return ExitStatus::noController;
+      const auto port = shell.makeSerialPort();
+      return runOn(shell.access(), shell.prompt(), *port, shell.options(), *serial, action);
+    };
+  });
+}
+
+}  // namespace
+
+void refuseSetWithoutWords(CLI::App& command) {
+  command.get_option("--set")->check(
+      [](const std::string& set) {
+        return set == "e02" ? std::string(
+                                  "the E02 set has no command for a parameter word: "
+                                  "expected m01 or quorvane")
+                            : std::string();
+      },
+      "");
+}
+
+void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial) {
+  const std::map<std::string, CommandSet> sets = {
+      {"m01", CommandSet::m01}, {"e02", CommandSet::e02}, {"quorvane", CommandSet::quorvane}};
+  command
+      .add_option_function<std::string>(
+          "--set", [serial, sets](const std::string& name) { serial->set = sets.at(name); },
+          "The command set, which also tells how touches are reported: m01, e02 or quorvane "
+          "(default)")
+      ->check(CLI::IsMember({"m01", "e02", "quorvane"}));
+}
+
+void onSerialPort(const CommandLine& line, CLI::App& command,
+                  const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
+  addSet(command, serial);
+  command
+      .add_option_function<int>(
+          "--port", [serial](int number) { serial->port = number; }, "The COM port's number")
+      ->check(CLI::Range(1, ComPorts::greatestNumber))
+      ->default_str(std::to_string(DebuggerPort::startPort));
+  addRunning(line, command, serial, action);
+}
+
+void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAction& action) {
+  const auto serial = std::make_shared<SerialOptions>();
+  serial->port.reset();
+  addRunning(line, command, serial, action);
+}
+
+void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step) {
+  constexpr auto pause = 10ms;
+  const auto start = clock.now();
+  while (!interrupted() && step()) {
+    if (seconds && std::chrono::duration<double>(clock.now() - start).count() >= *seconds) return;
+    clock.delay(pause, interrupted);
+  }
+}
+
+}  // namespace touch

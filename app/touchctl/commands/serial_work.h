@@ -1,0 +1,45 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+#include "app/touchctl/command_line.h"
+#include "app/touchctl/shell.h"
+#include "core/serial_port.h"
+#include "serial/debugger/debugger_port.h"
+
+namespace touch {
+
+/// What the commands on a serial port are told beside what they are to do.
+struct SerialOptions {
+  std::optional<int> port = DebuggerPort::startPort;  ///< none: the command opens what it wants
+  bool withoutDriver = false;                         ///< the driver is left alone
+  CommandSet set = CommandSet::quorvane;
+  std::optional<double> seconds;  ///< how long to listen
+};
+
+/// What a command on a serial port works with. The port is open and the driver has let go of it, but for a command that
+/// looks for the port itself.
+struct SerialWork {
+  Access access;
+  Prompt& prompt;
+  DebuggerPort& port;
+  const ShellOptions& shell;
+  const SerialOptions& serial;
+};
+using SerialAction = std::function<ExitStatus(const SerialWork&)>;
+
+/// Lets `command` be told the port and the set, and do `action` on the port. `serial` outlives the running.
+void onSerialPort(const CommandLine& line, CLI::App& command,
+                  const std::shared_ptr<SerialOptions>& serial, const SerialAction& action);
+/// Refuses the set that knows no parameter words, for a `command` that has been told of the sets.
+void refuseSetWithoutWords(CLI::App& command);
+/// Lets `command` do `action`, which takes and opens ports itself.
+void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAction& action);
+void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial);
+
+/// Runs `step` every 10 ms until it says false, the time is over, or the user presses Ctrl+C.
+void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step);
+
+}  // namespace touch

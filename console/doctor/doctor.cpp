@@ -1,0 +1,454 @@
+#include "console/doctor/doctor.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "console/main/optional_files.h"
+#include "console/parameters/backup.h"
+#include "core/discovery/discovery.h"
+#include "core/discovery/identity.h"
+#include "core/driver/connection.h"
+#include "ports/port_holders.h"
+#include "support/clock.h"
+#include "support/files/marked_folder.h"
+#include "support/files/whole_file.h"
+#include "support/text/language.h"
+#include "support/text/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using enum FindingState;
+
+constexpr auto pauseAfterSilence = 100ms;
+// The least that the windows are laid out for, in logical pixels.
+constexpr int leastWidth = 400;
+constexpr int leastHeight = 240;
+
+/// The findings of one topic, as they are made.
+class Findings {
+ public:
+  Findings(std::vector<Finding>& all, std::string_view topic) : all_(all), topic_(topic) {}
+
+  void add(FindingState state, std::string what, std::string why = {}, std::string nextStep = {}) {
+    all_.push_back({state, topic_, std::move(what), std::move(why), std::move(nextStep)});
+  }
+
+ private:
+  std::vector<Finding>& all_;
+  std::string_view topic_;
+};
+
+/// The way out when no library could be bound.
+std::string libraryNextStep(const Patient& patient, const BindError& refused) {
+  if (patient.simulated && !patient.access) {
+    return say("doctor", "The installation is incomplete: install TouchUtility again.");
+  }
+  if (!refused.foundAt.empty()) {
+    return filled(say("doctor",
+                      "The library in %1 is no touch driver: install the touch driver of your "
+                      "controller."),
+                  {refused.foundAt.string()});
+  }
+  return say("doctor",
+             "Install the touch driver of your controller, or name its library with --driver "
+             "PATH.");
+}
+
+/// What cannot be done without one of `operations`.
+struct Need {
+  std::string_view loss;
+  std::array<std::string_view, 10> operations;
+};
+
+constexpr std::array needs = {
+    Need{marked("doctor", "Controllers cannot be found."),
+         {"GetExistControllers", "GetControllerName"}},
+    Need{marked("doctor", "No controller can be worked with."),
+         {"OpenController", "CloseController"}},
+    Need{marked("doctor",
+                "No command reaches a controller: it cannot be asked what it is, calibrated, reset "
+                "or given parameters."),
+         {"FlushReadBuffer", "WriteBuffer", "ReadBuffer"}},
+    Need{marked("doctor",
+                "The serial debugger and the search of the COM ports do not work, nor does "
+                "\"Release comport and Exit\"."),
+         {"CloseCOMPort"}},
+    Need{marked("doctor", "The settings cannot be read, and the serial debugger does not work."),
+         {"ReopenCOMPort"}},
+    Need{marked("doctor", "The settings cannot be read."),
+         {"GetReportMode", "GetReportStatus", "GetRotation", "GetUpSoundStatus",
+          "GetDownSoundStatus", "GetDoubleClickEnabled", "GetDoubleClickSpeed",
+          "GetDoubleClickArea", "GetRightClickEnabled", "GetRightClickTime"}},
+    Need{marked("doctor", "The settings that these operations make cannot be changed."),
+         {"SetReportMode", "SetRotation", "EnableUpSound", "EnableDownSound", "EnableDoubleClick",
+          "EnableRightClick"}},
+    Need{marked("doctor",
+                "\"Confirm\" does not work: double click and right click keep their "
+                "timing."),
+         {"SetDoubleClickSpeed", "SetDoubleClickArea", "SetRightClickTime"}},
+    Need{marked("doctor", "The screen cannot be calibrated."),
+         {"ReadLength", "SetCalPoint", "CalCurrentPointReady", "IsPenUp", "StoreCalibrationData"}},
+    Need{marked("doctor", "No monitor can be assigned to the panel."),
+         {"AskToSetMultiMonitor", "QueryMultiMonitorSetOK"}},
+};
+
+void examineOperations(const Patient& patient, Findings& findings) {
+  const std::string path = patient.driverPath.string();
+  const auto missing = patient.access->driver.missing();
+  if (missing.empty()) {
+    findings.add(
+        ok, filled(say("doctor", "The driver library is %1; it has all operations."), {path}));
+  }
+  for (const Need& need : needs) {
+    std::string names;
+    for (const std::string_view operation : need.operations)
+      if (!operation.empty() && std::ranges::find(missing, operation) != missing.end())
+        names.append(names.empty() ? "" : ", ").append(operation);
+    if (names.empty()) continue;
+    findings.add(problem, filled(say("doctor", "The driver library %1 lacks %2."), {path, names}),
+                 say("doctor", need.loss), say("doctor", "Install a newer touch driver."));
+  }
+}
+
+void examineLibrary(const Patient& patient, Findings findings) {
+  if (patient.refused) {
+    const BindError& refused = *patient.refused;
+    findings.add(problem, refused.describe() + '.',
+                 say("doctor",
+                     "Without the touch driver no controller can be found, set up or calibrated."),
+                 libraryNextStep(patient, refused));
+    if (refused.library == NexapiDriver::makersLibrary && refused.foundAt.empty()) {
+      findings.add(
+          note,
+          filled(say("doctor", "%1 was looked for in %2."),
+                 {libraryFileName(refused.library), librarySearchPlaces()}),
+          say("doctor",
+              "It is never taken from the current folder, where anybody may have put it."));
+    }
+  }
+  if (!patient.access) return;
+  examineOperations(patient, findings);
+  if (patient.simulated) {
+    findings.add(note, say("doctor", "The simulated driver is in use."),
+                 say("doctor", "Its controllers are simulated; real ones are not reached."),
+                 say("doctor", "For a real controller start the program on its touch driver."));
+  }
+}
+
+/// Whether the session's controller says what it is, asked twice at most.
+Identity identify(const Access& access) {
+  const auto said = [](const Identity& identity) {
+    return !identity.unitType.empty() || !identity.firmware.empty();
+  };
+  Identity identity = readfw(access);
+  if (said(identity)) return identity;
+  access.clock.delay(pauseAfterSilence);
+  return readfw(access);
+}
+
+std::string describe(const Identity& identity) {
+  std::string text;
+  if (!identity.unitType.empty()) {
+    text += ", " + filled(say("doctor", "unit type %1"), {toUtf8(identity.unitType)});
+  }
+  if (!identity.firmware.empty()) {
+    text += ", " + filled(say("doctor", "firmware %1"), {toUtf8(identity.firmware)});
+  }
+  return text;
+}
+
+/// Splits what the driver lists into the controllers that are served and the other makers' names.
+std::pair<std::vector<ExaminedController>, std::string> listed(Driver& driver) {
+  std::vector<ExaminedController> served;
+  std::string others;
+  const std::int32_t known = driver.GetExistControllers();
+  const int count = known < 0 ? 0 : known & 0xFF;
+  for (int number = 1; number <= count; ++number) {
+    const auto name = controllerName(driver, number);
+    if (!name) continue;
+    if (isServedName(*name) && served.size() < ControllerList::limit) {
+      served.push_back({*name, false});
+    } else {
+      others += (others.empty() ? "" : ", ") + toUtf8(*name);
+    }
+  }
+  return {std::move(served), std::move(others)};
+}
+
+std::vector<ExaminedController> askControllers(const Access& own, const DoctorProgress& progress,
+                                               Findings& findings) {
+  // A session of its own: the program's current controller stays what it is.
+  Session session;
+  const Access access{session, own.driver, own.clock};
+  auto [controllers, others] = listed(access.driver);
+  std::vector<std::string> identities;
+  for (ExaminedController& controller : controllers) {
+    if (progress) progress(filled(say("doctor", "asking %1"), {toUtf8(controller.name)}));
+    session.controllerName = controller.name;
+    identities.push_back(describe(identify(access)));
+    controller.answers = !identities.back().empty();
+  }
+  const bool oneAnswers = std::ranges::any_of(controllers, &ExaminedController::answers);
+  for (std::size_t i = 0; i < controllers.size(); ++i) {
+    const std::string name = toUtf8(controllers[i].name);
+    if (controllers[i].answers) {
+      findings.add(ok, filled(say("doctor", "%1 answers%2."), {name, identities[i]}));
+    } else {
+      // One that was unplugged may stay in the driver's list beside those that work.
+      findings.add(
+          oneAnswers ? note : problem,
+          filled(say("doctor", "%1 is known to the driver, but does not answer."), {name}),
+          say("doctor", "Nothing can be read from it or changed in it."),
+          isSerialController(controllers[i].name)
+              ? say("doctor", "Check its cable and power; then search the COM ports for it.")
+              : say("doctor", "Check its cable and power, then look again."));
+    }
+  }
+  if (!others.empty()) {
+    findings.add(note, filled(say("doctor", "The driver also knows of %1."), {others}),
+                 say("doctor", "These are of other makers and are left alone."));
+  }
+  if (controllers.empty()) {
+    findings.add(problem, say("doctor", "The driver knows of no controller."),
+                 say("doctor", "There is nothing to work with."),
+                 say("doctor",
+                     "Check cable and power, then look again. A serial controller may be on "
+                     "another port than the driver believes: search the COM ports for it."));
+  }
+  return controllers;
+}
+
+std::vector<ExaminedController> examineControllers(const Patient& patient,
+                                                   const DoctorProgress& progress,
+                                                   Findings findings) {
+  if (!patient.access) {
+    findings.add(note, say("doctor", "No controller was looked for: there is no driver to ask."));
+    return {};
+  }
+  try {
+    return askControllers(*patient.access, progress, findings);
+  } catch (const MissingOperation& missing) {
+    findings.add(note, filled(say("doctor", "The controllers were not asked. %1."),
+                              {std::string(missing.what())}));
+    return {};
+  }
+}
+
+/// A serial device to look at; `number` 0: no COM port number leads to it.
+struct Port {
+  int number = 0;
+  std::string device;
+  bool chosen = false;  ///< the user has named it
+};
+
+std::vector<Port> portsToExamine(const ComPorts& ports) {
+  constexpr int lastSearched = 16;
+  std::vector<Port> found;
+  for (const int number : ports.assignedNumbers())
+    found.push_back({number, ports.device(number), true});
+  for (const std::string& device : serialDevices()) {
+    if (std::ranges::find(found, device, &Port::device) != found.end()) continue;
+    Port port{0, device, false};
+    for (int number = lastSearched; number >= 1; --number)
+      if (ports.device(number) == device) port.number = number;
+    found.push_back(port);
+  }
+  return found;
+}
+
+void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
+  const std::string name = port.number > 0 ? ports.describe(port.number) : port.device;
+  const std::string choose = "--com " + std::to_string(std::max(port.number, 1)) + "=";
+  if (port.device.empty()) {
+    findings.add(ok, filled(say("doctor",
+                                "COM%1: the simulated driver has the simulated controller's port."),
+                            {std::to_string(port.number)}));
+    return;
+  }
+  if (!portExists(port.device)) {
+    findings.add(
+        problem, filled(say("doctor", "%1: there is no such device."), {name}),
+        say("doctor", "No controller can be reached over it."),
+        filled(say("doctor", "Connect it, or name another one with %1."), {choose + "DEVICE"}));
+    return;
+  }
+  const std::string driver = portDriver(port.device);
+  const std::string served =
+      driver.empty() ? name : filled(say("doctor", "%1, driver %2"), {name, driver});
+  if (const PortPermission permission = portPermission(port.device); !permission.granted) {
+    findings.add(
+        port.chosen ? problem : note,
+        filled(say("doctor", "%1: this user may not open it."), {served}),
+        say("doctor",
+            "A serial controller on it cannot be searched for or talked to without the driver."),
+        permission.wayOut());
+    return;
+  }
+  const PortHolders holders = portHolders(port.device);
+  if (!holders.known.empty()) {
+    findings.add(
+        note, filled(say("doctor", "%1: in use by %2."), {served, holders.names()}),
+        say("doctor", "Only one program at a time can talk to a controller."),
+        say("doctor", "Close it before you search the COM ports or open the serial debugger."));
+    return;
+  }
+  // Nobody has tried: what opening would meet with is all that can be said.
+  const std::string outlook =
+      holders.complete
+          ? say("doctor", "%1: this user may open it, and no program has it.")
+          : say("doctor",
+                "%1: this user may open it. Whether another program has it, opening it will tell.");
+  findings.add(ok, filled(outlook, {served}), {},
+               port.number > 0
+                   ? std::string()
+                   : filled(say("doctor", "To use it, start with %1."), {choose + port.device}));
+}
+
+void examinePorts(const Patient& patient, Findings findings) {
+  const auto ports = portsToExamine(patient.ports);
+  for (const Port& port : ports)
+    examinePort(port, patient.ports, findings);
+  if (ports.empty()) {
+    findings.add(note, say("doctor", "This machine has no serial port."),
+                 say("doctor", "Serial controllers need one; USB controllers do not."),
+                 say("doctor", "For a serial controller connect an adapter."));
+  }
+}
+
+/// Those that the program has made in the working folder, or believes to have made.
+void examineOwnFolders(const fs::path& folder, Findings& findings) {
+  const std::string next =
+      say("doctor", "Move it away, or name another working folder with --work-dir DIR.");
+  if (const auto complaint = Backup(folder).tryOut()) {
+    findings.add(problem, complaint->describe() + '.',
+                 say("doctor", "Parameters are not kept before they are changed."), next);
+  }
+  if (const auto complaint = MarkedFolder::tryOut(folder / "tmp")) {
+    findings.add(
+        note, complaint->describe() + '.',
+        say("doctor", "It is left alone; strokes that are drawn are kept in another one."), next);
+  }
+}
+
+void examineFolder(const fs::path& folder, Findings findings) {
+  std::error_code ignored;
+  fs::path probe;
+  int number = 0;
+  do {
+    probe = folder / ("doctor-" + std::to_string(number++) + ".tmp");
+  } while (fs::exists(fs::symlink_status(probe, ignored)));
+  const auto complaint = writeWholeFile(probe, "can this be written?\n");
+  fs::remove(probe, ignored);
+  if (!complaint) {
+    findings.add(
+        ok, filled(say("doctor", "The working folder %1 can be written."), {folder.string()}));
+    examineOwnFolders(folder, findings);
+    return;
+  }
+  findings.add(
+      problem,
+      filled(say("doctor", "The working folder %1 cannot be written: %2."),
+             {folder.string(), complaint->found}),
+      say("doctor", "Parameters are not kept before they are changed, and results are not saved."),
+      say("doctor", "Start the program in another folder, or name one with --work-dir DIR."));
+}
+
+void examineScreens(const std::optional<std::vector<ExaminedScreen>>& screens, Findings findings) {
+  if (!screens) {
+    findings.add(note, say("doctor", "No display: a shell has none to look at."),
+                 say("doctor", "Panels are calibrated on the screen."),
+                 say("doctor", "The page \"Doctor\" of touchutility lists the screens."));
+    return;
+  }
+  for (const ExaminedScreen& screen : *screens) {
+    const std::string what = filled(say("doctor", "%1: %2 x %3 pixels at %4 %"),
+                                    {screen.name, std::to_string(screen.width),
+                                     std::to_string(screen.height), std::to_string(screen.scale)});
+    const bool small = screen.width * 100 < leastWidth * screen.scale ||
+                       screen.height * 100 < leastHeight * screen.scale;
+    if (small) {
+      findings.add(note, filled(say("doctor", "%1, which is little."), {what}),
+                   say("doctor", "Some windows may not fit."),
+                   say("doctor", "Choose a smaller scale."));
+    } else {
+      findings.add(ok, what + '.');
+    }
+  }
+}
+
+void examineFiles(const fs::path& folder, Findings findings) {
+  std::string absent;
+  for (const OptionalFile& file : examineOptionalFiles(folder)) {
+    if (!file.there) {
+      absent += (absent.empty() ? "" : ", ") + file.name;
+    } else if (file.complaint.empty()) {
+      findings.add(ok, filled(say("doctor", "%1 is sound."), {file.name}), file.effect);
+    } else {
+      findings.add(problem, file.complaint + '.', file.effect,
+                   say("doctor", "Mend the file or remove it."));
+    }
+  }
+  if (!absent.empty()) {
+    findings.add(
+        ok, filled(say("doctor", "Not in the working folder, and not needed: %1."), {absent}));
+  }
+}
+
+void examineVersions(const std::vector<std::string>& versions, Findings findings) {
+  std::string all;
+  for (const std::string& version : versions)
+    all += (all.empty() ? "" : "; ") + version;
+  findings.add(ok, all + '.');
+}
+
+}  // namespace
+
+std::size_t Diagnosis::count(FindingState state) const {
+  return static_cast<std::size_t>(std::ranges::count(findings, state, &Finding::state));
+}
+
+bool Diagnosis::controllerAnswers() const {
+  return std::ranges::any_of(controllers, &ExaminedController::answers);
+}
+
+namespace {
+
+Diagnosis examined(const Patient& patient, const DoctorProgress& progress, bool complete) {
+  Diagnosis diagnosis;
+  diagnosis.complete = complete;
+  auto& all = diagnosis.findings;
+  if (!complete && patient.access) {
+    Findings(all, "controllers")
+        .add(note, say("doctor", "The controllers are not asked yet."), {},
+             say("doctor", "Press \"Refresh\" to ask each of them what it is."));
+  }
+  examineLibrary(patient, {all, "library"});
+  if (complete) {
+    diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
+    if (progress) progress(say("doctor", "looking at the ports"));
+  }
+  examinePorts(patient, {all, "ports"});
+  if (complete) examineFolder(patient.workFolder, {all, "folder"});
+  examineScreens(patient.screens, {all, "screens"});
+  examineFiles(patient.workFolder, {all, "files"});
+  examineVersions(patient.versions, {all, "versions"});
+  std::ranges::stable_sort(all, std::greater(), &Finding::state);
+  return diagnosis;
+}
+
+}  // namespace
+
+Diagnosis look(const Patient& patient) {
+  return examined(patient, nullptr, false);
+}
+
+Diagnosis examine(const Patient& patient, const DoctorProgress& progress) {
+  return examined(patient, progress, true);
+}
+
+}  // namespace touch

@@ -1,0 +1,116 @@
+#include "console/doctor/frmDoctorPage.h"
+
+#include <QDateTime>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QShowEvent>
+#include <QStyle>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "console/doctor/doctor_report.h"
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+
+namespace touch {
+
+namespace {
+
+/// How a state is said and drawn: never by colour alone.
+struct StateLook {
+  QString word;
+  QStyle::StandardPixmap icon;
+};
+
+StateLook lookOf(FindingState state) {
+  switch (state) {
+    case FindingState::problem:
+      return {frmDoctorPage::tr("Problem"), QStyle::SP_MessageBoxCritical};
+    case FindingState::note:
+      return {frmDoctorPage::tr("Note"), QStyle::SP_MessageBoxInformation};
+    case FindingState::ok:
+      break;
+  }
+  return {frmDoctorPage::tr("In order"), QStyle::SP_DialogApplyButton};
+}
+
+QString findingText(const Finding& finding) {
+  QString text = lookOf(finding.state).word + ": " + shownText(finding.what);
+  if (!finding.why.empty()) text += '\n' + shownText(finding.why);
+  if (!finding.nextStep.empty()) {
+    text += '\n' + frmDoctorPage::tr("Next: %1").arg(shownText(finding.nextStep));
+  }
+  return text;
+}
+
+}  // namespace
+
+frmDoctorPage::frmDoctorPage(const std::filesystem::path& workFolder, QWidget* parent)
+    : QWidget(parent), workFolder_(workFolder), summary_(new QLabel), findings_(new QListWidget) {
+  setHelpChapter(*this, "No controller is found");
+  summary_->setObjectName("lblDoctorSummary");
+  findings_->setObjectName("findingsList");
+  findings_->setAccessibleName(tr("Findings"));
+  findings_->setWordWrap(true);
+  findings_->setTextElideMode(Qt::ElideNone);
+  findings_->setResizeMode(QListView::Adjust);
+  findings_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  findings_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  findings_->setSpacing(2);
+  findings_->setMinimumHeight(fingerSize());
+  auto* const layout = new QVBoxLayout(this);
+  // The buttons come first: on a small screen what stands below the list is out of reach.
+  layout->addWidget(makeHead());
+  layout->addWidget(findings_, 1);
+}
+
+QWidget* frmDoctorPage::makeHead() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const refresh = new QPushButton(tr("&Refresh"));
+  refresh->setObjectName("cmdDoctorRefresh");
+  refresh->setToolTip(tr("Examines everything, and asks each controller what it is"));
+  auto* const save = new QPushButton(tr("Save dia&gnostics file …"));
+  save->setObjectName("cmdSaveDiagnostics");
+  save->setToolTip(tr("Packs all that somebody needs who is to help you into one file"));
+  row->addWidget(refresh);
+  row->addWidget(save);
+  row->addWidget(summary_, 1);
+  // The status line says the same.
+  summary_->setVisible(!isSmallScreen());
+  connect(refresh, &QPushButton::clicked, this, &frmDoctorPage::refreshRequested);
+  connect(save, &QPushButton::clicked, this, &frmDoctorPage::chooseFile);
+  return box;
+}
+
+void frmDoctorPage::showDiagnosis(const Diagnosis& diagnosis) {
+  summary_->setText(shownText(summary(diagnosis)));
+  findings_->clear();
+  for (const Finding& finding : diagnosis.findings) {
+    findings_->addItem(new QListWidgetItem(style()->standardIcon(lookOf(finding.state).icon),
+                                           findingText(finding)));
+  }
+  findings_->setCurrentRow(0);
+}
+
+void frmDoctorPage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (event->spontaneous() || findings_->count() > 0) return;
+  // Once the page is painted: looking takes a while.
+  QTimer::singleShot(0, this, &frmDoctorPage::seen);
+}
+
+void frmDoctorPage::chooseFile() {
+  const QString time = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+  const auto file = askFileToSave(this, tr("Save diagnostics file"),
+                                  workFolder_ / ("touchutility-" + time.toStdString() + ".zip"),
+                                  tr("ZIP (*.zip)"), "zip");
+  if (file) emit saveRequested(QString::fromStdU16String(file->u16string()));
+}
+
+}  // namespace touch

@@ -1,0 +1,107 @@
+#include "console/main/frmCalibrationPage.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <iterator>
+
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/text.h"
+
+namespace touch {
+
+namespace {
+
+struct Choice {
+  int points;
+  const char* name;
+  const char* caption;
+  const char* purpose;
+};
+
+constexpr Choice choices[] = {
+    {2, "cmd2pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&2 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage",
+                       "The controller does it by itself: position and size.")},
+    {3, "cmd3pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&3 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "Corrects a panel that sits askew, too.")},
+    {5, "cmd5pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&5 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "The usual choice for a new panel.")},
+    {9, "cmd9pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&9 points"),
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage",
+                       "For large panels and the last bit of accuracy.")},
+};
+
+QString inPercent(double fraction) {
+  return shownNumber(fraction * 100, 2) + " %";
+}
+
+}  // namespace
+
+frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panelError_(new QLabel) {
+  setHelpChapter(*this, "Calibrate a new panel");
+  auto* const introduction =
+      new QLabel(tr("Touch the targets one after the other. When the bar has crossed the screen "
+                    "before a target is touched, the calibration ends; nothing is stored then."));
+  introduction->setWordWrap(true);
+
+  panelError_->setObjectName("lblPanelError");
+  panelError_->setWordWrap(true);
+  panelError_->hide();
+
+  auto* const layout = new QVBoxLayout(this);
+  // On a small screen what is read would take the place of what is pressed.
+  if (!isSmallScreen()) layout->addWidget(introduction);
+  layout->addLayout(makeChoices());
+  if (isSmallScreen()) layout->addWidget(introduction);
+  layout->addWidget(panelError_);
+  layout->addStretch();
+}
+
+QLayout* frmCalibrationPage::makeChoices() {
+  auto* const grid = new QGridLayout;
+  grid->setContentsMargins(0, 0, 0, 0);
+  const bool inOneRow = isSmallScreen();
+  int place = 0;
+  for (const Choice& choice : choices) {
+    auto* const button = new QPushButton(tr(choice.caption));
+    button->setObjectName(choice.name);
+    const QString purpose = tr(choice.purpose);
+    button->setAccessibleDescription(purpose);
+    connect(button, &QPushButton::clicked, this,
+            [this, points = choice.points] { emit calibrationRequested(points); });
+    if (inOneRow) {
+      auto* const told = new QLabel(button->text().remove('&') + ": " + purpose);
+      told->setWordWrap(true);
+      grid->addWidget(button, 0, place);
+      grid->addWidget(told, place + 1, 0, 1, static_cast<int>(std::size(choices)));
+    } else {
+      auto* const told = new QLabel(purpose);
+      told->setWordWrap(true);
+      button->setMinimumWidth(3 * fingerSize());
+      grid->addWidget(button, place, 0);
+      grid->addWidget(told, place, 1);
+    }
+    ++place;
+  }
+  if (!inOneRow) grid->setColumnStretch(1, 1);
+  return grid;
+}
+
+void frmCalibrationPage::showPanelError(const std::optional<Simulation::PanelError>& before,
+                                        const std::optional<Simulation::PanelError>& now) {
+  panelError_->setVisible(now.has_value());
+  if (!now) return;
+  const auto words = [](const Simulation::PanelError& error) {
+    return tr("mean %1, at most %2 of the panel's width")
+        .arg(inPercent(error.mean), inPercent(error.greatest));
+  };
+  panelError_->setText(
+      before ? tr("Simulated panel's error before: %1\nSimulated panel's error now: %2")
+                   .arg(words(*before), words(*now))
+             : tr("Simulated panel's error: %1").arg(words(*now)));
+}
+
+}  // namespace touch

@@ -1,0 +1,140 @@
+#include "console/main/frmControllerPage.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/text.h"
+
+namespace touch {
+
+namespace {
+
+/// A press beside its rows is no choice.
+class RowTable final : public QTableWidget {
+ public:
+  using QTableWidget::QTableWidget;
+
+ protected:
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override {
+    return index.isValid() ? QTableWidget::selectionCommand(index, event)
+                           : QItemSelectionModel::NoUpdate;
+  }
+};
+
+QLabel* makeValueLabel(const char* name) {
+  auto* const label = new QLabel("—");
+  label->setObjectName(name);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  return label;
+}
+
+QString orDash(const std::string& text) {
+  return text.empty() ? "—" : shownText(text);
+}
+
+}  // namespace
+
+frmControllerPage::frmControllerPage(QWidget* parent)
+    : QWidget(parent),
+      controllerList_(new RowTable(0, 2)),
+      emptyHint_(
+          new QLabel(tr("No controller is listed. Check that the touch driver is installed and the "
+                        "controller is connected and powered, then press Refresh. The page "
+                        "\"Doctor\" says what is missing."))),
+      unitType_(makeValueLabel("lblUnitType")),
+      firmware_(makeValueLabel("lblFirmware")),
+      infoList_(new QListWidget),
+      info_(new QPushButton(tr("&Info"))),
+      search_(new QPushButton(tr("Search &COM ports"))),
+      actions_(new QWidget) {
+  setHelpChapter(*this, "Controller");
+  controllerList_->setObjectName("controllerList");
+  setFocusProxy(controllerList_);
+  controllerList_->setAccessibleName(tr("Controllers"));
+  controllerList_->setHorizontalHeaderLabels({tr(" No"), tr(" Device")});
+  controllerList_->verticalHeader()->hide();
+  controllerList_->verticalHeader()->setDefaultSectionSize(fingerSize());
+  controllerList_->horizontalHeader()->setStretchLastSection(true);
+  controllerList_->horizontalHeader()->setHighlightSections(false);
+  controllerList_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  controllerList_->setColumnWidth(0, 64);
+  controllerList_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  controllerList_->setSelectionMode(QAbstractItemView::SingleSelection);
+  controllerList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  controllerList_->setTabKeyNavigation(false);
+  controllerList_->setMinimumHeight(2 * fingerSize());
+  emptyHint_->setWordWrap(true);
+  emptyHint_->hide();
+
+  infoList_->setObjectName("infoList");
+  infoList_->setAccessibleName(tr("Controller information"));
+  infoList_->setMinimumHeight(2 * fingerSize());
+
+  auto* const refresh = new QPushButton(tr("&Refresh"));
+  refresh->setObjectName("cmdRefresh");
+  refresh->setToolTip(tr("Search for controllers again (F5)"));
+  info_->setObjectName("cmdInfo");
+  search_->setObjectName("cmdSearch");
+  search_->setToolTip(tr("Look for a serial controller on COM16 down to COM1"));
+
+  auto* const buttons = new QHBoxLayout(actions_);
+  buttons->addWidget(refresh);
+  buttons->addWidget(info_);
+  buttons->addWidget(search_);
+  buttons->addStretch();
+
+  auto* const identity = new QFormLayout;
+  identity->addRow(tr("Unit type:"), unitType_);
+  identity->addRow(tr("Firmware:"), firmware_);
+
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(controllerList_, 3);
+  layout->addWidget(emptyHint_);
+  layout->addLayout(identity);
+  layout->addWidget(infoList_, 2);
+
+  connect(controllerList_, &QTableWidget::currentCellChanged, this,
+          [this](int row) { emit controllerChosen(row); });
+  connect(refresh, &QPushButton::clicked, this, &frmControllerPage::refreshRequested);
+  connect(info_, &QPushButton::clicked, this, &frmControllerPage::informationRequested);
+  connect(search_, &QPushButton::clicked, this, &frmControllerPage::portSearchRequested);
+}
+
+void frmControllerPage::showControllers(const std::vector<std::string>& names,
+                                        std::optional<std::size_t> selected) {
+  const QSignalBlocker silent(controllerList_);
+  controllerList_->setRowCount(static_cast<int>(names.size()));
+  for (int row = 0; row < controllerList_->rowCount(); ++row) {
+    controllerList_->setItem(row, 0, new QTableWidgetItem(QString::number(row + 1)));
+    controllerList_->setItem(row, 1,
+                             new QTableWidgetItem(shownText(names[static_cast<std::size_t>(row)])));
+  }
+  controllerList_->setCurrentCell(selected ? static_cast<int>(*selected) : -1, 0);
+  emptyHint_->setVisible(names.empty());
+  info_->setEnabled(selected.has_value());
+}
+
+void frmControllerPage::showIdentity(const Identity& identity) {
+  const std::string model = modelName(identity.unitType);
+  unitType_->setText(orDash(identity.unitType) +
+                     (model.empty() ? QString() : " (" + shownText(model) + ')'));
+  firmware_->setText(orDash(identity.firmware));
+}
+
+void frmControllerPage::showInformation(const std::vector<std::string>& lines) {
+  infoList_->clear();
+  for (const std::string& line : lines)
+    infoList_->addItem(shownText(line));
+}
+
+}  // namespace touch

@@ -1,0 +1,81 @@
+#include "console/main/frmTestsPage.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "console/main/simulated_faults.h"
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/text.h"
+
+namespace touch {
+
+frmTestsPage::frmTestsPage(bool simulated, QWidget* parent) : QWidget(parent) {
+  setHelpChapter(*this, "Prove a panel is good");
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(makeTests());
+  if (simulated) layout->addWidget(makeFaults());
+  layout->addStretch();
+}
+
+QWidget* frmTestsPage::makeTests() {
+  auto* const box = new QWidget;
+  auto* const grid = new QGridLayout(box);
+  grid->setContentsMargins(0, 0, 0, 0);
+  const struct {
+    const char* name;
+    QString caption;
+    QString purpose;
+    void (frmTestsPage::*requested)();
+  } tests[] = {
+      {"cmdDraw", tr("&Draw"),
+       tr("Draw freely or along guide lines, and see where the ink leaves them."),
+       &frmTestsPage::drawRequested},
+      {"cmdLinearity", tr("L&inearity"),
+       tr("Draw nine vertical and nine horizontal lines and judge the panel in millimetres. "
+          "Calibrate it first."),
+       &frmTestsPage::linearityRequested},
+  };
+  int row = 0;
+  for (const auto& test : tests) {
+    auto* const button = new QPushButton(test.caption);
+    button->setObjectName(test.name);
+    button->setMinimumWidth(3 * fingerSize());
+    button->setAccessibleDescription(test.purpose);
+    auto* const purpose = new QLabel(test.purpose);
+    purpose->setWordWrap(true);
+    grid->addWidget(button, row, 0);
+    grid->addWidget(purpose, row, 1);
+    ++row;
+    connect(button, &QPushButton::clicked, this, test.requested);
+  }
+  grid->setColumnStretch(1, 1);
+  return box;
+}
+
+QWidget* frmTestsPage::makeFaults() {
+  auto* const group = new QGroupBox(tr("Faults of the simulated panels"));
+  auto* const grid = new QGridLayout(group);
+  grid->setVerticalSpacing(0);
+  int row = 0;
+  for (const SimulatedFault& fault : simulatedFaults) {
+    auto* const box = new QCheckBox(spokenText("main", fault.caption));
+    box->setObjectName("fault_" + shownText(fault.trait));
+    box->setAccessibleDescription(spokenText("main", fault.effect));
+    auto* const effect = new QLabel(spokenText("main", fault.effect));
+    effect->setWordWrap(true);
+    grid->addWidget(box, row, 0);
+    grid->addWidget(effect, row, 1);
+    ++row;
+    connect(box, &QCheckBox::toggled, this,
+            [this, &fault](bool on) { emit faultSwitched(&fault, on); });
+  }
+  grid->setColumnStretch(1, 1);
+  return group;
+}
+
+}  // namespace touch

@@ -1,0 +1,95 @@
+#include "console/main/optional_files.h"
+
+#include <array>
+#include <string_view>
+
+#include "console/main/picture_file.h"
+#include "console/settings/touch_settings.h"
+#include "core/messages/messages.h"
+#include "reports/report_format.h"
+#include "support/files/whole_file.h"
+#include "support/text/language.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string messagesComplaint(const fs::path& file) {
+  const auto messages = loadMessages(file.parent_path());
+  return messages ? std::string() : messages.error().describe();
+}
+
+std::string formatsComplaint(const fs::path& file) {
+  std::error_code ignored;
+  if (!fs::exists(file, ignored)) {
+    return FileError{file.string(), 0, say("main", "a file"), say("main", "none")}.describe();
+  }
+  std::string complaint;
+  for (const FileError& problem : rdformad(file.parent_path()).problems)
+    complaint += (complaint.empty() ? "" : "; ") + problem.describe();
+  return complaint;
+}
+
+std::string pictureComplaint(const fs::path& file) {
+  const auto picture = readPicture(file);
+  return picture ? std::string() : picture.error().describe();
+}
+
+std::string noteComplaint(const fs::path& file) {
+  const auto content = readWholeFile(file, largestCursorNote);
+  return content ? std::string() : content.error().describe();
+}
+
+struct Kind {
+  std::string_view name;
+  std::string (*complaint)(const fs::path& file);
+  std::string_view effect;
+  std::string_view effectWhenDamaged;
+};
+
+constexpr std::array kinds = {
+    Kind{"errmsg.txt", messagesComplaint, marked("main", "Its texts replace the built-in ones."),
+         marked("main", "touchutility does not start with it, and touchctl does nothing more.")},
+    Kind{"zevrik.fmt", formatsComplaint, marked("main", "It adds forms of touch reports."),
+         marked("main",
+                "Those lines are left out: touch reports of their form are not decoded.")},
+    Kind{"pic01.jpg", pictureComplaint, marked("main", "It is shown in the main window."),
+         marked("main", "It is not shown.")},
+    Kind{"Zevrik.ico", pictureComplaint, marked("main", "It is the main window's icon."),
+         marked("main", "It is not shown.")},
+    Kind{"cursoroff.txt", noteComplaint, marked("main", "It is shown on \"Hide Cursor\"."),
+         marked("main", "It is not shown.")},
+};
+
+/// A link that leads nowhere is there as well: its user believes that the file is.
+bool isThere(const fs::path& file) {
+  std::error_code ignored;
+  return fs::exists(fs::symlink_status(file, ignored));
+}
+
+/// The icon's name may be written in small letters.
+fs::path fileOf(const Kind& kind, const fs::path& folder) {
+  const auto file = folder / kind.name;
+  return kind.name == "Zevrik.ico" && !isThere(file) ? folder / "zevrik.ico" : file;
+}
+
+}  // namespace
+
+std::vector<OptionalFile> examineOptionalFiles(const fs::path& workFolder) {
+  std::vector<OptionalFile> files;
+  for (const Kind& kind : kinds) {
+    const auto path = fileOf(kind, workFolder);
+    OptionalFile file{std::string(kind.name), false, {}, {}};
+    if (isThere(path)) {
+      file.there = true;
+      file.complaint = kind.complaint(path);
+      file.effect = say("main", file.complaint.empty() ? kind.effect : kind.effectWhenDamaged);
+    }
+    files.push_back(std::move(file));
+  }
+  return files;
+}
+
+}  // namespace touch

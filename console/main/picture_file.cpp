@@ -1,0 +1,226 @@
+#include "console/main/picture_file.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+
+#include "support/files/whole_file.h"
+#include "support/text/language.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// Bytes of a file that may end anywhere: behind the end all are 0, and `isCutOff` says so.
+class PictureBytes {
+ public:
+  explicit PictureBytes(std::string_view bytes) : bytes_(bytes) {}
+
+  std::uint8_t at(std::size_t place) {
+    if (place < bytes_.size()) return static_cast<std::uint8_t>(bytes_[place]);
+    cutOff_ = true;
+    return 0;
+  }
+  std::uint32_t big(std::size_t place, std::size_t count) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < count; ++i)
+      value = value << 8U | at(place + i);
+    return value;
+  }
+  std::uint32_t little(std::size_t place, std::size_t count) {
+    std::uint32_t value = 0;
+    for (std::size_t i = count; i-- > 0;)
+      value = value << 8U | at(place + i);
+    return value;
+  }
+  bool hasAt(std::size_t place, std::string_view text) const {
+    return place <= bytes_.size() && bytes_.substr(place).starts_with(text);
+  }
+  void need(std::uint64_t end) { cutOff_ = cutOff_ || end > bytes_.size(); }
+  bool isCutOff() const { return cutOff_; }
+
+ private:
+  std::string_view bytes_;
+  bool cutOff_ = false;
+};
+
+/// How much there is to decode.
+struct PictureExtent {
+  std::uint64_t pixels = 0;
+  std::uint64_t scans = 1;
+  std::size_t entries = 1;
+};
+
+std::uint64_t magnitude(std::uint32_t value) {
+  // The height of a bitmap is negative when its rows stand from top to bottom.
+  return value >> 31U != 0 ? ~value + std::uint64_t{1} : value;
+}
+
+/// The place behind the data of a scan, in which FF is followed by 0 or by the number of a restart.
+std::size_t behindScan(PictureBytes& bytes, std::size_t place) {
+  while (!bytes.isCutOff()) {
+    const std::uint8_t next = bytes.at(place + 1);
+    const bool isMarker = bytes.at(place) == 0xFF && next != 0 && (next < 0xD0 || next > 0xD7);
+    if (isMarker) break;
+    ++place;
+  }
+  return place;
+}
+
+PictureExtent jpegExtent(PictureBytes& bytes) {
+  constexpr std::uint8_t end = 0xD9;
+  constexpr std::uint8_t scan = 0xDA;
+  PictureExtent extent{0, 0, 1};
+  std::size_t place = 2;
+  while (!bytes.isCutOff()) {
+    const std::uint8_t marker = bytes.at(place + 1);
+    if (bytes.at(place) != 0xFF || marker == 0xFF) {
+      ++place;
+      continue;
+    }
+    if (marker == end) break;
+    const bool isFrame =
+        marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+    if (isFrame) {
+      const std::uint64_t pixels = std::uint64_t{bytes.big(place + 5, 2)} * bytes.big(place + 7, 2);
+      extent.pixels = std::max(extent.pixels, pixels);
+    }
+    place += 2 + std::max<std::size_t>(bytes.big(place + 2, 2), 2);
+    if (marker != scan) continue;
+    ++extent.scans;
+    place = behindScan(bytes, place);
+  }
+  return extent;
+}
+
+PictureExtent pngExtent(PictureBytes& bytes) {
+  constexpr std::size_t aroundData = 12;
+  const std::uint64_t pixels = std::uint64_t{bytes.big(16, 4)} * bytes.big(20, 4);
+  for (std::uint64_t place = 8; !bytes.isCutOff();) {
+    const auto here = static_cast<std::size_t>(place);
+    place += bytes.big(here, 4) + aroundData;
+    bytes.need(place);
+    if (bytes.hasAt(here + 4, "IEND")) break;
+  }
+  return {pixels, 1, 1};
+}
+
+std::size_t behindColours(PictureBytes& bytes, std::size_t place, std::uint8_t flags) {
+  constexpr std::uint8_t hasColours = 0x80;
+  const std::size_t behind = place + ((flags & hasColours) != 0 ? 3U << ((flags & 7U) + 1U) : 0U);
+  bytes.need(behind);
+  return behind;
+}
+
+PictureExtent gifExtent(PictureBytes& bytes) {
+  constexpr std::uint8_t end = 0x3B;
+  constexpr std::uint8_t frame = 0x2C;
+  PictureExtent extent{std::uint64_t{bytes.little(6, 2)} * bytes.little(8, 2), 1, 1};
+  std::size_t place = behindColours(bytes, 13, bytes.at(10));
+  while (!bytes.isCutOff() && bytes.at(place) != end) {
+    if (bytes.at(place) == frame) {
+      const std::uint64_t pixels =
+          std::uint64_t{bytes.little(place + 5, 2)} * bytes.little(place + 7, 2);
+      extent.pixels = std::max(extent.pixels, pixels);
+      place = behindColours(bytes, place + 10, bytes.at(place + 9)) + 1;
+    } else {
+      place += 2;
+    }
+    while (!bytes.isCutOff() && bytes.at(place) != 0)
+      place += bytes.at(place) + std::size_t{1};
+    ++place;
+  }
+  return extent;
+}
+
+PictureExtent bmpExtent(PictureBytes& bytes) {
+  constexpr std::uint32_t oldHeader = 12;
+  const bool isOld = bytes.little(14, 4) == oldHeader;
+  const std::uint64_t width = isOld ? bytes.little(18, 2) : magnitude(bytes.little(18, 4));
+  const std::uint64_t height = isOld ? bytes.little(20, 2) : magnitude(bytes.little(22, 4));
+  const std::uint64_t bits = bytes.little(isOld ? 24 : 28, 2);
+  const bool isPacked = !isOld && (bytes.little(30, 4) == 1 || bytes.little(30, 4) == 2);
+  const std::uint64_t row = (width * bits + 31) / 32 * 4;
+  // Far below where the product would run over.
+  constexpr std::uint64_t widest = 65536;
+  const bool isSane = width <= widest && height <= widest && bits <= 32;
+  bytes.need(bytes.little(10, 4) + (isPacked || !isSane ? 1 : row * height));
+  return {width * height, 1, 1};
+}
+
+PictureExtent icoExtent(PictureBytes& bytes) {
+  PictureExtent extent{0, 1, bytes.little(4, 2)};
+  for (std::size_t entry = 0; entry < extent.entries && !bytes.isCutOff(); ++entry) {
+    const std::size_t row = 6 + 16 * entry;
+    const std::size_t place = bytes.little(row + 12, 4);
+    bytes.need(std::uint64_t{place} + bytes.little(row + 8, 4));
+    const std::uint64_t pixels =
+        bytes.hasAt(place, "\x89PNG")
+            ? std::uint64_t{bytes.big(place + 16, 4)} * bytes.big(place + 20, 4)
+            : magnitude(bytes.little(place + 4, 4)) * (magnitude(bytes.little(place + 8, 4)) / 2);
+    // Sixteen bits' worth of them cannot make the sum run over.
+    constexpr std::uint64_t farTooMany = std::uint64_t{1} << 40U;
+    extent.pixels += std::min(pixels, farTooMany);
+  }
+  return extent;
+}
+
+struct PictureKind {
+  std::string_view beginning;
+  std::string_view format;
+  PictureExtent (*extent)(PictureBytes& bytes);
+};
+constexpr std::array pictureKinds = {
+    PictureKind{"\xFF\xD8\xFF"sv, "jpeg", jpegExtent},
+    PictureKind{"\x89PNG\r\n\x1A\n"sv, "png", pngExtent},
+    PictureKind{"GIF8"sv, "gif", gifExtent},
+    PictureKind{"BM"sv, "bmp", bmpExtent},
+    PictureKind{"\x00\x00\x01\x00"sv, "ico", icoExtent},
+};
+
+/// What was expected and what was found of a picture that has too much of something.
+std::optional<std::pair<std::string, std::uint64_t>> beyond(const PictureExtent& extent,
+                                                            const PictureLimits& limits) {
+  if (extent.entries > limits.entries) {
+    return std::pair{
+        filled(say("main", "at most %1 pictures in an icon"), {std::to_string(limits.entries)}),
+        extent.entries};
+  }
+  if (extent.pixels > limits.pixels) {
+    return std::pair{filled(say("main", "at most %1 pixels"), {std::to_string(limits.pixels)}),
+                     extent.pixels};
+  }
+  if (extent.pixels * extent.scans > limits.scanned) {
+    return std::pair{filled(say("main", "at most %1 scans of as many pixels"),
+                            {std::to_string(limits.scanned / extent.pixels)}),
+                     extent.scans};
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
+                                           const PictureLimits& limits) {
+  auto content = readWholeFile(file, limits.bytes);
+  if (!content) return content.error();
+  const auto refuse = [&file](std::string expected, std::string found) {
+    return FileError{file.string(), 0, std::move(expected), std::move(found)};
+  };
+  const auto* const kind = std::ranges::find_if(
+      pictureKinds, [&](const PictureKind& each) { return content->starts_with(each.beginning); });
+  if (kind == pictureKinds.end())
+    return refuse(say("main", "a picture"), foundText(content->substr(0, 4)));
+  PictureBytes bytes(*content);
+  const PictureExtent extent = kind->extent(bytes);
+  if (const auto excess = beyond(extent, limits))
+    return refuse(excess->first, std::to_string(excess->second));
+  if (bytes.isCutOff() || extent.pixels == 0)
+    return refuse(say("main", "a whole picture"), say("main", "one that is cut off"));
+  return PictureFile{std::move(*content), kind->format};
+}
+
+}  // namespace touch

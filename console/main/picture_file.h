@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "support/result.h"
+
+namespace touch {
+
+// The two pictures of the working folder: JPEG, PNG, GIF, BMP or ICO. Whoever can write there must not be able to hold up
+// the program's start or to fill its memory, which takes a file of a few bytes.
+
+/// What a picture may be at most, so that it is decoded within a second and a hundred megabytes.
+struct PictureLimits {
+  std::size_t bytes = std::size_t{16} << 20U;
+  std::uint64_t pixels = std::uint64_t{16} << 20U;  ///< all pictures of an icon together
+  std::uint64_t scanned = 200'000'000;  ///< pixels, each as often as the file has scans over all
+  std::size_t entries = 64;             ///< pictures of an icon
+};
+
+/// A picture that may be decoded.
+struct PictureFile {
+  std::string content;
+  std::string_view format;  ///< "jpeg", "png", "gif", "bmp" or "ico"
+};
+
+/// Reads a picture to its end, without decoding it, and refuses what is cut off or beyond `limits`.
+Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
+                                           const PictureLimits& limits = {});
+
+}  // namespace touch

@@ -1,0 +1,209 @@
+#include "console/maintenance/frmMaintenancePage.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateTime>
+#include <QFormLayout>
+#include <QFrame>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/screens/monitor_number.h"
+#include "ui/text.h"
+
+namespace touch {
+
+frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
+                                       const std::filesystem::path& workFolder, Trace& trace,
+                                       QWidget* parent)
+    : QWidget(parent),
+      trace_(trace),
+      workFolder_(workFolder),
+      advanced_(new QPushButton(tr("Ad&vanced …"))),
+      advancedFrame_(new QFrame),
+      undo_(new QPushButton(tr("U&ndo"))),
+      monitors_(new QComboBox),
+      traceSwitch_(new QCheckBox(tr("Tra&ce every driver call and serial transfer"))) {
+  setHelpChapter(*this, "Maintenance");
+  auto* const driverPath = new QLineEdit(shownText(driver.string()));
+  driverPath->setObjectName("driverPath");
+  driverPath->setAccessibleName(tr("Driver library"));
+  driverPath->setReadOnly(true);
+
+  traceSwitch_->setObjectName("checkTrace");
+  traceSwitch_->setChecked(trace_.isOn());
+  traceSwitch_->setToolTip(tr("Written to a new file in the working folder each time"));
+  connect(traceSwitch_, &QCheckBox::toggled, this, &frmMaintenancePage::switchTrace);
+
+  advancedFrame_->setObjectName("advancedFrame");
+  advancedFrame_->setFrameShape(QFrame::StyledPanel);
+  auto* const advanced = new QFormLayout(advancedFrame_);
+  advanced->setRowWrapPolicy(QFormLayout::WrapLongRows);
+  monitorRow_ = makeMonitors();
+  advanced->addRow(tr("Panel on monitor:"), monitorRow_);
+  advanced->addRow(tr("Driver library:"), driverPath);
+  advanced->addRow(traceSwitch_);
+  advanced->addRow(makeTools());
+  advancedFrame_->hide();
+
+  advanced_->setObjectName("cmdAdvanced");
+  advanced_->setToolTip(tr("Shows the advanced functions (key I)"));
+  advanced_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+  connect(advanced_, &QPushButton::clicked, this, &frmMaintenancePage::showAdvancedFrame);
+
+  functions_ = makeFunctions();
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(functions_);
+  layout->addWidget(advanced_);
+  layout->addWidget(advancedFrame_);
+  layout->addStretch();
+}
+
+QWidget* frmMaintenancePage::makeFunctions() {
+  auto* const box = new QWidget;
+  auto* const grid = new QGridLayout(box);
+  grid->setContentsMargins(0, 0, 0, 0);
+  const struct {
+    QPushButton* button;
+    const char* name;
+    QString purpose;
+    void (frmMaintenancePage::*requested)();
+  } functions[] = {
+      {new QPushButton(tr("Defaul&ts")), "Command2",
+       tr("Restores the factory settings. "
+          "The current parameters are saved in the folder \"backup\" first."),
+       &frmMaintenancePage::defaultsRequested},
+      {undo_, "cmdUndoDefaults", tr("Puts back the parameters from before the last change."),
+       &frmMaintenancePage::undoRequested},
+      {new QPushButton(tr("R&eset")), "Command3",
+       tr("Restarts the controller (like switching it off and on)."),
+       &frmMaintenancePage::resetRequested},
+  };
+  int row = 0;
+  for (const auto& function : functions) {
+    function.button->setObjectName(function.name);
+    function.button->setMinimumWidth(3 * fingerSize());
+    function.button->setAccessibleDescription(function.purpose);
+    auto* const purpose = new QLabel(function.purpose);
+    purpose->setWordWrap(true);
+    grid->addWidget(function.button, row, 0);
+    grid->addWidget(purpose, row, 1);
+    ++row;
+    connect(function.button, &QPushButton::clicked, this, function.requested);
+  }
+  grid->setColumnStretch(1, 1);
+  undo_->setEnabled(false);
+  return box;
+}
+
+/// What Ctrl+A and Ctrl+B do, for those who have no keyboard at hand but that of the screen.
+QWidget* frmMaintenancePage::makeTools() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const debugger = new QPushButton(tr("Serial de&bugger …"));
+  debugger->setObjectName("cmdDebugger");
+  debugger->setToolTip("Ctrl+A");
+  auto* const pins = new QPushButton(tr("Sensor &pins …"));
+  pins->setObjectName("cmdPins");
+  pins->setToolTip("Ctrl+B");
+  row->addWidget(debugger);
+  row->addWidget(pins);
+  row->addStretch();
+  connect(debugger, &QPushButton::clicked, this, &frmMaintenancePage::debuggerRequested);
+  connect(pins, &QPushButton::clicked, this, &frmMaintenancePage::pinDefinitionRequested);
+  return box;
+}
+
+QWidget* frmMaintenancePage::makeMonitors() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  monitors_->setObjectName("monitorList");
+  monitors_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  monitors_->setMinimumContentsLength(6);
+  monitors_->setAccessibleName(tr("Monitor that the panel covers"));
+  auto* const identify = new QPushButton(tr("Identif&y"));
+  identify->setObjectName("cmdIdentifyMonitors");
+  identify->setToolTip(tr("Shows its number on each monitor"));
+  auto* const assign = new QPushButton(tr("&Assign"));
+  assign->setObjectName("cmdAssignMonitor");
+  row->addWidget(monitors_, 1);
+  row->addWidget(identify);
+  row->addWidget(assign);
+  fillMonitors();
+  connect(qApp, &QGuiApplication::screenAdded, this, [this] { fillMonitors(); });
+  connect(qApp, &QGuiApplication::screenRemoved, this, [this] { fillMonitors(); });
+  connect(identify, &QPushButton::clicked, this, [] { showMonitorNumbers(); });
+  connect(assign, &QPushButton::clicked, this,
+          [this] { emit monitorRequested(monitors_->currentIndex() + 1); });
+  return box;
+}
+
+void frmMaintenancePage::fillMonitors() {
+  const int chosen = std::max(monitors_->currentIndex(), 0);
+  monitors_->clear();
+  int number = 0;
+  for (const QScreen* const screen : QGuiApplication::screens()) {
+    monitors_->addItem(tr("%1: %2, %3 x %4")
+                           .arg(QString::number(++number), screen->name(),
+                                QString::number(screen->size().width()),
+                                QString::number(screen->size().height())));
+  }
+  monitors_->setCurrentIndex(std::min(chosen, monitors_->count() - 1));
+}
+
+QWidget* frmMaintenancePage::harmless() const {
+  return advanced_;
+}
+
+void frmMaintenancePage::showAdvancedFrame() {
+  advancedFrame_->show();
+}
+
+void frmMaintenancePage::setPossible(bool possible) {
+  functions_->setEnabled(possible);
+  monitorRow_->setEnabled(possible);
+}
+
+void frmMaintenancePage::allowUndo(bool possible) {
+  undo_->setEnabled(possible);
+}
+
+void frmMaintenancePage::watchTrace() {
+  const auto reason = trace_.takeBreak();
+  if (!reason) return;
+  const QSignalBlocker silent(traceSwitch_);
+  traceSwitch_->setChecked(false);
+  emit statusChanged(Status::error(*reason));
+}
+
+void frmMaintenancePage::switchTrace(bool on) {
+  if (!on) {
+    trace_.stop();
+    emit statusChanged(tr("The trace is off.").toStdString());
+    return;
+  }
+  // A file of its own each time: an earlier trace may be what somebody is waiting for.
+  const QString time = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
+  const auto file = workFolder_ / ("trace-" + time.toStdString() + ".jsonl");
+  if (const auto complaint = trace_.start(file)) {
+    const QSignalBlocker silent(traceSwitch_);
+    traceSwitch_->setChecked(false);
+    emit statusChanged(Status::error(*complaint));
+  } else {
+    emit statusChanged(
+        Status::success(tr("Tracing to %1").arg(shownText(file.string())).toStdString()));
+  }
+}
+
+}  // namespace touch

@@ -1,0 +1,205 @@
+#include "console/parameters/frmParametersPage.h"
+
+#include <QButtonGroup>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include "console/parameters/vrq_file.h"
+#include "support/text/hex.h"
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+
+namespace touch {
+
+namespace {
+
+enum Column { address, oldHigh, oldLow, newHigh, newLow, changed, columns };
+
+constexpr int rowHeight = 32;
+
+WordByte byteOf(int column) {
+  return column == newHigh ? WordByte::high : WordByte::low;
+}
+
+}  // namespace
+
+frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::path workFolder,
+                                     QWidget* parent)
+    : QWidget(parent),
+      editor_(editor),
+      workFolder_(std::move(workFolder)),
+      table_(new QTableWidget(static_cast<int>(ParameterTable::rows), columns)),
+      undo_(new QPushButton(tr("U&ndo"))),
+      actions_(makeActions()) {
+  setHelpChapter(*this, "Parameters");
+  table_->setObjectName("parameterTable");
+  table_->setAccessibleName(tr("Parameter words"));
+  table_->setHorizontalHeaderLabels(
+      {tr("Address"), tr("Old high"), tr("Old low"), tr("New high"), tr("New low"), tr("Changed")});
+  table_->verticalHeader()->hide();
+  table_->verticalHeader()->setDefaultSectionSize(rowHeight);
+  table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  table_->horizontalHeader()->setMinimumSectionSize(40);
+  table_->horizontalHeader()->setHighlightSections(false);
+  if (isSmallScreen()) table_->horizontalHeader()->setFont(resized(font(), 0.9));
+  table_->setSelectionMode(QAbstractItemView::SingleSelection);
+  table_->setMinimumHeight(static_cast<int>(ParameterTable::rows) * rowHeight +
+                           table_->horizontalHeader()->sizeHint().height() + 4);
+  table_->setTabKeyNavigation(false);
+  for (int row = 0; row < table_->rowCount(); ++row) {
+    for (int column = 0; column < columns; ++column) {
+      auto* const item = new QTableWidgetItem;
+      item->setTextAlignment(Qt::AlignCenter);
+      const bool editable = column == newHigh || column == newLow;
+      item->setFlags(editable ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable
+                              : Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+      table_->setItem(row, column, item);
+    }
+    table_->item(row, address)->setText(shownText(hexByte(static_cast<std::uint8_t>(row))));
+  }
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(makeBaseSwitch());
+  layout->addWidget(table_);
+  layout->addWidget(makeFileButtons());
+  layout->addStretch();
+  connect(table_, &QTableWidget::cellChanged, this, &frmParametersPage::edited);
+  fill();
+}
+
+QWidget* frmParametersPage::makeBaseSwitch() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(new QLabel(tr("Bytes in")));
+  const std::pair<const char*, QString> bases[] = {{"optionHexadecimal", tr("hexa&decimal")},
+                                                   {"optionDecimal", tr("deci&mal")}};
+  for (const auto& [name, caption] : bases) {
+    auto* const option = new QRadioButton(caption);
+    option->setObjectName(name);
+    const bool decimal = row->count() > 1;
+    option->setChecked(!decimal);
+    row->addWidget(option);
+    connect(option, &QRadioButton::toggled, this, [this, decimal](bool on) {
+      if (!on) return;
+      editor_.table().setBase(decimal ? NumberBase::decimal : NumberBase::hexadecimal);
+      fill();
+    });
+  }
+  row->addStretch();
+  return box;
+}
+
+struct frmParametersPage::Action {
+  QPushButton* button;
+  const char* name;
+  std::function<void()> action;
+};
+
+QWidget* frmParametersPage::makeButtons(std::initializer_list<Action> actions) {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  for (const auto& [button, name, action] : actions) {
+    button->setObjectName(name);
+    row->addWidget(button, 1);
+    connect(button, &QPushButton::clicked, this, action);
+  }
+  return box;
+}
+
+QWidget* frmParametersPage::makeFileButtons() {
+  return makeButtons({
+      {new QPushButton(tr("&Clear")), "cmdClearParameters",
+       [this] {
+         editor_.table().clear();
+         fill();
+         emit statusChanged(tr("The new values are cleared; nothing was sent.").toStdString());
+       }},
+      {new QPushButton(tr("L&oad …")), "cmdLoadParameters", [this] { load(); }},
+      {new QPushButton(tr("&Save …")), "cmdSaveParameters", [this] { save(); }},
+      {new QPushButton(tr("Com&pare …")), "cmdCompareParameters", [this] { compare(); }},
+  });
+}
+
+QWidget* frmParametersPage::makeActions() {
+  return makeButtons({
+      {new QPushButton(tr("&Read")), "cmdReadParameters", [this] { emit readRequested(); }},
+      {new QPushButton(tr("&Write")), "cmdWriteParameters", [this] { emit writeRequested(); }},
+      {undo_, "cmdUndoParameters", [this] { emit undoRequested(); }},
+  });
+}
+
+void frmParametersPage::fill() {
+  const QSignalBlocker silent(table_);
+  const ParameterTable& table = editor_.table();
+  for (int row = 0; row < table_->rowCount(); ++row) {
+    const auto word = static_cast<std::size_t>(row);
+    const bool isChanged = table.changed(word);
+    table_->item(row, oldHigh)->setText(shownText(table.oldText(word, WordByte::high)));
+    table_->item(row, oldLow)->setText(shownText(table.oldText(word, WordByte::low)));
+    const bool isRejected =
+        table.isRejected(word, WordByte::high) || table.isRejected(word, WordByte::low);
+    table_->item(row, changed)
+        ->setText(isRejected ? tr("invalid") : (isChanged ? tr("changed") : QString()));
+    QFont font = table_->font();
+    font.setBold(isChanged || isRejected);
+    for (const int column : {newHigh, newLow, changed})
+      table_->item(row, column)->setFont(font);
+    fillByte(row, newHigh);
+    fillByte(row, newLow);
+  }
+  undo_->setEnabled(editor_.canUndo());
+}
+
+void frmParametersPage::fillByte(int row, int column) {
+  const auto word = static_cast<std::size_t>(row);
+  const WordByte byte = byteOf(column);
+  const bool isRejected = editor_.table().isRejected(word, byte);
+  QTableWidgetItem& item = *table_->item(row, column);
+  item.setText(shownText(editor_.table().newText(word, byte)));
+  // Black on light red stands out in light and dark.
+  item.setBackground(isRejected ? QBrush(QColor(0xFF, 0xB0, 0xA8)) : QBrush());
+  item.setForeground(isRejected ? QBrush(Qt::black) : QBrush());
+}
+
+void frmParametersPage::edited(int row, int column) {
+  const WordByte byte = byteOf(column);
+  const auto complaint = editor_.table().edit(static_cast<std::size_t>(row), byte,
+                                              table_->item(row, column)->text().toStdString());
+  fill();
+  emit statusChanged(complaint ? Status::error(*complaint) : Status());
+}
+
+void frmParametersPage::load() {
+  const auto file = askFileToOpen(this, tr("Load parameters"), workFolder_, tr("Cal (*.vrq)"));
+  if (!file) return;
+  const Status outcome = editor_.load(*file);
+  fill();
+  emit statusChanged(outcome);
+}
+
+void frmParametersPage::compare() {
+  const auto file = askFileToOpen(this, tr("Compare with a file"), workFolder_, tr("Cal (*.vrq)"));
+  if (file) emit statusChanged(editor_.compare(*file));
+}
+
+void frmParametersPage::save() {
+  // No name is asked for what cannot be saved.
+  if (const auto block = editor_.table().block(); !block) {
+    emit statusChanged(Status::error(block.error()));
+    return;
+  }
+  const auto file =
+      askFileToSave(this, tr("Save parameters"), workFolder_ / "", tr("Cal (*.vrq)"), "vrq");
+  if (file) emit statusChanged(editor_.save(*file));
+}
+
+}  // namespace touch

@@ -1,0 +1,284 @@
+#include "console/settings/frmSettingsPage.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QResizeEvent>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "ui/controls/finger_style.h"
+#include "ui/guide/help.h"
+#include "ui/text.h"
+
+namespace touch {
+
+namespace {
+
+struct SwitchControl {
+  const char* name;
+  const char* setting;
+  bool inverted;
+};
+constexpr SwitchControl switchControls[] = {{"Check1", "up-sound", false},
+                                            {"Check2", "down-sound", false},
+                                            {"Check3", "double-click", false},
+                                            {"Check4", "right-click", false},
+                                            {"Check5", "touch-panel", true}};
+
+struct BarControl {
+  const char* name;
+  const char* label;
+  const char* mark;
+  const char* setting;
+  SettingsPanel::Bar bar;
+};
+constexpr BarControl barControls[] = {
+    {"HScroll1", "lblDoubleClickSpeed", "unsentSpeed", "double-click-speed",
+     SettingsPanel::Bar::doubleClickSpeed},
+    {"HScroll2", "lblDoubleClickArea", "unsentArea", "double-click-area",
+     SettingsPanel::Bar::doubleClickArea},
+    {"HScrRightClickTime", "lblRightClickTime", "unsentRightClick", "right-click-time",
+     SettingsPanel::Bar::rightClickTime},
+};
+
+QFont boldened(QFont font) {
+  font.setBold(true);
+  return font;
+}
+
+QString captionOf(const char* setting) {
+  return spokenText("settings", findSetting(setting)->caption);
+}
+
+}  // namespace
+
+frmSettingsPage::frmSettingsPage(SettingsPanel& panel, std::filesystem::path workFolder,
+                                 QWidget* parent)
+    : QWidget(parent),
+      panel_(panel),
+      workFolder_(std::move(workFolder)),
+      sensitivity_(new QComboBox),
+      cursorHelp_(new QPlainTextEdit),
+      actions_(makeActions()) {
+  setHelpChapter(*this, "Settings");
+  // In the order in which the options stand on the screen, which is not that of the angles.
+  QWidget* const rotation =
+      makeOptions("rotation", "Option2_", captionOf("rotation"), {2, 1, 0, 3}, rotation_);
+  QWidget* const touchMode =
+      makeOptions("touch-mode", "Option3_", tr("Touch mode"), {1, 2, 3}, touchMode_);
+  auto* const right = new QVBoxLayout;
+  for (QWidget* const box : {rotation, touchMode, makeSensitivity()})
+    right->addWidget(box);
+  columns_ = new QBoxLayout(QBoxLayout::LeftToRight);
+  columns_->addWidget(makeSwitches());
+  columns_->addLayout(right);
+  auto* const layout = new QVBoxLayout(this);
+  layout->addLayout(columns_);
+  layout->addWidget(makeTiming());
+  layout->addWidget(makeCursorHelp());
+  layout->addStretch();
+  setTabOrder(switches_.back().box, rotation->findChild<QRadioButton*>());
+}
+
+QSize frmSettingsPage::minimumSizeHint() const {
+  // One column under the other is always possible.
+  return {timing_->minimumSizeHint().width(), QWidget::minimumSizeHint().height()};
+}
+
+void frmSettingsPage::resizeEvent(QResizeEvent* event) {
+  const int roomForTwo = columns_->itemAt(0)->minimumSize().width() +
+                         columns_->itemAt(1)->minimumSize().width() + fingerSize();
+  columns_->setDirection(event->size().width() < roomForTwo ? QBoxLayout::TopToBottom
+                                                            : QBoxLayout::LeftToRight);
+}
+
+QWidget* frmSettingsPage::makeSwitches() {
+  auto* const group = new QGroupBox(tr("Touch"));
+  auto* const column = new QVBoxLayout(group);
+  for (std::size_t i = 0; i < switches_.size(); ++i) {
+    const SwitchControl& control = switchControls[i];
+    const Setting* const setting = findSetting(control.setting);
+    auto* const box = new QCheckBox(spokenText("settings", setting->caption));
+    box->setObjectName(control.name);
+    switches_[i] = {box, setting, control.inverted};
+    column->addWidget(box);
+    connect(box, &QCheckBox::toggled, this, [this, control = switches_[i]](bool checked) {
+      emit changeRequested(control.setting, checked != control.inverted ? 1 : 0);
+    });
+  }
+  return group;
+}
+
+QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
+                                      const QString& title, std::initializer_list<int> order,
+                                      QButtonGroup*& group) {
+  const Setting* const setting = findSetting(settingName);
+  auto* const box = new QGroupBox(title);
+  auto* const row = new QHBoxLayout(box);
+  group = new QButtonGroup(this);
+  for (const int value : order) {
+    const std::size_t index = static_cast<std::size_t>(value - setting->lowest);
+    auto* const option = new QRadioButton(spokenText("settings", setting->choices[index].caption));
+    option->setObjectName(name + QString::number(index));
+    group->addButton(option, value);
+    row->addWidget(option);
+  }
+  // A click counts even on the option that is shown already: what is shown and what the driver does may differ.
+  connect(group, &QButtonGroup::idClicked, this,
+          [this, setting](int value) { emit changeRequested(setting, value); });
+  return box;
+}
+
+QWidget* frmSettingsPage::makeSensitivity() {
+  const Setting* const setting = findSetting("sensitivity");
+  auto* const box = new QGroupBox(spokenText("settings", setting->caption));
+  auto* const column = new QVBoxLayout(box);
+  sensitivity_->setObjectName("Combo1");
+  sensitivity_->setAccessibleName(spokenText("settings", setting->caption));
+  sensitivity_->setPlaceholderText(tr("(current value unknown)"));
+  for (const SettingChoice& choice : setting->choices) {
+    sensitivity_->addItem(spokenText("settings", choice.caption));
+  }
+  sensitivity_->setCurrentIndex(-1);
+  column->addWidget(sensitivity_);
+  column->addStretch();
+  connect(sensitivity_, &QComboBox::activated, this, &frmSettingsPage::sensitivityRequested);
+  return box;
+}
+
+QWidget* frmSettingsPage::makeTiming() {
+  auto* const box = new QGroupBox(tr("Timing (press Confirm to apply)"));
+  timing_ = box;
+  auto* const grid = new QGridLayout(box);
+  for (std::size_t i = 0; i < bars_.size(); ++i) {
+    const BarControl& control = barControls[i];
+    auto* const scroll = new QScrollBar(Qt::Horizontal);
+    auto* const value = new QLabel;
+    auto* const mark = new QLabel(tr("not sent"));
+    auto* const caption = new QLabel(captionOf(control.setting));
+    scroll->setObjectName(control.name);
+    scroll->setAccessibleName(caption->text());
+    scroll->setFocusPolicy(Qt::StrongFocus);
+    // A scroll bar's keys are made for text, where "right" goes back; here it means more.
+    scroll->setInvertedControls(false);
+    scroll->setMinimumHeight(fingerSize());
+    scroll->setMinimumWidth(3 * fingerSize());
+    caption->setWordWrap(true);
+    value->setObjectName(control.label);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value->setMinimumWidth(fingerSize());
+    mark->setObjectName(control.mark);
+    mark->setFont(boldened(mark->font()));
+    QSizePolicy keepsPlace = mark->sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    mark->setSizePolicy(keepsPlace);
+    mark->hide();
+    bars_[i] = {control.bar, scroll, value, mark};
+    const int row = static_cast<int>(i);
+    grid->addWidget(caption, row, 0);
+    grid->addWidget(scroll, row, 1);
+    grid->addWidget(value, row, 2);
+    // Nobody knows in what the driver counts the area.
+    if (control.bar != SettingsPanel::Bar::doubleClickArea) {
+      grid->addWidget(new QLabel(tr("ms")), row, 3);
+    }
+    grid->addWidget(mark, row, 4);
+    connect(scroll, &QScrollBar::valueChanged, this, [this, controls = bars_[i]](int position) {
+      panel_.moveBar(controls.bar, position);
+      showBar(controls);
+    });
+  }
+  grid->setColumnStretch(1, 1);
+  return box;
+}
+
+void frmSettingsPage::showBar(const BarControls& controls) {
+  controls.value->setText(shownText(panel_.bars().label(controls.bar)));
+  controls.mark->setVisible(panel_.bars().isUnsent(controls.bar));
+  controls.scroll->setAccessibleDescription(controls.mark->isHidden() ? QString()
+                                                                      : controls.mark->text());
+}
+
+QWidget* frmSettingsPage::makeActions() {
+  auto* const box = new QWidget;
+  auto* const row = new QHBoxLayout(box);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const hideCursor = new QPushButton(tr("Hide C&ursor"));
+  hideCursor->setObjectName("Command17");
+  auto* const confirm = new QPushButton(tr("Con&firm"));
+  confirm->setObjectName("Command6");
+  row->addWidget(hideCursor);
+  row->addStretch();
+  row->addWidget(confirm);
+  connect(hideCursor, &QPushButton::clicked, this, &frmSettingsPage::showCursorNote);
+  connect(confirm, &QPushButton::clicked, this, &frmSettingsPage::confirmRequested);
+  return box;
+}
+
+QWidget* frmSettingsPage::makeCursorHelp() {
+  cursorHelp_->setObjectName("cursorHelp");
+  cursorHelp_->setAccessibleName(tr("How to hide the cursor"));
+  cursorHelp_->setReadOnly(true);
+  cursorHelp_->setTabChangesFocus(true);
+  cursorHelp_->setMinimumHeight(3 * fingerSize());
+  cursorHelp_->hide();
+  return cursorHelp_;
+}
+
+void frmSettingsPage::showCursorNote() {
+  const auto note = cursorNote(workFolder_);
+  if (!note) {
+    emit statusChanged(Status::error(note.error().describe()));
+    return;
+  }
+  cursorHelp_->setPlainText(shownText(*note));
+  cursorHelp_->show();
+  cursorHelp_->setFocus();
+  emit noteShown(cursorHelp_);
+  if (cursorHelp_->toPlainText().trimmed().isEmpty()) {
+    emit statusChanged(tr("No instructions found (\"cursoroff.txt\" is missing).").toStdString());
+  }
+}
+
+void frmSettingsPage::fill() {
+  const DriverSettings& reported = panel_.shown();
+  for (const Switch& control : switches_) {
+    const QSignalBlocker silent(control.box);
+    control.box->setChecked((control.setting->get(reported) != 0) != control.inverted);
+  }
+  const auto choose = [](QButtonGroup* group, int value) {
+    const QSignalBlocker silent(group);
+    if (QAbstractButton* const option = group->button(value)) {
+      option->setChecked(true);
+      return;
+    }
+    // A value that no option stands for leaves all of them off.
+    group->setExclusive(false);
+    for (QAbstractButton* const option : group->buttons())
+      option->setChecked(false);
+    group->setExclusive(true);
+  };
+  choose(rotation_, reported.rotation);
+  choose(touchMode_, reported.touchMode);
+  sensitivity_->setCurrentIndex(panel_.sensitivity().value_or(-1));
+  const TimingBars& bars = panel_.bars();
+  for (const BarControls& controls : bars_) {
+    const QSignalBlocker silent(controls.scroll);
+    const TimingBars::Range range = bars.range(controls.bar);
+    controls.scroll->setRange(range.lowest, range.highest);
+    controls.scroll->setValue(bars.position(controls.bar));
+    showBar(controls);
+  }
+  panel_.filled();
+}
+
+}  // namespace touch

@@ -1,0 +1,91 @@
+#include "core/discovery/port_search.h"
+
+#include <chrono>
+
+#include "core/driver/connection.h"
+#include "core/serial_port.h"
+#include "support/clock.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int lastPort = 16;
+constexpr auto answerWait = 200ms;
+constexpr auto setUpWait = 100ms;
+
+/// Leaves the port closed, however the search ends.
+class ClosedAfterwards {
+ public:
+  explicit ClosedAfterwards(SerialPort& serial) : serial_(serial) {}
+  ClosedAfterwards(const ClosedAfterwards&) = delete;
+  ClosedAfterwards& operator=(const ClosedAfterwards&) = delete;
+  ~ClosedAfterwards() { serial_.close(); }
+
+ private:
+  SerialPort& serial_;
+};
+
+void makeDriverLetGo(const Access& access) {
+  // Without a controller the driver holds no port.
+  if (access.session.controllerName.empty()) return;
+  const Connection connection(access);
+  access.driver.CloseCOMPort(connection.handle());
+}
+
+/// Returns why the port cannot be opened.
+std::optional<std::string> openPort(SerialPort& serial, int port) {
+  if (serial.isOpen()) serial.close();
+  serial.selectPort(port);
+  if (auto complaint = serial.setSettings(normalLineSettings)) return complaint;
+  return serial.open();
+}
+
+Reply ask(const Access& access, SerialPort& serial, std::string_view command,
+          std::chrono::milliseconds wait) {
+  access.session.outputFrame = commandFrame(command);
+  serial.write(access.session.outputFrame.bytes());
+  access.clock.delay(wait);
+  return {serial.readAll()};
+}
+
+bool isAnswer(const Reply& reply) {
+  return reply.size() >= 2 && reply.bytes.front() == 0x01 && reply.bytes.back() == 0x0D;
+}
+
+}  // namespace
+
+PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortProgress& progress) {
+  const ClosedAfterwards closed(serial);
+  makeDriverLetGo(access);
+  bool oneOpened = false;
+  std::string shared;
+  std::string complaint;
+  for (int port = lastPort; port >= 1; --port) {
+    if (progress && !progress(port)) return {.cancelled = true};
+    if (const auto refused = openPort(serial, port)) {
+      complaint = *refused;
+      continue;
+    }
+    oneOpened = true;
+    if (const std::string sharing = serial.sharedWith(); !sharing.empty())
+      shared += (shared.empty() ? "" : " ") + sharing;
+    if (!isAnswer(ask(access, serial, "UT", answerWait))) continue;
+    return {.port = port,
+            .setUp = ask(access, serial, "MS", setUpWait).acknowledged(),
+            .shared = shared};
+  }
+  return {.noneOpened = oneOpened ? std::string() : complaint, .shared = shared};
+}
+
+std::string describe(const PortSearch& search) {
+  if (search.cancelled) return {};
+  if (!search.port) return "controller not found ??";
+  const std::string port = std::to_string(*search.port);
+  return search.setUp ? "Setup Ok in Com:" + port
+                      : "Controller in com:" + port + "  But Setup Error";
+}
+
+}  // namespace touch

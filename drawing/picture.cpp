@@ -1,0 +1,67 @@
+#include "drawing/picture.h"
+
+#include <utility>
+
+namespace touch {
+
+void Picture::clear() {
+  marks_.clear();
+  shown_.clear();
+}
+
+void Picture::line(TwipsPoint from, TwipsPoint to, Colour colour, int width) {
+  add(Shape::line, from, to, colour, width);
+}
+
+void Picture::circle(TwipsPoint centre, float radius, Colour colour, int width) {
+  add(Shape::circle, centre, {radius, 0}, colour, width);
+}
+
+void Picture::point(TwipsPoint at, Colour colour, int width) {
+  add(Shape::point, at, at, colour, width);
+}
+
+void Picture::add(Shape shape, TwipsPoint from, TwipsPoint to, Colour colour, int width) {
+  if (marks_.size() == mostMarks) {
+    marks_.erase(marks_.begin(), marks_.begin() + static_cast<std::ptrdiff_t>(mostMarks / 2));
+  }
+  marks_.push_back({from, to, colour, static_cast<std::int8_t>(width), shape, layer_});
+  draw(marks_.back(), shown_);
+}
+
+void Picture::removeLayer(Layer layer) {
+  if (std::erase_if(marks_, [layer](const Mark& mark) { return mark.layer == layer; }) > 0) {
+    showAnew();
+  }
+}
+
+void Picture::show(Marks marks) {
+  marks_ = std::move(marks);
+  showAnew();
+}
+
+void Picture::showAnew() {
+  shown_.clear();
+  drawOn(shown_);
+}
+
+void Picture::drawOn(Surface& surface) const {
+  for (const Mark& mark : marks_)
+    draw(mark, surface);
+}
+
+void Picture::draw(const Mark& mark, Surface& surface) {
+  switch (mark.shape) {
+    case Shape::line:
+      surface.line(mark.from, mark.to, mark.colour, mark.width);
+      break;
+    case Shape::circle:
+      surface.circle(mark.from, mark.to.x, mark.colour, mark.width);
+      break;
+    case Shape::point:
+      surface.point(mark.from, mark.colour, mark.width);
+      break;
+  }
+}
+
+}  // namespace touch

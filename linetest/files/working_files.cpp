@@ -1,0 +1,278 @@
+#include "linetest/files/working_files.h"
+
+#include <algorithm>
+#include <charconv>
+#include <string>
+#include <utility>
+
+#include "linetest/files/drawing_file.h"
+#include "support/files/marked_folder.h"
+#include "support/files/whole_file.h"
+#include "support/text/language.h"
+#include "support/text/number_layout.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view nameStart = "tmp";
+constexpr std::string_view extension = ".tmp";
+constexpr const char* unfinishedName = "unfinished";
+constexpr const char* damagedExtension = ".damaged";
+constexpr int mostPrograms = 9;
+// 3001 samples of two numbers take a tenth of it.
+constexpr std::size_t longestWorkingFile = std::size_t{1} << 20U;
+
+std::string nameOf(int number) {
+  return std::string(nameStart) + threeDigits(number) + std::string(extension);
+}
+
+std::optional<int> numberOf(std::string_view name) {
+  if (!name.starts_with(nameStart) || !name.ends_with(extension)) return std::nullopt;
+  int number = 0;
+  const char* begin = name.data() + nameStart.size();
+  const char* end = name.data() + name.size() - extension.size();
+  if (end < begin) return std::nullopt;
+  const auto [stop, failed] = std::from_chars(begin, end, number);
+  if (failed != std::errc() || number < 0 || name != nameOf(number)) return std::nullopt;
+  return number;
+}
+
+/// "tmp007.tmp.new", "tmp007.tmp.new1": half of a write that a crash has cut off.
+bool isCutOff(std::string_view name) {
+  const auto at = name.rfind(unfinishedEnding);
+  return at != name.npos && numberOf(name.substr(0, at)) &&
+         name.find_first_not_of("0123456789", at + unfinishedEnding.size()) == name.npos;
+}
+
+std::vector<int> numbersIn(const OwnFolder& folder) {
+  std::vector<int> numbers;
+  for (const std::string& name : folder.names())
+    if (const auto number = numberOf(name)) numbers.push_back(*number);
+  std::ranges::sort(numbers);
+  return numbers;
+}
+
+/// Beginning and ending, with a number between them where there is a file of that name already.
+std::string freeName(const std::vector<std::string>& names, const std::string& beginning,
+                     const std::string& ending = {}) {
+  std::string free = beginning + ending;
+  for (int next = 2; std::ranges::find(names, free) != names.end(); ++next) {
+    free = beginning;
+    free.append(std::to_string(next)).append(ending);
+  }
+  return free;
+}
+
+std::optional<FileError> renameIn(const OwnFolder& folder, const std::string& from,
+                                  const std::string& to) {
+  const auto error = folder.rename(from, to);
+  if (!error) return std::nullopt;
+  return FileError{(folder.path() / from).string(), 0,
+                   say("drawings", "a file that can be renamed"), error->found};
+}
+
+bool mayBeMade(const fs::path& folder) {
+  std::error_code unknown;
+  return !fs::exists(fs::symlink_status(folder, unknown)) &&
+         !isFolderOfTheSystem(folder.parent_path()) &&
+         (!fs::exists(folder.parent_path(), unknown) ||
+          SystemFolder::mayMakeIn(folder.parent_path()));
+}
+
+}  // namespace
+
+std::string workingText(const Stroke& stroke) {
+  std::string text;
+  for (const int value : {stroke.colour, stroke.width}) {
+    appendNumber(text, value);
+    text += recordEnd;
+  }
+  for (const TwipsPoint sample : stroke.samples) {
+    appendNumber(text, sample.x);
+    text += '\t';
+    appendNumber(text, sample.y);
+    text += recordEnd;
+  }
+  return text;
+}
+
+Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string name) {
+  NumberReader reader(text, std::move(name));
+  Stroke stroke;
+  stroke.colour = reader.integer(0, 15, marked("numbers", "a palette index from 0 to 15"));
+  stroke.width = reader.integer(1, 2, marked("numbers", "a draw width of 1 or 2"));
+  while (!reader.atEnd()) {
+    if (stroke.samples.size() == Stroke::mostSamples) {
+      reader.refuse(say("drawings", "the end of the file after 3001 samples"),
+                    say("drawings", "more"));
+      break;
+    }
+    const float x = reader.number(marked("numbers", "the x of a sample"));
+    const float y = reader.number(marked("numbers", "the y of a sample"));
+    stroke.samples.push_back({x, y});
+  }
+  if (stroke.samples.empty()) reader.refuse(say("drawings", "the x of a sample"), "");
+  if (reader.failed()) return reader.error();
+  return stroke;
+}
+
+/// Where the files are, or will be.
+struct WorkingFiles::Place {
+  std::vector<fs::path> candidates;
+  fs::path path;                       ///< one of them
+  std::optional<MarkedFolder> folder;  ///< once it is had
+};
+
+WorkingFiles::WorkingFiles(const fs::path& workingFolder, const fs::path& fallBack)
+    : place_(std::make_unique<Place>()) {
+  auto& candidates = place_->candidates;
+  candidates = {workingFolder / nameStart};
+  for (int program = 1; !fallBack.empty() && program <= mostPrograms; ++program)
+    candidates.push_back(fallBack / (std::string(nameStart) +
+                                     (program == 1 ? std::string() : std::to_string(program))));
+  for (const fs::path& candidate : candidates) {
+    place_->path = candidate;
+    if (auto folder = MarkedFolder::take(candidate)) place_->folder = std::move(*folder);
+    if (place_->folder || mayBeMade(candidate)) return;
+  }
+  place_->path = candidates.front();
+}
+
+WorkingFiles::WorkingFiles(WorkingFiles&&) noexcept = default;
+WorkingFiles& WorkingFiles::operator=(WorkingFiles&&) noexcept = default;
+WorkingFiles::~WorkingFiles() = default;
+
+const fs::path& WorkingFiles::folder() const {
+  return place_->path;
+}
+
+const OwnFolder* WorkingFiles::files() const {
+  return place_->folder ? &place_->folder->files() : nullptr;
+}
+
+std::optional<FileError> WorkingFiles::prepare() const {
+  std::optional<FileError> first;
+  for (const fs::path& candidate : place_->candidates) {
+    if (place_->folder) return std::nullopt;
+    auto folder = MarkedFolder::make(candidate);
+    if (!folder && !first) first = folder.error();
+    if (!folder) folder = MarkedFolder::take(candidate);
+    // Strokes that another program has left since this one was started are for one that offers them.
+    if (!folder || !numbersIn(folder->files()).empty()) continue;
+    place_->path = candidate;
+    place_->folder = std::move(*folder);
+  }
+  return place_->folder ? std::nullopt : first;
+}
+
+fs::path WorkingFiles::pathOf(int number) const {
+  return folder() / nameOf(number);
+}
+
+std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) const {
+  if (auto error = prepare()) return error;
+  // First, so that there is no stroke that the next run would not offer.
+  const auto mark = files()->openFile(unfinishedName, OwnFolder::Opening::append);
+  if (!mark) return mark.error();
+  return files()->write(nameOf(number), workingText(stroke));
+}
+
+Result<Stroke, FileError> WorkingFiles::read(int number) const {
+  const std::string path = pathOf(number).string();
+  if (files() == nullptr)
+    return FileError{path, 0, say("drawings", "a recorded stroke"), say("drawings", "none")};
+  const auto text = files()->read(nameOf(number), longestWorkingFile);
+  if (!text) return text.error();
+  return parseWorkingText(*text, path);
+}
+
+Result<std::vector<Stroke>, FileError> WorkingFiles::readAll(int count) const {
+  std::vector<Stroke> strokes;
+  for (int number = 0; number < count; ++number) {
+    auto stroke = read(number);
+    if (!stroke) return stroke.error();
+    strokes.push_back(std::move(*stroke));
+  }
+  return strokes;
+}
+
+void WorkingFiles::remove(int number) const {
+  if (files() != nullptr) files()->remove(nameOf(number));
+}
+
+bool WorkingFiles::isUnfinished() const {
+  return files() != nullptr && files()->openFile(unfinishedName, OwnFolder::Opening::read);
+}
+
+void WorkingFiles::finish() const {
+  if (files() != nullptr) files()->remove(unfinishedName);
+}
+
+std::optional<FileError> WorkingFiles::clear() const {
+  if (files() == nullptr) return std::nullopt;
+  std::optional<FileError> first;
+  for (const std::string& name : files()->names()) {
+    if (!numberOf(name) && !isCutOff(name)) continue;
+    const auto error = files()->remove(name);
+    if (error && !first) first = error;
+  }
+  finish();
+  return first;
+}
+
+LeftStrokes WorkingFiles::left() const {
+  LeftStrokes left;
+  if (files() == nullptr) return left;
+  for (const int number : numbersIn(*files())) {
+    auto stroke = read(number);
+    if (stroke) {
+      left.strokes.push_back({number, std::move(*stroke)});
+    } else {
+      left.damaged.push_back(stroke.error());
+      left.damagedNumbers.push_back(number);
+    }
+  }
+  return left;
+}
+
+std::optional<FileError> WorkingFiles::setDamagedAside(const LeftStrokes& left) const {
+  if (files() == nullptr) return std::nullopt;
+  for (const int number : left.damagedNumbers) {
+    const std::string damaged = nameOf(number);
+    const std::string aside =
+        damaged.substr(0, damaged.size() - extension.size()) + damagedExtension;
+    if (auto error = renameIn(*files(), damaged, freeName(files()->names(), aside))) return error;
+  }
+  return std::nullopt;
+}
+
+fs::path WorkingFiles::asidePath() const {
+  const auto names = files() == nullptr ? std::vector<std::string>() : files()->names();
+  return folder() / freeName(names, "left", ".fdw");
+}
+
+std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left) const {
+  if (auto error = prepare()) return error;
+  Drawing drawing;
+  for (const auto& [number, stroke] : left.strokes)
+    drawing.push_back(stroke);
+  if (auto error = files()->write(asidePath().filename().string(), drawingText(drawing)))
+    return error;
+  return clear();
+}
+
+std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
+  int next = 0;
+  for (const auto& [number, stroke] : left.strokes) {
+    if (number != next) {
+      if (auto error = renameIn(*files(), nameOf(number), nameOf(next))) return error;
+    }
+    ++next;
+  }
+  return std::nullopt;
+}
+
+}  // namespace touch

@@ -1,0 +1,109 @@
+#include "ports/serial_device.h"
+
+// Behind Asio, which must be the first to include the socket headers.
+#include <windows.h>
+
+#include "ports/port_holders.h"
+#include "support/text/language.h"
+
+namespace touch::serial_device {
+
+namespace {
+
+std::error_code failedIf(bool failed) {
+  if (!failed) return {};
+  return {static_cast<int>(GetLastError()), std::system_category()};
+}
+
+/// Controllers are powered from DTR and RTS, which Asio lets fall. A damaged byte is to arrive as it came.
+std::error_code raiseLines(HANDLE device) {
+  DCB line{};
+  line.DCBlength = sizeof line;
+  if (GetCommState(device, &line) == 0) return failedIf(true);
+  line.fDtrControl = DTR_CONTROL_ENABLE;
+  line.fRtsControl = RTS_CONTROL_ENABLE;
+  line.fErrorChar = FALSE;
+  return failedIf(SetCommState(device, &line) == 0);
+}
+
+}  // namespace
+
+std::string defaultName(int number) {
+  return "COM" + std::to_string(number);
+}
+
+Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
+                                                      const std::string& device) {
+  // Windows opens a serial port for one program only, and Asio makes it raw.
+  std::error_code error;
+  port.open(device, error);
+  if (error) return error;
+  error = raiseLines(port.native_handle());
+  if (!error) error = failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
+  if (error) return error;
+  // Whoever opens a port there sets it up anew, and closing it is all that others wait for.
+  return std::make_unique<Before>();
+}
+
+bool isPseudoTerminal(asio::serial_port&) {
+  return false;
+}
+
+std::error_code reportDamage(asio::serial_port&) {
+  // Windows has both from the opening.
+  return {};
+}
+
+Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
+  COMSTAT state{};
+  DWORD errors = 0;
+  const auto error = failedIf(ClearCommError(port.native_handle(), &errors, &state) == 0);
+  if (error) return error;
+  // It tells that there was damage since it was asked last, not how much.
+  const bool damaged = (errors & (CE_FRAME | CE_RXPARITY | CE_BREAK)) != 0;
+  return Waiting{.bytes = state.cbInQue, .damaged = damaged ? std::size_t{1} : std::size_t{0}};
+}
+
+std::optional<int> descriptor(asio::serial_port&) {
+  return std::nullopt;
+}
+
+std::error_code clearInput(asio::serial_port& port) {
+  return failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR) == 0);
+}
+
+std::error_code clearOutput(asio::serial_port& port) {
+  return failedIf(PurgeComm(port.native_handle(), PURGE_TXCLEAR) == 0);
+}
+
+std::string explainRefusal(const std::error_code& error, const std::string& device, int number) {
+  const std::string option = "--com " + std::to_string(number) + "=DEVICE";
+  switch (static_cast<DWORD>(error.value())) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+      return filled(say("ports",
+                        "there is no such device. Connect it, or say which device it is with %1. "
+                        "'touchctl doctor' lists those that are there."),
+                    {option});
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+      return inUseText(portHolders(device));
+    case ERROR_INVALID_FUNCTION:
+    case ERROR_INVALID_PARAMETER:
+      return filled(
+          say("ports", "it is not a serial port. Please say which device it is with %1."),
+          {option});
+    default:
+      return error.message() + ". " + say("ports", "Check the connection, then try again.");
+  }
+}
+
+std::string explainNoSimulatedPort(int number) {
+  const std::string assignment = "--com " + std::to_string(number) + "=COM3";
+  return filled(say("ports",
+                    "on Windows simulated controllers have no serial port. Say which real port to "
+                    "use, e.g. %1."),
+                {assignment});
+}
+
+}  // namespace touch::serial_device

@@ -1,0 +1,153 @@
+#include "serial/debugger/console_log.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "support/text/hex.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::size_t bytesPerLine = 16;
+constexpr std::size_t hexColumn = bytesPerLine * 3;
+
+char lowered(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
+                                              : character;
+}
+
+bool holds(std::string_view text, std::string_view part) {
+  const auto same = [](char one, char other) { return lowered(one) == lowered(other); };
+  return std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end() ||
+         part.empty();
+}
+
+bool passes(const ConsoleLine& line, const ConsoleFilter& filter) {
+  const std::array wanted = {filter.sent, filter.received, filter.reports, filter.notes};
+  if (!wanted[static_cast<std::size_t>(line.kind)]) return false;
+  return filter.containing.empty() || holds(shown(line), filter.containing);
+}
+
+std::size_t charactersIn(const ConsoleLine& line) {
+  return shown(line).size() + 1;
+}
+
+}  // namespace
+
+std::string hexText(std::span<const std::uint8_t> bytes) {
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    if (!text.empty()) text += ' ';
+    text += hexByte(byte);
+  }
+  return text;
+}
+
+std::string plainText(std::span<const std::uint8_t> bytes) {
+  std::string text(bytes.size(), '.');
+  std::ranges::transform(bytes, text.begin(), [](std::uint8_t byte) {
+    return byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '.';
+  });
+  return text;
+}
+
+std::string shown(const ConsoleLine& line) {
+  const double seconds = std::chrono::duration<double>(line.time).count();
+  switch (line.kind) {
+    case ConsoleLineKind::sent:
+    case ConsoleLineKind::received:
+      return fmt::format("{:.3f} {} {:<{}}{}", seconds,
+                         line.kind == ConsoleLineKind::sent ? '>' : '<', hexText(line.bytes),
+                         hexColumn, plainText(line.bytes));
+    case ConsoleLineKind::report:
+      return fmt::format("{:.3f} = {}  {}", seconds, line.text, hexText(line.bytes));
+    case ConsoleLineKind::note:
+      break;
+  }
+  return line.text;
+}
+
+std::string shown(std::span<const ConsoleLine> lines) {
+  std::string text;
+  for (const ConsoleLine& line : lines)
+    text.append(shown(line)).append(1, '\n');
+  return text;
+}
+
+std::optional<std::size_t> findLine(std::span<const ConsoleLine> lines, std::string_view text,
+                                    std::size_t from) {
+  for (std::size_t step = 0; step < lines.size(); ++step) {
+    const std::size_t index = (from + step) % lines.size();
+    if (holds(shown(lines[index]), text)) return index;
+  }
+  return std::nullopt;
+}
+
+void ConsoleLog::sent(std::span<const std::uint8_t> bytes) {
+  addBytes(ConsoleLineKind::sent, bytes);
+}
+
+void ConsoleLog::received(std::span<const std::uint8_t> bytes) {
+  addBytes(ConsoleLineKind::received, bytes);
+}
+
+void ConsoleLog::report(std::string text, std::span<const std::uint8_t> bytes) {
+  add({ConsoleLineKind::report, elapsed(), {bytes.begin(), bytes.end()}, std::move(text)});
+}
+
+void ConsoleLog::note(std::string_view text) {
+  add({ConsoleLineKind::note, elapsed(), {}, std::string(text)});
+}
+
+void ConsoleLog::clear() {
+  lines_.clear();
+  characters_ = 0;
+  if (frozen_) frozen_->clear();
+}
+
+void ConsoleLog::dropOldestHalf() {
+  std::size_t kept = characters_ / 2;
+  while (kept > limit)
+    kept /= 2;
+  while (characters_ > kept && !lines_.empty()) {
+    characters_ -= charactersIn(lines_.front());
+    lines_.pop_front();
+  }
+}
+
+void ConsoleLog::pause(bool on) {
+  if (!on) {
+    frozen_.reset();
+  } else if (!frozen_) {
+    frozen_ = lines_;
+  }
+}
+
+std::vector<ConsoleLine> ConsoleLog::lines(const ConsoleFilter& filter) const {
+  std::vector<ConsoleLine> chosen;
+  std::ranges::copy_if(frozen_ ? *frozen_ : lines_, std::back_inserter(chosen),
+                       [&](const ConsoleLine& line) { return passes(line, filter); });
+  return chosen;
+}
+
+void ConsoleLog::addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const auto part = bytes.first(std::min(bytes.size(), bytesPerLine));
+    add({kind, elapsed(), {part.begin(), part.end()}, {}});
+    bytes = bytes.subspan(part.size());
+  }
+}
+
+void ConsoleLog::add(ConsoleLine line) {
+  characters_ += charactersIn(line);
+  lines_.push_back(std::move(line));
+}
+
+std::chrono::milliseconds ConsoleLog::elapsed() const {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(clock_.now() - start_);
+}
+
+}  // namespace touch

@@ -1,0 +1,197 @@
+#include "serial/debugger/debugger.h"
+
+#include <chrono>
+#include <utility>
+
+#include "support/prompt.h"
+#include "support/text/language.h"
+#include "support/text/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Long enough for the receive mode to find the line idle and to show a packet's rest.
+constexpr auto afterReplay = 500ms;
+// Far more than an answer, and less than a port keeps.
+constexpr std::size_t plenty = std::size_t{32} << 10U;
+
+}  // namespace
+
+Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
+                   std::vector<ReportFormat> formats)
+    : access_(access),
+      prompt_(prompt),
+      formats_(std::move(formats)),
+      log_(access.clock),
+      recorded_(serial, access.clock),
+      port_(access, prompt, recorded_, log_),
+      exchange_(access, prompt, port_, log_),
+      mode_(parts(), {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }}) {
+  chooseSet(CommandSet::quorvane);
+}
+
+ReceiveMode::Parts Debugger::parts() {
+  return {access_.session, access_.clock, prompt_, log_, formats_};
+}
+
+void Debugger::tell(std::string text) {
+  log_.note(text);
+  status_ = std::move(text);
+}
+
+std::optional<std::string> Debugger::takeStatus() {
+  if (auto remark = receiveMode().takeRemark(); remark && !status_) return remark;
+  return std::exchange(status_, std::nullopt);
+}
+
+std::optional<std::string> Debugger::takePort() {
+  if (isBusy()) return std::nullopt;
+  auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
+  tell(refused ? *refused : port_.driverText() + ' ' + portText());
+  tellOfSharing();
+  return refused;
+}
+
+void Debugger::tellUser(const std::string& text) {
+  const DebuggerPort::Use use(port_);
+  prompt_.message(text);
+}
+
+void Debugger::searchPort() {
+  if (isBusy()) return;
+  tell(say("debugger", "Searching COM1 and COM2 for a controller …"));
+  const auto found = port_.comporttest();
+  tell(found ? filled(say("debugger", "A controller answers on COM%1."), {std::to_string(*found)})
+             : say("debugger", "No controller answers on COM1 or COM2."));
+  tellOfSharing();
+}
+
+void Debugger::tellOfSharing() {
+  if (const std::string sharing = recorded_.sharedWith(); !sharing.empty()) tell(sharing);
+}
+
+void Debugger::leave() {
+  stopReplay();
+  mode_.debug();
+  stopRecording();
+  port_.giveBack();
+}
+
+std::string Debugger::portText() const {
+  const std::string name = "COM" + std::to_string(port_.selected());
+  std::string text = portIsOpen()
+                         ? filled(say("debugger", "%1 is open, %2."), {name, normalLineSettings})
+                         : filled(say("debugger", "%1 is closed."), {name});
+  if (port_.damaged() > 0) {
+    text += ' ' + filled(say("debugger", "Damaged bytes: %1."), {std::to_string(port_.damaged())});
+  }
+  return text;
+}
+
+std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
+  auto reply = exchange_.send(choice);
+  mode_.setReplyFormat(exchange_.replyFormat());
+  return reply;
+}
+
+void Debugger::startRecording(const std::filesystem::path& file) {
+  const auto failed = recorded_.startRecording(file);
+  tell(failed ? failed->describe()
+              : filled(say("debugger", "Recording to %1"), {toUtf8(file.string())}));
+}
+
+void Debugger::stopRecording() {
+  const bool wasOn = isRecording();
+  if (const auto failed = recorded_.stopRecording()) {
+    tell(say("debugger", "The recording broke off.") + ' ' + failed->describe());
+  } else if (wasOn) {
+    tell(say("debugger", "The recording has ended."));
+  }
+}
+
+void Debugger::startReplay(const std::filesystem::path& file) {
+  if (isBusy()) return;
+  auto recording = RecordingFile::open(file);
+  if (!recording) {
+    tell(recording.error().describe());
+    return;
+  }
+  auto replay = std::make_unique<Replay>(std::move(*recording), parts());
+  if (replay->port.isFinished()) {
+    const auto failed = replay->port.error();
+    tell(failed ? failed->describe()
+                : filled(say("debugger", "%1 holds nothing that came from a controller."),
+                         {toUtf8(file.string())}));
+    return;
+  }
+  stopReplay();
+  const bool measuring = mode_.isMeasuring();
+  mode_.suspend();
+  replay_ = std::move(replay);
+  if (measuring) replay_->mode.measureRate(true);
+  replay_->mode.receive();
+  replay_->port.open();
+  tell(filled(say("debugger", "Replaying %1"), {toUtf8(file.string())}));
+}
+
+void Debugger::stopReplay() {
+  if (!isReplaying() || drawing_ || isBusy()) return;
+  const bool measuring = replay_->mode.isMeasuring();
+  const auto failed = replay_->port.error();
+  replay_.reset();
+  if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
+  mode_.resume();
+  tell(failed ? say("debugger", "The replay broke off.") + ' ' + failed->describe()
+              : say("debugger", "The replay has ended."));
+}
+
+std::optional<std::string> Debugger::whyNothingToDraw() const {
+  if (portIsOpen() || isReplaying()) return std::nullopt;
+  return filled(say("debugger",
+                    "COM%1 is closed: no touches will be drawn. To mend that, leave the drawing "
+                    "and press \"Take the port\", or replay a recording."),
+                {std::to_string(port_.selected())});
+}
+
+ReceivingPort Debugger::beginDrawing() {
+  drawing_ = true;
+  mode_.suspend();
+  if (!replay_) {
+    // The drawing begins with what comes from now on.
+    if (!port_.isBusy()) recorded_.clearInput();
+    return {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }};
+  }
+  replay_->mode.suspend();
+  replay_->port.close();
+  replay_->port.open();
+  return {replay_->port, {}, {}};
+}
+
+void Debugger::endDrawing() {
+  drawing_ = false;
+  if (isReplaying()) {
+    replay_->mode.resume();
+  } else {
+    mode_.resume();
+  }
+}
+
+void Debugger::watch() {
+  if (isBusy()) return;
+  // A port that nobody uses does not notice by itself that its device has gone.
+  const std::size_t unread = recorded_.inBufferCount();
+  flooded_ = unread > unread_ || unread > plenty;
+  unread_ = unread;
+  port_.noteDamage();
+  port_.tellLoss();
+  if (!isRecording()) stopRecording();
+  if (!isReplaying() || !replay_->port.isFinished()) return;
+  const auto now = access_.clock.now();
+  if (!replay_->finished) replay_->finished = now;
+  if (now - *replay_->finished >= afterReplay) stopReplay();
+}
+
+}  // namespace touch

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "serial/commands/debugger_exchange.h"
+#include "serial/debugger/console_log.h"
+#include "serial/debugger/debugger_port.h"
+#include "serial/receiving/receive_mode.h"
+#include "serial/recording/recording_ports.h"
+
+namespace touch {
+
+/// The debugger as its window uses it: the port, the console's log, the exchange, the receive mode, a recording of all
+/// that passes, and a replay that takes the port's place for whoever reads reports.
+class Debugger {
+ public:
+  /// All of them outlive it, but for `formats`. Begins with the quorvane set; the port is not taken yet.
+  Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
+           std::vector<ReportFormat> formats);
+
+  /// Takes the port from the driver: COM1, or where a controller was found. Returns why there is none, for a box.
+  std::optional<std::string> takePort();
+  /// A box. Nobody gives the port back while it is up.
+  void tellUser(const std::string& text);
+  /// Looks for a controller on COM1 and COM2.
+  void searchPort();
+  /// Ends what is going on and gives the port back to the driver.
+  void leave();
+  bool portIsOpen() const { return recorded_.isOpen(); }
+  std::string portText() const;
+  /// An exchange is under way, or a message box holds up the receive mode: nothing else may be done with the port, nor may
+  /// it be given back or a replay be ended.
+  bool isBusy() const {
+    return port_.isBusy() || mode_.isTicking() || (replay_ && replay_->mode.isTicking());
+  }
+
+  void chooseSet(CommandSet set) { access_.session.commandSet = set; }
+  /// "Send", see DebuggerExchange::send.
+  std::optional<DebuggerReply> send(const SendChoice& choice);
+
+  /// What was said since it was asked last about the port, a recording or a replay, which the log has as
+  /// well, or about the log.
+  std::optional<std::string> takeStatus();
+  ConsoleLog& log() { return log_; }
+  const ConsoleLog& log() const { return log_; }
+  /// The one whose reports the console shows: that of the replay while there is one.
+  ReceiveMode& receiveMode() { return replay_ ? replay_->mode : mode_; }
+
+  bool isRecording() const { return recorded_.isRecording(); }
+  void startRecording(const std::filesystem::path& file);
+  void stopRecording();
+
+  bool isReplaying() const { return replay_ != nullptr; }
+  void startReplay(const std::filesystem::path& file);
+  void stopReplay();
+
+  /// What to tell who opens the raw drawing where nothing can come in.
+  std::optional<std::string> whyNothingToDraw() const;
+  /// The raw drawing has the port, or the replay from its beginning, until `endDrawing`.
+  ReceivingPort beginDrawing();
+  void endDrawing();
+  ReportDecoder makeDecoder() const {
+    return ReportDecoder(familyOf(access_.session.commandSet), formats_);
+  }
+
+  /// Something is under way that `watch` has to look after again and again.
+  bool isActive() const {
+    return isReplaying() || isRecording() || (portIsOpen() && mode_.isReceiving() && !drawing_);
+  }
+  bool isDrawing() const { return drawing_; }
+  /// See SerialPort::descriptor.
+  std::optional<int> descriptor() const { return recorded_.descriptor(); }
+  /// When `watch` last looked, bytes were coming in that nobody reads.
+  bool isFlooded() const { return flooded_; }
+
+  /// To be called now and then: notices a device that has gone, a full disk and the end of a replay. While busy it notices
+  /// nothing.
+  void watch();
+
+ private:
+  struct Replay {
+    Replay(std::unique_ptr<TransferSource> recording, const ReceiveMode::Parts& parts)
+        : port(std::move(recording), parts.clock), mode(parts, {port, {}, {}}) {}
+    ReplayPort port;
+    ReceiveMode mode;
+    std::optional<Clock::TimePoint> finished;
+  };
+
+  ReceiveMode::Parts parts();
+  void tellOfSharing();
+  void tell(std::string text);
+
+  Access access_;
+  Prompt& prompt_;
+  std::vector<ReportFormat> formats_;
+  ConsoleLog log_;
+  RecordedPort recorded_;
+  DebuggerPort port_;
+  DebuggerExchange exchange_;
+  ReceiveMode mode_;
+  std::unique_ptr<Replay> replay_;
+  bool drawing_ = false;
+  std::size_t unread_ = 0;  ///< bytes
+  bool flooded_ = false;
+  std::optional<std::string> status_;
+};
+
+}  // namespace touch

@@ -1,0 +1,213 @@
+#include "serial/debugger/debugger_port.h"
+
+#include <chrono>
+
+#include "core/driver/driver.h"
+#include "serial/debugger/console_log.h"
+#include "support/clock.h"
+#include "support/prompt.h"
+#include "support/text/language.h"
+#include "support/text/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::string_view sevenBitSettings = "9600,n,7,2";
+constexpr int lastSelectedPort = 16;
+constexpr int lastProbedPort = 2;
+constexpr auto afterFirstProbe = 30ms;
+constexpr auto afterSecondProbe = 100ms;
+constexpr auto afterLineChange = 100ms;
+constexpr std::uint8_t answerEnd = 0x0D;
+constexpr std::size_t shortestAnswer = 3;
+
+bool isAnswer(const std::vector<std::uint8_t>& reply) {
+  return reply.size() >= shortestAnswer && reply.back() == answerEnd;
+}
+
+std::string notSentText() {
+  return say(
+      "debugger",
+      "The command was not sent: the line takes no bytes. Look at the cable and at what holds "
+      "the controller up, then try again.");
+}
+
+/// Sets the port to 8 data bits and 1 stop bit, however the work at 7 and 2 ends.
+class NormalAfterwards {
+ public:
+  explicit NormalAfterwards(SerialPort& serial) : serial_(serial) {}
+  NormalAfterwards(const NormalAfterwards&) = delete;
+  NormalAfterwards& operator=(const NormalAfterwards&) = delete;
+  ~NormalAfterwards() { serial_.setSettings(normalLineSettings); }
+
+ private:
+  SerialPort& serial_;
+};
+
+}  // namespace
+
+void DebuggerPort::takeFromDriver() {
+  if (!isTaken()) {
+    controller_ = access_.session.controllerName;
+    connection_.emplace(access_);
+  } else if (letGo_.value_or(1) != 0) {
+    return;
+  }
+  const std::int32_t result = access_.driver.CloseCOMPort(connection_->handle());
+  // Where there is no controller nobody holds a port.
+  if (!controller_.empty()) letGo_ = result;
+}
+
+std::string DebuggerPort::driverText() const {
+  if (letGo_.value_or(1) != 0) return say("debugger", "The driver has let go of its port.");
+  return filled(say("debugger", "The driver has not let go of the port of %1."),
+                {toUtf8(controller_)});
+}
+
+std::optional<std::string> DebuggerPort::take(int port) {
+  takeFromDriver();
+  auto refused = openPort(port);
+  if (refused && letGo_ == 0) refused = driverText() + ' ' + *refused;
+  return refused;
+}
+
+std::optional<std::string> DebuggerPort::openPort(int port) {
+  lossTold_ = false;
+  // A port that turns out to have gone here closes, and may be there again below.
+  auto refused = serial_.setSettings(normalLineSettings);
+  if (refused && serial_.isOpen()) return refused;
+  select(port);
+  return serial_.open();
+}
+
+void DebuggerPort::giveBack() {
+  if (!isTaken()) return;
+  serial_.close();
+  access_.driver.ReopenCOMPort(connection_->handle());
+  connection_.reset();
+  letGo_.reset();
+}
+
+void DebuggerPort::select(int port) {
+  if (serial_.isOpen() && selected_ == port) return;
+  serial_.close();
+  serial_.selectPort(port);
+  selected_ = port;
+}
+
+void DebuggerPort::selectcom() {
+  for (int port = 1; port <= lastSelectedPort; ++port) {
+    serial_.close();
+    select(port);
+    serial_.open();
+  }
+}
+
+std::optional<int> DebuggerPort::comporttest() {
+  const Use use(*this);
+  foundPort_.reset();
+  takeFromDriver();
+  lossTold_ = false;
+  serial_.setSettings(normalLineSettings);
+  for (int port = 1; port <= lastProbedPort; ++port) {
+    select(port);
+    if (const auto refused = serial_.open()) {
+      log_.note(*refused);
+      continue;
+    }
+    log_.note(filled(say("debugger", "Asking on COM%1 …"), {std::to_string(port)}));
+    if (isAnswer(probe())) {
+      foundPort_ = port;
+      return foundPort_;
+    }
+    serial_.close();
+  }
+  // Whatever became of the ports, this is what is to be said.
+  lossTold_ = true;
+  prompt_.message("Device Can't found!!");
+  return foundPort_;
+}
+
+std::vector<std::uint8_t> DebuggerPort::probe() {
+  const Frame nullCommand = commandFrame("Z");
+  sendFresh(nullCommand);
+  access_.clock.delay(afterFirstProbe);
+  sendFresh(nullCommand);
+  access_.clock.delay(afterSecondProbe);
+  return receive();
+}
+
+bool DebuggerPort::N72toN81() {
+  const Use use(*this);
+  std::optional<std::string> refused;
+  bool wentOut = false;
+  {
+    const NormalAfterwards normal(serial_);
+    refused = serial_.setSettings(sevenBitSettings);
+    if (!refused) {
+      log_.note(sevenBitSettings);
+      wentOut = sendFresh(commandFrame("PN81"));
+      access_.clock.delay(afterLineChange);
+    }
+  }
+  if (serial_.isOpen()) log_.note(normalLineSettings);
+  receive();
+  if (tellLoss()) return false;
+  if (refused) {
+    prompt_.message(*refused);
+  } else if (!wentOut) {
+    tellNotSent();
+  }
+  return wentOut;
+}
+
+bool DebuggerPort::sendFresh(const Frame& frame) {
+  serial_.clearOutput();
+  serial_.clearInput();
+  access_.session.outputFrame = frame;
+  if (send(frame.bytes())) return true;
+  if (serial_.isOpen()) log_.note(notSentText());
+  return false;
+}
+
+bool DebuggerPort::send(std::span<const std::uint8_t> bytes) {
+  if (!serial_.write(bytes)) return false;
+  log_.sent(bytes);
+  return true;
+}
+
+std::vector<std::uint8_t> DebuggerPort::receive() {
+  auto bytes = serial_.readAll();
+  log_.received(bytes);
+  noteDamage();
+  return bytes;
+}
+
+void DebuggerPort::noteDamage() {
+  const std::size_t count = serial_.takeDamaged();
+  if (count == 0) return;
+  damaged_ += count;
+  log_.note(filled(say("debugger",
+                       "Of the bytes that came, %1 were damaged on the line (parity, stop bit or "
+                       "break)."),
+                   {std::to_string(count)}));
+}
+
+void DebuggerPort::tellNotSent() {
+  prompt_.message(notSentText());
+}
+
+bool DebuggerPort::tellLoss() {
+  if (!isTaken() || serial_.isOpen() || lossTold_) return false;
+  const auto reason = serial_.lost();
+  if (!reason) return false;
+  lossTold_ = true;
+  const Use use(*this);
+  prompt_.message(*reason);
+  return true;
+}
+
+}  // namespace touch

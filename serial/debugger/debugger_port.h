@@ -1,0 +1,114 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "core/driver/connection.h"
+#include "core/serial_port.h"
+#include "core/session.h"
+
+namespace touch {
+
+class ConsoleLog;
+class Prompt;
+
+/// The serial port while the debugger talks to a controller without the driver. The driver is made to let go of its port
+/// when this first takes one, and gets it back once, on `giveBack` or on destruction, whatever became of the port between:
+/// refused, lost or never found. Its controller stays open all that time, because both operations want the same handle;
+/// CloseController is the last thing said to the driver.
+class DebuggerPort {
+ public:
+  /// The COM port on which the debugger always starts; it does not search.
+  static constexpr int startPort = 1;
+
+  /// Takes nothing yet. All of them must outlive it. What it says to the controller by itself, and hears, stands in
+  /// `log`.
+  DebuggerPort(const Access& access, Prompt& prompt, SerialPort& serial, ConsoleLog& log)
+      : access_(access), prompt_(prompt), serial_(serial), log_(log) {}
+  DebuggerPort(const DebuggerPort&) = delete;
+  DebuggerPort& operator=(const DebuggerPort&) = delete;
+  ~DebuggerPort() { giveBack(); }
+
+  /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". Returns why it cannot be opened and
+  /// what to do about it, or nothing. After an error the user can mend it and try again.
+  std::optional<std::string> take(int port = startPort);
+  /// Closes the port, makes the driver take its own again (even when the port was closed already) and closes the
+  /// controller. Without having taken it nothing happens.
+  void giveBack();
+  bool isTaken() const { return connection_.has_value(); }
+  /// What the driver answered to letting go; nothing before it was asked, and where it was asked for no controller.
+  std::optional<std::int32_t> letGoResult() const { return letGo_; }
+  /// Says that the driver has let go of its port, or which one has not.
+  std::string driverText() const;
+
+  SerialPort& serial() { return serial_; }
+
+  /// Opens COM1 to COM16 in turn, each in place of the one before; ports that are absent are passed over. COM16 stays
+  /// open if there is one.
+  void selectcom();
+  /// Looks on COM1 and COM2, and only there, for a controller that answers "Z", and leaves its port open; the driver
+  /// lets go before. Without one no port stays open and the user is told. Returns the found port.
+  std::optional<int> comporttest();
+  /// The COM port that is open, or was the last that was tried.
+  int selected() const { return selected_; }
+  /// What the last comporttest found.
+  std::optional<int> foundPort() const { return foundPort_; }
+  /// Tells a controller that speaks 7 data bits and 2 stop bits to speak 8 and 1 from now on, and sets the port to
+  /// "9600,n,8,1". Whether the controller has understood is not known. False when it could not be told; the user knows
+  /// why then.
+  bool N72toN81();
+
+  /// Writes `bytes` and notes that they went out. Returns whether they did; the user is to be told otherwise.
+  bool send(std::span<const std::uint8_t> bytes);
+  /// Everything that has come in, which is noted as well, and what of it was damaged.
+  std::vector<std::uint8_t> receive();
+  /// Notes what has come damaged since this was last called.
+  void noteDamage();
+  /// The bytes that came damaged since the port was first taken.
+  std::size_t damaged() const { return damaged_; }
+  /// Says that a command did not go out, and why.
+  void tellNotSent();
+
+  /// When the device has gone while the port was open: tells the user, once. Returns whether that was so. To be asked at
+  /// the end of whatever uses the port.
+  bool tellLoss();
+
+  /// Marks the port as used by an action with waits in it: nobody else may read or write it meanwhile.
+  class Use {
+   public:
+    explicit Use(DebuggerPort& port) : port_(port) { ++port_.uses_; }
+    Use(const Use&) = delete;
+    Use& operator=(const Use&) = delete;
+    ~Use() { --port_.uses_; }
+
+   private:
+    DebuggerPort& port_;
+  };
+  bool isBusy() const { return uses_ > 0; }
+
+ private:
+  void takeFromDriver();
+  std::optional<std::string> openPort(int port);
+  void select(int port);
+  /// What the controller on the open port says to two "Z"; empty when it says nothing.
+  std::vector<std::uint8_t> probe();
+  bool sendFresh(const Frame& frame);
+
+  Access access_;
+  Prompt& prompt_;
+  SerialPort& serial_;
+  ConsoleLog& log_;
+  std::optional<Connection> connection_;  ///< from the first taking to the end
+  std::string controller_;                ///< whose driver was asked to let go; empty: none
+  std::optional<std::int32_t> letGo_;
+  bool lossTold_ = false;
+  std::size_t damaged_ = 0;
+  int selected_ = startPort;
+  std::optional<int> foundPort_;
+  int uses_ = 0;
+};
+
+}  // namespace touch

@@ -1,0 +1,566 @@
+#include "serial/debugger/frmRSDebug.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QSocketNotifier>
+#include <QTabWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "serial/debugger/frmCommandPanel.h"
+#include "serial/debugger/frmConsolePanel.h"
+#include "serial/rawdrawing/frmRsDraw.h"
+#include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
+#include "ui/controls/scrollable.h"
+#include "ui/guide/help.h"
+#include "ui/page_keys.h"
+#include "ui/screens/panel_monitor.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+#include "ui/window_end.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto renewal = 100ms;
+// Where the line does not tell by itself that its device has gone.
+constexpr auto lookAtLine = 1s;
+constexpr int sideBySideWidth = 900;
+constexpr int commandsWidth = 354;
+
+QWidget* stacked(std::initializer_list<QWidget*> parts) {
+  auto* const box = new QWidget;
+  auto* const column = new QVBoxLayout(box);
+  const int margin = isSmallScreen() ? 2 : 6;
+  column->setContentsMargins(margin, margin, margin, margin);
+  column->setSpacing(margin);
+  for (QWidget* const part : parts)
+    column->addWidget(part);
+  return box;
+}
+
+}  // namespace
+
+/// How many intervals between reports are how long: one bar for each width.
+class RateHistogram final : public QWidget {
+ public:
+  RateHistogram() {
+    setObjectName("rateHistogram");
+    setMinimumHeight(isSmallScreen() ? 24 : 56);
+    setToolTip(
+        frmRSDebug::tr(
+            "How many intervals from one report to the next are how long; a bar for every %1 "
+            "ms, the last one also for longer ones")
+            .arg(IntervalEvidence::bucketWidth / 1ms));
+    show(std::nullopt);
+  }
+  void show(const std::optional<IntervalEvidence>& evidence) {
+    evidence_ = evidence;
+    QStringList counts;
+    for (std::size_t i = 0; evidence && i < evidence->histogram.size(); ++i) {
+      if (evidence->histogram[i] == 0) continue;
+      counts.append(frmRSDebug::tr("from %1 ms: %2")
+                        .arg(static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms))
+                        .arg(evidence->histogram[i]));
+    }
+    presentAsGraphic(
+        *this, frmRSDebug::tr("Intervals between reports"),
+        counts.isEmpty() ? frmRSDebug::tr("No stroke has been measured.") : counts.join(", "));
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Base));
+    if (!evidence_) return;
+    const auto& counts = evidence_->histogram;
+    const double most =
+        static_cast<double>(std::max<std::size_t>(1, *std::ranges::max_element(counts)));
+    const double step = static_cast<double>(width()) / static_cast<double>(counts.size());
+    const int textHeight = fontMetrics().height();
+    const double room = height() - textHeight;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+      const double left = step * static_cast<double>(i);
+      if (counts[i] > 0) {
+        const double size = std::max(2.0, room * static_cast<double>(counts[i]) / most);
+        painter.fillRect(QRectF(left + 1, room - size, step - 2, size),
+                         palette().color(QPalette::Highlight));
+      }
+      constexpr std::size_t labelled = 5;
+      if (i % labelled == 0) {
+        const auto milliseconds = static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms);
+        const QString text =
+            i == 0 ? frmRSDebug::tr("%1 ms").arg(milliseconds) : QString::number(milliseconds);
+        if (left + 1 + fontMetrics().horizontalAdvance(text) > width()) continue;
+        painter.drawText(QPointF(left + 1, height() - 3), text);
+      }
+    }
+  }
+
+ private:
+  std::optional<IntervalEvidence> evidence_;
+};
+
+namespace {
+
+/// In a simulated run the mouse on it is the finger, for those who want reports without opening the drawing.
+class TouchPad final : public QLabel {
+ public:
+  explicit TouchPad(const Simulation& simulation)
+      : QLabel(frmRSDebug::tr("Simulated panel:\ndraw here with the mouse")),
+        simulation_(simulation) {
+    setObjectName("touchPad");
+    setAlignment(Qt::AlignCenter);
+    setWordWrap(true);
+    setMinimumSize(2 * fingerSize(), 2 * fingerSize());
+    setStyleSheet("background: #ffe08a; color: #402c00");
+  }
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override { touchAt(event->position()); }
+  void mouseMoveEvent(QMouseEvent* event) override { touchAt(event->position()); }
+  void mouseReleaseEvent(QMouseEvent*) override { simulation_.lift(); }
+
+ private:
+  void touchAt(const QPointF& place) {
+    simulation_.touch(std::clamp(place.x() / width(), 0.0, 1.0),
+                      std::clamp(place.y() / height(), 0.0, 1.0));
+  }
+  Simulation simulation_;
+};
+
+}  // namespace
+
+frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
+                       const DebuggerSurroundings& surroundings,
+                       std::function<void(DebuggerEnd)> onEnded)
+    : access_(access),
+      prompt_(prompt),
+      surroundings_(surroundings),
+      onEnded_(std::move(onEnded)),
+      debugger_(access, prompt, serial, surroundings.formats),
+      body_(new QWidget),
+      commands_(new frmCommandPanel(access.session.commandSet)),
+      console_(new frmConsolePanel(debugger_.log(), surroundings.workFolder)),
+      portState_(new QLabel),
+      rate_(new QCheckBox(tr("Repor&t Rate"))),
+      evidence_(new QLabel),
+      histogram_(new RateHistogram),
+      statusLine_(new QLabel),
+      timer_(access.clock.makeTimer([this] { renew(); })) {
+  setObjectName("frmRSDebug");
+  setWindowTitle(tr("KVD Debuger"));
+  setHelpChapter(*this, "Talk to a controller");
+  addHelpKey(*this);
+  arrange();
+
+  connect(commands_, &frmCommandPanel::setChosen, this, [this](CommandSet set) {
+    debugger_.chooseSet(set);
+    renew();
+  });
+  connect(commands_, &frmCommandPanel::sendRequested, this, &frmRSDebug::send);
+  connect(console_, &frmConsolePanel::doubleClicked, this, [this] {
+    debugger_.receiveMode().debug();
+    renew();
+  });
+  connect(console_, &frmConsolePanel::statusChanged, statusLine_, &QLabel::setText);
+  resize(QSize(1024, 720).boundedTo(screen()->availableSize()));
+}
+
+frmRSDebug::~frmRSDebug() {
+  lineNews_.reset();
+  // The drawing uses the port that goes with this window.
+  delete drawing_;
+}
+
+QPushButton* frmRSDebug::makeButton(const char* name, const QString& caption,
+                                    const std::function<void()>& action) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  connect(button, &QPushButton::clicked, this, action);
+  return button;
+}
+
+QWidget* frmRSDebug::makeHead() {
+  auto* const heading = new QLabel(tr("Orvendalix Debuger"));
+  heading->setObjectName("lblHeading");
+  QFont large = heading->font();
+  large.setBold(true);
+  heading->setFont(large);
+  heading->setVisible(!isSmallScreen());
+  portState_->setObjectName("lblPort");
+  portState_->setWordWrap(true);
+  takePort_ = makeButton("cmdTakePort", tr("Ta&ke the port"),
+                         [this] { whileBusy([this] { takePort(); }); });
+  auto* const search = makeButton("cmdSearchPort", tr("Search COM&1 and 2"),
+                                  [this] { whileBusy([this] { debugger_.searchPort(); }); });
+  auto* const head = new QWidget;
+  auto* const row = new QHBoxLayout(head);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(heading);
+  row->addWidget(portState_, 1);
+  row->addWidget(takePort_);
+  row->addWidget(search);
+  return head;
+}
+
+QWidget* frmRSDebug::makeReceiveBar() {
+  receive_ = makeButton("Command3", tr("&Receive"), [this] {
+    debugger_.receiveMode().receive();
+    renew();
+  });
+  debug_ = makeButton("Command4", tr("De&buger"), [this] {
+    debugger_.receiveMode().debug();
+    renew();
+  });
+  for (QPushButton* const mode : {receive_, debug_})
+    mode->setCheckable(true);
+  auto* const clear = makeButton("Command5", tr("Cl&ear"), [this] {
+    debugger_.log().clear();
+    renew();
+  });
+  auto* const drawButton = makeButton("Command6", tr("DRA&W"), [this] { draw(); });
+  rate_->setObjectName("Check1");
+  connect(rate_, &QCheckBox::toggled, this, [this](bool on) {
+    if (on != debugger_.receiveMode().isMeasuring()) debugger_.receiveMode().measureRate(on);
+    renew();
+  });
+
+  auto* const bar = new QWidget;
+  auto* const grid = new QGridLayout(bar);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->setSpacing(isSmallScreen() ? 2 : 6);
+  const std::initializer_list<QWidget*> controls = {receive_,   debug_, clear,
+                                                    drawButton, rate_,  console_->pauseBox()};
+  // In one row where the captions leave room for it.
+  const int room = screen()->availableSize().width();
+  int inOneRow = room >= sideBySideWidth ? commandsWidth + fingerSize() : 0;
+  for (const QWidget* const control : controls)
+    inOneRow += control->sizeHint().width() + grid->spacing();
+  const int columns = inOneRow > room ? 3 : 6;
+  int place = 0;
+  for (QWidget* const control : controls) {
+    grid->addWidget(control, place / columns, place % columns);
+    ++place;
+  }
+  return bar;
+}
+
+QWidget* frmRSDebug::makeRatePanel() {
+  evidence_->setObjectName("lblEvidence");
+  evidence_->setWordWrap(isSmallScreen());
+  evidence_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  auto* const panel = new QWidget;
+  auto* const row = new QHBoxLayout(panel);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const facts = new QVBoxLayout;
+  facts->addWidget(evidence_);
+  facts->addWidget(histogram_, 1);
+  row->addLayout(facts, 1);
+  panel->hide();
+  return panel;
+}
+
+QWidget* frmRSDebug::makeTouchPad() {
+  if (!surroundings_.simulation) return new QWidget;
+  return new TouchPad(*surroundings_.simulation);
+}
+
+QWidget* frmRSDebug::makeRecordBar() {
+  record_ = makeButton("cmdRecord", tr("Recor&d …"), [this] { record(); });
+  record_->setToolTip(tr("Writes everything that passes the port to a file"));
+  replay_ = makeButton("cmdReplay", tr("Re&play …"), [this] { replay(); });
+  replay_->setToolTip(tr("Shows a recording as if it came from the controller"));
+  auto* const bar = new QWidget;
+  auto* const row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(record_);
+  row->addWidget(replay_);
+  row->addStretch();
+  return bar;
+}
+
+QWidget* frmRSDebug::makeFoot() {
+  statusLine_->setObjectName("statusLine");
+  statusLine_->setWordWrap(true);
+  auto* const quit = makeButton("Command1", tr("Qu&it"), [this] { leave(DebuggerEnd::quit); });
+  quit->setToolTip(tr("Gives the port back to the driver and shows the main window"));
+  auto* const exit = makeButton("Command2_1", tr("E&xit   Debuger"), [this] {
+    commands_->showReply(std::nullopt);
+    leave(DebuggerEnd::exit);
+  });
+  exit->setToolTip(tr("Gives the port back to the driver and ends the program"));
+  auto* const foot = new QWidget;
+  auto* const row = new QHBoxLayout(foot);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(statusLine_, 1);
+  row->addWidget(quit);
+  row->addWidget(exit);
+  return foot;
+}
+
+void frmRSDebug::arrange() {
+  head_ = makeHead();
+  receiveBar_ = makeReceiveBar();
+  ratePanel_ = makeRatePanel();
+  touchPad_ = makeTouchPad();
+  touchPad_->hide();
+  auto* const recordBar = makeRecordBar();
+  auto* const bodyLayout = new QHBoxLayout(body_);
+  bodyLayout->setContentsMargins(0, 0, 0, 0);
+
+  if (screen()->availableSize().width() >= sideBySideWidth) {
+    auto* const keep = new QWidget;
+    auto* const row = new QHBoxLayout(keep);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(console_->keepBar());
+    row->addWidget(recordBar, 1);
+    auto* const left = scrollable(stacked({commands_, touchPad_}));
+    left->setFixedWidth(commandsWidth);
+    left->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* const right = stacked({receiveBar_, console_->filterBar(), console_, ratePanel_, keep});
+    static_cast<QVBoxLayout*>(right->layout())->setStretchFactor(console_, 1);
+    bodyLayout->addWidget(left);
+    bodyLayout->addWidget(right, 1);
+  } else {
+    // What does not fit side by side lies one behind the other.
+    tabs_ = new QTabWidget;
+    tabs_->setObjectName("debuggerTabs");
+    addPageKeys(*this, *tabs_);
+    auto* const measuring = new QWidget;
+    auto* const row = new QHBoxLayout(measuring);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(ratePanel_, 1);
+    row->addWidget(touchPad_, 1);
+    // What was measured needs the room.
+    if (isSmallScreen()) touchPad_->setFixedWidth(4 * fingerSize());
+    auto* const consolePage = stacked({receiveBar_, console_});
+    static_cast<QVBoxLayout*>(consolePage->layout())->setStretchFactor(console_, 1);
+    auto* const tools = stacked({console_->filterBar(), console_->keepBar(), recordBar});
+    static_cast<QVBoxLayout*>(tools->layout())->addStretch(1);
+    tabs_->addTab(scrollable(stacked({commands_})), tr("Command"));
+    tabs_->addTab(scrollable(consolePage), tr("Console"));
+    if (isSmallScreen()) {
+      measuringTab_ = tabs_->addTab(scrollable(stacked({measuring})), tr("Rate"));
+    } else {
+      consolePage->layout()->addWidget(measuring);
+    }
+    tabs_->addTab(scrollable(tools), tr("Find and keep"));
+    bodyLayout->addWidget(tabs_);
+  }
+
+  auto* const layout = new QVBoxLayout(this);
+  const int margin = isSmallScreen() ? 2 : 6;
+  layout->setContentsMargins(margin, margin, margin, margin);
+  layout->setSpacing(margin);
+  layout->addWidget(head_);
+  layout->addWidget(body_, 1);
+  layout->addWidget(makeFoot());
+}
+
+void frmRSDebug::open() {
+  show();
+  raise();
+  activateWindow();
+  commands_->focusEntries();
+  takePort();
+  renew();
+}
+
+void frmRSDebug::takePort() {
+  const auto refused = debugger_.takePort();
+  if (!refused) return;
+  // What stands behind the box says it as well.
+  renew();
+  debugger_.tellUser(*refused);
+}
+
+void frmRSDebug::comeToFront() {
+  QWidget* const front = drawing_ ? static_cast<QWidget*>(drawing_.data()) : this;
+  front->show();
+  front->raise();
+  front->activateWindow();
+}
+
+void frmRSDebug::whileBusy(const std::function<void()>& action) {
+  if (debugger_.isBusy()) return;
+  if (surroundings_.mainIsBusy && surroundings_.mainIsBusy()) {
+    statusLine_->setText(tr("The main window is busy. Try again when it is through."));
+    return;
+  }
+  stopAwaiting();
+  const QPointer<QWidget> focus = focusWidget();
+  const auto allow = [this](bool on) {
+    head_->setEnabled(on);
+    body_->setEnabled(on);
+  };
+  const QString waiting = tr("Waiting for the controller …");
+  allow(false);
+  statusLine_->setText(waiting);
+  action();
+  // What was said meanwhile is still to be read.
+  if (statusLine_->text() == waiting) statusLine_->clear();
+  allow(true);
+  if (focus) focus->setFocus();
+  renew();
+}
+
+void frmRSDebug::send() {
+  commands_->showReply(std::nullopt);
+  whileBusy([this] { commands_->showReply(debugger_.send(commands_->choice())); });
+}
+
+void frmRSDebug::draw() {
+  if (debugger_.isBusy()) return;
+  stopAwaiting();
+  if (const auto why = debugger_.whyNothingToDraw()) debugger_.tellUser(*why);
+  if (putOff_) return renew();
+  drawing_ = new frmRsDraw(
+      {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
+       debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
+      debugger_.beginDrawing(), surroundings_.panelMonitor.of(*this), [this] {
+        debugger_.endDrawing();
+        show();
+        raise();
+        activateWindow();
+        renew();
+        if (putOff_) end();
+      });
+  hide();
+  drawing_->open();
+  awaitNews();
+}
+
+void frmRSDebug::record() {
+  if (debugger_.isRecording()) {
+    debugger_.stopRecording();
+  } else {
+    const auto file =
+        askTextFileToSave(this, tr("Record to"), surroundings_.workFolder / "recording.txt",
+                          tr("Recordings (*.txt)"));
+    if (file) debugger_.startRecording(*file);
+  }
+  renew();
+}
+
+void frmRSDebug::replay() {
+  if (debugger_.isReplaying()) {
+    debugger_.stopReplay();
+  } else {
+    const auto file = askTextFileToOpen(this, tr("Replay a recording"), surroundings_.workFolder,
+                                        tr("Recordings (*.txt)"));
+    if (file) debugger_.startReplay(*file);
+  }
+  renew();
+}
+
+void frmRSDebug::renew() {
+  stopAwaiting();
+  debugger_.watch();
+  if (const auto said = debugger_.takeStatus()) statusLine_->setText(shownText(*said));
+  console_->renew();
+  showState();
+  awaitNews();
+  if (putOff_ && !drawing_) end();
+}
+
+void frmRSDebug::awaitNews() {
+  stopAwaiting();
+  if (ended_) return;
+  if (putOff_ || debugger_.isActive()) return timer_->start(renewal);
+  if (!debugger_.portIsOpen()) return timer_->stop();
+  const auto descriptor = debugger_.descriptor();
+  // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads has something to say
+  // all the time.
+  if (!descriptor || debugger_.isDrawing() || debugger_.isFlooded())
+    return timer_->start(lookAtLine);
+  timer_->stop();
+  lineNews_ = std::make_unique<QSocketNotifier>(*descriptor, QSocketNotifier::Read);
+  connect(lineNews_.get(), &QSocketNotifier::activated, this, [this] { renew(); });
+}
+
+void frmRSDebug::stopAwaiting() {
+  if (!lineNews_) return;
+  // It may be the one that is telling just now.
+  lineNews_->setEnabled(false);
+  lineNews_.release()->deleteLater();
+}
+
+void frmRSDebug::showState() {
+  const bool replaying = debugger_.isReplaying();
+  ReceiveMode& mode = debugger_.receiveMode();
+  portState_->setText(replaying ? tr("A recording stands in for the port.")
+                                : shownText(debugger_.portText()));
+  takePort_->setEnabled(!debugger_.portIsOpen() && !replaying);
+  commands_->allowSending(debugger_.portIsOpen() && !replaying);
+  receive_->setChecked(mode.isReceiving());
+  debug_->setChecked(!mode.isReceiving());
+  rate_->setChecked(mode.isMeasuring());
+  record_->setText(debugger_.isRecording() ? tr("Stop recor&ding") : tr("Recor&d …"));
+  replay_->setText(replaying ? tr("Stop re&play") : tr("Re&play …"));
+  const bool padNeeded = surroundings_.simulation && mode.isReceiving() && !replaying;
+  touchPad_->setVisible(padNeeded);
+
+  ratePanel_->setVisible(mode.isMeasuring());
+  if (measuringTab_) tabs_->setTabVisible(*measuringTab_, padNeeded || mode.isMeasuring());
+  if (!mode.isMeasuring()) return;
+  const auto& stroke = mode.lastStroke();
+  QStringList lines;
+  for (const std::string& line : evidenceLines(stroke.value_or(StrokeRate{}), mode.ceiling()))
+    lines.append(shownText(line));
+  // Where the console lies on another page its lines are wanted here, too.
+  if (stroke && measuringTab_) {
+    const auto said = rateLines(*stroke);
+    lines.prepend(shownText(said[2] + "    " + said[1] + "    " + said[0]));
+  }
+  if (!stroke) {
+    lines.prepend(mode.isReceiving() ? tr("Draw one stroke on the panel.")
+                                     : tr("Press \"Receive\", then draw one stroke."));
+  }
+  const QString text = lines.join('\n');
+  if (text == evidence_->text()) return;
+  evidence_->setText(text);
+  histogram_->show(stroke ? stroke->evidence : std::nullopt);
+}
+
+void frmRSDebug::leave(DebuggerEnd end) {
+  if (ended_ || (putOff_ && end == DebuggerEnd::quit)) return;
+  putOff_ = end;
+  if (drawing_) {
+    drawing_->close();
+  } else {
+    this->end();
+  }
+}
+
+void frmRSDebug::end() {
+  if (ended_) return;
+  if (debugger_.isBusy()) return timer_->start(renewal);
+  ended_ = true;
+  timer_->stop();
+  stopAwaiting();
+  debugger_.leave();
+  endWindow(*this, [this] { onEnded_(*putOff_); });
+}
+
+void frmRSDebug::closeEvent(QCloseEvent* event) {
+  if (ended_) return;
+  event->ignore();
+  leave(DebuggerEnd::quit);
+}
+
+}  // namespace touch

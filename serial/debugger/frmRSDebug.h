@@ -1,0 +1,128 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "core/driver/simulation.h"
+#include "drawing/drawing_switches.h"
+#include "serial/debugger/debugger.h"
+
+class QCheckBox;
+class QLabel;
+class QPushButton;
+class QSocketNotifier;
+class QTabWidget;
+
+namespace touch {
+
+class frmCommandPanel;
+class frmConsolePanel;
+class frmRsDraw;
+class PanelMonitor;
+class RateHistogram;
+
+/// How the user leaves the debugger.
+enum class DebuggerEnd {
+  quit,  ///< back to the main window
+  exit   ///< the whole program ends
+};
+
+/// What the debugger's windows need beside the controller.
+struct DebuggerSurroundings {
+  std::filesystem::path workFolder;
+  std::vector<ReportFormat> formats;
+  DrawingSwitches& switches;  ///< outlive the windows
+  std::optional<Simulation> simulation;
+  std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
+  const PanelMonitor& panelMonitor;     ///< outlives the windows
+  /// The main window, which is in use beside the debugger, is in the middle of an action: no exchange begins then.
+  std::function<bool()> mainIsBusy{};
+};
+
+/// The serial debugger: commands to the controller past the driver, a console of what passes the port, the report rate,
+/// recordings. It has the port from `open` until it has ended, in whatever way.
+class frmRSDebug final : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// `onEnded` is run when the driver has its port again; the window is of no use any more then.
+  frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
+             const DebuggerSurroundings& surroundings, std::function<void(DebuggerEnd)> onEnded);
+  ~frmRSDebug() override;
+
+  /// Shows the window and takes the port.
+  void open();
+  /// Gives the port back and ends, as soon as an exchange under way has ended.
+  void leave(DebuggerEnd end);
+  /// Shows whichever of its windows is open in front of the others.
+  void comeToFront();
+  /// No other exchange is to begin now.
+  bool isBusy() const { return debugger_.isBusy(); }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  QWidget* makeHead();
+  QWidget* makeReceiveBar();
+  QWidget* makeRatePanel();
+  QWidget* makeRecordBar();
+  QWidget* makeFoot();
+  QWidget* makeTouchPad();
+  void arrange();
+  QPushButton* makeButton(const char* name, const QString& caption,
+                          const std::function<void()>& action);
+
+  /// Runs something that waits: meanwhile no control can be used but those that end the window, which is put off.
+  void whileBusy(const std::function<void()>& action);
+  void takePort();
+  void send();
+  void draw();
+  void record();
+  void replay();
+  void renew();
+  void showState();
+  /// Has `renew` called when there is something to see: again and again while something is under way, else when the
+  /// line has something to say. A debugger that is left alone does not wake.
+  void awaitNews();
+  void stopAwaiting();
+  /// Ends, unless the debugger is busy: `renew` asks again.
+  void end();
+
+  Access access_;
+  Prompt& prompt_;
+  DebuggerSurroundings surroundings_;
+  std::function<void(DebuggerEnd)> onEnded_;
+  Debugger debugger_;
+  std::optional<DebuggerEnd> putOff_;
+  bool ended_ = false;
+
+  QWidget* head_ = nullptr;
+  QWidget* body_;
+  QTabWidget* tabs_ = nullptr;       ///< null where there is room for all of it
+  std::optional<int> measuringTab_;  ///< where the console leaves no room for the rate
+  frmCommandPanel* commands_;
+  frmConsolePanel* console_;
+  QLabel* portState_;
+  QPushButton* takePort_ = nullptr;
+  QPushButton* receive_ = nullptr;  // Command3
+  QPushButton* debug_ = nullptr;    // Command4
+  QCheckBox* rate_;                 // Check1
+  QPushButton* record_ = nullptr;
+  QPushButton* replay_ = nullptr;
+  QWidget* receiveBar_ = nullptr;
+  QWidget* ratePanel_ = nullptr;
+  QLabel* evidence_;
+  RateHistogram* histogram_;
+  QWidget* touchPad_ = nullptr;
+  QLabel* statusLine_;
+  QPointer<frmRsDraw> drawing_;
+  std::unique_ptr<Timer> timer_;
+  std::unique_ptr<QSocketNotifier> lineNews_;
+};
+
+}  // namespace touch

@@ -1,0 +1,60 @@
+#include "serial/port/line_settings.h"
+
+#include <optional>
+#include <vector>
+
+#include "support/text/decimal.h"
+#include "support/text/language.h"
+
+namespace touch {
+
+namespace {
+
+constexpr int greatestBaud = 4'000'000;
+
+std::vector<std::string_view> fieldsOf(std::string_view text) {
+  std::vector<std::string_view> fields;
+  for (auto comma = text.find(','); comma != text.npos; comma = text.find(',')) {
+    fields.push_back(text.substr(0, comma));
+    text.remove_prefix(comma + 1);
+  }
+  fields.push_back(text);
+  return fields;
+}
+
+std::optional<Parity> parseParity(std::string_view text) {
+  if (text == "n" || text == "N") return Parity::none;
+  if (text == "e" || text == "E") return Parity::even;
+  if (text == "o" || text == "O") return Parity::odd;
+  return std::nullopt;
+}
+
+}  // namespace
+
+Result<LineSettings, std::string> parseLineSettings(std::string_view text) {
+  const auto refuse = [text](std::string_view expected, std::string_view found) {
+    return filled(say("ports", "The line settings \"%1\" are wrong: expected %2, found \"%3\""),
+                  {text, expected, found});
+  };
+  const auto fields = fieldsOf(text);
+  if (fields.size() != 4) {
+    return refuse(say("ports", "baud rate, parity, data bits and stop bits, e.g. 9600,n,8,1"),
+                  text);
+  }
+  const auto baud = parseDecimal(fields[0], 1, greatestBaud);
+  if (!baud) return refuse(say("ports", "a baud rate of 1 to 4000000"), fields[0]);
+  const auto parity = parseParity(fields[1]);
+  if (!parity) return refuse(say("ports", "n, e or o as the parity"), fields[1]);
+  const auto dataBits = parseDecimal(fields[2], 5, 8);
+  if (!dataBits) return refuse(say("ports", "5 to 8 data bits"), fields[2]);
+  const auto stopBits = parseDecimal(fields[3], 1, 2);
+  if (!stopBits) return refuse(say("ports", "1 or 2 stop bits"), fields[3]);
+  return LineSettings{*baud, *parity, *dataBits, *stopBits};
+}
+
+std::string describe(const LineSettings& settings) {
+  return std::to_string(settings.baud) + ',' + static_cast<char>(settings.parity) + ',' +
+         std::to_string(settings.dataBits) + ',' + std::to_string(settings.stopBits);
+}
+
+}  // namespace touch

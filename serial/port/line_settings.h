@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "support/result.h"
+
+namespace touch {
+
+enum class Parity : char { none = 'n', even = 'e', odd = 'o' };
+
+/// How the bytes travel on a serial line.
+struct LineSettings {
+  int baud = 9600;  ///< bits a second; which ones a port can do shows when it is opened
+  Parity parity = Parity::none;
+  int dataBits = 8;  ///< 5 to 8
+  int stopBits = 1;  ///< 1 or 2
+  friend bool operator==(const LineSettings&, const LineSettings&) = default;
+};
+
+/// Reads "baud,parity,data bits,stop bits", e.g. "9600,n,8,1"; the parity may be a capital letter.
+/// The error says what was expected and what stands there instead.
+Result<LineSettings, std::string> parseLineSettings(std::string_view text);
+
+/// The text that parseLineSettings reads.
+std::string describe(const LineSettings& settings);
+
+}  // namespace touch

@@ -1,0 +1,120 @@
+#include "serial/receiving/receive_mode.h"
+
+#include <string_view>
+#include <utility>
+
+#include "support/prompt.h"
+#include "support/text/language.h"
+
+namespace touch {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto tickInterval = 200ms;
+// Less than half a packet takes on the line.
+constexpr auto pollInterval = 2ms;
+
+}  // namespace
+
+ReceiveMode::ReceiveMode(Parts parts, ReceivingPort port)
+    : parts_(std::move(parts)),
+      port_(std::move(port)),
+      display_(family(), parts_.formats),
+      timer_(parts_.clock.makeTimer([this] { tick(); })),
+      pollTimer_(parts_.clock.makeTimer([this] { poll(); })) {}
+
+void ReceiveMode::receive() {
+  if (!std::exchange(receiving_, true) && port_.isFree()) port_.port.clearInput();
+  toldTooLong_ = false;
+  runTimers();
+}
+
+void ReceiveMode::debug() {
+  receiving_ = false;
+  display_.idle(replyFormat_, parts_.log);
+  runTimers();
+}
+
+void ReceiveMode::measureRate(bool on) {
+  rate_.reset();
+  if (on) {
+    rate_.emplace(family(), parts_.formats);
+    lastStroke_.reset();
+    parts_.log.clear();
+    parts_.log.note(rateModeLine);
+  }
+  runTimers();
+}
+
+void ReceiveMode::suspend() {
+  suspended_ = true;
+  runTimers();
+}
+
+void ReceiveMode::resume() {
+  suspended_ = false;
+  runTimers();
+}
+
+void ReceiveMode::runTimers() {
+  const bool runs = receiving_ && !suspended_;
+  runs ? timer_->start(tickInterval) : timer_->stop();
+  runs&& rate_ ? pollTimer_->start(pollInterval) : pollTimer_->stop();
+}
+
+void ReceiveMode::poll() {
+  if (ticking_ || !rate_ || !port_.isFree()) return;
+  rate_->collect(parts_.clock.now(), port_.port.readAll());
+}
+
+void ReceiveMode::tick() {
+  // A message box lets timers run while it is up.
+  if (ticking_ || !port_.isFree()) return;
+  ticking_ = true;
+  trim();
+  rate_ ? measure() : display();
+  if (port_.tellLoss()) debug();
+  ticking_ = false;
+}
+
+void ReceiveMode::trim() {
+  if (!parts_.log.isTooLong()) return;
+  constexpr std::string_view tooLong = "Text too long !!";
+  if (std::exchange(toldTooLong_, true)) {
+    remark_ = std::string(tooLong) + ' ' + say("receiving", "The oldest half was dropped.");
+  } else {
+    parts_.prompt.message(std::string(tooLong));
+  }
+  parts_.log.dropOldestHalf();
+}
+
+double ReceiveMode::ceiling() const {
+  return rateCeiling({}, lastStroke_ ? lastStroke_->packetLength : packetLength(family()));
+}
+
+void ReceiveMode::measure() {
+  if (rate_->family() != family()) rate_.emplace(family(), parts_.formats);
+  rate_->collect(parts_.clock.now(), port_.port.readAll());
+  auto stroke = rate_->tick(parts_.clock.now());
+  if (!stroke) return;
+  for (const std::string& line : rateLines(*stroke))
+    parts_.log.note(line);
+  lastStroke_ = std::move(stroke);
+}
+
+void ReceiveMode::display() {
+  if (display_.family() != family()) {
+    display_.idle(replyFormat_, parts_.log);
+    display_ = ReceiveDisplay(family(), parts_.formats);
+  }
+  const auto bytes = port_.port.readAll();
+  if (bytes.empty()) {
+    display_.idle(replyFormat_, parts_.log);
+  } else {
+    display_.show(bytes, replyFormat_, parts_.log);
+  }
+}
+
+}  // namespace touch

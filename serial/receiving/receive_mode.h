@@ -1,0 +1,86 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/session.h"
+#include "serial/debugger/console_log.h"
+#include "serial/receiving/receive_display.h"
+#include "serial/receiving/receiving_port.h"
+#include "serial/receiving/report_rate.h"
+#include "support/clock.h"
+
+namespace touch {
+
+class Prompt;
+
+/// The debugger's receive mode: its timer shows what the controller sends in the console, or measures the report rate
+/// when that is switched on. The active command set tells how reports are recognised. That the console is too long is
+/// said in a box once each time that receiving begins, and then as a remark: a box for every hundred reports would leave
+/// nothing to be seen.
+class ReceiveMode {
+ public:
+  /// What it works with; all of it outlives the mode.
+  struct Parts {
+    const Session& session;
+    Clock& clock;
+    Prompt& prompt;
+    ConsoleLog& log;
+    std::vector<ReportFormat> formats;  ///< known beside the built-in ones
+  };
+  ReceiveMode(Parts parts, ReceivingPort port);
+
+  /// The buttons "Receive" and "Debuger"; the latter also for a double click on the console. Receiving begins with what
+  /// comes from then on.
+  void receive();
+  void debug();
+  bool isReceiving() const { return receiving_; }
+  /// Within a tick, which a message box may hold up: the mode and its port must outlive that.
+  bool isTicking() const { return ticking_; }
+
+  /// The check box "Report Rate".
+  void measureRate(bool on);
+  bool isMeasuring() const { return rate_.has_value(); }
+  /// The stroke measured last; its evidence is not in the console.
+  const std::optional<StrokeRate>& lastStroke() const { return lastStroke_; }
+  /// The most reports a second that are possible now.
+  double ceiling() const;
+
+  /// False after a command that may have changed what coordinates mean: see DebuggerExchange::replyFormat.
+  void setReplyFormat(bool usual) { replyFormat_ = usual; }
+
+  /// What is to be said beside the console since it was asked last.
+  std::optional<std::string> takeRemark() { return std::exchange(remark_, std::nullopt); }
+
+  /// Stops the timer while another screen reads the port, and starts it again.
+  void suspend();
+  void resume();
+
+ private:
+  ReportFamily family() const { return familyOf(parts_.session.commandSet); }
+  void poll();
+  void tick();
+  void trim();
+  void measure();
+  void display();
+  void runTimers();
+
+  Parts parts_;
+  ReceivingPort port_;
+  bool receiving_ = false;
+  bool suspended_ = false;
+  bool ticking_ = false;
+  bool toldTooLong_ = false;
+  bool replyFormat_ = true;
+  std::optional<std::string> remark_;
+  ReceiveDisplay display_;
+  std::optional<ReportRate> rate_;
+  std::optional<StrokeRate> lastStroke_;
+  std::unique_ptr<Timer> timer_;
+  std::unique_ptr<Timer> pollTimer_;
+};
+
+}  // namespace touch

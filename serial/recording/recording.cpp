@@ -1,0 +1,271 @@
+#include "serial/recording/recording.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <string_view>
+
+#include "serial/commands/h2d.h"
+#include "serial/debugger/console_log.h"
+#include "support/files/whole_file.h"
+#include "support/text/language.h"
+#include "support/text/text_encoding.h"
+
+namespace touch {
+
+namespace {
+
+constexpr std::string_view heading = "touch recording 1";
+constexpr std::size_t readingPiece = std::size_t{64} << 10U;
+// Three hundred thousand bytes in one go: no port gives as many.
+constexpr std::size_t longestRecordingLine = std::size_t{1} << 20U;
+constexpr std::size_t mostBytesInLine = std::size_t{64} << 10U;
+constexpr std::int64_t microsecondsPerSecond = 1'000'000;
+constexpr std::size_t decimals = 6;
+// Eleven days: enough for any test, and far from where the arithmetic would run over.
+constexpr std::int64_t longestRecording = 999'999;
+
+/// What is wrong within a line.
+struct RecordingFlaw {
+  std::string expected;
+  std::string found;
+};
+
+std::string_view trimmed(std::string_view text) {
+  const auto begin = text.find_first_not_of(" \t");
+  if (begin == text.npos) return {};
+  return text.substr(begin, text.find_last_not_of(" \t") + 1 - begin);
+}
+
+std::optional<std::int64_t> number(std::string_view text) {
+  std::int64_t value = 0;
+  const char* const end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || value < 0) return std::nullopt;
+  return value;
+}
+
+/// Takes the text up to the next blank off `line`.
+std::string_view takeField(std::string_view& line) {
+  const auto end = line.find(' ');
+  const auto field = line.substr(0, end);
+  line.remove_prefix(end == line.npos ? line.size() : end + 1);
+  return field;
+}
+
+std::optional<std::chrono::microseconds> parseTime(std::string_view field) {
+  const auto point = field.find('.');
+  if (point == field.npos || field.size() != point + 1 + decimals) return std::nullopt;
+  const auto seconds = number(field.substr(0, point));
+  const auto fraction = number(field.substr(point + 1));
+  if (!seconds || !fraction || *seconds > longestRecording) return std::nullopt;
+  return std::chrono::microseconds(*seconds * microsecondsPerSecond + *fraction);
+}
+
+Result<std::vector<std::uint8_t>, RecordingFlaw> parseBytes(std::string_view text) {
+  std::vector<std::uint8_t> bytes;
+  do {
+    const auto field = takeField(text);
+    const auto byte = field.size() == 2 ? h2d(field) : std::nullopt;
+    if (!byte)
+      return RecordingFlaw{say("recording", "bytes of two hexadecimal digits with a blank between"),
+                           foundText(field)};
+    bytes.push_back(static_cast<std::uint8_t>(*byte));
+  } while (!text.empty());
+  return bytes;
+}
+
+Result<Transfer, RecordingFlaw> parseTransfer(std::string_view line,
+                                              std::chrono::microseconds earliest) {
+  const auto timeField = takeField(line);
+  const auto time = parseTime(timeField);
+  if (!time)
+    return RecordingFlaw{say("recording", "a time in seconds with six decimals, such as 0.104250"),
+                         foundText(timeField)};
+  if (*time < earliest)
+    return RecordingFlaw{say("recording", "a time not before the one above"), foundText(timeField)};
+  const auto direction = takeField(line);
+  if (direction != ">" && direction != "<") {
+    return RecordingFlaw{say("recording", "> for bytes to the controller or < for bytes from it"),
+                         foundText(direction)};
+  }
+  auto bytes = parseBytes(line);
+  if (!bytes) return bytes.error();
+  return Transfer{*time, direction == ">" ? Direction::toController : Direction::fromController,
+                  std::move(*bytes)};
+}
+
+}  // namespace
+
+std::string recordingLine(const Transfer& transfer) {
+  const std::int64_t time = transfer.time.count();
+  return fmt::format("{}.{:06} {} {}", time / microsecondsPerSecond, time % microsecondsPerSecond,
+                     transfer.direction == Direction::toController ? '>' : '<',
+                     hexText(transfer.bytes));
+}
+
+FileError RecordingParser::refuse(std::string expected, std::string found) const {
+  return {name_, lines_ + 1, std::move(expected), std::move(found)};
+}
+
+Result<std::optional<Transfer>, FileError> RecordingParser::take(std::string_view whole) {
+  if (lines_ == 0) whole = withoutByteOrderMark(whole);
+  const auto line = trimmed(whole.substr(0, whole.find('#')));
+  if (!line.empty() && !headed_) {
+    if (line != heading) return refuse('"' + std::string(heading) + '"', foundText(whole));
+    headed_ = true;
+  } else if (!line.empty()) {
+    auto transfer = parseTransfer(line, last_);
+    if (!transfer) return refuse(transfer.error().expected, transfer.error().found);
+    last_ = transfer->time;
+    ++lines_;
+    return std::optional(std::move(*transfer));
+  }
+  ++lines_;
+  return std::optional<Transfer>();
+}
+
+std::optional<FileError> RecordingParser::end() const {
+  if (headed_) return std::nullopt;
+  return FileError{name_, 1, '"' + std::string(heading) + '"',
+                   say("recording", "the end of the file")};
+}
+
+Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
+                                                        const std::string& name) {
+  std::vector<Transfer> transfers;
+  RecordingParser parser(name);
+  for (const std::string_view line : linesOf(text)) {
+    auto transfer = parser.take(line);
+    if (!transfer) return transfer.error();
+    if (*transfer) transfers.push_back(std::move(**transfer));
+  }
+  if (auto failed = parser.end()) return std::move(*failed);
+  return transfers;
+}
+
+Result<std::unique_ptr<RecordingFile>, FileError> RecordingFile::open(
+    const std::filesystem::path& file) {
+  std::unique_ptr<RecordingFile> recording(new RecordingFile(file));
+  recording->begin();
+  recording->first_ = recording->parse();
+  if (recording->error_) return std::move(*recording->error_);
+  return recording;
+}
+
+void RecordingFile::begin() {
+  auto opened = FileInPieces::open(path_, largestRecording);
+  parser_.emplace(path_.string());
+  text_.clear();
+  line_ = 0;
+  first_.reset();
+  error_.reset();
+  if (opened) {
+    file_.emplace(std::move(*opened));
+  } else {
+    error_ = opened.error();
+  }
+}
+
+std::optional<Transfer> RecordingFile::next() {
+  return first_ ? std::exchange(first_, std::nullopt) : parse();
+}
+
+std::optional<Transfer> RecordingFile::parse() {
+  while (!error_) {
+    const auto line = nextLine();
+    if (error_) break;
+    if (!line) {
+      error_ = parser_->end();
+      break;
+    }
+    auto transfer = parser_->take(*line);
+    if (!transfer) {
+      error_ = transfer.error();
+    } else if (*transfer) {
+      return std::move(*transfer);
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string_view> RecordingFile::nextLine() {
+  std::size_t end = text_.find('\n', line_);
+  while (end == text_.npos) {
+    const std::size_t searched = text_.size() - line_;
+    if (!readOn()) break;
+    end = text_.find('\n', searched);
+  }
+  if (error_ || line_ == text_.size()) return std::nullopt;
+  auto line = std::string_view(text_).substr(line_, end - line_);
+  line_ = std::min(end, text_.size() - 1) + 1;
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+/// Puts a piece more behind the line that has begun. False at the end, and when it failed.
+bool RecordingFile::readOn() {
+  text_.erase(0, std::exchange(line_, 0));
+  const std::size_t before = text_.size();
+  if (before > longestRecordingLine) {
+    error_ = parser_->refuse(
+        filled(say("recording", "at most %1 bytes"), {std::to_string(longestRecordingLine)}),
+        say("recording", "more"));
+    return false;
+  }
+  text_.resize(before + readingPiece);
+  const std::size_t count = file_->read(std::span(text_).subspan(before));
+  text_.resize(before + count);
+  error_ = file_->error();
+  return count > 0;
+}
+
+std::optional<FileError> Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) {
+  stop();
+  path_ = file;
+  start_ = now;
+  written_ = 0;
+  file_.open(file, std::ios::binary | std::ios::trunc);
+  if (!file_.is_open())
+    return FileError{file.string(), 0, say("recording", "a file that can be written"), ""};
+  write(heading);
+  return isOn() ? std::nullopt : stop();
+}
+
+void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes) {
+  const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
+  while (isOn() && !bytes.empty()) {
+    if (time / std::chrono::seconds(1) > longestRecording) {
+      breakOff(say("recording", "a recording that can be read again"), say("recording", "a longer one"));
+      return;
+    }
+    const auto part = bytes.first(std::min(bytes.size(), mostBytesInLine));
+    write(recordingLine({time, direction, {part.begin(), part.end()}}));
+    bytes = bytes.subspan(part.size());
+  }
+}
+
+void Recorder::write(std::string_view line) {
+  written_ += line.size() + 1;
+  if (written_ > limit_) {
+    breakOff(say("recording", "a recording that can be read again"), say("recording", "a longer one"));
+    return;
+  }
+  file_ << line << '\n' << std::flush;
+  if (!file_)
+    breakOff(say("recording", "room for the recording"), say("recording", "a full or missing disk"));
+}
+
+void Recorder::breakOff(std::string expected, std::string found) {
+  problem_ = FileError{path_.string(), 0, std::move(expected), std::move(found)};
+  file_.close();
+}
+
+std::optional<FileError> Recorder::stop() {
+  file_.close();
+  file_.clear();
+  return std::exchange(problem_, std::nullopt);
+}
+
+}  // namespace touch

@@ -1,0 +1,142 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/clock.h"
+#include "support/files/whole_file.h"
+#include "support/result.h"
+
+namespace touch {
+
+// A recording of what passed a serial port, as text: every byte, in both directions, unfiltered. The
+// first line says what it is. Then each line is one transfer in three fields with a blank between:
+//
+//   time        seconds since the recording began, with six decimals; never less than on the line before
+//   direction   ">" to the controller, "<" from it
+//   bytes       hexadecimal, two digits each, with a blank between; at least one
+//
+// Empty lines, and what follows a "#", are passed over. Lines end with LF or CR LF.
+//
+//   touch recording 1
+//   0.000000 > 01 55 54 0D
+//   0.104250 < 01 51 52 4D 56 30 33 30 31 0D
+//   3.250000 < D8 10 20 30 01   # the first touch
+
+enum class Direction : std::uint8_t { toController, fromController };
+
+/// Bytes that passed the port in one go.
+struct Transfer {
+  std::chrono::microseconds time{};  ///< since the recording began
+  Direction direction = Direction::fromController;
+  std::vector<std::uint8_t> bytes;
+  friend bool operator==(const Transfer&, const Transfer&) = default;
+};
+
+/// The line of a recording, without its end.
+std::string recordingLine(const Transfer& transfer);
+/// The most that a recording may hold: 30 hours of an endless stream. More is neither read nor written.
+inline constexpr std::size_t largestRecording = std::size_t{1} << 30U;
+
+/// Where transfers come from, one after the other.
+class TransferSource {
+ public:
+  TransferSource() = default;
+  TransferSource(const TransferSource&) = delete;
+  TransferSource& operator=(const TransferSource&) = delete;
+  virtual ~TransferSource() = default;
+  /// The next one; none at the end, and when it failed.
+  virtual std::optional<Transfer> next() = 0;
+  /// Begins anew.
+  virtual void rewind() = 0;
+  /// Why it failed.
+  virtual std::optional<FileError> error() const { return std::nullopt; }
+};
+
+/// Takes a recording's lines one after the other.
+class RecordingParser {
+ public:
+  /// `name` is what an error calls the file.
+  explicit RecordingParser(std::string name) : name_(std::move(name)) {}
+
+  /// The transfer of a line, without its end, unless it holds none.
+  Result<std::optional<Transfer>, FileError> take(std::string_view line);
+  /// What is wrong when no line follows.
+  std::optional<FileError> end() const;
+  /// An error in the line that follows.
+  FileError refuse(std::string expected, std::string found) const;
+
+ private:
+  std::string name_;
+  int lines_ = 0;
+  bool headed_ = false;
+  std::chrono::microseconds last_{};
+};
+
+/// `name` is what an error calls the file.
+Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
+                                                        const std::string& name);
+
+/// The transfers of a file. It is read while they are taken: however long it is, little of it is in memory, and what is
+/// wrong in it is told when it is reached.
+class RecordingFile final : public TransferSource {
+ public:
+  /// Refuses what does not begin as a recording does.
+  static Result<std::unique_ptr<RecordingFile>, FileError> open(const std::filesystem::path& file);
+
+  std::optional<Transfer> next() override;
+  void rewind() override { begin(); }
+  std::optional<FileError> error() const override { return error_; }
+
+ private:
+  explicit RecordingFile(std::filesystem::path path) : path_(std::move(path)) {}
+  void begin();
+  std::optional<Transfer> parse();
+  std::optional<std::string_view> nextLine();
+  bool readOn();
+
+  std::filesystem::path path_;
+  std::optional<FileInPieces> file_;
+  std::optional<RecordingParser> parser_;
+  std::string text_;               ///< read, and not taken yet
+  std::size_t line_ = 0;           ///< where in it the next line begins
+  std::optional<Transfer> first_;  ///< was looked at already
+  std::optional<FileError> error_;
+};
+
+/// Writes a recording while it happens, so that a crash costs nothing but its last moment.
+class Recorder {
+ public:
+  /// It writes at most `limit` bytes.
+  explicit Recorder(std::size_t limit = largestRecording) : limit_(limit) {}
+
+  /// Starts a new recording in `file`; times count from `now`. Returns why it cannot be written.
+  std::optional<FileError> start(const std::filesystem::path& file, Clock::TimePoint now);
+  /// Nothing while off. A recording that cannot be written on, or could not be read again, ends itself.
+  void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
+  /// Ends the recording; returns what has gone wrong since it was started.
+  std::optional<FileError> stop();
+  bool isOn() const { return file_.is_open(); }
+
+ private:
+  void write(std::string_view line);
+  void breakOff(std::string expected, std::string found);
+
+  std::size_t limit_;
+  std::size_t written_ = 0;
+  std::ofstream file_;
+  std::filesystem::path path_;
+  Clock::TimePoint start_{};
+  std::optional<FileError> problem_;
+};
+
+}  // namespace touch

@@ -1,0 +1,63 @@
+#include "simulator/driver/simulation.h"
+
+#include <algorithm>
+
+#include "simulator/controller/controllers.h"
+
+namespace touch::simulator {
+
+Simulation::Simulation() {
+  for (const ControllerModel& model : controllerModels)
+    units_.emplace_back(model);
+}
+
+SimulatedUnit* Simulation::find(std::string_view name) {
+  const auto found = std::ranges::find_if(
+      units_, [&](const SimulatedUnit& unit) { return unit.controller.model().name == name; });
+  return found == units_.end() ? nullptr : &*found;
+}
+
+void Simulation::touch(Point place) {
+  for (SimulatedUnit& unit : units_)
+    unit.controller.touch(place, clock_.now());
+}
+
+void Simulation::lift() {
+  for (SimulatedUnit& unit : units_)
+    unit.controller.lift(clock_.now());
+}
+
+void Simulation::reset() {
+  for (SimulatedUnit& unit : units_) {
+    // The unit itself stays, because its line's thread still refers to it until the line is
+    // settled.
+    unit.controller = SimulatedController(unit.controller.model());
+    unit.settings = {};
+    unit.portReleased = false;
+  }
+}
+
+void Simulation::wakeLines() {
+  for (SimulatedUnit& unit : units_) {
+    if (unit.line) unit.line->wake();
+  }
+}
+
+std::vector<std::unique_ptr<PtyLine>> Simulation::settleLines(std::mutex& guard) {
+  std::vector<std::unique_ptr<PtyLine>> stopped;
+  for (SimulatedUnit& unit : units_) {
+    const bool wanted = unit.portReleased && unit.isPluggedIn();
+    if (wanted == (unit.line != nullptr)) continue;
+    if (wanted) {
+      unit.controller.connect(LineUser::port, clock_.now());
+      unit.line = PtyLine::open(unit.controller, clock_, guard);
+    } else {
+      unit.line->stop();
+      unit.controller.connect(LineUser::driver, clock_.now());
+      stopped.push_back(std::move(unit.line));
+    }
+  }
+  return stopped;
+}
+
+}  // namespace touch::simulator

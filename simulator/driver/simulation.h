@@ -1,0 +1,56 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "simulator/controller/simulated_clock.h"
+#include "simulator/controller/simulated_controller.h"
+#include "simulator/controller/touch_settings.h"
+#include "simulator/port/pty_line.h"
+
+namespace touch::simulator {
+
+/// A controller with what the driver keeps for it.
+struct SimulatedUnit {
+  explicit SimulatedUnit(const ControllerModel& model) : controller(model) {}
+
+  SimulatedController controller;
+  TouchSettings settings;
+  bool portReleased = false;      ///< the driver has let go of its serial port
+  std::unique_ptr<PtyLine> line;  ///< the released port; null while the controller is unplugged
+
+  bool isPluggedIn() const { return !controller.faults().has(Fault::unplugged); }
+};
+
+/// All simulated controllers, the one finger that touches every panel, and their time. Not safe to
+/// use from several threads; the lines that it opens take its user's mutex.
+class Simulation {
+ public:
+  Simulation();
+
+  std::deque<SimulatedUnit>& units() { return units_; }
+  /// Null for an unknown name; an unplugged controller is found too.
+  SimulatedUnit* find(std::string_view name);
+  SimulatedClock& clock() { return clock_; }
+
+  void touch(Point place);
+  void lift();
+  /// Everything as when new; the clock goes on as it was.
+  void reset();
+  /// Lets the lines see what has happened to the finger and the clock.
+  void wakeLines();
+
+  /// Opens and stops lines so that there is one for every released port of a controller that is
+  /// plugged in. Returns the stopped ones, to be destroyed after `guard` has been given back.
+  std::vector<std::unique_ptr<PtyLine>> settleLines(std::mutex& guard);
+
+ private:
+  std::deque<SimulatedUnit> units_;  // a deque, because lines refer to the controllers in it
+  SimulatedClock clock_;
+};
+
+}  // namespace touch::simulator

@@ -1,0 +1,185 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+#if defined(__linux__)
+#include <pty.h>
+#else
+#include <util.h>
+#endif
+#include <termios.h>
+
+#include <array>
+#include <cerrno>
+#include <optional>
+#include <span>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "simulator/port/pty_line.h"
+
+namespace touch::simulator {
+
+namespace {
+
+class FileDescriptor {
+ public:
+  FileDescriptor() = default;
+  explicit FileDescriptor(int number) : number_(number) { fcntl(number, F_SETFD, FD_CLOEXEC); }
+  FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
+  ~FileDescriptor() {
+    if (number_ >= 0) close(number_);
+  }
+
+  int number() const { return number_; }
+  // A full line loses bytes instead of holding up the controller.
+  void neverWait() const { fcntl(number_, F_SETFL, fcntl(number_, F_GETFL) | O_NONBLOCK); }
+
+ private:
+  int number_ = -1;
+};
+
+struct Ends {
+  FileDescriptor read;
+  FileDescriptor write;
+};
+
+std::optional<Ends> openPipe() {
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) return std::nullopt;
+  Ends opened{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
+  opened.read.neverWait();
+  opened.write.neverWait();
+  return opened;
+}
+
+struct Terminal {
+  FileDescriptor controllerEnd;
+  // Kept open, so that the line does not hang up whenever a program closes the device.
+  FileDescriptor device;
+  std::string path;
+};
+
+std::optional<Terminal> openTerminal() {
+  termios raw{};
+  cfmakeraw(&raw);
+  cfsetspeed(&raw, B9600);
+  raw.c_cflag |= CREAD | CLOCAL;
+  int controllerEnd = -1;
+  int device = -1;
+  if (openpty(&controllerEnd, &device, nullptr, &raw, nullptr) != 0) return std::nullopt;
+  Terminal terminal{FileDescriptor(controllerEnd), FileDescriptor(device), {}};
+  terminal.controllerEnd.neverWait();
+  std::array<char, 128> path{};
+  if (ttyname_r(device, path.data(), path.size()) != 0) return std::nullopt;
+  terminal.path = path.data();
+  return terminal;
+}
+
+std::vector<std::uint8_t> readAll(int descriptor) {
+  std::vector<std::uint8_t> bytes(256);
+  const auto count = read(descriptor, bytes.data(), bytes.size());
+  bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+  return bytes;
+}
+
+/// How the program at the device writes its bytes. A pseudo-terminal has no data bits, but it keeps the stop bits.
+LineFormat formatAt(int controllerEnd) {
+  termios line{};
+  if (tcgetattr(controllerEnd, &line) != 0) return LineFormat::eightN1;
+  return (line.c_cflag & CSTOPB) != 0 ? LineFormat::sevenN2 : LineFormat::eightN1;
+}
+
+void writeOrLose(int descriptor, std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const auto count = write(descriptor, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return;
+    bytes = bytes.subspan(static_cast<std::size_t>(count));
+  }
+}
+
+class PosixPtyLine final : public PtyLine {
+ public:
+  PosixPtyLine(Terminal terminal, Ends alarm, SimulatedController& controller,
+               const SimulatedClock& clock, std::mutex& guard)
+      : terminal_(std::move(terminal)),
+        alarm_(std::move(alarm)),
+        controller_(controller),
+        clock_(clock),
+        guard_(guard),
+        thread_([this](const std::stop_token& stopped) { serve(stopped); }) {}
+  ~PosixPtyLine() override { stop(); }
+
+  const std::string& path() const override { return terminal_.path; }
+  void wake() override {
+    const std::uint8_t anything = 0;
+    writeOrLose(alarm_.write.number(), {&anything, 1});
+  }
+  void stop() override {
+    thread_.request_stop();
+    wake();
+  }
+
+ private:
+  struct Turn {
+    std::vector<std::uint8_t> output;
+    int wait = -1;  // milliseconds until the next byte is due; negative: for as long as it takes
+  };
+
+  void serve(const std::stop_token& stopped) {
+    std::vector<std::uint8_t> input;
+    while (const auto turn = takeTurn(stopped, input)) {
+      writeOrLose(terminal_.controllerEnd.number(), turn->output);
+      input = waitForInput(turn->wait);
+    }
+  }
+
+  std::optional<Turn> takeTurn(const std::stop_token& stopped,
+                               std::span<const std::uint8_t> input) {
+    const std::lock_guard lock(guard_);
+    if (stopped.stop_requested()) return std::nullopt;
+    const TimePoint now = clock_.now();
+    controller_.setUserFormat(formatAt(terminal_.controllerEnd.number()));
+    if (!input.empty()) controller_.receive(input, now);
+    Turn turn{controller_.take(controller_.arrived(now), now)};
+    if (const auto due = controller_.nextDue(); due && !clock_.isManual()) {
+      turn.wait =
+          static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(*due - now).count());
+    }
+    return turn;
+  }
+
+  std::vector<std::uint8_t> waitForInput(int wait) {
+    std::array<pollfd, 2> sources{
+        {{terminal_.controllerEnd.number(), POLLIN, 0}, {alarm_.read.number(), POLLIN, 0}}};
+    if (poll(sources.data(), sources.size(), wait) <= 0) return {};
+    if (sources[1].revents != 0) readAll(alarm_.read.number());
+    return sources[0].revents != 0 ? readAll(terminal_.controllerEnd.number())
+                                   : std::vector<std::uint8_t>();
+  }
+
+  Terminal terminal_;
+  Ends alarm_;
+  SimulatedController& controller_;
+  const SimulatedClock& clock_;
+  std::mutex& guard_;
+  std::jthread thread_;  // last: it ends before what it uses goes
+};
+
+}  // namespace
+
+std::unique_ptr<PtyLine> PtyLine::open(SimulatedController& controller, const SimulatedClock& clock,
+                                       std::mutex& guard) {
+  auto terminal = openTerminal();
+  auto alarm = openPipe();
+  if (!terminal || !alarm) return nullptr;
+  return std::make_unique<PosixPtyLine>(std::move(*terminal), std::move(*alarm), controller, clock,
+                                        guard);
+}
+
+}  // namespace touch::simulator

@@ -1,0 +1,208 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <utility>
+
+#include "support/files/system_folder.h"
+#include "support/text/language.h"
+
+namespace touch {
+
+namespace {
+
+using Refusal = SystemFolder::Refusal;
+
+class OpenDescriptor {
+ public:
+  explicit OpenDescriptor(int number) : number_(number) {}
+  OpenDescriptor(const OpenDescriptor&) = delete;
+  OpenDescriptor& operator=(const OpenDescriptor&) = delete;
+  ~OpenDescriptor() {
+    if (number_ >= 0) close(number_);
+  }
+  int number() const { return number_; }
+  int release() { return std::exchange(number_, -1); }
+
+ private:
+  int number_;
+};
+
+Refusal refusedBySystem() {
+  const std::error_code why(errno, std::generic_category());
+  return {why, why.message()};
+}
+
+Refusal refusedByUs(std::string found) {
+  return {{}, std::move(found)};
+}
+
+/// Why a file is not this program's, if it is not.
+std::optional<Refusal> judged(const struct stat& status) {
+  if (S_ISLNK(status.st_mode)) return refusedByUs(say("files", "a link"));
+  if (S_ISDIR(status.st_mode)) return refusedByUs(say("files", "a folder"));
+  if (!S_ISREG(status.st_mode)) return refusedByUs(say("files", "a device or a pipe"));
+  if (status.st_uid != geteuid()) return refusedByUs(say("files", "another user's file"));
+  if (status.st_nlink > 1) return refusedByUs(say("files", "a file that has a second name"));
+  return std::nullopt;
+}
+
+bool isSame(const struct stat& one, const struct stat& other) {
+  return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+struct AccessMode {
+  int flags;
+  const char* mode;
+};
+
+AccessMode accessFor(SystemFolder::Opening how) {
+  using enum SystemFolder::Opening;
+  switch (how) {
+    case create:
+      return {O_RDWR | O_CREAT | O_EXCL, "w+b"};
+    case append:
+      return {O_RDWR | O_APPEND | O_CREAT, "a+b"};
+    case alone:
+      return {O_RDWR, "r+b"};
+    case read:
+      break;
+  }
+  return {O_RDONLY, "rb"};
+}
+
+}  // namespace
+
+struct SystemFolder::Native {
+  explicit Native(int number) : folder(number) {}
+  Native(const Native&) = delete;
+  Native& operator=(const Native&) = delete;
+  ~Native() { ::close(folder); }
+  int number() const { return folder; }
+
+  int folder;
+};
+
+Result<SystemFolder, Refusal> SystemFolder::open(const std::filesystem::path& path, bool own) {
+  const int links = own ? O_NOFOLLOW : 0;
+  const int opened = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | links);
+  if (opened < 0) {
+    const Refusal refused = refusedBySystem();
+    struct stat status {};
+    const bool isLink = own && lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    return isLink ? refusedByUs(say("files", "a link")) : refused;
+  }
+  const auto native = std::make_shared<const Native>(opened);
+  struct stat status {};
+  if (fstat(opened, &status) != 0) return refusedBySystem();
+  if (own && status.st_uid != geteuid()) return refusedByUs(say("files", "another user's folder"));
+  return SystemFolder(native);
+}
+
+std::error_code SystemFolder::make(const std::filesystem::path& path) {
+  if (mkdir(path.c_str(), S_IRWXU | S_IRWXG | S_IRWXO) == 0) return {};
+  return {errno, std::generic_category()};
+}
+
+bool SystemFolder::mayMakeIn(const std::filesystem::path& path) {
+  return faccessat(AT_FDCWD, path.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+void SystemFolder::removeEmpty(const std::filesystem::path& path) {
+  rmdir(path.c_str());
+}
+
+std::optional<Refusal> SystemFolder::judge(const std::string& name) const {
+  struct stat status {};
+  if (fstatat(native_->number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+    return refusedBySystem();
+  return judged(status);
+}
+
+Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening how) const {
+  // To open a device can be to use it; so it is looked at first, and what was opened is looked at again.
+  const auto before = judge(name);
+  if (before && !before->missing() && how != Opening::create) return *before;
+  const auto [flags, mode] = accessFor(how);
+  OpenDescriptor opened(openat(native_->number(), name.c_str(),
+                               flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
+                               S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH));
+  if (opened.number() < 0) return refusedBySystem();
+  struct stat status {};
+  if (fstat(opened.number(), &status) != 0) return refusedBySystem();
+  if (auto refused = judged(status)) return *refused;
+  const bool alone = how == Opening::create || how == Opening::alone;
+  // A file system that knows no locks is no reason to do without.
+  if (alone && flock(opened.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+    return refusedByUs(say("files", "one that another program has"));
+  File file(fdopen(opened.number(), mode));
+  if (!file) return refusedBySystem();
+  opened.release();
+  return file;
+}
+
+std::optional<Refusal> SystemFolder::rename(File& file, const std::string& from,
+                                            const std::string& to, bool replaces) const {
+  struct stat opened {};
+  struct stat named {};
+  const int folder = native_->number();
+  if (fstat(fileno(file.get()), &opened) != 0 ||
+      fstatat(folder, from.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0)
+    return refusedBySystem();
+  if (!isSame(opened, named)) return refusedByUs(say("files", "another file in its place"));
+  if (replaces) {
+    auto there = judge(to);
+    if (there && !there->missing()) return there;
+    return renameat(folder, from.c_str(), folder, to.c_str()) == 0
+               ? std::nullopt
+               : std::optional(refusedBySystem());
+  }
+  if (renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0)
+    return std::nullopt;
+  if (errno != EINVAL && errno != ENOSYS) return refusedBySystem();
+  // Some file systems cannot do both in one step: the name is claimed first, by an empty file.
+  const auto claimed = openFile(to, Opening::create);
+  if (!claimed) return claimed.error();
+  if (renameat(folder, from.c_str(), folder, to.c_str()) == 0) return std::nullopt;
+  auto refused = refusedBySystem();
+  unlinkat(folder, to.c_str(), 0);
+  return refused;
+}
+
+std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to) const {
+  auto left = openFile(from, Opening::read);
+  if (!left) return left.error();
+  return rename(*left, from, to, true);
+}
+
+std::optional<Refusal> SystemFolder::remove(const std::string& name) const {
+  if (auto refused = judge(name)) return refused;
+  if (unlinkat(native_->number(), name.c_str(), 0) != 0) return refusedBySystem();
+  return std::nullopt;
+}
+
+std::vector<std::string> SystemFolder::names() const {
+  std::vector<std::string> all;
+  const int again = openat(native_->number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (again < 0) return all;
+  DIR* const listing = fdopendir(again);
+  if (listing == nullptr) {
+    close(again);
+    return all;
+  }
+  while (const dirent* const entry = readdir(listing))
+    all.emplace_back(static_cast<const char*>(entry->d_name));
+  closedir(listing);
+  return all;
+}
+
+std::vector<std::filesystem::path> systemFolders() {
+  return {"/bin",    "/boot", "/etc",  "/lib", "/lib32", "/lib64",
+          "/libx32", "/proc", "/sbin", "/sys", "/usr"};
+}
+
+}  // namespace touch

@@ -1,0 +1,193 @@
+#include "support/files/whole_file.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <system_error>
+#include <utility>
+
+#include "support/text/hex.h"
+#include "support/text/language.h"
+
+namespace touch {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t longestQuote = 24;
+constexpr int mostLeftovers = 100;
+constexpr std::size_t readPiece = std::size_t{64} << 10U;
+
+FileError writeError(const fs::path& path, const std::error_code& why) {
+  return {path.string(), 0, say("files", "a place that can be written"), why.message()};
+}
+
+std::error_code lastError() {
+  return {errno, std::generic_category()};
+}
+
+std::error_code writeOut(std::FILE* file, const NextPiece& next) {
+  errno = 0;
+  bool written = true;
+  for (std::string piece; written && next(piece);)
+    written = std::fwrite(piece.data(), 1, piece.size(), file) == piece.size();
+  if (!written || std::fflush(file) != 0 || !reachDisk(file)) return lastError();
+  return {};
+}
+
+NextPiece allOf(std::string_view content) {
+  return [content, given = false](std::string& piece) mutable {
+    piece = content;
+    return !std::exchange(given, true);
+  };
+}
+
+/// A new file beside `path`. What a crash left behind under such a name is not ours to judge: the
+/// next name is taken.
+std::pair<File, fs::path> newFileBeside(const fs::path& path) {
+  fs::path beside;
+  for (int i = 0; i < mostLeftovers; ++i) {
+    beside = path;
+    beside += std::string(unfinishedEnding) + (i == 0 ? std::string() : std::to_string(i));
+    errno = 0;
+    File file = createFile(beside);
+    if (file || errno != EEXIST) return {std::move(file), beside};
+  }
+  return {nullptr, beside};
+}
+
+Result<std::string, FileError> contentOf(FileInPieces& file) {
+  // Memory follows what is there and not what might be.
+  std::string content;
+  content.reserve(file.size() + readPiece);
+  for (;;) {
+    const std::size_t before = content.size();
+    content.resize(before + readPiece);
+    const std::size_t count = file.read(std::span(content).subspan(before));
+    content.resize(before + count);
+    if (count == 0) break;
+  }
+  if (file.error()) return *file.error();
+  return content;
+}
+
+FileError moreThan(std::size_t limit, std::string name) {
+  return {std::move(name), 0, filled(say("files", "at most %1 bytes"), {std::to_string(limit)}),
+          say("files", "more")};
+}
+
+}  // namespace
+
+std::error_code writeOut(std::FILE* file, std::string_view content) {
+  return writeOut(file, allOf(content));
+}
+
+std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view content) {
+  return writeWholeFile(path, allOf(content));
+}
+
+std::optional<FileError> writeWholeFile(const fs::path& path, const NextPiece& next) {
+  std::error_code failed;
+  // The file behind a link is replaced, not the link.
+  const fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
+  if (target.empty()) return writeError(path, failed);
+  const auto there = fs::status(target, failed);
+  if (fs::is_directory(there)) {
+    return writeError(path, std::make_error_code(std::errc::is_a_directory));
+  }
+  if (fs::exists(there) && !fs::is_regular_file(there)) {
+    return FileError{path.string(), 0, say("files", "a file"),
+                     say("files", "a device or a pipe, which is not to be replaced")};
+  }
+  auto [file, beside] = newFileBeside(target);
+  if (!file) return writeError(path, lastError());
+
+  // Who may not read the old file may not read the new one either, not even while it is written.
+  if (fs::is_regular_file(there)) setMode(file.get(), there.permissions());
+  failed = writeOut(file.get(), next);
+  if (!failed) failed = renameOpen(file, beside, target);
+  if (!failed) return std::nullopt;
+  file.reset();
+  std::error_code ignored;
+  fs::remove(beside, ignored);
+  return writeError(path, failed);
+}
+
+Result<FileInPieces, FileError> FileInPieces::open(const fs::path& path, std::size_t limit) {
+  const auto failure = [&path](std::string expected, std::string found) {
+    return FileError{path.string(), 0, std::move(expected), std::move(found)};
+  };
+  std::error_code why;
+  const auto status = fs::status(path, why);
+  if (!fs::exists(status)) return failure(say("files", "a file"), say("files", "none"));
+  File file = fs::is_regular_file(status) ? openForReading(path) : nullptr;
+  // Another may have taken its place meanwhile.
+  if (!fs::is_regular_file(status) || (file && !isRegular(file.get())))
+    return failure(say("files", "a file"), say("files", "something else of this name"));
+  if (!file)
+    return failure(say("files", "a file that can be read"),
+                   say("files", "none that this user may open"));
+  return of(std::move(file), path.string(), limit);
+}
+
+Result<FileInPieces, FileError> FileInPieces::of(File file, std::string name, std::size_t limit) {
+  if (sizeOf(file.get()) > limit) return moreThan(limit, std::move(name));
+  return FileInPieces(std::move(file), std::move(name), limit);
+}
+
+std::size_t FileInPieces::read(std::span<char> piece) {
+  if (error_) return 0;
+  // One byte more tells that there is more; no others of it are read.
+  const std::size_t wanted = std::min(piece.size(), limit_ - count_ + 1);
+  const std::size_t count = std::fread(piece.data(), 1, wanted, file_.get());
+  count_ += count;
+  if (std::ferror(file_.get()) != 0) {
+    error_ =
+        FileError{name_, 0, say("files", "a file that can be read"), say("files", "a read error")};
+  } else if (count_ > limit_) {
+    error_ = moreThan(limit_, name_);
+  }
+  return error_ ? 0 : count;
+}
+
+Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t limit) {
+  auto file = FileInPieces::open(path, limit);
+  if (!file) return file.error();
+  return contentOf(*file);
+}
+
+Result<std::string, FileError> readWholeFile(File file, std::string name, std::size_t limit) {
+  auto pieces = FileInPieces::of(std::move(file), std::move(name), limit);
+  if (!pieces) return pieces.error();
+  return contentOf(*pieces);
+}
+
+std::vector<std::string_view> linesOf(std::string_view text) {
+  std::vector<std::string_view> lines;
+  while (!text.empty()) {
+    const auto end = text.find('\n');
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(end == text.npos ? text.size() : end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+std::string foundText(std::string_view found) {
+  if (found.empty()) return say("files", "an empty line");
+  std::string text = "\"";
+  for (const char character : found.substr(0, longestQuote)) {
+    const bool printable = character >= 0x20 && character < 0x7F;
+    if (printable) {
+      text += character;
+    } else {
+      text += "\\x" + hexByte(static_cast<std::uint8_t>(character));
+    }
+  }
+  return text + (found.size() > longestQuote ? "...\"" : "\"");
+}
+
+}  // namespace touch

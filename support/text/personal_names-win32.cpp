@@ -1,0 +1,30 @@
+#include <windows.h>
+
+#include <array>
+#include <filesystem>
+
+#include "support/text/personal_names.h"
+
+namespace touch {
+
+namespace {
+
+std::string variableOf(const wchar_t* name) {
+  std::array<wchar_t, 1024> value{};
+  const DWORD length =
+      GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
+  if (length == 0 || length >= value.size()) return {};
+  return std::filesystem::path(std::wstring(value.data(), length)).string();
+}
+
+}  // namespace
+
+PersonalNames personalNames() {
+  PersonalNames names;
+  if (auto home = variableOf(L"USERPROFILE"); !home.empty())
+    names.homeFolders.push_back(std::move(home));
+  names.host = variableOf(L"COMPUTERNAME");
+  return names;
+}
+
+}  // namespace touch

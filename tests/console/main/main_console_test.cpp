@@ -1,0 +1,508 @@
+#include "console/main/main_console.h"
+
+#include <functional>
+#include <optional>
+#include <tuple>
+
+#include "tests/core/discovery/fake_ports.h"
+#include "tests/doubles/desk.h"
+#include "tests/doubles/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+using test::Lines;
+using test::replyOf;
+using namespace std::chrono_literals;
+
+/// Writes what it is made to show between the driver calls of the journal.
+class View final : public MainView {
+ public:
+  explicit View(Lines& journal) : journal_(journal) {}
+
+  void showBusy(const std::string&) override { busy = true; }
+  void showIdle() override { busy = false; }
+  void showStatus(const Status& shown) override { status = shown.text; }
+  void showReady(const Status& shown) override { status = shown.text; }
+  void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {
+    note("show controllers");
+  }
+  void showSettings() override { note("show settings"); }
+  void showParameters() override {}
+  void showIdentity(const Identity&) override { note("show identity"); }
+  void showInformation(const std::vector<std::string>&) override {}
+  std::string showPicture(const std::filesystem::path&) override { return note("show picture"); }
+  std::string showIcon(const std::filesystem::path&) override { return note("show icon"); }
+  void showAdvancedFrame() override {}
+  void showPasswordFrame(bool shown) override { note(shown ? "show password" : "hide password"); }
+  void openDebugger() override { note("open debugger"); }
+  void openPinDefinition() override { note("open pins"); }
+  void openCalibration() override { note("open calibration"); }
+  void cancelCalibration() override { note("cancel calibration"); }
+  void openTest(TestScreen) override { note("open test"); }
+  void closeTest() override { note("close test"); }
+  void closeDebugger() override { note("close debugger"); }
+  bool debuggerIsBusy() const override { return debuggerBusy; }
+  void endProgram() override { note("end"); }
+
+  bool busy = false;
+  bool debuggerBusy = false;
+  std::string status;
+
+ private:
+  std::string note(const char* line) {
+    journal_.emplace_back(line);
+    return {};
+  }
+
+  Lines& journal_;
+};
+
+class Console : public test::Desk {
+ protected:
+  explicit Console(const char* library = RECORDING_LIBRARY) : Desk(library) {
+    script.replies["UT"] = {replyOf("QRMV0301")};
+    script.replies["OI"] = {replyOf("M0130100")};
+    script.results = {{"GetReportMode", 1}, {"GetRightClickTime", 500}};
+  }
+  void startUp() {
+    console.startUp(10);
+    journal.clear();
+  }
+
+  /// The journal without what every exchange has around its commands.
+  Lines steps() const {
+    Lines steps = journal;
+    const auto around = testing::ContainsRegex("^(Open|CloseController|Flush|delay|Read)");
+    std::erase_if(steps, [&](const auto& line) { return testing::Value(line, around); });
+    return steps;
+  }
+
+  test::TemporaryFolder folder;
+  View view{journal};
+  test::FakePorts port{journal};
+  MainConsole console{access(), prompt, view, port, folder.path()};
+};
+
+Lines operator+(Lines left, const Lines& right) {
+  left.insert(left.end(), right.begin(), right.end());
+  return left;
+}
+
+/// At the end a controller's parameters are locked.
+const Lines closingStep = {"WriteBuffer Uu", "WriteBuffer PL", "WriteBuffer PL"};
+
+const std::string open = "OpenController RS232 DEVICE 1";
+const std::string close = "CloseController";
+const Lines settingsRead = {
+    "ReopenCOMPort",       "GetReportMode",      "GetRightClickTime", "GetRightClickEnabled",
+    "GetDoubleClickSpeed", "GetDoubleClickArea", "GetReportStatus",   "GetDoubleClickEnabled",
+    "GetUpSoundStatus",    "GetDownSoundStatus", "GetRotation"};
+
+TEST_F(Console, StartsUpInTheStatedOrder) {
+  folder.write("pic01.jpg", "picture");
+  folder.write("Zevrik.ico", "icon");
+  console.startUp(10);
+  const Lines search = {"settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
+                        open};
+  const Lines unitType = {"WriteBuffer UT", "delay 100", "ReadBuffer 10"};
+  const Lines firmware = {"WriteBuffer OI", "delay 100", "ReadBuffer 10"};
+  EXPECT_EQ(journal, (search + unitType + Lines{close, "show controllers", open} + settingsRead +
+                      Lines{close, "show settings", "show picture", open} + unitType + firmware +
+                      Lines{close, "show identity", "show icon"}));
+  for (const auto& [windows, remarked] :
+       {std::pair(std::optional<int>(), false), {std::optional(5), false}, {4, true}}) {
+    MainConsole another(access(), prompt, view, port, folder.path());
+    another.startUp(windows);
+    EXPECT_EQ(view.status == "RS232 DEVICE 1 is ready.", !remarked);
+  }
+}
+
+TEST_F(Console, LeavesTheStartWithTheNextAnswer) {
+  script.names.assign(21, "USB DEVICE 1");
+  script.replies.clear();
+  clock.after(150ms, [this] { console.exit(); });
+  console.startUp({});
+  Lines asked = steps();
+  std::erase_if(asked, [](const auto& line) { return line.starts_with("GetControllerName"); });
+  EXPECT_EQ(asked, (Lines{"settings 9600,n,8,1", "GetExistControllers", "WriteBuffer UT",
+                          "WriteBuffer UT", "show controllers"} +
+                    closingStep + Lines{"end"}));
+}
+
+TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
+  script.names = {"USB DEVICE 1", "USB DEVICE 2"};
+  script.replies.clear();
+  startUp();
+  EXPECT_EQ(session.controllerName, "USB DEVICE 2") << "the last one tried stays the current one";
+  EXPECT_EQ(view.status, "USB DEVICE 2 does not answer. Check its cable and power.");
+  console.searchComPorts();
+  Lines tail = steps();
+  tail.erase(tail.begin() + 1, std::ranges::find(tail, "message controller not found ??"));
+  EXPECT_EQ(tail, (Lines{"CloseCOMPort", "message controller not found ??"} + settingsRead +
+                   Lines{"show settings"}))
+      << "the result first; then the driver gets its port back";
+
+  script.names.clear();
+  console.refresh();
+  journal.clear();
+  console.information();
+  console.calstart(3);
+  EXPECT_EQ(journal, Lines{}) << "nothing can be done without a controller";
+  prompt.answerText = "kqzm";
+  console.requestPinDefinition();
+  console.perform("", []() -> std::string { throw std::runtime_error("there is none to ask"); });
+  EXPECT_EQ(journal, (Lines{"input Please Enter Password : [Special Function]", "open pins",
+                            "message No device was found"}));
+  console.searchComPorts();
+  EXPECT_EQ(journal.back(), "message controller not found ??") << "but one can be searched for";
+  EXPECT_EQ(view.status, "No COM port could be opened. absent");
+  journal.clear();
+  console.exit();
+  EXPECT_EQ(journal, Lines{"end"});
+}
+
+TEST_F(Console, EndsThroughEachWayOut) {
+  const Lines release = {
+      "confirm Remove the Driver(Release Comport) and Exit program?\n"
+      "Restart the computer will Re_Connected again !!"};
+  const std::tuple<const char*, void (MainConsole::*)(), bool, Lines> cases[] = {
+      {"Exit", &MainConsole::exit, true, closingStep + Lines{"end"}},
+      {"window closed", &MainConsole::close, true, closingStep + closingStep + Lines{"end"}},
+      {"release, no", &MainConsole::releaseAndExit, false, release},
+      {"release, yes", &MainConsole::releaseAndExit, true, release + Lines{"CloseCOMPort", "end"}},
+  };
+  for (const auto& [what, way, answer, expected] : cases) {
+    MainConsole another(access(), prompt, view, port, folder.path());
+    another.startUp(10);
+    journal.clear();
+    prompt.answerYes = answer;
+    (another.*way)();
+    EXPECT_EQ(steps(), expected) << what;
+    if (!answer) continue;
+    another.close();
+    EXPECT_EQ(steps(), expected) << what << ": the program ends once";
+  }
+}
+
+TEST_F(Console, AsksNothingOfAControllerThatIsGoneBehindAQuestion) {
+  prompt.answerText = "kqzm";
+  for (const auto ask : {&MainConsole::releaseAndExit, &MainConsole::requestPinDefinition}) {
+    MainConsole another(access(), prompt, view, port, folder.path());
+    another.startUp(10);
+    prompt.onQuestion = [&another] { another.exit(); };
+    journal.clear();
+    (another.*ask)();
+    const Lines afterwards = steps();
+    EXPECT_EQ(Lines(afterwards.begin() + 1, afterwards.end()), closingStep + Lines{"end"});
+  }
+}
+
+TEST_F(Console, KeepsTheControllerOverARefreshAsLongAsItAnswers) {
+  script.names = {"USB DEVICE 1", "USB DEVICE 2"};
+  startUp();
+  console.selectController(1);
+  const struct {
+    const char* what;
+    Lines names;
+    bool answers;
+    const char* selected;
+    const char* status;
+  } cases[] = {
+      {"answers", {"USB DEVICE 0", "USB DEVICE 2"}, true, "USB DEVICE 2", "USB DEVICE 2 is ready."},
+      {"none answers",
+       {"USB DEVICE 2", "USB DEVICE 3"},
+       false,
+       "USB DEVICE 2",
+       "USB DEVICE 2 does not answer. Check its cable and power."},
+      {"gone",
+       {"USB DEVICE 1", "USB DEVICE 3"},
+       true,
+       "USB DEVICE 1",
+       "USB DEVICE 2 is no longer there; USB DEVICE 1 was chosen."},
+  };
+  for (const auto& [what, names, answers, selected, status] : cases) {
+    script.names = names;
+    script.replies["UT"] = {answers ? replyOf("QRMV0301") : test::Bytes{}};
+    script.replies["OI"] = script.replies["UT"];
+    console.refresh();
+    EXPECT_EQ(session.controllerName, selected) << what;
+    EXPECT_EQ(view.status, status) << what;
+  }
+  script.names = {"USB DEVICE 1", "USB DEVICE 4"};
+  // The first is silent when it is asked for its type, the other answers.
+  script.replies["UT"] = {{}, {}, replyOf("QRMV0301")};
+  console.refresh();
+  EXPECT_EQ(view.status, "USB DEVICE 1 does not answer; USB DEVICE 4 was chosen.");
+}
+
+TEST_F(Console, ClosingIsPutOffUntilTheActionHasEnded) {
+  startUp();
+  clock.after(150ms, [this] {
+    console.close();
+    EXPECT_TRUE(view.busy);
+    // What is asked for meanwhile starts no exchange inside the running one.
+    console.information();
+    console.refresh();
+    console.calstart(3);
+    console.releaseAndExit();
+  });
+  console.information();
+  const Lines information = {"WriteBuffer OI", "WriteBuffer OI", "WriteBuffer UT"};
+  EXPECT_EQ(steps(), information + closingStep + closingStep + Lines{"end"});
+}
+
+TEST_F(Console, DoesNothingWhileAnErrorThatNobodyCanMendPassesThrough) {
+  startUp();
+  EXPECT_THROW(console.perform("",
+                               [this]() -> std::string {
+                                 console.exit();
+                                 throw std::runtime_error("beyond mending");
+                               }),
+               std::runtime_error);
+  EXPECT_EQ(journal, Lines{});
+}
+
+TEST_F(Console, RestoresAndResetsWithoutReadingAfterwards) {
+  startUp();
+  script.replies["RD"] = {test::acknowledgement};
+  script.replies["R"] = {test::acknowledgement};
+  for (const bool reset : {false, true}) {
+    journal.clear();
+    console.perform("", [&] {
+      return reset ? console.parameters().reset() : console.parameters().restoreDefaults();
+    });
+    const std::string command = reset ? "WriteBuffer R" : "WriteBuffer RD";
+    Lines expected;
+    if (!reset) {
+      // The block is read to be kept; this controller does not tell it.
+      expected = {open,        "FlushReadBuffer", "WriteBuffer GP00",
+                  "delay 200", "ReadBuffer 10",   "WriteBuffer GP00",
+                  "delay 200", "ReadBuffer 10",   close};
+    }
+    const std::string told =
+        reset ? "message Controller Reset OK" : "message Controller Restore OK";
+    const Lines sent = {open, "FlushReadBuffer", command, "delay 300", "ReadBuffer 10", told,
+                        close};
+    EXPECT_EQ(journal, expected + sent + Lines{"show settings"});
+  }
+}
+
+TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
+  startUp();
+  console.openTest(TestScreen::linearity);
+  console.openTest(TestScreen::drawing);
+  console.calstart(3);
+  EXPECT_TRUE(view.busy);
+  console.testEnded();
+  EXPECT_FALSE(view.busy);
+  console.calstart(5);
+  console.exit();
+  const Lines opened = {"open test", "open calibration", "cancel calibration"};
+  EXPECT_EQ(journal, opened);
+  console.calibrationEnded(false, Status("cancelled"));
+  EXPECT_EQ(steps(), opened + closingStep + Lines{"end"}) << "the way out that was put off";
+}
+
+TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
+  script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+  script.replies["Uu"] = {test::bytesOf("1234567892")};
+  script.replies["RD"] = {test::acknowledgement};
+  const struct {
+    const char* what;
+    std::function<void(MainConsole&)> before;
+    bool readAgain;
+  } ways[] = {
+      {"as read", [](MainConsole&) {}, false},
+      {"typed, not written",
+       [](MainConsole& each) { each.parameters().table().edit(1, WordByte::low, "99"); }, false},
+      {"another controller", [](MainConsole& each) { each.selectController(1); }, true},
+      {"refreshed", [](MainConsole& each) { each.refresh(); }, true},
+      {"calibrated",
+       [](MainConsole& each) {
+         each.calstart(3);
+         each.calibrationEnded(true, Status(""));
+       },
+       true},
+      {"not calibrated",
+       [](MainConsole& each) {
+         each.calstart(3);
+         each.calibrationEnded(false, Status(""));
+       },
+       false},
+      {"defaults", [](MainConsole& each) { each.parameters().restoreDefaults(); }, true},
+      {"debugged",
+       [](MainConsole& each) {
+         each.debuggerOpened();
+         each.debuggerEnded(false);
+       },
+       true},
+  };
+  for (const auto& [what, before, readAgain] : ways) {
+    MainConsole another{access(), prompt, view, port, folder.path()};
+    another.startUp(10);
+    for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
+      script.replies[std::string("GP0") + address] = {replyOf("01234")};
+    another.parameters().read();
+    before(another);
+    script.replies["GP01"] = {replyOf("05678")};
+    journal.clear();
+    another.close();
+    const std::string write = readAgain ? "WriteBuffer SP015678" : "WriteBuffer SP011234";
+    const Lines once = {"WriteBuffer Uu", write, write, "WriteBuffer PL", "WriteBuffer PL"};
+    Lines first = once;
+    if (readAgain) first.insert(first.begin() + 1, "WriteBuffer GP01");
+    EXPECT_EQ(steps(), first + once + Lines{"end"}) << what;
+  }
+}
+
+TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
+  script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+  startUp();
+  console.debuggerOpened();
+  EXPECT_FALSE(view.busy);
+  const std::string held = "The serial debugger has the port of RS232 DEVICE 1. Leave it first";
+  const std::string waits = "The serial debugger waits for an answer.";
+  const auto nothing = [] { return std::string("done"); };
+  /// An action, and whether it asks the chosen controller only.
+  const std::tuple<const char*, std::function<void()>, bool> actions[] = {
+      {"information", [&] { console.information(); }, true},
+      {"perform", [&] { console.perform("", nothing); }, true},
+      {"calibration",
+       [&] {
+         console.calstart(3);
+         console.calibrationEnded(false, Status("done"));
+       },
+       true},
+      {"refresh", [&] { console.refresh(); }, false},
+      {"search", [&] { console.searchComPorts(); }, false},
+      {"doctor", [&] { console.examine("", nothing); }, false},
+      {"release", [&] { console.releaseAndExit(); }, false},
+  };
+  const auto expectRefused = [&](const std::string& reason, bool alsoOfTheChosen) {
+    for (const auto& [what, act, ofTheChosen] : actions) {
+      view.status.clear();
+      journal.clear();
+      act();
+      const bool refused = alsoOfTheChosen || !ofTheChosen;
+      EXPECT_EQ(view.status.starts_with(reason), refused) << what << ": " << view.status;
+      EXPECT_TRUE(!refused || journal.empty() || journal == Lines{"show settings"}) << what;
+    }
+  };
+  expectRefused(held, true);
+  console.selectController(1);
+  EXPECT_EQ(session.controllerName, "USB DEVICE 2");
+  expectRefused(held, false);
+  console.selectController(0);
+  EXPECT_EQ(journal.back(), "show controllers") << "the choice is put back";
+  view.debuggerBusy = true;
+  expectRefused(waits, true);
+  view.debuggerBusy = false;
+  console.openTest(TestScreen::drawing);
+  console.testEnded();
+  journal.clear();
+  console.debuggerEnded(false);
+  EXPECT_EQ(journal, Lines{}) << "nobody is asked";
+  console.selectController(0);
+  EXPECT_EQ(session.controllerName, "RS232 DEVICE 1");
+}
+
+TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
+  const std::tuple<const char*, std::function<void(MainConsole&)>, Lines> cases[] = {
+      {"by the debugger: nothing is said to the controller any more",
+       [](auto& ending) { ending.debuggerEnded(true); },
+       {"end"}},
+      {"by the debugger, beside a test",
+       [](auto& ending) {
+         ending.openTest(TestScreen::drawing);
+         ending.debuggerEnded(true);
+         ending.testEnded();
+       },
+       {"open test", "close test", "end"}},
+      {"by the main window",
+       [](auto& ending) {
+         ending.exit();
+         ending.debuggerEnded(false);
+       },
+       Lines{"close debugger"} + closingStep + Lines{"end"}},
+      {"by both",
+       [](auto& ending) {
+         ending.exit();
+         ending.debuggerEnded(true);
+       },
+       Lines{"close debugger"} + closingStep + Lines{"end"}},
+  };
+  for (const auto& [what, end, expected] : cases) {
+    MainConsole ending{access(), prompt, view, port, folder.path()};
+    ending.startUp(10);
+    ending.debuggerOpened();
+    journal.clear();
+    end(ending);
+    EXPECT_EQ(steps(), expected) << what;
+  }
+}
+
+TEST_F(Console, GuardsDebuggerAndPinDefinitionWithThePassword) {
+  startUp();
+  console.requestDebugger("");
+  console.requestDebugger("xkqzmx");
+  console.passwordEntered("abkqzmcd");
+  console.passwordEntered("KQZM");
+  EXPECT_EQ(journal, (Lines{"show password", "open debugger", "hide password", "open debugger",
+                            "message Password Error!!", "hide password"}));
+  EXPECT_EQ(MainConsole::passwordEdited("123456789\u00E9"), "123456789\u00E9");
+
+  const std::pair<std::optional<std::string>, bool> cases[] = {
+      {"  kqzm ", true}, {"KQZM", false}, {"xkqzm", false}, {"", false}, {std::nullopt, false}};
+  for (const auto& [answer, opens] : cases) {
+    prompt.answerText = answer;
+    console.requestPinDefinition();
+    EXPECT_EQ(journal.back() == "open pins", opens) << answer.value_or("cancelled");
+  }
+}
+
+class ConsoleOnAPartOfADriver : public Console {
+ protected:
+  ConsoleOnAPartOfADriver() : Console(INCOMPLETE_LIBRARY) {}
+};
+
+TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
+  console.startUp({});
+  const auto lacks = [](const std::string& what) {
+    return "message The touch driver library lacks " + what + ". What needs that was not done.";
+  };
+  EXPECT_EQ(journal.back(), lacks("GetRotation"));
+  EXPECT_THAT(steps(), testing::Contains("show identity")) << "the rest is done";
+  EXPECT_FALSE(view.busy);
+
+  const Setting& rotation = *findSetting("rotation");
+  const struct {
+    const char* operation;
+    std::function<void()> action;
+    Lines before;
+  } cases[] = {
+      {"SetRotation",
+       [&] { console.perform("", [&] { return console.settings().change(rotation, 2); }); },
+       {open, close, "show settings"}},
+      {"IsPenUp", [this] { console.calstart(3); }, {"show settings"}},
+      {"CloseCOMPort", [this] { console.searchComPorts(); }, {open, close, "show settings"}},
+      {"CloseCOMPort", [this] { console.requestDebugger("kqzm"); }, {"show settings"}},
+      {"CloseCOMPort", [this] { console.passwordEntered("kqzm"); }, {"show settings"}},
+  };
+  for (const auto& [operation, action, before] : cases) {
+    journal.clear();
+    action();
+    std::erase(journal, "hide password");
+    EXPECT_EQ(journal, before + Lines{lacks(operation)});
+    EXPECT_FALSE(view.busy);
+  }
+  EXPECT_EQ(console.settings().shown().rotation, 0) << "not what was never sent";
+  console.perform("", [&] { return console.settings().change(*findSetting("up-sound"), 1); });
+  EXPECT_EQ(view.status, "Up touch sound: on") << "all else works";
+  journal.clear();
+  console.exit();
+  EXPECT_EQ(steps(), closingStep + Lines{"end"});
+}
+
+}  // namespace
+}  // namespace touch

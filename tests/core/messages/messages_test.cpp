@@ -1,0 +1,86 @@
+#include "core/messages/messages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/text/text_encoding.h"
+#include "tests/doubles/temporary_folder.h"
+
+namespace touch {
+namespace {
+
+std::string numberedLines(int count, const char* end) {
+  std::string text;
+  for (int i = 0; i < count; ++i)
+    text += "text " + std::to_string(i) + end;
+  return text;
+}
+
+class Messages : public testing::Test {
+ protected:
+  auto load(std::string_view content) {
+    folder.write("errmsg.txt", content);
+    return loadMessages(folder.path());
+  }
+  test::TemporaryFolder folder;
+};
+
+TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
+  EXPECT_EQ(loadMessages(folder.path())->at(50), "Width") << "built in, without a file";
+  const std::string longest(1U << 20U, 'x');
+  EXPECT_EQ(load(longest + '\n' + numberedLines(99, "\n"))->at(0), longest);
+  const auto table = load("\r\n  second \r\n" + numberedLines(118, "\r\n"));
+  ASSERT_TRUE(table);
+  EXPECT_EQ(table->at(0), "");
+  EXPECT_EQ(table->at(1), "  second ");
+  EXPECT_EQ(table->at(99), "text 97");
+  EXPECT_EQ(table->at(100), "");
+  // Without the last line end, in either encoding.
+  std::string lines = numberedLines(99, "\n");
+  lines.pop_back();
+  for (const char* first : {"\xEF\xBB\xBFGer\xC3\xA4t\n", "Ger\xE4t\n"}) {
+    const auto read = load(first + lines);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->at(0), "Ger\xC3\xA4t");
+    EXPECT_EQ(read->at(99), "text 98");
+  }
+}
+
+TEST_F(Messages, OfADamagedFileAreRefused) {
+  std::string nineMegabytes;
+  for (int i = 0; i < 9; ++i)
+    nineMegabytes += std::string((1U << 20U) - 1, 'x') + "\n";
+  const std::pair<std::string, std::string> cases[] = {
+      {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
+      {"ok\n" + std::string((1U << 20U) + 1, 'x'),
+       ", line 2: expected at most 1048576 bytes, found more"},
+      {nineMegabytes, ", line 9: expected at most 8388608 bytes in all lines, found more"},
+  };
+  const auto file = folder.path() / "errmsg.txt";
+  for (const auto& [content, complaint] : cases) {
+    const auto table = load(content);
+    ASSERT_FALSE(table);
+    EXPECT_EQ(table.error().describe(), file.string() + complaint);
+  }
+  std::filesystem::remove(file);
+  std::filesystem::create_symlink("nowhere", file);
+  EXPECT_FALSE(loadMessages(folder.path())) << "a link that leads nowhere";
+
+  const auto loop = folder.path() / "loop";
+  std::filesystem::create_directory_symlink("loop", loop);
+  EXPECT_THAT(
+      loadMessages(loop).error().describe(),
+      testing::StartsWith(loop.string() + ": expected a working folder that can be read, "));
+}
+
+TEST(TextEncoding, KnowsValidUtf8) {
+  for (const char* text : {"", "plain", "\xC3\xA4 \xE2\x82\xAC \xF0\x9F\x98\x80"})
+    EXPECT_TRUE(isUtf8(text)) << text;
+  // A lone byte, a character cut short, two overlong ones, a surrogate, one beyond the last.
+  for (const char* text :
+       {"\xE4", "\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"})
+    EXPECT_FALSE(isUtf8(text)) << text;
+}
+
+}  // namespace
+}  // namespace touch

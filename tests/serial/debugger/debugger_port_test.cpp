@@ -1,0 +1,157 @@
+#include "serial/debugger/debugger_port.h"
+
+#include <functional>
+#include <tuple>
+
+#include "tests/doubles/temporary_folder.h"
+#include "tests/serial/debugger/debugger_bench.h"
+
+namespace touch::test {
+namespace {
+
+using DebuggerPortTest = DebuggerBench;
+
+TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnceWhateverBecameOfIt) {
+  const Lines letGo = {"OpenController RS232 DEVICE 1", "CloseCOMPort"};
+  const Lines end = {"ReopenCOMPort", "CloseController"};
+  const Lines set = {"settings 9600,n,8,1"};
+  const std::tuple<const char*, std::function<void()>, Lines> cases[] = {
+      {"open", [] {}, set + Lines{"open 1", "close"}},
+      {"refused", [&] { serial.pluggedIn = {}; }, set},
+      {"refused, then there",
+       [&] {
+         serial.pluggedIn = {};
+         port.take();
+         serial.pluggedIn = {1};
+       },
+       set + set + Lines{"open 1", "close"}},
+      {"closed before", [&] { clock.after(std::chrono::seconds(1), [&] { serial.close(); }); },
+       set + Lines{"open 1", "delay 2000", "close"}},
+  };
+  for (const auto& [what, arrange, between] : cases) {
+    SCOPED_TRACE(what);
+    serial.pluggedIn = {1};
+    journal.clear();
+    arrange();
+    EXPECT_EQ(port.take(),
+              serial.pluggedIn.empty() ? std::optional("there is no such device") : std::nullopt);
+    EXPECT_FALSE(script.openHandles.empty()) << "the driver takes its port back by the same handle";
+    if (what == std::string("closed before")) clock.delay(std::chrono::seconds(2));
+    port.giveBack();
+    port.giveBack();
+    EXPECT_EQ(journal, letGo + between + end);
+  }
+}
+
+TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
+  serial.pluggedIn = {};
+  script.results["CloseCOMPort"] = 0;
+  const std::string kept = "The driver has not let go of the port of RS232 DEVICE 1.";
+  EXPECT_EQ(port.take(), kept + " there is no such device");
+  EXPECT_EQ(port.driverText(), kept);
+  script.results["CloseCOMPort"] = 1;
+  port.take();
+  port.take();
+  EXPECT_EQ(port.driverText(), "The driver has let go of its port.");
+  EXPECT_EQ(std::ranges::count(journal, "CloseCOMPort"), 2);
+
+  port.giveBack();
+  session.controllerName.clear();
+  script.results["CloseCOMPort"] = 0;
+  EXPECT_EQ(port.take(), "there is no such device") << "without a controller nobody has a port";
+}
+
+TEST_F(DebuggerPortTest, SelectcomOpensWhateverIsThereUpToCom16) {
+  serial.pluggedIn = {1, 3, 16, 17};
+  port.selectcom();
+  EXPECT_EQ(journal, (Lines{"open 1", "close", "open 3", "close", "open 16"}));
+}
+
+TEST_F(DebuggerPortTest, ComporttestFindsAControllerOnCom1OrCom2Only) {
+  const Bytes none;
+  using Found = std::optional<int>;
+  const std::tuple<const char*, int, Bytes, Bytes, Found> cases[] = {
+      {"COM1", 1, replyOf("0"), replyOf("0"), 1},
+      {"COM1, deaf at first", 1, none, replyOf("0"), 1},
+      {"COM1, silent the second time", 1, replyOf("0"), none, std::nullopt},
+      {"COM2", 2, none, replyOf("0"), 2},
+      {"COM3", 3, none, replyOf("0"), std::nullopt},
+      {"two bytes", 1, none, bytesOf("0\r"), std::nullopt},
+      {"three bytes", 1, none, bytesOf("ab\r"), 1},
+      {"another end", 1, none, bytesOf("\x01:\r\n"), std::nullopt},
+  };
+  for (const auto& [what, onPort, firstAnswer, answer, found] : cases) {
+    SCOPED_TRACE(what);
+    serial.pluggedIn = {onPort};
+    answers = {firstAnswer, answer};
+    journal.clear();
+    EXPECT_EQ(port.comporttest(), found);
+    EXPECT_EQ(port.foundPort(), found);
+    EXPECT_EQ(serial.isOpen(), found.has_value());
+    EXPECT_EQ(journal.back() == "message Device Can't found!!", !found);
+    port.giveBack();
+    EXPECT_EQ(std::ranges::count(journal, "ReopenCOMPort"), 1);
+  }
+}
+
+TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwiceAndShowsWhatPassed) {
+  serial.pluggedIn = {2};
+  port.take();
+  journal.clear();
+  answers = {{}, {}, {}, bytesOf("x")};
+  serial.pluggedIn = {1, 2};
+  EXPECT_EQ(port.comporttest(), std::nullopt);
+  const Lines asked = {"clear output", "clear input", "delay 30", "01 5A 0D", "clear output",
+                       "clear input",  "delay 100",   "01 5A 0D", "close"};
+  EXPECT_EQ(journal, Lines{"settings 9600,n,8,1"} + Lines{"open 1"} + asked + Lines{"open 2"} +
+                         asked + Lines{"message Device Can't found!!"});
+  const Lines sent = {"> 01 5A 0D", "> 01 5A 0D"};
+  EXPECT_EQ(console(),
+            Lines{"Asking on COM1 …"} + sent + Lines{"Asking on COM2 …"} + sent + Lines{"< 78"});
+}
+
+TEST_F(DebuggerPortTest, ConvertsAControllerAtTwoStopBitsAndReturnsToOne) {
+  port.take();
+  answers = {bytesOf("any")};
+  journal.clear();
+  EXPECT_TRUE(port.N72toN81());
+  EXPECT_EQ(journal, (Lines{"settings 9600,n,7,2", "clear output", "clear input", "delay 100",
+                            "01 50 4E 38 31 0D", "settings 9600,n,8,1"}));
+  EXPECT_EQ(serial.inBufferCount(), 0u) << "the answer is thrown away";
+  EXPECT_EQ(console(), (Lines{"9600,n,7,2", "> 01 50 4E 38 31 0D", "9600,n,8,1", "< 61 6E 79"}));
+  wire.clear();
+  for (const bool blocked : {false, true}) {
+    serial.impossible = blocked ? "" : "9600,n,7,2";
+    serial.blocked = blocked;
+    log.clear();
+    EXPECT_FALSE(port.N72toN81());
+    EXPECT_THAT(journal.back(), testing::StartsWith(blocked ? "message The command was not sent: "
+                                                            : "message 9600,n,7,2 is refused"));
+    EXPECT_THAT(console(), testing::Not(testing::Contains(testing::StartsWith(">"))));
+  }
+  EXPECT_EQ(wire, Lines{}) << "nothing is sent at other settings";
+  EXPECT_TRUE(serial.isOpen());
+}
+
+TEST_F(DebuggerPortTest, RecordsNoWriteThatDidNotGoOutAndCountsDamagedBytes) {
+  const TemporaryFolder folder;
+  RecordedPort recorded(serial, clock);
+  recorded.open();
+  recorded.startRecording(folder.path() / "taken.txt");
+  for (const bool blocked : {true, false}) {
+    serial.blocked = blocked;
+    EXPECT_EQ(recorded.write(bytesOf("Z")), !blocked);
+  }
+  recorded.stopRecording();
+  EXPECT_EQ(folder.read("taken.txt"), "touch recording 1\n0.000000 > 5A\n");
+
+  serial.damaged = 2;
+  port.noteDamage();
+  port.noteDamage();
+  EXPECT_EQ(port.damaged(), 2u);
+  EXPECT_EQ(console(), Lines{"Of the bytes that came, 2 were damaged on the line (parity, stop bit "
+                             "or break)."});
+}
+
+}  // namespace
+}  // namespace touch::test

@@ -1,0 +1,182 @@
+#include "serial/recording/recording.h"
+
+#include "reports/report_splitter.h"
+#include "tests/doubles/small_disk.h"
+#include "tests/doubles/temporary_folder.h"
+#include "tests/serial/debugger/debugger_bench.h"
+
+namespace touch::test {
+namespace {
+
+using namespace std::chrono_literals;
+
+class RecordingTest : public DebuggerBench {
+ protected:
+  TemporaryFolder folder;
+  std::filesystem::path file = folder.path() / "a.rec";
+};
+
+TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
+  ASSERT_EQ(port.take(), std::nullopt);
+  RecordedPort recorded(serial, clock);
+  recorded.write(bytesOf("before"));
+  serial.received = Bytes{0x20};
+  ASSERT_EQ(recorded.startRecording(file), std::nullopt);
+  EXPECT_EQ(recorded.readAll(), Bytes{0x20}) << "come before, and of the recording no part";
+  clock.delay(1500ms);
+  recorded.write(bytesOf("\x01UT\r"));
+  serial.received = Bytes{0x00, 0xFF};
+  EXPECT_EQ(recorded.readAll(), (Bytes{0x00, 0xFF}));
+  clock.after(19ms, [this] { serial.received = Bytes{0x0A}; });
+  clock.delay(100ms);
+  EXPECT_EQ(recorded.inBufferCount(), 1u);
+  recorded.clearInput();
+  serial.received = Bytes{0x0B};
+  recorded.close();
+  EXPECT_EQ(recorded.stopRecording(), std::nullopt);
+  EXPECT_EQ(folder.read("a.rec"),
+            "touch recording 1\n1.500000 > 01 55 54 0D\n1.500000 < 00 FF\n1.520000 < 0A\n"
+            "1.600000 < 0B\n")
+      << "what came while nobody read stands at its time";
+
+  ReplayPort played(std::move(*RecordingFile::open(file)), clock);
+  for (int round = 0; round < 2; ++round) {
+    played.open();
+    EXPECT_EQ(played.inBufferCount(), 2u) << "the silence before it is left out";
+    EXPECT_EQ(played.readAll(), (Bytes{0x00, 0xFF}));
+    clock.delay(19ms);
+    EXPECT_EQ(played.inBufferCount(), 0u);
+    EXPECT_FALSE(played.isFinished());
+    clock.delay(81ms);
+    EXPECT_EQ(played.readAll(), (Bytes{0x0A, 0x0B}));
+    EXPECT_TRUE(played.isFinished());
+    played.close();
+  }
+}
+
+TEST_F(RecordingTest, MayHoldMuchThatIsDueAtOnce) {
+  Bytes much;
+  for (int i = 0; i < 40'000; ++i)
+    much.insert(much.end(), {0xD8, 0x10, 0x20, 0x30, 0x01});
+  ReplayPort played(std::make_unique<KeptTransfers>(
+                        std::vector<Transfer>{{0us, Direction::fromController, much},
+                                              {0us, Direction::toController, {0x02}},
+                                              {0us, Direction::fromController, {0x03}}}),
+                    clock);
+  played.open();
+  Bytes all;
+  for (Bytes part = played.readAll(); !part.empty(); part = played.readAll()) {
+    EXPECT_LE(part.size(), ReplayPort::mostInOneRead);
+    all.insert(all.end(), part.begin(), part.end());
+    EXPECT_EQ(played.inBufferCount(),
+              std::min(ReplayPort::mostInOneRead, much.size() + 1 - all.size()));
+  }
+  EXPECT_EQ(all, much + Bytes{0x03});
+  EXPECT_TRUE(played.isFinished());
+
+  const std::uint8_t* next = nullptr;
+  std::size_t moved = 0;
+  ReportSplitter(ReportFamily::tablet, {}).feed(all, [&](const TouchReport*, auto bytes) {
+    if (next != nullptr && bytes.data() != next) ++moved;
+    next = bytes.data() + bytes.size();
+  });
+  EXPECT_EQ(moved, 0u) << "moving the rest for each report takes the square of its length";
+}
+
+TEST_F(RecordingTest, NamesTheLineThatIsWrong) {
+  const std::string time = "a time in seconds with six decimals, such as 0.104250, found ";
+  const std::string bytes = "bytes of two hexadecimal digits with a blank between, found ";
+  const std::string begun =
+      "\xEF\xBB\xBF# made by hand\r\n touch recording 1 # first\r\n0.500000 < 00  # why\r\n";
+  const std::pair<std::string, std::string> cases[] = {
+      {begun + "1 < 00", "4: expected " + time + "\"1\""},
+      {begun + "1.-00001 < 00", "4: expected " + time + "\"1.-00001\""},
+      {begun + "1000000.000000 < 00", "4: expected " + time + "\"1000000.000000\""},
+      {begun + "0.400000 < 00", "4: expected a time not before the one above, found \"0.400000\""},
+      {begun + "1.000000 = 00",
+       "4: expected > for bytes to the controller or < for bytes from it, found \"=\""},
+      {begun + "1.000000 < 0", "4: expected " + bytes + "\"0\""},
+      {begun + "1.000000 < 00  01", "4: expected " + bytes + "an empty line"},
+      {begun + "1.000000 < 0G", "4: expected " + bytes + "\"0G\""},
+      {"", "1: expected \"touch recording 1\", found the end of the file"},
+      {"\ntouch recording 2\n", "2: expected \"touch recording 1\", found \"touch recording 2\""},
+  };
+  for (const auto& [text, problem] : cases) {
+    EXPECT_EQ(parseRecording(text, "a.rec").error().describe(), "a.rec, line " + problem);
+    folder.write("a.rec", text);
+    const auto read = RecordingFile::open(file);
+    EXPECT_FALSE(read && (*read)->next() && (*read)->next());
+    const auto error = read ? (*read)->error() : read.error();
+    EXPECT_EQ(error->describe(), file.string() + ", line " + problem) << "also piece by piece";
+  }
+}
+
+TEST_F(RecordingTest, IsReadPieceByPieceHoweverLongItIs) {
+  constexpr std::size_t transfers = 20'000;
+  std::string text = "touch recording 1\n";
+  for (std::size_t i = 0; i < transfers; ++i)
+    text += i % 2 == 0 ? "0.000000 < D8 10 20 30 01\r\n" : "0.000000 > 00\n";
+  folder.write("a.rec", text + "1.000000 < 07");
+  const auto opened = RecordingFile::open(file);
+  RecordingFile& read = **opened;
+  for (int round = 0; round < 2; ++round, read.rewind()) {
+    Transfer last;
+    std::size_t count = 0;
+    for (; auto next = read.next(); ++count)
+      last = std::move(*next);
+    EXPECT_EQ(count, transfers + 1);
+    EXPECT_EQ(last, (Transfer{1s, Direction::fromController, {0x07}}));
+    EXPECT_EQ(read.error(), std::nullopt);
+  }
+  folder.write("a.rec", "touch recording 1\n0.000000 < 00\n# " + std::string(2 << 20, 'x'));
+  read.rewind();
+  while (read.next()) {
+  }
+  EXPECT_EQ(read.error()->describe(),
+            file.string() + ", line 3: expected at most 1048576 bytes, found more");
+}
+
+TEST_F(RecordingTest, EndsBeforeItIsTooLongToBeReadAgain) {
+  const std::string end =
+      file.string() + ": expected a recording that can be read again, found a longer one";
+  Recorder tooLarge(40);
+  ASSERT_EQ(tooLarge.start(file, clock.now()), std::nullopt);
+  for (int i = 0; i < 3; ++i)
+    tooLarge.add(clock.now(), Direction::fromController, {{0x41}});
+  EXPECT_EQ(tooLarge.stop()->describe(), end);
+  EXPECT_EQ(folder.read("a.rec"), "touch recording 1\n0.000000 < 41\n");
+
+  Recorder tooLate;
+  ASSERT_EQ(tooLate.start(file, clock.now()), std::nullopt);
+  tooLate.add(clock.now() + 1'000'000s, Direction::fromController, {{0x41}});
+  EXPECT_EQ(tooLate.stop()->describe(), end);
+
+  Recorder atOnce;
+  ASSERT_EQ(atOnce.start(file, clock.now()), std::nullopt);
+  atOnce.add(clock.now(), Direction::fromController, Bytes(500'000, 0x41));
+  EXPECT_EQ(atOnce.stop(), std::nullopt);
+  std::size_t count = 0;
+  const auto opened = RecordingFile::open(file);
+  RecordingFile& read = **opened;
+  while (const auto next = read.next())
+    count += next->bytes.size();
+  EXPECT_EQ(count, 500'000u) << "in lines that are not too long";
+}
+
+TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFull) {
+  Recorder recorder;
+  EXPECT_TRUE(recorder.start(folder.path() / "no" / "such.rec", clock.now()));
+  {
+    const SmallDisk disk(5);
+    EXPECT_TRUE(recorder.start(file, clock.now())) << "although nothing has come in yet";
+    EXPECT_FALSE(recorder.isOn());
+  }
+  const SmallDisk disk(20);
+  ASSERT_EQ(recorder.start(file, clock.now()), std::nullopt);
+  recorder.add(clock.now(), Direction::toController, bytesOf("x"));
+  EXPECT_FALSE(recorder.isOn());
+  EXPECT_TRUE(recorder.stop());
+}
+
+}  // namespace
+}  // namespace touch::test

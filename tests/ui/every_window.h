@@ -1,0 +1,178 @@
+#pragma once
+
+#include <functional>
+#include <set>
+
+#include "calibration/frmCal.h"
+#include "linetest/canvas/frmDraw.h"
+#include "linetest/linearity/frmLinearity.h"
+#include "serial/rawdrawing/frmRsDraw.h"
+#include "tests/serial/debugger/serial_desk.h"
+#include "ui/controls/finger_style.h"
+#include "ui/guide/guide_window.h"
+#include "ui/guide/help.h"
+
+namespace touch::test {
+
+/// Opens each window in each of its states, on simulated controllers.
+class EveryWindow : public DrawingDesk {
+ protected:
+  using Visitor = std::function<void(const std::string& where, QWidget& window)>;
+
+  EveryWindow() {
+    script.replies["GP80"] = {replyOf("00005")};
+    for (int wire = 1; wire <= 5; ++wire)
+      script.replies["GP8" + std::to_string(wire)] = {replyOf("00101")};
+    prompt.answerText = "kqzm";
+  }
+  void TearDown() override {
+    for (const std::string& fault : faults_)
+      ADD_FAILURE() << fault;
+    DrawingDesk::TearDown();
+  }
+
+  /// A window that is laid out for the screen here need not fit another one.
+  static QSize sizeHere() {
+    const QSize here = QGuiApplication::primaryScreen()->size();
+    return here.width() < 1024 ? here.boundedTo({800, 480}) : QSize(1024, 768);
+  }
+  void visitAll(Visitor visit) {
+    visit_ = std::move(visit);
+    visitMain();
+    visitCalibration();
+    visitTests();
+    visitDebugger();
+    visitGuide();
+  }
+
+  void blame(const std::string& where, const QWidget& widget, const std::string& what) {
+    const QString text = widget.property("text").toString();
+    faults_.insert(where + ": " + widget.metaObject()->className() + ' ' +
+                   widget.objectName().toStdString() + " \"" + text.toStdString() + "\" " + what);
+  }
+
+ private:
+  static void settle(QWidget& window, const QSize& size) {
+    window.resize(size);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    QApplication::processEvents();
+  }
+  /// Opens a window and visits it as it is then.
+  void open(auto& window, const std::string& state = "") {
+    window.open();
+    settle(window, size_);
+    visit_(window.objectName().toStdString() + state, window);
+  }
+  static void press(QWidget& window, const char* name) {
+    find<QAbstractButton>(window, name)->click();
+    QApplication::processEvents();
+  }
+  void visitPages(const std::string& where, QWidget& window, const char* tabs) {
+    auto& pages = *find<QTabWidget>(window, tabs);
+    for (int page = 0; page < pages.count(); ++page) {
+      pages.setCurrentIndex(page);
+      // What is seen only on request.
+      for (const char* const name : {"cmdInfo", "Command17", "cmdAdvanced"}) {
+        auto* const button = window.findChild<QAbstractButton*>(name);
+        if (button != nullptr && button->isVisible()) button->click();
+      }
+      live(std::chrono::milliseconds(1));
+      visit_(where + ", page " + std::to_string(page), window);
+    }
+  }
+
+  void visitMain() {
+    frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, linearity},
+                   Startup{folder.path(), "/usr/lib/libnexapi.so", simulation, size_});
+    window.open();
+    settle(window, size_);
+    QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
+    visitPages("frmMain", window, "tabs");
+    QTest::keyClick(&window, Qt::Key_B, Qt::ControlModifier);
+    auto* const pins = find<QWidget>(window, "frmPinDefine");
+    settle(*pins, size_.boundedTo({660, 640}));
+    visit_("frmPinDefine", *pins);
+  }
+  void visitCalibration() {
+    frmCal window(
+        access(), prompt, simulation, *QGuiApplication::primaryScreen(), size_, [] {},
+        [](CalibrationOutcome) {});
+    window.show();
+    settle(window, size_);
+    visit_("frmCal", window);
+  }
+  void visitTests() {
+    const QScreen& screen = *QGuiApplication::primaryScreen();
+    {
+      frmDraw window({clock, prompt, session.messages, switches, files, folder.path()}, simulation,
+                     controller, screen, size_, [] {});
+      open(window);
+      QTest::mouseClick(find<QWidget>(window, "drawingCanvas"), Qt::RightButton, {},
+                        {size_.width() - 5, size_.height() - 5});
+      visit_("frmDraw, menu", window);
+      for (const auto& [key, state] :
+           {std::pair(Qt::Key_F1, "help"), std::pair(Qt::Key_T, "results")}) {
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QTest::keyClick(&window, key);
+        QApplication::processEvents();
+        visit_(std::string("frmDraw, ") + state, window);
+      }
+    }
+    frmLinearity window({prompt, session.messages, linearity, folder.path()}, simulation,
+                        controller, screen, size_, [] {});
+    open(window, ", size");
+    press(window, "cmdStart");
+    draw(find<QWidget>(window, "linearityCanvas"),
+         {{size_.width() / 32, 1}, {size_.width() / 32, size_.height() - 2}}, 40);
+    visit_("frmLinearity, drawn", window);
+    for (int line = 0; line < 9; ++line)
+      press(window, "cmdNext");
+    visit_("frmLinearity, horizontal", window);
+    press(window, "cmdResults");
+    visitPages("frmLinearity, results", window, "resultTabs");
+  }
+  void visitDebugger() {
+    {
+      frmRSDebug window(
+          access(), prompt, port_,
+          DebuggerSurroundings{folder.path(), {}, switches, simulation, size_, panelMonitor},
+          [](DebuggerEnd) {});
+      open(window);
+      press(window, "Check1");
+      press(window, "Command3");
+      for (const auto& [set, entry] :
+           {std::pair("Option3", -1), std::pair("Option2", 6), std::pair("Option1", 21)}) {
+        press(window, set);
+        find<QComboBox>(window, "Combo1")->setCurrentIndex(entry);
+        QApplication::processEvents();
+        const std::string where = std::string("frmRSDebug, ") + set;
+        // A small screen has no room for all at once.
+        const bool inPages = window.findChild<QTabWidget*>("debuggerTabs") != nullptr;
+        inPages ? visitPages(where, window, "debuggerTabs") : visit_(where, window);
+      }
+    }
+    frmRsDraw window(
+        {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, size_},
+        ReceivingPort{port_, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
+    open(window);
+    press(window, "cmdHelp");
+    visit_("frmRsDraw, help", window);
+  }
+  void visitGuide() {
+    QWidget below;
+    showHelp(below);
+    auto* const window = below.findChild<GuideWindow*>();
+    settle(*window, size_);
+    press(*window, "cmdFind");
+    visit_("guide", *window);
+  }
+
+  const QSize size_ = sizeHere();
+  Visitor visit_;
+  std::set<std::string> faults_;
+  Trace trace_;
+  PseudoTerminal terminal_;
+  AsioSerialPort port_{onlyCom1(terminal_)};
+};
+
+}  // namespace touch::test

@@ -1,0 +1,94 @@
+#include "ui/language.h"
+
+#include <locale>
+#include <set>
+
+#include "app/options.h"
+#include "support/result.h"
+#include "tests/ui/every_window.h"
+
+namespace touch::test {
+namespace {
+
+class Languages : public EveryWindow {
+ protected:
+  ~Languages() override {
+    speakOnly("en");
+    std::locale::global(before_);
+  }
+  static void speakOnly(const QString& language) {
+    qDeleteAll(qApp->findChildren<QTranslator*>());
+    EXPECT_TRUE(speak(language)) << language.toStdString();
+  }
+
+ private:
+  std::locale before_;
+};
+
+/// Why a widget shows less than it wants to; empty when all of it is there.
+std::string clipping(const QWidget& widget) {
+  const auto* const label = qobject_cast<const QLabel*>(&widget);
+  const auto* const button = qobject_cast<const QAbstractButton*>(&widget);
+  if ((label == nullptr || label->text().isEmpty()) && button == nullptr) return {};
+  if (widget.parentWidget()->inherits("QTabBar")) return {};
+  const int height = widget.hasHeightForWidth() ? widget.heightForWidth(widget.width())
+                                                : widget.sizeHint().height();
+  // A label that wraps may be as narrow as its longest word, a button as its caption.
+  const int besideCaption = isSmallScreen() ? 4 : 16;
+  const int width =
+      label != nullptr && label->wordWrap() ? label->minimumSizeHint().width()
+      : widget.inherits("QPushButton")
+          ? widget.fontMetrics().size(Qt::TextShowMnemonic, button->text()).width() + besideCaption
+          : widget.sizeHint().width();
+  if (widget.width() < width) return "too narrow";
+  if (widget.height() < height) return "too low";
+  if (!widget.parentWidget()->rect().contains(widget.geometry())) return "beyond its frame";
+  return {};
+}
+
+TEST_F(Languages, LayoutsHold) {
+  // Where every line counts there is room for the texts as they are, and no more.
+  speakOnly(isSmallScreen() ? "en" : "de");
+  visitAll([&](const std::string& where, QWidget& window) {
+    if (!QRect({}, sizeHere()).contains(QRect({}, window.size())))
+      blame(where, window, "larger than its screen");
+    for (const QWidget* const widget : window.findChildren<QWidget*>()) {
+      if (!widget->isVisible()) continue;
+      if (widget->parentWidget() == &window && !widget->isWindow() &&
+          !window.rect().contains(widget->geometry()))
+        blame(where, *widget, "beyond its window");
+      if (widget->inherits("QPushButton") && widget->height() < fingerSize())
+        blame(where, *widget, "too low for a finger");
+      if (const std::string why = clipping(*widget); !why.empty()) blame(where, *widget, why);
+    }
+  });
+}
+
+TEST_F(Languages, EachHasAKeyOfItsOwnForEachControl) {
+  for (const std::string_view language : languages) {
+    speakOnly(QString::fromStdString(std::string(language)));
+    visitAll([&](const std::string& where, QWidget& window) {
+      std::set<QString> taken;
+      for (const auto* const button : window.findChildren<QAbstractButton*>()) {
+        const QString name = button->objectName();
+        const bool keyIsEscape = name == "Label1" || name == "cmdEscape";
+        if (!button->isVisible() || keyIsEscape) continue;
+        const QString key = button->shortcut().toString();
+        if (key.isEmpty() ? button->inherits("QPushButton") : !taken.insert(key).second)
+          blame(where, *button, "has no key of its own");
+      }
+    });
+  }
+}
+
+TEST_F(Languages, GermanIsSpokenByWindowsAndLogicAlike) {
+  speakOnly("de");
+  EXPECT_EQ(frmMain::tr("Settings"), "Einstellungen");
+  EXPECT_EQ((FileError{"a.vrq", 3, "x", "y"}.describe()),
+            "a.vrq, Zeile 3: erwartet: x, gefunden: y");
+  EXPECT_FALSE(speak("xx"));
+  EXPECT_EQ(systemLanguage({"xx"}), "xx");
+}
+
+}  // namespace
+}  // namespace touch::test

@@ -1,0 +1,16 @@
+#include <gtest/gtest.h>
+
+#include "ui/controls/finger_style.h"
+#include "ui/guarded_application.h"
+#include "ui/window_manners.h"
+
+int main(int argc, char** argv) {
+  // Real windows and real events, drawn where no screen is needed.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  const touch::GuardedApplication app(argc, argv);
+  QApplication::setStyle(new touch::FingerStyle);
+  const touch::WindowManners manners;
+  QApplication::setQuitOnLastWindowClosed(false);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "drawing/surface.h"
+
+class QPainter;
+
+namespace touch {
+
+/// Charts on whatever Qt paints on: a window, an image, a page of a PDF. The painter is scaled so that its unit is a twip.
+class ChartPainter final : public ChartSurface {
+ public:
+  explicit ChartPainter(QPainter& painter) : painter_(painter) {}
+
+  /// Nothing to clear: a page begins empty.
+  void clear() override {}
+  void line(TwipsPoint from, TwipsPoint to, Colour colour, int width) override;
+  void circle(TwipsPoint centre, float radius, Colour colour, int width) override;
+  void text(TwipsPoint at, std::string_view text, Colour colour, float height,
+            TextAnchor anchor) override;
+  void area(TwipsPoint corner, TwipsSize size, Colour colour) override;
+
+ private:
+  QPainter& painter_;
+};
+
+}  // namespace touch

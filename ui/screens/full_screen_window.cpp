@@ -1,0 +1,73 @@
+#include "ui/screens/full_screen_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTimer>
+#include <chrono>
+#include <utility>
+
+#include "ui/window_end.h"
+
+namespace touch {
+
+namespace {
+
+// A window manager may keep the keyboard where it is; the work begins all the same.
+constexpr std::chrono::milliseconds longestInactive{500};
+
+}  // namespace
+
+void placeOn(QWidget& window, const QScreen& screen, const std::optional<QSize>& size) {
+  // Where programs cannot place their windows, as under Wayland, a full screen follows the screen and not the geometry.
+  for (QScreen* const connected : QGuiApplication::screens()) {
+    if (connected == &screen) window.setScreen(connected);
+  }
+  window.setGeometry(QRect(screen.geometry().topLeft(), size.value_or(screen.size())));
+}
+
+FullScreenWindow::FullScreenWindow(const QScreen& screen, const std::optional<QSize>& size,
+                                   std::function<void()> onLeft)
+    : onLeft_(std::move(onLeft)), fullScreen_(!size) {
+  placeOn(*this, screen, size);
+}
+
+void FullScreenWindow::open() {
+  if (fullScreen_) {
+    // Without a window manager nobody else tells it that the screen has another size now.
+    connect(screen(), &QScreen::geometryChanged, this,
+            [this](const QRect& all) { setGeometry(all); });
+    showFullScreen();
+  } else {
+    show();
+  }
+  raise();
+  activateWindow();
+  QTimer::singleShot(longestInactive, this, &FullScreenWindow::startOnce);
+}
+
+void FullScreenWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && !begun_)
+    QTimer::singleShot(0, this, &FullScreenWindow::startOnce);
+}
+
+void FullScreenWindow::startOnce() {
+  if (!left_ && !std::exchange(begun_, true)) started();
+}
+
+void FullScreenWindow::leave() {
+  if (left_) return;
+  left_ = true;
+  endWindow(*this, [this] {
+    deleteLater();
+    onLeft_();
+  });
+}
+
+void FullScreenWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  askToLeave();
+}
+
+}  // namespace touch

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/driver/simulation.h"
+#include "ui/screens/canvas_widget.h"
+
+namespace touch {
+
+/// A canvas that tells where it is touched. In a simulated run the pointer is the finger on the simulated panel: what
+/// counts is where its controller reports the finger, and on a dead strip the pen lifts.
+class TouchCanvas final : public CanvasWidget {
+  Q_OBJECT
+
+ public:
+  explicit TouchCanvas(QWidget* parent = nullptr);
+
+  /// From now on touches pass through this controller's simulated panel.
+  void touchThrough(const Simulation& simulation, std::string controller);
+
+ signals:
+  void penDown(Qt::MouseButton button, touch::TwipsPoint at);
+  void penMoved(touch::TwipsPoint at);
+  void penUp(touch::TwipsPoint at);
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  std::optional<TwipsPoint> reported(const QPointF& pointer) const;
+  void follow(const QPointF& pointer);
+  void lift();
+
+  std::optional<Simulation> simulation_;
+  std::string controller_;
+  Qt::MouseButton button_ = Qt::NoButton;  ///< the one that is held
+  std::optional<TwipsPoint> pen_;          ///< where the pen is, while it is down
+};
+
+}  // namespace touch
