@@ -37,7 +37,7 @@ Canvas::Canvas(CanvasParts parts, CanvasView& view, TwipsSize screen)
 void Canvas::activate() {
   show(CanvasPanel::help, false);
   view_.setHelp(helpLines(parts_.messages));
-  view_.setTolerance(tolerancePercent_);
+  view_.showTolerance(tolerancePercent_);
   placeBanner();
   picture_.clear();
   // The switch outlives the screen: what it says is what is seen.
@@ -450,7 +450,7 @@ void Canvas::showResults() {
 
 void Canvas::setTolerance(int tenths) {
   tolerancePercent_ = static_cast<float>(tenths) / 10;
-  view_.setTolerance(tolerancePercent_);
+  view_.showTolerance(tolerancePercent_);
   if (toleranceView_) renewToleranceLines();
 }
 

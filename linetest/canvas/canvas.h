@@ -51,7 +51,7 @@ class CanvasView {
   virtual void setResultsList(std::span<const std::string> lines) = 0;
   virtual void setResultsTable(const ResultsSheet& sheet) = 0;
   /// The percent that the label beside the tolerance bar shows.
-  virtual void setTolerance(float percent) = 0;
+  virtual void showTolerance(float percent) = 0;
 
   /// File dialogs that start in `folder`; empty when the user cancelled.
   virtual std::filesystem::path askSaveName(const std::filesystem::path& folder,

@@ -515,7 +515,7 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
                       (height() - resultsFrame_->height()) / 2);
 }
 
-void frmDraw::setTolerance(float percent) {
+void frmDraw::showTolerance(float percent) {
   toleranceLabel_->setText(shownNumber(static_cast<double>(percent), 1) + QStringLiteral(" %"));
 }
 

@@ -50,7 +50,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void setEscape(std::string_view hint) override;
   void setResultsList(std::span<const std::string> lines) override;
   void setResultsTable(const ResultsSheet& sheet) override;
-  void setTolerance(float percent) override;
+  void showTolerance(float percent) override;
   std::filesystem::path askSaveName(const std::filesystem::path& folder,
                                     std::string_view filter) override;
   std::filesystem::path askOpenName(const std::filesystem::path& folder,

@@ -85,22 +85,22 @@ std::optional<Point> takePlace(Words& words, RequestAnswer& problem) {
   return Point{place[0], place[1]};
 }
 
-RequestAnswer touchPanels(Simulation& simulation, Words& words) {
+RequestAnswer touchPanels(SimulatedDevices& devices, Words& words) {
   RequestAnswer problem;
   const auto place = takePlace(words, problem);
   if (!place) return problem;
-  simulation.touch(*place);
+  devices.touch(*place);
   return done();
 }
 
-RequestAnswer liftFinger(Simulation& simulation, Words&) {
-  simulation.lift();
+RequestAnswer liftFinger(SimulatedDevices& devices, Words&) {
+  devices.lift();
   return done();
 }
 
-RequestAnswer tellError(Simulation& simulation, Words& words) {
+RequestAnswer tellError(SimulatedDevices& devices, Words& words) {
   const auto name = words.rest();
-  const SimulatedUnit* const unit = simulation.find(name);
+  const SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   double sum = 0;
   double highest = 0;
@@ -119,36 +119,36 @@ RequestAnswer tellError(Simulation& simulation, Words& words) {
   return done(decimal(sum / places) + ' ' + decimal(highest));
 }
 
-RequestAnswer tellMapped(Simulation& simulation, Words& words) {
+RequestAnswer tellMapped(SimulatedDevices& devices, Words& words) {
   RequestAnswer problem;
   const auto place = takePlace(words, problem);
   if (!place) return problem;
   const auto name = words.rest();
-  const SimulatedUnit* const unit = simulation.find(name);
+  const SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   const Point reported = unit->controller.reported(*place);
   return done(decimal(reported.x) + ' ' + decimal(reported.y));
 }
 
-RequestAnswer tellReport(Simulation& simulation, Words& words) {
+RequestAnswer tellReport(SimulatedDevices& devices, Words& words) {
   RequestAnswer problem;
   const auto place = takePlace(words, problem);
   if (!place) return problem;
   const auto name = words.rest();
-  SimulatedUnit* const unit = simulation.find(name);
+  SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   const auto report = unit->controller.felt(*place);
   return done(report ? decimal(report->x) + ' ' + decimal(report->y) : std::string());
 }
 
-RequestAnswer tellPort(Simulation& simulation, Words& words) {
+RequestAnswer tellPort(SimulatedDevices& devices, Words& words) {
   const auto name = words.rest();
-  const SimulatedUnit* const unit = simulation.find(name);
+  const SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   return done(unit->line ? unit->line->path() : std::string());
 }
 
-RequestAnswer switchFault(Simulation& simulation, Words& words) {
+RequestAnswer switchFault(SimulatedDevices& devices, Words& words) {
   const auto faultWord = words.next();
   const auto fault = faultNamed(faultWord);
   if (!fault) return refused("no fault is called " + quoted(faultWord) + "; see faults");
@@ -157,13 +157,13 @@ RequestAnswer switchFault(Simulation& simulation, Words& words) {
     return refused("expected on or off, found " + quoted(state));
   }
   const auto name = words.rest();
-  SimulatedUnit* const unit = simulation.find(name);
+  SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   unit->controller.faults().set(*fault, state == "on");
   return done();
 }
 
-RequestAnswer listFaults(Simulation&, Words&) {
+RequestAnswer listFaults(SimulatedDevices&, Words&) {
   std::string names;
   for (const FaultName& fault : faultNames) {
     if (!names.empty()) names += '\n';
@@ -190,7 +190,7 @@ constexpr std::array panelKeys{
     PanelKey{"dead-strip", &PanelTraits::deadStrip, 0, 1},
 };
 
-RequestAnswer changePanel(Simulation& simulation, Words& words) {
+RequestAnswer changePanel(SimulatedDevices& devices, Words& words) {
   const auto keyWord = words.next();
   const auto* const key = std::ranges::find(panelKeys, keyWord, &PanelKey::name);
   if (key == panelKeys.end()) return refused("a panel has no " + quoted(keyWord));
@@ -202,44 +202,44 @@ RequestAnswer changePanel(Simulation& simulation, Words& words) {
                    decimal(key->highest) + ", found " + quoted(valueWord));
   }
   const auto name = words.rest();
-  SimulatedUnit* const unit = simulation.find(name);
+  SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   auto& controller = unit->controller;
   controller.panel().*(key->value) = asNew ? controller.model().panel.*(key->value) : *value;
   return done();
 }
 
-RequestAnswer setClock(Simulation& simulation, Words& words) {
+RequestAnswer setClock(SimulatedDevices& devices, Words& words) {
   const auto kind = words.next();
   if (kind == "manual") {
-    simulation.clock().setManual();
+    devices.clock().setManual();
   } else if (kind == "real") {
-    simulation.clock().setReal();
+    devices.clock().setReal();
   } else {
     return refused("expected manual or real, found " + quoted(kind));
   }
   return done();
 }
 
-RequestAnswer advanceClock(Simulation& simulation, Words& words) {
+RequestAnswer advanceClock(SimulatedDevices& devices, Words& words) {
   const auto word = words.next();
   const auto milliseconds = numberIn(word, 0, longestAdvance);
   if (!milliseconds) {
     return refused("expected milliseconds from 0 to a day, found " + quoted(word));
   }
-  if (!simulation.clock().isManual()) return refused("the clock is not manual");
-  simulation.clock().advance(std::chrono::milliseconds(static_cast<std::int64_t>(*milliseconds)));
+  if (!devices.clock().isManual()) return refused("the clock is not manual");
+  devices.clock().advance(std::chrono::milliseconds(static_cast<std::int64_t>(*milliseconds)));
   return done();
 }
 
-RequestAnswer resetAll(Simulation& simulation, Words&) {
-  simulation.reset();
+RequestAnswer resetAll(SimulatedDevices& devices, Words&) {
+  devices.reset();
   return done();
 }
 
 struct Request {
   std::string_view name;
-  RequestAnswer (*carryOut)(Simulation&, Words&);
+  RequestAnswer (*carryOut)(SimulatedDevices&, Words&);
   std::string_view form;
 };
 
@@ -272,14 +272,14 @@ bool hasForm(std::string_view text, std::string_view form) {
 
 }  // namespace
 
-RequestAnswer carryOutRequest(Simulation& simulation, std::string_view request) {
+RequestAnswer carryOutRequest(SimulatedDevices& devices, std::string_view request) {
   Words words(request);
   const auto name = words.next();
   const auto* const found = std::ranges::find(requests, name, &Request::name);
   if (found == requests.end()) return refused("unknown request " + quoted(name));
   if (!hasForm(request, found->form)) return refused("expected " + quoted(found->form));
-  RequestAnswer answer = found->carryOut(simulation, words);
-  simulation.wakeLines();
+  RequestAnswer answer = found->carryOut(devices, words);
+  devices.wakeLines();
   return answer;
 }
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/driver/simulation.h"
+#include "simulator/driver/simulated_devices.h"
 
 namespace touch::simulator {
 
@@ -14,6 +14,6 @@ struct RequestAnswer {
 };
 
 /// Carries out a request in the grammar of requests.h.
-RequestAnswer carryOutRequest(Simulation& simulation, std::string_view request);
+RequestAnswer carryOutRequest(SimulatedDevices& devices, std::string_view request);
 
 }  // namespace touch::simulator

@@ -39,7 +39,7 @@ auto SimulatedDriver::locked(Work work) {
   std::vector<std::unique_ptr<PtyLine>> stopped;
   const std::lock_guard lock(mutex_);
   auto result = work();
-  stopped = simulation_.settleLines(mutex_);
+  stopped = devices_.settleLines(mutex_);
   return result;
 }
 
@@ -88,13 +88,13 @@ bool SimulatedDriver::isOpen(const SimulatedUnit& unit) const {
 }
 
 RequestAnswer SimulatedDriver::simulate(std::string_view request) {
-  return locked([&] { return carryOutRequest(simulation_, request); });
+  return locked([&] { return carryOutRequest(devices_, request); });
 }
 
 std::int32_t SimulatedDriver::GetExistControllers() {
   return locked([&] {
     return static_cast<std::int32_t>(
-        std::ranges::count_if(simulation_.units(), &SimulatedUnit::isPluggedIn));
+        std::ranges::count_if(devices_.units(), &SimulatedUnit::isPluggedIn));
   });
 }
 
@@ -104,7 +104,7 @@ std::int32_t SimulatedDriver::GetControllerName(std::int32_t number, char* name,
   if (name == nullptr || room == 0) return 0;
   return locked([&]() -> std::int32_t {
     std::int32_t count = 0;
-    for (const SimulatedUnit& unit : simulation_.units()) {
+    for (const SimulatedUnit& unit : devices_.units()) {
       if (!unit.isPluggedIn() || ++count != lowByte(number)) continue;
       if (unit.controller.faults().has(Fault::errorReturns)) return 0;
       const auto shown = unit.controller.model().name.substr(0, room - 1);
@@ -118,7 +118,7 @@ std::int32_t SimulatedDriver::GetControllerName(std::int32_t number, char* name,
 std::int32_t SimulatedDriver::OpenController(const char* name) {
   if (name == nullptr) return 0;
   return locked([&]() -> std::int32_t {
-    SimulatedUnit* const unit = simulation_.find(name);
+    SimulatedUnit* const unit = devices_.find(name);
     if (unit == nullptr || !unit->isPluggedIn()) return 0;
     const FaultSet& faults = unit->controller.faults();
     if (faults.has(Fault::errorReturns)) return countError;
@@ -166,7 +166,7 @@ std::int32_t SimulatedDriver::ReopenCOMPort(std::int32_t handle) {
 
 std::int32_t SimulatedDriver::FlushReadBuffer(std::int32_t handle) {
   return onController(handle, [&](SimulatedController& controller) {
-    const TimePoint now = simulation_.clock().now();
+    const TimePoint now = devices_.clock().now();
     controller.take(controller.arrived(now), now);
     return 1;
   });
@@ -176,7 +176,7 @@ std::int32_t SimulatedDriver::WriteBuffer(std::int32_t handle, const std::uint8_
                                           std::int32_t count) {
   if (bytes == nullptr) return 0;
   return onController(handle, [&](SimulatedController& controller) {
-    controller.receive(std::span(bytes, bufferSize(count)), simulation_.clock().now());
+    controller.receive(std::span(bytes, bufferSize(count)), devices_.clock().now());
     return 1;
   });
 }
@@ -187,7 +187,7 @@ std::int32_t SimulatedDriver::ReadBuffer(std::int32_t handle, std::uint8_t* byte
   return onController(
       handle,
       [&](SimulatedController& controller) {
-        const auto taken = controller.take(bufferSize(count), simulation_.clock().now());
+        const auto taken = controller.take(bufferSize(count), devices_.clock().now());
         std::ranges::copy(taken, bytes);
         return static_cast<std::int32_t>(taken.size());
       },
@@ -198,17 +198,17 @@ std::int32_t SimulatedDriver::ReadLength(std::int32_t handle) {
   return onController(
       handle,
       [&](SimulatedController& controller) {
-        return static_cast<std::int32_t>(controller.arrived(simulation_.clock().now()));
+        return static_cast<std::int32_t>(controller.arrived(devices_.clock().now()));
       },
       countError);
 }
 
 std::int32_t SimulatedDriver::GetReportMode(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::reportMode);
+  return getSetting(handle, &PointerSettings::reportMode);
 }
 
 std::int32_t SimulatedDriver::SetReportMode(std::int32_t handle, std::int32_t mode) {
-  return putSetting(handle, &TouchSettings::reportMode, lowByte(mode), {1, 3});
+  return putSetting(handle, &PointerSettings::reportMode, lowByte(mode), {1, 3});
 }
 
 std::int32_t SimulatedDriver::GetReportStatus(std::int32_t handle) {
@@ -218,67 +218,67 @@ std::int32_t SimulatedDriver::GetReportStatus(std::int32_t handle) {
 }
 
 std::int32_t SimulatedDriver::GetRotation(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::rotation);
+  return getSetting(handle, &PointerSettings::rotation);
 }
 
 std::int32_t SimulatedDriver::SetRotation(std::int32_t handle, std::int32_t rotation) {
-  return putSetting(handle, &TouchSettings::rotation, lowByte(rotation), {0, 3});
+  return putSetting(handle, &PointerSettings::rotation, lowByte(rotation), {0, 3});
 }
 
 std::int32_t SimulatedDriver::EnableUpSound(std::int32_t handle, std::int32_t on) {
-  return putSwitch(handle, &TouchSettings::upSound, on);
+  return putSwitch(handle, &PointerSettings::upSound, on);
 }
 
 std::int32_t SimulatedDriver::EnableDownSound(std::int32_t handle, std::int32_t on) {
-  return putSwitch(handle, &TouchSettings::downSound, on);
+  return putSwitch(handle, &PointerSettings::downSound, on);
 }
 
 std::int32_t SimulatedDriver::GetUpSoundStatus(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::upSound);
+  return getSetting(handle, &PointerSettings::upSound);
 }
 
 std::int32_t SimulatedDriver::GetDownSoundStatus(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::downSound);
+  return getSetting(handle, &PointerSettings::downSound);
 }
 
 std::int32_t SimulatedDriver::EnableDoubleClick(std::int32_t handle, std::int32_t on) {
-  return putSwitch(handle, &TouchSettings::doubleClick, on);
+  return putSwitch(handle, &PointerSettings::doubleClick, on);
 }
 
 std::int32_t SimulatedDriver::GetDoubleClickEnabled(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::doubleClick);
+  return getSetting(handle, &PointerSettings::doubleClick);
 }
 
 std::int32_t SimulatedDriver::SetDoubleClickSpeed(std::int32_t handle, std::int32_t speed) {
-  return putSetting(handle, &TouchSettings::doubleClickSpeed, lowByte(speed), {1, 255});
+  return putSetting(handle, &PointerSettings::doubleClickSpeed, lowByte(speed), {1, 255});
 }
 
 std::int32_t SimulatedDriver::GetDoubleClickSpeed(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::doubleClickSpeed);
+  return getSetting(handle, &PointerSettings::doubleClickSpeed);
 }
 
 std::int32_t SimulatedDriver::SetDoubleClickArea(std::int32_t handle, std::int32_t area) {
-  return putSetting(handle, &TouchSettings::doubleClickArea, lowByte(area), {0, 255});
+  return putSetting(handle, &PointerSettings::doubleClickArea, lowByte(area), {0, 255});
 }
 
 std::int32_t SimulatedDriver::GetDoubleClickArea(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::doubleClickArea);
+  return getSetting(handle, &PointerSettings::doubleClickArea);
 }
 
 std::int32_t SimulatedDriver::EnableRightClick(std::int32_t handle, std::int32_t on) {
-  return putSwitch(handle, &TouchSettings::rightClick, on);
+  return putSwitch(handle, &PointerSettings::rightClick, on);
 }
 
 std::int32_t SimulatedDriver::GetRightClickEnabled(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::rightClick);
+  return getSetting(handle, &PointerSettings::rightClick);
 }
 
 std::int32_t SimulatedDriver::SetRightClickTime(std::int32_t handle, std::int32_t milliseconds) {
-  return putSetting(handle, &TouchSettings::rightClickTime, milliseconds, {300, 1200});
+  return putSetting(handle, &PointerSettings::rightClickTime, milliseconds, {300, 1200});
 }
 
 std::int32_t SimulatedDriver::GetRightClickTime(std::int32_t handle) {
-  return getSetting(handle, &TouchSettings::rightClickTime);
+  return getSetting(handle, &PointerSettings::rightClickTime);
 }
 
 std::int32_t SimulatedDriver::SetCalPoint(std::int32_t handle, std::int32_t point,
@@ -316,15 +316,14 @@ std::int32_t SimulatedDriver::StoreCalibrationData(std::int32_t handle) {
 
 std::int32_t SimulatedDriver::AskToSetMultiMonitor(std::int32_t handle, std::int32_t) {
   return onUnit(handle, [&](SimulatedUnit&) {
-    monitorAsked_ = simulation_.clock().now();
+    monitorAsked_ = devices_.clock().now();
     return 1;
   });
 }
 
 std::int32_t SimulatedDriver::QueryMultiMonitorSetOK() {
   return locked([&] {
-    const bool set =
-        monitorAsked_ && simulation_.clock().now() - *monitorAsked_ >= monitorSettingTime;
+    const bool set = monitorAsked_ && devices_.clock().now() - *monitorAsked_ >= monitorSettingTime;
     return set ? 1 : 0;
   });
 }

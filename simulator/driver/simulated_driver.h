@@ -7,7 +7,7 @@
 
 #include "core/driver/driver.h"
 #include "simulator/controller/request_interpreter.h"
-#include "simulator/driver/simulation.h"
+#include "simulator/driver/simulated_devices.h"
 
 namespace touch::simulator {
 
@@ -29,7 +29,7 @@ class SimulatedDriver final : public Driver {
     std::int32_t lowest;
     std::int32_t highest;
   };
-  using Setting = std::int32_t TouchSettings::*;
+  using Setting = std::int32_t PointerSettings::*;
 
   template <typename Work>
   auto locked(Work work);
@@ -43,7 +43,7 @@ class SimulatedDriver final : public Driver {
   bool isOpen(const SimulatedUnit& unit) const;
 
   std::mutex mutex_;
-  Simulation simulation_;
+  SimulatedDevices devices_;
   std::map<std::int32_t, SimulatedUnit*> open_;  // by handle
   std::int32_t lastHandle_ = 0x100;
   std::optional<TimePoint> monitorAsked_;

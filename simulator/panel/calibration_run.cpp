@@ -27,7 +27,7 @@ constexpr std::array<Point, 9> nineTargets{{{middle, middle},
 
 }  // namespace
 
-std::span<const Point> calibrationTargets(int count) {
+std::span<const Point> expectedTargets(int count) {
   switch (count) {
     case 2:
       return twoTargets;
@@ -43,7 +43,7 @@ std::span<const Point> calibrationTargets(int count) {
 }
 
 bool CalibrationRun::arm(int point, int count, int samples) {
-  const auto targets = calibrationTargets(count);
+  const auto targets = expectedTargets(count);
   if (point < 0 || static_cast<std::size_t>(point) >= targets.size()) return false;
   if (targets.size() != readings_.size()) readings_.assign(targets.size(), std::nullopt);
   targets_ = targets;

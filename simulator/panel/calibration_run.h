@@ -11,7 +11,7 @@ namespace touch::simulator {
 
 /// Where the targets of a calibration stand, in the order in which they are touched; empty unless
 /// `count` is 2, 3, 5 or 9.
-std::span<const Point> calibrationTargets(int count);
+std::span<const Point> expectedTargets(int count);
 
 /// The targets of one calibration and the readings taken for them. A target takes the first touch
 /// that begins after it was armed, however short.

@@ -70,7 +70,7 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
   void setEscape(std::string_view) override {}
   void setResultsList(std::span<const std::string>) override {}
   void setResultsTable(const ResultsSheet&) override {}
-  void setTolerance(float) override {}
+  void showTolerance(float) override {}
   Path askSaveName(const Path&, std::string_view) override { return chosenFile; }
   Path askOpenName(const Path&, std::string_view) override { return chosenFile; }
 };

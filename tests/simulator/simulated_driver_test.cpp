@@ -152,7 +152,7 @@ TEST_F(Driving, calibrationLeavesOnlyNoise) {
       SCOPED_TRACE(name + ' ' + std::to_string(count));
       request("reset");
       EXPECT_GT(meanError(name), 0.025) << "a new panel is visibly wrong";
-      EXPECT_NE(calibrate(open(name), count, calibrationTargets(count)), 0);
+      EXPECT_NE(calibrate(open(name), count, expectedTargets(count)), 0);
       EXPECT_LT(meanError(name), 0.0005);
     }
   }
@@ -180,22 +180,22 @@ TEST_F(Driving, unfinishedCalibrationChangesNothing) {
   const auto handle = open(serialName);
   const auto other = open(serialName);
   const double before = meanError(serialName);
-  EXPECT_EQ(calibrate(handle, 3, calibrationTargets(3).first(2)), 0);
+  EXPECT_EQ(calibrate(handle, 3, expectedTargets(3).first(2)), 0);
   EXPECT_EQ(meanError(serialName), before);
   driver.CloseController(other);
-  EXPECT_NE(calibrate(handle, 3, calibrationTargets(3).last(1), 2), 0)
+  EXPECT_NE(calibrate(handle, 3, expectedTargets(3).last(1), 2), 0)
       << "another handle's closing drops nothing";
 
-  EXPECT_EQ(calibrate(handle, 5, calibrationTargets(5).first(4)), 0);
+  EXPECT_EQ(calibrate(handle, 5, expectedTargets(5).first(4)), 0);
   driver.CloseController(handle);
   const auto later = open(serialName);
-  EXPECT_EQ(calibrate(later, 5, calibrationTargets(5).last(1), 4), 0)
+  EXPECT_EQ(calibrate(later, 5, expectedTargets(5).last(1), 4), 0)
       << "closing dropped the taken points";
   EXPECT_EQ(calibrate(later, 3, std::vector<Point>(3, {0.1, 0.1})), 0) << "on one spot";
   const Point onOneLine[] = {{0.1, 0.1}, {0.5, 0.5}, {0.9, 0.9}};
   EXPECT_EQ(calibrate(later, 3, onOneLine), 0);
   request("fault store-fails on " + serialName);
-  EXPECT_EQ(calibrate(later, 3, calibrationTargets(3)), 0);
+  EXPECT_EQ(calibrate(later, 3, expectedTargets(3)), 0);
 }
 
 TEST_F(Driving, threadsMayCallAtOnce) {

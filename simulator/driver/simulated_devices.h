@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/controller/pointer_settings.h"
 #include "simulator/controller/simulated_clock.h"
 #include "simulator/controller/simulated_controller.h"
-#include "simulator/controller/touch_settings.h"
 #include "simulator/port/pty_line.h"
 
 namespace touch::simulator {
@@ -19,7 +19,7 @@ struct SimulatedUnit {
   explicit SimulatedUnit(const ControllerModel& model) : controller(model) {}
 
   SimulatedController controller;
-  TouchSettings settings;
+  PointerSettings settings;
   bool portReleased = false;      ///< the driver has let go of its serial port
   std::unique_ptr<PtyLine> line;  ///< the released port; null while the controller is unplugged
 
@@ -28,9 +28,9 @@ struct SimulatedUnit {
 
 /// All simulated controllers, the one finger that touches every panel, and their time. Not safe to
 /// use from several threads; the lines that it opens take its user's mutex.
-class Simulation {
+class SimulatedDevices {
  public:
-  Simulation();
+  SimulatedDevices();
 
   std::deque<SimulatedUnit>& units() { return units_; }
   /// Null for an unknown name; an unplugged controller is found too.

@@ -5,7 +5,7 @@
 namespace touch::simulator {
 
 /// How the driver turns the touches of a controller into pointer actions. Switches are 0 or 1.
-struct TouchSettings {
+struct PointerSettings {
   std::int32_t reportMode = 1;  ///< 1 desk top, 2 drawing, 3 button
   std::int32_t rotation = 0;    ///< quarter turns, 0 to 3
   std::int32_t upSound = 0;

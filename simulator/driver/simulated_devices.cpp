@@ -1,4 +1,4 @@
-#include "simulator/driver/simulation.h"
+#include "simulator/driver/simulated_devices.h"
 
 #include <algorithm>
 
@@ -6,28 +6,28 @@
 
 namespace touch::simulator {
 
-Simulation::Simulation() {
+SimulatedDevices::SimulatedDevices() {
   for (const ControllerModel& model : controllerModels)
     units_.emplace_back(model);
 }
 
-SimulatedUnit* Simulation::find(std::string_view name) {
+SimulatedUnit* SimulatedDevices::find(std::string_view name) {
   const auto found = std::ranges::find_if(
       units_, [&](const SimulatedUnit& unit) { return unit.controller.model().name == name; });
   return found == units_.end() ? nullptr : &*found;
 }
 
-void Simulation::touch(Point place) {
+void SimulatedDevices::touch(Point place) {
   for (SimulatedUnit& unit : units_)
     unit.controller.touch(place, clock_.now());
 }
 
-void Simulation::lift() {
+void SimulatedDevices::lift() {
   for (SimulatedUnit& unit : units_)
     unit.controller.lift(clock_.now());
 }
 
-void Simulation::reset() {
+void SimulatedDevices::reset() {
   for (SimulatedUnit& unit : units_) {
     // The unit itself stays, because its line's thread still refers to it until the line is
     // settled.
@@ -37,13 +37,13 @@ void Simulation::reset() {
   }
 }
 
-void Simulation::wakeLines() {
+void SimulatedDevices::wakeLines() {
   for (SimulatedUnit& unit : units_) {
     if (unit.line) unit.line->wake();
   }
 }
 
-std::vector<std::unique_ptr<PtyLine>> Simulation::settleLines(std::mutex& guard) {
+std::vector<std::unique_ptr<PtyLine>> SimulatedDevices::settleLines(std::mutex& guard) {
   std::vector<std::unique_ptr<PtyLine>> stopped;
   for (SimulatedUnit& unit : units_) {
     const bool wanted = unit.portReleased && unit.isPluggedIn();
