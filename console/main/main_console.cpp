@@ -155,10 +155,16 @@ void MainConsole::findControllers(const std::string& current) {
   if (!selected_) selected_ = list_.lastAsked;
   access_.session.controllerName = selectedName();
   view_.showControllers(list_.names, selected_);
-  if (!selected_) {
-    firmware_.clear();
-    view_.showIdentity({});
-  }
+  // Before it is read: an end that is asked for meanwhile is not to write to it what another held.
+  if (!selected_ || (!current.empty() && selectedName() != current)) forgetController();
+}
+
+void MainConsole::forgetController() {
+  firmware_.clear();
+  answers_ = false;
+  parameters_.forget();
+  view_.showParameters();
+  view_.showIdentity({});
 }
 
 void MainConsole::readController() {
@@ -209,6 +215,7 @@ void MainConsole::selectController(std::size_t index) {
   hold(say("main", "Reading the controller …"), [this, index] {
     selected_ = index;
     access_.session.controllerName = list_.names[index];
+    forgetController();
     view_.showInformation({});
     readController();
   });

@@ -152,6 +152,8 @@ class MainConsole {
 
   /// `current`: the controller to keep, if it is still there.
   void findControllers(const std::string& current);
+  /// What is known of the controller before holds no longer.
+  void forgetController();
   void readController();
   void readSettings();
   void readIdentity();

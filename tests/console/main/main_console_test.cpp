@@ -354,6 +354,14 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
     if (readAgain) first.insert(first.begin() + 1, "WriteBuffer GP01");
     EXPECT_EQ(steps(), first + once + Lines{"end"}) << what;
   }
+  startUp();
+  console.parameters().read();
+  script.names = {"USB DEVICE 2"};
+  clock.after(50ms, [this] { console.exit(); });
+  console.refresh();
+  EXPECT_THAT(journal, testing::Not(testing::Contains(testing::StartsWith("WriteBuffer SP01"))))
+      << "another one answered while the end was asked for";
+  EXPECT_EQ(journal.back(), "end");
 }
 
 TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
