@@ -1871,6 +1871,10 @@
         <source>%1: %2 was asked, the controller cannot be opened</source>
         <translation>%1: %2 wurde angefordert, der Controller kann nicht geöffnet werden</translation>
     </message>
+    <message>
+        <source>Timing: nothing was sent, since it was not read from the controller. &quot;Refresh&quot; (F5) reads it.</source>
+        <translation>Zeiten: Nichts wurde gesendet, weil sie nicht vom Controller gelesen wurden. „Aktualisieren“ (F5) liest sie.</translation>
+    </message>
 </context>
 <context>
     <name>touch::FingerSpinBox</name>

@@ -176,7 +176,7 @@ void MainConsole::readController() {
 void MainConsole::readSettings() {
   view_.showBusy(filled(say("main", "Reading the settings of %1 …"), {toUtf8(selectedName())}));
   DriverSettings settings;
-  attempt([this, &settings] { settings = readset(access_); });
+  attempt([this, &settings] { readset(access_, settings); });
   settings_.take(settings);
   view_.showSettings();
 }

@@ -30,6 +30,10 @@ Status SettingsPanel::change(const Setting& setting, int value) {
 }
 
 Status SettingsPanel::confirm() {
+  if (!shown_.timingRead)
+    return Status::error(say("settings",
+                             "Timing: nothing was sent, since it was not read from the "
+                             "controller. \"Refresh\" (F5) reads it."));
   const SettingAnswer answer = confirmTiming(access_, prompt_, bars_.timing());
   if (!answer.opened)
     return Status::error(say("settings", "Timing: the controller cannot be opened"));

@@ -35,7 +35,8 @@ class SettingsPanel {
 
   /// Any setting but the timing and the sensitivity.
   Status change(const Setting& setting, int value);
-  /// "Confirm": the three scroll bars.
+  /// "Confirm": the three scroll bars. Refused while the timing was not read: whoever moves one bar would send what the
+  /// others stand at, which nobody has chosen.
   Status confirm();
   /// The sensitivity list; nothing happens, and nothing is said, while it is being filled.
   std::optional<Status> changeSensitivity(int index);

@@ -16,6 +16,7 @@ void readOthers(Driver& driver, std::int32_t handle, DriverSettings& settings) {
   settings.rightClick = driver.GetRightClickEnabled(handle) != 0;
   settings.doubleClickSpeed = lowByte(driver.GetDoubleClickSpeed(handle));
   settings.doubleClickArea = lowByte(driver.GetDoubleClickArea(handle));
+  settings.timingRead = Connection::isHandle(handle);
   settings.reporting = driver.GetReportStatus(handle) != 0;
   settings.doubleClick = driver.GetDoubleClickEnabled(handle) != 0;
   settings.upSound = driver.GetUpSoundStatus(handle) != 0;
@@ -40,17 +41,15 @@ int readRightClickTime(Driver& driver, std::int32_t handle) {
 
 }  // namespace
 
-DriverSettings readset(const Access& access) {
+void readset(const Access& access, DriverSettings& settings) {
   Connection connection(access);
   Driver& driver = access.driver;
   const std::int32_t handle = connection.handle();
   driver.ReopenCOMPort(handle);
 
-  DriverSettings settings;
   settings.touchMode = readTouchMode(driver, handle);
   settings.rightClickTime = readRightClickTime(driver, handle);
   readOthers(driver, handle, settings);
-  return settings;
 }
 
 std::optional<DriverSettings> reportedSettings(const Access& access) {

@@ -89,7 +89,8 @@ Outcome startUpAndExit(FaultWorld& world) {
 Outcome changeEachSetting(FaultWorld& world) {
   Outcome outcome{true, {}};
   for (const Setting& setting : settingTable()) {
-    const DriverSettings before = readset(world.access());
+    DriverSettings before;
+    readset(world.access(), before);
     const int value = setting.get ? setting.get(before) : 1;
     const SettingAnswer answer = setting.set(world.access(), world.prompt, before, value);
     const std::string told = settingOutcome(setting, value, answer);

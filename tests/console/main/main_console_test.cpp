@@ -504,9 +504,17 @@ TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
     EXPECT_EQ(journal, before + Lines{lacks(operation)});
     EXPECT_FALSE(view.busy);
   }
-  EXPECT_EQ(console.settings().shown().rotation, 0) << "not what was never sent";
+  EXPECT_EQ(console.settings().shown().rotation, -1) << "not what was never sent";
+  EXPECT_EQ(console.settings().shown().doubleClickSpeed, 1) << "what was read stays";
   console.perform("", [&] { return console.settings().change(*findSetting("up-sound"), 1); });
   EXPECT_EQ(view.status, "Up touch sound: on") << "all else works";
+  script.results["OpenController"] = 1;
+  console.refresh();
+  script.results.erase("OpenController");
+  journal.clear();
+  console.perform("", [&] { return console.settings().confirm(); });
+  EXPECT_EQ(journal, Lines{"show settings"}) << "what nobody has read is not sent";
+  EXPECT_THAT(view.status, testing::StartsWith("Timing: nothing was sent, since it was not read"));
   journal.clear();
   console.exit();
   EXPECT_EQ(steps(), closingStep + Lines{"end"});

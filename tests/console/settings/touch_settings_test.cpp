@@ -86,7 +86,8 @@ TEST_F(TouchSettings, SayWhenTheControllerCannotBeOpened) {
 TEST_F(TouchSettings, OfThePanelShowWhatWasSentUntilTheyAreRead) {
   SettingsPanel panel(access(), prompt);
   // Read as 0, the mode is shown as 2 and written as 1: that stays so while others are changed.
-  const DriverSettings read{.touchMode = 2, .rightClickTime = 700, .doubleClickSpeed = 4};
+  const DriverSettings read{
+      .touchMode = 2, .rightClickTime = 700, .doubleClickSpeed = 4, .timingRead = true};
   panel.take(read);
   EXPECT_FALSE(panel.changeSensitivity(4)) << "the page is not filled yet";
   const std::tuple<const char*, int, bool DriverSettings::*, Lines> switches[] = {

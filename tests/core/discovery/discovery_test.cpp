@@ -101,7 +101,8 @@ TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
     SCOPED_TRACE(mode);
     journal.clear();
     script.results = {{"GetReportMode", mode}, {"GetRightClickTime", time}};
-    const DriverSettings settings = readset(access());
+    DriverSettings settings;
+    readset(access(), settings);
     EXPECT_EQ(settings.touchMode, mended ? 2 : mode & 0xFF);
     EXPECT_EQ(settings.rightClickTime, mended ? 1000 : time);
     std::erase_if(journal, [](const auto& line) { return !line.starts_with("Set"); });
