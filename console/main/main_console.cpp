@@ -104,8 +104,7 @@ void MainConsole::startUp(std::optional<int> windowsVersion) {
     };
     if (const auto picture = workFile("pic01.jpg")) complain(view_.showPicture(*picture));
     reportFormats_ = rdformad(workFolder_);
-    for (const FileError& problem : reportFormats_.problems)
-      complain(problem.describe());
+    complain(describeProblems(reportFormats_));
     if (selected_ && !cutShort_) readIdentity();
     const auto icon = workFile("Zevrik.ico");
     if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));

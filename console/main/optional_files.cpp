@@ -27,8 +27,11 @@ std::string formatsComplaint(const fs::path& file) {
     return FileError{file.string(), 0, say("main", "a file"), say("main", "none")}.describe();
   }
   std::string complaint;
-  for (const FileError& problem : rdformad(file.parent_path()).problems)
-    complaint += (complaint.empty() ? "" : "; ") + problem.describe();
+  const std::string problems = describeProblems(rdformad(file.parent_path()));
+  for (const std::string_view line : linesOf(problems))
+    complaint.append(complaint.empty() ? "" : "; ").append(line);
+  // A complaint has no full stop of its own; the count of many problems is a sentence.
+  if (complaint.ends_with('.')) complaint.pop_back();
   return complaint;
 }
 

@@ -140,6 +140,8 @@ TEST_F(Doctor, LooksAtTheOptionalFiles) {
   } files[] = {
       {"errmsg.txt", std::string(100, '\n'), "one\n", "expected 100 lines"},
       {"zevrik.fmt", "wide 8 5A 5B le16@2,4\n", "wide 8\n", "zevrik.fmt, line 1: expected"},
+      {"zevrik.fmt", "", "a\nb\nc\nd\ne\nf\ng\nh\ni\nj\nk\nl\n",
+       "; 12 problems in all; these are the first 10."},
       {"pic01.jpg", std::string("GIF89a\1\0\1\0\0\0\0;", 14), "text",
        "expected a picture, found \"text\""},
       {"cursoroff.txt", "note", std::string(2'000'000, 'x'), "expected at most 1048576 bytes"},

@@ -110,11 +110,13 @@ TEST_F(Console, StartsUpInTheStatedOrder) {
   EXPECT_EQ(journal, (search + unitType + Lines{close, "show controllers", open} + settingsRead +
                       Lines{close, "show settings", "show picture", open} + unitType + firmware +
                       Lines{close, "show identity", "show icon"}));
+  folder.write("zevrik.fmt", "a\nb\nc\nd\ne\nf\ng\nh\ni\nj\nk\nl\n");
   for (const auto& [windows, remarked] :
        {std::pair(std::optional<int>(), false), {std::optional(5), false}, {4, true}}) {
     MainConsole another(access(), prompt, view, port, folder.path());
     another.startUp(windows);
     EXPECT_EQ(view.status == "RS232 DEVICE 1 is ready.", !remarked);
+    EXPECT_EQ(std::ranges::count(journal.back(), '\n'), 10) << "ten problems, and how many";
   }
 }
 
