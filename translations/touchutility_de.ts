@@ -574,6 +574,14 @@
         <source>Next: %1</source>
         <translation>Nächster Schritt: %1</translation>
     </message>
+    <message>
+        <source>The screen cannot be calibrated with 2 points.</source>
+        <translation>Der Bildschirm kann nicht mit 2 Punkten kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>The screen cannot be calibrated with 3, 5 or 9 points.</source>
+        <translation>Der Bildschirm kann nicht mit 3, 5 oder 9 Punkten kalibriert werden.</translation>
+    </message>
 </context>
 <context>
     <name>drawings</name>

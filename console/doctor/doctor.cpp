@@ -91,8 +91,10 @@ constexpr std::array needs = {
                 "\"Confirm\" does not work: double click and right click keep their "
                 "timing."),
          {"SetDoubleClickSpeed", "SetDoubleClickArea", "SetRightClickTime"}},
-    Need{marked("doctor", "The screen cannot be calibrated."),
-         {"ReadLength", "SetCalPoint", "CalCurrentPointReady", "IsPenUp", "StoreCalibrationData"}},
+    Need{marked("doctor", "The screen cannot be calibrated."), {"IsPenUp"}},
+    Need{marked("doctor", "The screen cannot be calibrated with 2 points."), {"ReadLength"}},
+    Need{marked("doctor", "The screen cannot be calibrated with 3, 5 or 9 points."),
+         {"SetCalPoint", "CalCurrentPointReady", "StoreCalibrationData"}},
     Need{marked("doctor", "No monitor can be assigned to the panel."),
          {"AskToSetMultiMonitor", "QueryMultiMonitorSetOK"}},
 };

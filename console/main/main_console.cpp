@@ -22,10 +22,13 @@ bool holdsPassword(std::string_view text) {
 }
 
 // What a window needs that stays open while it talks to the driver: it is not opened without.
-constexpr std::array<std::string_view, 10> calibrationNeeds = {
-    "OpenController", "CloseController",     "FlushReadBuffer", "WriteBuffer",
-    "ReadBuffer",     "ReadLength",          "SetCalPoint",     "CalCurrentPointReady",
-    "IsPenUp",        "StoreCalibrationData"};
+constexpr std::array<std::string_view, 7> twoPointNeeds = {
+    "OpenController", "CloseController", "FlushReadBuffer", "WriteBuffer",
+    "ReadBuffer",     "ReadLength",      "IsPenUp"};
+constexpr std::array<std::string_view, 9> calibrationNeeds = {
+    "OpenController", "CloseController",      "FlushReadBuffer",
+    "WriteBuffer",    "ReadBuffer",           "SetCalPoint",
+    "IsPenUp",        "StoreCalibrationData", "CalCurrentPointReady"};
 
 std::string_view withoutOuterBlanks(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
@@ -280,7 +283,8 @@ void MainConsole::examine(const std::string& what, const std::function<Status()>
 
 void MainConsole::calstart(int points) {
   if (busy_ || !selected_ || points < 2 || points > 13) return;
-  if (refusedForDebugger(selectedName()) || !available(calibrationNeeds)) return;
+  if (refusedForDebugger(selectedName())) return;
+  if (!(points < 3 ? available(twoPointNeeds) : available(calibrationNeeds))) return;
   access_.session.calibrationPoints = points;
   busy_ = true;
   calibrating_ = true;

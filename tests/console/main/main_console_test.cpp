@@ -6,6 +6,7 @@
 
 #include "tests/core/discovery/fake_ports.h"
 #include "tests/doubles/desk.h"
+#include "tests/doubles/lacking_driver.h"
 #include "tests/doubles/temporary_folder.h"
 
 namespace touch {
@@ -468,6 +469,29 @@ TEST_F(Console, GuardsDebuggerAndPinDefinitionWithThePassword) {
     prompt.answerText = answer;
     console.requestPinDefinition();
     EXPECT_EQ(journal.back() == "open pins", opens) << answer.value_or("cancelled");
+  }
+}
+
+TEST_F(Console, RefusesWhatNeedsAMissingOperationAndNothingElse) {
+  const std::function<void(MainConsole&)> calibrateWith2 = [](auto& each) { each.calstart(2); };
+  const std::function<void(MainConsole&)> calibrateWith3 = [](auto& each) { each.calstart(3); };
+  const std::tuple<const char*, std::function<void(MainConsole&)>, bool> cases[] = {
+      {"ReadLength", calibrateWith2, true},
+      {"ReadLength", calibrateWith3, false},
+      {"SetCalPoint", calibrateWith2, false},
+      {"CalCurrentPointReady", calibrateWith3, true},
+      {"StoreCalibrationData", calibrateWith2, false},
+      {"StoreCalibrationData", calibrateWith3, true},
+  };
+  for (const auto& [operation, act, refused] : cases) {
+    test::LackingDriver part(driver(), {operation});
+    MainConsole another({session, part, clock}, prompt, view, port, folder.path());
+    another.startUp({});
+    journal.clear();
+    act(another);
+    EXPECT_EQ(testing::Value(journal.back(), testing::HasSubstr(std::string(" ") + operation)),
+              refused)
+        << operation << ": " << journal.back();
   }
 }
 
