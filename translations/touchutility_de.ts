@@ -283,14 +283,6 @@
         <translation>Der serielle Debugger und die Suche an den COM-Ports funktionieren nicht, ebenso wenig das Beenden mit Freigabe des COM-Ports.</translation>
     </message>
     <message>
-        <source>The settings cannot be read, and the serial debugger does not work.</source>
-        <translation>Die Einstellungen können nicht gelesen werden, und der serielle Debugger funktioniert nicht.</translation>
-    </message>
-    <message>
-        <source>The settings cannot be read.</source>
-        <translation>Die Einstellungen können nicht gelesen werden.</translation>
-    </message>
-    <message>
         <source>The settings that these operations make cannot be changed.</source>
         <translation>Die Einstellungen, die diese Operationen vornehmen, können nicht geändert werden.</translation>
     </message>
@@ -581,6 +573,18 @@
     <message>
         <source>The screen cannot be calibrated with 3, 5 or 9 points.</source>
         <translation>Der Bildschirm kann nicht mit 3, 5 oder 9 Punkten kalibriert werden.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be read, and neither the serial debugger nor the search of the COM ports works.</source>
+        <translation>Die Einstellungen können nicht gelesen werden, und weder der serielle Debugger noch die Suche an den COM-Ports funktioniert.</translation>
+    </message>
+    <message>
+        <source>The settings cannot be read, and &quot;Confirm&quot; does not work.</source>
+        <translation>Die Einstellungen können nicht gelesen werden, und „Übernehmen“ funktioniert nicht.</translation>
+    </message>
+    <message>
+        <source>Not all settings can be read.</source>
+        <translation>Nicht alle Einstellungen können gelesen werden.</translation>
     </message>
 </context>
 <context>

@@ -233,6 +233,8 @@ void MainConsole::information() {
 
 void MainConsole::searchComPorts() {
   if (busy_ || refusedForDebugger()) return;
+  // Without a controller the driver has no port that it could let go of.
+  if (selected_ && !available(portLoanOperations)) return;
   hold(say("main", "Searching the COM ports …"), [this] {
     const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
       view_.showBusy(
