@@ -423,6 +423,17 @@ void MainConsole::leave(WayOut way) {
     view_.endProgram();
     return;
   }
+  if (way == WayOut::release) {
+    hold(say("main", "Releasing the COM port …"), [this] {
+      if (selected_) {
+        const Connection connection(access_);
+        access_.driver.CloseCOMPort(connection.handle());
+      }
+      gone_ = true;
+      view_.endProgram();
+    });
+    return;
+  }
   hold(say("main", "Locking the controller's parameters …"), [this, way] {
     attempt([this, way] { closingStep(way); });
     gone_ = true;
@@ -431,20 +442,12 @@ void MainConsole::leave(WayOut way) {
 }
 
 void MainConsole::releaseAndExit() {
-  if (busy_ || refusedForDebugger()) return;
+  if (busy_ || refusedForDebugger(selectedName())) return;
   const MessageTable& messages = access_.session.messages;
   const bool sure = prompt_.confirm(messages[Message::releaseQuestion] + '\n' +
                                     messages[Message::releaseWarning]);
   // While the question was up the window may have been closed.
-  if (!sure || busy_) return;
-  hold(say("main", "Releasing the COM port …"), [this] {
-    if (selected_) {
-      const Connection connection(access_);
-      access_.driver.CloseCOMPort(connection.handle());
-    }
-    gone_ = true;
-    view_.endProgram();
-  });
+  if (sure && !busy_) leave(WayOut::release);
 }
 
 }  // namespace touch

@@ -137,7 +137,7 @@ class MainConsole {
   const std::vector<ReportFormat>& reportFormats() const { return reportFormats_.formats; }
 
  private:
-  enum class WayOut { none, exit, close, debuggerExit };
+  enum class WayOut { none, exit, close, release, debuggerExit };
 
   /// Runs `work` while nothing else starts. What the driver library lacked for it is told then, and a way out that was
   /// asked for meanwhile is taken.

@@ -369,6 +369,7 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
 
 TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
   script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
+  prompt.answerYes = false;
   startUp();
   console.debuggerOpened();
   EXPECT_FALSE(view.busy);
@@ -388,7 +389,7 @@ TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
       {"refresh", [&] { console.refresh(); }, false},
       {"search", [&] { console.searchComPorts(); }, false},
       {"doctor", [&] { console.examine("", nothing); }, false},
-      {"release", [&] { console.releaseAndExit(); }, false},
+      {"release", [&] { console.releaseAndExit(); }, true},
   };
   const auto expectRefused = [&](const std::string& reason, bool alsoOfTheChosen) {
     for (const auto& [what, act, ofTheChosen] : actions) {
@@ -419,6 +420,7 @@ TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
 }
 
 TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
+  script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
   const std::tuple<const char*, std::function<void(MainConsole&)>, Lines> cases[] = {
       {"by the debugger: nothing is said to the controller any more",
        [](auto& ending) { ending.debuggerEnded(true); },
@@ -436,6 +438,16 @@ TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
          ending.debuggerEnded(false);
        },
        Lines{"close debugger"} + closingStep + Lines{"end"}},
+      {"by the release of another controller's port",
+       [this](auto& ending) {
+         ending.selectController(1);
+         journal.clear();
+         ending.releaseAndExit();
+         ending.debuggerEnded(false);
+       },
+       {"confirm Remove the Driver(Release Comport) and Exit program?\n"
+        "Restart the computer will Re_Connected again !!",
+        "close debugger", "CloseCOMPort", "end"}},
       {"by both",
        [](auto& ending) {
          ending.exit();
