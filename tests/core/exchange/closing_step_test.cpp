@@ -1,6 +1,7 @@
 #include "core/exchange/closing_step.h"
 
 #include "tests/doubles/desk.h"
+#include "tests/doubles/lacking_driver.h"
 
 namespace touch {
 namespace {
@@ -63,6 +64,9 @@ TEST_F(ClosingStep, WritesTheParameterOnlyWhereItIsWantedAndLocksAlways) {
   journal.clear();
   plcmd(access(), {});
   EXPECT_EQ(journal, Lines{}) << "without a controller";
+  test::LackingDriver part(driver(), {"FlushReadBuffer"});
+  plcmd({session, part, clock}, {"USB DEVICE 2", "M0130100", word});
+  EXPECT_EQ(std::ranges::count(journal, "WriteBuffer PL"), 2) << "without a flush";
 }
 
 }  // namespace
