@@ -17,9 +17,6 @@ constexpr std::size_t fileTexts = 100;
 // In bytes. What has no line end for longer than this is no message file, and is not to fill the memory.
 constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
-// A hundred such lines would not be messages either.
-constexpr std::size_t largestTable = std::size_t{8} << 20U;
-
 constexpr std::array<std::string_view, 51> builtInTexts = {
     "No device was found",
     "Open Controller Error!!",
@@ -79,15 +76,15 @@ enum class LineRead { line, end, tooLong };
 
 LineRead readLine(std::istream& file, std::string& line) {
   line.clear();
-  for (int c = file.get(); c != std::istream::traits_type::eof(); c = file.get()) {
-    if (c == '\n') {
-      if (!line.empty() && line.back() == '\r') line.pop_back();
-      return LineRead::line;
-    }
-    if (line.size() == longestLine) return LineRead::tooLong;
+  int c = file.get();
+  // One byte more than a line may have: it may be the end's carriage return.
+  for (; c != '\n' && c != std::istream::traits_type::eof(); c = file.get()) {
+    if (line.size() > longestLine) return LineRead::tooLong;
     line.push_back(static_cast<char>(c));
   }
-  return line.empty() ? LineRead::end : LineRead::line;
+  if (c != '\n' && line.empty()) return LineRead::end;
+  if (c == '\n' && line.ends_with('\r')) line.pop_back();
+  return line.size() > longestLine ? LineRead::tooLong : LineRead::line;
 }
 
 }  // namespace
@@ -101,7 +98,6 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
     return FileError{name, static_cast<int>(line), std::move(expected), std::move(found)};
   };
   std::vector<std::string> lines;
-  std::string whole;
   while (lines.size() < fileTexts) {
     std::string line;
     const LineRead read = readLine(file, line);
@@ -117,20 +113,12 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
                      say("messages", "more"));
     }
     if (lines.empty()) line = std::string(withoutByteOrderMark(line));
-    whole += line;
-    whole += '\n';
     lines.push_back(std::move(line));
-    if (whole.size() > largestTable) {
-      return failure(
-          lines.size(),
-          filled(say("messages", "at most %1 bytes in all lines"), {std::to_string(largestTable)}),
-          say("messages", "more"));
-    }
   }
   MessageTable table;
-  const bool latin1 = !isUtf8(whole);
+  const bool latin1 = !std::ranges::all_of(lines, isUtf8);
   for (std::size_t i = 0; i < fileTexts; ++i) {
-    table.texts_[i] = latin1 ? utf8FromLatin1(lines[i]) : lines[i];
+    table.texts_[i] = latin1 ? utf8FromLatin1(lines[i]) : std::move(lines[i]);
   }
   return table;
 }

@@ -28,7 +28,10 @@ class Messages : public testing::Test {
 TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
   EXPECT_EQ(loadMessages(folder.path())->at(50), "Width") << "built in, without a file";
   const std::string longest(1U << 20U, 'x');
-  EXPECT_EQ(load(longest + '\n' + numberedLines(99, "\n"))->at(0), longest);
+  std::string nine;
+  for (int line = 0; line < 9; ++line)
+    nine += longest + "\r\n";
+  EXPECT_EQ(load(nine + numberedLines(91, "\n"))->at(8), longest);
   const auto table = load("\r\n  second \r\n" + numberedLines(118, "\r\n"));
   ASSERT_TRUE(table);
   EXPECT_EQ(table->at(0), "");
@@ -47,14 +50,10 @@ TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
 }
 
 TEST_F(Messages, OfADamagedFileAreRefused) {
-  std::string nineMegabytes;
-  for (int i = 0; i < 9; ++i)
-    nineMegabytes += std::string((1U << 20U) - 1, 'x') + "\n";
   const std::pair<std::string, std::string> cases[] = {
       {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
       {"ok\n" + std::string((1U << 20U) + 1, 'x'),
        ", line 2: expected at most 1048576 bytes, found more"},
-      {nineMegabytes, ", line 9: expected at most 8388608 bytes in all lines, found more"},
   };
   const auto file = folder.path() / "errmsg.txt";
   for (const auto& [content, complaint] : cases) {
