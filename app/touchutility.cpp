@@ -175,8 +175,11 @@ int run(Options& options, int argc, char** argv) {
 
   auto messages = loadMessages(options.workFolder);
   if (!messages) {
+    const bool noFolder = messages.error().file == options.workFolder.string();
     sayError(messages.error().describe(),
-             QMessageBox::tr("Mend or remove the file, then start again."));
+             noFolder ? QMessageBox::tr("Start the program in another folder, or name one with "
+                                        "--work-dir DIR.")
+                      : QMessageBox::tr("Mend or remove the file, then start again."));
     return exitFailed;
   }
   std::optional<BindError> refusedDriver;

@@ -35,6 +35,10 @@
         <source>Close other programs or windows and try again, or open a smaller file.</source>
         <translation>Schließen Sie andere Programme oder Fenster und versuchen Sie es noch einmal, oder öffnen Sie eine kleinere Datei.</translation>
     </message>
+    <message>
+        <source>Start the program in another folder, or name one with --work-dir DIR.</source>
+        <translation>Starten Sie das Programm in einem anderen Ordner, oder nennen Sie einen mit --work-dir DIR.</translation>
+    </message>
 </context>
 <context>
     <name>canvas</name>
@@ -1107,10 +1111,6 @@
     <message>
         <source>more</source>
         <translation>mehr</translation>
-    </message>
-    <message>
-        <source>at most %1 bytes in all lines</source>
-        <translation>höchstens %1 Bytes in allen Zeilen</translation>
     </message>
     <message>
         <source>a working folder that can be read</source>
@@ -3437,6 +3437,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>No instructions found (&quot;cursoroff.txt&quot; is missing).</source>
         <translation>Keine Anleitung gefunden („cursoroff.txt“ fehlt).</translation>
+    </message>
+    <message>
+        <source>No instructions found (&quot;cursoroff.txt&quot; is empty).</source>
+        <translation>Keine Anleitung gefunden („cursoroff.txt“ ist leer).</translation>
     </message>
 </context>
 <context>

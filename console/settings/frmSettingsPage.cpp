@@ -245,7 +245,11 @@ void frmSettingsPage::showCursorNote() {
   cursorHelp_->setFocus();
   emit noteShown(cursorHelp_);
   if (cursorHelp_->toPlainText().trimmed().isEmpty()) {
-    emit statusChanged(tr("No instructions found (\"cursoroff.txt\" is missing).").toStdString());
+    std::error_code ignored;
+    emit statusChanged((std::filesystem::exists(workFolder_ / "cursoroff.txt", ignored)
+                            ? tr("No instructions found (\"cursoroff.txt\" is empty).")
+                            : tr("No instructions found (\"cursoroff.txt\" is missing)."))
+                           .toStdString());
   }
 }
 

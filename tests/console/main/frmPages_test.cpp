@@ -47,6 +47,10 @@ TEST_F(Pages, SettingsAreShownWithoutSendingAnythingAndActAtOnceOrByConfirm) {
   EXPECT_EQ(text("lblDoubleClickSpeed"), "500");
   EXPECT_EQ(find<QComboBox>("Combo1")->currentIndex(), -1);
   press("Command17");
+  EXPECT_EQ(status(), "Note: No instructions found (\"cursoroff.txt\" is missing).");
+  folder.write("cursoroff.txt", " \n");
+  press("Command17");
+  EXPECT_EQ(status(), "Note: No instructions found (\"cursoroff.txt\" is empty).");
   EXPECT_EQ(journal, Lines{});
 
   const std::tuple<const char*, Qt::Key, Lines> cases[] = {
