@@ -117,10 +117,17 @@ void Calibration::cancel() {
 }
 
 void Calibration::escape() {
-  if (storing_) return;
+  if (storing_ || left_) return;
+  if (running_) {
+    // The procedure still has to reset the controller, and leaves the screen when it has.
+    abandon(byEscape);
+    return;
+  }
+  started_ = true;
+  const Procedure resetting(*this);
   abandon(byEscape);
-  // While a procedure runs it still has to reset the controller, and leaves the screen when it has.
-  if (!running_) leave();
+  Connection connection(access_);
+  resetController(connection);
 }
 
 void Calibration::abandon(std::uint8_t reason) {

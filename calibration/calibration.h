@@ -52,7 +52,7 @@ class Calibration {
   void activate();
   void start();   ///< "Start"
   void cancel();  ///< "Cancel", "EXIT", or the window is closed
-  void escape();  ///< Esc: as cancel, and the controller is reset
+  void escape();  ///< Esc: as cancel, and the controller is reset, whether or not it was begun
 
   /// A procedure is on its way; it ends soon after a cancel.
   bool running() const { return running_; }
