@@ -1070,20 +1070,20 @@
         <translation>Linien am Rand biegen sich nach innen; keine Kalibrierung behebt es.</translation>
     </message>
     <message>
-        <source>Nois&amp;e</source>
-        <translation>&amp;Rauschen</translation>
-    </message>
-    <message>
         <source>Lines tremble; no calibration mends it.</source>
         <translation>Linien zittern; keine Kalibrierung behebt es.</translation>
     </message>
     <message>
-        <source>Dead s&amp;trip</source>
-        <translation>&amp;Toter Streifen</translation>
-    </message>
-    <message>
         <source>A strip across the panel feels nothing: the sensor is broken there.</source>
         <translation>Ein Streifen quer über das Panel spürt nichts: Dort ist der Sensor defekt.</translation>
+    </message>
+    <message>
+        <source>Noi&amp;se</source>
+        <translation>&amp;Rauschen</translation>
+    </message>
+    <message>
+        <source>Dead st&amp;rip</source>
+        <translation>Toter &amp;Streifen</translation>
     </message>
 </context>
 <context>
@@ -2987,7 +2987,7 @@ F1 hilft, Esc verlässt.</translation>
     </message>
     <message>
         <source>R&amp;eset</source>
-        <translation>&amp;Neustart</translation>
+        <translation>Neus&amp;tart</translation>
     </message>
     <message>
         <source>Restarts the controller (like switching it off and on).</source>

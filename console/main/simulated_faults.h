@@ -25,9 +25,9 @@ inline constexpr std::array<SimulatedFault, 5> simulatedFaults = {{
      marked("main", "Vertical lines lean; calibration with 3 or more points mends it.")},
     {"bow", "0.03", marked("main", "Bo&w"),
      marked("main", "Lines near the edges bend inwards; no calibration mends it.")},
-    {"noise", "0.004", marked("main", "Nois&e"),
+    {"noise", "0.004", marked("main", "Noi&se"),
      marked("main", "Lines tremble; no calibration mends it.")},
-    {"dead-strip", "0.06", marked("main", "Dead s&trip"),
+    {"dead-strip", "0.06", marked("main", "Dead st&rip"),
      marked("main", "A strip across the panel feels nothing: the sensor is broken there.")},
 }};
 

@@ -67,8 +67,10 @@ TEST_F(Languages, LayoutsHold) {
 TEST_F(Languages, EachHasAKeyOfItsOwnForEachControl) {
   for (const std::string_view language : languages) {
     speakOnly(QString::fromStdString(std::string(language)));
+    std::map<std::string, QString> keys;  // of the main window's buttons on all pages
     visitAll([&](const std::string& where, QWidget& window) {
       std::set<QString> taken;
+      const bool inMain = where.starts_with("frmMain,");
       for (const auto* const button : window.findChildren<QAbstractButton*>()) {
         const QString name = button->objectName();
         const bool keyIsEscape = name == "Label1" || name == "cmdEscape";
@@ -76,8 +78,16 @@ TEST_F(Languages, EachHasAKeyOfItsOwnForEachControl) {
         const QString key = button->shortcut().toString();
         if (key.isEmpty() ? button->inherits("QPushButton") : !taken.insert(key).second)
           blame(where, *button, "has no key of its own");
+        if (inMain) keys[name.toStdString()] = key;
       }
     });
+    // Whoever types a harmless key on the wrong page is not to reset the controller. Both "Undo" do the same.
+    keys.erase("cmdUndoParameters");
+    for (const char* const dangerous : {"Command2", "Command3", "cmdUndoDefaults"}) {
+      for (const auto& [name, key] : keys)
+        EXPECT_TRUE(name == dangerous || key != keys.at(dangerous))
+            << language << ": " << name << " has the key of " << dangerous;
+    }
   }
 }
 
