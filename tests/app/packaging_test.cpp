@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <regex>
 
 #include "tests/app/child_process.h"
@@ -112,6 +113,30 @@ TEST(Installed, ProgramsFindTheirSimulatedDriverWhereverTheyAre) {
   printed(CMAKE, {"--install", BUILD_FOLDER, "--prefix", prefix});
   EXPECT_THAT(printed(prefix + "/bin/touchctl", {"--simulate", "list"}), HasSubstr("(answers)"));
   EXPECT_THAT(folder.read("any place/share/man/man1/touchctl.1"), HasSubstr(".TH TOUCHCTL 1"));
+}
+
+/// All files of this kind in a folder of the sources, as one text.
+std::string sources(const std::string& folder, const std::string& extension) {
+  std::string text;
+  for (const auto& entry :
+       std::filesystem::recursive_directory_iterator(SOURCE_FOLDER "/" + folder)) {
+    if (entry.path().extension() != extension) continue;
+    std::ifstream file(entry.path());
+    text.append(std::istreambuf_iterator<char>(file), {});
+  }
+  return text;
+}
+
+TEST(Documents, NameTestsThatThereAre) {
+  const std::string tests = std::regex_replace(sources("tests", ".cpp"), std::regex("\\s+"), "");
+  const std::string documents = sources("docs", ".md");
+  const std::regex name("`([A-Z]\\w+)\\.([A-Z]\\w+)`");
+  int named = 0;
+  for (std::sregex_iterator found(documents.begin(), documents.end(), name), end; found != end;
+       ++found, ++named)
+    EXPECT_NE(tests.find('(' + found->str(1) + ',' + found->str(2) + ')'), tests.npos)
+        << found->str();
+  EXPECT_GT(named, 0);
 }
 
 }  // namespace
