@@ -52,12 +52,12 @@ Place placeOf(SensorType type, std::size_t wire) {
 class SensorDrawing final : public QWidget {
  public:
   SensorDrawing() : grid_(new QGridLayout(this)) {
-    grid_->setSpacing(28);
+    grid_->setSpacing(isSmallScreen() ? 8 : 28);
     for (const int cell : {0, 1, 2}) {
       grid_->setRowStretch(cell, 1);
       grid_->setColumnStretch(cell, 1);
     }
-    sensor_->setMinimumSize(100, 60);
+    sensor_->setMinimumSize(isSmallScreen() ? 50 : 100, isSmallScreen() ? 40 : 60);
     grid_->addWidget(sensor_, 1, 1);
   }
 
@@ -145,6 +145,7 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
     WireControls controls{new QGroupBox, new QSpinBox, new QSpinBox};
     controls.box->setObjectName("wire_" + QString::number(wire));
     auto* const form = new QFormLayout(controls.box);
+    form->setRowWrapPolicy(QFormLayout::WrapLongRows);
     form->addRow(tr("Channel"), controls.channel);
     form->addRow(tr("Bit"), controls.bit);
     for (QSpinBox* const number : {controls.channel, controls.bit}) {
@@ -173,7 +174,9 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   }
   auto* const layout = new QVBoxLayout(this);
   layout->addLayout(types);
-  layout->addWidget(scrollable(drawing_), 1);
+  auto* const page = new ScrolledPage;
+  page->put(drawing_);
+  layout->addWidget(page, 1);
   layout->addWidget(problems_);
   layout->addWidget(statusLine_);
   layout->addLayout(buttons);

@@ -149,6 +149,16 @@ TEST_F(Pages, HaveTheirMainButtonsAtHand) {
     const auto* const area = find<QTabWidget>("tabs")->currentWidget()->findChild<QScrollArea*>();
     EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0) << "page " << page << " is cut off";
   }
+  prompt.answerText = "kqzm";
+  QTest::keyClick(window.get(), Qt::Key_B, Qt::ControlModifier);
+  auto* const pins = find<QDialog>("frmPinDefine");
+  pins->resize(1, 1);
+  for (const char* const type : {"optionFourWire", "optionFiveWire"}) {
+    find<QRadioButton>(*pins, type)->click();
+    QApplication::processEvents();
+    EXPECT_EQ(pins->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0) << type;
+    EXPECT_LE(pins->width(), QGuiApplication::primaryScreen()->size().width()) << type;
+  }
 }
 
 TEST_F(Pages, GiveTheFirstFocusToWhatIsHarmless) {
