@@ -111,9 +111,9 @@ QWidget* frmCommandPanel::makeSets(CommandSet set) {
     option->setObjectName(name);
     option->setChecked(chosen == set);
     row->addWidget(option);
-    connect(option, &QRadioButton::clicked, this, [this, chosen = chosen] {
-      set_ = chosen;
-      emit setChosen(chosen);
+    connect(option, &QRadioButton::clicked, this, [this, clicked = chosen] {
+      set_ = clicked;
+      emit setChosen(clicked);
       cm1set();
     });
   }

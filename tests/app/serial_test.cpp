@@ -125,7 +125,7 @@ TEST_F(Serial, EndsInOrderAndSaysSoWhenItsOutputGoesNowhere) {
       {"serial send iO 2> /dev/full", "", true}};
   for (const auto& [command, errors, takesThePort] : cases) {
     const std::string line =
-        "cd " + folder.path().string() + "; " + TOUCHCTL + " --simulate --trace trace " + command;
+        "cd " + folder.path().string() + "; '" + TOUCHCTL + "' --simulate --trace trace " + command;
     const Ended ended = runProgram("/bin/sh", {"-c", line});
     EXPECT_EQ(ended.status, errors.empty() ? 0 : 1) << command;
     EXPECT_THAT(ended.errors, HasSubstr(errors)) << command;

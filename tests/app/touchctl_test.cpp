@@ -139,7 +139,7 @@ TEST_F(Touchctl, NeverLooksLikeSuccessWhenADriverEndsIt) {
 
 TEST_F(Touchctl, TakesALimitOfTheFileSizeForAFullDisk) {
   // Its words go through a pipe, which knows no limit.
-  const std::string line = "ulimit -f 0; cd " + folder.path().string() + "; " + TOUCHCTL + ' ' +
+  const std::string line = "ulimit -f 0; cd " + folder.path().string() + "; '" + TOUCHCTL + "' " +
                            usb("params save kept.vrq") + "; echo status $?";
   const Ended ended = runProgram("/bin/sh", {"-c", '(' + line + ") 2>&1 | cat"});
   EXPECT_THAT(ended.output, HasSubstr("/kept.vrq"));

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QLocale>
+
 #include "ui/controls/finger_style.h"
 #include "ui/guarded_application.h"
 #include "ui/window_manners.h"
@@ -7,6 +9,7 @@
 int main(int argc, char** argv) {
   // Real windows and real events, drawn where no screen is needed.
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QLocale::setDefault(QLocale::c());  // whatever the machine writes numbers with
   testing::InitGoogleTest(&argc, argv);
   const touch::GuardedApplication app(argc, argv);
   QApplication::setStyle(new touch::FingerStyle);
