@@ -3,8 +3,11 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <cstdio>
 #include <string_view>
+#include <system_error>
 
 #include "serial/commands/h2d.h"
 #include "serial/debugger/console_log.h"
@@ -226,9 +229,11 @@ std::optional<FileError> Recorder::start(const std::filesystem::path& file, Cloc
   path_ = file;
   start_ = now;
   written_ = 0;
-  file_.open(file, std::ios::binary | std::ios::trunc);
-  if (!file_.is_open())
-    return FileError{file.string(), 0, say("recording", "a file that can be written"), ""};
+  // Whoever records has the port meanwhile: what is no file must keep nobody waiting.
+  file_ = openForWriting(file);
+  if (!file_)
+    return FileError{file.string(), 0, say("recording", "a file that can be written"),
+                     std::error_code(errno, std::generic_category()).message()};
   write(heading);
   return isOn() ? std::nullopt : stop();
 }
@@ -252,19 +257,19 @@ void Recorder::write(std::string_view line) {
     breakOff(say("recording", "a recording that can be read again"), say("recording", "a longer one"));
     return;
   }
-  file_ << line << '\n' << std::flush;
-  if (!file_)
+  const std::string record = std::string(line) + '\n';
+  if (std::fwrite(record.data(), 1, record.size(), file_.get()) != record.size() ||
+      std::fflush(file_.get()) != 0)
     breakOff(say("recording", "room for the recording"), say("recording", "a full or missing disk"));
 }
 
 void Recorder::breakOff(std::string expected, std::string found) {
   problem_ = FileError{path_.string(), 0, std::move(expected), std::move(found)};
-  file_.close();
+  file_.reset();
 }
 
 std::optional<FileError> Recorder::stop() {
-  file_.close();
-  file_.clear();
+  file_.reset();
   return std::exchange(problem_, std::nullopt);
 }
 

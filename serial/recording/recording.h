@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <optional>
 #include <span>
@@ -125,7 +124,7 @@ class Recorder {
   void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
   /// Ends the recording; returns what has gone wrong since it was started.
   std::optional<FileError> stop();
-  bool isOn() const { return file_.is_open(); }
+  bool isOn() const { return file_ != nullptr; }
 
  private:
   void write(std::string_view line);
@@ -133,7 +132,7 @@ class Recorder {
 
   std::size_t limit_;
   std::size_t written_ = 0;
-  std::ofstream file_;
+  File file_;
   std::filesystem::path path_;
   Clock::TimePoint start_{};
   std::optional<FileError> problem_;

@@ -20,6 +20,16 @@ File openForReading(const std::filesystem::path& path) {
   return file;
 }
 
+File openForWriting(const std::filesystem::path& path) {
+  const int opened =
+      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
+           S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
+  if (opened < 0) return nullptr;
+  File file(fdopen(opened, "wb"));
+  if (!file) close(opened);
+  return file;
+}
+
 bool isRegular(std::FILE* file) {
   struct stat status {};
   return fstat(fileno(file), &status) == 0 && S_ISREG(status.st_mode);

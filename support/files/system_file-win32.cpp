@@ -21,6 +21,10 @@ File openForReading(const std::filesystem::path& path) {
   return File(_wfopen(path.c_str(), L"rbN"));
 }
 
+File openForWriting(const std::filesystem::path& path) {
+  return File(_wfopen(path.c_str(), L"wbN"));
+}
+
 bool isRegular(std::FILE* file) {
   struct _stat64 status {};
   return _fstat64(_fileno(file), &status) == 0 && (status.st_mode & _S_IFMT) == _S_IFREG;

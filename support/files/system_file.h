@@ -18,6 +18,9 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 File createFile(const std::filesystem::path& path);
 /// Links are followed. Nothing is waited for: a pipe opens at once, and is none that `isRegular`.
 File openForReading(const std::filesystem::path& path);
+/// The same for writing, in place of what the file holds. A pipe that nobody reads is refused, and one that is full
+/// takes no more.
+File openForWriting(const std::filesystem::path& path);
 
 bool isRegular(std::FILE* file);
 std::uintmax_t sizeOf(std::FILE* file);

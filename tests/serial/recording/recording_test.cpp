@@ -1,5 +1,8 @@
 #include "serial/recording/recording.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "reports/report_splitter.h"
 #include "tests/doubles/small_disk.h"
 #include "tests/doubles/temporary_folder.h"
@@ -163,9 +166,13 @@ TEST_F(RecordingTest, EndsBeforeItIsTooLongToBeReadAgain) {
   EXPECT_EQ(count, 500'000u) << "in lines that are not too long";
 }
 
-TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFull) {
+TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFullAndWaitsForNoReader) {
   Recorder recorder;
   EXPECT_TRUE(recorder.start(folder.path() / "no" / "such.rec", clock.now()));
+  ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRUSR | S_IWUSR), 0);
+  alarm(60);
+  EXPECT_TRUE(recorder.start(folder.path() / "pipe", clock.now())) << "nobody reads it";
+  alarm(0);
   {
     const SmallDisk disk(5);
     EXPECT_TRUE(recorder.start(file, clock.now())) << "although nothing has come in yet";
