@@ -11,6 +11,7 @@ namespace touch {
 class EndingSignals::Watch {
  public:
   explicit Watch(std::function<void()> onSignal) : onSignal_(std::move(onSignal)) {
+    prepareToEndWaits();
     // Before anything else goes on, so that no signal finds nobody.
     for (const int signal : endingSignals())
       signals_.add(signal);
@@ -29,6 +30,7 @@ class EndingSignals::Watch {
     signals_.async_wait([this](const std::error_code& error, int) {
       if (error) return;
       onSignal_();
+      endWaits();
       wait();
     });
   }

@@ -1,6 +1,7 @@
 #include <csignal>
 #include <initializer_list>
 
+#include "app/process/ending_signals.h"
 #include "app/touchctl/interrupt.h"
 
 namespace touch {
@@ -19,10 +20,11 @@ volatile std::sig_atomic_t& askedFlag() {
 
 void onHangUp(int) {
   interruptFlag() = 1;
+  endWaits();
 }
 
 void onAsked(int caught) {
-  interruptFlag() = 1;
+  onHangUp(caught);
   if (askedFlag() != 0) {
     std::signal(caught, SIG_DFL);
     std::raise(caught);
@@ -45,6 +47,7 @@ bool interrupted() {
 }
 
 void catchInterrupt() {
+  prepareToEndWaits();
   // A closed terminal may say so twice, its shell once more. Whoever has had it ignored wants the program to stay.
   struct sigaction hangUp {};
   if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN)

@@ -221,6 +221,15 @@ TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
     waiting.awaitWait();
     EXPECT_EQ(waiting.end(signal), 1) << program << ' ' << signal;
   }
+  // Told to end before it waits for a reader, whose pipe is full.
+  const int full = open((folder.path() / "pipe").c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+  while (write(full, &full, 1) == 1) {
+  }
+  setenv("RUDE_DRIVER", "end", 1);
+  const std::string line = TOUCHCTL " --driver '" STUBBORN_LIBRARY "' list > ";
+  EXPECT_EQ(runProgram("/bin/sh", {"-c", line + (folder.path() / "pipe").string()}).status, 4);
+  unsetenv("RUDE_DRIVER");
+  close(full);
 }
 
 TEST_F(Serial, TheWindowEndsInOrderWhenToldToFromOutside) {

@@ -15,9 +15,9 @@
 #include "core/driver/driver_operations.h"
 
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
-// answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first
-// is called after, and what it answers. With RUDE_DRIVER it also does to the process what is none of its business:
-// "exit" ends it in the first call, anything else upsets it when it is loaded and with each controller that is opened.
+// answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first is called after, and what it
+// answers. With RUDE_DRIVER it also does to the process what is none of its business: "exit" ends it in the first call,
+// "end" asks it to end when it is loaded, anything else upsets it then and with each controller that is opened.
 
 namespace {
 
@@ -32,7 +32,8 @@ std::string_view rudeness() {
 
 bool upset() {
   if (rudeness().empty()) return false;
-  for (const int number : {SIGINT, SIGPIPE, SIGXFSZ})
+  if (rudeness() == "end") return raise(SIGTERM) == 0;
+  for (const int number : {SIGINT, SIGALRM, SIGPIPE, SIGXFSZ})
     std::signal(number, SIG_DFL);
   sigset_t all;
   sigfillset(&all);
@@ -61,7 +62,7 @@ std::int32_t answer(std::string_view operation, const std::tuple<>&) {
 }
 
 std::int32_t answer(std::string_view, const std::tuple<const char*>& open) {
-  upset();
+  if (rudeness() != "end") upset();
   return std::get<0>(open) == nameOf(1) ? 2 : 0;
 }
 
