@@ -254,7 +254,10 @@ void addOptions(CLI::App& app, Options& options) {
   auto* const strokes = app.add_option("--strokes", options.strokes, "Draw over and over")
                             ->check(CLI::IsMember({"lines", "circles"}));
   app.add_option_function<std::string>(
-         "--play", [&options](const std::string& file) { options.recording = file; },
+         "--play",
+         [&options](const std::string& file) {
+           options.recording = touch::absolutePathNamed(file);
+         },
          "Play a recording over and over: what came from the controller is sent again")
       ->type_name("FILE")
       ->check(CLI::ExistingFile)

@@ -202,6 +202,8 @@ TEST_F(Touchctl, TalksPastTheDriver) {
       {"serial write-word 20=12x4", 2, "", "4 hexadecimal digits"},
       {"--simulate serial find-port", 0, "COM1\n", ""},
       {"--simulate serial monitor --port 9 --com 9=/dev/none", 1, "", "COM9 (/dev/none)"},
+      {"--simulate serial monitor --port 9 --com 9=./none", 1, "", "COM9 (/"},
+      {"--simulate serial monitor --port 9 --com 9=none", 1, "", "COM9 (none)"},
   });
 }
 
@@ -224,6 +226,9 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
       {"serial replay @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},
       {"serial decode @/lines.fdw", 1, "", "lines.fdw, line 1: expected \"touch recording 1\""},
   });
+  const std::string line = "cd " + folder.path().string() + "; " TOUCHSIM " --play lines.fdw";
+  EXPECT_THAT(runProgram("/bin/sh", {"-c", line}).errors,
+              HasSubstr("touchsim: " + (folder.path() / "lines.fdw").string()));
 }
 
 TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
