@@ -90,8 +90,7 @@ void Canvas::keepStroke() {
   const auto samples = stroke_.samples();
   if (samples.size() < fewestSamplesKept) return;
   int& strokes = parts_.switches.strokes;
-  // What an earlier run has finished makes room for a new drawing.
-  if (strokes == 0 && !tell(parts_.files.clear())) return;
+  if (strokes == 0 && !tell(parts_.files.makeRoom())) return;
   Stroke stroke{pen_.colour, pen_.width, {samples.begin(), samples.end()}};
   if (!tell(parts_.files.write(strokes, stroke))) return;
   ++strokes;

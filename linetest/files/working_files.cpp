@@ -264,6 +264,12 @@ std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left) const 
   return clear();
 }
 
+std::optional<FileError> WorkingFiles::makeRoom() const {
+  const LeftStrokes found = left();
+  if (auto error = setDamagedAside(found)) return error;
+  return found.strokes.empty() ? std::nullopt : keepAside(found);
+}
+
 std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
   int next = 0;
   for (const auto& [number, stroke] : left.strokes) {

@@ -72,6 +72,9 @@ class WorkingFiles {
   std::filesystem::path asidePath() const;
   /// Turns the strokes of `left` into that drawing file, which nothing writes to or deletes any more.
   std::optional<FileError> keepAside(const LeftStrokes& left) const;
+  /// Keeps all strokes that are in the folder aside, so that those of a new drawing take no other's place. None is
+  /// deleted.
+  std::optional<FileError> makeRoom() const;
   /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them. It takes no room on
   /// the disk, and a crash in between loses none.
   std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;

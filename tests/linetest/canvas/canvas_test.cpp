@@ -527,6 +527,9 @@ TEST_F(OnTheCanvas, LeavesWithoutAQuestionAndShowsTheStrokesAgain) {
   again->takeUpStrokes();
   EXPECT_EQ(journal, Lines{}) << "nothing is offered that was saved, or left by the user";
   EXPECT_TRUE(files.read(0));
+  draw(alongLine(1));
+  EXPECT_EQ(readDrawing(folder.path() / "tmp" / "left.fdw")->size(), 1u);
+  EXPECT_EQ(files.readAll(1)->at(0).samples, alongLine(1)) << "in nobody's place";
 }
 
 TEST_F(OnTheCanvas, OffersTheStrokesOfARunThatDiedOnce) {
