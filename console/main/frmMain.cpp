@@ -53,6 +53,12 @@ namespace {
 constexpr int pictureHeight = 56;
 constexpr int widestPicture = 200;
 // Pictures come from a file that anybody may have put there: a larger one is not worth its memory.
+/// They stay where they are: a picture may be large.
+QByteArray bytesOf(const PictureFile& picture) {
+  return QByteArray::fromRawData(picture.content.data(),
+                                 static_cast<qsizetype>(picture.content.size()));
+}
+
 constexpr int largestPictureMegabytes = 80;
 
 Status outcomeText(CalibrationOutcome outcome) {
@@ -549,7 +555,7 @@ std::string frmMain::showPicture(const std::filesystem::path& file) {
         .toStdString();
   }
   QImageReader::setAllocationLimit(largestPictureMegabytes);
-  QByteArray content = QByteArray::fromStdString(read->content);
+  QByteArray content = bytesOf(*read);
   QBuffer buffer(&content);
   QImageReader reader(&buffer, QByteArray::fromStdString(std::string(read->format)));
   const qreal ratio = devicePixelRatioF();
@@ -579,7 +585,7 @@ std::string frmMain::showIcon(const std::filesystem::path& file) {
              shownText(read.error().found))
         .toStdString();
   }
-  QByteArray content = QByteArray::fromStdString(read->content);
+  QByteArray content = bytesOf(*read);
   QBuffer buffer(&content);
   QImageReader reader(&buffer, QByteArray::fromStdString(std::string(read->format)));
   QIcon icon;

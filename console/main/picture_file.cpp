@@ -52,6 +52,8 @@ struct PictureExtent {
   std::uint64_t pixels = 0;
   std::uint64_t scans = 1;
   std::size_t entries = 1;
+  bool isInScans = false;
+  bool isIcon = false;
 };
 
 std::uint64_t magnitude(std::uint32_t value) {
@@ -73,7 +75,7 @@ std::size_t behindScan(PictureBytes& bytes, std::size_t place) {
 PictureExtent jpegExtent(PictureBytes& bytes) {
   constexpr std::uint8_t end = 0xD9;
   constexpr std::uint8_t scan = 0xDA;
-  PictureExtent extent{0, 0, 1};
+  PictureExtent extent{0, 0};
   std::size_t place = 2;
   while (!bytes.isCutOff()) {
     const std::uint8_t marker = bytes.at(place + 1);
@@ -87,10 +89,13 @@ PictureExtent jpegExtent(PictureBytes& bytes) {
     if (isFrame) {
       const std::uint64_t pixels = std::uint64_t{bytes.big(place + 5, 2)} * bytes.big(place + 7, 2);
       extent.pixels = std::max(extent.pixels, pixels);
+      // Progressive ones come in scans, however few there are.
+      extent.isInScans = extent.isInScans || (marker & 3U) == 2;
     }
     place += 2 + std::max<std::size_t>(bytes.big(place + 2, 2), 2);
     if (marker != scan) continue;
     ++extent.scans;
+    extent.isInScans = extent.isInScans || extent.scans > 1;
     place = behindScan(bytes, place);
   }
   return extent;
@@ -105,7 +110,8 @@ PictureExtent pngExtent(PictureBytes& bytes) {
     bytes.need(place);
     if (bytes.hasAt(here + 4, "IEND")) break;
   }
-  return {pixels, 1, 1};
+  constexpr std::size_t interlacing = 28;
+  return {.pixels = pixels, .isInScans = bytes.at(interlacing) != 0};
 }
 
 std::size_t behindColours(PictureBytes& bytes, std::size_t place, std::uint8_t flags) {
@@ -118,7 +124,7 @@ std::size_t behindColours(PictureBytes& bytes, std::size_t place, std::uint8_t f
 PictureExtent gifExtent(PictureBytes& bytes) {
   constexpr std::uint8_t end = 0x3B;
   constexpr std::uint8_t frame = 0x2C;
-  PictureExtent extent{std::uint64_t{bytes.little(6, 2)} * bytes.little(8, 2), 1, 1};
+  PictureExtent extent{std::uint64_t{bytes.little(6, 2)} * bytes.little(8, 2)};
   std::size_t place = behindColours(bytes, 13, bytes.at(10));
   while (!bytes.isCutOff() && bytes.at(place) != end) {
     if (bytes.at(place) == frame) {
@@ -148,11 +154,11 @@ PictureExtent bmpExtent(PictureBytes& bytes) {
   constexpr std::uint64_t widest = 65536;
   const bool isSane = width <= widest && height <= widest && bits <= 32;
   bytes.need(bytes.little(10, 4) + (isPacked || !isSane ? 1 : row * height));
-  return {width * height, 1, 1};
+  return {width * height};
 }
 
 PictureExtent icoExtent(PictureBytes& bytes) {
-  PictureExtent extent{0, 1, bytes.little(4, 2)};
+  PictureExtent extent{.entries = bytes.little(4, 2), .isIcon = true};
   for (std::size_t entry = 0; entry < extent.entries && !bytes.isCutOff(); ++entry) {
     const std::size_t row = 6 + 16 * entry;
     const std::size_t place = bytes.little(row + 12, 4);
@@ -189,8 +195,11 @@ std::optional<std::pair<std::string, std::uint64_t>> beyond(const PictureExtent&
         filled(say("main", "at most %1 pictures in an icon"), {std::to_string(limits.entries)}),
         extent.entries};
   }
-  if (extent.pixels > limits.pixels) {
-    return std::pair{filled(say("main", "at most %1 pixels"), {std::to_string(limits.pixels)}),
+  const std::uint64_t mostPixels = extent.isIcon      ? limits.iconPixels
+                                   : extent.isInScans ? limits.pixelsInScans
+                                                      : limits.pixels;
+  if (extent.pixels > mostPixels) {
+    return std::pair{filled(say("main", "at most %1 pixels"), {std::to_string(mostPixels)}),
                      extent.pixels};
   }
   if (extent.pixels * extent.scans > limits.scanned) {

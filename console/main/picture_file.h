@@ -16,7 +16,11 @@ namespace touch {
 /// What a picture may be at most, so that it is decoded within a second and a hundred megabytes.
 struct PictureLimits {
   std::size_t bytes = std::size_t{16} << 20U;
-  std::uint64_t pixels = std::uint64_t{16} << 20U;  ///< all pictures of an icon together
+  std::uint64_t pixels = std::uint64_t{16} << 20U;
+  std::uint64_t pixelsInScans = std::uint64_t{8}
+                                << 20U;  ///< what all scans have said of each is kept to the last
+  std::uint64_t iconPixels = std::uint64_t{4}
+                             << 20U;    ///< all its pictures together, which stay in memory
   std::uint64_t scanned = 200'000'000;  ///< pixels, each as often as the file has scans over all
   std::size_t entries = 64;             ///< pictures of an icon
 };

@@ -20,17 +20,17 @@ std::string littleEndian(std::uint32_t value, int count = 4) {
   return {text.rbegin(), text.rend()};
 }
 
-std::string jpeg(int width, int height, int scans = 1) {
-  std::string text = "\xFF\xD8\xFF\xE0\x00\x04xy\xFF\xC2\x00\x0B\x08"s;
+std::string jpeg(int width, int height, int scans = 1, char frame = '\xC2') {
+  std::string text = "\xFF\xD8\xFF\xE0\x00\x04xy\xFF"s + frame + "\x00\x0B\x08"s;
   text += bigEndian(static_cast<std::uint32_t>(height), 2);
   text += bigEndian(static_cast<std::uint32_t>(width), 2) + "\x01\x01\x11\x00"s;
   for (int i = 0; i < scans; ++i)
     text += "\xFF\xDA\x00\x08\x01\x01\x00\x00\x3F\x00 pixels \xFF\x00\xFF\xD0 more"s;
   return text + "\xFF\xD9";
 }
-std::string png(std::uint32_t width, std::uint32_t height) {
+std::string png(std::uint32_t width, std::uint32_t height, char interlaced = 0) {
   return "\x89PNG\r\n\x1A\n"s + bigEndian(13) + "IHDR" + bigEndian(width) + bigEndian(height) +
-         "\x08\x02\x00\x00\x00"s + "crc." + bigEndian(0) + "IEND" + "crc.";
+         "\x08\x02\x00\x00"s + interlaced + "crc." + bigEndian(0) + "IEND" + "crc.";
 }
 std::string gif(std::uint32_t width, std::uint32_t height) {
   return "GIF89a" + littleEndian(1, 2) + littleEndian(1, 2) + "\x80\x00\x00"s + "colour" +
@@ -61,14 +61,17 @@ TEST(PictureFiles, AreReadToTheirEndAndRefusedBeyondTheirLimits) {
     std::string tooMuch;
     std::string problem;
   } cases[] = {
-      {"jpeg", jpeg(4096, 4096, 10), jpeg(4097, 4096), pixels},
-      {"scans", jpeg(100, 100, 2000), jpeg(4096, 4096, 12),
-       "expected at most 11 scans of as many pixels, found 12"},
+      {"jpeg", jpeg(4096, 4096, 1, '\xC0'), jpeg(4097, 4096, 1, '\xC0'), pixels},
+      {"progressive", jpeg(2896, 2896), jpeg(2897, 2896), "expected at most 8388608 pixels, found"},
+      {"in scans", jpeg(2896, 2896, 23), jpeg(2897, 2896, 2, '\xC0'), "expected at most 8388608 "},
+      {"scans", jpeg(100, 100, 2000), jpeg(2896, 2896, 24),
+       "expected at most 23 scans of as many pixels, found 24"},
       {"png", png(4096, 4096), png(0xFFFFFFFF, 0xFFFFFFFF), pixels},
+      {"interlaced", png(2896, 2896, 1), png(2897, 2896, 1), "expected at most 8388608 "},
       {"gif", gif(4096, 4096), gif(4097, 4096), pixels},
       {"bmp", bmp(4, 4), bmp(65535, 65535), pixels},
       {"bmp upside down", bmp(4, 0xFFFFFFFC), bmp(0x80000000, 0x80000000), pixels},
-      {"ico", ico(64, 512), ico(64, 513), pixels},
+      {"ico", ico(64, 256), ico(64, 257), "expected at most 4194304 pixels, found "},
       {"entries", ico(64, 1), ico(65, 1), "expected at most 64 pictures in an icon, found 65"},
       {"bytes", gif(1, 1), std::string((16U << 20U) + 1, 'x'), "expected at most 16777216 bytes"},
       {"nothing", gif(1, 1), "", "expected a picture, found an empty line"},
