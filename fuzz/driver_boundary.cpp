@@ -257,15 +257,15 @@ class Run final : private MainView {
       case 4:
         return changeParameters();
       case 5:
-        return console_.perform("Restoring", [this] { return parameters().restoreDefaults(); });
+        return perform("Restoring", [this] { return parameters().restoreDefaults(); });
       case 6:
-        return console_.perform("Resetting", [this] { return parameters().reset(); });
+        return perform("Resetting", [this] { return parameters().reset(); });
       case 7:
-        return console_.perform("Undoing", [this] { return parameters().undo(); });
+        return perform("Undoing", [this] { return parameters().undo(); });
       case 8:
         return definePins();
       case 9:
-        return console_.perform("Assigning", [this] {
+        return perform("Assigning", [this] {
           return std::string(assignMonitor(access(), prompt_, user_.byte()) ? "done" : "not done");
         });
       case 10:
@@ -276,6 +276,10 @@ class Run final : private MainView {
       default:
         return interfere();
     }
+  }
+
+  void perform(const std::string& what, const std::function<Status()>& action) {
+    console_.perform(what, action);
   }
 
   SettingsPanel& settings() { return console_.settings(); }

@@ -1085,6 +1085,10 @@
         <source>Dead st&amp;rip</source>
         <translation>Toter &amp;Streifen</translation>
     </message>
+    <message>
+        <source>The main window is busy. Try again when it is through.</source>
+        <translation>Das Hauptfenster ist beschäftigt. Versuchen Sie es noch einmal, wenn es fertig ist.</translation>
+    </message>
 </context>
 <context>
     <name>messages</name>
@@ -3170,10 +3174,6 @@ F1 hilft, Esc verlässt.</translation>
     <message>
         <source>and %1 more</source>
         <translation>und %1 weitere</translation>
-    </message>
-    <message>
-        <source>There is no controller whose pins could be defined.</source>
-        <translation>Es gibt keinen Controller, dessen Sensorbelegung sich festlegen ließe.</translation>
     </message>
 </context>
 <context>

@@ -686,7 +686,7 @@ void frmMain::openPinDefinition() {
     pinWindow_ = new frmPinDefine(
         pinEditor_,
         [this](const std::string& what, const std::function<Status()>& action) {
-          console_.perform(what, action);
+          return console_.perform(what, action);
         },
         this);
   }

@@ -46,23 +46,20 @@ MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, S
       port_(port),
       workFolder_(std::move(workFolder)),
       settings_(access, prompt),
-      parameters_(access, prompt, Backup(workFolder_)) {}
+      parameters_(access, prompt, Backup(workFolder_)),
+      gate_(access.clock, [this] { view_.showIdle(); }) {}
 
-void MainConsole::hold(const std::string& what, const std::function<void()>& work) {
-  busy_ = true;
-  cutShort_ = false;
-  view_.showBusy(what);
-  attempt(work);
-  // Once the program has ended nothing else is done: the window stays held.
-  if (gone_) return;
-  tellWhatLacks();
-  letGo();
-}
-
-void MainConsole::letGo() {
-  busy_ = false;
-  view_.showIdle();
-  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) leave(way);
+std::optional<std::string> MainConsole::hold(const std::string& what,
+                                             const std::function<void()>& work) {
+  std::optional<std::string> lacked;
+  gate_.run([&] {
+    lacking_.clear();
+    view_.showBusy(what);
+    attempt(work);
+    // Once the program has ended nothing else is done.
+    if (!gate_.isShut()) lacked = tellWhatLacks();
+  });
+  return lacked;
 }
 
 void MainConsole::attempt(const std::function<void()>& step) {
@@ -73,8 +70,8 @@ void MainConsole::attempt(const std::function<void()>& step) {
   }
 }
 
-void MainConsole::tellWhatLacks() {
-  if (lacking_.empty()) return;
+std::optional<std::string> MainConsole::tellWhatLacks() {
+  if (lacking_.empty()) return std::nullopt;
   std::string names;
   for (const std::string& operation : std::exchange(lacking_, {}))
     names += (names.empty() ? "" : ", ") + operation;
@@ -84,21 +81,20 @@ void MainConsole::tellWhatLacks() {
   view_.showSettings();
   view_.showStatus(text);
   prompt_.message(text);
+  return text;
 }
 
 bool MainConsole::available(std::span<const std::string_view> operations) {
   for (const std::string_view missing : access_.driver.missing())
     if (std::ranges::find(operations, missing) != operations.end()) lacking_.emplace(missing);
-  if (lacking_.empty()) return true;
-  tellWhatLacks();
-  return false;
+  return !tellWhatLacks();
 }
 
 void MainConsole::startUp(std::optional<int> windowsVersion) {
   hold(say("main", "Searching for controllers …"), [this, windowsVersion] {
     port_.setSettings(normalLineSettings);
     findControllers({});
-    if (cutShort_) return;
+    if (gate_.isCutShort()) return;
     if (selected_) readSettings();
     std::string complaints;
     const auto complain = [&complaints](const std::string& text) {
@@ -108,14 +104,13 @@ void MainConsole::startUp(std::optional<int> windowsVersion) {
     if (const auto picture = workFile("pic01.jpg")) complain(view_.showPicture(*picture));
     reportFormats_ = rdformad(workFolder_);
     complain(describeProblems(reportFormats_));
-    if (selected_ && !cutShort_) readIdentity();
+    if (selected_ && !gate_.isCutShort()) readIdentity();
     const auto icon = workFile("Zevrik.ico");
     if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));
     sayWhoIsReady();
     if (windowsVersion && *windowsVersion < oldestSystem) {
-      view_.showStatus(
-          say("main",
-              "This operating system is older than those that the touch driver is made for."));
+      view_.showStatus(say(
+          "main", "This operating system is older than those that the touch driver is made for."));
     }
     if (!complaints.empty()) prompt_.message(complaints);
   });
@@ -129,7 +124,7 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 }
 
 void MainConsole::refresh() {
-  if (busy_ || refusedForDebugger()) return;
+  if (!gate_.isOpen() || refusedForDebugger()) return;
   hold(say("main", "Searching for controllers …"), [this] {
     const std::string before = selectedName();
     view_.showInformation({});
@@ -145,9 +140,8 @@ void MainConsole::refresh() {
 
 void MainConsole::findControllers(const std::string& current) {
   const auto asking = [this](const std::string& name) {
-    view_.showBusy(
-        filled(say("main", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
-    return !cutShort_;
+    view_.showBusy(filled(say("main", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
+    return !gate_.isCutShort();
   };
   list_ = {};
   attempt([&] { list_ = getctrname(access_, prompt_, asking, current); });
@@ -170,8 +164,8 @@ void MainConsole::forgetController() {
 }
 
 void MainConsole::readController() {
-  if (selected_ && !cutShort_) readSettings();
-  if (selected_ && !cutShort_) readIdentity();
+  if (selected_ && !gate_.isCutShort()) readSettings();
+  if (selected_ && !gate_.isCutShort()) readIdentity();
   sayWhoIsReady();
 }
 
@@ -199,17 +193,15 @@ void MainConsole::sayWhoIsReady() {
     view_.showReady(Status::error(
         say("main", "No controller was found. The page \"Doctor\" says what is missing.")));
   } else if (!answers_) {
-    view_.showReady(
-        Status::error(filled(say("main", "%1 does not answer. Check its cable and power."),
-                             {toUtf8(selectedName())})));
+    view_.showReady(Status::error(filled(
+        say("main", "%1 does not answer. Check its cable and power."), {toUtf8(selectedName())})));
   } else {
-    view_.showReady(
-        Status::success(filled(say("main", "%1 is ready."), {toUtf8(selectedName())})));
+    view_.showReady(Status::success(filled(say("main", "%1 is ready."), {toUtf8(selectedName())})));
   }
 }
 
 void MainConsole::selectController(std::size_t index) {
-  if (busy_ || index >= list_.names.size() || index == selected_) return;
+  if (!gate_.isOpen() || index >= list_.names.size() || index == selected_) return;
   if (refusedForDebugger(list_.names[index])) {
     view_.showControllers(list_.names, selected_);
     return;
@@ -224,7 +216,7 @@ void MainConsole::selectController(std::size_t index) {
 }
 
 void MainConsole::information() {
-  if (busy_ || !selected_ || refusedForDebugger(selectedName())) return;
+  if (!gate_.isOpen() || !selected_ || refusedForDebugger(selectedName())) return;
   hold(say("main", "Asking the controller who it is …"), [this] {
     view_.showInformation(controllerInformation(access_));
     view_.showStatus(Status::success(say("main", "Controller information read.")));
@@ -232,22 +224,22 @@ void MainConsole::information() {
 }
 
 void MainConsole::searchComPorts() {
-  if (busy_ || refusedForDebugger()) return;
+  if (!gate_.isOpen() || refusedForDebugger()) return;
   // Without a controller the driver has no port that it could let go of.
   if (selected_ && !available(portLoanOperations)) return;
   hold(say("main", "Searching the COM ports …"), [this] {
     const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
       view_.showBusy(
           filled(say("main", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
-      return !cutShort_;
+      return !gate_.isCutShort();
     });
     Status outcome = say("main", "The search was cancelled.");
     if (!found.cancelled) {
       const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;
-      outcome = found.noneOpened.empty()
-                    ? Status(describe(found) + sharing)
-                    : Status::error(say("main", "No COM port could be opened.") + ' ' +
-                                    found.noneOpened);
+      outcome =
+          found.noneOpened.empty()
+              ? Status(describe(found) + sharing)
+              : Status::error(say("main", "No COM port could be opened.") + ' ' + found.noneOpened);
       view_.showStatus(outcome);
       prompt_.message(describe(found));
     }
@@ -257,69 +249,71 @@ void MainConsole::searchComPorts() {
   });
 }
 
-void MainConsole::perform(const std::string& what, const std::function<Status()>& action) {
-  if (busy_) return;
-  if (selected_ && refusedForDebugger(selectedName())) {
+Status MainConsole::perform(const std::string& what, const std::function<Status()>& action) {
+  if (!gate_.isOpen()) return say("main", "The main window is busy. Try again when it is through.");
+  if (const auto why = selected_ ? refusedForDebugger(selectedName()) : std::nullopt) {
     // A control that was used shows again what holds.
     view_.showSettings();
     view_.showParameters();
-    return;
+    return *why;
   }
-  hold(what, [this, &action] {
+  Status outcome;
+  const auto lacked = hold(what, [this, &action, &outcome] {
     if (!selected_) {
-      view_.showStatus(Status::error(say("main", "There is no controller to work with.")));
+      outcome = Status::error(say("main", "There is no controller to work with."));
+      view_.showStatus(outcome);
       prompt_.message(access_.session.messages[Message::noDevice]);
       return;
     }
-    const Status outcome = action();
+    outcome = action();
     view_.showSettings();
     view_.showParameters();
     view_.showStatus(outcome);
   });
+  return lacked ? *lacked : outcome;
 }
 
 void MainConsole::examine(const std::string& what, const std::function<Status()>& look) {
-  if (busy_ || refusedForDebugger()) return;
+  if (!gate_.isOpen() || refusedForDebugger()) return;
   hold(what, [this, &look] { view_.showStatus(look()); });
 }
 
 void MainConsole::calstart(int points) {
-  if (busy_ || !selected_ || points < 2 || points > 13) return;
+  if (!gate_.isOpen() || !selected_ || points < 2 || points > 13) return;
   if (refusedForDebugger(selectedName())) return;
   if (!(points < 3 ? available(twoPointNeeds) : available(calibrationNeeds))) return;
-  access_.session.calibrationPoints = points;
-  busy_ = true;
-  calibrating_ = true;
-  view_.showBusy(say("main", "Calibrating …"));
-  view_.openCalibration();
+  const auto opening = [this, points] {
+    access_.session.calibrationPoints = points;
+    view_.showBusy(say("main", "Calibrating …"));
+    view_.openCalibration();
+  };
+  gate_.begin(opening, [this] { view_.cancelCalibration(); });
 }
 
 void MainConsole::calibrationEnded(bool stored, const Status& status) {
-  if (!std::exchange(calibrating_, false)) return;
-  if (stored) {
-    parameters_.calibrated();
-    view_.showParameters();
-  }
-  view_.showStatus(status);
-  letGo();
+  gate_.end([this, stored, &status] {
+    if (stored) {
+      parameters_.calibrated();
+      view_.showParameters();
+    }
+    view_.showStatus(status);
+  });
 }
 
 void MainConsole::openTest(TestScreen test) {
-  if (busy_) return;
-  busy_ = true;
-  testing_ = true;
-  view_.showBusy(say("main", "A test is open."));
-  view_.openTest(test);
+  const auto opening = [this, test] {
+    view_.showBusy(say("main", "A test is open."));
+    view_.openTest(test);
+  };
+  gate_.begin(opening, [this] { view_.closeTest(); });
 }
 
 void MainConsole::testEnded() {
-  if (!std::exchange(testing_, false)) return;
-  sayWhoIsReady();
-  letGo();
+  gate_.end([this] { sayWhoIsReady(); });
 }
 
 void MainConsole::requestDebugger(std::string_view passwordBox) {
-  if (busy_) return;
+  if (!gate_.isOpen()) return;
   if (!holdsPassword(passwordBox)) {
     view_.showPasswordFrame(true);
   } else if (available(portLoanOperations)) {
@@ -339,30 +333,33 @@ void MainConsole::debuggerEnded(bool exit) {
     parameters_.forget();
     view_.showParameters();
   }
-  if (exit && putOff_ == WayOut::none) putOff_ = WayOut::debuggerExit;
-  if (const WayOut way = std::exchange(putOff_, WayOut::none); way != WayOut::none) {
-    leave(way);
-  } else if (!busy_) {
-    view_.showStatus(say(
-        "main", "The driver has its port again. \"Refresh\" (F5) reads the controller anew."));
+  if (gate_.isLeaving()) {
+    gate_.takeWayOut();
+  } else if (exit) {
+    leave(WayOut::debuggerExit);
+  } else if (gate_.isOpen()) {
+    view_.showStatus(
+        say("main", "The driver has its port again. \"Refresh\" (F5) reads the controller anew."));
   }
 }
 
-bool MainConsole::refusedForDebugger(const std::optional<std::string>& controller) {
-  if (!debugged_) return false;
+std::optional<std::string> MainConsole::refusedForDebugger(
+    const std::optional<std::string>& controller) {
+  if (!debugged_) return std::nullopt;
+  std::string why;
   if (view_.debuggerIsBusy()) {
-    view_.showStatus(
-        say("main", "The serial debugger waits for an answer. Try again when it is through."));
-    return true;
+    why = say("main", "The serial debugger waits for an answer. Try again when it is through.");
+  } else if (controller && *controller != *debugged_) {
+    return std::nullopt;
+  } else if (debugged_->empty()) {
+    why = say("main", "The serial debugger has a serial port. Leave it first with \"Quit\".");
+  } else {
+    why =
+        filled(say("main", "The serial debugger has the port of %1. Leave it first with \"Quit\"."),
+               {toUtf8(*debugged_)});
   }
-  if (controller && *controller != *debugged_) return false;
-  view_.showStatus(
-      debugged_->empty()
-          ? say("main", "The serial debugger has a serial port. Leave it first with \"Quit\".")
-          : filled(say("main",
-                       "The serial debugger has the port of %1. Leave it first with \"Quit\"."),
-                   {toUtf8(*debugged_)}));
-  return true;
+  view_.showStatus(why);
+  return why;
 }
 
 std::string MainConsole::passwordEdited(std::string text) {
@@ -374,7 +371,7 @@ std::string MainConsole::passwordEdited(std::string text) {
 }
 
 void MainConsole::passwordEntered(std::string_view text) {
-  if (busy_) return;
+  if (!gate_.isOpen()) return;
   const bool right = holdsPassword(text);
   if (!right) prompt_.message(access_.session.messages[Message::passwordError]);
   view_.showPasswordFrame(false);
@@ -382,10 +379,11 @@ void MainConsole::passwordEntered(std::string_view text) {
 }
 
 void MainConsole::requestPinDefinition() {
-  if (busy_) return;
+  if (!gate_.isOpen()) return;
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
   // While the question was up the window may have been closed.
-  if (!busy_ && answer && withoutOuterBlanks(*answer) == servicePassword) view_.openPinDefinition();
+  if (gate_.isOpen() && answer && withoutOuterBlanks(*answer) == servicePassword)
+    view_.openPinDefinition();
 }
 
 std::string MainConsole::selectedName() const {
@@ -408,18 +406,15 @@ void MainConsole::close() {
 }
 
 void MainConsole::leave(WayOut way) {
-  if (gone_) return;
+  if (gate_.isShut()) return;
   // The debugger ends first: its controller gets its port back before anything else is said to it.
-  if (busy_ || debugged_) {
-    putOff_ = way;
-    cutShort_ = true;
-    if (calibrating_) view_.cancelCalibration();
-    if (testing_) view_.closeTest();
+  if (gate_.isHeld() || debugged_) {
+    gate_.putOff([this, way] { leave(way); });
     if (debugged_) view_.closeDebugger();
     return;
   }
   if (way == WayOut::debuggerExit) {
-    gone_ = true;
+    gate_.shut();
     view_.endProgram();
     return;
   }
@@ -429,25 +424,25 @@ void MainConsole::leave(WayOut way) {
         const Connection connection(access_);
         access_.driver.CloseCOMPort(connection.handle());
       }
-      gone_ = true;
+      gate_.shut();
       view_.endProgram();
     });
     return;
   }
   hold(say("main", "Locking the controller's parameters …"), [this, way] {
     attempt([this, way] { closingStep(way); });
-    gone_ = true;
+    gate_.shut();
     view_.endProgram();
   });
 }
 
 void MainConsole::releaseAndExit() {
-  if (busy_ || refusedForDebugger(selectedName())) return;
+  if (!gate_.isOpen() || refusedForDebugger(selectedName())) return;
   const MessageTable& messages = access_.session.messages;
   const bool sure = prompt_.confirm(messages[Message::releaseQuestion] + '\n' +
                                     messages[Message::releaseWarning]);
   // While the question was up the window may have been closed.
-  if (sure && !busy_) leave(WayOut::release);
+  if (sure && gate_.isOpen()) leave(WayOut::release);
 }
 
 }  // namespace touch

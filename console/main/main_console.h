@@ -18,6 +18,7 @@
 #include "core/serial_port.h"
 #include "core/session.h"
 #include "reports/report_format.h"
+#include "support/gate.h"
 #include "support/prompt.h"
 #include "support/status.h"
 
@@ -96,11 +97,11 @@ class MainConsole {
   void information();
   /// "Search COM ports"
   void searchComPorts();
-  void cancelSearch() { cutShort_ = true; }
+  void cancelSearch() { gate_.cutShort(); }
 
-  /// Any other action on the controller: runs it when no other runs, and shows the line that it answers with. Without a
-  /// controller it says that there is none.
-  void perform(const std::string& what, const std::function<Status()>& action);
+  /// Any other action on the controller: runs it when no other runs, and shows the line that it
+  /// answers with. Returns that line, or why nothing was done.
+  Status perform(const std::string& what, const std::function<Status()>& action);
 
   /// Something that needs no controller: runs it when no other action runs, and shows the line that it answers with.
   void examine(const std::string& what, const std::function<Status()>& look);
@@ -131,22 +132,20 @@ class MainConsole {
   void releaseAndExit();  ///< "Release comport and Exit"
   void close();           ///< the window is closed
 
-  bool busy() const { return busy_; }
+  bool busy() const { return !gate_.isOpen(); }
   const std::vector<std::string>& controllers() const { return list_.names; }
   /// Those that the working folder adds to the built-in ones.
   const std::vector<ReportFormat>& reportFormats() const { return reportFormats_.formats; }
 
  private:
-  enum class WayOut { none, exit, close, release, debuggerExit };
+  enum class WayOut { exit, close, release, debuggerExit };
 
-  /// Runs `work` while nothing else starts. What the driver library lacked for it is told then, and a way out that was
-  /// asked for meanwhile is taken.
-  void hold(const std::string& what, const std::function<void()>& work);
-  /// The window is free again, unless a way out was put off.
-  void letGo();
+  /// Runs `work` while nothing else starts. What the driver library lacked for it is told then, and
+  /// returned.
+  std::optional<std::string> hold(const std::string& what, const std::function<void()>& work);
   /// Runs `step`, which ends where it needs an operation that the driver library lacks.
   void attempt(const std::function<void()>& step);
-  void tellWhatLacks();
+  std::optional<std::string> tellWhatLacks();
   /// True when the driver library has all of them; else the user is told.
   bool available(std::span<const std::string_view> operations);
 
@@ -163,9 +162,10 @@ class MainConsole {
   void leave(WayOut way);
   void closingStep(WayOut way);
   std::string selectedName() const;
-  /// True, and the reason is shown, when the debugger stands in the way of an action on `controller`; without one on all
-  /// of them.
-  bool refusedForDebugger(const std::optional<std::string>& controller = std::nullopt);
+  /// The reason, which is shown as well, when the debugger stands in the way of an action on
+  /// `controller`; without one on all of them.
+  std::optional<std::string> refusedForDebugger(
+      const std::optional<std::string>& controller = std::nullopt);
 
   Access access_;
   Prompt& prompt_;
@@ -180,15 +180,10 @@ class MainConsole {
   std::string firmware_;
   bool answers_ = false;
   ReportFormats reportFormats_;
-  bool busy_ = false;
-  bool calibrating_ = false;
-  bool testing_ = false;
   std::optional<std::string>
       debugged_;  ///< the controller whose port the debugger has; empty: no controller
-  bool cutShort_ = false;
-  bool gone_ = false;
   std::set<std::string> lacking_;  ///< operations that the running action needed in vain
-  WayOut putOff_ = WayOut::none;
+  Gate gate_;
 };
 
 }  // namespace touch

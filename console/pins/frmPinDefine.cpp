@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 
+#include "support/gate.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
 #include "ui/controls/status_line.h"
@@ -214,15 +215,15 @@ void frmPinDefine::reload() {
 
 void frmPinDefine::run(const QString& what, const std::function<Status()>& action) {
   const QPointer<QWidget> focus = focusWidget();
-  setEnabled(false);
   statusLine_->showWait(what);
-  Status outcome =
-      Status::error(tr("There is no controller whose pins could be defined.").toStdString());
-  perform_(what.toStdString(), [&] { return outcome = action(); });
-  setEnabled(true);
-  statusLine_->show(outcome);
-  if (focus) focus->setFocus();
-  fill();
+  // Nothing is said of what an error has ended: the user is told of that error.
+  Status outcome;
+  runThen([&] { outcome = perform_(what.toStdString(), action); },
+          [&] {
+            statusLine_->show(outcome);
+            if (focus) focus->setFocus();
+            fill();
+          });
 }
 
 void frmPinDefine::placeWires() {

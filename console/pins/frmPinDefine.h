@@ -24,9 +24,10 @@ class frmPinDefine final : public QDialog {
   Q_OBJECT
 
  public:
-  /// Runs an action on the controller when there is one and no other action runs.
+  /// Runs an action on the controller, where that can be done now. Returns the line that it answers
+  /// with, or why it was not run.
   using Perform =
-      std::function<void(const std::string& what, const std::function<Status()>& action)>;
+      std::function<Status(const std::string& what, const std::function<Status()>& action)>;
 
   frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent);
 

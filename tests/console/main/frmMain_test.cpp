@@ -202,7 +202,14 @@ TEST_F(MainWindowWithDebugger, StaysInUseButForWhatTheDebuggerHas) {
   window->activateWindow();
   QTest::keyClick(window.get(), Qt::Key_F5);
   EXPECT_EQ(journal, Lines{});
-  EXPECT_THAT(status(), testing::HasSubstr("has the port of RS232 DEVICE 1"));
+  const auto refused = testing::HasSubstr("has the port of RS232 DEVICE 1");
+  EXPECT_THAT(status(), refused);
+  prompt.answerText = "kqzm";
+  QTest::keyClick(window.get(), Qt::Key_B, Qt::ControlModifier);
+  auto* const pins = find<QDialog>("frmPinDefine");
+  EXPECT_THAT(find<QLabel>(*pins, "statusLine")->text().toStdString(), refused);
+  pins->close();
+  window->activateWindow();
   QTest::keyClick(controllers(), Qt::Key_Down);
   EXPECT_EQ(session.controllerName, "USB DEVICE 2");
   QTest::keyClick(controllers(), Qt::Key_Up);

@@ -303,6 +303,10 @@ TEST_F(Pages, PinsUsedTwiceAreMarkedAtOnceAndNotWritten) {
               loses ? "OK: The pin definition is read."
                     : "Note: Nothing was read; your changes are kept.");
   }
+  clock.after(50ms, [] { throw std::runtime_error("beyond mending"); });
+  EXPECT_THROW(find<QPushButton>("cmdReadPins")->click(), std::runtime_error);
+  EXPECT_TRUE(pins->isEnabled());
+  EXPECT_EQ(find<QLabel>(*pins, "statusLine")->text(), "");
   QApplication::processEvents();
   const QRect before = find<QWidget>("wire_1")->geometry();
   channel->setValue(200);

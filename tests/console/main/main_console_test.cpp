@@ -38,7 +38,10 @@ class View final : public MainView {
   void showPasswordFrame(bool shown) override { note(shown ? "show password" : "hide password"); }
   void openDebugger() override { note("open debugger"); }
   void openPinDefinition() override { note("open pins"); }
-  void openCalibration() override { note("open calibration"); }
+  void openCalibration() override {
+    if (opensNothing) throw std::runtime_error("no window");
+    note("open calibration");
+  }
   void cancelCalibration() override { note("cancel calibration"); }
   void openTest(TestScreen) override { note("open test"); }
   void closeTest() override { note("close test"); }
@@ -48,6 +51,7 @@ class View final : public MainView {
 
   bool busy = false;
   bool debuggerBusy = false;
+  bool opensNothing = false;
   std::string status;
 
  private:
@@ -256,14 +260,33 @@ TEST_F(Console, ClosingIsPutOffUntilTheActionHasEnded) {
 }
 
 TEST_F(Console, DoesNothingWhileAnErrorThatNobodyCanMendPassesThrough) {
-  startUp();
-  EXPECT_THROW(console.perform("",
-                               [this]() -> std::string {
-                                 console.exit();
-                                 throw std::runtime_error("beyond mending");
-                               }),
-               std::runtime_error);
-  EXPECT_EQ(journal, Lines{});
+  const auto fail = []() -> std::string { throw std::runtime_error("beyond mending"); };
+  const auto exit = [](MainConsole& each) { each.exit(); };
+  using Action = std::function<void(MainConsole&)>;
+  const std::tuple<const char*, Action, Action> cases[] = {
+      {"an action", [&](auto& each) { each.perform("", fail); }, exit},
+      {"a window that does not open", [](auto& each) { each.calstart(3); }, exit},
+      {"a way out was put off",
+       [&](auto& each) {
+         each.perform("", [&] {
+           each.exit();
+           return fail();
+         });
+       },
+       [this](auto&) { clock.delay(0ms); }},
+  };
+  for (const auto& [what, act, end] : cases) {
+    SCOPED_TRACE(what);
+    MainConsole failing(access(), prompt, view, port, folder.path());
+    failing.startUp(10);
+    view.opensNothing = true;
+    journal.clear();
+    EXPECT_THROW(act(failing), std::runtime_error);
+    EXPECT_EQ(journal, Lines{});
+    EXPECT_FALSE(view.busy);
+    end(failing);
+    EXPECT_EQ(steps(), closingStep + Lines{"end"});
+  }
 }
 
 TEST_F(Console, RestoresAndResetsWithoutReadingAfterwards) {
@@ -544,6 +567,8 @@ TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
     EXPECT_EQ(journal, before + Lines{lacks(operation)});
     EXPECT_FALSE(view.busy);
   }
+  const auto change = [&] { return console.settings().change(rotation, 2); };
+  EXPECT_EQ("message " + console.perform("", change).text, lacks("SetRotation"));
   EXPECT_EQ(console.settings().shown().rotation, -1) << "not what was never sent";
   EXPECT_EQ(console.settings().shown().doubleClickSpeed, 1) << "what was read stays";
   console.perform("", [&] { return console.settings().change(*findSetting("up-sound"), 1); });
