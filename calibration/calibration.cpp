@@ -37,26 +37,9 @@ constexpr int lineWidth = 2;
 
 constexpr std::uint8_t byCancel = 11;
 constexpr std::uint8_t byEscape = 110;
+constexpr std::uint8_t notStarted = 100;
 
 }  // namespace
-
-/// A procedure from its first driver call to its last, after which the windows are as they were before.
-class Calibration::Procedure {
- public:
-  explicit Procedure(Calibration& calibration) : calibration_(calibration) {
-    calibration_.running_ = true;
-    calibration_.index_ = 0;
-  }
-  Procedure(const Procedure&) = delete;
-  Procedure& operator=(const Procedure&) = delete;
-  ~Procedure() {
-    calibration_.running_ = false;
-    calibration_.leave();
-  }
-
- private:
-  Calibration& calibration_;
-};
 
 Calibration::Calibration(const Access& access, Prompt& prompt, CalibrationScreen& screen,
                          TwipsSize size)
@@ -65,15 +48,15 @@ Calibration::Calibration(const Access& access, Prompt& prompt, CalibrationScreen
       screen_(screen),
       size_(size),
       pulseTimer_(access.clock.makeTimer([this] { tickPulse(); })),
-      startTimer_(access.clock.makeTimer([this] { tickStartDelay(); })) {}
+      startTimer_(access.clock.makeTimer([this] { tickStartDelay(); })),
+      gate_(access.clock) {}
 
 void Calibration::activate() {
   count_ = static_cast<std::uint8_t>(access_.session.calibrationPoints);
   targets_ = calibrationTargets(count_, size_);
-  index_ = 100;
+  index_ = notStarted;
   progress_ = 0;
   startTicks_ = 0;
-  started_ = false;
   pulseTimer_->stop();
   startTimer_->start(startTick);
   // With two targets nothing is to be pressed: the lower left target lies where a hand would reach for the buttons.
@@ -91,23 +74,22 @@ void Calibration::tickStartDelay() {
   pulseTimer_->start(pulseTick);
   screen_.showButtons(false, count_ != 2);
   if (count_ >= 3) showgrid();
-  started_ = true;
-  docal();
+  calibrate();
 }
 
 void Calibration::start() {
-  if (started_ || targets_.empty()) return;
-  started_ = true;
-  startTimer_->stop();
-  screen_.showButtons(false, false);
-  showgrid();
-  if (canBeOpened(access_)) {
-    docal();
-    return;
-  }
-  prompt_.message(access_.session.messages[Message::openError]);
-  started_ = false;
-  screen_.showButtons(true, true);
+  if (targets_.empty()) return;
+  bool ready = false;
+  gate_.run([this, &ready] {
+    startTimer_->stop();
+    screen_.showButtons(false, false);
+    showgrid();
+    ready = canBeOpened(access_);
+    if (ready) return;
+    prompt_.message(access_.session.messages[Message::openError]);
+    screen_.showButtons(true, true);
+  });
+  if (ready) calibrate();
 }
 
 void Calibration::cancel() {
@@ -117,17 +99,19 @@ void Calibration::cancel() {
 }
 
 void Calibration::escape() {
-  if (storing_ || left_) return;
-  if (running_) {
-    // The procedure still has to reset the controller, and leaves the screen when it has.
-    abandon(byEscape);
-    return;
-  }
-  started_ = true;
-  const Procedure resetting(*this);
+  const bool isResetting = index_ > count_ + byCancel && index_ != notStarted;
+  if (storing_ || left_ || isResetting) return;
+  const bool procedureResets = running() && !cancelled();
   abandon(byEscape);
-  Connection connection(access_);
-  resetController(connection);
+  index_ = static_cast<std::uint8_t>(count_ + byEscape);
+  const auto reset = [this] {
+    Connection connection(access_);
+    resetController(connection);
+  };
+  gate_.leave([this, procedureResets, reset] {
+    if (procedureResets) return leave();
+    runThen([this, reset] { gate_.run(reset); }, [this] { leave(); });
+  });
 }
 
 void Calibration::abandon(std::uint8_t reason) {
@@ -135,7 +119,7 @@ void Calibration::abandon(std::uint8_t reason) {
   progress_ = size_.width + 100;
   pulseTimer_->stop();
   startTimer_->stop();
-  if (running_ && !cancelled()) {
+  if (running() && !cancelled()) {
     index_ = static_cast<std::uint8_t>(count_ + reason);
   }
 }
@@ -143,8 +127,16 @@ void Calibration::abandon(std::uint8_t reason) {
 void Calibration::leave() {
   pulseTimer_->stop();
   startTimer_->stop();
-  if (!std::exchange(left_, true)) screen_.leave();
-  if (!running_ && !std::exchange(ended_, true)) screen_.ended(outcome_);
+  const auto leaveScreen = [this] {
+    if (!std::exchange(left_, true)) screen_.leave();
+  };
+  // Whoever waits for the end hears of it, whatever becomes of the screen.
+  runThen(leaveScreen, [this] {
+    gate_.leave([this] {
+      gate_.shut();
+      screen_.ended(outcome_);
+    });
+  });
 }
 
 const TwipsPoint* Calibration::awaitedTarget() const {
@@ -276,13 +268,28 @@ void Calibration::resetController(Connection& connection) {
   }
 }
 
-void Calibration::docal() {
+void Calibration::calibrate() {
+  const auto procedure = [this] {
+    index_ = 0;
+    Connection connection(access_);
+    docal(connection);
+    if (index_ > count_ + 100) resetController(connection);
+  };
+  try {
+    gate_.run(procedure);
+  } catch (...) {
+    if (outcome_ != CalibrationOutcome::stored) outcome_ = CalibrationOutcome::failed;
+    leave();
+    throw;
+  }
+  leave();
+}
+
+void Calibration::docal(Connection& connection) {
   if (count_ < 3) {
-    docal2pts();
+    docal2pts(connection);
     return;
   }
-  const Procedure procedure(*this);
-  Connection connection(access_);
   if (!enterCalibration(connection, "CR", rawCalibrationAttempts)) {
     if (!cancelled()) {
       outcome_ = CalibrationOutcome::failed;
@@ -320,12 +327,9 @@ void Calibration::docal() {
       wait(afterStore);
     }
   }
-  if (index_ > count_ + 100) resetController(connection);
 }
 
-void Calibration::docal2pts() {
-  const Procedure procedure(*this);
-  Connection connection(access_);
+void Calibration::docal2pts(Connection& connection) {
   if (!enterCalibration(connection, "CX", extendedCalibrationAttempts)) {
     if (!cancelled()) {
       outcome_ = CalibrationOutcome::failed;
@@ -362,7 +366,6 @@ void Calibration::docal2pts() {
       awaitPenUpAtEnd(connection);
     }
   }
-  if (index_ > count_ + 100) resetController(connection);
 }
 
 }  // namespace touch

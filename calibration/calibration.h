@@ -12,6 +12,7 @@
 #include "core/session.h"
 #include "drawing/surface.h"
 #include "support/clock.h"
+#include "support/gate.h"
 #include "support/prompt.h"
 
 namespace touch {
@@ -55,7 +56,7 @@ class Calibration {
   void escape();  ///< Esc: as cancel, and the controller is reset, whether or not it was begun
 
   /// A procedure is on its way; it ends soon after a cancel.
-  bool running() const { return running_; }
+  bool running() const { return gate_.isHeld(); }
   /// Where the user is to touch now; nothing while no touch is waited for.
   const TwipsPoint* awaitedTarget() const;
 
@@ -65,14 +66,16 @@ class Calibration {
     std::int32_t x = 0;
     std::int32_t y = 0;
   };
-  class Procedure;
 
   void tickStartDelay();  // Timer2
   void tickPulse();       // Timer1
   void showgrid();
   void endcal();
-  void docal();
-  void docal2pts();
+  /// A procedure from its first driver call to its last, after which the windows are as they were
+  /// before.
+  void calibrate();
+  void docal(Connection& connection);
+  void docal2pts(Connection& connection);
   bool enterCalibration(Connection& connection, const char* command, int attempts);
   /// Waits until `isReady` says true, with pulse and time bar. False when cancelled or timed out.
   bool awaitTouch(const std::function<bool()>& isReady);
@@ -106,13 +109,11 @@ class Calibration {
   float progress_ = 0;  ///< of the time bar, twips
   int startTicks_ = 0;
   int penUpPolls_ = 0;
-  bool started_ = false;
-  bool running_ = false;
   bool awaiting_ = false;
   bool storing_ = false;
   bool left_ = false;
-  bool ended_ = false;
   CalibrationOutcome outcome_ = CalibrationOutcome::cancelled;
+  Gate gate_;  ///< shut when all has ended
 };
 
 }  // namespace touch

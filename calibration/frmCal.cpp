@@ -157,9 +157,9 @@ void frmCal::allowExit(bool allowed) {
 }
 
 void frmCal::leave() {
-  if (simulation_) simulation_->lift();
   hide();
   onLeave_();
+  if (simulation_) simulation_->lift();
 }
 
 void frmCal::ended(CalibrationOutcome outcome) {

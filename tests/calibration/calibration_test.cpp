@@ -22,13 +22,17 @@ class Screen final : public CalibrationScreen, private Surface {
   void showButtons(bool start, bool cancel) override { buttons = {start, cancel}; }
   void showTimeBar(float width) override { barWidth = width; }
   void allowExit(bool allowed) override { exitAllowed = allowed; }
-  void leave() override { ++left; }
+  void leave() override {
+    ++left;
+    if (failsToLeave) throw std::bad_alloc();
+  }
   void ended(CalibrationOutcome how) override { endings.push_back(how); }
 
   std::pair<bool, bool> buttons;  ///< "Start" and "Cancel"
   bool exitAllowed = false;
   float barWidth = 0;
   int left = 0;
+  bool failsToLeave = false;
   std::vector<CalibrationOutcome> endings;
   std::vector<TwipsPoint> targets;
   std::vector<TwipsPoint> done;
@@ -242,6 +246,20 @@ TEST_F(Calibrating, GivesUpAtWhicheverTargetIsNotTouched) {
       const auto asked = std::count(journal.rbegin(), target, "delay 100");
       EXPECT_TRUE(asked > 590 && asked <= 600) << asked;
     }
+  }
+}
+
+TEST_F(Calibrating, EndsOnceWhateverErrorPassesThrough) {
+  for (const auto how : {CalibrationOutcome::failed, CalibrationOutcome::stored}) {
+    journal.clear();
+    touchTargets(3);
+    begin(3);
+    shown->failsToLeave = how == CalibrationOutcome::stored;
+    if (!shown->failsToLeave) clock.after(3s, [] { throw std::bad_alloc(); });
+    EXPECT_THROW(live(1min), std::bad_alloc);
+    expectEnded(how);
+    live(1min);
+    EXPECT_EQ(shown->endings.size(), 1U);
   }
 }
 
