@@ -55,9 +55,10 @@ void draw(benchmark::State& state) {
   SilentPrompt prompt;
   DrawingSwitches switches;
   const MessageTable messages;
+  Gate gate(clock);
   frmRsDraw window({clock, prompt, messages, switches, ReportDecoder(ReportFamily::tablet),
                     std::nullopt, drawnScreen},
-                   {port, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
+                   {port, gate, {}}, *QGuiApplication::primaryScreen(), [] {});
   window.open();
   clock.delay(500ms, nullptr);
   for (auto _ : state) {

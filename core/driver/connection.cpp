@@ -23,7 +23,10 @@ Connection::Connection(const Access& access, const std::string& name)
 }
 
 Connection::~Connection() {
-  driver_.CloseController(handle_);
+  try {
+    driver_.CloseController(handle_);
+  } catch (...) {  // NOLINT(bugprone-empty-catch): another error may be on its way through
+  }
 }
 
 void Connection::flush() {

@@ -61,8 +61,13 @@ DebuggerReply shownReply(std::vector<std::uint8_t> bytes) {
 }
 
 std::optional<DebuggerReply> DebuggerExchange::send(const SendChoice& choice) {
-  if (port_.isBusy() || choice.entry.size() < shortestEntry) return std::nullopt;
-  const DebuggerPort::Use use(port_);
+  if (choice.entry.size() < shortestEntry) return std::nullopt;
+  std::optional<DebuggerReply> reply;
+  port_.gate().run([&] { reply = converse(choice); });
+  return reply;
+}
+
+std::optional<DebuggerReply> DebuggerExchange::converse(const SendChoice& choice) {
   if (access_.session.commandSet == CommandSet::e02) return elocmd(choice);
   if (choice.entry == lineChangeEntry) {
     changeLineSettings();

@@ -47,6 +47,7 @@ class DebuggerExchange {
  private:
   using Bytes = std::vector<std::uint8_t>;
 
+  std::optional<DebuggerReply> converse(const SendChoice& choice);
   std::optional<DebuggerReply> elocmd(const SendChoice& choice);
   void changeLineSettings();
   /// What goes on the wire for a command of the M01 or the quorvane set; empty when the user was told why nothing does.

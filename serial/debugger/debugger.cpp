@@ -29,7 +29,7 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
       recorded_(serial, access.clock),
       port_(access, prompt, recorded_, log_),
       exchange_(access, prompt, port_, log_),
-      mode_(parts(), {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }}) {
+      mode_(parts(), {recorded_, port_.gate(), [this] { port_.tellLoss(); }}) {
   chooseSet(CommandSet::quorvane);
 }
 
@@ -56,17 +56,17 @@ std::optional<std::string> Debugger::takePort() {
 }
 
 void Debugger::tellUser(const std::string& text) {
-  const DebuggerPort::Use use(port_);
-  prompt_.message(text);
+  gate().runWithin([this, &text] { prompt_.message(text); });
 }
 
 void Debugger::searchPort() {
-  if (isBusy()) return;
-  tell(say("debugger", "Searching COM1 and COM2 for a controller …"));
-  const auto found = port_.comporttest();
-  tell(found ? filled(say("debugger", "A controller answers on COM%1."), {std::to_string(*found)})
-             : say("debugger", "No controller answers on COM1 or COM2."));
-  tellOfSharing();
+  gate().run([this] {
+    tell(say("debugger", "Searching COM1 and COM2 for a controller …"));
+    const auto found = port_.comporttest();
+    tell(found ? filled(say("debugger", "A controller answers on COM%1."), {std::to_string(*found)})
+               : say("debugger", "No controller answers on COM1 or COM2."));
+    tellOfSharing();
+  });
 }
 
 void Debugger::tellOfSharing() {
@@ -74,7 +74,8 @@ void Debugger::tellOfSharing() {
 }
 
 void Debugger::leave() {
-  stopReplay();
+  // It may be in the middle of a tick, after which this is run.
+  if (replay_) replay_->mode.suspend();
   mode_.debug();
   stopRecording();
   port_.giveBack();
@@ -119,7 +120,7 @@ void Debugger::startReplay(const std::filesystem::path& file) {
     tell(recording.error().describe());
     return;
   }
-  auto replay = std::make_unique<Replay>(std::move(*recording), parts());
+  auto replay = std::make_unique<Replay>(std::move(*recording), parts(), gate());
   if (replay->port.isFinished()) {
     const auto failed = replay->port.error();
     tell(failed ? failed->describe()
@@ -138,7 +139,11 @@ void Debugger::startReplay(const std::filesystem::path& file) {
 }
 
 void Debugger::stopReplay() {
-  if (!isReplaying() || drawing_ || isBusy()) return;
+  if (!isBusy()) endReplay();
+}
+
+void Debugger::endReplay() {
+  if (!isReplaying() || drawing_) return;
   const bool measuring = replay_->mode.isMeasuring();
   const auto failed = replay_->port.error();
   replay_.reset();
@@ -161,13 +166,13 @@ ReceivingPort Debugger::beginDrawing() {
   mode_.suspend();
   if (!replay_) {
     // The drawing begins with what comes from now on.
-    if (!port_.isBusy()) recorded_.clearInput();
-    return {recorded_, [this] { return port_.isBusy(); }, [this] { port_.tellLoss(); }};
+    if (!isBusy()) recorded_.clearInput();
+    return {recorded_, gate(), [this] { port_.tellLoss(); }};
   }
   replay_->mode.suspend();
   replay_->port.close();
   replay_->port.open();
-  return {replay_->port, {}, {}};
+  return {replay_->port, gate(), {}};
 }
 
 void Debugger::endDrawing() {
@@ -180,7 +185,10 @@ void Debugger::endDrawing() {
 }
 
 void Debugger::watch() {
-  if (isBusy()) return;
+  gate().run([this] { look(); });
+}
+
+void Debugger::look() {
   // A port that nobody uses does not notice by itself that its device has gone.
   const std::size_t unread = recorded_.inBufferCount();
   flooded_ = unread > unread_ || unread > plenty;
@@ -191,7 +199,7 @@ void Debugger::watch() {
   if (!isReplaying() || !replay_->port.isFinished()) return;
   const auto now = access_.clock.now();
   if (!replay_->finished) replay_->finished = now;
-  if (now - *replay_->finished >= afterReplay) stopReplay();
+  if (now - *replay_->finished >= afterReplay) endReplay();
 }
 
 }  // namespace touch

@@ -35,9 +35,9 @@ class Debugger {
   std::string portText() const;
   /// An exchange is under way, or a message box holds up the receive mode: nothing else may be done with the port, nor may
   /// it be given back or a replay be ended.
-  bool isBusy() const {
-    return port_.isBusy() || mode_.isTicking() || (replay_ && replay_->mode.isTicking());
-  }
+  bool isBusy() const { return !port_.gate().isOpen(); }
+  /// Shut by who ends the debugger.
+  Gate& gate() { return port_.gate(); }
 
   void chooseSet(CommandSet set) { access_.session.commandSet = set; }
   /// "Send", see DebuggerExchange::send.
@@ -84,14 +84,16 @@ class Debugger {
 
  private:
   struct Replay {
-    Replay(std::unique_ptr<TransferSource> recording, const ReceiveMode::Parts& parts)
-        : port(std::move(recording), parts.clock), mode(parts, {port, {}, {}}) {}
+    Replay(std::unique_ptr<TransferSource> recording, const ReceiveMode::Parts& parts, Gate& gate)
+        : port(std::move(recording), parts.clock), mode(parts, {port, gate, {}}) {}
     ReplayPort port;
     ReceiveMode mode;
     std::optional<Clock::TimePoint> finished;
   };
 
   ReceiveMode::Parts parts();
+  void look();
+  void endReplay();
   void tellOfSharing();
   void tell(std::string text);
 

@@ -83,12 +83,25 @@ std::optional<std::string> DebuggerPort::openPort(int port) {
   return serial_.open();
 }
 
+DebuggerPort::~DebuggerPort() {
+  try {
+    giveBack();
+  } catch (...) {  // NOLINT(bugprone-empty-catch): from here nobody can be told
+  }
+}
+
 void DebuggerPort::giveBack() {
   if (!isTaken()) return;
-  serial_.close();
-  access_.driver.ReopenCOMPort(connection_->handle());
-  connection_.reset();
-  letGo_.reset();
+  const auto end = [this] {
+    connection_.reset();
+    letGo_.reset();
+  };
+  runThen(
+      [this] {
+        serial_.close();
+        access_.driver.ReopenCOMPort(connection_->handle());
+      },
+      end);
 }
 
 void DebuggerPort::select(int port) {
@@ -107,7 +120,11 @@ void DebuggerPort::selectcom() {
 }
 
 std::optional<int> DebuggerPort::comporttest() {
-  const Use use(*this);
+  gate_.runWithin([this] { findController(); });
+  return foundPort_;
+}
+
+void DebuggerPort::findController() {
   foundPort_.reset();
   takeFromDriver();
   lossTold_ = false;
@@ -121,14 +138,13 @@ std::optional<int> DebuggerPort::comporttest() {
     log_.note(filled(say("debugger", "Asking on COM%1 …"), {std::to_string(port)}));
     if (isAnswer(probe())) {
       foundPort_ = port;
-      return foundPort_;
+      return;
     }
     serial_.close();
   }
   // Whatever became of the ports, this is what is to be said.
   lossTold_ = true;
   prompt_.message("Device Can't found!!");
-  return foundPort_;
 }
 
 std::vector<std::uint8_t> DebuggerPort::probe() {
@@ -141,7 +157,12 @@ std::vector<std::uint8_t> DebuggerPort::probe() {
 }
 
 bool DebuggerPort::N72toN81() {
-  const Use use(*this);
+  bool told = false;
+  gate_.runWithin([this, &told] { told = changeLineSettings(); });
+  return told;
+}
+
+bool DebuggerPort::changeLineSettings() {
   std::optional<std::string> refused;
   bool wentOut = false;
   {
@@ -205,8 +226,7 @@ bool DebuggerPort::tellLoss() {
   const auto reason = serial_.lost();
   if (!reason) return false;
   lossTold_ = true;
-  const Use use(*this);
-  prompt_.message(*reason);
+  gate_.runWithin([this, &reason] { prompt_.message(*reason); });
   return true;
 }
 

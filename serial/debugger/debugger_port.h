@@ -9,15 +9,17 @@
 #include "core/driver/connection.h"
 #include "core/serial_port.h"
 #include "core/session.h"
+#include "support/gate.h"
 
 namespace touch {
 
 class ConsoleLog;
 class Prompt;
 
-/// The serial port while the debugger talks to a controller without the driver. The driver is made to let go of its port
-/// when this first takes one, and gets it back once, on `giveBack` or on destruction, whatever became of the port between:
-/// refused, lost or never found. Its controller stays open all that time, because both operations want the same handle;
+/// The serial port while the debugger talks to a controller without the driver. The driver is made
+/// to let go of its port when this first takes one, and gets it back once, on `giveBack`, whatever
+/// became of the port between: refused, lost or never found. Whoever has let it be taken gives it
+/// back. Its controller stays open all that time, because both operations want the same handle;
 /// CloseController is the last thing said to the driver.
 class DebuggerPort {
  public:
@@ -27,10 +29,11 @@ class DebuggerPort {
   /// Takes nothing yet. All of them must outlive it. What it says to the controller by itself, and hears, stands in
   /// `log`.
   DebuggerPort(const Access& access, Prompt& prompt, SerialPort& serial, ConsoleLog& log)
-      : access_(access), prompt_(prompt), serial_(serial), log_(log) {}
+      : access_(access), prompt_(prompt), serial_(serial), log_(log), gate_(access.clock) {}
   DebuggerPort(const DebuggerPort&) = delete;
   DebuggerPort& operator=(const DebuggerPort&) = delete;
-  ~DebuggerPort() { giveBack(); }
+  /// The last resort of who has not given the port back. What fails then nobody hears of.
+  ~DebuggerPort();
 
   /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". Returns why it cannot be opened and
   /// what to do about it, or nothing. After an error the user can mend it and try again.
@@ -76,21 +79,15 @@ class DebuggerPort {
   /// the end of whatever uses the port.
   bool tellLoss();
 
-  /// Marks the port as used by an action with waits in it: nobody else may read or write it meanwhile.
-  class Use {
-   public:
-    explicit Use(DebuggerPort& port) : port_(port) { ++port_.uses_; }
-    Use(const Use&) = delete;
-    Use& operator=(const Use&) = delete;
-    ~Use() { --port_.uses_; }
-
-   private:
-    DebuggerPort& port_;
-  };
-  bool isBusy() const { return uses_ > 0; }
+  /// Held by whatever waits for an answer on the port, or has a box up: nobody else may read or
+  /// write it then, nor give it back.
+  Gate& gate() { return gate_; }
+  const Gate& gate() const { return gate_; }
 
  private:
   void takeFromDriver();
+  void findController();
+  bool changeLineSettings();
   std::optional<std::string> openPort(int port);
   void select(int port);
   /// What the controller on the open port says to two "Z"; empty when it says nothing.
@@ -108,7 +105,7 @@ class DebuggerPort {
   std::size_t damaged_ = 0;
   int selected_ = startPort;
   std::optional<int> foundPort_;
-  int uses_ = 0;
+  Gate gate_;
 };
 
 }  // namespace touch

@@ -411,11 +411,13 @@ void frmRSDebug::whileBusy(const std::function<void()>& action) {
   const QString waiting = tr("Waiting for the controller …");
   allow(false);
   statusLine_->setText(waiting);
-  action();
-  // What was said meanwhile is still to be read.
-  if (statusLine_->text() == waiting) statusLine_->clear();
-  allow(true);
-  if (focus) focus->setFocus();
+  runThen(action, [&] {
+    // What was said meanwhile is still to be read.
+    if (statusLine_->text() == waiting) statusLine_->clear();
+    allow(true);
+    if (focus) focus->setFocus();
+    awaitNews();
+  });
   renew();
 }
 
@@ -428,7 +430,8 @@ void frmRSDebug::draw() {
   if (debugger_.isBusy()) return;
   stopAwaiting();
   if (const auto why = debugger_.whyNothingToDraw()) debugger_.tellUser(*why);
-  if (putOff_) return renew();
+  // The window may have been closed behind the box.
+  if (debugger_.gate().isShut()) return;
   drawing_ = new frmRsDraw(
       {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
        debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
@@ -438,7 +441,7 @@ void frmRSDebug::draw() {
         raise();
         activateWindow();
         renew();
-        if (putOff_) end();
+        debugger_.gate().takeWayOut();
       });
   hide();
   drawing_->open();
@@ -475,13 +478,12 @@ void frmRSDebug::renew() {
   console_->renew();
   showState();
   awaitNews();
-  if (putOff_ && !drawing_) end();
 }
 
 void frmRSDebug::awaitNews() {
   stopAwaiting();
-  if (ended_) return;
-  if (putOff_ || debugger_.isActive()) return timer_->start(renewal);
+  if (debugger_.gate().isShut()) return;
+  if (debugger_.isActive()) return timer_->start(renewal);
   if (!debugger_.portIsOpen()) return timer_->stop();
   const auto descriptor = debugger_.descriptor();
   // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads has something to say
@@ -538,27 +540,23 @@ void frmRSDebug::showState() {
 }
 
 void frmRSDebug::leave(DebuggerEnd end) {
-  if (ended_ || (putOff_ && end == DebuggerEnd::quit)) return;
-  putOff_ = end;
-  if (drawing_) {
-    drawing_->close();
-  } else {
-    this->end();
+  Gate& gate = debugger_.gate();
+  if (gate.isShut() || (gate.isLeaving() && end == DebuggerEnd::quit)) return;
+  // The drawing reads the port until it has gone.
+  if (gate.isHeld() || debugger_.isDrawing()) {
+    gate.putOff([this, end] { leave(end); });
+    if (debugger_.isDrawing()) drawing_->close();
+    return;
   }
-}
-
-void frmRSDebug::end() {
-  if (ended_) return;
-  if (debugger_.isBusy()) return timer_->start(renewal);
-  ended_ = true;
+  gate.shut();
   timer_->stop();
   stopAwaiting();
-  debugger_.leave();
-  endWindow(*this, [this] { onEnded_(*putOff_); });
+  runThen([this] { debugger_.leave(); },
+          [this, end] { endWindow(*this, [this, end] { onEnded_(end); }); });
 }
 
 void frmRSDebug::closeEvent(QCloseEvent* event) {
-  if (ended_) return;
+  if (debugger_.gate().isShut()) return;
   event->ignore();
   leave(DebuggerEnd::quit);
 }

@@ -90,16 +90,12 @@ class frmRSDebug final : public QWidget {
   /// line has something to say. A debugger that is left alone does not wake.
   void awaitNews();
   void stopAwaiting();
-  /// Ends, unless the debugger is busy: `renew` asks again.
-  void end();
 
   Access access_;
   Prompt& prompt_;
   DebuggerSurroundings surroundings_;
   std::function<void(DebuggerEnd)> onEnded_;
   Debugger debugger_;
-  std::optional<DebuggerEnd> putOff_;
-  bool ended_ = false;
 
   QWidget* head_ = nullptr;
   QWidget* body_;

@@ -54,11 +54,8 @@ void RawDrawing::stop() {
 }
 
 void RawDrawing::tick() {
-  if (ticking_) return;
-  ticking_ = true;
   if (noticeIsUp() && ++noticeTicks_ == noticeLimit) timer_->start(drawingTick);
-  if (!options.paused && port_.isFree()) read();
-  ticking_ = false;
+  if (!options.paused) port_.gate.run([this] { read(); });
 }
 
 void RawDrawing::read() {

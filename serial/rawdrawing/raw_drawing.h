@@ -130,7 +130,6 @@ class RawDrawing {
   std::unique_ptr<Timer> timer_;
   HexMonitor monitor_;
   int noticeTicks_ = 0;
-  bool ticking_ = false;
   std::uint64_t reportCount_ = 0;
   bool inStroke_ = false;  ///< the next dot is joined with the last one
   std::vector<TouchReport> found_;

@@ -26,7 +26,7 @@ ReceiveMode::ReceiveMode(Parts parts, ReceivingPort port)
       pollTimer_(parts_.clock.makeTimer([this] { poll(); })) {}
 
 void ReceiveMode::receive() {
-  if (!std::exchange(receiving_, true) && port_.isFree()) port_.port.clearInput();
+  if (!std::exchange(receiving_, true) && port_.gate.isOpen()) port_.port.clearInput();
   toldTooLong_ = false;
   runTimers();
 }
@@ -65,18 +65,17 @@ void ReceiveMode::runTimers() {
 }
 
 void ReceiveMode::poll() {
-  if (ticking_ || !rate_ || !port_.isFree()) return;
+  if (!rate_ || !port_.gate.isOpen()) return;
   rate_->collect(parts_.clock.now(), port_.port.readAll());
 }
 
 void ReceiveMode::tick() {
   // A message box lets timers run while it is up.
-  if (ticking_ || !port_.isFree()) return;
-  ticking_ = true;
-  trim();
-  rate_ ? measure() : display();
-  if (port_.tellLoss()) debug();
-  ticking_ = false;
+  port_.gate.run([this] {
+    trim();
+    rate_ ? measure() : display();
+    if (port_.tellLoss()) debug();
+  });
 }
 
 void ReceiveMode::trim() {

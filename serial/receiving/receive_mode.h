@@ -38,8 +38,6 @@ class ReceiveMode {
   void receive();
   void debug();
   bool isReceiving() const { return receiving_; }
-  /// Within a tick, which a message box may hold up: the mode and its port must outlive that.
-  bool isTicking() const { return ticking_; }
 
   /// The check box "Report Rate".
   void measureRate(bool on);
@@ -72,7 +70,6 @@ class ReceiveMode {
   ReceivingPort port_;
   bool receiving_ = false;
   bool suspended_ = false;
-  bool ticking_ = false;
   bool toldTooLong_ = false;
   bool replyFormat_ = true;
   std::optional<std::string> remark_;

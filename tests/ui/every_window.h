@@ -151,9 +151,10 @@ class EveryWindow : public DrawingDesk {
         inPages ? visitPages(where, window, "debuggerTabs") : visit_(where, window);
       }
     }
+    Gate gate(clock);
     frmRsDraw window(
         {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, size_},
-        ReceivingPort{port_, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
+        ReceivingPort{port_, gate, {}}, *QGuiApplication::primaryScreen(), [] {});
     open(window);
     press(window, "cmdHelp");
     visit_("frmRsDraw, help", window);

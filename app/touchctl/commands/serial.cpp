@@ -226,7 +226,7 @@ ExitStatus rate(const SerialWork& work) {
   bool lost = false;
   ReceiveMode mode(
       {work.access.session, clock, work.prompt, log, addedFormats(work.shell.workFolder)},
-      {work.port.serial(), {}, [&] { lost = work.port.tellLoss(); }});
+      {work.port.serial(), work.port.gate(), [&] { lost = work.port.tellLoss(); }});
   mode.measureRate(true);
   mode.receive();
   complain("draw one stroke on the panel …");

@@ -29,25 +29,36 @@ class NoDriver final : public Driver {
 #undef TOUCH_NOTHING
 };
 
+ExitStatus runOnPort(const SerialWork& work, SerialPort& line, const SerialAction& action) {
+  DebuggerPort& port = work.port;
+  if (work.serial.port) {
+    if (const auto refused = port.take(*work.serial.port)) {
+      complain(*refused);
+      return ExitStatus::failed;
+    }
+    if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);
+  }
+  const ExitStatus status = action(work);
+  port.noteDamage();
+  if (port.damaged() > 0) {
+    complain(std::to_string(port.damaged()) +
+             " of the bytes that came were damaged on the line (parity, stop bit or break)");
+  }
+  return status;
+}
+
 ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const ShellOptions& shell,
                  const SerialOptions& serial, const SerialAction& action) {
   access.session.commandSet = serial.set;
   catchInterrupt();  // the driver is to get its port back then as well
   ConsoleLog log(access.clock);
   DebuggerPort port(access, prompt, line, log);
-  if (serial.port) {
-    if (const auto refused = port.take(*serial.port)) {
-      complain(*refused);
-      return ExitStatus::failed;
-    }
-    if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);
-  }
-  const ExitStatus status = action({access, prompt, port, shell, serial});
-  port.noteDamage();
-  if (port.damaged() > 0) {
-    complain(std::to_string(port.damaged()) +
-             " of the bytes that came were damaged on the line (parity, stop bit or break)");
-  }
+  ExitStatus status = ExitStatus::failed;
+  runThen(
+      [&] {
+        status = runOnPort({access, prompt, port, shell, serial}, line, action);
+      },
+      [&] { port.giveBack(); });
   return status;
 }
 

@@ -181,7 +181,7 @@ TEST_F(DebuggerExchangeTest, NoSecondOneStartsInsideTheFirst) {
   send(m01, {"UT=Unit Type[w]"});
   EXPECT_THAT(journal, testing::Contains("refused"));
   EXPECT_EQ(wire, Lines(2, "01 55 54 0D"));
-  EXPECT_FALSE(port.isBusy());
+  EXPECT_TRUE(port.gate().isOpen());
 }
 
 TEST(CommandSets, HaveTheSettingsOfAnE02PositionWhateverItsLetter) {

@@ -112,7 +112,7 @@ class DebuggerBench : public Desk {
       recording.push_back({time, Direction::fromController, bytes});
     replay = std::make_unique<ReplayPort>(std::make_unique<KeptTransfers>(recording), clock);
     replay->open();
-    return {*replay, {}, {}};
+    return {*replay, port.gate(), {}};
   }
 
   std::unique_ptr<ReplayPort> replay;

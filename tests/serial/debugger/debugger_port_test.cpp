@@ -43,6 +43,17 @@ TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnceWhateverBeca
   }
 }
 
+TEST_F(DebuggerPortTest, ClosesItsControllerAlsoWhenTheDriverFailsAsItIsDestroyed) {
+  {
+    DebuggerPort forgotten(access(), prompt, serial, log);
+    forgotten.take();
+    script.onCall = [](const std::string& line) {
+      if (line == "ReopenCOMPort") throw std::bad_alloc();
+    };
+  }
+  EXPECT_EQ(journal.back(), "CloseController");
+}
+
 TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
   serial.pluggedIn = {};
   script.results["CloseCOMPort"] = 0;

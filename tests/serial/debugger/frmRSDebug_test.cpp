@@ -25,6 +25,15 @@ class DebuggerWindow : public SerialDesk {
     });
     click("Command2_0");
   }
+  void failInAnExchange() {
+    choose("Option1", 12);
+    clock.after(60ms, [] { throw std::runtime_error("beyond mending"); });
+    EXPECT_THROW(find<QPushButton>("Command2_0")->click(), std::runtime_error);
+    EXPECT_FALSE(window->isBusy());
+    EXPECT_TRUE(find<QComboBox>("Combo1")->isEnabled());
+    EXPECT_EQ(text("statusLine"), "");
+    EXPECT_TRUE(port.isOpen()) << "nothing is done while an error passes";
+  }
   void closeBehindABox() {
     std::string recording = "touch recording 1\n";
     for (int i = 0; i < 100; ++i)
@@ -57,6 +66,14 @@ TEST_F(DebuggerWindow, TakesThePortAndGivesItBackInEveryWay) {
       {"closed", [this] { window->close(); }, DebuggerEnd::quit},
       {"closed over the drawing", [this] { drawAndLeave(); }, DebuggerEnd::exit},
       {"closed in an exchange", [this] { closeInAnExchange(); }, DebuggerEnd::quit},
+      {"failed", [this] { failInAnExchange(), window->close(); }, DebuggerEnd::quit},
+      {"closed in an exchange that fails",
+       [this] {
+         clock.after(50ms, [this] { window->close(); });
+         failInAnExchange();
+         clock.delay(0ms);
+       },
+       DebuggerEnd::quit},
       {"closed behind a box", [this] { closeBehindABox(); }, DebuggerEnd::quit},
       {"gone with the program", [this] { window.reset(); }, std::nullopt},
   };

@@ -118,10 +118,11 @@ class SimulatedRawDrawing : public DrawingDesk {};
 
 TEST_F(SimulatedRawDrawing, LiftsTheFingerWhenItIsLeft) {
   AsioSerialPort port{ComPorts()};
+  Gate gate(clock);
   QPointer<frmRsDraw> drawing =
       new frmRsDraw({clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet),
                      simulation, QSize(800, 480)},
-                    {port, {}, {}}, *QGuiApplication::primaryScreen(), [] {});
+                    {port, gate, {}}, *QGuiApplication::primaryScreen(), [] {});
   drawing->open();
   Connection touched({session, *simulator, clock}, controller);
   QTest::mousePress(drawing, Qt::LeftButton, {}, {100, 50});

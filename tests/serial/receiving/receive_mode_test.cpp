@@ -137,7 +137,7 @@ TEST_F(ReceiveModeTest, BeginsWithWhatComesFromThenOn) {
 TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
   ASSERT_EQ(port.take(), std::nullopt);
   ReceiveMode besides({session, clock, prompt, log, {}},
-                      {serial, [this] { return port.isBusy(); }, [this] { port.tellLoss(); }});
+                      {serial, port.gate(), [this] { port.tellLoss(); }});
   besides.receive();
   clock.delay(150ms);
   session.commandSet = m01;

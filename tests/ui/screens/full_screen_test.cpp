@@ -26,9 +26,10 @@ TEST_F(FullScreen, WindowsFillTheScreenThatTheyAreOpenedFor) {
                     session.controllerName, *screen, {}, [] {});
     drawing.open();
     expectFilled(drawing, *screen);
+    Gate gate(clock);
     frmRsDraw raw(
         {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, {}},
-        ReceivingPort{port, {}, {}}, *screen, [] {});
+        ReceivingPort{port, gate, {}}, *screen, [] {});
     raw.open();
     expectFilled(raw, *screen);
   }
