@@ -129,10 +129,9 @@ void Debugger::startReplay(const std::filesystem::path& file) {
     return;
   }
   stopReplay();
-  const bool measuring = mode_.isMeasuring();
   mode_.suspend();
   replay_ = std::move(replay);
-  if (measuring) replay_->mode.measureRate(true);
+  replay_->mode.takeOverRate(mode_);
   replay_->mode.receive();
   replay_->port.open();
   tell(filled(say("debugger", "Replaying %1"), {toUtf8(file.string())}));
@@ -144,10 +143,9 @@ void Debugger::stopReplay() {
 
 void Debugger::endReplay() {
   if (!isReplaying() || drawing_) return;
-  const bool measuring = replay_->mode.isMeasuring();
   const auto failed = replay_->port.error();
+  mode_.takeOverRate(replay_->mode);
   replay_.reset();
-  if (measuring != mode_.isMeasuring()) mode_.measureRate(measuring);
   mode_.resume();
   tell(failed ? say("debugger", "The replay broke off.") + ' ' + failed->describe()
               : say("debugger", "The replay has ended."));

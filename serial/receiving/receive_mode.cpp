@@ -48,6 +48,13 @@ void ReceiveMode::measureRate(bool on) {
   runTimers();
 }
 
+void ReceiveMode::takeOverRate(const ReceiveMode& other) {
+  rate_.reset();
+  if (other.isMeasuring()) rate_.emplace(family(), parts_.formats);
+  lastStroke_ = other.lastStroke_;
+  runTimers();
+}
+
 void ReceiveMode::suspend() {
   suspended_ = true;
   runTimers();

@@ -42,6 +42,8 @@ class ReceiveMode {
   /// The check box "Report Rate".
   void measureRate(bool on);
   bool isMeasuring() const { return rate_.has_value(); }
+  /// Measures if `other` does, and knows what that measured last. The box was not checked: the console stays as it is.
+  void takeOverRate(const ReceiveMode& other);
   /// The stroke measured last; its evidence is not in the console.
   const std::optional<StrokeRate>& lastStroke() const { return lastStroke_; }
   /// The most reports a second that are possible now.

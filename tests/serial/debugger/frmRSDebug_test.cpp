@@ -192,6 +192,20 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
   live(700ms);
   EXPECT_THAT(console(), HasSubstr("= touch X  4112"));
+
+  folder.write("stroke.txt",
+               "touch recording 1\n0.000000 < 41\n0.300000 < D8 01 02 03 04\n"
+               "0.310000 < D8 01 02 03 04\n0.320000 < 98 01 02 03 04\n");
+  for (const int measured : {1, 2}) {
+    answerFileDialog("stroke.txt");
+    click("cmdReplay");
+    if (measured == 1) check("Check1", true);
+    live(2s);
+    EXPECT_EQ(text("lblPort"), "COM1 is open, 9600,n,8,1.") << "the replay is over";
+    EXPECT_EQ(consoleBox().toPlainText().count("Total Points : 3"), measured)
+        << "only the box clears the console";
+    EXPECT_THAT(text("lblEvidence"), HasSubstr("median 10.0"));
+  }
 }
 
 TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
