@@ -391,6 +391,7 @@ void Canvas::clearDrawing() {
   penDown_ = false;
   show(CanvasPanel::resultsList, false);
   parts_.switches.strokes = 0;
+  parts_.switches.unsaved = false;
   held_.reset();
   tell(parts_.files.clear());
   clearPicture();

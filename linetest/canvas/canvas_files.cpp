@@ -43,10 +43,12 @@ void Canvas::takeUpStrokes() {
     const auto restored = offer(left);
     if (!restored) return goAtOnce();
     if (!*restored) return;
+    parts_.switches.unsaved = true;
   }
   // Where they cannot be numbered anew they stay as they are, for another start.
   if (!tell(parts_.files.makeConsecutive(left))) return goAtOnce();
   strokes = static_cast<int>(left.strokes.size());
+  if (parts_.switches.unsaved) tell(parts_.files.markUnfinished());
   showRecorded(left);
   renewEscape();
 }
@@ -57,9 +59,8 @@ std::optional<bool> Canvas::offer(const LeftStrokes& left) {
       count == 1 ? say("canvas", "An unsaved drawing (1 stroke) was found.")
                  : filled(say("canvas", "An unsaved drawing (%1 strokes) was found."),
                           {std::to_string(count)});
-  const std::string otherwise =
-      filled(say("canvas", "If you do not restore it, it is kept as %1."),
-             {parts_.files.asidePath().string()});
+  const std::string otherwise = filled(say("canvas", "If you do not restore it, it is kept as %1."),
+                                       {parts_.files.asidePath().string()});
   switch (parts_.prompt.choose(found + "\n" + otherwise, say("canvas", "Restore"),
                                say("canvas", "Keep as file"))) {
     case Answer::yes:
@@ -94,6 +95,7 @@ void Canvas::keepStroke() {
   Stroke stroke{pen_.colour, pen_.width, {samples.begin(), samples.end()}};
   if (!tell(parts_.files.write(strokes, stroke))) return;
   ++strokes;
+  parts_.switches.unsaved = true;
   held_ = std::move(stroke);
 }
 
@@ -117,7 +119,10 @@ void Canvas::save() {
     tell(strokes.error());
     return;
   }
-  if (tell(writeDrawing(file, *strokes))) parts_.files.finish();
+  if (tell(writeDrawing(file, *strokes))) {
+    parts_.switches.unsaved = false;
+    parts_.files.finish();
+  }
   stroke_.assign(strokes->back().samples);
 }
 

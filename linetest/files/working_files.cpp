@@ -173,10 +173,8 @@ fs::path WorkingFiles::pathOf(int number) const {
 }
 
 std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) const {
-  if (auto error = prepare()) return error;
   // First, so that there is no stroke that the next run would not offer.
-  const auto mark = files()->openFile(unfinishedName, OwnFolder::Opening::append);
-  if (!mark) return mark.error();
+  if (auto error = markUnfinished()) return error;
   return files()->write(nameOf(number), workingText(stroke));
 }
 
@@ -205,6 +203,12 @@ void WorkingFiles::remove(int number) const {
 
 bool WorkingFiles::isUnfinished() const {
   return files() != nullptr && files()->openFile(unfinishedName, OwnFolder::Opening::read);
+}
+
+std::optional<FileError> WorkingFiles::markUnfinished() const {
+  if (auto error = prepare()) return error;
+  const auto mark = files()->openFile(unfinishedName, OwnFolder::Opening::append);
+  return mark ? std::nullopt : std::optional(mark.error());
 }
 
 void WorkingFiles::finish() const {

@@ -60,6 +60,7 @@ class WorkingFiles {
   /// Whether the drawing in the files is one that its program did not come to finish: neither cleared nor saved, nor left
   /// by the user. A file tells it to the next run.
   bool isUnfinished() const;
+  std::optional<FileError> markUnfinished() const;
   void finish() const;
 
   /// Deletes every file of a stroke in the folder, which is the system's own, and what a crash in the middle of a write

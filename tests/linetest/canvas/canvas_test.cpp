@@ -517,9 +517,14 @@ TEST_F(OnTheCanvas, LeavesWithoutAQuestionAndShowsTheStrokesAgain) {
   again->takeUpStrokes();
   EXPECT_EQ(view.drawing.drawn.size(), 5u);
   EXPECT_EQ(view.escape, "Esc: clear 1 stroke");
+  EXPECT_TRUE(files.isUnfinished()) << "a crash from now on does not lose them";
   view.chosen = folder.path() / "kept.fdw";
   again->perform(CanvasAction::save);
   EXPECT_EQ(readDrawing(view.chosen)->size(), 1u);
+  again->perform(CanvasAction::leave);
+  again = anew();
+  again->takeUpStrokes();
+  EXPECT_FALSE(files.isUnfinished()) << "what is saved cannot be lost";
 
   switches = {true, false, 0};  // the program was ended and started
   again = anew();
