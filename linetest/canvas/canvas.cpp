@@ -111,6 +111,7 @@ std::string Canvas::escapeHint() const {
   if (isVisible(CanvasPanel::menu)) return say("canvas", "Esc: close the menu");
   if (isVisible(CanvasPanel::resultsTable)) return say("canvas", "Esc: close the table");
   if (!drawn_) return say("canvas", "Esc: leave");
+  if (shownStrokes_ == 0) return say("canvas", "Esc: clear the drawing");
   if (shownStrokes_ == 1) return say("canvas", "Esc: clear 1 stroke");
   return filled(say("canvas", "Esc: clear %1 strokes"), {std::to_string(shownStrokes_)});
 }

@@ -305,6 +305,10 @@ TEST_F(OnTheCanvas, TakesTheLastStrokeBackOnce) {
   keys("D");
   EXPECT_EQ(canvas.strokeCounter(), 1);
   EXPECT_EQ(files.left().strokes.size(), 1u);
+  keys(escape);
+  draw(alongLine(1));
+  keys("D");
+  EXPECT_EQ(view.escape, "Esc: clear the drawing") << "its erased ink lies on the grid";
 }
 
 const Lines grid = {
