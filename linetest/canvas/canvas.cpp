@@ -418,13 +418,15 @@ void Canvas::startFixedSequence() {
 }
 
 void Canvas::toggleGrid() {
-  endStroke();
   parts_.switches.grid = !parts_.switches.grid;
   if (parts_.switches.grid) {
     showgrid();
     return;
   }
-  if (drawn_ && !parts_.prompt.confirm(parts_.messages.at(clearAllQuestion))) return;
+  if (drawn_) {
+    endStroke();
+    if (!parts_.prompt.confirm(parts_.messages.at(clearAllQuestion))) return;
+  }
   clearPicture();
 }
 

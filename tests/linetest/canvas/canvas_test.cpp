@@ -215,6 +215,10 @@ TEST_F(OnTheCanvas, EndsAStrokeBeforeABoxSwallowsItsEnd) {
     EXPECT_EQ(moveOnly({5, 5}), Lines{}) << key;
   }
   EXPECT_EQ(readDrawing(view.chosen)->size(), 1u) << "saved with what was on its way";
+  canvas.pointerDown(PointerButton::left, {1000, 1000});
+  keys("G");
+  EXPECT_THAT(moveOnly({1015, 1000}), ElementsAre("line 1000,1000 1015,1000 #12 1"))
+      << "without a box it goes on";
 }
 
 TEST(StrokeBuffer, StaysWithinItsBounds) {
