@@ -50,7 +50,8 @@ std::optional<std::string> Debugger::takeStatus() {
 std::optional<std::string> Debugger::takePort() {
   if (isBusy()) return std::nullopt;
   auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
-  tell(refused ? *refused : port_.driverText() + ' ' + portText());
+  const std::string driver = port_.driverText();
+  tell(refused ? *refused : driver.empty() ? portText() : driver + ' ' + portText());
   tellOfSharing();
   return refused;
 }

@@ -53,16 +53,15 @@ void DebuggerPort::takeFromDriver() {
   if (!isTaken()) {
     controller_ = access_.session.controllerName;
     connection_.emplace(access_);
-  } else if (letGo_.value_or(1) != 0) {
+  } else if (!driverHoldsPort()) {
     return;
   }
-  const std::int32_t result = access_.driver.CloseCOMPort(connection_->handle());
-  // Where there is no controller nobody holds a port.
-  if (!controller_.empty()) letGo_ = result;
+  letGo_ = access_.driver.CloseCOMPort(connection_->handle());
 }
 
 std::string DebuggerPort::driverText() const {
-  if (letGo_.value_or(1) != 0) return say("debugger", "The driver has let go of its port.");
+  if (!letGo_ || controller_.empty()) return {};
+  if (!driverHoldsPort()) return say("debugger", "The driver has let go of its port.");
   return filled(say("debugger", "The driver has not let go of the port of %1."),
                 {toUtf8(controller_)});
 }
@@ -70,7 +69,7 @@ std::string DebuggerPort::driverText() const {
 std::optional<std::string> DebuggerPort::take(int port) {
   takeFromDriver();
   auto refused = openPort(port);
-  if (refused && letGo_ == 0) refused = driverText() + ' ' + *refused;
+  if (refused && driverHoldsPort()) refused = driverText() + ' ' + *refused;
   return refused;
 }
 

@@ -42,9 +42,9 @@ class DebuggerPort {
   /// controller. Without having taken it nothing happens.
   void giveBack();
   bool isTaken() const { return connection_.has_value(); }
-  /// What the driver answered to letting go; nothing before it was asked, and where it was asked for no controller.
+  /// What the driver answered to letting go; nothing before it was asked.
   std::optional<std::int32_t> letGoResult() const { return letGo_; }
-  /// Says that the driver has let go of its port, or which one has not.
+  /// Says that the driver has let go of its port, or which one has not; nothing where there is no controller.
   std::string driverText() const;
 
   SerialPort& serial() { return serial_; }
@@ -88,6 +88,8 @@ class DebuggerPort {
   void takeFromDriver();
   void findController();
   bool changeLineSettings();
+  /// Where there is no controller nobody holds a port, whatever was answered.
+  bool driverHoldsPort() const { return letGo_ == 0 && !controller_.empty(); }
   std::optional<std::string> openPort(int port);
   void select(int port);
   /// What the controller on the open port says to two "Z"; empty when it says nothing.

@@ -70,6 +70,8 @@ TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
   session.controllerName.clear();
   script.results["CloseCOMPort"] = 0;
   EXPECT_EQ(port.take(), "there is no such device") << "without a controller nobody has a port";
+  EXPECT_EQ(port.driverText(), "") << "and nobody let go of one";
+  EXPECT_EQ(port.letGoResult(), 0);
 }
 
 TEST_F(DebuggerPortTest, SelectcomOpensWhateverIsThereUpToCom16) {
