@@ -2,7 +2,6 @@
 
 #include <QBoxLayout>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QCursor>
 #include <QFontDatabase>
 #include <QHBoxLayout>
@@ -23,9 +22,7 @@
 #include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
 #include "ui/guide/help.h"
-#include "ui/screens/full_screen_window.h"
 #include "ui/text.h"
-#include "ui/window_end.h"
 
 namespace touch {
 
@@ -87,8 +84,8 @@ class DotMarker final : public QWidget {
 
 frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& screen,
                      std::function<void()> onLeave)
-    : parts_(parts),
-      onLeave_(std::move(onLeave)),
+    : FullScreenWindow(screen, parts.size, std::move(onLeave)),
+      parts_(parts),
       canvas_(new CanvasWidget(this)),
       monitor_(new QPlainTextEdit),
       panel_(new QWidget(this)),
@@ -119,7 +116,6 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
   notice_->setAttribute(Qt::WA_TransparentForMouseEvents);
   makeHelp(parts_.messages);
 
-  placeOn(*this, screen, parts_.size);
   panel_->setObjectName("monitorPanel");
   panel_->setAutoFillBackground(true);
   auto* const column = new QVBoxLayout(panel_);
@@ -138,8 +134,9 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
                            QCursor::setPos(canvas_->mapToGlobal(QPoint(place.x, place.y)));
                          }},
       parts_.decoder);
-  tools_ = std::make_unique<RawDrawingTools>(RawDrawingTools::Parts{
-      *drawing_, *canvas_, parts_.prompt, parts_.messages, parts_.switches, [this] { leave(); }});
+  tools_ = std::make_unique<RawDrawingTools>(
+      RawDrawingTools::Parts{*drawing_, *canvas_, parts_.prompt, parts_.messages, parts_.switches,
+                             [this] { askToLeave(); }});
   setFocusPolicy(Qt::ClickFocus);
 }
 
@@ -195,7 +192,7 @@ QWidget* frmRsDraw::makeBar() {
                  }),
       makeButton("cmdHelp", tr("&Keys"), [this] { perform(CanvasAction::toggleHelp); }),
       hide,
-      makeButton("cmdLeave", tr("Lea&ve"), [this] { leave(); }),
+      makeButton("cmdLeave", tr("Lea&ve"), [this] { askToLeave(); }),
   };
   auto* const bar = new QWidget;
   auto* const rows = new QBoxLayout(QBoxLayout::LeftToRight, bar);
@@ -227,14 +224,7 @@ void frmRsDraw::makeHelp(const MessageTable& messages) {
           [this, lines](int row) { perform(lines[static_cast<std::size_t>(row)].action); });
 }
 
-void frmRsDraw::open() {
-  if (parts_.size) {
-    show();
-  } else {
-    showFullScreen();
-  }
-  raise();
-  activateWindow();
+void frmRsDraw::started() {
   setFocus();
   placeControls();
   tools_->activate();
@@ -414,19 +404,10 @@ void frmRsDraw::showHighlights() {
   monitor_->setExtraSelections(selections);
 }
 
-void frmRsDraw::leave() {
-  if (std::exchange(left_, true)) return;
+void frmRsDraw::askToLeave() {
   timer_->stop();
   drawing_->stop();
   if (parts_.simulation) parts_.simulation->lift();
-  endWindow(*this, [this] {
-    deleteLater();
-    onLeave_();
-  });
-}
-
-void frmRsDraw::closeEvent(QCloseEvent* event) {
-  event->ignore();
   leave();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QWidget>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -10,6 +9,7 @@
 #include "serial/rawdrawing/raw_drawing.h"
 #include "serial/rawdrawing/raw_drawing_tools.h"
 #include "ui/screens/canvas_widget.h"
+#include "ui/screens/full_screen_window.h"
 
 class QCheckBox;
 class QLabel;
@@ -23,7 +23,7 @@ class FingerList;
 
 /// The full-screen raw drawing: the path that the controller reports, and every byte in the monitor. In a simulated run
 /// the mouse is the finger on the simulated panel.
-class frmRsDraw final : public QWidget {
+class frmRsDraw final : public FullScreenWindow {
   Q_OBJECT
 
  public:
@@ -41,15 +41,15 @@ class frmRsDraw final : public QWidget {
             std::function<void()> onLeave);
   ~frmRsDraw() override;
 
-  void open();
+  void askToLeave() override;
 
  protected:
+  void started() override;
   void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -73,11 +73,8 @@ class frmRsDraw final : public QWidget {
   void renew();
   void renewMonitor();
   void showHighlights();
-  void leave();
 
   Parts parts_;
-  std::function<void()> onLeave_;
-  bool left_ = false;
 
   CanvasWidget* canvas_;
   QPlainTextEdit* monitor_;  // Text1

@@ -16,6 +16,8 @@ class RawDrawingWindow : public SerialDesk {
     click("Command6");
     shown = drawing = opened("frmRsDraw");
     if (drawing == nullptr) throw std::runtime_error("there is no drawing");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(drawing));
+    QApplication::processEvents();
   }
   /// The notice is up for its seven ticks.
   void settle() {

@@ -21,17 +21,25 @@ TEST_F(FullScreen, WindowsFillTheScreenThatTheyAreOpenedFor) {
         << top.width() << " x " << top.height();
     EXPECT_EQ(top.windowHandle()->screen(), &screen);
   };
-  for (const QScreen* const screen : screens) {
+  const auto expectFollows = [](QWidget& top, QScreen& screen) {
+    if (QGuiApplication::platformName().startsWith("wayland")) return;
+    const QRect half(screen.geometry().topLeft(), screen.size() / 2);
+    emit screen.geometryChanged(half);
+    EXPECT_EQ(top.size(), half.size()) << top.objectName().toStdString();
+  };
+  for (QScreen* const screen : screens) {
     frmDraw drawing({clock, prompt, session.messages, switches, files, folder.path()}, {},
                     session.controllerName, *screen, {}, [] {});
     drawing.open();
     expectFilled(drawing, *screen);
+    expectFollows(drawing, *screen);
     Gate gate(clock);
     frmRsDraw raw(
         {clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet), {}, {}},
         ReceivingPort{port, gate, {}}, *screen, [] {});
     raw.open();
     expectFilled(raw, *screen);
+    expectFollows(raw, *screen);
   }
 }
 
