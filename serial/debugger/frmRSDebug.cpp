@@ -201,7 +201,7 @@ QWidget* frmRSDebug::makeHead() {
   QFont large = heading->font();
   large.setBold(true);
   heading->setFont(large);
-  heading->setVisible(!isSmallScreen());
+  if (isSmallScreen()) heading->hide();
   portState_->setObjectName("lblPort");
   portState_->setWordWrap(true);
   takePort_ = makeButton("cmdTakePort", tr("Ta&ke the port"),

@@ -11,6 +11,19 @@ using namespace std::chrono_literals;
 using testing::HasSubstr;
 using testing::StartsWith;
 
+/// Counts the windows that come up.
+class WindowCount final : public QObject {
+ public:
+  int count = 0;
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool isWindow = watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow();
+    count += event->type() == QEvent::Show && isWindow ? 1 : 0;
+    return false;
+  }
+};
+
 class DebuggerWindow : public SerialDesk {
  protected:
   QPlainTextEdit& consoleBox() { return *find<QPlainTextEdit>("Text1"); }
@@ -111,8 +124,11 @@ TEST_F(DebuggerWindow, SaysWhyAPortCannotBeOpenedAndWhatThatMeans) {
   EXPECT_EQ(count("message "), 2);
 }
 
-TEST_F(DebuggerWindow, LeftAloneWakesForNothing) {
+TEST_F(DebuggerWindow, ComesUpAloneAndLeftAloneWakesForNothing) {
+  WindowCount windows;
+  qApp->installEventFilter(&windows);
   open();
+  EXPECT_EQ(windows.count, 1) << "no part of it is a window for a moment";
   EXPECT_EQ(QApplication::focusWidget(), find<QComboBox>("Combo1"));
   std::size_t wakes = 0;
   clock.onAdvance = [&wakes](auto) { ++wakes; };
