@@ -628,7 +628,7 @@ void frmMain::openDebugger() {
   debuggerWindow_ = std::make_unique<frmRSDebug>(
       access_, prompt_, port_,
       DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), tests_.switches,
-                           startup_.simulation, startup_.fullScreenSize, panelMonitor_,
+                           startup_.simulation, startup_.fullScreenSize, panelMonitor_, *this,
                            [this] { return console_.busy(); }},
       [this](DebuggerEnd end) {
         debuggerWindow_.release()->deleteLater();

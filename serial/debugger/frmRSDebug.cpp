@@ -435,7 +435,7 @@ void frmRSDebug::draw() {
   drawing_ = new frmRsDraw(
       {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
        debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
-      debugger_.beginDrawing(), surroundings_.panelMonitor.of(*this), [this] {
+      debugger_.beginDrawing(), surroundings_.panelMonitor.of(surroundings_.mainWindow), [this] {
         debugger_.endDrawing();
         show();
         raise();

@@ -39,6 +39,7 @@ struct DebuggerSurroundings {
   std::optional<Simulation> simulation;
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
   const PanelMonitor& panelMonitor;     ///< outlives the windows
+  const QWidget& mainWindow;  ///< outlives the windows; what is drawn stays on its monitor
   /// The main window, which is in use beside the debugger, is in the middle of an action: no exchange begins then.
   std::function<bool()> mainIsBusy{};
 };

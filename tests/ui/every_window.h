@@ -133,10 +133,10 @@ class EveryWindow : public DrawingDesk {
   }
   void visitDebugger() {
     {
-      frmRSDebug window(
-          access(), prompt, port_,
-          DebuggerSurroundings{folder.path(), {}, switches, simulation, size_, panelMonitor},
-          [](DebuggerEnd) {});
+      frmRSDebug window(access(), prompt, port_,
+                        DebuggerSurroundings{
+                            folder.path(), {}, switches, simulation, size_, panelMonitor, below_},
+                        [](DebuggerEnd) {});
       open(window);
       press(window, "Check1");
       press(window, "Command3");
@@ -169,6 +169,7 @@ class EveryWindow : public DrawingDesk {
   }
 
   const QSize size_ = sizeHere();
+  QWidget below_;
   Visitor visit_;
   std::set<std::string> faults_;
   Trace trace_;

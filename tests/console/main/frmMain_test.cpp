@@ -195,6 +195,18 @@ TEST_F(MainWindow, CoversThePanelsMonitor) {
   }
 }
 
+TEST_F(MainWindowWithDebugger, DrawsOnThePanelsMonitorWhereverTheDebuggerStands) {
+  const auto screens = QGuiApplication::screens();
+  if (screens.size() < 2) GTEST_SKIP() << "there is one screen";
+  openDebugger();
+  debugger()->move(screens[1]->geometry().topLeft());
+  QApplication::processEvents();
+  ASSERT_EQ(debugger()->screen(), screens[1]);
+  find<QPushButton>(*debugger(), "Command6")->click();
+  EXPECT_EQ(opened("frmRsDraw")->screen(), window->screen());
+  window.reset();
+}
+
 TEST_F(MainWindowWithDebugger, StaysInUseButForWhatTheDebuggerHas) {
   openDebugger();
   EXPECT_TRUE(window->isVisible());

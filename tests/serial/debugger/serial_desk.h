@@ -30,6 +30,7 @@ class SerialDesk : public WindowDesk {
                                                                {},
                                                                QSize(800, 480),
                                                                panelMonitor,
+                                                               mainWindow,
                                                                [this] { return mainIsBusy; }},
                                           [this](DebuggerEnd end) { ended = end; });
     shown = window.get();
@@ -48,6 +49,7 @@ class SerialDesk : public WindowDesk {
   AsioSerialPort port{onlyCom1(*terminal)};
   std::unique_ptr<frmRSDebug> window;
   std::optional<DebuggerEnd> ended;
+  QWidget mainWindow;
   bool mainIsBusy = false;
   std::size_t expected = 0;   ///< bytes that the next answer waits for
   std::deque<Bytes> answers;  ///< each to as many bytes
