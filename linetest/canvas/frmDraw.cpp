@@ -561,16 +561,10 @@ bool frmDraw::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
   }
   const auto& key = *static_cast<QKeyEvent*>(event);
-  if ((key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != Qt::NoModifier) return false;
-  constexpr int escapeCode = 27;
-  constexpr int f1Code = 112;
-  const int code = key.key() == Qt::Key_Escape ? escapeCode
-                   : key.key() == Qt::Key_F1   ? f1Code
-                                               : letterOrDigit(key);
-  if (!actionOfKey(code)) return false;
+  const auto action = canvasActionOf(key);
   // A key that is held would clear and then leave.
-  if (!key.isAutoRepeat()) canvas_->keyDown(code);
-  return true;
+  if (action && !key.isAutoRepeat()) canvas_->perform(*action);
+  return action.has_value();
 }
 
 }  // namespace touch

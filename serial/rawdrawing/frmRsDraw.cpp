@@ -22,6 +22,7 @@
 #include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
 #include "ui/guide/help.h"
+#include "ui/screens/key_place.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -37,18 +38,6 @@ constexpr int noDrag = 6;  // pixels
 TwipsPoint twips(const QPointF& place) {
   return {static_cast<float>(place.x()) * twipsPerPixel,
           static_cast<float>(place.y()) * twipsPerPixel};
-}
-
-/// Key codes as the canvas counts them: letters and digits are Qt's own.
-int keyCode(const QKeyEvent& key) {
-  switch (key.key()) {
-    case Qt::Key_Escape:
-      return 27;
-    case Qt::Key_F1:
-      return 112;
-    default:
-      return key.key() >= Qt::Key_0 && key.key() <= Qt::Key_Z ? key.key() : 0;
-  }
 }
 
 }  // namespace
@@ -292,12 +281,11 @@ void frmRsDraw::keyPressEvent(QKeyEvent* event) {
 }
 
 bool frmRsDraw::takeHotKey(const QKeyEvent& key) {
-  if (key.modifiers() != Qt::NoModifier) return false;
-  if (key.key() == Qt::Key_F2) {
+  if (key.key() == Qt::Key_F2 && key.modifiers() == Qt::NoModifier) {
     if (!key.isAutoRepeat()) toggleBars();
     return true;
   }
-  const auto action = actionOfKey(keyCode(key));
+  const auto action = canvasActionOf(key);
   // A key that is held would clear and then leave.
   if (action && !key.isAutoRepeat()) perform(*action);
   return action.has_value();

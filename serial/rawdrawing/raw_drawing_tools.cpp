@@ -46,10 +46,6 @@ void RawDrawingTools::activate() {
   if (parts_.switches.grid) drawGrid();
 }
 
-void RawDrawingTools::keyDown(int code) {
-  if (const auto action = actionOfKey(code)) perform(*action);
-}
-
 void RawDrawingTools::perform(CanvasAction action) {
   Pen& pen = parts_.drawing.pen;
   switch (action) {

@@ -42,8 +42,6 @@ class RawDrawingTools {
 
   /// The screen is shown, with the grid if the last drawing screen was left so.
   void activate();
-  /// `code` as actionOfKey() has it; others do nothing.
-  void keyDown(int code);
   void perform(CanvasAction action);
   bool helpIsShown() const { return helpShown_; }
 

@@ -41,4 +41,19 @@ int letterOrDigit(const QKeyEvent& key) {
   return isForeign ? there : 0;
 }
 
+std::optional<CanvasAction> canvasActionOf(const QKeyEvent& key) {
+  constexpr int escapeCode = 27;
+  constexpr int f1Code = 112;
+  if ((key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) != Qt::NoModifier)
+    return std::nullopt;
+  switch (key.key()) {
+    case Qt::Key_Escape:
+      return actionOfKey(escapeCode);
+    case Qt::Key_F1:
+      return actionOfKey(f1Code);
+    default:
+      return actionOfKey(letterOrDigit(key));
+  }
+}
+
 }  // namespace touch

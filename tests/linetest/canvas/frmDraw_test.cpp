@@ -1,6 +1,7 @@
 #include "linetest/canvas/frmDraw.h"
 
 #include "console/main/simulated_faults.h"
+#include "tests/ui/keyboards.h"
 #include "tests/ui/window_desk.h"
 
 namespace touch::test {
@@ -138,33 +139,17 @@ TEST_F(DrawWindow, TheInkShowsWhatTheSimulatedPanelReports) {
 
 TEST_F(DrawWindow, KeysWorkOnEveryKeyboardAndOnlyOnceEach) {
   open();
-  const struct {
-    const char* what;
-    int key;
-    quint32 place;  ///< as X11 numbers them
-    quint32 native;
-    Qt::KeyboardModifiers with;
-    bool toggles;
-  } cases[] = {
-      {"American", Qt::Key_G, 42, 'g', {}, true},
-      {"Cyrillic, X11", 0x41F, 42, 0x6D0, {}, true},
-      {"Cyrillic, Windows", 0x41F, 0x22, 'G', {}, true},
-      {"Dvorak: another letter in that place", Qt::Key_I, 42, 'i', {}, false},
-      {"a bracket in that place", Qt::Key_BracketLeft, 42, '[', {}, false},
-      {"with Ctrl", Qt::Key_G, 42, 'g', Qt::ControlModifier, false},
-  };
-  const auto send = [this](int key, quint32 place, quint32 native, Qt::KeyboardModifiers with) {
-    QKeyEvent event(QEvent::KeyPress, key, with, place, native, 0);
-    QApplication::sendEvent(canvas, &event);
-  };
-  for (const auto& c : cases) {
+  for (const KeyboardCase& c : keyboards) {
+    SCOPED_TRACE(c.what);
     switches.grid = false;
-    send(c.key, c.place, c.native, c.with);
-    EXPECT_EQ(switches.grid, c.toggles) << c.what;
+    c.sendTo(*canvas);
+    EXPECT_EQ(switches.grid, c.means == 'G');
+    draw(canvas, {{200, 200}, {300, 200}});
+    EXPECT_EQ(colourAt({250, 199}) == red, c.means == '2') << "thick";
+    press(Qt::Key_Escape);
+    press(Qt::Key_1);
   }
-  send(Qt::Key_Eacute, 11, 0xE9, {});  // a French 2 without Shift
   draw(canvas, {{200, 200}, {300, 200}});
-  EXPECT_EQ(colourAt({250, 199}), red) << "thick";
   repeatKey(canvas, Qt::Key_Escape);
   EXPECT_EQ(colourAt({250, 200}), red) << "a key that is held clears nothing";
 }

@@ -2,6 +2,7 @@
 
 #include "core/driver/connection.h"
 #include "tests/serial/debugger/serial_desk.h"
+#include "tests/ui/keyboards.h"
 
 namespace touch::test {
 namespace {
@@ -32,6 +33,16 @@ class RawDrawingWindow : public SerialDesk {
     live(150ms);
   }
   void key(Qt::Key code) { QTest::keyClick(drawing, code); }
+  /// How thick the line is that goes through there.
+  int thickness(QPoint place) {
+    constexpr int enough = 4;
+    const QRect across(place - QPoint(0, enough / 2), QSize(1, enough));
+    const QImage image = find<QWidget>("rawCanvas")->grab(across).toImage();
+    int pixels = 0;
+    for (int y = 0; y < enough; ++y)
+      pixels += image.pixelColor(0, y) != QColor(Qt::black) ? 1 : 0;
+    return pixels;
+  }
   /// Something is drawn there, or on the next pixel.
   bool isInk(QPoint place) {
     const QRect around(place - QPoint(1, 1), place);
@@ -139,6 +150,18 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   const QPoint onTheGrid(400, 100);
   openDrawing();
   settle();
+  for (const KeyboardCase& c : keyboards) {
+    SCOPED_TRACE(c.what);
+    switches.grid = false;
+    c.sendTo(*drawing);
+    EXPECT_EQ(switches.grid, c.means == 'G');
+    report(stroke);
+    report({0x98, 0, 0, 0x7F, 0x1F});
+    EXPECT_EQ(thickness(strokeMiddle()), c.means == '2' ? 2 : 1);
+    key(Qt::Key_Escape);
+    key(Qt::Key_1);
+  }
+  switches.grid = false;
   key(Qt::Key_F1);
   EXPECT_TRUE(find<QListWidget>("helpPanel")->isVisible());
   key(Qt::Key_Escape);
