@@ -85,9 +85,7 @@ void RawDrawingTools::perform(CanvasAction action) {
 }
 
 void RawDrawingTools::escape() {
-  if (helpShown_) {
-    helpShown_ = false;
-  } else if (isDrawnOn()) {
+  if (isDrawnOn()) {
     clear();
   } else {
     parts_.onLeave();

@@ -164,7 +164,11 @@ TEST_F(RawDrawingWindow, HearsItsKeysWhateverHasTheFocus) {
   switches.grid = false;
   key(Qt::Key_F1);
   EXPECT_TRUE(find<QListWidget>("helpPanel")->isVisible());
+  report(stroke);
   key(Qt::Key_Escape);
+  EXPECT_FALSE(isInk(strokeMiddle())) << "Esc clears, as on the canvas";
+  EXPECT_TRUE(find<QListWidget>("helpPanel")->isVisible());
+  key(Qt::Key_F1);
   QTest::keyClick(&monitor(), Qt::Key_G);
   EXPECT_TRUE(isInk(onTheGrid));
   EXPECT_TRUE(switches.grid) << "the canvas opens with it, too";
