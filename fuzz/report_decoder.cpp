@@ -19,7 +19,6 @@ const std::vector<ReportFormat>& addedFormats() {
   static const std::vector<ReportFormat> formats = parseFormats(
                                                        "short 5  E8,E9 A8 low7@1,3\n"
                                                        "apart 8  5A    5B le16@5,1\n"
-                                                       "e02   12 55    56 le16@3,5\n"
                                                        "long  64 F0    -  high7@62,1\n",
                                                        "formats")
                                                        .formats;

@@ -6,64 +6,55 @@ namespace touch {
 
 namespace {
 
-// The families' own packets, in the words in which "zevrik.fmt" adds others.
-const std::vector<ReportFormat>& ownFormats(ReportFamily family) {
-  using enum CoordinateEncoding;
-  static const std::vector<ReportFormat> tablet = {
-      {"tablet", 5, {0xD8, 0xD9}, {0x98, 0x99}, {sevenBitLowFirst, 1, 3}},
-      {"tablet", 5, {0xC8, 0xC9}, {0x88}, {sevenBitHighFirst, 1, 3}},
-  };
-  static const std::vector<ReportFormat> e02 = {
-      {"E02", 10, {'U'}, {}, {sixteenBitLittleEndian, 3, 5}},
-  };
-  return family == ReportFamily::tablet ? tablet : e02;
-}
+using enum CoordinateEncoding;
+using enum ReportFamily;
 
-// An E02 packet says more than its first byte: it goes on with "T", then says whether the pen is lifted, and its end
-// carries nothing that is worth waiting for.
-constexpr std::uint8_t e02Second = 'T';
-constexpr std::uint8_t e02LiftPlace = 2;
-constexpr std::uint8_t e02Lift = 0x84;
-constexpr std::uint8_t e02Needed = 7;
+/// One of the families' own packets, in the words in which "zevrik.fmt" adds others.
+struct OwnPacket {
+  ReportFamily family;
+  ReportFormat format;
+  std::uint8_t second = 0;  ///< the second byte, where it must be a certain one
+  std::uint8_t needed = 0;  ///< bytes, where a report need not wait for all of its packet
+  std::uint8_t liftPlace = 0;
+  std::uint8_t lift = 0;  ///< the byte at `liftPlace` that says that the pen is lifted
+};
 
-bool hasStatus(const ReportFormat& format, std::uint8_t status) {
-  return std::ranges::count(format.touching, status) > 0 ||
-         std::ranges::count(format.released, status) > 0;
+const std::array<OwnPacket, 3>& ownPackets() {
+  static const std::array<OwnPacket, 3> packets = {{
+      {tablet, {"tablet", 5, {0xD8, 0xD9}, {0x98, 0x99}, {sevenBitLowFirst, 1, 3}}},
+      {tablet, {"tablet", 5, {0xC8, 0xC9}, {0x88}, {sevenBitHighFirst, 1, 3}}},
+      {e02, {"E02", 10, {'U'}, {}, {sixteenBitLittleEndian, 3, 5}}, 'T', 7, 2, 0x84},
+  }};
+  return packets;
 }
 
 }  // namespace
 
 std::string_view builtInFormat(std::uint8_t status) {
-  for (const ReportFamily family : {ReportFamily::tablet, ReportFamily::e02})
-    for (const ReportFormat& format : ownFormats(family))
-      if (hasStatus(format, status)) return format.name;
+  for (const OwnPacket& own : ownPackets())
+    for (const auto* bytes : {&own.format.touching, &own.format.released})
+      if (std::ranges::count(*bytes, status) > 0) return own.format.name;
   return {};
 }
 
-bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet) {
-  if (family == ReportFamily::e02 && packet[1] != e02Second) return false;
-  return std::ranges::any_of(ownFormats(family), [&packet](const ReportFormat& format) {
-    return hasStatus(format, packet[0]);
-  });
-}
-
 ReportDecoder::ReportDecoder(ReportFamily family, std::span<const ReportFormat> added) {
-  for (const ReportFormat& format : ownFormats(family))
-    know(format);
-  if (family == ReportFamily::e02) {
-    Kind& kind = kinds_[ownFormats(family).front().touching.front()];
-    kind.needed = e02Needed;
-    kind.second = e02Second;
-    kind.liftPlace = e02LiftPlace;
-    kind.lift = e02Lift;
-  }
   for (const ReportFormat& format : added)
     know(format);
+  for (const OwnPacket& own : ownPackets()) {
+    if (own.family != family) continue;
+    know(own.format);
+    if (own.second == 0) continue;
+    Kind& kind = kinds_[own.format.touching.front()];
+    kind.second = own.second;
+    kind.needed = own.needed;
+    kind.liftPlace = own.liftPlace;
+    kind.lift = own.lift;
+  }
 }
 
 void ReportDecoder::know(const ReportFormat& format) {
-  const bool wide = format.layout.encoding == CoordinateEncoding::sixteenBitLittleEndian;
-  const bool highFirst = format.layout.encoding == CoordinateEncoding::sevenBitHighFirst;
+  const bool wide = format.layout.encoding == sixteenBitLittleEndian;
+  const bool highFirst = format.layout.encoding == sevenBitHighFirst;
   Kind kind;
   kind.length = static_cast<std::uint8_t>(format.packetLength);
   kind.needed = kind.length;
@@ -75,20 +66,11 @@ void ReportDecoder::know(const ReportFormat& format) {
   kind.greatest = greatestCoordinate(format.layout.encoding);
   for (const std::uint8_t status : format.touching) {
     kind.lift = static_cast<std::uint8_t>(~status);
-    add(status, kind);
+    kinds_[status] = kind;
   }
   for (const std::uint8_t status : format.released) {
     kind.lift = status;
-    add(status, kind);
-  }
-}
-
-void ReportDecoder::add(std::uint8_t status, const Kind& kind) {
-  Kind& known = kinds_[status];
-  if (known.length == 0) {
-    known = kind;
-  } else if (known.second != 0 && otherwise_.length == 0) {
-    otherwise_ = kind;
+    kinds_[status] = kind;
   }
 }
 
@@ -113,36 +95,30 @@ std::size_t ReportDecoder::append(std::span<const std::uint8_t> bytes) {
 void ReportDecoder::decode(std::vector<TouchReport>& reports) {
   for (std::size_t held = pending(); held > 0;) {
     const std::uint8_t* const packet = ring_.data() + read_;
-    const Kind* kind = &kinds_[*packet];
-    if (kind->second != 0) {
-      if (held < 2) return;
-      if (packet[1] != kind->second) kind = &otherwise_;
-    }
-    if (held < kind->needed) return;
-    const std::uint8_t* const x = packet + kind->x;
-    const std::uint8_t* const y = packet + kind->y;
+    const Kind& kind = kinds_[*packet];
+    bool begins = kind.length != 0;
+    if (kind.second != 0 && held > 1) begins = packet[1] == kind.second;
+    if (begins && held < kind.needed) return;
+    const std::uint8_t* const x = packet + kind.x;
+    const std::uint8_t* const y = packet + kind.y;
     std::size_t passed = 1;
-    if (kind->length != 0 && ((x[0] | x[1] | y[0] | y[1]) & kind->clearBits) == 0) {
-      const auto coordinate = [kind](const std::uint8_t* bytes) {
-        return static_cast<std::uint16_t>(bytes[0] * kind->firstWeight +
-                                          bytes[1] * kind->secondWeight);
+    if (begins && ((x[0] | x[1] | y[0] | y[1]) & kind.clearBits) == 0) {
+      const auto coordinate = [&kind](const std::uint8_t* bytes) {
+        return static_cast<std::uint16_t>(bytes[0] * kind.firstWeight +
+                                          bytes[1] * kind.secondWeight);
       };
-      reports.push_back({decided_, coordinate(x), coordinate(y), kind->greatest, kind->length,
-                         packet[kind->liftPlace] != kind->lift});
-      passed = std::min<std::size_t>(kind->length, held);
-      owed_ = kind->length - passed;
+      reports.push_back({decided_, coordinate(x), coordinate(y), kind.greatest, kind.length,
+                         packet[kind.liftPlace] != kind.lift});
+      passed = std::min<std::size_t>(kind.length, held);
+      owed_ = kind.length - passed;
     } else {
       ++stray_;
     }
-    pass(passed);
     held -= passed;
+    decided_ += passed;
+    read_ += passed;
+    if (read_ >= ringSize) read_ -= ringSize;
   }
-}
-
-void ReportDecoder::pass(std::size_t count) {
-  decided_ += count;
-  read_ += count;
-  if (read_ >= ringSize) read_ -= ringSize;
 }
 
 void ReportDecoder::feed(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports) {

@@ -43,9 +43,6 @@ constexpr std::size_t packetLength(ReportFamily family) {
 /// The built-in format that has this status byte: "tablet" or "E02"; empty when none has.
 std::string_view builtInFormat(std::uint8_t status);
 
-/// Whether a packet of at least two bytes is one of the family's own, and not of an added format.
-bool isOwnPacket(ReportFamily family, std::span<const std::uint8_t> packet);
-
 /// One touch report and where its packet lies.
 struct TouchReport {
   std::uint64_t offset = 0;  ///< of its first byte, counted from the stream's first byte
@@ -108,11 +105,8 @@ class ReportDecoder {
   };
 
   void know(const ReportFormat& format);
-  void add(std::uint8_t status, const Kind& kind);
-  void pass(std::size_t count);
 
   std::array<Kind, 256> kinds_{};  ///< by first byte
-  Kind otherwise_;  ///< what starts like the family's own packet but goes on otherwise
   /// Behind the ring its first bytes stand again, so that every packet lies in one piece.
   std::array<std::uint8_t, ringSize + longestPacket> ring_{};
   std::size_t read_ = 0;

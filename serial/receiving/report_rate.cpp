@@ -113,7 +113,7 @@ void ReportRate::collect(Clock::TimePoint now, std::span<const std::uint8_t> byt
 }
 
 void ReportRate::count(const TouchReport* report, std::span<const std::uint8_t> bytes) {
-  if (report == nullptr || isOwnPacket(family_, bytes)) {
+  if (report == nullptr || !builtInFormat(bytes.front()).empty()) {
     countOwn(bytes);
     return;
   }
