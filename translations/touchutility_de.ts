@@ -2747,6 +2747,10 @@ F1 hilft, Esc verlässt.</translation>
         <source>Begins with the first line; the results so far are kept as files</source>
         <translation>Beginnt mit der ersten Linie; die bisherigen Ergebnisse bleiben als Dateien erhalten</translation>
     </message>
+    <message>
+        <source>Saved in %1</source>
+        <translation>Gespeichert in %1</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmMain</name>

@@ -18,6 +18,7 @@
 #include "support/files/whole_file.h"
 #include "ui/controls/finger_spin_box.h"
 #include "ui/controls/finger_style.h"
+#include "ui/controls/status_line.h"
 #include "ui/controls/verdict_colour.h"
 #include "ui/page_keys.h"
 #include "ui/text.h"
@@ -73,6 +74,7 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
       edgeLimit_(makeLimit("limitEdge", tr("Limit near the edge"))),
       unit_(new QComboBox),
       verdict_(new QLabel),
+      saved_(new StatusLine),
       tabs_(new QTabWidget),
       again_(new QPushButton(tr("&Draw again"))),
       anew_(new QPushButton(tr("&Measure anew"))) {
@@ -92,6 +94,7 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
   const int margin = isSmallScreen() ? 2 : 6;
   layout->setContentsMargins(margin, margin, margin, margin);
   layout->setSpacing(isSmallScreen() ? 2 : 6);
+  saved_->hide();
   QWidget* const limits = makeLimits();
   QWidget* const exports = makeExports();
   QWidget* const ways = makeWays();
@@ -99,7 +102,7 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
     // Each on a page of its own leaves room for the plots.
     auto* const page = new QWidget;
     auto* const column = new QVBoxLayout(page);
-    for (QWidget* const part : {limits, exports})
+    for (QWidget* const part : std::initializer_list<QWidget*>{limits, exports, saved_})
       column->addWidget(part);
     tabs_->addTab(page, tr("Limits, export"));
     layout->addWidget(tabs_, 1);
@@ -112,6 +115,7 @@ frmLinearityResult::frmLinearityResult(Prompt& prompt, LinearitySetup& setup,
   row->addWidget(ways, 1);
   row->addWidget(exports, 1);
   layout->addLayout(row);
+  layout->addWidget(saved_);
 }
 
 void frmLinearityResult::takeFocus() {
@@ -242,6 +246,7 @@ QWidget* frmLinearityResult::makeExports() {
 }
 
 void frmLinearityResult::showResults(std::vector<LineResult> results, const MeasuredPanel& panel) {
+  saved_->hide();
   anew_->setEnabled(!results.empty());
   page_->showReport({std::move(results), panel, setup_.limits});
   fill();
@@ -295,7 +300,13 @@ void frmLinearityResult::save(const QString& kind, const QString& suffix,
   dialog.selectFile("linearity." + suffix);
   if (dialog.exec() != QDialog::Accepted) return;
   const auto file = pathOf(dialog.selectedFiles().value(0));
-  if (const auto error = writeWholeFile(file, content)) prompt_.message(error->describe());
+  saved_->hide();
+  if (const auto error = writeWholeFile(file, content)) {
+    prompt_.message(error->describe());
+    return;
+  }
+  saved_->show(Status::success(tr("Saved in %1").arg(shownText(file.string())).toStdString()));
+  saved_->setVisible(true);
 }
 
 }  // namespace touch

@@ -19,6 +19,7 @@ class QTableWidget;
 namespace touch {
 
 class FingerSpinBox;
+class StatusLine;
 
 /// The linearity tester's result page: the figures of each line, plots and map, the limits, export.
 class frmLinearityResult final : public QWidget {
@@ -63,6 +64,7 @@ class frmLinearityResult final : public QWidget {
   FingerSpinBox* edgeLimit_;
   QComboBox* unit_;
   QLabel* verdict_;
+  StatusLine* saved_;  ///< what was saved, and where
   QTabWidget* tabs_;
   QPushButton* again_;
   QPushButton* anew_;

@@ -93,6 +93,7 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
     answerFileDialog(file);
     click(button);
     EXPECT_THAT(folder.read(file), StartsWith(beginning));
+    EXPECT_EQ(text("statusLine"), "OK: Saved in " + (folder.path() / file).string());
   }
 
   table->setCurrentCell(9, 0);
