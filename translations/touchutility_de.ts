@@ -106,6 +106,22 @@
         <source>%1 is a drawing without strokes.</source>
         <translation>%1 ist eine Zeichnung ohne Striche.</translation>
     </message>
+    <message>
+        <source>Esc: clear the drawing</source>
+        <translation>Esc: Zeichnung löschen</translation>
+    </message>
+    <message>
+        <source>Saved an empty drawing in %2</source>
+        <translation>Leere Zeichnung gespeichert in %2</translation>
+    </message>
+    <message>
+        <source>Saved 1 stroke in %2</source>
+        <translation>1 Strich gespeichert in %2</translation>
+    </message>
+    <message>
+        <source>Saved %1 strokes in %2</source>
+        <translation>%1 Striche gespeichert in %2</translation>
+    </message>
 </context>
 <context>
     <name>commands</name>

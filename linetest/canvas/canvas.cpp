@@ -38,14 +38,23 @@ void Canvas::activate() {
   show(CanvasPanel::help, false);
   view_.setHelp(helpLines(parts_.messages));
   view_.showTolerance(tolerancePercent_);
-  placeBanner();
   picture_.clear();
   // The switch outlives the screen: what it says is what is seen.
   if (parts_.switches.grid) showgrid();
+  raiseBanner();
+  renewEscape();
+}
+
+void Canvas::raiseBanner() {
+  placeBanner();
   bannerTicks_ = 0;
   show(CanvasPanel::banner, true);
   bannerTimer_->start(bannerTick);
-  renewEscape();
+}
+
+void Canvas::announce(std::string_view text) {
+  view_.setBanner(text);
+  raiseBanner();
 }
 
 void Canvas::placeBanner() {

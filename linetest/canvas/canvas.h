@@ -44,6 +44,8 @@ class CanvasView {
   virtual void place(CanvasPanel panel, TwipsPoint corner) = 0;
   virtual void show(CanvasPanel panel, bool shown) = 0;
   virtual void setHelp(std::span<const std::string> lines) = 0;
+  /// What the banner says from now on, in place of how to begin.
+  virtual void setBanner(std::string_view text) = 0;
   /// The line to draw next, in large letters, within one field of the grid.
   virtual void setCaption(std::string_view caption) = 0;
   /// What Esc will do next, beside the tools.
@@ -129,8 +131,10 @@ class Canvas {
   void show(CanvasPanel panel, bool shown);
   void openMenu(TwipsPoint at);
   void tickBanner();
+  void raiseBanner();
   void hideBanner();
   void placeBanner();
+  void announce(std::string_view text);
   void renewEscape();
   std::string escapeHint() const;
 

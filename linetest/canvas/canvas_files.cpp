@@ -20,6 +20,13 @@ constexpr std::size_t shortestOpenName = 4;
 constexpr std::size_t samplesAtATime = 10'000;
 constexpr auto betweenPieces = std::chrono::milliseconds(1);
 
+std::string savedText(std::size_t strokes, const std::filesystem::path& file) {
+  const std::string text = strokes == 0   ? say("canvas", "Saved an empty drawing in %2")
+                           : strokes == 1 ? say("canvas", "Saved 1 stroke in %2")
+                                          : say("canvas", "Saved %1 strokes in %2");
+  return filled(text, {std::to_string(strokes), file.string()});
+}
+
 }  // namespace
 
 bool Canvas::tell(const std::optional<FileError>& error) {
@@ -43,6 +50,8 @@ void Canvas::takeUpStrokes() {
     const auto restored = offer(left);
     if (!restored) return goAtOnce();
     if (!*restored) return;
+    // The strokes come back into the state in which they were drawn, so that they can be saved and others be added.
+    parts_.switches.toleranceTest = true;
     parts_.switches.unsaved = true;
   }
   // Where they cannot be numbered anew they stay as they are, for another start.
@@ -99,22 +108,19 @@ void Canvas::keepStroke() {
   held_ = std::move(stroke);
 }
 
-// Strokes are recorded only while the test is on, so that there are none without it but restored ones.
 void Canvas::save() {
-  endStroke();
-  const int count = parts_.switches.strokes;
-  if (count == 0) {
-    parts_.prompt.message(say("canvas",
-                              "There is nothing to save: strokes are recorded once F has begun "
-                              "the test of the lines."));
-    return;
+  if (!parts_.switches.toleranceTest) {
+    return announce(say("canvas",
+                        "There is nothing to save: strokes are recorded once F has begun the test "
+                        "of the lines."));
   }
+  endStroke();
   const auto name = view_.askSaveName(parts_.workingFolder, saveFilter);
   if (name.native().size() < shortestSaveName) return;
   const auto file = withDrawingExtension(name);
   // The dialog has asked about the name that was typed, not about the one that this becomes.
   if (file != name && !mayReplace(file)) return;
-  const auto strokes = parts_.files.readAll(count);
+  const auto strokes = parts_.files.readAll(parts_.switches.strokes);
   if (!strokes) {
     tell(strokes.error());
     return;
@@ -122,8 +128,9 @@ void Canvas::save() {
   if (tell(writeDrawing(file, *strokes))) {
     parts_.switches.unsaved = false;
     parts_.files.finish();
+    announce(savedText(strokes->size(), file));
   }
-  stroke_.assign(strokes->back().samples);
+  if (!strokes->empty()) stroke_.assign(strokes->back().samples);
 }
 
 bool Canvas::mayReplace(const std::filesystem::path& file) {

@@ -386,17 +386,20 @@ void frmDraw::placePanels() {
   helpPanel_->fitInto({width() - 2 * corner.x(), helpBottom - corner.y()});
   helpPanel_->move(corner);
   menuPanel_->fitInto(size());
-  banner_->setWordWrap(false);
-  banner_->adjustSize();
-  if (banner_->width() > width()) {
-    banner_->setWordWrap(true);
-    banner_->resize(width(), banner_->heightForWidth(width()));
-  }
+  fitBanner();
 
   const QFontMetrics metrics = resultsList_->fontMetrics();
   const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
   resultsList_->resize(metrics.horizontalAdvance("  Horizontal #5") + bar + 16,
                        std::min(height() * 9 / 20, metrics.height() * 20));
+}
+
+void frmDraw::fitBanner() {
+  banner_->setWordWrap(false);
+  banner_->adjustSize();
+  if (banner_->width() <= width()) return;
+  banner_->setWordWrap(true);
+  banner_->resize(width(), banner_->heightForWidth(width()));
 }
 
 QWidget* frmDraw::widgetOf(CanvasPanel panel) const {
@@ -454,6 +457,11 @@ void frmDraw::setHelp(std::span<const std::string> lines) {
     texts << shownText(line);
   helpPanel_->setLines(texts);
   placePanels();
+}
+
+void frmDraw::setBanner(std::string_view text) {
+  banner_->setText(shownText(text));
+  fitBanner();
 }
 
 void frmDraw::setResultsList(std::span<const std::string> lines) {

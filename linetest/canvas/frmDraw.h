@@ -46,6 +46,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void place(CanvasPanel panel, TwipsPoint corner) override;
   void show(CanvasPanel panel, bool shown) override;
   void setHelp(std::span<const std::string> lines) override;
+  void setBanner(std::string_view text) override;
   void setCaption(std::string_view caption) override;
   void setEscape(std::string_view hint) override;
   void setResultsList(std::span<const std::string> lines) override;
@@ -64,6 +65,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void placeTools();
   void placeWays(const GuideLines& guides, bool roomy);
   void fitEscape();
+  void fitBanner();
   void fitTableFont(float squeeze);
   bool hasRoomForTools() const;
 

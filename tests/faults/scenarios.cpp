@@ -66,6 +66,7 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
   void place(CanvasPanel, TwipsPoint) override {}
   void show(CanvasPanel, bool) override {}
   void setHelp(std::span<const std::string>) override {}
+  void setBanner(std::string_view) override {}
   void setCaption(std::string_view) override {}
   void setEscape(std::string_view) override {}
   void setResultsList(std::span<const std::string>) override {}

@@ -32,6 +32,7 @@ class View final : public CanvasView {
   std::map<CanvasPanel, TwipsPoint> corners;
   Lines results;
   ResultsSheet sheet;
+  std::string banner;
   std::string caption;
   std::string escape;
   fs::path chosen;
@@ -42,6 +43,7 @@ class View final : public CanvasView {
   void place(CanvasPanel panel, TwipsPoint corner) override { corners[panel] = corner; }
   void show(CanvasPanel, bool) override {}
   void setHelp(std::span<const std::string>) override {}
+  void setBanner(std::string_view text) override { banner = text; }
   void setCaption(std::string_view text) override { caption = text; }
   void setEscape(std::string_view hint) override { escape = hint; }
   void setResultsList(std::span<const std::string> lines) override {
@@ -278,12 +280,14 @@ TEST_F(OnTheCanvas, RecordsNothingWithoutTheToleranceTest) {
   view.chosen = folder.path() / "run.fdw";
   draw(alongLine(0));
   keys("DS");
+  EXPECT_THAT(view.banner, HasSubstr("There is nothing to save"));
+  EXPECT_TRUE(view.results.empty() && fs::is_empty(folder.path())) << "no folder is made either";
   switches.toleranceTest = true;
   keys("S");
-  EXPECT_EQ(journal, Lines(2,
-                           "message There is nothing to save: strokes are recorded once F has "
-                           "begun the test of the lines."));
-  EXPECT_TRUE(view.results.empty() && fs::is_empty(folder.path())) << "no folder is made either";
+  EXPECT_TRUE(shown(CanvasPanel::banner));
+  EXPECT_EQ(view.banner, "Saved an empty drawing in " + view.chosen.string());
+  EXPECT_EQ(folder.read("run.fdw"), "");
+  EXPECT_EQ(journal, Lines{});
 }
 
 TEST_F(OnTheCanvas, BoundsAStroke) {
@@ -423,8 +427,12 @@ TEST_F(OnTheCanvas, SavesAndViewsADrawing) {
   keys("SV");
   EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1) << "cancelled: only tmp";
   view.chosen = folder.path() / "run1";
+  clock.delay(6 * Canvas::bannerTick);
   keys("S");
-  EXPECT_EQ(journal, Lines{});
+  EXPECT_EQ(view.banner, "Saved 2 strokes in " + view.chosen.string() + ".fdw");
+  clock.delay(5 * Canvas::bannerTick);
+  EXPECT_TRUE(shown(CanvasPanel::banner)) << "as long as when the screen opens";
+  journal.clear();
   prompt.answerYes = false;
   const std::string before = folder.read("run1.fdw");
   keys("DS");
@@ -577,7 +585,8 @@ TEST_F(OnTheCanvas, OffersTheStrokesOfARunThatDiedOnce) {
   canvas.takeUpStrokes();
   EXPECT_EQ(journal, Lines{question}) << "of damaged ones the user knows";
   EXPECT_EQ(view.drawing.drawn.size(), 10u);
-  EXPECT_TRUE(canvas.pen().colour == 12 && canvas.pen().width == 1 && !switches.toleranceTest);
+  EXPECT_TRUE(canvas.pen().colour == 12 && canvas.pen().width == 1);
+  EXPECT_TRUE(switches.toleranceTest) << "as when they were drawn: S saves what is added, too";
   view.chosen = folder.path() / "kept.FdW";
   keys("S");
   EXPECT_EQ(readDrawing(view.chosen)->at(1).samples, alongLine(1));
