@@ -21,6 +21,11 @@ struct TwipsSize {
   friend bool operator==(const TwipsSize&, const TwipsSize&) = default;
 };
 
+struct TwipsRect {
+  TwipsPoint corner;  ///< the upper left one
+  TwipsSize size;
+};
+
 struct Colour {
   std::uint8_t red = 0;
   std::uint8_t green = 0;

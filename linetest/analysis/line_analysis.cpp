@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "support/text/number_layout.h"
 
@@ -14,6 +15,11 @@ constexpr float besideLine = 150;
 
 float placeBeside(float pen, float length, float screen) {
   return pen + besidePen + length < screen ? pen + besidePen : pen - length - besidePen;
+}
+
+bool overlap(const TwipsRect& a, const TwipsRect& b) {
+  return a.corner.x < b.corner.x + b.size.width && b.corner.x < a.corner.x + a.size.width &&
+         a.corner.y < b.corner.y + b.size.height && b.corner.y < a.corner.y + a.size.height;
 }
 
 std::string sampleLine(std::size_t number, float deviation, float tolerancePercent) {
@@ -125,21 +131,40 @@ TwipsPoint placeBeside(TwipsPoint pen, TwipsSize size, TwipsSize screen) {
           placeBeside(pen.y, size.height, screen.height)};
 }
 
-TwipsPoint clearOfLine(TwipsPoint corner, TwipsSize size, const GuideLines& guides, int index) {
-  const TwipsSize screen = guides.screen();
-  corner = {onScreen(corner.x, size.width, screen.width),
-            onScreen(corner.y, size.height, screen.height)};
-  const bool vertical = GuideLines::orientation(index) == Orientation::vertical;
-  float& place = vertical ? corner.x : corner.y;
-  const float length = vertical ? size.width : size.height;
-  const float end = vertical ? screen.width : screen.height;
-  const float line = guides.position(index);
-  if (place >= line + besideLine || place + length <= line - besideLine) return corner;
-  const float before = line - besideLine - length;
-  const float behind = line + besideLine;
-  const bool fitsBehind = behind + length <= end;
-  place = before < 0 || (fitsBehind && behind - place < place - before) ? behind : before;
-  return corner;
+TwipsPoint clearOf(TwipsPoint corner, TwipsSize size, TwipsSize screen,
+                   std::span<const TwipsRect> needed) {
+  const TwipsPoint wanted{onScreen(corner.x, size.width, screen.width),
+                          onScreen(corner.y, size.height, screen.height)};
+  // The nearest place is where it was wanted or at an edge of what is in the way.
+  std::vector<float> xs = {wanted.x};
+  std::vector<float> ys = {wanted.y};
+  for (const auto& [at, taken] : needed) {
+    xs.insert(xs.end(), {at.x - size.width, at.x + taken.width});
+    ys.insert(ys.end(), {at.y - size.height, at.y + taken.height});
+  }
+  const auto isFree = [&](TwipsPoint place) {
+    return place.x >= 0 && place.y >= 0 && place.x + size.width <= screen.width &&
+           place.y + size.height <= screen.height &&
+           std::ranges::none_of(needed, [&](const TwipsRect& rect) {
+             return overlap({place, size}, rect);
+           });
+  };
+  TwipsPoint best = wanted;
+  float shortest = std::numeric_limits<float>::max();
+  for (const float x : xs)
+    for (const float y : ys) {
+      const float way = std::abs(x - wanted.x) + std::abs(y - wanted.y);
+      if (way >= shortest || !isFree({x, y})) continue;
+      shortest = way;
+      best = {x, y};
+    }
+  return best;
+}
+
+TwipsRect aroundLine(const GuideLines& guides, int index) {
+  const auto [from, to] = guides.whole(index);
+  return {{from.x - besideLine, from.y - besideLine},
+          {to.x - from.x + 2 * besideLine, to.y - from.y + 2 * besideLine}};
 }
 
 }  // namespace touch

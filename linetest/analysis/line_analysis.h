@@ -81,7 +81,11 @@ std::string lineTitle(int index);
 float onScreen(float start, float length, float screen);
 /// The upper left corner of a list of `size` beside the pen, on the side where there is room.
 TwipsPoint placeBeside(TwipsPoint pen, TwipsSize size, TwipsSize screen);
-/// That corner, moved on the screen and off guide line `index`, to the side where less of the way is.
-TwipsPoint clearOfLine(TwipsPoint corner, TwipsSize size, const GuideLines& guides, int index);
+/// That corner, moved on the screen and off what must be seen beside the list: no farther than it takes. Where there is
+/// no such place the list stays.
+TwipsPoint clearOf(TwipsPoint corner, TwipsSize size, TwipsSize screen,
+                   std::span<const TwipsRect> needed);
+/// The guide line with some room on both sides, for a list that must not cover it.
+TwipsRect aroundLine(const GuideLines& guides, int index);
 
 }  // namespace touch

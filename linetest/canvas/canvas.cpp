@@ -202,14 +202,23 @@ void Canvas::pointerUp(TwipsPoint at) {
 void Canvas::listStroke(TwipsPoint pen) {
   const TwipsSize screen = guides_.screen();
   view_.setResultsList(resultLines(stroke_.samples(), line_, screen, tolerancePercent_));
-  const TwipsSize size = view_.sizeOf(CanvasPanel::resultsList);
-  TwipsPoint corner = placeBeside(pen, size, screen);
-  const int next = line_.index + 1;
-  if (fixedSequence_ && next < GuideLines::count) corner = clearOfLine(corner, size, guides_, next);
-  view_.place(CanvasPanel::resultsList, corner);
   show(CanvasPanel::resultsList, true);
   results_.store(stroke_.samples(), line_, screen);
   if (fixedSequence_) advanceFixedSequence();
+  placeResultsList(pen);
+}
+
+// Beside the pen, but never on the tools, nor on what tells the line to draw next.
+void Canvas::placeResultsList(TwipsPoint pen) {
+  const TwipsSize screen = guides_.screen();
+  const TwipsSize size = view_.sizeOf(CanvasPanel::resultsList);
+  auto needed = view_.tools();
+  if (fixedSequence_) {
+    needed.push_back(aroundLine(guides_, line_.index));
+    needed.push_back({captionCorner(), view_.sizeOf(CanvasPanel::caption)});
+  }
+  view_.place(CanvasPanel::resultsList,
+              clearOf(placeBeside(pen, size, screen), size, screen, needed));
 }
 
 void Canvas::advanceFixedSequence() {
@@ -231,12 +240,12 @@ void Canvas::markNextLine() {
   chgrid(line_.index + 1);
   picture_.setLayer(Picture::Layer::drawing);
   view_.setCaption(filled(say("canvas", "%1, from edge to edge"), {lineTitle(line_.index)}));
-  placeCaption();
+  view_.place(CanvasPanel::caption, captionCorner());
   show(CanvasPanel::caption, true);
 }
 
 // In the middle of a field on the other half of the screen, above the tools.
-void Canvas::placeCaption() {
+TwipsPoint Canvas::captionCorner() const {
   const bool vertical = GuideLines::orientation(line_.index) == Orientation::vertical;
   const bool inFirstHalf =
       line_.index % GuideLines::perOrientation < GuideLines::perOrientation / 2;
@@ -244,8 +253,8 @@ void Canvas::placeCaption() {
   const int column = vertical ? away : 1;
   const int row = vertical ? 1 : away;
   const TwipsSize size = view_.sizeOf(CanvasPanel::caption);
-  view_.place(CanvasPanel::caption, {(guides_.V(column) + guides_.V(column + 1) - size.width) / 2,
-                                     (guides_.H(row) + guides_.H(row + 1) - size.height) / 2});
+  return {(guides_.V(column) + guides_.V(column + 1) - size.width) / 2,
+          (guides_.H(row) + guides_.H(row + 1) - size.height) / 2};
 }
 
 void Canvas::endFixedSequence() {

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/messages/messages.h"
 #include "drawing/canvas_tables.h"
@@ -42,6 +43,8 @@ class CanvasView {
 
   virtual TwipsSize sizeOf(CanvasPanel panel) const = 0;
   virtual void place(CanvasPanel panel, TwipsPoint corner) = 0;
+  /// Where the tools lie on the drawing area.
+  virtual std::vector<TwipsRect> tools() const = 0;
   virtual void show(CanvasPanel panel, bool shown) = 0;
   virtual void setHelp(std::span<const std::string> lines) = 0;
   /// What the banner says from now on, in place of how to begin.
@@ -142,9 +145,10 @@ class Canvas {
   void setTested(const std::optional<LineMatch>& line);
   void tint(TwipsPoint at);
   void listStroke(TwipsPoint pen);
+  void placeResultsList(TwipsPoint pen);
   void advanceFixedSequence();
   void markNextLine();
-  void placeCaption();
+  TwipsPoint captionCorner() const;
   void endFixedSequence();
   void keepStroke();
   /// A box comes up, and may swallow the pen's going up.

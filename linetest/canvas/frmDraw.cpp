@@ -44,6 +44,10 @@ int pixels(float twips) {
   return static_cast<int>(twips / twipsPerPixel);
 }
 
+float twips(int pixels) {
+  return static_cast<float>(pixels) * twipsPerPixel;
+}
+
 QColor colourOf(Colour colour) {
   return {colour.red, colour.green, colour.blue};
 }
@@ -172,7 +176,6 @@ void frmDraw::makePanels() {
 
   resultsList_->setObjectName("resultsList");
   resultsList_->setAccessibleName(tr("Deviations of the last stroke; tap to put away"));
-  resultsList_->setFont(fixed);
   resultsList_->setUniformItemSizes(true);
   resultsList_->setFocusPolicy(Qt::NoFocus);
 
@@ -387,11 +390,25 @@ void frmDraw::placePanels() {
   helpPanel_->move(corner);
   menuPanel_->fitInto(size());
   fitBanner();
+  fitResultsList();
+}
 
-  const QFontMetrics metrics = resultsList_->fontMetrics();
-  const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  resultsList_->resize(metrics.horizontalAdvance("  Horizontal #5") + bar + 16,
-                       std::min(height() * 9 / 20, metrics.height() * 20));
+// So narrow that on a small screen there is a place for it beside the fields of the grid that are taken.
+void frmDraw::fitResultsList() {
+  constexpr int smallestLetters = 8;  // pixels
+  const GuideLines guides(canvasWidget_->sizeInTwips());
+  const int room = width() - pixels(guides.V(3)) - gap;
+  const int besideText =
+      style()->pixelMetric(QStyle::PM_ScrollBarExtent) + (isSmallScreen() ? 8 : 16);
+  QFont letters = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  int size = QFontInfo(letters).pixelSize();
+  const auto needed = [&] {
+    return QFontMetrics(letters).horizontalAdvance("  Horizontal #5") + besideText;
+  };
+  while (needed() > room && --size >= smallestLetters)
+    letters.setPixelSize(size);
+  resultsList_->setFont(letters);
+  resultsList_->resize(needed(), std::min(height() * 9 / 20, QFontMetrics(letters).height() * 20));
 }
 
 void frmDraw::fitBanner() {
@@ -436,6 +453,17 @@ void frmDraw::place(CanvasPanel panel, TwipsPoint corner) {
   const QSize free = (size() - widget->size()).expandedTo(QSize(0, 0));
   widget->move(std::clamp(pixels(corner.x), 0, free.width()),
                std::clamp(pixels(corner.y), 0, free.height()));
+}
+
+std::vector<TwipsRect> frmDraw::tools() const {
+  std::vector<TwipsRect> places;
+  for (const QWidget* const tool : std::initializer_list<const QWidget*>{tools_, menu_, escape_}) {
+    if (tool->isHidden()) continue;
+    const QRect place = tool->geometry();
+    places.push_back(
+        {{twips(place.x()), twips(place.y())}, {twips(place.width()), twips(place.height())}});
+  }
+  return places;
 }
 
 void frmDraw::show(CanvasPanel panel, bool shown) {
@@ -494,6 +522,8 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
   const float squeeze = std::min(1.F, room / total);
   fitTableFont(squeeze);
   const int rowHeight = resultsTable_->fontMetrics().height() + (isSmallScreen() ? 2 : 8);
+  QFont beyondTolerance = resultsTable_->font();
+  beyondTolerance.setBold(true);
   int tableWidth = frame;
   for (int column = 0; column < resultsTable_->columnCount(); ++column) {
     const auto index = static_cast<std::size_t>(column);
@@ -506,8 +536,10 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
       item->setForeground(colourOf(cell.colour));
       if (row == 0) resultsTable_->setHorizontalHeaderItem(column, new QTableWidgetItem(*item));
       if (cell.colour == ResultsSheet::beyondTolerance && !cell.text.empty()) {
-        // Red alone is too faint on white, and tells nothing to those who do not see it.
+        // Red alone is too faint on white, and tells nothing to those who do not see it. Thin letters would be faint on
+        // black as well.
         item->setBackground(Qt::black);
+        item->setFont(beyondTolerance);
         item->setData(Qt::AccessibleTextRole, tr("%1, beyond the tolerance").arg(item->text()));
       }
       item->setTextAlignment(row == 0 ? Qt::AlignCenter : Qt::AlignRight | Qt::AlignVCenter);

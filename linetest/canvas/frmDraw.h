@@ -44,6 +44,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   Surface& surface() override;
   TwipsSize sizeOf(CanvasPanel panel) const override;
   void place(CanvasPanel panel, TwipsPoint corner) override;
+  std::vector<TwipsRect> tools() const override;
   void show(CanvasPanel panel, bool shown) override;
   void setHelp(std::span<const std::string> lines) override;
   void setBanner(std::string_view text) override;
@@ -66,6 +67,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void placeWays(const GuideLines& guides, bool roomy);
   void fitEscape();
   void fitBanner();
+  void fitResultsList();
   void fitTableFont(float squeeze);
   bool hasRoomForTools() const;
 

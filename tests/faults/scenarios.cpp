@@ -64,6 +64,7 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
 
   TwipsSize sizeOf(CanvasPanel) const override { return {1000, 1000}; }
   void place(CanvasPanel, TwipsPoint) override {}
+  std::vector<TwipsRect> tools() const override { return {}; }
   void show(CanvasPanel, bool) override {}
   void setHelp(std::span<const std::string>) override {}
   void setBanner(std::string_view) override {}

@@ -41,6 +41,7 @@ class View final : public CanvasView {
   Surface& surface() override { return drawing; }
   TwipsSize sizeOf(CanvasPanel) const override { return {3000, 1000}; }
   void place(CanvasPanel panel, TwipsPoint corner) override { corners[panel] = corner; }
+  std::vector<TwipsRect> tools() const override { return {}; }
   void show(CanvasPanel, bool) override {}
   void setHelp(std::span<const std::string>) override {}
   void setBanner(std::string_view text) override { banner = text; }

@@ -19,11 +19,11 @@ class DrawWindow : public DrawingDesk {
  protected:
   ~DrawWindow() override { delete window; }
 
-  void open(bool simulated = false) {
+  void open(bool simulated = false, QSize size = QSize(800, 480)) {
     delete window;
     window = new frmDraw({clock, prompt, session.messages, switches, files, folder.path()},
                          simulated ? simulation : std::nullopt, controller,
-                         *QGuiApplication::primaryScreen(), QSize(800, 480), [this] { ++left; });
+                         *QGuiApplication::primaryScreen(), size, [this] { ++left; });
     shown = window;
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
@@ -72,8 +72,28 @@ TEST_F(DrawWindow, DrawsTheToleranceAndMeasuresAStrokeAlongALine) {
   EXPECT_TRUE(table->isVisible());
   EXPECT_EQ(table->item(1, 0)->text(), "V-1");
   EXPECT_EQ(table->item(1, 2)->foreground().color(), QColor(Qt::red));
+  EXPECT_TRUE(table->item(1, 2)->font().bold()) << "thin letters would be faint on black";
   click("cmdCloseResults");
   EXPECT_FALSE(table->isVisible());
+}
+
+/// Also run where the screen is small.
+TEST_F(DrawWindow, TheResultsListCoversNothingThatIsNeededForTheNextLine) {
+  const QSize size = QGuiApplication::primaryScreen()->size().boundedTo({800, 480});
+  open(false, size);
+  press(Qt::Key_F);
+  const GuideLines guides({static_cast<float>(size.width()), static_cast<float>(size.height())});
+  auto* const list = find<QListWidget>("resultsList");
+  for (int line = 0; line + 1 < GuideLines::count; ++line) {
+    const auto [from, to] = guides.whole(line);
+    draw(canvas, {QPointF(from.x, from.y).toPoint(), QPointF(to.x - 2, to.y - 2).toPoint()});
+    ASSERT_TRUE(list->isVisible());
+    EXPECT_GE(list->height(), 4 * list->fontMetrics().height()) << line << ": the figures";
+    for (const char* const name : {"nextLine", "cmdMenu", "cmdEscape", "tools"}) {
+      const QRect needed = find<QWidget>(name)->geometry();
+      EXPECT_FALSE(list->geometry().intersects(needed)) << name << " after line " << line;
+    }
+  }
 }
 
 TEST_F(DrawWindow, HelpAndMenuAreUsedByFingerAndByKeys) {
