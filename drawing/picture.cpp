@@ -1,11 +1,15 @@
 #include "drawing/picture.h"
 
+#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace touch {
 
 void Picture::clear() {
   marks_.clear();
+  next_ = 0;
+  timer_->stop();
   shown_.clear();
 }
 
@@ -24,15 +28,20 @@ void Picture::point(TwipsPoint at, Colour colour, int width) {
 void Picture::add(Shape shape, TwipsPoint from, TwipsPoint to, Colour colour, int width) {
   if (marks_.size() == mostMarks) {
     marks_.erase(marks_.begin(), marks_.begin() + static_cast<std::ptrdiff_t>(mostMarks / 2));
+    next_ -= std::min(next_, mostMarks / 2);
   }
+  // Where older marks are still to be shown it comes once more after them, to lie on top.
+  if (next_ == marks_.size()) ++next_;
   marks_.push_back({from, to, colour, static_cast<std::int8_t>(width), shape, layer_});
   draw(marks_.back(), shown_);
 }
 
+bool Picture::forgetLayer(Layer layer) {
+  return std::erase_if(marks_, [layer](const Mark& mark) { return mark.layer == layer; }) > 0;
+}
+
 void Picture::removeLayer(Layer layer) {
-  if (std::erase_if(marks_, [layer](const Mark& mark) { return mark.layer == layer; }) > 0) {
-    showAnew();
-  }
+  if (forgetLayer(layer)) showAnew();
 }
 
 void Picture::show(Marks marks) {
@@ -42,7 +51,16 @@ void Picture::show(Marks marks) {
 
 void Picture::showAnew() {
   shown_.clear();
-  drawOn(shown_);
+  next_ = 0;
+  showOn();
+}
+
+void Picture::showOn() {
+  constexpr std::chrono::milliseconds betweenPieces{1};
+  const std::size_t end = std::min(next_ + marksAtATime, marks_.size());
+  for (; next_ < end; ++next_)
+    draw(marks_[next_], shown_);
+  next_ < marks_.size() ? timer_->start(betweenPieces) : timer_->stop();
 }
 
 void Picture::drawOn(Surface& surface) const {

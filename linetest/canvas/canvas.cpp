@@ -30,7 +30,7 @@ Canvas::Canvas(CanvasParts parts, CanvasView& view, TwipsSize screen)
     : parts_(std::move(parts)),
       view_(view),
       guides_(screen),
-      picture_(view.surface()),
+      picture_(view.surface(), parts_.clock),
       bannerTimer_(parts_.clock.makeTimer([this] { tickBanner(); })),
       viewTimer_(parts_.clock.makeTimer([this] { viewOn(); })) {}
 
@@ -70,7 +70,7 @@ void Canvas::resize(TwipsSize screen) {
   const Colour foreground = foreground_;
   for (const auto layer :
        {Picture::Layer::grid, Picture::Layer::toleranceLines, Picture::Layer::nextLine})
-    picture_.removeLayer(layer);
+    picture_.forgetLayer(layer);
   if (parts_.switches.grid) showgrid();
   if (fixedSequence_) markNextLine();
   picture_.showAnew();

@@ -615,9 +615,11 @@ class PointSurface final : public Surface {
   void point(TwipsPoint at, Colour, int) override { xs.push_back(at.x); }
 };
 
-TEST(Picture, ForgetsTheOldestWhenFull) {
+TEST(Picture, ForgetsTheOldestWhenFullAndIsShownAnewInPieces) {
   PointSurface shown;
-  Picture picture(shown);
+  Lines journal;
+  test::VirtualClock clock(journal);
+  Picture picture(shown, clock);
   for (std::size_t i = 0; i <= Picture::mostMarks; ++i)
     picture.point({static_cast<float>(i), 0}, white, 1);
   EXPECT_EQ(shown.xs.size(), Picture::mostMarks + 1) << "what is shown stays";
@@ -626,6 +628,15 @@ TEST(Picture, ForgetsTheOldestWhenFull) {
   ASSERT_EQ(anew.xs.size(), Picture::mostMarks / 2 + 1);
   EXPECT_EQ(anew.xs.front(), 500000);
   EXPECT_EQ(anew.xs.back(), 1000000);
+
+  shown.xs.clear();
+  picture.showAnew();
+  EXPECT_EQ(shown.xs.size(), Picture::marksAtATime) << "nobody waits for the others";
+  picture.point({-1, 0}, white, 1);
+  EXPECT_EQ(shown.xs.back(), -1) << "ink is seen at once";
+  clock.delay(1min);
+  EXPECT_EQ(shown.xs.size(), anew.xs.size() + 2);
+  EXPECT_EQ(shown.xs.back(), -1) << "and lies on top";
 }
 
 }  // namespace
