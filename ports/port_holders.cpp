@@ -38,8 +38,7 @@ std::string inUseText(const PortHolders& holders) {
                "this program has it open already, as the touch driver does until it lets go. Close "
                "what uses it and try again.");
   }
-  std::string text =
-      say("ports", "another program is using it. Close that program and try again.");
+  std::string text = say("ports", "another program is using it. Close that program and try again.");
   if (!holders.complete) {
     text += ' ' + say("ports", "Which one it is, only an administrator can see.");
   }
@@ -59,8 +58,7 @@ std::string sharingText(const PortHolders& holders) {
 
 std::string PortPermission::wayOut() const {
   if (granted) {
-    return say("ports",
-               "Ask an administrator: it is not the device's permissions that forbid it.");
+    return say("ports", "Ask an administrator: it is not the device's permissions that forbid it.");
   }
   if (group.empty()) return say("ports", "Ask an administrator: no group of users may open it.");
   if (joined) {

@@ -162,9 +162,8 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
       return inUseText(portHolders(device));
     case ENOTTY:
     case EISDIR:
-      return filled(
-          say("ports", "it is not a serial port. Please say which device it is with %1."),
-          {option});
+      return filled(say("ports", "it is not a serial port. Please say which device it is with %1."),
+                    {option});
     default:
       return error.message() + ". " + say("ports", "Check the connection, then try again.");
   }

@@ -29,14 +29,13 @@ std::string versionsText(const Patient& patient) {
   std::string text;
   for (const std::string& version : patient.versions)
     text += version + '\n';
-  if (patient.driverPath.empty())
-    return text + say("doctor", "No driver library is bound.") + '\n';
+  if (patient.driverPath.empty()) return text + say("doctor", "No driver library is bound.") + '\n';
   std::error_code unknown;
   const auto size = fs::file_size(patient.driverPath, unknown);
   const std::string path = patient.driverPath.string();
   if (unknown) return text + filled(say("doctor", "Driver library %1"), {path}) + '\n';
-  return text +
-         filled(say("doctor", "Driver library %1, %2 bytes"), {path, std::to_string(size)}) + '\n';
+  return text + filled(say("doctor", "Driver library %1, %2 bytes"), {path, std::to_string(size)}) +
+         '\n';
 }
 
 /// What the driver reports, number by number and unjudged. Asking changes nothing.

@@ -107,8 +107,8 @@ void examineOperations(const Patient& patient, Findings& findings) {
   const std::string path = patient.driverPath.string();
   const auto missing = patient.access->driver.missing();
   if (missing.empty()) {
-    findings.add(
-        ok, filled(say("doctor", "The driver library is %1; it has all operations."), {path}));
+    findings.add(ok,
+                 filled(say("doctor", "The driver library is %1; it has all operations."), {path}));
   }
   for (const Need& need : needs) {
     std::string names;
@@ -124,10 +124,10 @@ void examineOperations(const Patient& patient, Findings& findings) {
 void examineLibrary(const Patient& patient, Findings findings) {
   if (patient.refused) {
     const BindError& refused = *patient.refused;
-    findings.add(problem, refused.describe() + '.',
-                 say("doctor",
-                     "Without the touch driver no controller can be found, set up or calibrated."),
-                 libraryNextStep(patient, refused));
+    findings.add(
+        problem, refused.describe() + '.',
+        say("doctor", "Without the touch driver no controller can be found, set up or calibrated."),
+        libraryNextStep(patient, refused));
     if (refused.library == NexapiDriver::makersLibrary && refused.foundAt.empty()) {
       findings.add(
           note,
@@ -335,9 +335,9 @@ void examineOwnFolders(const fs::path& folder, Findings& findings) {
                  say("doctor", "Parameters are not kept before they are changed."), next);
   }
   if (const auto complaint = MarkedFolder::tryOut(folder / "tmp")) {
-    findings.add(
-        note, complaint->describe() + '.',
-        say("doctor", "It is left alone; strokes that are drawn are kept in another one."), next);
+    findings.add(note, complaint->describe() + '.',
+                 say("doctor", "It is left alone; strokes that are drawn are kept in another one."),
+                 next);
   }
 }
 
@@ -351,8 +351,8 @@ void examineFolder(const fs::path& folder, Findings findings) {
   const auto complaint = writeWholeFile(probe, "can this be written?\n");
   fs::remove(probe, ignored);
   if (!complaint) {
-    findings.add(
-        ok, filled(say("doctor", "The working folder %1 can be written."), {folder.string()}));
+    findings.add(ok,
+                 filled(say("doctor", "The working folder %1 can be written."), {folder.string()}));
     examineOwnFolders(folder, findings);
     return;
   }
@@ -400,8 +400,8 @@ void examineFiles(const fs::path& folder, Findings findings) {
     }
   }
   if (!absent.empty()) {
-    findings.add(
-        ok, filled(say("doctor", "Not in the working folder, and not needed: %1."), {absent}));
+    findings.add(ok,
+                 filled(say("doctor", "Not in the working folder, and not needed: %1."), {absent}));
   }
 }
 

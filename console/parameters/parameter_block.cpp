@@ -54,8 +54,8 @@ BlockWrite writeConfirmed(const Access& access, Prompt& prompt, const Backup& ba
   } else {
     result.end = WriteEnd::brokenOff;
     // Left without an answer they go back: half a block is what nobody has asked for.
-    if (prompt.ask(result.report.describe() + ". " + say("parameters", "Put the old words back?")) !=
-        Answer::no) {
+    if (prompt.ask(result.report.describe() + ". " +
+                   say("parameters", "Put the old words back?")) != Answer::no) {
       result.putBack = putBack(access, backup, result.report.oldWords());
       prompt.message(result.putBack->complete()
                          ? say("parameters", "The old words are back.")
@@ -136,8 +136,8 @@ WriteReport writeChanges(const Access& access, const Backup& backup,
 
 void tellOfJournal(Prompt& prompt, const WriteReport& report) {
   if (!report.journalError) return;
-  prompt.message(
-      filled(say("parameters", "The journal is not complete: %1"), {report.journalError->describe()}));
+  prompt.message(filled(say("parameters", "The journal is not complete: %1"),
+                        {report.journalError->describe()}));
 }
 
 WriteReport putBack(const Access& access, const Backup& backup, std::span<const WordValue> old) {
@@ -174,10 +174,11 @@ KeptBlock keepBlock(const Access& access, Prompt& prompt, const Backup& backup,
                     const Result<ParameterBlock, WordError>& block) {
   const auto file = keep(access, backup, block);
   if (file) return {true, *file};
-  return {prompt.goWithoutWayBack(filled(
-              say("parameters", "The parameter block cannot be kept. %1. Go on without a way back?"),
-              {file.error().why})),
-          {}};
+  return {
+      prompt.goWithoutWayBack(filled(
+          say("parameters", "The parameter block cannot be kept. %1. Go on without a way back?"),
+          {file.error().why})),
+      {}};
 }
 
 BlockWrite writeBlock(const Access& access, Prompt& prompt, const Backup& backup,

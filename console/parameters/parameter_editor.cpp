@@ -53,7 +53,8 @@ Status ParameterEditor::outcome(const BlockWrite& write, const std::string& done
     case WriteEnd::declined:
       return say("parameters", "Nothing was written.");
     case WriteEnd::unreadable:
-      return Status::error(say("parameters", "Nothing was written: the controller cannot be read."));
+      return Status::error(
+          say("parameters", "Nothing was written: the controller cannot be read."));
     case WriteEnd::brokenOff:
       break;
   }
@@ -133,9 +134,11 @@ Status ParameterEditor::restoreDefaults() {
           ? Status::success(say("parameters", "Defaults restored; press Read to see them."))
           : Status::error(
                 say("parameters", "The controller did not say that its defaults are restored."));
-  if (canUndo()) status.text += ' ' + say("parameters", "Undo puts back the parameters from before.");
+  if (canUndo())
+    status.text += ' ' + say("parameters", "Undo puts back the parameters from before.");
   if (!outcome.whyNoBackup.empty())
-    status.text += ' ' + filled(say("parameters", "There is no backup: %1."), {outcome.whyNoBackup});
+    status.text +=
+        ' ' + filled(say("parameters", "There is no backup: %1."), {outcome.whyNoBackup});
   return status;
 }
 

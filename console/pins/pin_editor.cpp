@@ -23,8 +23,7 @@ std::vector<PinProblem> PinEditor::problems() const {
 }
 
 Status PinEditor::read() {
-  if (isEdited() &&
-      !prompt_.proceed(say("pins", "Read again? Your changes to the pins are lost.")))
+  if (isEdited() && !prompt_.proceed(say("pins", "Read again? Your changes to the pins are lost.")))
     return say("pins", "Nothing was read; your changes are kept.");
   auto read = readPins(access_);
   if (!read) {
@@ -43,9 +42,8 @@ Status PinEditor::read() {
 
 std::string PinEditor::whyNotWritable() const {
   if (controller_ == access_.session.controllerName) return {};
-  return filled(
-      say("pins", "Nothing was written: these are not the pins of %1. Read them first."),
-      {access_.session.controllerName});
+  return filled(say("pins", "Nothing was written: these are not the pins of %1. Read them first."),
+                {access_.session.controllerName});
 }
 
 Status PinEditor::update() {

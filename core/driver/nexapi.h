@@ -57,7 +57,8 @@ struct BindError {
   std::string reason;
   std::filesystem::path foundAt{};  ///< where it was loaded from; empty when it could not be
   std::string describe() const {
-    return filled(say("driver", "The touch driver library %1 cannot be used: %2"), {library, reason});
+    return filled(say("driver", "The touch driver library %1 cannot be used: %2"),
+                  {library, reason});
   }
 };
 

@@ -123,8 +123,9 @@ void Trace::write(std::string_view members) {
   const std::string line = "{\"time\":\"" + utcNow() + "\"," + std::string(members) + "}\n";
   written_ += line.size();
   if (put(line)) return;
-  breakOff(filled(say("driver", "The trace file %1 ends early, because it cannot be written on: %2"),
-                  {path_.string(), std::strerror(errno)}));
+  breakOff(
+      filled(say("driver", "The trace file %1 ends early, because it cannot be written on: %2"),
+             {path_.string(), std::strerror(errno)}));
 }
 
 bool Trace::put(const std::string& line) {

@@ -102,7 +102,8 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
     std::string line;
     const LineRead read = readLine(file, line);
     if (file.bad())
-      return failure(lines.size() + 1, say("messages", "a line of text"), say("messages", "a read error"));
+      return failure(lines.size() + 1, say("messages", "a line of text"),
+                     say("messages", "a read error"));
     if (read == LineRead::end) {
       return failure(0, say("messages", "100 lines, one for each message"),
                      filled(say("messages", "%1 lines"), {std::to_string(lines.size())}));

@@ -242,10 +242,10 @@ void drawLinearityPage(ChartSurface& surface, TwipsSize page, std::span<const Li
     return !judge(result.figures, limits, panel, result.guide.orientation).passed();
   });
   const std::string lines = std::to_string(results.size());
-  const std::string verdict = failed == 0
-                                  ? filled(say("linearity", "Linearity   PASS of %1 lines"), {lines})
-                                  : filled(say("linearity", "Linearity   FAIL: %1 of %2 lines"),
-                                           {std::to_string(failed), lines});
+  const std::string verdict =
+      failed == 0 ? filled(say("linearity", "Linearity   PASS of %1 lines"), {lines})
+                  : filled(say("linearity", "Linearity   FAIL: %1 of %2 lines"),
+                           {std::to_string(failed), lines});
   surface.text({pageMargin, pageMargin + titleHeight}, verdict, failed == 0 ? good : bad,
                titleHeight, TextAnchor::start);
   surface.text({page.width - pageMargin, pageMargin + titleHeight},

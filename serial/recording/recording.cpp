@@ -242,7 +242,8 @@ void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const st
   const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
   while (isOn() && !bytes.empty()) {
     if (time / std::chrono::seconds(1) > longestRecording) {
-      breakOff(say("recording", "a recording that can be read again"), say("recording", "a longer one"));
+      breakOff(say("recording", "a recording that can be read again"),
+               say("recording", "a longer one"));
       return;
     }
     const auto part = bytes.first(std::min(bytes.size(), mostBytesInLine));
@@ -254,13 +255,15 @@ void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const st
 void Recorder::write(std::string_view line) {
   written_ += line.size() + 1;
   if (written_ > limit_) {
-    breakOff(say("recording", "a recording that can be read again"), say("recording", "a longer one"));
+    breakOff(say("recording", "a recording that can be read again"),
+             say("recording", "a longer one"));
     return;
   }
   const std::string record = std::string(line) + '\n';
   if (std::fwrite(record.data(), 1, record.size(), file_.get()) != record.size() ||
       std::fflush(file_.get()) != 0)
-    breakOff(say("recording", "room for the recording"), say("recording", "a full or missing disk"));
+    breakOff(say("recording", "room for the recording"),
+             say("recording", "a full or missing disk"));
 }
 
 void Recorder::breakOff(std::string expected, std::string found) {
