@@ -14,7 +14,8 @@ std::vector<const CLI::App*> shownCommands(const CLI::App& app);
 std::vector<const CLI::Option*> shownOptions(const CLI::App& app);
 std::vector<const CLI::Option*> shownArguments(const CLI::App& app);
 
-/// `name`, which may hold "=" and ":", as the parser takes it for an argument's: its newer releases allow neither.
+/// `name`, which may hold "=" and ":", as the parser takes it for an argument's: its newer releases
+/// allow neither.
 std::string argumentName(std::string name);
 /// `text` of the parser's, or an argument's name, as users are to see it.
 std::string asShown(std::string text);

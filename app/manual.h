@@ -10,8 +10,8 @@ class App;
 
 namespace touch {
 
-/// What a program's manual page says beside its options and commands, which are taken from their declarations. All
-/// texts are plain: the page's own markup is added when it is written.
+/// What a program's manual page says beside its options and commands, which are taken from their
+/// declarations. All texts are plain: the page's own markup is added when it is written.
 struct Manual {
   struct Entry {
     std::string_view term;  ///< an exit status, a file, or a command line

@@ -32,7 +32,8 @@ std::optional<ScreenSize> parseScreen(std::string_view text) {
   return size;
 }
 
-/// "N=DEVICE" with the device from the root on where it stands in a folder; a mere name such as COM3 is no file.
+/// "N=DEVICE" with the device from the root on where it stands in a folder; a mere name such as
+/// COM3 is no file.
 std::string withWholeDevice(const std::string& text) {
   const auto sign = text.find('=');
   if (sign == text.npos) return text;
@@ -49,7 +50,8 @@ std::string programVersion() {
 }
 
 void addCommonOptions(CLI::App& app, Options& options) {
-  // Without a current folder, which can be deleted while one stands in it, "." fails later and in plain words.
+  // Without a current folder, which can be deleted while one stands in it, "." fails later and in
+  // plain words.
   std::error_code failed;
   options.workFolder = std::filesystem::current_path(failed);
   if (failed) options.workFolder = ".";

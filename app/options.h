@@ -22,8 +22,8 @@ struct ScreenSize {
   int height = 0;
 };
 
-/// The languages of the windows. English is the one that they are written in; each other one has its translation in
-/// `translations`.
+/// The languages of the windows. English is the one that they are written in; each other one has
+/// its translation in `translations`.
 inline constexpr std::array<std::string_view, 2> languages = {"en", "de"};
 
 /// What touchutility and touchctl can be told on their command lines.
@@ -41,8 +41,8 @@ struct Options {
 /// The program's full name and version, for --version.
 std::string programVersion();
 
-/// Makes `app` read the options that both programs have into `options`, which must outlive the parsing. A bad value is
-/// refused with a message that names it and what was expected.
+/// Makes `app` read the options that both programs have into `options`, which must outlive the
+/// parsing. A bad value is refused with a message that names it and what was expected.
 void addCommonOptions(CLI::App& app, Options& options);
 
 /// The same for what only windows have: their language, and their monitor.

@@ -160,7 +160,8 @@ bool draw(Bench& bench, Pause& pause, const std::vector<Stroke>& strokes) {
   return true;
 }
 
-/// Sends `bytes`, however many, as the line takes them. Returns false when the user wants the program to end.
+/// Sends `bytes`, however many, as the line takes them. Returns false when the user wants the
+/// program to end.
 bool say(Bench& bench, Pause& pause, std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     const auto piece = bytes.first(std::min(bytes.size(), mostInOneGo));

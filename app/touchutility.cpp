@@ -74,7 +74,8 @@ bool offerSimulation(const BindError& error) {
   return box.clickedButton() == simulated;
 }
 
-/// Why the driver that was wanted is not used stands in `refused` when another is used in its place.
+/// Why the driver that was wanted is not used stands in `refused` when another is used in its
+/// place.
 std::unique_ptr<NexapiDriver> bindDriver(Options& options, std::optional<BindError>& refused) {
   while (true) {
     auto driver = bindChosenDriver(options);
@@ -106,9 +107,9 @@ std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const 
   return QSize(screen->width, screen->height) / app.devicePixelRatio();
 }
 
-/// Ends the program when the system, or somebody at a terminal, asks it to: as closing its window does, and while it
-/// starts as if nobody answered its boxes. A box that is up goes first. What hangs in a driver's start, where nothing is
-/// open yet, is left to the second asking.
+/// Ends the program when the system, or somebody at a terminal, asks it to: as closing its window
+/// does, and while it starts as if nobody answered its boxes. A box that is up goes first. What
+/// hangs in a driver's start, where nothing is open yet, is left to the second asking.
 class EndingOnRequest {
  public:
   EndingOnRequest() {

@@ -10,7 +10,8 @@ namespace touch::bench {
 
 enum class Unit : std::uint8_t { seconds, bytes, share };
 
-/// What a bar is about: how many times its baseline a quantity takes, how much more than that, or the quantity itself.
+/// What a bar is about: how many times its baseline a quantity takes, how much more than that, or
+/// the quantity itself.
 enum class Measure : std::uint8_t { ratio, difference, itself };
 
 /// What is expected of a quantity: a measure of at most `most`.

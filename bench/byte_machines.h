@@ -9,8 +9,8 @@
 
 namespace touch::bench {
 
-// What the report decoder is compared with: state machines that look at one byte after the other. They find the same
-// reports.
+// What the report decoder is compared with: state machines that look at one byte after the other.
+// They find the same reports.
 
 class TabletMachine {
  public:

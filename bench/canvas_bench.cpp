@@ -22,7 +22,8 @@ namespace {
 constexpr QSize screenSize(1920, 1080);
 constexpr int moves = 5000;
 
-/// Places of a pointer that goes round on the screen, a few pixels a step, where no tools lie over the canvas.
+/// Places of a pointer that goes round on the screen, a few pixels a step, where no tools lie over
+/// the canvas.
 class Path {
  public:
   QPointF next() {

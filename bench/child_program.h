@@ -9,8 +9,8 @@
 
 namespace touch::bench {
 
-/// A program that runs beside this one, and is killed on destruction if it has not ended by itself. What the system
-/// refuses is an exception.
+/// A program that runs beside this one, and is killed on destruction if it has not ended by itself.
+/// What the system refuses is an exception.
 class ChildProgram {
  public:
   using Seconds = std::chrono::duration<double>;

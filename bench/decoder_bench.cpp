@@ -49,7 +49,8 @@ Bytes e02Packet(bool touching, int x, int y) {
           '\r'};
 }
 
-/// Strokes of a finger that wanders, each with a lift at its end, and one byte of garbage in a hundred anywhere.
+/// Strokes of a finger that wanders, each with a lift at its end, and one byte of garbage in a
+/// hundred anywhere.
 Bytes streamOf(ReportFamily family) {
   std::mt19937 random(1);
   const auto upTo = [&random](int end) {

@@ -16,7 +16,8 @@ namespace {
 constexpr int strokeCount = 1000;
 constexpr std::size_t samplesInStroke = 3000;
 
-/// Half of the strokes lie on whole pixels, as those of a mouse do, half between them, as those of a touch panel.
+/// Half of the strokes lie on whole pixels, as those of a mouse do, half between them, as those of
+/// a touch panel.
 Drawing makeDrawing() {
   std::mt19937 random(1);
   const auto coordinate = [&random](int pixels, bool whole) {

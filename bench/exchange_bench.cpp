@@ -20,8 +20,8 @@ using std::chrono::steady_clock;
 constexpr int exchanges = 5;
 constexpr std::string_view unitType = "UT";
 
-/// Times `action`. In seconds, the counter "overhead" is what it takes beyond `stated`, of several times the middle one,
-/// and "processor" the processor time.
+/// Times `action`. In seconds, the counter "overhead" is what it takes beyond `stated`, of several
+/// times the middle one, and "processor" the processor time.
 template <typename Action>
 void time(benchmark::State& state, std::chrono::milliseconds stated, const Action& action) {
   std::vector<double> overheads;

@@ -9,15 +9,16 @@
 
 namespace touch::bench {
 
-/// One quantity of one benchmark: a counter, or without a name its time in seconds. That is processor time, unless the
-/// benchmark times itself.
+/// One quantity of one benchmark: a counter, or without a name its time in seconds. That is
+/// processor time, unless the benchmark times itself.
 struct Quantity {
   std::string benchmark;
   std::string counter;
   friend auto operator<=>(const Quantity&, const Quantity&) = default;
 };
 
-/// Of the repetitions, in the order of their size: the one in the middle, and those at a quarter and at three quarters.
+/// Of the repetitions, in the order of their size: the one in the middle, and those at a quarter
+/// and at three quarters.
 struct Figure {
   double median = 0;
   double low = 0;

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// Stops the program as soon as its first window is painted, after a line on the standard output. Whoever has started it
-/// then takes its measure and ends it.
+/// Stops the program as soon as its first window is painted, after a line on the standard output.
+/// Whoever has started it then takes its measure and ends it.
 class FirstPaint final : public QObject {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override {

@@ -9,7 +9,8 @@
 #include "bench/subjects.h"
 #include "ui/controls/finger_style.h"
 
-// touch_bench [options of the benchmark library] [FILE]: runs the benchmarks, and writes their figures to FILE.
+// touch_bench [options of the benchmark library] [FILE]: runs the benchmarks, and writes their
+// figures to FILE.
 int main(int argc, char** argv) try {
   using namespace touch::bench;
   benchmark::Initialize(&argc, argv);

@@ -8,8 +8,8 @@
 
 namespace touch::bench {
 
-/// The far end of a serial line: a pseudo-terminal at which a controller sends `bytes` over and over, as fast as 9600 baud
-/// carry them.
+/// The far end of a serial line: a pseudo-terminal at which a controller sends `bytes` over and
+/// over, as fast as 9600 baud carry them.
 class PacedLine {
  public:
   explicit PacedLine(std::vector<std::uint8_t> bytes);

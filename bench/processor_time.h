@@ -4,7 +4,8 @@
 
 namespace touch::bench {
 
-/// What a processor clock of this program has counted, in seconds: CLOCK_THREAD_CPUTIME_ID, CLOCK_PROCESS_CPUTIME_ID.
+/// What a processor clock of this program has counted, in seconds: CLOCK_THREAD_CPUTIME_ID,
+/// CLOCK_PROCESS_CPUTIME_ID.
 inline double processorSeconds(clockid_t clock) {
   timespec time{};
   clock_gettime(clock, &time);

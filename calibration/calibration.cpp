@@ -59,7 +59,8 @@ void Calibration::activate() {
   startTicks_ = 0;
   pulseTimer_->stop();
   startTimer_->start(startTick);
-  // With two targets nothing is to be pressed: the lower left target lies where a hand would reach for the buttons.
+  // With two targets nothing is to be pressed: the lower left target lies where a hand would reach
+  // for the buttons.
   screen_.showButtons(count_ != 2, count_ != 2);
   screen_.allowExit(true);
 }
@@ -304,7 +305,8 @@ void Calibration::docal(Connection& connection) {
       progress_ = 0;
       access_.driver.SetCalPoint(connection.handle(), index_, samplesPerPoint, count_);
       wait(afterSetPoint);
-      // A driver that writes more than its two numbers damages the rest of this instead of our memory.
+      // A driver that writes more than its two numbers damages the rest of this instead of our
+      // memory.
       std::array<std::int32_t, 64> raw{};
       const bool taken = awaitTouch([&] {
         return access_.driver.CalCurrentPointReady(connection.handle(), raw.data()) != 0;
@@ -357,7 +359,8 @@ void Calibration::docal2pts(Connection& connection) {
                         access_.session.messages[Message::twoPointTitle]);
         break;
       }
-      // The controller keeps its own result as soon as it has the last point; giving up after that undoes nothing.
+      // The controller keeps its own result as soon as it has the last point; giving up after that
+      // undoes nothing.
       if (accepted && index_ + 1 == count_) outcome_ = CalibrationOutcome::stored;
       finishPoint(connection);
     }

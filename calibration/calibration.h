@@ -33,18 +33,19 @@ class CalibrationScreen {
   virtual void showButtons(bool start, bool cancel) = 0;
   /// `Label3`, `width` twips long: visible from the first call on.
   virtual void showTimeBar(float width) = 0;
-  /// `Label1`: reads "EXIT" and can be pressed, or says that the calibration is being stored and cannot.
+  /// `Label1`: reads "EXIT" and can be pressed, or says that the calibration is being stored and
+  /// cannot.
   virtual void allowExit(bool allowed) = 0;
   /// The main window is back, this one is gone. A procedure may still be ending.
   virtual void leave() = 0;
-  /// Nothing runs any more and the controller is closed; the calibration may be destroyed once this has returned to
-  /// the event loop.
+  /// Nothing runs any more and the controller is closed; the calibration may be destroyed once this
+  /// has returned to the event loop.
   virtual void ended(CalibrationOutcome outcome) = 0;
 };
 
-/// The calibration with 2, 3, 5 or 9 targets, on the session's controller and with the session's point count.
-/// The procedure runs inside timer ticks and button presses, waiting on the clock; Cancel, Esc and EXIT reach it while
-/// it waits, through the point index alone.
+/// The calibration with 2, 3, 5 or 9 targets, on the session's controller and with the session's
+/// point count. The procedure runs inside timer ticks and button presses, waiting on the clock;
+/// Cancel, Esc and EXIT reach it while it waits, through the point index alone.
 class Calibration {
  public:
   Calibration(const Access& access, Prompt& prompt, CalibrationScreen& screen, TwipsSize size);

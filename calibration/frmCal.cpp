@@ -23,7 +23,8 @@ constexpr int smallestLetters = 8;  // logical pixels
 constexpr qreal largerText = 1.3;
 constexpr int textFlags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
 
-/// What lies between the grid's lines, each counted from 0. A control there interrupts none of them.
+/// What lies between the grid's lines, each counted from 0. A control there interrupts none of
+/// them.
 QRect cellOf(const CalibrationGrid& grid, std::size_t column, std::size_t row) {
   const auto at = [](float twips) { return static_cast<int>(twips / twipsPerPixel); };
   return {QPoint(at(grid.x[column]) + fromLine, at(grid.y[row]) + fromLine),
@@ -141,7 +142,8 @@ void frmCal::placeControls() {
 void frmCal::showButtons(bool start, bool cancel) {
   startButton_->setVisible(start);
   cancelButton_->setVisible(cancel);
-  // Whoever presses Enter means "Start", which may have given way a moment ago: no way out is to have the keyboard then.
+  // Whoever presses Enter means "Start", which may have given way a moment ago: no way out is to
+  // have the keyboard then.
   (start ? startButton_ : static_cast<QWidget*>(this))->setFocus();
 }
 

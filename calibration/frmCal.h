@@ -21,8 +21,9 @@ class frmCal final : public FullScreenWindow, public CalibrationScreen {
   Q_OBJECT
 
  public:
-  /// `screen` is the one that the panel covers. `onLeave` brings the main window back, `onEnded` is told how the
-  /// calibration ended, which may be later: the procedure still has to let go of the controller.
+  /// `screen` is the one that the panel covers. `onLeave` brings the main window back, `onEnded` is
+  /// told how the calibration ended, which may be later: the procedure still has to let go of the
+  /// controller.
   frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
          const QScreen& screen, const std::optional<QSize>& size, std::function<void()> onLeave,
          std::function<void(CalibrationOutcome)> onEnded);

@@ -45,7 +45,8 @@ CalibrationGrid::CalibrationGrid(TwipsSize screen)
 
 std::vector<TwipsPoint> calibrationTargets(int count, TwipsSize screen) {
   if (count == 2) {
-    // The controller's own two-point calibration expects them an eighth in from two opposite corners.
+    // The controller's own two-point calibration expects them an eighth in from two opposite
+    // corners.
     const float right = screen.width / 8;
     const float down = screen.height / 8;
     return {{right, screen.height - down}, {screen.width - right, down}};

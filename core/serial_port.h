@@ -14,7 +14,8 @@ namespace touch {
 inline constexpr std::string_view normalLineSettings = "9600,n,8,1";
 
 /// One serial port at a time, chosen by its COM port number; closed on destruction.
-/// A port that goes away while open closes itself: writing and reading then do nothing, and `lost()` says so.
+/// A port that goes away while open closes itself: writing and reading then do nothing, and
+/// `lost()` says so.
 class SerialPort {
  public:
   SerialPort() = default;
@@ -31,8 +32,8 @@ class SerialPort {
   virtual std::optional<std::string> open() = 0;
   virtual void close() = 0;
   virtual bool isOpen() const = 0;
-  /// Who else had the port open when it was last opened and takes bytes that are for this program, as a sentence; empty
-  /// when nobody is known.
+  /// Who else had the port open when it was last opened and takes bytes that are for this program,
+  /// as a sentence; empty when nobody is known.
   virtual std::string sharedWith() const { return {}; }
   /// The reason why the port closed by itself since it was last opened.
   virtual std::optional<std::string> lost() const = 0;
@@ -40,16 +41,16 @@ class SerialPort {
   virtual std::size_t inBufferCount() = 0;  ///< bytes waiting to be read
   virtual void clearInput() = 0;
   virtual void clearOutput() = 0;
-  /// False when they did not go out: the port is closed or gone, or the line did not take them in time. What it has not
-  /// taken is thrown away.
+  /// False when they did not go out: the port is closed or gone, or the line did not take them in
+  /// time. What it has not taken is thrown away.
   virtual bool write(std::span<const std::uint8_t> bytes) = 0;
   virtual std::vector<std::uint8_t> readAll() = 0;  ///< every byte that has arrived
-  /// How many of the bytes read since it was asked last came damaged over the line: with a wrong parity or without a
-  /// stop bit, or a break in place of a byte.
+  /// How many of the bytes read since it was asked last came damaged over the line: with a wrong
+  /// parity or without a stop bit, or a break in place of a byte.
   virtual std::size_t takeDamaged() { return 0; }
 
-  /// What a window's event loop can wait on for something to come in or the device to go, as a file descriptor; nothing
-  /// where the platform has no such thing, and while closed.
+  /// What a window's event loop can wait on for something to come in or the device to go, as a file
+  /// descriptor; nothing where the platform has no such thing, and while closed.
   virtual std::optional<int> descriptor() const { return std::nullopt; }
 };
 

@@ -31,13 +31,15 @@ enum class CanvasAction : std::uint8_t {
   toggleHelp,     ///< help panel on or off
 };
 
-/// What a key does, by its key code: letters and digits have their upper-case character's code, ESC 27, F1 112.
+/// What a key does, by its key code: letters and digits have their upper-case character's code, ESC
+/// 27, F1 112.
 std::optional<CanvasAction> actionOfKey(int code);
 
 /// The help panel's lines, one for each key that the user is told of.
 std::vector<std::string> helpLines(const MessageTable& messages);
 
-/// What a line of the help panel does when it is tapped: what its key does, the two lines of ESC each its part.
+/// What a line of the help panel does when it is tapped: what its key does, the two lines of ESC
+/// each its part.
 std::optional<CanvasAction> actionOfHelpLine(std::size_t line);
 
 /// On this grey black, white, yellow, red and blue stand out alike.

@@ -2,8 +2,8 @@
 
 namespace touch {
 
-/// The drawing screens' common switches: made once in main() and passed by reference, so that a screen opens as the
-/// last one was left.
+/// The drawing screens' common switches: made once in main() and passed by reference, so that a
+/// screen opens as the last one was left.
 struct DrawingSwitches {
   bool toleranceTest = false;  ///< strokes are recorded, and measured when they follow a guide line
   bool grid = false;           ///< the guide lines are shown

@@ -23,8 +23,8 @@ struct Segment {
   TwipsPoint to;
 };
 
-/// The canvas's ten guide lines: index 0 to 4 are the vertical lines 1 to 5 from left to right, 5 to 9 the horizontal
-/// lines 1 to 5 from top to bottom.
+/// The canvas's ten guide lines: index 0 to 4 are the vertical lines 1 to 5 from left to right, 5
+/// to 9 the horizontal lines 1 to 5 from top to bottom.
 class GuideLines {
  public:
   static constexpr int perOrientation = 5;
@@ -50,13 +50,15 @@ class GuideLines {
 
   /// The line from one edge of the screen to the other.
   Segment whole(int index) const;
-  /// The line as the grid shows it, moved by `shift`: the second and the fourth end at the outer lines.
+  /// The line as the grid shows it, moved by `shift`: the second and the fourth end at the outer
+  /// lines.
   Segment inGrid(int index, float shift = 0) const;
 
   /// The crossings of the first, third and fifth lines.
   std::array<TwipsPoint, 9> targets() const;
 
-  /// Left, right, above or below the rectangle of the outer lines: where strokes along a line begin.
+  /// Left, right, above or below the rectangle of the outer lines: where strokes along a line
+  /// begin.
   bool isInMargin(TwipsPoint point) const;
 
  private:
@@ -65,7 +67,8 @@ class GuideLines {
   std::array<float, perOrientation> horizontal_;
 };
 
-/// Bands and samples are compared on the side that matters for the line: x for a vertical one, y for a horizontal one.
+/// Bands and samples are compared on the side that matters for the line: x for a vertical one, y
+/// for a horizontal one.
 inline float across(Orientation orientation, TwipsPoint point) {
   return orientation == Orientation::vertical ? point.x : point.y;
 }

@@ -14,8 +14,8 @@ struct Pen {
   PenMode mode = PenMode::lines;
 };
 
-/// The colour index after `index`. The dark colours 1 to 8 are passed over, being hard to see; so is the
-/// colour of `paper`, by one step more.
+/// The colour index after `index`. The dark colours 1 to 8 are passed over, being hard to see; so
+/// is the colour of `paper`, by one step more.
 int nextColour(int index, Colour paper);
 
 /// The palette colour; 0 to 15.

@@ -10,9 +10,10 @@
 
 namespace touch {
 
-/// A surface that remembers what was drawn on it since it was last cleared, so that it can be drawn anew, whole or
-/// without a part. A mark goes straight to the shown surface: drawing costs the same however much there is. Many marks are
-/// drawn anew in pieces, so that nobody waits for all of them.
+/// A surface that remembers what was drawn on it since it was last cleared, so that it can be drawn
+/// anew, whole or without a part. A mark goes straight to the shown surface: drawing costs the same
+/// however much there is. Many marks are drawn anew in pieces, so that nobody waits for all of
+/// them.
 class Picture final : public Surface {
  public:
   /// Beyond this the oldest half is forgotten; what is shown stays.
@@ -58,7 +59,8 @@ class Picture final : public Surface {
   const Marks& marks() const { return marks_; }
   /// Shows what there was when these were taken.
   void show(Marks marks);
-  /// Shows all marks on a surface that has lost them, in pieces. What is drawn meanwhile is seen at once.
+  /// Shows all marks on a surface that has lost them, in pieces. What is drawn meanwhile is seen at
+  /// once.
   void showAnew();
 
  private:

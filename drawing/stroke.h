@@ -27,8 +27,8 @@ class StrokeBuffer {
     count_ = 0;
     add(first);
   }
-  /// A stroke goes on however long it lasts: beyond 3000 samples the newest takes the place of the one before, outside
-  /// the count, so that the measured part stays as it was.
+  /// A stroke goes on however long it lasts: beyond 3000 samples the newest takes the place of the
+  /// one before, outside the count, so that the measured part stays as it was.
   void add(TwipsPoint sample) {
     samples_[std::min(count_, mostCounted)] = sample;
     count_ = std::min(count_ + 1, mostCounted);

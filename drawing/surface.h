@@ -6,7 +6,8 @@
 
 namespace touch {
 
-/// Lengths on the full-screen windows are in twips: 15 twips are a logical pixel. X grows to the right, Y downwards.
+/// Lengths on the full-screen windows are in twips: 15 twips are a logical pixel. X grows to the
+/// right, Y downwards.
 inline constexpr float twipsPerPixel = 15;
 
 struct TwipsPoint {

@@ -1,7 +1,8 @@
-// The driver boundary: start-up, settings, maintenance, parameters, pins, calibration, the debugger's port and the ways
-// out, over a driver library and a serial port whose every answer comes from the input, and with a user who does what
-// the input says at any moment. After each action every controller that was opened is closed again. The first byte is
-// the length of what the user does, which follows; the rest is what driver and port answer.
+// The driver boundary: start-up, settings, maintenance, parameters, pins, calibration, the
+// debugger's port and the ways out, over a driver library and a serial port whose every answer
+// comes from the input, and with a user who does what the input says at any moment. After each
+// action every controller that was opened is closed again. The first byte is the length of what the
+// user does, which follows; the rest is what driver and port answer.
 
 #include <bit>
 #include <memory>

@@ -16,7 +16,8 @@ constexpr std::array<std::string_view, 6> names = {
 constexpr std::array<std::string_view, 6> texts = {"QMRV0301",   "QRMV1000",    "OI 30100",
                                                    "UIQRMV0302", "\xE4%s\x1B[", "2"};
 
-// What the system keeps free behind the buffers that it gives a driver, and the whole buffer of a raw reading.
+// What the system keeps free behind the buffers that it gives a driver, and the whole buffer of a
+// raw reading.
 constexpr std::size_t margin = 256;
 constexpr std::size_t rawReadingRoom = 256;
 

@@ -12,10 +12,10 @@
 
 namespace touch::fuzz {
 
-/// A driver whose every answer comes from an input: counts, names without a closing zero, handles, results, replies, and
-/// buffers filled up to their size and beyond it, as far as the contract's margin goes. To get beyond the first question
-/// it can also answer as a controller would, with a parameter memory behind it. When the input is used up it answers 0
-/// and says nothing.
+/// A driver whose every answer comes from an input: counts, names without a closing zero, handles,
+/// results, replies, and buffers filled up to their size and beyond it, as far as the contract's
+/// margin goes. To get beyond the first question it can also answer as a controller would, with a
+/// parameter memory behind it. When the input is used up it answers 0 and says nothing.
 class FuzzedDriver final : public Driver {
  public:
   explicit FuzzedDriver(Input& input);

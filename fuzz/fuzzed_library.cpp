@@ -1,5 +1,5 @@
-// A driver library that passes every call on to the driver that the target has attached, so that the system binds and
-// calls it as it does any other.
+// A driver library that passes every call on to the driver that the target has attached, so that
+// the system binds and calls it as it does any other.
 
 #include "core/driver/driver.h"
 

@@ -25,8 +25,8 @@ void execute(std::span<const std::uint8_t> bytes) {
     text += table->at(number) + '\n';
   }
   require(table->at(100).empty(), "the last text is empty");
-  // In a file the first text could begin like a mark of the byte order, and any text end like a line. A text that came
-  // in an older encoding may have grown beyond a line.
+  // In a file the first text could begin like a mark of the byte order, and any text end like a
+  // line. A text that came in an older encoding may have grown beyond a line.
   if (!fits || text.starts_with("\xEF\xBB\xBF") || text.find("\r\n") != text.npos) return;
   std::istringstream written(text);
   const auto again = parseMessages(written, "again.txt");

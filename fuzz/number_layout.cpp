@@ -1,5 +1,5 @@
-// Numbers in the files of the drawing screens: the first four bytes are a number to write, the fifth is the size of
-// pieces, the rest a text to read.
+// Numbers in the files of the drawing screens: the first four bytes are a number to write, the
+// fifth is the size of pieces, the rest a text to read.
 
 #include "support/text/number_layout.h"
 

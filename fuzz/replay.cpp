@@ -1,5 +1,5 @@
-// A target as a plain test: executes it on every file of a corpus, in the order of their names, and on nothing at all.
-// The last name that it prints is that of the file on which it fails.
+// A target as a plain test: executes it on every file of a corpus, in the order of their names, and
+// on nothing at all. The last name that it prints is that of the file on which it fails.
 
 #include <filesystem>
 #include <set>

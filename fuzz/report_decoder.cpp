@@ -1,6 +1,7 @@
-// The decoder of touch reports. The first byte chooses the family, whether formats are added, and whether the stream is
-// cut into reports too; the second, where in the ring it begins; the next two, the pieces in which it comes. The rest
-// is the stream. It must give the same reports whole and in pieces.
+// The decoder of touch reports. The first byte chooses the family, whether formats are added, and
+// whether the stream is cut into reports too; the second, where in the ring it begins; the next
+// two, the pieces in which it comes. The rest is the stream. It must give the same reports whole
+// and in pieces.
 
 #include "reports/report_decoder.h"
 
@@ -29,8 +30,8 @@ std::span<const ReportFormat> formatsOf(bool added) {
   return added ? std::span(addedFormats()) : std::span<const ReportFormat>();
 }
 
-/// Decoders whose next byte goes to the ring's beginning, or to one of its last places, so that a short stream
-/// runs over its end.
+/// Decoders whose next byte goes to the ring's beginning, or to one of its last places, so that a
+/// short stream runs over its end.
 std::vector<ReportDecoder> decodersAtStarts(ReportFamily family, bool added) {
   std::vector<ReportDecoder> decoders = {ReportDecoder(family, formatsOf(added))};
   std::vector<TouchReport> none;

@@ -1,4 +1,5 @@
-// The report format descriptor, "zevrik.fmt". Behind a zero byte stands a stream that the described formats decode.
+// The report format descriptor, "zevrik.fmt". Behind a zero byte stands a stream that the described
+// formats decode.
 
 #include "reports/report_format.h"
 
@@ -12,7 +13,8 @@ namespace touch::fuzz {
 
 namespace {
 
-/// What a format says of a packet that starts with this byte, for those that have a format of their own.
+/// What a format says of a packet that starts with this byte, for those that have a format of their
+/// own.
 using FormatsByStatus = std::map<std::uint8_t, const ReportFormat*>;
 
 FormatsByStatus byStatus(const std::vector<ReportFormat>& formats) {

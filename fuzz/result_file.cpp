@@ -1,4 +1,5 @@
-// Result files of the linearity tester, "Tvm-v1.txt", and the figures that are made of their samples.
+// Result files of the linearity tester, "Tvm-v1.txt", and the figures that are made of their
+// samples.
 
 #include "fuzz/target.h"
 #include "linetest/linearity/linearity_files.h"

@@ -10,8 +10,9 @@
 
 namespace touch::fuzz {
 
-/// One execution of the target that the program is made of: feeds `bytes`, which are nobody's friend, to the code under
-/// test. Whatever they are, it returns. The same bytes do the same each time.
+/// One execution of the target that the program is made of: feeds `bytes`, which are nobody's
+/// friend, to the code under test. Whatever they are, it returns. The same bytes do the same each
+/// time.
 void execute(std::span<const std::uint8_t> bytes);
 
 /// Ends the program where a property does not hold, as a crash would.
@@ -25,7 +26,8 @@ inline std::string_view textOf(std::span<const std::uint8_t> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-/// The bytes of an execution, used up from the front. When they are used up, all that is asked for is 0 and empty.
+/// The bytes of an execution, used up from the front. When they are used up, all that is asked for
+/// is 0 and empty.
 class Input {
  public:
   explicit Input(std::span<const std::uint8_t> bytes) : rest_(bytes) {}

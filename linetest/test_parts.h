@@ -6,7 +6,8 @@
 
 namespace touch {
 
-/// What the screens for tests keep between their openings. It is made once in main() and outlives the windows.
+/// What the screens for tests keep between their openings. It is made once in main() and outlives
+/// the windows.
 struct TestParts {
   DrawingSwitches& switches;
   const WorkingFiles& files;

@@ -19,8 +19,8 @@ class ComPorts {
   /// Returns what is wrong with the text, and then changes nothing.
   std::optional<std::string> assign(std::string_view text);
 
-  /// A port whose device changes, or comes and goes: `device` is asked each time, and says nothing while there is
-  /// none. What the user assigned stays.
+  /// A port whose device changes, or comes and goes: `device` is asked each time, and says nothing
+  /// while there is none. What the user assigned stays.
   void assignUnlessGiven(int number, std::function<std::string()> device);
 
   /// The numbers whose devices are not the platform's own, in rising order.

@@ -71,7 +71,8 @@ Look lookInto(const fs::path& process, dev_t device) {
       ++opened;
     }
   }
-  // Whoever is at the other end of a pseudo-terminal has it open once, so that it stays there when others close it.
+  // Whoever is at the other end of a pseudo-terminal has it open once, so that it stays there when
+  // others close it.
   return opened > (servesIt ? 1 : 0) ? Look::has : Look::hasNot;
 }
 

@@ -7,8 +7,8 @@
 
 namespace touch {
 
-// What stands between a program and a serial device. Nothing here opens the device: opening one can reset what is
-// behind it, and may be another program's surprise.
+// What stands between a program and a serial device. Nothing here opens the device: opening one can
+// reset what is behind it, and may be another program's surprise.
 
 /// A program that has a device open.
 struct PortHolder {
@@ -31,11 +31,12 @@ struct PortHolders {
 
 PortHolders portHolders(const std::string& device);
 
-/// That others have a device open which this program has opened, and take bytes that are for it, as a sentence; empty
-/// when none is known.
+/// That others have a device open which this program has opened, and take bytes that are for it, as
+/// a sentence; empty when none is known.
 std::string sharingText(const PortHolders& holders);
 
-/// Why a device that is in use cannot be opened, and the way out, as a clause that ends with a full stop.
+/// Why a device that is in use cannot be opened, and the way out, as a clause that ends with a full
+/// stop.
 std::string inUseText(const PortHolders& holders);
 
 /// Whether this user may read and write a device, and what would let him.
@@ -52,8 +53,9 @@ PortPermission portPermission(const std::string& device);
 
 bool portExists(const std::string& device);
 
-/// What serves the device: the kernel driver's name on Linux, the kernel's own name of the device on Windows. Empty
-/// when there is none, as for a pseudo-terminal. `devices` is where the system lists its devices.
+/// What serves the device: the kernel driver's name on Linux, the kernel's own name of the device
+/// on Windows. Empty when there is none, as for a pseudo-terminal. `devices` is where the system
+/// lists its devices.
 std::string portDriver(const std::string& device,
                        const std::filesystem::path& devices = "/sys/class/tty");
 

@@ -48,7 +48,8 @@ std::optional<pid_t> lockingProcess(std::string_view content) {
   return number > 0 ? std::optional(number) : std::nullopt;
 }
 
-/// Whether the process could have made the file. Anybody may make files in the folder, and name anybody's process.
+/// Whether the process could have made the file. Anybody may make files in the folder, and name
+/// anybody's process.
 bool mayHaveMade(const struct stat& file, pid_t process) {
   struct stat running {};
   if (stat(("/proc/" + std::to_string(process)).c_str(), &running) != 0) return errno != ENOENT;

@@ -12,14 +12,15 @@
 
 namespace touch {
 
-/// The lock file of a serial device, by which programs that talk over modems tell each other who has it: named
-/// "LCK..ttyS0" after the device, with the number of the process in ten characters. It goes with this.
+/// The lock file of a serial device, by which programs that talk over modems tell each other who
+/// has it: named "LCK..ttyS0" after the device, with the number of the process in ten characters.
+/// It goes with this.
 class PortLock {
  public:
   static constexpr const char* usualFolder = "/var/lock";
 
-  /// Makes it; one whose program is gone is taken away first. The error is the program that has the device. Where no
-  /// file can be made there is none, and that is no error.
+  /// Makes it; one whose program is gone is taken away first. The error is the program that has the
+  /// device. Where no file can be made there is none, and that is no error.
   static Result<PortLock, PortHolder> take(const std::string& device,
                                            const std::filesystem::path& folder = usualFolder);
   PortLock(PortLock&& other) noexcept : made_(std::exchange(other.made_, std::nullopt)) {}

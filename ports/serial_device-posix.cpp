@@ -40,8 +40,8 @@ class Taken final : public Before {
     if (exclusive_) ioctl(device_, TIOCNXCL);
   }
 
-  /// The lock keeps out programs that ask for it, even those of root; the exclusive mode all others. Whoever is refused
-  /// the lock must leave the mode alone: it is the other program's.
+  /// The lock keeps out programs that ask for it, even those of root; the exclusive mode all
+  /// others. Whoever is refused the lock must leave the mode alone: it is the other program's.
   std::error_code keepOthersOut() {
     if (flock(device_, LOCK_EX | LOCK_NB) != 0 || ioctl(device_, TIOCEXCL) != 0) return lastError();
     exclusive_ = true;

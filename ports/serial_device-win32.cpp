@@ -15,7 +15,8 @@ std::error_code failedIf(bool failed) {
   return {static_cast<int>(GetLastError()), std::system_category()};
 }
 
-/// Controllers are powered from DTR and RTS, which Asio lets fall. A damaged byte is to arrive as it came.
+/// Controllers are powered from DTR and RTS, which Asio lets fall. A damaged byte is to arrive as
+/// it came.
 std::error_code raiseLines(HANDLE device) {
   DCB line{};
   line.DCBlength = sizeof line;

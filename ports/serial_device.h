@@ -16,8 +16,8 @@ namespace touch::serial_device {
 /// The device of COM port `number` where nobody said otherwise.
 std::string defaultName(int number);
 
-/// What a device was before it was opened. Destroyed, which must be before the port is closed, it makes the device that
-/// again: with its own settings, and open to other programs.
+/// What a device was before it was opened. Destroyed, which must be before the port is closed, it
+/// makes the device that again: with its own settings, and open to other programs.
 class Before {
  public:
   Before() = default;
@@ -26,8 +26,8 @@ class Before {
   virtual ~Before() = default;
 };
 
-/// Opens `device` for this program alone, raw and with empty buffers. After an error the device is as it was found; the
-/// port may be left open.
+/// Opens `device` for this program alone, raw and with empty buffers. After an error the device is
+/// as it was found; the port may be left open.
 Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device);
 
@@ -35,7 +35,8 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
 /// bits.
 bool isPseudoTerminal(asio::serial_port& port);
 
-/// Makes a damaged byte arrive like any other, and be told. To be called after each change of the line's settings.
+/// Makes a damaged byte arrive like any other, and be told. To be called after each change of the
+/// line's settings.
 std::error_code reportDamage(asio::serial_port& port);
 /// Whether that is told in the stream itself, as DamageMarks reads it, or beside it by `waiting`.
 #if defined(_WIN32)

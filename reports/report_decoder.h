@@ -54,9 +54,9 @@ struct TouchReport {
   friend bool operator==(const TouchReport&, const TouchReport&) = default;
 };
 
-/// Finds touch reports in a stream that comes in pieces of any size. What the pieces are makes no difference to what
-/// is found. Bytes that start no packet are dropped one at a time. A packet whose end has not come yet waits for it,
-/// but an E02 packet only for its coordinates.
+/// Finds touch reports in a stream that comes in pieces of any size. What the pieces are makes no
+/// difference to what is found. Bytes that start no packet are dropped one at a time. A packet
+/// whose end has not come yet waits for it, but an E02 packet only for its coordinates.
 class ReportDecoder {
  public:
   /// The ring's entries. One is always free, so it holds up to one byte less.

@@ -9,7 +9,8 @@
 
 namespace touch {
 
-/// Cuts a controller's stream, which comes in pieces of any size, into touch reports and the bytes between them.
+/// Cuts a controller's stream, which comes in pieces of any size, into touch reports and the bytes
+/// between them.
 class ReportSplitter {
  public:
   /// Told of every byte once, in order: those of a report with it, the others without one.

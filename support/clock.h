@@ -6,7 +6,8 @@
 
 namespace touch {
 
-/// A periodic timer on the thread of its clock; it ticks only while the clock waits. Stops when destroyed.
+/// A periodic timer on the thread of its clock; it ticks only while the clock waits. Stops when
+/// destroyed.
 class Timer {
  public:
   Timer() = default;
@@ -14,12 +15,14 @@ class Timer {
   Timer& operator=(const Timer&) = delete;
   virtual ~Timer() = default;
 
-  /// Ticks every `interval`. Setting the interval that it already runs at changes nothing: the next tick stays due.
+  /// Ticks every `interval`. Setting the interval that it already runs at changes nothing: the next
+  /// tick stays due.
   virtual void start(std::chrono::milliseconds interval) = 0;
   virtual void stop() = 0;
 };
 
-/// Time, waits and timers. Waiting lets timers and, in a window, the user's events run; it uses no processor time.
+/// Time, waits and timers. Waiting lets timers and, in a window, the user's events run; it uses no
+/// processor time.
 class Clock {
  public:
   using TimePoint = std::chrono::steady_clock::time_point;
@@ -30,7 +33,8 @@ class Clock {
   virtual ~Clock() = default;
 
   virtual TimePoint now() const = 0;
-  /// Waits until `duration` has passed, or until `cutShort` says true. It is asked after every event.
+  /// Waits until `duration` has passed, or until `cutShort` says true. It is asked after every
+  /// event.
   virtual void delay(std::chrono::milliseconds duration,
                      const std::function<bool()>& cutShort = nullptr) = 0;
   /// Lets what is due run, `passes` times over. Many passes count as a short rest.

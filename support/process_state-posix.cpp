@@ -27,7 +27,8 @@ class PosixState final : public SystemState {
   }
 
  private:
-  // Those by which a program and its waits are ended, and those that would end it where a failed write says the same.
+  // Those by which a program and its waits are ended, and those that would end it where a failed
+  // write says the same.
   static constexpr std::array signals = {SIGHUP, SIGINT, SIGTERM, SIGALRM, SIGPIPE, SIGXFSZ};
 
   mode_t mask_;

@@ -20,8 +20,8 @@ class SystemState {
   virtual void restore() const = 0;
 };
 
-/// What belongs to the process as a whole and a library inside it can change: how it takes the signals that end it, the
-/// mode of new files, the current folder, locale and floating point.
+/// What belongs to the process as a whole and a library inside it can change: how it takes the
+/// signals that end it, the mode of new files, the current folder, locale and floating point.
 class ProcessState {
  public:
   /// As it is now.

@@ -9,10 +9,12 @@ namespace touch {
 
 inline constexpr std::string_view defaultTitle = "TouchUtility";
 
-/// What the user says to a question. None: it was taken away unanswered, because he closed it or the program is to end.
+/// What the user says to a question. None: it was taken away unanswered, because he closed it or
+/// the program is to end.
 enum class Answer : std::uint8_t { no, yes, none };
 
-/// What the system says to the user and asks of him. Each call returns when he has answered, or never will.
+/// What the system says to the user and asks of him. Each call returns when he has answered, or
+/// never will.
 class Prompt {
  public:
   Prompt() = default;
@@ -28,7 +30,8 @@ class Prompt {
   virtual bool proceed(std::string_view text, std::string_view title = defaultTitle) = 0;
   /// Yes or no.
   virtual Answer ask(std::string_view text, std::string_view title = defaultTitle) = 0;
-  /// The same where "Yes" and "No" would not say what happens; the buttons, where there are any, have these captions.
+  /// The same where "Yes" and "No" would not say what happens; the buttons, where there are any,
+  /// have these captions.
   virtual Answer choose(std::string_view text, std::string_view /*yes*/, std::string_view /*no*/) {
     return ask(text);
   }
@@ -36,7 +39,8 @@ class Prompt {
   bool confirm(std::string_view text, std::string_view title = defaultTitle) {
     return ask(text, title) == Answer::yes;
   }
-  /// Whether something may be written that nothing takes back. A shell has to be told so beforehand.
+  /// Whether something may be written that nothing takes back. A shell has to be told so
+  /// beforehand.
   virtual bool goWithoutWayBack(std::string_view text) { return confirm(text); }
   /// A line of text, or nothing when the user cancelled.
   virtual std::optional<std::string> input(std::string_view prompt, std::string_view title) = 0;

@@ -9,7 +9,8 @@
 
 namespace touch {
 
-/// A value, or the reason why there is none. The members are those of std::expected, which C++20 lacks.
+/// A value, or the reason why there is none. The members are those of std::expected, which C++20
+/// lacks.
 template <typename T, typename E>
 class Result {
  public:

@@ -8,7 +8,8 @@ namespace touch {
 
 enum class StatusKind : std::uint8_t { success, remark, error };
 
-/// One line for the user about what has just happened. What is not said to be a success or an error is a remark.
+/// One line for the user about what has just happened. What is not said to be a success or an error
+/// is a remark.
 struct Status {
   StatusKind kind = StatusKind::remark;
   std::string text;

@@ -63,7 +63,8 @@ void QueuedClock::delay(std::chrono::milliseconds duration, const std::function<
 }
 
 void QueuedClock::yield(int passes) {
-  // More passes than any handler needs are a rest: ten milliseconds, as long as they take on a slow machine.
+  // More passes than any handler needs are a rest: ten milliseconds, as long as they take on a slow
+  // machine.
   constexpr int manyPasses = 1000;
   constexpr std::chrono::milliseconds rest{10};
   if (passes >= manyPasses) {

@@ -7,8 +7,8 @@
 
 namespace touch {
 
-/// A clock whose timers wait in a queue and run, in the order in which they are due, while it waits itself.
-/// How time passes is left to the derived class.
+/// A clock whose timers wait in a queue and run, in the order in which they are due, while it waits
+/// itself. How time passes is left to the derived class.
 class QueuedClock : public Clock {
  public:
   void delay(std::chrono::milliseconds duration, const std::function<bool()>& cutShort) override;

@@ -47,7 +47,8 @@ void EventLoopClock::delay(std::chrono::milliseconds duration,
 }
 
 void EventLoopClock::yield(int passes) {
-  // More passes than any event handler needs are a rest; spinning through them would only heat the processor.
+  // More passes than any event handler needs are a rest; spinning through them would only heat the
+  // processor.
   constexpr int manyPasses = 1000;
   constexpr std::chrono::milliseconds rest{10};
   if (passes >= manyPasses) {

@@ -66,8 +66,9 @@ class QuestionBox final : public QMessageBox {
   }
 };
 
-/// The window that a box belongs to. A full-screen window is in front of all others even while the system still has to
-/// make it the active one; a box of another one would bring that one to the front.
+/// The window that a box belongs to. A full-screen window is in front of all others even while the
+/// system still has to make it the active one; a box of another one would bring that one to the
+/// front.
 QWidget* windowInFront() {
   if (QWidget* const dialog = QApplication::activeModalWidget()) return dialog;
   for (QWidget* const window : QApplication::topLevelWidgets())

@@ -5,7 +5,8 @@
 
 namespace touch {
 
-/// Ctrl+Tab and Ctrl+Shift+Tab turn `pages` wherever in `window` the focus is; by themselves they do only inside the pages.
+/// Ctrl+Tab and Ctrl+Shift+Tab turn `pages` wherever in `window` the focus is; by themselves they
+/// do only inside the pages.
 inline void addPageKeys(QWidget& window, QTabWidget& pages) {
   const auto turn = [&pages](int step) {
     if (!pages.isEnabled()) return;

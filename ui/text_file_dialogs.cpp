@@ -20,7 +20,8 @@ std::optional<std::filesystem::path> askFileToSave(QWidget* parent, const QStrin
                                                    const QString& filter, const QString& suffix) {
   QFileDialog dialog(parent, title, shownText(proposed.parent_path().string()), filter);
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  // The dialog itself completes the name, so that it asks before it replaces the file that is meant.
+  // The dialog itself completes the name, so that it asks before it replaces the file that is
+  // meant.
   dialog.setDefaultSuffix(suffix);
   dialog.selectFile(shownText(proposed.filename().string()));
   return chosen(dialog);

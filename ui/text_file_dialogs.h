@@ -8,8 +8,8 @@ class QWidget;
 
 namespace touch {
 
-/// Asks under which name a file is to be saved; `proposed` is offered, in its folder, and a name without a suffix gets
-/// `suffix`. Asks before it replaces a file. Nothing when the user gave up.
+/// Asks under which name a file is to be saved; `proposed` is offered, in its folder, and a name
+/// without a suffix gets `suffix`. Asks before it replaces a file. Nothing when the user gave up.
 std::optional<std::filesystem::path> askFileToSave(QWidget* parent, const QString& title,
                                                    const std::filesystem::path& proposed,
                                                    const QString& filter, const QString& suffix);

@@ -9,8 +9,8 @@ namespace touch {
 
 void endWindow(QWidget& window, std::function<void()> after) {
   window.setEnabled(false);
-  // A shortcut holds its button down for a moment and clicks it then, enabled or not. What such a click opens would stand
-  // on a window that goes.
+  // A shortcut holds its button down for a moment and clicks it then, enabled or not. What such a
+  // click opens would stand on a window that goes.
   for (QAbstractButton* const button : window.findChildren<QAbstractButton*>())
     button->blockSignals(true);
   window.hide();

@@ -94,7 +94,8 @@ class DialogSettings {
 }  // namespace
 
 WindowManners::WindowManners() {
-  // Where settings are files, none can be made there; and what was never written need not be put back.
+  // Where settings are files, none can be made there; and what was never written need not be put
+  // back.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   qApp->installEventFilter(this);
 }
@@ -162,7 +163,8 @@ void WindowManners::remember(QWidget& window) {
 }
 
 bool WindowManners::hadKeyboard(const QWidget& hidden) const {
-  // By now Qt no longer calls it the active window. Whoever works in another program meanwhile is left there.
+  // By now Qt no longer calls it the active window. Whoever works in another program meanwhile is
+  // left there.
   return !windows_.empty() && windows_.front().data() == &hidden &&
          QGuiApplication::applicationState() == Qt::ApplicationActive;
 }

@@ -9,7 +9,8 @@ class QWidget;
 namespace touch {
 
 /// How every window of the program behaves, whoever opens it; lives as long as the application.
-/// - The keyboard follows the windows, also where no window manager sees to it, as on many a kiosk: whatever comes up
+/// - The keyboard follows the windows, also where no window manager sees to it, as on many a kiosk:
+/// whatever comes up
 ///   or is pressed has it, and what goes gives it back to the window below.
 /// - The wheel turns what has the focus, and scrolls the page above everything else.
 /// - Tab enters a group of options at the chosen one.

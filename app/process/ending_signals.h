@@ -9,9 +9,10 @@ namespace touch {
 /// The signals with which this system asks a program to end.
 std::vector<int> endingSignals();
 
-/// From `endWaits` on each wait of the program for a file, a pipe or a device ends within a second, also one that begins
-/// later: a signal ends only what is waited for when it comes. `prepareToEndWaits` goes before, when no driver is bound
-/// yet; the other may be called by a signal handler.
+/// From `endWaits` on each wait of the program for a file, a pipe or a device ends within a second,
+/// also one that begins later: a signal ends only what is waited for when it comes.
+/// `prepareToEndWaits` goes before, when no driver is bound yet; the other may be called by a
+/// signal handler.
 void prepareToEndWaits();
 void endWaits();
 

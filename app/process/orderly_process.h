@@ -2,8 +2,9 @@
 
 namespace touch {
 
-/// Lives as long as main() of a program. Writing that cannot be done fails then, and ends nothing; and whatever ends the
-/// program by `exit` before main() has come to its end, such as a touch driver, never looks like success.
+/// Lives as long as main() of a program. Writing that cannot be done fails then, and ends nothing;
+/// and whatever ends the program by `exit` before main() has come to its end, such as a touch
+/// driver, never looks like success.
 class OrderlyProcess {
  public:
   /// `program` is what it calls itself when it says so.

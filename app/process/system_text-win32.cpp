@@ -60,7 +60,8 @@ bool isConnected(HANDLE stream) {
   return stream != nullptr && stream != INVALID_HANDLE_VALUE;
 }
 
-/// Collects text and hands it to a console as a whole, whatever character set the console is set to.
+/// Collects text and hands it to a console as a whole, whatever character set the console is set
+/// to.
 class ConsoleBuffer final : public std::streambuf {
  public:
   explicit ConsoleBuffer(HANDLE console) : console_(console) {}
@@ -118,8 +119,8 @@ class SystemText::Translation {
 
     HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
     HANDLE errors = GetStdHandle(STD_ERROR_HANDLE);
-    // A program with windows has no console of its own; what it says about a wrong option goes to the one that it was
-    // started from.
+    // A program with windows has no console of its own; what it says about a wrong option goes to
+    // the one that it was started from.
     if (!isConnected(output) && !isConnected(errors) && AttachConsole(ATTACH_PARENT_PROCESS) != 0) {
       output = errors = CreateFileW(L"CONOUT$", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_WRITE,
                                     nullptr, OPEN_EXISTING, 0, nullptr);

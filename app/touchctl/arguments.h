@@ -11,12 +11,13 @@ class Arguments {
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
 
-  /// `words` without the program's name, in their order. Throws CLI::ParseError for a line that is wrong, and for one
-  /// that asks for help or the version only.
+  /// `words` without the program's name, in their order. Throws CLI::ParseError for a line that is
+  /// wrong, and for one that asks for help or the version only.
   void parse(std::vector<std::string> words);
 
   CLI::App& app() { return app_; }
-  /// Declares what each command takes, for those who list it; a line that is parsed declares what it names.
+  /// Declares what each command takes, for those who list it; a line that is parsed declares what
+  /// it names.
   void declareAll() { undeclared_.declareAll(); }
   /// What the words of some options can be, for completion.
   const KnownValues& known() const { return known_; }

@@ -21,8 +21,8 @@ using FileCommand = std::function<ExitStatus()>;
 /// Declares what a command takes and does.
 using Declaration = std::function<void(CLI::App& command)>;
 
-/// Commands of which only names and descriptions are declared as yet. Declaring all that they take costs a program
-/// more than its start, and a line names one.
+/// Commands of which only names and descriptions are declared as yet. Declaring all that they take
+/// costs a program more than its start, and a line names one.
 class Undeclared {
  public:
   Undeclared() = default;
@@ -38,9 +38,9 @@ class Undeclared {
   std::map<CLI::App*, Declaration> waiting_;
 };
 
-/// The command line while it is declared. Each command that is given leaves its options in `options` and itself in
-/// `command` or `fileCommand`; what it was given is checked before that. Values that only a callback checks are told to
-/// `known`. What it refers to outlives the parsing.
+/// The command line while it is declared. Each command that is given leaves its options in
+/// `options` and itself in `command` or `fileCommand`; what it was given is checked before that.
+/// Values that only a callback checks are told to `known`. What it refers to outlives the parsing.
 struct CommandLine {
   CLI::App& app;
   ShellOptions& options;

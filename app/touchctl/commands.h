@@ -48,10 +48,12 @@ ExitStatus changeSetting(Shell& shell, const Setting& setting, int value);
 /// Says how to put the parameters back that are kept in `file`; nothing when it is empty.
 void tellOfKeptBlock(const std::filesystem::path& file);
 
-/// Calibrates with `points` targets (2, 3, 5 or 9) and a simulated finger; needs a simulated driver.
+/// Calibrates with `points` targets (2, 3, 5 or 9) and a simulated finger; needs a simulated
+/// driver.
 ExitStatus calibrate(Shell& shell, int points);
 
-/// Draws the lines of the linearity tester with a simulated finger and judges them as drawn; needs a simulated driver.
+/// Draws the lines of the linearity tester with a simulated finger and judges them as drawn; needs
+/// a simulated driver.
 ExitStatus measureSimulatedLines(Shell& shell);
 
 /// "mean 1.23 %, at most 4.56 % of the panel's width"

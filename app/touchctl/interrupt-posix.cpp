@@ -48,7 +48,8 @@ bool interrupted() {
 
 void catchInterrupt() {
   prepareToEndWaits();
-  // A closed terminal may say so twice, its shell once more. Whoever has had it ignored wants the program to stay.
+  // A closed terminal may say so twice, its shell once more. Whoever has had it ignored wants the
+  // program to stay.
   struct sigaction hangUp {};
   if (sigaction(SIGHUP, nullptr, &hangUp) == 0 && hangUp.sa_handler != SIG_IGN)
     catchSignal(SIGHUP, onHangUp);

@@ -17,8 +17,8 @@ std::atomic<bool>& interruptFlag() {
 BOOL WINAPI onConsoleEvent(DWORD event) {
   const bool again = interruptFlag().exchange(true);
   if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT) return again ? FALSE : TRUE;
-  // The console is being closed. The program ends when this returns, or of its own accord while this waits; the system
-  // waits for neither longer than five seconds.
+  // The console is being closed. The program ends when this returns, or of its own accord while
+  // this waits; the system waits for neither longer than five seconds.
   Sleep(INFINITE);
   return TRUE;
 }

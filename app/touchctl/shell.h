@@ -18,8 +18,8 @@ namespace touch {
 /// How touchctl ends; scripts rely on the numbers.
 enum class ExitStatus { done = 0, failed = 1, wrongUse = 2, noDriver = 3, noController = 4 };
 
-/// Says messages on the error output; a question is asked only at a terminal and is otherwise answered as the command
-/// line said, which is said too. Ctrl+C leaves it without an answer.
+/// Says messages on the error output; a question is asked only at a terminal and is otherwise
+/// answered as the command line said, which is said too. Ctrl+C leaves it without an answer.
 class ShellPrompt final : public Prompt {
  public:
   explicit ShellPrompt(bool assumeYes, bool withoutBackup = false)
@@ -61,8 +61,8 @@ class Shell {
   const ShellOptions& options() const { return options_; }
   const std::string& controller() const { return session_.controllerName; }
 
-  /// Makes the controller that the user named, or else the first that answers, the current one. False after saying why
-  /// there is none.
+  /// Makes the controller that the user named, or else the first that answers, the current one.
+  /// False after saying why there is none.
   bool chooseController();
 
  private:

@@ -25,8 +25,9 @@ struct DiagnosticsPart {
   std::function<Result<std::string, Missing>()> make;
 };
 
-/// Packs the parts into a ZIP archive. A part that fails, by its result or by an exception, does not keep the others out: its entry
-/// says why it is missing. The home folder and the computer's name are left out of all. The names of those that failed are added to `failed`.
+/// Packs the parts into a ZIP archive. A part that fails, by its result or by an exception, does
+/// not keep the others out: its entry says why it is missing. The home folder and the computer's
+/// name are left out of all. The names of those that failed are added to `failed`.
 std::string packParts(const std::vector<DiagnosticsPart>& parts,
                       std::chrono::system_clock::time_point time, std::vector<std::string>& failed);
 
@@ -43,9 +44,10 @@ struct DiagnosticsSaved {
 std::string diagnosticsContents(const Patient& patient, const Diagnosis& diagnosis,
                                 const Trace& trace);
 
-/// Saves all that somebody needs who is to help from afar, in one ZIP file, whole or not at all: what the doctor has
-/// found as text and as JSON, the versions, and of each controller that answers the driver's settings and the
-/// parameter block; the end of the trace while it is on, as this program has written it. Reads from the controllers, and changes nothing in them.
+/// Saves all that somebody needs who is to help from afar, in one ZIP file, whole or not at all:
+/// what the doctor has found as text and as JSON, the versions, and of each controller that answers
+/// the driver's settings and the parameter block; the end of the trace while it is on, as this
+/// program has written it. Reads from the controllers, and changes nothing in them.
 DiagnosticsSaved saveDiagnostics(const std::filesystem::path& file, const Patient& patient,
                                  const Diagnosis& diagnosis, const Trace& trace,
                                  const DoctorProgress& progress = nullptr);

@@ -67,8 +67,9 @@ using DoctorProgress = std::function<void(const std::string& what)>;
 /// Looks at what can be seen without asking a controller and without writing anything.
 Diagnosis look(const Patient& patient);
 
-/// Looks at everything that has to be there for a controller to be found and worked with. Changes no setting and no
-/// controller, opens no serial port and leaves nothing behind; each controller is opened, asked what it is, and closed.
+/// Looks at everything that has to be there for a controller to be found and worked with. Changes
+/// no setting and no controller, opens no serial port and leaves nothing behind; each controller is
+/// opened, asked what it is, and closed.
 Diagnosis examine(const Patient& patient, const DoctorProgress& progress = nullptr);
 
 }  // namespace touch

@@ -10,7 +10,8 @@ class QListWidget;
 
 namespace touch {
 
-/// The page "Doctor": what stands between the user and his controller, why it matters, and what to do.
+/// The page "Doctor": what stands between the user and his controller, why it matters, and what to
+/// do.
 class frmDoctorPage final : public QWidget {
   Q_OBJECT
 

@@ -10,7 +10,8 @@ class QLayout;
 
 namespace touch {
 
-/// The page "Calibration": with how many targets to calibrate, and in a simulated run how far the panel errs.
+/// The page "Calibration": with how many targets to calibrate, and in a simulated run how far the
+/// panel errs.
 class frmCalibrationPage final : public QWidget {
   Q_OBJECT
 

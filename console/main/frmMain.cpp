@@ -173,7 +173,8 @@ void frmMain::perform(const QString& what, const std::function<Status()>& action
 void frmMain::connectPages() {
   connect(tabs_, &QTabWidget::currentChanged, this, [this] {
     showPageStatus();
-    // Whoever comes finds what is harmless, not the first button, nor the last one that he pressed there.
+    // Whoever comes finds what is harmless, not the first button, nor the last one that he pressed
+    // there.
     if (maintenancePage_->isAncestorOf(focusWidget())) maintenancePage_->harmless()->setFocus();
   });
   connect(controllerPage_, &frmControllerPage::controllerChosen, this, [this](int index) {
@@ -189,7 +190,8 @@ void frmMain::connectPages() {
     cancelSearch_->show();
     cancelSearch_->setFocus();
     console_.searchComPorts();
-    // Nobody is to come upon the ways out, or another search, by a Space that was meant to stop this one.
+    // Nobody is to come upon the ways out, or another search, by a Space that was meant to stop
+    // this one.
     controllerPage_->setFocus();
     cancelSearch_->hide();
     release_->show();
@@ -398,7 +400,8 @@ QWidget* frmMain::makeFooter() {
 }
 
 void frmMain::open() {
-  // Otherwise the button Exit has it, as the only one that is enabled during the start, and Enter ends the program.
+  // Otherwise the button Exit has it, as the only one that is enabled during the start, and Enter
+  // ends the program.
   controllerPage_->setFocus();
   qApp->installEventFilter(this);
   show();

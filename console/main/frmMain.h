@@ -95,7 +95,8 @@ class frmMain final : public QWidget, private MainView {
   void closeDebugger() override;
   void endProgram() override;
 
-  /// When the user sees the window: makes the pages that he does not see yet, and only now hears keys and waits.
+  /// When the user sees the window: makes the pages that he does not see yet, and only now hears
+  /// keys and waits.
   void begin();
   /// Those behind the first, into the places that their tabs have.
   void makeOtherPages();

@@ -6,7 +6,8 @@ namespace touch {
 
 struct SimulatedFault;
 
-/// The page "Tests": drawing and the linearity tester; in a simulated run the faults of the simulated panels, too.
+/// The page "Tests": drawing and the linearity tester; in a simulated run the faults of the
+/// simulated panels, too.
 class frmTestsPage final : public QWidget {
   Q_OBJECT
 

@@ -243,7 +243,8 @@ void MainConsole::searchComPorts() {
       view_.showStatus(outcome);
       prompt_.message(describe(found));
     }
-    // The search made the driver let go of its port; reading the settings makes it take the port back.
+    // The search made the driver let go of its port; reading the settings makes it take the port
+    // back.
     if (selected_) readSettings();
     view_.showStatus(outcome);
   });
@@ -328,7 +329,8 @@ void MainConsole::debuggerOpened() {
 void MainConsole::debuggerEnded(bool exit) {
   const auto debugged = std::exchange(debugged_, std::nullopt);
   if (!debugged) return;
-  // Commands past the driver may have changed anything: no word read before them is to be written at the end.
+  // Commands past the driver may have changed anything: no word read before them is to be written
+  // at the end.
   if (*debugged == selectedName()) {
     parameters_.forget();
     view_.showParameters();
@@ -393,7 +395,8 @@ std::string MainConsole::selectedName() const {
 void MainConsole::closingStep(WayOut way) {
   ShownAtClosing shown{selectedName(), firmware_, parameters_.parameter01()};
   shown.parameter01 = plcmd(access_, shown);
-  // A closed window locks once more as it is destroyed: a controller that slept through the first lock hears the second.
+  // A closed window locks once more as it is destroyed: a controller that slept through the first
+  // lock hears the second.
   if (way == WayOut::close) plcmd(access_, shown);
 }
 

@@ -80,14 +80,15 @@ class MainView {
 };
 
 /// The main window's rules: start-up, the chosen controller, passwords, and the ways out.
-/// One action at a time: what is asked for while another runs is dropped, and closing is put off until it has ended.
+/// One action at a time: what is asked for while another runs is dropped, and closing is put off
+/// until it has ended.
 class MainConsole {
  public:
   MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
               std::filesystem::path workFolder);
 
-  /// Finds the controllers and fills the window; the message catalogue is loaded before. `windowsVersion` is the major
-  /// version of the operating system where that is Windows.
+  /// Finds the controllers and fills the window; the message catalogue is loaded before.
+  /// `windowsVersion` is the major version of the operating system where that is Windows.
   void startUp(std::optional<int> windowsVersion);
   /// Finds the controllers anew. The current one stays when it is still listed and answers.
   void refresh();
@@ -103,7 +104,8 @@ class MainConsole {
   /// answers with. Returns that line, or why nothing was done.
   Status perform(const std::string& what, const std::function<Status()>& action);
 
-  /// Something that needs no controller: runs it when no other action runs, and shows the line that it answers with.
+  /// Something that needs no controller: runs it when no other action runs, and shows the line that
+  /// it answers with.
   void examine(const std::string& what, const std::function<Status()>& look);
 
   SettingsPanel& settings() { return settings_; }
@@ -118,10 +120,11 @@ class MainConsole {
   void testEnded();
 
   void requestDebugger(std::string_view passwordBox);  ///< Ctrl+A
-  /// The debugger has the current controller's port: until it has ended nothing else is done with that controller, and
-  /// nothing that would ask all of them.
+  /// The debugger has the current controller's port: until it has ended nothing else is done with
+  /// that controller, and nothing that would ask all of them.
   void debuggerOpened();
-  /// The driver has its port again; `exit`: the program is to end, and nothing more is said to the controller.
+  /// The driver has its port again; `exit`: the program is to end, and nothing more is said to the
+  /// controller.
   void debuggerEnded(bool exit);
   void requestPinDefinition();  ///< Ctrl+B
   /// The password box after any key: what it is to hold.

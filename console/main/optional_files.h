@@ -15,8 +15,8 @@ struct OptionalFile {
       effect;  ///< what the program does with it, or without it when it is damaged, as a sentence
 };
 
-/// Looks at each file that the program reads from its working folder if it is there: can it be read, does it hold what
-/// it should? Pictures are read to their end, and not decoded.
+/// Looks at each file that the program reads from its working folder if it is there: can it be
+/// read, does it hold what it should? Pictures are read to their end, and not decoded.
 std::vector<OptionalFile> examineOptionalFiles(const std::filesystem::path& workFolder);
 
 }  // namespace touch

@@ -10,8 +10,9 @@
 
 namespace touch {
 
-// The two pictures of the working folder: JPEG, PNG, GIF, BMP or ICO. Whoever can write there must not be able to hold up
-// the program's start or to fill its memory, which takes a file of a few bytes.
+// The two pictures of the working folder: JPEG, PNG, GIF, BMP or ICO. Whoever can write there must
+// not be able to hold up the program's start or to fill its memory, which takes a file of a few
+// bytes.
 
 /// What a picture may be at most, so that it is decoded within a second and a hundred megabytes.
 struct PictureLimits {

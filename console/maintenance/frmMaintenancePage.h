@@ -13,7 +13,8 @@ class QPushButton;
 
 namespace touch {
 
-/// The page "Maintenance": the controller's defaults and its reset, and the advanced frame that the key I reveals.
+/// The page "Maintenance": the controller's defaults and its reset, and the advanced frame that the
+/// key I reveals.
 class frmMaintenancePage final : public QWidget {
   Q_OBJECT
 
@@ -22,7 +23,8 @@ class frmMaintenancePage final : public QWidget {
                      Trace& trace, QWidget* parent = nullptr);
 
   void showAdvancedFrame();
-  /// What has the focus when nothing else on the page has it: pressing it changes nothing in a controller.
+  /// What has the focus when nothing else on the page has it: pressing it changes nothing in a
+  /// controller.
   QWidget* harmless() const;
   /// Whether there is a controller to maintain.
   void setPossible(bool possible);

@@ -12,8 +12,8 @@ namespace touch {
 
 /// The folder `backup` in the working folder: the way back from every write to a controller's
 /// parameters. It is made when something is first kept in it, and nothing in it is ever overwritten
-/// or deleted; any number of programs may keep at once. A folder or a file of these names that is a link or another
-/// user's is not used.
+/// or deleted; any number of programs may keep at once. A folder or a file of these names that is a
+/// link or another user's is not used.
 ///
 /// It holds parameter blocks, as ".vrq" files named after the time (UTC) and the controller,
 /// "20261231-235959-RS232_DEVICE_1.vrq", and the file "journal.txt": one line for each word that

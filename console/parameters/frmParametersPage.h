@@ -10,7 +10,8 @@ class QTableWidgetItem;
 
 namespace touch {
 
-/// The page "Parameters": the eight words of the parameter block, high and low byte, old beside new.
+/// The page "Parameters": the eight words of the parameter block, high and low byte, old beside
+/// new.
 class frmParametersPage final : public QWidget {
   Q_OBJECT
 
@@ -20,7 +21,8 @@ class frmParametersPage final : public QWidget {
 
   /// Puts what the editor holds into the table.
   void fill();
-  /// What is done with the controller: buttons that are to be at hand without scrolling. For whoever shows the page.
+  /// What is done with the controller: buttons that are to be at hand without scrolling. For
+  /// whoever shows the page.
   QWidget* actions() const { return actions_; }
 
  signals:

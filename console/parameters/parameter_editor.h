@@ -16,8 +16,8 @@ namespace touch {
 
 class Prompt;
 
-/// What the pages "Parameters" and "Maintenance" do with the parameter block without their windows. Each action answers
-/// with one line for the user; what needs more words is shown by the prompt.
+/// What the pages "Parameters" and "Maintenance" do with the parameter block without their windows.
+/// Each action answers with one line for the user; what needs more words is shown by the prompt.
 class ParameterEditor {
  public:
   ParameterEditor(const Access& access, Prompt& prompt, Backup backup)
@@ -28,8 +28,8 @@ class ParameterEditor {
 
   /// Another controller is the current one: nothing that was read or typed is its own.
   void forget();
-  /// The controller has another calibration: nothing that was read still holds, and undoing would destroy what has come
-  /// since.
+  /// The controller has another calibration: nothing that was read still holds, and undoing would
+  /// destroy what has come since.
   void calibrated();
 
   Status read();
@@ -42,7 +42,8 @@ class ParameterEditor {
   /// The differences, one a line, shown by the prompt.
   Status compare(const std::filesystem::path& file) const;
 
-  /// "Defaults"; the way back is then `undo()`, also after a second time: to what was there before the first.
+  /// "Defaults"; the way back is then `undo()`, also after a second time: to what was there before
+  /// the first.
   Status restoreDefaults();
   /// "Reset"
   Status reset();
@@ -51,7 +52,8 @@ class ParameterEditor {
   std::optional<ParameterWord> parameter01() const;
 
  private:
-  /// Adds to `outcome` that the controller does not let itself be read, if so: then nobody knows what it holds.
+  /// Adds to `outcome` that the controller does not let itself be read, if so: then nobody knows
+  /// what it holds.
   Status andReadAgain(Status outcome);
   Status outcome(const BlockWrite& write, const std::string& done) const;
 

@@ -42,8 +42,8 @@ class ParameterTable {
   void clear();
   /// Empties the old values: the controller may hold others now. The new ones stay.
   void forgetOld() { old_.reset(); }
-  /// The controller may hold other words than those that were read: nothing of them stays, neither as old value nor as
-  /// new one. What the user has typed stays.
+  /// The controller may hold other words than those that were read: nothing of them stays, neither
+  /// as old value nor as new one. What the user has typed stays.
   void expire();
 
   /// Empty texts where there is no value; "?" for old values that have expired.
@@ -52,8 +52,8 @@ class ParameterTable {
   /// The new value differs from the old one, or nobody knows the old one.
   bool changed(std::size_t row) const;
 
-  /// Makes `text` the byte's new value. Returns what was expected instead; then the text stays as it
-  /// was typed, and nothing can be written or saved until it is mended.
+  /// Makes `text` the byte's new value. Returns what was expected instead; then the text stays as
+  /// it was typed, and nothing can be written or saved until it is mended.
   std::optional<std::string> edit(std::size_t row, WordByte byte, std::string_view text);
   /// The byte's new text is none of a byte.
   bool isRejected(std::size_t row, WordByte byte) const;

@@ -41,7 +41,8 @@ Result<ParameterWord, WordError> readWord(const Access& access, std::uint8_t add
     reply = ask(connection, access.clock, frame, parameterWait);
     word = reply.word();
     if (word) {
-      // The second question is answered too. An answer has no address, and would be taken for the next word.
+      // The second question is answered too. An answer has no address, and would be taken for the
+      // next word.
       access.clock.delay(parameterWait);
       connection.flush();
     }

@@ -18,8 +18,8 @@ namespace touch {
 class SensorDrawing;
 class StatusLine;
 
-/// The sensor with its wires: each wire's analogue channel and I/O bit are chosen beside the wire. What is used twice is
-/// marked at once, and "Update" stays shut until nothing is.
+/// The sensor with its wires: each wire's analogue channel and I/O bit are chosen beside the wire.
+/// What is used twice is marked at once, and "Update" stays shut until nothing is.
 class frmPinDefine final : public QDialog {
   Q_OBJECT
 

@@ -12,8 +12,8 @@ namespace touch {
 
 class Prompt;
 
-/// The pin definition dialog without its window: the definition that the user makes, what is wrong with it, and the way
-/// back. Each action answers with one line for the user.
+/// The pin definition dialog without its window: the definition that the user makes, what is wrong
+/// with it, and the way back. Each action answers with one line for the user.
 class PinEditor {
  public:
   PinEditor(const Access& access, Prompt& prompt, Backup backup)
@@ -44,7 +44,8 @@ class PinEditor {
   Status outcome(const PinsWrite& write);
   /// The definition is what the controller holds.
   void settle() { known_ = definition_; }
-  /// Keeps words that are to be put back; of two for the same address the first is the one from before all updates.
+  /// Keeps words that are to be put back; of two for the same address the first is the one from
+  /// before all updates.
   void remember(const std::vector<WordValue>& before);
   /// Why nothing can be written now; empty when it can.
   std::string whyNotWritable() const;

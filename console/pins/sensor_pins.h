@@ -47,7 +47,8 @@ std::vector<PinProblem> checkPins(const MessageTable& messages, const PinDefinit
 /// Why there is no definition to show.
 struct PinsUnread {
   std::string reason;
-  /// The wire count could be read, and is neither 4 nor 5: nobody has defined this controller's pins.
+  /// The wire count could be read, and is neither 4 nor 5: nobody has defined this controller's
+  /// pins.
   bool undefined = false;
 };
 

@@ -132,7 +132,8 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
     group->addButton(option, value);
     row->addWidget(option);
   }
-  // A click counts even on the option that is shown already: what is shown and what the driver does may differ.
+  // A click counts even on the option that is shown already: what is shown and what the driver does
+  // may differ.
   connect(group, &QButtonGroup::idClicked, this,
           [this, setting](int value) { emit changeRequested(setting, value); });
   return box;

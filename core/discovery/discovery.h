@@ -22,13 +22,14 @@ struct ControllerList {
   std::optional<std::size_t> find(const std::string& name) const;
 };
 
-/// Told the name of each controller before it is probed, so that the user sees what the waiting is for; returns false
-/// to break the search off.
+/// Told the name of each controller before it is probed, so that the user sees what the waiting is
+/// for; returns false to break the search off.
 using ProbeProgress = std::function<bool(const std::string& name)>;
 
-/// Builds the list and chooses the first controller that answers "UT" with more than 5 bytes; each gets two tries.
-/// `preferred`, when it is listed, is asked before the others. The session's controller name is then the chosen one's,
-/// or the last one tried. Message 0 when the driver knows none.
+/// Builds the list and chooses the first controller that answers "UT" with more than 5 bytes; each
+/// gets two tries. `preferred`, when it is listed, is asked before the others. The session's
+/// controller name is then the chosen one's, or the last one tried. Message 0 when the driver knows
+/// none.
 ControllerList getctrname(const Access& access, Prompt& prompt,
                           const ProbeProgress& progress = nullptr,
                           const std::string& preferred = {});
@@ -36,7 +37,8 @@ ControllerList getctrname(const Access& access, Prompt& prompt,
 /// The list alone, without asking the controllers; message 0 when the driver knows none.
 ControllerList getctrnameo(const Access& access, Prompt& prompt);
 
-/// True for names of controllers that this system serves: "RS232" or "USB" in it, and "DEVICE" after its third character.
+/// True for names of controllers that this system serves: "RS232" or "USB" in it, and "DEVICE"
+/// after its third character.
 bool isServedName(std::string_view name);
 
 /// Asks the session's controller "Uu" which model it is.

@@ -17,7 +17,8 @@ struct Identity {
 /// Reads unit type and firmware of the session's controller.
 Identity readfw(const Access& access);
 
-/// What the unit type says about the model, for people: "first model", "model variant 03"; empty when it says nothing.
+/// What the unit type says about the model, for people: "first model", "model variant 03"; empty
+/// when it says nothing.
 std::string modelName(const std::string& unitType);
 
 /// The firmware that wants its parameter 01 written again before it is locked.

@@ -13,8 +13,8 @@
 namespace touch {
 
 /// One open controller. Opens on construction, closes on destruction, whatever happens between.
-/// The name becomes the session's controller name and the handle its handle. A failed open is no error here:
-/// it shows as empty replies, which the caller reports.
+/// The name becomes the session's controller name and the handle its handle. A failed open is no
+/// error here: it shows as empty replies, which the caller reports.
 class Connection {
  public:
   /// The count that every reply is read with, in bytes.
@@ -49,8 +49,8 @@ class Connection {
 /// Whether the session's controller can be opened; it is closed again.
 bool canBeOpened(const Access& access);
 
-/// The name of controller `number` (counted from 1), cut at the end of the 20-character buffer that the driver is
-/// given; nothing when the driver has none.
+/// The name of controller `number` (counted from 1), cut at the end of the 20-character buffer that
+/// the driver is given; nothing when the driver has none.
 std::optional<std::string> controllerName(Driver& driver, int number);
 
 }  // namespace touch

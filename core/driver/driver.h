@@ -25,8 +25,9 @@ class MissingOperation : public std::runtime_error {
   std::string operation_;
 };
 
-/// The touch driver as the rest of the system sees it: the 36 operations, and which of them are not there.
-/// Used through Connection wherever a controller is open; what it returns is not to be trusted.
+/// The touch driver as the rest of the system sees it: the 36 operations, and which of them are not
+/// there. Used through Connection wherever a controller is open; what it returns is not to be
+/// trusted.
 class Driver {
  public:
   Driver() = default;
@@ -44,7 +45,8 @@ class Driver {
   }
 };
 
-/// What it takes to have the driver's COM port for a while: what could not be given back is not taken.
+/// What it takes to have the driver's COM port for a while: what could not be given back is not
+/// taken.
 inline constexpr std::array<std::string_view, 4> portLoanOperations = {
     "OpenController", "CloseController", "CloseCOMPort", "ReopenCOMPort"};
 

@@ -1,10 +1,12 @@
 #pragma once
 
-// The touch driver library's whole contract in one table: name, parameters, and the parameters' names for a call.
-// The binding, the trace, the simulated library's exports and the recording library of the tests are all made from it.
+// The touch driver library's whole contract in one table: name, parameters, and the parameters'
+// names for a call. The binding, the trace, the simulated library's exports and the recording
+// library of the tests are all made from it.
 //
-// Every operation returns a 32-bit integer. Integers are 32 bits wide on the way in as well; flags, modes, numbers of
-// controllers and buffer sizes use the low 8 bits only. Text is zero-terminated, 8 bits a character.
+// Every operation returns a 32-bit integer. Integers are 32 bits wide on the way in as well; flags,
+// modes, numbers of controllers and buffer sizes use the low 8 bits only. Text is zero-terminated,
+// 8 bits a character.
 
 #include <cstdint>
 

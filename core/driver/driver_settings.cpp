@@ -27,7 +27,8 @@ void readOthers(Driver& driver, std::int32_t handle, DriverSettings& settings) {
 int readTouchMode(Driver& driver, std::int32_t handle) {
   const int mode = lowByte(driver.GetReportMode(handle));
   if (mode >= 1 && mode <= 3) return mode;
-  // Mode 1 is what every driver can do, and "Drawing" is what such a controller then does: shown and written differ.
+  // Mode 1 is what every driver can do, and "Drawing" is what such a controller then does: shown
+  // and written differ.
   driver.SetReportMode(handle, 1);
   return 2;
 }

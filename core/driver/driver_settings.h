@@ -29,13 +29,13 @@ struct DriverSettings {
   friend bool operator==(const DriverSettings&, const DriverSettings&) = default;
 };
 
-/// Makes the driver take the controller's port back, then reads every setting into `settings`, which keeps what was
-/// read before an operation that the driver library lacks. A touch mode or a right-click time out of range is put right
-/// in the driver.
+/// Makes the driver take the controller's port back, then reads every setting into `settings`,
+/// which keeps what was read before an operation that the driver library lacks. A touch mode or a
+/// right-click time out of range is put right in the driver.
 void readset(const Access& access, DriverSettings& settings);
 
-/// Every setting as the driver reports it, for whoever only wants to know: nothing is put right. Nothing when the
-/// controller cannot be opened.
+/// Every setting as the driver reports it, for whoever only wants to know: nothing is put right.
+/// Nothing when the controller cannot be opened.
 std::optional<DriverSettings> reportedSettings(const Access& access);
 
 }  // namespace touch

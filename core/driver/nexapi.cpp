@@ -27,7 +27,8 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
     const std::optional<std::filesystem::path>& path) {
   const std::string shownName = path ? path->string() : makersLibrary;
   std::error_code failed;
-  // Windows finds a library's own libraries beside it only when its path has the system's own separators.
+  // Windows finds a library's own libraries beside it only when its path has the system's own
+  // separators.
   const auto file =
       path ? std::filesystem::absolute(*path, failed).make_preferred() : std::filesystem::path();
   if (failed) return BindError{shownName, failed.message()};

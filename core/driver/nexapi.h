@@ -18,8 +18,8 @@ namespace touch {
 /// A shared library, loaded until destroyed.
 class SharedLibrary {
  public:
-  /// By full path, or by the name that the platform's loader and this program's own folder know it by; never from the
-  /// current folder. The error is the platform's own words.
+  /// By full path, or by the name that the platform's loader and this program's own folder know it
+  /// by; never from the current folder. The error is the platform's own words.
   static Result<SharedLibrary, std::string> loadPath(const std::filesystem::path& path);
   static Result<SharedLibrary, std::string> loadNamed(const std::string& name);
 
@@ -39,7 +39,8 @@ class SharedLibrary {
   std::filesystem::path path_;
 };
 
-/// To be called first of all: from then on no library is loaded from the current folder or from PATH, whoever loads it.
+/// To be called first of all: from then on no library is loaded from the current folder or from
+/// PATH, whoever loads it.
 void trustOwnFoldersAlone();
 
 /// The folder that holds the running program; empty when the system does not tell.
@@ -62,9 +63,9 @@ struct BindError {
   }
 };
 
-/// The touch driver in a shared library: every call goes straight to the function of the same name. The call of one
-/// that the library lacks throws MissingOperation. What the library changes in the process as it is loaded or opens a
-/// controller is put right.
+/// The touch driver in a shared library: every call goes straight to the function of the same name.
+/// The call of one that the library lacks throws MissingOperation. What the library changes in the
+/// process as it is loaded or opens a controller is put right.
 class NexapiDriver final : public Driver {
  public:
   /// What the maker's library is called.
@@ -73,8 +74,9 @@ class NexapiDriver final : public Driver {
   static constexpr int operationCount = NEXAPI_OPERATIONS(TOUCH_COUNT);
 #undef TOUCH_COUNT
 
-  /// Binds the library at `path`, or, without one, the maker's `nexapi` where the platform's loader finds it.
-  /// A library that lacks some of the 36 operations is bound all the same; one that has none is no touch driver.
+  /// Binds the library at `path`, or, without one, the maker's `nexapi` where the platform's loader
+  /// finds it. A library that lacks some of the 36 operations is bound all the same; one that has
+  /// none is no touch driver.
   static Result<std::unique_ptr<NexapiDriver>, BindError> bind(
       const std::optional<std::filesystem::path>& path);
 
@@ -121,7 +123,8 @@ class NexapiDriver final : public Driver {
 
   void require(std::string_view operation, bool there) const {
     if (!there) throw MissingOperation(operation);
-    // What could not be closed again is not opened: it is closed where nothing can be thrown any more.
+    // What could not be closed again is not opened: it is closed where nothing can be thrown any
+    // more.
     if (operation == "OpenController")
       require("CloseController", functions_.CloseController != nullptr);
   }

@@ -39,8 +39,9 @@ bool isOneOf(const std::vector<fs::path>& folders, const fs::path& folder) {
       folders, [&](const fs::path& one) { return fs::equivalent(one, folder, missing); });
 }
 
-/// Whether an element of the loader's search path is the current folder, where anybody may have put a library of this
-/// name. It is when it is empty or relative, and also by another name that leads there.
+/// Whether an element of the loader's search path is the current folder, where anybody may have put
+/// a library of this name. It is when it is empty or relative, and also by another name that leads
+/// there.
 bool reachesCurrentFolder(const fs::path& element) {
   if (!element.is_absolute()) return true;
   return isOneOf({"."}, element) && !isOneOf(ownFolders(), element);
@@ -61,7 +62,8 @@ bool searchPathReachesCurrentFolder() {
 }  // namespace
 
 void trustOwnFoldersAlone() {
-  // The loader never looks into the current folder here unless LD_LIBRARY_PATH names it, which is refused.
+  // The loader never looks into the current folder here unless LD_LIBRARY_PATH names it, which is
+  // refused.
 }
 
 std::string librarySearchPlaces() {

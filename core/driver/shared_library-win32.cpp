@@ -39,7 +39,8 @@ std::filesystem::path moduleFile(HMODULE module) {
 }  // namespace
 
 void trustOwnFoldersAlone() {
-  // For every library that anybody in this program loads by name from here on: Qt its plugins', the system its own.
+  // For every library that anybody in this program loads by name from here on: Qt its plugins', the
+  // system its own.
   SetDefaultDllDirectories(trustedFolders);
 }
 

@@ -8,13 +8,15 @@ namespace touch {
 
 class NexapiDriver;
 
-/// The hand on a simulated driver's panels: the one export that such a library has beside the 36 operations.
+/// The hand on a simulated driver's panels: the one export that such a library has beside the 36
+/// operations.
 class Simulation {
  public:
   /// Nothing when the driver is a real one.
   static std::optional<Simulation> of(const NexapiDriver& driver);
 
-  /// Distances between where the finger is and what the controller reports, as fractions of the panel's width.
+  /// Distances between where the finger is and what the controller reports, as fractions of the
+  /// panel's width.
   struct PanelError {
     double mean = 0;
     double greatest = 0;
@@ -32,7 +34,8 @@ class Simulation {
   std::optional<PanelError> panelError(const std::string& controller) const;
   /// What the controller reports for a finger at a place; nothing where the panel feels no touch.
   std::optional<Place> report(double x, double y, const std::string& controller) const;
-  /// Changes a trait of the panel: `value` is a number or "new", as the simulator's requests have it.
+  /// Changes a trait of the panel: `value` is a number or "new", as the simulator's requests have
+  /// it.
   void changePanel(const std::string& trait, const std::string& value,
                    const std::string& controller) const;
   /// The device of a serial controller's port, empty while the driver owns it.

@@ -14,8 +14,8 @@
 
 namespace touch {
 
-/// Where every driver call and every serial transfer is written while tracing is on: one JSON object a line, with the
-/// time in UTC. Bytes are written in hexadecimal. Off until started.
+/// Where every driver call and every serial transfer is written while tracing is on: one JSON
+/// object a line, with the time in UTC. Bytes are written in hexadecimal. Off until started.
 class Trace {
  public:
   /// A day's work. What is forgotten while it is on must not fill the disk.
@@ -24,7 +24,8 @@ class Trace {
   /// It ends by itself behind `limit` bytes.
   explicit Trace(std::size_t limit = largest) : limit_(limit) {}
 
-  /// Starts a new trace in `file`, which must not be a link or another user's; returns why that cannot be, or nothing.
+  /// Starts a new trace in `file`, which must not be a link or another user's; returns why that
+  /// cannot be, or nothing.
   std::optional<std::string> start(const std::filesystem::path& file);
   void stop();
   bool isOn() const { return file_ != nullptr; }
@@ -32,8 +33,8 @@ class Trace {
   std::optional<std::string> takeBreak() { return std::exchange(break_, std::nullopt); }
   /// Where it is, or was last, written.
   const std::filesystem::path& path() const { return path_; }
-  /// The last `limit` bytes that were written, without the rest of a line that begins before them. Nothing when they
-  /// cannot be read.
+  /// The last `limit` bytes that were written, without the rest of a line that begins before them.
+  /// Nothing when they cannot be read.
   std::optional<std::string> end(std::size_t limit) const;
 
   /// `members` are JSON members without the surrounding braces, e.g. "\"call\":\"IsPenUp\"".

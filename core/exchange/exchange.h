@@ -18,14 +18,15 @@ inline constexpr auto commandWait = 300ms;
 /// Writes the frame, waits, reads up to 10 bytes.
 Reply ask(Connection& connection, Clock& clock, const Frame& frame, std::chrono::milliseconds wait);
 
-/// Opens the session's controller, drops what it had to say, and writes `frame` until it is acknowledged: at most
-/// twice. Returns the last reply: what the second says counts, whatever it is.
+/// Opens the session's controller, drops what it had to say, and writes `frame` until it is
+/// acknowledged: at most twice. Returns the last reply: what the second says counts, whatever it
+/// is.
 Reply exchange(const Access& access, const Frame& frame);
 /// The same; returns whether the frame was acknowledged.
 bool exchangeAcknowledged(const Access& access, const Frame& frame);
 
-/// Opens `controller` and writes `frame` twice without judging the reply: for a command that a controller on its way
-/// out of use may no longer answer.
+/// Opens `controller` and writes `frame` twice without judging the reply: for a command that a
+/// controller on its way out of use may no longer answer.
 void exchangeUnacknowledged(const Access& access, const std::string& controller,
                             const Frame& frame);
 

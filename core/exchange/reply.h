@@ -17,9 +17,11 @@ struct Reply {
   std::size_t size() const { return bytes.size(); }
   /// The second byte is "0". The first is the reply's own start byte and says nothing.
   bool acknowledged() const { return bytes.size() >= 2 && bytes[1] == '0'; }
-  /// The printable characters (0x20 and above) between the first and the last byte; empty for 3 bytes or fewer.
+  /// The printable characters (0x20 and above) between the first and the last byte; empty for 3
+  /// bytes or fewer.
   std::string text() const;
-  /// The word that a "GP" is answered with: 7 bytes, 0x01, "0", four hexadecimal digits (high byte first), 0x0D.
+  /// The word that a "GP" is answered with: 7 bytes, 0x01, "0", four hexadecimal digits (high byte
+  /// first), 0x0D.
   std::optional<ParameterWord> word() const;
 };
 

@@ -14,7 +14,8 @@ namespace touch {
 namespace {
 
 constexpr std::size_t fileTexts = 100;
-// In bytes. What has no line end for longer than this is no message file, and is not to fill the memory.
+// In bytes. What has no line end for longer than this is no message file, and is not to fill the
+// memory.
 constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
 constexpr std::array<std::string_view, 51> builtInTexts = {
@@ -71,7 +72,8 @@ constexpr std::array<std::string_view, 51> builtInTexts = {
     "Width",
 };
 
-/// The next line without its end (LF or CR LF); false at the end of the file or when the line is too long.
+/// The next line without its end (LF or CR LF); false at the end of the file or when the line is
+/// too long.
 enum class LineRead { line, end, tooLong };
 
 LineRead readLine(std::istream& file, std::string& line) {

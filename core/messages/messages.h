@@ -59,8 +59,8 @@ class MessageTable {
   std::array<std::string, 101> texts_;
 };
 
-/// The first 100 lines of `file` replace the whole table. UTF-8 where they are valid UTF-8, else Latin-1; the texts in
-/// the table are UTF-8 either way. `name` is what an error calls the file.
+/// The first 100 lines of `file` replace the whole table. UTF-8 where they are valid UTF-8, else
+/// Latin-1; the texts in the table are UTF-8 either way. `name` is what an error calls the file.
 Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name);
 
 /// The texts of "errmsg.txt" in `folder`; without that file, the built-in ones.

@@ -118,8 +118,8 @@ std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const 
       "",
   };
   for (std::size_t i = 0; i < samples.size(); ++i) {
-    // The lines of a horizontal stroke are taken from x like those of a vertical one: the list's readers know the
-    // column as the x of each sample. The summary above is the measurement.
+    // The lines of a horizontal stroke are taken from x like those of a vertical one: the list's
+    // readers know the column as the x of each sample. The summary above is the measurement.
     const float off = deviation(samples[i].x, line.position, screen);
     lines.push_back(sampleLine(i + 1, off, tolerancePercent));
   }

@@ -10,7 +10,8 @@
 
 namespace touch {
 
-/// Halves go to the even neighbour. Positions have 16 bits on screens up to 2184 pixels wide; larger screens need more.
+/// Halves go to the even neighbour. Positions have 16 bits on screens up to 2184 pixels wide;
+/// larger screens need more.
 int roundedTwips(float position);
 
 /// The guide line that a stroke is measured against.
@@ -25,12 +26,14 @@ struct LineMatch {
 /// What the matching of a stroke's start leaves behind.
 struct Matching {
   std::optional<LineMatch> line;
-  /// The pen's width from now on. It comes back from 1 only when the orientation that was tried last matched: a thin
-  /// stroke stands for a start that hit no line, and stays thin until the user chooses a width.
+  /// The pen's width from now on. It comes back from 1 only when the orientation that was tried
+  /// last matched: a thin stroke stands for a start that hit no line, and stays thin until the user
+  /// chooses a width.
   int drawWidth = 1;
 };
 
-/// Finds the guide line on which a stroke starts: the start lies in the line's band, not on the band's edge.
+/// Finds the guide line on which a stroke starts: the start lies in the line's band, not on the
+/// band's edge.
 class LineMatcher {
  public:
   LineMatcher(const GuideLines& guides, Bands bands) : guides_(guides), bands_(bands) {}
@@ -38,8 +41,8 @@ class LineMatcher {
   /// Tries the vertical lines at `x`, the horizontal lines at `y`.
   Matching Hpostest(int x, int drawWidth) const;
   Matching Vpostest(int y, int drawWidth) const;
-  /// Tries both. Where two lines cross the horizontal one wins, except at the upper and lower edge of the screen, where
-  /// only a vertical line can begin.
+  /// Tries both. Where two lines cross the horizontal one wins, except at the upper and lower edge
+  /// of the screen, where only a vertical line can begin.
   Matching postest(int x, int y, int drawWidth) const;
 
   /// `point` has left the band of line `index`.
@@ -52,9 +55,9 @@ class LineMatcher {
   Bands bands_;
 };
 
-/// How far `coordinate` lies from a line, in percent of the screen's width. The width is the measure for horizontal
-/// lines as well, so that a percent is the same length in both directions, although the band of a horizontal line is
-/// cut from the height.
+/// How far `coordinate` lies from a line, in percent of the screen's width. The width is the
+/// measure for horizontal lines as well, so that a percent is the same length in both directions,
+/// although the band of a horizontal line is cut from the height.
 float deviation(float coordinate, int position, TwipsSize screen);
 
 struct StrokeStatistics {
@@ -66,7 +69,8 @@ struct StrokeStatistics {
   double average() const { return sum / static_cast<double>(count); }
 };
 
-/// The signed deviations of at least one sample: x counts for a vertical line, y for a horizontal one.
+/// The signed deviations of at least one sample: x counts for a vertical line, y for a horizontal
+/// one.
 StrokeStatistics measureStroke(std::span<const TwipsPoint> samples, const LineMatch& line,
                                TwipsSize screen);
 
@@ -77,12 +81,13 @@ std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const 
 /// "Vertical #3", "Horizontal #1".
 std::string lineTitle(int index);
 
-/// `start`, moved so that a panel of this length lies on the screen; at its beginning when it is longer than that.
+/// `start`, moved so that a panel of this length lies on the screen; at its beginning when it is
+/// longer than that.
 float onScreen(float start, float length, float screen);
 /// The upper left corner of a list of `size` beside the pen, on the side where there is room.
 TwipsPoint placeBeside(TwipsPoint pen, TwipsSize size, TwipsSize screen);
-/// That corner, moved on the screen and off what must be seen beside the list: no farther than it takes. Where there is
-/// no such place the list stays.
+/// That corner, moved on the screen and off what must be seen beside the list: no farther than it
+/// takes. Where there is no such place the list stays.
 TwipsPoint clearOf(TwipsPoint corner, TwipsSize size, TwipsSize screen,
                    std::span<const TwipsRect> needed);
 /// The guide line with some room on both sides, for a list that must not cover it.

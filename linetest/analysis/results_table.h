@@ -16,9 +16,9 @@ struct ResultsRow {
   std::string maximum;
   std::string minimum;
   std::size_t quantity = 0;
-  float start =
-      0;  ///< y of the first sample, for both orientations: it tells where on the panel the stroke began
-  float end = 0;  ///< y of the last sample
+  float start = 0;  ///< y of the first sample, for both orientations: it tells where on the panel
+                    ///< the stroke began
+  float end = 0;    ///< y of the last sample
 };
 
 /// The results table as it is shown.

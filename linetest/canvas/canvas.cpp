@@ -160,7 +160,8 @@ void Canvas::testStart(TwipsPoint at) {
 }
 
 void Canvas::setTested(const std::optional<LineMatch>& line) {
-  // While lines are tested, a held touch that the driver turns into a right click must not open the menu.
+  // While lines are tested, a held touch that the driver turns into a right click must not open the
+  // menu.
   menuAllowed_ = !line;
   tested_ = StrokeTested::no;
   if (!line) return;
@@ -182,7 +183,8 @@ void Canvas::pointerMove(TwipsPoint at) {
   if (tested_ != StrokeTested::no) tint(at);
 }
 
-// The ink changes from the next piece on: it shows where the stroke went after it had left the band.
+// The ink changes from the next piece on: it shows where the stroke went after it had left the
+// band.
 void Canvas::tint(TwipsPoint at) {
   foreground_ = matcher().hasStrayed(line_.index, at) ? strayed : inBand;
 }

@@ -79,8 +79,8 @@ struct CanvasParts {
   std::filesystem::path workingFolder;  ///< where the file dialogs start
 };
 
-/// The full-screen drawing canvas: draws what the pointer traces, tints and measures strokes along the guide lines,
-/// obeys keys and the menu. One is made each time that the screen is entered.
+/// The full-screen drawing canvas: draws what the pointer traces, tints and measures strokes along
+/// the guide lines, obeys keys and the menu. One is made each time that the screen is entered.
 class Canvas {
  public:
   /// The banner goes at the sixth tick.
@@ -90,8 +90,9 @@ class Canvas {
 
   /// The screen is shown.
   void activate();
-  /// Shows what this run has recorded since the last clear. Strokes of a run that died are offered, once: they are drawn
-  /// and recorded anew, or kept as a drawing file. Unanswered they stay as they are, and the screen is left.
+  /// Shows what this run has recorded since the last clear. Strokes of a run that died are offered,
+  /// once: they are drawn and recorded anew, or kept as a drawing file. Unanswered they stay as
+  /// they are, and the screen is left.
   void takeUpStrokes();
   /// The screen has another size now; the ink stays where it is.
   void resize(TwipsSize screen);
@@ -119,8 +120,9 @@ class Canvas {
 
   /// Draws everything anew, for a surface that has lost it.
   void repaint(Surface& surface) const { picture_.drawOn(surface); }
-  /// Draws a saved drawing over what is there. A long one comes in pieces, and Esc takes it back; until it is there,
-  /// nothing else is done. A file that cannot be read is told to the user and changes nothing.
+  /// Draws a saved drawing over what is there. A long one comes in pieces, and Esc takes it back;
+  /// until it is there, nothing else is done. A file that cannot be read is told to the user and
+  /// changes nothing.
   void viewsave(const std::filesystem::path& file);
 
   const Pen& pen() const { return pen_; }
@@ -173,7 +175,8 @@ class Canvas {
   void view();
   void showResults();
   bool mayReplace(const std::filesystem::path& file);
-  /// Whether they are to be restored; false when they were kept aside, nothing when they stay where they are.
+  /// Whether they are to be restored; false when they were kept aside, nothing when they stay where
+  /// they are.
   std::optional<bool> offer(const LeftStrokes& left);
   void goAtOnce();
   void viewOn();

@@ -16,7 +16,8 @@ constexpr std::string_view saveFilter = "Text (*.fdw) |*.fdw";
 constexpr std::string_view openFilter = "(*.fdw)|*.fdw";
 constexpr std::size_t shortestSaveName = 2;
 constexpr std::size_t shortestOpenName = 4;
-/// Of a drawing that is viewed. So many take some hundredths of a second; then the screen is shown and the user heard.
+/// Of a drawing that is viewed. So many take some hundredths of a second; then the screen is shown
+/// and the user heard.
 constexpr std::size_t samplesAtATime = 10'000;
 constexpr auto betweenPieces = std::chrono::milliseconds(1);
 
@@ -50,7 +51,8 @@ void Canvas::takeUpStrokes() {
     const auto restored = offer(left);
     if (!restored) return goAtOnce();
     if (!*restored) return;
-    // The strokes come back into the state in which they were drawn, so that they can be saved and others be added.
+    // The strokes come back into the state in which they were drawn, so that they can be saved and
+    // others be added.
     parts_.switches.toleranceTest = true;
     parts_.switches.unsaved = true;
   }

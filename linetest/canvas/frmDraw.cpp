@@ -271,8 +271,8 @@ void frmDraw::resizeEvent(QResizeEvent*) {
   placePanels();
 }
 
-// The tools lie between the second and the third vertical and the last two horizontal guide lines, and cover none, as
-// long as the screen is large enough.
+// The tools lie between the second and the third vertical and the last two horizontal guide lines,
+// and cover none, as long as the screen is large enough.
 bool frmDraw::hasRoomForTools() const {
   const GuideLines guides(canvasWidget_->sizeInTwips());
   const QSize cell(pixels(guides.V(2) - guides.V(1)), pixels(guides.H(4) - guides.H(3)));
@@ -393,7 +393,8 @@ void frmDraw::placePanels() {
   fitResultsList();
 }
 
-// So narrow that on a small screen there is a place for it beside the fields of the grid that are taken.
+// So narrow that on a small screen there is a place for it beside the fields of the grid that are
+// taken.
 void frmDraw::fitResultsList() {
   constexpr int smallestLetters = 8;  // pixels
   const GuideLines guides(canvasWidget_->sizeInTwips());
@@ -536,8 +537,8 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
       item->setForeground(colourOf(cell.colour));
       if (row == 0) resultsTable_->setHorizontalHeaderItem(column, new QTableWidgetItem(*item));
       if (cell.colour == ResultsSheet::beyondTolerance && !cell.text.empty()) {
-        // Red alone is too faint on white, and tells nothing to those who do not see it. Thin letters would be faint on
-        // black as well.
+        // Red alone is too faint on white, and tells nothing to those who do not see it. Thin
+        // letters would be faint on black as well.
         item->setBackground(Qt::black);
         item->setFont(beyondTolerance);
         item->setData(Qt::AccessibleTextRole, tr("%1, beyond the tolerance").arg(item->text()));

@@ -21,8 +21,8 @@ namespace touch {
 class FingerList;
 class TouchCanvas;
 
-/// The full-screen drawing canvas with its panels. Keys reach the canvas whatever has the focus; every key has a line in
-/// the help panel or a button for whoever has only a finger.
+/// The full-screen drawing canvas with its panels. Keys reach the canvas whatever has the focus;
+/// every key has a line in the help panel or a button for whoever has only a finger.
 class frmDraw final : public FullScreenWindow, public CanvasView {
   Q_OBJECT
 

@@ -14,8 +14,8 @@
 
 namespace touch {
 
-// Drawing files, ".fdw": the strokes one after the other, without a header or an end mark. Numbers are laid out as
-// number_layout.h says. Each stroke has the records
+// Drawing files, ".fdw": the strokes one after the other, without a header or an end mark. Numbers
+// are laid out as number_layout.h says. Each stroke has the records
 //
 //   Line #000            the stroke's number, at least three digits
 //   palette index        0 to 15
@@ -25,8 +25,8 @@ namespace touch {
 
 using Drawing = std::vector<Stroke>;
 
-/// What a drawing may hold: hours of drawing without a rest, and little enough to be read at once. More is neither read
-/// nor written.
+/// What a drawing may hold: hours of drawing without a rest, and little enough to be read at once.
+/// More is neither read nor written.
 struct DrawingLimits {
   std::size_t strokes = 50'000;
   std::size_t samples = 4'000'000;

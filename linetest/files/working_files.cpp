@@ -160,7 +160,8 @@ std::optional<FileError> WorkingFiles::prepare() const {
     auto folder = MarkedFolder::make(candidate);
     if (!folder && !first) first = folder.error();
     if (!folder) folder = MarkedFolder::take(candidate);
-    // Strokes that another program has left since this one was started are for one that offers them.
+    // Strokes that another program has left since this one was started are for one that offers
+    // them.
     if (!folder || !numbersIn(folder->files()).empty()) continue;
     place_->path = candidate;
     place_->folder = std::move(*folder);

@@ -14,8 +14,9 @@ namespace touch {
 
 class OwnFolder;
 
-// Working files: each recorded stroke as soon as it is drawn, so that a crash loses none. "tmp000.tmp", "tmp001.tmp" …
-// in a folder of their own; numbers are laid out as number_layout.h says. The records are
+// Working files: each recorded stroke as soon as it is drawn, so that a crash loses none.
+// "tmp000.tmp", "tmp001.tmp" … in a folder of their own; numbers are laid out as number_layout.h
+// says. The records are
 //
 //   palette index        0 to 15
 //   width                1 or 2
@@ -39,9 +40,10 @@ struct LeftStrokes {
 
 class WorkingFiles {
  public:
-  /// They live in the folder "tmp" under `workingFolder`, or in "tmp" to "tmp9" under `fallBack` when none can be made
-  /// there, another program has its own there, or what has the name was not made and marked by this system. The folder is
-  /// made when the first stroke is written; one with strokes that an earlier run has left is taken at once.
+  /// They live in the folder "tmp" under `workingFolder`, or in "tmp" to "tmp9" under `fallBack`
+  /// when none can be made there, another program has its own there, or what has the name was not
+  /// made and marked by this system. The folder is made when the first stroke is written; one with
+  /// strokes that an earlier run has left is taken at once.
   WorkingFiles(const std::filesystem::path& workingFolder, const std::filesystem::path& fallBack);
   WorkingFiles(WorkingFiles&&) noexcept;
   WorkingFiles& operator=(WorkingFiles&&) noexcept;
@@ -57,27 +59,29 @@ class WorkingFiles {
   Result<std::vector<Stroke>, FileError> readAll(int count) const;
   void remove(int number) const;
 
-  /// Whether the drawing in the files is one that its program did not come to finish: neither cleared nor saved, nor left
-  /// by the user. A file tells it to the next run.
+  /// Whether the drawing in the files is one that its program did not come to finish: neither
+  /// cleared nor saved, nor left by the user. A file tells it to the next run.
   bool isUnfinished() const;
   std::optional<FileError> markUnfinished() const;
   void finish() const;
 
-  /// Deletes every file of a stroke in the folder, which is the system's own, and what a crash in the middle of a write
-  /// has left of one; nothing else. That finishes the drawing.
+  /// Deletes every file of a stroke in the folder, which is the system's own, and what a crash in
+  /// the middle of a write has left of one; nothing else. That finishes the drawing.
   std::optional<FileError> clear() const;
   LeftStrokes left() const;
-  /// Gives the damaged files of `left` names that say so, under which nothing is written and nothing deleted.
+  /// Gives the damaged files of `left` names that say so, under which nothing is written and
+  /// nothing deleted.
   std::optional<FileError> setDamagedAside(const LeftStrokes& left) const;
   /// Where `keepAside` will keep strokes: a drawing file of a free name in the folder.
   std::filesystem::path asidePath() const;
-  /// Turns the strokes of `left` into that drawing file, which nothing writes to or deletes any more.
+  /// Turns the strokes of `left` into that drawing file, which nothing writes to or deletes any
+  /// more.
   std::optional<FileError> keepAside(const LeftStrokes& left) const;
-  /// Keeps all strokes that are in the folder aside, so that those of a new drawing take no other's place. None is
-  /// deleted.
+  /// Keeps all strokes that are in the folder aside, so that those of a new drawing take no other's
+  /// place. None is deleted.
   std::optional<FileError> makeRoom() const;
-  /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them. It takes no room on
-  /// the disk, and a crash in between loses none.
+  /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them.
+  /// It takes no room on the disk, and a crash in between loses none.
   std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;
 
  private:

@@ -32,7 +32,8 @@ struct LinearityParts {
   std::filesystem::path workingFolder;  ///< where the result files are
 };
 
-/// The full-screen linearity tester: asks for the panel's size, guides through the lines, shows the results.
+/// The full-screen linearity tester: asks for the panel's size, guides through the lines, shows the
+/// results.
 class frmLinearity final : public FullScreenWindow {
   Q_OBJECT
 
@@ -58,8 +59,8 @@ class frmLinearity final : public FullScreenWindow {
 
   void sizeEntered();
   void begin();
-  /// Takes up what an earlier run has measured: without a question when that is all, else as the user says; false when
-  /// the question was taken away.
+  /// Takes up what an earlier run has measured: without a question when that is all, else as the
+  /// user says; false when the question was taken away.
   bool takeUpEarlierResults();
   /// Left in their places they would be taken for results of the panel that is measured now.
   void putAside(std::span<const TestLine> lines);

@@ -19,7 +19,8 @@ struct LinearityReport {
 QByteArray linearityPng(const LinearityReport& report);
 QByteArray linearityPdf(const LinearityReport& report);
 
-/// The page on the screen, as large as there is room, but never so small that its figures could not be read.
+/// The page on the screen, as large as there is room, but never so small that its figures could not
+/// be read.
 class frmLinearityPage final : public QWidget {
   Q_OBJECT
 

@@ -10,7 +10,8 @@ namespace {
 constexpr double twipsPerInch = 1440;
 constexpr double mmPerInch = 25.4;
 constexpr double tiltLength = 100;  // mm
-// A stroke that is nearer to the perpendicular than to its guide follows it nowhere; its direction says nothing.
+// A stroke that is nearer to the perpendicular than to its guide follows it nowhere; its direction
+// says nothing.
 constexpr double steepest = 1;
 
 /// A sample as seen from its guide, in mm.

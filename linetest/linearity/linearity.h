@@ -19,8 +19,8 @@ struct MeasuredPanel {
   /// For a panel of unknown size: 96 logical pixels an inch.
   static MeasuredPanel ofNominalSize(TwipsSize screen);
 
-  /// The length over which a line's deviations are a percent: the width for a vertical line, the height for a
-  /// horizontal one.
+  /// The length over which a line's deviations are a percent: the width for a vertical line, the
+  /// height for a horizontal one.
   double acrossMm(Orientation orientation) const {
     return orientation == Orientation::vertical ? widthMm : heightMm;
   }
@@ -41,7 +41,8 @@ struct GuidedLine {
   float position = 0;
 };
 
-/// Signed distances from the guide in mm, positive to the right and downwards. All 0 when `count` is.
+/// Signed distances from the guide in mm, positive to the right and downwards. All 0 when `count`
+/// is.
 struct DeviationFigures {
   std::size_t count = 0;
   double average = 0;
@@ -51,8 +52,8 @@ struct DeviationFigures {
   double absoluteMaximum = 0;
 };
 
-/// What a traced line says of the panel. Lengths in mm. The best-fitting line is the one with the least sum of squared
-/// perpendicular distances, so that no direction is preferred.
+/// What a traced line says of the panel. Lengths in mm. The best-fitting line is the one with the
+/// least sum of squared perpendicular distances, so that no direction is preferred.
 struct LineFigures {
   DeviationFigures all;
   DeviationFigures centre;  ///< samples outside the edge zone

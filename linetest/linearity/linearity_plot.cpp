@@ -28,7 +28,8 @@ constexpr float chartGap = 150;
 constexpr float mapPart = 0.55F;  // of the page's width, at most
 constexpr int arrowsPerLine = 12;
 constexpr float arrowHead = 70;
-// The longest arrow of a panel within its limits is this part of the distance between two of nine lines.
+// The longest arrow of a panel within its limits is this part of the distance between two of nine
+// lines.
 constexpr float arrowReach = 0.4F;
 
 struct Box {

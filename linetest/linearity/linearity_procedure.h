@@ -37,8 +37,9 @@ enum class StrokeVerdict : std::uint8_t {
 /// The message that tells the user of a bad stroke (22 or 24); nothing for the others.
 std::optional<std::size_t> messageOf(StrokeVerdict verdict);
 
-/// The procedure: the vertical lines 1 to 9, then the horizontal ones, each drawn, looked at, and accepted or repeated.
-/// A line may be drawn in several strokes, because a dead strip lifts the pen.
+/// The procedure: the vertical lines 1 to 9, then the horizontal ones, each drawn, looked at, and
+/// accepted or repeated. A line may be drawn in several strokes, because a dead strip lifts the
+/// pen.
 class LinearityProcedure {
  public:
   static constexpr std::size_t lines = std::size_t{2} * TestLine::perOrientation;
@@ -59,12 +60,13 @@ class LinearityProcedure {
 
   /// The drawn line, measured, for the user to look at; nothing while none is drawn.
   std::optional<LineResult> drawn() const;
-  /// Keeps the drawn line and goes on to the next that has no result. Does nothing while none is drawn.
+  /// Keeps the drawn line and goes on to the next that has no result. Does nothing while none is
+  /// drawn.
   void accept();
   /// Forgets the drawn line.
   void repeat();
-  /// "Next": keeps the drawn line, or passes over the current one while none is drawn. Does nothing while the pen is
-  /// down, since the stroke under way belongs to its line; nor does "Back".
+  /// "Next": keeps the drawn line, or passes over the current one while none is drawn. Does nothing
+  /// while the pen is down, since the stroke under way belongs to its line; nor does "Back".
   void next();
   /// "Back": forgets the drawn line and makes the one before it the current one, if there is one.
   void back();

@@ -6,8 +6,8 @@
 
 namespace touch {
 
-/// What the linearity tester is told once and keeps as long as the program runs: made once in main() and passed by
-/// reference.
+/// What the linearity tester is told once and keeps as long as the program runs: made once in
+/// main() and passed by reference.
 struct LinearitySetup {
   struct PanelSize {
     double widthMm = 0;

@@ -13,8 +13,8 @@
 
 namespace touch {
 
-/// The debugger's command list for `set`, in its order. An entry is the command, "=", what it does, and a letter in
-/// brackets; "N72toN81" alone is no command but changes the line's settings.
+/// The debugger's command list for `set`, in its order. An entry is the command, "=", what it does,
+/// and a letter in brackets; "N72toN81" alone is no command but changes the line's settings.
 std::span<const std::string_view> cm1set(CommandSet set);
 
 /// The entry that converts a controller to 8 data bits, and what the user is asked before.
@@ -52,9 +52,9 @@ inline constexpr std::string_view queryPacket =
     "\x01"
     "Uu23456\rS";
 
-/// The packet of the E02 entry at `position`: the position decides, not the entry's letter. `setting` is the chosen
-/// item of its setting list, counted from 0. Empty when an item is missing or there is no such position; nothing is
-/// to be sent then.
+/// The packet of the E02 entry at `position`: the position decides, not the entry's letter.
+/// `setting` is the chosen item of its setting list, counted from 0. Empty when an item is missing
+/// or there is no such position; nothing is to be sent then.
 std::string e02Packet(std::size_t position, std::optional<std::size_t> setting);
 
 }  // namespace touch

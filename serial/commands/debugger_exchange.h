@@ -29,16 +29,17 @@ struct DebuggerReply {
 };
 DebuggerReply shownReply(std::vector<std::uint8_t> bytes);
 
-/// The debugger's "Send": puts the chosen command on the wire in the active set's framing, waits, repeats it when the
-/// answer is no good, and shows what came. Everything that went out and came back stands in the console's log.
+/// The debugger's "Send": puts the chosen command on the wire in the active set's framing, waits,
+/// repeats it when the answer is no good, and shows what came. Everything that went out and came
+/// back stands in the console's log.
 class DebuggerExchange {
  public:
   DebuggerExchange(const Access& access, Prompt& prompt, DebuggerPort& port, ConsoleLog& log)
       : access_(access), prompt_(prompt), port_(port), log_(log) {}
 
-  /// The answer to show, or nothing: when nothing was sent, when nothing printable came back (the user has been told
-  /// the reason) and for the change of the line's settings, which has no answer. While an exchange is under way a
-  /// second one does nothing.
+  /// The answer to show, or nothing: when nothing was sent, when nothing printable came back (the
+  /// user has been told the reason) and for the change of the line's settings, which has no answer.
+  /// While an exchange is under way a second one does nothing.
   std::optional<DebuggerReply> send(const SendChoice& choice);
 
   /// True until a command was sent after which the controller may report in another format.
@@ -50,7 +51,8 @@ class DebuggerExchange {
   std::optional<DebuggerReply> converse(const SendChoice& choice);
   std::optional<DebuggerReply> elocmd(const SendChoice& choice);
   void changeLineSettings();
-  /// What goes on the wire for a command of the M01 or the quorvane set; empty when the user was told why nothing does.
+  /// What goes on the wire for a command of the M01 or the quorvane set; empty when the user was
+  /// told why nothing does.
   Frame framed(std::string_view command, const SendChoice& choice);
   bool portIsOpen();
   /// Makes `frame` the shared output frame, and the port ready for it.

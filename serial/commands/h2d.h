@@ -8,8 +8,8 @@
 
 namespace touch {
 
-/// The number that the whole of `text` is in hexadecimal, in capitals or not; nothing when it is none or takes more
-/// than 32 bits.
+/// The number that the whole of `text` is in hexadecimal, in capitals or not; nothing when it is
+/// none or takes more than 32 bits.
 inline std::optional<std::uint32_t> h2d(std::string_view text) {
   std::uint32_t number = 0;
   const char* const end = text.data() + text.size();

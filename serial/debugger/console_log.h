@@ -16,8 +16,8 @@ namespace touch {
 
 enum class ConsoleLineKind : std::uint8_t { sent, received, report, note };
 
-/// A line of the debugger's console: up to 16 bytes that passed the port, a touch report, or a text of the debugger's
-/// own.
+/// A line of the debugger's console: up to 16 bytes that passed the port, a touch report, or a text
+/// of the debugger's own.
 struct ConsoleLine {
   ConsoleLineKind kind = ConsoleLineKind::note;
   std::chrono::milliseconds time{};  ///< since the console was opened
@@ -30,7 +30,8 @@ struct ConsoleLine {
 std::string hexText(std::span<const std::uint8_t> bytes);
 /// Each byte as its character; those that are not printable ASCII as a dot.
 std::string plainText(std::span<const std::uint8_t> bytes);
-/// The whole line as the console shows, copies and saves it: "0.105 < 01 30 0D   .0.". A note stands by itself.
+/// The whole line as the console shows, copies and saves it: "0.105 < 01 30 0D   .0.". A note
+/// stands by itself.
 std::string shown(const ConsoleLine& line);
 
 /// Which lines to show.
@@ -42,8 +43,8 @@ struct ConsoleFilter {
   std::string containing{};  ///< in the line as it is shown, capitals or not; empty: any
 };
 
-/// What the debugger's console holds. Recording goes on while viewing is paused. Whoever fills it without end drops the
-/// oldest half when it is too long.
+/// What the debugger's console holds. Recording goes on while viewing is paused. Whoever fills it
+/// without end drops the oldest half when it is too long.
 class ConsoleLog {
  public:
   /// What the console can hold, in characters as shown, with a line end each.
@@ -82,7 +83,8 @@ class ConsoleLog {
 
 /// The lines as they are copied and saved, each with LF.
 std::string shown(std::span<const ConsoleLine> lines);
-/// The first line from `from` on that has `text` in it as shown, capitals or not; the search goes on at the top.
+/// The first line from `from` on that has `text` in it as shown, capitals or not; the search goes
+/// on at the top.
 std::optional<std::size_t> findLine(std::span<const ConsoleLine> lines, std::string_view text,
                                     std::size_t from);
 

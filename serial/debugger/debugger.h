@@ -15,15 +15,18 @@
 
 namespace touch {
 
-/// The debugger as its window uses it: the port, the console's log, the exchange, the receive mode, a recording of all
-/// that passes, and a replay that takes the port's place for whoever reads reports.
+/// The debugger as its window uses it: the port, the console's log, the exchange, the receive mode,
+/// a recording of all that passes, and a replay that takes the port's place for whoever reads
+/// reports.
 class Debugger {
  public:
-  /// All of them outlive it, but for `formats`. Begins with the quorvane set; the port is not taken yet.
+  /// All of them outlive it, but for `formats`. Begins with the quorvane set; the port is not taken
+  /// yet.
   Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
            std::vector<ReportFormat> formats);
 
-  /// Takes the port from the driver: COM1, or where a controller was found. Returns why there is none, for a box.
+  /// Takes the port from the driver: COM1, or where a controller was found. Returns why there is
+  /// none, for a box.
   std::optional<std::string> takePort();
   /// A box. Nobody gives the port back while it is up.
   void tellUser(const std::string& text);
@@ -33,8 +36,8 @@ class Debugger {
   void leave();
   bool portIsOpen() const { return recorded_.isOpen(); }
   std::string portText() const;
-  /// An exchange is under way, or a message box holds up the receive mode: nothing else may be done with the port, nor may
-  /// it be given back or a replay be ended.
+  /// An exchange is under way, or a message box holds up the receive mode: nothing else may be done
+  /// with the port, nor may it be given back or a replay be ended.
   bool isBusy() const { return !port_.gate().isOpen(); }
   /// Shut by who ends the debugger.
   Gate& gate() { return port_.gate(); }
@@ -43,8 +46,8 @@ class Debugger {
   /// "Send", see DebuggerExchange::send.
   std::optional<DebuggerReply> send(const SendChoice& choice);
 
-  /// What was said since it was asked last about the port, a recording or a replay, which the log has as
-  /// well, or about the log.
+  /// What was said since it was asked last about the port, a recording or a replay, which the log
+  /// has as well, or about the log.
   std::optional<std::string> takeStatus();
   ConsoleLog& log() { return log_; }
   const ConsoleLog& log() const { return log_; }
@@ -78,8 +81,8 @@ class Debugger {
   /// When `watch` last looked, bytes were coming in that nobody reads.
   bool isFlooded() const { return flooded_; }
 
-  /// To be called now and then: notices a device that has gone, a full disk and the end of a replay. While busy it notices
-  /// nothing.
+  /// To be called now and then: notices a device that has gone, a full disk and the end of a
+  /// replay. While busy it notices nothing.
   void watch();
 
  private:

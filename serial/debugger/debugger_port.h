@@ -26,8 +26,8 @@ class DebuggerPort {
   /// The COM port on which the debugger always starts; it does not search.
   static constexpr int startPort = 1;
 
-  /// Takes nothing yet. All of them must outlive it. What it says to the controller by itself, and hears, stands in
-  /// `log`.
+  /// Takes nothing yet. All of them must outlive it. What it says to the controller by itself, and
+  /// hears, stands in `log`.
   DebuggerPort(const Access& access, Prompt& prompt, SerialPort& serial, ConsoleLog& log)
       : access_(access), prompt_(prompt), serial_(serial), log_(log), gate_(access.clock) {}
   DebuggerPort(const DebuggerPort&) = delete;
@@ -35,36 +35,40 @@ class DebuggerPort {
   /// The last resort of who has not given the port back. What fails then nobody hears of.
   ~DebuggerPort();
 
-  /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". Returns why it cannot be opened and
-  /// what to do about it, or nothing. After an error the user can mend it and try again.
+  /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". Returns why it
+  /// cannot be opened and what to do about it, or nothing. After an error the user can mend it and
+  /// try again.
   std::optional<std::string> take(int port = startPort);
-  /// Closes the port, makes the driver take its own again (even when the port was closed already) and closes the
-  /// controller. Without having taken it nothing happens.
+  /// Closes the port, makes the driver take its own again (even when the port was closed already)
+  /// and closes the controller. Without having taken it nothing happens.
   void giveBack();
   bool isTaken() const { return connection_.has_value(); }
   /// What the driver answered to letting go; nothing before it was asked.
   std::optional<std::int32_t> letGoResult() const { return letGo_; }
-  /// Says that the driver has let go of its port, or which one has not; nothing where there is no controller.
+  /// Says that the driver has let go of its port, or which one has not; nothing where there is no
+  /// controller.
   std::string driverText() const;
 
   SerialPort& serial() { return serial_; }
 
-  /// Opens COM1 to COM16 in turn, each in place of the one before; ports that are absent are passed over. COM16 stays
-  /// open if there is one.
+  /// Opens COM1 to COM16 in turn, each in place of the one before; ports that are absent are passed
+  /// over. COM16 stays open if there is one.
   void selectcom();
-  /// Looks on COM1 and COM2, and only there, for a controller that answers "Z", and leaves its port open; the driver
-  /// lets go before. Without one no port stays open and the user is told. Returns the found port.
+  /// Looks on COM1 and COM2, and only there, for a controller that answers "Z", and leaves its port
+  /// open; the driver lets go before. Without one no port stays open and the user is told. Returns
+  /// the found port.
   std::optional<int> comporttest();
   /// The COM port that is open, or was the last that was tried.
   int selected() const { return selected_; }
   /// What the last comporttest found.
   std::optional<int> foundPort() const { return foundPort_; }
-  /// Tells a controller that speaks 7 data bits and 2 stop bits to speak 8 and 1 from now on, and sets the port to
-  /// "9600,n,8,1". Whether the controller has understood is not known. False when it could not be told; the user knows
-  /// why then.
+  /// Tells a controller that speaks 7 data bits and 2 stop bits to speak 8 and 1 from now on, and
+  /// sets the port to "9600,n,8,1". Whether the controller has understood is not known. False when
+  /// it could not be told; the user knows why then.
   bool N72toN81();
 
-  /// Writes `bytes` and notes that they went out. Returns whether they did; the user is to be told otherwise.
+  /// Writes `bytes` and notes that they went out. Returns whether they did; the user is to be told
+  /// otherwise.
   bool send(std::span<const std::uint8_t> bytes);
   /// Everything that has come in, which is noted as well, and what of it was damaged.
   std::vector<std::uint8_t> receive();
@@ -75,8 +79,8 @@ class DebuggerPort {
   /// Says that a command did not go out, and why.
   void tellNotSent();
 
-  /// When the device has gone while the port was open: tells the user, once. Returns whether that was so. To be asked at
-  /// the end of whatever uses the port.
+  /// When the device has gone while the port was open: tells the user, once. Returns whether that
+  /// was so. To be asked at the end of whatever uses the port.
   bool tellLoss();
 
   /// Held by whatever waits for an answer on the port, or has a box up: nobody else may read or

@@ -15,7 +15,8 @@ class QScrollBar;
 
 namespace touch {
 
-/// The debugger's side for commands: the three sets, the list, what belongs to the chosen entry, "Send" and the reply.
+/// The debugger's side for commands: the three sets, the list, what belongs to the chosen entry,
+/// "Send" and the reply.
 class frmCommandPanel final : public QWidget {
   Q_OBJECT
 

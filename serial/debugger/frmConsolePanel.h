@@ -14,7 +14,8 @@ class QTextCursor;
 
 namespace touch {
 
-/// The debugger's console: what its log holds, in colours, with a filter and a search, to be copied and saved.
+/// The debugger's console: what its log holds, in colours, with a filter and a search, to be copied
+/// and saved.
 class frmConsolePanel final : public QWidget {
   Q_OBJECT
 

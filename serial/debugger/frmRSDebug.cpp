@@ -117,7 +117,8 @@ class RateHistogram final : public QWidget {
 
 namespace {
 
-/// In a simulated run the mouse on it is the finger, for those who want reports without opening the drawing.
+/// In a simulated run the mouse on it is the finger, for those who want reports without opening the
+/// drawing.
 class TouchPad final : public QLabel {
  public:
   explicit TouchPad(const Simulation& simulation)
@@ -486,8 +487,8 @@ void frmRSDebug::awaitNews() {
   if (debugger_.isActive()) return timer_->start(renewal);
   if (!debugger_.portIsOpen()) return timer_->stop();
   const auto descriptor = debugger_.descriptor();
-  // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads has something to say
-  // all the time.
+  // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads
+  // has something to say all the time.
   if (!descriptor || debugger_.isDrawing() || debugger_.isFlooded())
     return timer_->start(lookAtLine);
   timer_->stop();

@@ -40,12 +40,14 @@ struct DebuggerSurroundings {
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
   const PanelMonitor& panelMonitor;     ///< outlives the windows
   const QWidget& mainWindow;  ///< outlives the windows; what is drawn stays on its monitor
-  /// The main window, which is in use beside the debugger, is in the middle of an action: no exchange begins then.
+  /// The main window, which is in use beside the debugger, is in the middle of an action: no
+  /// exchange begins then.
   std::function<bool()> mainIsBusy{};
 };
 
-/// The serial debugger: commands to the controller past the driver, a console of what passes the port, the report rate,
-/// recordings. It has the port from `open` until it has ended, in whatever way.
+/// The serial debugger: commands to the controller past the driver, a console of what passes the
+/// port, the report rate, recordings. It has the port from `open` until it has ended, in whatever
+/// way.
 class frmRSDebug final : public QWidget {
   Q_OBJECT
 
@@ -78,7 +80,8 @@ class frmRSDebug final : public QWidget {
   QPushButton* makeButton(const char* name, const QString& caption,
                           const std::function<void()>& action);
 
-  /// Runs something that waits: meanwhile no control can be used but those that end the window, which is put off.
+  /// Runs something that waits: meanwhile no control can be used but those that end the window,
+  /// which is put off.
   void whileBusy(const std::function<void()>& action);
   void takePort();
   void send();
@@ -87,8 +90,8 @@ class frmRSDebug final : public QWidget {
   void replay();
   void renew();
   void showState();
-  /// Has `renew` called when there is something to see: again and again while something is under way, else when the
-  /// line has something to say. A debugger that is left alone does not wake.
+  /// Has `renew` called when there is something to see: again and again while something is under
+  /// way, else when the line has something to say. A debugger that is left alone does not wake.
   void awaitNews();
   void stopAwaiting();
 

@@ -16,8 +16,9 @@ struct TextRange {
   friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
-/// The raw drawing's monitor: every received byte as two hexadecimal digits and a blank. "  --- " stands before each
-/// byte above 7F, and every fifth of them begins a line. It stops growing at 8000 characters.
+/// The raw drawing's monitor: every received byte as two hexadecimal digits and a blank. "  --- "
+/// stands before each byte above 7F, and every fifth of them begins a line. It stops growing at
+/// 8000 characters.
 class HexMonitor {
  public:
   static constexpr std::size_t limit = 8000;
@@ -31,7 +32,8 @@ class HexMonitor {
   bool isFull() const { return text_.size() > limit; }
   /// Where the bytes from `offset` on stand in the text, as far as they are shown.
   std::optional<TextRange> rangeOf(std::uint64_t offset, std::size_t count) const;
-  /// The stream's offset of the byte that is shown at `position` of the text, or behind it when none is.
+  /// The stream's offset of the byte that is shown at `position` of the text, or behind it when
+  /// none is.
   std::optional<std::uint64_t> offsetAt(std::size_t position) const;
   /// The offsets of the shown bytes: all up to the last that could be shown, none missing between.
   std::uint64_t firstOffset() const { return first_; }

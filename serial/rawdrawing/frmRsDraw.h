@@ -21,8 +21,8 @@ namespace touch {
 class DotMarker;
 class FingerList;
 
-/// The full-screen raw drawing: the path that the controller reports, and every byte in the monitor. In a simulated run
-/// the mouse is the finger on the simulated panel.
+/// The full-screen raw drawing: the path that the controller reports, and every byte in the
+/// monitor. In a simulated run the mouse is the finger on the simulated panel.
 class frmRsDraw final : public FullScreenWindow {
   Q_OBJECT
 

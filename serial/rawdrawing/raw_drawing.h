@@ -36,9 +36,9 @@ struct CoordinateRanges {
   friend bool operator==(const CoordinateRanges&, const CoordinateRanges&) = default;
 };
 
-/// The raw drawing screen's logic: reads what a controller streams, finds the touch reports in it, draws their path,
-/// and shows every byte in the monitor. A touched dot and its bytes can be found from each other for as long as the
-/// monitor shows them.
+/// The raw drawing screen's logic: reads what a controller streams, finds the touch reports in it,
+/// draws their path, and shows every byte in the monitor. A touched dot and its bytes can be found
+/// from each other for as long as the monitor shows them.
 class RawDrawing {
  public:
   struct Options {
@@ -69,20 +69,22 @@ class RawDrawing {
   const ReportDecoder& decoder() const { return decoder_; }
   /// Reports drawn so far.
   std::uint64_t reports() const { return reportCount_; }
-  /// The notice "F1 for Hot Key Help" is up; it goes after seven ticks. Until something is drawn they are slow enough
-  /// for it to be read.
+  /// The notice "F1 for Hot Key Help" is up; it goes after seven ticks. Until something is drawn
+  /// they are slow enough for it to be read.
   bool noticeIsUp() const { return noticeTicks_ < noticeLimit; }
 
   TwipsSize area() const { return canvas_.area; }
   /// The drawing area has another size: what was drawn is drawn anew.
   void resize(TwipsSize area);
-  /// The whole coordinate range covers the drawing area; with `on`, that of what is drawn does, and grows with it.
+  /// The whole coordinate range covers the drawing area; with `on`, that of what is drawn does, and
+  /// grows with it.
   void fit(bool on);
   /// Wipes the drawing; the monitor stays.
   void clearDrawing();
   void clearMonitor();
 
-  /// Where the monitor shows the bytes of the dot nearest to `place`, when one is within a finger's width.
+  /// Where the monitor shows the bytes of the dot nearest to `place`, when one is within a finger's
+  /// width.
   std::optional<TextRange> bytesOfDotAt(TwipsPoint place) const;
   /// The dot whose bytes the monitor shows at `position` of its text.
   std::optional<TwipsPoint> dotOfTextAt(std::size_t position) const;

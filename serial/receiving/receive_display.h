@@ -10,13 +10,14 @@
 
 namespace touch {
 
-/// How the receive mode tells a report, one line each: "touch" or "lift", X and Y. The console puts the time before
-/// it and the bytes behind it. Without `replyFormat` the controller may have left its usual format: its coordinates
-/// may be readings of the converter, and the line says "raw".
+/// How the receive mode tells a report, one line each: "touch" or "lift", X and Y. The console puts
+/// the time before it and the bytes behind it. Without `replyFormat` the controller may have left
+/// its usual format: its coordinates may be readings of the converter, and the line says "raw".
 std::string m01m(const TouchReport& report, bool replyFormat);  ///< M01 and quorvane sets
 std::string e02m(const TouchReport& report, bool replyFormat);  ///< E02 set
 
-/// Writes what a controller sends to the console: a line for each report, and the bytes between reports as they are.
+/// Writes what a controller sends to the console: a line for each report, and the bytes between
+/// reports as they are.
 class ReceiveDisplay {
  public:
   ReceiveDisplay(ReportFamily family, std::span<const ReportFormat> added)

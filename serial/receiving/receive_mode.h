@@ -17,10 +17,10 @@ namespace touch {
 
 class Prompt;
 
-/// The debugger's receive mode: its timer shows what the controller sends in the console, or measures the report rate
-/// when that is switched on. The active command set tells how reports are recognised. That the console is too long is
-/// said in a box once each time that receiving begins, and then as a remark: a box for every hundred reports would leave
-/// nothing to be seen.
+/// The debugger's receive mode: its timer shows what the controller sends in the console, or
+/// measures the report rate when that is switched on. The active command set tells how reports are
+/// recognised. That the console is too long is said in a box once each time that receiving begins,
+/// and then as a remark: a box for every hundred reports would leave nothing to be seen.
 class ReceiveMode {
  public:
   /// What it works with; all of it outlives the mode.
@@ -33,8 +33,8 @@ class ReceiveMode {
   };
   ReceiveMode(Parts parts, ReceivingPort port);
 
-  /// The buttons "Receive" and "Debuger"; the latter also for a double click on the console. Receiving begins with what
-  /// comes from then on.
+  /// The buttons "Receive" and "Debuger"; the latter also for a double click on the console.
+  /// Receiving begins with what comes from then on.
   void receive();
   void debug();
   bool isReceiving() const { return receiving_; }
@@ -42,14 +42,16 @@ class ReceiveMode {
   /// The check box "Report Rate".
   void measureRate(bool on);
   bool isMeasuring() const { return rate_.has_value(); }
-  /// Measures if `other` does, and knows what that measured last. The box was not checked: the console stays as it is.
+  /// Measures if `other` does, and knows what that measured last. The box was not checked: the
+  /// console stays as it is.
   void takeOverRate(const ReceiveMode& other);
   /// The stroke measured last; its evidence is not in the console.
   const std::optional<StrokeRate>& lastStroke() const { return lastStroke_; }
   /// The most reports a second that are possible now.
   double ceiling() const;
 
-  /// False after a command that may have changed what coordinates mean: see DebuggerExchange::replyFormat.
+  /// False after a command that may have changed what coordinates mean: see
+  /// DebuggerExchange::replyFormat.
   void setReplyFormat(bool usual) { replyFormat_ = usual; }
 
   /// What is to be said beside the console since it was asked last.

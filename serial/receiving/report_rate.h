@@ -17,8 +17,9 @@
 
 namespace touch {
 
-/// What lies behind a measured rate: the times from each report of the stroke to the next. When a byte arrived is
-/// reckoned from when it was read and from what the bytes behind it took on the line.
+/// What lies behind a measured rate: the times from each report of the stroke to the next. When a
+/// byte arrived is reckoned from when it was read and from what the bytes behind it took on the
+/// line.
 struct IntervalEvidence {
   using Duration = std::chrono::microseconds;
   static constexpr Duration bucketWidth{2000};
@@ -34,7 +35,8 @@ struct IntervalEvidence {
   Duration shortest{};
   Duration median{};
   Duration longest{};
-  /// How many intervals there are from i to i + 1 bucket widths, the last entry also those that are longer.
+  /// How many intervals there are from i to i + 1 bucket widths, the last entry also those that are
+  /// longer.
   std::array<std::size_t, 26> histogram{};
   std::vector<Gap> gaps;
 };
@@ -57,11 +59,13 @@ inline constexpr std::string_view rateModeLine = "======== Report Rate Mode ====
 /// The console's lines about a stroke, in order. Over no time there is no rate: "-" stands there.
 std::array<std::string, 4> rateLines(const StrokeRate& stroke);
 
-/// What lies behind the rate in words: the intervals, the gaps, and `ceiling`, the most that the line allows.
+/// What lies behind the rate in words: the intervals, the gaps, and `ceiling`, the most that the
+/// line allows.
 std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling);
 
-/// Counts the touch reports of one stroke after the other: the family's own by their status bytes alone, those of the
-/// added formats by whole packets. What comes before the first tick is thrown away: it may be a stroke's rest.
+/// Counts the touch reports of one stroke after the other: the family's own by their status bytes
+/// alone, those of the added formats by whole packets. What comes before the first tick is thrown
+/// away: it may be a stroke's rest.
 class ReportRate {
  public:
   explicit ReportRate(ReportFamily family, std::span<const ReportFormat> added = {},
@@ -69,11 +73,11 @@ class ReportRate {
 
   ReportFamily family() const { return family_; }
 
-  /// Bytes that were read at `now`. The oftener they are read between two ticks, the better is the evidence; the
-  /// count does not depend on it.
+  /// Bytes that were read at `now`. The oftener they are read between two ticks, the better is the
+  /// evidence; the count does not depend on it.
   void collect(Clock::TimePoint now, std::span<const std::uint8_t> bytes);
-  /// The debugger's tick, every 200 ms. Begins a measurement, goes on with it, or ends it when the stroke has ended;
-  /// returns the stroke then.
+  /// The debugger's tick, every 200 ms. Begins a measurement, goes on with it, or ends it when the
+  /// stroke has ended; returns the stroke then.
   std::optional<StrokeRate> tick(Clock::TimePoint now);
 
  private:

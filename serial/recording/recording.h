@@ -17,12 +17,13 @@
 
 namespace touch {
 
-// A recording of what passed a serial port, as text: every byte, in both directions, unfiltered. The
-// first line says what it is. Then each line is one transfer in three fields with a blank between:
+// A recording of what passed a serial port, as text: every byte, in both directions, unfiltered.
+// The first line says what it is. Then each line is one transfer in three fields with a blank
+// between:
 //
-//   time        seconds since the recording began, with six decimals; never less than on the line before
-//   direction   ">" to the controller, "<" from it
-//   bytes       hexadecimal, two digits each, with a blank between; at least one
+//   time        seconds since the recording began, with six decimals; never less than on the line
+//   before direction   ">" to the controller, "<" from it bytes       hexadecimal, two digits each,
+//   with a blank between; at least one
 //
 // Empty lines, and what follows a "#", are passed over. Lines end with LF or CR LF.
 //
@@ -43,7 +44,8 @@ struct Transfer {
 
 /// The line of a recording, without its end.
 std::string recordingLine(const Transfer& transfer);
-/// The most that a recording may hold: 30 hours of an endless stream. More is neither read nor written.
+/// The most that a recording may hold: 30 hours of an endless stream. More is neither read nor
+/// written.
 inline constexpr std::size_t largestRecording = std::size_t{1} << 30U;
 
 /// Where transfers come from, one after the other.
@@ -85,8 +87,8 @@ class RecordingParser {
 Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
                                                         const std::string& name);
 
-/// The transfers of a file. It is read while they are taken: however long it is, little of it is in memory, and what is
-/// wrong in it is told when it is reached.
+/// The transfers of a file. It is read while they are taken: however long it is, little of it is in
+/// memory, and what is wrong in it is told when it is reached.
 class RecordingFile final : public TransferSource {
  public:
   /// Refuses what does not begin as a recording does.
@@ -120,7 +122,8 @@ class Recorder {
 
   /// Starts a new recording in `file`; times count from `now`. Returns why it cannot be written.
   std::optional<FileError> start(const std::filesystem::path& file, Clock::TimePoint now);
-  /// Nothing while off. A recording that cannot be written on, or could not be read again, ends itself.
+  /// Nothing while off. A recording that cannot be written on, or could not be read again, ends
+  /// itself.
   void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
   /// Ends the recording; returns what has gone wrong since it was started.
   std::optional<FileError> stop();

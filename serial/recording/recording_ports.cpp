@@ -12,7 +12,8 @@ using namespace std::chrono_literals;
 
 // Less than half a packet takes on the line: a recording tells when each report came.
 constexpr auto recordingInterval = 2ms;
-// A minute of an endless stream. A line that nobody reads loses what comes then, and the recording does not.
+// A minute of an endless stream. A line that nobody reads loses what comes then, and the recording
+// does not.
 constexpr std::size_t mostWaiting = std::size_t{64} << 10U;
 
 }  // namespace

@@ -9,13 +9,14 @@
 
 namespace touch {
 
-/// A serial port that can be recorded: every byte that goes out or comes in, when it does, whoever sends or reads it, and
-/// whether anybody reads at all. What it is made of outlives it.
+/// A serial port that can be recorded: every byte that goes out or comes in, when it does, whoever
+/// sends or reads it, and whether anybody reads at all. What it is made of outlives it.
 class RecordedPort final : public SerialPort {
  public:
   RecordedPort(SerialPort& inner, Clock& clock);
 
-  /// Starts a new recording in `file`; returns why it cannot be written. What has come in before is not of it.
+  /// Starts a new recording in `file`; returns why it cannot be written. What has come in before is
+  /// not of it.
   std::optional<FileError> startRecording(const std::filesystem::path& file);
   /// Ends the recording; returns what has gone wrong since it was started.
   std::optional<FileError> stopRecording();
@@ -52,8 +53,9 @@ class RecordedPort final : public SerialPort {
   std::unique_ptr<Timer> timer_;       ///< runs while recording
 };
 
-/// A port on which a recording comes in again, at its own pace from the moment of opening, but for the silence before
-/// the controller's first byte. What is written to it goes nowhere. Opened again, it begins anew.
+/// A port on which a recording comes in again, at its own pace from the moment of opening, but for
+/// the silence before the controller's first byte. What is written to it goes nowhere. Opened
+/// again, it begins anew.
 class ReplayPort final : public SerialPort {
  public:
   static constexpr std::size_t mostInOneRead = std::size_t{64} << 10U;
@@ -71,7 +73,8 @@ class ReplayPort final : public SerialPort {
   void clearInput() override;
   void clearOutput() override {}
   bool write(std::span<const std::uint8_t>) override { return isOpen(); }
-  /// At most `mostInOneRead`, however much is due: whoever reads must not be held up by a long recording.
+  /// At most `mostInOneRead`, however much is due: whoever reads must not be held up by a long
+  /// recording.
   std::vector<std::uint8_t> readAll() override;
 
   /// All of it has been read, or as much as could be.

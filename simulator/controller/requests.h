@@ -14,9 +14,9 @@
 /// request. X and Y are fractions of the panel from 0 (left, top) to 1; numbers have a decimal
 /// point whatever the locale.
 ///
-///   touch X Y               the finger is down there, on every panel; moves it when it is down already
-///   lift                    the finger is up
-///   error NAME              answers "MEAN MAX": the distance between finger and report over a grid
+///   touch X Y               the finger is down there, on every panel; moves it when it is down
+///   already lift                    the finger is up error NAME              answers "MEAN MAX":
+///   the distance between finger and report over a grid
 ///                           of 9 x 9 places, without noise, as fractions of the panel's width
 ///   map X Y NAME            answers "X Y": what the controller reports for a finger there, without
 ///                           noise, rotation ignored
@@ -27,8 +27,8 @@
 ///   fault FAULT on NAME     makes something go wrong; "off" ends it
 ///   faults                  answers the names of the faults, one a line
 ///   panel KEY VALUE NAME    changes the panel: offset-x, offset-y, gain-x, gain-y, skew, noise, as
-///                           fractions of the converter's range; bow and dead-strip, as fractions of
-///                           the panel. VALUE "new" is what the panel has when new
+///                           fractions of the converter's range; bow and dead-strip, as fractions
+///                           of the panel. VALUE "new" is what the panel has when new
 ///   clock manual            time stands; "clock real" lets it run again
 ///   advance MS              moves the standing time on by up to a day
 ///   reset                   all controllers as when new: finger up, faults off, ports taken back;

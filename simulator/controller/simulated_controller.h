@@ -58,7 +58,8 @@ class SimulatedController {
   /// How it writes and reads bytes from now on; 8N1 when new. "PN81" brings it back to that.
   void speak(LineFormat format) { ownFormat_ = format; }
   LineFormat format() const { return ownFormat_; }
-  /// How the user of the line does; with another format each takes the other's bytes for garbage or for nothing.
+  /// How the user of the line does; with another format each takes the other's bytes for garbage or
+  /// for nothing.
   void setUserFormat(LineFormat format) { userFormat_ = format; }
   /// Sends bytes as they are: a recording's.
   bool say(std::span<const std::uint8_t> bytes, TimePoint now);

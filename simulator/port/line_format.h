@@ -5,10 +5,12 @@
 
 namespace touch::simulator {
 
-/// How a byte is written on the line: data bits, no parity, stop bits. Either takes ten bits with its start bit.
+/// How a byte is written on the line: data bits, no parity, stop bits. Either takes ten bits with
+/// its start bit.
 enum class LineFormat : std::uint8_t { eightN1, sevenN2 };
 
-/// What a listener takes a byte for that was sent in `sent`; nothing when it finds no stop bit where it expects one.
+/// What a listener takes a byte for that was sent in `sent`; nothing when it finds no stop bit
+/// where it expects one.
 constexpr std::optional<std::uint8_t> heard(std::uint8_t byte, LineFormat sent,
                                             LineFormat listener) {
   constexpr std::uint8_t eighthBit = 0x80;

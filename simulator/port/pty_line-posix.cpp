@@ -87,7 +87,8 @@ std::vector<std::uint8_t> readAll(int descriptor) {
   return bytes;
 }
 
-/// How the program at the device writes its bytes. A pseudo-terminal has no data bits, but it keeps the stop bits.
+/// How the program at the device writes its bytes. A pseudo-terminal has no data bits, but it keeps
+/// the stop bits.
 LineFormat formatAt(int controllerEnd) {
   termios line{};
   if (tcgetattr(controllerEnd, &line) != 0) return LineFormat::eightN1;

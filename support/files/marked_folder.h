@@ -6,8 +6,9 @@
 
 namespace touch {
 
-/// A folder that this system has made for its own files and marked as its own, so that files in it may be replaced and
-/// deleted; one program at a time has it. Another folder of its name, whoever made it, is none.
+/// A folder that this system has made for its own files and marked as its own, so that files in it
+/// may be replaced and deleted; one program at a time has it. Another folder of its name, whoever
+/// made it, is none.
 class MarkedFolder {
  public:
   /// Holds the mark, and keeps other programs out as long as one is open.
@@ -15,10 +16,12 @@ class MarkedFolder {
 
   /// One that is there. Nothing is made.
   static Result<MarkedFolder, FileError> take(const std::filesystem::path& path);
-  /// A new one, marked. What has the path is refused and left alone, as is a folder of the system's around it.
+  /// A new one, marked. What has the path is refused and left alone, as is a folder of the system's
+  /// around it.
   static Result<MarkedFolder, FileError> make(const std::filesystem::path& path);
 
-  /// Why the folder at `path`, whoever has it, is no such one or cannot be written. Nothing when there is none.
+  /// Why the folder at `path`, whoever has it, is no such one or cannot be written. Nothing when
+  /// there is none.
   static std::optional<FileError> tryOut(const std::filesystem::path& path);
 
   const OwnFolder& files() const { return folder_; }
@@ -30,7 +33,8 @@ class MarkedFolder {
   File held_;
 };
 
-/// The root of a disk, or a folder that belongs to the system, such as "/usr" with all that is in it.
+/// The root of a disk, or a folder that belongs to the system, such as "/usr" with all that is in
+/// it.
 bool isFolderOfTheSystem(const std::filesystem::path& folder);
 
 }  // namespace touch

@@ -11,15 +11,16 @@
 
 namespace touch {
 
-/// A folder to which this program gives its name, such as "backup", and the files in it, which it names too. Whoever can
-/// write the folder around it cannot have another file read, changed or made through it: see SystemFolder. What is
-/// planted there is refused with a reason, and left as it is.
+/// A folder to which this program gives its name, such as "backup", and the files in it, which it
+/// names too. Whoever can write the folder around it cannot have another file read, changed or made
+/// through it: see SystemFolder. What is planted there is refused with a reason, and left as it is.
 class OwnFolder {
  public:
   using Opening = SystemFolder::Opening;
 
   static Result<OwnFolder, FileError> open(const std::filesystem::path& path);
-  /// Makes a new one, and the folders around it where they are missing; one that is there is refused.
+  /// Makes a new one, and the folders around it where they are missing; one that is there is
+  /// refused.
   static Result<OwnFolder, FileError> make(const std::filesystem::path& path);
   static Result<OwnFolder, FileError> openOrMake(const std::filesystem::path& path);
 
@@ -31,8 +32,8 @@ class OwnFolder {
   /// Keeps `content` under a name that nobody has: "STEMENDING", "STEM-2ENDING" … Returns which.
   Result<std::string, FileError> add(const std::string& stem, const std::string& ending,
                                      std::string_view content) const;
-  /// Appends `line` and LF to a file, made when missing, and flushes to the disk. After an error the file ends where it
-  /// ended before. A last line that was cut off by a crash is ended first.
+  /// Appends `line` and LF to a file, made when missing, and flushes to the disk. After an error
+  /// the file ends where it ended before. A last line that was cut off by a crash is ended first.
   std::optional<FileError> appendLine(const std::string& name, std::string_view line) const;
   /// At most `limit` bytes.
   Result<std::string, FileError> read(const std::string& name, std::size_t limit) const;
@@ -60,8 +61,8 @@ class OwnFolder {
   SystemFolder folder_;
 };
 
-/// An empty file for a program's own notes, in a folder that may be anybody's: what has its name is emptied when it is
-/// one of this user's, and refused when it is a link, a pipe or anything else.
+/// An empty file for a program's own notes, in a folder that may be anybody's: what has its name is
+/// emptied when it is one of this user's, and refused when it is a link, a pipe or anything else.
 Result<File, FileError> openOwnFile(const std::filesystem::path& path);
 
 }  // namespace touch

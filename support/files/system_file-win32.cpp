@@ -45,7 +45,8 @@ bool cutTo(std::FILE* file, std::uintmax_t size) {
 
 std::error_code renameOpen(File& file, const std::filesystem::path& from,
                            const std::filesystem::path& to) {
-  // While it is open nobody else can give its name to another file; the system renames none that is open, though.
+  // While it is open nobody else can give its name to another file; the system renames none that is
+  // open, though.
   file.reset();
   std::error_code failed;
   std::filesystem::rename(from, to, failed);

@@ -124,7 +124,8 @@ std::optional<Refusal> SystemFolder::judge(const std::string& name) const {
 }
 
 Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening how) const {
-  // To open a device can be to use it; so it is looked at first, and what was opened is looked at again.
+  // To open a device can be to use it; so it is looked at first, and what was opened is looked at
+  // again.
   const auto before = judge(name);
   if (before && !before->missing() && how != Opening::create) return *before;
   const auto [flags, mode] = accessFor(how);

@@ -58,7 +58,8 @@ Refusal refusedByUs(std::string found) {
   return {{}, std::move(found)};
 }
 
-/// A symbolic link or a junction; files that a cloud service keeps are reparse points too, and no links.
+/// A symbolic link or a junction; files that a cloud service keeps are reparse points too, and no
+/// links.
 bool isLink(HANDLE handle) {
   FILE_ATTRIBUTE_TAG_INFO info{};
   return GetFileInformationByHandleEx(handle, FileAttributeTagInfo, &info, sizeof info) != 0 &&
@@ -86,8 +87,8 @@ struct AccessMode {
   const char* mode;
 };
 
-// Nobody else may write, rename or delete a file that is created or had alone: so the name and the handle stay the same
-// file.
+// Nobody else may write, rename or delete a file that is created or had alone: so the name and the
+// handle stay the same file.
 AccessMode accessFor(SystemFolder::Opening how) {
   using enum SystemFolder::Opening;
   constexpr DWORD readAndWrite = GENERIC_READ | GENERIC_WRITE;

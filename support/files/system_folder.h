@@ -11,8 +11,9 @@
 
 namespace touch {
 
-/// A folder that stays the one that was opened, whatever comes to lie at its path. Names in it are never followed: what
-/// is not a regular file of this user's with that one name is refused and left as it is.
+/// A folder that stays the one that was opened, whatever comes to lie at its path. Names in it are
+/// never followed: what is not a regular file of this user's with that one name is refused and left
+/// as it is.
 class SystemFolder {
  public:
   /// Why not: in the words of an error's "found".
@@ -40,8 +41,9 @@ class SystemFolder {
   /// Whether a file of this name may be read, replaced and deleted. `missing()` when there is none.
   std::optional<Refusal> judge(const std::string& name) const;
 
-  /// Gives `file`, which was created as `from`, the name `to`. A file of that name is replaced when `replaces`, and else
-  /// `exists()`. Refused when another file has the name `from` by now. The file may be closed by it.
+  /// Gives `file`, which was created as `from`, the name `to`. A file of that name is replaced when
+  /// `replaces`, and else `exists()`. Refused when another file has the name `from` by now. The
+  /// file may be closed by it.
   std::optional<Refusal> rename(File& file, const std::string& from, const std::string& to,
                                 bool replaces) const;
   /// The same for a file that was left by an earlier run.

@@ -14,8 +14,8 @@
 
 namespace touch {
 
-/// How the name of a file ends that is being written beside the one that it is to replace; a number may follow. Only a
-/// crash leaves one behind.
+/// How the name of a file ends that is being written beside the one that it is to replace; a number
+/// may follow. Only a crash leaves one behind.
 inline constexpr std::string_view unfinishedEnding = ".new";
 
 /// Writes `content` to `path` whole or not at all: into a new file beside it, which is flushed to
@@ -30,17 +30,20 @@ using NextPiece = std::function<bool(std::string& piece)>;
 /// The same for a content that should not be in memory as a whole.
 std::optional<FileError> writeWholeFile(const std::filesystem::path& path, const NextPiece& next);
 
-/// Writes `content` into a file that is open and waits until it has reached the disk. Returns what failed.
+/// Writes `content` into a file that is open and waits until it has reached the disk. Returns what
+/// failed.
 std::error_code writeOut(std::FILE* file, std::string_view content);
 
-/// A regular file of at most `limit` bytes, read from its start piece by piece: little of it is in memory at a time.
+/// A regular file of at most `limit` bytes, read from its start piece by piece: little of it is in
+/// memory at a time.
 class FileInPieces {
  public:
   static Result<FileInPieces, FileError> open(const std::filesystem::path& path, std::size_t limit);
   /// The same for one that is open; `name` is what an error calls it.
   static Result<FileInPieces, FileError> of(File file, std::string name, std::size_t limit);
 
-  /// As many of its next bytes as `piece` holds, and how many those were: 0 at the end, and when it failed.
+  /// As many of its next bytes as `piece` holds, and how many those were: 0 at the end, and when it
+  /// failed.
   std::size_t read(std::span<char> piece);
   /// Of the whole file when it was opened, as far as there is one to tell.
   std::size_t size() const { return size_; }

@@ -9,13 +9,14 @@ namespace touch {
 
 namespace {
 
-// Every entry is written as local header, name, content; behind the last one follow the central headers, each with its
-// name, and the end record. Numbers have their low byte first.
+// Every entry is written as local header, name, content; behind the last one follow the central
+// headers, each with its name, and the end record. Numbers have their low byte first.
 constexpr std::uint32_t localHeader = 0x04034B50;
 constexpr std::uint32_t centralHeader = 0x02014B50;
 constexpr std::uint32_t endRecord = 0x06054B50;
 constexpr std::uint16_t neededVersion = 20;
-// Readers take names of archives from elsewhere for text in an old code page, in spite of the flag below.
+// Readers take names of archives from elsewhere for text in an old code page, in spite of the flag
+// below.
 constexpr std::uint16_t madeOnUnix = 3 << 8 | neededVersion;
 constexpr std::uint32_t plainFile = 0100644u << 16;  // with its permissions
 constexpr std::uint16_t namesAreUtf8 = 1 << 11;

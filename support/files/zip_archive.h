@@ -12,9 +12,9 @@ struct ZipEntry {
   std::string content;
 };
 
-/// The archive that holds these entries, as the bytes of a file; they are stored as they are, dated `time` in UTC.
-/// All of them together must stay below 4 GiB, and there may be no more than 65535: the plain form of a ZIP file has
-/// no room for more.
+/// The archive that holds these entries, as the bytes of a file; they are stored as they are, dated
+/// `time` in UTC. All of them together must stay below 4 GiB, and there may be no more than 65535:
+/// the plain form of a ZIP file has no room for more.
 std::string zipArchive(std::span<const ZipEntry> entries,
                        std::chrono::system_clock::time_point time);
 

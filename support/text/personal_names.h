@@ -14,8 +14,8 @@ struct PersonalNames {
 
 PersonalNames personalNames();
 
-/// The text with "~" in place of each home folder, also where JSON has doubled its backslashes, and "(this computer)" in
-/// place of the computer's name where that is a word of its own.
+/// The text with "~" in place of each home folder, also where JSON has doubled its backslashes, and
+/// "(this computer)" in place of the computer's name where that is a word of its own.
 std::string withoutPersonalNames(std::string_view text, const PersonalNames& names);
 
 }  // namespace touch

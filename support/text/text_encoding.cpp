@@ -14,7 +14,8 @@ struct Lead {
   std::uint8_t highestSecond;
 };
 
-/// How many bytes follow a lead byte and where the second must lie, which shuts out overlong forms and surrogates.
+/// How many bytes follow a lead byte and where the second must lie, which shuts out overlong forms
+/// and surrogates.
 bool readLead(std::uint8_t byte, Lead& lead) {
   if (byte < 0x80)
     lead = {0, 0, 0};

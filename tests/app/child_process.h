@@ -59,7 +59,8 @@ inline Ended runProgram(const std::string& program, const std::vector<std::strin
   return {status, folder.read("output"), folder.read("errors")};
 }
 
-/// What stands in `line` with blanks between, quoted where it has blanks itself; "@" stands for the folder.
+/// What stands in `line` with blanks between, quoted where it has blanks itself; "@" stands for the
+/// folder.
 inline std::vector<std::string> wordsIn(const std::string& line, const TemporaryFolder& folder) {
   std::istringstream stream(line);
   std::vector<std::string> words;

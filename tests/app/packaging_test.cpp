@@ -46,8 +46,8 @@ std::string marked(const std::string& text) {
   return std::regex_replace(text, std::regex("-"), "\\-");
 }
 
-/// Compares what `program` lists for the command `path` and those below it with its manual page and what completion
-/// offers.
+/// Compares what `program` lists for the command `path` and those below it with its manual page and
+/// what completion offers.
 void compare(const std::string& program, const std::string& manual, const std::string& heading,
              const Words& path = {}) {
   SCOPED_TRACE(heading);

@@ -15,9 +15,10 @@
 #include "core/driver/driver_operations.h"
 
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
-// answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first is called after, and what it
-// answers. With RUDE_DRIVER it also does to the process what is none of its business: "exit" ends it in the first call,
-// "end" asks it to end when it is loaded, anything else upsets it then and with each controller that is opened.
+// answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first is called
+// after, and what it answers. With RUDE_DRIVER it also does to the process what is none of its
+// business: "exit" ends it in the first call, "end" asks it to end when it is loaded, anything else
+// upsets it then and with each controller that is opened.
 
 namespace {
 

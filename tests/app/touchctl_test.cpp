@@ -298,7 +298,8 @@ TEST_F(Touchctl, SaysToTheDriverWhatACommandIsForAndNothingElse) {
   }
 }
 
-/// A terminal obeys what it is sent, and a program formats or executes what it takes for more than text.
+/// A terminal obeys what it is sent, and a program formats or executes what it takes for more than
+/// text.
 TEST_F(Touchctl, PrintsNothingOfAControllersThatATerminalWouldObey) {
   const std::pair<std::string, std::string> texts[] = {
       {"%s%n{}%1", "%s%n{}%1"},          {"$(id)<b>", "$(id)<b>"},
@@ -318,7 +319,8 @@ TEST_F(Touchctl, PrintsNothingOfAControllersThatATerminalWouldObey) {
   }
 }
 
-/// The loader reads its search path when a program starts, so only a program started in the folder shows what it does.
+/// The loader reads its search path when a program starts, so only a program started in the folder
+/// shows what it does.
 TEST(LibrarySearch, NeverReachesTheCurrentFolderWhateverItIsCalled) {
   const TemporaryFolder folder;
   const TemporaryFolder elsewhere;
@@ -328,7 +330,8 @@ TEST(LibrarySearch, NeverReachesTheCurrentFolderWhateverItIsCalled) {
   std::filesystem::create_symlink(here, elsewhere.path() / "link");
   const char* const unsafe = "LD_LIBRARY_PATH has an element that leads to the current folder";
   const char* const missing = "cannot open shared object file";
-  // How the driver is asked for; empty: the usual one. Status 3: no driver; 4: one whose controllers do not answer.
+  // How the driver is asked for; empty: the usual one. Status 3: no driver; 4: one whose
+  // controllers do not answer.
   using Text = std::string;
   const std::tuple<Text, Text, int, Text> cases[] = {
       {"", "", 3, missing},

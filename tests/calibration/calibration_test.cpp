@@ -75,8 +75,8 @@ class Calibrating : public test::Desk {
         script.pending = replyOf("1");
     };
   }
-  /// Lets the window live for at least `time`: a procedure that begins in it runs to its end. That wait itself is not
-  /// one of the procedure's and is dropped from the journal.
+  /// Lets the window live for at least `time`: a procedure that begins in it runs to its end. That
+  /// wait itself is not one of the procedure's and is dropped from the journal.
   void live(std::chrono::milliseconds time) {
     const std::size_t line = journal.size();
     clock.delay(time);
@@ -207,7 +207,8 @@ TEST_F(Calibrating, EndsWhenTheControllerRefusesOrFails) {
 }
 
 TEST_F(Calibrating, AsksAgainForATargetThatWasNotMovedTo) {
-  // Readings that no panel gives; then one within 200 of the one before either way, and one that is 201 from it.
+  // Readings that no panel gives; then one within 200 of the one before either way, and one that is
+  // 201 from it.
   script.touches = {std::pair{INT32_MIN, INT32_MAX}, std::pair{INT32_MAX, INT32_MIN},
                     std::pair{5000, 5000},           std::pair{5200, 4800},
                     std::pair{5201, 5000},           std::pair{5201, 5201}};
@@ -240,7 +241,8 @@ TEST_F(Calibrating, GivesUpAtWhicheverTargetIsNotTouched) {
       live(20min);
       expectEnded(CalibrationOutcome::timedOut);
       EXPECT_EQ(times("StoreCalibrationData"), 0);
-      // The bar crosses 15000 twips at 50 each 200 ms: in a minute, but while the driver settles on the first target.
+      // The bar crosses 15000 twips at 50 each 200 ms: in a minute, but while the driver settles on
+      // the first target.
       EXPECT_EQ(shown->barWidth, 14950);
       const auto target = std::find(journal.rbegin(), journal.rend(), "delay 800");
       const auto asked = std::count(journal.rbegin(), target, "delay 100");
@@ -318,7 +320,8 @@ TEST_P(Abandoning, LeavesNothingBehindAtAnyMoment) {
     // What is being stored is not reset.
     EXPECT_TRUE(!stored || points == 2 || times("WriteBuffer R") == 0);
     if (!stopped) continue;
-    // Whatever was waited for ends at once; after that nothing is asked of the controller but what the way out needs.
+    // Whatever was waited for ends at once; after that nothing is asked of the controller but what
+    // the way out needs.
     Lines after(journal.begin() + linesBefore, journal.end());
     std::erase(after, "yield 3001");
     Lines expected = byEscape ? Lines{"FlushReadBuffer"} + reset : Lines{};

@@ -7,7 +7,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The calibration window over the simulated driver, whose clock moves with the tests' clock. The mouse is the finger.
+/// The calibration window over the simulated driver, whose clock moves with the tests' clock. The
+/// mouse is the finger.
 class CalibrationWindow : public DrawingDesk {
  protected:
   CalibrationWindow() {

@@ -9,8 +9,8 @@
 
 namespace touch::test {
 
-/// As long as it lives, the decimal separator is a comma and thousands are grouped: for C, as a program has it that was
-/// started in Germany, and for streams.
+/// As long as it lives, the decimal separator is a comma and thousands are grouped: for C, as a
+/// program has it that was started in Germany, and for streams.
 class CommaLocale {
  public:
   CommaLocale() : before_(std::setlocale(LC_ALL, nullptr)), streams_(std::locale()) {

@@ -15,8 +15,9 @@
 
 namespace touch::test {
 
-/// A table with everything on it that an action needs: the recording driver library bound as users bind theirs, the
-/// virtual clock and a scripted prompt, all writing into one journal in the order in which things happen.
+/// A table with everything on it that an action needs: the recording driver library bound as users
+/// bind theirs, the virtual clock and a scripted prompt, all writing into one journal in the order
+/// in which things happen.
 class Desk : public testing::Test {
  protected:
   /// `library`: the recording library, or what has only a part of it.

@@ -15,7 +15,8 @@ touch::test::RecordingScript*& script() {
 
 }  // namespace
 
-/// Whoever loads the library attaches its script first, and keeps it for as long as it calls. Without one it does nothing.
+/// Whoever loads the library attaches its script first, and keeps it for as long as it calls.
+/// Without one it does nothing.
 RECORDING_EXPORT void RecordingAttach(touch::test::RecordingScript* attached) {
   script() = attached;
 }

@@ -30,8 +30,9 @@ inline Bytes replyOf(std::string_view text) {
 inline const Bytes acknowledgement = replyOf("0");
 inline const Bytes refusal = replyOf("1");
 
-/// What the recording driver library answers, and what it was asked. Calls are written to the journal as they come:
-/// the operation's name and its arguments without the handle ("WriteBuffer UT", "SetCalPoint 0 60 3").
+/// What the recording driver library answers, and what it was asked. Calls are written to the
+/// journal as they come: the operation's name and its arguments without the handle ("WriteBuffer
+/// UT", "SetCalPoint 0 60 3").
 class RecordingScript {
  public:
   explicit RecordingScript(std::vector<std::string>& journal) : journal_(journal) {}

@@ -8,7 +8,8 @@
 
 namespace touch::test {
 
-/// Writes what the user is told to the journal ("message Update OK") and answers as the script says.
+/// Writes what the user is told to the journal ("message Update OK") and answers as the script
+/// says.
 class ScriptedPrompt final : public Prompt {
  public:
   explicit ScriptedPrompt(std::vector<std::string>& journal) : journal_(journal) {}

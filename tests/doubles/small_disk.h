@@ -9,7 +9,8 @@
 
 namespace touch::test {
 
-/// As long as it lives, no file of this process can grow beyond `bytes`: what a full disk does to whoever writes.
+/// As long as it lives, no file of this process can grow beyond `bytes`: what a full disk does to
+/// whoever writes.
 class SmallDisk {
  public:
 #if defined(_WIN32)

@@ -8,8 +8,9 @@
 
 namespace touch::test {
 
-/// Time that jumps: a wait takes none, but everything that is due in it runs, and each wait of the main line is written
-/// to the journal ("delay 100"). Waits inside a timer's tick are written as well, where they happen.
+/// Time that jumps: a wait takes none, but everything that is due in it runs, and each wait of the
+/// main line is written to the journal ("delay 100"). Waits inside a timer's tick are written as
+/// well, where they happen.
 class VirtualClock final : public QueuedClock {
  public:
   explicit VirtualClock(std::vector<std::string>& journal) : journal_(journal) {}

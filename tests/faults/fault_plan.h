@@ -44,9 +44,10 @@ class Pause {
   bool before_;
 };
 
-/// What this program's calls of the operating system for files and serial ports obey: they count in it, and fail where
-/// it says so, with a full disk for what writes files and an input/output error for the rest. Null: they all work.
-/// The calls are the C library's for the whole program, so it cannot be handed to them.
+/// What this program's calls of the operating system for files and serial ports obey: they count in
+/// it, and fail where it says so, with a full disk for what writes files and an input/output error
+/// for the rest. Null: they all work. The calls are the C library's for the whole program, so it
+/// cannot be handed to them.
 inline FaultPlan* planObeyed = nullptr;
 /// Bytes that have really gone to terminals since this was last set to 0.
 inline std::size_t sentBytes = 0;

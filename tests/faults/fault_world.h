@@ -13,8 +13,9 @@
 
 namespace touch::test {
 
-/// Everything that a program reaches outside, in working order but for what the plan says: a driver with one controller
-/// that has a parameter memory and a finger on its panel, a disk, and a serial line with a controller at its end.
+/// Everything that a program reaches outside, in working order but for what the plan says: a driver
+/// with one controller that has a parameter memory and a finger on its panel, a disk, and a serial
+/// line with a controller at its end.
 class FaultWorld final : public ParameterDesk {
  public:
   using Desk::clock, Desk::journal, Desk::prompt, Desk::session, ParameterDesk::memory;

@@ -10,7 +10,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Whatever a user does is done once for each outside operation that it takes and each way in which that can fail.
+/// Whatever a user does is done once for each outside operation that it takes and each way in which
+/// that can fail.
 class Faults : public testing::TestWithParam<Scenario> {};
 
 TEST_P(Faults, LeaveNothingOpenHalfDoneOrUnsaid) {
@@ -50,7 +51,8 @@ TEST_P(Faults, LeaveNothingOpenHalfDoneOrUnsaid) {
 INSTANTIATE_TEST_SUITE_P(EachOperation, Faults, testing::ValuesIn(scenarios()),
                          [](const auto& tested) { return tested.param.name; });
 
-/// A kiosk's week: everything that a user does, once an hour, every third time with something failing.
+/// A kiosk's week: everything that a user does, once an hour, every third time with something
+/// failing.
 TEST(AWeek, TakesNoMemoryAndNoHandles) {
   const auto memoryInUse = [] { return mallinfo2().uordblks; };
   FaultWorld world{FaultPlan{}};

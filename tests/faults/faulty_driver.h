@@ -13,7 +13,8 @@
 
 namespace touch::test {
 
-/// A driver that fails where the plan says so. It remembers what it has given away and what it got back.
+/// A driver that fails where the plan says so. It remembers what it has given away and what it got
+/// back.
 class FaultyDriver final : public Driver {
  public:
   FaultyDriver(Driver& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}

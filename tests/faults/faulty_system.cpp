@@ -40,7 +40,8 @@ Function* next(const char* name) {
 // Declared as the C library does, whose headers some of these are macros or inline functions in.
 #define TOUCH_STAND_IN extern "C" __attribute__((visibility("default")))
 
-/// A call that gives `failure` and the error when it is to fail, else what `call` of the C library's `real` one does.
+/// A call that gives `failure` and the error when it is to fail, else what `call` of the C
+/// library's `real` one does.
 #define TOUCH_FAILING(result, name, parameters, error, failure, call) \
   TOUCH_STAND_IN result name parameters {                             \
     static auto* const real = next<result parameters>(#name);         \

@@ -20,8 +20,8 @@
 
 namespace touch::test {
 
-/// The far end of a serial line: a pseudo-terminal whose device a serial port opens. Until then it echoes and waits for
-/// whole lines, as terminals do.
+/// The far end of a serial line: a pseudo-terminal whose device a serial port opens. Until then it
+/// echoes and waits for whole lines, as terminals do.
 class PseudoTerminal {
  public:
   PseudoTerminal() {

@@ -47,7 +47,8 @@ const std::vector<PacketCase> addedCases = {
     {{0xA8, 0x01, 0x02, 0x00, 0x03, 0x04}, 130, 388, false},
 };
 
-/// Every kind of packet of a family with garbage before, between and after, and what must be found in it.
+/// Every kind of packet of a family with garbage before, between and after, and what must be found
+/// in it.
 class EitherFamily : public testing::TestWithParam<ReportFamily> {
  protected:
   EitherFamily() {

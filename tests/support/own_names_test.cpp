@@ -22,7 +22,8 @@ namespace fs = std::filesystem;
 constexpr ParameterBlock ownBlock = {{{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}, {11, 12}}};
 constexpr uid_t somebodyElse = 65534;
 
-/// What somebody puts where the program has a name of its own; false: this user cannot. All of it leads to `victim`.
+/// What somebody puts where the program has a name of its own; false: this user cannot. All of it
+/// leads to `victim`.
 struct Planted {
   const char* what;
   bool (*plant)(const fs::path& at, const fs::path& victim);
@@ -77,8 +78,8 @@ int note(const fs::path& folder) {
   return ended(backupIn(folder).note("D", {3, {1, 2}, {3, 4}}, Backup::Stage::begun));
 }
 
-/// For each planted thing in turn: '+' done all the same, '-' refused with a reason, '?' whatever this user's
-/// permissions make of it.
+/// For each planted thing in turn: '+' done all the same, '-' refused with a reason, '?' whatever
+/// this user's permissions make of it.
 struct OwnName {
   const char* name;
   const char* outcomes;

@@ -73,7 +73,8 @@ double luminance(QRgb colour) {
          0.0722 * light(qBlue(colour));
 }
 
-/// Of the text against what it stands on: the colour that covers most, and the one that differs most from it.
+/// Of the text against what it stands on: the colour that covers most, and the one that differs
+/// most from it.
 double contrastIn(const QImage& image) {
   std::map<QRgb, int> counts;
   for (int pixel = 0; pixel < image.width() * image.height(); ++pixel)

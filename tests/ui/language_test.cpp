@@ -81,7 +81,8 @@ TEST_F(Languages, EachHasAKeyOfItsOwnForEachControl) {
         if (inMain) keys[name.toStdString()] = key;
       }
     });
-    // Whoever types a harmless key on the wrong page is not to reset the controller. Both "Undo" do the same.
+    // Whoever types a harmless key on the wrong page is not to reset the controller. Both "Undo" do
+    // the same.
     keys.erase("cmdUndoParameters");
     for (const char* const dangerous : {"Command2", "Command3", "cmdUndoDefaults"}) {
       for (const auto& [name, key] : keys)

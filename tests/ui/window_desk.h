@@ -26,11 +26,13 @@ inline ComPorts onlyCom1(const PseudoTerminal& terminal) {
   return ports;
 }
 
-/// Qt's events first, then everything that is due in `time`; window by window as a user would meet them.
+/// Qt's events first, then everything that is due in `time`; window by window as a user would meet
+/// them.
 class WindowDesk : public Desk {
  protected:
   WindowDesk() {
-    // A test that has ended the program leaves it so that no dialog stays open; only running it again mends that.
+    // A test that has ended the program leaves it so that no dialog stays open; only running it
+    // again mends that.
     QTimer::singleShot(0, qApp, [] { QCoreApplication::exit(); });
     QApplication::exec();
     script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};

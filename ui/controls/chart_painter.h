@@ -6,7 +6,8 @@ class QPainter;
 
 namespace touch {
 
-/// Charts on whatever Qt paints on: a window, an image, a page of a PDF. The painter is scaled so that its unit is a twip.
+/// Charts on whatever Qt paints on: a window, an image, a page of a PDF. The painter is scaled so
+/// that its unit is a twip.
 class ChartPainter final : public ChartSurface {
  public:
   explicit ChartPainter(QPainter& painter) : painter_(painter) {}

@@ -4,7 +4,8 @@
 
 namespace touch {
 
-/// A list of commands to tap: rows that a finger hits, in as many columns as it takes to show all of them.
+/// A list of commands to tap: rows that a finger hits, in as many columns as it takes to show all
+/// of them.
 class FingerList final : public QListWidget {
   Q_OBJECT
 

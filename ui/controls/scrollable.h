@@ -8,7 +8,8 @@
 
 namespace touch {
 
-/// `page` in an area of its own: small screens scroll it instead of clipping it. The area takes the page over.
+/// `page` in an area of its own: small screens scroll it instead of clipping it. The area takes the
+/// page over.
 inline QScrollArea* scrollable(QWidget* page, QScrollArea* area = new QScrollArea) {
   area->setWidget(page);
   area->setWidgetResizable(true);
@@ -18,7 +19,8 @@ inline QScrollArea* scrollable(QWidget* page, QScrollArea* area = new QScrollAre
   return area;
 }
 
-/// A page of a window that scrolls downwards alone, and below it what must be at hand without scrolling, if there is such.
+/// A page of a window that scrolls downwards alone, and below it what must be at hand without
+/// scrolling, if there is such.
 class ScrolledPage final : public QWidget {
  public:
   ScrolledPage() : area_(scrollable(nullptr, new DownwardArea)), rows_(new QVBoxLayout(this)) {

@@ -8,7 +8,8 @@ class QLabel;
 
 namespace touch {
 
-/// A line of a window that says what has just happened. Success, remark and error differ in their icon and first word.
+/// A line of a window that says what has just happened. Success, remark and error differ in their
+/// icon and first word.
 class StatusLine final : public QWidget {
   Q_OBJECT
 

@@ -24,8 +24,8 @@ const auto pictures = QUrl(QStringLiteral("qrc:/guide/images/"));
 constexpr qreal margin = 10;
 constexpr qreal indent = 20;
 
-/// What is done to a document in its scope is laid out in one go, and makes it no edited one: those are read anew for every
-/// link.
+/// What is done to a document in its scope is laid out in one go, and makes it no edited one: those
+/// are read anew for every link.
 class Unnoticed final {
  public:
   explicit Unnoticed(QTextDocument* document) : silent_(document), edit_(document) {
@@ -104,7 +104,8 @@ bool GuideBrowser::mark(const QString& text, bool backwards) {
   return false;
 }
 
-// Qt's reading of Markdown gives headings no names, and pictures the size that they have in their files.
+// Qt's reading of Markdown gives headings no names, and pictures the size that they have in their
+// files.
 void GuideBrowser::prepare(const QUrl& source) {
   if (prepared_ == source.path()) return;
   prepared_ = source.path();

@@ -5,8 +5,9 @@
 
 namespace touch {
 
-/// Shows the documents that are compiled into the program: the user guide and what it refers to. Each heading can be linked to as on
-/// the web, and pictures are no wider than the window; they are read when they come into view.
+/// Shows the documents that are compiled into the program: the user guide and what it refers to.
+/// Each heading can be linked to as on the web, and pictures are no wider than the window; they are
+/// read when they come into view.
 class GuideBrowser final : public QTextBrowser {
   Q_OBJECT
 
@@ -24,10 +25,11 @@ class GuideBrowser final : public QTextBrowser {
   const std::vector<Heading>& headings() const { return headings_; }
   /// The user guide at the chapter `heading`; at its beginning when there is none.
   void showChapter(const QString& heading);
-  /// The chapter, which has level 2, that the upper edge of the view lies in; empty before the first and outside the guide.
+  /// The chapter, which has level 2, that the upper edge of the view lies in; empty before the
+  /// first and outside the guide.
   QString chapterInView() const;
-  /// Marks the next place of `text`, or the one before; from the other end again when there is none left. False when the
-  /// document has none.
+  /// Marks the next place of `text`, or the one before; from the other end again when there is none
+  /// left. False when the document has none.
   bool mark(const QString& text, bool backwards);
 
   QVariant loadResource(int type, const QUrl& name) override;

@@ -12,7 +12,8 @@ namespace touch {
 
 class GuideBrowser;
 
-/// The user guide inside the program: its chapters, the way back, a search. It is gone when it is closed.
+/// The user guide inside the program: its chapters, the way back, a search. It is gone when it is
+/// closed.
 class GuideWindow final : public QDialog {
   Q_OBJECT
 

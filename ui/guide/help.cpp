@@ -31,7 +31,8 @@ QString helpChapter(const QWidget& window) {
 void showHelp(QWidget& window) {
   const QString chapter = helpChapter(window);
   auto* guideWindow = window.findChild<GuideWindow*>(QString(), Qt::FindDirectChildrenOnly);
-  // Its child, so that it stays in front of a full-screen window, and is no victim of a box that lets nothing else be used.
+  // Its child, so that it stays in front of a full-screen window, and is no victim of a box that
+  // lets nothing else be used.
   if (guideWindow == nullptr) guideWindow = new GuideWindow(&window);
   guideWindow->show();
   guideWindow->raise();

@@ -27,8 +27,8 @@ QRect touched(const QRectF& shape, int width) {
   return shape.normalized().adjusted(-margin, -margin, margin, margin).toAlignedRect();
 }
 
-/// Copies `parts` of a picture, in the widget's pixels, to where `shift` moves them in `screen`. Does nothing, and says
-/// so, when that takes more than to copy bytes.
+/// Copies `parts` of a picture, in the widget's pixels, to where `shift` moves them in `screen`.
+/// Does nothing, and says so, when that takes more than to copy bytes.
 bool copyPixels(const QRegion& parts, const QImage& picture, QPoint shift, QPaintDevice* screen) {
   if (screen == nullptr || screen->devType() != QInternal::Image) return false;
   auto& target = static_cast<QImage&>(*screen);
@@ -74,7 +74,8 @@ void CanvasWidget::showPart(const QRect& part) {
   if (atOnce_) {
     repaint(part);
   } else {
-    // One rectangle around all: a region of ten thousand pieces would take longer to put together than to paint.
+    // One rectangle around all: a region of ten thousand pieces would take longer to put together
+    // than to paint.
     changed_ |= part;
     update(changed_);
   }
@@ -110,7 +111,8 @@ void CanvasWidget::point(TwipsPoint at, Colour colour, int width) {
 
 void CanvasWidget::paintEvent(QPaintEvent* event) {
   if (event->region().contains(changed_)) changed_ = {};
-  // To begin a painter on a widget takes five times as long as to draw a piece of ink. A painter of others may scale.
+  // To begin a painter on a widget takes five times as long as to draw a piece of ink. A painter of
+  // others may scale.
   QPoint origin;
   QPaintDevice* screen = redirected(&origin);
   const bool plain = !focusIsShown_ && sharedPainter() == nullptr;

@@ -8,8 +8,8 @@
 
 namespace touch {
 
-/// A drawing area as large as its window. What is drawn goes into an image; painting copies the part that is asked for,
-/// so it costs the same however much has been drawn.
+/// A drawing area as large as its window. What is drawn goes into an image; painting copies the
+/// part that is asked for, so it costs the same however much has been drawn.
 class CanvasWidget : public QWidget, public Surface {
   Q_OBJECT
 
@@ -26,8 +26,9 @@ class CanvasWidget : public QWidget, public Surface {
   void setPaper(Colour paper) { paper_ = paper; }
 
  protected:
-  /// Whether what is drawn is seen at once, and not when the event loop comes to it. That is right for ink under a
-  /// finger: to wake the loop for every piece of it costs more than to paint the piece.
+  /// Whether what is drawn is seen at once, and not when the event loop comes to it. That is right
+  /// for ink under a finger: to wake the loop for every piece of it costs more than to paint the
+  /// piece.
   void showAtOnce(bool atOnce) { atOnce_ = atOnce; }
 
   void paintEvent(QPaintEvent* event) override;

@@ -19,7 +19,8 @@ constexpr std::chrono::milliseconds longestInactive{500};
 }  // namespace
 
 void placeOn(QWidget& window, const QScreen& screen, const std::optional<QSize>& size) {
-  // Where programs cannot place their windows, as under Wayland, a full screen follows the screen and not the geometry.
+  // Where programs cannot place their windows, as under Wayland, a full screen follows the screen
+  // and not the geometry.
   for (QScreen* const connected : QGuiApplication::screens()) {
     if (connected == &screen) window.setScreen(connected);
   }

@@ -12,7 +12,8 @@ bool isLatin(int code) {
   return (code >= 'A' && code <= 'Z') || (code >= '0' && code <= '9');
 }
 
-/// What lies there on an American keyboard; X11 and Wayland count the places of all keyboards alike.
+/// What lies there on an American keyboard; X11 and Wayland count the places of all keyboards
+/// alike.
 char atPlace(quint32 place) {
   struct Row {
     quint32 first;

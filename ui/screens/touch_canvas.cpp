@@ -31,7 +31,8 @@ void TouchCanvas::follow(const QPointF& pointer) {
   if (at && !before) {
     emit penDown(button_, *at);
   } else if (at) {
-    // A piece of ink, and no more: where a stroke ends, whole pictures may be drawn anew and boxes come up.
+    // A piece of ink, and no more: where a stroke ends, whole pictures may be drawn anew and boxes
+    // come up.
     showAtOnce(true);
     emit penMoved(*at);
     showAtOnce(false);

@@ -8,8 +8,9 @@
 
 namespace touch {
 
-/// A canvas that tells where it is touched. In a simulated run the pointer is the finger on the simulated panel: what
-/// counts is where its controller reports the finger, and on a dead strip the pen lifts.
+/// A canvas that tells where it is touched. In a simulated run the pointer is the finger on the
+/// simulated panel: what counts is where its controller reports the finger, and on a dead strip the
+/// pen lifts.
 class TouchCanvas final : public CanvasWidget {
   Q_OBJECT
 

@@ -126,7 +126,8 @@ void printLinesAsText(const std::vector<LineResult>& results, const MeasuredPane
   print("{}\n", passed ? "PASS" : "FAIL");
 }
 
-/// All lines of the linearity tester, drawn on the simulated panel by a finger that follows each guide exactly.
+/// All lines of the linearity tester, drawn on the simulated panel by a finger that follows each
+/// guide exactly.
 std::vector<LineResult> drawEachLine(Shell& shell, const MeasuredPanel& panel) {
   constexpr int samplesPerLine = 200;
   LinearityProcedure procedure(panel);

@@ -39,8 +39,8 @@ std::vector<ReportFormat> addedFormats(const fs::path& folder) {
   return std::move(read.formats);
 }
 
-/// Prints what a controller sends as it comes: a line, or a JSON object in a line, for each report and for the bytes
-/// between reports.
+/// Prints what a controller sends as it comes: a line, or a JSON object in a line, for each report
+/// and for the bytes between reports.
 class ReportPrinter {
  public:
   ReportPrinter(CommandSet set, const fs::path& workFolder, bool json)
@@ -90,7 +90,8 @@ class ReportPrinter {
   std::uint64_t reports_ = 0;
 };
 
-/// Prints what comes in on `line` until the time is over, `ended` says true, the device has gone, or nobody reads on.
+/// Prints what comes in on `line` until the time is over, `ended` says true, the device has gone,
+/// or nobody reads on.
 ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
                         const std::optional<double>& seconds, const std::function<bool()>& ended) {
   const auto start = clock.now();

@@ -62,7 +62,8 @@ ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const S
   return status;
 }
 
-/// Makes the controller current whose driver holds a serial port, without asking any. Without one no driver holds it.
+/// Makes the controller current whose driver holds a serial port, without asking any. Without one
+/// no driver holds it.
 bool chooseSerialController(Shell& shell) {
   if (!shell.options().controller.empty()) return shell.chooseController();
   const Access access = shell.access();

@@ -19,8 +19,8 @@ struct SerialOptions {
   std::optional<double> seconds;  ///< how long to listen
 };
 
-/// What a command on a serial port works with. The port is open and the driver has let go of it, but for a command that
-/// looks for the port itself.
+/// What a command on a serial port works with. The port is open and the driver has let go of it,
+/// but for a command that looks for the port itself.
 struct SerialWork {
   Access access;
   Prompt& prompt;
@@ -30,7 +30,8 @@ struct SerialWork {
 };
 using SerialAction = std::function<ExitStatus(const SerialWork&)>;
 
-/// Lets `command` be told the port and the set, and do `action` on the port. `serial` outlives the running.
+/// Lets `command` be told the port and the set, and do `action` on the port. `serial` outlives the
+/// running.
 void onSerialPort(const CommandLine& line, CLI::App& command,
                   const std::shared_ptr<SerialOptions>& serial, const SerialAction& action);
 /// Refuses the set that knows no parameter words, for a `command` that has been told of the sets.

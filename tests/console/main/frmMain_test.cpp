@@ -183,7 +183,8 @@ TEST_F(MainWindow, CoversThePanelsMonitor) {
       QWidget* const covering = opened(name);
       ASSERT_NE(covering, nullptr) << name;
       EXPECT_EQ(screens.indexOf(covering->screen()) + 1, c.expected) << name;
-      // The frame that windows of the tests have, which do not fill the screen, lies outside of it or not.
+      // The frame that windows of the tests have, which do not fill the screen, lies outside of it
+      // or not.
       const QPoint off = covering->geometry().topLeft() - covering->screen()->geometry().topLeft();
       EXPECT_LE(off.manhattanLength(), 4) << name;
       EXPECT_TRUE(QTest::qWaitForWindowActive(covering)) << name;
@@ -233,7 +234,8 @@ TEST_F(MainWindowWithDebugger, StaysInUseButForWhatTheDebuggerHas) {
 
   auto* const record = find<QPushButton>(*debugger(), "cmdRecord");
   find<QPushButton>(*debugger(), "Command1")->click();
-  // A shortcut's click comes after a moment, to a window that is going; its dialog would stand on one that is destroyed.
+  // A shortcut's click comes after a moment, to a window that is going; its dialog would stand on
+  // one that is destroyed.
   bool asked = false;
   QTimer::singleShot(0, [&asked] {
     QWidget* const dialog = QApplication::activeModalWidget();

@@ -12,7 +12,8 @@
 
 namespace touch::test {
 
-/// A desk whose controller has a parameter memory, which can break in the ways that such memories do.
+/// A desk whose controller has a parameter memory, which can break in the ways that such memories
+/// do.
 class ParameterDesk : public Desk {
  protected:
   ParameterDesk() {

@@ -75,7 +75,8 @@ TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
   EXPECT_EQ(*readPins(access()), fourInOrder);
   EXPECT_FALSE(editor.canPutBack());
 
-  // The power goes in the middle of an update and stays away while the old mapping is put back; then it returns.
+  // The power goes in the middle of an update and stays away while the old mapping is put back;
+  // then it returns.
   editor.assign(0, {7, 7});
   editor.assign(1, {6, 6});
   callsUntilPowerLoss = 9;

@@ -22,7 +22,8 @@ TEST(ServedNames, HaveALineAndADevice) {
 
 TEST_F(Discovery, ChoosesTheFirstControllerThatAnswers) {
   script.names = {"RS232 DEVICE 1", "PS2 DEVICE", "USB DEVICE 2", "USB DEVICE 3"};
-  // Five bytes are no answer, six are one; the answer of the second controller comes at its second try.
+  // Five bytes are no answer, six are one; the answer of the second controller comes at its second
+  // try.
   script.replies["UT"] = {replyOf("ABC"), {}, replyOf("ABC"), replyOf("ABCD")};
   const ControllerList list = getctrname(access(), prompt);
   EXPECT_EQ(list.names, (Lines{"RS232 DEVICE 1", "USB DEVICE 2", "USB DEVICE 3"}));

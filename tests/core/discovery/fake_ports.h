@@ -14,7 +14,8 @@
 
 namespace touch::test {
 
-/// Writes what is done with it to the journal; on each port a controller answers as the replies say.
+/// Writes what is done with it to the journal; on each port a controller answers as the replies
+/// say.
 class FakePorts final : public SerialPort {
  public:
   explicit FakePorts(std::vector<std::string>& journal) : journal_(journal) {}

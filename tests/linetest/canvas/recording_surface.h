@@ -10,8 +10,8 @@
 
 namespace touch::test {
 
-/// Writes down what is drawn: "line 0,480 15360,480 #7 2", "point 1,2 #12 1", "circle 480,360 250 #15 2", "clear".
-/// Colours are palette indices where the palette has them.
+/// Writes down what is drawn: "line 0,480 15360,480 #7 2", "point 1,2 #12 1", "circle 480,360 250
+/// #15 2", "clear". Colours are palette indices where the palette has them.
 class RecordingSurface final : public Surface {
  public:
   std::vector<std::string> drawn;

@@ -91,8 +91,8 @@ class ScriptedPort final : public SerialPort {
   bool isOpen_ = false;
 };
 
-/// A debugger on a scripted port. While it waits, the far end writes what it has received to the journal, and gives the
-/// next answer.
+/// A debugger on a scripted port. While it waits, the far end writes what it has received to the
+/// journal, and gives the next answer.
 class DebuggerBench : public Desk {
  protected:
   DebuggerBench() {

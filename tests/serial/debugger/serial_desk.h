@@ -10,8 +10,8 @@
 
 namespace touch::test {
 
-/// The debugger's window over the recording driver and a real pseudo-terminal behind COM1. While a window waits, the far
-/// end keeps what it received and gives the next answer.
+/// The debugger's window over the recording driver and a real pseudo-terminal behind COM1. While a
+/// window waits, the far end keeps what it received and gives the next answer.
 class SerialDesk : public WindowDesk {
  protected:
   SerialDesk() {

@@ -10,7 +10,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// What a serial line does to those who use it in the field: it is unplugged, and it never stops talking.
+/// What a serial line does to those who use it in the field: it is unplugged, and it never stops
+/// talking.
 class SerialTrouble : public SerialDesk {
  protected:
   void unplug() { terminal->unplug(); }
@@ -110,10 +111,12 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
   }
 }
 
-/// Megabytes of reports, fed as fast as the line takes them, while the user's events come in as well.
+/// Megabytes of reports, fed as fast as the line takes them, while the user's events come in as
+/// well.
 class SerialFlood : public SerialTrouble {
  protected:
-  /// Runs `step` over and over, with an event for the window before each, until nothing comes any more.
+  /// Runs `step` over and over, with an event for the window before each, until nothing comes any
+  /// more.
   void feed(std::size_t packets, const std::function<void()>& step) {
     constexpr std::size_t mostInOneGo = 65536;
     constexpr std::size_t oneMegabyte = 1024 * 1024;

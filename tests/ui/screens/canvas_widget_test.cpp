@@ -16,8 +16,8 @@ QImage shown(const QWidget& window) {
 
 }  // namespace
 
-// Only a window that is painted for the screen has its ink copied; what it should look like says one that is painted
-// into a picture.
+// Only a window that is painted for the screen has its ink copied; what it should look like says
+// one that is painted into a picture.
 TEST(CanvasWidget, ShowsItsPictureWhereItLies) {
   QWidget window;
   window.resize(400, 300);
