@@ -58,8 +58,8 @@ TEST_F(Discovery, AsksThePreferredControllerFirstAndStopsWhenTold) {
     journal.clear();
     const auto search = getctrname(
         access(), prompt,
-        [&](const std::string& name) {
-          if (names.size() == asked) return false;
+        [&, most = asked](const std::string& name) {
+          if (names.size() == most) return false;
           names.push_back(name);
           return true;
         },
