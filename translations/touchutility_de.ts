@@ -1144,6 +1144,10 @@
         <source>none that can be opened</source>
         <translation>keine, die sich öffnen lässt</translation>
     </message>
+    <message>
+        <source>at most %1 bytes in all lines</source>
+        <translation>höchstens %1 Bytes in allen Zeilen</translation>
+    </message>
 </context>
 <context>
     <name>numbers</name>

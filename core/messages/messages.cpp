@@ -18,6 +18,9 @@ constexpr std::size_t fileTexts = 100;
 // memory.
 constexpr std::size_t longestLine = std::size_t{1} << 20U;
 
+// A start may take 100 MB more for the file, and what is not UTF-8 grows to twice its size.
+constexpr std::size_t largestTable = std::size_t{24} << 20U;
+
 constexpr std::array<std::string_view, 51> builtInTexts = {
     "No device was found",
     "Open Controller Error!!",
@@ -100,6 +103,7 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
     return FileError{name, static_cast<int>(line), std::move(expected), std::move(found)};
   };
   std::vector<std::string> lines;
+  std::size_t inAll = 0;
   while (lines.size() < fileTexts) {
     std::string line;
     const LineRead read = readLine(file, line);
@@ -117,6 +121,13 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
     }
     if (lines.empty()) line = std::string(withoutByteOrderMark(line));
     lines.push_back(std::move(line));
+    inAll += lines.back().size();
+    if (inAll > largestTable) {
+      return failure(
+          lines.size(),
+          filled(say("messages", "at most %1 bytes in all lines"), {std::to_string(largestTable)}),
+          say("messages", "more"));
+    }
   }
   MessageTable table;
   const bool latin1 = !std::ranges::all_of(lines, isUtf8);

@@ -50,7 +50,11 @@ TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
 }
 
 TEST_F(Messages, OfADamagedFileAreRefused) {
+  std::string many;
+  for (int line = 0; line < 25; ++line)
+    many += std::string(1U << 20U, 'x') + "\n";
   const std::pair<std::string, std::string> cases[] = {
+      {many, ", line 25: expected at most 25165824 bytes in all lines, found more"},
       {numberedLines(99, "\n"), ": expected 100 lines, one for each message, found 99 lines"},
       {"ok\n" + std::string((1U << 20U) + 1, 'x'),
        ", line 2: expected at most 1048576 bytes, found more"},
