@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <span>
 #include <utility>
 
 namespace touch {
@@ -57,9 +58,11 @@ void Picture::showAnew() {
 
 void Picture::showOn() {
   constexpr std::chrono::milliseconds betweenPieces{1};
-  const std::size_t end = std::min(next_ + marksAtATime, marks_.size());
-  for (; next_ < end; ++next_)
-    draw(marks_[next_], shown_);
+  const auto rest = std::span(marks_).subspan(next_);
+  const auto piece = rest.first(std::min(marksAtATime, rest.size()));
+  for (const Mark& mark : piece)
+    draw(mark, shown_);
+  next_ += piece.size();
   next_ < marks_.size() ? timer_->start(betweenPieces) : timer_->stop();
 }
 

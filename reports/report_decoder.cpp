@@ -11,7 +11,7 @@ using enum ReportFamily;
 
 /// One of the families' own packets, in the words in which "zevrik.fmt" adds others.
 struct OwnPacket {
-  ReportFamily family;
+  ReportFamily family = tablet;
   ReportFormat format;
   std::uint8_t second = 0;  ///< the second byte, where it must be a certain one
   std::uint8_t needed = 0;  ///< bytes, where a report need not wait for all of its packet

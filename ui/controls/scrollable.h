@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEvent>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QVBoxLayout>
