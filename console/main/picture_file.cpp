@@ -54,6 +54,9 @@ struct PictureExtent {
   std::size_t entries = 1;
   bool isInScans = false;
   bool isIcon = false;
+  std::size_t profiles = 0;      ///< of colours
+  std::uint64_t besides = 0;     ///< bytes of a PNG that are no pixels
+  std::string_view packed = {};  ///< the kind of a chunk whose text is unpacked, to any length
 };
 
 std::uint64_t magnitude(std::uint32_t value) {
@@ -101,17 +104,41 @@ PictureExtent jpegExtent(PictureBytes& bytes) {
   return extent;
 }
 
-PictureExtent pngExtent(PictureBytes& bytes) {
+/// The kind of the chunk at `place` if it holds compressed text; else empty.
+std::string_view packedText(PictureBytes& bytes, std::size_t place) {
+  constexpr std::size_t longestKeyword = 79;
+  if (bytes.hasAt(place + 4, "zTXt")) return "zTXt";
+  if (!bytes.hasAt(place + 4, "iTXt")) return {};
+  // Behind the keyword and its 0 stands whether it is.
+  std::size_t end = place + 8;
+  while (end < place + 8 + longestKeyword && bytes.at(end) != 0)
+    ++end;
+  return bytes.at(end) == 0 && bytes.at(end + 1) == 0 ? "" : "iTXt";
+}
+
+/// Text takes ten times its size when it is decoded, and packed text a thousand times, wherever in
+/// the file it stands. A colour profile is packed too, but the decoder takes 8 MB of it at most.
+PictureExtent pngExtentAt(PictureBytes& bytes, std::size_t start) {
   constexpr std::size_t aroundData = 12;
-  const std::uint64_t pixels = std::uint64_t{bytes.big(16, 4)} * bytes.big(20, 4);
-  for (std::uint64_t place = 8; !bytes.isCutOff();) {
+  constexpr std::size_t interlacing = 28;
+  const std::uint64_t width = bytes.big(start + 16, 4);
+  PictureExtent extent{.pixels = width * bytes.big(start + 20, 4),
+                       .isInScans = bytes.at(start + interlacing) != 0};
+  for (std::uint64_t place = start + 8; !bytes.isCutOff();) {
     const auto here = static_cast<std::size_t>(place);
-    place += bytes.big(here, 4) + aroundData;
+    const std::uint32_t size = bytes.big(here, 4);
+    place += size + aroundData;
     bytes.need(place);
+    extent.besides += bytes.hasAt(here + 4, "IDAT") ? aroundData : size + aroundData;
+    extent.profiles += bytes.hasAt(here + 4, "iCCP") ? 1 : 0;
+    if (const auto kind = packedText(bytes, here); !kind.empty()) extent.packed = kind;
     if (bytes.hasAt(here + 4, "IEND")) break;
   }
-  constexpr std::size_t interlacing = 28;
-  return {.pixels = pixels, .isInScans = bytes.at(interlacing) != 0};
+  return extent;
+}
+
+PictureExtent pngExtent(PictureBytes& bytes) {
+  return pngExtentAt(bytes, 0);
 }
 
 std::size_t behindColours(PictureBytes& bytes, std::size_t place, std::uint8_t flags) {
@@ -163,10 +190,16 @@ PictureExtent icoExtent(PictureBytes& bytes) {
     const std::size_t row = 6 + 16 * entry;
     const std::size_t place = bytes.little(row + 12, 4);
     bytes.need(std::uint64_t{place} + bytes.little(row + 8, 4));
-    const std::uint64_t pixels =
-        bytes.hasAt(place, "\x89PNG")
-            ? std::uint64_t{bytes.big(place + 16, 4)} * bytes.big(place + 20, 4)
-            : magnitude(bytes.little(place + 4, 4)) * (magnitude(bytes.little(place + 8, 4)) / 2);
+    std::uint64_t pixels = 0;
+    if (bytes.hasAt(place, "\x89PNG")) {
+      const PictureExtent png = pngExtentAt(bytes, place);
+      pixels = png.pixels;
+      extent.besides += png.besides;
+      extent.profiles += png.profiles;
+      if (!png.packed.empty()) extent.packed = png.packed;
+    } else {
+      pixels = magnitude(bytes.little(place + 4, 4)) * (magnitude(bytes.little(place + 8, 4)) / 2);
+    }
     // Sixteen bits' worth of them cannot make the sum run over.
     constexpr std::uint64_t farTooMany = std::uint64_t{1} << 40U;
     extent.pixels += std::min(pixels, farTooMany);
@@ -188,24 +221,38 @@ constexpr std::array pictureKinds = {
 };
 
 /// What was expected and what was found of a picture that has too much of something.
-std::optional<std::pair<std::string, std::uint64_t>> beyond(const PictureExtent& extent,
-                                                            const PictureLimits& limits) {
+std::optional<std::pair<std::string, std::string>> beyond(const PictureExtent& extent,
+                                                          const PictureLimits& limits) {
   if (extent.entries > limits.entries) {
     return std::pair{
         filled(say("main", "at most %1 pictures in an icon"), {std::to_string(limits.entries)}),
-        extent.entries};
+        std::to_string(extent.entries)};
+  }
+  if (!extent.packed.empty()) {
+    return std::pair{say("main", "a picture without compressed text"),
+                     filled(say("main", "a chunk %1"), {std::string(extent.packed)})};
+  }
+  if (extent.profiles > limits.profiles) {
+    return std::pair{
+        filled(say("main", "at most %1 colour profiles"), {std::to_string(limits.profiles)}),
+        std::to_string(extent.profiles)};
+  }
+  if (extent.besides > limits.besides) {
+    return std::pair{filled(say("main", "at most %1 bytes besides the pixels"),
+                            {std::to_string(limits.besides)}),
+                     std::to_string(extent.besides)};
   }
   const std::uint64_t mostPixels = extent.isIcon      ? limits.iconPixels
                                    : extent.isInScans ? limits.pixelsInScans
                                                       : limits.pixels;
   if (extent.pixels > mostPixels) {
     return std::pair{filled(say("main", "at most %1 pixels"), {std::to_string(mostPixels)}),
-                     extent.pixels};
+                     std::to_string(extent.pixels)};
   }
   if (extent.pixels * extent.scans > limits.scanned) {
     return std::pair{filled(say("main", "at most %1 scans of as many pixels"),
                             {std::to_string(limits.scanned / extent.pixels)}),
-                     extent.scans};
+                     std::to_string(extent.scans)};
   }
   return std::nullopt;
 }
@@ -225,8 +272,7 @@ Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
     return refuse(say("main", "a picture"), foundText(content->substr(0, 4)));
   PictureBytes bytes(*content);
   const PictureExtent extent = kind->extent(bytes);
-  if (const auto excess = beyond(extent, limits))
-    return refuse(excess->first, std::to_string(excess->second));
+  if (const auto excess = beyond(extent, limits)) return refuse(excess->first, excess->second);
   if (bytes.isCutOff() || extent.pixels == 0)
     return refuse(say("main", "a whole picture"), say("main", "one that is cut off"));
   return PictureFile{std::move(*content), kind->format};

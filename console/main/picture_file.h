@@ -24,6 +24,8 @@ struct PictureLimits {
                              << 20U;    ///< all its pictures together, which stay in memory
   std::uint64_t scanned = 200'000'000;  ///< pixels, each as often as the file has scans over all
   std::size_t entries = 64;             ///< pictures of an icon
+  std::size_t profiles = 4;             ///< of colours, in all PNGs of an icon
+  std::uint64_t besides = std::uint64_t{1} << 20U;  ///< text, colours and the like of PNGs
 };
 
 /// A picture that may be decoded.

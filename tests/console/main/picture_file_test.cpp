@@ -28,9 +28,13 @@ std::string jpeg(int width, int height, int scans = 1, char frame = '\xC2') {
     text += "\xFF\xDA\x00\x08\x01\x01\x00\x00\x3F\x00 pixels \xFF\x00\xFF\xD0 more"s;
   return text + "\xFF\xD9";
 }
-std::string png(std::uint32_t width, std::uint32_t height, char interlaced = 0) {
+std::string chunk(const char* kind, const std::string& text, std::uint32_t declared) {
+  return bigEndian(declared) + kind + text + "crc.";
+}
+std::string png(std::uint32_t width, std::uint32_t height, char interlaced = 0,
+                const std::string& chunks = {}) {
   return "\x89PNG\r\n\x1A\n"s + bigEndian(13) + "IHDR" + bigEndian(width) + bigEndian(height) +
-         "\x08\x02\x00\x00"s + interlaced + "crc." + bigEndian(0) + "IEND" + "crc.";
+         "\x08\x02\x00\x00"s + interlaced + "crc." + chunks + chunk("IEND", "", 0);
 }
 std::string gif(std::uint32_t width, std::uint32_t height) {
   return "GIF89a" + littleEndian(1, 2) + littleEndian(1, 2) + "\x80\x00\x00"s + "colour" +
@@ -43,8 +47,8 @@ std::string bmp(std::uint32_t width, std::uint32_t height) {
          std::string(24 + 48, '\0');
 }
 /// Each entry takes the same picture.
-std::string ico(std::uint32_t entries, std::uint32_t side) {
-  const std::string picture = png(side, side);
+std::string ico(std::uint32_t entries, std::uint32_t side, const std::string& chunks = {}) {
+  const std::string picture = png(side, side, 0, chunks);
   std::string text = "\x00\x00\x01\x00"s + littleEndian(entries, 2);
   for (std::uint32_t i = 0; i < entries; ++i)
     text += std::string(8, '\0') + littleEndian(static_cast<std::uint32_t>(picture.size())) +
@@ -54,6 +58,12 @@ std::string ico(std::uint32_t entries, std::uint32_t side) {
 
 TEST(PictureFiles, AreReadToTheirEndAndRefusedBeyondTheirLimits) {
   const std::string pixels = "expected at most 16777216 pixels, found ";
+  const std::string packed = "expected a picture without compressed text, found a chunk ";
+  const std::string besides = "expected at most 1048576 bytes besides the pixels, found ";
+  const std::string profile = chunk("iCCP", "", 0);
+  const std::string text =
+      chunk("IDAT", "pixels", 6) + chunk("tEXt", "text", 4) + chunk("iTXt", "a\0\0"s, 3);
+  const std::string longText = chunk("tEXt", std::string(1U << 14U, 'x'), 1U << 14U);
   const std::string whole = "expected a whole picture, found one that is cut off";
   const struct {
     const char* what;
@@ -68,6 +78,14 @@ TEST(PictureFiles, AreReadToTheirEndAndRefusedBeyondTheirLimits) {
        "expected at most 23 scans of as many pixels, found 24"},
       {"png", png(4096, 4096), png(0xFFFFFFFF, 0xFFFFFFFF), pixels},
       {"interlaced", png(2896, 2896, 1), png(2897, 2896, 1), "expected at most 8388608 "},
+      {"packed text", png(1, 1, 0, text), png(1, 1, 0, chunk("zTXt", "text", 4)), packed + "zTXt"},
+      {"behind pixels", png(1, 1, 0, text), png(1, 1, 0, text + chunk("iTXt", "a\0\1"s, 3)),
+       packed},
+      {"text", png(1, 1, 0, text), png(1, 1, 0, text + chunk("tEXt", "", 1U << 20U)), besides},
+      {"profile", png(1, 1, 0, profile), png(1, 1, 0, chunk("iCCP", "", 1U << 20U)), besides},
+      {"profiles", ico(4, 1, profile), ico(5, 1, profile), "expected at most 4 colour profiles, "},
+      {"text in an icon", ico(1, 1, text), ico(64, 1, longText), besides},
+      {"packed in an icon", ico(1, 1, text), ico(1, 1, text + chunk("zTXt", "", 0)), packed},
       {"gif", gif(4096, 4096), gif(4097, 4096), pixels},
       {"bmp", bmp(4, 4), bmp(65535, 65535), pixels},
       {"bmp upside down", bmp(4, 0xFFFFFFFC), bmp(0x80000000, 0x80000000), pixels},
