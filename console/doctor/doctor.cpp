@@ -12,6 +12,7 @@
 #include "ports/port_holders.h"
 #include "support/clock.h"
 #include "support/files/marked_folder.h"
+#include "support/files/system_folder.h"
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
 #include "support/text/text_encoding.h"
@@ -342,14 +343,7 @@ void examineOwnFolders(const fs::path& folder, Findings& findings) {
 }
 
 void examineFolder(const fs::path& folder, Findings findings) {
-  std::error_code ignored;
-  fs::path probe;
-  int number = 0;
-  do {
-    probe = folder / ("doctor-" + std::to_string(number++) + ".tmp");
-  } while (fs::exists(fs::symlink_status(probe, ignored)));
-  const auto complaint = writeWholeFile(probe, "can this be written?\n");
-  fs::remove(probe, ignored);
+  const auto complaint = tryOutWorkFolder(folder);
   if (!complaint) {
     findings.add(ok,
                  filled(say("doctor", "The working folder %1 can be written."), {folder.string()}));
@@ -359,7 +353,7 @@ void examineFolder(const fs::path& folder, Findings findings) {
   findings.add(
       problem,
       filled(say("doctor", "The working folder %1 cannot be written: %2."),
-             {folder.string(), complaint->found}),
+             {folder.string(), *complaint}),
       say("doctor", "Parameters are not kept before they are changed, and results are not saved."),
       say("doctor", "Start the program in another folder, or name one with --work-dir DIR."));
 }
@@ -448,6 +442,22 @@ Diagnosis examined(const Patient& patient, const DoctorProgress& progress, bool 
 }
 
 }  // namespace
+
+std::optional<std::string> tryOutWorkFolder(const fs::path& path) {
+  constexpr int mostNames = 1000;
+  const auto folder = SystemFolder::open(path, false);
+  if (!folder) return folder.error().found;
+  for (int number = 0; number < mostNames; ++number) {
+    const std::string name = "doctor-" + std::to_string(number) + ".tmp";
+    const auto probe = folder->openFile(name, SystemFolder::Opening::create);
+    if (!probe && probe.error().exists()) continue;
+    if (!probe) return probe.error().found;
+    const auto failed = writeOut(probe->get(), "can this be written?\n");
+    folder->remove(name);
+    return failed ? std::optional(failed.message()) : std::nullopt;
+  }
+  return say("files", "too many that were left unfinished");
+}
 
 Diagnosis look(const Patient& patient) {
   return examined(patient, nullptr, false);

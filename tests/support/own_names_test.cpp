@@ -7,6 +7,7 @@
 #include <csignal>
 #include <functional>
 
+#include "console/doctor/doctor.h"
 #include "console/parameters/backup.h"
 #include "console/parameters/vrq_file.h"
 #include "core/driver/trace.h"
@@ -98,6 +99,8 @@ const OwnName ownNames[] = {
     {"backup/journal.txt", "--------?", makeBackup, note},
     {"probe.new", "+++++++++", [](auto&) {},
      [](auto& folder) { return ended(OwnFolder::open(folder)->tryOut()); }},
+    {"doctor-0.tmp", "+++++++++", [](auto&) {},
+     [](auto& folder) { return tryOutWorkFolder(folder) ? 1 : 0; }},
     {"trace", "--------?", [](auto&) {},
      [](auto& folder) {
        const auto complaint = Trace().start(folder / "trace");
