@@ -30,7 +30,7 @@ void refuseEarlyExit() {
 OrderlyProcess::OrderlyProcess(const char* program) {
   ignoreWriteSignals();
   underWay() = program;
-  if (std::atexit(refuseEarlyExit) != 0) std::_Exit(EXIT_FAILURE);
+  if (std::atexit(refuseEarlyExit) != 0 || !atQuickExit(refuseEarlyExit)) std::_Exit(EXIT_FAILURE);
 }
 
 OrderlyProcess::~OrderlyProcess() {

@@ -17,8 +17,8 @@
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
 // answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first is called
 // after, and what it answers. With RUDE_DRIVER it also does to the process what is none of its
-// business: "exit" ends it in the first call, "end" asks it to end when it is loaded, anything else
-// upsets it then and with each controller that is opened.
+// business: "exit" and "quick exit" end it in the first call, "end" asks it to end when it is
+// loaded, anything else upsets it then and with each controller that is opened.
 
 namespace {
 
@@ -59,6 +59,7 @@ std::int32_t answer(std::string_view, const std::tuple<Arguments...>&) {
 
 std::int32_t answer(std::string_view operation, const std::tuple<>&) {
   if (rudeness() == "exit") std::exit(EXIT_SUCCESS);
+  if (rudeness() == "quick exit") std::quick_exit(EXIT_SUCCESS);
   return operation == "GetExistControllers" ? 2 : 0;
 }
 

@@ -125,10 +125,11 @@ TEST_F(Touchctl, WritesWithoutAWayBackOnlyWhenToldSo) {
 }
 
 TEST_F(Touchctl, NeverLooksLikeSuccessWhenADriverEndsIt) {
-  setenv("RUDE_DRIVER", "exit", 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  for (const auto& [program, command] :
-       {std::pair(TOUCHCTL, "list"), std::pair(TOUCHUTILITY, "--lang en")}) {
+  for (const auto& [rudeness, program, command] :
+       {std::tuple("exit", TOUCHCTL, "list"), std::tuple("quick exit", TOUCHCTL, "list"),
+        std::tuple("exit", TOUCHUTILITY, "--lang en")}) {
+    setenv("RUDE_DRIVER", rudeness, 1);
     const Ended ended =
         runProgram(program, wordsIn("--work-dir @ " + stubbornly + command, folder));
     EXPECT_EQ(ended.status, 1) << program;
