@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "app/driver_choice.h"
+#include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
 #include "app/touchctl/terminal.h"
 #include "core/messages/messages.h"
@@ -20,10 +21,11 @@ void complain(const std::string& text) {
 
 namespace {
 
-/// What the user types; nothing when he ends the input or the program instead.
+/// What the user types; nothing when he ends the input or the program instead, also in the middle
+/// of a line.
 std::optional<std::string> answeredLine() {
   std::string answer;
-  if (awaitInput() && std::getline(std::cin, answer)) return answer;
+  if (awaitInput() && std::getline(std::cin, answer) && !interrupted()) return answer;
   printError("\n");
   complain("no answer came");
   return std::nullopt;

@@ -152,15 +152,19 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
 
   // A question that is left unanswered is a no, and keeps nobody waiting.
   folder.write("kept.txt", "");
-  // The command, what is answered with yes, the question, what never stands in the trace.
+  // What is typed stands there without the end of its line.
+  const std::string half = "y\x04";
+  // The command, what is answered with yes, the question, what is typed, what never stands in the
+  // trace.
   using Text = std::string;
-  const std::tuple<Text, Text, Text, Text, bool> cases[] = {
-      {"serial to-8n1", "", "[y/N] ", "9600,n,7,2", true},
-      {"serial record @/kept.txt", "", "[y/N] ", "\"read\"", true},
-      {"pins set 4 X+=7:7 X-=1:1 Y+=2:2 Y-=3:3", "[y/N] ", "Press Enter when that is done.",
+  const std::tuple<Text, Text, Text, Text, Text, bool> cases[] = {
+      {"serial to-8n1", "", "[y/N] ", "", "9600,n,7,2", true},
+      {"serial record @/kept.txt", "", "[y/N] ", "", "\"read\"", true},
+      {"pins set 4 X+=7:7 X-=1:1 Y+=2:2 Y-=3:3", "[y/N] ", "Press Enter when that is done.", "",
        "53 50", false},
+      {"params write 03=1A2B", "", "[y/N] ", half, "53 50", false},
   };
-  for (const auto& [line, answered, question, never, takesThePort] : cases) {
+  for (const auto& [line, answered, question, typed, never, takesThePort] : cases) {
     SCOPED_TRACE(line);
     const PseudoTerminal terminal;
     std::filesystem::remove(folder.path() / "trace");
@@ -170,6 +174,8 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
       terminal.flood(std::vector<std::uint8_t>{'y', '\n'});
     }
     EXPECT_THAT(program.textUntil(question), HasSubstr(question));
+    terminal.flood(std::vector<std::uint8_t>(typed.begin(), typed.end()));
+    if (!typed.empty()) program.awaitWait();
     EXPECT_EQ(program.end(SIGINT), 1);
     EXPECT_FALSE(isTraced(never));
     EXPECT_EQ(isTraced("ReopenCOMPort"), takesThePort);
