@@ -39,7 +39,11 @@ void ShellPrompt::message(std::string_view text, std::string_view title) {
 
 bool ShellPrompt::await(std::string_view text, std::string_view title) {
   message(text, title);
-  return assumeYes_ || (isTerminalInput() && input("Press Enter when that is done.", title));
+  if (assumeYes_) {
+    complain("taken as done, as --yes says");
+    return true;
+  }
+  return isTerminalInput() && input("Press Enter when that is done.", title);
 }
 
 bool ShellPrompt::proceed(std::string_view text, std::string_view title) {

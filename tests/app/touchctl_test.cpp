@@ -87,7 +87,7 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {stubborn("set right-click on"), 0, "Right button: on\n", ""},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
       {named("--simulate --yes pins set 4 X+=0:0 X-=1:1 Y+=2:2 Y\u2212=3:3", "RS232 DEVICE 1"), 0,
-       "", "Re-Connect"},
+       "", "taken as done, as --yes says\ntouchctl: Update OK ! Re-Connect"},
   });
 }
 
