@@ -25,7 +25,7 @@ constexpr ScreenSize usualScreen{1024, 768};
 
 struct Measurement {
   std::vector<std::string> files;
-  std::string plot;
+  std::filesystem::path plot{};
   std::string panelSize;
   LinearityLimits limits;
   bool percent = false;
@@ -54,10 +54,10 @@ void check(const Measurement& asked) {
     refuseArgument("--panel-size", fmt::format("\"{}\" is not WIDTHxHEIGHT in mm, e.g. 344.5x193.5",
                                                asked.panelSize));
   }
-  if (!asked.plot.empty() && !asked.plot.ends_with(".svg")) {
+  if (!asked.plot.empty() && !asked.plot.string().ends_with(".svg")) {
     refuseArgument("--plot", fmt::format("\"{}\" does not end in .svg; touchutility saves the page "
                                          "as PNG and PDF",
-                                         asked.plot));
+                                         asked.plot.string()));
   }
 }
 
@@ -182,8 +182,7 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
   const auto printLines = options.json ? printLinesAsJson : printLinesAsText;
   printLines(results, panel, limits, passed);
   if (!asked.plot.empty()) {
-    if (const auto error =
-            writeWholeFile(absolutePathNamed(asked.plot), linearitySvg(results, panel, limits))) {
+    if (const auto error = writeWholeFile(asked.plot, linearitySvg(results, panel, limits))) {
       complain(error->describe());
       return ExitStatus::failed;
     }
@@ -231,7 +230,11 @@ void addLinearityCommand(const CommandLine& line) {
             ->capture_default_str();
         command.add_flag("--percent", asked->percent,
                          "Limits are percent of the panel's width or height, not mm");
-        command.add_option("--plot", asked->plot, "Draw the result page into this SVG file")
+        command
+            .add_option_function<std::string>(
+                "--plot",
+                [asked](const std::string& file) { asked->plot = absolutePathNamed(file); },
+                "Draw the result page into this SVG file")
             ->type_name("FILE");
         addJson(line, command);
         command.callback([line, asked] {

@@ -435,12 +435,15 @@ void addListeningCommands(const Serial& serial) {
   serial.add("record", "Record everything that the controller sends",
              [line = serial.line](CLI::App& command) {
                const auto options = std::make_shared<SerialOptions>();
-               const auto* const file =
-                   command.add_option("FILE", "The recording to write")->required();
+               const auto file = std::make_shared<fs::path>();
+               command
+                   .add_option_function<std::string>(
+                       "FILE", [file](const std::string& name) { *file = absolutePathNamed(name); },
+                       "The recording to write")
+                   ->required();
                Serial::addSeconds(command, options);
-               onSerialPort(line, command, options, [file](const SerialWork& work) {
-                 return record(work, absolutePathNamed(file->as<std::string>()));
-               });
+               onSerialPort(line, command, options,
+                            [file](const SerialWork& work) { return record(work, *file); });
              });
   serial.addFileCommand("decode", "Print the touch reports in a recording", decode);
   serial.addFileCommand("replay", "Print a recording at its own pace", replay);
