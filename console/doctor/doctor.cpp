@@ -387,7 +387,10 @@ void examineFiles(const fs::path& folder, Findings findings) {
     if (!file.there) {
       absent += (absent.empty() ? "" : ", ") + file.name;
     } else if (file.complaint.empty()) {
-      findings.add(ok, filled(say("doctor", "%1 is sound."), {file.name}), file.effect);
+      const std::string sound =
+          file.decoded ? say("doctor", "%1 is sound.")
+                       : say("doctor", "The structure of %1 is sound; it was not decoded.");
+      findings.add(ok, filled(sound, {file.name}), file.effect);
     } else {
       findings.add(problem, file.complaint + '.', file.effect,
                    say("doctor", "Mend the file or remove it."));

@@ -83,7 +83,7 @@ std::vector<OptionalFile> examineOptionalFiles(const fs::path& workFolder) {
   std::vector<OptionalFile> files;
   for (const Kind& kind : kinds) {
     const auto path = fileOf(kind, workFolder);
-    OptionalFile file{std::string(kind.name), false, {}, {}};
+    OptionalFile file{std::string(kind.name), false, kind.complaint != pictureComplaint, {}, {}};
     if (isThere(path)) {
       file.there = true;
       file.complaint = kind.complaint(path);

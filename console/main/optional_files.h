@@ -10,6 +10,7 @@ namespace touch {
 struct OptionalFile {
   std::string name;
   bool there = false;
+  bool decoded = true;    ///< false: only its structure was looked at
   std::string complaint;  ///< what is wrong with it; empty when it is sound or not there
   std::string
       effect;  ///< what the program does with it, or without it when it is damaged, as a sentence

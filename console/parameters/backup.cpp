@@ -72,7 +72,12 @@ std::optional<FileError> Backup::tryOut() const {
   std::error_code failed;
   if (!fs::exists(fs::symlink_status(folder_, failed))) return std::nullopt;
   const auto folder = OwnFolder::open(folder_);
-  return folder ? folder->tryOut() : std::optional(folder.error());
+  if (!folder) return folder.error();
+  if (fs::exists(fs::symlink_status(journalFile(), failed))) {
+    const auto journal = folder->openFile(journalName, OwnFolder::Opening::append);
+    if (!journal) return journal.error();
+  }
+  return folder->tryOut();
 }
 
 std::optional<FileError> Backup::note(const std::string& controller, const WordChange& change,

@@ -97,6 +97,8 @@ const OwnName ownNames[] = {
     {"backup/19700101-000000-D.vrq", "+++++++++", makeBackup, keep},
     {"backup/19700101-000000-D.vrq.new", "+++++++++", makeBackup, keep},
     {"backup/journal.txt", "--------?", makeBackup, note},
+    {"backup/journal.txt", "--------?", makeBackup,
+     [](auto& folder) { return ended(backupIn(folder).tryOut()); }},
     {"probe.new", "+++++++++", [](auto&) {},
      [](auto& folder) { return ended(OwnFolder::open(folder)->tryOut()); }},
     {"doctor-0.tmp", "+++++++++", [](auto&) {},

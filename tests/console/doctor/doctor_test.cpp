@@ -150,7 +150,10 @@ TEST_F(Doctor, LooksAtTheOptionalFiles) {
     SCOPED_TRACE(name);
     EXPECT_THAT(found("files"), testing::ElementsAre(HasSubstr(name))) << "it is not needed";
     folder.write(name, sound);
-    EXPECT_THAT(found("files"), testing::Contains("ok: " + std::string(name) + " is sound."));
+    EXPECT_THAT(found("files"),
+                testing::Contains(AnyOf("ok: " + std::string(name) + " is sound.",
+                                        "ok: The structure of pic01.jpg is sound; it was "
+                                        "not decoded.")));
     folder.write(name, damaged);
     EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr(complaint)));
     fs::remove(folder.path() / name);
