@@ -50,7 +50,7 @@ void addJson(const CommandLine& line, CLI::App& command) {
 void addWithoutBackup(const CommandLine& line, CLI::App& command) {
   command.add_flag(
       "--without-backup", line.options.withoutBackup,
-      "Write also when the parameters cannot be kept before; then there is no way back");
+      "Write also when what was there before cannot be kept; then there is no way back");
 }
 
 Command onController(Command work) {

@@ -80,6 +80,11 @@ std::optional<FileError> Backup::tryOut() const {
   return folder->tryOut();
 }
 
+std::optional<FileError> Backup::prepare() const {
+  const auto folder = OwnFolder::openOrMake(folder_);
+  return folder ? tryOut() : std::optional(folder.error());
+}
+
 std::optional<FileError> Backup::note(const std::string& controller, const WordChange& change,
                                       Stage stage) const {
   constexpr std::array<std::string_view, 3> stages = {"begun", "written", "failed"};

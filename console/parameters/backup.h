@@ -44,6 +44,8 @@ class Backup {
 
   /// Why nothing can be kept in the folder that is there. Nothing when there is none yet.
   std::optional<FileError> tryOut() const;
+  /// The same for the folder that is to be used next; it is made when there is none.
+  std::optional<FileError> prepare() const;
   std::filesystem::path journalFile() const { return folder_ / journalName; }
 
  private:

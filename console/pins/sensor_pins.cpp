@@ -76,6 +76,15 @@ PinsWrite writePins(const Access& access, Prompt& prompt, const Backup& backup,
   const MessageTable& messages = access.session.messages;
   PinsWrite result;
   if (!prompt.confirm(messages[Message::updatePinsQuestion])) return result;
+  // The old words are in no block: what the journal says of them is the way back.
+  if (const auto complaint = backup.prepare();
+      complaint && !prompt.goWithoutWayBack(
+                       filled(say("pins",
+                                  "The old pin definition cannot be noted. %1. Go on without a "
+                                  "way back?"),
+                              {complaint->describe()}))) {
+    return result;
+  }
   if (!prompt.await(messages[Message::disconnectSensor])) return result;
 
   if (const auto type = readWord(access, typeAddress); !type) {

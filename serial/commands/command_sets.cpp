@@ -112,6 +112,10 @@ bool writesParameter(std::string_view command) {
   return isOneOf<2>(command, {"SP", "iW"});
 }
 
+bool resetsController(std::string_view command) {
+  return isOneOf<6>(command, {"R", "RD", "RF", "iR", "iD", "iF"});
+}
+
 bool changesReplyFormat(std::string_view command) {
   return isOneOf<5>(command, {"R", "iR", "CR", "FR", "iC"});
 }

@@ -28,6 +28,8 @@ std::string_view commandWord(std::string_view entry);
 /// The commands that read or write a parameter word, in either set.
 bool readsParameter(std::string_view command);
 bool writesParameter(std::string_view command);
+/// After these what was set in the controller may be lost, in any set.
+bool resetsController(std::string_view command);
 /// After these the controller may report touches in another format than before.
 bool changesReplyFormat(std::string_view command);
 

@@ -75,6 +75,9 @@ std::string stubborn(const std::string& line, const char* controller = "USB DEVI
   return named(stubbornly + line, controller);
 }
 
+const std::string setPins =
+    named("--simulate --yes pins set 4 X+=0:0 X-=1:1 Y+=2:2 Y\u2212=3:3", "RS232 DEVICE 1");
+
 TEST_F(Touchctl, DoesWhatItIsToldTo) {
   expectAll({
       {"--simulate list", 0, "1  RS232 DEVICE 1  (answers)", ""},
@@ -86,8 +89,7 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {usb("monitor 2"), 0, "", "Setting OK"},
       {stubborn("set right-click on"), 0, "Right button: on\n", ""},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
-      {named("--simulate --yes pins set 4 X+=0:0 X-=1:1 Y+=2:2 Y\u2212=3:3", "RS232 DEVICE 1"), 0,
-       "", "taken as done, as --yes says\ntouchctl: Update OK ! Re-Connect"},
+      {setPins, 0, "", "taken as done, as --yes says\ntouchctl: Update OK ! Re-Connect"},
   });
 }
 
@@ -118,6 +120,8 @@ TEST_F(Touchctl, WritesWithoutAWayBackOnlyWhenToldSo) {
       {usb("params write 03=1A2B"), 1, "", refused},
       {usb("params load @/good.vrq"), 1, "", refused},
       {usb("defaults"), 1, "", refused},
+      {setPins, 1, "", refused},
+      {setPins + " --without-backup", 0, "", "Yes, as --without-backup says."},
       {usb("defaults --without-backup"), 0, "", "Yes, as --without-backup says."},
       {usb("params write 03=1A2B --without-backup"), 0, "Written: 03", "?! Yes, as --yes says."},
   });
@@ -199,7 +203,11 @@ TEST_F(Touchctl, TalksPastTheDriver) {
       {"--simulate serial read-word 80", 0, "80  ", ""},
       {"serial read-word 20 --set e02", 2, "", "the E02 set has no command for a parameter word"},
       {"serial write-word 20=1234 --set e02", 2, "", "expected m01 or quorvane"},
-      {"--simulate serial write-word 20=1234", 0, "20  2580 -> 1234\n", ""},
+      {"--simulate serial write-word 20=1234", 0, "20  2580 -> 1234\n", "20 holds 2580, which"},
+      {"--simulate serial send iF", 1, "",
+       "Send iF=Restore Default(Factory)[k]? Not at a terminal"},
+      {"--simulate serial send R --set e02", 1, "", "Send R==Reset[g]? Not at a terminal"},
+      {"--simulate --yes serial send iR", 0, "", "Send iR=Reset[i]? Yes, as --yes says."},
       {"serial write-word 20=12x4", 2, "", "4 hexadecimal digits"},
       {"--simulate serial find-port", 0, "COM1\n", ""},
       {"--simulate serial monitor --port 9 --com 9=/dev/none", 1, "", "COM9 (/dev/none)"},

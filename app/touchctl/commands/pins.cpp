@@ -137,6 +137,7 @@ void addShow(const CommandLine& line, CLI::App& group) {
 
 void addSet(const CommandLine& line, CLI::App& group) {
   addControllerCommand(line, group, "set", "Write another definition", [line](CLI::App& set) {
+    addWithoutBackup(line, set);
     const auto* const type = set.add_option("WIRES", "The sensor's number of wires: 4 or 5")
                                  ->required()
                                  ->check(CLI::IsMember({4, 5}));

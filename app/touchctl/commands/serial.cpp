@@ -278,6 +278,8 @@ ExitStatus send(const SerialWork& work, const std::string& word,
     complain("use 'serial read-word', 'serial write-word' or 'serial to-8n1' for this");
     return ExitStatus::wrongUse;
   }
+  if (resetsController(word) && !work.prompt.confirm("Send " + entry + '?'))
+    return ExitStatus::failed;
   const auto reply = exchange(work, {.entry = entry, .setting = setting});
   if (!reply) return ExitStatus::failed;
   if (work.shell.json) {
@@ -316,7 +318,7 @@ ExitStatus printWord(const SerialWork& work, const std::string& address) {
   return ExitStatus::done;
 }
 
-/// Tells what stood there before: that is the way back.
+/// Tells what stood there before, and before anything is written: that is the way back.
 ExitStatus writeWord(const SerialWork& work, const std::string& address, const std::string& word) {
   const auto before = readWord(work, address);
   if (!before) return ExitStatus::failed;
@@ -324,6 +326,7 @@ ExitStatus writeWord(const SerialWork& work, const std::string& address, const s
     complain("interrupted; the word was not written");
     return ExitStatus::failed;
   }
+  complain(fmt::format("{} holds {}, which is the only way back", address, *before));
   const auto set = work.serial.set;
   const auto reply = exchange(work, {.entry = entryOf(set, set == CommandSet::m01 ? "SP" : "iW"),
                                      .address = address,
@@ -490,6 +493,7 @@ void declareWriteWord(const CommandLine& line, CLI::App& command) {
           },
           "In hexadecimal digits, e.g. 20=1234")
       ->required();
+  command.footer("There is no way back but the old word, which is printed before.");
   onSerialPort(line, command, std::make_shared<SerialOptions>(), [both](const SerialWork& work) {
     return writeWord(work, both->first, both->second);
   });
