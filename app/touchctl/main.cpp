@@ -43,7 +43,7 @@ int runProgram(int argc, char** argv) {
   }
   auto status = run(arguments);
   if (!flushOutput()) {
-    complain("the output could not be written: nobody reads it any more, or the disk is full");
+    complain(lostOutput);
     if (status == ExitStatus::done) status = ExitStatus::failed;
   }
   return static_cast<int>(status);

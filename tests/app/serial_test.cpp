@@ -131,6 +131,14 @@ TEST_F(Serial, EndsInOrderAndSaysSoWhenItsOutputGoesNowhere) {
     EXPECT_THAT(ended.errors, HasSubstr(errors)) << command;
     EXPECT_EQ(isTraced("ReopenCOMPort"), takesThePort) << command;
   }
+  for (const std::string program : {"touchctl", "touchsim"}) {
+    for (const char* option : {"--help", "--version", "--man", "--complete ''"}) {
+      const std::string path = program == "touchctl" ? TOUCHCTL : TOUCHSIM;
+      const Ended ended = runProgram("/bin/sh", {"-c", path + ' ' + option + " > /dev/full"});
+      EXPECT_EQ(ended.status, 1) << program << ' ' << option;
+      EXPECT_THAT(ended.errors, HasSubstr(program + ": the output could not be written")) << option;
+    }
+  }
 }
 
 TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
