@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "support/text/personal_names.h"
 
@@ -14,7 +15,12 @@ PersonalNames personalNames() {
     std::string home = folder == nullptr ? "" : folder;
     while (home.ends_with('/'))
       home.pop_back();
-    if (!home.empty()) names.homeFolders.push_back(std::move(home));
+    if (home.empty()) return;
+    // A home that is a link goes by both names.
+    std::error_code ignored;
+    std::string real = std::filesystem::weakly_canonical(home, ignored).string();
+    if (real.size() > 1 && real != home) names.homeFolders.push_back(std::move(real));
+    names.homeFolders.push_back(std::move(home));
   };
   add(std::getenv("HOME"));
   // With sudo they differ.

@@ -21,8 +21,13 @@ std::string variableOf(const wchar_t* name) {
 
 PersonalNames personalNames() {
   PersonalNames names;
-  if (auto home = variableOf(L"USERPROFILE"); !home.empty())
+  if (auto home = variableOf(L"USERPROFILE"); !home.empty()) {
+    // A home that is a link goes by both names.
+    std::error_code ignored;
+    std::string real = std::filesystem::weakly_canonical(home, ignored).string();
+    if (!real.empty() && real != home) names.homeFolders.push_back(std::move(real));
     names.homeFolders.push_back(std::move(home));
+  }
   names.host = variableOf(L"COMPUTERNAME");
   return names;
 }

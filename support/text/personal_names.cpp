@@ -1,6 +1,7 @@
 #include "support/text/personal_names.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace touch {
 
@@ -32,11 +33,11 @@ void replaceWord(std::string& text, std::string_view word, std::string_view with
   }
 }
 
-std::string inJson(std::string_view path) {
-  std::string doubled;
-  for (const char c : path)
-    doubled.append(c == '\\' ? 2 : 1, c);
-  return doubled;
+/// As it stands in JSON; all of it is ASCII there if `ascii`.
+std::string inJson(const std::string& path, bool ascii) {
+  const std::string quoted =
+      nlohmann::json(path).dump(-1, ' ', ascii, nlohmann::json::error_handler_t::replace);
+  return quoted.substr(1, quoted.size() - 2);
 }
 
 }  // namespace
@@ -44,7 +45,8 @@ std::string inJson(std::string_view path) {
 std::string withoutPersonalNames(std::string_view text, const PersonalNames& names) {
   std::string left(text);
   for (const std::string& home : names.homeFolders) {
-    replaceWord(left, inJson(home), "~");
+    for (const bool ascii : {true, false})
+      replaceWord(left, inJson(home, ascii), "~");
     replaceWord(left, home, "~");
   }
   if (names.host.size() >= shortestHost) replaceWord(left, names.host, "(this computer)");

@@ -206,12 +206,21 @@ TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
 }
 
 TEST(PersonalNames, AreLeftOutWhereTheyStandAlone) {
-  const PersonalNames names{{"/home/ann", "C:\\Users\\Ann"}, "desk"};
+  const PersonalNames names{{"/home/ann", "C:\\Users\\Ann", "/home/j\u00FCrg"}, "desk"};
   EXPECT_EQ(withoutPersonalNames("/home/ann/a.so /home/anna C:\\Users\\Ann\\x "
-                                 "\"C:\\\\Users\\\\Ann\\\\y\" //desk/share desktop",
+                                 "\"C:\\\\Users\\\\Ann\\\\y\" //desk/share desktop "
+                                 "/home/j\u00FCrg/z \"/home/j\\u00fcrg/z\"",
                                  names),
-            "~/a.so /home/anna ~\\x \"~\\\\y\" //(this computer)/share desktop");
+            "~/a.so /home/anna ~\\x \"~\\\\y\" //(this computer)/share desktop ~/z \"~/z\"");
   EXPECT_EQ(withoutPersonalNames("on pc", {{}, "pc"}), "on pc");
+
+  const test::TemporaryFolder folder;
+  fs::create_directory_symlink(folder.path(), folder.path() / "link");
+  const char* const had = std::getenv("HOME");
+  const std::string home = had == nullptr ? "" : had;
+  setenv("HOME", (folder.path() / "link").c_str(), 1);
+  EXPECT_EQ(withoutPersonalNames(folder.path().string() + "/z", personalNames()), "~/z");
+  setenv("HOME", home.c_str(), 1);
 }
 
 TEST_F(Doctor, SavesTheRestWhenAPartFails) {
