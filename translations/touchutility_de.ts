@@ -606,6 +606,10 @@
         <source>Not all settings can be read.</source>
         <translation>Nicht alle Einstellungen können gelesen werden.</translation>
     </message>
+    <message>
+        <source>The structure of %1 is sound; it was not decoded.</source>
+        <translation>Der Aufbau von %1 ist in Ordnung; dekodiert wurde die Datei nicht.</translation>
+    </message>
 </context>
 <context>
     <name>drawings</name>
@@ -1105,6 +1109,22 @@
         <source>The main window is busy. Try again when it is through.</source>
         <translation>Das Hauptfenster ist beschäftigt. Versuchen Sie es noch einmal, wenn es fertig ist.</translation>
     </message>
+    <message>
+        <source>a picture without compressed text</source>
+        <translation>ein Bild ohne komprimierten Text</translation>
+    </message>
+    <message>
+        <source>a chunk %1</source>
+        <translation>ein Abschnitt %1</translation>
+    </message>
+    <message>
+        <source>at most %1 colour profiles</source>
+        <translation>höchstens %1 Farbprofile</translation>
+    </message>
+    <message>
+        <source>at most %1 bytes besides the pixels</source>
+        <translation>höchstens %1 Bytes neben den Pixeln</translation>
+    </message>
 </context>
 <context>
     <name>messages</name>
@@ -1464,6 +1484,10 @@
     <message>
         <source>expected %1 wires, found %2</source>
         <translation>erwartet: %1 Leitungen, gefunden: %2</translation>
+    </message>
+    <message>
+        <source>The old pin definition cannot be noted. %1. Go on without a way back?</source>
+        <translation>Die alte Pinbelegung kann nicht notiert werden. %1. Ohne Weg zurück fortfahren?</translation>
     </message>
 </context>
 <context>
