@@ -5,7 +5,6 @@
 #include <string>
 #include <utility>
 
-#include "linetest/files/drawing_file.h"
 #include "support/files/marked_folder.h"
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
@@ -72,6 +71,19 @@ std::optional<FileError> renameIn(const OwnFolder& folder, const std::string& fr
   if (!error) return std::nullopt;
   return FileError{(folder.path() / from).string(), 0,
                    say("drawings", "a file that can be renamed"), error->found};
+}
+
+/// As many strokes from `at` on as a drawing may hold, so that it can be opened again.
+Drawing oneDrawing(const LeftStrokes& left, std::size_t at, const DrawingLimits& limits) {
+  Drawing drawing;
+  std::size_t samples = 0;
+  for (; at < left.strokes.size() && drawing.size() < limits.strokes; ++at) {
+    const Stroke& stroke = left.strokes[at].stroke;
+    samples += stroke.samples.size();
+    if (samples > limits.samples && !drawing.empty()) break;
+    drawing.push_back(stroke);
+  }
+  return drawing;
 }
 
 bool mayBeMade(const fs::path& folder) {
@@ -259,13 +271,22 @@ fs::path WorkingFiles::asidePath() const {
   return folder() / freeName(names, "left", ".fdw");
 }
 
-std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left) const {
+std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left,
+                                                 const DrawingLimits& limits) const {
   if (auto error = prepare()) return error;
-  Drawing drawing;
-  for (const auto& [number, stroke] : left.strokes)
-    drawing.push_back(stroke);
-  if (auto error = files()->write(asidePath().filename().string(), drawingText(drawing)))
-    return error;
+  std::vector<std::string> kept;
+  for (std::size_t at = 0; at < left.strokes.size();) {
+    const Drawing drawing = oneDrawing(left, at, limits);
+    at += drawing.size();
+    const std::string name = asidePath().filename().string();
+    if (auto error = files()->write(name, drawingText(drawing))) {
+      // The strokes stay where they are, and would be kept twice.
+      for (const std::string& half : kept)
+        files()->remove(half);
+      return error;
+    }
+    kept.push_back(name);
+  }
   return clear();
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "drawing/stroke.h"
+#include "linetest/files/drawing_file.h"
 #include "support/result.h"
 
 namespace touch {
@@ -75,8 +76,9 @@ class WorkingFiles {
   /// Where `keepAside` will keep strokes: a drawing file of a free name in the folder.
   std::filesystem::path asidePath() const;
   /// Turns the strokes of `left` into that drawing file, which nothing writes to or deletes any
-  /// more.
-  std::optional<FileError> keepAside(const LeftStrokes& left) const;
+  /// more; into several where one may not hold them all.
+  std::optional<FileError> keepAside(const LeftStrokes& left,
+                                     const DrawingLimits& limits = {}) const;
   /// Keeps all strokes that are in the folder aside, so that those of a new drawing take no other's
   /// place. None is deleted.
   std::optional<FileError> makeRoom() const;

@@ -116,6 +116,18 @@ TEST_F(WorkingFilesIn, AreKeptAsideWhereNothingIsWrittenOrDeleted) {
   EXPECT_EQ(working.read("tmp/tmp001.damaged2"), "the second");
   EXPECT_EQ(*readDrawing(working.path() / "tmp/left.fdw"), (Drawing{stroke, {9, 1, {{3, 3}}}}));
   EXPECT_EQ(files.asidePath(), working.path() / "tmp/left3.fdw");
+  const Stroke dot{9, 1, {{3, 3}}};
+  const Stroke line{9, 1, {{3, 3}, {4, 4}, {5, 5}}};
+  const LeftStrokes many{{{0, dot}, {1, dot}, {2, dot}, {3, line}}, {}, {}};
+  const DrawingLimits limits{2, 3};
+  EXPECT_EQ(files.keepAside(many, limits), std::nullopt);
+  Drawing kept;
+  for (const char* const name : {"tmp/left3.fdw", "tmp/left4.fdw", "tmp/left5.fdw"}) {
+    const auto part = parseDrawing(working.read(name), name, limits);
+    ASSERT_TRUE(part) << part.error().expected;
+    kept.insert(kept.end(), part->begin(), part->end());
+  }
+  EXPECT_EQ(kept, (Drawing{dot, dot, dot, line}));
   LeftStrokes gone;
   gone.damagedNumbers = {5};
   EXPECT_EQ(files.setDamagedAside(gone)->expected, "a file that can be renamed");
