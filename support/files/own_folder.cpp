@@ -61,6 +61,11 @@ FileError OwnFolder::refused(const std::string& name, const SystemFolder::Refusa
   return ownFileError(path_ / name, refusal);
 }
 
+std::optional<FileError> OwnFolder::namesReachDisk(const std::string& name) const {
+  const auto lost = folder_.reachDisk();
+  return lost ? std::optional(refused(name, *lost)) : std::nullopt;
+}
+
 Result<File, FileError> OwnFolder::openFile(const std::string& name, Opening how) const {
   auto file = folder_.openFile(name, how);
   if (!file) return ownFileError(path_ / name, file.error(), how);
@@ -90,7 +95,7 @@ std::optional<FileError> OwnFolder::write(const std::string& name, std::string_v
   auto fresh = writeBeside(name, content);
   if (!fresh) return fresh.error();
   const auto refusal = folder_.rename(fresh->file, fresh->name, name, true);
-  if (!refusal) return std::nullopt;
+  if (!refusal) return namesReachDisk(name);
   fresh->file.reset();
   folder_.remove(fresh->name);
   return refused(name, *refusal);
@@ -107,7 +112,10 @@ Result<std::string, FileError> OwnFolder::add(const std::string& stem, const std
     name.append("-").append(std::to_string(number)).append(ending);
     refusal = folder_.rename(fresh->file, fresh->name, name, false);
   }
-  if (!refusal) return name;
+  if (!refusal) {
+    if (auto error = namesReachDisk(name)) return std::move(*error);
+    return name;
+  }
   fresh->file.reset();
   folder_.remove(fresh->name);
   return refused(name, *refusal);
@@ -118,13 +126,15 @@ std::optional<FileError> OwnFolder::appendLine(const std::string& name,
   const auto file = openFile(name, Opening::append);
   if (!file) return file.error();
   std::FILE* const stream = file->get();
+  const bool alone = lockAlone(stream);
   const std::uintmax_t size = sizeOf(stream);
   std::string text(endsInALine(stream) ? "" : "\n");
   text.append(line) += '\n';
   std::fseek(stream, 0, SEEK_END);
   const auto failed = writeOut(stream, text);
-  if (!failed) return std::nullopt;
-  cutTo(stream, size);
+  if (!failed) return size == 0 ? namesReachDisk(name) : std::nullopt;
+  // Another program's line may stand behind it by now; the next line ends this one.
+  if (alone) cutTo(stream, size);
   return refused(name, {failed, failed.message()});
 }
 

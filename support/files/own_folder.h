@@ -27,13 +27,14 @@ class OwnFolder {
   const std::filesystem::path& path() const { return path_; }
 
   Result<File, FileError> openFile(const std::string& name, Opening how) const;
-  /// Whole or not at all, like writeWholeFile.
+  /// Whole or not at all, like writeWholeFile; the name reaches the disk too.
   std::optional<FileError> write(const std::string& name, std::string_view content) const;
   /// Keeps `content` under a name that nobody has: "STEMENDING", "STEM-2ENDING" … Returns which.
   Result<std::string, FileError> add(const std::string& stem, const std::string& ending,
                                      std::string_view content) const;
   /// Appends `line` and LF to a file, made when missing, and flushes to the disk. After an error
-  /// the file ends where it ended before. A last line that was cut off by a crash is ended first.
+  /// the file ends where it ended before, unless another program keeps it locked. A last line that
+  /// was cut off is ended first.
   std::optional<FileError> appendLine(const std::string& name, std::string_view line) const;
   /// At most `limit` bytes.
   Result<std::string, FileError> read(const std::string& name, std::size_t limit) const;
@@ -55,6 +56,7 @@ class OwnFolder {
   };
   /// A new file that holds `content` and is on the disk, beside one that it is to become.
   Result<Fresh, FileError> writeBeside(const std::string& name, std::string_view content) const;
+  std::optional<FileError> namesReachDisk(const std::string& name) const;
   FileError refused(const std::string& name, const SystemFolder::Refusal& refusal) const;
 
   std::filesystem::path path_;

@@ -1,8 +1,11 @@
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
+#include <thread>
 
 #include "support/files/system_file.h"
 
@@ -46,6 +49,16 @@ void setMode(std::FILE* file, std::filesystem::perms mode) {
 
 bool cutTo(std::FILE* file, std::uintmax_t size) {
   return ftruncate(fileno(file), static_cast<off_t>(size)) == 0;
+}
+
+bool lockAlone(std::FILE* file) {
+  constexpr int mostTries = 100;
+  for (int tries = 0; tries < mostTries; ++tries) {
+    // A file system that knows no locks is no reason to do without.
+    if (flock(fileno(file), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return false;
 }
 
 std::error_code renameOpen(File& file, const std::filesystem::path& from,

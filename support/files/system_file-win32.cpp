@@ -1,6 +1,9 @@
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+#include <windows.h>
+
+#include <cstdint>
 
 #include "support/files/system_file.h"
 
@@ -41,6 +44,22 @@ void setMode(std::FILE*, std::filesystem::perms) {
 
 bool cutTo(std::FILE* file, std::uintmax_t size) {
   return _chsize_s(_fileno(file), static_cast<__int64>(size)) == 0;
+}
+
+bool lockAlone(std::FILE* file) {
+  constexpr int mostTries = 100;
+  const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
+  for (int tries = 0; tries < mostTries; ++tries) {
+    // What is locked cannot be read here: a byte far behind the end stands for the file.
+    OVERLAPPED place{};
+    place.OffsetHigh = 0x7FFFFFFF;
+    if (LockFileEx(handle, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) !=
+            0 ||
+        GetLastError() != ERROR_LOCK_VIOLATION)
+      return true;
+    Sleep(10);
+  }
+  return false;
 }
 
 std::error_code renameOpen(File& file, const std::filesystem::path& from,

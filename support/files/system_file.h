@@ -31,6 +31,10 @@ void setMode(std::FILE* file, std::filesystem::perms mode);
 /// Takes off what was written behind the first `size` bytes, and all that waits to be.
 bool cutTo(std::FILE* file, std::uintmax_t size);
 
+/// Has the file for this program alone, among those that ask, until it is closed. Waits a second at
+/// most: who only reads a file can lock it too, and must not hold anybody up. False after that.
+bool lockAlone(std::FILE* file);
+
 /// Gives `file`, which was created as `from`, the name `to`, in place of what has it. Refused when
 /// another file has the name `from` by now. The file is closed.
 std::error_code renameOpen(File& file, const std::filesystem::path& from,

@@ -104,8 +104,14 @@ Result<SystemFolder, Refusal> SystemFolder::open(const std::filesystem::path& pa
 }
 
 std::error_code SystemFolder::make(const std::filesystem::path& path) {
-  if (mkdir(path.c_str(), S_IRWXU | S_IRWXG | S_IRWXO) == 0) return {};
-  return {errno, std::generic_category()};
+  if (mkdir(path.c_str(), S_IRWXU | S_IRWXG | S_IRWXO) != 0)
+    return {errno, std::generic_category()};
+  // Folders can be made in one that cannot be opened.
+  const auto around = open(path.has_parent_path() ? path.parent_path() : ".", false);
+  const auto lost = around ? around->reachDisk() : std::nullopt;
+  if (!lost) return {};
+  removeEmpty(path);
+  return lost->why;
 }
 
 bool SystemFolder::mayMakeIn(const std::filesystem::path& path) {
@@ -184,6 +190,12 @@ std::optional<Refusal> SystemFolder::remove(const std::string& name) const {
   if (auto refused = judge(name)) return refused;
   if (unlinkat(native_->number(), name.c_str(), 0) != 0) return refusedBySystem();
   return std::nullopt;
+}
+
+std::optional<Refusal> SystemFolder::reachDisk() const {
+  // Some file systems write names at once and refuse to be asked.
+  if (fsync(native_->number()) == 0 || errno == EINVAL || errno == ENOTSUP) return std::nullopt;
+  return refusedBySystem();
 }
 
 std::vector<std::string> SystemFolder::names() const {

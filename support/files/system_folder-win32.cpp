@@ -228,6 +228,10 @@ std::optional<Refusal> SystemFolder::remove(const std::string& name) const {
   return std::nullopt;
 }
 
+std::optional<Refusal> SystemFolder::reachDisk() const {
+  return std::nullopt;  // the system keeps a journal of names itself
+}
+
 std::vector<std::string> SystemFolder::names() const {
   std::vector<std::string> all;
   std::error_code failed;

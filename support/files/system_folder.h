@@ -25,6 +25,7 @@ class SystemFolder {
   };
   /// `own`: neither a link nor another user's.
   static Result<SystemFolder, Refusal> open(const std::filesystem::path& path, bool own);
+  /// Its name is on the disk then.
   static std::error_code make(const std::filesystem::path& path);
   /// Whether this user may make folders in it.
   static bool mayMakeIn(const std::filesystem::path& path);
@@ -49,6 +50,8 @@ class SystemFolder {
   /// The same for a file that was left by an earlier run.
   std::optional<Refusal> rename(const std::string& from, const std::string& to) const;
   std::optional<Refusal> remove(const std::string& name) const;
+  /// Waits until the names that were given in it are on the disk.
+  std::optional<Refusal> reachDisk() const;
   std::vector<std::string> names() const;
 
  private:

@@ -49,6 +49,8 @@ class Pause {
 /// for the rest. Null: they all work. The calls are the C library's for the whole program, so it
 /// cannot be handed to them.
 inline FaultPlan* planObeyed = nullptr;
+/// Whether a folder holds a name whose loss in a power cut nobody has prevented.
+inline bool namesAreOnDisk = true;
 /// Bytes that have really gone to terminals since this was last set to 0.
 inline std::size_t sentBytes = 0;
 

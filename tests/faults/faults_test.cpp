@@ -17,9 +17,11 @@ class Faults : public testing::TestWithParam<Scenario> {};
 TEST_P(Faults, LeaveNothingOpenHalfDoneOrUnsaid) {
   const auto [name, run] = GetParam();
   FaultWorld sound{FaultPlan{}};
+  namesAreOnDisk = true;
   const Outcome usual = run(sound);
   ASSERT_TRUE(usual.done) << usual.told;
   sound.expectOrder();
+  EXPECT_TRUE(namesAreOnDisk) << "a power cut takes a file that was written";
   ASSERT_FALSE(HasFailure());
   const int operations = sound.plan.passed;
   ASSERT_GT(operations, 0);

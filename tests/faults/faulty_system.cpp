@@ -29,6 +29,11 @@ ssize_t noteSent(int file, ssize_t count) {
   return count;
 }
 
+int noteNamed(int failed) {
+  if (failed == 0) namesAreOnDisk = false;
+  return failed;
+}
+
 /// The call that this program's own one stands in front of.
 template <typename Function>
 Function* next(const char* name) {
@@ -58,11 +63,11 @@ TOUCH_FAILING(std::size_t, fwrite,
 TOUCH_FAILING(int, fflush, (std::FILE * file), ENOSPC, EOF, real(file))
 TOUCH_FAILING(int, rename, (const char* from, const char* to), EACCES, -1, real(from, to))
 TOUCH_FAILING(int, renameat, (int from, const char* old, int to, const char* name), EACCES, -1,
-              real(from, old, to, name))
+              noteNamed(real(from, old, to, name)))
 TOUCH_FAILING(int, renameat2,
               (int from, const char* old, int to, const char* name, unsigned flags) noexcept,
-              EACCES, -1, real(from, old, to, name, flags))
-TOUCH_FAILING(int, mkdir, (const char* path, mode_t mode), EACCES, -1, real(path, mode))
+              EACCES, -1, noteNamed(real(from, old, to, name, flags)))
+TOUCH_FAILING(int, mkdir, (const char* path, mode_t mode), EACCES, -1, noteNamed(real(path, mode)))
 TOUCH_FAILING(ssize_t, read, (int file, void* data, std::size_t size), EIO, -1,
               real(file, data, size))
 TOUCH_FAILING(ssize_t, readv, (int file, const iovec* parts, int count), EIO, -1,
@@ -76,8 +81,11 @@ TOUCH_FAILING(int, tcsetattr, (int file, int when, const termios* line) noexcept
               real(file, when, line))
 
 // What the disk does then is not for a test to wait for.
-TOUCH_STAND_IN int fsync(int) {
-  return fails(EIO) ? -1 : 0;
+TOUCH_STAND_IN int fsync(int file) {
+  if (fails(EIO)) return -1;
+  struct stat status {};
+  if (fstat(file, &status) == 0 && S_ISDIR(status.st_mode)) namesAreOnDisk = true;
+  return 0;
 }
 TOUCH_STAND_IN int open(const char* path, int flags, ...) {
   static auto* const real = next<int(const char*, int, ...)>("open");

@@ -13,6 +13,7 @@
 #include "core/driver/trace.h"
 #include "support/files/marked_folder.h"
 #include "support/files/whole_file.h"
+#include "tests/doubles/small_disk.h"
 #include "tests/doubles/temporary_folder.h"
 
 namespace touch {
@@ -170,6 +171,23 @@ TEST(OwnFolders, StayThoseThatWereOpenedWhenAnotherTakesTheirPlace) {
   EXPECT_EQ(own->appendLine("lines", "one"), std::nullopt);
   EXPECT_EQ(folder.read("moved/file") + folder.read("moved/lines"), "textone\n");
   EXPECT_TRUE(fs::is_empty(victim.path()));
+}
+
+TEST(OwnFolders, CutBackNoLineOfAnotherProgramOnAFullDisk) {
+  const test::TemporaryFolder folder;
+  const auto own = OwnFolder::open(folder.path());
+  ASSERT_TRUE(own);
+  ASSERT_EQ(own->appendLine("lines", "one"), std::nullopt);
+  {
+    const test::SmallDisk disk(6);
+    EXPECT_NE(own->appendLine("lines", "two"), std::nullopt);
+    EXPECT_EQ(folder.read("lines"), "one\n");
+    auto others = own->openFile("lines", OwnFolder::Opening::alone);
+    ASSERT_TRUE(others);
+    EXPECT_NE(own->appendLine("lines", "two"), std::nullopt);
+  }
+  EXPECT_EQ(own->appendLine("lines", "three"), std::nullopt);
+  EXPECT_EQ(folder.read("lines"), "one\ntw\nthree\n");
 }
 
 TEST(OwnFolders, AreMadeAndMarkedOnlyWhereTheyMayBe) {
