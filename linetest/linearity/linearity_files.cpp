@@ -7,6 +7,7 @@
 
 #include "drawing/stroke.h"
 #include "linetest/files/drawing_file.h"
+#include "support/files/own_folder.h"
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
 #include "support/text/number_layout.h"
@@ -134,16 +135,18 @@ std::string resultText(const LineResult& result, const MeasuredPanel& panel) {
 
 std::optional<FileError> writeResult(const fs::path& folder, const TestLine& line,
                                      const LineResult& result, const MeasuredPanel& panel) {
-  return writeWholeFile(folder / resultFileName(line), resultText(result, panel));
+  const auto files = OwnFolder::openAnybodys(folder);
+  if (!files) return files.error();
+  return files->write(resultFileName(line), resultText(result, panel));
 }
 
 std::optional<FileError> setAside(const fs::path& folder, std::span<const TestLine> lines) {
-  const auto named = [&](const TestLine& line, const std::string& ending) {
-    return folder / (resultFileName(line) + ending);
-  };
+  const auto files = OwnFolder::openAnybodys(folder);
+  if (!files) return files.error();
   const auto isTaken = [&](const std::string& ending) {
-    return std::any_of(lines.begin(), lines.end(),
-                       [&](const TestLine& line) { return isThere(named(line, ending)); });
+    return std::any_of(lines.begin(), lines.end(), [&](const TestLine& line) {
+      return isThere(folder / (resultFileName(line) + ending));
+    });
   };
   const std::string first = ".old";
   std::string ending = first;
@@ -152,11 +155,11 @@ std::optional<FileError> setAside(const fs::path& folder, std::span<const TestLi
 
   std::optional<FileError> error;
   for (const TestLine& line : lines) {
-    std::error_code failed;
-    fs::rename(named(line, ""), named(line, ending), failed);
+    const std::string name = resultFileName(line);
+    const auto failed = files->rename(name, name + ending, false);
     if (failed && !error)
-      error = FileError{named(line, "").string(), 0, say("linearity", "a file that can be renamed"),
-                        failed.message()};
+      error = FileError{(folder / name).string(), 0, say("linearity", "a file that can be renamed"),
+                        failed->found};
   }
   return error;
 }

@@ -39,6 +39,14 @@ Result<OwnFolder, FileError> OwnFolder::open(const fs::path& path) {
   return OwnFolder(path, std::move(*folder));
 }
 
+Result<OwnFolder, FileError> OwnFolder::openAnybodys(const fs::path& path) {
+  auto folder = SystemFolder::open(path, false);
+  if (!folder)
+    return FileError{path.string(), 0, say("files", "a place that can be written"),
+                     folder.error().found};
+  return OwnFolder(path, std::move(*folder));
+}
+
 Result<OwnFolder, FileError> OwnFolder::make(const fs::path& path) {
   std::error_code failed;
   fs::create_directories(path.parent_path(), failed);
@@ -82,6 +90,7 @@ Result<OwnFolder::Fresh, FileError> OwnFolder::writeBeside(const std::string& na
     if (!file && file.error().exists()) continue;
     if (!file) return refused(fresh.name, file.error());
     fresh.file = std::move(*file);
+    folder_.keepAsPrivate(fresh.file, name);
     const auto failed = writeOut(fresh.file.get(), content);
     if (!failed) return fresh;
     fresh.file.reset();
@@ -150,8 +159,9 @@ std::optional<FileError> OwnFolder::remove(const std::string& name) const {
   return refused(name, *refusal);
 }
 
-std::optional<FileError> OwnFolder::rename(const std::string& from, const std::string& to) const {
-  const auto refusal = folder_.rename(from, to);
+std::optional<FileError> OwnFolder::rename(const std::string& from, const std::string& to,
+                                           bool replaces) const {
+  const auto refusal = folder_.rename(from, to, replaces);
   if (!refusal) return std::nullopt;
   return refused(to, *refusal);
 }

@@ -19,6 +19,9 @@ class OwnFolder {
   using Opening = SystemFolder::Opening;
 
   static Result<OwnFolder, FileError> open(const std::filesystem::path& path);
+  /// One that the user has chosen: it may be a link and another user's. What is in it counts as in
+  /// any other.
+  static Result<OwnFolder, FileError> openAnybodys(const std::filesystem::path& path);
   /// Makes a new one, and the folders around it where they are missing; one that is there is
   /// refused.
   static Result<OwnFolder, FileError> make(const std::filesystem::path& path);
@@ -40,8 +43,9 @@ class OwnFolder {
   Result<std::string, FileError> read(const std::string& name, std::size_t limit) const;
   /// Nothing is no error.
   std::optional<FileError> remove(const std::string& name) const;
-  /// In place of a file that has the name `to`.
-  std::optional<FileError> rename(const std::string& from, const std::string& to) const;
+  /// In place of a file that has the name `to`, or refused when there is one.
+  std::optional<FileError> rename(const std::string& from, const std::string& to,
+                                  bool replaces = true) const;
   std::vector<std::string> names() const { return folder_.names(); }
   /// Whether files can be made here and hold something.
   std::optional<FileError> tryOut() const;

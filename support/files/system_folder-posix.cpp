@@ -161,6 +161,13 @@ std::optional<Refusal> SystemFolder::rename(File& file, const std::string& from,
       fstatat(folder, from.c_str(), &named, AT_SYMLINK_NOFOLLOW) != 0)
     return refusedBySystem();
   if (!isSame(opened, named)) return refusedByUs(say("files", "another file in its place"));
+  return rename(from, to, replaces);
+}
+
+std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
+                                            bool replaces) const {
+  const int folder = native_->number();
+  if (auto refused = judge(from)) return refused;
   if (replaces) {
     auto there = judge(to);
     if (there && !there->missing()) return there;
@@ -180,10 +187,11 @@ std::optional<Refusal> SystemFolder::rename(File& file, const std::string& from,
   return refused;
 }
 
-std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to) const {
-  auto left = openFile(from, Opening::read);
-  if (!left) return left.error();
-  return rename(*left, from, to, true);
+void SystemFolder::keepAsPrivate(File& file, const std::string& name) const {
+  struct stat status {};
+  if (fstatat(native_->number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+      !judged(status))
+    fchmod(fileno(file.get()), status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO));
 }
 
 std::optional<Refusal> SystemFolder::remove(const std::string& name) const {

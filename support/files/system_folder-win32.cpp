@@ -205,15 +205,20 @@ std::optional<Refusal> SystemFolder::rename(File& file, const std::string&, cons
   return renamedTo(handleOf(file.get()), native_->path / to, replaces);
 }
 
-std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to) const {
+std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
+                                            bool replaces) const {
   const OpenHandle opened(openItself(native_->path / from, DELETE | FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
   if (!opened.isOpen()) return refusedBySystem();
   if (auto refused = judged(opened.get())) return refused;
   const auto there = judge(to);
-  if (there && !there->missing()) return there;
-  return renamedTo(opened.get(), native_->path / to, true);
+  if (replaces && there && !there->missing()) return there;
+  return renamedTo(opened.get(), native_->path / to, replaces);
+}
+
+void SystemFolder::keepAsPrivate(File&, const std::string&) const {
+  // Who may read a file is said by its folder here.
 }
 
 std::optional<Refusal> SystemFolder::remove(const std::string& name) const {

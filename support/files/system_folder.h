@@ -48,7 +48,10 @@ class SystemFolder {
   std::optional<Refusal> rename(File& file, const std::string& from, const std::string& to,
                                 bool replaces) const;
   /// The same for a file that was left by an earlier run.
-  std::optional<Refusal> rename(const std::string& from, const std::string& to) const;
+  std::optional<Refusal> rename(const std::string& from, const std::string& to,
+                                bool replaces) const;
+  /// Whoever may not read the file of that name, if it is this user's, may not read `file` either.
+  void keepAsPrivate(File& file, const std::string& name) const;
   std::optional<Refusal> remove(const std::string& name) const;
   /// Waits until the names that were given in it are on the disk.
   std::optional<Refusal> reachDisk() const;

@@ -11,6 +11,8 @@
 #include "console/parameters/backup.h"
 #include "console/parameters/vrq_file.h"
 #include "core/driver/trace.h"
+#include "linetest/files/working_files.h"
+#include "linetest/linearity/linearity_files.h"
 #include "support/files/marked_folder.h"
 #include "support/files/whole_file.h"
 #include "tests/doubles/small_disk.h"
@@ -72,6 +74,14 @@ std::optional<FileError> errorOf(const Result<T, FileError>& result) {
   return result ? std::nullopt : std::optional(result.error());
 }
 
+constexpr TestLine firstLine{Orientation::vertical, 1};
+constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
+
+int keepResult(const fs::path& folder) {
+  const LineResult result{"V-1", {Orientation::vertical, 3000}, {{3050, 500}}, {}};
+  return ended(writeResult(folder, firstLine, result, panel));
+}
+
 int keep(const fs::path& folder) {
   return ended(errorOf(backupIn(folder).keep("D", ownBlock)));
 }
@@ -109,6 +119,13 @@ const OwnName ownNames[] = {
        const auto complaint = Trace().start(folder / "trace");
        return complaint ? (complaint->ends_with(": ") ? 2 : 1) : 0;
      }},
+    {"Tvm-v1.txt", "--------?", [](auto&) {}, keepResult},
+    {"Tvm-v1.txt.new", "+++++++++", [](auto&) {}, keepResult},
+    {"Tvm-v1.txt.old", "+++++++++", [](auto& folder) { keepResult(folder); },
+     [](auto& folder) {
+       EXPECT_EQ(keepResult(folder), 0);
+       return ended(setAside(folder, std::span(&firstLine, 1)));
+     }},
     {"tmp", "---------", [](auto&) {},
      [](auto& folder) { return ended(errorOf(MarkedFolder::make(folder / "tmp"))); }},
     {"tmp/in-use.lock", "---------", [](auto& folder) { fs::create_directory(folder / "tmp"); },
@@ -121,6 +138,15 @@ const OwnName ownNames[] = {
        const int written = ended(tmp->files().write("tmp000.tmp", "text"));
        const int removed = ended(tmp->files().remove("tmp000.tmp"));
        return written == removed ? written : 2;
+     }},
+    {"tmp/unfinished", "--------?",
+     [](auto& folder) { EXPECT_TRUE(MarkedFolder::make(folder / "tmp")); },
+     [](auto& folder) { return ended(WorkingFiles(folder, {}).markUnfinished()); }},
+    {"tmp/left.fdw", "+++++++++",
+     [](auto& folder) { EXPECT_TRUE(MarkedFolder::make(folder / "tmp")); },
+     [](auto& folder) {
+       const LeftStrokes left{{{0, {9, 1, {{3, 3}}}}}, {}, {}};
+       return ended(WorkingFiles(folder, {}).keepAside(left));
      }},
 };
 
