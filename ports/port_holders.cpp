@@ -8,6 +8,10 @@ namespace {
 
 std::string described(const PortHolder& holder) {
   if (holder.isThisProgram) return say("ports", "this program");
+  if (holder.process == 0) {
+    return filled(say("ports", "a program that is just locking it with %1"),
+                  {holder.lockFile.string()});
+  }
   const std::string process = std::to_string(holder.process);
   if (holder.lockFile.empty())
     return filled(say("ports", "%1 (process %2)"), {holder.program, process});

@@ -13,7 +13,7 @@ namespace touch {
 /// A program that has a device open.
 struct PortHolder {
   std::string program;
-  std::int64_t process = 0;
+  std::int64_t process = 0;    ///< 0: not known yet, as it is just writing its lock file
   bool isThisProgram = false;  ///< the touch driver runs in this program and may have it
   bool isOtherEnd = false;     ///< of a pseudo-terminal: it is what is talked to
   std::filesystem::path

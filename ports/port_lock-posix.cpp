@@ -9,6 +9,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <string_view>
 #include <utility>
@@ -23,6 +24,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr int mostTries = 3;  // another program may make one while a stale one is taken away
+// No program takes longer from making a lock file to writing its number into it.
+constexpr std::time_t secondsToWrite = 10;
 
 /// Empty when there is no such device.
 fs::path lockFile(const std::string& device, const fs::path& folder) {
@@ -63,6 +66,12 @@ std::string programName(pid_t process) {
   return name;
 }
 
+/// Whether a file that names nobody may be one that a program is just writing.
+bool isFresh(const struct stat& file) {
+  const std::time_t age = std::time(nullptr) - file.st_mtim.tv_sec;
+  return S_ISREG(file.st_mode) && age >= 0 && age < secondsToWrite;
+}
+
 struct Lock {
   bool there = false;
   std::optional<PortHolder> holder;  ///< also this program
@@ -70,14 +79,16 @@ struct Lock {
 
 Lock readLock(const fs::path& path) {
   const int opened = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-  if (opened < 0) return {errno != ENOENT, {}};
+  if (opened < 0 && errno == ENOENT) return {};
   std::array<char, 64> content{};
   struct stat status {};
-  const bool isFile = fstat(opened, &status) == 0 && S_ISREG(status.st_mode);
-  const auto count = isFile ? read(opened, content.data(), content.size()) : -1;
-  close(opened);
+  if ((opened < 0 ? lstat(path.c_str(), &status) : fstat(opened, &status)) != 0) status = {};
+  const bool canBeRead = opened >= 0 && S_ISREG(status.st_mode);
+  const auto count = canBeRead ? read(opened, content.data(), content.size()) : -1;
+  if (opened >= 0) close(opened);
   const auto process =
       count > 0 ? lockingProcess({content.data(), static_cast<std::size_t>(count)}) : std::nullopt;
+  if (!process && isFresh(status)) return {true, PortHolder{{}, 0, false, false, path}};
   const bool runs = process && (kill(*process, 0) == 0 || errno == EPERM);
   if (!runs || !mayHaveMade(status, *process)) return {true, {}};
   return {true, PortHolder{programName(*process), *process, *process == getpid(), false, path}};
@@ -85,15 +96,21 @@ Lock readLock(const fs::path& path) {
 
 }  // namespace
 
+// It gets its name only when the number is in it: an empty one may be taken for a stale one.
 std::optional<PortLock::Made> PortLock::make(const fs::path& file) {
-  const File made = createFile(file);
+  const fs::path beside = file.string() + '.' + std::to_string(getpid());
+  unlink(beside.c_str());  // left by a crash of one that had this number
+  const File made = createFile(beside);
   if (!made) return std::nullopt;
   setMode(made.get(), fs::perms{0644});
   struct stat status {};
-  std::fprintf(made.get(), "%10d\n", static_cast<int>(getpid()));
-  std::fflush(made.get());
-  if (fstat(fileno(made.get()), &status) != 0) return std::nullopt;
-  return Made{file, status.st_dev, status.st_ino};
+  const bool isWhole = std::fprintf(made.get(), "%10d\n", static_cast<int>(getpid())) > 0 &&
+                       std::fflush(made.get()) == 0 && fstat(fileno(made.get()), &status) == 0;
+  const bool named = isWhole && link(beside.c_str(), file.c_str()) == 0;
+  const int why = errno;
+  unlink(beside.c_str());
+  errno = why;
+  return named ? std::optional(Made{file, status.st_dev, status.st_ino}) : std::nullopt;
 }
 
 Result<PortLock, PortHolder> PortLock::take(const std::string& device, const fs::path& folder) {

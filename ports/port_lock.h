@@ -19,7 +19,8 @@ class PortLock {
  public:
   static constexpr const char* usualFolder = "/var/lock";
 
-  /// Makes it; one whose program is gone is taken away first. The error is the program that has the
+  /// Makes it; one whose program is gone is taken away first, and one that names none when it has
+  /// lain there for a while. The error is the program that has the
   /// device. Where no file can be made there is none, and that is no error.
   static Result<PortLock, PortHolder> take(const std::string& device,
                                            const std::filesystem::path& folder = usualFolder);

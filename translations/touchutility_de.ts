@@ -1505,6 +1505,10 @@
         <translation>%1 (Prozess %2, laut seiner Sperrdatei %3)</translation>
     </message>
     <message>
+        <source>a program that is just locking it with %1</source>
+        <translation>ein Programm, das ihn gerade mit %1 sperrt</translation>
+    </message>
+    <message>
         <source>it is in use by %1. Close that program and try again.</source>
         <translation>Er ist in Gebrauch durch %1. Schließen Sie dieses Programm, und versuchen Sie es erneut.</translation>
     </message>

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 
 #include "ports/port_lock.h"
@@ -18,6 +19,7 @@ namespace touch {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::chrono_literals;
 
 /// Another program that has the device open for itself, until it is killed or a minute has passed.
 pid_t startHolding(const std::string& device) {
@@ -117,30 +119,36 @@ TEST(PortLock, IsHonouredWhileItsProgramRuns) {
   const struct {
     const char* what;
     std::string content;
-    bool honoured;
+    std::chrono::seconds age;
+    std::optional<pid_t> holder;
   } cases[] = {
-      {"another's", inTen(alone), true},
-      {"another's in bytes", {reinterpret_cast<const char*>(&alone), sizeof alone}, true},
-      {"stale", inTen(gone), false},
-      {"empty", "", false},
-      {"nonsense", "yes\n", false},
-      {"process -1, which is everybody", "        -1\n", false},
+      {"another's", inTen(alone), 60s, alone},
+      {"another's in bytes", {reinterpret_cast<const char*>(&alone), sizeof alone}, 60s, alone},
+      {"stale", inTen(gone), 0s, {}},
+      {"empty", "", 60s, {}},
+      {"empty, as it has just been made", "", 0s, 0},
+      {"nonsense", "yes\n", 60s, {}},
+      {"process -1, which is everybody", "        -1\n", 60s, {}},
   };
-  for (const auto& [what, content, honoured] : cases) {
+  for (const auto& [what, content, age, holder] : cases) {
     SCOPED_TRACE(what);
+    const bool honoured = holder.has_value();
     folder.write(file, content);
+    const auto written = fs::last_write_time(folder.path() / file);
+    fs::last_write_time(folder.path() / file, written - age);
     {
       const auto lock = PortLock::take(terminal.path(), folder.path());
       EXPECT_EQ(lock.has_value(), !honoured);
       EXPECT_EQ(folder.read(file), honoured ? content : inTen(getpid()));
       if (honoured) {
-        EXPECT_EQ(lock.error().process, alone);
+        EXPECT_EQ(lock.error().process, *holder);
       } else {
         const auto again = PortLock::take(terminal.path(), folder.path());
         EXPECT_TRUE(again) << "it is this program's";
       }
     }
     EXPECT_EQ(fs::exists(folder.path() / file), honoured) << "it goes with the port";
+    EXPECT_EQ(fs::is_empty(folder.path()), !honoured);
   }
   fs::remove(folder.path() / file);
   folder.write("theirs", "theirs");
