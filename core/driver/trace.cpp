@@ -121,7 +121,6 @@ void Trace::write(std::string_view members) {
     return;
   }
   const std::string line = "{\"time\":\"" + utcNow() + "\"," + std::string(members) + "}\n";
-  written_ += line.size();
   if (put(line)) return;
   breakOff(
       filled(say("driver", "The trace file %1 ends early, because it cannot be written on: %2"),
@@ -130,8 +129,14 @@ void Trace::write(std::string_view members) {
 
 bool Trace::put(const std::string& line) {
   errno = 0;
-  return std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
-         std::fflush(file_.get()) == 0;
+  const bool isWhole = std::fwrite(line.data(), 1, line.size(), file_.get()) == line.size() &&
+                       std::fflush(file_.get()) == 0;
+  const int why = errno;
+  // Half an object would be none to whoever reads it.
+  if (!isWhole) cutTo(file_.get(), written_);
+  if (isWhole) written_ += line.size();
+  errno = why;
+  return isWhole;
 }
 
 void Trace::breakOff(std::string why) {

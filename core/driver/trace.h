@@ -41,7 +41,7 @@ class Trace {
   void write(std::string_view members);
 
  private:
-  /// False when it could not be written.
+  /// False, with the reason in `errno`, when it could not be written; then nothing of it is.
   bool put(const std::string& line);
   void breakOff(std::string why);
 

@@ -260,10 +260,12 @@ void Recorder::write(std::string_view line) {
     return;
   }
   const std::string record = std::string(line) + '\n';
-  if (std::fwrite(record.data(), 1, record.size(), file_.get()) != record.size() ||
-      std::fflush(file_.get()) != 0)
-    breakOff(say("recording", "room for the recording"),
-             say("recording", "a full or missing disk"));
+  if (std::fwrite(record.data(), 1, record.size(), file_.get()) == record.size() &&
+      std::fflush(file_.get()) == 0)
+    return;
+  // With half a line behind it the rest could not be read.
+  cutTo(file_.get(), written_ - record.size());
+  breakOff(say("recording", "room for the recording"), say("recording", "a full or missing disk"));
 }
 
 void Recorder::breakOff(std::string expected, std::string found) {

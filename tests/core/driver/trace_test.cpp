@@ -67,6 +67,7 @@ TEST_F(Tracing, SaysWhyItCannotBeginOrOnceThatItEndsOnAFullDisk) {
   EXPECT_FALSE(trace.isOn());
   EXPECT_THAT(trace.takeBreak(), testing::Optional(testing::HasSubstr(file.string())));
   EXPECT_EQ(trace.takeBreak(), std::nullopt);
+  EXPECT_THAT(folder.read("trace.jsonl"), testing::MatchesRegex("[^\n]+}\n")) << "a whole line";
 
   Trace limited(50);
   ASSERT_FALSE(limited.start(file));

@@ -183,6 +183,7 @@ TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFullAndWaitsForNoReader) {
   recorder.add(clock.now(), Direction::toController, bytesOf("x"));
   EXPECT_FALSE(recorder.isOn());
   EXPECT_TRUE(recorder.stop());
+  EXPECT_EQ(folder.read("a.rec"), "touch recording 1\n") << "it ends with a whole line";
 }
 
 }  // namespace
