@@ -76,9 +76,13 @@ bool isFolderOfTheSystem(const fs::path& folder) {
   const fs::path real = fs::weakly_canonical(folder, failed);
   if (failed) return false;
   if (real == real.root_path()) return true;
-  return std::ranges::any_of(systemFolders(), [&real](const fs::path& owned) {
-    return std::ranges::mismatch(owned, real).in1 == owned.end();
-  });
+  const auto isIn = [&real](const fs::path& around) {
+    return std::ranges::mismatch(around, real).in1 == around.end();
+  };
+  return std::ranges::any_of(systemFolders(), isIn) &&
+         std::ranges::none_of(sharedFolders(), [&](const fs::path& shared) {
+           return shared != real && isIn(shared);
+         });
 }
 
 }  // namespace touch

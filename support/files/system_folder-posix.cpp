@@ -222,8 +222,12 @@ std::vector<std::string> SystemFolder::names() const {
 }
 
 std::vector<std::filesystem::path> systemFolders() {
-  return {"/bin",    "/boot", "/etc",  "/lib", "/lib32", "/lib64",
-          "/libx32", "/proc", "/sbin", "/sys", "/usr"};
+  return {"/bin",    "/boot", "/dev", "/etc",  "/lib", "/lib32", "/lib64",
+          "/libx32", "/proc", "/run", "/sbin", "/sys", "/usr",   "/var"};
+}
+
+std::vector<std::filesystem::path> sharedFolders() {
+  return {"/dev/shm", "/run/media", "/run/user", "/var/home", "/var/lib", "/var/tmp"};
 }
 
 }  // namespace touch

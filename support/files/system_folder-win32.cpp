@@ -256,4 +256,8 @@ std::vector<fs::path> systemFolders() {
   return all;
 }
 
+std::vector<fs::path> sharedFolders() {
+  return {};
+}
+
 }  // namespace touch

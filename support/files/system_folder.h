@@ -66,5 +66,7 @@ class SystemFolder {
 
 /// Folders that belong to the system, with all that is in them.
 std::vector<std::filesystem::path> systemFolders();
+/// Folders in those that are the system's, while what is in them belongs to users and services.
+std::vector<std::filesystem::path> sharedFolders();
 
 }  // namespace touch

@@ -217,8 +217,11 @@ TEST(OwnFolders, CutBackNoLineOfAnotherProgramOnAFullDisk) {
 }
 
 TEST(OwnFolders, AreMadeAndMarkedOnlyWhereTheyMayBe) {
-  for (const char* system : {"/", "/usr/share", "/etc"})
+  for (const char* system :
+       {"/", "/usr/share", "/etc", "/dev", "/run/lock", "/var/log", "/var/lib"})
     EXPECT_TRUE(isFolderOfTheSystem(system)) << system;
+  for (const char* users : {"/var/lib/touchutility", "/run/user/1000", "/var/tmp/a", "/variant"})
+    EXPECT_FALSE(isFolderOfTheSystem(users)) << users;
   const test::TemporaryFolder folder;
   EXPECT_FALSE(isFolderOfTheSystem(folder.path()));
   EXPECT_EQ(MarkedFolder::make("/tmp").error().found, "one of the system's");
