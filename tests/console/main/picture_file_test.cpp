@@ -106,7 +106,7 @@ TEST(PictureFiles, AreReadToTheirEndAndRefusedBeyondTheirLimits) {
     SCOPED_TRACE(what);
     EXPECT_EQ(complaint(sound), "sound");
     EXPECT_THAT(complaint(tooMuch), testing::StartsWith(file.string() + ": " + problem));
-    for (const std::size_t cut : {1, 8, 20})
+    for (const std::size_t cut : {1U, 8U, 20U})
       EXPECT_NE(complaint(sound.substr(0, sound.size() - cut)), "sound") << cut;
     EXPECT_EQ(complaint(sound + "what follows does no harm"), "sound");
   }

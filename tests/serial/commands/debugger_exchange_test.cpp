@@ -186,11 +186,11 @@ TEST_F(DebuggerExchangeTest, NoSecondOneStartsInsideTheFirst) {
 
 TEST(CommandSets, HaveTheSettingsOfAnE02PositionWhateverItsLetter) {
   std::string listed;
-  for (const std::size_t position : {6, 7, 8, 9}) {
+  for (const std::size_t position : {6U, 7U, 8U, 9U}) {
     const auto list = settingListAt(position);
     if (!list) continue;
     listed.append(list->caption) += ':';
-    for (const std::size_t item : {0, 1})
+    for (const std::size_t item : {0U, 1U})
       listed.append(list->items[item]) += '=' + e02Packet(position, item) + ';';
   }
   EXPECT_EQ(listed,
