@@ -134,7 +134,8 @@ TEST_F(Serial, EndsInOrderAndSaysSoWhenItsOutputGoesNowhere) {
   for (const std::string program : {"touchctl", "touchsim"}) {
     for (const char* option : {"--help", "--version", "--man", "--complete ''"}) {
       const std::string path = program == "touchctl" ? TOUCHCTL : TOUCHSIM;
-      const Ended ended = runProgram("/bin/sh", {"-c", path + ' ' + option + " > /dev/full"});
+      const Ended ended =
+          runProgram("/bin/sh", {"-c", "'" + path + "' " + option + " > /dev/full"});
       EXPECT_EQ(ended.status, 1) << program << ' ' << option;
       EXPECT_THAT(ended.errors, HasSubstr(program + ": the output could not be written")) << option;
     }
@@ -240,7 +241,7 @@ TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
   while (write(full, &full, 1) == 1) {
   }
   setenv("RUDE_DRIVER", "end", 1);
-  const std::string line = TOUCHCTL " --driver '" STUBBORN_LIBRARY "' list > ";
+  const std::string line = "'" TOUCHCTL "' --driver '" STUBBORN_LIBRARY "' list > ";
   EXPECT_EQ(runProgram("/bin/sh", {"-c", line + (folder.path() / "pipe").string()}).status, 4);
   unsetenv("RUDE_DRIVER");
   close(full);

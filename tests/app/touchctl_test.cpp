@@ -235,7 +235,7 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
       {"serial replay @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},
       {"serial decode @/lines.fdw", 1, "", "lines.fdw, line 1: expected \"touch recording 1\""},
   });
-  const std::string line = "cd " + folder.path().string() + "; " TOUCHSIM " --play lines.fdw";
+  const std::string line = "cd " + folder.path().string() + "; '" TOUCHSIM "' --play lines.fdw";
   EXPECT_THAT(runProgram("/bin/sh", {"-c", line}).errors,
               HasSubstr("touchsim: " + (folder.path() / "lines.fdw").string()));
 }
