@@ -2388,7 +2388,7 @@ Fehler des simulierten Panels jetzt: %2</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
-        <translation>&amp;Zurück</translation>
+        <translation>&amp;Rückgängig</translation>
     </message>
     <message>
         <source>&amp;Band</source>
@@ -2406,13 +2406,13 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>Draw with the mouse: the ink appears where the simulated controller reports it.
 F1 helps, Esc leaves.</source>
         <translation>Zeichnen Sie mit der Maus: Die Tinte erscheint, wo der simulierte Controller sie meldet.
-F1 hilft, Esc verlässt.</translation>
+F1 hilft, Esc beendet.</translation>
     </message>
     <message>
         <source>Draw with your finger.
 F1 helps, Esc leaves.</source>
         <translation>Zeichnen Sie mit dem Finger.
-F1 hilft, Esc verlässt.</translation>
+F1 hilft, Esc beendet.</translation>
     </message>
     <message>
         <source>Keys; tap one to use it</source>
@@ -2956,11 +2956,11 @@ F1 hilft, Esc verlässt.</translation>
     </message>
     <message>
         <source>The picture %1 cannot be shown: expected %2, found %3</source>
-        <translation>Das Bild %1 kann nicht gezeigt werden: erwartet %2, gefunden %3</translation>
+        <translation>Das Bild %1 kann nicht gezeigt werden: erwartet: %2, gefunden: %3</translation>
     </message>
     <message>
         <source>The icon %1 cannot be shown: expected %2, found %3</source>
-        <translation>Das Symbol %1 kann nicht gezeigt werden: erwartet %2, gefunden %3</translation>
+        <translation>Das Symbol %1 kann nicht gezeigt werden: erwartet: %2, gefunden: %3</translation>
     </message>
 </context>
 <context>
