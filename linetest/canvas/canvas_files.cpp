@@ -70,15 +70,18 @@ std::optional<bool> Canvas::offer(const LeftStrokes& left) {
       count == 1 ? say("canvas", "An unsaved drawing (1 stroke) was found.")
                  : filled(say("canvas", "An unsaved drawing (%1 strokes) was found."),
                           {std::to_string(count)});
-  const std::string otherwise = filled(say("canvas", "If you do not restore it, it is kept as %1."),
-                                       {parts_.files.asidePath().string()});
+  const auto aside = parts_.files.asidePath();
+  const std::string otherwise =
+      filled(say("canvas", "If you do not restore it, it is kept as %1."), {aside.string()});
   switch (parts_.prompt.choose(found + "\n" + otherwise, say("canvas", "Restore"),
                                say("canvas", "Keep as file"))) {
     case Answer::yes:
       return true;
     case Answer::no:
       // Strokes that are drawn now would take the places of those that could not be kept.
-      return tell(parts_.files.keepAside(left)) ? std::optional(false) : std::nullopt;
+      if (!tell(parts_.files.keepAside(left))) return std::nullopt;
+      announce(savedText(count, aside));
+      return false;
     case Answer::none:
       break;
   }

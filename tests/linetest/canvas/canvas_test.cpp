@@ -598,6 +598,7 @@ TEST_F(OnTheCanvas, OffersTheStrokesOfARunThatDiedOnce) {
     leaveStrokes();
     canvas.takeUpStrokes();
     EXPECT_EQ(readDrawing(folder.path() / kept)->size(), 2u);
+    EXPECT_EQ(view.banner, "Saved 2 strokes in " + (folder.path() / kept).string());
     EXPECT_EQ(canvas.strokeCounter(), 0);
   }
   journal.clear();
