@@ -206,7 +206,10 @@ TEST_F(Serial, MeasuresAControllerAndEndsByItselfWhenNobodyReadsOn) {
 }
 
 TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
-  folder.write("zevrik.fmt", "six 6 E8 A8 high7@1,3\nbad 6\n");
+  std::string formats = "six 6 E8 A8 high7@1,3\n";
+  for (int line = 0; line < 11; ++line)
+    formats += "bad 6\n";
+  folder.write("zevrik.fmt", formats);
   // One transfer may be longer than what a line holds.
   std::string recording = "touch recording 1\n0.500000 <";
   for (int report = 0; report < 1000; ++report)
@@ -220,6 +223,7 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
   const Ended heard = listen("monitor --port 2 --seconds 3");
   EXPECT_THAT(heard.output, HasSubstr("= touch X   130 Y   388"));
   EXPECT_THAT(heard.errors, HasSubstr("zevrik.fmt, line 2: expected five fields"));
+  EXPECT_THAT(heard.errors, HasSubstr("11 problems in all; these are the first 10."));
   EXPECT_EQ(listen("record @/kept.txt --port 2 --seconds 3").status, 0);
   EXPECT_THAT(run("serial decode @/kept.txt").output, HasSubstr("touch X   130 Y   388"));
   EXPECT_EQ(listen("record @/kept.txt --port 2").status, 1) << "it is there already";

@@ -34,8 +34,7 @@ constexpr auto idleAfter = 200ms;
 /// Those that "zevrik.fmt" adds; what is wrong with the file is printed.
 std::vector<ReportFormat> addedFormats(const fs::path& folder) {
   auto read = rdformad(folder);
-  for (const FileError& problem : read.problems)
-    complain(problem.describe());
+  if (const std::string problems = describeProblems(read); !problems.empty()) complain(problems);
   return std::move(read.formats);
 }
 
