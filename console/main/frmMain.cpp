@@ -190,11 +190,8 @@ void frmMain::connectPages() {
     cancelSearch_->show();
     cancelSearch_->setFocus();
     console_.searchComPorts();
-    // Nobody is to come upon the ways out, or another search, by a Space that was meant to stop
-    // this one.
+    endSearching();
     controllerPage_->setFocus();
-    cancelSearch_->hide();
-    release_->show();
   });
 
   SettingsPanel& settings = console_.settings();
@@ -490,6 +487,14 @@ void frmMain::showIdle() {
   giveFocusBack(focusBeforeBusy_);
   showPageStatus();
   maintenancePage_->watchTrace();
+}
+
+void frmMain::endSearching() {
+  // Nobody is to come upon the ways out, or another search, by a Space that was meant to stop this
+  // one.
+  setFocus();
+  cancelSearch_->hide();
+  release_->show();
 }
 
 void frmMain::giveFocusBack(QWidget* before) {

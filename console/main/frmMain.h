@@ -83,6 +83,7 @@ class frmMain final : public QWidget, private MainView {
   void showInformation(const std::vector<std::string>& lines) override;
   std::string showPicture(const std::filesystem::path& file) override;
   std::string showIcon(const std::filesystem::path& file) override;
+  void endSearching() override;
   void showAdvancedFrame() override;
   void showPasswordFrame(bool shown) override;
   void openDebugger() override;

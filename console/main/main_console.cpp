@@ -233,6 +233,7 @@ void MainConsole::searchComPorts() {
           filled(say("main", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
       return !gate_.isCutShort();
     });
+    view_.endSearching();
     Status outcome = say("main", "The search was cancelled.");
     if (!found.cancelled) {
       const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;

@@ -41,6 +41,8 @@ class MainView {
   /// While busy no control can be used, and `what` says what is being waited for.
   virtual void showBusy(const std::string& what) = 0;
   virtual void showIdle() = 0;
+  /// The search of the ports has nothing left that could be stopped.
+  virtual void endSearching() {}
   /// What has just happened, in the window's status line.
   virtual void showStatus(const Status& status) = 0;
   /// Which controller is the current one, and how it is: what was said of another no longer holds.

@@ -186,6 +186,9 @@ TEST_F(Pages, KeepTheFocusAfterEachAction) {
       {"Maintenance", "cmdUndoDefaults", "cmdAdvanced"},
       {"Parameters", "cmdReadParameters", "cmdReadParameters"},
       {"Doctor", "cmdDoctorRefresh", "cmdDoctorRefresh"}};
+  prompt.onMessage = [this] {
+    EXPECT_TRUE(find<QWidget>("cmdCancelSearch")->isHidden()) << "nothing is left to stop";
+  };
   for (const auto& [page, button, then] : actions) {
     showPage(page);
     find<QWidget>(button)->setFocus();
