@@ -71,13 +71,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
       ->excludes(simulate);
   app.add_option_function<std::string>(
          "--work-dir",
-         [&options](const std::string& folder) {
-           options.workFolder = absolutePathNamed(folder);
-           std::error_code unknown;
-           if (!std::filesystem::is_directory(options.workFolder, unknown)) {
-             throw CLI::ValidationError("--work-dir", "there is no folder \"" + folder + '"');
-           }
-         },
+         [&options](const std::string& folder) { options.workFolder = absolutePathNamed(folder); },
          "The folder with errmsg.txt, pic01.jpg and the other optional files (default: the current "
          "one)")
       ->type_name("DIR");
@@ -111,6 +105,16 @@ void addCommonOptions(CLI::App& app, Options& options) {
          [&options](const std::string& file) { options.trace = absolutePathNamed(file); },
          "Write every driver call and every serial transfer to this file, one JSON object a line")
       ->type_name("FILE");
+}
+
+void refuseMissingFolder(CLI::App& app) {
+  app.get_option("--work-dir")->check([](const std::string& folder) -> std::string {
+    std::error_code unknown;
+    const auto found = std::filesystem::status(absolutePathNamed(folder), unknown);
+    if (std::filesystem::is_directory(found)) return {};
+    return std::filesystem::exists(found) ? '"' + folder + "\" is not a folder"
+                                          : "there is no folder \"" + folder + '"';
+  });
 }
 
 void addWindowOptions(CLI::App& app, KnownValues& known, Options& options) {

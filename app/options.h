@@ -45,6 +45,10 @@ std::string programVersion();
 /// parsing. A bad value is refused with a message that names it and what was expected.
 void addCommonOptions(CLI::App& app, Options& options);
 
+/// Makes `app` refuse a working folder that is none. A program with windows says so in one of them:
+/// whoever starts it from a menu sees no terminal.
+void refuseMissingFolder(CLI::App& app);
+
 /// The same for what only windows have: their language, and their monitor.
 void addWindowOptions(CLI::App& app, KnownValues& known, Options& options);
 

@@ -25,6 +25,7 @@ Arguments::Arguments()
   app_.fallthrough();
   app_.footer(exitStatusLine(touchctlManual));  // the commands take it over
   addCommonOptions(app_, options_);
+  refuseMissingFolder(app_);
   app_.add_flag("--yes", options_.assumeYes, "Answer yes to every question");
   for (const auto addCommands : commandGroups)
     addCommands({app_, options_, command_, fileCommand_, known_, undeclared_});

@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "support/text/language.h"
@@ -141,8 +142,14 @@ Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder
   const auto path = folder / "errmsg.txt";
   std::error_code failed;
   const auto there = std::filesystem::symlink_status(path, failed);
-  if (there.type() == std::filesystem::file_type::not_found) return MessageTable();
-  if (there.type() == std::filesystem::file_type::none) {
+  if (there.type() == std::filesystem::file_type::not_found) {
+    const auto kind = std::filesystem::status(folder, failed);
+    if (std::filesystem::is_directory(kind)) return MessageTable();
+    failed =
+        std::make_error_code(std::filesystem::exists(kind) ? std::errc::not_a_directory
+                                                           : std::errc::no_such_file_or_directory);
+  }
+  if (failed) {
     return FileError{folder.string(), 0, say("messages", "a working folder that can be read"),
                      failed.message()};
   }

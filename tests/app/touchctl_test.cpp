@@ -158,6 +158,7 @@ TEST_F(Touchctl, RefusesWrongUse) {
   expectAll({
       {"", 2, "", "no command"},
       {"--work-dir @/none list", 2, "", "none"},
+      {"--work-dir /dev/null list", 2, "", "\"/dev/null\" is not a folder"},
       {"frobnicate\x1B[2J\x7F\u202E", 2, "", "frobnicate\\x1B[2J\\x7F\\u202E"},
       {"set rotation", 2, "", "VALUE is required"},
       {"pins set 4", 2, "", "WIRE=CHANNEL:BIT is required"},

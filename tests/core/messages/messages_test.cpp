@@ -71,9 +71,14 @@ TEST_F(Messages, OfADamagedFileAreRefused) {
 
   const auto loop = folder.path() / "loop";
   std::filesystem::create_directory_symlink("loop", loop);
-  EXPECT_THAT(
-      loadMessages(loop).error().describe(),
-      testing::StartsWith(loop.string() + ": expected a working folder that can be read, "));
+  folder.write("file", "");
+  for (const auto& none : {loop, folder.path() / "none", folder.path() / "file"}) {
+    const auto table = loadMessages(none);
+    ASSERT_FALSE(table) << none;
+    EXPECT_THAT(
+        table.error().describe(),
+        testing::StartsWith(none.string() + ": expected a working folder that can be read, "));
+  }
 }
 
 TEST(TextEncoding, KnowsValidUtf8) {
