@@ -2,13 +2,16 @@
 
 #include <QDateTime>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QShowEvent>
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "console/doctor/doctor_report.h"
 #include "ui/controls/finger_style.h"
@@ -47,10 +50,40 @@ QString findingText(const Finding& finding) {
   return text;
 }
 
+/// A finding may be taller than the list: its keys first scroll to the end of it, then on to the
+/// next one.
+class FindingsList final : public QListWidget {
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (scrollWithin(event->key())) return;
+    const int row = currentRow();
+    QListWidget::keyPressEvent(event);
+    // A page on may end within the next finding: the list would stay where it is.
+    const int step = event->key() == Qt::Key_PageDown ? 1 : event->key() == Qt::Key_PageUp ? -1 : 0;
+    if (step != 0 && currentRow() == row)
+      setCurrentRow(std::clamp(row + step, 0, std::max(count() - 1, 0)));
+  }
+
+ private:
+  bool scrollWithin(int key) {
+    const bool down = key == Qt::Key_Down || key == Qt::Key_PageDown;
+    const bool up = key == Qt::Key_Up || key == Qt::Key_PageUp;
+    if (currentItem() == nullptr || (!down && !up)) return false;
+    const QRect finding = visualItemRect(currentItem());
+    const int hidden = down ? finding.bottom() - viewport()->rect().bottom() : -finding.top();
+    if (hidden <= 0) return false;
+    const bool byPage = key == Qt::Key_PageDown || key == Qt::Key_PageUp;
+    const int line = fontMetrics().lineSpacing();
+    const int step = std::min(hidden, byPage ? std::max(viewport()->height() - line, line) : line);
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + (down ? step : -step));
+    return true;
+  }
+};
+
 }  // namespace
 
 frmDoctorPage::frmDoctorPage(const std::filesystem::path& workFolder, QWidget* parent)
-    : QWidget(parent), workFolder_(workFolder), summary_(new QLabel), findings_(new QListWidget) {
+    : QWidget(parent), workFolder_(workFolder), summary_(new QLabel), findings_(new FindingsList) {
   setHelpChapter(*this, "No controller is found");
   summary_->setObjectName("lblDoctorSummary");
   findings_->setObjectName("findingsList");

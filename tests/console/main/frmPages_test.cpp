@@ -330,6 +330,22 @@ TEST_F(Pages, TheDoctorLooksWhenItIsSeenAsksOnRefreshAndSavesItsFile) {
   showPage("Doctor");
   live(0ms);
   EXPECT_EQ(count("OpenController USB DEVICE 2"), 1) << "what was found stays";
+  auto& findings = *find<QListWidget>("findingsList");
+  findings.setFixedSize(200, 44);
+  QApplication::processEvents();
+  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp}) {
+    const bool down = key == Qt::Key_Down || key == Qt::Key_PageDown;
+    const int end = down ? findings.count() - 1 : 0;
+    for (int presses = 0; presses < 1000 && findings.currentRow() != end; ++presses) {
+      const int row = findings.currentRow();
+      const QRect place = findings.visualItemRect(findings.currentItem());
+      QTest::keyClick(&findings, key);
+      if (findings.currentRow() == row) continue;
+      EXPECT_TRUE(down ? place.bottom() < findings.viewport()->height() : place.top() >= 0)
+          << "finding " << row << " was left before all of it was seen";
+    }
+    EXPECT_EQ(findings.currentRow(), end) << QKeySequence(key).toString().toStdString();
+  }
   answerFileDialog("d.zip");
   press("cmdSaveDiagnostics");
   EXPECT_THAT(folder.read("d.zip"), StartsWith("PK"));
