@@ -166,6 +166,15 @@ void frmMain::makeOtherPages() {
   doctorPage_ = put(new frmDoctorPage(startup_.workFolder));
 }
 
+void frmMain::bringIntoView(QWidget* part) {
+  QScrollArea* const area = currentPage()->area();
+  // The layout makes room for the part when the events in hand are through.
+  QTimer::singleShot(0, area, [area, part] {
+    const int top = part->mapTo(area->widget(), QPoint()).y();
+    area->ensureVisible(0, top + std::min(part->height(), area->viewport()->height()) - 1, 0, 0);
+  });
+}
+
 void frmMain::perform(const QString& what, const std::function<Status()>& action) {
   console_.perform(what.toStdString(), action);
 }
@@ -209,11 +218,8 @@ void frmMain::connectPages() {
     perform(setting, [&settings] { return settings.confirm(); });
   });
 
-  connect(settingsPage_, &frmSettingsPage::noteShown, this, [this](QWidget* note) {
-    QScrollArea* const area = currentPage()->area();
-    // The layout makes room for the note when the events in hand are through.
-    QTimer::singleShot(0, area, [area, note] { area->ensureWidgetVisible(note); });
-  });
+  connect(settingsPage_, &frmSettingsPage::noteShown, this, &frmMain::bringIntoView);
+  connect(maintenancePage_, &frmMaintenancePage::opened, this, &frmMain::bringIntoView);
 
   connect(calibrationPage_, &frmCalibrationPage::calibrationRequested, this,
           [this](int points) { console_.calstart(points); });

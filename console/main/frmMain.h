@@ -102,6 +102,8 @@ class frmMain final : public QWidget, private MainView {
   /// Those behind the first, into the places that their tabs have.
   void makeOtherPages();
   void connectPages();
+  /// Scrolls the page so that all of `part` is seen, or as much as fits, from its top on.
+  void bringIntoView(QWidget* part);
   void perform(const QString& what, const std::function<Status()>& action);
   Patient patient() const;
   /// Examines and shows what was found.

@@ -168,6 +168,7 @@ QWidget* frmMaintenancePage::harmless() const {
 
 void frmMaintenancePage::showAdvancedFrame() {
   advancedFrame_->show();
+  emit opened(advancedFrame_);
 }
 
 void frmMaintenancePage::setPossible(bool possible) {

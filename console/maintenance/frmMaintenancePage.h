@@ -41,6 +41,7 @@ class frmMaintenancePage final : public QWidget {
   void debuggerRequested();
   void pinDefinitionRequested();
   void statusChanged(const touch::Status& status);
+  void opened(QWidget* frame);
 
  private:
   QWidget* makeFunctions();

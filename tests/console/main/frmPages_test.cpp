@@ -143,6 +143,13 @@ TEST_F(Pages, HaveTheirMainButtonsAtHand) {
     EXPECT_EQ(button.visibleRegion().boundingRect(), button.rect()) << name;
   }
   window->resize(1, 1);
+  showPage("Maintenance");
+  QTest::keyClick(window.get(), Qt::Key_I);
+  live(1ms);
+  const QWidget& frame = *find<QWidget>("advancedFrame");
+  EXPECT_GT(frame.visibleRegion().boundingRect().height(),
+            std::min(frame.height(), frame.parentWidget()->parentWidget()->height()) - 2)
+      << "what opened is seen";
   for (int page = 0; page < find<QTabWidget>("tabs")->count(); ++page) {
     find<QTabWidget>("tabs")->setCurrentIndex(page);
     QApplication::processEvents();
