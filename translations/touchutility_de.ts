@@ -1893,11 +1893,11 @@
     </message>
     <message>
         <source>Double Click Speed</source>
-        <translation>Doppelklick-Geschwindigkeit</translation>
+        <translation>Doppelklick-Tempo</translation>
     </message>
     <message>
         <source>Double click speed</source>
-        <translation>Doppelklick-Geschwindigkeit</translation>
+        <translation>Doppelklick-Tempo</translation>
     </message>
     <message>
         <source>Double Click Area</source>
@@ -2824,7 +2824,7 @@ F1 hilft, Esc beendet.</translation>
     </message>
     <message>
         <source>Re&amp;lease comport and Exit</source>
-        <translation>COM-Port &amp;freigeben und beenden</translation>
+        <translation>Port &amp;freigeben und beenden</translation>
     </message>
     <message>
         <source>Controller</source>
@@ -3027,7 +3027,7 @@ F1 hilft, Esc beendet.</translation>
     </message>
     <message>
         <source>Tra&amp;ce every driver call and serial transfer</source>
-        <translation>&amp;Jeden Treiberaufruf und jede serielle Übertragung mitschneiden</translation>
+        <translation>&amp;Jeden Aufruf und jede Übertragung mitschneiden</translation>
     </message>
     <message>
         <source>Defaul&amp;ts</source>
@@ -3122,7 +3122,7 @@ F1 hilft, Esc beendet.</translation>
     </message>
     <message>
         <source>Com&amp;pare …</source>
-        <translation>&amp;Vergleichen …</translation>
+        <translation>&amp;Vergleich …</translation>
     </message>
     <message>
         <source>changed</source>

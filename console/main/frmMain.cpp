@@ -139,7 +139,8 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   controlsLayout->addWidget(makePasswordFrame());
 
   auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(6, 6, 6, 6);
+  const int margin = isSmallScreen() ? 2 : 6;
+  layout->setContentsMargins(margin, margin, margin, margin);
   layout->setSpacing(4);
   layout->addWidget(makeHeader());
   layout->addWidget(controls_, 1);

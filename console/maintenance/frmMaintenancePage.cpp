@@ -126,8 +126,8 @@ QWidget* frmMaintenancePage::makeTools() {
 
 QWidget* frmMaintenancePage::makeMonitors() {
   auto* const box = new QWidget;
-  auto* const row = new QHBoxLayout(box);
-  row->setContentsMargins(0, 0, 0, 0);
+  auto* const grid = new QGridLayout(box);
+  grid->setContentsMargins(0, 0, 0, 0);
   monitors_->setObjectName("monitorList");
   monitors_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   monitors_->setMinimumContentsLength(6);
@@ -137,9 +137,16 @@ QWidget* frmMaintenancePage::makeMonitors() {
   identify->setToolTip(tr("Shows its number on each monitor"));
   auto* const assign = new QPushButton(tr("&Assign"));
   assign->setObjectName("cmdAssignMonitor");
-  row->addWidget(monitors_, 1);
-  row->addWidget(identify);
-  row->addWidget(assign);
+  if (isSmallScreen()) {
+    grid->addWidget(monitors_, 0, 0, 1, 2);
+    grid->addWidget(identify, 1, 0);
+    grid->addWidget(assign, 1, 1);
+  } else {
+    grid->addWidget(monitors_, 0, 0);
+    grid->addWidget(identify, 0, 1);
+    grid->addWidget(assign, 0, 2);
+    grid->setColumnStretch(0, 1);
+  }
   fillMonitors();
   connect(qApp, &QGuiApplication::screenAdded, this, [this] { fillMonitors(); });
   connect(qApp, &QGuiApplication::screenRemoved, this, [this] { fillMonitors(); });

@@ -64,13 +64,16 @@ TEST_F(Languages, LayoutsHold) {
   });
 }
 
-TEST_F(Languages, EachHasAKeyOfItsOwnForEachControl) {
+TEST_F(Languages, EachHasKeysOfItsOwnAndAMainWindowThatFits) {
   for (const std::string_view language : languages) {
     speakOnly(QString::fromStdString(std::string(language)));
     std::map<std::string, QString> keys;  // of the main window's buttons on all pages
     visitAll([&](const std::string& where, QWidget& window) {
       std::set<QString> taken;
       const bool inMain = where.starts_with("frmMain,");
+      if (inMain && window.minimumSizeHint().width() > sizeHere().width())
+        blame(where + ", " + std::string(language), window,
+              "needs a width of " + std::to_string(window.minimumSizeHint().width()));
       for (const auto* const button : window.findChildren<QAbstractButton*>()) {
         const QString name = button->objectName();
         const bool keyIsEscape = name == "Label1" || name == "cmdEscape";
