@@ -58,7 +58,7 @@ void Picture::showAnew() {
 
 void Picture::showOn() {
   constexpr std::chrono::milliseconds betweenPieces{1};
-  const auto rest = std::span(marks_).subspan(next_);
+  const auto rest = std::span(marks_).subspan(std::min(next_, marks_.size()));
   const auto piece = rest.first(std::min(marksAtATime, rest.size()));
   for (const Mark& mark : piece)
     draw(mark, shown_);

@@ -52,7 +52,7 @@ bool cutTo(std::FILE* file, std::uintmax_t size) {
 }
 
 bool lockAlone(std::FILE* file) {
-  constexpr int mostTries = 100;
+  constexpr int mostTries = 15;  // a window stands still meanwhile
   for (int tries = 0; tries < mostTries; ++tries) {
     // A file system that knows no locks is no reason to do without.
     if (flock(fileno(file), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return true;

@@ -47,7 +47,7 @@ bool cutTo(std::FILE* file, std::uintmax_t size) {
 }
 
 bool lockAlone(std::FILE* file) {
-  constexpr int mostTries = 100;
+  constexpr int mostTries = 15;  // a window stands still meanwhile
   const auto handle = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(file)));
   for (int tries = 0; tries < mostTries; ++tries) {
     // What is locked cannot be read here: a byte far behind the end stands for the file.
