@@ -279,7 +279,7 @@ class Run final : private MainView {
     }
   }
 
-  void perform(const std::string& what, const std::function<Status()>& action) {
+  void perform(const std::string& what, const std::function<Notice()>& action) {
     console_.perform(what, action);
   }
 
@@ -291,7 +291,7 @@ class Run final : private MainView {
       const auto table = settingTable();
       const Setting& setting = table[user_.below(table.size())];
       if (setting.name == "sensitivity") {
-        return settings().changeSensitivity(user_.number()).value_or(Status("not changed"));
+        return settings().changeSensitivity(user_.number()).value_or(Notice("not changed"));
       }
       return settings().change(setting, user_.number());
     });
@@ -341,7 +341,7 @@ class Run final : private MainView {
     if (!screen.outcome) calibration_->cancel();
     require(screen.outcome.has_value(), "a calibration can be left");
     calibration_.reset();
-    console_.calibrationEnded(screen.outcome == CalibrationOutcome::stored, Status("Calibrated."));
+    console_.calibrationEnded(screen.outcome == CalibrationOutcome::stored, Notice("Calibrated."));
   }
 
   void openDebugger() override {
@@ -381,8 +381,8 @@ class Run final : private MainView {
 
   void showBusy(const std::string& what) override { require(!what.empty(), "work has a name"); }
   void showIdle() override {}
-  void showStatus(const Status&) override {}
-  void showReady(const Status&) override {}
+  void showStatus(const Notice&) override {}
+  void showReady(const Notice&) override {}
   void showControllers(const std::vector<std::string>& names,
                        std::optional<std::size_t> selected) override {
     require(names.size() <= ControllerList::limit, "the list has a limit");

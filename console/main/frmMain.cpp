@@ -61,30 +61,30 @@ QByteArray bytesOf(const PictureFile& picture) {
 
 constexpr int largestPictureMegabytes = 80;
 
-Status outcomeText(CalibrationOutcome outcome) {
+Notice outcomeText(CalibrationOutcome outcome) {
   const auto line = [](const QString& text) { return text.toStdString(); };
   switch (outcome) {
     case CalibrationOutcome::stored:
-      return Status::success(line(frmMain::tr("The calibration is stored.")));
+      return Notice::success(line(frmMain::tr("The calibration is stored.")));
     case CalibrationOutcome::timedOut:
-      return Status::error(line(
+      return Notice::error(line(
           frmMain::tr("No touch came in time. The calibration was given up; nothing was stored.")));
     case CalibrationOutcome::failed:
-      return Status::error(line(frmMain::tr("The calibration failed; nothing was stored.")));
+      return Notice::error(line(frmMain::tr("The calibration failed; nothing was stored.")));
     case CalibrationOutcome::cancelled:
       break;
   }
   return line(frmMain::tr("The calibration was cancelled; nothing was stored."));
 }
 
-Status statusOf(const Diagnosis& diagnosis) {
+Notice statusOf(const Diagnosis& diagnosis) {
   const auto has = [&diagnosis](FindingState state) {
     return std::ranges::find(diagnosis.findings, state, &Finding::state) !=
            diagnosis.findings.end();
   };
-  const auto kind = has(FindingState::problem) ? StatusKind::error
-                    : has(FindingState::note)  ? StatusKind::remark
-                                               : StatusKind::success;
+  const auto kind = has(FindingState::problem) ? NoticeKind::error
+                    : has(FindingState::note)  ? NoticeKind::remark
+                                               : NoticeKind::success;
   return {kind, summary(diagnosis) + '.'};
 }
 
@@ -176,7 +176,7 @@ void frmMain::bringIntoView(QWidget* part) {
   });
 }
 
-void frmMain::perform(const QString& what, const std::function<Status()>& action) {
+void frmMain::perform(const QString& what, const std::function<Notice()>& action) {
   console_.perform(what.toStdString(), action);
 }
 
@@ -212,7 +212,7 @@ void frmMain::connectPages() {
           });
   connect(settingsPage_, &frmSettingsPage::sensitivityRequested, this,
           [this, &settings, setting](int index) {
-            perform(setting, [&] { return settings.changeSensitivity(index).value_or(Status()); });
+            perform(setting, [&] { return settings.changeSensitivity(index).value_or(Notice()); });
           });
   connect(settingsPage_, &frmSettingsPage::statusChanged, this, &frmMain::showStatus);
   connect(settingsPage_, &frmSettingsPage::confirmRequested, this, [this, &settings, setting] {
@@ -254,7 +254,7 @@ void frmMain::connectPages() {
       if (taken) panelMonitor_.assign(monitor);
       const QString text = taken ? tr("The panel belongs to monitor %1.")
                                  : tr("The driver did not take monitor %1.");
-      return Status(taken ? StatusKind::success : StatusKind::error,
+      return Notice(taken ? NoticeKind::success : NoticeKind::error,
                     text.arg(monitor).toStdString());
     });
   });
@@ -310,13 +310,13 @@ void frmMain::saveDiagnostics(const std::filesystem::path& file) {
     const Diagnosis diagnosis = diagnose();
     const std::string contents = diagnosticsContents(patient(), diagnosis, trace_);
     if (!prompt_.confirm(contents + ' ' + tr("Save it?").toStdString()))
-      return Status(tr("Nothing was saved.").toStdString());
+      return Notice(tr("Nothing was saved.").toStdString());
     const DiagnosticsSaved saved = touch::saveDiagnostics(
         file, patient(), diagnosis, trace_, [this](const std::string& what) { sayLooking(what); });
-    const auto kind = saved.error            ? StatusKind::error
-                      : saved.failed.empty() ? StatusKind::success
-                                             : StatusKind::remark;
-    return Status(kind, saved.describe(file));
+    const auto kind = saved.error            ? NoticeKind::error
+                      : saved.failed.empty() ? NoticeKind::success
+                                             : NoticeKind::remark;
+    return Notice(kind, saved.describe(file));
   });
 }
 
@@ -516,17 +516,17 @@ ScrolledPage* frmMain::currentPage() const {
 }
 
 void frmMain::showPageStatus() {
-  const Status& own = said_.at(static_cast<std::size_t>(tabs_->currentIndex()));
+  const Notice& own = said_.at(static_cast<std::size_t>(tabs_->currentIndex()));
   statusLine_->show(own.text.empty() ? ready_ : own);
 }
 
-void frmMain::showStatus(const Status& status) {
+void frmMain::showStatus(const Notice& status) {
   said_.at(static_cast<std::size_t>(tabs_->currentIndex())) = status;
   showPageStatus();
 }
 
-void frmMain::showReady(const Status& status) {
-  std::ranges::fill(said_, Status());
+void frmMain::showReady(const Notice& status) {
+  std::ranges::fill(said_, Notice());
   ready_ = status;
   showPageStatus();
 }
@@ -700,7 +700,7 @@ void frmMain::openPinDefinition() {
   if (pinWindow_ == nullptr) {
     pinWindow_ = new frmPinDefine(
         pinEditor_,
-        [this](const std::string& what, const std::function<Status()>& action) {
+        [this](const std::string& what, const std::function<Notice()>& action) {
           return console_.perform(what, action);
         },
         this);

@@ -73,8 +73,8 @@ class frmMain final : public QWidget, private MainView {
  private:
   void showBusy(const std::string& what) override;
   void showIdle() override;
-  void showStatus(const Status& status) override;
-  void showReady(const Status& status) override;
+  void showStatus(const Notice& status) override;
+  void showReady(const Notice& status) override;
   void showControllers(const std::vector<std::string>& names,
                        std::optional<std::size_t> selected) override;
   void showSettings() override;
@@ -104,7 +104,7 @@ class frmMain final : public QWidget, private MainView {
   void connectPages();
   /// Scrolls the page so that all of `part` is seen, or as much as fits, from its top on.
   void bringIntoView(QWidget* part);
-  void perform(const QString& what, const std::function<Status()>& action);
+  void perform(const QString& what, const std::function<Notice()>& action);
   Patient patient() const;
   /// Examines and shows what was found.
   Diagnosis diagnose();
@@ -147,8 +147,8 @@ class frmMain final : public QWidget, private MainView {
   QFrame* passwordFrame_;
   QLineEdit* passwordBox_;
   StatusLine* statusLine_;
-  std::vector<Status> said_;  ///< on each page
-  Status ready_;
+  std::vector<Notice> said_;  ///< on each page
+  Notice ready_;
   QPushButton* cancelSearch_;
   QPushButton* release_;
   QPointer<frmCal> calibrationWindow_;

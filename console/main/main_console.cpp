@@ -190,13 +190,13 @@ void MainConsole::readIdentity() {
 
 void MainConsole::sayWhoIsReady() {
   if (!selected_) {
-    view_.showReady(Status::error(
+    view_.showReady(Notice::error(
         say("main", "No controller was found. The page \"Doctor\" says what is missing.")));
   } else if (!answers_) {
-    view_.showReady(Status::error(filled(
+    view_.showReady(Notice::error(filled(
         say("main", "%1 does not answer. Check its cable and power."), {toUtf8(selectedName())})));
   } else {
-    view_.showReady(Status::success(filled(say("main", "%1 is ready."), {toUtf8(selectedName())})));
+    view_.showReady(Notice::success(filled(say("main", "%1 is ready."), {toUtf8(selectedName())})));
   }
 }
 
@@ -219,7 +219,7 @@ void MainConsole::information() {
   if (!gate_.isOpen() || !selected_ || refusedForDebugger(selectedName())) return;
   hold(say("main", "Asking the controller who it is …"), [this] {
     view_.showInformation(controllerInformation(access_));
-    view_.showStatus(Status::success(say("main", "Controller information read.")));
+    view_.showStatus(Notice::success(say("main", "Controller information read.")));
   });
 }
 
@@ -234,13 +234,13 @@ void MainConsole::searchComPorts() {
       return !gate_.isCutShort();
     });
     view_.endSearching();
-    Status outcome = say("main", "The search was cancelled.");
+    Notice outcome = say("main", "The search was cancelled.");
     if (!found.cancelled) {
       const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;
       outcome =
           found.noneOpened.empty()
-              ? Status(describe(found) + sharing)
-              : Status::error(say("main", "No COM port could be opened.") + ' ' + found.noneOpened);
+              ? Notice(describe(found) + sharing)
+              : Notice::error(say("main", "No COM port could be opened.") + ' ' + found.noneOpened);
       view_.showStatus(outcome);
       prompt_.message(describe(found));
     }
@@ -251,7 +251,7 @@ void MainConsole::searchComPorts() {
   });
 }
 
-Status MainConsole::perform(const std::string& what, const std::function<Status()>& action) {
+Notice MainConsole::perform(const std::string& what, const std::function<Notice()>& action) {
   if (!gate_.isOpen()) return say("main", "The main window is busy. Try again when it is through.");
   if (const auto why = selected_ ? refusedForDebugger(selectedName()) : std::nullopt) {
     // A control that was used shows again what holds.
@@ -259,10 +259,10 @@ Status MainConsole::perform(const std::string& what, const std::function<Status(
     view_.showParameters();
     return *why;
   }
-  Status outcome;
+  Notice outcome;
   const auto lacked = hold(what, [this, &action, &outcome] {
     if (!selected_) {
-      outcome = Status::error(say("main", "There is no controller to work with."));
+      outcome = Notice::error(say("main", "There is no controller to work with."));
       view_.showStatus(outcome);
       prompt_.message(access_.session.messages[Message::noDevice]);
       return;
@@ -275,7 +275,7 @@ Status MainConsole::perform(const std::string& what, const std::function<Status(
   return lacked ? *lacked : outcome;
 }
 
-void MainConsole::examine(const std::string& what, const std::function<Status()>& look) {
+void MainConsole::examine(const std::string& what, const std::function<Notice()>& look) {
   if (!gate_.isOpen() || refusedForDebugger()) return;
   hold(what, [this, &look] { view_.showStatus(look()); });
 }
@@ -292,7 +292,7 @@ void MainConsole::calstart(int points) {
   gate_.begin(opening, [this] { view_.cancelCalibration(); });
 }
 
-void MainConsole::calibrationEnded(bool stored, const Status& status) {
+void MainConsole::calibrationEnded(bool stored, const Notice& status) {
   gate_.end([this, stored, &status] {
     if (stored) {
       parameters_.calibrated();

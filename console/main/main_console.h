@@ -19,8 +19,8 @@
 #include "core/session.h"
 #include "reports/report_format.h"
 #include "support/gate.h"
+#include "support/notice.h"
 #include "support/prompt.h"
-#include "support/status.h"
 
 namespace touch {
 
@@ -44,9 +44,9 @@ class MainView {
   /// The search of the ports has nothing left that could be stopped.
   virtual void endSearching() {}
   /// What has just happened, in the window's status line.
-  virtual void showStatus(const Status& status) = 0;
+  virtual void showStatus(const Notice& status) = 0;
   /// Which controller is the current one, and how it is: what was said of another no longer holds.
-  virtual void showReady(const Status& status) = 0;
+  virtual void showReady(const Notice& status) = 0;
 
   virtual void showControllers(const std::vector<std::string>& names,
                                std::optional<std::size_t> selected) = 0;
@@ -104,11 +104,11 @@ class MainConsole {
 
   /// Any other action on the controller: runs it when no other runs, and shows the line that it
   /// answers with. Returns that line, or why nothing was done.
-  Status perform(const std::string& what, const std::function<Status()>& action);
+  Notice perform(const std::string& what, const std::function<Notice()>& action);
 
   /// Something that needs no controller: runs it when no other action runs, and shows the line that
   /// it answers with.
-  void examine(const std::string& what, const std::function<Status()>& look);
+  void examine(const std::string& what, const std::function<Notice()>& look);
 
   SettingsPanel& settings() { return settings_; }
   ParameterEditor& parameters() { return parameters_; }
@@ -116,7 +116,7 @@ class MainConsole {
   /// Starts the calibration with `points` targets.
   void calstart(int points);
   /// `stored`: the controller has another calibration than before.
-  void calibrationEnded(bool stored, const Status& status);
+  void calibrationEnded(bool stored, const Notice& status);
 
   void openTest(TestScreen test);
   void testEnded();

@@ -192,7 +192,7 @@ void frmMaintenancePage::watchTrace() {
   if (!reason) return;
   const QSignalBlocker silent(traceSwitch_);
   traceSwitch_->setChecked(false);
-  emit statusChanged(Status::error(*reason));
+  emit statusChanged(Notice::error(*reason));
 }
 
 void frmMaintenancePage::switchTrace(bool on) {
@@ -207,10 +207,10 @@ void frmMaintenancePage::switchTrace(bool on) {
   if (const auto complaint = trace_.start(file)) {
     const QSignalBlocker silent(traceSwitch_);
     traceSwitch_->setChecked(false);
-    emit statusChanged(Status::error(*complaint));
+    emit statusChanged(Notice::error(*complaint));
   } else {
     emit statusChanged(
-        Status::success(tr("Tracing to %1").arg(shownText(file.string())).toStdString()));
+        Notice::success(tr("Tracing to %1").arg(shownText(file.string())).toStdString()));
   }
 }
 

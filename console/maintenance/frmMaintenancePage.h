@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "core/driver/trace.h"
-#include "support/status.h"
+#include "support/notice.h"
 
 class QCheckBox;
 class QComboBox;
@@ -40,7 +40,7 @@ class frmMaintenancePage final : public QWidget {
   void monitorRequested(int monitor);  ///< counted from 1
   void debuggerRequested();
   void pinDefinitionRequested();
-  void statusChanged(const touch::Status& status);
+  void statusChanged(const touch::Notice& status);
   void opened(QWidget* frame);
 
  private:

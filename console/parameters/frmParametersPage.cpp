@@ -175,13 +175,13 @@ void frmParametersPage::edited(int row, int column) {
   const auto complaint = editor_.table().edit(static_cast<std::size_t>(row), byte,
                                               table_->item(row, column)->text().toStdString());
   fill();
-  emit statusChanged(complaint ? Status::error(*complaint) : Status());
+  emit statusChanged(complaint ? Notice::error(*complaint) : Notice());
 }
 
 void frmParametersPage::load() {
   const auto file = askFileToOpen(this, tr("Load parameters"), workFolder_, tr("Cal (*.vrq)"));
   if (!file) return;
-  const Status outcome = editor_.load(*file);
+  const Notice outcome = editor_.load(*file);
   fill();
   emit statusChanged(outcome);
 }
@@ -194,7 +194,7 @@ void frmParametersPage::compare() {
 void frmParametersPage::save() {
   // No name is asked for what cannot be saved.
   if (const auto block = editor_.table().block(); !block) {
-    emit statusChanged(Status::error(block.error()));
+    emit statusChanged(Notice::error(block.error()));
     return;
   }
   const auto file =

@@ -29,7 +29,7 @@ class frmParametersPage final : public QWidget {
   void readRequested();
   void writeRequested();
   void undoRequested();
-  void statusChanged(const touch::Status& status);
+  void statusChanged(const touch::Notice& status);
 
  private:
   QWidget* makeBaseSwitch();

@@ -27,43 +27,43 @@ void ParameterEditor::calibrated() {
   undo_.clear();
 }
 
-Status ParameterEditor::read() {
+Notice ParameterEditor::read() {
   const auto block = readBlock(access_);
-  if (!block) return Status::error(unreadable(block.error()));
+  if (!block) return Notice::error(unreadable(block.error()));
   table_.take(*block);
-  return Status::success(say("parameters", "The parameters are read."));
+  return Notice::success(say("parameters", "The parameters are read."));
 }
 
-Status ParameterEditor::andReadAgain(Status outcome) {
+Notice ParameterEditor::andReadAgain(Notice outcome) {
   if (const auto block = readBlock(access_)) {
     table_.take(*block);
     return outcome;
   } else {
     table_.forgetOld();
-    return Status::error(outcome.text + ' ' + unreadable(block.error()));
+    return Notice::error(outcome.text + ' ' + unreadable(block.error()));
   }
 }
 
-Status ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
+Notice ParameterEditor::outcome(const BlockWrite& write, const std::string& done) const {
   switch (write.end) {
     case WriteEnd::done:
-      return Status::success(done);
+      return Notice::success(done);
     case WriteEnd::nothingToWrite:
       return say("parameters", "The controller holds these parameters already.");
     case WriteEnd::declined:
       return say("parameters", "Nothing was written.");
     case WriteEnd::unreadable:
-      return Status::error(
+      return Notice::error(
           say("parameters", "Nothing was written: the controller cannot be read."));
     case WriteEnd::brokenOff:
       break;
   }
-  return Status::error(say("parameters", "The write broke off.") + ' ' + write.report.describe());
+  return Notice::error(say("parameters", "The write broke off.") + ' ' + write.report.describe());
 }
 
-Status ParameterEditor::write() {
+Notice ParameterEditor::write() {
   const auto changes = table_.changes();
-  if (!changes) return Status::error(changes.error());
+  if (!changes) return Notice::error(changes.error());
   if (changes->empty()) return say("parameters", "No word is changed.");
   const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
   const bool isPutBack = write.putBack && write.putBack->complete();
@@ -71,40 +71,40 @@ Status ParameterEditor::write() {
     undo_ = write.report.oldWords();
     undoesDefaults_ = false;
   }
-  Status status =
+  Notice status =
       outcome(write, say("parameters", "The parameters are written; Undo takes them back."));
   // What the user typed stays when nothing was written.
   if (write.end != WriteEnd::done && write.end != WriteEnd::brokenOff) return status;
   return andReadAgain(status);
 }
 
-Status ParameterEditor::undo() {
+Notice ParameterEditor::undo() {
   const BlockWrite write = undoBlock(access_, prompt_, backup_, undo_);
   if (write.end == WriteEnd::done || write.end == WriteEnd::nothingToWrite) undo_.clear();
   return andReadAgain(outcome(write, say("parameters", "The parameters are as they were before.")));
 }
 
-Status ParameterEditor::load(const std::filesystem::path& file) {
+Notice ParameterEditor::load(const std::filesystem::path& file) {
   const auto block = loadVrq(file);
-  if (!block) return Status::error(block.error().describe());
+  if (!block) return Notice::error(block.error().describe());
   table_.load(*block);
-  return Status::success(filled(say("parameters", "Loaded %1; Write sends it to the controller."),
+  return Notice::success(filled(say("parameters", "Loaded %1; Write sends it to the controller."),
                                 {file.filename().string()}));
 }
 
-Status ParameterEditor::save(const std::filesystem::path& file) const {
+Notice ParameterEditor::save(const std::filesystem::path& file) const {
   const auto block = table_.block();
-  if (!block) return Status::error(block.error());
-  if (const auto error = saveVrq(file, *block)) return Status::error(error->describe());
-  return Status::success(filled(say("parameters", "Saved %1"), {file.string()}));
+  if (!block) return Notice::error(block.error());
+  if (const auto error = saveVrq(file, *block)) return Notice::error(error->describe());
+  return Notice::success(filled(say("parameters", "Saved %1"), {file.string()}));
 }
 
-Status ParameterEditor::compare(const std::filesystem::path& file) const {
+Notice ParameterEditor::compare(const std::filesystem::path& file) const {
   const auto block = loadVrq(file);
-  if (!block) return Status::error(block.error().describe());
+  if (!block) return Notice::error(block.error().describe());
   const auto differences = table_.compare(*block);
   if (differences.empty()) {
-    return Status::success(
+    return Notice::success(
         filled(say("parameters", "The table and %1 are the same."), {file.filename().string()}));
   }
   std::string text;
@@ -121,7 +121,7 @@ Status ParameterEditor::compare(const std::filesystem::path& file) const {
                 {std::to_string(differences.size()), file.filename().string()});
 }
 
-Status ParameterEditor::restoreDefaults() {
+Notice ParameterEditor::restoreDefaults() {
   const DefaultsRestored outcome = defaults(access_, prompt_, backup_);
   table_.expire();
   // A second time it is the defaults that are replaced: the way back stays the one of the first.
@@ -129,10 +129,10 @@ Status ParameterEditor::restoreDefaults() {
     undo_ = outcome.before ? wordsOf(*outcome.before) : std::vector<WordValue>();
     undoesDefaults_ = true;
   }
-  Status status =
+  Notice status =
       outcome.restored
-          ? Status::success(say("parameters", "Defaults restored; press Read to see them."))
-          : Status::error(
+          ? Notice::success(say("parameters", "Defaults restored; press Read to see them."))
+          : Notice::error(
                 say("parameters", "The controller did not say that its defaults are restored."));
   if (canUndo())
     status.text += ' ' + say("parameters", "Undo puts back the parameters from before.");
@@ -142,11 +142,11 @@ Status ParameterEditor::restoreDefaults() {
   return status;
 }
 
-Status ParameterEditor::reset() {
+Notice ParameterEditor::reset() {
   const bool done = resetController(access_, prompt_);
   table_.expire();
-  return done ? Status::success(say("parameters", "The controller is reset."))
-              : Status::error(say("parameters", "The controller did not acknowledge the reset."));
+  return done ? Notice::success(say("parameters", "The controller is reset."))
+              : Notice::error(say("parameters", "The controller did not acknowledge the reset."));
 }
 
 std::optional<ParameterWord> ParameterEditor::parameter01() const {

@@ -10,7 +10,7 @@
 #include "console/parameters/parameter_block.h"
 #include "console/parameters/parameter_table.h"
 #include "core/session.h"
-#include "support/status.h"
+#include "support/notice.h"
 
 namespace touch {
 
@@ -32,21 +32,21 @@ class ParameterEditor {
   /// destroy what has come since.
   void calibrated();
 
-  Status read();
-  Status write();
-  Status undo();
+  Notice read();
+  Notice write();
+  Notice undo();
   bool canUndo() const { return !undo_.empty(); }
 
-  Status load(const std::filesystem::path& file);
-  Status save(const std::filesystem::path& file) const;
+  Notice load(const std::filesystem::path& file);
+  Notice save(const std::filesystem::path& file) const;
   /// The differences, one a line, shown by the prompt.
-  Status compare(const std::filesystem::path& file) const;
+  Notice compare(const std::filesystem::path& file) const;
 
   /// "Defaults"; the way back is then `undo()`, also after a second time: to what was there before
   /// the first.
-  Status restoreDefaults();
+  Notice restoreDefaults();
   /// "Reset"
-  Status reset();
+  Notice reset();
 
   /// The word at address 01 as last read.
   std::optional<ParameterWord> parameter01() const;
@@ -54,8 +54,8 @@ class ParameterEditor {
  private:
   /// Adds to `outcome` that the controller does not let itself be read, if so: then nobody knows
   /// what it holds.
-  Status andReadAgain(Status outcome);
-  Status outcome(const BlockWrite& write, const std::string& done) const;
+  Notice andReadAgain(Notice outcome);
+  Notice outcome(const BlockWrite& write, const std::string& done) const;
 
   Access access_;
   Prompt& prompt_;

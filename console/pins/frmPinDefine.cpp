@@ -213,11 +213,11 @@ void frmPinDefine::reload() {
   run(tr("Reading the pin definition …"), [this] { return editor_.read(); });
 }
 
-void frmPinDefine::run(const QString& what, const std::function<Status()>& action) {
+void frmPinDefine::run(const QString& what, const std::function<Notice()>& action) {
   const QPointer<QWidget> focus = focusWidget();
   statusLine_->showWait(what);
   // Nothing is said of what an error has ended: the user is told of that error.
-  Status outcome;
+  Notice outcome;
   runThen([&] { outcome = perform_(what.toStdString(), action); },
           [&] {
             statusLine_->show(outcome);

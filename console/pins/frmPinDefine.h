@@ -27,7 +27,7 @@ class frmPinDefine final : public QDialog {
   /// Runs an action on the controller, where that can be done now. Returns the line that it answers
   /// with, or why it was not run.
   using Perform =
-      std::function<Status(const std::string& what, const std::function<Status()>& action)>;
+      std::function<Notice(const std::string& what, const std::function<Notice()>& action)>;
 
   frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent);
 
@@ -45,7 +45,7 @@ class frmPinDefine final : public QDialog {
   void fill();
   void showProblems();
   void reload();
-  void run(const QString& what, const std::function<Status()>& action);
+  void run(const QString& what, const std::function<Notice()>& action);
 
   PinEditor& editor_;
   Perform perform_;

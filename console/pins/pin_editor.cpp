@@ -22,21 +22,21 @@ std::vector<PinProblem> PinEditor::problems() const {
   return checkPins(access_.session.messages, definition_);
 }
 
-Status PinEditor::read() {
+Notice PinEditor::read() {
   if (isEdited() && !prompt_.proceed(say("pins", "Read again? Your changes to the pins are lost.")))
     return say("pins", "Nothing was read; your changes are kept.");
   auto read = readPins(access_);
   if (!read) {
     prompt_.message(read.error().reason);
-    if (!read.error().undefined) return Status::error(read.error().reason);
+    if (!read.error().undefined) return Notice::error(read.error().reason);
   } else {
     definition_ = std::move(*read);
     settle();
   }
   // What an update replaced on another controller is no way back for this one.
   if (std::exchange(controller_, access_.session.controllerName) != controller_) old_.clear();
-  return read ? Status::success(say("pins", "The pin definition is read."))
-              : Status(say("pins",
+  return read ? Notice::success(say("pins", "The pin definition is read."))
+              : Notice(say("pins",
                            "The controller holds no pin definition; what you write is its first."));
 }
 
@@ -46,8 +46,8 @@ std::string PinEditor::whyNotWritable() const {
                 {access_.session.controllerName});
 }
 
-Status PinEditor::update() {
-  if (std::string reason = whyNotWritable(); !reason.empty()) return Status::error(reason);
+Notice PinEditor::update() {
+  if (std::string reason = whyNotWritable(); !reason.empty()) return Notice::error(reason);
   const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == PinsEnd::done || (write.end == PinsEnd::brokenOff && !isPutBack)) {
@@ -64,8 +64,8 @@ void PinEditor::remember(const std::vector<WordValue>& before) {
   }
 }
 
-Status PinEditor::putBack() {
-  if (std::string reason = whyNotWritable(); !reason.empty()) return Status::error(reason);
+Notice PinEditor::putBack() {
+  if (std::string reason = whyNotWritable(); !reason.empty()) return Notice::error(reason);
   const PinsWrite write = putBackPins(access_, prompt_, backup_, old_);
   if (write.end == PinsEnd::done) {
     old_.clear();
@@ -75,19 +75,19 @@ Status PinEditor::putBack() {
   return outcome(write);
 }
 
-Status PinEditor::outcome(const PinsWrite& write) {
+Notice PinEditor::outcome(const PinsWrite& write) {
   switch (write.end) {
     case PinsEnd::done:
-      return Status::success(say("pins", "The pin definition is written."));
+      return Notice::success(say("pins", "The pin definition is written."));
     case PinsEnd::declined:
       return say("pins", "Nothing was written.");
     case PinsEnd::invalid:
     case PinsEnd::typeUnreadable:
-      return Status::error(filled(say("pins", "Nothing was written: %1"), {write.reason}));
+      return Notice::error(filled(say("pins", "Nothing was written: %1"), {write.reason}));
     case PinsEnd::brokenOff:
       break;
   }
-  return Status::error(say("pins", "The write broke off.") + ' ' + write.reason);
+  return Notice::error(say("pins", "The write broke off.") + ' ' + write.reason);
 }
 
 }  // namespace touch

@@ -6,7 +6,7 @@
 #include "console/parameters/backup.h"
 #include "console/pins/sensor_pins.h"
 #include "core/session.h"
-#include "support/status.h"
+#include "support/notice.h"
 
 namespace touch {
 
@@ -35,13 +35,13 @@ class PinEditor {
   const std::string& controller() const { return controller_; }
 
   /// Asks first when the user's own definition would be lost.
-  Status read();
-  Status update();
-  Status putBack();
+  Notice read();
+  Notice update();
+  Notice putBack();
   bool canPutBack() const { return !old_.empty(); }
 
  private:
-  Status outcome(const PinsWrite& write);
+  Notice outcome(const PinsWrite& write);
   /// The definition is what the controller holds.
   void settle() { known_ = definition_; }
   /// Keeps words that are to be put back; of two for the same address the first is the one from

@@ -238,7 +238,7 @@ QWidget* frmSettingsPage::makeCursorHelp() {
 void frmSettingsPage::showCursorNote() {
   const auto note = cursorNote(workFolder_);
   if (!note) {
-    emit statusChanged(Status::error(note.error().describe()));
+    emit statusChanged(Notice::error(note.error().describe()));
     return;
   }
   cursorHelp_->setPlainText(shownText(*note));

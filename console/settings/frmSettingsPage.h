@@ -40,7 +40,7 @@ class frmSettingsPage final : public QWidget {
   void confirmRequested();
   /// The cursor note has come up, below the other controls.
   void noteShown(QWidget* note);
-  void statusChanged(const touch::Status& status);
+  void statusChanged(const touch::Notice& status);
 
  private:
   struct Switch {

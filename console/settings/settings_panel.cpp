@@ -6,8 +6,8 @@ namespace touch {
 
 namespace {
 
-Status answered(const SettingAnswer& answer, const std::string& line) {
-  return {answer.opened ? StatusKind::success : StatusKind::error, line};
+Notice answered(const SettingAnswer& answer, const std::string& line) {
+  return {answer.opened ? NoticeKind::success : NoticeKind::error, line};
 }
 
 }  // namespace
@@ -19,31 +19,31 @@ void SettingsPanel::take(const DriverSettings& reported) {
   bars_ = TimingBars(reported);
 }
 
-Status SettingsPanel::change(const Setting& setting, int value) {
+Notice SettingsPanel::change(const Setting& setting, int value) {
   const SettingAnswer answer = setting.set(access_, prompt_, shown_, value);
   setting.put(shown_, value);
-  Status status = answered(answer, settingOutcome(setting, value, answer));
+  Notice status = answered(answer, settingOutcome(setting, value, answer));
   // Nothing but the keyboard takes it back where the panel is all there is.
   if (answer.opened && setting.name == "touch-panel" && value == 0)
     status.text += ". " + say("settings", "Press Space to enable it again.");
   return status;
 }
 
-Status SettingsPanel::confirm() {
+Notice SettingsPanel::confirm() {
   if (!shown_.timingRead)
-    return Status::error(say("settings",
+    return Notice::error(say("settings",
                              "Timing: nothing was sent, since it was not read from the "
                              "controller. \"Refresh\" (F5) reads it."));
   const SettingAnswer answer = confirmTiming(access_, prompt_, bars_.timing());
   if (!answer.opened)
-    return Status::error(say("settings", "Timing: the controller cannot be opened"));
+    return Notice::error(say("settings", "Timing: the controller cannot be opened"));
   if (answer.result == 0)
-    return Status::error(say("settings", "Timing: the driver did not take it"));
+    return Notice::error(say("settings", "Timing: the driver did not take it"));
   bars_.confirmed();
-  return Status::success(say("settings", "Double click and right click timing: set"));
+  return Notice::success(say("settings", "Double click and right click timing: set"));
 }
 
-std::optional<Status> SettingsPanel::changeSensitivity(int index) {
+std::optional<Notice> SettingsPanel::changeSensitivity(int index) {
   const auto answer = setSensitivity(access_, sensitivityEnabled_, index);
   if (!answer) return std::nullopt;
   sensitivity_ = index;

@@ -6,7 +6,7 @@
 #include "console/settings/touch_settings.h"
 #include "core/driver/driver_settings.h"
 #include "core/session.h"
-#include "support/status.h"
+#include "support/notice.h"
 
 namespace touch {
 
@@ -36,12 +36,12 @@ class SettingsPanel {
   void moveBar(Bar bar, int position) { bars_.move(bar, position); }
 
   /// Any setting but the timing and the sensitivity.
-  Status change(const Setting& setting, int value);
+  Notice change(const Setting& setting, int value);
   /// "Confirm": the three scroll bars. Refused while the timing was not read: whoever moves one bar
   /// would send what the others stand at, which nobody has chosen.
-  Status confirm();
+  Notice confirm();
   /// The sensitivity list; nothing happens, and nothing is said, while it is being filled.
-  std::optional<Status> changeSensitivity(int index);
+  std::optional<Notice> changeSensitivity(int index);
 
  private:
   Access access_;

@@ -305,7 +305,7 @@ void frmLinearityResult::save(const QString& kind, const QString& suffix,
     prompt_.message(error->describe());
     return;
   }
-  saved_->show(Status::success(tr("Saved in %1").arg(shownText(file.string())).toStdString()));
+  saved_->show(Notice::success(tr("Saved in %1").arg(shownText(file.string())).toStdString()));
   saved_->setVisible(true);
 }
 

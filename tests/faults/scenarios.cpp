@@ -37,8 +37,8 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
 
   void showBusy(const std::string&) override {}
   void showIdle() override {}
-  void showStatus(const Status& shown) override { status = shown.text; }
-  void showReady(const Status& shown) override { status = shown.text; }
+  void showStatus(const Notice& shown) override { status = shown.text; }
+  void showReady(const Notice& shown) override { status = shown.text; }
   void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {}
   void showSettings() override {}
   void showParameters() override {}

@@ -19,13 +19,13 @@ struct KindLook {
   QStyle::StandardPixmap icon;
 };
 
-KindLook lookOf(StatusKind kind) {
+KindLook lookOf(NoticeKind kind) {
   switch (kind) {
-    case StatusKind::success:
+    case NoticeKind::success:
       return {StatusLine::tr("OK"), StatusLine::tr("OK: %1"), QStyle::SP_DialogApplyButton};
-    case StatusKind::error:
+    case NoticeKind::error:
       return {StatusLine::tr("Error"), StatusLine::tr("Error: %1"), QStyle::SP_MessageBoxCritical};
-    case StatusKind::remark:
+    case NoticeKind::remark:
       break;
   }
   return {StatusLine::tr("Note"), StatusLine::tr("Note: %1"), QStyle::SP_MessageBoxInformation};
@@ -44,7 +44,7 @@ StatusLine::StatusLine(QWidget* parent) : QWidget(parent), icon_(new QLabel), te
   row->addWidget(text_, 1);
 }
 
-void StatusLine::show(const Status& status) {
+void StatusLine::show(const Notice& status) {
   const KindLook look = lookOf(status.kind);
   if (status.text.empty()) {
     showWait({});

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "support/status.h"
+#include "support/notice.h"
 
 class QLabel;
 
@@ -17,7 +17,7 @@ class StatusLine final : public QWidget {
   explicit StatusLine(QWidget* parent = nullptr);
 
   /// An empty text leaves the line empty.
-  void show(const Status& status);
+  void show(const Notice& status);
   /// What is being waited for: no outcome yet.
   void showWait(const QString& what);
 

@@ -23,8 +23,8 @@ class View final : public MainView {
 
   void showBusy(const std::string&) override { busy = true; }
   void showIdle() override { busy = false; }
-  void showStatus(const Status& shown) override { status = shown.text; }
-  void showReady(const Status& shown) override { status = shown.text; }
+  void showStatus(const Notice& shown) override { status = shown.text; }
+  void showReady(const Notice& shown) override { status = shown.text; }
   void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {
     note("show controllers");
   }
@@ -326,7 +326,7 @@ TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
   console.exit();
   const Lines opened = {"open test", "open calibration", "cancel calibration"};
   EXPECT_EQ(journal, opened);
-  console.calibrationEnded(false, Status("cancelled"));
+  console.calibrationEnded(false, Notice("cancelled"));
   EXPECT_EQ(steps(), opened + closingStep + Lines{"end"}) << "the way out that was put off";
 }
 
@@ -347,13 +347,13 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
       {"calibrated",
        [](MainConsole& each) {
          each.calstart(3);
-         each.calibrationEnded(true, Status(""));
+         each.calibrationEnded(true, Notice(""));
        },
        true},
       {"not calibrated",
        [](MainConsole& each) {
          each.calstart(3);
-         each.calibrationEnded(false, Status(""));
+         each.calibrationEnded(false, Notice(""));
        },
        false},
       {"defaults", [](MainConsole& each) { each.parameters().restoreDefaults(); }, true},
@@ -406,7 +406,7 @@ TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
       {"calibration",
        [&] {
          console.calstart(3);
-         console.calibrationEnded(false, Status("done"));
+         console.calibrationEnded(false, Notice("done"));
        },
        true},
       {"refresh", [&] { console.refresh(); }, false},
