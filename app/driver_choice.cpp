@@ -25,8 +25,8 @@ std::filesystem::path simulatorLibrary() {
 Result<std::unique_ptr<NexapiDriver>, BindError> bindChosenDriver(const Options& options) {
   // A folder that is guessed would be relative, and lead to the current one.
   if (options.simulate && programFolder().empty())
-    return BindError{"nexapi-sim",
-                     say("driver", "the system does not say where this program lies")};
+    return tl::unexpected(
+        BindError{"nexapi-sim", say("driver", "the system does not say where this program lies")});
   return NexapiDriver::bind(options.simulate ? simulatorLibrary() : options.driver);
 }
 

@@ -2,11 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 #include <vector>
 
 #include "app/completion.h"
+#include "support/text/decimal.h"
 #include "support/text/text_encoding.h"
 
 namespace touch {
@@ -15,21 +15,13 @@ namespace {
 
 constexpr int largestScreen = 16384;  // pixels
 
-bool parseSide(std::string_view text, int& side) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), side);
-  return error == std::errc{} && end == text.data() + text.size() && side >= 1 &&
-         side <= largestScreen;
-}
-
 std::optional<ScreenSize> parseScreen(std::string_view text) {
   const auto cross = text.find('x');
   if (cross == text.npos) return std::nullopt;
-  ScreenSize size;
-  if (!parseSide(text.substr(0, cross), size.width) ||
-      !parseSide(text.substr(cross + 1), size.height)) {
-    return std::nullopt;
-  }
-  return size;
+  const auto width = parseDecimal(text.substr(0, cross), 1, largestScreen);
+  const auto height = parseDecimal(text.substr(cross + 1), 1, largestScreen);
+  if (!width || !height) return std::nullopt;
+  return ScreenSize{*width, *height};
 }
 
 /// "N=DEVICE" with the device from the root on where it stands in a folder; a mere name such as
@@ -79,8 +71,9 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "--com",
          [&options](const std::vector<std::string>& texts) {
            for (const std::string& text : texts) {
-             if (const auto complaint = options.comPorts.assign(withWholeDevice(text))) {
-               throw CLI::ValidationError("--com", *complaint);
+             const auto assigned = options.comPorts.assign(withWholeDevice(text));
+             if (!assigned) {
+               throw CLI::ValidationError("--com", assigned.error());
              }
            }
          },

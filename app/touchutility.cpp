@@ -74,18 +74,23 @@ bool offerSimulation(const BindError& error) {
   return box.clickedButton() == simulated;
 }
 
-/// Why the driver that was wanted is not used stands in `refused` when another is used in its
-/// place.
-std::unique_ptr<NexapiDriver> bindDriver(Options& options, std::optional<BindError>& refused) {
+struct BoundDriver {
+  std::unique_ptr<NexapiDriver> driver;
+  std::optional<BindError> refused;  ///< why it is not the one that was wanted
+};
+
+/// Nothing when the user, who knows why there is no driver, wants none.
+std::optional<BoundDriver> bindDriver(Options& options) {
+  std::optional<BindError> refused;
   while (true) {
     auto driver = bindChosenDriver(options);
-    if (driver) return std::move(*driver);
+    if (driver) return BoundDriver{std::move(*driver), refused};
     if (options.simulate) {
       sayError(driver.error().describe(),
                QMessageBox::tr("The installation is incomplete; install TouchUtility again."));
-      return nullptr;
+      return std::nullopt;
     }
-    if (!offerSimulation(driver.error())) return nullptr;
+    if (!offerSimulation(driver.error())) return std::nullopt;
     refused = driver.error();
     options.simulate = true;
     options.driver.reset();
@@ -183,19 +188,19 @@ int run(Options& options, int argc, char** argv) {
                       : QMessageBox::tr("Mend or remove the file, then start again."));
     return exitFailed;
   }
-  std::optional<BindError> refusedDriver;
-  const auto nexapi = bindDriver(options, refusedDriver);
-  if (!nexapi) return exitNoDriver;
-  addSimulatedPort(*nexapi, options.comPorts);
+  const auto bound = bindDriver(options);
+  if (!bound) return exitNoDriver;
+  NexapiDriver& nexapi = *bound->driver;
+  addSimulatedPort(nexapi, options.comPorts);
 
   Trace trace;
   if (options.trace) {
-    if (const auto complaint = trace.start(*options.trace)) {
-      sayError(*complaint, {});
+    if (const auto started = trace.start(*options.trace); !started) {
+      sayError(started.error(), {});
       return exitFailed;
     }
   }
-  TracingDriver driver(*nexapi, trace);
+  TracingDriver driver(nexapi, trace);
   TracingSerialPort port(std::make_unique<AsioSerialPort>(options.comPorts), trace);
   EventLoopClock clock;
   MessageBoxPrompt prompt;
@@ -210,11 +215,11 @@ int run(Options& options, int argc, char** argv) {
 
   frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, linearity},
                  {.workFolder = options.workFolder,
-                  .driverPath = nexapi->path(),
-                  .simulation = Simulation::of(*nexapi),
+                  .driverPath = nexapi.path(),
+                  .simulation = Simulation::of(nexapi),
                   .fullScreenSize = logicalSize(options.screen, app),
                   .monitor = options.monitor,
-                  .refusedDriver = refusedDriver,
+                  .refusedDriver = bound->refused,
                   .ports = options.comPorts,
                   .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
   // Its pictures take a tenth of the start to read.

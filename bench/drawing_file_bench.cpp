@@ -66,15 +66,15 @@ const Material& material() {
 void write(benchmark::State& state) {
   const Material& from = material();
   for (auto _ : state)
-    if (const auto error = writeDrawing(from.file(), from.drawing)) {
-      return state.SkipWithError(error->describe().c_str());
+    if (const auto written = writeDrawing(from.file(), from.drawing); !written) {
+      return state.SkipWithError(written.error().describe().c_str());
     }
 }
 
 void read(benchmark::State& state) {
   const Material& from = material();
-  if (const auto error = writeDrawing(from.file(), from.drawing)) {
-    return state.SkipWithError(error->describe().c_str());
+  if (const auto written = writeDrawing(from.file(), from.drawing); !written) {
+    return state.SkipWithError(written.error().describe().c_str());
   }
   for (auto _ : state) {
     const auto drawing = readDrawing(from.file());

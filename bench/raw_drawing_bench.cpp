@@ -50,7 +50,7 @@ void draw(benchmark::State& state) {
   AsioSerialPort port(ports);
   port.setSettings(normalLineSettings);
   port.selectPort(1);
-  if (const auto refused = port.open()) return state.SkipWithError(refused->c_str());
+  if (const auto opened = port.open(); !opened) return state.SkipWithError(opened.error().c_str());
   EventLoopClock clock;
   SilentPrompt prompt;
   DrawingSwitches switches;

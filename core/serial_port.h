@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/result.h"
+
 namespace touch {
 
 /// The setting of every controller but those that still speak 7 data bits, 2 stop bits.
@@ -24,12 +26,11 @@ class SerialPort {
   virtual ~SerialPort() = default;
 
   /// "baud,parity,data bits,stop bits", e.g. "9600,n,8,1"; applied at once when the port is open.
-  /// Returns what is wrong, or nothing when done.
-  virtual std::optional<std::string> setSettings(std::string_view settings) = 0;
+  virtual Result<void, std::string> setSettings(std::string_view settings) = 0;
   /// Chooses COM port `number`, counted from 1. Only while closed.
   virtual void selectPort(int number) = 0;
-  /// Returns why the port cannot be opened and what to do about it, or nothing when it is open.
-  virtual std::optional<std::string> open() = 0;
+  /// The error says why the port cannot be opened and what to do about it.
+  virtual Result<void, std::string> open() = 0;
   virtual void close() = 0;
   virtual bool isOpen() const = 0;
   /// Who else had the port open when it was last opened and takes bytes that are for this program,

@@ -95,13 +95,13 @@ class FuzzedPort final : public SerialPort {
  public:
   explicit FuzzedPort(Input& input) : input_(input) {}
 
-  std::optional<std::string> setSettings(std::string_view) override { return complaint(); }
+  Result<void, std::string> setSettings(std::string_view) override { return answer(); }
   void selectPort(int) override { require(!open_, "a port is chosen while none is open"); }
-  std::optional<std::string> open() override {
+  Result<void, std::string> open() override {
     lost_.reset();
-    auto refused = complaint();
-    open_ = !refused;
-    return refused;
+    auto opened = answer();
+    open_ = opened.has_value();
+    return opened;
   }
   void close() override { open_ = false; }
   bool isOpen() const override { return open_; }
@@ -122,9 +122,9 @@ class FuzzedPort final : public SerialPort {
   }
 
  private:
-  std::optional<std::string> complaint() {
-    if (input_.byte() < 0xC0) return std::nullopt;
-    return "no such device";
+  Result<void, std::string> answer() {
+    if (input_.byte() < 0xC0) return {};
+    return tl::unexpected(std::string("no such device"));
   }
   void mayGo() {
     if (!open_ || input_.byte() < 0xF0) return;

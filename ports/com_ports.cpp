@@ -7,15 +7,16 @@
 
 namespace touch {
 
-std::optional<std::string> ComPorts::assign(std::string_view text) {
+Result<void, std::string> ComPorts::assign(std::string_view text) {
   const auto equals = text.find('=');
   const auto number = parseDecimal(text.substr(0, equals), 1, greatestNumber);
   if (!number || equals == text.npos || equals + 1 == text.size()) {
-    return "\"" + std::string(text) + "\" names no COM port: expected N=DEVICE with N from 1 to " +
-           std::to_string(greatestNumber) + ", e.g. 3=" + serial_device::defaultName(3);
+    return tl::unexpected(
+        "\"" + std::string(text) + "\" names no COM port: expected N=DEVICE with N from 1 to " +
+        std::to_string(greatestNumber) + ", e.g. 3=" + serial_device::defaultName(3));
   }
   assigned_[*number] = [device = std::string(text.substr(equals + 1))] { return device; };
-  return std::nullopt;
+  return {};
 }
 
 void ComPorts::assignUnlessGiven(int number, std::function<std::string()> device) {

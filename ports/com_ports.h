@@ -2,10 +2,11 @@
 
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "support/result.h"
 
 namespace touch {
 
@@ -16,8 +17,8 @@ class ComPorts {
   static constexpr int greatestNumber = 255;
 
   /// Takes "N=DEVICE", e.g. "3=/dev/ttyUSB0"; of two for the same number the later one counts.
-  /// Returns what is wrong with the text, and then changes nothing.
-  std::optional<std::string> assign(std::string_view text);
+  /// After an error, which says what is wrong with the text, nothing has changed.
+  Result<void, std::string> assign(std::string_view text);
 
   /// A port whose device changes, or comes and goes: `device` is asked each time, and says nothing
   /// while there is none. What the user assigned stays.

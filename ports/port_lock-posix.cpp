@@ -117,7 +117,7 @@ Result<PortLock, PortHolder> PortLock::take(const std::string& device, const fs:
   const fs::path file = lockFile(device, folder);
   for (int tries = 0; !file.empty() && tries < mostTries; ++tries) {
     const Lock lock = readLock(file);
-    if (lock.holder && !lock.holder->isThisProgram) return *lock.holder;
+    if (lock.holder && !lock.holder->isThisProgram) return tl::unexpected(*lock.holder);
     if (lock.holder) break;
     if (lock.there && unlink(file.c_str()) != 0) break;
     if (auto made = make(file)) return PortLock(std::move(made));

@@ -82,22 +82,22 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device) {
   // Opening can already disturb whoever has it: what his lock file says is asked first.
   auto lock = PortLock::take(device);
-  if (!lock) return std::error_code(EBUSY, std::system_category());
+  if (!lock) return tl::unexpected(std::error_code(EBUSY, std::system_category()));
   // Asio would set the line up before anybody could say that it is somebody else's.
   const int opened = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-  if (opened < 0) return lastError();
+  if (opened < 0) return tl::unexpected(lastError());
   std::error_code error;
   port.assign(opened, error);
   if (error) {
     ::close(opened);
-    return error;
+    return tl::unexpected(error);
   }
   auto taken = std::make_unique<Taken>(opened, std::move(*lock));
   error = taken->keepOthersOut();
   if (!error) error = taken->makeRaw();
   // What came in while nobody listened was taken apart by the line's earlier mode.
   if (!error) error = failedIf(tcflush(opened, TCIOFLUSH) != 0);
-  if (error) return error;
+  if (error) return tl::unexpected(error);
   return std::unique_ptr<Before>(std::move(taken));
 }
 
@@ -120,9 +120,9 @@ std::error_code reportDamage(asio::serial_port& port) {
 
 Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
   int count = 0;
-  if (ioctl(port.native_handle(), FIONREAD, &count) != 0) return lastError();
+  if (ioctl(port.native_handle(), FIONREAD, &count) != 0) return tl::unexpected(lastError());
   if (count == 0 && hungUp(port.native_handle())) {
-    return std::make_error_code(std::errc::io_error);
+    return tl::unexpected(std::make_error_code(std::errc::io_error));
   }
   return Waiting{.bytes = static_cast<std::size_t>(count)};
 }

@@ -38,10 +38,10 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
   // Windows opens a serial port for one program only, and Asio makes it raw.
   std::error_code error;
   port.open(device, error);
-  if (error) return error;
+  if (error) return tl::unexpected(error);
   error = raiseLines(port.native_handle());
   if (!error) error = failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR | PURGE_TXCLEAR) == 0);
-  if (error) return error;
+  if (error) return tl::unexpected(error);
   // Whoever opens a port there sets it up anew, and closing it is all that others wait for.
   return std::make_unique<Before>();
 }
@@ -59,7 +59,7 @@ Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
   COMSTAT state{};
   DWORD errors = 0;
   const auto error = failedIf(ClearCommError(port.native_handle(), &errors, &state) == 0);
-  if (error) return error;
+  if (error) return tl::unexpected(error);
   // It tells that there was damage since it was asked last, not how much.
   const bool damaged = (errors & (CE_FRAME | CE_RXPARITY | CE_BREAK)) != 0;
   return Waiting{.bytes = state.cbInQue, .damaged = damaged ? std::size_t{1} : std::size_t{0}};

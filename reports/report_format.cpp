@@ -6,6 +6,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <utility>
 
 #include "reports/report_decoder.h"
 #include "support/files/whole_file.h"
@@ -39,6 +40,10 @@ struct FormatFlaw {
   std::string found;
 };
 
+tl::unexpected<FormatFlaw> flaw(std::string expected, std::string found) {
+  return tl::unexpected(FormatFlaw{std::move(expected), std::move(found)});
+}
+
 std::vector<std::string_view> split(std::string_view text, std::string_view separators,
                                     bool keepEmpty) {
   std::vector<std::string_view> parts;
@@ -66,33 +71,33 @@ Result<std::vector<std::uint8_t>, FormatFlaw> parseStatusBytes(std::string_view 
   for (const std::string_view part : split(field, ",", true)) {
     const auto byte = part.size() == 2 ? parseNumber<std::uint8_t>(part, 16) : std::nullopt;
     if (!byte)
-      return FormatFlaw{say("reports", "status bytes of two hexadecimal digits, such as D8,D9"),
-                        foundText(field)};
+      return flaw(say("reports", "status bytes of two hexadecimal digits, such as D8,D9"),
+                  foundText(field));
     bytes.push_back(*byte);
   }
   return bytes;
 }
 
 Result<CoordinateLayout, FormatFlaw> parseLayout(std::string_view field, std::size_t packetLength) {
-  const FormatFlaw flaw{say("reports", "a layout such as low7@1,3 with low7, high7 or le16"),
-                        foundText(field)};
+  const auto malformed =
+      flaw(say("reports", "a layout such as low7@1,3 with low7, high7 or le16"), foundText(field));
   const auto halves = split(field, "@", true);
-  if (halves.size() != 2) return flaw;
+  if (halves.size() != 2) return malformed;
   const auto known = std::find_if(encodingNames.begin(), encodingNames.end(),
                                   [&](const auto& entry) { return entry.name == halves[0]; });
   const auto places = split(halves[1], ",", true);
-  if (known == encodingNames.end() || places.size() != 2) return flaw;
+  if (known == encodingNames.end() || places.size() != 2) return malformed;
   const auto x = parseNumber<std::size_t>(places[0], 10);
   const auto y = parseNumber<std::size_t>(places[1], 10);
-  if (!x || !y) return flaw;
+  if (!x || !y) return malformed;
 
   const std::size_t last = packetLength - coordinateSize;
   const std::size_t apart = *x > *y ? *x - *y : *y - *x;
   if (*x < 1 || *y < 1 || *x > last || *y > last || apart < coordinateSize) {
-    return FormatFlaw{
+    return flaw(
         filled(say("reports", "two different places from 1 to %1 for coordinates of two bytes"),
                {std::to_string(last)}),
-        foundText(field)};
+        foundText(field));
   }
   return CoordinateLayout{known->encoding, *x, *y};
 }
@@ -109,60 +114,61 @@ std::string_view ownerOf(std::uint8_t status, const std::vector<ReportFormat>& e
 }
 
 /// Every status byte must tell one thing only: which format, and whether the panel is touched.
-std::optional<FormatFlaw> checkStatusBytes(const ReportFormat& format,
-                                           const std::vector<ReportFormat>& earlier) {
+Result<void, FormatFlaw> checkStatusBytes(const ReportFormat& format,
+                                          const std::vector<ReportFormat>& earlier) {
   const bool marked = format.layout.encoding != CoordinateEncoding::sixteenBitLittleEndian;
   for (const auto* bytes : {&format.touching, &format.released}) {
     for (const std::uint8_t byte : *bytes) {
       if (marked && byte < lowestMarkedStatus) {
-        return FormatFlaw{say("reports", "status bytes from 80 to FF with coordinates of 7 bits"),
-                          hexByte(byte)};
+        return flaw(say("reports", "status bytes from 80 to FF with coordinates of 7 bits"),
+                    hexByte(byte));
       }
       if (const std::string_view owner = ownerOf(byte, earlier); !owner.empty()) {
-        return FormatFlaw{say("reports", "status bytes that no other format has"),
-                          filled(say("reports", "%1 of %2"), {hexByte(byte), foundText(owner)})};
+        return flaw(say("reports", "status bytes that no other format has"),
+                    filled(say("reports", "%1 of %2"), {hexByte(byte), foundText(owner)}));
       }
     }
   }
   for (const std::uint8_t byte : format.released) {
     if (has(format.touching, byte)) {
-      return FormatFlaw{say("reports", "status bytes that are either touching or released"),
-                        filled(say("reports", "%1 in both"), {hexByte(byte)})};
+      return flaw(say("reports", "status bytes that are either touching or released"),
+                  filled(say("reports", "%1 in both"), {hexByte(byte)}));
     }
   }
-  return std::nullopt;
+  return {};
 }
 
 Result<ReportFormat, FormatFlaw> parseFormat(const std::vector<std::string_view>& fields,
                                              const std::vector<ReportFormat>& earlier) {
   if (fields.size() != 5) {
-    return FormatFlaw{say("reports", "five fields: name, length, touching, released, layout"),
-                      std::to_string(fields.size())};
+    return flaw(say("reports", "five fields: name, length, touching, released, layout"),
+                std::to_string(fields.size()));
   }
   ReportFormat format;
   format.name = toUtf8(fields[0]);
   for (const ReportFormat& other : earlier) {
     if (other.name == format.name)
-      return FormatFlaw{say("reports", "a name of its own"),
-                        filled(say("reports", "another %1"), {foundText(fields[0])})};
+      return flaw(say("reports", "a name of its own"),
+                  filled(say("reports", "another %1"), {foundText(fields[0])}));
   }
   const auto length = parseNumber<std::size_t>(fields[1], 10);
   if (!length || *length < shortestPacket || *length > longestPacket) {
-    return FormatFlaw{say("reports", "a packet length from 5 to 64"), foundText(fields[1])};
+    return flaw(say("reports", "a packet length from 5 to 64"), foundText(fields[1]));
   }
   format.packetLength = *length;
   const auto touching = parseStatusBytes(fields[2]);
-  if (!touching) return touching.error();
+  if (!touching) return tl::unexpected(touching.error());
   format.touching = *touching;
   if (fields[3] != "-") {
     const auto released = parseStatusBytes(fields[3]);
-    if (!released) return released.error();
+    if (!released) return tl::unexpected(released.error());
     format.released = *released;
   }
   const auto layout = parseLayout(fields[4], format.packetLength);
-  if (!layout) return layout.error();
+  if (!layout) return tl::unexpected(layout.error());
   format.layout = *layout;
-  if (auto flaw = checkStatusBytes(format, earlier)) return *flaw;
+  if (const auto checked = checkStatusBytes(format, earlier); !checked)
+    return tl::unexpected(checked.error());
   return format;
 }
 

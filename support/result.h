@@ -1,35 +1,11 @@
 #pragma once
 
-#include <optional>
 #include <string>
-#include <utility>
-#include <variant>
+#include <tl/expected.hpp>
 
 #include "support/text/language.h"
 
 namespace touch {
-
-/// A value, or the reason why there is none. The members are those of std::expected, which C++20
-/// lacks.
-template <typename T, typename E>
-class Result {
- public:
-  Result(T value) : content_(std::in_place_index<0>, std::move(value)) {}
-  Result(E error) : content_(std::in_place_index<1>, std::move(error)) {}
-
-  bool has_value() const { return content_.index() == 0; }
-  explicit operator bool() const { return has_value(); }
-  T& value() { return std::get<0>(content_); }
-  const T& value() const { return std::get<0>(content_); }
-  const E& error() const { return std::get<1>(content_); }
-  T& operator*() { return value(); }
-  const T& operator*() const { return value(); }
-  T* operator->() { return &value(); }
-  const T* operator->() const { return &value(); }
-
- private:
-  std::variant<T, E> content_;
-};
 
 /// What is wrong with a file: which one, where in it, what was expected, what stands there instead.
 struct FileError {
@@ -47,5 +23,13 @@ struct FileError {
                : filled(say("files", "%1: expected %2, found %3"), {place, expected, found});
   }
 };
+
+/// A value, or the reason why there is none. `E` is FileError, where the reason is in a file, the
+/// text for the user or whatever else the caller needs to know.
+template <typename T, typename E = FileError>
+using Result = tl::expected<T, E>;
+
+/// Whether something went well, or why it did not.
+using Status = Result<void>;
 
 }  // namespace touch

@@ -19,16 +19,16 @@ ExitStatus run(const Arguments& arguments) {
   }
   // A block that is half written, or a controller left open, is worse than a second of patience.
   catchInterrupt();
+  const auto shell = Shell::open(arguments.options());
+  if (!shell) return shell.error();
   auto status = ExitStatus::done;
-  const auto shell = Shell::open(arguments.options(), status);
-  if (!shell) return status;
   try {
-    status = arguments.command()(*shell);
+    status = arguments.command()(**shell);
   } catch (const MissingOperation& missing) {
     complain(std::string(missing.what()) + "; see 'touchctl doctor'");
     status = ExitStatus::failed;
   }
-  if (const auto reason = shell->takeTraceBreak()) complain(*reason);
+  if (const auto reason = (*shell)->takeTraceBreak()) complain(*reason);
   return status;
 }
 

@@ -88,12 +88,11 @@ Shell::Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi,
   addSimulatedPort(*nexapi_, options_.comPorts);
 }
 
-std::unique_ptr<Shell> Shell::open(const ShellOptions& options, ExitStatus& status) {
+Result<std::unique_ptr<Shell>, ExitStatus> Shell::open(const ShellOptions& options) {
   auto messages = loadMessages(options.workFolder);
   if (!messages) {
     complain(messages.error().describe());
-    status = ExitStatus::failed;
-    return nullptr;
+    return tl::unexpected(ExitStatus::failed);
   }
   auto driver = bindChosenDriver(options);
   if (!driver) {
@@ -101,15 +100,13 @@ std::unique_ptr<Shell> Shell::open(const ShellOptions& options, ExitStatus& stat
              ".\nWithout it no controller can be reached. Install the driver of your controller, "
              "name its library "
              "with --driver, or try --simulate; 'touchctl doctor' says where it was looked for.");
-    status = ExitStatus::noDriver;
-    return nullptr;
+    return tl::unexpected(ExitStatus::noDriver);
   }
   std::unique_ptr<Shell> shell(new Shell(options, std::move(*driver), std::move(*messages)));
   if (options.trace) {
-    if (const auto complaint = shell->trace_.start(*options.trace)) {
-      complain(*complaint);
-      status = ExitStatus::failed;
-      return nullptr;
+    if (const auto started = shell->trace_.start(*options.trace); !started) {
+      complain(started.error());
+      return tl::unexpected(ExitStatus::failed);
     }
   }
   return shell;

@@ -48,7 +48,7 @@ struct ShellOptions : Options {
 class Shell {
  public:
   /// The driver bound and the texts loaded, or the status to end with after the reason was printed.
-  static std::unique_ptr<Shell> open(const ShellOptions& options, ExitStatus& status);
+  static Result<std::unique_ptr<Shell>, ExitStatus> open(const ShellOptions& options);
 
   Access access() { return {session_, driver_, clock_}; }
   Prompt& prompt() { return prompt_; }

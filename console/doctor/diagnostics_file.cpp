@@ -25,6 +25,10 @@ using Content = Result<std::string, Missing>;
 // The last part of a trace is what tells of the fault, and the file is to be mailed.
 constexpr std::size_t longestTrace = std::size_t{16} << 20U;
 
+tl::unexpected<Missing> missing(std::string why) {
+  return tl::unexpected(Missing{std::move(why)});
+}
+
 std::string versionsText(const Patient& patient) {
   std::string text;
   for (const std::string& version : patient.versions)
@@ -41,7 +45,7 @@ std::string versionsText(const Patient& patient) {
 /// What the driver reports, number by number and unjudged. Asking changes nothing.
 Content settingsOf(const Access& access) {
   const Connection connection(access);
-  if (!connection.isOpen()) return Missing{say("doctor", "the driver cannot open the controller")};
+  if (!connection.isOpen()) return missing(say("doctor", "the driver cannot open the controller"));
   Driver& driver = access.driver;
   const std::int32_t handle = connection.handle();
   const nlohmann::ordered_json settings = {
@@ -62,7 +66,7 @@ Content settingsOf(const Access& access) {
 /// As a ".vrq" file, which can be loaded again.
 Content parametersOf(const Access& access) {
   const auto block = readBlock(access);
-  if (!block) return Missing{block.error().describe()};
+  if (!block) return missing(block.error().describe());
   std::string text;
   for (const ParameterWord& word : *block)
     text += wordText(word) + "\r\n";
@@ -71,7 +75,7 @@ Content parametersOf(const Access& access) {
 
 Content endOfTrace(const Trace& trace) {
   auto text = trace.end(longestTrace);
-  if (!text) return Missing{say("doctor", "the trace cannot be read")};
+  if (!text) return missing(say("doctor", "the trace cannot be read"));
   return std::move(*text);
 }
 
@@ -90,7 +94,7 @@ DiagnosticsPart partOf(const Patient& patient, const ExaminedController& control
                        std::string name, PartOfController make, const DoctorProgress& progress) {
   return {std::move(name), [&patient, &controller, make, &progress]() -> Content {
             if (!controller.answers)
-              return Missing{say("doctor", "the controller does not answer")};
+              return missing(say("doctor", "the controller does not answer"));
             if (progress) progress(filled(say("doctor", "reading %1"), {toUtf8(controller.name)}));
             Session session;
             session.controllerName = controller.name;
@@ -118,7 +122,7 @@ std::vector<DiagnosticsPart> partsOf(const Patient& patient, const Diagnosis& di
   if (diagnosis.controllers.empty()) {
     for (const char* const name : {"settings.json", "parameters.vrq"})
       parts.push_back(
-          {name, []() -> Content { return Missing{say("doctor", "there is no controller")}; }});
+          {name, []() -> Content { return missing(say("doctor", "there is no controller")); }});
   }
   // At the end, so that reading the controllers is in it.
   if (trace.isOn())
@@ -143,20 +147,22 @@ std::string contentOf(const DiagnosticsPart& part, const PersonalNames& personal
 
 }  // namespace
 
-std::string packParts(const std::vector<DiagnosticsPart>& parts,
-                      std::chrono::system_clock::time_point time,
-                      std::vector<std::string>& failed) {
+PackedParts packParts(const std::vector<DiagnosticsPart>& parts,
+                      std::chrono::system_clock::time_point time) {
+  PackedParts packed;
   const PersonalNames personal = personalNames();
   std::vector<ZipEntry> entries;
   entries.reserve(parts.size());
   for (const DiagnosticsPart& part : parts)
-    entries.push_back({part.name, contentOf(part, personal, failed)});
-  return zipArchive(entries, time);
+    entries.push_back({part.name, contentOf(part, personal, packed.failed)});
+  packed.archive = zipArchive(entries, time);
+  return packed;
 }
 
 std::string DiagnosticsSaved::describe(const fs::path& file) const {
-  if (error)
-    return filled(say("doctor", "The diagnostics are not saved: %1."), {error->describe()});
+  if (!written)
+    return filled(say("doctor", "The diagnostics are not saved: %1."),
+                  {written.error().describe()});
   std::string text = filled(say("doctor", "The diagnostics are saved in %1."), {file.string()});
   if (failed.empty()) return text;
   std::string names;
@@ -182,11 +188,9 @@ std::string diagnosticsContents(const Patient& patient, const Diagnosis& diagnos
 DiagnosticsSaved saveDiagnostics(const fs::path& file, const Patient& patient,
                                  const Diagnosis& diagnosis, const Trace& trace,
                                  const DoctorProgress& progress) {
-  DiagnosticsSaved saved;
   const auto parts = partsOf(patient, diagnosis, trace, progress);
-  saved.error =
-      writeWholeFile(file, packParts(parts, std::chrono::system_clock::now(), saved.failed));
-  return saved;
+  auto packed = packParts(parts, std::chrono::system_clock::now());
+  return {writeWholeFile(file, packed.archive), std::move(packed.failed)};
 }
 
 }  // namespace touch

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,15 +24,21 @@ struct DiagnosticsPart {
   std::function<Result<std::string, Missing>()> make;
 };
 
+struct PackedParts {
+  std::string archive;
+  std::vector<std::string>
+      failed;  ///< the names of those whose entry only says why they are missing
+};
+
 /// Packs the parts into a ZIP archive. A part that fails, by its result or by an exception, does
 /// not keep the others out: its entry says why it is missing. The home folder and the computer's
-/// name are left out of all. The names of those that failed are added to `failed`.
-std::string packParts(const std::vector<DiagnosticsPart>& parts,
-                      std::chrono::system_clock::time_point time, std::vector<std::string>& failed);
+/// name are left out of all.
+PackedParts packParts(const std::vector<DiagnosticsPart>& parts,
+                      std::chrono::system_clock::time_point time);
 
 /// What saving came to.
 struct DiagnosticsSaved {
-  std::optional<FileError> error;   ///< nothing was written
+  Status written;                   ///< nothing is after an error
   std::vector<std::string> failed;  ///< the parts whose entry only says why they are missing
 
   /// "The diagnostics are saved in ..."

@@ -331,20 +331,20 @@ void examinePorts(const Patient& patient, Findings findings) {
 void examineOwnFolders(const fs::path& folder, Findings& findings) {
   const std::string next =
       say("doctor", "Move it away, or name another working folder with --work-dir DIR.");
-  if (const auto complaint = Backup(folder).tryOut()) {
-    findings.add(problem, complaint->describe() + '.',
+  if (const auto tried = Backup(folder).tryOut(); !tried) {
+    findings.add(problem, tried.error().describe() + '.',
                  say("doctor", "Parameters are not kept before they are changed."), next);
   }
-  if (const auto complaint = MarkedFolder::tryOut(folder / "tmp")) {
-    findings.add(note, complaint->describe() + '.',
+  if (const auto tried = MarkedFolder::tryOut(folder / "tmp"); !tried) {
+    findings.add(note, tried.error().describe() + '.',
                  say("doctor", "It is left alone; strokes that are drawn are kept in another one."),
                  next);
   }
 }
 
 void examineFolder(const fs::path& folder, Findings findings) {
-  const auto complaint = tryOutWorkFolder(folder);
-  if (!complaint) {
+  const auto tried = tryOutWorkFolder(folder);
+  if (tried) {
     findings.add(ok,
                  filled(say("doctor", "The working folder %1 can be written."), {folder.string()}));
     examineOwnFolders(folder, findings);
@@ -353,7 +353,7 @@ void examineFolder(const fs::path& folder, Findings findings) {
   findings.add(
       problem,
       filled(say("doctor", "The working folder %1 cannot be written: %2."),
-             {folder.string(), *complaint}),
+             {folder.string(), tried.error()}),
       say("doctor", "Parameters are not kept before they are changed, and results are not saved."),
       say("doctor", "Start the program in another folder, or name one with --work-dir DIR."));
 }
@@ -446,20 +446,21 @@ Diagnosis examined(const Patient& patient, const DoctorProgress& progress, bool 
 
 }  // namespace
 
-std::optional<std::string> tryOutWorkFolder(const fs::path& path) {
+Result<void, std::string> tryOutWorkFolder(const fs::path& path) {
   constexpr int mostNames = 1000;
   const auto folder = SystemFolder::open(path, false);
-  if (!folder) return folder.error().found;
+  if (!folder) return tl::unexpected(folder.error().found);
   for (int number = 0; number < mostNames; ++number) {
     const std::string name = "doctor-" + std::to_string(number) + ".tmp";
     const auto probe = folder->openFile(name, SystemFolder::Opening::create);
     if (!probe && probe.error().exists()) continue;
-    if (!probe) return probe.error().found;
+    if (!probe) return tl::unexpected(probe.error().found);
     const auto failed = writeOut(probe->get(), "can this be written?\n");
     folder->remove(name);
-    return failed ? std::optional(failed.message()) : std::nullopt;
+    if (failed) return tl::unexpected(failed.message());
+    return {};
   }
-  return say("files", "too many that were left unfinished");
+  return tl::unexpected(say("files", "too many that were left unfinished"));
 }
 
 Diagnosis look(const Patient& patient) {

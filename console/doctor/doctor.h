@@ -64,9 +64,9 @@ struct Patient {
 /// Told what is looked at next.
 using DoctorProgress = std::function<void(const std::string& what)>;
 
-/// Why no file can be made in the working folder, if none can. It may be anybody's: what is planted
-/// there under the name of the file that is tried is neither followed nor removed.
-std::optional<std::string> tryOutWorkFolder(const std::filesystem::path& path);
+/// Whether files can be made in the working folder. It may be anybody's: what is planted there
+/// under the name of the file that is tried is neither followed nor removed.
+Result<void, std::string> tryOutWorkFolder(const std::filesystem::path& path);
 
 /// Looks at what can be seen without asking a controller and without writing anything.
 Diagnosis look(const Patient& patient);

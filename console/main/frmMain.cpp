@@ -313,7 +313,7 @@ void frmMain::saveDiagnostics(const std::filesystem::path& file) {
       return Notice(tr("Nothing was saved.").toStdString());
     const DiagnosticsSaved saved = touch::saveDiagnostics(
         file, patient(), diagnosis, trace_, [this](const std::string& what) { sayLooking(what); });
-    const auto kind = saved.error            ? NoticeKind::error
+    const auto kind = !saved.written         ? NoticeKind::error
                       : saved.failed.empty() ? NoticeKind::success
                                              : NoticeKind::remark;
     return Notice(kind, saved.describe(file));

@@ -16,52 +16,60 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string messagesComplaint(const fs::path& file) {
-  const auto messages = loadMessages(file.parent_path());
-  return messages ? std::string() : messages.error().describe();
+/// The error says what is wrong, without a full stop.
+using Check = Result<void, std::string>;
+
+template <typename T>
+Check checkOf(const Result<T>& read) {
+  if (!read) return tl::unexpected(read.error().describe());
+  return {};
 }
 
-std::string formatsComplaint(const fs::path& file) {
+Check checkMessages(const fs::path& file) {
+  return checkOf(loadMessages(file.parent_path()));
+}
+
+Check checkFormats(const fs::path& file) {
   std::error_code ignored;
   if (!fs::exists(file, ignored)) {
-    return FileError{file.string(), 0, say("main", "a file"), say("main", "none")}.describe();
+    return tl::unexpected(
+        FileError{file.string(), 0, say("main", "a file"), say("main", "none")}.describe());
   }
-  std::string complaint;
   const std::string problems = describeProblems(rdformad(file.parent_path()));
+  if (problems.empty()) return {};
+  std::string complaint;
   for (const std::string_view line : linesOf(problems))
     complaint.append(complaint.empty() ? "" : "; ").append(line);
   // A complaint has no full stop of its own; the count of many problems is a sentence.
   if (complaint.ends_with('.')) complaint.pop_back();
-  return complaint;
+  return tl::unexpected(complaint);
 }
 
-std::string pictureComplaint(const fs::path& file) {
-  const auto picture = readPicture(file);
-  return picture ? std::string() : picture.error().describe();
+Check checkPicture(const fs::path& file) {
+  return checkOf(readPicture(file));
 }
 
-std::string noteComplaint(const fs::path& file) {
-  const auto content = readWholeFile(file, largestCursorNote);
-  return content ? std::string() : content.error().describe();
+Check checkNote(const fs::path& file) {
+  return checkOf(readWholeFile(file, largestCursorNote));
 }
 
 struct Kind {
   std::string_view name;
-  std::string (*complaint)(const fs::path& file);
+  Check (*check)(const fs::path& file);
   std::string_view effect;
   std::string_view effectWhenDamaged;
 };
 
 constexpr std::array kinds = {
-    Kind{"errmsg.txt", messagesComplaint, marked("main", "Its texts replace the built-in ones."),
+    Kind{"errmsg.txt", checkMessages, marked("main", "Its texts replace the built-in ones."),
          marked("main", "touchutility does not start with it, and touchctl does nothing more.")},
-    Kind{"zevrik.fmt", formatsComplaint, marked("main", "It adds forms of touch reports."),
+    Kind{"zevrik.fmt", checkFormats, marked("main", "It adds forms of touch reports."),
          marked("main", "Those lines are left out: touch reports of their form are not decoded.")},
-    Kind{"pic01.jpg", pictureComplaint, marked("main", "It is shown in the main window."),
+    Kind{"pic01.jpg", checkPicture, marked("main", "It is shown in the main window."),
          marked("main", "It is not shown.")},
-    Kind{"Zevrik.ico", pictureComplaint, marked("main", "It is the main window's icon."),
+    Kind{"Zevrik.ico", checkPicture, marked("main", "It is the main window's icon."),
          marked("main", "It is not shown.")},
-    Kind{"cursoroff.txt", noteComplaint, marked("main", "It is shown on \"Hide Cursor\"."),
+    Kind{"cursoroff.txt", checkNote, marked("main", "It is shown on \"Hide Cursor\"."),
          marked("main", "It is not shown.")},
 };
 
@@ -83,11 +91,12 @@ std::vector<OptionalFile> examineOptionalFiles(const fs::path& workFolder) {
   std::vector<OptionalFile> files;
   for (const Kind& kind : kinds) {
     const auto path = fileOf(kind, workFolder);
-    OptionalFile file{std::string(kind.name), false, kind.complaint != pictureComplaint, {}, {}};
+    OptionalFile file{std::string(kind.name), false, kind.check != checkPicture, {}, {}};
     if (isThere(path)) {
       file.there = true;
-      file.complaint = kind.complaint(path);
-      file.effect = say("main", file.complaint.empty() ? kind.effect : kind.effectWhenDamaged);
+      const Check checked = kind.check(path);
+      if (!checked) file.complaint = checked.error();
+      file.effect = say("main", checked ? kind.effect : kind.effectWhenDamaged);
     }
     files.push_back(std::move(file));
   }

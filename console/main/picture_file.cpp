@@ -220,51 +220,59 @@ constexpr std::array pictureKinds = {
     PictureKind{"\x00\x00\x01\x00"sv, "ico", icoExtent},
 };
 
-/// What was expected and what was found of a picture that has too much of something.
-std::optional<std::pair<std::string, std::string>> beyond(const PictureExtent& extent,
-                                                          const PictureLimits& limits) {
+/// What is wrong within a picture.
+struct PictureFlaw {
+  std::string expected;
+  std::string found;
+};
+
+tl::unexpected<PictureFlaw> flaw(std::string expected, std::string found) {
+  return tl::unexpected(PictureFlaw{std::move(expected), std::move(found)});
+}
+
+/// Refuses a picture that has too much of something.
+Result<void, PictureFlaw> checkExtent(const PictureExtent& extent, const PictureLimits& limits) {
   if (extent.entries > limits.entries) {
-    return std::pair{
+    return flaw(
         filled(say("main", "at most %1 pictures in an icon"), {std::to_string(limits.entries)}),
-        std::to_string(extent.entries)};
+        std::to_string(extent.entries));
   }
   if (!extent.packed.empty()) {
-    return std::pair{say("main", "a picture without compressed text"),
-                     filled(say("main", "a chunk %1"), {std::string(extent.packed)})};
+    return flaw(say("main", "a picture without compressed text"),
+                filled(say("main", "a chunk %1"), {std::string(extent.packed)}));
   }
   if (extent.profiles > limits.profiles) {
-    return std::pair{
+    return flaw(
         filled(say("main", "at most %1 colour profiles"), {std::to_string(limits.profiles)}),
-        std::to_string(extent.profiles)};
+        std::to_string(extent.profiles));
   }
   if (extent.besides > limits.besides) {
-    return std::pair{filled(say("main", "at most %1 bytes besides the pixels"),
-                            {std::to_string(limits.besides)}),
-                     std::to_string(extent.besides)};
+    return flaw(filled(say("main", "at most %1 bytes besides the pixels"),
+                       {std::to_string(limits.besides)}),
+                std::to_string(extent.besides));
   }
   const std::uint64_t mostPixels = extent.isIcon      ? limits.iconPixels
                                    : extent.isInScans ? limits.pixelsInScans
                                                       : limits.pixels;
   if (extent.pixels > mostPixels) {
-    return std::pair{filled(say("main", "at most %1 pixels"), {std::to_string(mostPixels)}),
-                     std::to_string(extent.pixels)};
+    return flaw(filled(say("main", "at most %1 pixels"), {std::to_string(mostPixels)}),
+                std::to_string(extent.pixels));
   }
   if (extent.pixels * extent.scans > limits.scanned) {
-    return std::pair{filled(say("main", "at most %1 scans of as many pixels"),
-                            {std::to_string(limits.scanned / extent.pixels)}),
-                     std::to_string(extent.scans)};
+    return flaw(filled(say("main", "at most %1 scans of as many pixels"),
+                       {std::to_string(limits.scanned / extent.pixels)}),
+                std::to_string(extent.scans));
   }
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace
 
-Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
-                                           const PictureLimits& limits) {
+Result<PictureFile> readPicture(const std::filesystem::path& file, const PictureLimits& limits) {
   auto content = readWholeFile(file, limits.bytes);
-  if (!content) return content.error();
+  if (!content) return tl::unexpected(content.error());
   const auto refuse = [&file](std::string expected, std::string found) {
-    return FileError{file.string(), 0, std::move(expected), std::move(found)};
+    return tl::unexpected(FileError{file.string(), 0, std::move(expected), std::move(found)});
   };
   const auto* const kind = std::ranges::find_if(
       pictureKinds, [&](const PictureKind& each) { return content->starts_with(each.beginning); });
@@ -272,7 +280,8 @@ Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
     return refuse(say("main", "a picture"), foundText(content->substr(0, 4)));
   PictureBytes bytes(*content);
   const PictureExtent extent = kind->extent(bytes);
-  if (const auto excess = beyond(extent, limits)) return refuse(excess->first, excess->second);
+  if (const auto fits = checkExtent(extent, limits); !fits)
+    return refuse(fits.error().expected, fits.error().found);
   if (bytes.isCutOff() || extent.pixels == 0)
     return refuse(say("main", "a whole picture"), say("main", "one that is cut off"));
   return PictureFile{std::move(*content), kind->format};

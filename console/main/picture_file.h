@@ -35,7 +35,7 @@ struct PictureFile {
 };
 
 /// Reads a picture to its end, without decoding it, and refuses what is cut off or beyond `limits`.
-Result<PictureFile, FileError> readPicture(const std::filesystem::path& file,
-                                           const PictureLimits& limits = {});
+Result<PictureFile> readPicture(const std::filesystem::path& file,
+                                const PictureLimits& limits = {});
 
 }  // namespace touch

@@ -204,10 +204,10 @@ void frmMaintenancePage::switchTrace(bool on) {
   // A file of its own each time: an earlier trace may be what somebody is waiting for.
   const QString time = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
   const auto file = workFolder_ / ("trace-" + time.toStdString() + ".jsonl");
-  if (const auto complaint = trace_.start(file)) {
+  if (const auto started = trace_.start(file); !started) {
     const QSignalBlocker silent(traceSwitch_);
     traceSwitch_->setChecked(false);
-    emit statusChanged(Notice::error(*complaint));
+    emit statusChanged(Notice::error(started.error()));
   } else {
     emit statusChanged(
         Notice::success(tr("Tracing to %1").arg(shownText(file.string())).toStdString()));

@@ -58,38 +58,37 @@ std::string fileNamePart(std::string_view controller) {
 
 }  // namespace
 
-Result<fs::path, FileError> Backup::keep(const std::string& controller,
-                                         const ParameterBlock& block) const {
+Result<fs::path> Backup::keep(const std::string& controller, const ParameterBlock& block) const {
   const auto folder = OwnFolder::openOrMake(folder_);
-  if (!folder) return folder.error();
+  if (!folder) return tl::unexpected(folder.error());
   const auto name =
       folder->add(fileNameTime(now_()) + '-' + fileNamePart(controller), ".vrq", vrqText(block));
-  if (!name) return name.error();
+  if (!name) return tl::unexpected(name.error());
   return folder_ / *name;
 }
 
-std::optional<FileError> Backup::tryOut() const {
+Status Backup::tryOut() const {
   std::error_code failed;
-  if (!fs::exists(fs::symlink_status(folder_, failed))) return std::nullopt;
+  if (!fs::exists(fs::symlink_status(folder_, failed))) return {};
   const auto folder = OwnFolder::open(folder_);
-  if (!folder) return folder.error();
+  if (!folder) return tl::unexpected(folder.error());
   if (fs::exists(fs::symlink_status(journalFile(), failed))) {
     const auto journal = folder->openFile(journalName, OwnFolder::Opening::append);
-    if (!journal) return journal.error();
+    if (!journal) return tl::unexpected(journal.error());
   }
   return folder->tryOut();
 }
 
-std::optional<FileError> Backup::prepare() const {
+Status Backup::prepare() const {
   const auto folder = OwnFolder::openOrMake(folder_);
-  return folder ? tryOut() : std::optional(folder.error());
+  if (!folder) return tl::unexpected(folder.error());
+  return tryOut();
 }
 
-std::optional<FileError> Backup::note(const std::string& controller, const WordChange& change,
-                                      Stage stage) const {
+Status Backup::note(const std::string& controller, const WordChange& change, Stage stage) const {
   constexpr std::array<std::string_view, 3> stages = {"begun", "written", "failed"};
   const auto folder = OwnFolder::openOrMake(folder_);
-  if (!folder) return folder.error();
+  if (!folder) return tl::unexpected(folder.error());
   return folder->appendLine(
       journalName, utcText(now_()) + '\t' + printable(controller) + '\t' + hexByte(change.address) +
                        '\t' + wordText(change.before) + '\t' + wordText(change.after) + '\t' +

@@ -34,18 +34,18 @@ class Backup {
       : folder_(workingFolder / "backup"), now_(std::move(now)) {}
 
   /// Keeps `block` in a new file and returns which.
-  Result<std::filesystem::path, FileError> keep(const std::string& controller,
-                                                const ParameterBlock& block) const;
+  Result<std::filesystem::path> keep(const std::string& controller,
+                                     const ParameterBlock& block) const;
 
   enum class Stage { begun, written, failed };
   /// Adds a line to the journal; it is on the disk when this returns without an error.
-  std::optional<FileError> note(const std::string& controller, const WordChange& change,
-                                Stage stage) const;
+  [[nodiscard]] Status note(const std::string& controller, const WordChange& change,
+                            Stage stage) const;
 
   /// Why nothing can be kept in the folder that is there. Nothing when there is none yet.
-  std::optional<FileError> tryOut() const;
+  Status tryOut() const;
   /// The same for the folder that is to be used next; it is made when there is none.
-  std::optional<FileError> prepare() const;
+  [[nodiscard]] Status prepare() const;
   std::filesystem::path journalFile() const { return folder_ / journalName; }
 
  private:

@@ -172,10 +172,10 @@ void frmParametersPage::fillByte(int row, int column) {
 
 void frmParametersPage::edited(int row, int column) {
   const WordByte byte = byteOf(column);
-  const auto complaint = editor_.table().edit(static_cast<std::size_t>(row), byte,
-                                              table_->item(row, column)->text().toStdString());
+  const auto edited = editor_.table().edit(static_cast<std::size_t>(row), byte,
+                                           table_->item(row, column)->text().toStdString());
   fill();
-  emit statusChanged(complaint ? Notice::error(*complaint) : Notice());
+  emit statusChanged(edited ? Notice() : Notice::error(edited.error()));
 }
 
 void frmParametersPage::load() {

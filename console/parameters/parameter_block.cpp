@@ -74,7 +74,7 @@ Result<ParameterBlock, WordError> readBlock(const Access& access) {
   ParameterBlock block;
   for (std::size_t address = 0; address < block.size(); ++address) {
     const auto word = readWord(access, static_cast<std::uint8_t>(address));
-    if (!word) return word.error();
+    if (!word) return tl::unexpected(word.error());
     block[address] = *word;
   }
   return block;
@@ -107,7 +107,7 @@ Result<std::vector<WordChange>, WordError> changesTo(const Access& access,
   std::vector<WordChange> changes;
   for (const auto& [address, word] : wanted) {
     const auto held = readWord(access, address);
-    if (!held) return held.error();
+    if (!held) return tl::unexpected(held.error());
     if (*held != word) changes.push_back({address, *held, word});
   }
   return changes;
@@ -117,15 +117,16 @@ WriteReport writeChanges(const Access& access, const Backup& backup,
                          std::span<const WordChange> changes) {
   WriteReport report;
   const auto note = [&](const WordChange& change, Backup::Stage stage) {
-    const auto journalError = backup.note(access.session.controllerName, change, stage);
+    const auto noted = backup.note(access.session.controllerName, change, stage);
     // The write goes on: half a block in the controller is worse than a gap in the journal.
-    if (!report.journalError) report.journalError = journalError;
+    if (!noted && !report.journalError) report.journalError = noted.error();
   };
   for (const WordChange& change : changes) {
     note(change, Backup::Stage::begun);
-    report.error = writeWord(access, {change.address, change.after});
-    note(change, report.error ? Backup::Stage::failed : Backup::Stage::written);
-    if (report.error) {
+    const auto written = writeWord(access, {change.address, change.after});
+    note(change, written ? Backup::Stage::written : Backup::Stage::failed);
+    if (!written) {
+      report.error = written.error();
       report.brokenOffAt = change;
       break;
     }
@@ -164,9 +165,9 @@ WriteReport putBack(const Access& access, const Backup& backup, std::span<const 
 
 Result<std::filesystem::path, NotKept> keep(const Access& access, const Backup& backup,
                                             const Result<ParameterBlock, WordError>& block) {
-  if (!block) return NotKept{block.error().describe()};
+  if (!block) return tl::unexpected(NotKept{block.error().describe()});
   const auto file = backup.keep(access.session.controllerName, *block);
-  if (!file) return NotKept{file.error().describe()};
+  if (!file) return tl::unexpected(NotKept{file.error().describe()});
   return *file;
 }
 

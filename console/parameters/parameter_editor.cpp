@@ -95,7 +95,8 @@ Notice ParameterEditor::load(const std::filesystem::path& file) {
 Notice ParameterEditor::save(const std::filesystem::path& file) const {
   const auto block = table_.block();
   if (!block) return Notice::error(block.error());
-  if (const auto error = saveVrq(file, *block)) return Notice::error(error->describe());
+  if (const auto saved = saveVrq(file, *block); !saved)
+    return Notice::error(saved.error().describe());
   return Notice::success(filled(say("parameters", "Saved %1"), {file.string()}));
 }
 

@@ -77,14 +77,14 @@ bool ParameterTable::changed(std::size_t row) const {
   return (high && *high != old.high) || (low && *low != old.low);
 }
 
-std::optional<std::string> ParameterTable::edit(std::size_t row, WordByte byte,
-                                                std::string_view text) {
+Result<void, std::string> ParameterTable::edit(std::size_t row, WordByte byte,
+                                               std::string_view text) {
   const auto value = parseByte(text, base_);
   new_.at(row)[static_cast<std::size_t>(byte)] = value;
   rejected_.erase({row, byte});
-  if (value) return std::nullopt;
+  if (value) return {};
   rejected_.emplace(std::pair(row, byte), text);
-  return complaint(row, byte, text);
+  return tl::unexpected(complaint(row, byte, text));
 }
 
 bool ParameterTable::isRejected(std::size_t row, WordByte byte) const {
@@ -107,13 +107,13 @@ std::optional<std::string> ParameterTable::firstComplaint() const {
 }
 
 Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
-  if (auto complaint = firstComplaint()) return *complaint;
+  if (auto complaint = firstComplaint()) return tl::unexpected(*complaint);
   std::vector<WordValue> changes;
   for (std::size_t row = 0; row < rows; ++row) {
     const auto& [high, low] = new_[row];
     if (high.has_value() != low.has_value()) {
-      return filled(say("parameters", "%1: expected a value, found nothing"),
-                    {place(row, high ? WordByte::low : WordByte::high)});
+      return tl::unexpected(filled(say("parameters", "%1: expected a value, found nothing"),
+                                   {place(row, high ? WordByte::low : WordByte::high)}));
     }
     if (high && changed(row)) changes.push_back({static_cast<std::uint8_t>(row), *word(row)});
   }
@@ -121,13 +121,13 @@ Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
 }
 
 Result<ParameterBlock, std::string> ParameterTable::block() const {
-  if (auto complaint = firstComplaint()) return *complaint;
+  if (auto complaint = firstComplaint()) return tl::unexpected(*complaint);
   ParameterBlock block;
   for (std::size_t row = 0; row < rows; ++row) {
     const auto value = word(row);
     if (!value) {
-      return filled(say("parameters", "%1: expected a value, found nothing"),
-                    {place(row, new_[row][0] ? WordByte::low : WordByte::high)});
+      return tl::unexpected(filled(say("parameters", "%1: expected a value, found nothing"),
+                                   {place(row, new_[row][0] ? WordByte::low : WordByte::high)}));
     }
     block[row] = *value;
   }

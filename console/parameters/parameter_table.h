@@ -52,9 +52,9 @@ class ParameterTable {
   /// The new value differs from the old one, or nobody knows the old one.
   bool changed(std::size_t row) const;
 
-  /// Makes `text` the byte's new value. Returns what was expected instead; then the text stays as
-  /// it was typed, and nothing can be written or saved until it is mended.
-  std::optional<std::string> edit(std::size_t row, WordByte byte, std::string_view text);
+  /// Makes `text` the byte's new value. The error says what was expected instead; then the text
+  /// stays as it was typed, and nothing can be written or saved until it is mended.
+  Result<void, std::string> edit(std::size_t row, WordByte byte, std::string_view text);
   /// The byte's new text is none of a byte.
   bool isRejected(std::size_t row, WordByte byte) const;
 

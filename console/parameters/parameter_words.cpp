@@ -50,19 +50,20 @@ Result<ParameterWord, WordError> readWord(const Access& access, std::uint8_t add
   if (word) return *word;
   const auto problem =
       reply.size() == 0 ? WordError::Problem::noAnswer : WordError::Problem::badReply;
-  return WordError{address, problem, {}, {}};
+  return tl::unexpected(WordError{address, problem, {}, {}});
 }
 
-std::optional<WordError> writeWord(const Access& access, const WordValue& value) {
+Result<void, WordError> writeWord(const Access& access, const WordValue& value) {
   const auto& [address, word] = value;
   const Frame frame = parameterWriteFrame(hexByte(address), hexByte(word.high), hexByte(word.low));
   if (!exchangeAcknowledged(access, frame)) {
-    return WordError{address, WordError::Problem::notAcknowledged, word, {}};
+    return tl::unexpected(WordError{address, WordError::Problem::notAcknowledged, word, {}});
   }
   const auto read = readWord(access, address);
-  if (!read) return WordError{address, read.error().problem, word, {}};
-  if (*read != word) return WordError{address, WordError::Problem::mismatch, word, *read};
-  return std::nullopt;
+  if (!read) return tl::unexpected(WordError{address, read.error().problem, word, {}});
+  if (*read != word)
+    return tl::unexpected(WordError{address, WordError::Problem::mismatch, word, *read});
+  return {};
 }
 
 }  // namespace touch

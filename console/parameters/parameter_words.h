@@ -52,8 +52,8 @@ std::string wordText(const ParameterWord& word);
 /// answer is 7 bytes: 0x01, "0", the four digits, 0x0D.
 Result<ParameterWord, WordError> readWord(const Access& access, std::uint8_t address);
 
-/// Writes the word with "SP" and reads it back. Nothing is returned only when the controller holds
-/// the word for certain; after an error it may hold the old word, the new one, or neither.
-std::optional<WordError> writeWord(const Access& access, const WordValue& value);
+/// Writes the word with "SP" and reads it back. It went well only when the controller holds the
+/// word for certain; after an error it may hold the old word, the new one, or neither.
+[[nodiscard]] Result<void, WordError> writeWord(const Access& access, const WordValue& value);
 
 }  // namespace touch

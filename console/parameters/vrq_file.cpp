@@ -33,10 +33,11 @@ std::string vrqText(const ParameterBlock& block) {
   return text;
 }
 
-Result<ParameterBlock, FileError> parseVrq(std::string_view text, const std::string& name) {
+Result<ParameterBlock> parseVrq(std::string_view text, const std::string& name) {
   const auto lines = linesOf(withoutByteOrderMark(text));
   const auto failure = [&name](std::size_t line, std::string expected, std::string found) {
-    return FileError{name, static_cast<int>(line), std::move(expected), std::move(found)};
+    return tl::unexpected(
+        FileError{name, static_cast<int>(line), std::move(expected), std::move(found)});
   };
 
   ParameterBlock block;
@@ -59,13 +60,13 @@ Result<ParameterBlock, FileError> parseVrq(std::string_view text, const std::str
   return block;
 }
 
-Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file) {
+Result<ParameterBlock> loadVrq(const std::filesystem::path& file) {
   const auto content = readWholeFile(file, largestFile);
-  if (!content) return content.error();
+  if (!content) return tl::unexpected(content.error());
   return parseVrq(*content, file.string());
 }
 
-std::optional<FileError> saveVrq(const std::filesystem::path& file, const ParameterBlock& block) {
+Status saveVrq(const std::filesystem::path& file, const ParameterBlock& block) {
   return writeWholeFile(file, vrqText(block));
 }
 

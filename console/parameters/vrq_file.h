@@ -20,12 +20,12 @@ namespace touch {
 std::string vrqText(const ParameterBlock& block);
 
 /// `name` is what an error calls the file.
-Result<ParameterBlock, FileError> parseVrq(std::string_view text, const std::string& name);
+Result<ParameterBlock> parseVrq(std::string_view text, const std::string& name);
 
 /// The block in the file, or what is wrong in which line.
-Result<ParameterBlock, FileError> loadVrq(const std::filesystem::path& file);
+Result<ParameterBlock> loadVrq(const std::filesystem::path& file);
 
 /// Writes the file whole or not at all.
-std::optional<FileError> saveVrq(const std::filesystem::path& file, const ParameterBlock& block);
+[[nodiscard]] Status saveVrq(const std::filesystem::path& file, const ParameterBlock& block);
 
 }  // namespace touch

@@ -40,14 +40,15 @@ Notice PinEditor::read() {
                            "The controller holds no pin definition; what you write is its first."));
 }
 
-std::string PinEditor::whyNotWritable() const {
+Result<void, std::string> PinEditor::mayWrite() const {
   if (controller_ == access_.session.controllerName) return {};
-  return filled(say("pins", "Nothing was written: these are not the pins of %1. Read them first."),
-                {access_.session.controllerName});
+  return tl::unexpected(
+      filled(say("pins", "Nothing was written: these are not the pins of %1. Read them first."),
+             {access_.session.controllerName}));
 }
 
 Notice PinEditor::update() {
-  if (std::string reason = whyNotWritable(); !reason.empty()) return Notice::error(reason);
+  if (const auto may = mayWrite(); !may) return Notice::error(may.error());
   const PinsWrite write = updatePins(access_, prompt_, backup_, definition_);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == PinsEnd::done || (write.end == PinsEnd::brokenOff && !isPutBack)) {
@@ -65,7 +66,7 @@ void PinEditor::remember(const std::vector<WordValue>& before) {
 }
 
 Notice PinEditor::putBack() {
-  if (std::string reason = whyNotWritable(); !reason.empty()) return Notice::error(reason);
+  if (const auto may = mayWrite(); !may) return Notice::error(may.error());
   const PinsWrite write = putBackPins(access_, prompt_, backup_, old_);
   if (write.end == PinsEnd::done) {
     old_.clear();

@@ -47,8 +47,8 @@ class PinEditor {
   /// Keeps words that are to be put back; of two for the same address the first is the one from
   /// before all updates.
   void remember(const std::vector<WordValue>& before);
-  /// Why nothing can be written now; empty when it can.
-  std::string whyNotWritable() const;
+  /// The error says why nothing may be written now.
+  Result<void, std::string> mayWrite() const;
 
   Access access_;
   Prompt& prompt_;

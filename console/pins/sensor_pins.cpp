@@ -77,12 +77,12 @@ PinsWrite writePins(const Access& access, Prompt& prompt, const Backup& backup,
   PinsWrite result;
   if (!prompt.confirm(messages[Message::updatePinsQuestion])) return result;
   // The old words are in no block: what the journal says of them is the way back.
-  if (const auto complaint = backup.prepare();
-      complaint && !prompt.goWithoutWayBack(
+  if (const auto prepared = backup.prepare();
+      !prepared && !prompt.goWithoutWayBack(
                        filled(say("pins",
                                   "The old pin definition cannot be noted. %1. Go on without a "
                                   "way back?"),
-                              {complaint->describe()}))) {
+                              {prepared.error().describe()}))) {
     return result;
   }
   if (!prompt.await(messages[Message::disconnectSensor])) return result;
@@ -143,11 +143,12 @@ Result<PinDefinition, PinsUnread> readPins(const Access& access) {
   const auto typeWord = readWord(access, typeAddress);
   const auto type = typeWord ? sensorType(*typeWord) : std::nullopt;
   if (!type)
-    return PinsUnread{access.session.messages[Message::sensorTypeError], typeWord.has_value()};
+    return tl::unexpected(
+        PinsUnread{access.session.messages[Message::sensorTypeError], typeWord.has_value()});
   PinDefinition definition{*type, {}};
   for (std::size_t wire = 0; wire < wireNames(*type).size(); ++wire) {
     const auto word = readWord(access, wireAddress(wire));
-    if (!word) return PinsUnread{word.error().describe()};
+    if (!word) return tl::unexpected(PinsUnread{word.error().describe()});
     definition.wires.push_back({word->high, word->low});
   }
   return definition;

@@ -289,12 +289,12 @@ InterfaceType interfaceType(std::string_view controllerName) {
   return InterfaceType::ps2;
 }
 
-Result<std::string, FileError> cursorNote(const std::filesystem::path& workingFolder) {
+Result<std::string> cursorNote(const std::filesystem::path& workingFolder) {
   std::string note = "\r\n";
   const auto file = workingFolder / "cursoroff.txt";
   if (std::error_code unknown; !std::filesystem::exists(file, unknown) && !unknown) return note;
   const auto content = readWholeFile(file, largestCursorNote);
-  if (!content) return content.error();
+  if (!content) return tl::unexpected(content.error());
   const std::string text = toUtf8(withoutByteOrderMark(*content));
   for (const std::string_view line : linesOf(text))
     note.append(line).append("\r\n");
@@ -322,8 +322,8 @@ Result<int, std::string> parseSetting(const Setting& setting, std::string_view t
     const bool number = parsed.ec == std::errc() && parsed.ptr == end;
     if (number && value >= setting.lowest && value <= setting.highest) return value;
   }
-  return std::string(setting.name) + ": expected " + allowedValues(setting) + ", found " +
-         (text.empty() ? "nothing" : foundText(text));
+  return tl::unexpected(std::string(setting.name) + ": expected " + allowedValues(setting) +
+                        ", found " + (text.empty() ? "nothing" : foundText(text)));
 }
 
 std::string settingText(const Setting& setting, int value) {

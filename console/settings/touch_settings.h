@@ -93,7 +93,7 @@ inline constexpr std::size_t largestCursorNote = std::size_t{1} << 20U;
 /// The text of "Hide Cursor": an empty line, then the lines of "cursoroff.txt" in `workingFolder`,
 /// if it is there. Lines end with CR LF; the text is UTF-8. An error when it is there and cannot be
 /// read.
-Result<std::string, FileError> cursorNote(const std::filesystem::path& workingFolder);
+Result<std::string> cursorNote(const std::filesystem::path& workingFolder);
 
 /// One value that a setting can have.
 struct SettingChoice {

@@ -35,11 +35,10 @@ void makeDriverLetGo(const Access& access) {
   access.driver.CloseCOMPort(connection.handle());
 }
 
-/// Returns why the port cannot be opened.
-std::optional<std::string> openPort(SerialPort& serial, int port) {
+Result<void, std::string> openPort(SerialPort& serial, int port) {
   if (serial.isOpen()) serial.close();
   serial.selectPort(port);
-  if (auto complaint = serial.setSettings(normalLineSettings)) return complaint;
+  if (auto set = serial.setSettings(normalLineSettings); !set) return set;
   return serial.open();
 }
 
@@ -65,8 +64,8 @@ PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortPr
   std::string complaint;
   for (int port = lastPort; port >= 1; --port) {
     if (progress && !progress(port)) return {.cancelled = true};
-    if (const auto refused = openPort(serial, port)) {
-      complaint = *refused;
+    if (const auto opened = openPort(serial, port); !opened) {
+      complaint = opened.error();
       continue;
     }
     oneOpened = true;

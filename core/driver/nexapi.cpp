@@ -31,12 +31,12 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   // separators.
   const auto file =
       path ? std::filesystem::absolute(*path, failed).make_preferred() : std::filesystem::path();
-  if (failed) return BindError{shownName, failed.message()};
+  if (failed) return tl::unexpected(BindError{shownName, failed.message()});
   // A library runs code of its own as it is loaded, be it of any use or not.
   const auto state = std::make_shared<const ProcessState>();
   auto library = path ? SharedLibrary::loadPath(file) : SharedLibrary::loadNamed(makersLibrary);
   state->restore();
-  if (!library) return BindError{shownName, library.error()};
+  if (!library) return tl::unexpected(BindError{shownName, library.error()});
 
   Functions functions;
   std::vector<std::string_view> missing;
@@ -45,8 +45,8 @@ Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
   NEXAPI_OPERATIONS(TOUCH_BIND)
 #undef TOUCH_BIND
   if (missing.size() == operationCount) {
-    return BindError{shownName, say("driver", "it has none of a touch driver's operations"),
-                     library->path()};
+    return tl::unexpected(BindError{
+        shownName, say("driver", "it has none of a touch driver's operations"), library->path()});
   }
   std::erase(missing, neverNeeded);
   return std::unique_ptr<NexapiDriver>(

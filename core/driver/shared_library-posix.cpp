@@ -85,7 +85,7 @@ std::string libraryFileName(const std::string& name) {
 
 Result<SharedLibrary, std::string> SharedLibrary::loadPath(const fs::path& path) {
   void* const library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) return loaderError();
+  if (library == nullptr) return tl::unexpected(loaderError());
   return SharedLibrary(library, path);
 }
 
@@ -96,13 +96,13 @@ Result<SharedLibrary, std::string> SharedLibrary::loadNamed(const std::string& n
     if (fs::exists(folder / file, ignored)) return loadPath(folder / file);
   }
   if (searchPathReachesCurrentFolder()) {
-    return std::string(
+    return tl::unexpected(
         say("driver",
             "LD_LIBRARY_PATH has an element that leads to the current folder; remove that element, "
             "or name the library with --driver"));
   }
   void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (library == nullptr) return loaderError();
+  if (library == nullptr) return tl::unexpected(loaderError());
   return SharedLibrary(library, loadedFrom(library));
 }
 

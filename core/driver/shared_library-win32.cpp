@@ -58,14 +58,14 @@ std::string libraryFileName(const std::string& name) {
 
 Result<SharedLibrary, std::string> SharedLibrary::loadPath(const std::filesystem::path& path) {
   const HMODULE library = LoadLibraryExW(path.c_str(), nullptr, ownFolderAndSystem);
-  if (library == nullptr) return loaderError();
+  if (library == nullptr) return tl::unexpected(loaderError());
   return SharedLibrary(library, path);
 }
 
 Result<SharedLibrary, std::string> SharedLibrary::loadNamed(const std::string& name) {
   const std::filesystem::path file = libraryFileName(name);
   const HMODULE library = LoadLibraryExW(file.c_str(), nullptr, trustedFolders);
-  if (library == nullptr) return loaderError();
+  if (library == nullptr) return tl::unexpected(loaderError());
   return SharedLibrary(library, moduleFile(library));
 }
 

@@ -94,17 +94,17 @@ std::string utcNow() {
 
 }  // namespace
 
-std::optional<std::string> Trace::start(const std::filesystem::path& file) {
+Result<void, std::string> Trace::start(const std::filesystem::path& file) {
   stop();
   path_ = file;
   written_ = 0;
   auto opened = openOwnFile(file);
   if (opened) {
     file_ = std::move(*opened);
-    return std::nullopt;
+    return {};
   }
-  return filled(say("driver", "The trace file %1 cannot be written: %2"),
-                {file.string(), opened.error().found});
+  return tl::unexpected(filled(say("driver", "The trace file %1 cannot be written: %2"),
+                               {file.string(), opened.error().found}));
 }
 
 void Trace::stop() {
@@ -177,7 +177,7 @@ void TracingSerialPort::note(std::string_view operation, std::string_view argume
   trace_.write(members);
 }
 
-std::optional<std::string> TracingSerialPort::setSettings(std::string_view settings) {
+Result<void, std::string> TracingSerialPort::setSettings(std::string_view settings) {
   if (trace_.isOn()) note("settings", jsonText(settings));
   return inner_->setSettings(settings);
 }
@@ -187,10 +187,10 @@ void TracingSerialPort::selectPort(int number) {
   inner_->selectPort(number);
 }
 
-std::optional<std::string> TracingSerialPort::open() {
-  auto error = inner_->open();
-  if (trace_.isOn()) note("open", error ? jsonText(*error) : std::string());
-  return error;
+Result<void, std::string> TracingSerialPort::open() {
+  auto opened = inner_->open();
+  if (trace_.isOn()) note("open", opened ? std::string() : jsonText(opened.error()));
+  return opened;
 }
 
 void TracingSerialPort::close() {

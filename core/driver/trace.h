@@ -24,9 +24,8 @@ class Trace {
   /// It ends by itself behind `limit` bytes.
   explicit Trace(std::size_t limit = largest) : limit_(limit) {}
 
-  /// Starts a new trace in `file`, which must not be a link or another user's; returns why that
-  /// cannot be, or nothing.
-  std::optional<std::string> start(const std::filesystem::path& file);
+  /// Starts a new trace in `file`, which must not be a link or another user's.
+  Result<void, std::string> start(const std::filesystem::path& file);
   void stop();
   bool isOn() const { return file_ != nullptr; }
   /// Why the trace ended before it was stopped, once: a full disk ends it, and its limit.
@@ -75,9 +74,9 @@ class TracingSerialPort final : public SerialPort {
   TracingSerialPort(std::unique_ptr<SerialPort> inner, Trace& trace)
       : inner_(std::move(inner)), trace_(trace) {}
 
-  std::optional<std::string> setSettings(std::string_view settings) override;
+  Result<void, std::string> setSettings(std::string_view settings) override;
   void selectPort(int number) override;
-  std::optional<std::string> open() override;
+  Result<void, std::string> open() override;
   void close() override;
   bool isOpen() const override { return inner_->isOpen(); }
   std::string sharedWith() const override { return inner_->sharedWith(); }

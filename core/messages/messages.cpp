@@ -76,21 +76,21 @@ constexpr std::array<std::string_view, 51> builtInTexts = {
     "Width",
 };
 
-/// The next line without its end (LF or CR LF); false at the end of the file or when the line is
-/// too long.
-enum class LineRead { line, end, tooLong };
+enum class NoLine { atEnd, tooLong };
 
-LineRead readLine(std::istream& file, std::string& line) {
-  line.clear();
+/// The next line without its end (LF or CR LF).
+Result<std::string, NoLine> readLine(std::istream& file) {
+  std::string line;
   int c = file.get();
   // One byte more than a line may have: it may be the end's carriage return.
   for (; c != '\n' && c != std::istream::traits_type::eof(); c = file.get()) {
-    if (line.size() > longestLine) return LineRead::tooLong;
+    if (line.size() > longestLine) return tl::unexpected(NoLine::tooLong);
     line.push_back(static_cast<char>(c));
   }
-  if (c != '\n' && line.empty()) return LineRead::end;
+  if (c != '\n' && line.empty()) return tl::unexpected(NoLine::atEnd);
   if (c == '\n' && line.ends_with('\r')) line.pop_back();
-  return line.size() > longestLine ? LineRead::tooLong : LineRead::line;
+  if (line.size() > longestLine) return tl::unexpected(NoLine::tooLong);
+  return line;
 }
 
 }  // namespace
@@ -99,29 +99,29 @@ MessageTable::MessageTable() {
   std::copy(builtInTexts.begin(), builtInTexts.end(), texts_.begin());
 }
 
-Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name) {
+Result<MessageTable> parseMessages(std::istream& file, const std::string& name) {
   const auto failure = [&name](std::size_t line, std::string expected, std::string found) {
-    return FileError{name, static_cast<int>(line), std::move(expected), std::move(found)};
+    return tl::unexpected(
+        FileError{name, static_cast<int>(line), std::move(expected), std::move(found)});
   };
   std::vector<std::string> lines;
   std::size_t inAll = 0;
   while (lines.size() < fileTexts) {
-    std::string line;
-    const LineRead read = readLine(file, line);
+    auto line = readLine(file);
     if (file.bad())
       return failure(lines.size() + 1, say("messages", "a line of text"),
                      say("messages", "a read error"));
-    if (read == LineRead::end) {
+    if (!line && line.error() == NoLine::atEnd) {
       return failure(0, say("messages", "100 lines, one for each message"),
                      filled(say("messages", "%1 lines"), {std::to_string(lines.size())}));
     }
-    if (read == LineRead::tooLong) {
+    if (!line) {
       return failure(lines.size() + 1,
                      filled(say("messages", "at most %1 bytes"), {std::to_string(longestLine)}),
                      say("messages", "more"));
     }
-    if (lines.empty()) line = std::string(withoutByteOrderMark(line));
-    lines.push_back(std::move(line));
+    if (lines.empty()) line = std::string(withoutByteOrderMark(*line));
+    lines.push_back(std::move(*line));
     inAll += lines.back().size();
     if (inAll > largestTable) {
       return failure(
@@ -138,7 +138,7 @@ Result<MessageTable, FileError> parseMessages(std::istream& file, const std::str
   return table;
 }
 
-Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder) {
+Result<MessageTable> loadMessages(const std::filesystem::path& folder) {
   const auto path = folder / "errmsg.txt";
   std::error_code failed;
   const auto there = std::filesystem::symlink_status(path, failed);
@@ -150,15 +150,16 @@ Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder
                                                            : std::errc::no_such_file_or_directory);
   }
   if (failed) {
-    return FileError{folder.string(), 0, say("messages", "a working folder that can be read"),
-                     failed.message()};
+    return tl::unexpected(FileError{folder.string(), 0,
+                                    say("messages", "a working folder that can be read"),
+                                    failed.message()});
   }
 
   std::ifstream file;
   if (std::filesystem::is_regular_file(path, failed)) file.open(path, std::ios::binary);
   if (!file.is_open()) {
-    return FileError{path.string(), 0, say("messages", "a file that can be read"),
-                     say("messages", "none that can be opened")};
+    return tl::unexpected(FileError{path.string(), 0, say("messages", "a file that can be read"),
+                                    say("messages", "none that can be opened")});
   }
   return parseMessages(file, path.string());
 }

@@ -55,15 +55,15 @@ class MessageTable {
   const std::string& at(std::size_t number) const { return texts_.at(number); }
 
  private:
-  friend Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name);
+  friend Result<MessageTable> parseMessages(std::istream& file, const std::string& name);
   std::array<std::string, 101> texts_;
 };
 
 /// The first 100 lines of `file` replace the whole table. UTF-8 where they are valid UTF-8, else
 /// Latin-1; the texts in the table are UTF-8 either way. `name` is what an error calls the file.
-Result<MessageTable, FileError> parseMessages(std::istream& file, const std::string& name);
+Result<MessageTable> parseMessages(std::istream& file, const std::string& name);
 
 /// The texts of "errmsg.txt" in `folder`; without that file, the built-in ones.
-Result<MessageTable, FileError> loadMessages(const std::filesystem::path& folder);
+Result<MessageTable> loadMessages(const std::filesystem::path& folder);
 
 }  // namespace touch

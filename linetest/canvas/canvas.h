@@ -182,8 +182,8 @@ class Canvas {
   void viewOn();
   void endOfDrawing();
   void endViewing(bool takeBack);
-  /// True when there was none.
-  bool tell(const std::optional<FileError>& error);
+  /// Tells the user why something failed. True when it went well.
+  bool tell(const Status& status);
   LineMatcher matcher() const { return {guides_, bandsOf(guides_.screen(), tolerancePercent_)}; }
 
   CanvasParts parts_;

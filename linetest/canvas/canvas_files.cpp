@@ -30,9 +30,9 @@ std::string savedText(std::size_t strokes, const std::filesystem::path& file) {
 
 }  // namespace
 
-bool Canvas::tell(const std::optional<FileError>& error) {
-  if (error) parts_.prompt.message(error->describe());
-  return !error;
+bool Canvas::tell(const Status& status) {
+  if (!status) parts_.prompt.message(status.error().describe());
+  return status.has_value();
 }
 
 void Canvas::takeUpStrokes() {
@@ -127,7 +127,7 @@ void Canvas::save() {
   if (file != name && !mayReplace(file)) return;
   const auto strokes = parts_.files.readAll(parts_.switches.strokes);
   if (!strokes) {
-    tell(strokes.error());
+    parts_.prompt.message(strokes.error().describe());
     return;
   }
   if (tell(writeDrawing(file, *strokes))) {
@@ -156,7 +156,7 @@ void Canvas::viewsave(const std::filesystem::path& file) {
   endStroke();
   auto reader = DrawingReader::open(file);
   if (!reader) {
-    tell(reader.error());
+    parts_.prompt.message(reader.error().describe());
     return;
   }
   viewing_.emplace(
@@ -172,7 +172,7 @@ void Canvas::viewOn() {
     const auto stroke = viewing_->reader.next();
     if (!stroke) {
       endViewing(true);
-      tell(stroke.error());
+      parts_.prompt.message(stroke.error().describe());
       return;
     }
     if (!*stroke) return endOfDrawing();

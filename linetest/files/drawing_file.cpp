@@ -50,9 +50,9 @@ Stroke readStroke(NumberReader& reader) {
   return stroke;
 }
 
-/// The error of a drawing that holds more than it may.
-std::optional<FileError> excessOf(const std::string& name, const DrawingLimits& holds,
-                                  const DrawingLimits& limits) {
+/// Refuses a drawing that holds more than it may.
+Status checkExtent(const std::string& name, const DrawingLimits& holds,
+                   const DrawingLimits& limits) {
   std::string expected;
   if (holds.strokes > limits.strokes) {
     expected = filled(say("drawings", "at most %1 strokes in a drawing"),
@@ -61,9 +61,9 @@ std::optional<FileError> excessOf(const std::string& name, const DrawingLimits& 
     expected = filled(say("drawings", "at most %1 samples in a drawing"),
                       {std::to_string(limits.samples)});
   } else {
-    return std::nullopt;
+    return {};
   }
-  return FileError{name, 0, std::move(expected), say("drawings", "more")};
+  return tl::unexpected(FileError{name, 0, std::move(expected), say("drawings", "more")});
 }
 
 }  // namespace
@@ -106,9 +106,9 @@ DrawingReader::DrawingReader(std::unique_ptr<Source> source) : source_(std::move
 DrawingReader::DrawingReader(DrawingReader&& other) noexcept = default;
 DrawingReader::~DrawingReader() = default;
 
-Result<DrawingReader, FileError> DrawingReader::open(const std::filesystem::path& path) {
+Result<DrawingReader> DrawingReader::open(const std::filesystem::path& path) {
   auto file = FileInPieces::open(path, longestDrawing);
-  if (!file) return file.error();
+  if (!file) return tl::unexpected(file.error());
   return DrawingReader(std::make_unique<Source>(std::move(*file), path));
 }
 
@@ -117,17 +117,18 @@ DrawingReader DrawingReader::of(std::string_view text, std::string name,
   return DrawingReader(std::make_unique<Source>(text, std::move(name), limits));
 }
 
-Result<std::optional<Stroke>, FileError> DrawingReader::next() {
+Result<std::optional<Stroke>> DrawingReader::next() {
   auto& [name, file, reader, limits, taken, size, done] = *source_;
   std::optional<Stroke> stroke;
   if (!reader.atEnd()) stroke = readStroke(reader);
   // The text is wrong, too, where the file could not be read on.
-  if (file && file->error()) return *file->error();
-  if (reader.failed()) return reader.error();
+  if (file && file->error()) return tl::unexpected(*file->error());
+  if (reader.failed()) return tl::unexpected(reader.error());
   if (!stroke) return stroke;
   ++taken.strokes;
   taken.samples += stroke->samples.size();
-  if (const auto excess = excessOf(name, taken, limits)) return *excess;
+  if (const Status fits = checkExtent(name, taken, limits); !fits)
+    return tl::unexpected(fits.error());
   return stroke;
 }
 
@@ -136,35 +137,33 @@ int DrawingReader::percent() const {
   return static_cast<int>(std::min<std::uintmax_t>(source_->done * 100 / source_->size, 100));
 }
 
-Result<Drawing, FileError> DrawingReader::readAll() {
+Result<Drawing> DrawingReader::readAll() {
   Drawing drawing;
   for (;;) {
     auto stroke = next();
-    if (!stroke) return stroke.error();
+    if (!stroke) return tl::unexpected(stroke.error());
     if (!*stroke) return drawing;
     drawing.push_back(std::move(**stroke));
   }
 }
 
-Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name,
-                                        const DrawingLimits& limits) {
+Result<Drawing> parseDrawing(std::string_view text, std::string name, const DrawingLimits& limits) {
   return DrawingReader::of(text, std::move(name), limits).readAll();
 }
 
-Result<Drawing, FileError> readDrawing(const std::filesystem::path& path) {
+Result<Drawing> readDrawing(const std::filesystem::path& path) {
   auto reader = DrawingReader::open(path);
-  if (!reader) return reader.error();
+  if (!reader) return tl::unexpected(reader.error());
   return reader->readAll();
 }
 
-std::optional<FileError> writeDrawing(const std::filesystem::path& path,
-                                      std::span<const Stroke> strokes,
-                                      const DrawingLimits& limits) {
+Status writeDrawing(const std::filesystem::path& path, std::span<const Stroke> strokes,
+                    const DrawingLimits& limits) {
   DrawingLimits holds{strokes.size(), 0};
   for (const Stroke& stroke : strokes)
     holds.samples += stroke.samples.size();
   // Nothing is written that could not be read again.
-  if (auto excess = excessOf(path.string(), holds, limits)) return excess;
+  if (Status fits = checkExtent(path.string(), holds, limits); !fits) return fits;
   return writeWholeFile(path, [strokes, number = 0](std::string& piece) mutable {
     if (static_cast<std::size_t>(number) == strokes.size()) return false;
     piece.clear();

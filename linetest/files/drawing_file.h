@@ -35,15 +35,15 @@ struct DrawingLimits {
 std::string drawingText(std::span<const Stroke> strokes);
 
 /// `name` is what an error calls the file.
-Result<Drawing, FileError> parseDrawing(std::string_view text, std::string name,
-                                        const DrawingLimits& limits = {});
+Result<Drawing> parseDrawing(std::string_view text, std::string name,
+                             const DrawingLimits& limits = {});
 
-Result<Drawing, FileError> readDrawing(const std::filesystem::path& path);
+Result<Drawing> readDrawing(const std::filesystem::path& path);
 
 /// A drawing file that is read stroke by stroke, for one that takes its time.
 class DrawingReader {
  public:
-  static Result<DrawingReader, FileError> open(const std::filesystem::path& path);
+  static Result<DrawingReader> open(const std::filesystem::path& path);
   /// A text; `name` is what an error calls it.
   static DrawingReader of(std::string_view text, std::string name,
                           const DrawingLimits& limits = {});
@@ -51,9 +51,9 @@ class DrawingReader {
   ~DrawingReader();
 
   /// The next stroke; nothing at the end.
-  Result<std::optional<Stroke>, FileError> next();
+  Result<std::optional<Stroke>> next();
   /// All strokes that follow.
-  Result<Drawing, FileError> readAll();
+  Result<Drawing> readAll();
   /// How much of the file has been read, 0 to 100.
   int percent() const;
 
@@ -64,10 +64,10 @@ class DrawingReader {
   std::unique_ptr<Source> source_;
 };
 
-/// Whole or not at all: after an error, which is returned, an old file of that name is as it was.
-std::optional<FileError> writeDrawing(const std::filesystem::path& path,
-                                      std::span<const Stroke> strokes,
-                                      const DrawingLimits& limits = {});
+/// Whole or not at all: after an error an old file of that name is as it was.
+[[nodiscard]] Status writeDrawing(const std::filesystem::path& path,
+                                  std::span<const Stroke> strokes,
+                                  const DrawingLimits& limits = {});
 
 /// `name` with ".fdw" behind it unless it ends so, in any case.
 std::filesystem::path withDrawingExtension(const std::filesystem::path& name);

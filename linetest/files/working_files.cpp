@@ -65,12 +65,12 @@ std::string freeName(const std::vector<std::string>& names, const std::string& b
   return free;
 }
 
-std::optional<FileError> renameIn(const OwnFolder& folder, const std::string& from,
-                                  const std::string& to) {
-  const auto error = folder.rename(from, to);
-  if (!error) return std::nullopt;
-  return FileError{(folder.path() / from).string(), 0,
-                   say("drawings", "a file that can be renamed"), error->found};
+Status renameIn(const OwnFolder& folder, const std::string& from, const std::string& to) {
+  Status renamed = folder.rename(from, to);
+  if (renamed) return renamed;
+  return tl::unexpected(FileError{(folder.path() / from).string(), 0,
+                                  say("drawings", "a file that can be renamed"),
+                                  renamed.error().found});
 }
 
 /// As many strokes from `at` on as a drawing may hold, so that it can be opened again.
@@ -111,7 +111,7 @@ std::string workingText(const Stroke& stroke) {
   return text;
 }
 
-Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string name) {
+Result<Stroke> parseWorkingText(std::string_view text, std::string name) {
   NumberReader reader(text, std::move(name));
   Stroke stroke;
   stroke.colour = reader.integer(0, 15, marked("numbers", "a palette index from 0 to 15"));
@@ -127,7 +127,7 @@ Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string na
     stroke.samples.push_back({x, y});
   }
   if (stroke.samples.empty()) reader.refuse(say("drawings", "the x of a sample"), "");
-  if (reader.failed()) return reader.error();
+  if (reader.failed()) return tl::unexpected(reader.error());
   return stroke;
 }
 
@@ -165,12 +165,12 @@ const OwnFolder* WorkingFiles::files() const {
   return place_->folder ? &place_->folder->files() : nullptr;
 }
 
-std::optional<FileError> WorkingFiles::prepare() const {
-  std::optional<FileError> first;
+Status WorkingFiles::prepare() const {
+  Status prepared;
   for (const fs::path& candidate : place_->candidates) {
-    if (place_->folder) return std::nullopt;
+    if (place_->folder) return {};
     auto folder = MarkedFolder::make(candidate);
-    if (!folder && !first) first = folder.error();
+    if (!folder && prepared) prepared = tl::unexpected(folder.error());
     if (!folder) folder = MarkedFolder::take(candidate);
     // Strokes that another program has left since this one was started are for one that offers
     // them.
@@ -178,33 +178,34 @@ std::optional<FileError> WorkingFiles::prepare() const {
     place_->path = candidate;
     place_->folder = std::move(*folder);
   }
-  return place_->folder ? std::nullopt : first;
+  return place_->folder ? Status() : prepared;
 }
 
 fs::path WorkingFiles::pathOf(int number) const {
   return folder() / nameOf(number);
 }
 
-std::optional<FileError> WorkingFiles::write(int number, const Stroke& stroke) const {
+Status WorkingFiles::write(int number, const Stroke& stroke) const {
   // First, so that there is no stroke that the next run would not offer.
-  if (auto error = markUnfinished()) return error;
+  if (Status marked = markUnfinished(); !marked) return marked;
   return files()->write(nameOf(number), workingText(stroke));
 }
 
-Result<Stroke, FileError> WorkingFiles::read(int number) const {
+Result<Stroke> WorkingFiles::read(int number) const {
   const std::string path = pathOf(number).string();
   if (files() == nullptr)
-    return FileError{path, 0, say("drawings", "a recorded stroke"), say("drawings", "none")};
+    return tl::unexpected(
+        FileError{path, 0, say("drawings", "a recorded stroke"), say("drawings", "none")});
   const auto text = files()->read(nameOf(number), longestWorkingFile);
-  if (!text) return text.error();
+  if (!text) return tl::unexpected(text.error());
   return parseWorkingText(*text, path);
 }
 
-Result<std::vector<Stroke>, FileError> WorkingFiles::readAll(int count) const {
+Result<std::vector<Stroke>> WorkingFiles::readAll(int count) const {
   std::vector<Stroke> strokes;
   for (int number = 0; number < count; ++number) {
     auto stroke = read(number);
-    if (!stroke) return stroke.error();
+    if (!stroke) return tl::unexpected(stroke.error());
     strokes.push_back(std::move(*stroke));
   }
   return strokes;
@@ -218,26 +219,27 @@ bool WorkingFiles::isUnfinished() const {
   return files() != nullptr && files()->openFile(unfinishedName, OwnFolder::Opening::read);
 }
 
-std::optional<FileError> WorkingFiles::markUnfinished() const {
-  if (auto error = prepare()) return error;
+Status WorkingFiles::markUnfinished() const {
+  if (Status prepared = prepare(); !prepared) return prepared;
   const auto mark = files()->openFile(unfinishedName, OwnFolder::Opening::append);
-  return mark ? std::nullopt : std::optional(mark.error());
+  if (!mark) return tl::unexpected(mark.error());
+  return {};
 }
 
 void WorkingFiles::finish() const {
   if (files() != nullptr) files()->remove(unfinishedName);
 }
 
-std::optional<FileError> WorkingFiles::clear() const {
-  if (files() == nullptr) return std::nullopt;
-  std::optional<FileError> first;
+Status WorkingFiles::clear() const {
+  if (files() == nullptr) return {};
+  Status cleared;
   for (const std::string& name : files()->names()) {
     if (!numberOf(name) && !isCutOff(name)) continue;
-    const auto error = files()->remove(name);
-    if (error && !first) first = error;
+    const Status removed = files()->remove(name);
+    if (cleared) cleared = removed;
   }
   finish();
-  return first;
+  return cleared;
 }
 
 LeftStrokes WorkingFiles::left() const {
@@ -255,15 +257,16 @@ LeftStrokes WorkingFiles::left() const {
   return left;
 }
 
-std::optional<FileError> WorkingFiles::setDamagedAside(const LeftStrokes& left) const {
-  if (files() == nullptr) return std::nullopt;
+Status WorkingFiles::setDamagedAside(const LeftStrokes& left) const {
+  if (files() == nullptr) return {};
   for (const int number : left.damagedNumbers) {
     const std::string damaged = nameOf(number);
     const std::string aside =
         damaged.substr(0, damaged.size() - extension.size()) + damagedExtension;
-    if (auto error = renameIn(*files(), damaged, freeName(files()->names(), aside))) return error;
+    Status renamed = renameIn(*files(), damaged, freeName(files()->names(), aside));
+    if (!renamed) return renamed;
   }
-  return std::nullopt;
+  return {};
 }
 
 fs::path WorkingFiles::asidePath() const {
@@ -271,40 +274,40 @@ fs::path WorkingFiles::asidePath() const {
   return folder() / freeName(names, "left", ".fdw");
 }
 
-std::optional<FileError> WorkingFiles::keepAside(const LeftStrokes& left,
-                                                 const DrawingLimits& limits) const {
-  if (auto error = prepare()) return error;
+Status WorkingFiles::keepAside(const LeftStrokes& left, const DrawingLimits& limits) const {
+  if (Status prepared = prepare(); !prepared) return prepared;
   std::vector<std::string> kept;
   for (std::size_t at = 0; at < left.strokes.size();) {
     const Drawing drawing = oneDrawing(left, at, limits);
     at += drawing.size();
     const std::string name = asidePath().filename().string();
-    if (auto error = files()->write(name, drawingText(drawing))) {
+    if (Status written = files()->write(name, drawingText(drawing)); !written) {
       // The strokes stay where they are, and would be kept twice.
       for (const std::string& half : kept)
         files()->remove(half);
-      return error;
+      return written;
     }
     kept.push_back(name);
   }
   return clear();
 }
 
-std::optional<FileError> WorkingFiles::makeRoom() const {
+Status WorkingFiles::makeRoom() const {
   const LeftStrokes found = left();
-  if (auto error = setDamagedAside(found)) return error;
-  return found.strokes.empty() ? std::nullopt : keepAside(found);
+  if (Status aside = setDamagedAside(found); !aside) return aside;
+  return found.strokes.empty() ? Status() : keepAside(found);
 }
 
-std::optional<FileError> WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
+Status WorkingFiles::makeConsecutive(const LeftStrokes& left) const {
   int next = 0;
   for (const auto& [number, stroke] : left.strokes) {
     if (number != next) {
-      if (auto error = renameIn(*files(), nameOf(number), nameOf(next))) return error;
+      Status renamed = renameIn(*files(), nameOf(number), nameOf(next));
+      if (!renamed) return renamed;
     }
     ++next;
   }
-  return std::nullopt;
+  return {};
 }
 
 }  // namespace touch

@@ -26,7 +26,7 @@ class OwnFolder;
 std::string workingText(const Stroke& stroke);
 
 /// `name` is what an error calls the file.
-Result<Stroke, FileError> parseWorkingText(std::string_view text, std::string name);
+Result<Stroke> parseWorkingText(std::string_view text, std::string name);
 
 /// What a program that ended early has left in its working files, in the order of their numbers.
 struct LeftStrokes {
@@ -54,37 +54,36 @@ class WorkingFiles {
   std::filesystem::path pathOf(int number) const;
 
   /// Whole or not at all. From now on the drawing is unfinished.
-  std::optional<FileError> write(int number, const Stroke& stroke) const;
-  Result<Stroke, FileError> read(int number) const;
+  Status write(int number, const Stroke& stroke) const;
+  Result<Stroke> read(int number) const;
   /// The strokes 0 to `count` - 1, or the first error.
-  Result<std::vector<Stroke>, FileError> readAll(int count) const;
+  Result<std::vector<Stroke>> readAll(int count) const;
   void remove(int number) const;
 
   /// Whether the drawing in the files is one that its program did not come to finish: neither
   /// cleared nor saved, nor left by the user. A file tells it to the next run.
   bool isUnfinished() const;
-  std::optional<FileError> markUnfinished() const;
+  Status markUnfinished() const;
   void finish() const;
 
   /// Deletes every file of a stroke in the folder, which is the system's own, and what a crash in
   /// the middle of a write has left of one; nothing else. That finishes the drawing.
-  std::optional<FileError> clear() const;
+  Status clear() const;
   LeftStrokes left() const;
   /// Gives the damaged files of `left` names that say so, under which nothing is written and
   /// nothing deleted.
-  std::optional<FileError> setDamagedAside(const LeftStrokes& left) const;
+  [[nodiscard]] Status setDamagedAside(const LeftStrokes& left) const;
   /// Where `keepAside` will keep strokes: a drawing file of a free name in the folder.
   std::filesystem::path asidePath() const;
   /// Turns the strokes of `left` into that drawing file, which nothing writes to or deletes any
   /// more; into several where one may not hold them all.
-  std::optional<FileError> keepAside(const LeftStrokes& left,
-                                     const DrawingLimits& limits = {}) const;
+  [[nodiscard]] Status keepAside(const LeftStrokes& left, const DrawingLimits& limits = {}) const;
   /// Keeps all strokes that are in the folder aside, so that those of a new drawing take no other's
   /// place. None is deleted.
-  std::optional<FileError> makeRoom() const;
+  [[nodiscard]] Status makeRoom() const;
   /// Gives the files of `left` the numbers from 0 on where some are missing, as saving needs them.
   /// It takes no room on the disk, and a crash in between loses none.
-  std::optional<FileError> makeConsecutive(const LeftStrokes& left) const;
+  [[nodiscard]] Status makeConsecutive(const LeftStrokes& left) const;
 
  private:
   struct Place;
@@ -92,7 +91,7 @@ class WorkingFiles {
   /// Null as long as there is no folder.
   const OwnFolder* files() const;
   /// Sees to it that there is one.
-  std::optional<FileError> prepare() const;
+  Status prepare() const;
 
   std::unique_ptr<Place> place_;
 };

@@ -259,8 +259,8 @@ bool frmLinearity::takeUpEarlierResults() {
 }
 
 void frmLinearity::putAside(std::span<const TestLine> lines) {
-  if (const auto error = setAside(parts_.workingFolder, lines))
-    parts_.prompt.message(error->describe());
+  if (const auto aside = setAside(parts_.workingFolder, lines); !aside)
+    parts_.prompt.message(aside.error().describe());
 }
 
 void frmLinearity::measureAnew() {
@@ -288,8 +288,8 @@ void frmLinearity::followSize() {
 }
 
 void frmLinearity::next() {
-  if (const auto error = keepAndGoOn(parts_.workingFolder, *procedure_)) {
-    parts_.prompt.message(error->describe());
+  if (const auto kept = keepAndGoOn(parts_.workingFolder, *procedure_); !kept) {
+    parts_.prompt.message(kept.error().describe());
   }
   showLine();
 }

@@ -301,8 +301,8 @@ void frmLinearityResult::save(const QString& kind, const QString& suffix,
   if (dialog.exec() != QDialog::Accepted) return;
   const auto file = pathOf(dialog.selectedFiles().value(0));
   saved_->hide();
-  if (const auto error = writeWholeFile(file, content)) {
-    prompt_.message(error->describe());
+  if (const auto written = writeWholeFile(file, content); !written) {
+    prompt_.message(written.error().describe());
     return;
   }
   saved_->show(Notice::success(tr("Saved in %1").arg(shownText(file.string())).toStdString()));

@@ -133,16 +133,16 @@ std::string resultText(const LineResult& result, const MeasuredPanel& panel) {
   return text;
 }
 
-std::optional<FileError> writeResult(const fs::path& folder, const TestLine& line,
-                                     const LineResult& result, const MeasuredPanel& panel) {
+Status writeResult(const fs::path& folder, const TestLine& line, const LineResult& result,
+                   const MeasuredPanel& panel) {
   const auto files = OwnFolder::openAnybodys(folder);
-  if (!files) return files.error();
+  if (!files) return tl::unexpected(files.error());
   return files->write(resultFileName(line), resultText(result, panel));
 }
 
-std::optional<FileError> setAside(const fs::path& folder, std::span<const TestLine> lines) {
+Status setAside(const fs::path& folder, std::span<const TestLine> lines) {
   const auto files = OwnFolder::openAnybodys(folder);
-  if (!files) return files.error();
+  if (!files) return tl::unexpected(files.error());
   const auto isTaken = [&](const std::string& ending) {
     return std::any_of(lines.begin(), lines.end(), [&](const TestLine& line) {
       return isThere(folder / (resultFileName(line) + ending));
@@ -153,34 +153,34 @@ std::optional<FileError> setAside(const fs::path& folder, std::span<const TestLi
   for (int next = 2; isTaken(ending); ++next)
     ending = first + std::to_string(next);
 
-  std::optional<FileError> error;
+  Status all;
   for (const TestLine& line : lines) {
     const std::string name = resultFileName(line);
-    const auto failed = files->rename(name, name + ending, false);
-    if (failed && !error)
-      error = FileError{(folder / name).string(), 0, say("linearity", "a file that can be renamed"),
-                        failed->found};
+    const Status renamed = files->rename(name, name + ending, false);
+    if (!renamed && all)
+      all = tl::unexpected(FileError{(folder / name).string(), 0,
+                                     say("linearity", "a file that can be renamed"),
+                                     renamed.error().found});
   }
-  return error;
+  return all;
 }
 
-std::optional<FileError> keepAndGoOn(const fs::path& folder, LinearityProcedure& procedure) {
+Status keepAndGoOn(const fs::path& folder, LinearityProcedure& procedure) {
   const auto line = procedure.current();
   const auto drawn = procedure.drawn();
   if (!line || !drawn) {
     procedure.next();
-    return std::nullopt;
+    return {};
   }
   const bool loses = holdsAnythingBut(procedure.result(*line), folder, *line);
   procedure.next();
   if (loses) {
-    if (auto error = setAside(folder, std::span(&*line, 1))) return error;
+    if (Status aside = setAside(folder, std::span(&*line, 1)); !aside) return aside;
   }
   return writeResult(folder, *line, *drawn, procedure.panel());
 }
 
-Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine& line,
-                                          std::string name) {
+Result<ReadResult> parseResult(std::string_view text, const TestLine& line, std::string name) {
   NumberReader reader(text, std::move(name));
   ReadResult read;
   read.result.label = labelOf(line);
@@ -207,15 +207,15 @@ Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine&
     reader.number(figure);
   if (!reader.failed() && !reader.atEnd())
     reader.refuse(say("linearity", "the end of the file"), reader.label());
-  if (reader.failed()) return reader.error();
+  if (reader.failed()) return tl::unexpected(reader.error());
   read.result.figures = measureLine(read.result.guide, read.result.samples, read.panel);
   return read;
 }
 
-Result<ReadResult, FileError> readResult(const fs::path& folder, const TestLine& line) {
+Result<ReadResult> readResult(const fs::path& folder, const TestLine& line) {
   const auto path = folder / resultFileName(line);
   const auto text = readWholeFile(path, longestResult);
-  if (!text) return text.error();
+  if (!text) return tl::unexpected(text.error());
   return parseResult(*text, line, path.string());
 }
 
@@ -264,10 +264,9 @@ std::string csvText(std::span<const LineResult> results, const MeasuredPanel& pa
   return text;
 }
 
-Result<std::vector<LineResult>, FileError> measureDrawing(const fs::path& file,
-                                                          const MeasuredPanel& panel) {
+Result<std::vector<LineResult>> measureDrawing(const fs::path& file, const MeasuredPanel& panel) {
   auto drawing = readDrawing(file);
-  if (!drawing) return drawing.error();
+  if (!drawing) return tl::unexpected(drawing.error());
   const GuideLines guides(panel.screen);
   std::vector<LineResult> results;
   for (Stroke& stroke : *drawing)

@@ -32,29 +32,27 @@ namespace touch {
 std::string resultFileName(const TestLine& line);
 
 std::string resultText(const LineResult& result, const MeasuredPanel& panel);
-std::optional<FileError> writeResult(const std::filesystem::path& folder, const TestLine& line,
-                                     const LineResult& result, const MeasuredPanel& panel);
+[[nodiscard]] Status writeResult(const std::filesystem::path& folder, const TestLine& line,
+                                 const LineResult& result, const MeasuredPanel& panel);
 
 /// Renames the files of `lines` to "Tvm-v1.txt.old" and so on, all with the first of ".old",
 /// ".old2", ".old3" … that none of them has yet. Those that cannot be renamed stay as they are; the
-/// first error is returned.
-std::optional<FileError> setAside(const std::filesystem::path& folder,
-                                  std::span<const TestLine> lines);
+/// error is that of the first.
+[[nodiscard]] Status setAside(const std::filesystem::path& folder, std::span<const TestLine> lines);
 
 /// "Next": writes the drawn line's result file and goes on. A file there that holds anything but
-/// the result that `procedure` had of the line is set aside first. After an error, which is
-/// returned, the line goes on all the same, with its result kept in `procedure` only.
-std::optional<FileError> keepAndGoOn(const std::filesystem::path& folder,
-                                     LinearityProcedure& procedure);
+/// the result that `procedure` had of the line is set aside first. After an error the line
+/// goes on all the same, with its result kept in `procedure` only.
+[[nodiscard]] Status keepAndGoOn(const std::filesystem::path& folder,
+                                 LinearityProcedure& procedure);
 
 /// A result with the panel that it was measured on.
 struct ReadResult {
   LineResult result;
   MeasuredPanel panel;
 };
-Result<ReadResult, FileError> parseResult(std::string_view text, const TestLine& line,
-                                          std::string name);
-Result<ReadResult, FileError> readResult(const std::filesystem::path& folder, const TestLine& line);
+Result<ReadResult> parseResult(std::string_view text, const TestLine& line, std::string name);
+Result<ReadResult> readResult(const std::filesystem::path& folder, const TestLine& line);
 
 /// The results that an earlier run left in the folder. Those of another screen or panel are passed
 /// over.
@@ -72,7 +70,7 @@ std::string csvText(std::span<const LineResult> results, const MeasuredPanel& pa
 
 /// Measures each stroke of a saved drawing against the nearest of the canvas's ten guide lines that
 /// runs its way.
-Result<std::vector<LineResult>, FileError> measureDrawing(const std::filesystem::path& file,
-                                                          const MeasuredPanel& panel);
+Result<std::vector<LineResult>> measureDrawing(const std::filesystem::path& file,
+                                               const MeasuredPanel& panel);
 
 }  // namespace touch

@@ -113,9 +113,9 @@ Frame DebuggerExchange::framed(std::string_view command, const SendChoice& choic
   if (command == "Uu") return unframed(queryPacket);
   if (readsParameter(command)) return parameterReadFrame(choice.address);
   if (!writesParameter(command)) return commandFrame(command);
-  const DataBytes data = checkedDataBytes(choice.high, choice.low);
-  if (data.error.empty()) return parameterWriteFrame(choice.address, data.high, data.low);
-  prompt_.message(data.error);
+  const auto data = checkedDataBytes(choice.high, choice.low);
+  if (data) return parameterWriteFrame(choice.address, data->high, data->low);
+  prompt_.message(data.error());
   return {};
 }
 

@@ -58,12 +58,12 @@ std::optional<std::string> leftDataText(std::string_view text) {
   return digits;
 }
 
-DataBytes checkedDataBytes(std::string_view high, std::string_view low) {
+Result<DataBytes, std::string_view> checkedDataBytes(std::string_view high, std::string_view low) {
   const auto highText = byteText(high);
-  if (!highText) return {{}, {}, "Data High Byte Error!!"};
+  if (!highText) return tl::unexpected(std::string_view("Data High Byte Error!!"));
   const auto lowText = byteText(low);
-  if (!lowText) return {{}, {}, "Data Low Byte Error!!"};
-  return {*highText, *lowText, {}};
+  if (!lowText) return tl::unexpected(std::string_view("Data Low Byte Error!!"));
+  return DataBytes{*highText, *lowText};
 }
 
 }  // namespace touch

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "support/result.h"
+
 namespace touch {
 
 /// The address selector: a scroll bar whose values 0 to 63 are the addresses 00 to 3F and whose
@@ -24,12 +26,12 @@ bool fillsDataBox(std::string_view text);
 /// character than a hexadecimal digit stands in it.
 std::optional<std::string> leftDataText(std::string_view text);
 
-/// The text of both boxes as they go to the controller, or what to tell the user instead.
+/// The text of both boxes as they go to the controller, two hexadecimal digits each, or what to
+/// tell the user instead.
 struct DataBytes {
   std::string high;
   std::string low;
-  std::string_view error;  ///< empty when each is two hexadecimal digits
 };
-DataBytes checkedDataBytes(std::string_view high, std::string_view low);
+Result<DataBytes, std::string_view> checkedDataBytes(std::string_view high, std::string_view low);
 
 }  // namespace touch

@@ -47,13 +47,13 @@ std::optional<std::string> Debugger::takeStatus() {
   return std::exchange(status_, std::nullopt);
 }
 
-std::optional<std::string> Debugger::takePort() {
-  if (isBusy()) return std::nullopt;
-  auto refused = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
+Result<void, std::string> Debugger::takePort() {
+  if (isBusy()) return {};
+  auto taken = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
   const std::string driver = port_.driverText();
-  tell(refused ? *refused : driver.empty() ? portText() : driver + ' ' + portText());
+  tell(!taken ? taken.error() : driver.empty() ? portText() : driver + ' ' + portText());
   tellOfSharing();
-  return refused;
+  return taken;
 }
 
 void Debugger::tellUser(const std::string& text) {
@@ -100,15 +100,15 @@ std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
 }
 
 void Debugger::startRecording(const std::filesystem::path& file) {
-  const auto failed = recorded_.startRecording(file);
-  tell(failed ? failed->describe()
-              : filled(say("debugger", "Recording to %1"), {toUtf8(file.string())}));
+  const auto started = recorded_.startRecording(file);
+  tell(started ? filled(say("debugger", "Recording to %1"), {toUtf8(file.string())})
+               : started.error().describe());
 }
 
 void Debugger::stopRecording() {
   const bool wasOn = isRecording();
-  if (const auto failed = recorded_.stopRecording()) {
-    tell(say("debugger", "The recording broke off.") + ' ' + failed->describe());
+  if (const auto recorded = recorded_.stopRecording(); !recorded) {
+    tell(say("debugger", "The recording broke off.") + ' ' + recorded.error().describe());
   } else if (wasOn) {
     tell(say("debugger", "The recording has ended."));
   }

@@ -25,9 +25,9 @@ class Debugger {
   Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
            std::vector<ReportFormat> formats);
 
-  /// Takes the port from the driver: COM1, or where a controller was found. Returns why there is
-  /// none, for a box.
-  std::optional<std::string> takePort();
+  /// Takes the port from the driver: COM1, or where a controller was found. The error is for a
+  /// box.
+  Result<void, std::string> takePort();
   /// A box. Nobody gives the port back while it is up.
   void tellUser(const std::string& text);
   /// Looks for a controller on COM1 and COM2.

@@ -66,18 +66,18 @@ std::string DebuggerPort::driverText() const {
                 {toUtf8(controller_)});
 }
 
-std::optional<std::string> DebuggerPort::take(int port) {
+Result<void, std::string> DebuggerPort::take(int port) {
   takeFromDriver();
-  auto refused = openPort(port);
-  if (refused && driverHoldsPort()) refused = driverText() + ' ' + *refused;
-  return refused;
+  auto opened = openPort(port);
+  if (!opened && driverHoldsPort()) return tl::unexpected(driverText() + ' ' + opened.error());
+  return opened;
 }
 
-std::optional<std::string> DebuggerPort::openPort(int port) {
+Result<void, std::string> DebuggerPort::openPort(int port) {
   lossTold_ = false;
   // A port that turns out to have gone here closes, and may be there again below.
-  auto refused = serial_.setSettings(normalLineSettings);
-  if (refused && serial_.isOpen()) return refused;
+  auto set = serial_.setSettings(normalLineSettings);
+  if (!set && serial_.isOpen()) return set;
   select(port);
   return serial_.open();
 }
@@ -130,8 +130,8 @@ void DebuggerPort::findController() {
   serial_.setSettings(normalLineSettings);
   for (int port = 1; port <= lastProbedPort; ++port) {
     select(port);
-    if (const auto refused = serial_.open()) {
-      log_.note(*refused);
+    if (const auto opened = serial_.open(); !opened) {
+      log_.note(opened.error());
       continue;
     }
     log_.note(filled(say("debugger", "Asking on COM%1 …"), {std::to_string(port)}));
@@ -162,12 +162,12 @@ bool DebuggerPort::N72toN81() {
 }
 
 bool DebuggerPort::changeLineSettings() {
-  std::optional<std::string> refused;
+  Result<void, std::string> set;
   bool wentOut = false;
   {
     const NormalAfterwards normal(serial_);
-    refused = serial_.setSettings(sevenBitSettings);
-    if (!refused) {
+    set = serial_.setSettings(sevenBitSettings);
+    if (set) {
       log_.note(sevenBitSettings);
       wentOut = sendFresh(commandFrame("PN81"));
       access_.clock.delay(afterLineChange);
@@ -176,8 +176,8 @@ bool DebuggerPort::changeLineSettings() {
   if (serial_.isOpen()) log_.note(normalLineSettings);
   receive();
   if (tellLoss()) return false;
-  if (refused) {
-    prompt_.message(*refused);
+  if (!set) {
+    prompt_.message(set.error());
   } else if (!wentOut) {
     tellNotSent();
   }

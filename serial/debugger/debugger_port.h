@@ -35,10 +35,9 @@ class DebuggerPort {
   /// The last resort of who has not given the port back. What fails then nobody hears of.
   ~DebuggerPort();
 
-  /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". Returns why it
-  /// cannot be opened and what to do about it, or nothing. After an error the user can mend it and
-  /// try again.
-  std::optional<std::string> take(int port = startPort);
+  /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". The error
+  /// says why it cannot be opened and what to do about it; the user can mend it and try again.
+  Result<void, std::string> take(int port = startPort);
   /// Closes the port, makes the driver take its own again (even when the port was closed already)
   /// and closes the controller. Without having taken it nothing happens.
   void giveBack();
@@ -94,7 +93,7 @@ class DebuggerPort {
   bool changeLineSettings();
   /// Where there is no controller nobody holds a port, whatever was answered.
   bool driverHoldsPort() const { return letGo_ == 0 && !controller_.empty(); }
-  std::optional<std::string> openPort(int port);
+  Result<void, std::string> openPort(int port);
   void select(int port);
   /// What the controller on the open port says to two "Z"; empty when it says nothing.
   std::vector<std::uint8_t> probe();

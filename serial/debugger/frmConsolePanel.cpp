@@ -193,9 +193,9 @@ void frmConsolePanel::save() {
   const auto file = askTextFileToSave(this, tr("Save the console"), workFolder_ / "console.txt",
                                       tr("Text (*.txt)"));
   if (!file) return;
-  const auto failed = writeWholeFile(*file, shown(shown_));
-  emit statusChanged(failed ? shownText(failed->describe())
-                            : tr("Saved in %1").arg(shownText(file->string())));
+  const auto written = writeWholeFile(*file, shown(shown_));
+  emit statusChanged(written ? tr("Saved in %1").arg(shownText(file->string()))
+                             : shownText(written.error().describe()));
 }
 
 void frmConsolePanel::findNext() {

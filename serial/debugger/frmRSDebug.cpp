@@ -383,11 +383,11 @@ void frmRSDebug::open() {
 }
 
 void frmRSDebug::takePort() {
-  const auto refused = debugger_.takePort();
-  if (!refused) return;
+  const auto taken = debugger_.takePort();
+  if (taken) return;
   // What stands behind the box says it as well.
   renew();
-  debugger_.tellUser(*refused);
+  debugger_.tellUser(taken.error());
 }
 
 void frmRSDebug::comeToFront() {

@@ -135,46 +135,48 @@ AsioSerialPort::AsioSerialPort(ComPorts ports, std::chrono::milliseconds transfe
 
 AsioSerialPort::~AsioSerialPort() = default;
 
-std::optional<std::string> AsioSerialPort::setSettings(std::string_view settings) {
+Result<void, std::string> AsioSerialPort::setSettings(std::string_view settings) {
   const auto wanted = parseLineSettings(settings);
-  if (!wanted) return wanted.error();
+  if (!wanted) return tl::unexpected(wanted.error());
   const auto before = std::exchange(settings_, *wanted);
-  if (!isOpen()) return std::nullopt;
+  if (!isOpen()) return {};
   const auto refused = line_->apply(settings_);
-  if (!refused) return std::nullopt;
+  if (!refused) return {};
   settings_ = before;
   // A device that is gone refuses as well, but for another reason.
   inBufferCount();
-  if (!isOpen()) return lost_;
+  if (!isOpen()) return tl::unexpected(lost_.value());
   line_->apply(before);
-  return refusesSettings(*wanted, refused);
+  return tl::unexpected(refusesSettings(*wanted, refused));
 }
 
 void AsioSerialPort::selectPort(int number) {
   number_ = number;
 }
 
-std::optional<std::string> AsioSerialPort::open() {
-  if (isOpen()) return std::nullopt;
+Result<void, std::string> AsioSerialPort::open() {
+  if (isOpen()) return {};
   lost_.reset();
   sharedWith_.clear();
   const std::string device = ports_.device(number_);
   if (device.empty()) {
-    return filled(say("ports", "%1 cannot be opened: %2"),
-                  {ports_.describe(number_), serial_device::explainNoSimulatedPort(number_)});
+    return tl::unexpected(
+        filled(say("ports", "%1 cannot be opened: %2"),
+               {ports_.describe(number_), serial_device::explainNoSimulatedPort(number_)}));
   }
   try {
     auto line = std::make_unique<Line>();
-    if (const auto error = line->open(device)) return cannotOpen(error);
-    if (const auto error = line->apply(settings_)) return refusesSettings(settings_, error);
+    if (const auto error = line->open(device)) return tl::unexpected(cannotOpen(error));
+    if (const auto error = line->apply(settings_))
+      return tl::unexpected(refusesSettings(settings_, error));
     line_ = std::move(line);
     // From here on nobody else gets at it; who had it open before is seen now.
     const std::string sharing = sharingText(portHolders(device));
     if (!sharing.empty()) sharedWith_ = ports_.describe(number_) + ": " + sharing;
-    return std::nullopt;
+    return {};
   } catch (const std::system_error& error) {
     // The platform has nothing left to wait for a port with.
-    return cannotOpen(error.code());
+    return tl::unexpected(cannotOpen(error.code()));
   }
 }
 

@@ -21,9 +21,9 @@ class AsioSerialPort final : public SerialPort {
                           std::chrono::milliseconds transferLimit = usualTransferLimit);
   ~AsioSerialPort() override;
 
-  std::optional<std::string> setSettings(std::string_view settings) override;
+  Result<void, std::string> setSettings(std::string_view settings) override;
   void selectPort(int number) override;
-  std::optional<std::string> open() override;
+  Result<void, std::string> open() override;
   void close() override;
   bool isOpen() const override { return line_ != nullptr; }
   std::string sharedWith() const override { return sharedWith_; }

@@ -33,8 +33,9 @@ std::optional<Parity> parseParity(std::string_view text) {
 
 Result<LineSettings, std::string> parseLineSettings(std::string_view text) {
   const auto refuse = [text](std::string_view expected, std::string_view found) {
-    return filled(say("ports", "The line settings \"%1\" are wrong: expected %2, found \"%3\""),
-                  {text, expected, found});
+    return tl::unexpected(
+        filled(say("ports", "The line settings \"%1\" are wrong: expected %2, found \"%3\""),
+               {text, expected, found}));
   };
   const auto fields = fieldsOf(text);
   if (fields.size() != 4) {

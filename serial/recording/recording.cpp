@@ -35,6 +35,10 @@ struct RecordingFlaw {
   std::string found;
 };
 
+tl::unexpected<RecordingFlaw> flaw(std::string expected, std::string found) {
+  return tl::unexpected(RecordingFlaw{std::move(expected), std::move(found)});
+}
+
 std::string_view trimmed(std::string_view text) {
   const auto begin = text.find_first_not_of(" \t");
   if (begin == text.npos) return {};
@@ -72,8 +76,8 @@ Result<std::vector<std::uint8_t>, RecordingFlaw> parseBytes(std::string_view tex
     const auto field = takeField(text);
     const auto byte = field.size() == 2 ? h2d(field) : std::nullopt;
     if (!byte)
-      return RecordingFlaw{say("recording", "bytes of two hexadecimal digits with a blank between"),
-                           foundText(field)};
+      return flaw(say("recording", "bytes of two hexadecimal digits with a blank between"),
+                  foundText(field));
     bytes.push_back(static_cast<std::uint8_t>(*byte));
   } while (!text.empty());
   return bytes;
@@ -84,17 +88,17 @@ Result<Transfer, RecordingFlaw> parseTransfer(std::string_view line,
   const auto timeField = takeField(line);
   const auto time = parseTime(timeField);
   if (!time)
-    return RecordingFlaw{say("recording", "a time in seconds with six decimals, such as 0.104250"),
-                         foundText(timeField)};
+    return flaw(say("recording", "a time in seconds with six decimals, such as 0.104250"),
+                foundText(timeField));
   if (*time < earliest)
-    return RecordingFlaw{say("recording", "a time not before the one above"), foundText(timeField)};
+    return flaw(say("recording", "a time not before the one above"), foundText(timeField));
   const auto direction = takeField(line);
   if (direction != ">" && direction != "<") {
-    return RecordingFlaw{say("recording", "> for bytes to the controller or < for bytes from it"),
-                         foundText(direction)};
+    return flaw(say("recording", "> for bytes to the controller or < for bytes from it"),
+                foundText(direction));
   }
   auto bytes = parseBytes(line);
-  if (!bytes) return bytes.error();
+  if (!bytes) return tl::unexpected(bytes.error());
   return Transfer{*time, direction == ">" ? Direction::toController : Direction::fromController,
                   std::move(*bytes)};
 }
@@ -112,15 +116,16 @@ FileError RecordingParser::refuse(std::string expected, std::string found) const
   return {name_, lines_ + 1, std::move(expected), std::move(found)};
 }
 
-Result<std::optional<Transfer>, FileError> RecordingParser::take(std::string_view whole) {
+Result<std::optional<Transfer>> RecordingParser::take(std::string_view whole) {
   if (lines_ == 0) whole = withoutByteOrderMark(whole);
   const auto line = trimmed(whole.substr(0, whole.find('#')));
   if (!line.empty() && !headed_) {
-    if (line != heading) return refuse('"' + std::string(heading) + '"', foundText(whole));
+    if (line != heading)
+      return tl::unexpected(refuse('"' + std::string(heading) + '"', foundText(whole)));
     headed_ = true;
   } else if (!line.empty()) {
     auto transfer = parseTransfer(line, last_);
-    if (!transfer) return refuse(transfer.error().expected, transfer.error().found);
+    if (!transfer) return tl::unexpected(refuse(transfer.error().expected, transfer.error().found));
     last_ = transfer->time;
     ++lines_;
     return std::optional(std::move(*transfer));
@@ -129,31 +134,29 @@ Result<std::optional<Transfer>, FileError> RecordingParser::take(std::string_vie
   return std::optional<Transfer>();
 }
 
-std::optional<FileError> RecordingParser::end() const {
-  if (headed_) return std::nullopt;
-  return FileError{name_, 1, '"' + std::string(heading) + '"',
-                   say("recording", "the end of the file")};
+Status RecordingParser::end() const {
+  if (headed_) return {};
+  return tl::unexpected(FileError{name_, 1, '"' + std::string(heading) + '"',
+                                  say("recording", "the end of the file")});
 }
 
-Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
-                                                        const std::string& name) {
+Result<std::vector<Transfer>> parseRecording(std::string_view text, const std::string& name) {
   std::vector<Transfer> transfers;
   RecordingParser parser(name);
   for (const std::string_view line : linesOf(text)) {
     auto transfer = parser.take(line);
-    if (!transfer) return transfer.error();
+    if (!transfer) return tl::unexpected(transfer.error());
     if (*transfer) transfers.push_back(std::move(**transfer));
   }
-  if (auto failed = parser.end()) return std::move(*failed);
+  if (const Status ended = parser.end(); !ended) return tl::unexpected(ended.error());
   return transfers;
 }
 
-Result<std::unique_ptr<RecordingFile>, FileError> RecordingFile::open(
-    const std::filesystem::path& file) {
+Result<std::unique_ptr<RecordingFile>> RecordingFile::open(const std::filesystem::path& file) {
   std::unique_ptr<RecordingFile> recording(new RecordingFile(file));
   recording->begin();
   recording->first_ = recording->parse();
-  if (recording->error_) return std::move(*recording->error_);
+  if (recording->error_) return tl::unexpected(*recording->error_);
   return recording;
 }
 
@@ -180,7 +183,7 @@ std::optional<Transfer> RecordingFile::parse() {
     const auto line = nextLine();
     if (error_) break;
     if (!line) {
-      error_ = parser_->end();
+      if (const Status ended = parser_->end(); !ended) error_ = ended.error();
       break;
     }
     auto transfer = parser_->take(*line);
@@ -224,7 +227,7 @@ bool RecordingFile::readOn() {
   return count > 0;
 }
 
-std::optional<FileError> Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) {
+Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) {
   stop();
   path_ = file;
   start_ = now;
@@ -232,10 +235,11 @@ std::optional<FileError> Recorder::start(const std::filesystem::path& file, Cloc
   // Whoever records has the port meanwhile: what is no file must keep nobody waiting.
   file_ = openForWriting(file);
   if (!file_)
-    return FileError{file.string(), 0, say("recording", "a file that can be written"),
-                     std::error_code(errno, std::generic_category()).message()};
+    return tl::unexpected(FileError{file.string(), 0,
+                                    say("recording", "a file that can be written"),
+                                    std::error_code(errno, std::generic_category()).message()});
   write(heading);
-  return isOn() ? std::nullopt : stop();
+  return isOn() ? Status() : stop();
 }
 
 void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes) {
@@ -273,9 +277,10 @@ void Recorder::breakOff(std::string expected, std::string found) {
   file_.reset();
 }
 
-std::optional<FileError> Recorder::stop() {
+Status Recorder::stop() {
   file_.reset();
-  return std::exchange(problem_, std::nullopt);
+  if (auto problem = std::exchange(problem_, std::nullopt)) return tl::unexpected(*problem);
+  return {};
 }
 
 }  // namespace touch

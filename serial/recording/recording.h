@@ -70,9 +70,9 @@ class RecordingParser {
   explicit RecordingParser(std::string name) : name_(std::move(name)) {}
 
   /// The transfer of a line, without its end, unless it holds none.
-  Result<std::optional<Transfer>, FileError> take(std::string_view line);
-  /// What is wrong when no line follows.
-  std::optional<FileError> end() const;
+  Result<std::optional<Transfer>> take(std::string_view line);
+  /// Whether it is whole when no line follows.
+  Status end() const;
   /// An error in the line that follows.
   FileError refuse(std::string expected, std::string found) const;
 
@@ -84,15 +84,14 @@ class RecordingParser {
 };
 
 /// `name` is what an error calls the file.
-Result<std::vector<Transfer>, FileError> parseRecording(std::string_view text,
-                                                        const std::string& name);
+Result<std::vector<Transfer>> parseRecording(std::string_view text, const std::string& name);
 
 /// The transfers of a file. It is read while they are taken: however long it is, little of it is in
 /// memory, and what is wrong in it is told when it is reached.
 class RecordingFile final : public TransferSource {
  public:
   /// Refuses what does not begin as a recording does.
-  static Result<std::unique_ptr<RecordingFile>, FileError> open(const std::filesystem::path& file);
+  static Result<std::unique_ptr<RecordingFile>> open(const std::filesystem::path& file);
 
   std::optional<Transfer> next() override;
   void rewind() override { begin(); }
@@ -120,13 +119,13 @@ class Recorder {
   /// It writes at most `limit` bytes.
   explicit Recorder(std::size_t limit = largestRecording) : limit_(limit) {}
 
-  /// Starts a new recording in `file`; times count from `now`. Returns why it cannot be written.
-  std::optional<FileError> start(const std::filesystem::path& file, Clock::TimePoint now);
+  /// Starts a new recording in `file`; times count from `now`.
+  Status start(const std::filesystem::path& file, Clock::TimePoint now);
   /// Nothing while off. A recording that cannot be written on, or could not be read again, ends
   /// itself.
   void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
-  /// Ends the recording; returns what has gone wrong since it was started.
-  std::optional<FileError> stop();
+  /// Ends the recording. The error is what has gone wrong since it was started.
+  Status stop();
   bool isOn() const { return file_ != nullptr; }
 
  private:

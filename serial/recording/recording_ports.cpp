@@ -24,20 +24,20 @@ RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
         if (!isRecording()) timer_->stop();
       })) {}
 
-std::optional<FileError> RecordedPort::startRecording(const std::filesystem::path& file) {
+Status RecordedPort::startRecording(const std::filesystem::path& file) {
   collect();
-  auto failed = recorder_.start(file, clock_.now());
-  if (!failed) timer_->start(recordingInterval);
-  return failed;
+  auto started = recorder_.start(file, clock_.now());
+  if (started) timer_->start(recordingInterval);
+  return started;
 }
 
-std::optional<FileError> RecordedPort::stopRecording() {
+Status RecordedPort::stopRecording() {
   if (isRecording()) collect();
   timer_->stop();
   return recorder_.stop();
 }
 
-std::optional<std::string> RecordedPort::open() {
+Result<void, std::string> RecordedPort::open() {
   if (!isOpen()) waiting_.clear();
   return inner_.open();
 }
@@ -82,14 +82,14 @@ ReplayPort::ReplayPort(std::unique_ptr<TransferSource> recording, const Clock& c
   advance();
 }
 
-std::optional<std::string> ReplayPort::open() {
-  if (isOpen()) return std::nullopt;
+Result<void, std::string> ReplayPort::open() {
+  if (isOpen()) return {};
   recording_->rewind();
   waiting_.clear();
   advance();
   silence_ = next_ ? next_->time : std::chrono::microseconds(0);
   start_ = clock_.now();
-  return std::nullopt;
+  return {};
 }
 
 void ReplayPort::advance() {

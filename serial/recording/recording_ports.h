@@ -15,19 +15,18 @@ class RecordedPort final : public SerialPort {
  public:
   RecordedPort(SerialPort& inner, Clock& clock);
 
-  /// Starts a new recording in `file`; returns why it cannot be written. What has come in before is
-  /// not of it.
-  std::optional<FileError> startRecording(const std::filesystem::path& file);
-  /// Ends the recording; returns what has gone wrong since it was started.
-  std::optional<FileError> stopRecording();
+  /// Starts a new recording in `file`. What has come in before is not of it.
+  Status startRecording(const std::filesystem::path& file);
+  /// Ends the recording. The error is what has gone wrong since it was started.
+  Status stopRecording();
   /// A recording that cannot be written on ends itself.
   bool isRecording() const { return recorder_.isOn(); }
 
-  std::optional<std::string> setSettings(std::string_view settings) override {
+  Result<void, std::string> setSettings(std::string_view settings) override {
     return inner_.setSettings(settings);
   }
   void selectPort(int number) override { inner_.selectPort(number); }
-  std::optional<std::string> open() override;
+  Result<void, std::string> open() override;
   void close() override;
   bool isOpen() const override { return inner_.isOpen(); }
   std::string sharedWith() const override { return inner_.sharedWith(); }
@@ -62,9 +61,9 @@ class ReplayPort final : public SerialPort {
 
   ReplayPort(std::unique_ptr<TransferSource> recording, const Clock& clock);
 
-  std::optional<std::string> setSettings(std::string_view) override { return std::nullopt; }
+  Result<void, std::string> setSettings(std::string_view) override { return {}; }
   void selectPort(int) override {}
-  std::optional<std::string> open() override;
+  Result<void, std::string> open() override;
   void close() override { start_.reset(); }
   bool isOpen() const override { return start_.has_value(); }
   std::optional<std::string> lost() const override { return std::nullopt; }

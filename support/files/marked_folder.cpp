@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string_view>
+#include <utility>
 
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
@@ -22,35 +23,36 @@ bool hasMark(std::FILE* file) {
          std::string_view(found.data(), found.size()) == mark;
 }
 
-FileError unmarked(const fs::path& path) {
-  return {path.string(), 0, say("files", "a folder that TouchUtility has made"),
-          say("files", "another one of this name")};
+tl::unexpected<FileError> unmarked(const fs::path& path) {
+  return tl::unexpected(FileError{path.string(), 0,
+                                  say("files", "a folder that TouchUtility has made"),
+                                  say("files", "another one of this name")});
 }
 
 /// What a program that could not mark a folder has made goes again: it would be nobody's.
-FileError madeInVain(const OwnFolder& folder, FileError why) {
+tl::unexpected<FileError> madeInVain(const OwnFolder& folder, FileError why) {
   folder.remove(MarkedFolder::markName);
   SystemFolder::removeEmpty(folder.path());
-  return why;
+  return tl::unexpected(std::move(why));
 }
 
 }  // namespace
 
-Result<MarkedFolder, FileError> MarkedFolder::take(const fs::path& path) {
+Result<MarkedFolder> MarkedFolder::take(const fs::path& path) {
   auto folder = OwnFolder::open(path);
-  if (!folder) return folder.error();
+  if (!folder) return tl::unexpected(folder.error());
   auto held = folder->openFile(markName, OwnFolder::Opening::alone);
-  if (!held) return held.error();
+  if (!held) return tl::unexpected(held.error());
   if (!hasMark(held->get())) return unmarked(path);
   return MarkedFolder(std::move(*folder), std::move(*held));
 }
 
-Result<MarkedFolder, FileError> MarkedFolder::make(const fs::path& path) {
+Result<MarkedFolder> MarkedFolder::make(const fs::path& path) {
   if (isFolderOfTheSystem(path.parent_path()))
-    return FileError{path.string(), 0, say("files", "a folder for the user's files"),
-                     say("files", "one of the system's")};
+    return tl::unexpected(FileError{path.string(), 0, say("files", "a folder for the user's files"),
+                                    say("files", "one of the system's")});
   auto folder = OwnFolder::make(path);
-  if (!folder) return folder.error();
+  if (!folder) return tl::unexpected(folder.error());
   auto held = folder->openFile(markName, OwnFolder::Opening::create);
   if (!held) return madeInVain(*folder, held.error());
   if (const auto failed = writeOut(held->get(), mark)) {
@@ -61,11 +63,11 @@ Result<MarkedFolder, FileError> MarkedFolder::make(const fs::path& path) {
   return MarkedFolder(std::move(*folder), std::move(*held));
 }
 
-std::optional<FileError> MarkedFolder::tryOut(const fs::path& path) {
+Status MarkedFolder::tryOut(const fs::path& path) {
   std::error_code failed;
-  if (!fs::exists(fs::symlink_status(path, failed))) return std::nullopt;
+  if (!fs::exists(fs::symlink_status(path, failed))) return {};
   const auto folder = OwnFolder::open(path);
-  if (!folder) return folder.error();
+  if (!folder) return tl::unexpected(folder.error());
   const auto file = folder->openFile(markName, OwnFolder::Opening::read);
   if (!file || !hasMark(file->get())) return unmarked(path);
   return folder->tryOut();

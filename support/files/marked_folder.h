@@ -15,14 +15,14 @@ class MarkedFolder {
   static constexpr const char* markName = "in-use.lock";
 
   /// One that is there. Nothing is made.
-  static Result<MarkedFolder, FileError> take(const std::filesystem::path& path);
+  static Result<MarkedFolder> take(const std::filesystem::path& path);
   /// A new one, marked. What has the path is refused and left alone, as is a folder of the system's
   /// around it.
-  static Result<MarkedFolder, FileError> make(const std::filesystem::path& path);
+  static Result<MarkedFolder> make(const std::filesystem::path& path);
 
-  /// Why the folder at `path`, whoever has it, is no such one or cannot be written. Nothing when
-  /// there is none.
-  static std::optional<FileError> tryOut(const std::filesystem::path& path);
+  /// Whether the folder at `path`, whoever has it, is such a one and can be written, or there is
+  /// none.
+  static Status tryOut(const std::filesystem::path& path);
 
   const OwnFolder& files() const { return folder_; }
 

@@ -14,17 +14,19 @@ namespace fs = std::filesystem;
 
 constexpr int mostNames = 1000;  // beside one file, or of one time and controller
 
-FileError folderError(const fs::path& path, std::string found) {
-  return {path.string(), 0, say("files", "a folder of this user's own"), std::move(found)};
+tl::unexpected<FileError> folderError(const fs::path& path, std::string found) {
+  return tl::unexpected(
+      FileError{path.string(), 0, say("files", "a folder of this user's own"), std::move(found)});
 }
 
-FileError ownFileError(const fs::path& path, const SystemFolder::Refusal& refusal,
-                       OwnFolder::Opening how = OwnFolder::Opening::create) {
+tl::unexpected<FileError> ownFileError(const fs::path& path, const SystemFolder::Refusal& refusal,
+                                       OwnFolder::Opening how = OwnFolder::Opening::create) {
   const std::string possible = how == OwnFolder::Opening::read
                                    ? say("files", "a file that can be read")
                                    : say("files", "a place that can be written");
-  return {path.string(), 0, refusal.why ? possible : say("files", "a file of this user's own"),
-          refusal.found};
+  return tl::unexpected(
+      FileError{path.string(), 0,
+                refusal.why ? possible : say("files", "a file of this user's own"), refusal.found});
 }
 
 bool endsInALine(std::FILE* file) {
@@ -33,21 +35,21 @@ bool endsInALine(std::FILE* file) {
 
 }  // namespace
 
-Result<OwnFolder, FileError> OwnFolder::open(const fs::path& path) {
+Result<OwnFolder> OwnFolder::open(const fs::path& path) {
   auto folder = SystemFolder::open(path, true);
   if (!folder) return folderError(path, folder.error().found);
   return OwnFolder(path, std::move(*folder));
 }
 
-Result<OwnFolder, FileError> OwnFolder::openAnybodys(const fs::path& path) {
+Result<OwnFolder> OwnFolder::openAnybodys(const fs::path& path) {
   auto folder = SystemFolder::open(path, false);
   if (!folder)
-    return FileError{path.string(), 0, say("files", "a place that can be written"),
-                     folder.error().found};
+    return tl::unexpected(FileError{path.string(), 0, say("files", "a place that can be written"),
+                                    folder.error().found});
   return OwnFolder(path, std::move(*folder));
 }
 
-Result<OwnFolder, FileError> OwnFolder::make(const fs::path& path) {
+Result<OwnFolder> OwnFolder::make(const fs::path& path) {
   std::error_code failed;
   fs::create_directories(path.parent_path(), failed);
   failed = SystemFolder::make(path);
@@ -57,7 +59,7 @@ Result<OwnFolder, FileError> OwnFolder::make(const fs::path& path) {
   return made;
 }
 
-Result<OwnFolder, FileError> OwnFolder::openOrMake(const fs::path& path) {
+Result<OwnFolder> OwnFolder::openOrMake(const fs::path& path) {
   std::error_code ignored;
   fs::create_directories(path.parent_path(), ignored);
   const auto failed = SystemFolder::make(path);
@@ -65,23 +67,25 @@ Result<OwnFolder, FileError> OwnFolder::openOrMake(const fs::path& path) {
   return open(path);
 }
 
-FileError OwnFolder::refused(const std::string& name, const SystemFolder::Refusal& refusal) const {
+tl::unexpected<FileError> OwnFolder::refused(const std::string& name,
+                                             const SystemFolder::Refusal& refusal) const {
   return ownFileError(path_ / name, refusal);
 }
 
-std::optional<FileError> OwnFolder::namesReachDisk(const std::string& name) const {
-  const auto lost = folder_.reachDisk();
-  return lost ? std::optional(refused(name, *lost)) : std::nullopt;
+Status OwnFolder::namesReachDisk(const std::string& name) const {
+  const auto kept = folder_.reachDisk();
+  if (!kept) return refused(name, kept.error());
+  return {};
 }
 
-Result<File, FileError> OwnFolder::openFile(const std::string& name, Opening how) const {
+Result<File> OwnFolder::openFile(const std::string& name, Opening how) const {
   auto file = folder_.openFile(name, how);
   if (!file) return ownFileError(path_ / name, file.error(), how);
   return std::move(*file);
 }
 
-Result<OwnFolder::Fresh, FileError> OwnFolder::writeBeside(const std::string& name,
-                                                           std::string_view content) const {
+Result<OwnFolder::Fresh> OwnFolder::writeBeside(const std::string& name,
+                                                std::string_view content) const {
   for (int number = 0; number < mostNames; ++number) {
     Fresh fresh{nullptr, name + std::string(unfinishedEnding) +
                              (number == 0 ? std::string() : std::to_string(number))};
@@ -100,40 +104,39 @@ Result<OwnFolder::Fresh, FileError> OwnFolder::writeBeside(const std::string& na
   return refused(name, {{}, say("files", "too many that were left unfinished")});
 }
 
-std::optional<FileError> OwnFolder::write(const std::string& name, std::string_view content) const {
+Status OwnFolder::write(const std::string& name, std::string_view content) const {
   auto fresh = writeBeside(name, content);
-  if (!fresh) return fresh.error();
-  const auto refusal = folder_.rename(fresh->file, fresh->name, name, true);
-  if (!refusal) return namesReachDisk(name);
+  if (!fresh) return tl::unexpected(fresh.error());
+  const auto renamed = folder_.rename(fresh->file, fresh->name, name, true);
+  if (renamed) return namesReachDisk(name);
   fresh->file.reset();
   folder_.remove(fresh->name);
-  return refused(name, *refusal);
+  return refused(name, renamed.error());
 }
 
-Result<std::string, FileError> OwnFolder::add(const std::string& stem, const std::string& ending,
-                                              std::string_view content) const {
+Result<std::string> OwnFolder::add(const std::string& stem, const std::string& ending,
+                                   std::string_view content) const {
   auto fresh = writeBeside(stem + ending, content);
-  if (!fresh) return fresh.error();
+  if (!fresh) return tl::unexpected(fresh.error());
   std::string name = stem + ending;
-  auto refusal = folder_.rename(fresh->file, fresh->name, name, false);
-  for (int number = 2; refusal && refusal->exists() && number < mostNames; ++number) {
+  auto renamed = folder_.rename(fresh->file, fresh->name, name, false);
+  for (int number = 2; !renamed && renamed.error().exists() && number < mostNames; ++number) {
     name = stem;
     name.append("-").append(std::to_string(number)).append(ending);
-    refusal = folder_.rename(fresh->file, fresh->name, name, false);
+    renamed = folder_.rename(fresh->file, fresh->name, name, false);
   }
-  if (!refusal) {
-    if (auto error = namesReachDisk(name)) return std::move(*error);
+  if (renamed) {
+    if (const Status kept = namesReachDisk(name); !kept) return tl::unexpected(kept.error());
     return name;
   }
   fresh->file.reset();
   folder_.remove(fresh->name);
-  return refused(name, *refusal);
+  return refused(name, renamed.error());
 }
 
-std::optional<FileError> OwnFolder::appendLine(const std::string& name,
-                                               std::string_view line) const {
+Status OwnFolder::appendLine(const std::string& name, std::string_view line) const {
   const auto file = openFile(name, Opening::append);
-  if (!file) return file.error();
+  if (!file) return tl::unexpected(file.error());
   std::FILE* const stream = file->get();
   const bool alone = lockAlone(stream);
   const std::uintmax_t size = sizeOf(stream);
@@ -141,39 +144,38 @@ std::optional<FileError> OwnFolder::appendLine(const std::string& name,
   text.append(line) += '\n';
   std::fseek(stream, 0, SEEK_END);
   const auto failed = writeOut(stream, text);
-  if (!failed) return size == 0 ? namesReachDisk(name) : std::nullopt;
+  if (!failed) return size == 0 ? namesReachDisk(name) : Status();
   // Another program's line may stand behind it by now; the next line ends this one.
   if (alone) cutTo(stream, size);
   return refused(name, {failed, failed.message()});
 }
 
-Result<std::string, FileError> OwnFolder::read(const std::string& name, std::size_t limit) const {
+Result<std::string> OwnFolder::read(const std::string& name, std::size_t limit) const {
   auto file = openFile(name, Opening::read);
-  if (!file) return file.error();
+  if (!file) return tl::unexpected(file.error());
   return readWholeFile(std::move(*file), (path_ / name).string(), limit);
 }
 
-std::optional<FileError> OwnFolder::remove(const std::string& name) const {
-  const auto refusal = folder_.remove(name);
-  if (!refusal || refusal->missing()) return std::nullopt;
-  return refused(name, *refusal);
+Status OwnFolder::remove(const std::string& name) const {
+  const auto removed = folder_.remove(name);
+  if (removed || removed.error().missing()) return {};
+  return refused(name, removed.error());
 }
 
-std::optional<FileError> OwnFolder::rename(const std::string& from, const std::string& to,
-                                           bool replaces) const {
-  const auto refusal = folder_.rename(from, to, replaces);
-  if (!refusal) return std::nullopt;
-  return refused(to, *refusal);
+Status OwnFolder::rename(const std::string& from, const std::string& to, bool replaces) const {
+  const auto renamed = folder_.rename(from, to, replaces);
+  if (renamed) return {};
+  return refused(to, renamed.error());
 }
 
-std::optional<FileError> OwnFolder::tryOut() const {
+Status OwnFolder::tryOut() const {
   auto fresh = writeBeside("probe", "can this be written?\n");
-  if (!fresh) return fresh.error();
+  if (!fresh) return tl::unexpected(fresh.error());
   fresh->file.reset();
   return remove(fresh->name);
 }
 
-Result<File, FileError> openOwnFile(const fs::path& path) {
+Result<File> openOwnFile(const fs::path& path) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
   const auto around = SystemFolder::open(folder, false);
   if (!around) return folderError(folder, around.error().found);

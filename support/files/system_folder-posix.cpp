@@ -32,23 +32,23 @@ class OpenDescriptor {
   int number_;
 };
 
-Refusal refusedBySystem() {
+tl::unexpected<Refusal> refusedBySystem() {
   const std::error_code why(errno, std::generic_category());
-  return {why, why.message()};
+  return tl::unexpected(Refusal{why, why.message()});
 }
 
-Refusal refusedByUs(std::string found) {
-  return {{}, std::move(found)};
+tl::unexpected<Refusal> refusedByUs(std::string found) {
+  return tl::unexpected(Refusal{{}, std::move(found)});
 }
 
-/// Why a file is not this program's, if it is not.
-std::optional<Refusal> judged(const struct stat& status) {
+/// Whether a file is this program's.
+Result<void, Refusal> judged(const struct stat& status) {
   if (S_ISLNK(status.st_mode)) return refusedByUs(say("files", "a link"));
   if (S_ISDIR(status.st_mode)) return refusedByUs(say("files", "a folder"));
   if (!S_ISREG(status.st_mode)) return refusedByUs(say("files", "a device or a pipe"));
   if (status.st_uid != geteuid()) return refusedByUs(say("files", "another user's file"));
   if (status.st_nlink > 1) return refusedByUs(say("files", "a file that has a second name"));
-  return std::nullopt;
+  return {};
 }
 
 bool isSame(const struct stat& one, const struct stat& other) {
@@ -91,7 +91,7 @@ Result<SystemFolder, Refusal> SystemFolder::open(const std::filesystem::path& pa
   const int links = own ? O_NOFOLLOW : 0;
   const int opened = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | links);
   if (opened < 0) {
-    const Refusal refused = refusedBySystem();
+    const auto refused = refusedBySystem();
     struct stat status {};
     const bool isLink = own && lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
     return isLink ? refusedByUs(say("files", "a link")) : refused;
@@ -108,10 +108,10 @@ std::error_code SystemFolder::make(const std::filesystem::path& path) {
     return {errno, std::generic_category()};
   // Folders can be made in one that cannot be opened.
   const auto around = open(path.has_parent_path() ? path.parent_path() : ".", false);
-  const auto lost = around ? around->reachDisk() : std::nullopt;
-  if (!lost) return {};
+  const auto kept = around ? around->reachDisk() : Result<void, Refusal>();
+  if (kept) return {};
   removeEmpty(path);
-  return lost->why;
+  return kept.error().why;
 }
 
 bool SystemFolder::mayMakeIn(const std::filesystem::path& path) {
@@ -122,7 +122,7 @@ void SystemFolder::removeEmpty(const std::filesystem::path& path) {
   rmdir(path.c_str());
 }
 
-std::optional<Refusal> SystemFolder::judge(const std::string& name) const {
+Result<void, Refusal> SystemFolder::judge(const std::string& name) const {
   struct stat status {};
   if (fstatat(native_->number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
     return refusedBySystem();
@@ -133,7 +133,8 @@ Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening ho
   // To open a device can be to use it; so it is looked at first, and what was opened is looked at
   // again.
   const auto before = judge(name);
-  if (before && !before->missing() && how != Opening::create) return *before;
+  if (!before && !before.error().missing() && how != Opening::create)
+    return tl::unexpected(before.error());
   const auto [flags, mode] = accessFor(how);
   OpenDescriptor opened(openat(native_->number(), name.c_str(),
                                flags | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
@@ -141,7 +142,7 @@ Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening ho
   if (opened.number() < 0) return refusedBySystem();
   struct stat status {};
   if (fstat(opened.number(), &status) != 0) return refusedBySystem();
-  if (auto refused = judged(status)) return *refused;
+  if (const auto ours = judged(status); !ours) return tl::unexpected(ours.error());
   const bool alone = how == Opening::create || how == Opening::alone;
   // A file system that knows no locks is no reason to do without.
   if (alone && flock(opened.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
@@ -152,8 +153,8 @@ Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening ho
   return file;
 }
 
-std::optional<Refusal> SystemFolder::rename(File& file, const std::string& from,
-                                            const std::string& to, bool replaces) const {
+Result<void, Refusal> SystemFolder::rename(File& file, const std::string& from,
+                                           const std::string& to, bool replaces) const {
   struct stat opened {};
   struct stat named {};
   const int folder = native_->number();
@@ -164,24 +165,22 @@ std::optional<Refusal> SystemFolder::rename(File& file, const std::string& from,
   return rename(from, to, replaces);
 }
 
-std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
-                                            bool replaces) const {
+Result<void, Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
+                                           bool replaces) const {
   const int folder = native_->number();
-  if (auto refused = judge(from)) return refused;
+  if (auto ours = judge(from); !ours) return ours;
   if (replaces) {
     auto there = judge(to);
-    if (there && !there->missing()) return there;
-    return renameat(folder, from.c_str(), folder, to.c_str()) == 0
-               ? std::nullopt
-               : std::optional(refusedBySystem());
+    if (!there && !there.error().missing()) return there;
+    if (renameat(folder, from.c_str(), folder, to.c_str()) != 0) return refusedBySystem();
+    return {};
   }
-  if (renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0)
-    return std::nullopt;
+  if (renameat2(folder, from.c_str(), folder, to.c_str(), RENAME_NOREPLACE) == 0) return {};
   if (errno != EINVAL && errno != ENOSYS) return refusedBySystem();
   // Some file systems cannot do both in one step: the name is claimed first, by an empty file.
   const auto claimed = openFile(to, Opening::create);
-  if (!claimed) return claimed.error();
-  if (renameat(folder, from.c_str(), folder, to.c_str()) == 0) return std::nullopt;
+  if (!claimed) return tl::unexpected(claimed.error());
+  if (renameat(folder, from.c_str(), folder, to.c_str()) == 0) return {};
   auto refused = refusedBySystem();
   unlinkat(folder, to.c_str(), 0);
   return refused;
@@ -189,20 +188,19 @@ std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::
 
 void SystemFolder::keepAsPrivate(File& file, const std::string& name) const {
   struct stat status {};
-  if (fstatat(native_->number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-      !judged(status))
+  if (fstatat(native_->number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && judged(status))
     fchmod(fileno(file.get()), status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO));
 }
 
-std::optional<Refusal> SystemFolder::remove(const std::string& name) const {
-  if (auto refused = judge(name)) return refused;
+Result<void, Refusal> SystemFolder::remove(const std::string& name) const {
+  if (auto ours = judge(name); !ours) return ours;
   if (unlinkat(native_->number(), name.c_str(), 0) != 0) return refusedBySystem();
-  return std::nullopt;
+  return {};
 }
 
-std::optional<Refusal> SystemFolder::reachDisk() const {
+Result<void, Refusal> SystemFolder::reachDisk() const {
   // Some file systems write names at once and refuse to be asked.
-  if (fsync(native_->number()) == 0 || errno == EINVAL || errno == ENOTSUP) return std::nullopt;
+  if (fsync(native_->number()) == 0 || errno == EINVAL || errno == ENOTSUP) return {};
   return refusedBySystem();
 }
 

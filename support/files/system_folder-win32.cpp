@@ -47,15 +47,15 @@ std::error_code lastFailure() {
   }
 }
 
-Refusal refusedBySystem() {
-  if (GetLastError() == ERROR_SHARING_VIOLATION)
-    return {{}, say("files", "one that another program has")};
-  const auto why = lastFailure();
-  return {why, why.message()};
+tl::unexpected<Refusal> refusedByUs(std::string found) {
+  return tl::unexpected(Refusal{{}, std::move(found)});
 }
 
-Refusal refusedByUs(std::string found) {
-  return {{}, std::move(found)};
+tl::unexpected<Refusal> refusedBySystem() {
+  if (GetLastError() == ERROR_SHARING_VIOLATION)
+    return refusedByUs(say("files", "one that another program has"));
+  const auto why = lastFailure();
+  return tl::unexpected(Refusal{why, why.message()});
 }
 
 /// A symbolic link or a junction; files that a cloud service keeps are reparse points too, and no
@@ -67,8 +67,8 @@ bool isLink(HANDLE handle) {
          IsReparseTagNameSurrogate(info.ReparseTag);
 }
 
-/// Why what is open is no file of this program's, if it is not.
-std::optional<Refusal> judged(HANDLE handle) {
+/// Whether what is open is a file of this program's.
+Result<void, Refusal> judged(HANDLE handle) {
   if (GetFileType(handle) != FILE_TYPE_DISK) return refusedByUs(say("files", "a device or a pipe"));
   if (isLink(handle)) return refusedByUs(say("files", "a link"));
   BY_HANDLE_FILE_INFORMATION info{};
@@ -76,7 +76,7 @@ std::optional<Refusal> judged(HANDLE handle) {
   if ((info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0)
     return refusedByUs(say("files", "a folder"));
   if (info.nNumberOfLinks > 1) return refusedByUs(say("files", "a file that has a second name"));
-  return std::nullopt;
+  return {};
 }
 
 struct AccessMode {
@@ -112,7 +112,7 @@ HANDLE openItself(const fs::path& path, DWORD access, DWORD share, DWORD disposi
                      FILE_FLAG_OPEN_REPARSE_POINT | FILE_FLAG_BACKUP_SEMANTICS, nullptr);
 }
 
-std::optional<Refusal> renamedTo(HANDLE handle, const fs::path& path, bool replaces) {
+Result<void, Refusal> renamedTo(HANDLE handle, const fs::path& path, bool replaces) {
   const std::wstring& name = path.native();
   std::vector<char> memory(sizeof(FILE_RENAME_INFO) + name.size() * sizeof(wchar_t));
   FILE_RENAME_INFO info{};
@@ -123,7 +123,8 @@ std::optional<Refusal> renamedTo(HANDLE handle, const fs::path& path, bool repla
               name.size() * sizeof(wchar_t));
   const BOOL done = SetFileInformationByHandle(handle, FileRenameInfo, memory.data(),
                                                static_cast<DWORD>(memory.size()));
-  return done != 0 ? std::nullopt : std::optional(refusedBySystem());
+  if (done == 0) return refusedBySystem();
+  return {};
 }
 
 HANDLE handleOf(std::FILE* file) {
@@ -172,7 +173,7 @@ void SystemFolder::removeEmpty(const fs::path& path) {
   RemoveDirectoryW(path.c_str());
 }
 
-std::optional<Refusal> SystemFolder::judge(const std::string& name) const {
+Result<void, Refusal> SystemFolder::judge(const std::string& name) const {
   const OpenHandle opened(openItself(native_->path / name, FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
@@ -184,7 +185,7 @@ Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening ho
   const auto [access, share, disposition, flags, mode] = accessFor(how);
   OpenHandle opened(openItself(native_->path / name, access, share, disposition));
   if (!opened.isOpen()) return refusedBySystem();
-  if (auto refused = judged(opened.get())) return *refused;
+  if (const auto ours = judged(opened.get()); !ours) return tl::unexpected(ours.error());
   const int number = _open_osfhandle(reinterpret_cast<std::intptr_t>(opened.get()), flags);
   if (number < 0) return refusedBySystem();
   opened.release();
@@ -196,24 +197,24 @@ Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening ho
   return file;
 }
 
-std::optional<Refusal> SystemFolder::rename(File& file, const std::string&, const std::string& to,
-                                            bool replaces) const {
+Result<void, Refusal> SystemFolder::rename(File& file, const std::string&, const std::string& to,
+                                           bool replaces) const {
   if (replaces) {
-    const auto there = judge(to);
-    if (there && !there->missing()) return there;
+    auto there = judge(to);
+    if (!there && !there.error().missing()) return there;
   }
   return renamedTo(handleOf(file.get()), native_->path / to, replaces);
 }
 
-std::optional<Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
-                                            bool replaces) const {
+Result<void, Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
+                                           bool replaces) const {
   const OpenHandle opened(openItself(native_->path / from, DELETE | FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
   if (!opened.isOpen()) return refusedBySystem();
-  if (auto refused = judged(opened.get())) return refused;
-  const auto there = judge(to);
-  if (replaces && there && !there->missing()) return there;
+  if (auto ours = judged(opened.get()); !ours) return ours;
+  auto there = judge(to);
+  if (replaces && !there && !there.error().missing()) return there;
   return renamedTo(opened.get(), native_->path / to, replaces);
 }
 
@@ -221,20 +222,20 @@ void SystemFolder::keepAsPrivate(File&, const std::string&) const {
   // Who may read a file is said by its folder here.
 }
 
-std::optional<Refusal> SystemFolder::remove(const std::string& name) const {
+Result<void, Refusal> SystemFolder::remove(const std::string& name) const {
   const OpenHandle opened(openItself(native_->path / name, DELETE | FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
   if (!opened.isOpen()) return refusedBySystem();
-  if (auto refused = judged(opened.get())) return refused;
+  if (auto ours = judged(opened.get()); !ours) return ours;
   FILE_DISPOSITION_INFO gone{TRUE};
   if (SetFileInformationByHandle(opened.get(), FileDispositionInfo, &gone, sizeof gone) == 0)
     return refusedBySystem();
-  return std::nullopt;
+  return {};
 }
 
-std::optional<Refusal> SystemFolder::reachDisk() const {
-  return std::nullopt;  // the system keeps a journal of names itself
+Result<void, Refusal> SystemFolder::reachDisk() const {
+  return {};  // the system keeps a journal of names itself
 }
 
 std::vector<std::string> SystemFolder::names() const {

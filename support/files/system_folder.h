@@ -40,21 +40,20 @@ class SystemFolder {
   Result<File, Refusal> openFile(const std::string& name, Opening how) const;
 
   /// Whether a file of this name may be read, replaced and deleted. `missing()` when there is none.
-  std::optional<Refusal> judge(const std::string& name) const;
+  Result<void, Refusal> judge(const std::string& name) const;
 
   /// Gives `file`, which was created as `from`, the name `to`. A file of that name is replaced when
   /// `replaces`, and else `exists()`. Refused when another file has the name `from` by now. The
   /// file may be closed by it.
-  std::optional<Refusal> rename(File& file, const std::string& from, const std::string& to,
-                                bool replaces) const;
+  Result<void, Refusal> rename(File& file, const std::string& from, const std::string& to,
+                               bool replaces) const;
   /// The same for a file that was left by an earlier run.
-  std::optional<Refusal> rename(const std::string& from, const std::string& to,
-                                bool replaces) const;
+  Result<void, Refusal> rename(const std::string& from, const std::string& to, bool replaces) const;
   /// Whoever may not read the file of that name, if it is this user's, may not read `file` either.
   void keepAsPrivate(File& file, const std::string& name) const;
-  std::optional<Refusal> remove(const std::string& name) const;
+  Result<void, Refusal> remove(const std::string& name) const;
   /// Waits until the names that were given in it are on the disk.
-  std::optional<Refusal> reachDisk() const;
+  Result<void, Refusal> reachDisk() const;
   std::vector<std::string> names() const;
 
  private:

@@ -20,8 +20,9 @@ constexpr std::size_t longestQuote = 24;
 constexpr int mostLeftovers = 100;
 constexpr std::size_t readPiece = std::size_t{64} << 10U;
 
-FileError writeError(const fs::path& path, const std::error_code& why) {
-  return {path.string(), 0, say("files", "a place that can be written"), why.message()};
+tl::unexpected<FileError> writeError(const fs::path& path, const std::error_code& why) {
+  return tl::unexpected(
+      FileError{path.string(), 0, say("files", "a place that can be written"), why.message()});
 }
 
 std::error_code lastError() {
@@ -58,7 +59,7 @@ std::pair<File, fs::path> newFileBeside(const fs::path& path) {
   return {nullptr, beside};
 }
 
-Result<std::string, FileError> contentOf(FileInPieces& file) {
+Result<std::string> contentOf(FileInPieces& file) {
   // Memory follows what is there and not what might be.
   std::string content;
   content.reserve(file.size() + readPiece);
@@ -69,7 +70,7 @@ Result<std::string, FileError> contentOf(FileInPieces& file) {
     content.resize(before + count);
     if (count == 0) break;
   }
-  if (file.error()) return *file.error();
+  if (file.error()) return tl::unexpected(*file.error());
   return content;
 }
 
@@ -84,11 +85,11 @@ std::error_code writeOut(std::FILE* file, std::string_view content) {
   return writeOut(file, allOf(content));
 }
 
-std::optional<FileError> writeWholeFile(const fs::path& path, std::string_view content) {
+Status writeWholeFile(const fs::path& path, std::string_view content) {
   return writeWholeFile(path, allOf(content));
 }
 
-std::optional<FileError> writeWholeFile(const fs::path& path, const NextPiece& next) {
+Status writeWholeFile(const fs::path& path, const NextPiece& next) {
   std::error_code failed;
   // The file behind a link is replaced, not the link.
   const fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
@@ -98,8 +99,9 @@ std::optional<FileError> writeWholeFile(const fs::path& path, const NextPiece& n
     return writeError(path, std::make_error_code(std::errc::is_a_directory));
   }
   if (fs::exists(there) && !fs::is_regular_file(there)) {
-    return FileError{path.string(), 0, say("files", "a file"),
-                     say("files", "a device or a pipe, which is not to be replaced")};
+    return tl::unexpected(
+        FileError{path.string(), 0, say("files", "a file"),
+                  say("files", "a device or a pipe, which is not to be replaced")});
   }
   auto [file, beside] = newFileBeside(target);
   if (!file) return writeError(path, lastError());
@@ -108,16 +110,16 @@ std::optional<FileError> writeWholeFile(const fs::path& path, const NextPiece& n
   if (fs::is_regular_file(there)) setMode(file.get(), there.permissions());
   failed = writeOut(file.get(), next);
   if (!failed) failed = renameOpen(file, beside, target);
-  if (!failed) return std::nullopt;
+  if (!failed) return {};
   file.reset();
   std::error_code ignored;
   fs::remove(beside, ignored);
   return writeError(path, failed);
 }
 
-Result<FileInPieces, FileError> FileInPieces::open(const fs::path& path, std::size_t limit) {
+Result<FileInPieces> FileInPieces::open(const fs::path& path, std::size_t limit) {
   const auto failure = [&path](std::string expected, std::string found) {
-    return FileError{path.string(), 0, std::move(expected), std::move(found)};
+    return tl::unexpected(FileError{path.string(), 0, std::move(expected), std::move(found)});
   };
   std::error_code why;
   const auto status = fs::status(path, why);
@@ -132,8 +134,8 @@ Result<FileInPieces, FileError> FileInPieces::open(const fs::path& path, std::si
   return of(std::move(file), path.string(), limit);
 }
 
-Result<FileInPieces, FileError> FileInPieces::of(File file, std::string name, std::size_t limit) {
-  if (sizeOf(file.get()) > limit) return moreThan(limit, std::move(name));
+Result<FileInPieces> FileInPieces::of(File file, std::string name, std::size_t limit) {
+  if (sizeOf(file.get()) > limit) return tl::unexpected(moreThan(limit, std::move(name)));
   return FileInPieces(std::move(file), std::move(name), limit);
 }
 
@@ -152,15 +154,15 @@ std::size_t FileInPieces::read(std::span<char> piece) {
   return error_ ? 0 : count;
 }
 
-Result<std::string, FileError> readWholeFile(const fs::path& path, std::size_t limit) {
+Result<std::string> readWholeFile(const fs::path& path, std::size_t limit) {
   auto file = FileInPieces::open(path, limit);
-  if (!file) return file.error();
+  if (!file) return tl::unexpected(file.error());
   return contentOf(*file);
 }
 
-Result<std::string, FileError> readWholeFile(File file, std::string name, std::size_t limit) {
+Result<std::string> readWholeFile(File file, std::string name, std::size_t limit) {
   auto pieces = FileInPieces::of(std::move(file), std::move(name), limit);
-  if (!pieces) return pieces.error();
+  if (!pieces) return tl::unexpected(pieces.error());
   return contentOf(*pieces);
 }
 

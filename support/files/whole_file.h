@@ -21,14 +21,13 @@ inline constexpr std::string_view unfinishedEnding = ".new";
 /// Writes `content` to `path` whole or not at all: into a new file beside it, which is flushed to
 /// the disk and then takes the name. After an error, which is returned, the old file is as it was
 /// and nothing else is left behind.
-std::optional<FileError> writeWholeFile(const std::filesystem::path& path,
-                                        std::string_view content);
+[[nodiscard]] Status writeWholeFile(const std::filesystem::path& path, std::string_view content);
 
 /// Puts the next piece of a text in place of what is in `piece`; false when there is none.
 using NextPiece = std::function<bool(std::string& piece)>;
 
 /// The same for a content that should not be in memory as a whole.
-std::optional<FileError> writeWholeFile(const std::filesystem::path& path, const NextPiece& next);
+[[nodiscard]] Status writeWholeFile(const std::filesystem::path& path, const NextPiece& next);
 
 /// Writes `content` into a file that is open and waits until it has reached the disk. Returns what
 /// failed.
@@ -38,9 +37,9 @@ std::error_code writeOut(std::FILE* file, std::string_view content);
 /// memory at a time.
 class FileInPieces {
  public:
-  static Result<FileInPieces, FileError> open(const std::filesystem::path& path, std::size_t limit);
+  static Result<FileInPieces> open(const std::filesystem::path& path, std::size_t limit);
   /// The same for one that is open; `name` is what an error calls it.
-  static Result<FileInPieces, FileError> of(File file, std::string name, std::size_t limit);
+  static Result<FileInPieces> of(File file, std::string name, std::size_t limit);
 
   /// As many of its next bytes as `piece` holds, and how many those were: 0 at the end, and when it
   /// failed.
@@ -66,9 +65,9 @@ class FileInPieces {
 };
 
 /// The content of a regular file of at most `limit` bytes.
-Result<std::string, FileError> readWholeFile(const std::filesystem::path& path, std::size_t limit);
+Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t limit);
 /// The same for one that is open; `name` is what an error calls it.
-Result<std::string, FileError> readWholeFile(File file, std::string name, std::size_t limit);
+Result<std::string> readWholeFile(File file, std::string name, std::size_t limit);
 
 /// The lines of `text` without their ends, LF or CR LF; the last one needs no end.
 std::vector<std::string_view> linesOf(std::string_view text);

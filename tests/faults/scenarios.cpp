@@ -138,7 +138,7 @@ Outcome drawAndSave(FaultWorld& world) {
   window.chosenFile = world.disk() / "panel.fdw";
   {
     const Pause pause(world.plan);
-    EXPECT_EQ(writeDrawing(window.chosenFile, {}), std::nullopt);
+    EXPECT_TRUE(writeDrawing(window.chosenFile, {}));
   }
   DrawingSwitches switches{true, false};
   const WorkingFiles files(world.disk(), world.disk());
@@ -172,7 +172,7 @@ Outcome keepLine(FaultWorld& world) {
   int before = 0;
   {
     const Pause pause(world.plan);
-    EXPECT_EQ(writeWholeFile(world.disk() / resultFileName(line), "earlier"), std::nullopt);
+    EXPECT_TRUE(writeWholeFile(world.disk() / resultFileName(line), "earlier"));
     before = remains();
   }
   LinearityProcedure procedure({{20000, 10000}, 200, 100});
@@ -180,10 +180,10 @@ Outcome keepLine(FaultWorld& world) {
   for (float y = 1000; y < 10000; y += 1000)
     procedure.penMove({625, y});
   procedure.penUp();
-  const auto error = keepAndGoOn(world.disk(), procedure);
+  const auto kept = keepAndGoOn(world.disk(), procedure);
   const Pause pause(world.plan);
   EXPECT_EQ(remains(), before) << "an earlier result was lost";
-  return {!error && readResult(world.disk(), line), error ? error->describe() : ""};
+  return {kept && readResult(world.disk(), line), kept ? "" : kept.error().describe()};
 }
 
 /// Does something on the serial line, past the driver.

@@ -15,6 +15,7 @@
 #include "linetest/linearity/linearity_files.h"
 #include "support/files/marked_folder.h"
 #include "support/files/whole_file.h"
+#include "tests/doubles/error_of.h"
 #include "tests/doubles/small_disk.h"
 #include "tests/doubles/temporary_folder.h"
 
@@ -60,18 +61,15 @@ const Planted plantedThings[] = {
 };
 
 /// How a use of a name ends: 0 done, 1 refused with a reason, 2 refused without one.
-int ended(const std::optional<FileError>& error) {
+template <typename Result>
+int ended(const Result& result) {
+  const auto error = test::errorOf(result);
   if (!error) return 0;
   return error->found.empty() || error->expected.empty() ? 2 : 1;
 }
 
 Backup backupIn(const fs::path& folder) {
   return Backup(folder, [] { return Backup::TimePoint{}; });
-}
-
-template <typename T>
-std::optional<FileError> errorOf(const Result<T, FileError>& result) {
-  return result ? std::nullopt : std::optional(result.error());
 }
 
 constexpr TestLine firstLine{Orientation::vertical, 1};
@@ -83,7 +81,7 @@ int keepResult(const fs::path& folder) {
 }
 
 int keep(const fs::path& folder) {
-  return ended(errorOf(backupIn(folder).keep("D", ownBlock)));
+  return ended(backupIn(folder).keep("D", ownBlock));
 }
 
 int note(const fs::path& folder) {
@@ -113,11 +111,11 @@ const OwnName ownNames[] = {
     {"probe.new", "+++++++++", [](auto&) {},
      [](auto& folder) { return ended(OwnFolder::open(folder)->tryOut()); }},
     {"doctor-0.tmp", "+++++++++", [](auto&) {},
-     [](auto& folder) { return tryOutWorkFolder(folder) ? 1 : 0; }},
+     [](auto& folder) { return tryOutWorkFolder(folder) ? 0 : 1; }},
     {"trace", "--------?", [](auto&) {},
      [](auto& folder) {
-       const auto complaint = Trace().start(folder / "trace");
-       return complaint ? (complaint->ends_with(": ") ? 2 : 1) : 0;
+       const auto started = Trace().start(folder / "trace");
+       return started ? 0 : started.error().ends_with(": ") ? 2 : 1;
      }},
     {"Tvm-v1.txt", "--------?", [](auto&) {}, keepResult},
     {"Tvm-v1.txt.new", "+++++++++", [](auto&) {}, keepResult},
@@ -127,9 +125,9 @@ const OwnName ownNames[] = {
        return ended(setAside(folder, std::span(&firstLine, 1)));
      }},
     {"tmp", "---------", [](auto&) {},
-     [](auto& folder) { return ended(errorOf(MarkedFolder::make(folder / "tmp"))); }},
+     [](auto& folder) { return ended(MarkedFolder::make(folder / "tmp")); }},
     {"tmp/in-use.lock", "---------", [](auto& folder) { fs::create_directory(folder / "tmp"); },
-     [](auto& folder) { return ended(errorOf(MarkedFolder::take(folder / "tmp"))); }},
+     [](auto& folder) { return ended(MarkedFolder::take(folder / "tmp")); }},
     {"tmp/tmp000.tmp", "--------?",
      [](auto& folder) { EXPECT_TRUE(MarkedFolder::make(folder / "tmp")); },
      [](auto& folder) {
@@ -193,8 +191,8 @@ TEST(OwnFolders, StayThoseThatWereOpenedWhenAnotherTakesTheirPlace) {
   ASSERT_TRUE(own);
   fs::rename(folder.path() / "own", folder.path() / "moved");
   fs::create_directory_symlink(victim.path(), folder.path() / "own");
-  EXPECT_EQ(own->write("file", "text"), std::nullopt);
-  EXPECT_EQ(own->appendLine("lines", "one"), std::nullopt);
+  EXPECT_TRUE(own->write("file", "text"));
+  EXPECT_TRUE(own->appendLine("lines", "one"));
   EXPECT_EQ(folder.read("moved/file") + folder.read("moved/lines"), "textone\n");
   EXPECT_TRUE(fs::is_empty(victim.path()));
 }
@@ -203,16 +201,16 @@ TEST(OwnFolders, CutBackNoLineOfAnotherProgramOnAFullDisk) {
   const test::TemporaryFolder folder;
   const auto own = OwnFolder::open(folder.path());
   ASSERT_TRUE(own);
-  ASSERT_EQ(own->appendLine("lines", "one"), std::nullopt);
+  ASSERT_TRUE(own->appendLine("lines", "one"));
   {
     const test::SmallDisk disk(6);
-    EXPECT_NE(own->appendLine("lines", "two"), std::nullopt);
+    EXPECT_FALSE(own->appendLine("lines", "two"));
     EXPECT_EQ(folder.read("lines"), "one\n");
     auto others = own->openFile("lines", OwnFolder::Opening::alone);
     ASSERT_TRUE(others);
-    EXPECT_NE(own->appendLine("lines", "two"), std::nullopt);
+    EXPECT_FALSE(own->appendLine("lines", "two"));
   }
-  EXPECT_EQ(own->appendLine("lines", "three"), std::nullopt);
+  EXPECT_TRUE(own->appendLine("lines", "three"));
   EXPECT_EQ(folder.read("lines"), "one\ntw\nthree\n");
 }
 
@@ -243,7 +241,7 @@ TEST(SwappedFile, IsNeitherGivenTheOldOnesModeNorItsName) {
     fs::create_symlink("victim", folder.path() / "old.new");
     return !std::exchange(done, true);
   };
-  EXPECT_NE(writeWholeFile(folder.path() / "old", swap), std::nullopt);
+  EXPECT_FALSE(writeWholeFile(folder.path() / "old", swap));
   EXPECT_EQ(folder.read("old") + folder.read("victim"), "oldtheirs");
   EXPECT_EQ(fs::status(folder.path() / "victim").permissions(), fs::perms{0600});
   EXPECT_FALSE(fs::is_symlink(folder.path() / "old"));

@@ -43,8 +43,8 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
   if (save && !mayReplace(*save, options)) return ExitStatus::failed;
   Trace trace;
   if (options.trace) {
-    if (const auto complaint = trace.start(*options.trace)) {
-      complain(*complaint);
+    if (const auto started = trace.start(*options.trace); !started) {
+      complain(started.error());
       return ExitStatus::failed;
     }
   }
@@ -72,7 +72,7 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
     complain(diagnosticsContents(patient, diagnosis, trace));
     const DiagnosticsSaved saved = saveDiagnostics(*save, patient, diagnosis, trace);
     complain(saved.describe(*save));
-    if (saved.error) return ExitStatus::failed;
+    if (!saved.written) return ExitStatus::failed;
   }
   if (const auto reason = trace.takeBreak()) complain(*reason);
   return statusOf(diagnosis, patient.access.has_value());

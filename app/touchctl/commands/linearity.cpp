@@ -182,8 +182,9 @@ ExitStatus measure(const Measurement& asked, const ShellOptions& options) {
   const auto printLines = options.json ? printLinesAsJson : printLinesAsText;
   printLines(results, panel, limits, passed);
   if (!asked.plot.empty()) {
-    if (const auto error = writeWholeFile(asked.plot, linearitySvg(results, panel, limits))) {
-      complain(error->describe());
+    const auto written = writeWholeFile(asked.plot, linearitySvg(results, panel, limits));
+    if (!written) {
+      complain(written.error().describe());
       return ExitStatus::failed;
     }
   }

@@ -104,8 +104,8 @@ ExitStatus saveParameters(Shell& shell, const fs::path& file) {
       !shell.prompt().confirm(file.string() + " is there already. Replace it?")) {
     return ExitStatus::failed;
   }
-  if (const auto failed = saveVrq(file, *block)) {
-    complain(failed->describe());
+  if (const auto saved = saveVrq(file, *block); !saved) {
+    complain(saved.error().describe());
     return ExitStatus::failed;
   }
   print("Saved in {}\n", printable(file.string()));

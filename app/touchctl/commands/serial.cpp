@@ -166,8 +166,8 @@ ExitStatus record(const SerialWork& work, const fs::path& file) {
   Clock& clock = work.access.clock;
   RecordedPort line(work.port.serial(), clock);
   line.clearInput();
-  if (const auto failed = line.startRecording(file)) {
-    complain(failed->describe());
+  if (const auto started = line.startRecording(file); !started) {
+    complain(started.error().describe());
     return ExitStatus::failed;
   }
   std::size_t count = 0;
@@ -179,10 +179,10 @@ ExitStatus record(const SerialWork& work, const fs::path& file) {
   });
   // What arrived since the last look belongs to it.
   count += line.readAll().size();
-  const auto failed = line.stopRecording();
-  if (failed) complain(failed->describe());
+  const auto recorded = line.stopRecording();
+  if (!recorded) complain(recorded.error().describe());
   print("{} bytes recorded in {}\n", count, printable(file.string()));
-  return failed || lost ? ExitStatus::failed : ExitStatus::done;
+  return !recorded || lost ? ExitStatus::failed : ExitStatus::done;
 }
 
 ordered_json jsonOf(const StrokeRate& stroke, double ceiling) {

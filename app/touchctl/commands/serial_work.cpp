@@ -32,8 +32,8 @@ class NoDriver final : public Driver {
 ExitStatus runOnPort(const SerialWork& work, SerialPort& line, const SerialAction& action) {
   DebuggerPort& port = work.port;
   if (work.serial.port) {
-    if (const auto refused = port.take(*work.serial.port)) {
-      complain(*refused);
+    if (const auto taken = port.take(*work.serial.port); !taken) {
+      complain(taken.error());
       return ExitStatus::failed;
     }
     if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);

@@ -144,14 +144,14 @@ TEST_F(BlockWriting, TellsThatTheJournalIsNotComplete) {
 
 TEST(ParameterTable, TakesBytesInTheChosenBaseOnly) {
   ParameterTable table;
-  EXPECT_EQ(table.edit(3, WordByte::low, "a"), std::nullopt);
+  EXPECT_TRUE(table.edit(3, WordByte::low, "a"));
   for (const char* text : {"100", "0x1", "G0", "", "-1", " 1"})
-    EXPECT_TRUE(table.edit(3, WordByte::low, text)) << text;
+    EXPECT_FALSE(table.edit(3, WordByte::low, text)) << text;
   EXPECT_EQ(table.newText(3, WordByte::low), " 1") << "what is refused stays in sight";
   table.setBase(NumberBase::decimal);
-  EXPECT_EQ(table.edit(3, WordByte::low, "255"), std::nullopt);
+  EXPECT_TRUE(table.edit(3, WordByte::low, "255"));
   for (const char* text : {"256", "A", "0010", "-1"})
-    EXPECT_TRUE(table.edit(3, WordByte::low, text)) << text;
+    EXPECT_FALSE(table.edit(3, WordByte::low, text)) << text;
   EXPECT_TRUE(table.isRejected(3, WordByte::low));
 }
 
@@ -160,16 +160,16 @@ TEST(ParameterTable, WritesOnlyWhatChangedAndNothingThatIsEmpty) {
       {{0x10, 0}, {0x10, 1}, {0x10, 2}, {0x10, 3}, {0x10, 4}, {0x10, 5}, {0x10, 6}, {0x10, 7}}};
   ParameterTable table;
   table.take(before);
-  EXPECT_FALSE(table.edit(4, WordByte::high, "AB"));
-  EXPECT_FALSE(table.edit(5, WordByte::high, "10")) << "typed, but the same";
+  EXPECT_TRUE(table.edit(4, WordByte::high, "AB"));
+  EXPECT_TRUE(table.edit(5, WordByte::high, "10")) << "typed, but the same";
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{4, {0xAB, 4}}}));
   EXPECT_EQ(table.compare(before).at(0).here, (ParameterWord{0xAB, 4}));
   table.clear();
   EXPECT_TRUE(table.changes()->empty());
   EXPECT_EQ(table.block().error(), "Word 00, high byte: expected a value, found nothing");
-  EXPECT_FALSE(table.edit(6, WordByte::high, "10"));
+  EXPECT_TRUE(table.edit(6, WordByte::high, "10"));
   EXPECT_EQ(table.changes().error(), "Word 06, low byte: expected a value, found nothing");
-  EXPECT_FALSE(table.edit(6, WordByte::low, "07"));
+  EXPECT_TRUE(table.edit(6, WordByte::low, "07"));
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{6, {0x10, 7}}}));
 
   ParameterBlock other = before;

@@ -23,18 +23,19 @@ class FakePorts final : public SerialPort {
   std::set<int> present;
   std::map<std::string, Bytes> replies;  ///< by port and command: "5 UT"
 
-  std::optional<std::string> setSettings(std::string_view settings) override {
+  Result<void, std::string> setSettings(std::string_view settings) override {
     journal_.push_back("settings " + std::string(settings));
-    return std::nullopt;
+    return {};
   }
   void selectPort(int number) override {
     EXPECT_FALSE(open_) << "chosen while open";
     number_ = number;
   }
-  std::optional<std::string> open() override {
+  Result<void, std::string> open() override {
     journal_.push_back("open " + std::to_string(number_));
     open_ = present.contains(number_);
-    return open_ ? std::nullopt : std::optional<std::string>("absent");
+    if (!open_) return tl::unexpected(std::string("absent"));
+    return {};
   }
   void close() override {
     if (open_) journal_.push_back("close");

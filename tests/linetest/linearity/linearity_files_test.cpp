@@ -35,7 +35,7 @@ const char* const wholeFile =
 TEST(ResultFile, HasItsRecordsInOrderAndIsReadAgain) {
   const test::TemporaryFolder folder;
   const LineResult result = resultOf({{3050, 500}, {2900, 9000.5F}});
-  ASSERT_EQ(writeResult(folder.path(), secondLine, result, panel), std::nullopt);
+  ASSERT_TRUE(writeResult(folder.path(), secondLine, result, panel));
   EXPECT_EQ(folder.read("Tvm-v2.txt"), wholeFile);
   const auto read = readResult(folder.path(), secondLine);
   ASSERT_TRUE(read) << read.error().describe();
@@ -71,10 +71,10 @@ TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
     procedure.penUp();
     return keepAndGoOn(where, procedure);
   };
-  EXPECT_EQ(keepAndGoOn(folder.path(), procedure), std::nullopt) << "passes over V-1";
-  EXPECT_EQ(drawAndKeepIn(folder.path()), std::nullopt);
+  EXPECT_TRUE(keepAndGoOn(folder.path(), procedure)) << "passes over V-1";
+  EXPECT_TRUE(drawAndKeepIn(folder.path()));
   procedure.goTo(secondLine);
-  EXPECT_TRUE(drawAndKeepIn(folder.path() / "none")) << "nowhere to write";
+  EXPECT_FALSE(drawAndKeepIn(folder.path() / "none")) << "nowhere to write";
   EXPECT_TRUE(procedure.result(secondLine));
 
   const char* const torn = "V-2\r\n torn";
@@ -93,17 +93,17 @@ TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
   folder.write("Tvm-v2.txt.old", "older");
   for (const char* const what : {"what is not measured here is kept", "what is, is replaced"}) {
     procedure.goTo(secondLine);
-    EXPECT_EQ(drawAndKeepIn(folder.path()), std::nullopt) << what;
+    EXPECT_TRUE(drawAndKeepIn(folder.path())) << what;
     EXPECT_EQ(taken(panel).lines(), std::vector{secondLine}) << what;
     EXPECT_EQ(folder.read("Tvm-v2.txt.old"), "older") << what;
     EXPECT_EQ(folder.read("Tvm-v2.txt.old2"), torn) << what;
     EXPECT_EQ(folder.read("Tvm-v2.txt.old3"), "") << what;
   }
   const TestLine both[] = {{Orientation::horizontal, 1}, secondLine};
-  EXPECT_EQ(setAside(folder.path(), both), std::nullopt);
+  EXPECT_TRUE(setAside(folder.path(), both));
   EXPECT_EQ(folder.read("Tvm-h1.txt.old3"), torn) << "with the number of all";
   EXPECT_TRUE(taken(panel).lines().empty() && taken(panel).damaged.empty());
-  EXPECT_EQ(setAside(folder.path(), both)->expected, "a file that can be renamed");
+  EXPECT_EQ(setAside(folder.path(), both).error().expected, "a file that can be renamed");
 }
 
 TEST(LinearityCsv, HasARecordForEachLineWhateverTheLanguage) {
@@ -123,7 +123,7 @@ TEST(MeasuredDrawing, TakesEachStrokeToItsNearestGuide) {
   const Stroke strokes[] = {{12, 1, {{5412.5F, 0}, {5412.5F, 5000}, {5412.5F, 9000}}},
                             {12, 1, {{0, 4950}, {20000, 4950}}}};
   const auto path = folder.path() / "a.fdw";
-  ASSERT_EQ(writeDrawing(path, strokes), std::nullopt);
+  ASSERT_TRUE(writeDrawing(path, strokes));
   const auto results = measureDrawing(path, panel);
   ASSERT_TRUE(results && results->size() == 2);
   EXPECT_EQ(results->at(0).label, "V-2");

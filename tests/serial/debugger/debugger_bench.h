@@ -53,18 +53,19 @@ class ScriptedPort final : public SerialPort {
   bool blocked = false;    ///< the line takes no bytes
   std::size_t damaged = 0;
 
-  std::optional<std::string> setSettings(std::string_view settings) override {
+  Result<void, std::string> setSettings(std::string_view settings) override {
     journal_.push_back("settings " + std::string(settings));
-    if (settings == impossible) return impossible + " is refused";
-    return std::nullopt;
+    if (settings == impossible) return tl::unexpected(impossible + " is refused");
+    return {};
   }
   void selectPort(int number) override { selected_ = number; }
-  std::optional<std::string> open() override {
-    if (isOpen_) return std::nullopt;
-    if (!pluggedIn.contains(selected_)) return "there is no such device";
+  Result<void, std::string> open() override {
+    if (isOpen_) return {};
+    if (!pluggedIn.contains(selected_))
+      return tl::unexpected(std::string("there is no such device"));
     journal_.push_back("open " + std::to_string(selected_));
     isOpen_ = true;
-    return std::nullopt;
+    return {};
   }
   void close() override {
     if (std::exchange(isOpen_, false)) journal_.push_back("close");

@@ -3,6 +3,7 @@
 #include <functional>
 #include <tuple>
 
+#include "tests/doubles/error_of.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/serial/debugger/debugger_bench.h"
 
@@ -33,7 +34,7 @@ TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnceWhateverBeca
     serial.pluggedIn = {1};
     journal.clear();
     arrange();
-    EXPECT_EQ(port.take(),
+    EXPECT_EQ(test::errorOf(port.take()),
               serial.pluggedIn.empty() ? std::optional("there is no such device") : std::nullopt);
     EXPECT_FALSE(script.openHandles.empty()) << "the driver takes its port back by the same handle";
     if (what == std::string("closed before")) clock.delay(std::chrono::seconds(2));
@@ -58,7 +59,7 @@ TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
   serial.pluggedIn = {};
   script.results["CloseCOMPort"] = 0;
   const std::string kept = "The driver has not let go of the port of RS232 DEVICE 1.";
-  EXPECT_EQ(port.take(), kept + " there is no such device");
+  EXPECT_EQ(test::errorOf(port.take()), kept + " there is no such device");
   EXPECT_EQ(port.driverText(), kept);
   script.results["CloseCOMPort"] = 1;
   port.take();
@@ -69,7 +70,8 @@ TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
   port.giveBack();
   session.controllerName.clear();
   script.results["CloseCOMPort"] = 0;
-  EXPECT_EQ(port.take(), "there is no such device") << "without a controller nobody has a port";
+  EXPECT_EQ(test::errorOf(port.take()), "there is no such device")
+      << "without a controller nobody has a port";
   EXPECT_EQ(port.driverText(), "") << "and nobody let go of one";
   EXPECT_EQ(port.letGoResult(), 0);
 }

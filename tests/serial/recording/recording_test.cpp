@@ -20,11 +20,11 @@ class RecordingTest : public DebuggerBench {
 };
 
 TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
-  ASSERT_EQ(port.take(), std::nullopt);
+  ASSERT_TRUE(port.take());
   RecordedPort recorded(serial, clock);
   recorded.write(bytesOf("before"));
   serial.received = Bytes{0x20};
-  ASSERT_EQ(recorded.startRecording(file), std::nullopt);
+  ASSERT_TRUE(recorded.startRecording(file));
   EXPECT_EQ(recorded.readAll(), Bytes{0x20}) << "come before, and of the recording no part";
   clock.delay(1500ms);
   recorded.write(bytesOf("\x01UT\r"));
@@ -36,7 +36,7 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   recorded.clearInput();
   serial.received = Bytes{0x0B};
   recorded.close();
-  EXPECT_EQ(recorded.stopRecording(), std::nullopt);
+  EXPECT_TRUE(recorded.stopRecording());
   EXPECT_EQ(folder.read("a.rec"),
             "touch recording 1\n1.500000 > 01 55 54 0D\n1.500000 < 00 FF\n1.520000 < 0A\n"
             "1.600000 < 0B\n")
@@ -143,21 +143,21 @@ TEST_F(RecordingTest, EndsBeforeItIsTooLongToBeReadAgain) {
   const std::string end =
       file.string() + ": expected a recording that can be read again, found a longer one";
   Recorder tooLarge(40);
-  ASSERT_EQ(tooLarge.start(file, clock.now()), std::nullopt);
+  ASSERT_TRUE(tooLarge.start(file, clock.now()));
   for (int i = 0; i < 3; ++i)
     tooLarge.add(clock.now(), Direction::fromController, {{0x41}});
-  EXPECT_EQ(tooLarge.stop()->describe(), end);
+  EXPECT_EQ(tooLarge.stop().error().describe(), end);
   EXPECT_EQ(folder.read("a.rec"), "touch recording 1\n0.000000 < 41\n");
 
   Recorder tooLate;
-  ASSERT_EQ(tooLate.start(file, clock.now()), std::nullopt);
+  ASSERT_TRUE(tooLate.start(file, clock.now()));
   tooLate.add(clock.now() + 1'000'000s, Direction::fromController, {{0x41}});
-  EXPECT_EQ(tooLate.stop()->describe(), end);
+  EXPECT_EQ(tooLate.stop().error().describe(), end);
 
   Recorder atOnce;
-  ASSERT_EQ(atOnce.start(file, clock.now()), std::nullopt);
+  ASSERT_TRUE(atOnce.start(file, clock.now()));
   atOnce.add(clock.now(), Direction::fromController, Bytes(500'000, 0x41));
-  EXPECT_EQ(atOnce.stop(), std::nullopt);
+  EXPECT_TRUE(atOnce.stop());
   std::size_t count = 0;
   const auto opened = RecordingFile::open(file);
   RecordingFile& read = **opened;
@@ -168,21 +168,21 @@ TEST_F(RecordingTest, EndsBeforeItIsTooLongToBeReadAgain) {
 
 TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFullAndWaitsForNoReader) {
   Recorder recorder;
-  EXPECT_TRUE(recorder.start(folder.path() / "no" / "such.rec", clock.now()));
+  EXPECT_FALSE(recorder.start(folder.path() / "no" / "such.rec", clock.now()));
   ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRUSR | S_IWUSR), 0);
   alarm(60);
-  EXPECT_TRUE(recorder.start(folder.path() / "pipe", clock.now())) << "nobody reads it";
+  EXPECT_FALSE(recorder.start(folder.path() / "pipe", clock.now())) << "nobody reads it";
   alarm(0);
   {
     const SmallDisk disk(5);
-    EXPECT_TRUE(recorder.start(file, clock.now())) << "although nothing has come in yet";
+    EXPECT_FALSE(recorder.start(file, clock.now())) << "although nothing has come in yet";
     EXPECT_FALSE(recorder.isOn());
   }
   const SmallDisk disk(20);
-  ASSERT_EQ(recorder.start(file, clock.now()), std::nullopt);
+  ASSERT_TRUE(recorder.start(file, clock.now()));
   recorder.add(clock.now(), Direction::toController, bytesOf("x"));
   EXPECT_FALSE(recorder.isOn());
-  EXPECT_TRUE(recorder.stop());
+  EXPECT_FALSE(recorder.stop());
   EXPECT_EQ(folder.read("a.rec"), "touch recording 1\n") << "it ends with a whole line";
 }
 
