@@ -23,6 +23,7 @@
 #include "console/main/frmMain.h"
 #include "core/driver/trace.h"
 #include "core/session.h"
+#include "linetest/test_parts.h"
 #include "serial/port/asio_serial_port.h"
 #include "support/system_name.h"
 #include "ui/controls/finger_style.h"

@@ -7,11 +7,13 @@
 #include <bit>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 
 #include "calibration/calibration.h"
 #include "console/main/main_console.h"
 #include "console/main/monitors.h"
 #include "console/pins/pin_editor.h"
+#include "core/discovery/discovery.h"
 #include "core/driver/nexapi.h"
 #include "core/driver/trace.h"
 #include "fuzz/fuzzed_driver.h"
@@ -175,14 +177,15 @@ NexapiDriver& libraryWith(Driver& driver) {
 }
 
 /// One run of the system, from its start to one of the ways out or the input's end.
-class Run final : private MainView {
+class Run final {
  public:
   Run(Input user, Input answers)
       : user_(user),
         answers_(answers),
         driver_(libraryWith(fuzzed_), trace_),
-        console_(access(), prompt_, *this, port_, noFolder),
+        console_(access(), prompt_, model_, port_, noFolder),
         pins_(access(), prompt_, Backup(noFolder)) {
+    model_.watch([this](Part part) { shown(part); });
     if (user_.byte() == 't') trace_.start("/dev/null");
     fuzzed_.onCall = [this] { clock_.pass(std::chrono::milliseconds(answers_.byte() / 16)); };
     clock_.onWait = [this] {
@@ -191,7 +194,7 @@ class Run final : private MainView {
   }
 
   void perform() {
-    console_.startUp(static_cast<int>(user_.below(12)));
+    console_.startUp(static_cast<int>(user_.below(12)), {});
     afterAction();
     const int most = trace_.isOn() ? mostActionsTraced : mostActions;
     for (int i = 0; i < most && !user_.empty() && !ended_; ++i) {
@@ -227,10 +230,13 @@ class Run final : private MainView {
       case 5:
         return console_.selectController(user_.byte());
       case 6:
-        return console_.requestPinDefinition();
+        require(!console_.requestPinDefinition() || !model_.ended, "nothing is opened at the end");
+        return;
       case 7:
-        return console_.passwordEntered(
-            MainConsole::passwordEdited(std::string(textOf(user_.take(user_.below(16))))));
+        if (console_.passwordEntered(
+                console_.passwordEdited(std::string(textOf(user_.take(user_.below(16)))))))
+          openDebugger();
+        return;
       case 8:
         if (calibration_) calibration_->start();
         return;
@@ -241,7 +247,7 @@ class Run final : private MainView {
         if (calibration_) calibration_->escape();
         return;
       default:
-        return console_.openTest(TestScreen::drawing);
+        return console_.openTest({[this] { console_.testEnded(); }, [] {}});
     }
   }
 
@@ -271,23 +277,29 @@ class Run final : private MainView {
         });
       case 10:
       case 11:
-        return console_.calstart(static_cast<int>(user_.below(14)));
+        return console_.calstart(static_cast<int>(user_.below(14)), {[this] { openCalibration(); },
+                                                                     [this] {
+                                                                       if (calibration_)
+                                                                         calibration_->cancel();
+                                                                     }});
       case 12:
-        return console_.requestDebugger("kqzm");
+        console_.passwordEdited("kqzm");
+        if (console_.requestDebugger()) openDebugger();
+        return;
       default:
         return interfere();
     }
   }
 
   void perform(const std::string& what, const std::function<Notice()>& action) {
-    console_.perform(what, action);
+    console_.actions().perform(what, action);
   }
 
   SettingsPanel& settings() { return console_.settings(); }
   ParameterEditor& parameters() { return console_.parameters(); }
 
   void changeSetting() {
-    console_.perform("Setting", [this] {
+    console_.actions().perform("Setting", [this] {
       const auto table = settingTable();
       const Setting& setting = table[user_.below(table.size())];
       if (setting.name == "sensitivity") {
@@ -306,34 +318,34 @@ class Run final : private MainView {
       require(position >= lowest && position <= highest, "a bar stands within its range");
       require(!settings().bars().label(bar).empty(), "a bar has a label");
     }
-    console_.perform("Confirming", [this] { return settings().confirm(); });
+    console_.actions().perform("Confirming", [this] { return settings().confirm(); });
   }
 
   void changeParameters() {
-    console_.perform("Reading", [this] { return parameters().read(); });
+    console_.actions().perform("Reading", [this] { return parameters().read(); });
     ParameterTable& table = parameters().table();
     table.setBase(user_.flag() ? NumberBase::hexadecimal : NumberBase::decimal);
     for (std::size_t edits = user_.below(10); edits > 0; --edits) {
       table.edit(user_.below(ParameterTable::rows), user_.flag() ? WordByte::high : WordByte::low,
                  textOf(user_.take(user_.below(4))));
     }
-    console_.perform("Writing", [this] { return parameters().write(); });
+    console_.actions().perform("Writing", [this] { return parameters().write(); });
   }
 
   void definePins() {
-    console_.perform("Reading pins", [this] { return pins_.read(); });
+    console_.actions().perform("Reading pins", [this] { return pins_.read(); });
     pins_.setType(user_.flag() ? SensorType::fiveWire : SensorType::fourWire);
     for (std::size_t wires = user_.below(8); wires > 0; --wires) {
       pins_.assign(user_.below(pins_.definition().wires.size()),
                    {static_cast<int>(user_.byte()), static_cast<int>(user_.byte())});
     }
-    console_.perform("Writing pins", [this] { return pins_.update(); });
+    console_.actions().perform("Writing pins", [this] { return pins_.update(); });
     if (pins_.canPutBack() && user_.flag()) {
-      console_.perform("Putting pins back", [this] { return pins_.putBack(); });
+      console_.actions().perform("Putting pins back", [this] { return pins_.putBack(); });
     }
   }
 
-  void openCalibration() override {
+  void openCalibration() {
     Screen screen;
     calibration_.emplace(access(), prompt_, screen, screenSize);
     calibration_->activate();
@@ -344,8 +356,8 @@ class Run final : private MainView {
     console_.calibrationEnded(screen.outcome == CalibrationOutcome::stored, Notice("Calibrated."));
   }
 
-  void openDebugger() override {
-    console_.debuggerOpened();
+  void openDebugger() {
+    console_.debuggerOpened({[] { return false; }, [] {}});
     {
       Debugger debugger(access(), prompt_, port_, console_.reportFormats());
       debugger.takePort();
@@ -379,34 +391,15 @@ class Run final : private MainView {
     }
   }
 
-  void showBusy(const std::string& what) override { require(!what.empty(), "work has a name"); }
-  void showIdle() override {}
-  void showStatus(const Notice&) override {}
-  void showReady(const Notice&) override {}
-  void showControllers(const std::vector<std::string>& names,
-                       std::optional<std::size_t> selected) override {
-    require(names.size() <= ControllerList::limit, "the list has a limit");
-    require(!selected || *selected < names.size(), "what is selected is in the list");
-  }
-  // As the page does once its controls show what the panel holds.
-  void showSettings() override { settings().filled(); }
-  void showParameters() override {}
-  void showIdentity(const Identity& identity) override { modelName(identity.unitType); }
-  void showInformation(const std::vector<std::string>&) override {}
-  std::string showPicture(const std::filesystem::path&) override { return {}; }
-  std::string showIcon(const std::filesystem::path&) override { return {}; }
-  void showAdvancedFrame() override {}
-  void showPasswordFrame(bool) override {}
-  void openPinDefinition() override { require(!ended_, "nothing is opened behind the end"); }
-  void cancelCalibration() override {
-    if (calibration_) calibration_->cancel();
-  }
-  void openTest(TestScreen) override { console_.testEnded(); }
-  void closeTest() override {}
-  void closeDebugger() override {}
-  void endProgram() override {
-    require(!ended_, "the program ends once");
-    ended_ = true;
+  void shown(Part part) {
+    const auto& selected = model_.selected;
+    require(!model_.work || !model_.work->what.empty(), "work has a name");
+    require(model_.controllers.size() <= ControllerList::limit, "the list has a limit");
+    require(!selected || *selected < model_.controllers.size(), "what is selected is in the list");
+    // As the page does once its controls show what the panel holds.
+    if (part == Part::settings) settings().filled();
+    if (part == Part::identity) modelName(model_.identity.unitType);
+    if (part == Part::end) require(!std::exchange(ended_, true), "the program ends once");
   }
 
   Input user_;
@@ -418,6 +411,7 @@ class Run final : private MainView {
   FuzzedPrompt prompt_{user_, clock_};
   TracingSerialPort port_{std::make_unique<FuzzedPort>(answers_), trace_};
   Session session_;
+  MainModel model_;
   MainConsole console_;
   PinEditor pins_;
   std::optional<Calibration> calibration_;

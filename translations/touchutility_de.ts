@@ -2379,6 +2379,26 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>Examines everything, and asks each controller what it is</source>
         <translation>Prüft alles und fragt jeden Controller nach seiner Kennung</translation>
     </message>
+    <message>
+        <source>Looking for what is wrong …</source>
+        <translation>Es wird nachgesehen, was nicht stimmt …</translation>
+    </message>
+    <message>
+        <source>Looking for what is wrong: %1 …</source>
+        <translation>Es wird nachgesehen, was nicht stimmt: %1 …</translation>
+    </message>
+    <message>
+        <source>Packing the diagnostics file …</source>
+        <translation>Die Diagnosedatei wird gepackt …</translation>
+    </message>
+    <message>
+        <source>Save it?</source>
+        <translation>Speichern?</translation>
+    </message>
+    <message>
+        <source>Nothing was saved.</source>
+        <translation>Nichts wurde gespeichert.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmDraw</name>
@@ -2473,6 +2493,60 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>Commands, by right button as well</source>
         <translation>Befehle, auch mit der rechten Taste</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmFooter</name>
+    <message>
+        <source>&amp;Stop searching</source>
+        <translation>Suche &amp;stoppen</translation>
+    </message>
+    <message>
+        <source>Re&amp;lease comport and Exit</source>
+        <translation>Port &amp;freigeben und beenden</translation>
+    </message>
+    <message>
+        <source>E&amp;xit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+    <message>
+        <source>The user guide, at what is shown here (F1)</source>
+        <translation>Das Handbuch, bei dem, was hier zu sehen ist (F1)</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmHeader</name>
+    <message>
+        <source>Picture</source>
+        <translation>Bild</translation>
+    </message>
+    <message>
+        <source>The picture &quot;pic01.jpg&quot; of the working folder</source>
+        <translation>Das Bild „pic01.jpg“ des Arbeitsordners</translation>
+    </message>
+    <message>
+        <source>Simulated controllers: the mouse is the finger</source>
+        <translation>Simulierte Controller: Die Maus ist der Finger</translation>
+    </message>
+    <message>
+        <source>The picture %1 cannot be shown: expected %2, found %3</source>
+        <translation>Das Bild %1 kann nicht gezeigt werden: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>The picture %1 cannot be shown: %2</source>
+        <translation>Das Bild %1 kann nicht angezeigt werden: %2</translation>
+    </message>
+    <message>
+        <source>The icon %1 cannot be shown: expected %2, found %3</source>
+        <translation>Das Symbol %1 kann nicht gezeigt werden: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>The icon %1 cannot be shown: it holds no picture</source>
+        <translation>Das Symbol %1 kann nicht angezeigt werden: Es enthält kein Bild</translation>
     </message>
 </context>
 <context>
@@ -2803,30 +2877,6 @@ F1 hilft, Esc beendet.</translation>
 <context>
     <name>touch::frmMain</name>
     <message>
-        <source>The calibration is stored.</source>
-        <translation>Die Kalibrierung ist gespeichert.</translation>
-    </message>
-    <message>
-        <source>No touch came in time. The calibration was given up; nothing was stored.</source>
-        <translation>Es kam nicht rechtzeitig eine Berührung. Die Kalibrierung wurde aufgegeben; nichts wurde gespeichert.</translation>
-    </message>
-    <message>
-        <source>The calibration failed; nothing was stored.</source>
-        <translation>Die Kalibrierung ist fehlgeschlagen; nichts wurde gespeichert.</translation>
-    </message>
-    <message>
-        <source>The calibration was cancelled; nothing was stored.</source>
-        <translation>Die Kalibrierung wurde abgebrochen; nichts wurde gespeichert.</translation>
-    </message>
-    <message>
-        <source>&amp;Stop searching</source>
-        <translation>Suche &amp;stoppen</translation>
-    </message>
-    <message>
-        <source>Re&amp;lease comport and Exit</source>
-        <translation>Port &amp;freigeben und beenden</translation>
-    </message>
-    <message>
         <source>Controller</source>
         <translation>Controller</translation>
     </message>
@@ -2851,116 +2901,8 @@ F1 hilft, Esc beendet.</translation>
         <translation>Tests</translation>
     </message>
     <message>
-        <source>Changing the setting …</source>
-        <translation>Die Einstellung wird geändert …</translation>
-    </message>
-    <message>
-        <source>Restoring the defaults …</source>
-        <translation>Die Werkseinstellungen werden wiederhergestellt …</translation>
-    </message>
-    <message>
-        <source>Resetting the controller …</source>
-        <translation>Der Controller wird neu gestartet …</translation>
-    </message>
-    <message>
-        <source>Assigning the monitor …</source>
-        <translation>Der Monitor wird zugewiesen …</translation>
-    </message>
-    <message>
-        <source>The panel belongs to monitor %1.</source>
-        <translation>Das Panel gehört zu Monitor %1.</translation>
-    </message>
-    <message>
-        <source>The driver did not take monitor %1.</source>
-        <translation>Der Treiber hat Monitor %1 nicht angenommen.</translation>
-    </message>
-    <message>
-        <source>Writing the parameters back …</source>
-        <translation>Die Parameter werden zurückgeschrieben …</translation>
-    </message>
-    <message>
-        <source>Reading the parameters …</source>
-        <translation>Die Parameter werden gelesen …</translation>
-    </message>
-    <message>
-        <source>Writing the parameters …</source>
-        <translation>Die Parameter werden geschrieben …</translation>
-    </message>
-    <message>
-        <source>Simulated controllers: the mouse is the finger</source>
-        <translation>Simulierte Controller: Die Maus ist der Finger</translation>
-    </message>
-    <message>
-        <source>Password</source>
-        <translation>Passwort</translation>
-    </message>
-    <message>
-        <source>Password:</source>
-        <translation>Passwort:</translation>
-    </message>
-    <message>
-        <source>E&amp;xit</source>
-        <translation>&amp;Beenden</translation>
-    </message>
-    <message>
-        <source>The picture %1 cannot be shown: %2</source>
-        <translation>Das Bild %1 kann nicht angezeigt werden: %2</translation>
-    </message>
-    <message>
-        <source>The icon %1 cannot be shown: it holds no picture</source>
-        <translation>Das Symbol %1 kann nicht angezeigt werden: Es enthält kein Bild</translation>
-    </message>
-    <message>
-        <source>Picture</source>
-        <translation>Bild</translation>
-    </message>
-    <message>
-        <source>The picture &quot;pic01.jpg&quot; of the working folder</source>
-        <translation>Das Bild „pic01.jpg“ des Arbeitsordners</translation>
-    </message>
-    <message>
         <source>Doctor</source>
         <translation>Diagnose</translation>
-    </message>
-    <message>
-        <source>Looking for what is wrong …</source>
-        <translation>Es wird nachgesehen, was nicht stimmt …</translation>
-    </message>
-    <message>
-        <source>Looking for what is wrong: %1 …</source>
-        <translation>Es wird nachgesehen, was nicht stimmt: %1 …</translation>
-    </message>
-    <message>
-        <source>Packing the diagnostics file …</source>
-        <translation>Die Diagnosedatei wird gepackt …</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>&amp;Hilfe</translation>
-    </message>
-    <message>
-        <source>The user guide, at what is shown here (F1)</source>
-        <translation>Das Handbuch, bei dem, was hier zu sehen ist (F1)</translation>
-    </message>
-    <message>
-        <source>Save it?</source>
-        <translation>Speichern?</translation>
-    </message>
-    <message>
-        <source>Nothing was saved.</source>
-        <translation>Nichts wurde gespeichert.</translation>
-    </message>
-    <message>
-        <source>Simulation: the password is %1</source>
-        <translation>Simulation: Das Passwort ist %1</translation>
-    </message>
-    <message>
-        <source>The picture %1 cannot be shown: expected %2, found %3</source>
-        <translation>Das Bild %1 kann nicht gezeigt werden: erwartet: %2, gefunden: %3</translation>
-    </message>
-    <message>
-        <source>The icon %1 cannot be shown: expected %2, found %3</source>
-        <translation>Das Symbol %1 kann nicht gezeigt werden: erwartet: %2, gefunden: %3</translation>
     </message>
 </context>
 <context>
@@ -3052,6 +2994,18 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>Identif&amp;y</source>
         <translation>&amp;Identifizieren</translation>
+    </message>
+    <message>
+        <source>Restoring the defaults …</source>
+        <translation>Die Werkseinstellungen werden wiederhergestellt …</translation>
+    </message>
+    <message>
+        <source>Writing the parameters back …</source>
+        <translation>Die Parameter werden zurückgeschrieben …</translation>
+    </message>
+    <message>
+        <source>Resetting the controller …</source>
+        <translation>Der Controller wird neu gestartet …</translation>
     </message>
 </context>
 <context>
@@ -3151,6 +3105,33 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>invalid</source>
         <translation>ungültig</translation>
+    </message>
+    <message>
+        <source>Reading the parameters …</source>
+        <translation>Die Parameter werden gelesen …</translation>
+    </message>
+    <message>
+        <source>Writing the parameters …</source>
+        <translation>Die Parameter werden geschrieben …</translation>
+    </message>
+    <message>
+        <source>Writing the parameters back …</source>
+        <translation>Die Parameter werden zurückgeschrieben …</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmPasswordFrame</name>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Passwort:</translation>
+    </message>
+    <message>
+        <source>Simulation: the password is %1</source>
+        <translation>Simulation: Das Passwort ist %1</translation>
     </message>
 </context>
 <context>
@@ -3494,6 +3475,10 @@ Zeichnen Sie hier mit der Maus</translation>
         <source>No instructions found (&quot;cursoroff.txt&quot; is empty).</source>
         <translation>Keine Anleitung gefunden („cursoroff.txt“ ist leer).</translation>
     </message>
+    <message>
+        <source>Changing the setting …</source>
+        <translation>Die Einstellung wird geändert …</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmTestsPage</name>
@@ -3516,6 +3501,37 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Faults of the simulated panels</source>
         <translation>Fehler der simulierten Panels</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmWindows</name>
+    <message>
+        <source>The calibration is stored.</source>
+        <translation>Die Kalibrierung ist gespeichert.</translation>
+    </message>
+    <message>
+        <source>No touch came in time. The calibration was given up; nothing was stored.</source>
+        <translation>Es kam nicht rechtzeitig eine Berührung. Die Kalibrierung wurde aufgegeben; nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>The calibration failed; nothing was stored.</source>
+        <translation>Die Kalibrierung ist fehlgeschlagen; nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>The calibration was cancelled; nothing was stored.</source>
+        <translation>Die Kalibrierung wurde abgebrochen; nichts wurde gespeichert.</translation>
+    </message>
+    <message>
+        <source>Assigning the monitor …</source>
+        <translation>Der Monitor wird zugewiesen …</translation>
+    </message>
+    <message>
+        <source>The panel belongs to monitor %1.</source>
+        <translation>Das Panel gehört zu Monitor %1.</translation>
+    </message>
+    <message>
+        <source>The driver did not take monitor %1.</source>
+        <translation>Der Treiber hat Monitor %1 nicht angenommen.</translation>
     </message>
 </context>
 </TS>

@@ -46,6 +46,13 @@ std::string summary(const Diagnosis& diagnosis) {
   return countedProblems(problems) + (noted.empty() ? noted : ", " + noted);
 }
 
+Notice noticeOf(const Diagnosis& diagnosis) {
+  const auto kind = diagnosis.count(FindingState::problem) > 0 ? NoticeKind::error
+                    : diagnosis.count(FindingState::note) > 0  ? NoticeKind::remark
+                                                               : NoticeKind::success;
+  return {kind, summary(diagnosis) + '.'};
+}
+
 std::string findingsAsText(const Diagnosis& diagnosis) {
   std::string text;
   for (const Finding& finding : diagnosis.findings) {

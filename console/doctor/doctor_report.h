@@ -3,6 +3,7 @@
 #include <string>
 
 #include "console/doctor/doctor.h"
+#include "support/notice.h"
 
 namespace touch {
 
@@ -11,6 +12,9 @@ std::string_view stateName(FindingState state);
 
 /// "2 problems, 1 note"; "Nothing is wrong; 1 note".
 std::string summary(const Diagnosis& diagnosis);
+
+/// The summary as a line for the user.
+Notice noticeOf(const Diagnosis& diagnosis);
 
 /// For people: each finding with why it matters and the next step below it, and the summary at the
 /// end.

@@ -1,11 +1,13 @@
 #include "console/doctor/frmDoctorPage.h"
 
 #include <QDateTime>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShowEvent>
 #include <QStyle>
@@ -13,7 +15,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "console/actions/actions.h"
+#include "console/doctor/diagnostics_file.h"
 #include "console/doctor/doctor_report.h"
+#include "support/prompt.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"
@@ -82,8 +87,13 @@ class FindingsList final : public QListWidget {
 
 }  // namespace
 
-frmDoctorPage::frmDoctorPage(const std::filesystem::path& workFolder, QWidget* parent)
-    : QWidget(parent), workFolder_(workFolder), summary_(new QLabel), findings_(new FindingsList) {
+frmDoctorPage::frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient)
+    : commands_(actions),
+      prompt_(prompt),
+      trace_(trace),
+      patient_(std::move(patient)),
+      summary_(new QLabel),
+      findings_(new FindingsList) {
   setHelpChapter(*this, "No controller is found");
   summary_->setObjectName("lblDoctorSummary");
   findings_->setObjectName("findingsList");
@@ -116,7 +126,7 @@ QWidget* frmDoctorPage::makeHead() {
   row->addWidget(summary_, 1);
   // The status line says the same.
   summary_->setVisible(!isSmallScreen());
-  connect(refresh, &QPushButton::clicked, this, &frmDoctorPage::refreshRequested);
+  connect(refresh, &QPushButton::clicked, this, &frmDoctorPage::refresh);
   connect(save, &QPushButton::clicked, this, &frmDoctorPage::chooseFile);
   return box;
 }
@@ -135,15 +145,59 @@ void frmDoctorPage::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous() || findings_->count() > 0) return;
   // Once the page is painted: looking takes a while.
-  QTimer::singleShot(0, this, &frmDoctorPage::seen);
+  QTimer::singleShot(0, this, [this] { showDiagnosis(look(patient())); });
+}
+
+Patient frmDoctorPage::patient() const {
+  std::vector<ExaminedScreen> screens;
+  for (const QScreen* const screen : QGuiApplication::screens()) {
+    const QSize pixels = screen->size() * screen->devicePixelRatio();
+    screens.push_back({screen->name().toStdString(), pixels.width(), pixels.height(),
+                       qRound(100 * screen->devicePixelRatio())});
+  }
+  Patient patient = patient_;
+  patient.screens = std::move(screens);
+  return patient;
+}
+
+void frmDoctorPage::refresh() {
+  commands_.examine(tr("Looking for what is wrong …").toStdString(),
+                    [this] { return noticeOf(diagnose()); });
+}
+
+Diagnosis frmDoctorPage::diagnose() {
+  Diagnosis diagnosis = examine(patient(), [this](const std::string& what) { tellProgress(what); });
+  showDiagnosis(diagnosis);
+  return diagnosis;
+}
+
+void frmDoctorPage::tellProgress(const std::string& what) {
+  commands_.progress(tr("Looking for what is wrong: %1 …").arg(shownText(what)).toStdString());
 }
 
 void frmDoctorPage::chooseFile() {
   const QString time = QDateTime::currentDateTime().toString("yyyyMMdd-HHmmss");
-  const auto file = askFileToSave(this, tr("Save diagnostics file"),
-                                  workFolder_ / ("touchutility-" + time.toStdString() + ".zip"),
-                                  tr("ZIP (*.zip)"), "zip");
-  if (file) emit saveRequested(QString::fromStdU16String(file->u16string()));
+  const auto file =
+      askFileToSave(this, tr("Save diagnostics file"),
+                    patient_.workFolder / ("touchutility-" + time.toStdString() + ".zip"),
+                    tr("ZIP (*.zip)"), "zip");
+  if (file) save(*file);
+}
+
+void frmDoctorPage::save(const std::filesystem::path& file) {
+  commands_.examine(tr("Packing the diagnostics file …").toStdString(), [this, &file] {
+    const Diagnosis diagnosis = diagnose();
+    const std::string contents = diagnosticsContents(patient(), diagnosis, trace_);
+    if (!prompt_.confirm(contents + ' ' + tr("Save it?").toStdString()))
+      return Notice(tr("Nothing was saved.").toStdString());
+    const DiagnosticsSaved saved =
+        saveDiagnostics(file, patient(), diagnosis, trace_,
+                        [this](const std::string& what) { tellProgress(what); });
+    const auto kind = !saved.written         ? NoticeKind::error
+                      : saved.failed.empty() ? NoticeKind::success
+                                             : NoticeKind::remark;
+    return Notice(kind, saved.describe(file));
+  });
 }
 
 }  // namespace touch

@@ -10,30 +10,37 @@ class QListWidget;
 
 namespace touch {
 
+class Actions;
+class Prompt;
+class Trace;
+
 /// The page "Doctor": what stands between the user and his controller, why it matters, and what to
 /// do.
 class frmDoctorPage final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit frmDoctorPage(const std::filesystem::path& workFolder, QWidget* parent = nullptr);
-
-  void showDiagnosis(const Diagnosis& diagnosis);
-
- signals:
-  /// The page is shown with nothing on it: what can be seen without asking a controller is wanted.
-  void seen();
-  void refreshRequested();
-  void saveRequested(const QString& file);
+  /// `patient` lacks its screens only: those are looked for anew each time.
+  frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient);
 
  protected:
   void showEvent(QShowEvent* event) override;
 
  private:
   QWidget* makeHead();
+  Patient patient() const;
+  void refresh();
+  /// Examines and shows what was found.
+  Diagnosis diagnose();
+  void tellProgress(const std::string& what);
+  void showDiagnosis(const Diagnosis& diagnosis);
   void chooseFile();
+  void save(const std::filesystem::path& file);
 
-  std::filesystem::path workFolder_;
+  Actions& commands_;
+  Prompt& prompt_;
+  const Trace& trace_;
+  Patient patient_;
   QLabel* summary_;
   QListWidget* findings_;
 };

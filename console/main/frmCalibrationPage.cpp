@@ -6,6 +6,8 @@
 #include <QVBoxLayout>
 #include <iterator>
 
+#include "console/actions/main_model.h"
+#include "console/main/frmWindows.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"
@@ -40,7 +42,8 @@ QString inPercent(double fraction) {
 
 }  // namespace
 
-frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panelError_(new QLabel) {
+frmCalibrationPage::frmCalibrationPage(MainModel& model, frmWindows& windows)
+    : panelError_(new QLabel) {
   setHelpChapter(*this, "Calibrate a new panel");
   auto* const introduction =
       new QLabel(tr("Touch the targets one after the other. When the bar has crossed the screen "
@@ -54,13 +57,17 @@ frmCalibrationPage::frmCalibrationPage(QWidget* parent) : QWidget(parent), panel
   auto* const layout = new QVBoxLayout(this);
   // On a small screen what is read would take the place of what is pressed.
   if (!isSmallScreen()) layout->addWidget(introduction);
-  layout->addLayout(makeChoices());
+  layout->addLayout(makeChoices(windows));
   if (isSmallScreen()) layout->addWidget(introduction);
   layout->addWidget(panelError_);
   layout->addStretch();
+  model.watch([this, &model](Part part) {
+    if (part == Part::controllers) setEnabled(model.selected.has_value());
+    if (part == Part::panelErrors) showPanelErrors(model.panelErrors);
+  });
 }
 
-QLayout* frmCalibrationPage::makeChoices() {
+QLayout* frmCalibrationPage::makeChoices(frmWindows& windows) {
   auto* const grid = new QGridLayout;
   grid->setContentsMargins(0, 0, 0, 0);
   const bool inOneRow = isSmallScreen();
@@ -71,7 +78,7 @@ QLayout* frmCalibrationPage::makeChoices() {
     const QString purpose = tr(choice.purpose);
     button->setAccessibleDescription(purpose);
     connect(button, &QPushButton::clicked, this,
-            [this, points = choice.points] { emit calibrationRequested(points); });
+            [&windows, points = choice.points] { windows.calibrate(points); });
     if (inOneRow) {
       auto* const told = new QLabel(button->text().remove('&') + ": " + purpose);
       told->setWordWrap(true);
@@ -90,8 +97,8 @@ QLayout* frmCalibrationPage::makeChoices() {
   return grid;
 }
 
-void frmCalibrationPage::showPanelError(const std::optional<Simulation::PanelError>& before,
-                                        const std::optional<Simulation::PanelError>& now) {
+void frmCalibrationPage::showPanelErrors(const PanelErrors& errors) {
+  const auto& [before, now] = errors;
   panelError_->setVisible(now.has_value());
   if (!now) return;
   const auto words = [](const Simulation::PanelError& error) {

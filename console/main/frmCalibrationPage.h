@@ -1,14 +1,15 @@
 #pragma once
 
 #include <QWidget>
-#include <optional>
-
-#include "core/driver/simulation.h"
 
 class QLabel;
 class QLayout;
 
 namespace touch {
+
+class frmWindows;
+class MainModel;
+struct PanelErrors;
 
 /// The page "Calibration": with how many targets to calibrate, and in a simulated run how far the
 /// panel errs.
@@ -16,17 +17,11 @@ class frmCalibrationPage final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit frmCalibrationPage(QWidget* parent = nullptr);
-
-  /// The simulated panel's error before the last calibration, if there was one, and now.
-  void showPanelError(const std::optional<Simulation::PanelError>& before,
-                      const std::optional<Simulation::PanelError>& now);
-
- signals:
-  void calibrationRequested(int points);
+  frmCalibrationPage(MainModel& model, frmWindows& windows);
 
  private:
-  QLayout* makeChoices();
+  QLayout* makeChoices(frmWindows& windows);
+  void showPanelErrors(const PanelErrors& errors);
 
   QLabel* panelError_;
 };

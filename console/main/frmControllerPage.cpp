@@ -10,6 +10,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "console/main/main_console.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"
@@ -44,8 +45,8 @@ QString orDash(const std::string& text) {
 
 }  // namespace
 
-frmControllerPage::frmControllerPage(QWidget* parent)
-    : QWidget(parent),
+frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
+    : model_(model),
       controllerList_(new RowTable(0, 2)),
       emptyHint_(
           new QLabel(tr("No controller is listed. Check that the touch driver is installed and the "
@@ -103,15 +104,24 @@ frmControllerPage::frmControllerPage(QWidget* parent)
   layout->addLayout(identity);
   layout->addWidget(infoList_, 2);
 
-  connect(controllerList_, &QTableWidget::currentCellChanged, this,
-          [this](int row) { emit controllerChosen(row); });
-  connect(refresh, &QPushButton::clicked, this, &frmControllerPage::refreshRequested);
-  connect(info_, &QPushButton::clicked, this, &frmControllerPage::informationRequested);
-  connect(search_, &QPushButton::clicked, this, &frmControllerPage::portSearchRequested);
+  connect(controllerList_, &QTableWidget::currentCellChanged, this, [&console](int row) {
+    if (row >= 0) console.selectController(static_cast<std::size_t>(row));
+  });
+  connect(refresh, &QPushButton::clicked, this, [&console] { console.refresh(); });
+  connect(info_, &QPushButton::clicked, this, [&console] { console.information(); });
+  connect(search_, &QPushButton::clicked, this, [this, &console] {
+    console.searchComPorts();
+    setFocus();
+  });
+  model.watch([this](Part part) {
+    if (part == Part::controllers) showControllers();
+    if (part == Part::identity) showIdentity();
+    if (part == Part::information) showInformation();
+  });
 }
 
-void frmControllerPage::showControllers(const std::vector<std::string>& names,
-                                        std::optional<std::size_t> selected) {
+void frmControllerPage::showControllers() {
+  const auto& names = model_.controllers;
   const QSignalBlocker silent(controllerList_);
   controllerList_->setRowCount(static_cast<int>(names.size()));
   for (int row = 0; row < controllerList_->rowCount(); ++row) {
@@ -119,21 +129,22 @@ void frmControllerPage::showControllers(const std::vector<std::string>& names,
     controllerList_->setItem(row, 1,
                              new QTableWidgetItem(shownText(names[static_cast<std::size_t>(row)])));
   }
-  controllerList_->setCurrentCell(selected ? static_cast<int>(*selected) : -1, 0);
+  controllerList_->setCurrentCell(model_.selected ? static_cast<int>(*model_.selected) : -1, 0);
   emptyHint_->setVisible(names.empty());
-  info_->setEnabled(selected.has_value());
+  info_->setEnabled(model_.selected.has_value());
 }
 
-void frmControllerPage::showIdentity(const Identity& identity) {
+void frmControllerPage::showIdentity() {
+  const Identity& identity = model_.identity;
   const std::string model = modelName(identity.unitType);
   unitType_->setText(orDash(identity.unitType) +
                      (model.empty() ? QString() : " (" + shownText(model) + ')'));
   firmware_->setText(orDash(identity.firmware));
 }
 
-void frmControllerPage::showInformation(const std::vector<std::string>& lines) {
+void frmControllerPage::showInformation() {
   infoList_->clear();
-  for (const std::string& line : lines)
+  for (const std::string& line : model_.information)
     infoList_->addItem(shownText(line));
 }
 

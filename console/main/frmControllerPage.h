@@ -1,11 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <optional>
-#include <string>
-#include <vector>
-
-#include "core/discovery/identity.h"
 
 class QLabel;
 class QListWidget;
@@ -14,26 +9,25 @@ class QTableWidget;
 
 namespace touch {
 
+class MainConsole;
+class MainModel;
+
 /// The page "Controller": which controllers there are and what the chosen one says of itself.
 class frmControllerPage final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit frmControllerPage(QWidget* parent = nullptr);
+  frmControllerPage(MainModel& model, MainConsole& console);
 
-  void showControllers(const std::vector<std::string>& names, std::optional<std::size_t> selected);
-  void showIdentity(const Identity& identity);
-  void showInformation(const std::vector<std::string>& lines);
   /// Buttons that are to be at hand without scrolling. For whoever shows the page.
   QWidget* actions() const { return actions_; }
 
- signals:
-  void controllerChosen(int index);
-  void refreshRequested();
-  void informationRequested();
-  void portSearchRequested();
-
  private:
+  void showControllers();
+  void showIdentity();
+  void showInformation();
+
+  const MainModel& model_;
   QTableWidget* controllerList_;
   QLabel* emptyHint_;
   QLabel* unitType_;

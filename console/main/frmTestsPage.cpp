@@ -7,22 +7,23 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "console/main/simulated_faults.h"
+#include "console/main/frmWindows.h"
+#include "console/main/simulated_panels.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"
 
 namespace touch {
 
-frmTestsPage::frmTestsPage(bool simulated, QWidget* parent) : QWidget(parent) {
+frmTestsPage::frmTestsPage(frmWindows& windows, SimulatedPanels* panels) {
   setHelpChapter(*this, "Prove a panel is good");
   auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(makeTests());
-  if (simulated) layout->addWidget(makeFaults());
+  layout->addWidget(makeTests(windows));
+  if (panels != nullptr) layout->addWidget(makeFaults(*panels));
   layout->addStretch();
 }
 
-QWidget* frmTestsPage::makeTests() {
+QWidget* frmTestsPage::makeTests(frmWindows& windows) {
   auto* const box = new QWidget;
   auto* const grid = new QGridLayout(box);
   grid->setContentsMargins(0, 0, 0, 0);
@@ -30,15 +31,15 @@ QWidget* frmTestsPage::makeTests() {
     const char* name;
     QString caption;
     QString purpose;
-    void (frmTestsPage::*requested)();
+    void (frmWindows::*open)();
   } tests[] = {
       {"cmdDraw", tr("&Draw"),
        tr("Draw freely or along guide lines, and see where the ink leaves them."),
-       &frmTestsPage::drawRequested},
+       &frmWindows::draw},
       {"cmdLinearity", tr("L&inearity"),
        tr("Draw nine vertical and nine horizontal lines and judge the panel in millimetres. "
           "Calibrate it first."),
-       &frmTestsPage::linearityRequested},
+       &frmWindows::judgeLinearity},
   };
   int row = 0;
   for (const auto& test : tests) {
@@ -51,13 +52,14 @@ QWidget* frmTestsPage::makeTests() {
     grid->addWidget(button, row, 0);
     grid->addWidget(purpose, row, 1);
     ++row;
-    connect(button, &QPushButton::clicked, this, test.requested);
+    connect(button, &QPushButton::clicked, this,
+            [&windows, open = test.open] { (windows.*open)(); });
   }
   grid->setColumnStretch(1, 1);
   return box;
 }
 
-QWidget* frmTestsPage::makeFaults() {
+QWidget* frmTestsPage::makeFaults(SimulatedPanels& panels) {
   auto* const group = new QGroupBox(tr("Faults of the simulated panels"));
   auto* const grid = new QGridLayout(group);
   grid->setVerticalSpacing(0);
@@ -72,7 +74,7 @@ QWidget* frmTestsPage::makeFaults() {
     grid->addWidget(effect, row, 1);
     ++row;
     connect(box, &QCheckBox::toggled, this,
-            [this, &fault](bool on) { emit faultSwitched(&fault, on); });
+            [&panels, &fault](bool on) { panels.switchFault(fault, on); });
   }
   grid->setColumnStretch(1, 1);
   return group;

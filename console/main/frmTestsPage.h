@@ -4,7 +4,8 @@
 
 namespace touch {
 
-struct SimulatedFault;
+class frmWindows;
+class SimulatedPanels;
 
 /// The page "Tests": drawing and the linearity tester; in a simulated run the faults of the
 /// simulated panels, too.
@@ -12,16 +13,12 @@ class frmTestsPage final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit frmTestsPage(bool simulated, QWidget* parent = nullptr);
-
- signals:
-  void drawRequested();
-  void linearityRequested();
-  void faultSwitched(const touch::SimulatedFault* fault, bool on);
+  /// `panels` are null where the panels are real ones.
+  frmTestsPage(frmWindows& windows, SimulatedPanels* panels);
 
  private:
-  QWidget* makeTests();
-  QWidget* makeFaults();
+  QWidget* makeTests(frmWindows& windows);
+  QWidget* makeFaults(SimulatedPanels& panels);
 };
 
 }  // namespace touch

@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "core/discovery/discovery.h"
+#include "core/discovery/port_search.h"
 #include "core/driver/connection.h"
 #include "core/driver/driver.h"
 #include "core/exchange/closing_step.h"
@@ -38,78 +40,37 @@ std::string_view withoutOuterBlanks(std::string_view text) {
 
 }  // namespace
 
-MainConsole::MainConsole(const Access& access, Prompt& prompt, MainView& view, SerialPort& port,
+MainConsole::MainConsole(const Access& access, Prompt& prompt, MainModel& model, SerialPort& port,
                          std::filesystem::path workFolder)
     : access_(access),
       prompt_(prompt),
-      view_(view),
+      model_(model),
       port_(port),
       workFolder_(std::move(workFolder)),
+      actions_(access, prompt, model),
       settings_(access, prompt),
-      parameters_(access, prompt, Backup(workFolder_)),
-      gate_(access.clock, [this] { view_.showIdle(); }) {}
+      parameters_(access, prompt, Backup(workFolder_)) {}
 
-std::optional<std::string> MainConsole::hold(const std::string& what,
-                                             const std::function<void()>& work) {
-  std::optional<std::string> lacked;
-  gate_.run([&] {
-    lacking_.clear();
-    view_.showBusy(what);
-    attempt(work);
-    // Once the program has ended nothing else is done.
-    if (!gate_.isShut()) lacked = tellWhatLacks();
-  });
-  return lacked;
-}
-
-void MainConsole::attempt(const std::function<void()>& step) {
-  try {
-    step();
-  } catch (const MissingOperation& missing) {
-    lacking_.insert(missing.operation());
-  }
-}
-
-std::optional<std::string> MainConsole::tellWhatLacks() {
-  if (lacking_.empty()) return std::nullopt;
-  std::string names;
-  for (const std::string& operation : std::exchange(lacking_, {}))
-    names += (names.empty() ? "" : ", ") + operation;
-  const std::string text = filled(
-      say("main", "The touch driver library lacks %1. What needs that was not done."), {names});
-  // A control that was used shows again what holds.
-  view_.showSettings();
-  view_.showStatus(text);
-  prompt_.message(text);
-  return text;
-}
-
-bool MainConsole::available(std::span<const std::string_view> operations) {
-  for (const std::string_view missing : access_.driver.missing())
-    if (std::ranges::find(operations, missing) != operations.end()) lacking_.emplace(missing);
-  return !tellWhatLacks();
-}
-
-void MainConsole::startUp(std::optional<int> windowsVersion) {
-  hold(say("main", "Searching for controllers …"), [this, windowsVersion] {
+void MainConsole::startUp(std::optional<int> windowsVersion, const Pictures& pictures) {
+  actions_.hold({say("main", "Searching for controllers …")}, [&] {
     port_.setSettings(normalLineSettings);
     findControllers({});
-    if (gate_.isCutShort()) return;
-    if (selected_) readSettings();
+    if (actions_.gate().isCutShort()) return;
+    if (model_.selected) readSettings();
     std::string complaints;
     const auto complain = [&complaints](const std::string& text) {
       if (!complaints.empty() && !text.empty()) complaints += '\n';
       complaints += text;
     };
-    if (const auto picture = workFile("pic01.jpg")) complain(view_.showPicture(*picture));
+    if (const auto picture = workFile("pic01.jpg")) complain(pictures.picture(*picture));
     reportFormats_ = rdformad(workFolder_);
     complain(describeProblems(reportFormats_));
-    if (selected_ && !gate_.isCutShort()) readIdentity();
+    if (model_.selected && !actions_.gate().isCutShort()) readIdentity();
     const auto icon = workFile("Zevrik.ico");
-    if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(view_.showIcon(*shown));
+    if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(pictures.icon(*shown));
     sayWhoIsReady();
     if (windowsVersion && *windowsVersion < oldestSystem) {
-      view_.showStatus(say(
+      model_.tell(say(
           "main", "This operating system is older than those that the touch driver is made for."));
     }
     if (!complaints.empty()) prompt_.message(complaints);
@@ -124,116 +85,134 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 }
 
 void MainConsole::refresh() {
-  if (!gate_.isOpen() || refusedForDebugger()) return;
-  hold(say("main", "Searching for controllers …"), [this] {
-    const std::string before = selectedName();
-    view_.showInformation({});
+  if (!actions_.gate().isOpen() || actions_.refusedForDebugger()) return;
+  actions_.hold({say("main", "Searching for controllers …")}, [this] {
+    const std::string before = model_.selectedName();
+    showInformation({});
     findControllers(before);
     readController();
-    if (before.empty() || !selected_ || before == selectedName()) return;
-    view_.showStatus(filled(list_.find(before)
-                                ? say("main", "%1 does not answer; %2 was chosen.")
+    if (before.empty() || !model_.selected || before == model_.selectedName()) return;
+    const bool isListed = std::ranges::find(model_.controllers, before) != model_.controllers.end();
+    model_.tell(filled(isListed ? say("main", "%1 does not answer; %2 was chosen.")
                                 : say("main", "%1 is no longer there; %2 was chosen."),
-                            {toUtf8(before), toUtf8(selectedName())}));
+                       {toUtf8(before), toUtf8(model_.selectedName())}));
   });
 }
 
 void MainConsole::findControllers(const std::string& current) {
   const auto asking = [this](const std::string& name) {
-    view_.showBusy(filled(say("main", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
-    return !gate_.isCutShort();
+    actions_.progress(
+        filled(say("main", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
+    return !actions_.gate().isCutShort();
   };
-  list_ = {};
-  attempt([&] { list_ = getctrname(access_, prompt_, asking, current); });
-  selected_ = list_.answered;
+  ControllerList list;
+  actions_.attempt([&] { list = getctrname(access_, prompt_, asking, current); });
+  model_.selected = list.answered;
   // When none answers the current one stays; without one it is the last that was asked.
-  if (!selected_) selected_ = list_.find(current);
-  if (!selected_) selected_ = list_.lastAsked;
-  access_.session.controllerName = selectedName();
-  view_.showControllers(list_.names, selected_);
+  if (!model_.selected) model_.selected = list.find(current);
+  if (!model_.selected) model_.selected = list.lastAsked;
+  model_.controllers = std::move(list.names);
+  access_.session.controllerName = model_.selectedName();
+  model_.changed(Part::controllers);
   // Before it is read: an end that is asked for meanwhile is not to write to it what another held.
-  if (!selected_ || (!current.empty() && selectedName() != current)) forgetController();
+  if (!model_.selected || (!current.empty() && model_.selectedName() != current))
+    forgetController();
 }
 
 void MainConsole::forgetController() {
-  firmware_.clear();
-  answers_ = false;
+  model_.identity = {};
   parameters_.forget();
-  view_.showParameters();
-  view_.showIdentity({});
+  model_.changed(Part::parameters);
+  model_.changed(Part::identity);
 }
 
 void MainConsole::readController() {
-  if (selected_ && !gate_.isCutShort()) readSettings();
-  if (selected_ && !gate_.isCutShort()) readIdentity();
+  if (model_.selected && !actions_.gate().isCutShort()) readSettings();
+  if (model_.selected && !actions_.gate().isCutShort()) readIdentity();
   sayWhoIsReady();
 }
 
 void MainConsole::readSettings() {
-  view_.showBusy(filled(say("main", "Reading the settings of %1 …"), {toUtf8(selectedName())}));
+  actions_.progress(
+      filled(say("main", "Reading the settings of %1 …"), {toUtf8(model_.selectedName())}));
   DriverSettings settings;
-  attempt([this, &settings] { readset(access_, settings); });
+  actions_.attempt([this, &settings] { readset(access_, settings); });
   settings_.take(settings);
-  view_.showSettings();
+  model_.changed(Part::settings);
 }
 
 void MainConsole::readIdentity() {
-  view_.showBusy(filled(say("main", "Asking %1 what it is …"), {toUtf8(selectedName())}));
+  actions_.progress(filled(say("main", "Asking %1 what it is …"), {toUtf8(model_.selectedName())}));
   Identity identity;
-  attempt([this, &identity] { identity = readfw(access_); });
-  firmware_ = identity.firmware;
-  answers_ = !identity.firmware.empty() || !identity.unitType.empty();
+  actions_.attempt([this, &identity] { identity = readfw(access_); });
+  model_.identity = identity;
   parameters_.forget();
-  view_.showParameters();
-  view_.showIdentity(identity);
+  model_.changed(Part::parameters);
+  model_.changed(Part::identity);
+}
+
+void MainConsole::showInformation(std::vector<std::string> lines) {
+  model_.information = std::move(lines);
+  model_.changed(Part::information);
+}
+
+void MainConsole::showPassword(bool wanted) {
+  model_.passwordWanted = wanted;
+  model_.changed(Part::password);
 }
 
 void MainConsole::sayWhoIsReady() {
-  if (!selected_) {
-    view_.showReady(Notice::error(
+  if (!model_.selected) {
+    model_.tellReady(Notice::error(
         say("main", "No controller was found. The page \"Doctor\" says what is missing.")));
-  } else if (!answers_) {
-    view_.showReady(Notice::error(filled(
-        say("main", "%1 does not answer. Check its cable and power."), {toUtf8(selectedName())})));
+  } else if (model_.identity.firmware.empty() && model_.identity.unitType.empty()) {
+    model_.tellReady(
+        Notice::error(filled(say("main", "%1 does not answer. Check its cable and power."),
+                             {toUtf8(model_.selectedName())})));
   } else {
-    view_.showReady(Notice::success(filled(say("main", "%1 is ready."), {toUtf8(selectedName())})));
+    model_.tellReady(
+        Notice::success(filled(say("main", "%1 is ready."), {toUtf8(model_.selectedName())})));
   }
 }
 
 void MainConsole::selectController(std::size_t index) {
-  if (!gate_.isOpen() || index >= list_.names.size() || index == selected_) return;
-  if (refusedForDebugger(list_.names[index])) {
-    view_.showControllers(list_.names, selected_);
+  if (!actions_.gate().isOpen() || index >= model_.controllers.size() || index == model_.selected)
+    return;
+  if (actions_.refusedForDebugger(model_.controllers[index])) {
+    model_.changed(Part::controllers);
     return;
   }
-  hold(say("main", "Reading the controller …"), [this, index] {
-    selected_ = index;
-    access_.session.controllerName = list_.names[index];
+  actions_.hold({say("main", "Reading the controller …")}, [this, index] {
+    model_.selected = index;
+    access_.session.controllerName = model_.controllers[index];
     forgetController();
-    view_.showInformation({});
+    showInformation({});
     readController();
   });
 }
 
 void MainConsole::information() {
-  if (!gate_.isOpen() || !selected_ || refusedForDebugger(selectedName())) return;
-  hold(say("main", "Asking the controller who it is …"), [this] {
-    view_.showInformation(controllerInformation(access_));
-    view_.showStatus(Notice::success(say("main", "Controller information read.")));
+  if (!actions_.gate().isOpen() || !model_.selected ||
+      actions_.refusedForDebugger(model_.selectedName()))
+    return;
+  actions_.hold({say("main", "Asking the controller who it is …")}, [this] {
+    showInformation(controllerInformation(access_));
+    model_.tell(Notice::success(say("main", "Controller information read.")));
   });
 }
 
 void MainConsole::searchComPorts() {
-  if (!gate_.isOpen() || refusedForDebugger()) return;
+  if (!actions_.gate().isOpen() || actions_.refusedForDebugger()) return;
   // Without a controller the driver has no port that it could let go of.
-  if (selected_ && !available(portLoanOperations)) return;
-  hold(say("main", "Searching the COM ports …"), [this] {
+  if (model_.selected && !actions_.available(portLoanOperations)) return;
+  actions_.hold({say("main", "Searching the COM ports …"), true}, [this] {
     const PortSearch found = touch::searchComPorts(access_, port_, [this](int number) {
-      view_.showBusy(
+      actions_.progress(
           filled(say("main", "Searching the COM ports: COM%1 …"), {std::to_string(number)}));
-      return !gate_.isCutShort();
+      return !actions_.gate().isCutShort();
     });
-    view_.endSearching();
+    model_.work->canBeStopped = false;
+    model_.changed(Part::work);
     Notice outcome = say("main", "The search was cancelled.");
     if (!found.cancelled) {
       const std::string sharing = found.shared.empty() ? "" : ". " + found.shared;
@@ -241,164 +220,113 @@ void MainConsole::searchComPorts() {
           found.noneOpened.empty()
               ? Notice(describe(found) + sharing)
               : Notice::error(say("main", "No COM port could be opened.") + ' ' + found.noneOpened);
-      view_.showStatus(outcome);
+      model_.tell(outcome);
       prompt_.message(describe(found));
     }
     // The search made the driver let go of its port; reading the settings makes it take the port
     // back.
-    if (selected_) readSettings();
-    view_.showStatus(outcome);
+    if (model_.selected) readSettings();
+    model_.tell(outcome);
   });
 }
 
-Notice MainConsole::perform(const std::string& what, const std::function<Notice()>& action) {
-  if (!gate_.isOpen()) return say("main", "The main window is busy. Try again when it is through.");
-  if (const auto why = selected_ ? refusedForDebugger(selectedName()) : std::nullopt) {
-    // A control that was used shows again what holds.
-    view_.showSettings();
-    view_.showParameters();
-    return *why;
-  }
-  Notice outcome;
-  const auto lacked = hold(what, [this, &action, &outcome] {
-    if (!selected_) {
-      outcome = Notice::error(say("main", "There is no controller to work with."));
-      view_.showStatus(outcome);
-      prompt_.message(access_.session.messages[Message::noDevice]);
-      return;
-    }
-    outcome = action();
-    view_.showSettings();
-    view_.showParameters();
-    view_.showStatus(outcome);
-  });
-  return lacked ? *lacked : outcome;
+void MainConsole::calstart(int points, const LastingWindow& screen) {
+  if (!actions_.gate().isOpen() || !model_.selected || points < 2 || points > 13) return;
+  if (actions_.refusedForDebugger(model_.selectedName())) return;
+  if (!(points < 3 ? actions_.available(twoPointNeeds) : actions_.available(calibrationNeeds)))
+    return;
+  actions_.begin(say("main", "Calibrating …"), {[&] {
+                                                  access_.session.calibrationPoints = points;
+                                                  screen.open();
+                                                },
+                                                screen.end});
 }
 
-void MainConsole::examine(const std::string& what, const std::function<Notice()>& look) {
-  if (!gate_.isOpen() || refusedForDebugger()) return;
-  hold(what, [this, &look] { view_.showStatus(look()); });
-}
-
-void MainConsole::calstart(int points) {
-  if (!gate_.isOpen() || !selected_ || points < 2 || points > 13) return;
-  if (refusedForDebugger(selectedName())) return;
-  if (!(points < 3 ? available(twoPointNeeds) : available(calibrationNeeds))) return;
-  const auto opening = [this, points] {
-    access_.session.calibrationPoints = points;
-    view_.showBusy(say("main", "Calibrating …"));
-    view_.openCalibration();
-  };
-  gate_.begin(opening, [this] { view_.cancelCalibration(); });
-}
-
-void MainConsole::calibrationEnded(bool stored, const Notice& status) {
-  gate_.end([this, stored, &status] {
+void MainConsole::calibrationEnded(bool stored, const Notice& notice) {
+  actions_.gate().end([this, stored, &notice] {
     if (stored) {
       parameters_.calibrated();
-      view_.showParameters();
+      model_.changed(Part::parameters);
     }
-    view_.showStatus(status);
+    model_.tell(notice);
   });
 }
 
-void MainConsole::openTest(TestScreen test) {
-  const auto opening = [this, test] {
-    view_.showBusy(say("main", "A test is open."));
-    view_.openTest(test);
-  };
-  gate_.begin(opening, [this] { view_.closeTest(); });
+void MainConsole::openTest(const LastingWindow& test) {
+  actions_.begin(say("main", "A test is open."), test);
 }
 
 void MainConsole::testEnded() {
-  gate_.end([this] { sayWhoIsReady(); });
+  actions_.gate().end([this] { sayWhoIsReady(); });
 }
 
-void MainConsole::requestDebugger(std::string_view passwordBox) {
-  if (!gate_.isOpen()) return;
-  if (!holdsPassword(passwordBox)) {
-    view_.showPasswordFrame(true);
-  } else if (available(portLoanOperations)) {
-    view_.openDebugger();
-  }
-}
-
-void MainConsole::debuggerOpened() {
-  debugged_ = access_.session.controllerName;
+bool MainConsole::requestDebugger() {
+  if (!actions_.gate().isOpen()) return false;
+  if (holdsPassword(model_.password)) return actions_.available(portLoanOperations);
+  showPassword(true);
+  return false;
 }
 
 void MainConsole::debuggerEnded(bool exit) {
-  const auto debugged = std::exchange(debugged_, std::nullopt);
+  const auto debugged = actions_.debuggerEnded();
   if (!debugged) return;
   // Commands past the driver may have changed anything: no word read before them is to be written
   // at the end.
-  if (*debugged == selectedName()) {
+  if (*debugged == model_.selectedName()) {
     parameters_.forget();
-    view_.showParameters();
+    model_.changed(Part::parameters);
   }
-  if (gate_.isLeaving()) {
-    gate_.takeWayOut();
+  Gate& gate = actions_.gate();
+  if (gate.isLeaving()) {
+    gate.takeWayOut();
   } else if (exit) {
     leave(WayOut::debuggerExit);
-  } else if (gate_.isOpen()) {
-    view_.showStatus(
+  } else if (gate.isOpen()) {
+    model_.tell(
         say("main", "The driver has its port again. \"Refresh\" (F5) reads the controller anew."));
   }
 }
 
-std::optional<std::string> MainConsole::refusedForDebugger(
-    const std::optional<std::string>& controller) {
-  if (!debugged_) return std::nullopt;
-  std::string why;
-  if (view_.debuggerIsBusy()) {
-    why = say("main", "The serial debugger waits for an answer. Try again when it is through.");
-  } else if (controller && *controller != *debugged_) {
-    return std::nullopt;
-  } else if (debugged_->empty()) {
-    why = say("main", "The serial debugger has a serial port. Leave it first with \"Quit\".");
-  } else {
-    why =
-        filled(say("main", "The serial debugger has the port of %1. Leave it first with \"Quit\"."),
-               {toUtf8(*debugged_)});
-  }
-  view_.showStatus(why);
-  return why;
-}
-
-std::string MainConsole::passwordEdited(std::string text) {
+const std::string& MainConsole::passwordEdited(std::string text) {
   const auto startsCharacter = [](char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
   };
   if (std::count_if(text.begin(), text.end(), startsCharacter) > longestPassword) text.clear();
-  return text;
+  model_.password = std::move(text);
+  return model_.password;
 }
 
-void MainConsole::passwordEntered(std::string_view text) {
-  if (!gate_.isOpen()) return;
+bool MainConsole::passwordEntered(std::string_view text) {
+  if (!actions_.gate().isOpen()) return false;
   const bool right = holdsPassword(text);
   if (!right) prompt_.message(access_.session.messages[Message::passwordError]);
-  view_.showPasswordFrame(false);
-  if (right && available(portLoanOperations)) view_.openDebugger();
+  showPassword(false);
+  return right && actions_.available(portLoanOperations);
 }
 
-void MainConsole::requestPinDefinition() {
-  if (!gate_.isOpen()) return;
+void MainConsole::passwordDismissed() {
+  showPassword(false);
+}
+
+bool MainConsole::requestPinDefinition() {
+  if (!actions_.gate().isOpen()) return false;
   const auto answer = prompt_.input("Please Enter Password :", "Special Function");
   // While the question was up the window may have been closed.
-  if (gate_.isOpen() && answer && withoutOuterBlanks(*answer) == servicePassword)
-    view_.openPinDefinition();
-}
-
-std::string MainConsole::selectedName() const {
-  return selected_ ? list_.names[*selected_] : std::string();
+  return actions_.gate().isOpen() && answer && withoutOuterBlanks(*answer) == servicePassword;
 }
 
 void MainConsole::closingStep(WayOut way) {
-  ShownAtClosing shown{selectedName(), firmware_, parameters_.parameter01()};
+  ShownAtClosing shown{model_.selectedName(), model_.identity.firmware, parameters_.parameter01()};
   shown.parameter01 = plcmd(access_, shown);
   // A closed window locks once more as it is destroyed: a controller that slept through the first
   // lock hears the second.
   if (way == WayOut::close) plcmd(access_, shown);
+}
+
+void MainConsole::end() {
+  actions_.gate().shut();
+  model_.ended = true;
+  model_.changed(Part::end);
 }
 
 void MainConsole::exit() {
@@ -410,43 +338,40 @@ void MainConsole::close() {
 }
 
 void MainConsole::leave(WayOut way) {
-  if (gate_.isShut()) return;
+  if (actions_.gate().isShut()) return;
   // The debugger ends first: its controller gets its port back before anything else is said to it.
-  if (gate_.isHeld() || debugged_) {
-    gate_.putOff([this, way] { leave(way); });
-    if (debugged_) view_.closeDebugger();
+  if (actions_.gate().isHeld() || actions_.hasDebugger()) {
+    actions_.gate().putOff([this, way] { leave(way); });
+    if (actions_.hasDebugger()) actions_.endDebugger();
     return;
   }
   if (way == WayOut::debuggerExit) {
-    gate_.shut();
-    view_.endProgram();
+    end();
     return;
   }
   if (way == WayOut::release) {
-    hold(say("main", "Releasing the COM port …"), [this] {
-      if (selected_) {
+    actions_.hold({say("main", "Releasing the COM port …")}, [this] {
+      if (model_.selected) {
         const Connection connection(access_);
         access_.driver.CloseCOMPort(connection.handle());
       }
-      gate_.shut();
-      view_.endProgram();
+      end();
     });
     return;
   }
-  hold(say("main", "Locking the controller's parameters …"), [this, way] {
-    attempt([this, way] { closingStep(way); });
-    gate_.shut();
-    view_.endProgram();
+  actions_.hold({say("main", "Locking the controller's parameters …")}, [this, way] {
+    actions_.attempt([this, way] { closingStep(way); });
+    end();
   });
 }
 
 void MainConsole::releaseAndExit() {
-  if (!gate_.isOpen() || refusedForDebugger(selectedName())) return;
+  if (!actions_.gate().isOpen() || actions_.refusedForDebugger(model_.selectedName())) return;
   const MessageTable& messages = access_.session.messages;
   const bool sure = prompt_.confirm(messages[Message::releaseQuestion] + '\n' +
                                     messages[Message::releaseWarning]);
   // While the question was up the window may have been closed.
-  if (sure && gate_.isOpen()) leave(WayOut::release);
+  if (sure && actions_.gate().isOpen()) leave(WayOut::release);
 }
 
 }  // namespace touch

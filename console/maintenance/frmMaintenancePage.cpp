@@ -15,18 +15,24 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "console/actions/actions.h"
 #include "ui/controls/finger_style.h"
+#include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/screens/monitor_number.h"
 #include "ui/text.h"
 
 namespace touch {
 
-frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
-                                       const std::filesystem::path& workFolder, Trace& trace,
-                                       QWidget* parent)
-    : QWidget(parent),
+frmMaintenancePage::frmMaintenancePage(MainModel& model, Actions& actions, ParameterEditor& editor,
+                                       Trace& trace, const std::filesystem::path& driver,
+                                       const std::filesystem::path& workFolder,
+                                       MaintenanceTools tools)
+    : model_(model),
+      commands_(actions),
+      editor_(editor),
       trace_(trace),
+      tools_(std::move(tools)),
       workFolder_(workFolder),
       advanced_(new QPushButton(tr("Ad&vanced …"))),
       advancedFrame_(new QFrame),
@@ -66,6 +72,22 @@ frmMaintenancePage::frmMaintenancePage(const std::filesystem::path& driver,
   layout->addWidget(advanced_);
   layout->addWidget(advancedFrame_);
   layout->addStretch();
+  model.watch([this](Part part) { draw(part); });
+}
+
+void frmMaintenancePage::draw(Part part) {
+  if (part == Part::controllers) {
+    functions_->setEnabled(model_.selected.has_value());
+    monitorRow_->setEnabled(model_.selected.has_value());
+  } else if (part == Part::parameters) {
+    undo_->setEnabled(editor_.canUndo());
+  } else if (part == Part::page && isAncestorOf(window()->focusWidget())) {
+    // Whoever comes finds what is harmless, not the first button, nor the last one that he pressed
+    // here.
+    harmless()->setFocus();
+  } else if (part == Part::work && !model_.work) {
+    watchTrace();
+  }
 }
 
 QWidget* frmMaintenancePage::makeFunctions() {
@@ -76,17 +98,18 @@ QWidget* frmMaintenancePage::makeFunctions() {
     QPushButton* button;
     const char* name;
     QString purpose;
-    void (frmMaintenancePage::*requested)();
+    QString work;
+    Notice (ParameterEditor::*action)();
   } functions[] = {
       {new QPushButton(tr("Defaul&ts")), "Command2",
        tr("Restores the factory settings. "
           "The current parameters are saved in the folder \"backup\" first."),
-       &frmMaintenancePage::defaultsRequested},
+       tr("Restoring the defaults …"), &ParameterEditor::restoreDefaults},
       {undo_, "cmdUndoDefaults", tr("Puts back the parameters from before the last change."),
-       &frmMaintenancePage::undoRequested},
+       tr("Writing the parameters back …"), &ParameterEditor::undo},
       {new QPushButton(tr("R&eset")), "Command3",
        tr("Restarts the controller (like switching it off and on)."),
-       &frmMaintenancePage::resetRequested},
+       tr("Resetting the controller …"), &ParameterEditor::reset},
   };
   int row = 0;
   for (const auto& function : functions) {
@@ -98,7 +121,10 @@ QWidget* frmMaintenancePage::makeFunctions() {
     grid->addWidget(function.button, row, 0);
     grid->addWidget(purpose, row, 1);
     ++row;
-    connect(function.button, &QPushButton::clicked, this, function.requested);
+    connect(function.button, &QPushButton::clicked, this,
+            [this, what = function.work.toStdString(), action = function.action] {
+              commands_.perform(what, [this, action] { return (editor_.*action)(); });
+            });
   }
   grid->setColumnStretch(1, 1);
   undo_->setEnabled(false);
@@ -119,8 +145,8 @@ QWidget* frmMaintenancePage::makeTools() {
   row->addWidget(debugger);
   row->addWidget(pins);
   row->addStretch();
-  connect(debugger, &QPushButton::clicked, this, &frmMaintenancePage::debuggerRequested);
-  connect(pins, &QPushButton::clicked, this, &frmMaintenancePage::pinDefinitionRequested);
+  connect(debugger, &QPushButton::clicked, this, [this] { tools_.debug(); });
+  connect(pins, &QPushButton::clicked, this, [this] { tools_.definePins(); });
   return box;
 }
 
@@ -152,7 +178,7 @@ QWidget* frmMaintenancePage::makeMonitors() {
   connect(qApp, &QGuiApplication::screenRemoved, this, [this] { fillMonitors(); });
   connect(identify, &QPushButton::clicked, this, [] { showMonitorNumbers(); });
   connect(assign, &QPushButton::clicked, this,
-          [this] { emit monitorRequested(monitors_->currentIndex() + 1); });
+          [this] { tools_.assignMonitor(monitors_->currentIndex() + 1); });
   return box;
 }
 
@@ -175,16 +201,7 @@ QWidget* frmMaintenancePage::harmless() const {
 
 void frmMaintenancePage::showAdvancedFrame() {
   advancedFrame_->show();
-  emit opened(advancedFrame_);
-}
-
-void frmMaintenancePage::setPossible(bool possible) {
-  functions_->setEnabled(possible);
-  monitorRow_->setEnabled(possible);
-}
-
-void frmMaintenancePage::allowUndo(bool possible) {
-  undo_->setEnabled(possible);
+  bringIntoView(*advancedFrame_);
 }
 
 void frmMaintenancePage::watchTrace() {
@@ -192,13 +209,13 @@ void frmMaintenancePage::watchTrace() {
   if (!reason) return;
   const QSignalBlocker silent(traceSwitch_);
   traceSwitch_->setChecked(false);
-  emit statusChanged(Notice::error(*reason));
+  commands_.tell(Notice::error(*reason));
 }
 
 void frmMaintenancePage::switchTrace(bool on) {
   if (!on) {
     trace_.stop();
-    emit statusChanged(tr("The trace is off.").toStdString());
+    commands_.tell(tr("The trace is off.").toStdString());
     return;
   }
   // A file of its own each time: an earlier trace may be what somebody is waiting for.
@@ -207,9 +224,9 @@ void frmMaintenancePage::switchTrace(bool on) {
   if (const auto started = trace_.start(file); !started) {
     const QSignalBlocker silent(traceSwitch_);
     traceSwitch_->setChecked(false);
-    emit statusChanged(Notice::error(started.error()));
+    commands_.tell(Notice::error(started.error()));
   } else {
-    emit statusChanged(
+    commands_.tell(
         Notice::success(tr("Tracing to %1").arg(shownText(file.string())).toStdString()));
   }
 }

@@ -2,9 +2,11 @@
 
 #include <QWidget>
 #include <filesystem>
+#include <functional>
 
+#include "console/actions/main_model.h"
+#include "console/parameters/parameter_editor.h"
 #include "core/driver/trace.h"
-#include "support/notice.h"
 
 class QCheckBox;
 class QComboBox;
@@ -13,35 +15,29 @@ class QPushButton;
 
 namespace touch {
 
+class Actions;
+
+/// What lies behind the page "Maintenance" elsewhere.
+struct MaintenanceTools {
+  std::function<void()> debug;
+  std::function<void()> definePins;
+  std::function<void(int monitor)> assignMonitor;  ///< counted from 1
+};
+
 /// The page "Maintenance": the controller's defaults and its reset, and the advanced frame that the
 /// key I reveals.
 class frmMaintenancePage final : public QWidget {
   Q_OBJECT
 
  public:
-  frmMaintenancePage(const std::filesystem::path& driver, const std::filesystem::path& workFolder,
-                     Trace& trace, QWidget* parent = nullptr);
+  frmMaintenancePage(MainModel& model, Actions& actions, ParameterEditor& editor, Trace& trace,
+                     const std::filesystem::path& driver, const std::filesystem::path& workFolder,
+                     MaintenanceTools tools);
 
   void showAdvancedFrame();
   /// What has the focus when nothing else on the page has it: pressing it changes nothing in a
   /// controller.
   QWidget* harmless() const;
-  /// Whether there is a controller to maintain.
-  void setPossible(bool possible);
-  /// Whether there is something that "Undo" would take back.
-  void allowUndo(bool possible);
-  /// Tells when the trace has ended early, and switches it off.
-  void watchTrace();
-
- signals:
-  void defaultsRequested();
-  void resetRequested();
-  void undoRequested();
-  void monitorRequested(int monitor);  ///< counted from 1
-  void debuggerRequested();
-  void pinDefinitionRequested();
-  void statusChanged(const touch::Notice& status);
-  void opened(QWidget* frame);
 
  private:
   QWidget* makeFunctions();
@@ -49,8 +45,15 @@ class frmMaintenancePage final : public QWidget {
   QWidget* makeMonitors();
   void fillMonitors();
   void switchTrace(bool on);
+  /// Tells when the trace has ended early, and switches it off.
+  void watchTrace();
+  void draw(Part part);
 
+  const MainModel& model_;
+  Actions& commands_;
+  ParameterEditor& editor_;
   Trace& trace_;
+  MaintenanceTools tools_;
   std::filesystem::path workFolder_;
   QWidget* functions_;
   QWidget* monitorRow_;

@@ -10,6 +10,7 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include "console/actions/actions.h"
 #include "console/parameters/vrq_file.h"
 #include "support/text/hex.h"
 #include "ui/controls/finger_style.h"
@@ -31,9 +32,9 @@ WordByte byteOf(int column) {
 
 }  // namespace
 
-frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::path workFolder,
-                                     QWidget* parent)
-    : QWidget(parent),
+frmParametersPage::frmParametersPage(MainModel& model, Actions& actions, ParameterEditor& editor,
+                                     std::filesystem::path workFolder)
+    : commands_(actions),
       editor_(editor),
       workFolder_(std::move(workFolder)),
       table_(new QTableWidget(static_cast<int>(ParameterTable::rows), columns)),
@@ -72,6 +73,12 @@ frmParametersPage::frmParametersPage(ParameterEditor& editor, std::filesystem::p
   layout->addStretch();
   connect(table_, &QTableWidget::cellChanged, this, &frmParametersPage::edited);
   fill();
+  model.watch([this, &model](Part part) {
+    if (part == Part::parameters) fill();
+    if (part != Part::controllers) return;
+    setEnabled(model.selected.has_value());
+    actions_->setEnabled(model.selected.has_value());
+  });
 }
 
 QWidget* frmParametersPage::makeBaseSwitch() {
@@ -121,7 +128,7 @@ QWidget* frmParametersPage::makeFileButtons() {
        [this] {
          editor_.table().clear();
          fill();
-         emit statusChanged(tr("The new values are cleared; nothing was sent.").toStdString());
+         commands_.tell(tr("The new values are cleared; nothing was sent.").toStdString());
        }},
       {new QPushButton(tr("L&oad …")), "cmdLoadParameters", [this] { load(); }},
       {new QPushButton(tr("&Save …")), "cmdSaveParameters", [this] { save(); }},
@@ -130,10 +137,19 @@ QWidget* frmParametersPage::makeFileButtons() {
 }
 
 QWidget* frmParametersPage::makeActions() {
+  // Each says what is being waited for meanwhile.
+  const auto perform = [this](const QString& what, Notice (ParameterEditor::*action)()) {
+    return [this, what, action] {
+      commands_.perform(what.toStdString(), [this, action] { return (editor_.*action)(); });
+    };
+  };
   return makeButtons({
-      {new QPushButton(tr("&Read")), "cmdReadParameters", [this] { emit readRequested(); }},
-      {new QPushButton(tr("&Write")), "cmdWriteParameters", [this] { emit writeRequested(); }},
-      {undo_, "cmdUndoParameters", [this] { emit undoRequested(); }},
+      {new QPushButton(tr("&Read")), "cmdReadParameters",
+       perform(tr("Reading the parameters …"), &ParameterEditor::read)},
+      {new QPushButton(tr("&Write")), "cmdWriteParameters",
+       perform(tr("Writing the parameters …"), &ParameterEditor::write)},
+      {undo_, "cmdUndoParameters",
+       perform(tr("Writing the parameters back …"), &ParameterEditor::undo)},
   });
 }
 
@@ -175,7 +191,7 @@ void frmParametersPage::edited(int row, int column) {
   const auto edited = editor_.table().edit(static_cast<std::size_t>(row), byte,
                                            table_->item(row, column)->text().toStdString());
   fill();
-  emit statusChanged(edited ? Notice() : Notice::error(edited.error()));
+  commands_.tell(edited ? Notice() : Notice::error(edited.error()));
 }
 
 void frmParametersPage::load() {
@@ -183,23 +199,23 @@ void frmParametersPage::load() {
   if (!file) return;
   const Notice outcome = editor_.load(*file);
   fill();
-  emit statusChanged(outcome);
+  commands_.tell(outcome);
 }
 
 void frmParametersPage::compare() {
   const auto file = askFileToOpen(this, tr("Compare with a file"), workFolder_, tr("Cal (*.vrq)"));
-  if (file) emit statusChanged(editor_.compare(*file));
+  if (file) commands_.tell(editor_.compare(*file));
 }
 
 void frmParametersPage::save() {
   // No name is asked for what cannot be saved.
   if (const auto block = editor_.table().block(); !block) {
-    emit statusChanged(Notice::error(block.error()));
+    commands_.tell(Notice::error(block.error()));
     return;
   }
   const auto file =
       askFileToSave(this, tr("Save parameters"), workFolder_ / "", tr("Cal (*.vrq)"), "vrq");
-  if (file) emit statusChanged(editor_.save(*file));
+  if (file) commands_.tell(editor_.save(*file));
 }
 
 }  // namespace touch

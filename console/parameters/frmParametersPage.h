@@ -10,26 +10,21 @@ class QTableWidgetItem;
 
 namespace touch {
 
+class Actions;
+class MainModel;
+
 /// The page "Parameters": the eight words of the parameter block, high and low byte, old beside
 /// new.
 class frmParametersPage final : public QWidget {
   Q_OBJECT
 
  public:
-  frmParametersPage(ParameterEditor& editor, std::filesystem::path workFolder,
-                    QWidget* parent = nullptr);
+  frmParametersPage(MainModel& model, Actions& actions, ParameterEditor& editor,
+                    std::filesystem::path workFolder);
 
-  /// Puts what the editor holds into the table.
-  void fill();
   /// What is done with the controller: buttons that are to be at hand without scrolling. For
   /// whoever shows the page.
   QWidget* actions() const { return actions_; }
-
- signals:
-  void readRequested();
-  void writeRequested();
-  void undoRequested();
-  void statusChanged(const touch::Notice& status);
 
  private:
   QWidget* makeBaseSwitch();
@@ -37,12 +32,15 @@ class frmParametersPage final : public QWidget {
   QWidget* makeButtons(std::initializer_list<Action> actions);
   QWidget* makeFileButtons();
   QWidget* makeActions();
+  /// Puts what the editor holds into the table.
+  void fill();
   void fillByte(int row, int column);
   void edited(int row, int column);
   void load();
   void save();
   void compare();
 
+  Actions& commands_;
   ParameterEditor& editor_;
   std::filesystem::path workFolder_;
   QTableWidget* table_;

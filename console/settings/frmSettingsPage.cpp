@@ -15,7 +15,9 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "console/actions/actions.h"
 #include "ui/controls/finger_style.h"
+#include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"
 
@@ -61,9 +63,9 @@ QString captionOf(const char* setting) {
 
 }  // namespace
 
-frmSettingsPage::frmSettingsPage(SettingsPanel& panel, std::filesystem::path workFolder,
-                                 QWidget* parent)
-    : QWidget(parent),
+frmSettingsPage::frmSettingsPage(MainModel& model, Actions& actions, SettingsPanel& panel,
+                                 std::filesystem::path workFolder)
+    : commands_(actions),
       panel_(panel),
       workFolder_(std::move(workFolder)),
       sensitivity_(new QComboBox),
@@ -87,6 +89,27 @@ frmSettingsPage::frmSettingsPage(SettingsPanel& panel, std::filesystem::path wor
   layout->addWidget(makeCursorHelp());
   layout->addStretch();
   setTabOrder(switches_.back().box, rotation->findChild<QRadioButton*>());
+  model.watch([this, &model](Part part) {
+    if (part == Part::settings) fill();
+    if (part != Part::controllers) return;
+    setEnabled(model.selected.has_value());
+    actions_->setEnabled(model.selected.has_value());
+  });
+}
+
+void frmSettingsPage::change(const Setting& setting, int value) {
+  commands_.perform(tr("Changing the setting …").toStdString(),
+                    [this, &setting, value] { return panel_.change(setting, value); });
+}
+
+void frmSettingsPage::changeSensitivity(int index) {
+  commands_.perform(tr("Changing the setting …").toStdString(),
+                    [this, index] { return panel_.changeSensitivity(index).value_or(Notice()); });
+}
+
+void frmSettingsPage::confirm() {
+  commands_.perform(tr("Changing the setting …").toStdString(),
+                    [this] { return panel_.confirm(); });
 }
 
 QSize frmSettingsPage::minimumSizeHint() const {
@@ -112,7 +135,7 @@ QWidget* frmSettingsPage::makeSwitches() {
     switches_[i] = {box, setting, control.inverted};
     column->addWidget(box);
     connect(box, &QCheckBox::toggled, this, [this, control = switches_[i]](bool checked) {
-      emit changeRequested(control.setting, checked != control.inverted ? 1 : 0);
+      change(*control.setting, checked != control.inverted ? 1 : 0);
     });
   }
   return group;
@@ -135,7 +158,7 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
   // A click counts even on the option that is shown already: what is shown and what the driver does
   // may differ.
   connect(group, &QButtonGroup::idClicked, this,
-          [this, setting](int value) { emit changeRequested(setting, value); });
+          [this, setting](int value) { change(*setting, value); });
   return box;
 }
 
@@ -152,7 +175,7 @@ QWidget* frmSettingsPage::makeSensitivity() {
   sensitivity_->setCurrentIndex(-1);
   column->addWidget(sensitivity_);
   column->addStretch();
-  connect(sensitivity_, &QComboBox::activated, this, &frmSettingsPage::sensitivityRequested);
+  connect(sensitivity_, &QComboBox::activated, this, &frmSettingsPage::changeSensitivity);
   return box;
 }
 
@@ -221,7 +244,7 @@ QWidget* frmSettingsPage::makeActions() {
   row->addStretch();
   row->addWidget(confirm);
   connect(hideCursor, &QPushButton::clicked, this, &frmSettingsPage::showCursorNote);
-  connect(confirm, &QPushButton::clicked, this, &frmSettingsPage::confirmRequested);
+  connect(confirm, &QPushButton::clicked, this, &frmSettingsPage::confirm);
   return box;
 }
 
@@ -238,19 +261,19 @@ QWidget* frmSettingsPage::makeCursorHelp() {
 void frmSettingsPage::showCursorNote() {
   const auto note = cursorNote(workFolder_);
   if (!note) {
-    emit statusChanged(Notice::error(note.error().describe()));
+    commands_.tell(Notice::error(note.error().describe()));
     return;
   }
   cursorHelp_->setPlainText(shownText(*note));
   cursorHelp_->show();
   cursorHelp_->setFocus();
-  emit noteShown(cursorHelp_);
+  bringIntoView(*cursorHelp_);
   if (cursorHelp_->toPlainText().trimmed().isEmpty()) {
     std::error_code ignored;
-    emit statusChanged((std::filesystem::exists(workFolder_ / "cursoroff.txt", ignored)
-                            ? tr("No instructions found (\"cursoroff.txt\" is empty).")
-                            : tr("No instructions found (\"cursoroff.txt\" is missing)."))
-                           .toStdString());
+    commands_.tell((std::filesystem::exists(workFolder_ / "cursoroff.txt", ignored)
+                        ? tr("No instructions found (\"cursoroff.txt\" is empty).")
+                        : tr("No instructions found (\"cursoroff.txt\" is missing)."))
+                       .toStdString());
   }
 }
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <filesystem>
 
-#include "console/settings/settings_panel.h"
+#include "console/settings/touch_settings.h"
 
 class QBoxLayout;
 class QButtonGroup;
@@ -16,16 +16,17 @@ class QScrollBar;
 
 namespace touch {
 
+class Actions;
+class MainModel;
+
 /// The page "Settings": every control acts at once, but for the scroll bars, which "Confirm" sends.
 class frmSettingsPage final : public QWidget {
   Q_OBJECT
 
  public:
-  frmSettingsPage(SettingsPanel& panel, std::filesystem::path workFolder,
-                  QWidget* parent = nullptr);
+  frmSettingsPage(MainModel& model, Actions& actions, SettingsPanel& panel,
+                  std::filesystem::path workFolder);
 
-  /// Puts what the panel holds into the controls; nothing is sent for it.
-  void fill();
   /// Buttons that are to be at hand without scrolling. For whoever shows the page.
   QWidget* actions() const { return actions_; }
 
@@ -33,14 +34,6 @@ class frmSettingsPage final : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
-
- signals:
-  void changeRequested(const Setting* setting, int value);
-  void sensitivityRequested(int index);
-  void confirmRequested();
-  /// The cursor note has come up, below the other controls.
-  void noteShown(QWidget* note);
-  void statusChanged(const touch::Notice& status);
 
  private:
   struct Switch {
@@ -64,7 +57,13 @@ class frmSettingsPage final : public QWidget {
   QWidget* makeCursorHelp();
   QWidget* makeActions();
   void showCursorNote();
+  void change(const Setting& setting, int value);
+  void changeSensitivity(int index);
+  void confirm();
+  /// Puts what the panel holds into the controls; nothing is sent for it.
+  void fill();
 
+  Actions& commands_;
   SettingsPanel& panel_;
   std::filesystem::path workFolder_;
   std::array<Switch, 5> switches_{};

@@ -16,7 +16,6 @@ namespace touch {
 namespace {
 
 constexpr auto betweenModeCommands = 30ms;
-constexpr int stepMilliseconds = 100;
 
 using Flag = std::int32_t (Driver::*)(std::int32_t handle, std::int32_t on);
 
@@ -28,33 +27,6 @@ SettingAnswer setFlag(const Access& access, Flag operation, bool on) {
 
 int lowByte(int value) {
   return value & 0xFF;
-}
-
-struct BarKind {
-  int ClickTiming::*value = nullptr;
-  int step = 1;             ///< the driver's numbers in one step of the bar
-  TimingBars::Range usual;  ///< in steps
-};
-
-// In the order of the bars. The speed counts in steps of 100 ms in the driver already.
-constexpr std::array barKinds = {
-    BarKind{&ClickTiming::doubleClickSpeed, 1, {1, 20}},
-    BarKind{&ClickTiming::doubleClickArea, 1, {0, 100}},
-    BarKind{&ClickTiming::rightClickTime, stepMilliseconds, {3, 12}},
-};
-
-const BarKind& kindOf(TimingBars::Bar bar) {
-  return barKinds[static_cast<std::size_t>(bar)];
-}
-
-int stepsOf(const BarKind& kind, const ClickTiming& timing) {
-  return (timing.*kind.value + kind.step / 2) / kind.step;
-}
-
-ClickTiming timingOf(const DriverSettings& settings) {
-  // What a driver reports after a change may be any number.
-  return {std::clamp(settings.rightClickTime, shortestRightClick, longestRightClick),
-          settings.doubleClickSpeed, settings.doubleClickArea};
 }
 
 template <auto enable>
@@ -187,6 +159,10 @@ std::string allowedValues(const Setting& setting) {
   return text;
 }
 
+Notice answered(const SettingAnswer& answer, const std::string& line) {
+  return {answer.opened ? NoticeKind::success : NoticeKind::error, line};
+}
+
 }  // namespace
 
 SettingAnswer enableUpSound(const Access& access, bool on) {
@@ -231,36 +207,6 @@ SettingAnswer confirmTiming(const Access& access, Prompt& prompt, const ClickTim
   prompt.message(
       access.session.messages[answer.result != 0 ? Message::updateOk : Message::updateError]);
   return answer;
-}
-
-TimingBars::TimingBars(const DriverSettings& reported)
-    : timing_(timingOf(reported)), driver_(timing_) {}
-
-TimingBars::Range TimingBars::range(Bar bar) const {
-  const BarKind& kind = kindOf(bar);
-  const int own = stepsOf(kind, driver_);
-  return {std::min(kind.usual.lowest, own), std::max(kind.usual.highest, own)};
-}
-
-int TimingBars::position(Bar bar) const {
-  return stepsOf(kindOf(bar), timing_);
-}
-
-bool TimingBars::isUnsent(Bar bar) const {
-  const auto value = kindOf(bar).value;
-  return timing_.*value != driver_.*value;
-}
-
-void TimingBars::move(Bar bar, int position) {
-  const BarKind& kind = kindOf(bar);
-  if (position == this->position(bar)) return;
-  const auto [lowest, highest] = range(bar);
-  timing_.*kind.value = std::clamp(position, lowest, highest) * kind.step;
-}
-
-std::string TimingBars::label(Bar bar) const {
-  const int value = timing_.*kindOf(bar).value;
-  return std::to_string(bar == Bar::doubleClickSpeed ? value * stepMilliseconds : value);
 }
 
 std::optional<SettingAnswer> setSensitivity(const Access& access, bool enabled, int index) {
@@ -341,6 +287,44 @@ std::string settingOutcome(const Setting& setting, int asked, const SettingAnswe
   if (answer.opened) return label + ": " + wanted;
   return filled(say("settings", "%1: %2 was asked, the controller cannot be opened"),
                 {label, wanted});
+}
+
+void SettingsPanel::take(const DriverSettings& reported) {
+  sensitivityEnabled_ = false;
+  sensitivity_.reset();
+  shown_ = reported;
+  bars_ = TimingBars(reported);
+}
+
+Notice SettingsPanel::change(const Setting& setting, int value) {
+  const SettingAnswer answer = setting.set(access_, prompt_, shown_, value);
+  setting.put(shown_, value);
+  Notice status = answered(answer, settingOutcome(setting, value, answer));
+  // Nothing but the keyboard takes it back where the panel is all there is.
+  if (answer.opened && setting.name == "touch-panel" && value == 0)
+    status.text += ". " + say("settings", "Press Space to enable it again.");
+  return status;
+}
+
+Notice SettingsPanel::confirm() {
+  if (!shown_.timingRead)
+    return Notice::error(say("settings",
+                             "Timing: nothing was sent, since it was not read from the "
+                             "controller. \"Refresh\" (F5) reads it."));
+  const SettingAnswer answer = confirmTiming(access_, prompt_, bars_.timing());
+  if (!answer.opened)
+    return Notice::error(say("settings", "Timing: the controller cannot be opened"));
+  if (answer.result == 0)
+    return Notice::error(say("settings", "Timing: the driver did not take it"));
+  bars_.confirmed();
+  return Notice::success(say("settings", "Double click and right click timing: set"));
+}
+
+std::optional<Notice> SettingsPanel::changeSensitivity(int index) {
+  const auto answer = setSensitivity(access_, sensitivityEnabled_, index);
+  if (!answer) return std::nullopt;
+  sensitivity_ = index;
+  return answered(*answer, settingOutcome(*findSetting("sensitivity"), index, *answer));
 }
 
 }  // namespace touch

@@ -8,8 +8,10 @@
 #include <string>
 #include <string_view>
 
+#include "console/settings/timing_bars.h"
 #include "core/driver/driver_settings.h"
 #include "core/session.h"
+#include "support/notice.h"
 #include "support/result.h"
 
 namespace touch {
@@ -33,47 +35,9 @@ SettingAnswer setRotation(const Access& access, int quarterTurns);
 /// 1 "Desk Top", 2 "Drawing", 3 "Button".
 SettingAnswer setTouchMode(const Access& access, int mode);
 
-/// What the three scroll bars hold, in the driver's numbers.
-struct ClickTiming {
-  int rightClickTime = 1000;  ///< milliseconds
-  int doubleClickSpeed = 0;   ///< hundreds of milliseconds, 0 to 255
-  int doubleClickArea = 0;    ///< 0 to 255
-  friend bool operator==(const ClickTiming&, const ClickTiming&) = default;
-};
-
 /// "Confirm": writes all three. The driver's result for the double-click speed alone decides
 /// between message 6 and 7.
 SettingAnswer confirmTiming(const Access& access, Prompt& prompt, const ClickTiming& timing);
-
-/// The three scroll bars. Each spans the usual range and, beyond it, the driver's own value. A bar
-/// that nobody moves keeps the driver's value to the millisecond, although it moves in steps of
-/// 100.
-class TimingBars {
- public:
-  enum class Bar { doubleClickSpeed, doubleClickArea, rightClickTime };
-  struct Range {
-    int lowest = 0;
-    int highest = 0;
-  };
-
-  explicit TimingBars(const DriverSettings& reported);
-  /// They hold what the driver has been told.
-  void confirmed() { driver_ = timing_; }
-
-  Range range(Bar bar) const;
-  int position(Bar bar) const;
-  /// It was moved, and the driver has not been told.
-  bool isUnsent(Bar bar) const;
-  /// To `position`; where it stands already is no move.
-  void move(Bar bar, int position);
-  /// The value that stands beside the bar: milliseconds, or the area as it is.
-  std::string label(Bar bar) const;
-  const ClickTiming& timing() const { return timing_; }
-
- private:
-  ClickTiming timing_;
-  ClickTiming driver_;
-};
 
 /// How sensitive the panel is, from 0 "Low sensitive" to 4 "Most sensitive". Nothing is sent, and
 /// nothing returned, while `enabled` (the sensitivity-enable flag) is false, or for an index that
@@ -135,5 +99,45 @@ std::string settingText(const Setting& setting, int value);
 /// What came of setting it to `asked`: "Right button: on"; "Right button: on was asked, the
 /// controller cannot be opened".
 std::string settingOutcome(const Setting& setting, int asked, const SettingAnswer& answer);
+
+/// The page "Settings" without its window: what its controls show, what the scroll bars hold, and
+/// what each control does when the user changes it. It then shows what was sent, whatever the
+/// driver makes of it; the others keep what they show until the settings are read again. The answer
+/// is one line for the user.
+class SettingsPanel {
+ public:
+  using Bar = TimingBars::Bar;
+
+  SettingsPanel(const Access& access, Prompt& prompt) : access_(access), prompt_(prompt) {}
+
+  /// What the driver reports, to be put into the controls. Changes of the sensitivity list are not
+  /// acted on until `filled()`: they come from the filling then, not from the user.
+  void take(const DriverSettings& reported);
+  void filled() { sensitivityEnabled_ = true; }
+
+  /// What the controls show: as read, but for what has been changed since.
+  const DriverSettings& shown() const { return shown_; }
+  /// The sensitivity that was set last on this controller, since no driver can tell it; nothing
+  /// after `take()`.
+  std::optional<int> sensitivity() const { return sensitivity_; }
+  const TimingBars& bars() const { return bars_; }
+  void moveBar(Bar bar, int position) { bars_.move(bar, position); }
+
+  /// Any setting but the timing and the sensitivity.
+  Notice change(const Setting& setting, int value);
+  /// "Confirm": the three scroll bars. Refused while the timing was not read: whoever moves one bar
+  /// would send what the others stand at, which nobody has chosen.
+  Notice confirm();
+  /// The sensitivity list; nothing happens, and nothing is said, while it is being filled.
+  std::optional<Notice> changeSensitivity(int index);
+
+ private:
+  Access access_;
+  Prompt& prompt_;
+  DriverSettings shown_;
+  TimingBars bars_{DriverSettings{}};
+  std::optional<int> sensitivity_;
+  bool sensitivityEnabled_ = false;
+};
 
 }  // namespace touch

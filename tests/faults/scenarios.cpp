@@ -22,40 +22,15 @@ namespace {
 using namespace std::chrono_literals;
 
 /// All windows of the program. They remember what a scenario asks for.
-class Windows final : public MainView, public CalibrationScreen, public CanvasView {
+class Windows final : public CalibrationScreen, public CanvasView {
  public:
   using Path = std::filesystem::path;
-  std::string status;
-  Identity identity;
-  int programEndings = 0;
   std::vector<CalibrationOutcome> calibrationEndings;
   RecordingSurface drawing;
   Path chosenFile;
 
   Surface& surface() override { return drawing; }
   void leave() override {}
-
-  void showBusy(const std::string&) override {}
-  void showIdle() override {}
-  void showStatus(const Notice& shown) override { status = shown.text; }
-  void showReady(const Notice& shown) override { status = shown.text; }
-  void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {}
-  void showSettings() override {}
-  void showParameters() override {}
-  void showIdentity(const Identity& shown) override { identity = shown; }
-  void showInformation(const std::vector<std::string>&) override {}
-  std::string showPicture(const Path&) override { return {}; }
-  std::string showIcon(const Path&) override { return {}; }
-  void showAdvancedFrame() override {}
-  void showPasswordFrame(bool) override {}
-  void openDebugger() override {}
-  void openPinDefinition() override {}
-  void openCalibration() override {}
-  void cancelCalibration() override {}
-  void openTest(TestScreen) override {}
-  void closeTest() override {}
-  void closeDebugger() override {}
-  void endProgram() override { ++programEndings; }
 
   void showButtons(bool, bool) override {}
   void showTimeBar(float) override {}
@@ -78,14 +53,14 @@ class Windows final : public MainView, public CalibrationScreen, public CanvasVi
 };
 
 Outcome startUpAndExit(FaultWorld& world) {
-  Windows window;
-  MainConsole console(world.access(), world.prompt, window, world.serial, world.disk());
-  console.startUp(10);
-  const std::string told = window.status + window.identity.unitType + window.identity.firmware;
+  MainModel model;
+  MainConsole console(world.access(), world.prompt, model, world.serial, world.disk());
+  console.startUp(10, {});
+  const Identity& identity = model.identity;
+  const std::string told = model.notice().text + identity.unitType + identity.firmware;
   console.exit();
-  EXPECT_EQ(window.programEndings, 1) << "the way out is always open";
-  return {window.identity.unitType == "QRMV0301" && window.identity.firmware == "M0130100",
-          told + world.told()};
+  EXPECT_TRUE(model.ended) << "the way out is always open";
+  return {identity.unitType == "QRMV0301" && identity.firmware == "M0130100", told + world.told()};
 }
 
 Outcome changeEachSetting(FaultWorld& world) {

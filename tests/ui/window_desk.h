@@ -6,6 +6,7 @@
 
 #include "console/main/frmMain.h"
 #include "core/driver/simulation.h"
+#include "core/driver/trace.h"
 #include "linetest/test_parts.h"
 #include "serial/port/asio_serial_port.h"
 #include "tests/doubles/desk.h"

@@ -3,7 +3,9 @@
 #include <QEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/controls/finger_style.h"
 
@@ -18,6 +20,21 @@ inline QScrollArea* scrollable(QWidget* page, QScrollArea* area = new QScrollAre
   area->setFocusPolicy(Qt::NoFocus);  // it follows the control that has the focus
   area->setMinimumHeight(fingerSize());
   return area;
+}
+
+/// Scrolls the area that `part` is in so that all of it is seen, or as much as fits, from its top
+/// on.
+inline void bringIntoView(QWidget& part) {
+  QScrollArea* area = nullptr;
+  for (QWidget* above = part.parentWidget(); above != nullptr && area == nullptr;
+       above = above->parentWidget())
+    area = qobject_cast<QScrollArea*>(above);
+  if (area == nullptr) return;
+  // The layout makes room for the part when the events in hand are through.
+  QTimer::singleShot(0, area, [area, &part] {
+    const int top = part.mapTo(area->widget(), QPoint()).y();
+    area->ensureVisible(0, top + std::min(part.height(), area->viewport()->height()) - 1, 0, 0);
+  });
 }
 
 /// A page of a window that scrolls downwards alone, and below it what must be at hand without

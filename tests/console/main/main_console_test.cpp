@@ -16,62 +16,39 @@ using test::Lines;
 using test::replyOf;
 using namespace std::chrono_literals;
 
-/// Writes what it is made to show between the driver calls of the journal.
-class View final : public MainView {
- public:
-  explicit View(Lines& journal) : journal_(journal) {}
-
-  void showBusy(const std::string&) override { busy = true; }
-  void showIdle() override { busy = false; }
-  void showStatus(const Notice& shown) override { status = shown.text; }
-  void showReady(const Notice& shown) override { status = shown.text; }
-  void showControllers(const std::vector<std::string>&, std::optional<std::size_t>) override {
-    note("show controllers");
-  }
-  void showSettings() override { note("show settings"); }
-  void showParameters() override {}
-  void showIdentity(const Identity&) override { note("show identity"); }
-  void showInformation(const std::vector<std::string>&) override {}
-  std::string showPicture(const std::filesystem::path&) override { return note("show picture"); }
-  std::string showIcon(const std::filesystem::path&) override { return note("show icon"); }
-  void showAdvancedFrame() override {}
-  void showPasswordFrame(bool shown) override { note(shown ? "show password" : "hide password"); }
-  void openDebugger() override { note("open debugger"); }
-  void openPinDefinition() override { note("open pins"); }
-  void openCalibration() override {
-    if (opensNothing) throw std::runtime_error("no window");
-    note("open calibration");
-  }
-  void cancelCalibration() override { note("cancel calibration"); }
-  void openTest(TestScreen) override { note("open test"); }
-  void closeTest() override { note("close test"); }
-  void closeDebugger() override { note("close debugger"); }
-  bool debuggerIsBusy() const override { return debuggerBusy; }
-  void endProgram() override { note("end"); }
-
-  bool busy = false;
-  bool debuggerBusy = false;
-  bool opensNothing = false;
-  std::string status;
-
- private:
-  std::string note(const char* line) {
-    journal_.emplace_back(line);
-    return {};
-  }
-
-  Lines& journal_;
-};
-
 class Console : public test::Desk {
  protected:
   explicit Console(const char* library = RECORDING_LIBRARY) : Desk(library) {
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     script.results = {{"GetReportMode", 1}, {"GetRightClickTime", 500}};
+    // What the windows draw and open stands between the driver calls of the journal.
+    model.watch([this](Part part) {
+      if (part == Part::controllers) note("show controllers");
+      if (part == Part::settings) note("show settings");
+      if (part == Part::identity) note("show identity");
+      if (part == Part::password) note(model.passwordWanted ? "show password" : "hide password");
+      if (part == Part::end) note("end");
+    });
+  }
+  std::string note(const char* line) {
+    journal.emplace_back(line);
+    return {};
+  }
+  void openDebugger(MainConsole& each) {
+    each.debuggerOpened({[this] { return debuggerBusy; }, [this] { note("close debugger"); }});
+  }
+  LastingWindow window(const char* open, const char* end) {
+    return {[this, open] { note(open); }, [this, end] { note(end); }};
+  }
+  void start(MainConsole& each, std::optional<int> windowsVersion = 10) {
+    // A program that has ended is started anew.
+    model.ended = false;
+    each.startUp(windowsVersion, {[this](const auto&) { return note("show picture"); },
+                                  [this](const auto&) { return note("show icon"); }});
   }
   void startUp() {
-    console.startUp(10);
+    start(console);
     journal.clear();
   }
 
@@ -84,9 +61,12 @@ class Console : public test::Desk {
   }
 
   test::TemporaryFolder folder;
-  View view{journal};
+  const LastingWindow calibration = window("open calibration", "cancel calibration");
+  const LastingWindow drawing = window("open test", "close test");
+  bool debuggerBusy = false;
+  MainModel model;
   test::FakePorts port{journal};
-  MainConsole console{access(), prompt, view, port, folder.path()};
+  MainConsole console{access(), prompt, model, port, folder.path()};
 };
 
 Lines operator+(Lines left, const Lines& right) {
@@ -107,7 +87,7 @@ const Lines settingsRead = {
 TEST_F(Console, StartsUpInTheStatedOrder) {
   folder.write("pic01.jpg", "picture");
   folder.write("Zevrik.ico", "icon");
-  console.startUp(10);
+  start(console);
   const Lines search = {"settings 9600,n,8,1", "GetExistControllers", "GetControllerName 1 20",
                         open};
   const Lines unitType = {"WriteBuffer UT", "delay 100", "ReadBuffer 10"};
@@ -118,9 +98,9 @@ TEST_F(Console, StartsUpInTheStatedOrder) {
   folder.write("zevrik.fmt", "a\nb\nc\nd\ne\nf\ng\nh\ni\nj\nk\nl\n");
   for (const auto& [windows, remarked] :
        {std::pair(std::optional<int>(), false), {std::optional(5), false}, {4, true}}) {
-    MainConsole another(access(), prompt, view, port, folder.path());
-    another.startUp(windows);
-    EXPECT_EQ(view.status == "RS232 DEVICE 1 is ready.", !remarked);
+    MainConsole another(access(), prompt, model, port, folder.path());
+    start(another, windows);
+    EXPECT_EQ(model.notice().text == "RS232 DEVICE 1 is ready.", !remarked);
     EXPECT_EQ(std::ranges::count(journal.back(), '\n'), 10) << "ten problems, and how many";
   }
 }
@@ -129,7 +109,7 @@ TEST_F(Console, LeavesTheStartWithTheNextAnswer) {
   script.names.assign(21, "USB DEVICE 1");
   script.replies.clear();
   clock.after(150ms, [this] { console.exit(); });
-  console.startUp({});
+  start(console, {});
   Lines asked = steps();
   std::erase_if(asked, [](const auto& line) { return line.starts_with("GetControllerName"); });
   EXPECT_EQ(asked, (Lines{"settings 9600,n,8,1", "GetExistControllers", "WriteBuffer UT",
@@ -142,7 +122,7 @@ TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
   script.replies.clear();
   startUp();
   EXPECT_EQ(session.controllerName, "USB DEVICE 2") << "the last one tried stays the current one";
-  EXPECT_EQ(view.status, "USB DEVICE 2 does not answer. Check its cable and power.");
+  EXPECT_EQ(model.notice().text, "USB DEVICE 2 does not answer. Check its cable and power.");
   console.searchComPorts();
   Lines tail = steps();
   tail.erase(tail.begin() + 1, std::ranges::find(tail, "message controller not found ??"));
@@ -154,16 +134,17 @@ TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
   console.refresh();
   journal.clear();
   console.information();
-  console.calstart(3);
+  console.calstart(3, calibration);
   EXPECT_EQ(journal, Lines{}) << "nothing can be done without a controller";
   prompt.answerText = "kqzm";
-  console.requestPinDefinition();
-  console.perform("", []() -> std::string { throw std::runtime_error("there is none to ask"); });
-  EXPECT_EQ(journal, (Lines{"input Please Enter Password : [Special Function]", "open pins",
+  EXPECT_TRUE(console.requestPinDefinition());
+  console.actions().perform(
+      "", []() -> std::string { throw std::runtime_error("there is none to ask"); });
+  EXPECT_EQ(journal, (Lines{"input Please Enter Password : [Special Function]",
                             "message No device was found"}));
   console.searchComPorts();
   EXPECT_EQ(journal.back(), "message controller not found ??") << "but one can be searched for";
-  EXPECT_EQ(view.status, "No COM port could be opened. absent");
+  EXPECT_EQ(model.notice().text, "No COM port could be opened. absent");
   journal.clear();
   console.exit();
   EXPECT_EQ(journal, Lines{"end"});
@@ -180,8 +161,8 @@ TEST_F(Console, EndsThroughEachWayOut) {
       {"release, yes", &MainConsole::releaseAndExit, true, release + Lines{"CloseCOMPort", "end"}},
   };
   for (const auto& [what, way, answer, expected] : cases) {
-    MainConsole another(access(), prompt, view, port, folder.path());
-    another.startUp(10);
+    MainConsole another(access(), prompt, model, port, folder.path());
+    start(another);
     journal.clear();
     prompt.answerYes = answer;
     (another.*way)();
@@ -194,12 +175,14 @@ TEST_F(Console, EndsThroughEachWayOut) {
 
 TEST_F(Console, AsksNothingOfAControllerThatIsGoneBehindAQuestion) {
   prompt.answerText = "kqzm";
-  for (const auto ask : {&MainConsole::releaseAndExit, &MainConsole::requestPinDefinition}) {
-    MainConsole another(access(), prompt, view, port, folder.path());
-    another.startUp(10);
+  const std::function<void(MainConsole&)> questions[] = {&MainConsole::releaseAndExit,
+                                                         &MainConsole::requestPinDefinition};
+  for (const auto& ask : questions) {
+    MainConsole another(access(), prompt, model, port, folder.path());
+    start(another);
     prompt.onQuestion = [&another] { another.exit(); };
     journal.clear();
-    (another.*ask)();
+    ask(another);
     const Lines afterwards = steps();
     EXPECT_EQ(Lines(afterwards.begin() + 1, afterwards.end()), closingStep + Lines{"end"});
   }
@@ -234,24 +217,24 @@ TEST_F(Console, KeepsTheControllerOverARefreshAsLongAsItAnswers) {
     script.replies["OI"] = script.replies["UT"];
     console.refresh();
     EXPECT_EQ(session.controllerName, selected) << what;
-    EXPECT_EQ(view.status, status) << what;
+    EXPECT_EQ(model.notice().text, status) << what;
   }
   script.names = {"USB DEVICE 1", "USB DEVICE 4"};
   // The first is silent when it is asked for its type, the other answers.
   script.replies["UT"] = {{}, {}, replyOf("QRMV0301")};
   console.refresh();
-  EXPECT_EQ(view.status, "USB DEVICE 1 does not answer; USB DEVICE 4 was chosen.");
+  EXPECT_EQ(model.notice().text, "USB DEVICE 1 does not answer; USB DEVICE 4 was chosen.");
 }
 
 TEST_F(Console, ClosingIsPutOffUntilTheActionHasEnded) {
   startUp();
   clock.after(150ms, [this] {
     console.close();
-    EXPECT_TRUE(view.busy);
+    EXPECT_TRUE(model.work);
     // What is asked for meanwhile starts no exchange inside the running one.
     console.information();
     console.refresh();
-    console.calstart(3);
+    console.calstart(3, calibration);
     console.releaseAndExit();
   });
   console.information();
@@ -264,11 +247,15 @@ TEST_F(Console, DoesNothingWhileAnErrorThatNobodyCanMendPassesThrough) {
   const auto exit = [](MainConsole& each) { each.exit(); };
   using Action = std::function<void(MainConsole&)>;
   const std::tuple<const char*, Action, Action> cases[] = {
-      {"an action", [&](auto& each) { each.perform("", fail); }, exit},
-      {"a window that does not open", [](auto& each) { each.calstart(3); }, exit},
+      {"an action", [&](auto& each) { each.actions().perform("", fail); }, exit},
+      {"a window that does not open",
+       [](auto& each) {
+         each.calstart(3, {[] { throw std::runtime_error("no window"); }, nullptr});
+       },
+       exit},
       {"a way out was put off",
        [&](auto& each) {
-         each.perform("", [&] {
+         each.actions().perform("", [&] {
            each.exit();
            return fail();
          });
@@ -277,13 +264,12 @@ TEST_F(Console, DoesNothingWhileAnErrorThatNobodyCanMendPassesThrough) {
   };
   for (const auto& [what, act, end] : cases) {
     SCOPED_TRACE(what);
-    MainConsole failing(access(), prompt, view, port, folder.path());
-    failing.startUp(10);
-    view.opensNothing = true;
+    MainConsole failing(access(), prompt, model, port, folder.path());
+    start(failing);
     journal.clear();
     EXPECT_THROW(act(failing), std::runtime_error);
     EXPECT_EQ(journal, Lines{});
-    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(model.work);
     end(failing);
     EXPECT_EQ(steps(), closingStep + Lines{"end"});
   }
@@ -295,7 +281,7 @@ TEST_F(Console, RestoresAndResetsWithoutReadingAfterwards) {
   script.replies["R"] = {test::acknowledgement};
   for (const bool reset : {false, true}) {
     journal.clear();
-    console.perform("", [&] {
+    console.actions().perform("", [&] {
       return reset ? console.parameters().reset() : console.parameters().restoreDefaults();
     });
     const std::string command = reset ? "WriteBuffer R" : "WriteBuffer RD";
@@ -316,13 +302,13 @@ TEST_F(Console, RestoresAndResetsWithoutReadingAfterwards) {
 
 TEST_F(Console, OpensOneWindowAtATimeAndClosingEndsItFirst) {
   startUp();
-  console.openTest(TestScreen::linearity);
-  console.openTest(TestScreen::drawing);
-  console.calstart(3);
-  EXPECT_TRUE(view.busy);
+  console.openTest(drawing);
+  console.openTest(drawing);
+  console.calstart(3, calibration);
+  EXPECT_TRUE(model.work);
   console.testEnded();
-  EXPECT_FALSE(view.busy);
-  console.calstart(5);
+  EXPECT_FALSE(model.work);
+  console.calstart(5, calibration);
   console.exit();
   const Lines opened = {"open test", "open calibration", "cancel calibration"};
   EXPECT_EQ(journal, opened);
@@ -345,28 +331,28 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
       {"another controller", [](MainConsole& each) { each.selectController(1); }, true},
       {"refreshed", [](MainConsole& each) { each.refresh(); }, true},
       {"calibrated",
-       [](MainConsole& each) {
-         each.calstart(3);
+       [this](MainConsole& each) {
+         each.calstart(3, calibration);
          each.calibrationEnded(true, Notice(""));
        },
        true},
       {"not calibrated",
-       [](MainConsole& each) {
-         each.calstart(3);
+       [this](MainConsole& each) {
+         each.calstart(3, calibration);
          each.calibrationEnded(false, Notice(""));
        },
        false},
       {"defaults", [](MainConsole& each) { each.parameters().restoreDefaults(); }, true},
       {"debugged",
-       [](MainConsole& each) {
-         each.debuggerOpened();
+       [this](MainConsole& each) {
+         openDebugger(each);
          each.debuggerEnded(false);
        },
        true},
   };
   for (const auto& [what, before, readAgain] : ways) {
-    MainConsole another{access(), prompt, view, port, folder.path()};
-    another.startUp(10);
+    MainConsole another{access(), prompt, model, port, folder.path()};
+    start(another);
     for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
       script.replies[std::string("GP0") + address] = {replyOf("01234")};
     another.parameters().read();
@@ -394,33 +380,34 @@ TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
   script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
   prompt.answerYes = false;
   startUp();
-  console.debuggerOpened();
-  EXPECT_FALSE(view.busy);
+  openDebugger(console);
+  EXPECT_FALSE(model.work);
   const std::string held = "The serial debugger has the port of RS232 DEVICE 1. Leave it first";
   const std::string waits = "The serial debugger waits for an answer.";
   const auto nothing = [] { return std::string("done"); };
   /// An action, and whether it asks the chosen controller only.
   const std::tuple<const char*, std::function<void()>, bool> actions[] = {
       {"information", [&] { console.information(); }, true},
-      {"perform", [&] { console.perform("", nothing); }, true},
+      {"perform", [&] { console.actions().perform("", nothing); }, true},
       {"calibration",
        [&] {
-         console.calstart(3);
+         console.calstart(3, calibration);
          console.calibrationEnded(false, Notice("done"));
        },
        true},
       {"refresh", [&] { console.refresh(); }, false},
       {"search", [&] { console.searchComPorts(); }, false},
-      {"doctor", [&] { console.examine("", nothing); }, false},
+      {"doctor", [&] { console.actions().examine("", nothing); }, false},
       {"release", [&] { console.releaseAndExit(); }, true},
   };
   const auto expectRefused = [&](const std::string& reason, bool alsoOfTheChosen) {
     for (const auto& [what, act, ofTheChosen] : actions) {
-      view.status.clear();
+      model.tell({});
       journal.clear();
       act();
       const bool refused = alsoOfTheChosen || !ofTheChosen;
-      EXPECT_EQ(view.status.starts_with(reason), refused) << what << ": " << view.status;
+      EXPECT_EQ(model.notice().text.starts_with(reason), refused)
+          << what << ": " << model.notice().text;
       EXPECT_TRUE(!refused || journal.empty() || journal == Lines{"show settings"}) << what;
     }
   };
@@ -430,10 +417,10 @@ TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
   expectRefused(held, false);
   console.selectController(0);
   EXPECT_EQ(journal.back(), "show controllers") << "the choice is put back";
-  view.debuggerBusy = true;
+  debuggerBusy = true;
   expectRefused(waits, true);
-  view.debuggerBusy = false;
-  console.openTest(TestScreen::drawing);
+  debuggerBusy = false;
+  console.openTest(drawing);
   console.testEnded();
   journal.clear();
   console.debuggerEnded(false);
@@ -449,8 +436,8 @@ TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
        [](auto& ending) { ending.debuggerEnded(true); },
        {"end"}},
       {"by the debugger, beside a test",
-       [](auto& ending) {
-         ending.openTest(TestScreen::drawing);
+       [this](auto& ending) {
+         ending.openTest(drawing);
          ending.debuggerEnded(true);
          ending.testEnded();
        },
@@ -479,9 +466,9 @@ TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
        Lines{"close debugger"} + closingStep + Lines{"end"}},
   };
   for (const auto& [what, end, expected] : cases) {
-    MainConsole ending{access(), prompt, view, port, folder.path()};
-    ending.startUp(10);
-    ending.debuggerOpened();
+    MainConsole ending{access(), prompt, model, port, folder.path()};
+    start(ending);
+    openDebugger(ending);
     journal.clear();
     end(ending);
     EXPECT_EQ(steps(), expected) << what;
@@ -490,26 +477,30 @@ TEST_F(Console, EndsWithTheDebuggerInTheRightOrder) {
 
 TEST_F(Console, GuardsDebuggerAndPinDefinitionWithThePassword) {
   startUp();
-  console.requestDebugger("");
-  console.requestDebugger("xkqzmx");
-  console.passwordEntered("abkqzmcd");
-  console.passwordEntered("KQZM");
-  EXPECT_EQ(journal, (Lines{"show password", "open debugger", "hide password", "open debugger",
-                            "message Password Error!!", "hide password"}));
-  EXPECT_EQ(MainConsole::passwordEdited("123456789\u00E9"), "123456789\u00E9");
+  EXPECT_FALSE(console.requestDebugger());
+  console.passwordEdited("xkqzmx");
+  EXPECT_TRUE(console.requestDebugger());
+  EXPECT_TRUE(console.passwordEntered("abkqzmcd"));
+  EXPECT_FALSE(console.passwordEntered("KQZM"));
+  EXPECT_EQ(journal,
+            (Lines{"show password", "hide password", "message Password Error!!", "hide password"}));
+  EXPECT_EQ(console.passwordEdited("123456789\u00E9"), "123456789\u00E9");
 
   const std::pair<std::optional<std::string>, bool> cases[] = {
       {"  kqzm ", true}, {"KQZM", false}, {"xkqzm", false}, {"", false}, {std::nullopt, false}};
   for (const auto& [answer, opens] : cases) {
     prompt.answerText = answer;
-    console.requestPinDefinition();
-    EXPECT_EQ(journal.back() == "open pins", opens) << answer.value_or("cancelled");
+    EXPECT_EQ(console.requestPinDefinition(), opens) << answer.value_or("cancelled");
   }
 }
 
 TEST_F(Console, RefusesWhatNeedsAMissingOperationAndNothingElse) {
-  const std::function<void(MainConsole&)> calibrateWith2 = [](auto& each) { each.calstart(2); };
-  const std::function<void(MainConsole&)> calibrateWith3 = [](auto& each) { each.calstart(3); };
+  const std::function<void(MainConsole&)> calibrateWith2 = [this](auto& each) {
+    each.calstart(2, calibration);
+  };
+  const std::function<void(MainConsole&)> calibrateWith3 = [this](auto& each) {
+    each.calstart(3, calibration);
+  };
   const std::tuple<const char*, std::function<void(MainConsole&)>, bool> cases[] = {
       {"ReadLength", calibrateWith2, true},
       {"ReadLength", calibrateWith3, false},
@@ -521,8 +512,8 @@ TEST_F(Console, RefusesWhatNeedsAMissingOperationAndNothingElse) {
   };
   for (const auto& [operation, act, refused] : cases) {
     test::LackingDriver part(driver(), {operation});
-    MainConsole another({session, part, clock}, prompt, view, port, folder.path());
-    another.startUp({});
+    MainConsole another({session, part, clock}, prompt, model, port, folder.path());
+    start(another, {});
     journal.clear();
     act(another);
     EXPECT_EQ(testing::Value(journal.back(), testing::HasSubstr(std::string(" ") + operation)),
@@ -538,13 +529,13 @@ class ConsoleOnAPartOfADriver : public Console {
 };
 
 TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
-  console.startUp({});
+  start(console, {});
   const auto lacks = [](const std::string& what) {
     return "message The touch driver library lacks " + what + ". What needs that was not done.";
   };
   EXPECT_EQ(journal.back(), lacks("GetRotation"));
   EXPECT_THAT(steps(), testing::Contains("show identity")) << "the rest is done";
-  EXPECT_FALSE(view.busy);
+  EXPECT_FALSE(model.work);
 
   const Setting& rotation = *findSetting("rotation");
   const struct {
@@ -553,11 +544,18 @@ TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
     Lines before;
   } cases[] = {
       {"SetRotation",
-       [&] { console.perform("", [&] { return console.settings().change(rotation, 2); }); },
+       [&] {
+         console.actions().perform("", [&] { return console.settings().change(rotation, 2); });
+       },
        {open, close, "show settings"}},
-      {"IsPenUp", [this] { console.calstart(3); }, {"show settings"}},
+      {"IsPenUp", [this] { console.calstart(3, calibration); }, {"show settings"}},
       {"CloseCOMPort", [this] { console.searchComPorts(); }, {"show settings"}},
-      {"CloseCOMPort", [this] { console.requestDebugger("kqzm"); }, {"show settings"}},
+      {"CloseCOMPort",
+       [this] {
+         console.passwordEdited("kqzm");
+         console.requestDebugger();
+       },
+       {"show settings"}},
       {"CloseCOMPort", [this] { console.passwordEntered("kqzm"); }, {"show settings"}},
   };
   for (const auto& [operation, action, before] : cases) {
@@ -565,21 +563,23 @@ TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
     action();
     std::erase(journal, "hide password");
     EXPECT_EQ(journal, before + Lines{lacks(operation)});
-    EXPECT_FALSE(view.busy);
+    EXPECT_FALSE(model.work);
   }
   const auto change = [&] { return console.settings().change(rotation, 2); };
-  EXPECT_EQ("message " + console.perform("", change).text, lacks("SetRotation"));
+  EXPECT_EQ("message " + console.actions().perform("", change).text, lacks("SetRotation"));
   EXPECT_EQ(console.settings().shown().rotation, -1) << "not what was never sent";
   EXPECT_EQ(console.settings().shown().doubleClickSpeed, 1) << "what was read stays";
-  console.perform("", [&] { return console.settings().change(*findSetting("up-sound"), 1); });
-  EXPECT_EQ(view.status, "Up touch sound: on") << "all else works";
+  console.actions().perform("",
+                            [&] { return console.settings().change(*findSetting("up-sound"), 1); });
+  EXPECT_EQ(model.notice().text, "Up touch sound: on") << "all else works";
   script.results["OpenController"] = 1;
   console.refresh();
   script.results.erase("OpenController");
   journal.clear();
-  console.perform("", [&] { return console.settings().confirm(); });
+  console.actions().perform("", [&] { return console.settings().confirm(); });
   EXPECT_EQ(journal, Lines{"show settings"}) << "what nobody has read is not sent";
-  EXPECT_THAT(view.status, testing::StartsWith("Timing: nothing was sent, since it was not read"));
+  EXPECT_THAT(model.notice().text,
+              testing::StartsWith("Timing: nothing was sent, since it was not read"));
   journal.clear();
   console.exit();
   EXPECT_EQ(steps(), closingStep + Lines{"end"});

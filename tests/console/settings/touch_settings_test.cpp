@@ -1,6 +1,5 @@
-#include "console/settings/touch_settings.h"
 
-#include "console/settings/settings_panel.h"
+#include "console/settings/touch_settings.h"
 #include "tests/doubles/desk.h"
 #include "tests/doubles/temporary_folder.h"
 

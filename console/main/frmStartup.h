@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QSize>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/driver/nexapi.h"
+#include "core/driver/simulation.h"
+#include "ports/com_ports.h"
+
+namespace touch {
+
+/// What the program was started with, as far as its windows care.
+struct Startup {
+  std::filesystem::path workFolder;
+  std::filesystem::path driverPath;
+  std::optional<Simulation> simulation;      ///< set while the simulated driver is bound
+  std::optional<QSize> fullScreenSize;       ///< logical pixels, in place of each full screen
+  std::optional<int> monitor{};              ///< that the panel covers, counted from 1
+  std::optional<BindError> refusedDriver{};  ///< why the driver that was wanted is not bound
+  ComPorts ports{};
+  std::vector<std::string> versions{};  ///< of the program and of what it stands on
+};
+
+}  // namespace touch

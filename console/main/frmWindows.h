@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <functional>
+#include <memory>
+
+#include "console/main/frmStartup.h"
+#include "console/pins/pin_editor.h"
+#include "linetest/test_parts.h"
+#include "ui/screens/panel_monitor.h"
+
+namespace touch {
+
+class frmCal;
+class frmPinDefine;
+class frmRSDebug;
+class FullScreenWindow;
+class MainConsole;
+class MainModel;
+class SerialPort;
+class SimulatedPanels;
+
+/// The windows of other features: each is opened here, and nowhere else, when the main window's
+/// logic allows it.
+class frmWindows final {
+  Q_DECLARE_TR_FUNCTIONS(touch::frmWindows)
+
+ public:
+  /// `panels` are null where the panels are real ones. All outlive this but `main`, whose windows
+  /// these are.
+  frmWindows(const Access& access, Prompt& prompt, SerialPort& port, const TestParts& tests,
+             const Startup& startup, MainModel& model, MainConsole& console,
+             SimulatedPanels* panels, QWidget& main);
+  frmWindows(const frmWindows&) = delete;
+  frmWindows& operator=(const frmWindows&) = delete;
+  ~frmWindows();
+
+  void calibrate(int points);
+  void draw();
+  void judgeLinearity();
+  void debug();  ///< Ctrl+A
+  /// Beside the main window, which stays in use; one that is open comes to the front.
+  void openDebugger();
+  void definePins();  ///< Ctrl+B
+  /// Has the driver take `monitor`, counted from 1, for the panel's.
+  void assignMonitor(int monitor);
+
+ private:
+  using Ended = std::function<void()>;
+
+  void openTest(const std::function<FullScreenWindow*(const Ended&)>& make);
+  void comeBack();
+
+  Access access_;
+  Prompt& prompt_;
+  SerialPort& port_;
+  TestParts tests_;
+  Startup startup_;
+  MainConsole& console_;
+  MainModel& model_;
+  SimulatedPanels* panels_;
+  QWidget& main_;
+  PanelMonitor panelMonitor_;
+  PinEditor pinEditor_;
+  frmPinDefine* pinWindow_ = nullptr;
+  QPointer<frmCal> calibration_;
+  QPointer<FullScreenWindow> test_;
+  std::unique_ptr<frmRSDebug> debugger_;
+};
+
+}  // namespace touch
