@@ -56,9 +56,34 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
       firmware_(makeValueLabel("lblFirmware")),
       infoList_(new QListWidget),
       info_(new QPushButton(tr("&Info"))),
-      search_(new QPushButton(tr("Search &COM ports"))),
-      actions_(new QWidget) {
+      actions_(makeActions(console)) {
   setHelpChapter(*this, "Controller");
+  setUpList(console);
+  emptyHint_->setWordWrap(true);
+  emptyHint_->hide();
+
+  infoList_->setObjectName("infoList");
+  infoList_->setAccessibleName(tr("Controller information"));
+  infoList_->setMinimumHeight(2 * fingerSize());
+
+  auto* const identity = new QFormLayout;
+  identity->addRow(tr("Unit type:"), unitType_);
+  identity->addRow(tr("Firmware:"), firmware_);
+
+  auto* const layout = new QVBoxLayout(this);
+  layout->addWidget(controllerList_, 3);
+  layout->addWidget(emptyHint_);
+  layout->addLayout(identity);
+  layout->addWidget(infoList_, 2);
+
+  model.watch([this](Part part) {
+    if (part == Part::controllers) showControllers();
+    if (part == Part::identity) showIdentity();
+    if (part == Part::information) showInformation();
+  });
+}
+
+void frmControllerPage::setUpList(MainConsole& console) {
   controllerList_->setObjectName("controllerList");
   setFocusProxy(controllerList_);
   controllerList_->setAccessibleName(tr("Controllers"));
@@ -74,50 +99,33 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
   controllerList_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   controllerList_->setTabKeyNavigation(false);
   controllerList_->setMinimumHeight(2 * fingerSize());
-  emptyHint_->setWordWrap(true);
-  emptyHint_->hide();
+  connect(controllerList_, &QTableWidget::currentCellChanged, this, [&console](int row) {
+    if (row >= 0) console.selectController(static_cast<std::size_t>(row));
+  });
+}
 
-  infoList_->setObjectName("infoList");
-  infoList_->setAccessibleName(tr("Controller information"));
-  infoList_->setMinimumHeight(2 * fingerSize());
-
+QWidget* frmControllerPage::makeActions(MainConsole& console) {
+  auto* const box = new QWidget;
   auto* const refresh = new QPushButton(tr("&Refresh"));
   refresh->setObjectName("cmdRefresh");
   refresh->setToolTip(tr("Search for controllers again (F5)"));
   info_->setObjectName("cmdInfo");
-  search_->setObjectName("cmdSearch");
-  search_->setToolTip(tr("Look for a serial controller on COM16 down to COM1"));
+  auto* const search = new QPushButton(tr("Search &COM ports"));
+  search->setObjectName("cmdSearch");
+  search->setToolTip(tr("Look for a serial controller on COM16 down to COM1"));
 
-  auto* const buttons = new QHBoxLayout(actions_);
+  auto* const buttons = new QHBoxLayout(box);
   buttons->addWidget(refresh);
   buttons->addWidget(info_);
-  buttons->addWidget(search_);
+  buttons->addWidget(search);
   buttons->addStretch();
-
-  auto* const identity = new QFormLayout;
-  identity->addRow(tr("Unit type:"), unitType_);
-  identity->addRow(tr("Firmware:"), firmware_);
-
-  auto* const layout = new QVBoxLayout(this);
-  layout->addWidget(controllerList_, 3);
-  layout->addWidget(emptyHint_);
-  layout->addLayout(identity);
-  layout->addWidget(infoList_, 2);
-
-  connect(controllerList_, &QTableWidget::currentCellChanged, this, [&console](int row) {
-    if (row >= 0) console.selectController(static_cast<std::size_t>(row));
-  });
   connect(refresh, &QPushButton::clicked, this, [&console] { console.refresh(); });
   connect(info_, &QPushButton::clicked, this, [&console] { console.information(); });
-  connect(search_, &QPushButton::clicked, this, [this, &console] {
+  connect(search, &QPushButton::clicked, this, [this, &console] {
     console.searchComPorts();
     setFocus();
   });
-  model.watch([this](Part part) {
-    if (part == Part::controllers) showControllers();
-    if (part == Part::identity) showIdentity();
-    if (part == Part::information) showInformation();
-  });
+  return box;
 }
 
 void frmControllerPage::showControllers() {

@@ -23,6 +23,8 @@ class frmControllerPage final : public QWidget {
   QWidget* actions() const { return actions_; }
 
  private:
+  void setUpList(MainConsole& console);
+  QWidget* makeActions(MainConsole& console);
   void showControllers();
   void showIdentity();
   void showInformation();
@@ -34,7 +36,6 @@ class frmControllerPage final : public QWidget {
   QLabel* firmware_;
   QListWidget* infoList_;
   QPushButton* info_;
-  QPushButton* search_;
   QWidget* actions_;
 };
 
