@@ -30,10 +30,9 @@ Result<std::unique_ptr<NexapiDriver>, BindError> bindChosenDriver(const Options&
   return NexapiDriver::bind(options.simulate ? simulatorLibrary() : options.driver);
 }
 
-void addSimulatedPort(const NexapiDriver& driver, ComPorts& ports) {
-  if (const auto simulation = Simulation::of(driver)) {
-    ports.assignUnlessGiven(1, [simulation] { return simulation->port(serialSimulation); });
-  }
+void addSimulatedPort(Driver& driver, ComPorts& ports) {
+  if (!driver.isSimulated()) return;
+  ports.assignUnlessGiven(1, [&driver] { return Simulation(driver).port(serialSimulation); });
 }
 
 }  // namespace touch

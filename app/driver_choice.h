@@ -13,6 +13,6 @@ Result<std::unique_ptr<NexapiDriver>, BindError> bindChosenDriver(const Options&
 
 /// In a simulated run COM1 is the simulated serial controller's, unless the user has said what COM1
 /// is.
-void addSimulatedPort(const NexapiDriver& driver, ComPorts& ports);
+void addSimulatedPort(Driver& driver, ComPorts& ports);
 
 }  // namespace touch

@@ -38,7 +38,7 @@ std::string withWholeDevice(const std::string& text) {
 }  // namespace
 
 std::string programVersion() {
-  return "TouchUtility 3.1.0";
+  return "TouchUtility " PROGRAM_VERSION;
 }
 
 void addCommonOptions(CLI::App& app, Options& options) {

@@ -217,7 +217,7 @@ int run(Options& options, int argc, char** argv) {
   frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, linearity},
                  {.workFolder = options.workFolder,
                   .driverPath = nexapi.path(),
-                  .simulation = Simulation::of(nexapi),
+                  .simulation = Simulation(nexapi),
                   .fullScreenSize = logicalSize(options.screen, app),
                   .monitor = options.monitor,
                   .refusedDriver = bound->refused,

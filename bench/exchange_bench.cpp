@@ -49,7 +49,8 @@ void exchange(benchmark::State& state, Clock& clock) {
   bool answered = true;
   time(state, enquiryWait, [&] {
     Connection connection(access);
-    answered &= !ask(connection, clock, commandFrame(unitType), enquiryWait).bytes.empty();
+    answered &=
+        !ask(connection, clock, commandFrame(unitType), {.wait = enquiryWait}).bytes.empty();
   });
   if (!answered) state.SkipWithError("the simulated controller does not answer");
 }

@@ -35,10 +35,6 @@ constexpr float ringStep = 75;    // twips
 constexpr std::size_t firstRingColour = 10;
 constexpr int lineWidth = 2;
 
-constexpr std::uint8_t byCancel = 11;
-constexpr std::uint8_t byEscape = 110;
-constexpr std::uint8_t notStarted = 100;
-
 }  // namespace
 
 Calibration::Calibration(const Access& access, Prompt& prompt, CalibrationScreen& screen,
@@ -54,7 +50,7 @@ Calibration::Calibration(const Access& access, Prompt& prompt, CalibrationScreen
 void Calibration::activate() {
   count_ = static_cast<std::uint8_t>(access_.session.calibrationPoints);
   targets_ = calibrationTargets(count_, size_);
-  index_ = notStarted;
+  phase_ = Phase::beforeStart;
   progress_ = 0;
   startTicks_ = 0;
   pulseTimer_->stop();
@@ -94,17 +90,16 @@ void Calibration::start() {
 }
 
 void Calibration::cancel() {
-  if (storing_) return;
-  abandon(byCancel);
+  if (phase_ == Phase::storing) return;
+  abandon(Stop::cancelled);
   leave();
 }
 
 void Calibration::escape() {
-  const bool isResetting = index_ > count_ + byCancel && index_ != notStarted;
-  if (storing_ || left_ || isResetting) return;
-  const bool procedureResets = running() && !cancelled();
-  abandon(byEscape);
-  index_ = static_cast<std::uint8_t>(count_ + byEscape);
+  if (phase_ == Phase::storing || left_ || stop_ == Stop::escaped) return;
+  const bool procedureResets = isProceeding();
+  abandon(Stop::escaped);
+  stop_ = Stop::escaped;
   const auto reset = [this] {
     Connection connection(access_);
     resetController(connection);
@@ -115,14 +110,12 @@ void Calibration::escape() {
   });
 }
 
-void Calibration::abandon(std::uint8_t reason) {
+void Calibration::abandon(Stop reason) {
   pulseStopped_ = true;
   progress_ = size_.width + 100;
   pulseTimer_->stop();
   startTimer_->stop();
-  if (running() && !cancelled()) {
-    index_ = static_cast<std::uint8_t>(count_ + reason);
-  }
+  if (isProceeding()) stop_ = reason;
 }
 
 void Calibration::leave() {
@@ -141,11 +134,11 @@ void Calibration::leave() {
 }
 
 const TwipsPoint* Calibration::awaitedTarget() const {
-  return awaiting_ && index_ < targets_.size() ? &targets_[index_] : nullptr;
+  return phase_ == Phase::awaitingTouch && !stopped() ? &targets_[index_] : nullptr;
 }
 
 void Calibration::wait(Milliseconds duration) {
-  access_.clock.delay(duration, [this] { return cancelled(); });
+  access_.clock.delay(duration, [this] { return stopped(); });
 }
 
 void Calibration::showgrid() {
@@ -171,7 +164,7 @@ void Calibration::drawTarget(std::size_t target, int ring, Colour colour) {
 void Calibration::tickPulse() {
   if (pulseStopped_) return;
   progress_ += progressPerTick;
-  if (index_ >= targets_.size()) return;
+  if (!isAtTarget()) return;
   drawTarget(index_, ring_, palette[firstRingColour + static_cast<std::size_t>(ring_)]);
   if (++ring_ < rings) return;
   for (int ring = 0; ring < rings; ++ring)
@@ -180,7 +173,7 @@ void Calibration::tickPulse() {
 }
 
 void Calibration::endcal() {
-  if (index_ >= targets_.size()) return;
+  if (!isAtTarget()) return;
   for (int ring = 0; ring < rings; ++ring)
     drawTarget(index_, ring, yellow);
   pulseStopped_ = true;
@@ -189,10 +182,10 @@ void Calibration::endcal() {
 bool Calibration::enterCalibration(Connection& connection, const char* command, int attempts) {
   connection.flush();
   const Frame frame = commandFrame(command);
-  for (int attempt = 1; !cancelled(); ++attempt) {
+  for (int attempt = 1; !stopped(); ++attempt) {
     connection.write(frame);
     wait(commandWait);
-    if (cancelled()) break;
+    if (stopped()) break;
     if (connection.read().acknowledged()) return true;
     if (attempt == attempts) break;
     connection.flush();
@@ -201,22 +194,22 @@ bool Calibration::enterCalibration(Connection& connection, const char* command, 
 }
 
 bool Calibration::awaitTouch(const std::function<bool()>& isReady) {
-  awaiting_ = true;
+  phase_ = Phase::awaitingTouch;
   bool ready = false;
-  while (!ready && !cancelled()) {
+  while (!ready && !stopped()) {
     pulseTimer_->start(pulseTick);
     if (progress_ >= size_.width) {
-      index_ = static_cast<std::uint8_t>(count_ + byCancel);
+      stop_ = Stop::timedOut;
       outcome_ = CalibrationOutcome::timedOut;
       break;
     }
     screen_.showTimeBar(progress_);
     wait(readingPoll);
-    if (cancelled()) break;
+    if (stopped()) break;
     pulseStopped_ = false;
     ready = isReady();
   }
-  awaiting_ = false;
+  phase_ = Phase::working;
   return ready;
 }
 
@@ -236,7 +229,7 @@ void Calibration::takeReading(Reading reading) {
 
 void Calibration::awaitPenUp(const Connection& connection) {
   penUpPolls_ = 0;
-  while (penUpPolls_ < penUpPollsPerPoint && !cancelled()) {
+  while (penUpPolls_ < penUpPollsPerPoint && !stopped()) {
     ++penUpPolls_;
     if (access_.driver.IsPenUp(connection.handle()) != 0) break;
     access_.clock.delay(penUpPoll);
@@ -245,7 +238,7 @@ void Calibration::awaitPenUp(const Connection& connection) {
 
 void Calibration::awaitPenUpAtEnd(const Connection& connection) {
   access_.clock.yield(restPasses);
-  while (penUpPolls_ < penUpPollsInAll && !cancelled()) {
+  while (penUpPolls_ < penUpPollsInAll && !stopped()) {
     ++penUpPolls_;
     if (access_.driver.IsPenUp(connection.handle()) != 0) break;
     access_.clock.yield(restPasses);
@@ -257,24 +250,23 @@ void Calibration::finishPoint(const Connection& connection) {
   access_.clock.yield();
   endcal();
   access_.clock.yield();
-  if (!cancelled()) awaitPenUp(connection);
+  if (!stopped()) awaitPenUp(connection);
   ++index_;
 }
 
 void Calibration::resetController(Connection& connection) {
   connection.flush();
-  const Frame reset = commandFrame("R");
-  if (!ask(connection, access_.clock, reset, commandWait).acknowledged()) {
-    ask(connection, access_.clock, reset, commandWait);
-  }
+  ask(connection, access_.clock, commandFrame("R"), {.wait = commandWait, .tries = 2});
 }
 
 void Calibration::calibrate() {
   const auto procedure = [this] {
     index_ = 0;
+    phase_ = Phase::working;
+    stop_ = Stop::none;
     Connection connection(access_);
     docal(connection);
-    if (index_ > count_ + 100) resetController(connection);
+    if (stop_ == Stop::escaped) resetController(connection);
   };
   try {
     gate_.run(procedure);
@@ -292,16 +284,16 @@ void Calibration::docal(Connection& connection) {
     return;
   }
   if (!enterCalibration(connection, "CR", rawCalibrationAttempts)) {
-    if (!cancelled()) {
+    if (!stopped()) {
       outcome_ = CalibrationOutcome::failed;
       prompt_.message(access_.session.messages[Message::rawCalibrationError]);
       access_.session.calibrationPoints = 0;
     }
   } else {
     screen_.showTimeBar(0);
-    while (index_ < count_) {
+    while (index_ < count_ && !stopped()) {
       wait(beforeTarget);
-      if (cancelled()) break;
+      if (stopped()) break;
       progress_ = 0;
       access_.driver.SetCalPoint(connection.handle(), index_, samplesPerPoint, count_);
       wait(afterSetPoint);
@@ -317,12 +309,12 @@ void Calibration::docal(Connection& connection) {
       }
       finishPoint(connection);
     }
-    if (!cancelled()) {
+    if (!stopped()) {
       pulseTimer_->stop();
       awaitPenUpAtEnd(connection);
     }
-    if (!cancelled()) {
-      storing_ = true;
+    if (!stopped()) {
+      phase_ = Phase::storing;
       screen_.allowExit(false);
       access_.driver.StoreCalibrationData(connection.handle());
       outcome_ = CalibrationOutcome::stored;
@@ -333,14 +325,14 @@ void Calibration::docal(Connection& connection) {
 
 void Calibration::docal2pts(Connection& connection) {
   if (!enterCalibration(connection, "CX", extendedCalibrationAttempts)) {
-    if (!cancelled()) {
+    if (!stopped()) {
       outcome_ = CalibrationOutcome::failed;
       prompt_.message(access_.session.messages[Message::extendedCalibrationError]);
     }
   } else {
-    while (index_ < count_) {
+    while (index_ < count_ && !stopped()) {
       wait(beforeTarget);
-      if (cancelled()) break;
+      if (stopped()) break;
       progress_ = 0;
       bool refused = false;
       const bool accepted = awaitTouch([&] {
@@ -364,7 +356,7 @@ void Calibration::docal2pts(Connection& connection) {
       if (accepted && index_ + 1 == count_) outcome_ = CalibrationOutcome::stored;
       finishPoint(connection);
     }
-    if (!cancelled() && outcome_ == CalibrationOutcome::stored) {
+    if (!stopped() && outcome_ == CalibrationOutcome::stored) {
       pulseTimer_->stop();
       awaitPenUpAtEnd(connection);
     }

@@ -45,7 +45,7 @@ class CalibrationScreen {
 
 /// The calibration with 2, 3, 5 or 9 targets, on the session's controller and with the session's
 /// point count. The procedure runs inside timer ticks and button presses, waiting on the clock;
-/// Cancel, Esc and EXIT reach it while it waits, through the point index alone.
+/// Cancel, Esc and EXIT reach it while it waits, as its reason to stop.
 class Calibration {
  public:
   Calibration(const Access& access, Prompt& prompt, CalibrationScreen& screen, TwipsSize size);
@@ -63,6 +63,15 @@ class Calibration {
 
  private:
   using Milliseconds = std::chrono::milliseconds;
+  enum class Phase : std::uint8_t {
+    beforeStart,
+    working,        ///< between two touches, or entering the calibration
+    awaitingTouch,  ///< the time bar runs
+    storing         ///< nothing can be given up any more
+  };
+  /// Why a procedure ends before its last target.
+  enum class Stop : std::uint8_t { none, cancelled, timedOut, escaped };
+  /// The controller's own numbers of the place that was touched.
   struct Reading {
     std::int32_t x = 0;
     std::int32_t y = 0;
@@ -85,12 +94,18 @@ class Calibration {
   void awaitPenUpAtEnd(const Connection& connection);
   void finishPoint(const Connection& connection);
   void resetController(Connection& connection);
-  void abandon(std::uint8_t reason);
+  void abandon(Stop reason);
   void leave();
 
   /// The timed wait: ends early when cancelled.
   void wait(Milliseconds duration);
-  bool cancelled() const { return index_ > count_ + 10; }
+  bool stopped() const { return stop_ != Stop::none; }
+  /// A procedure is on its way to its last target.
+  bool isProceeding() const { return running() && phase_ != Phase::beforeStart && !stopped(); }
+  /// Pulse and mark belong to a target.
+  bool isAtTarget() const {
+    return phase_ != Phase::beforeStart && !stopped() && index_ < targets_.size();
+  }
   void drawTarget(std::size_t target, int ring, Colour colour);
 
   Access access_;
@@ -103,15 +118,14 @@ class Calibration {
   std::uint8_t count_ = 0;  ///< the point count that this run began with
   std::vector<TwipsPoint> targets_;
   std::array<Reading, 26> readings_{};
-  std::uint8_t index_ =
-      100;  ///< the current point; more than count + 10: cancelled, more than count + 100: by Esc
+  std::uint8_t index_ = 0;  ///< of the current target
+  Phase phase_ = Phase::beforeStart;
+  Stop stop_ = Stop::none;
   int ring_ = 0;
   bool pulseStopped_ = false;
   float progress_ = 0;  ///< of the time bar, twips
   int startTicks_ = 0;
   int penUpPolls_ = 0;
-  bool awaiting_ = false;
-  bool storing_ = false;
   bool left_ = false;
   CalibrationOutcome outcome_ = CalibrationOutcome::cancelled;
   Gate gate_;  ///< shut when all has ended

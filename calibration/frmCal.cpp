@@ -61,7 +61,7 @@ QPushButton* makeButton(QWidget* parent, const char* name, const QString& captio
 
 }  // namespace
 
-frmCal::frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
+frmCal::frmCal(const Access& access, Prompt& prompt, const Simulation& simulation,
                const QScreen& screen, const std::optional<QSize>& size,
                std::function<void()> onLeave, std::function<void(CalibrationOutcome)> onEnded)
     : FullScreenWindow(screen, size, [this] { onEnded_(outcome_); }),
@@ -161,7 +161,7 @@ void frmCal::allowExit(bool allowed) {
 void frmCal::leave() {
   hide();
   onLeave_();
-  if (simulation_) simulation_->lift();
+  simulation_.lift();
 }
 
 void frmCal::ended(CalibrationOutcome outcome) {
@@ -178,7 +178,7 @@ void frmCal::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmCal::touchAt(const QPointF& place) {
-  if (simulation_) simulation_->touch(place.x() / width(), place.y() / height());
+  simulation_.touch(place.x() / width(), place.y() / height());
 }
 
 void frmCal::mousePressEvent(QMouseEvent* event) {
@@ -190,7 +190,7 @@ void frmCal::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void frmCal::mouseReleaseEvent(QMouseEvent*) {
-  if (simulation_) simulation_->lift();
+  simulation_.lift();
 }
 
 }  // namespace touch

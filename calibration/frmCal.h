@@ -24,8 +24,8 @@ class frmCal final : public FullScreenWindow, public CalibrationScreen {
   /// `screen` is the one that the panel covers. `onLeave` brings the main window back, `onEnded` is
   /// told how the calibration ended, which may be later: the procedure still has to let go of the
   /// controller.
-  frmCal(const Access& access, Prompt& prompt, const std::optional<Simulation>& simulation,
-         const QScreen& screen, const std::optional<QSize>& size, std::function<void()> onLeave,
+  frmCal(const Access& access, Prompt& prompt, const Simulation& simulation, const QScreen& screen,
+         const std::optional<QSize>& size, std::function<void()> onLeave,
          std::function<void(CalibrationOutcome)> onEnded);
 
   void askToLeave() override { calibration_->cancel(); }
@@ -52,7 +52,7 @@ class frmCal final : public FullScreenWindow, public CalibrationScreen {
 
   Access access_;
   Prompt& prompt_;
-  std::optional<Simulation> simulation_;
+  Simulation simulation_;
   std::function<void()> onLeave_;
   std::function<void(CalibrationOutcome)> onEnded_;
   CalibrationOutcome outcome_ = CalibrationOutcome::cancelled;

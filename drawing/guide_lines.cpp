@@ -18,8 +18,8 @@ Segment segment(Orientation orientation, float position, float from, float to) {
 
 }  // namespace
 
-Bands bandsOf(TwipsSize screen, float percent) {
-  return {screen.width / 100 * percent, screen.height / 100 * percent};
+Bands bandsOf(TwipsSize screen, Percent tolerance) {
+  return {screen.width / 100 * tolerance.value, screen.height / 100 * tolerance.value};
 }
 
 GuideLines::GuideLines(TwipsSize screen)

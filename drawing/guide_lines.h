@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <compare>
 #include <cstdint>
 
 #include "drawing/surface.h"
@@ -9,14 +10,20 @@ namespace touch {
 
 enum class Orientation : std::uint8_t { vertical, horizontal };
 
+/// Hundredths of the screen's width or height: a tolerance, or how far a sample is from its line.
+struct Percent {
+  float value = 0;
+  friend auto operator<=>(const Percent&, const Percent&) = default;
+};
+
 /// Half-widths of the tolerance bands around the guide lines, in twips.
 struct Bands {
   float vertical = 0;    ///< of the vertical lines
   float horizontal = 0;  ///< of the horizontal lines
 };
 
-/// `percent` of the screen's width for vertical lines, of its height for horizontal ones.
-Bands bandsOf(TwipsSize screen, float percent);
+/// `tolerance` of the screen's width for vertical lines, of its height for horizontal ones.
+Bands bandsOf(TwipsSize screen, Percent tolerance);
 
 struct Segment {
   TwipsPoint from;

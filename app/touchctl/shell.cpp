@@ -81,7 +81,7 @@ Shell::Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi,
              MessageTable messages)
     : options_(options),
       nexapi_(std::move(nexapi)),
-      simulation_(Simulation::of(*nexapi_)),
+      simulation_(*nexapi_),
       driver_(*nexapi_, trace_),
       prompt_(options.assumeYes, options.withoutBackup) {
   session_.messages = std::move(messages);

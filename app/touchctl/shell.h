@@ -55,7 +55,7 @@ class Shell {
   SystemClock& clock() { return clock_; }
   /// A serial port of its own, traced like the driver.
   std::unique_ptr<SerialPort> makeSerialPort();
-  const std::optional<Simulation>& simulation() const { return simulation_; }
+  const Simulation& simulation() const { return simulation_; }
   /// Why the trace ended early, once.
   std::optional<std::string> takeTraceBreak() { return trace_.takeBreak(); }
   const ShellOptions& options() const { return options_; }
@@ -70,7 +70,7 @@ class Shell {
 
   ShellOptions options_;
   std::unique_ptr<NexapiDriver> nexapi_;
-  std::optional<Simulation> simulation_;
+  Simulation simulation_;
   Trace trace_;
   TracingDriver driver_;
   SystemClock clock_;

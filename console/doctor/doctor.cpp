@@ -10,6 +10,7 @@
 #include "core/discovery/identity.h"
 #include "core/driver/connection.h"
 #include "ports/port_holders.h"
+#include "ports/port_list.h"
 #include "support/clock.h"
 #include "support/files/marked_folder.h"
 #include "support/files/system_folder.h"
@@ -169,32 +170,16 @@ std::string describe(const Identity& identity) {
   return text;
 }
 
-/// Splits what the driver lists into the controllers that are served and the other makers' names.
-std::pair<std::vector<ExaminedController>, std::string> listed(Driver& driver) {
-  std::vector<ExaminedController> served;
-  std::string others;
-  const std::int32_t known = driver.GetExistControllers();
-  const int count = known < 0 ? 0 : known & 0xFF;
-  for (int number = 1; number <= count; ++number) {
-    const auto name = controllerName(driver, number);
-    if (!name) continue;
-    if (isServedName(*name) && served.size() < ControllerList::limit) {
-      served.push_back({*name, false});
-    } else {
-      others += (others.empty() ? "" : ", ") + toUtf8(*name);
-    }
-  }
-  return {std::move(served), std::move(others)};
-}
-
 std::vector<ExaminedController> askControllers(const Access& own, const DoctorProgress& progress,
                                                Findings& findings) {
   // A session of its own: the program's current controller stays what it is.
   Session session;
   const Access access{session, own.driver, own.clock};
-  auto [controllers, others] = listed(access.driver);
+  const KnownControllers known = knownControllers(access.driver);
+  std::vector<ExaminedController> controllers;
   std::vector<std::string> identities;
-  for (ExaminedController& controller : controllers) {
+  for (const std::string& name : known.served) {
+    ExaminedController& controller = controllers.emplace_back(ExaminedController{name, false});
     if (progress) progress(filled(say("doctor", "asking %1"), {toUtf8(controller.name)}));
     session.controllerName = controller.name;
     identities.push_back(describe(identify(access)));
@@ -216,7 +201,10 @@ std::vector<ExaminedController> askControllers(const Access& own, const DoctorPr
               : say("doctor", "Check its cable and power, then look again."));
     }
   }
-  if (!others.empty()) {
+  if (!known.others.empty()) {
+    std::string others;
+    for (const std::string& name : known.others)
+      others += (others.empty() ? "" : ", ") + toUtf8(name);
     findings.add(note, filled(say("doctor", "The driver also knows of %1."), {others}),
                  say("doctor", "These are of other makers and are left alone."));
   }
@@ -246,29 +234,7 @@ std::vector<ExaminedController> examineControllers(const Patient& patient,
   }
 }
 
-/// A serial device to look at; `number` 0: no COM port number leads to it.
-struct Port {
-  int number = 0;
-  std::string device;
-  bool chosen = false;  ///< the user has named it
-};
-
-std::vector<Port> portsToExamine(const ComPorts& ports) {
-  constexpr int lastSearched = 16;
-  std::vector<Port> found;
-  for (const int number : ports.assignedNumbers())
-    found.push_back({number, ports.device(number), true});
-  for (const std::string& device : serialDevices()) {
-    if (std::ranges::find(found, device, &Port::device) != found.end()) continue;
-    Port port{0, device, false};
-    for (int number = lastSearched; number >= 1; --number)
-      if (ports.device(number) == device) port.number = number;
-    found.push_back(port);
-  }
-  return found;
-}
-
-void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
+void examinePort(const ListedPort& port, const ComPorts& ports, Findings& findings) {
   const std::string name = port.number > 0 ? ports.describe(port.number) : port.device;
   const std::string choose = "--com " + std::to_string(std::max(port.number, 1)) + "=";
   if (port.device.empty()) {
@@ -289,7 +255,7 @@ void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
       driver.empty() ? name : filled(say("doctor", "%1, driver %2"), {name, driver});
   if (const PortPermission permission = portPermission(port.device); !permission.granted) {
     findings.add(
-        port.chosen ? problem : note,
+        port.isAssigned ? problem : note,
         filled(say("doctor", "%1: this user may not open it."), {served}),
         say("doctor",
             "A serial controller on it cannot be searched for or talked to without the driver."),
@@ -317,8 +283,8 @@ void examinePort(const Port& port, const ComPorts& ports, Findings& findings) {
 }
 
 void examinePorts(const Patient& patient, Findings findings) {
-  const auto ports = portsToExamine(patient.ports);
-  for (const Port& port : ports)
+  const auto ports = listedPorts(patient.ports);
+  for (const ListedPort& port : ports)
     examinePort(port, patient.ports, findings);
   if (ports.empty()) {
     findings.add(note, say("doctor", "This machine has no serial port."),

@@ -53,7 +53,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
       trace_(trace),
       startup_(startup),
       console_(access, prompt, model_, port, startup.workFolder),
-      header_(new frmHeader(startup.simulation.has_value())),
+      header_(new frmHeader(startup.simulation.isThere())),
       controls_(new QWidget),
       tabs_(new QTabWidget),
       controllerPage_(new frmControllerPage(model_, console_)),
@@ -62,7 +62,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   setWindowTitle("TouchUtility");
   setHelpChapter(*this, "Starting");
   addHelpKey(*this);
-  if (startup.simulation) panels_.emplace(*startup.simulation, access.session, model_);
+  if (startup.simulation.isThere()) panels_.emplace(startup.simulation, access.session, model_);
   windows_ = std::make_unique<frmWindows>(access, prompt, port, tests, startup, model_, console_,
                                           panels_ ? &*panels_ : nullptr, *this);
   tabs_->setObjectName("tabs");
@@ -78,7 +78,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   controlsLayout->setContentsMargins(0, 0, 0, 0);
   controlsLayout->addWidget(tabs_, 1);
   controlsLayout->addWidget(
-      new frmPasswordFrame(model_, console_, *windows_, startup.simulation.has_value(),
+      new frmPasswordFrame(model_, console_, *windows_, startup.simulation.isThere(),
                            [this](QWidget* before) { giveFocusBack(before); }));
 
   auto* const layout = new QVBoxLayout(this);
@@ -117,7 +117,7 @@ void frmMain::makeOtherPages() {
   put(new frmDoctorPage(actions, prompt_, trace_,
                         {.access = access_,
                          .driverPath = startup_.driverPath,
-                         .simulated = startup_.simulation.has_value(),
+                         .simulated = startup_.simulation.isThere(),
                          .refused = startup_.refusedDriver,
                          .ports = startup_.ports,
                          .workFolder = folder,

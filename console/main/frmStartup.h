@@ -16,7 +16,7 @@ namespace touch {
 struct Startup {
   std::filesystem::path workFolder;
   std::filesystem::path driverPath;
-  std::optional<Simulation> simulation;      ///< set while the simulated driver is bound
+  Simulation simulation{};                   ///< of the simulated driver while that is bound
   std::optional<QSize> fullScreenSize;       ///< logical pixels, in place of each full screen
   std::optional<int> monitor{};              ///< that the panel covers, counted from 1
   std::optional<BindError> refusedDriver{};  ///< why the driver that was wanted is not bound

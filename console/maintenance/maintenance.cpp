@@ -18,9 +18,8 @@ bool carryOut(const Access& access, Prompt& prompt, std::string_view command, Me
               Message failure) {
   Connection connection(access);
   connection.flush();
-  const Frame frame = commandFrame(command);
-  const bool done = isGood(ask(connection, access.clock, frame, commandWait)) ||
-                    isGood(ask(connection, access.clock, frame, commandWait));
+  const bool done = isGood(ask(connection, access.clock, commandFrame(command),
+                               {.wait = commandWait, .tries = 2, .isGood = isGood}));
   prompt.message(access.session.messages[done ? success : failure]);
   return done;
 }

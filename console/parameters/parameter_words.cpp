@@ -35,10 +35,10 @@ Result<ParameterWord, WordError> readWord(const Access& access, std::uint8_t add
   const Frame frame = parameterReadFrame(hexByte(address));
   Connection connection(access);
   connection.flush();
-  Reply reply = ask(connection, access.clock, frame, parameterWait);
+  Reply reply = ask(connection, access.clock, frame, {.wait = parameterWait});
   auto word = reply.word();
   if (!word) {
-    reply = ask(connection, access.clock, frame, parameterWait);
+    reply = ask(connection, access.clock, frame, {.wait = parameterWait});
     word = reply.word();
     if (word) {
       // The second question is answered too. An answer has no address, and would be taken for the

@@ -10,16 +10,22 @@ namespace {
 constexpr int stepMilliseconds = 100;
 
 struct BarKind {
-  int ClickTiming::*value = nullptr;
+  int (*get)(const ClickTiming&) = nullptr;
+  void (*put)(ClickTiming&, int) = nullptr;
   int step = 1;             ///< the driver's numbers in one step of the bar
   TimingBars::Range usual;  ///< in steps
 };
 
+template <auto member>
+constexpr BarKind barOf(int step, TimingBars::Range usual) {
+  return {getMember<member>, putMember<member>, step, usual};
+}
+
 // In the order of the bars. The speed counts in steps of 100 ms in the driver already.
 constexpr std::array barKinds = {
-    BarKind{&ClickTiming::doubleClickSpeed, 1, {1, 20}},
-    BarKind{&ClickTiming::doubleClickArea, 1, {0, 100}},
-    BarKind{&ClickTiming::rightClickTime, stepMilliseconds, {3, 12}},
+    barOf<&ClickTiming::doubleClickSpeed>(1, {1, 20}),
+    barOf<&ClickTiming::doubleClickArea>(1, {0, 100}),
+    barOf<&ClickTiming::rightClickTime>(stepMilliseconds, {3, 12}),
 };
 
 const BarKind& kindOf(TimingBars::Bar bar) {
@@ -27,7 +33,7 @@ const BarKind& kindOf(TimingBars::Bar bar) {
 }
 
 int stepsOf(const BarKind& kind, const ClickTiming& timing) {
-  return (timing.*kind.value + kind.step / 2) / kind.step;
+  return (kind.get(timing) + kind.step / 2) / kind.step;
 }
 
 }  // namespace
@@ -51,19 +57,19 @@ int TimingBars::position(Bar bar) const {
 }
 
 bool TimingBars::isUnsent(Bar bar) const {
-  const auto value = kindOf(bar).value;
-  return timing_.*value != driver_.*value;
+  const BarKind& kind = kindOf(bar);
+  return kind.get(timing_) != kind.get(driver_);
 }
 
 void TimingBars::move(Bar bar, int position) {
   const BarKind& kind = kindOf(bar);
   if (position == this->position(bar)) return;
   const auto [lowest, highest] = range(bar);
-  timing_.*kind.value = std::clamp(position, lowest, highest) * kind.step;
+  kind.put(timing_, std::clamp(position, lowest, highest) * kind.step);
 }
 
 std::string TimingBars::label(Bar bar) const {
-  const int value = timing_.*kindOf(bar).value;
+  const int value = kindOf(bar).get(timing_);
   return std::to_string(bar == Bar::doubleClickSpeed ? value * stepMilliseconds : value);
 }
 

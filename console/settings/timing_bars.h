@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <string>
+#include <type_traits>
 
 #include "core/driver/driver_settings.h"
 
@@ -8,11 +10,28 @@ namespace touch {
 
 /// What the three scroll bars hold, in the driver's numbers.
 struct ClickTiming {
-  int rightClickTime = 1000;  ///< milliseconds
-  int doubleClickSpeed = 0;   ///< hundreds of milliseconds, 0 to 255
-  int doubleClickArea = 0;    ///< 0 to 255
+  std::chrono::milliseconds rightClickTime{1000};
+  Deciseconds doubleClickSpeed{0};  ///< 0 to 255
+  int doubleClickArea = 0;          ///< 0 to 255
   friend bool operator==(const ClickTiming&, const ClickTiming&) = default;
 };
+
+/// A member as the number that the driver knows it by.
+template <auto member, typename Settings>
+int getMember(const Settings& from) {
+  const auto value = from.*member;
+  if constexpr (requires { value.count(); }) {
+    return static_cast<int>(value.count());
+  } else {
+    return static_cast<int>(value);
+  }
+}
+
+template <auto member, typename Settings>
+void putMember(Settings& into, int value) {
+  using Value = std::remove_reference_t<decltype(into.*member)>;
+  into.*member = static_cast<Value>(value);
+}
 
 /// Those of a driver, which may report any number after a change.
 ClickTiming timingOf(const DriverSettings& settings);

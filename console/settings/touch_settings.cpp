@@ -39,23 +39,12 @@ SettingAnswer setChoice(const Access& access, Prompt&, const DriverSettings&, in
   return set(access, value);
 }
 
-template <int ClickTiming::*member>
+template <auto member>
 SettingAnswer setTiming(const Access& access, Prompt& prompt, const DriverSettings& current,
                         int value) {
   ClickTiming timing = timingOf(current);
-  timing.*member = value;
+  putMember<member>(timing, value);
   return confirmTiming(access, prompt, timing);
-}
-
-template <auto member>
-int getMember(const DriverSettings& reported) {
-  return static_cast<int>(reported.*member);
-}
-
-template <auto member>
-void putMember(DriverSettings& shown, int value) {
-  using Value = std::remove_reference_t<decltype(shown.*member)>;
-  shown.*member = static_cast<Value>(value);
 }
 
 SettingAnswer setPanel(const Access& access, Prompt&, const DriverSettings&, int value) {
@@ -131,8 +120,8 @@ constexpr std::array settings = {
             marked("settings", "Right Click Response Time"),
             marked("settings", "Right click response time"),
             {},
-            shortestRightClick,
-            longestRightClick,
+            int{shortestRightClick.count()},
+            int{longestRightClick.count()},
             "ms",
             getMember<&DriverSettings::rightClickTime>,
             putMember<&DriverSettings::rightClickTime>,
@@ -198,9 +187,9 @@ SettingAnswer confirmTiming(const Access& access, Prompt& prompt, const ClickTim
   {
     Connection connection(access);
     const std::int32_t handle = connection.handle();
-    access.driver.SetRightClickTime(handle, timing.rightClickTime);
+    access.driver.SetRightClickTime(handle, getMember<&ClickTiming::rightClickTime>(timing));
     const std::int32_t speedSet =
-        access.driver.SetDoubleClickSpeed(handle, lowByte(timing.doubleClickSpeed));
+        access.driver.SetDoubleClickSpeed(handle, lowByte(timing.doubleClickSpeed.count()));
     access.driver.SetDoubleClickArea(handle, lowByte(timing.doubleClickArea));
     answer = {connection.isOpen(), static_cast<std::int16_t>(speedSet != 0 ? 1 : 0)};
   }
@@ -225,7 +214,7 @@ SettingAnswer disableTouchPanel(const Access& access, bool disable) {
   const bool ps2 = interfaceType(access.session.controllerName) == InterfaceType::ps2;
   connection.write(commandFrame(ps2 ? "MP" : "MS"));
   access.clock.delay(betweenModeCommands);
-  ask(connection, access.clock, commandFrame(disable ? "MI" : "MS"), commandWait);
+  ask(connection, access.clock, commandFrame(disable ? "MI" : "MS"), {.wait = commandWait});
   return {connection.isOpen(), std::nullopt};
 }
 

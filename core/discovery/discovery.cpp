@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 #include <string_view>
+#include <utility>
 
 #include "core/exchange/exchange.h"
 #include "support/clock.h"
@@ -16,11 +17,14 @@ namespace {
 constexpr std::size_t longestNonAnswer = 5;
 constexpr auto pauseAfterSilence = 100ms;
 
+bool isUnitType(const Reply& reply) {
+  return reply.size() > longestNonAnswer;
+}
+
 bool answersUnitType(const Access& access, const std::string& name) {
   Connection connection(access, name);
-  const Frame unitType = commandFrame("UT");
-  return ask(connection, access.clock, unitType, enquiryWait).size() > longestNonAnswer ||
-         ask(connection, access.clock, unitType, enquiryWait).size() > longestNonAnswer;
+  return isUnitType(ask(connection, access.clock, commandFrame("UT"),
+                        {.wait = enquiryWait, .tries = 2, .isGood = isUnitType}));
 }
 
 /// The list's places in the order in which they are probed.
@@ -47,19 +51,22 @@ std::optional<std::size_t> ControllerList::find(const std::string& name) const {
   return static_cast<std::size_t>(found - names.begin());
 }
 
+KnownControllers knownControllers(Driver& driver) {
+  const std::int32_t said = driver.GetExistControllers();
+  KnownControllers known{.count = said < 0 ? 0 : said & 0xFF};
+  for (int number = 1; number <= known.count && known.served.size() < ControllerList::limit;
+       ++number) {
+    auto name = controllerName(driver, number);
+    if (!name) continue;
+    (isServedName(*name) ? known.served : known.others).push_back(std::move(*name));
+  }
+  return known;
+}
+
 ControllerList getctrnameo(const Access& access, Prompt& prompt) {
-  ControllerList list;
-  const std::int32_t known = access.driver.GetExistControllers();
-  const int count = known < 0 ? 0 : known & 0xFF;
-  if (count == 0) {
-    prompt.message(access.session.messages[Message::noDevice]);
-    return list;
-  }
-  for (int number = 1; number <= count && list.names.size() < ControllerList::limit; ++number) {
-    const auto name = controllerName(access.driver, number);
-    if (name && isServedName(*name)) list.names.push_back(*name);
-  }
-  return list;
+  KnownControllers known = knownControllers(access.driver);
+  if (known.count == 0) prompt.message(access.session.messages[Message::noDevice]);
+  return {.names = std::move(known.served)};
 }
 
 ControllerList getctrname(const Access& access, Prompt& prompt, const ProbeProgress& progress,
@@ -80,7 +87,7 @@ ControllerList getctrname(const Access& access, Prompt& prompt, const ProbeProgr
 ModelProbe conMT(const Access& access) {
   Connection connection(access);
   connection.flush();
-  const Reply reply = ask(connection, access.clock, commandFrame("Uu"), enquiryWait);
+  const Reply reply = ask(connection, access.clock, commandFrame("Uu"), {.wait = enquiryWait});
   const bool newer = reply.size() == 10 && reply.bytes[9] == '2';
   return newer ? ModelProbe::newerModel : ModelProbe::other;
 }

@@ -14,13 +14,21 @@ class Prompt;
 /// The controllers that the driver knows of and that are ours, in driver order; at most 21.
 struct ControllerList {
   static constexpr std::size_t limit = 21;
-  std::vector<std::string> names;
-  std::optional<std::size_t> answered;   ///< the one that answered the probe and was chosen
-  std::optional<std::size_t> lastAsked;  ///< the one that was probed last; nothing: none was
+  std::vector<std::string> names{};
+  std::optional<std::size_t> answered{};   ///< the one that answered the probe and was chosen
+  std::optional<std::size_t> lastAsked{};  ///< the one that was probed last; nothing: none was
 
   /// Where the name stands in the list.
   std::optional<std::size_t> find(const std::string& name) const;
 };
+
+/// What the driver lists, in its order, until 21 of ours are found.
+struct KnownControllers {
+  int count = 0;                      ///< as the driver says; 0 to 255
+  std::vector<std::string> served{};  ///< ours
+  std::vector<std::string> others{};  ///< other makers'
+};
+KnownControllers knownControllers(Driver& driver);
 
 /// Told the name of each controller before it is probed, so that the user sees what the waiting is
 /// for; returns false to break the search off.

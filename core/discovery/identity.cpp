@@ -22,8 +22,10 @@ bool contains(std::string_view text, std::string_view part) {
 Identity readfw(const Access& access) {
   Connection connection(access);
   Identity identity;
-  identity.unitType = ask(connection, access.clock, commandFrame("UT"), enquiryWait).text();
-  identity.firmware = ask(connection, access.clock, commandFrame("OI"), enquiryWait).text();
+  identity.unitType =
+      ask(connection, access.clock, commandFrame("UT"), {.wait = enquiryWait}).text();
+  identity.firmware =
+      ask(connection, access.clock, commandFrame("OI"), {.wait = enquiryWait}).text();
   return identity;
 }
 
@@ -57,8 +59,8 @@ std::vector<std::string> controllerInformation(const Access& access) {
   connection.write(outputIdentity);
   access.clock.delay(enquiryWait);
   connection.flush();
-  const Reply identity = ask(connection, access.clock, outputIdentity, enquiryWait);
-  const Reply unitType = ask(connection, access.clock, commandFrame("UT"), enquiryWait);
+  const Reply identity = ask(connection, access.clock, outputIdentity, {.wait = enquiryWait});
+  const Reply unitType = ask(connection, access.clock, commandFrame("UT"), {.wait = enquiryWait});
 
   lines.push_back("Output Identity : " + toUtf8(identity.text()));
   const std::string type = unitType.text();

@@ -50,10 +50,6 @@ Reply ask(const Access& access, SerialPort& serial, std::string_view command,
   return {serial.readAll()};
 }
 
-bool isAnswer(const Reply& reply) {
-  return reply.size() >= 2 && reply.bytes.front() == 0x01 && reply.bytes.back() == 0x0D;
-}
-
 }  // namespace
 
 PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortProgress& progress) {
@@ -71,7 +67,7 @@ PortSearch searchComPorts(const Access& access, SerialPort& serial, const PortPr
     oneOpened = true;
     if (const std::string sharing = serial.sharedWith(); !sharing.empty())
       shared += (shared.empty() ? "" : " ") + sharing;
-    if (!isAnswer(ask(access, serial, "UT", answerWait))) continue;
+    if (!ask(access, serial, "UT", answerWait).isFramed()) continue;
     return {.port = port,
             .setUp = ask(access, serial, "MS", setUpWait).acknowledged(),
             .shared = shared};

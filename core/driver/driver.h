@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/driver/driver_operations.h"
+#include "support/result.h"
 #include "support/text/language.h"
 
 namespace touch {
@@ -38,6 +39,15 @@ class Driver {
 #define TOUCH_DECLARE(name, parameters, arguments) virtual std::int32_t name parameters = 0;
   NEXAPI_OPERATIONS(TOUCH_DECLARE)
 #undef TOUCH_DECLARE
+
+  /// Whether panels and controllers are simulated: such a library has one function beside the 36.
+  virtual bool isSimulated() const {
+    return false;
+  }
+  /// Calls that function: `request` is in the simulator's own words, and so is the answer.
+  virtual Result<std::string, std::string> simulate(const std::string& request) {
+    return tl::unexpected(request);
+  }
 
   /// The operations that the library lacks, without those that nobody needs.
   virtual std::vector<std::string_view> missing() const {

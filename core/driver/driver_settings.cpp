@@ -6,7 +6,7 @@ namespace touch {
 
 namespace {
 
-constexpr int defaultRightClick = 1000;  // milliseconds
+constexpr std::chrono::milliseconds defaultRightClick{1000};
 
 int lowByte(std::int32_t value) {
   return value & 0xFF;
@@ -14,7 +14,7 @@ int lowByte(std::int32_t value) {
 
 void readOthers(Driver& driver, std::int32_t handle, DriverSettings& settings) {
   settings.rightClick = driver.GetRightClickEnabled(handle) != 0;
-  settings.doubleClickSpeed = lowByte(driver.GetDoubleClickSpeed(handle));
+  settings.doubleClickSpeed = Deciseconds(lowByte(driver.GetDoubleClickSpeed(handle)));
   settings.doubleClickArea = lowByte(driver.GetDoubleClickArea(handle));
   settings.timingRead = Connection::isHandle(handle);
   settings.reporting = driver.GetReportStatus(handle) != 0;
@@ -33,10 +33,10 @@ int readTouchMode(Driver& driver, std::int32_t handle) {
   return 2;
 }
 
-int readRightClickTime(Driver& driver, std::int32_t handle) {
-  const std::int32_t time = driver.GetRightClickTime(handle);
+std::chrono::milliseconds readRightClickTime(Driver& driver, std::int32_t handle) {
+  const std::chrono::milliseconds time(driver.GetRightClickTime(handle));
   if (time >= shortestRightClick && time <= longestRightClick) return time;
-  driver.SetRightClickTime(handle, defaultRightClick);
+  driver.SetRightClickTime(handle, std::int32_t{defaultRightClick.count()});
   return defaultRightClick;
 }
 
@@ -61,7 +61,7 @@ std::optional<DriverSettings> reportedSettings(const Access& access) {
 
   DriverSettings settings;
   settings.touchMode = lowByte(driver.GetReportMode(handle));
-  settings.rightClickTime = driver.GetRightClickTime(handle);
+  settings.rightClickTime = std::chrono::milliseconds(driver.GetRightClickTime(handle));
   readOthers(driver, handle, settings);
   return settings;
 }

@@ -1,25 +1,30 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
+#include <ratio>
 
 #include "core/session.h"
 
 namespace touch {
 
-/// How long a touch may have to last to be a right click, in milliseconds.
-inline constexpr int shortestRightClick = 300;
-inline constexpr int longestRightClick = 1200;
+/// What the driver counts the double-click speed in.
+using Deciseconds = std::chrono::duration<int, std::deci>;
+
+/// How long a touch may have to last to be a right click.
+inline constexpr std::chrono::milliseconds shortestRightClick{300};
+inline constexpr std::chrono::milliseconds longestRightClick{1200};
 
 /// The touch behaviour as the driver reports it. Numbers without a unit are the driver's own.
 struct DriverSettings {
   int touchMode = 0;  ///< the touch-mode option to show: 1 to 3, or what else the driver says
-  int rightClickTime = 1000;  ///< milliseconds, in the range above as a rule
+  std::chrono::milliseconds rightClickTime{1000};  ///< in the range above as a rule
   bool rightClick = false;
   bool doubleClick = false;
-  int doubleClickSpeed = 0;  ///< hundreds of milliseconds, 0 to 255
-  int doubleClickArea = 0;   ///< 0 to 255
-  bool reporting = false;    ///< touches are reported at all
+  Deciseconds doubleClickSpeed{0};  ///< 0 to 255
+  int doubleClickArea = 0;          ///< 0 to 255
+  bool reporting = false;           ///< touches are reported at all
   bool upSound = false;
   bool downSound = false;
   int rotation = -1;  ///< quarter turns, 0 to 3 as a rule; -1: not read

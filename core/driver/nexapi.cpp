@@ -1,6 +1,8 @@
 #include "core/driver/nexapi.h"
 
+#include <array>
 #include <bit>
+#include <cstring>
 #include <string_view>
 
 namespace touch {
@@ -21,7 +23,26 @@ void bindOperation(const SharedLibrary& library, const char* name, Function& fun
 // Part of the contract, and called by nobody.
 constexpr std::string_view neverNeeded = "DisableTouchRePort";
 
+constexpr const char* simulationExport = "NexapiSimulate";
+constexpr std::size_t longestSimulatedAnswer = 512;
+
 }  // namespace
+
+bool NexapiDriver::isSimulated() const {
+  return library_.symbol(simulationExport) != nullptr;
+}
+
+Result<std::string, std::string> NexapiDriver::simulate(const std::string& request) {
+  using Function = std::int32_t(NEXAPI_CALL*)(const char*, char*, std::int32_t);
+  void* const address = library_.symbol(simulationExport);
+  if (address == nullptr) return Driver::simulate(request);
+  std::array<char, longestSimulatedAnswer> answer{};
+  const bool done = std::bit_cast<Function>(address)(request.c_str(), answer.data(),
+                                                     std::int32_t{longestSimulatedAnswer}) != 0;
+  std::string text(answer.data(), strnlen(answer.data(), answer.size()));
+  if (!done) return tl::unexpected(std::move(text));
+  return text;
+}
 
 Result<std::unique_ptr<NexapiDriver>, BindError> NexapiDriver::bind(
     const std::optional<std::filesystem::path>& path) {

@@ -87,6 +87,8 @@ class NexapiDriver final : public Driver {
   void* extraExport(const char* name) const {
     return library_.symbol(name);
   }
+  bool isSimulated() const override;
+  Result<std::string, std::string> simulate(const std::string& request) override;
 
   std::vector<std::string_view> missing() const override {
     return missing_;

@@ -2,19 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <charconv>
-#include <cstring>
 #include <string_view>
 #include <utility>
-
-#include "core/driver/nexapi.h"
 
 namespace touch {
 
 namespace {
-
-constexpr const char* exportName = "NexapiSimulate";
 
 /// A decimal number with a point, whatever the locale.
 std::string decimal(double value) {
@@ -37,8 +31,8 @@ std::string placeText(double x, double y) {
 }
 
 /// The two numbers that an answer consists of.
-std::optional<std::pair<double, double>> twoNumbers(const std::optional<std::string>& answer) {
-  std::string_view rest = answer ? std::string_view(*answer) : std::string_view();
+std::optional<std::pair<double, double>> twoNumbers(const Result<std::string, std::string>& said) {
+  std::string_view rest = said ? std::string_view(*said) : std::string_view();
   const auto first = takeNumber(rest);
   const auto second = first ? takeNumber(rest) : std::nullopt;
   if (!second) return std::nullopt;
@@ -47,21 +41,9 @@ std::optional<std::pair<double, double>> twoNumbers(const std::optional<std::str
 
 }  // namespace
 
-std::optional<Simulation> Simulation::of(const NexapiDriver& driver) {
-  void* const address = driver.extraExport(exportName);
-  if (address == nullptr) return std::nullopt;
-  return Simulation(std::bit_cast<Function>(address));
-}
-
-std::optional<std::string> Simulation::request(const std::string& words,
-                                               std::string* refused) const {
-  std::array<char, 512> answer{};
-  const bool done =
-      function_(words.c_str(), answer.data(), static_cast<std::int32_t>(answer.size())) != 0;
-  std::string text(answer.data(), strnlen(answer.data(), answer.size()));
-  if (done) return text;
-  if (refused != nullptr) *refused = std::move(text);
-  return std::nullopt;
+Result<std::string, std::string> Simulation::request(const std::string& words) const {
+  if (driver_ == nullptr) return tl::unexpected(std::string());
+  return driver_->simulate(words);
 }
 
 void Simulation::touch(double x, double y) const {

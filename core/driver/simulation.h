@@ -1,19 +1,20 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
+#include "core/driver/driver.h"
+
 namespace touch {
 
-class NexapiDriver;
-
-/// The hand on a simulated driver's panels: the one export that such a library has beside the 36
-/// operations.
+/// The hand on a simulated driver's panels. On a real driver it does nothing and learns nothing,
+/// and so does one without a driver. The driver outlives it.
 class Simulation {
  public:
-  /// Nothing when the driver is a real one.
-  static std::optional<Simulation> of(const NexapiDriver& driver);
+  Simulation() = default;
+  explicit Simulation(Driver& driver) : driver_(driver.isSimulated() ? &driver : nullptr) {}
+
+  bool isThere() const { return driver_ != nullptr; }
 
   /// Distances between where the finger is and what the controller reports, as fractions of the
   /// panel's width.
@@ -41,14 +42,11 @@ class Simulation {
   /// The device of a serial controller's port, empty while the driver owns it.
   std::string port(const std::string& controller) const;
 
-  /// Any request in the simulator's own words; the answer, or nothing with the reason in `refused`.
-  std::optional<std::string> request(const std::string& words,
-                                     std::string* refused = nullptr) const;
+  /// Any request in the simulator's own words.
+  Result<std::string, std::string> request(const std::string& words) const;
 
  private:
-  using Function = std::int32_t (*)(const char*, char*, std::int32_t);
-  explicit Simulation(Function function) : function_(function) {}
-  Function function_;
+  Driver* driver_ = nullptr;
 };
 
 }  // namespace touch

@@ -59,6 +59,12 @@ class TracingDriver final : public Driver {
 #define TOUCH_TRACED(name, parameters, arguments) std::int32_t name parameters override;
   NEXAPI_OPERATIONS(TOUCH_TRACED)
 #undef TOUCH_TRACED
+  bool isSimulated() const override {
+    return inner_.isSimulated();
+  }
+  Result<std::string, std::string> simulate(const std::string& request) override {
+    return inner_.simulate(request);
+  }
   std::vector<std::string_view> missing() const override {
     return inner_.missing();
   }

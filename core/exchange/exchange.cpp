@@ -9,18 +9,19 @@ constexpr auto betweenRepeats = 30ms;
 constexpr auto afterRepeat = 100ms;
 }  // namespace
 
-Reply ask(Connection& connection, Clock& clock, const Frame& frame,
-          std::chrono::milliseconds wait) {
-  connection.write(frame);
-  clock.delay(wait);
-  return connection.read();
+Reply ask(Connection& connection, Clock& clock, const Frame& frame, const Asking& asking) {
+  for (int left = asking.tries;; --left) {
+    connection.write(frame);
+    clock.delay(asking.wait);
+    const Reply reply = connection.read();
+    if (left <= 1 || asking.isGood(reply)) return reply;
+  }
 }
 
 Reply exchange(const Access& access, const Frame& frame) {
   Connection connection(access);
   connection.flush();
-  const Reply first = ask(connection, access.clock, frame, parameterWait);
-  return first.acknowledged() ? first : ask(connection, access.clock, frame, parameterWait);
+  return ask(connection, access.clock, frame, {.wait = parameterWait, .tries = 2});
 }
 
 bool exchangeAcknowledged(const Access& access, const Frame& frame) {
@@ -32,7 +33,7 @@ void exchangeUnacknowledged(const Access& access, const std::string& controller,
   Connection connection(access, controller);
   connection.write(frame);
   access.clock.delay(betweenRepeats);
-  ask(connection, access.clock, frame, afterRepeat);
+  ask(connection, access.clock, frame, {.wait = afterRepeat});
 }
 
 }  // namespace touch

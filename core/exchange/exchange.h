@@ -15,8 +15,16 @@ inline constexpr auto parameterWait = 200ms;
 /// How long it needs to carry out a command that changes it ("RD", "R", "CR", "CX", "SE").
 inline constexpr auto commandWait = 300ms;
 
-/// Writes the frame, waits, reads up to 10 bytes.
-Reply ask(Connection& connection, Clock& clock, const Frame& frame, std::chrono::milliseconds wait);
+/// How a command is asked.
+struct Asking {
+  std::chrono::milliseconds wait{};  ///< from the frame to its reply
+  int tries = 1;                     ///< how often the frame is written until a reply is good
+  bool (*isGood)(const Reply&) = [](const Reply& reply) { return reply.acknowledged(); };
+};
+
+/// Writes the frame, waits and reads up to 10 bytes, until the reply is good or the tries are used
+/// up. Returns the last reply, whatever it is.
+Reply ask(Connection& connection, Clock& clock, const Frame& frame, const Asking& asking);
 
 /// Opens the session's controller, drops what it had to say, and writes `frame` until it is
 /// acknowledged: at most twice. Returns the last reply: what the second says counts, whatever it

@@ -19,9 +19,7 @@ std::string Reply::text() const {
 }
 
 std::optional<ParameterWord> Reply::word() const {
-  if (size() != wordReplySize || bytes.front() != 0x01 || bytes.back() != 0x0D || !acknowledged()) {
-    return std::nullopt;
-  }
+  if (size() != wordReplySize || !isFramed() || !acknowledged()) return std::nullopt;
   const std::string digits(bytes.begin() + 2, bytes.end() - 1);
   unsigned value = 0;
   const auto [end, failed] =

@@ -11,6 +11,7 @@
 
 namespace touch {
 
+/// What the main window shows: a fixed text, which is not the program's own version.
 inline constexpr std::string_view versionText = "Version :  3.1.0";
 
 /// The texts that the system addresses by number, named for what they are for.

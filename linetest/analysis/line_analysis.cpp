@@ -22,11 +22,11 @@ bool overlap(const TwipsRect& a, const TwipsRect& b) {
          a.corner.y < b.corner.y + b.size.height && b.corner.y < a.corner.y + a.size.height;
 }
 
-std::string sampleLine(std::size_t number, float deviation, float tolerancePercent) {
+std::string sampleLine(std::size_t number, Percent deviation, Percent tolerance) {
   // A minus takes the place of a blank, so that the digits stay below each other.
-  std::string line = threeDigits(static_cast<int>(number)) + (deviation >= 0 ? "  " : " ");
-  line += fixedText(static_cast<double>(deviation), 1) + " %";
-  if (std::abs(deviation) > tolerancePercent) line += "  **";
+  std::string line = threeDigits(static_cast<int>(number)) + (deviation.value >= 0 ? "  " : " ");
+  line += fixedText(static_cast<double>(deviation.value), 1) + " %";
+  if (std::abs(deviation.value) > tolerance.value) line += "  **";
   return line;
 }
 
@@ -82,17 +82,17 @@ bool LineMatcher::hasStrayed(int index, TwipsPoint point) const {
   return at > position + band || at < position - band;
 }
 
-float deviation(float coordinate, int position, TwipsSize screen) {
-  return (coordinate - static_cast<float>(position)) / (screen.width / 100);
+Percent deviation(float coordinate, int position, TwipsSize screen) {
+  return {(coordinate - static_cast<float>(position)) / (screen.width / 100)};
 }
 
 StrokeStatistics measureStroke(std::span<const TwipsPoint> samples, const LineMatch& line,
                                TwipsSize screen) {
   StrokeStatistics statistics;
   for (const TwipsPoint& sample : samples) {
-    const float off = deviation(across(line.orientation(), sample), line.position, screen);
+    const Percent off = deviation(across(line.orientation(), sample), line.position, screen);
     if (statistics.count++ == 0) statistics.maximum = statistics.minimum = off;
-    statistics.sum += static_cast<double>(off);
+    statistics.sum += static_cast<double>(off.value);
     statistics.maximum = std::max(statistics.maximum, off);
     statistics.minimum = std::min(statistics.minimum, off);
   }
@@ -106,22 +106,22 @@ std::string lineTitle(int index) {
 }
 
 std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const LineMatch& line,
-                                     TwipsSize screen, float tolerancePercent) {
+                                     TwipsSize screen, Percent tolerance) {
   const StrokeStatistics statistics = measureStroke(samples, line, screen);
   std::vector<std::string> lines = {
       "",
       "  " + lineTitle(line.index),
       "  AVG :  " + fixedText(statistics.average(), 2),
-      "  Max :  " + fixedText(static_cast<double>(statistics.maximum), 2),
-      "  Min :  " + fixedText(static_cast<double>(statistics.minimum), 2),
+      "  Max :  " + fixedText(static_cast<double>(statistics.maximum.value), 2),
+      "  Min :  " + fixedText(static_cast<double>(statistics.minimum.value), 2),
       "  Qty :  " + std::to_string(statistics.count),
       "",
   };
   for (std::size_t i = 0; i < samples.size(); ++i) {
     // The lines of a horizontal stroke are taken from x like those of a vertical one: the list's
     // readers know the column as the x of each sample. The summary above is the measurement.
-    const float off = deviation(samples[i].x, line.position, screen);
-    lines.push_back(sampleLine(i + 1, off, tolerancePercent));
+    const Percent off = deviation(samples[i].x, line.position, screen);
+    lines.push_back(sampleLine(i + 1, off, tolerance));
   }
   return lines;
 }

@@ -58,12 +58,12 @@ class LineMatcher {
 /// How far `coordinate` lies from a line, in percent of the screen's width. The width is the
 /// measure for horizontal lines as well, so that a percent is the same length in both directions,
 /// although the band of a horizontal line is cut from the height.
-float deviation(float coordinate, int position, TwipsSize screen);
+Percent deviation(float coordinate, int position, TwipsSize screen);
 
 struct StrokeStatistics {
-  double sum = 0;
-  float maximum = 0;
-  float minimum = 0;
+  double sum = 0;  ///< percent
+  Percent maximum;
+  Percent minimum;
   std::size_t count = 0;
 
   double average() const { return sum / static_cast<double>(count); }
@@ -76,7 +76,7 @@ StrokeStatistics measureStroke(std::span<const TwipsPoint> samples, const LineMa
 
 /// The results list of a measured stroke.
 std::vector<std::string> resultLines(std::span<const TwipsPoint> samples, const LineMatch& line,
-                                     TwipsSize screen, float tolerancePercent);
+                                     TwipsSize screen, Percent tolerance);
 
 /// "Vertical #3", "Horizontal #1".
 std::string lineTitle(int index);

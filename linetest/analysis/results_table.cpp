@@ -31,10 +31,10 @@ std::array<std::string, ResultsSheet::columns - 1> values(const std::optional<Re
 }
 
 // What is judged is what is shown: 1.004 is within a tolerance of 1.
-Colour judge(const std::string& shown, float tolerancePercent) {
+Colour judge(const std::string& shown, Percent tolerance) {
   float value = 0;
   std::from_chars(shown.data(), shown.data() + shown.size(), value);
-  return std::abs(value) > tolerancePercent ? ResultsSheet::beyondTolerance : withinTolerance;
+  return std::abs(value) > tolerance.value ? ResultsSheet::beyondTolerance : withinTolerance;
 }
 
 }  // namespace
@@ -45,14 +45,14 @@ void ResultsTable::store(std::span<const TwipsPoint> samples, const LineMatch& l
   if (index >= rows || samples.empty()) return;
   const StrokeStatistics statistics = measureStroke(samples, line, screen);
   rows_[index] = ResultsRow{fixedText(statistics.average(), 2),
-                            fixedText(static_cast<double>(statistics.maximum), 2),
-                            fixedText(static_cast<double>(statistics.minimum), 2),
+                            fixedText(static_cast<double>(statistics.maximum.value), 2),
+                            fixedText(static_cast<double>(statistics.minimum.value), 2),
                             statistics.count,
                             samples.front().y,
                             samples.back().y};
 }
 
-ResultsSheet ResultsTable::sheet(float tolerancePercent) const {
+ResultsSheet ResultsTable::sheet(Percent tolerance) const {
   ResultsSheet sheet;
   for (std::size_t column = 0; column < headings.size(); ++column)
     sheet.cells[0][column].text = headings[column];
@@ -63,7 +63,7 @@ ResultsSheet ResultsTable::sheet(float tolerancePercent) const {
     for (std::size_t column = 0; column < texts.size(); ++column) {
       auto& cell = cells[column + 1];
       cell.text = texts[column];
-      if (column < judgedColumns) cell.colour = judge(cell.text, tolerancePercent);
+      if (column < judgedColumns) cell.colour = judge(cell.text, tolerance);
     }
   }
   return sheet;

@@ -47,7 +47,7 @@ class ResultsTable {
   const std::optional<ResultsRow>& row(std::size_t index) const { return rows_.at(index); }
 
   /// Figures beyond the tolerance stand in red, the others in blue.
-  ResultsSheet sheet(float tolerancePercent) const;
+  ResultsSheet sheet(Percent tolerance) const;
 
  private:
   std::array<std::optional<ResultsRow>, rows> rows_;

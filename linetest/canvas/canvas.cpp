@@ -37,7 +37,7 @@ Canvas::Canvas(CanvasParts parts, CanvasView& view, TwipsSize screen)
 void Canvas::activate() {
   show(CanvasPanel::help, false);
   view_.setHelp(helpLines(parts_.messages));
-  view_.showTolerance(tolerancePercent_);
+  view_.showTolerance(tolerance_.percent);
   picture_.clear();
   // The switch outlives the screen: what it says is what is seen.
   if (parts_.switches.grid) showgrid();
@@ -119,7 +119,7 @@ std::string Canvas::escapeHint() const {
                   {viewing_->file.filename().string(), std::to_string(viewing_->reader.percent())});
   if (isVisible(CanvasPanel::menu)) return say("canvas", "Esc: close the menu");
   if (isVisible(CanvasPanel::resultsTable)) return say("canvas", "Esc: close the table");
-  if (!drawn_) return say("canvas", "Esc: leave");
+  if (ink_ == Ink::none) return say("canvas", "Esc: leave");
   if (shownStrokes_ == 0) return say("canvas", "Esc: clear the drawing");
   if (shownStrokes_ == 1) return say("canvas", "Esc: clear 1 stroke");
   return filled(say("canvas", "Esc: clear %1 strokes"), {std::to_string(shownStrokes_)});
@@ -134,8 +134,7 @@ void Canvas::pointerDown(PointerButton button, TwipsPoint at) {
   }
   foreground_ = paletteColour(pen_.colour);
   testStart(at);
-  penDown_ = true;
-  drawn_ = true;
+  ink_ = Ink::flowing;
   position_ = at;
   picture_.point(at, foreground_, pen_.width);
   stroke_.begin(at);
@@ -171,7 +170,7 @@ void Canvas::setTested(const std::optional<LineMatch>& line) {
 }
 
 void Canvas::pointerMove(TwipsPoint at) {
-  if (!penDown_ || isVisible(CanvasPanel::menu)) return;
+  if (ink_ != Ink::flowing || isVisible(CanvasPanel::menu)) return;
   if (pen_.mode == PenMode::lines) {
     picture_.line(position_, at, foreground_, pen_.width);
   } else {
@@ -194,16 +193,20 @@ void Canvas::endStroke() {
 }
 
 void Canvas::pointerUp(TwipsPoint at) {
-  if (!penDown_ || isVisible(CanvasPanel::menu)) return;
-  penDown_ = false;
+  if (ink_ != Ink::flowing || isVisible(CanvasPanel::menu)) return;
+  liftPen();
   if (tested_ != StrokeTested::no) listStroke(at);
   if (parts_.switches.toleranceTest) keepStroke();
   renewEscape();
 }
 
+void Canvas::liftPen() {
+  if (ink_ == Ink::flowing) ink_ = Ink::dry;
+}
+
 void Canvas::listStroke(TwipsPoint pen) {
   const TwipsSize screen = guides_.screen();
-  view_.setResultsList(resultLines(stroke_.samples(), line_, screen, tolerancePercent_));
+  view_.setResultsList(resultLines(stroke_.samples(), line_, screen, tolerance_.percent));
   show(CanvasPanel::resultsList, true);
   results_.store(stroke_.samples(), line_, screen);
   if (fixedSequence_) advanceFixedSequence();
@@ -287,8 +290,8 @@ void Canvas::chgrid(int number) {
 }
 
 void Canvas::showerrline() {
-  if (!toleranceView_) return;
-  const Bands bands = bandsOf(guides_.screen(), tolerancePercent_);
+  if (!tolerance_.isShown) return;
+  const Bands bands = bandsOf(guides_.screen(), tolerance_.percent);
   picture_.setLayer(Picture::Layer::toleranceLines);
   for (const int index : GuideLines::drawingOrder) {
     const bool vertical = GuideLines::orientation(index) == Orientation::vertical;
@@ -306,11 +309,11 @@ void Canvas::renewToleranceLines() {
   const Colour foreground = foreground_;
   picture_.removeLayer(Picture::Layer::toleranceLines);
   if (parts_.switches.grid) showerrline();
-  if (penDown_) foreground_ = foreground;
+  if (ink_ == Ink::flowing) foreground_ = foreground;
 }
 
 void Canvas::showline() {
-  drawn_ = true;
+  if (ink_ == Ink::none) ink_ = Ink::dry;
   const auto samples = stroke_.samples();
   picture_.point(samples.front(), foreground_, pen_.width);
   foreground_ = paletteColour(pen_.colour);
@@ -382,13 +385,13 @@ void Canvas::carryOut(CanvasAction action) {
 }
 
 void Canvas::escape() {
-  penDown_ = false;
+  liftPen();
   if (viewing_) {
     endViewing(true);
   } else if (isVisible(CanvasPanel::menu) || isVisible(CanvasPanel::resultsTable)) {
     show(CanvasPanel::menu, false);
     show(CanvasPanel::resultsTable, false);
-  } else if (!drawn_) {
+  } else if (ink_ == Ink::none) {
     leave();
   } else {
     clearDrawing();
@@ -409,7 +412,7 @@ void Canvas::goAtOnce() {
 }
 
 void Canvas::clearDrawing() {
-  penDown_ = false;
+  liftPen();
   show(CanvasPanel::resultsList, false);
   parts_.switches.strokes = 0;
   parts_.switches.unsaved = false;
@@ -419,7 +422,7 @@ void Canvas::clearDrawing() {
 }
 
 void Canvas::clearPicture() {
-  drawn_ = false;
+  ink_ = Ink::none;
   shownStrokes_ = 0;
   picture_.clear();
   if (parts_.switches.grid) showgrid();
@@ -443,7 +446,7 @@ void Canvas::toggleGrid() {
     showgrid();
     return;
   }
-  if (drawn_) {
+  if (ink_ != Ink::none) {
     endStroke();
     if (!parts_.prompt.confirm(parts_.messages.at(clearAllQuestion))) return;
   }
@@ -468,18 +471,18 @@ void Canvas::undo() {
 void Canvas::showResults() {
   if (isVisible(CanvasPanel::resultsTable)) return;
   show(CanvasPanel::resultsList, false);
-  view_.setResultsTable(results_.sheet(tolerancePercent_));
+  view_.setResultsTable(results_.sheet(tolerance_.percent));
   show(CanvasPanel::resultsTable, true);
 }
 
 void Canvas::setTolerance(int tenths) {
-  tolerancePercent_ = static_cast<float>(tenths) / 10;
-  view_.showTolerance(tolerancePercent_);
-  if (toleranceView_) renewToleranceLines();
+  tolerance_.percent = {static_cast<float>(tenths) / 10};
+  view_.showTolerance(tolerance_.percent);
+  if (tolerance_.isShown) renewToleranceLines();
 }
 
 void Canvas::setToleranceView(bool on) {
-  toleranceView_ = on;
+  tolerance_.isShown = on;
   renewToleranceLines();
 }
 

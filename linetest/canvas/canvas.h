@@ -55,8 +55,8 @@ class CanvasView {
   virtual void setEscape(std::string_view hint) = 0;
   virtual void setResultsList(std::span<const std::string> lines) = 0;
   virtual void setResultsTable(const ResultsSheet& sheet) = 0;
-  /// The percent that the label beside the tolerance bar shows.
-  virtual void showTolerance(float percent) = 0;
+  /// What the label beside the tolerance bar shows.
+  virtual void showTolerance(Percent tolerance) = 0;
 
   /// File dialogs that start in `folder`; empty when the user cancelled.
   virtual std::filesystem::path askSaveName(const std::filesystem::path& folder,
@@ -182,9 +182,10 @@ class Canvas {
   void viewOn();
   void endOfDrawing();
   void endViewing(bool takeBack);
+  void liftPen();
   /// Tells the user why something failed. True when it went well.
   bool tell(const Status& status);
-  LineMatcher matcher() const { return {guides_, bandsOf(guides_.screen(), tolerancePercent_)}; }
+  LineMatcher matcher() const { return {guides_, bandsOf(guides_.screen(), tolerance_.percent)}; }
 
   CanvasParts parts_;
   CanvasView& view_;
@@ -195,13 +196,15 @@ class Canvas {
 
   Pen pen_;
   Colour foreground_ = paletteColour(Pen{}.colour);
-  float tolerancePercent_ = 1;
-  bool toleranceView_ = false;
+  struct {
+    Percent percent{1};
+    bool isShown = false;  ///< as lines on both sides of the guide lines
+  } tolerance_;
   std::array<bool, canvasPanels> visible_{};
   int bannerTicks_ = 0;
 
-  bool penDown_ = false;
-  bool drawn_ = false;
+  /// Dry ink is of strokes that have ended; it flows while the pen is down.
+  enum class Ink : std::uint8_t { none, dry, flowing } ink_ = Ink::none;
   bool menuAllowed_ = true;
   int shownStrokes_ = 0;  ///< recorded or not
   TwipsPoint position_;   ///< where the pen is
@@ -219,7 +222,7 @@ class Canvas {
     std::filesystem::path file;
     Picture::Marks marks;
     Pen pen;
-    bool drawn = false;
+    Ink ink = Ink::none;
     int shownStrokes = 0;
     int strokes = 0;
   };

@@ -96,7 +96,7 @@ void Canvas::showRecorded(const LeftStrokes& recorded) {
     picture_.point(from, colour, stroke.width);
     for (const TwipsPoint sample : stroke.samples)
       picture_.line(std::exchange(from, sample), sample, colour, stroke.width);
-    drawn_ = true;
+    if (ink_ == Ink::none) ink_ = Ink::dry;
     ++shownStrokes_;
   }
 }
@@ -159,9 +159,8 @@ void Canvas::viewsave(const std::filesystem::path& file) {
     parts_.prompt.message(reader.error().describe());
     return;
   }
-  viewing_.emplace(
-      Viewing{std::move(*reader), file, picture_.marks(), pen_, drawn_, shownStrokes_});
-  drawn_ = false;
+  viewing_.emplace(Viewing{std::move(*reader), file, picture_.marks(), pen_, ink_, shownStrokes_});
+  ink_ = Ink::none;
   pen_.width = 1;
   viewTimer_->start(betweenPieces);
   viewOn();
@@ -201,7 +200,7 @@ void Canvas::endViewing(bool takeBack) {
   if (takeBack) {
     if (viewed.strokes > 0) picture_.show(std::move(viewed.marks));
     pen_ = viewed.pen;
-    drawn_ = viewed.drawn;
+    ink_ = viewed.ink;
     shownStrokes_ = viewed.shownStrokes;
     foreground_ = paletteColour(pen_.colour);
   }

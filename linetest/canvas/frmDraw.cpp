@@ -70,8 +70,8 @@ QString freeName(const std::filesystem::path& folder) {
 
 }  // namespace
 
-frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
-                 std::string controller, const QScreen& screen, const std::optional<QSize>& size,
+frmDraw::frmDraw(CanvasParts parts, const Simulation& simulation, std::string controller,
+                 const QScreen& screen, const std::optional<QSize>& size,
                  std::function<void()> onLeft)
     : FullScreenWindow(screen, size, std::move(onLeft)),
       messages_(parts.messages),
@@ -103,10 +103,11 @@ frmDraw::frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation,
   canvasWidget_->setFocusPolicy(Qt::StrongFocus);
   canvasWidget_->setPaper(canvasPaper);
   canvasWidget_->setGeometry(rect());
-  banner_->setText(simulation ? tr("Draw with the mouse: the ink appears where the simulated "
-                                   "controller reports it.\nF1 helps, Esc leaves.")
-                              : tr("Draw with your finger.\nF1 helps, Esc leaves."));
-  if (simulation) canvasWidget_->touchThrough(*simulation, std::move(controller));
+  banner_->setText(simulation.isThere()
+                       ? tr("Draw with the mouse: the ink appears where the simulated "
+                            "controller reports it.\nF1 helps, Esc leaves.")
+                       : tr("Draw with your finger.\nF1 helps, Esc leaves."));
+  canvasWidget_->touchThrough(simulation, std::move(controller));
   makePanels();
   makeTools();
 
@@ -556,8 +557,9 @@ void frmDraw::setResultsTable(const ResultsSheet& sheet) {
                       (height() - resultsFrame_->height()) / 2);
 }
 
-void frmDraw::showTolerance(float percent) {
-  toleranceLabel_->setText(shownNumber(static_cast<double>(percent), 1) + QStringLiteral(" %"));
+void frmDraw::showTolerance(Percent tolerance) {
+  toleranceLabel_->setText(shownNumber(static_cast<double>(tolerance.value), 1) +
+                           QStringLiteral(" %"));
 }
 
 std::filesystem::path frmDraw::askSaveName(const std::filesystem::path& folder,

@@ -28,7 +28,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
 
  public:
   /// In a simulated run the ink is drawn where `controller` reports the pointer.
-  frmDraw(CanvasParts parts, const std::optional<Simulation>& simulation, std::string controller,
+  frmDraw(CanvasParts parts, const Simulation& simulation, std::string controller,
           const QScreen& screen, const std::optional<QSize>& size, std::function<void()> onLeft);
   ~frmDraw() override;
 
@@ -52,7 +52,7 @@ class frmDraw final : public FullScreenWindow, public CanvasView {
   void setEscape(std::string_view hint) override;
   void setResultsList(std::span<const std::string> lines) override;
   void setResultsTable(const ResultsSheet& sheet) override;
-  void showTolerance(float percent) override;
+  void showTolerance(Percent tolerance) override;
   std::filesystem::path askSaveName(const std::filesystem::path& folder,
                                     std::string_view filter) override;
   std::filesystem::path askOpenName(const std::filesystem::path& folder,

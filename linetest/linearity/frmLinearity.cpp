@@ -45,7 +45,7 @@ QString inMm(double value) {
 
 }  // namespace
 
-frmLinearity::frmLinearity(LinearityParts parts, const std::optional<Simulation>& simulation,
+frmLinearity::frmLinearity(LinearityParts parts, const Simulation& simulation,
                            std::string controller, const QScreen& screen,
                            const std::optional<QSize>& size, std::function<void()> onLeft)
     : FullScreenWindow(screen, size, std::move(onLeft)),
@@ -65,7 +65,7 @@ frmLinearity::frmLinearity(LinearityParts parts, const std::optional<Simulation>
   presentAsGraphic(*canvas_, tr("Lines to follow"),
                    tr("The line to draw along is white; its name stands in the panel beside it."));
   canvas_->setFocusPolicy(Qt::StrongFocus);
-  if (simulation) canvas_->touchThrough(*simulation, std::move(controller));
+  canvas_->touchThrough(simulation, std::move(controller));
 
   pages_->addWidget(makeSizePage());
   pages_->addWidget(makeGuidePage());

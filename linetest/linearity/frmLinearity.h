@@ -39,8 +39,8 @@ class frmLinearity final : public FullScreenWindow {
 
  public:
   /// In a simulated run the ink is drawn where `controller` reports the pointer.
-  frmLinearity(LinearityParts parts, const std::optional<Simulation>& simulation,
-               std::string controller, const QScreen& screen, const std::optional<QSize>& size,
+  frmLinearity(LinearityParts parts, const Simulation& simulation, std::string controller,
+               const QScreen& screen, const std::optional<QSize>& size,
                std::function<void()> onLeft);
   ~frmLinearity() override;
 

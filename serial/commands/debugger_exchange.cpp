@@ -28,16 +28,13 @@ constexpr std::size_t shortestFramedReply = 4;
 constexpr std::size_t shortestE02Reply = 3;
 constexpr std::size_t shortestE02Packet = 6;
 constexpr std::uint8_t firstShownByte = 30;
-constexpr std::uint8_t startOfHeading = 0x01;
-constexpr std::uint8_t carriageReturn = 0x0D;
 
-bool isFramedReply(std::span<const std::uint8_t> reply) {
-  return reply.size() >= shortestFramedReply && reply.front() == startOfHeading &&
-         reply.back() == carriageReturn;
+bool isFramedReply(const Reply& reply) {
+  return reply.size() >= shortestFramedReply && reply.isFramed();
 }
 
-bool beginsAsE02Reply(std::span<const std::uint8_t> reply) {
-  return reply.size() >= 2 && reply[0] == 'U' && reply[1] == 'I';
+bool beginsAsE02Reply(const Reply& reply) {
+  return reply.size() >= 2 && reply.bytes[0] == 'U' && reply.bytes[1] == 'I';
 }
 
 std::string withoutOuterBlanks(const std::string& text) {
@@ -131,22 +128,21 @@ void DebuggerExchange::begin(const Frame& frame) {
   port_.serial().clearInput();
 }
 
-std::optional<std::vector<std::uint8_t>> DebuggerExchange::ask(const Frame& frame,
-                                                               std::chrono::milliseconds wait) {
+std::optional<Reply> DebuggerExchange::ask(const Frame& frame, std::chrono::milliseconds wait) {
   if (port_.send(frame.bytes())) {
     access_.clock.delay(wait);
-    return port_.receive();
+    return Reply{port_.receive()};
   }
   // A device that has gone answers nothing, however long one waits.
   if (!port_.tellLoss()) port_.tellNotSent();
   return std::nullopt;
 }
 
-std::optional<DebuggerReply> DebuggerExchange::display(std::optional<Bytes> bytes) {
-  if (!bytes) return std::nullopt;
-  auto reply = shownReply(std::move(*bytes));
+std::optional<DebuggerReply> DebuggerExchange::display(std::optional<Reply> reply) {
+  if (!reply) return std::nullopt;
+  auto shown = shownReply(std::move(reply->bytes));
   const bool gone = port_.tellLoss();
-  if (!reply.text.empty()) return reply;
+  if (!shown.text.empty()) return shown;
   if (!gone) prompt_.message("No Return Data ???", "Result -----");
   return std::nullopt;
 }

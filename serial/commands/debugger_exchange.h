@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/exchange/reply.h"
 #include "core/session.h"
 #include "serial/debugger/console_log.h"
 #include "serial/debugger/debugger_port.h"
@@ -46,8 +47,6 @@ class DebuggerExchange {
   bool replyFormat() const { return replyFormat_; }
 
  private:
-  using Bytes = std::vector<std::uint8_t>;
-
   std::optional<DebuggerReply> converse(const SendChoice& choice);
   std::optional<DebuggerReply> elocmd(const SendChoice& choice);
   void changeLineSettings();
@@ -58,8 +57,8 @@ class DebuggerExchange {
   /// Makes `frame` the shared output frame, and the port ready for it.
   void begin(const Frame& frame);
   /// The answer; nothing when `frame` did not go out, which the user has been told.
-  std::optional<Bytes> ask(const Frame& frame, std::chrono::milliseconds wait);
-  std::optional<DebuggerReply> display(std::optional<Bytes> bytes);
+  std::optional<Reply> ask(const Frame& frame, std::chrono::milliseconds wait);
+  std::optional<DebuggerReply> display(std::optional<Reply> reply);
 
   Access access_;
   Prompt& prompt_;

@@ -277,8 +277,8 @@ QWidget* frmRSDebug::makeRatePanel() {
 }
 
 QWidget* frmRSDebug::makeTouchPad() {
-  if (!surroundings_.simulation) return new QWidget;
-  return new TouchPad(*surroundings_.simulation);
+  if (!surroundings_.simulation.isThere()) return new QWidget;
+  return new TouchPad(surroundings_.simulation);
 }
 
 QWidget* frmRSDebug::makeRecordBar() {
@@ -515,7 +515,7 @@ void frmRSDebug::showState() {
   rate_->setChecked(mode.isMeasuring());
   record_->setText(debugger_.isRecording() ? tr("Stop recor&ding") : tr("Recor&d …"));
   replay_->setText(replaying ? tr("Stop re&play") : tr("Re&play …"));
-  const bool padNeeded = surroundings_.simulation && mode.isReceiving() && !replaying;
+  const bool padNeeded = surroundings_.simulation.isThere() && mode.isReceiving() && !replaying;
   touchPad_->setVisible(padNeeded);
 
   ratePanel_->setVisible(mode.isMeasuring());

@@ -36,7 +36,7 @@ struct DebuggerSurroundings {
   std::filesystem::path workFolder;
   std::vector<ReportFormat> formats;
   DrawingSwitches& switches;  ///< outlive the windows
-  std::optional<Simulation> simulation;
+  Simulation simulation;
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
   const PanelMonitor& panelMonitor;     ///< outlives the windows
   const QWidget& mainWindow;  ///< outlives the windows; what is drawn stays on its monitor

@@ -292,9 +292,9 @@ bool frmRsDraw::takeHotKey(const QKeyEvent& key) {
 }
 
 void frmRsDraw::touchAt(const QPointF& place) {
-  if (!parts_.simulation) return;
-  parts_.simulation->touch(std::clamp(place.x() / canvas_->width(), 0.0, 1.0),
-                           std::clamp(place.y() / canvas_->height(), 0.0, 1.0));
+  if (!parts_.simulation.isThere()) return;
+  parts_.simulation.touch(std::clamp(place.x() / canvas_->width(), 0.0, 1.0),
+                          std::clamp(place.y() / canvas_->height(), 0.0, 1.0));
 }
 
 void frmRsDraw::mousePressEvent(QMouseEvent* event) {
@@ -310,7 +310,7 @@ void frmRsDraw::mouseMoveEvent(QMouseEvent* event) {
 
 void frmRsDraw::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton) return;
-  if (parts_.simulation) parts_.simulation->lift();
+  parts_.simulation.lift();
   if ((event->position() - pressed_).manhattanLength() <= noDrag) markBytesAt(pressed_);
 }
 
@@ -395,7 +395,7 @@ void frmRsDraw::showHighlights() {
 void frmRsDraw::askToLeave() {
   timer_->stop();
   drawing_->stop();
-  if (parts_.simulation) parts_.simulation->lift();
+  parts_.simulation.lift();
   leave();
 }
 

@@ -33,7 +33,7 @@ class frmRsDraw final : public FullScreenWindow {
     const MessageTable& messages;
     DrawingSwitches& switches;
     ReportDecoder decoder;
-    std::optional<Simulation> simulation;
+    Simulation simulation;
     std::optional<QSize> size;  ///< logical pixels, in place of the full screen
   };
   /// `onLeave` is run when the port is no longer used; the window then deletes itself.

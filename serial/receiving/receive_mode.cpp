@@ -26,13 +26,16 @@ ReceiveMode::ReceiveMode(Parts parts, ReceivingPort port)
       pollTimer_(parts_.clock.makeTimer([this] { poll(); })) {}
 
 void ReceiveMode::receive() {
-  if (!std::exchange(receiving_, true) && port_.gate.isOpen()) port_.port.clearInput();
+  if (stage_ == Stage::idle) {
+    stage_ = Stage::receiving;
+    if (port_.gate.isOpen()) port_.port.clearInput();
+  }
   toldTooLong_ = false;
   runTimers();
 }
 
 void ReceiveMode::debug() {
-  receiving_ = false;
+  stage_ = Stage::idle;
   display_.idle(replyFormat_, parts_.log);
   runTimers();
 }
@@ -56,17 +59,17 @@ void ReceiveMode::takeOverRate(const ReceiveMode& other) {
 }
 
 void ReceiveMode::suspend() {
-  suspended_ = true;
+  if (stage_ == Stage::receiving) stage_ = Stage::suspended;
   runTimers();
 }
 
 void ReceiveMode::resume() {
-  suspended_ = false;
+  if (stage_ == Stage::suspended) stage_ = Stage::receiving;
   runTimers();
 }
 
 void ReceiveMode::runTimers() {
-  const bool runs = receiving_ && !suspended_;
+  const bool runs = stage_ == Stage::receiving;
   runs ? timer_->start(tickInterval) : timer_->stop();
   runs&& rate_ ? pollTimer_->start(pollInterval) : pollTimer_->stop();
 }

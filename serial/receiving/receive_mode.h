@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,7 +38,7 @@ class ReceiveMode {
   /// Receiving begins with what comes from then on.
   void receive();
   void debug();
-  bool isReceiving() const { return receiving_; }
+  bool isReceiving() const { return stage_ != Stage::idle; }
 
   /// The check box "Report Rate".
   void measureRate(bool on);
@@ -62,6 +63,8 @@ class ReceiveMode {
   void resume();
 
  private:
+  enum class Stage : std::uint8_t { idle, receiving, suspended };
+
   ReportFamily family() const { return familyOf(parts_.session.commandSet); }
   void poll();
   void tick();
@@ -72,8 +75,7 @@ class ReceiveMode {
 
   Parts parts_;
   ReceivingPort port_;
-  bool receiving_ = false;
-  bool suspended_ = false;
+  Stage stage_ = Stage::idle;
   bool toldTooLong_ = false;
   bool replyFormat_ = true;
   std::optional<std::string> remark_;

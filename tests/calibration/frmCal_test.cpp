@@ -12,9 +12,9 @@ using namespace std::chrono_literals;
 class CalibrationWindow : public DrawingDesk {
  protected:
   CalibrationWindow() {
-    simulation->request("clock manual");
+    simulation.request("clock manual");
     clock.onAdvance = [this](std::chrono::milliseconds step) {
-      simulation->request("advance " + std::to_string(step.count()));
+      simulation.request("advance " + std::to_string(step.count()));
     };
     session.controllerName = controller;
   }
@@ -38,7 +38,7 @@ class CalibrationWindow : public DrawingDesk {
                 [=, this] { QTest::mouseRelease(window, Qt::LeftButton, {}, place); });
   }
 
-  double meanError() const { return simulation->panelError(controller)->mean; }
+  double meanError() const { return simulation.panelError(controller)->mean; }
 
   QPointer<frmCal> window;
   int left = 0;

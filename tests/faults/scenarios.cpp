@@ -47,7 +47,7 @@ class Windows final : public CalibrationScreen, public CanvasView {
   void setEscape(std::string_view) override {}
   void setResultsList(std::span<const std::string>) override {}
   void setResultsTable(const ResultsSheet&) override {}
-  void showTolerance(float) override {}
+  void showTolerance(Percent) override {}
   Path askSaveName(const Path&, std::string_view) override { return chosenFile; }
   Path askOpenName(const Path&, std::string_view) override { return chosenFile; }
 };

@@ -104,8 +104,8 @@ class DrawingDesk : public WindowDesk {
     auto bound = NexapiDriver::bind(SIMULATOR_LIBRARY);
     if (!bound) throw std::runtime_error(bound.error().describe());
     simulator = std::move(*bound);
-    simulation = Simulation::of(*simulator);
-    simulation->request("reset");
+    simulation = Simulation(*simulator);
+    simulation.request("reset");
   }
 
   /// Draws from place to place, `steps` moves for each way, and lifts.
@@ -119,7 +119,7 @@ class DrawingDesk : public WindowDesk {
   }
 
   void changePanel(const char* trait, const char* value) {
-    simulation->changePanel(trait, value, controller);
+    simulation.changePanel(trait, value, controller);
   }
   /// From now on it reports where it is touched.
   void makePanelExact() {
@@ -130,7 +130,7 @@ class DrawingDesk : public WindowDesk {
   }
 
   std::unique_ptr<NexapiDriver> simulator;
-  std::optional<Simulation> simulation;
+  Simulation simulation;
   std::string controller = "USB DEVICE 2";
 };
 

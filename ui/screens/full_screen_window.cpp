@@ -49,17 +49,18 @@ void FullScreenWindow::open() {
 
 void FullScreenWindow::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (event->type() == QEvent::ActivationChange && isActiveWindow() && !begun_)
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && stage_ == Stage::waiting)
     QTimer::singleShot(0, this, &FullScreenWindow::startOnce);
 }
 
 void FullScreenWindow::startOnce() {
-  if (!left_ && !std::exchange(begun_, true)) started();
+  if (stage_ != Stage::waiting) return;
+  stage_ = Stage::begun;
+  started();
 }
 
 void FullScreenWindow::leave() {
-  if (left_) return;
-  left_ = true;
+  if (std::exchange(stage_, Stage::left) == Stage::left) return;
   endWindow(*this, [this] {
     deleteLater();
     onLeft_();

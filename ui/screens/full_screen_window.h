@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -41,8 +42,7 @@ class FullScreenWindow : public QWidget {
 
   std::function<void()> onLeft_;
   bool fullScreen_;
-  bool begun_ = false;
-  bool left_ = false;
+  enum class Stage : std::uint8_t { waiting, begun, left } stage_ = Stage::waiting;
 };
 
 }  // namespace touch

@@ -17,9 +17,9 @@ std::optional<TwipsPoint> TouchCanvas::reported(const QPointF& pointer) const {
   const TwipsSize size = sizeInTwips();
   const TwipsPoint at{static_cast<float>(pointer.x()) * twipsPerPixel,
                       static_cast<float>(pointer.y()) * twipsPerPixel};
-  if (!simulation_) return at;
-  const auto report = simulation_->report(static_cast<double>(at.x / size.width),
-                                          static_cast<double>(at.y / size.height), controller_);
+  if (!simulation_.isThere()) return at;
+  const auto report = simulation_.report(static_cast<double>(at.x / size.width),
+                                         static_cast<double>(at.y / size.height), controller_);
   if (!report) return std::nullopt;
   return TwipsPoint{static_cast<float>(report->x) * size.width,
                     static_cast<float>(report->y) * size.height};

@@ -35,7 +35,7 @@ class TouchCanvas final : public CanvasWidget {
   void follow(const QPointF& pointer);
   void lift();
 
-  std::optional<Simulation> simulation_;
+  Simulation simulation_;
   std::string controller_;
   Qt::MouseButton button_ = Qt::NoButton;  ///< the one that is held
   std::optional<TwipsPoint> pen_;          ///< where the pen is, while it is down

@@ -56,7 +56,7 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
 };
 
 ExitStatus checkAndCalibrate(Shell& shell, int points) {
-  if (!shell.simulation()) {
+  if (!shell.simulation().isThere()) {
     complain(
         "calibrating needs somebody who touches the targets: use touchutility at the panel. "
         "Here only simulated controllers can be calibrated (--simulate).");
@@ -80,10 +80,10 @@ std::string panelErrorText(const Simulation::PanelError& error) {
 ExitStatus calibrate(Shell& shell, int points) {
   const Access access = shell.access();
   access.session.calibrationPoints = points;
-  const auto before = shell.simulation()->panelError(shell.controller());
+  const auto before = shell.simulation().panelError(shell.controller());
   print("Calibrating {} with {} points\n", shell.controller(), points);
 
-  SimulatedFinger finger(*shell.simulation());
+  SimulatedFinger finger(shell.simulation());
   Calibration calibration(access, shell.prompt(), finger, unseenScreen);
   const auto tick = access.clock.makeTimer([&] {
     finger.act(calibration);
@@ -98,7 +98,7 @@ ExitStatus calibrate(Shell& shell, int points) {
     return ExitStatus::failed;
   }
   printPanelError("before", before);
-  printPanelError("after ", shell.simulation()->panelError(shell.controller()));
+  printPanelError("after ", shell.simulation().panelError(shell.controller()));
   return ExitStatus::done;
 }
 

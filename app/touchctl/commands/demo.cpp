@@ -29,11 +29,11 @@ ExitStatus changeASetting(Shell& shell) {
 
 /// Quickly first, then well.
 ExitStatus calibrateTwice(Shell& shell) {
-  const auto before = shell.simulation()->panelError(shell.controller());
+  const auto before = shell.simulation().panelError(shell.controller());
   for (const int points : {2, 5}) {
     if (const auto status = calibrate(shell, points); status != ExitStatus::done) return status;
   }
-  const auto now = shell.simulation()->panelError(shell.controller());
+  const auto now = shell.simulation().panelError(shell.controller());
   if (!before || !now) return ExitStatus::failed;
   print("\nReport on {}\n  touches missed by {}\n  they now miss by {}\n", shell.controller(),
         panelErrorText(*before), panelErrorText(*now));
@@ -54,7 +54,7 @@ constexpr Step steps[] = {
 
 /// The main job in one go: find, identify, read and change, calibrate, prove.
 ExitStatus demonstrate(Shell& shell) {
-  if (!shell.simulation()) {
+  if (!shell.simulation().isThere()) {
     complain("the demonstration runs on simulated controllers only: say --simulate");
     return ExitStatus::failed;
   }

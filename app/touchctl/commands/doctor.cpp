@@ -61,7 +61,7 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
     driver.emplace(**nexapi, trace);
     patient.access.emplace(Access{session, *driver, clock});
     patient.driverPath = (*nexapi)->path();
-    patient.simulated = Simulation::of(**nexapi).has_value();
+    patient.simulated = (**nexapi).isSimulated();
     addSimulatedPort(**nexapi, patient.ports);
   } else {
     patient.refused = nexapi.error();

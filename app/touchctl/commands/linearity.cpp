@@ -139,7 +139,7 @@ std::vector<LineResult> drawEachLine(Shell& shell, const MeasuredPanel& panel) {
       const bool vertical = guide.orientation == Orientation::vertical;
       const double x = vertical ? guide.position / panel.screen.width : along;
       const double y = vertical ? along : guide.position / panel.screen.height;
-      const auto reported = shell.simulation()->report(x, y, shell.controller());
+      const auto reported = shell.simulation().report(x, y, shell.controller());
       if (!reported) continue;
       const TwipsPoint at{static_cast<float>(reported->x) * panel.screen.width,
                           static_cast<float>(reported->y) * panel.screen.height};

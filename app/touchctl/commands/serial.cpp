@@ -8,6 +8,7 @@
 #include "app/declarations.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/commands/serial_ports.h"
 #include "app/touchctl/commands/serial_work.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
@@ -30,13 +31,6 @@ using namespace std::chrono_literals;
 using nlohmann::ordered_json;
 
 constexpr auto idleAfter = 200ms;
-
-/// Those that "zevrik.fmt" adds; what is wrong with the file is printed.
-std::vector<ReportFormat> addedFormats(const fs::path& folder) {
-  auto read = rdformad(folder);
-  if (const std::string problems = describeProblems(read); !problems.empty()) complain(problems);
-  return std::move(read.formats);
-}
 
 /// Prints what a controller sends as it comes: a line, or a JSON object in a line, for each report
 /// and for the bytes between reports.
@@ -526,6 +520,7 @@ void addSerialCommands(const CommandLine& line) {
                  "The driver lets go of the port meanwhile and gets it back at the end, whatever "
                  "happens.");
              const Serial serial{line, group};
+             addPortList(line, group);
              addListeningCommands(serial);
              addExchangeCommands(serial);
            });

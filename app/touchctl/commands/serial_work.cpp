@@ -143,6 +143,12 @@ void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAct
   addRunning(line, command, serial, action);
 }
 
+std::vector<ReportFormat> addedFormats(const std::filesystem::path& workFolder) {
+  auto read = rdformad(workFolder);
+  if (const std::string problems = describeProblems(read); !problems.empty()) complain(problems);
+  return std::move(read.formats);
+}
+
 void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step) {
   constexpr auto pause = 10ms;
   const auto start = clock.now();

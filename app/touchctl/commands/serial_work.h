@@ -1,12 +1,15 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/shell.h"
 #include "core/serial_port.h"
+#include "reports/report_format.h"
 #include "serial/debugger/debugger_port.h"
 
 namespace touch {
@@ -39,6 +42,9 @@ void refuseSetWithoutWords(CLI::App& command);
 /// Lets `command` do `action`, which takes and opens ports itself.
 void onAnySerialPort(const CommandLine& line, CLI::App& command, const SerialAction& action);
 void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial);
+
+/// The report formats that "zevrik.fmt" adds; what is wrong with the file is printed.
+std::vector<ReportFormat> addedFormats(const std::filesystem::path& workFolder);
 
 /// Runs `step` every 10 ms until it says false, the time is over, or the user presses Ctrl+C.
 void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step);

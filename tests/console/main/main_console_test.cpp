@@ -568,7 +568,7 @@ TEST_F(ConsoleOnAPartOfADriver, EndsWhatNeedsMoreAndNamesTheOperation) {
   const auto change = [&] { return console.settings().change(rotation, 2); };
   EXPECT_EQ("message " + console.actions().perform("", change).text, lacks("SetRotation"));
   EXPECT_EQ(console.settings().shown().rotation, -1) << "not what was never sent";
-  EXPECT_EQ(console.settings().shown().doubleClickSpeed, 1) << "what was read stays";
+  EXPECT_EQ(console.settings().shown().doubleClickSpeed, Deciseconds(1)) << "what was read stays";
   console.actions().perform("",
                             [&] { return console.settings().change(*findSetting("up-sound"), 1); });
   EXPECT_EQ(model.notice().text, "Up touch sound: on") << "all else works";

@@ -6,6 +6,8 @@
 namespace touch {
 namespace {
 
+using namespace std::chrono_literals;
+
 using test::Lines;
 using Bar = TimingBars::Bar;
 
@@ -34,7 +36,8 @@ class TouchSettings : public test::Desk {
 };
 
 TEST_F(TouchSettings, EachMakesItsOwnCallsAndNoOther) {
-  const DriverSettings current{.rightClickTime = 700, .doubleClickSpeed = 4, .doubleClickArea = 9};
+  const DriverSettings current{
+      .rightClickTime = 700ms, .doubleClickSpeed = Deciseconds(4), .doubleClickArea = 9};
   const std::tuple<const char*, const char*, Lines> cases[] = {
       {"up-sound", "on", {"EnableUpSound 1"}},
       {"down-sound", "on", {"EnableDownSound 1"}},
@@ -67,7 +70,7 @@ TEST_F(TouchSettings, ConfirmIsJudgedByTheSpeedAloneAfterTheControllerIsClosed) 
     script.results = {{"SetRightClickTime", others},
                       {"SetDoubleClickSpeed", speed},
                       {"SetDoubleClickArea", others}};
-    const auto confirm = [this] { confirmTiming(access(), prompt, {350, 5, 12}); };
+    const auto confirm = [this] { confirmTiming(access(), prompt, {350ms, Deciseconds(5), 12}); };
     EXPECT_EQ(callsOf(confirm), timing(350, 5, 12));
     EXPECT_EQ(Lines(journal.end() - 2, journal.end()), (Lines{"CloseController", told})) << speed;
   }
@@ -85,8 +88,10 @@ TEST_F(TouchSettings, SayWhenTheControllerCannotBeOpened) {
 TEST_F(TouchSettings, OfThePanelShowWhatWasSentUntilTheyAreRead) {
   SettingsPanel panel(access(), prompt);
   // Read as 0, the mode is shown as 2 and written as 1: that stays so while others are changed.
-  const DriverSettings read{
-      .touchMode = 2, .rightClickTime = 700, .doubleClickSpeed = 4, .timingRead = true};
+  const DriverSettings read{.touchMode = 2,
+                            .rightClickTime = 700ms,
+                            .doubleClickSpeed = Deciseconds(4),
+                            .timingRead = true};
   panel.take(read);
   EXPECT_FALSE(panel.changeSensitivity(4)) << "the page is not filled yet";
   const std::tuple<const char*, int, bool DriverSettings::*, Lines> switches[] = {
@@ -115,7 +120,7 @@ TEST_F(TouchSettings, OfThePanelShowWhatWasSentUntilTheyAreRead) {
   EXPECT_EQ(panel.confirm().text, "Timing: the driver did not take it");
   script.results = {};
   EXPECT_EQ(callsOf([&] { panel.confirm(); }), timing(700, 5, 0));
-  EXPECT_EQ(panel.bars().timing(), (ClickTiming{700, 5, 0}));
+  EXPECT_EQ(panel.bars().timing(), (ClickTiming{700ms, Deciseconds(5), 0}));
   script.results["OpenController"] = 1;
   EXPECT_EQ(panel.confirm().text, "Timing: the controller cannot be opened");
 }
@@ -142,15 +147,16 @@ TEST_F(TouchSettings, RefuseWhatIsNoValueAndSayWhatIs) {
 }
 
 TEST(TimingBars, ChangeOnlyWhatIsMoved) {
-  TimingBars bars({.rightClickTime = 1151, .doubleClickSpeed = 200, .doubleClickArea = 255});
+  TimingBars bars(
+      {.rightClickTime = 1151ms, .doubleClickSpeed = Deciseconds(200), .doubleClickArea = 255});
   for (const Bar bar : {Bar::doubleClickSpeed, Bar::doubleClickArea, Bar::rightClickTime}) {
     EXPECT_GE(bars.range(bar).highest, bars.position(bar));
     bars.move(bar, bars.position(bar));
   }
-  EXPECT_EQ(bars.timing(), (ClickTiming{1151, 200, 255}));
+  EXPECT_EQ(bars.timing(), (ClickTiming{1151ms, Deciseconds(200), 255}));
   bars.move(Bar::rightClickTime, 99);
   bars.move(Bar::doubleClickSpeed, 7);
-  EXPECT_EQ(bars.timing(), (ClickTiming{1200, 7, 255}));
+  EXPECT_EQ(bars.timing(), (ClickTiming{1200ms, Deciseconds(7), 255}));
 }
 
 }  // namespace

@@ -105,14 +105,14 @@ TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
     DriverSettings settings;
     readset(access(), settings);
     EXPECT_EQ(settings.touchMode, mended ? 2 : mode & 0xFF);
-    EXPECT_EQ(settings.rightClickTime, mended ? 1000 : time);
+    EXPECT_EQ(settings.rightClickTime.count(), mended ? 1000 : time);
     std::erase_if(journal, [](const auto& line) { return !line.starts_with("Set"); });
     EXPECT_EQ(journal, mended ? (Lines{"SetReportMode 1", "SetRightClickTime 1000"}) : Lines{});
 
     journal.clear();
     const auto reported = reportedSettings(access());
     EXPECT_EQ(reported->touchMode, mode & 0xFF);
-    EXPECT_EQ(reported->rightClickTime, time);
+    EXPECT_EQ(reported->rightClickTime.count(), time);
     EXPECT_THAT(journal, testing::Each(testing::Not(testing::ContainsRegex("^(Set|Reopen)"))))
         << "whoever only wants to know changes nothing";
   }

@@ -45,11 +45,11 @@ TEST(StrokeMeasurement, ListsTheSamplesOfEitherStrokeFromX) {
   const TwipsPoint down[] = {{1025, 10}, {870, 20}, {1100, 30}, {1100.0625F, 40}, {996, 50}};
   // A half is rounded away from zero.
   EXPECT_EQ(
-      resultLines(down, {0, 1000}, hundred, 1),
+      resultLines(down, {0, 1000}, hundred, Percent{1}),
       (Lines{"", "  Vertical #1", "  AVG :  0.18", "  Max :  1.00", "  Min :  -1.30", "  Qty :  5",
              "", "001  0.3 %", "002 -1.3 %  **", "003  1.0 %", "004  1.0 %  **", "005 -0.0 %"}));
   const TwipsPoint rightwards[] = {{2100, 2050}, {1900, 1970}};
-  EXPECT_EQ(resultLines(rightwards, {8, 2000}, hundred, 0.5F),
+  EXPECT_EQ(resultLines(rightwards, {8, 2000}, hundred, Percent{0.5F}),
             (Lines{"", "  Horizontal #4", "  AVG :  0.10", "  Max :  0.50", "  Min :  -0.30",
                    "  Qty :  2", "", "001  1.0 %  **", "002 -1.0 %  **"}));
 }
@@ -61,7 +61,7 @@ TEST(ResultsTable, ShowsAndColoursTheMeasuredLines) {
   table.store(down, {1, 1000}, hundred);
   table.store(rightwards, {9, 2000}, hundred);
   table.store(rightwards, {19, 2000}, hundred);  // no such row
-  const ResultsSheet sheet = table.sheet(1);
+  const ResultsSheet sheet = table.sheet(Percent{1});
 
   const auto row = [&sheet](std::size_t index) {
     std::string text;

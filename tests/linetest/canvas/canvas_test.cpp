@@ -51,7 +51,7 @@ class View final : public CanvasView {
     results.assign(lines.begin(), lines.end());
   }
   void setResultsTable(const ResultsSheet& table) override { sheet = table; }
-  void showTolerance(float) override {}
+  void showTolerance(Percent) override {}
   fs::path askSaveName(const fs::path&, std::string_view) override { return chosen; }
   fs::path askOpenName(const fs::path&, std::string_view) override { return chosen; }
   void leave() override { ++left; }

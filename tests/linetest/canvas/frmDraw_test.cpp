@@ -22,7 +22,7 @@ class DrawWindow : public DrawingDesk {
   void open(bool simulated = false, QSize size = QSize(800, 480)) {
     delete window;
     window = new frmDraw({clock, prompt, session.messages, switches, files, folder.path()},
-                         simulated ? simulation : std::nullopt, controller,
+                         simulated ? simulation : Simulation(), controller,
                          *QGuiApplication::primaryScreen(), size, [this] { ++left; });
     shown = window;
     window->open();
@@ -151,9 +151,9 @@ TEST_F(DrawWindow, TheInkShowsWhatTheSimulatedPanelReports) {
 
   const std::vector<std::string> all = {"RS232 DEVICE 1", controller};
   for (const bool on : {true, false}) {
-    switchFault(*simulation, simulatedFaults.back(), on, all);
+    switchFault(simulation, simulatedFaults.back(), on, all);
     for (const std::string& each : all)
-      EXPECT_EQ(!simulation->report(0.03, 0.34, each), on) << each;
+      EXPECT_EQ(!simulation.report(0.03, 0.34, each), on) << each;
   }
 }
 
