@@ -1758,6 +1758,105 @@
     </message>
 </context>
 <context>
+    <name>scripts</name>
+    <message>
+        <source>text in quotes with \r, \n, \t, \\, \&quot; or \xNN</source>
+        <translation>Text in Anführungszeichen mit \r, \n, \t, \\, \&quot; oder \xNN</translation>
+    </message>
+    <message>
+        <source>two hexadecimal digits, text in quotes, ?? or *</source>
+        <translation>zwei Hexadezimalziffern, Text in Anführungszeichen, ?? oder *</translation>
+    </message>
+    <message>
+        <source>two hexadecimal digits or text in quotes</source>
+        <translation>zwei Hexadezimalziffern oder Text in Anführungszeichen</translation>
+    </message>
+    <message>
+        <source>at most 4096 bytes</source>
+        <translation>höchstens 4096 Bytes</translation>
+    </message>
+    <message>
+        <source>at least one byte</source>
+        <translation>mindestens ein Byte</translation>
+    </message>
+    <message>
+        <source>a time up to a day, such as 200 ms or 5 s</source>
+        <translation>eine Zeit bis zu einem Tag, etwa 200 ms oder 5 s</translation>
+    </message>
+    <message>
+        <source>a command without blanks, such as UT</source>
+        <translation>ein Befehl ohne Leerzeichen, etwa UT</translation>
+    </message>
+    <message>
+        <source>expect nothing for 300 ms</source>
+        <translation>expect nothing for 300 ms</translation>
+    </message>
+    <message>
+        <source>line settings such as 9600,n,8,1</source>
+        <translation>Leitungseinstellungen wie 9600,n,8,1</translation>
+    </message>
+    <message>
+        <source>on BYTES send BYTES</source>
+        <translation>on BYTES send BYTES</translation>
+    </message>
+    <message>
+        <source>a number of times from 1 to 1000000</source>
+        <translation>eine Anzahl von 1 bis 1000000</translation>
+    </message>
+    <message>
+        <source>repeat 10, or repeat NN 00 to 3F</source>
+        <translation>repeat 10 oder repeat NN 00 to 3F</translation>
+    </message>
+    <message>
+        <source>its &quot;%1&quot;</source>
+        <translation>das zugehörige „%1“</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keines</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>line %1: expected %2, %3</source>
+        <translation>Zeile %1: erwartet %2, %3</translation>
+    </message>
+    <message>
+        <source>stopped</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>the port is closed</source>
+        <translation>der Anschluss ist geschlossen</translation>
+    </message>
+    <message>
+        <source>%1 within %2</source>
+        <translation>%1 innerhalb von %2</translation>
+    </message>
+    <message>
+        <source>a touch report within %1</source>
+        <translation>eine Berührungsmeldung innerhalb von %1</translation>
+    </message>
+    <message>
+        <source>nothing for %1</source>
+        <translation>%1 lang nichts</translation>
+    </message>
+    <message>
+        <source>the bytes did not go out</source>
+        <translation>die Bytes wurden nicht gesendet</translation>
+    </message>
+    <message>
+        <source>received nothing</source>
+        <translation>nichts empfangen</translation>
+    </message>
+    <message>
+        <source>received %1</source>
+        <translation>empfangen %1</translation>
+    </message>
+</context>
+<context>
     <name>settings</name>
     <message>
         <source>Press Space to enable it again.</source>

@@ -9,6 +9,7 @@
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/commands/serial_ports.h"
+#include "app/touchctl/commands/serial_script.h"
 #include "app/touchctl/commands/serial_work.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
@@ -497,6 +498,8 @@ void addExchangeCommands(const Serial& serial) {
   const CommandLine& line = serial.line;
   serial.add("send", "Send one command and print the answer",
              [line](CLI::App& command) { declareSend(line, command); });
+  serial.add("run", "Carry out a script: send, expect, wait, repeat",
+             [line](CLI::App& command) { declareScript(line, command); });
   serial.add("read-word", "Read a word of the parameter memory",
              [line](CLI::App& command) { declareReadWord(line, command); });
   serial.add("write-word", "Write a word of the parameter memory",

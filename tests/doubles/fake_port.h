@@ -1,0 +1,73 @@
+#pragma once
+
+#include "core/serial_port.h"
+#include "support/text/hex.h"
+#include "tests/serial/debugger/debugger_bench.h"
+
+namespace touch::test {
+
+/// A serial port that writes what is done with it to the journal, bytes in hexadecimal. At its far
+/// end each write is answered at once.
+class FakePort final : public SerialPort {
+ public:
+  explicit FakePort(Lines& journal, std::set<int> ports = {1})
+      : present(std::move(ports)), journal_(journal) {}
+
+  std::set<int> present;                 ///< the machine's ports
+  std::deque<Bytes> answers;             ///< to the next writes, one each
+  std::map<std::string, Bytes> replies;  ///< to all others, by port and command: "5 UT"
+  Bytes received;
+  std::string impossible;  ///< settings that it does not take
+  bool blocked = false;    ///< the line takes no bytes
+  std::size_t damaged = 0;
+
+  Result<void, std::string> setSettings(std::string_view settings) override {
+    journal_.push_back("settings " + std::string(settings));
+    if (settings == impossible) return tl::unexpected(impossible + " is refused");
+    return {};
+  }
+  void selectPort(int number) override {
+    EXPECT_FALSE(open_) << "chosen while open";
+    number_ = number;
+  }
+  Result<void, std::string> open() override {
+    if (open_) return {};
+    open_ = present.contains(number_);
+    if (!open_) return tl::unexpected("there is no COM" + std::to_string(number_));
+    journal_.push_back("open " + std::to_string(number_));
+    return {};
+  }
+  void close() override {
+    if (std::exchange(open_, false)) journal_.push_back("close");
+  }
+  bool isOpen() const override { return open_; }
+  std::optional<std::string> lost() const override { return std::nullopt; }
+  std::size_t inBufferCount() override { return received.size(); }
+  void clearInput() override {
+    journal_.push_back("clear input");
+    received.clear();
+  }
+  void clearOutput() override { journal_.push_back("clear output"); }
+  bool write(std::span<const std::uint8_t> bytes) override {
+    if (!open_ || blocked) return false;
+    journal_.push_back(hexText(Bytes(bytes.begin(), bytes.end())));
+    if (answers.empty()) {
+      const std::string frame(bytes.begin(), bytes.end());
+      received = received + replies[std::to_string(number_) + ' ' +
+                                    frame.substr(1, std::max<std::size_t>(frame.size(), 2) - 2)];
+    } else {
+      received = received + answers.front();
+      answers.pop_front();
+    }
+    return true;
+  }
+  std::size_t takeDamaged() override { return std::exchange(damaged, 0); }
+  Bytes readAll() override { return std::exchange(received, {}); }
+
+ private:
+  Lines& journal_;
+  int number_ = 1;
+  bool open_ = false;
+};
+
+}  // namespace touch::test
