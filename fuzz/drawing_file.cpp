@@ -7,13 +7,9 @@
 namespace touch::fuzz {
 
 void execute(std::span<const std::uint8_t> bytes) {
-  const auto drawing = parseDrawing(textOf(bytes), "fuzz.fdw");
-  if (!drawing) {
-    require(!drawing.error().describe().empty(), "an error says what is wrong");
-    return;
-  }
-  const auto again = parseDrawing(drawingText(*drawing), "again.fdw");
-  require(again && *again == *drawing, "a drawing that is written is read as it was");
+  requireRoundTrip(
+      textOf(bytes), [](auto text) { return parseDrawing(text, "fuzz"); },
+      [](const Drawing& drawing) { return drawingText(drawing); });
 }
 
 }  // namespace touch::fuzz

@@ -167,11 +167,11 @@ class Screen final : public CalibrationScreen, private Surface {
 /// The library of all executions, with this execution's driver behind it.
 NexapiDriver& libraryWith(Driver& driver) {
   static const std::unique_ptr<NexapiDriver> library = [] {
-    auto bound = NexapiDriver::bind(FUZZED_LIBRARY);
+    auto bound = NexapiDriver::bind(ATTACHED_LIBRARY);
     if (!bound) throw std::runtime_error(bound.error().describe());
     return std::move(*bound);
   }();
-  static const auto attach = std::bit_cast<void (*)(Driver*)>(library->extraExport("FuzzedAttach"));
+  static const auto attach = std::bit_cast<void (*)(Driver*)>(library->extraExport("AttachDriver"));
   attach(&driver);
   return *library;
 }
@@ -216,79 +216,65 @@ class Run final {
 
   /// What can be done at any moment, also in the middle of something else.
   void interfere() {
-    switch (user_.below(12)) {
-      case 0:
-        return console_.exit();
-      case 1:
-        return console_.close();
-      case 2:
-        return console_.cancelSearch();
-      case 3:
-        return console_.releaseAndExit();
-      case 4:
-        return console_.refresh();
-      case 5:
-        return console_.selectController(user_.byte());
-      case 6:
-        require(!console_.requestPinDefinition() || !model_.ended, "nothing is opened at the end");
-        return;
-      case 7:
-        if (console_.passwordEntered(
-                console_.passwordEdited(std::string(textOf(user_.take(user_.below(16)))))))
-          openDebugger();
-        return;
-      case 8:
-        if (calibration_) calibration_->start();
-        return;
-      case 9:
-        if (calibration_) calibration_->cancel();
-        return;
-      case 10:
-        if (calibration_) calibration_->escape();
-        return;
-      default:
-        return console_.openTest({[this] { console_.testEnded(); }, [] {}});
-    }
+    const std::function<void()> ways[] = {
+        [this] { console_.exit(); },
+        [this] { console_.close(); },
+        [this] { console_.cancelSearch(); },
+        [this] { console_.releaseAndExit(); },
+        [this] { console_.refresh(); },
+        [this] { console_.selectController(user_.byte()); },
+        [this] {
+          require(!console_.requestPinDefinition() || !model_.ended, "nothing opens at the end");
+        },
+        [this] {
+          const std::string typed(textOf(user_.take(user_.below(16))));
+          if (console_.passwordEntered(console_.passwordEdited(typed))) openDebugger();
+        },
+        [this] { calibration_ ? calibration_->start() : void(); },
+        [this] { cancelCalibration(); },
+        [this] { calibration_ ? calibration_->escape() : void(); },
+        [this] {
+          console_.openTest({[this] { console_.testEnded(); }, [] {}});
+        },
+    };
+    ways[user_.below(std::size(ways))]();
   }
 
   void act() {
-    switch (user_.below(16)) {
-      case 0:
-        return console_.information();
-      case 1:
-        return console_.searchComPorts();
-      case 2:
-        return changeSetting();
-      case 3:
-        return moveBars();
-      case 4:
-        return changeParameters();
-      case 5:
-        return perform("Restoring", [this] { return parameters().restoreDefaults(); });
-      case 6:
-        return perform("Resetting", [this] { return parameters().reset(); });
-      case 7:
-        return perform("Undoing", [this] { return parameters().undo(); });
-      case 8:
-        return definePins();
-      case 9:
-        return perform("Assigning", [this] {
-          return std::string(assignMonitor(access(), prompt_, user_.byte()) ? "done" : "not done");
-        });
-      case 10:
-      case 11:
-        return console_.calstart(static_cast<int>(user_.below(14)), {[this] { openCalibration(); },
-                                                                     [this] {
-                                                                       if (calibration_)
-                                                                         calibration_->cancel();
-                                                                     }});
-      case 12:
-        console_.passwordEdited("kqzm");
-        if (console_.requestDebugger()) openDebugger();
-        return;
-      default:
-        return interfere();
-    }
+    const std::function<void()> actions[] = {
+        [this] { console_.information(); },
+        [this] { console_.searchComPorts(); },
+        [this] { changeSetting(); },
+        [this] { moveBars(); },
+        [this] { changeParameters(); },
+        [this] { perform("Restoring", [this] { return parameters().restoreDefaults(); }); },
+        [this] { perform("Resetting", [this] { return parameters().reset(); }); },
+        [this] { perform("Undoing", [this] { return parameters().undo(); }); },
+        [this] { definePins(); },
+        [this] { assign(); },
+        [this] { calibrate(); },
+        [this] { calibrate(); },
+        [this] {
+          console_.passwordEdited("kqzm");
+          if (console_.requestDebugger()) openDebugger();
+        },
+        [this] { interfere(); },
+    };
+    actions[std::min(user_.below(16), std::size(actions) - 1)]();
+  }
+
+  void assign() {
+    perform("Assigning", [this] {
+      return std::string(assignMonitor(access(), prompt_, user_.byte()) ? "done" : "not done");
+    });
+  }
+
+  void calibrate() {
+    console_.calstart(static_cast<int>(user_.below(14)),
+                      {[this] { openCalibration(); }, [this] { cancelCalibration(); }});
+  }
+  void cancelCalibration() {
+    if (calibration_) calibration_->cancel();
   }
 
   void perform(const std::string& what, const std::function<Notice()>& action) {

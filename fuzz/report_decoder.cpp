@@ -5,6 +5,8 @@
 
 #include "reports/report_decoder.h"
 
+#include <map>
+#include <tuple>
 #include <vector>
 
 #include "fuzz/target.h"
@@ -30,29 +32,17 @@ std::span<const ReportFormat> formatsOf(bool added) {
   return added ? std::span(addedFormats()) : std::span<const ReportFormat>();
 }
 
-/// Decoders whose next byte goes to the ring's beginning, or to one of its last places, so that a
+/// A decoder whose next byte goes to the ring's beginning, or to one of its last places, so that a
 /// short stream runs over its end.
-std::vector<ReportDecoder> decodersAtStarts(ReportFamily family, bool added) {
-  std::vector<ReportDecoder> decoders = {ReportDecoder(family, formatsOf(added))};
-  std::vector<TouchReport> none;
-  ReportDecoder advanced = decoders.front();
-  advanced.feed(std::vector<std::uint8_t>(ReportDecoder::ringSize - lastStarts), none);
-  for (std::size_t i = 0; i < lastStarts; ++i) {
-    decoders.push_back(advanced);
-    advanced.feed(std::vector<std::uint8_t>(1), none);
-  }
-  return decoders;
-}
-
 const ReportDecoder& decoderAt(ReportFamily family, bool added, std::size_t start) {
-  static const std::vector<ReportDecoder> decoders[] = {
-      decodersAtStarts(ReportFamily::tablet, false),
-      decodersAtStarts(ReportFamily::tablet, true),
-      decodersAtStarts(ReportFamily::e02, false),
-      decodersAtStarts(ReportFamily::e02, true),
-  };
-  return decoders[(family == ReportFamily::e02 ? 2 : 0) + (added ? 1 : 0)]
-                 [start % (lastStarts + 1)];
+  static std::map<std::tuple<ReportFamily, bool, std::size_t>, ReportDecoder> decoders;
+  const std::size_t place = start % (lastStarts + 1);
+  const auto [made, isNew] = decoders.try_emplace({family, added, place}, family, formatsOf(added));
+  if (isNew && place > 0) {
+    std::vector<TouchReport> none;
+    made->second.feed(std::vector<std::uint8_t>(ReportDecoder::ringSize - place), none);
+  }
+  return made->second;
 }
 
 void checkReports(const ReportDecoder& before, const ReportDecoder& after, std::size_t streamSize,

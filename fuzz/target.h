@@ -22,6 +22,15 @@ inline void require(bool holds, const char* property) {
   std::abort();
 }
 
+/// A text that is read says what is wrong, or is the same when it is written and read again.
+template <typename Parse, typename Write>
+void requireRoundTrip(std::string_view text, const Parse& parse, const Write& write) {
+  const auto content = parse(text);
+  if (!content) return require(!content.error().describe().empty(), "an error says what is wrong");
+  const auto again = parse(write(*content));
+  require(again && *again == *content, "what is written is read as it was");
+}
+
 inline std::string_view textOf(std::span<const std::uint8_t> bytes) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }

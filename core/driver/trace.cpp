@@ -35,43 +35,39 @@ std::string jsonBytes(const std::uint8_t* bytes, std::int32_t count) {
   return jsonBytes({bytes, static_cast<std::size_t>(count)});
 }
 
-std::string jsonValue(std::int32_t number, std::int32_t) {
+std::string jsonValue(std::int32_t number) {
   return std::to_string(number);
 }
-std::string jsonValue(const char* text, std::int32_t) {
+std::string jsonValue(const char* text) {
   return text == nullptr ? "null" : jsonText({text, strnlen(text, longestText)});
 }
-std::string jsonValue(const std::int32_t* raw, std::int32_t result) {
-  if (raw == nullptr || result == 0) return "[]";
-  return '[' + std::to_string(raw[0]) + ',' + std::to_string(raw[1]) + ']';
-}
 
-std::string jsonArguments(std::int32_t, const std::tuple<>&) {
-  return {};
-}
+enum class Operation : std::uint8_t {
+#define TOUCH_NAMED(name, parameters, arguments) name,
+  NEXAPI_OPERATIONS(TOUCH_NAMED)
+#undef TOUCH_NAMED
+};
 
-template <typename... Arguments>
+template <Operation operation, typename... Arguments>
 std::string jsonArguments(std::int32_t result, const std::tuple<Arguments...>& arguments) {
-  return std::apply(
-      [result](const auto&... each) {
-        std::string json;
-        ((json += (json.empty() ? "" : ",") + jsonValue(each, result)), ...);
-        return json;
-      },
-      arguments);
-}
-
-std::string jsonArguments(
-    std::int32_t, const std::tuple<std::int32_t, const std::uint8_t*, std::int32_t>& written) {
-  const auto [handle, bytes, count] = written;
-  return std::to_string(handle) + ',' + jsonBytes(bytes, count) + ',' + std::to_string(count);
-}
-
-std::string jsonArguments(std::int32_t result,
-                          const std::tuple<std::int32_t, std::uint8_t*, std::int32_t>& read) {
-  const auto [handle, bytes, count] = read;
-  return std::to_string(handle) + ',' + jsonBytes(bytes, std::min(result, count)) + ',' +
-         std::to_string(count);
+  using enum Operation;
+  std::string json;
+  if constexpr (operation == WriteBuffer || operation == ReadBuffer) {
+    const auto [handle, bytes, count] = arguments;
+    const std::int32_t used = operation == ReadBuffer ? std::min(result, count) : count;
+    json = jsonValue(handle) + ',' + jsonBytes(bytes, used) + ',' + jsonValue(count);
+  } else if constexpr (operation == CalCurrentPointReady) {
+    const auto [handle, raw] = arguments;
+    const bool taken = raw != nullptr && result != 0;
+    json = jsonValue(handle) +
+           (taken ? ",[" + jsonValue(raw[0]) + ',' + jsonValue(raw[1]) + ']' : ",[]");
+  } else {
+    const auto add = [&json](const auto& each) {
+      json += (json.empty() ? "" : ",") + jsonValue(each);
+    };
+    std::apply([&add](const auto&... each) { (add(each), ...); }, arguments);
+  }
+  return json;
 }
 
 std::string utcNow() {
@@ -157,15 +153,15 @@ std::optional<std::string> Trace::end(std::size_t limit) const {
   return text;
 }
 
-#define TOUCH_TRACED(name, parameters, arguments)                     \
-  std::int32_t TracingDriver::name parameters {                       \
-    const std::int32_t result = inner_.name arguments;                \
-    if (trace_.isOn()) {                                              \
-      trace_.write("\"call\":\"" #name "\",\"arguments\":[" +         \
-                   jsonArguments(result, std::make_tuple arguments) + \
-                   "],\"result\":" + std::to_string(result));         \
-    }                                                                 \
-    return result;                                                    \
+#define TOUCH_TRACED(name, parameters, arguments)                                      \
+  std::int32_t TracingDriver::name parameters {                                        \
+    const std::int32_t result = inner_.name arguments;                                 \
+    if (trace_.isOn()) {                                                               \
+      trace_.write("\"call\":\"" #name "\",\"arguments\":[" +                          \
+                   jsonArguments<Operation::name>(result, std::make_tuple arguments) + \
+                   "],\"result\":" + std::to_string(result));                          \
+    }                                                                                  \
+    return result;                                                                     \
   }
 NEXAPI_OPERATIONS(TOUCH_TRACED)
 #undef TOUCH_TRACED

@@ -6,10 +6,6 @@
 #include <unistd.h>
 
 #include <iomanip>
-#include <sstream>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "tests/doubles/temporary_folder.h"
 

@@ -1,24 +1,11 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fstream>
 #include <regex>
 
 #include "tests/app/child_process.h"
 
 namespace touch::test {
-
 namespace {
 
-using testing::HasSubstr;
-using Words = std::vector<std::string>;
-
-Words joined(Words words, const Words& more) {
-  words.insert(words.end(), more.begin(), more.end());
-  return words;
-}
-
-std::string printed(const std::string& program, const Words& words) {
+std::string printed(const std::string& program, const Lines& words) {
   const Ended ended = runProgram(program, words);
   EXPECT_EQ(ended.status, 0) << ended.errors;
   return ended.output;
@@ -31,9 +18,9 @@ std::string between(const std::string& text, const std::string& begin, const std
 }
 
 /// The options and commands that --help lists, in the parser's own format.
-Words listed(const std::string& help) {
+Lines listed(const std::string& help) {
   const std::regex name("\n  (?:-h,)?([a-z0-9-]+)");
-  Words names;
+  Lines names;
   for (const char* heading : {"\nOptions:", "\nSubcommands:"}) {
     const std::string list = between(help, heading, "\n\n");
     for (std::sregex_iterator found(list.begin(), list.end(), name), end; found != end; ++found)
@@ -49,21 +36,21 @@ std::string marked(const std::string& text) {
 /// Compares what `program` lists for the command `path` and those below it with its manual page and
 /// what completion offers.
 void compare(const std::string& program, const std::string& manual, const std::string& heading,
-             const Words& path = {}) {
+             const Lines& path = {}) {
   SCOPED_TRACE(heading);
   ASSERT_LT(path.size(), 4u) << "a command without a name gets the help of the one above it";
   const std::string part = path.empty() ? between(manual, ".SH \"OPTIONS\"", ".SH")
                                         : between(manual, ".SS \"" + marked(heading), ".S");
   EXPECT_NE(part, "");
-  const Words begun = joined({"--complete"}, path);
+  const Lines begun = Lines{"--complete"} + path;
   const std::string offered =
-      printed(program, joined(begun, {"-"})) + printed(program, joined(begun, {""}));
-  const Words names = listed(printed(program, joined(path, {"--help"})));
-  EXPECT_THAT(names, testing::Contains("--help"));
+      printed(program, begun + Lines{"-"}) + printed(program, begun + Lines{""});
+  const Lines names = listed(printed(program, path + Lines{"--help"}));
+  EXPECT_THAT(names, Contains("--help"));
   for (const std::string& name : names) {
     EXPECT_THAT(offered, HasSubstr("\n" + name + "\t"));
     if (!name.starts_with('-')) {
-      compare(program, manual, heading + " " + name, joined(path, {name}));
+      compare(program, manual, heading + " " + name, path + Lines{name});
     } else if (name != "--help") {
       EXPECT_THAT(part, HasSubstr("\\fB" + marked(name) + "\\fR"));
     }
@@ -71,7 +58,7 @@ void compare(const std::string& program, const std::string& manual, const std::s
 }
 
 TEST(ManualAndCompletion, CoverAllThatTheHelpLists) {
-  EXPECT_THAT(listed(printed(TOUCHCTL, {"serial", "--help"})), testing::Contains("write-word"));
+  EXPECT_THAT(listed(printed(TOUCHCTL, {"serial", "--help"})), Contains("write-word"));
   // What the parser takes in no name of an argument.
   EXPECT_THAT(printed(TOUCHCTL, {"pins", "set", "--help"}), HasSubstr("  WIRE=CHANNEL:BIT "));
   const std::string manual = printed(TOUCHCTL, {"--man"});
@@ -86,7 +73,7 @@ TEST(Completion, IsWhatBashOffers) {
   folder.write("my panel.vrq", "");
   const std::string file = (folder.path() / "my").string();
   // As bash cuts the line into words, the program first.
-  const std::pair<Words, std::string> cases[] = {
+  const std::pair<Lines, std::string> cases[] = {
       {{TOUCHCTL, "se"}, "set serial"},
       {{TOUCHCTL, "set", "touch-mode", "d"}, "desktop drawing"},
       {{TOUCHCTL, "serial", "send", "--set", "=", "m"}, "m01"},
@@ -99,11 +86,11 @@ TEST(Completion, IsWhatBashOffers) {
       {{TOUCHUTILITY, "--lang", ""}, "en de"},
   };
   for (const auto& [line, offered] : cases) {
-    const Words words{"--norc", "-c",
+    const Lines words{"--norc", "-c",
                       "source \"$1\"; shift; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); "
                       "_touchutility \"$1\"; echo \"${COMPREPLY[*]}\"",
                       "bash", COMPLETION};
-    EXPECT_EQ(printed("/bin/bash", joined(words, line)), offered + "\n") << line.back();
+    EXPECT_EQ(printed("/bin/bash", words + line), offered + "\n") << line.back();
   }
 }
 
@@ -118,8 +105,7 @@ TEST(Installed, ProgramsFindTheirSimulatedDriverWhereverTheyAre) {
 /// All files of this kind in a folder of the sources, as one text.
 std::string sources(const std::string& folder, const std::string& extension) {
   std::string text;
-  for (const auto& entry :
-       std::filesystem::recursive_directory_iterator(SOURCE_FOLDER "/" + folder)) {
+  for (const auto& entry : fs::recursive_directory_iterator(SOURCE_FOLDER "/" + folder)) {
     if (entry.path().extension() != extension) continue;
     std::ifstream file(entry.path());
     text.append(std::istreambuf_iterator<char>(file), {});
@@ -140,5 +126,4 @@ TEST(Documents, NameTestsThatThereAre) {
 }
 
 }  // namespace
-
 }  // namespace touch::test

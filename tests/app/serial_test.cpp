@@ -1,24 +1,15 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/stat.h>
 
-#include <array>
-#include <chrono>
-#include <csignal>
-#include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "tests/app/child_process.h"
 #include "tests/ports/pseudo_terminal.h"
 
 namespace touch::test {
-
 namespace {
 
 using nlohmann::json;
-using testing::HasSubstr;
-using Words = std::vector<std::string>;
 
 constexpr auto patience = std::chrono::seconds(20);
 
@@ -26,7 +17,7 @@ constexpr auto patience = std::chrono::seconds(20);
 class BackgroundProgram {
  public:
   /// With a `terminal` to read from, the next line may also be one of its error output.
-  BackgroundProgram(const std::string& program, const Words& arguments,
+  BackgroundProgram(const std::string& program, const Lines& arguments,
                     const std::string& terminal = {}) {
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) throw std::runtime_error("no pipe");
@@ -94,7 +85,7 @@ class BackgroundProgram {
 /// The programs with a working folder of their own, which "@" stands for.
 class Serial : public testing::Test {
  protected:
-  Words inFolder(const std::string& line) const { return wordsIn("--work-dir @ " + line, folder); }
+  Lines inFolder(const std::string& line) const { return wordsIn("--work-dir @ " + line, folder); }
   Ended run(const std::string& line) const { return runProgram(TOUCHCTL, inFolder(line)); }
   static std::string deviceOf(const BackgroundProgram& sim) {
     const std::string line = sim.textUntil("\n");
@@ -103,7 +94,7 @@ class Serial : public testing::Test {
   /// Until the trace file is there and has `text` in it.
   bool awaitInTrace(std::string_view text) const {
     const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (!std::filesystem::exists(folder.path() / "trace") || !isTraced(text)) {
+    while (!fs::exists(folder.path() / "trace") || !isTraced(text)) {
       if (std::chrono::steady_clock::now() > deadline) return false;
       poll(nullptr, 0, 10);
     }
@@ -145,7 +136,7 @@ TEST_F(Serial, EndsInOrderAndSaysSoWhenItsOutputGoesNowhere) {
 TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
   const std::string traced = "--simulate --trace @/trace ";
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-    std::filesystem::remove(folder.path() / "trace");
+    fs::remove(folder.path() / "trace");
     BackgroundProgram program(TOUCHCTL, inFolder(traced + "serial monitor"));
     ASSERT_TRUE(awaitInTrace("\"serial\":\"open\""));
     EXPECT_EQ(program.end(signal), 0) << signal;
@@ -153,7 +144,7 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
   }
 
   // A calibration is given up as with Esc: the controller is reset.
-  std::filesystem::remove(folder.path() / "trace");
+  fs::remove(folder.path() / "trace");
   BackgroundProgram calibration(TOUCHCTL, inFolder(traced + "calibrate"));
   ASSERT_TRUE(awaitInTrace("SetCalPoint"));
   EXPECT_EQ(calibration.end(SIGINT), 1);
@@ -176,7 +167,7 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
   for (const auto& [line, answered, question, typed, never, takesThePort] : cases) {
     SCOPED_TRACE(line);
     const PseudoTerminal terminal;
-    std::filesystem::remove(folder.path() / "trace");
+    fs::remove(folder.path() / "trace");
     BackgroundProgram program(TOUCHCTL, inFolder(traced + line), terminal.path());
     if (!answered.empty()) {
       program.textUntil(answered);
@@ -254,15 +245,17 @@ TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
 TEST_F(Serial, TheWindowEndsInOrderWhenToldToFromOutside) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   for (const std::string_view said : {"", "GetRotation"}) {
-    std::filesystem::remove(folder.path() / "trace");
+    fs::remove(folder.path() / "trace");
     BackgroundProgram program(TOUCHUTILITY, inFolder("--simulate --trace @/trace"));
     ASSERT_TRUE(awaitInTrace(said)) << "it does not start";
     EXPECT_EQ(program.end(SIGTERM), 0) << said;
     if (said.empty()) continue;
     EXPECT_TRUE(isTraced("01 50 4C 0D")) << "parameters are locked";
   }
+  BackgroundProgram without(TOUCHUTILITY, inFolder("--driver @/none.so"));
+  without.awaitWait();
+  EXPECT_EQ(without.end(SIGTERM), 3) << "there was no driver";
 }
 
 }  // namespace
-
 }  // namespace touch::test

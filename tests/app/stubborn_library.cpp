@@ -1,25 +1,19 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cfenv>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <initializer_list>
-#include <string>
-#include <string_view>
-#include <tuple>
 
-#include "core/driver/driver_operations.h"
+#include "tests/doubles/drivers.h"
 
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
 // answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first is called
 // after, and what it answers. With RUDE_DRIVER it also does to the process what is none of its
 // business: "exit" and "quick exit" end it in the first call, "end" asks it to end when it is
 // loaded, anything else upsets it then and with each controller that is opened.
-
 namespace {
 
 const char* hostileText() {
@@ -52,41 +46,35 @@ std::string nameOf(std::int32_t number) {
   return "USB DEVICE " + (isHostile ? hostileText() : std::to_string(number));
 }
 
-template <typename... Arguments>
-std::int32_t answer(std::string_view, const std::tuple<Arguments...>&) {
-  return 0;
-}
+class StubbornDriver final : public touch::test::UniformDriver {
+ public:
+  std::int32_t GetExistControllers() override {
+    if (rudeness() == "exit") std::exit(EXIT_SUCCESS);
+    if (rudeness() == "quick exit") std::quick_exit(EXIT_SUCCESS);
+    return 2;
+  }
+  std::int32_t GetControllerName(std::int32_t number, char* name, std::int32_t size) override {
+    return std::snprintf(name, static_cast<std::size_t>(size), "%s", nameOf(number).c_str());
+  }
+  std::int32_t OpenController(const char* name) override {
+    if (rudeness() != "end") upset();
+    return name == nameOf(1) ? 2 : 0;
+  }
+  std::int32_t ReadBuffer(std::int32_t, std::uint8_t* bytes, std::int32_t size) override {
+    if (hostileText() == nullptr) return 0;
+    const std::string reply = '\x01' + std::string(hostileText()) + '\r';
+    return static_cast<std::int32_t>(
+        reply.copy(reinterpret_cast<char*>(bytes), static_cast<std::size_t>(size)));
+  }
 
-std::int32_t answer(std::string_view operation, const std::tuple<>&) {
-  if (rudeness() == "exit") std::exit(EXIT_SUCCESS);
-  if (rudeness() == "quick exit") std::quick_exit(EXIT_SUCCESS);
-  return operation == "GetExistControllers" ? 2 : 0;
-}
-
-std::int32_t answer(std::string_view, const std::tuple<const char*>& open) {
-  if (rudeness() != "end") upset();
-  return std::get<0>(open) == nameOf(1) ? 2 : 0;
-}
-
-std::int32_t answer(std::string_view, const std::tuple<std::int32_t, char*, std::int32_t>& name) {
-  const auto [number, buffer, size] = name;
-  return std::snprintf(buffer, static_cast<std::size_t>(size), "%s", nameOf(number).c_str());
-}
-
-std::int32_t answer(std::string_view operation,
-                    const std::tuple<std::int32_t, std::uint8_t*, std::int32_t>& read) {
-  if (operation != "ReadBuffer" || hostileText() == nullptr) return 0;
-  const std::string reply = '\x01' + std::string(hostileText()) + '\r';
-  const auto [handle, buffer, size] = read;
-  const auto count = std::min(reply.size(), static_cast<std::size_t>(size));
-  std::copy_n(reply.begin(), count, buffer);
-  return static_cast<std::int32_t>(count);
-}
+ private:
+  std::int32_t perform(const std::string&, const Numbers&) override { return 0; }
+};
 
 }  // namespace
 
 #define STUBBORN_DEFINE(name, parameters, arguments)                               \
   extern "C" __attribute__((visibility("default"))) std::int32_t name parameters { \
-    return answer(#name, std::make_tuple arguments);                               \
+    return StubbornDriver().name arguments;                                        \
   }
 NEXAPI_OPERATIONS(STUBBORN_DEFINE)

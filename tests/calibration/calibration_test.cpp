@@ -1,54 +1,14 @@
 #include "calibration/calibration.h"
 
-#include <algorithm>
-#include <optional>
-
+#include "tests/calibration/recording_screen.h"
 #include "tests/doubles/desk.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-using test::acknowledgement;
-using test::Lines;
-using test::refusal;
-using test::replyOf;
-using testing::ElementsAre;
-using namespace std::chrono_literals;
-
-/// Remembers what is shown, and where the targets are, by their outer ring.
-class Screen final : public CalibrationScreen, private Surface {
- public:
-  Surface& surface() override { return *this; }
-  void showButtons(bool start, bool cancel) override { buttons = {start, cancel}; }
-  void showTimeBar(float width) override { barWidth = width; }
-  void allowExit(bool allowed) override { exitAllowed = allowed; }
-  void leave() override {
-    ++left;
-    if (failsToLeave) throw std::bad_alloc();
-  }
-  void ended(CalibrationOutcome how) override { endings.push_back(how); }
-
-  std::pair<bool, bool> buttons;  ///< "Start" and "Cancel"
-  bool exitAllowed = false;
-  float barWidth = 0;
-  int left = 0;
-  bool failsToLeave = false;
-  std::vector<CalibrationOutcome> endings;
-  std::vector<TwipsPoint> targets;
-  std::vector<TwipsPoint> done;
-
- private:
-  void clear() override {}
-  void line(TwipsPoint, TwipsPoint, Colour, int) override {}
-  void circle(TwipsPoint centre, float radius, Colour colour, int) override {
-    if (radius == 250 && colour == white) targets.push_back(centre);
-    if (radius == 250 && colour == yellow) done.push_back(centre);
-  }
-};
 
 constexpr TwipsSize size{15000, 9000};
 
-class Calibrating : public test::Desk {
+class Calibrating : public Desk {
  protected:
   Calibrating() {
     for (const char* command : {"CR", "CX", "R"})
@@ -92,21 +52,11 @@ class Calibrating : public test::Desk {
   std::ptrdiff_t times(const std::string& line) const {
     return std::count(journal.begin(), journal.end(), line);
   }
-  Lines linesOf(std::string_view beginning) const {
-    Lines lines = journal;
-    std::erase_if(lines, [&](const auto& line) { return !line.starts_with(beginning); });
-    return lines;
-  }
 
-  std::optional<Screen> shown;
+  std::optional<RecordingScreen> shown;
   std::optional<Calibration> calibration;
   int polls = 0;  ///< for a report of the controller's own two points
 };
-
-Lines operator+(Lines left, const Lines& right) {
-  left.insert(left.end(), right.begin(), right.end());
-  return left;
-}
 
 Lines enterLines(const std::string& command) {
   return {"OpenController RS232 DEVICE 1", "FlushReadBuffer", "WriteBuffer " + command, "delay 300",
@@ -159,7 +109,7 @@ TEST_F(Calibrating, LeavesTwoPointsToTheController) {
   begin(2);
   EXPECT_EQ(shown->buttons, std::pair(false, false));
   // Two bytes are too few, a third kind of report is ignored; then each point is accepted.
-  const test::Bytes sent[] = {test::bytesOf("\0011"), replyOf("3"), replyOf("1"), replyOf("1")};
+  const Bytes sent[] = {bytesOf("\0011"), replyOf("3"), replyOf("1"), replyOf("1")};
   script.onCall = [&](const std::string& line) {
     if (line == "ReadLength") script.pending = sent[polls++];
   };
@@ -175,13 +125,7 @@ TEST_F(Calibrating, LeavesTwoPointsToTheController) {
 }
 
 TEST_F(Calibrating, EndsWhenTheControllerRefusesOrFails) {
-  const struct {
-    int points;
-    std::string command;
-    std::deque<test::Bytes> replies;
-    int tries;
-    const char* message;
-  } cases[] = {
+  const std::tuple<int, std::string, std::deque<Bytes>, int, const char*> cases[] = {
       {3, "CR", {refusal}, 3, "Set Calibration Row Error"},
       {9, "CR", {}, 3, "Set Calibration Row Error"},
       {2, "CX", {refusal}, 4, "CX command Error"},
@@ -192,17 +136,18 @@ TEST_F(Calibrating, EndsWhenTheControllerRefusesOrFails) {
   script.onCall = [&](const std::string& line) {
     if (line == "ReadLength") script.pending = replyOf("2");
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.command + ' ' + (c.message ? c.message : ""));
+  for (const auto& [points, command, replies, tries, message] : cases) {
+    SCOPED_TRACE(command + ' ' + (message ? message : ""));
     journal.clear();
-    script.replies[c.command] = c.replies;
-    begin(c.points);
+    script.replies[command] = replies;
+    begin(points);
     live(2min);
-    EXPECT_EQ(times("WriteBuffer " + c.command), c.tries);
-    EXPECT_EQ(times("FlushReadBuffer"), c.tries);
-    EXPECT_EQ(linesOf("message"), c.message ? Lines{std::string("message ") + c.message} : Lines{});
-    expectEnded(c.message ? CalibrationOutcome::failed : CalibrationOutcome::timedOut);
-    EXPECT_EQ(session.calibrationPoints, c.points != 2 && c.message ? 0 : c.points);
+    EXPECT_EQ(times("WriteBuffer " + command), tries);
+    EXPECT_EQ(times("FlushReadBuffer"), tries);
+    EXPECT_EQ(matching(journal, "^message"),
+              message ? Lines{std::string("message ") + message} : Lines{});
+    expectEnded(message ? CalibrationOutcome::failed : CalibrationOutcome::timedOut);
+    EXPECT_EQ(session.calibrationPoints, points != 2 && message ? 0 : points);
   }
 }
 
@@ -214,10 +159,10 @@ TEST_F(Calibrating, AsksAgainForATargetThatWasNotMovedTo) {
                     std::pair{5201, 5000},           std::pair{5201, 5201}};
   begin(5);
   live(60s);
-  EXPECT_EQ(linesOf("SetCalPoint"),
+  EXPECT_EQ(matching(journal, "^SetCalPoint"),
             (Lines{"SetCalPoint 0 60 5", "SetCalPoint 1 60 5", "SetCalPoint 2 60 5",
                    "SetCalPoint 3 60 5", "SetCalPoint 3 60 5", "SetCalPoint 4 60 5"}));
-  EXPECT_EQ(linesOf("message"), Lines{"message Wrong Position, Trial again please"});
+  EXPECT_EQ(matching(journal, "^message"), Lines{"message Wrong Position, Trial again please"});
   expectEnded(CalibrationOutcome::stored);
 }
 
@@ -344,4 +289,4 @@ TEST_F(Calibrating, ResetsOnceMoreWhenTheResetIsNotAcknowledged) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -5,8 +5,6 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 /// The calibration window over the simulated driver, whose clock moves with the tests' clock. The
 /// mouse is the finger.
 class CalibrationWindow : public DrawingDesk {
@@ -110,8 +108,8 @@ TEST_F(CalibrationWindow, StartsByItselfWithoutMovingAnythingUnderTheFinger) {
   live(1s);
 }
 
-TEST_F(CalibrationWindow, ItsTargetsAndLinesAreFreeOnEveryScreen) {
-  // The ring of a target is 250 twips, and a line two pixels.
+TEST_F(CalibrationWindow, ItsTargetsAreFreeOnEveryScreen) {
+  // The ring of a target is 250 twips, with a line of two pixels.
   constexpr double ring = 250 / twipsPerPixel + 2;
   for (const QSize size : {QSize(400, 240), QSize(800, 480), QSize(1024, 768), QSize(1920, 1080)}) {
     open(9, size);
@@ -128,19 +126,7 @@ TEST_F(CalibrationWindow, ItsTargetsAndLinesAreFreeOnEveryScreen) {
         }
       }
     }
-    clock.after(700ms, [&] {
-      find<QLabel>("Label3")->hide();
-      const QImage drawn = find<QWidget>("calibrationCanvas")->grab().toImage();
-      const QImage seen = window->grab().toImage();
-      const QRgb paper = drawn.pixel(2, 2);
-      int covered = 0;
-      for (int y = 0; y < size.height(); ++y) {
-        for (int x = 0; x < size.width(); ++x)
-          covered += drawn.pixel(x, y) != paper && drawn.pixel(x, y) != seen.pixel(x, y);
-      }
-      EXPECT_EQ(covered, 0) << size.width() << ": the grid and its targets are interrupted";
-      window->askToLeave();
-    });
+    window->askToLeave();
     live(5s);
   }
 }

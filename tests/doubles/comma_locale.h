@@ -3,9 +3,7 @@
 #include <clocale>
 #include <cstdlib>
 #include <locale>
-#include <memory>
-#include <stdexcept>
-#include <string>
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 

@@ -1,15 +1,8 @@
 #pragma once
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "core/driver/nexapi.h"
 #include "core/session.h"
-#include "tests/doubles/recording_script.h"
+#include "tests/doubles/recording_driver.h"
 #include "tests/doubles/scripted_prompt.h"
 #include "tests/doubles/virtual_clock.h"
 
@@ -20,13 +13,12 @@ namespace touch::test {
 /// in which things happen.
 class Desk : public testing::Test {
  protected:
-  /// `library`: the recording library, or what has only a part of it.
-  explicit Desk(const char* library = RECORDING_LIBRARY) {
+  /// `library`: the one that leads to the recording driver, or only a part of it.
+  explicit Desk(const char* library = ATTACHED_LIBRARY) {
     auto bound = NexapiDriver::bind(library);
     if (!bound) throw std::runtime_error(bound.error().describe());
     driver_ = std::move(*bound);
-    using Attach = void (*)(RecordingScript*);
-    std::bit_cast<Attach>(driver_->extraExport("RecordingAttach"))(&script);
+    std::bit_cast<void (*)(Driver*)>(driver_->extraExport("AttachDriver"))(&script);
     script.names = {"RS232 DEVICE 1"};
     session.controllerName = "RS232 DEVICE 1";
   }
@@ -39,8 +31,8 @@ class Desk : public testing::Test {
   Driver& driver() { return *driver_; }
   Access access() { return {session, *driver_, clock}; }
 
-  std::vector<std::string> journal;
-  RecordingScript script{journal};
+  Lines journal;
+  RecordingDriver script{journal};
   VirtualClock clock{journal};
   ScriptedPrompt prompt{journal};
   Session session;
@@ -48,7 +40,5 @@ class Desk : public testing::Test {
  private:
   std::unique_ptr<NexapiDriver> driver_;
 };
-
-using Lines = std::vector<std::string>;
 
 }  // namespace touch::test

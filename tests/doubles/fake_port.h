@@ -2,7 +2,7 @@
 
 #include "core/serial_port.h"
 #include "support/text/hex.h"
-#include "tests/serial/debugger/debugger_bench.h"
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 
@@ -50,7 +50,10 @@ class FakePort final : public SerialPort {
   void clearOutput() override { journal_.push_back("clear output"); }
   bool write(std::span<const std::uint8_t> bytes) override {
     if (!open_ || blocked) return false;
-    journal_.push_back(hexText(Bytes(bytes.begin(), bytes.end())));
+    std::string line;
+    for (const std::uint8_t byte : bytes)
+      line += (line.empty() ? "" : " ") + hexByte(byte);
+    journal_.push_back(line);
     if (answers.empty()) {
       const std::string frame(bytes.begin(), bytes.end());
       received = received + replies[std::to_string(number_) + ' ' +

@@ -1,10 +1,7 @@
 #pragma once
 
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "support/prompt.h"
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 

@@ -1,10 +1,8 @@
 #pragma once
 
-#include <csignal>
-#include <cstdint>
-
 #if !defined(_WIN32)
 #include <sys/resource.h>
+#include "tests/doubles/test.h"
 #endif
 
 namespace touch::test {

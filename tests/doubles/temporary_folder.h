@@ -1,11 +1,8 @@
 #pragma once
 
 #include <atomic>
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <string>
-#include <string_view>
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 

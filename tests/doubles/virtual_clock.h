@@ -1,10 +1,7 @@
 #pragma once
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "support/system_clock.h"
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 

@@ -1,8 +1,5 @@
+#include "tests/doubles/test.h"
 #pragma once
-
-#include <cstddef>
-#include <optional>
-#include <utility>
 
 namespace touch::test {
 
@@ -51,6 +48,8 @@ class Pause {
 inline FaultPlan* planObeyed = nullptr;
 /// Whether a folder holds a name whose loss in a power cut nobody has prevented.
 inline bool namesAreOnDisk = true;
+/// Whether every file had its name only when its bytes were safe from a power cut.
+inline bool bytesCameFirst = true;
 /// Bytes that have really gone to terminals since this was last set to 0.
 inline std::size_t sentBytes = 0;
 

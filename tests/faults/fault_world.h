@@ -1,11 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <filesystem>
-#include <span>
-#include <string>
-#include <utility>
-
 #include "serial/port/asio_serial_port.h"
 #include "tests/console/parameters/parameter_controller.h"
 #include "tests/faults/faulty_driver.h"
@@ -44,7 +38,7 @@ class FaultWorld final : public ParameterDesk {
   std::string told() const { return said().empty() ? "" : testing::PrintToString(said()); }
   /// Bytes that the controller on the line sends by itself, a few at a time.
   Bytes streaming;
-  const std::filesystem::path& disk() const { return folder.path(); }
+  const fs::path& disk() const { return folder.path(); }
 
   /// Everything is as a program has to leave it.
   void expectOrder() {
@@ -52,7 +46,7 @@ class FaultWorld final : public ParameterDesk {
     EXPECT_TRUE(driver.openControllers.empty()) << "a controller stayed open";
     EXPECT_FALSE(driver.portIsTaken) << "the driver did not get its port back";
     EXPECT_FALSE(serial.isOpen()) << "the serial port stayed open";
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(disk())) {
+    for (const auto& entry : fs::recursive_directory_iterator(disk())) {
       const std::string file = entry.path().filename().string();
       EXPECT_EQ(file.find(".new"), file.npos) << "half a file was left: " << file;
     }

@@ -2,63 +2,56 @@
 
 #include <cstring>
 #include <limits>
-#include <set>
-#include <string_view>
-#include <tuple>
-#include <type_traits>
+#include <optional>
 
 #include "core/driver/connection.h"
-#include "core/driver/driver.h"
+#include "tests/doubles/drivers.h"
 #include "tests/faults/fault_plan.h"
 
 namespace touch::test {
 
 /// A driver that fails where the plan says so. It remembers what it has given away and what it got
 /// back.
-class FaultyDriver final : public Driver {
+class FaultyDriver final : public DriverBetween {
  public:
-  FaultyDriver(Driver& inner, FaultPlan& plan) : inner_(inner), plan_(plan) {}
+  FaultyDriver(Driver& inner, FaultPlan& plan) : DriverBetween(inner), plan_(plan) {}
 
   std::multiset<std::int32_t> openControllers;
   bool portIsTaken = false;  ///< it was told to let go of its port, and not yet to take it back
 
-#define TOUCH_FAULTY(name, parameters, arguments)                                       \
-  std::int32_t name parameters override {                                               \
-    return perform(#name, std::tuple arguments, [&] { return inner_.name arguments; }); \
+  std::int32_t OpenController(const char* name) override {
+    const std::int32_t handle = DriverBetween::OpenController(name);
+    if (Connection::isHandle(handle)) openControllers.insert(handle);
+    return handle;
   }
-  NEXAPI_OPERATIONS(TOUCH_FAULTY)
-#undef TOUCH_FAULTY
+  std::int32_t CloseController(std::int32_t handle) override {
+    openControllers.extract(handle);
+    return DriverBetween::CloseController(handle);
+  }
+  std::int32_t GetControllerName(std::int32_t number, char* name, std::int32_t size) override {
+    return garbling(name, 'X', size, DriverBetween::GetControllerName(number, name, size));
+  }
+  std::int32_t ReadBuffer(std::int32_t handle, std::uint8_t* bytes, std::int32_t count) override {
+    return garbling(bytes, 0xA5, count, DriverBetween::ReadBuffer(handle, bytes, count));
+  }
 
  private:
-  template <typename... Arguments, typename Call>
-  std::int32_t perform(std::string_view name, const std::tuple<Arguments...>& arguments,
-                       const Call& call) {
-    const auto fault = plan_.next();
+  std::int32_t pass(std::string_view operation, const Call& call) override {
+    fault_ = plan_.next();
     // What lies behind is to be in order afterwards, whatever is said of it.
-    std::int32_t result = !fault || name == "CloseController" ? call() : 0;
-    const bool nonsense = fault == Fault::nonsense;
-    if (nonsense) garble(arguments);
-    if (fault) result = nonsense ? std::numeric_limits<std::int32_t>::max() : 0;
-    if (name == "OpenController" && Connection::isHandle(result)) openControllers.insert(result);
-    if constexpr (std::is_same_v<std::tuple<Arguments...>, std::tuple<std::int32_t>>) {
-      if (name == "CloseController") openControllers.extract(std::get<0>(arguments));
-    }
-    if (name == "CloseCOMPort") portIsTaken = true;
-    if (name == "ReopenCOMPort") portIsTaken = false;
+    const std::int32_t result = !fault_ || operation == "CloseController" ? call() : 0;
+    if (operation == "CloseCOMPort") portIsTaken = true;
+    if (operation == "ReopenCOMPort") portIsTaken = false;
+    if (!fault_) return result;
+    return fault_ == Fault::nonsense ? std::numeric_limits<std::int32_t>::max() : 0;
+  }
+  std::int32_t garbling(void* buffer, int content, std::int32_t size, std::int32_t result) const {
+    if (fault_ == Fault::nonsense) std::memset(buffer, content, static_cast<std::size_t>(size));
     return result;
   }
 
-  /// Fills the buffer that is to be written to, if there is one.
-  static void garble(const auto&) {}
-  template <typename Byte>
-  requires(sizeof(Byte) == 1 && !std::is_const_v<Byte>) static void garble(
-      const std::tuple<std::int32_t, Byte*, std::int32_t>& buffer) {
-    constexpr int content = std::is_same_v<Byte, char> ? 'X' : 0xA5;
-    std::memset(std::get<1>(buffer), content, static_cast<std::size_t>(std::get<2>(buffer)));
-  }
-
-  Driver& inner_;
   FaultPlan& plan_;
+  std::optional<Fault> fault_;  ///< of the last operation
 };
 
 }  // namespace touch::test

@@ -13,7 +13,6 @@
 #include "tests/faults/fault_plan.h"
 
 namespace touch::test {
-
 namespace {
 
 bool fails(int error) {
@@ -29,8 +28,20 @@ ssize_t noteSent(int file, ssize_t count) {
   return count;
 }
 
+bool bytesAreOnDisk = true;
+
+std::size_t noteWritten(std::size_t count) {
+  bytesAreOnDisk = false;
+  return count;
+}
+
 int noteNamed(int failed) {
   if (failed == 0) namesAreOnDisk = false;
+  return failed;
+}
+
+int noteRenamed(int failed) {
+  bytesCameFirst = bytesCameFirst && bytesAreOnDisk;
   return failed;
 }
 
@@ -59,14 +70,15 @@ TOUCH_FAILING(std::FILE*, fopen64, (const char* path, const char* mode), EACCES,
               real(path, mode))
 TOUCH_FAILING(std::size_t, fwrite,
               (const void* data, std::size_t size, std::size_t count, std::FILE* file), ENOSPC, 0,
-              real(data, size, count, file))
+              noteWritten(real(data, size, count, file)))
 TOUCH_FAILING(int, fflush, (std::FILE * file), ENOSPC, EOF, real(file))
-TOUCH_FAILING(int, rename, (const char* from, const char* to), EACCES, -1, real(from, to))
+TOUCH_FAILING(int, rename, (const char* from, const char* to), EACCES, -1,
+              noteRenamed(real(from, to)))
 TOUCH_FAILING(int, renameat, (int from, const char* old, int to, const char* name), EACCES, -1,
-              noteNamed(real(from, old, to, name)))
+              noteNamed(noteRenamed(real(from, old, to, name))))
 TOUCH_FAILING(int, renameat2,
               (int from, const char* old, int to, const char* name, unsigned flags) noexcept,
-              EACCES, -1, noteNamed(real(from, old, to, name, flags)))
+              EACCES, -1, noteNamed(noteRenamed(real(from, old, to, name, flags))))
 TOUCH_FAILING(int, mkdir, (const char* path, mode_t mode), EACCES, -1, noteNamed(real(path, mode)))
 TOUCH_FAILING(ssize_t, read, (int file, void* data, std::size_t size), EIO, -1,
               real(file, data, size))
@@ -84,7 +96,7 @@ TOUCH_FAILING(int, tcsetattr, (int file, int when, const termios* line) noexcept
 TOUCH_STAND_IN int fsync(int file) {
   if (fails(EIO)) return -1;
   struct stat status {};
-  if (fstat(file, &status) == 0 && S_ISDIR(status.st_mode)) namesAreOnDisk = true;
+  if (fstat(file, &status) == 0) (S_ISDIR(status.st_mode) ? namesAreOnDisk : bytesAreOnDisk) = true;
   return 0;
 }
 TOUCH_STAND_IN int open(const char* path, int flags, ...) {

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <functional>
-
 #include "calibration/calibration.h"
 #include "console/main/main_console.h"
 #include "console/parameters/parameter_editor.h"
@@ -12,45 +9,12 @@
 #include "serial/debugger/debugger.h"
 #include "serial/rawdrawing/raw_drawing.h"
 #include "support/files/whole_file.h"
+#include "tests/calibration/recording_screen.h"
 #include "tests/faults/fault_world.h"
-#include "tests/linetest/canvas/recording_surface.h"
+#include "tests/linetest/canvas/recording_view.h"
 
 namespace touch::test {
-
 namespace {
-
-using namespace std::chrono_literals;
-
-/// All windows of the program. They remember what a scenario asks for.
-class Windows final : public CalibrationScreen, public CanvasView {
- public:
-  using Path = std::filesystem::path;
-  std::vector<CalibrationOutcome> calibrationEndings;
-  RecordingSurface drawing;
-  Path chosenFile;
-
-  Surface& surface() override { return drawing; }
-  void leave() override {}
-
-  void showButtons(bool, bool) override {}
-  void showTimeBar(float) override {}
-  void allowExit(bool) override {}
-  void ended(CalibrationOutcome outcome) override { calibrationEndings.push_back(outcome); }
-
-  TwipsSize sizeOf(CanvasPanel) const override { return {1000, 1000}; }
-  void place(CanvasPanel, TwipsPoint) override {}
-  std::vector<TwipsRect> tools() const override { return {}; }
-  void show(CanvasPanel, bool) override {}
-  void setHelp(std::span<const std::string>) override {}
-  void setBanner(std::string_view) override {}
-  void setCaption(std::string_view) override {}
-  void setEscape(std::string_view) override {}
-  void setResultsList(std::span<const std::string>) override {}
-  void setResultsTable(const ResultsSheet&) override {}
-  void showTolerance(Percent) override {}
-  Path askSaveName(const Path&, std::string_view) override { return chosenFile; }
-  Path askOpenName(const Path&, std::string_view) override { return chosenFile; }
-};
 
 Outcome startUpAndExit(FaultWorld& world) {
   MainModel model;
@@ -94,8 +58,8 @@ Outcome writeParameters(FaultWorld& world) {
 template <int points>
 Outcome calibrate(FaultWorld& world) {
   world.session.calibrationPoints = points;
-  Windows window;
-  const auto& endings = window.calibrationEndings;
+  RecordingScreen window;
+  const auto& endings = window.endings;
   Calibration calibration(world.access(), world.prompt, window, {15000, 9000});
   calibration.activate();
   world.clock.delay(10min, [&endings] { return !endings.empty(); });
@@ -109,11 +73,11 @@ Outcome calibrate(FaultWorld& world) {
 
 Outcome drawAndSave(FaultWorld& world) {
   constexpr int strokes = 3;
-  Windows window;
-  window.chosenFile = world.disk() / "panel.fdw";
+  RecordingView window;
+  window.chosen = world.disk() / "panel.fdw";
   {
     const Pause pause(world.plan);
-    EXPECT_TRUE(writeDrawing(window.chosenFile, {}));
+    EXPECT_EQ(whyNot(writeDrawing(window.chosen, {})), "");
   }
   DrawingSwitches switches{true, false};
   const WorkingFiles files(world.disk(), world.disk());
@@ -129,7 +93,7 @@ Outcome drawAndSave(FaultWorld& world) {
   }
   canvas.perform(CanvasAction::save);
   const Pause pause(world.plan);
-  const auto drawing = readDrawing(window.chosenFile);
+  const auto drawing = readDrawing(window.chosen);
   EXPECT_TRUE(drawing) << "a file is whole, the old one or the new one";
   return {drawing && drawing->size() == strokes, world.told()};
 }
@@ -138,7 +102,7 @@ Outcome keepLine(FaultWorld& world) {
   const TestLine line;
   const auto remains = [&world] {
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(world.disk())) {
+    for (const auto& entry : fs::directory_iterator(world.disk())) {
       const auto text = readWholeFile(entry.path(), 1'000'000);
       if (text && *text == "earlier") ++count;
     }
@@ -147,7 +111,7 @@ Outcome keepLine(FaultWorld& world) {
   int before = 0;
   {
     const Pause pause(world.plan);
-    EXPECT_TRUE(writeWholeFile(world.disk() / resultFileName(line), "earlier"));
+    EXPECT_EQ(whyNot(writeWholeFile(world.disk() / resultFileName(line), "earlier")), "");
     before = remains();
   }
   LinearityProcedure procedure({{20000, 10000}, 200, 100});
@@ -155,10 +119,10 @@ Outcome keepLine(FaultWorld& world) {
   for (float y = 1000; y < 10000; y += 1000)
     procedure.penMove({625, y});
   procedure.penUp();
-  const auto kept = keepAndGoOn(world.disk(), procedure);
+  const auto error = keepAndGoOn(world.disk(), procedure);
   const Pause pause(world.plan);
   EXPECT_EQ(remains(), before) << "an earlier result was lost";
-  return {kept && readResult(world.disk(), line), kept ? "" : kept.error().describe()};
+  return {whyNot(error).empty() && readResult(world.disk(), line), whyNot(error)};
 }
 
 /// Does something on the serial line, past the driver.

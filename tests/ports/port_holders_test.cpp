@@ -1,67 +1,17 @@
 #include "ports/port_holders.h"
 
 #include <grp.h>
-#include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
-#include <algorithm>
-#include <chrono>
-#include <csignal>
-
 #include "ports/port_lock.h"
 #include "serial/port/asio_serial_port.h"
-#include "tests/doubles/error_of.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/ports/pseudo_terminal.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-namespace fs = std::filesystem;
-using namespace std::chrono_literals;
-
-/// Another program that has the device open for itself, until it is killed or a minute has passed.
-pid_t startHolding(const std::string& device) {
-  const int held = open(device.c_str(), O_RDWR | O_NOCTTY);
-  EXPECT_EQ(flock(held, LOCK_EX | LOCK_NB), 0);
-  const pid_t program = fork();
-  if (program == 0) {
-    alarm(60);
-    pause();
-    _exit(0);
-  }
-  close(held);
-  return program;
-}
-
-TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
-  const test::PseudoTerminal terminal;
-  const pid_t other = startHolding(terminal.path());
-  AsioSerialPort port(terminal.asPort(1));
-  const std::string name = "serial_tests (process " + std::to_string(other) + ")";
-  const std::string refusal = "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
-                              name + ". Close that program and try again.";
-  EXPECT_EQ(test::errorOf(port.open()), refusal) << "it is locked";
-  const int line = open(terminal.path().c_str(), O_RDWR | O_NOCTTY);
-  ASSERT_EQ(ioctl(line, TIOCEXCL), 0);
-  EXPECT_EQ(test::errorOf(port.open()), refusal) << "only root gets as far as the lock";
-
-  // By another name of the same device, as adapters have them; the test looks on.
-  const test::TemporaryFolder folder;
-  fs::create_symlink(terminal.path(), folder.path() / "adapter");
-  const std::string names = portHolders(folder.path() / "adapter").names();
-  EXPECT_TRUE(names == name + ", this program" || names == "this program, " + name) << names;
-
-  kill(other, SIGKILL);
-  waitpid(other, nullptr, 0);
-  ioctl(line, TIOCNXCL);  // a pseudo-terminal stays exclusive for as long as it is open anywhere
-  close(line);
-  EXPECT_EQ(portHolders(terminal.path()).names(), "")
-      << "who is only at the other end, as this test is, uses nothing";
-  EXPECT_TRUE(port.open());
-}
 
 /// A program that has no file open but those of its `work`, after which it waits to be killed.
 template <typename Work>
@@ -90,23 +40,50 @@ void end(pid_t program) {
   waitpid(program, nullptr, 0);
 }
 
+TEST(PortInUse, IsNamedWithTheProgramThatHasIt) {
+  const PseudoTerminal terminal;
+  const pid_t other = startWaiting(
+      [&] { return flock(open(terminal.path().c_str(), O_RDWR | O_NOCTTY), LOCK_EX | LOCK_NB); });
+  AsioSerialPort port(terminal.asPort(1));
+  const std::string name = "serial_tests (process " + std::to_string(other) + ")";
+  const std::string refusal = "COM1 (" + terminal.path() + ") cannot be opened: it is in use by " +
+                              name + ". Close that program and try again.";
+  EXPECT_EQ(whyNot(port.open()), refusal) << "it is locked";
+  const int line = open(terminal.path().c_str(), O_RDWR | O_NOCTTY);
+  ASSERT_EQ(ioctl(line, TIOCEXCL), 0);
+  EXPECT_EQ(whyNot(port.open()), refusal) << "only root gets as far as the lock";
+
+  // By another name of the same device, as adapters have them; the test looks on.
+  const TemporaryFolder folder;
+  fs::create_symlink(terminal.path(), folder.path() / "adapter");
+  const std::string names = portHolders(folder.path() / "adapter").names();
+  EXPECT_TRUE(names == name + ", this program" || names == "this program, " + name) << names;
+
+  end(other);
+  ioctl(line, TIOCNXCL);  // a pseudo-terminal stays exclusive for as long as it is open anywhere
+  close(line);
+  EXPECT_EQ(portHolders(terminal.path()).names(), "")
+      << "who is only at the other end, as this test is, uses nothing";
+  EXPECT_EQ(whyNot(port.open()), "");
+}
+
 TEST(SharedPort, IsSaidToBeWhenAnotherProgramHadItOpenBefore) {
-  const test::PseudoTerminal terminal;
+  const PseudoTerminal terminal;
   const pid_t other =
       startWaiting([&] { return open(terminal.path().c_str(), O_RDWR | O_NOCTTY); });
   AsioSerialPort port(terminal.asPort(1));
-  ASSERT_TRUE(port.open());
+  ASSERT_EQ(whyNot(port.open()), "");
   EXPECT_EQ(port.sharedWith(), "COM1 (" + terminal.path() + "): serial_tests (process " +
                                    std::to_string(other) + ") has it open too and takes replies.");
   port.close();
   end(other);
-  ASSERT_TRUE(port.open());
+  ASSERT_EQ(whyNot(port.open()), "");
   EXPECT_EQ(port.sharedWith(), "") << "whoever is at the other end is no other program";
 }
 
 TEST(PortLock, IsHonouredWhileItsProgramRuns) {
-  const test::PseudoTerminal terminal;
-  const test::TemporaryFolder folder;
+  const PseudoTerminal terminal;
+  const TemporaryFolder folder;
   std::string name = terminal.path().substr(std::string("/dev/").size());
   std::ranges::replace(name, '/', '_');
   const std::string file = "LCK.." + name;
@@ -117,12 +94,7 @@ TEST(PortLock, IsHonouredWhileItsProgramRuns) {
     const std::string digits = std::to_string(process);
     return std::string(10 - digits.size(), ' ') + digits + '\n';
   };
-  const struct {
-    const char* what;
-    std::string content;
-    std::chrono::seconds age;
-    std::optional<pid_t> holder;
-  } cases[] = {
+  const std::tuple<const char*, std::string, std::chrono::seconds, std::optional<pid_t>> cases[] = {
       {"another's", inTen(alone), 60s, alone},
       {"another's in bytes", {reinterpret_cast<const char*>(&alone), sizeof alone}, 60s, alone},
       {"stale", inTen(gone), 0s, {}},
@@ -161,17 +133,14 @@ TEST(PortLock, IsHonouredWhileItsProgramRuns) {
 }
 
 TEST(PortLock, KeepsThePortFromOtherPrograms) {
-  const test::PseudoTerminal terminal;
+  const PseudoTerminal terminal;
   const pid_t other = startWaiting([&] { return PortLock::take(terminal.path()); });
   if (!lockHolder(terminal.path())) GTEST_SKIP() << "this user may make no lock files";
   AsioSerialPort port(terminal.asPort(1));
-  const std::string refusal = test::errorOf(port.open()).value_or("opened");
-  EXPECT_NE(
-      refusal.find("(process " + std::to_string(other) + ", by its lock file /var/lock/LCK.."),
-      refusal.npos)
-      << refusal;
+  EXPECT_THAT(whyNot(port.open()), HasSubstr("(process " + std::to_string(other) +
+                                             ", by its lock file /var/lock/LCK.."));
   end(other);
-  EXPECT_TRUE(port.open()) << "the lock file is stale";
+  EXPECT_EQ(whyNot(port.open()), "") << "the lock file is stale";
 }
 
 TEST(PortInUse, SaysAsMuchAsIsKnown) {
@@ -179,7 +148,7 @@ TEST(PortInUse, SaysAsMuchAsIsKnown) {
   EXPECT_EQ(
       inUseText({{self, {"minicom", 7, false}, {"getty", 8, false}}, true}),
       "it is in use by minicom (process 7), getty (process 8). Close that program and try again.");
-  EXPECT_NE(inUseText({{}, false}).find("only an administrator can see"), std::string::npos);
+  EXPECT_THAT(inUseText({{}, false}), HasSubstr("only an administrator can see"));
 }
 
 /// What `look` says to a user who owns nothing and is in no group; run in a process of its own.
@@ -198,7 +167,7 @@ bool asNobody(const Look& look) {
 }
 
 TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
-  const test::PseudoTerminal terminal;
+  const PseudoTerminal terminal;
   struct stat status {};
   ASSERT_EQ(stat(terminal.path().c_str(), &status), 0);
   const std::string group = getgrgid(status.st_gid)->gr_name;
@@ -211,7 +180,7 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
         "COM1 (" + terminal.path() + ") cannot be opened: permission denied. " + wayOut;
     ASSERT_EQ(chmod(terminal.path().c_str(), mode), 0);
     EXPECT_TRUE(asNobody([&] {
-      return test::errorOf(AsioSerialPort(terminal.asPort(1)).open()) == refusal;
+      return whyNot(AsioSerialPort(terminal.asPort(1)).open()) == refusal;
     })) << mode;
   }
   ASSERT_EQ(chmod(terminal.path().c_str(), 0666), 0);
@@ -219,7 +188,7 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
 }
 
 TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
-  const test::TemporaryFolder system;
+  const TemporaryFolder system;
   const auto add = [&system](const fs::path& device, const std::string& name,
                              const std::string& driver, const std::string& type) {
     fs::create_directories(system.path() / device);
@@ -243,4 +212,4 @@ TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

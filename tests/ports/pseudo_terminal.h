@@ -7,16 +7,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <cstdint>
-#include <filesystem>
-#include <span>
-#include <stdexcept>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "ports/com_ports.h"
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 
@@ -29,7 +21,7 @@ class PseudoTerminal {
       throw std::runtime_error("no pseudo-terminal");
     }
     fcntl(master_, F_SETFL, fcntl(master_, F_GETFL) | O_NONBLOCK);
-    path_ = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(device_));
+    path_ = fs::read_symlink("/proc/self/fd/" + std::to_string(device_));
   }
   ~PseudoTerminal() {
     unplug();

@@ -1,18 +1,14 @@
 #include "reports/report_format.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 using Encoding = CoordinateEncoding;
 
 TEST(ReportFormatFile, AddsTheFormatsThatItDescribesAndNeedsNotBeThere) {
-  test::TemporaryFolder folder;
+  TemporaryFolder folder;
   EXPECT_TRUE(rdformad(folder.path()).problems.empty());
   folder.write("zevrik.fmt",
                "\xEF\xBB\xBF# name length touching released layout\r\n"
@@ -80,7 +76,7 @@ TEST(ReportFormatFile, TellsTheFirstTenProblemsAndHowManyThereAre) {
 }
 
 TEST(ReportFormatFile, IsRefusedAsAWholeWhenItIsNoTextFileOfItsKind) {
-  test::TemporaryFolder folder;
+  TemporaryFolder folder;
   folder.write("zevrik.fmt", std::string(70000, '#'));
   EXPECT_EQ(rdformad(folder.path()).problems.at(0).expected, "at most 65536 bytes");
   folder.write("zevrik.fmt", std::string("\0\x01\x02 5\n", 6));
@@ -88,4 +84,4 @@ TEST(ReportFormatFile, IsRefusedAsAWholeWhenItIsNoTextFileOfItsKind) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

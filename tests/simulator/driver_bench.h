@@ -1,13 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cstdint>
-#include <string>
-#include <string_view>
-
 #include "simulator/driver/simulated_driver.h"
+#include "tests/doubles/test.h"
 
 namespace touch::simulator {
 

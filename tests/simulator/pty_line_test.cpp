@@ -2,16 +2,8 @@
 
 #include <dlfcn.h>
 
-#include <bit>
-#include <chrono>
-#include <filesystem>
-#include <memory>
 #include <mutex>
-#include <optional>
-#include <string>
 #include <thread>
-#include <utility>
-#include <vector>
 
 #include "core/driver/nexapi.h"
 #include "serial/port/asio_serial_port.h"
@@ -26,9 +18,9 @@ namespace {
 struct Device {
   explicit Device(const std::string& path) {
     ComPorts ports;
-    EXPECT_TRUE(ports.assign("1=" + path));
+    EXPECT_EQ(test::whyNot(ports.assign("1=" + path)), "");
     port = std::make_unique<AsioSerialPort>(ports);
-    EXPECT_TRUE(port->open()) << path;
+    EXPECT_EQ(test::whyNot(port->open()), "") << path;
   }
 
   /// `count` bytes or more; fewer when the line hangs up, or when they do not come although given
@@ -102,7 +94,7 @@ TEST(PtyLines, tellTheControllerHowTheProgramWritesItsBytes) {
   const Device device(line->path());
   for (const auto& [settings, format] :
        {std::pair{"9600,n,7,2", LineFormat::sevenN2}, {"9600,n,8,1", LineFormat::eightN1}}) {
-    EXPECT_TRUE(device.port->setSettings(settings));
+    EXPECT_EQ(test::whyNot(device.port->setSettings(settings)), "");
     {
       const std::lock_guard lock(guard);
       controller.speak(format);

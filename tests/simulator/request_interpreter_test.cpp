@@ -1,8 +1,3 @@
-#include <gmock/gmock.h>
-
-#include <string>
-#include <utility>
-
 #include "tests/simulator/driver_bench.h"
 
 namespace touch::simulator {

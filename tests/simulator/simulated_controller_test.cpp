@@ -1,12 +1,5 @@
 #include "simulator/controller/simulated_controller.h"
 
-#include <array>
-#include <chrono>
-#include <sstream>
-#include <string>
-#include <tuple>
-#include <utility>
-
 #include "simulator/controller/controllers.h"
 #include "tests/simulator/driver_bench.h"
 

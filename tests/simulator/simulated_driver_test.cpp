@@ -1,15 +1,7 @@
 #include "simulator/driver/simulated_driver.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-#include <bit>
 #include <limits>
-#include <optional>
-#include <span>
 #include <thread>
-#include <tuple>
-#include <vector>
 
 #include "core/driver/nexapi.h"
 #include "simulator/controller/requests.h"
@@ -118,7 +110,7 @@ TEST_F(Driving, settingsStayAndAreEachTheirOwn) {
       {"speed", &D::SetDoubleClickSpeed, &D::GetDoubleClickSpeed, 7, 0},
       {"area", &D::SetDoubleClickArea, &D::GetDoubleClickArea, 33, {}},
       {"right", &D::EnableRightClick, &D::GetRightClickEnabled, 0, {}},
-      {"time", &D::SetRightClickTime, &D::GetRightClickTime, 300, 299},
+      {"time", &D::SetRightClickTime, &D::GetRightClickTime, 1200, 299},
   };
   const auto usb = open(usbName);
   const auto serial = open(serialName);

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "linetest/files/working_files.h"
@@ -7,15 +6,15 @@
 #include "support/files/whole_file.h"
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-namespace fs = std::filesystem;
 using fs::perms;
 
 const std::pair<const char*, bool (*)(const fs::path&)> writers[] = {
-    {"whole file", [](const fs::path& file) { return writeWholeFile(file, "text").has_value(); }},
-    {"recording", [](const fs::path& file) { return Recorder().start(file, {}).has_value(); }},
+    {"whole file",
+     [](const fs::path& file) { return whyNot(writeWholeFile(file, "text")).empty(); }},
+    {"recording", [](const fs::path& file) { return whyNot(Recorder().start(file, {})).empty(); }},
 };
 
 perms modeOf(const fs::path& file) {
@@ -26,7 +25,7 @@ class FileModes : public testing::Test {
  protected:
   ~FileModes() override { umask(usual_); }
 
-  test::TemporaryFolder folder;
+  TemporaryFolder folder;
 
  private:
   mode_t usual_ = umask(0);
@@ -51,11 +50,11 @@ TEST_F(FileModes, AreTheUsersForNewFilesAndStayForOldOnes) {
     }
     const auto own = OwnFolder::openOrMake(folder.path() / ("own" + std::to_string(kept)));
     EXPECT_EQ(modeOf(own->path()), static_cast<perms>(0777U & ~kept));
-    EXPECT_TRUE(own->appendLine("line", "text") && own->write("file", "text"));
+    EXPECT_EQ(whyNot(own->appendLine("line", "text")) + whyNot(own->write("file", "text")), "");
     EXPECT_EQ(modeOf(own->path() / "line"), usual);
     EXPECT_EQ(modeOf(own->path() / "file"), usual);
     const WorkingFiles files(folder.path() / std::to_string(kept), {});
-    EXPECT_TRUE(files.write(0, {}));
+    EXPECT_EQ(whyNot(files.write(0, {})), "");
     EXPECT_EQ(modeOf(files.pathOf(0)), usual);
     EXPECT_EQ(modeOf(files.folder()), static_cast<perms>(0777U & ~kept));
   }
@@ -70,9 +69,9 @@ TEST_F(FileModes, ArePrivateAlreadyBeforeTheFirstByteIsWritten) {
     found = modeOf(file.string() + std::string(unfinishedEnding));
     return false;
   };
-  EXPECT_TRUE(writeWholeFile(file, look));
+  EXPECT_EQ(whyNot(writeWholeFile(file, look)), "");
   EXPECT_EQ(found, perms{0600});
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -1,11 +1,7 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <csignal>
-#include <functional>
 
 #include "console/doctor/doctor.h"
 #include "console/parameters/backup.h"
@@ -15,14 +11,11 @@
 #include "linetest/linearity/linearity_files.h"
 #include "support/files/marked_folder.h"
 #include "support/files/whole_file.h"
-#include "tests/doubles/error_of.h"
 #include "tests/doubles/small_disk.h"
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-namespace fs = std::filesystem;
 
 constexpr ParameterBlock ownBlock = {{{1, 2}, {3, 4}, {5, 6}, {7, 8}, {9, 10}, {11, 12}}};
 constexpr uid_t somebodyElse = 65534;
@@ -61,11 +54,10 @@ const Planted plantedThings[] = {
 };
 
 /// How a use of a name ends: 0 done, 1 refused with a reason, 2 refused without one.
-template <typename Result>
-int ended(const Result& result) {
-  const auto error = test::errorOf(result);
-  if (!error) return 0;
-  return error->found.empty() || error->expected.empty() ? 2 : 1;
+int ended(const auto& result) {
+  const std::string said = whyNot(result);
+  const bool hasReason = testing::Value(said, ContainsRegex("found .|written: ."));
+  return said.empty() ? 0 : (hasReason ? 1 : 2);
 }
 
 Backup backupIn(const fs::path& folder) {
@@ -111,12 +103,9 @@ const OwnName ownNames[] = {
     {"probe.new", "+++++++++", [](auto&) {},
      [](auto& folder) { return ended(OwnFolder::open(folder)->tryOut()); }},
     {"doctor-0.tmp", "+++++++++", [](auto&) {},
-     [](auto& folder) { return tryOutWorkFolder(folder) ? 0 : 1; }},
+     [](auto& folder) { return ended(tryOutWorkFolder(folder)); }},
     {"trace", "--------?", [](auto&) {},
-     [](auto& folder) {
-       const auto started = Trace().start(folder / "trace");
-       return started ? 0 : started.error().ends_with(": ") ? 2 : 1;
-     }},
+     [](auto& folder) { return ended(Trace().start(folder / "trace")); }},
     {"Tvm-v1.txt", "--------?", [](auto&) {}, keepResult},
     {"Tvm-v1.txt.new", "+++++++++", [](auto&) {}, keepResult},
     {"Tvm-v1.txt.old", "+++++++++", [](auto& folder) { keepResult(folder); },
@@ -155,8 +144,8 @@ TEST(OwnNames, LeadNowhereElseWhateverIsPlantedThere) {
     for (std::size_t i = 0; i < std::size(plantedThings); ++i) {
       const auto& [what, plant] = plantedThings[i];
       SCOPED_TRACE(std::string(name) + " is " + what);
-      const test::TemporaryFolder folder;
-      const test::TemporaryFolder victim;
+      const TemporaryFolder folder;
+      const TemporaryFolder victim;
       victim.write("file", "theirs");
       prepare(folder.path());
       const fs::path at = folder.path() / name;
@@ -185,32 +174,32 @@ TEST(OwnNames, LeadNowhereElseWhateverIsPlantedThere) {
 }
 
 TEST(OwnFolders, StayThoseThatWereOpenedWhenAnotherTakesTheirPlace) {
-  const test::TemporaryFolder folder;
-  const test::TemporaryFolder victim;
+  const TemporaryFolder folder;
+  const TemporaryFolder victim;
   const auto own = OwnFolder::openOrMake(folder.path() / "own");
   ASSERT_TRUE(own);
   fs::rename(folder.path() / "own", folder.path() / "moved");
   fs::create_directory_symlink(victim.path(), folder.path() / "own");
-  EXPECT_TRUE(own->write("file", "text"));
-  EXPECT_TRUE(own->appendLine("lines", "one"));
+  EXPECT_EQ(whyNot(own->write("file", "text")), "");
+  EXPECT_EQ(whyNot(own->appendLine("lines", "one")), "");
   EXPECT_EQ(folder.read("moved/file") + folder.read("moved/lines"), "textone\n");
   EXPECT_TRUE(fs::is_empty(victim.path()));
 }
 
 TEST(OwnFolders, CutBackNoLineOfAnotherProgramOnAFullDisk) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const auto own = OwnFolder::open(folder.path());
   ASSERT_TRUE(own);
-  ASSERT_TRUE(own->appendLine("lines", "one"));
+  ASSERT_EQ(whyNot(own->appendLine("lines", "one")), "");
   {
-    const test::SmallDisk disk(6);
-    EXPECT_FALSE(own->appendLine("lines", "two"));
+    const SmallDisk disk(6);
+    EXPECT_NE(whyNot(own->appendLine("lines", "two")), "");
     EXPECT_EQ(folder.read("lines"), "one\n");
     auto others = own->openFile("lines", OwnFolder::Opening::alone);
     ASSERT_TRUE(others);
-    EXPECT_FALSE(own->appendLine("lines", "two"));
+    EXPECT_NE(whyNot(own->appendLine("lines", "two")), "");
   }
-  EXPECT_TRUE(own->appendLine("lines", "three"));
+  EXPECT_EQ(whyNot(own->appendLine("lines", "three")), "") << "on a line of its own";
   EXPECT_EQ(folder.read("lines"), "one\ntw\nthree\n");
 }
 
@@ -220,7 +209,7 @@ TEST(OwnFolders, AreMadeAndMarkedOnlyWhereTheyMayBe) {
     EXPECT_TRUE(isFolderOfTheSystem(system)) << system;
   for (const char* users : {"/var/lib/touchutility", "/run/user/1000", "/var/tmp/a", "/variant"})
     EXPECT_FALSE(isFolderOfTheSystem(users)) << users;
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   EXPECT_FALSE(isFolderOfTheSystem(folder.path()));
   EXPECT_EQ(MarkedFolder::make("/tmp").error().found, "one of the system's");
   const auto made = MarkedFolder::make(folder.path() / "tmp");
@@ -230,7 +219,7 @@ TEST(OwnFolders, AreMadeAndMarkedOnlyWhereTheyMayBe) {
 }
 
 TEST(SwappedFile, IsNeitherGivenTheOldOnesModeNorItsName) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   folder.write("old", "old");
   folder.write("victim", "theirs");
   fs::permissions(folder.path() / "old", fs::perms{0666});
@@ -241,7 +230,7 @@ TEST(SwappedFile, IsNeitherGivenTheOldOnesModeNorItsName) {
     fs::create_symlink("victim", folder.path() / "old.new");
     return !std::exchange(done, true);
   };
-  EXPECT_FALSE(writeWholeFile(folder.path() / "old", swap));
+  EXPECT_NE(whyNot(writeWholeFile(folder.path() / "old", swap)), "");
   EXPECT_EQ(folder.read("old") + folder.read("victim"), "oldtheirs");
   EXPECT_EQ(fs::status(folder.path() / "victim").permissions(), fs::perms{0600});
   EXPECT_FALSE(fs::is_symlink(folder.path() / "old"));
@@ -250,21 +239,17 @@ TEST(SwappedFile, IsNeitherGivenTheOldOnesModeNorItsName) {
 TEST(SixPrograms, ThatKeepABlockAtOnceLeaveSix) {
   constexpr int programs = 6;
   constexpr int each = 20;
-  const test::TemporaryFolder folder;
-  const auto keepMany = [&folder] {
+  const TemporaryFolder folder;
+  for (int program = 0; program < programs; ++program) {
+    if (fork() != 0) continue;
     bool done = true;
     for (int i = 0; i < each; ++i)
       done = keep(folder.path()) == 0 && done;
     _exit(done ? 0 : 1);
-  };
-  pid_t children[programs];
-  for (pid_t& child : children)
-    if ((child = fork()) == 0) keepMany();
-  for (const pid_t child : children) {
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(status, 0);
   }
+  int status = 0;
+  while (wait(&status) > 0)
+    EXPECT_EQ(status, 0);
   int whole = 0;
   for (const auto& entry : fs::directory_iterator(folder.path() / "backup")) {
     const auto block = loadVrq(entry.path());
@@ -275,7 +260,7 @@ TEST(SixPrograms, ThatKeepABlockAtOnceLeaveSix) {
 }
 
 TEST(Reading, NeverWaitsForAPipeAndStopsAtItsLimit) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const fs::path pipe = folder.path() / "pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
   alarm(60);
@@ -289,4 +274,4 @@ TEST(Reading, NeverWaitsForAPipeAndStopsAtItsLimit) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

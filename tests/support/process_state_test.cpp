@@ -1,11 +1,8 @@
 #include "support/process_state.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cfenv>
-#include <csignal>
-#include <initializer_list>
 
 #include "core/driver/nexapi.h"
 #include "tests/doubles/comma_locale.h"
@@ -20,7 +17,7 @@ std::string stateInWords() {
   umask(mask);
   sigset_t blocked;
   pthread_sigmask(SIG_SETMASK, nullptr, &blocked);
-  std::string words = std::to_string(mask) + ' ' + std::filesystem::current_path().string() + ' ' +
+  std::string words = std::to_string(mask) + ' ' + fs::current_path().string() + ' ' +
                       std::setlocale(LC_ALL, nullptr) + ' ' + std::to_string(std::fegetround()) +
                       (sigismember(&blocked, SIGTERM) == 1 ? " blocked" : "");
   for (const int number : {SIGINT, SIGPIPE, SIGXFSZ}) {
@@ -34,8 +31,8 @@ std::string stateInWords() {
 TEST(ProcessState, IsPutRightWhenADriverIsLoadedAndWhenItOpensAController) {
   const CommaLocale german;
   const TemporaryFolder folder;
-  const auto folderBefore = std::filesystem::current_path();
-  std::filesystem::current_path(folder.path());
+  const auto folderBefore = fs::current_path();
+  fs::current_path(folder.path());
   for (const int number : {SIGINT, SIGPIPE, SIGXFSZ})
     std::signal(number, SIG_IGN);
   const std::string before = stateInWords();
@@ -51,7 +48,7 @@ TEST(ProcessState, IsPutRightWhenADriverIsLoadedAndWhenItOpensAController) {
   unsetenv("RUDE_DRIVER");
   for (const int number : {SIGINT, SIGPIPE, SIGXFSZ})
     std::signal(number, SIG_DFL);
-  std::filesystem::current_path(folderBefore);
+  fs::current_path(folderBefore);
 }
 
 }  // namespace

@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <cmath>
-#include <set>
-
 #include "tests/ui/every_window.h"
 
 namespace touch::test {

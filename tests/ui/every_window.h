@@ -1,8 +1,5 @@
 #pragma once
 
-#include <functional>
-#include <set>
-
 #include "calibration/frmCal.h"
 #include "linetest/canvas/frmDraw.h"
 #include "linetest/linearity/frmLinearity.h"

@@ -1,7 +1,6 @@
 #include "ui/language.h"
 
 #include <locale>
-#include <set>
 
 #include "app/options.h"
 #include "support/result.h"

@@ -1,7 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <QLocale>
 
+#include "tests/doubles/test.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guarded_application.h"
 #include "ui/window_manners.h"

@@ -2,7 +2,6 @@
 
 #include <QTest>
 #include <QtWidgets>
-#include <memory>
 
 #include "console/main/frmMain.h"
 #include "core/driver/simulation.h"

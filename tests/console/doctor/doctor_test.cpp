@@ -9,27 +9,19 @@
 #include "tests/app/child_process.h"
 #include "tests/console/parameters/parameter_controller.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-namespace fs = std::filesystem;
 using nlohmann::json;
-using test::Lines;
-using test::replyOf;
-using testing::AllOf;
-using testing::AnyOf;
-using testing::Each;
-using testing::HasSubstr;
-using testing::StartsWith;
 using enum FindingState;
 
-class Doctor : public test::ParameterDesk {
+class Doctor : public ParameterDesk {
  protected:
   Doctor() {
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     patient.workFolder = folder.path();
-    patient.driverPath = RECORDING_LIBRARY;
+    patient.driverPath = ATTACHED_LIBRARY;
     patient.access.emplace(access());
     patient.screens.emplace();
     patient.versions = {"Program 1"};
@@ -45,7 +37,7 @@ class Doctor : public test::ParameterDesk {
     return lines;
   }
   std::string unpacked(const std::string& entry) const {
-    return test::runProgram("/usr/bin/unzip", {"-p", file, entry}).output;
+    return runProgram("/usr/bin/unzip", {"-p", file, entry}).output;
   }
 
   const fs::path file = folder.path() / "d.zip";
@@ -56,8 +48,8 @@ TEST_F(Doctor, SaysWhichControllersAnswerAndChangesNothing) {
   session.controllerName = "the current one";
   script.names = {"DEVICE USB", "RS232 DEVICE 1", "USB DEVICE 2"};
   // Each controller is asked twice at most.
-  script.replies["UT"] = {test::Bytes{}, test::Bytes{}, replyOf("QMRV1000")};
-  script.replies["OI"] = {test::Bytes{}};
+  script.replies["UT"] = {Bytes{}, Bytes{}, replyOf("QMRV1000")};
+  script.replies["OI"] = {Bytes{}};
   EXPECT_EQ(found("controllers"),
             (Lines{"note: RS232 DEVICE 1 is known to the driver, but does not answer.",
                    "note: The driver also knows of DEVICE USB.",
@@ -85,8 +77,8 @@ TEST_F(Doctor, LooksAtTheLibrary) {
     return AllOf(StartsWith("problem: "), HasSubstr(what));
   };
   EXPECT_THAT(found("library"),
-              testing::ElementsAre(lacks("lacks CloseCOMPort."), lacks("lacks GetRotation."),
-                                   lacks("lacks SetRotation."), lacks("lacks IsPenUp.")));
+              ElementsAre(lacks("lacks CloseCOMPort."), lacks("lacks GetRotation."),
+                          lacks("lacks SetRotation."), lacks("lacks IsPenUp.")));
   EXPECT_EQ(examine(patient).findings[3].why, "The screen cannot be calibrated.");
   const auto scant = std::move(*NexapiDriver::bind(SCANT_LIBRARY));
   patient.access.emplace(Access{session, *scant, clock});
@@ -102,8 +94,8 @@ TEST_F(Doctor, LooksAtTheLibrary) {
   patient.access.reset();
   patient.refused = NexapiDriver::bind(std::nullopt).error();
   EXPECT_THAT(found("library"),
-              testing::ElementsAre(HasSubstr("library nexapi cannot be used: libnexapi.so: cannot"),
-                                   HasSubstr(programFolder().string())));
+              ElementsAre(HasSubstr("library nexapi cannot be used: libnexapi.so: cannot"),
+                          HasSubstr(programFolder().string())));
 }
 
 TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
@@ -113,7 +105,7 @@ TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
   fs::create_symlink("tmp", folder.path() / "backup");
   EXPECT_THAT(
       found("folder"),
-      testing::ElementsAre(
+      ElementsAre(
           AllOf(StartsWith("problem: "), HasSubstr("backup: expected"), HasSubstr("found a link")),
           AllOf(StartsWith("note: "), HasSubstr("tmp: expected a folder")), StartsWith("ok: ")));
   fs::remove(folder.path() / "backup");
@@ -128,16 +120,11 @@ TEST_F(Doctor, LooksAtFolderScreensAndPorts) {
                                      "ok: DP-1: 1920 x 1080 pixels at 100 %."}));
   patient.ports.assign("5=/dev/full");
   // It opens no port to see.
-  EXPECT_THAT(found("ports"),
-              testing::Contains(StartsWith("ok: COM5 (/dev/full): this user may open it")));
+  EXPECT_THAT(found("ports"), Contains(StartsWith("ok: COM5 (/dev/full): this user may open it")));
 }
 
 TEST_F(Doctor, LooksAtTheOptionalFiles) {
-  const struct {
-    const char* name;
-    std::string sound, damaged;
-    const char* complaint;
-  } files[] = {
+  const std::tuple<const char*, std::string, std::string, const char*> files[] = {
       {"errmsg.txt", std::string(100, '\n'), "one\n", "expected 100 lines"},
       {"zevrik.fmt", "wide 8 5A 5B le16@2,4\n", "wide 8\n", "zevrik.fmt, line 1: expected"},
       {"zevrik.fmt", "", "a\nb\nc\nd\ne\nf\ng\nh\ni\nj\nk\nl\n",
@@ -148,12 +135,11 @@ TEST_F(Doctor, LooksAtTheOptionalFiles) {
   };
   for (const auto& [name, sound, damaged, complaint] : files) {
     SCOPED_TRACE(name);
-    EXPECT_THAT(found("files"), testing::ElementsAre(HasSubstr(name))) << "it is not needed";
+    EXPECT_THAT(found("files"), ElementsAre(HasSubstr(name))) << "it is not needed";
     folder.write(name, sound);
-    EXPECT_THAT(found("files"),
-                testing::Contains(AnyOf("ok: " + std::string(name) + " is sound.",
-                                        "ok: The structure of pic01.jpg is sound; it was "
-                                        "not decoded.")));
+    EXPECT_THAT(found("files"), Contains(AnyOf("ok: " + std::string(name) + " is sound.",
+                                               "ok: The structure of pic01.jpg is sound; it was "
+                                               "not decoded.")));
     folder.write(name, damaged);
     EXPECT_THAT(found("files").front(), AllOf(StartsWith("problem: "), HasSubstr(complaint)));
     fs::remove(folder.path() / name);
@@ -178,7 +164,7 @@ TEST_F(Doctor, ReportsForPeopleAndForPrograms) {
 TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
   script.results["GetReportMode"] = 77;  // what reading the settings elsewhere would put right
   Trace trace;
-  ASSERT_TRUE(trace.start(folder.path() / "t.jsonl"));
+  ASSERT_EQ(whyNot(trace.start(folder.path() / "t.jsonl")), "");
   trace.write("\"call\":\"kept\"");
   const auto diagnosis = examine(patient);
   EXPECT_THAT(
@@ -189,13 +175,12 @@ TEST_F(Doctor, SavesAllThatAHelperNeedsAndChangesNothing) {
   folder.write("t.jsonl", "somebody else's");
   const auto saved = saveDiagnostics(file, patient, diagnosis, trace);
   EXPECT_EQ(saved.describe(file), "The diagnostics are saved in " + file.string() + '.');
-  EXPECT_THAT(journal,
-              Each(testing::Not(AnyOf(StartsWith("Set"), StartsWith("Enable"),
+  EXPECT_THAT(journal, Each(Not(AnyOf(StartsWith("Set"), StartsWith("Enable"),
                                       StartsWith("WriteBuffer SP"), HasSubstr("COMPort")))));
   const std::pair<const char*, const char*> parts[] = {
       {"doctor.txt", "RS232 DEVICE 1 answers, unit type QRMV0301, firmware M0130100."},
       {"doctor.json", "\"problems\": 0"},
-      {"versions.txt", "Program 1\nDriver library " RECORDING_LIBRARY},
+      {"versions.txt", "Program 1\nDriver library " ATTACHED_LIBRARY},
       {"settings-1-RS232_DEVICE_1.json", "\"GetReportMode\": 77"},
       {"parameters-1-RS232_DEVICE_1.vrq", "1000\r\n1001\r\n"},
       {"trace.jsonl", "\"call\":\"kept\""},
@@ -214,7 +199,7 @@ TEST(PersonalNames, AreLeftOutWhereTheyStandAlone) {
             "~/a.so /home/anna ~\\x \"~\\\\y\" //(this computer)/share desktop ~/z \"~/z\"");
   EXPECT_EQ(withoutPersonalNames("on pc", {{}, "pc"}), "on pc");
 
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   fs::create_directory_symlink(folder.path(), folder.path() / "link");
   const char* const had = std::getenv("HOME");
   const std::string home = had == nullptr ? "" : had;
@@ -226,8 +211,8 @@ TEST(PersonalNames, AreLeftOutWhereTheyStandAlone) {
 TEST_F(Doctor, SavesTheRestWhenAPartFails) {
   memory.erase(3);
   script.names.push_back("USB DEVICE 2");
-  script.replies["UT"] = {replyOf("QRMV0301"), test::Bytes{}};
-  script.replies["OI"] = {replyOf("M0130100"), test::Bytes{}};
+  script.replies["UT"] = {replyOf("QRMV0301"), Bytes{}};
+  script.replies["OI"] = {replyOf("M0130100"), Bytes{}};
   const auto saved = saveDiagnostics(file, patient, examine(patient), Trace());
   EXPECT_EQ(saved.failed, (Lines{"parameters-1-RS232_DEVICE_1.vrq", "settings-2-USB_DEVICE_2.json",
                                  "parameters-2-USB_DEVICE_2.vrq"}));
@@ -248,4 +233,4 @@ TEST_F(Doctor, SavesTheRestWhenAPartFails) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

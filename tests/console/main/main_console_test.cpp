@@ -4,9 +4,9 @@
 #include <optional>
 #include <tuple>
 
-#include "tests/core/discovery/fake_ports.h"
 #include "tests/doubles/desk.h"
-#include "tests/doubles/lacking_driver.h"
+#include "tests/doubles/drivers.h"
+#include "tests/doubles/fake_port.h"
 #include "tests/doubles/temporary_folder.h"
 
 namespace touch {
@@ -18,7 +18,7 @@ using namespace std::chrono_literals;
 
 class Console : public test::Desk {
  protected:
-  explicit Console(const char* library = RECORDING_LIBRARY) : Desk(library) {
+  explicit Console(const char* library = ATTACHED_LIBRARY) : Desk(library) {
     script.replies["UT"] = {replyOf("QRMV0301")};
     script.replies["OI"] = {replyOf("M0130100")};
     script.results = {{"GetReportMode", 1}, {"GetRightClickTime", 500}};
@@ -65,7 +65,7 @@ class Console : public test::Desk {
   const LastingWindow drawing = window("open test", "close test");
   bool debuggerBusy = false;
   MainModel model;
-  test::FakePorts port{journal};
+  test::FakePort port{journal, {}};
   MainConsole console{access(), prompt, model, port, folder.path()};
 };
 
@@ -144,7 +144,7 @@ TEST_F(Console, WorksWithoutAnAnswerAndWithoutControllers) {
                             "message No device was found"}));
   console.searchComPorts();
   EXPECT_EQ(journal.back(), "message controller not found ??") << "but one can be searched for";
-  EXPECT_EQ(model.notice().text, "No COM port could be opened. absent");
+  EXPECT_EQ(model.notice().text, "No COM port could be opened. there is no COM1");
   journal.clear();
   console.exit();
   EXPECT_EQ(journal, Lines{"end"});

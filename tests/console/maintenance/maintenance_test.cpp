@@ -3,15 +3,10 @@
 #include "console/main/monitors.h"
 #include "tests/console/parameters/parameter_controller.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::acknowledgement;
-using test::bytesOf;
-using test::Lines;
-using test::refusal;
-
-class Maintenance : public test::Desk {};
+class Maintenance : public Desk {};
 
 TEST_F(Maintenance, JudgesTheReplyAndAsksOnceMore) {
   const std::tuple<std::string, bool (*)(const Access&, Prompt&), const char*, const char*>
@@ -20,11 +15,11 @@ TEST_F(Maintenance, JudgesTheReplyAndAsksOnceMore) {
            "message Controller Restore Error"},
           {"R", resetController, "message Controller Reset OK", "message Controll Reset Error"}};
   // A reply is three bytes, of which the second tells.
-  const std::tuple<std::deque<test::Bytes>, int, bool> cases[] = {
+  const std::tuple<std::deque<Bytes>, int, bool> cases[] = {
       {{acknowledgement}, 1, true},
       {{refusal, acknowledgement}, 2, true},
       {{refusal, refusal, acknowledgement}, 2, false},
-      {{test::Bytes{}}, 2, false},
+      {{Bytes{}}, 2, false},
       {{bytesOf("\00100\r")}, 2, false},
       {{bytesOf("\0010")}, 2, false},
       {{bytesOf("x0y")}, 1, true}};
@@ -43,7 +38,7 @@ TEST_F(Maintenance, JudgesTheReplyAndAsksOnceMore) {
   }
 }
 
-class Defaults : public test::ParameterDesk {};
+class Defaults : public ParameterDesk {};
 
 TEST_F(Defaults, AreRestoredAlsoWithoutABackup) {
   EXPECT_EQ(defaults(access(), prompt, backup).whyNoBackup, "");
@@ -57,7 +52,7 @@ TEST_F(Defaults, AreRestoredAlsoWithoutABackup) {
     journal.clear();
     callsUntilPowerLoss = calls;
     const auto result = defaults(access(), prompt, *where);
-    EXPECT_THAT(result.whyNoBackup, testing::StartsWith(why)) << what;
+    EXPECT_THAT(result.whyNoBackup, StartsWith(why)) << what;
     EXPECT_EQ(result.before.has_value(), read) << what;
     EXPECT_EQ(std::count(journal.begin(), journal.end(), "WriteBuffer RD"), read ? 1 : 2) << what;
     EXPECT_EQ(said(),
@@ -65,7 +60,7 @@ TEST_F(Defaults, AreRestoredAlsoWithoutABackup) {
   }
 }
 
-class Monitors : public test::Desk {};
+class Monitors : public Desk {};
 
 TEST_F(Monitors, AreAskedForUntilTheDriverIsReadyOrTimeIsUp) {
   for (const int refusals : {0, 14, 15}) {
@@ -82,4 +77,4 @@ TEST_F(Monitors, AreAskedForUntilTheDriverIsReadyOrTimeIsUp) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -6,14 +6,10 @@
 #include "support/files/whole_file.h"
 #include "tests/console/parameters/parameter_controller.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::bytesOf;
-using test::Lines;
-using test::replyOf;
-
-class ParameterWords : public test::Desk {};
+class ParameterWords : public Desk {};
 
 TEST_F(ParameterWords, AreAskedForTwiceAndNotMadeOfGarbage) {
   script.replies["GP0A"] = {{}, replyOf("01AfF")};
@@ -35,7 +31,7 @@ TEST_F(ParameterWords, AreAskedForTwiceAndNotMadeOfGarbage) {
   }
 }
 
-class BlockWriting : public test::ParameterDesk {
+class BlockWriting : public ParameterDesk {
  protected:
   /// The journal from the address on, blanks for tabs: "03 1003 AB03 written".
   Lines noted() {
@@ -80,7 +76,7 @@ TEST_F(BlockWriting, DoesNothingUnaskedOrUnneeded) {
   EXPECT_EQ(writeBlock(access(), prompt, backup, same).end, WriteEnd::nothingToWrite);
   memory.erase(7);
   EXPECT_EQ(writeBlock(access(), prompt, backup, wanted).end, WriteEnd::unreadable);
-  EXPECT_THAT(said().back(), testing::EndsWith(" no parameter word. Nothing was written."));
+  EXPECT_THAT(said().back(), EndsWith(" no parameter word. Nothing was written."));
 
   memory[7] = {0x10, 7};
   folder.write("backup", "a file where the folder should be");
@@ -93,14 +89,14 @@ TEST_F(BlockWriting, DoesNothingUnaskedOrUnneeded) {
 TEST_F(BlockWriting, NamesTheWordThatIsReadBackWrongAndPutsTheOldOnesBack) {
   stuck[3] = {0, 0};
   EXPECT_EQ(writeBlock(access(), prompt, backup, wanted).end, WriteEnd::brokenOff);
-  EXPECT_THAT(said(), testing::ElementsAre(testing::_,
-                                           "confirm Written: 01. Word 03: AB03 was written, 0000 "
-                                           "was read back. Put the old words back?",
-                                           "message The old words are not all back. Written: 01. "
-                                           "Word 03: 1003 was written, 0000 was read back."));
+  EXPECT_THAT(said(), ElementsAre(testing::_,
+                                  "confirm Written: 01. Word 03: AB03 was written, 0000 "
+                                  "was read back. Put the old words back?",
+                                  "message The old words are not all back. Written: 01. "
+                                  "Word 03: 1003 was written, 0000 was read back."));
   EXPECT_EQ(memory[1], (ParameterWord{0x10, 1}));
-  EXPECT_THAT(noted(), testing::IsSupersetOf(
-                           {"03 1003 AB03 failed", "01 AB01 1001 written", "03 0000 1003 failed"}));
+  EXPECT_THAT(noted(),
+              IsSupersetOf({"03 1003 AB03 failed", "01 AB01 1001 written", "03 0000 1003 failed"}));
 
   prompt.answers = false;
   EXPECT_TRUE(undoBlock(access(), prompt, backup, wanted).putBack) << "nobody is left to say";
@@ -113,7 +109,7 @@ TEST_F(BlockWriting, TellsTheTruthWhenThePowerGoesAtAnyPoint) {
   for (int answered = 8; answered < 8 + 3 * 2; ++answered) {
     for (const bool storesLast : {false, true}) {
       SCOPED_TRACE(testing::Message() << answered << " answers, the last stored: " << storesLast);
-      std::filesystem::remove_all(folder.path() / "backup");
+      fs::remove_all(folder.path() / "backup");
       storesWhatItDoesNotAcknowledge = storesLast;
       callsUntilPowerLoss = answered;
       const auto result = writeBlock(access(), prompt, backup, wanted);
@@ -137,21 +133,21 @@ TEST_F(BlockWriting, TellsTheTruthWhenThePowerGoesAtAnyPoint) {
 }
 
 TEST_F(BlockWriting, TellsThatTheJournalIsNotComplete) {
-  std::filesystem::create_directories(folder.path() / "backup" / "journal.txt");
+  fs::create_directories(folder.path() / "backup" / "journal.txt");
   EXPECT_EQ(writeBlock(access(), prompt, backup, wanted).end, WriteEnd::done);
-  EXPECT_THAT(said().back(), testing::StartsWith("message The journal is not complete: "));
+  EXPECT_THAT(said().back(), StartsWith("message The journal is not complete: "));
 }
 
 TEST(ParameterTable, TakesBytesInTheChosenBaseOnly) {
   ParameterTable table;
-  EXPECT_TRUE(table.edit(3, WordByte::low, "a"));
+  EXPECT_EQ(whyNot(table.edit(3, WordByte::low, "a")), "");
   for (const char* text : {"100", "0x1", "G0", "", "-1", " 1"})
-    EXPECT_FALSE(table.edit(3, WordByte::low, text)) << text;
+    EXPECT_NE(whyNot(table.edit(3, WordByte::low, text)), "") << text;
   EXPECT_EQ(table.newText(3, WordByte::low), " 1") << "what is refused stays in sight";
   table.setBase(NumberBase::decimal);
-  EXPECT_TRUE(table.edit(3, WordByte::low, "255"));
+  EXPECT_EQ(whyNot(table.edit(3, WordByte::low, "255")), "");
   for (const char* text : {"256", "A", "0010", "-1"})
-    EXPECT_FALSE(table.edit(3, WordByte::low, text)) << text;
+    EXPECT_NE(whyNot(table.edit(3, WordByte::low, text)), "") << text;
   EXPECT_TRUE(table.isRejected(3, WordByte::low));
 }
 
@@ -160,16 +156,16 @@ TEST(ParameterTable, WritesOnlyWhatChangedAndNothingThatIsEmpty) {
       {{0x10, 0}, {0x10, 1}, {0x10, 2}, {0x10, 3}, {0x10, 4}, {0x10, 5}, {0x10, 6}, {0x10, 7}}};
   ParameterTable table;
   table.take(before);
-  EXPECT_TRUE(table.edit(4, WordByte::high, "AB"));
-  EXPECT_TRUE(table.edit(5, WordByte::high, "10")) << "typed, but the same";
+  EXPECT_EQ(whyNot(table.edit(4, WordByte::high, "AB")), "");
+  EXPECT_EQ(whyNot(table.edit(5, WordByte::high, "10")), "") << "typed, but the same";
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{4, {0xAB, 4}}}));
   EXPECT_EQ(table.compare(before).at(0).here, (ParameterWord{0xAB, 4}));
   table.clear();
   EXPECT_TRUE(table.changes()->empty());
-  EXPECT_EQ(table.block().error(), "Word 00, high byte: expected a value, found nothing");
-  EXPECT_TRUE(table.edit(6, WordByte::high, "10"));
-  EXPECT_EQ(table.changes().error(), "Word 06, low byte: expected a value, found nothing");
-  EXPECT_TRUE(table.edit(6, WordByte::low, "07"));
+  EXPECT_EQ(whyNot(table.block()), "Word 00, high byte: expected a value, found nothing");
+  EXPECT_EQ(whyNot(table.edit(6, WordByte::high, "10")), "");
+  EXPECT_EQ(whyNot(table.changes()), "Word 06, low byte: expected a value, found nothing");
+  EXPECT_EQ(whyNot(table.edit(6, WordByte::low, "07")), "");
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{6, {0x10, 7}}}));
 
   ParameterBlock other = before;
@@ -245,4 +241,4 @@ TEST_F(BlockWriting, OfTheEditorKeepsTheWayBackOfTheFirstDefaults) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <map>
-#include <string>
-
 #include "console/parameters/backup.h"
 #include "console/parameters/parameter_words.h"
 #include "support/text/hex.h"
@@ -30,17 +26,11 @@ class ParameterDesk : public Desk {
   const Backup backup{folder.path(), [] { return Backup::TimePoint{}; }};
 
   /// The writes of the journal.
-  Lines written() const { return matching("^WriteBuffer SP"); }
+  Lines written() const { return matching(journal, "^WriteBuffer SP"); }
   /// What the user was told and asked.
-  Lines said() const { return matching("^(message|confirm|proceed) "); }
+  Lines said() const { return matching(journal, "^(message|confirm|proceed) "); }
 
  private:
-  Lines matching(const char* expression) const {
-    const auto matches = testing::ContainsRegex(expression);
-    Lines lines = journal;
-    std::erase_if(lines, [&](const auto& line) { return !testing::Value(line, matches); });
-    return lines;
-  }
   static std::uint8_t byteAt(const std::string& text, std::size_t place) {
     return static_cast<std::uint8_t>(std::stoi(text.substr(place, 2), nullptr, 16));
   }

@@ -3,15 +3,13 @@
 #include "console/pins/pin_editor.h"
 #include "tests/console/parameters/parameter_controller.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-using test::Lines;
 
 const PinDefinition fourInOrder{SensorType::fourWire, {{0, 0}, {1, 1}, {2, 2}, {3, 3}}};
 const PinDefinition fiveInOrder{SensorType::fiveWire, {{7, 0}, {6, 1}, {5, 2}, {4, 3}, {3, 4}}};
 
-class SensorPins : public test::ParameterDesk {
+class SensorPins : public ParameterDesk {
  protected:
   SensorPins() {
     memory[0x80] = {0, 4};
@@ -86,11 +84,15 @@ TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
   editor.putBack();
   EXPECT_EQ(*readPins(access()), fourInOrder);
 
+  editor.assign(0, {7, 7});
+  editor.update();
+  ASSERT_TRUE(editor.canPutBack());
   session.controllerName = "USB DEVICE 2";
   EXPECT_TRUE(editor.update().text.starts_with("Nothing was written: these are not the pins of"));
   // Blank memory: the first definition is the user's.
   memory[0x80] = {0xFF, 0xFF};
   editor.read();
+  EXPECT_FALSE(editor.canPutBack()) << "the other controller's wiring is none of this one's";
   EXPECT_EQ(said().back(), "message Read Sensor Type Error!!");
   EXPECT_EQ(editor.update().text, "The pin definition is written.");
 }
@@ -131,4 +133,4 @@ TEST_F(SensorPins, GoBackToTheOldMappingWhenAWriteFails) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

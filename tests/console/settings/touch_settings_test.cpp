@@ -3,15 +3,12 @@
 #include "tests/doubles/desk.h"
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-
-using test::Lines;
 using Bar = TimingBars::Bar;
 
-class TouchSettings : public test::Desk {
+class TouchSettings : public Desk {
  protected:
   static const Setting& setting(const char* name) { return *findSetting(name); }
   static Lines timing(int time, int speed, int area) {
@@ -30,7 +27,7 @@ class TouchSettings : public test::Desk {
     action();
     EXPECT_EQ(journal.front(), "OpenController " + session.controllerName);
     const auto closing = std::find(journal.begin(), journal.end(), "CloseController");
-    EXPECT_THAT(Lines(closing + 1, journal.end()), testing::Each(testing::StartsWith("message ")));
+    EXPECT_THAT(Lines(closing + 1, journal.end()), Each(StartsWith("message ")));
     return {journal.begin() + 1, closing};
   }
 };
@@ -81,7 +78,7 @@ TEST_F(TouchSettings, SayWhenTheControllerCannotBeOpened) {
   for (const Setting& each : settingTable()) {
     const auto answer = each.set(access(), prompt, {}, each.lowest);
     EXPECT_THAT(settingOutcome(each, each.lowest, answer),
-                testing::EndsWith(" was asked, the controller cannot be opened"));
+                EndsWith(" was asked, the controller cannot be opened"));
   }
 }
 
@@ -126,7 +123,7 @@ TEST_F(TouchSettings, OfThePanelShowWhatWasSentUntilTheyAreRead) {
 }
 
 TEST(CursorNote, IsTheFilesTextIfThereIsAFile) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   EXPECT_EQ(*cursorNote(folder.path()), "\r\n");
   folder.write("cursoroff.txt", "one\ntwo");
   EXPECT_EQ(*cursorNote(folder.path()), "\r\none\r\ntwo\r\n");
@@ -154,10 +151,11 @@ TEST(TimingBars, ChangeOnlyWhatIsMoved) {
     bars.move(bar, bars.position(bar));
   }
   EXPECT_EQ(bars.timing(), (ClickTiming{1151ms, Deciseconds(200), 255}));
+  EXPECT_EQ(bars.position(Bar::rightClickTime), 12) << "the nearest hundred";
   bars.move(Bar::rightClickTime, 99);
   bars.move(Bar::doubleClickSpeed, 7);
   EXPECT_EQ(bars.timing(), (ClickTiming{1200ms, Deciseconds(7), 255}));
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -1,16 +1,14 @@
 #include "core/discovery/discovery.h"
 
+#include "core/discovery/identity.h"
 #include "core/driver/connection.h"
 #include "core/driver/driver_settings.h"
 #include "tests/doubles/desk.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-using test::Lines;
-using test::replyOf;
-
-class Discovery : public test::Desk {};
+class Discovery : public Desk {};
 
 TEST(ServedNames, HaveALineAndADevice) {
   for (const char* name : {"RS232 DEVICE 1", "USBDEVICE", "XXXDEVICE USB"})
@@ -86,7 +84,7 @@ TEST_F(Discovery, TakesOnlyTheLowByteOfTheCountAndAtMost21Names) {
 TEST_F(Discovery, SurvivesADriverThatLies) {
   script.lies = true;
   script.names = {"USB DEVICE with a name that is too long"};
-  script.replies["UT"] = {test::Bytes(15, 'x')};
+  script.replies["UT"] = {Bytes(15, 'x')};
   EXPECT_EQ(getctrname(access(), prompt).names, (Lines{"USB DEVICE with a na"}));
   Connection connection(access());
   connection.write(commandFrame("UT"));
@@ -106,17 +104,44 @@ TEST_F(Discovery, PutsSettingsThatAreOutOfRangeRight) {
     readset(access(), settings);
     EXPECT_EQ(settings.touchMode, mended ? 2 : mode & 0xFF);
     EXPECT_EQ(settings.rightClickTime.count(), mended ? 1000 : time);
-    std::erase_if(journal, [](const auto& line) { return !line.starts_with("Set"); });
-    EXPECT_EQ(journal, mended ? (Lines{"SetReportMode 1", "SetRightClickTime 1000"}) : Lines{});
+    EXPECT_EQ(matching(journal, "^Set"),
+              mended ? (Lines{"SetReportMode 1", "SetRightClickTime 1000"}) : Lines{});
 
     journal.clear();
     const auto reported = reportedSettings(access());
     EXPECT_EQ(reported->touchMode, mode & 0xFF);
     EXPECT_EQ(reported->rightClickTime.count(), time);
-    EXPECT_THAT(journal, testing::Each(testing::Not(testing::ContainsRegex("^(Set|Reopen)"))))
+    EXPECT_THAT(journal, Each(Not(ContainsRegex("^(Set|Reopen)"))))
         << "whoever only wants to know changes nothing";
   }
 }
 
+TEST_F(Discovery, TheInformationListWakesTheControllerFirstAndShowsOnlyWhatItSaid) {
+  script.replies["OI"] = {replyOf("stale"), replyOf("M0130100")};
+  script.replies["UT"] = {replyOf("QRMV0301")};
+  EXPECT_EQ(controllerInformation(access()),
+            (Lines{"RS232", "- Baudrate : 9600, N, 8, 1", "Output Identity : M0130100",
+                   "Unit Type : QRMV0301"}));
+  EXPECT_EQ(journal, (Lines{"OpenController RS232 DEVICE 1", "WriteBuffer OI", "delay 100",
+                            "FlushReadBuffer", "WriteBuffer OI", "delay 100", "ReadBuffer 10",
+                            "WriteBuffer UT", "delay 100", "ReadBuffer 10", "CloseController"}));
+  session.controllerName = "USB DEVICE 2";
+  script.replies = {{"OI", {replyOf("A\a\xE9\x1B")}}, {"UT", {replyOf("OTHER")}}};
+  EXPECT_EQ(controllerInformation(access()),
+            (Lines{"USB", "- Version : 1.1", "Output Identity : A\xC3\xA9"}));
+}
+
+TEST(ModelNames, ComeFromTheUnitType) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"QMRV1000", "first model"},
+      {"QRMV0301", "model variant 01"},
+      {"QRMV0002", ""},
+      {"OTHER01", ""},
+      {"", ""},
+  };
+  for (const auto& [unitType, name] : cases)
+    EXPECT_EQ(modelName(unitType), name) << unitType;
+}
+
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

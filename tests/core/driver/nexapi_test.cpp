@@ -6,10 +6,8 @@
 #include "core/driver/trace.h"
 #include "tests/doubles/desk.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-using test::Lines;
 
 /// Which operation is missing for `work`; empty when none is.
 std::string lacking(const std::function<void()>& work) {
@@ -23,7 +21,7 @@ std::string lacking(const std::function<void()>& work) {
   return {};
 }
 
-class IncompleteDriver : public test::Desk {
+class IncompleteDriver : public Desk {
  protected:
   IncompleteDriver() : Desk(INCOMPLETE_LIBRARY) {}
 };
@@ -32,7 +30,7 @@ TEST_F(IncompleteDriver, IsUsedAsFarAsItGoes) {
   Trace trace;
   TracingDriver traced(driver(), trace);
   EXPECT_THAT(traced.missing(),
-              testing::ElementsAre("CloseCOMPort", "GetRotation", "SetRotation", "IsPenUp"));
+              ElementsAre("CloseCOMPort", "GetRotation", "SetRotation", "IsPenUp"));
   EXPECT_EQ(lacking([&] {
               Connection connection({session, traced, clock});
               traced.ReopenCOMPort(connection.handle());
@@ -56,4 +54,4 @@ TEST(DriverLibrary, HasAtLeastOneOperation) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -1,7 +1,6 @@
 #include "core/driver/trace.h"
 
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "core/driver/connection.h"
 #include "support/text/text_encoding.h"
@@ -9,13 +8,13 @@
 #include "tests/doubles/small_disk.h"
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
-class Tracing : public test::Desk {
+class Tracing : public Desk {
  protected:
-  test::TemporaryFolder folder;
-  const std::filesystem::path file = folder.path() / "trace.jsonl";
+  TemporaryFolder folder;
+  const fs::path file = folder.path() / "trace.jsonl";
   Trace trace;
 };
 
@@ -23,9 +22,9 @@ TEST_F(Tracing, WritesOneJsonObjectForEachCall) {
   TracingDriver traced(driver(), trace);
   script.names = {"USB \"\xE9\" DEVICE"};
   script.touches = {std::pair{1500, -2}};
-  script.replies["UT"] = {test::replyOf("A")};
+  script.replies["UT"] = {replyOf("A")};
   controllerName(traced, 1);
-  ASSERT_TRUE(trace.start(file));
+  ASSERT_EQ(whyNot(trace.start(file)), "");
   controllerName(traced, 1);
   {
     Connection connection({session, traced, clock}, "USB DEVICE");
@@ -55,36 +54,32 @@ TEST_F(Tracing, WritesOneJsonObjectForEachCall) {
 }
 
 TEST_F(Tracing, SaysWhyItCannotBeginOrOnceThatItEndsOnAFullDisk) {
-  EXPECT_THAT(trace.start(folder.path() / "missing" / "trace.jsonl").error(),
-              testing::HasSubstr("No such file or directory"));
+  const fs::path missing = folder.path() / "missing" / "trace.jsonl";
+  EXPECT_THAT(whyNot(trace.start(missing)), HasSubstr(missing.string() + " cannot be written: "));
   {
-    const test::SmallDisk disk(100);
-    ASSERT_TRUE(trace.start(file));
+    const SmallDisk disk(100);
+    ASSERT_EQ(whyNot(trace.start(file)), "");
     trace.write("\"call\":\"A\"");
     EXPECT_EQ(trace.takeBreak(), std::nullopt);
     trace.write("\"call\":\"" + std::string(100, 'B') + '"');
   }
   EXPECT_FALSE(trace.isOn());
-  EXPECT_THAT(trace.takeBreak(), testing::Optional(testing::HasSubstr(file.string())));
+  EXPECT_THAT(trace.takeBreak(), testing::Optional(HasSubstr(file.string())));
   EXPECT_EQ(trace.takeBreak(), std::nullopt);
-  EXPECT_THAT(folder.read("trace.jsonl"), testing::MatchesRegex("[^\n]+}\n")) << "a whole line";
+  EXPECT_THAT(folder.read("trace.jsonl"), MatchesRegex("[^\n]+}\n")) << "a whole line";
 
   Trace limited(50);
-  ASSERT_TRUE(limited.start(file));
+  ASSERT_EQ(whyNot(limited.start(file)), "");
   for (int i = 0; i < 3; ++i)
     limited.write("\"call\":\"A\"");
-  EXPECT_THAT(limited.takeBreak(), testing::Optional(testing::HasSubstr("limit of 50 bytes")));
+  EXPECT_THAT(limited.takeBreak(), testing::Optional(HasSubstr("limit of 50 bytes")));
   EXPECT_FALSE(limited.isOn());
   EXPECT_THAT(folder.read("trace.jsonl"),
-              testing::MatchesRegex("[^\n]+\n[^\n]+\n[^\n]+,\"end\":\"the limit is reached\"}\n"));
+              MatchesRegex("[^\n]+\n[^\n]+\n[^\n]+,\"end\":\"the limit is reached\"}\n"));
 }
 
 TEST(Escaping, LeavesNothingInATextThatIsObeyed) {
-  const struct {
-    const char* text;
-    const char* printed;
-    const char* json;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"plain \u00e9\U0001F600", "plain \u00e9\U0001F600", "\"plain \u00e9\U0001F600\""},
       {"\x1B[2J\x7F", "\\x1B[2J\\x7F", "\"\\u001B[2J\\u007F\""},
       {"\u009B\u00A0", "\\x9B\u00A0", "\"\\u009B\u00A0\""},
@@ -101,4 +96,4 @@ TEST(Escaping, LeavesNothingInATextThatIsObeyed) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

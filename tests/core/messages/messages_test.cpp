@@ -1,12 +1,9 @@
 #include "core/messages/messages.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include "support/text/text_encoding.h"
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 std::string numberedLines(int count, const char* end) {
@@ -22,7 +19,7 @@ class Messages : public testing::Test {
     folder.write("errmsg.txt", content);
     return loadMessages(folder.path());
   }
-  test::TemporaryFolder folder;
+  TemporaryFolder folder;
 };
 
 TEST_F(Messages, OfTheFileReplaceTheWholeTable) {
@@ -61,23 +58,18 @@ TEST_F(Messages, OfADamagedFileAreRefused) {
   };
   const auto file = folder.path() / "errmsg.txt";
   for (const auto& [content, complaint] : cases) {
-    const auto table = load(content);
-    ASSERT_FALSE(table);
-    EXPECT_EQ(table.error().describe(), file.string() + complaint);
+    EXPECT_EQ(whyNot(load(content)), file.string() + complaint);
   }
-  std::filesystem::remove(file);
-  std::filesystem::create_symlink("nowhere", file);
+  fs::remove(file);
+  fs::create_symlink("nowhere", file);
   EXPECT_FALSE(loadMessages(folder.path())) << "a link that leads nowhere";
 
   const auto loop = folder.path() / "loop";
-  std::filesystem::create_directory_symlink("loop", loop);
+  fs::create_directory_symlink("loop", loop);
   folder.write("file", "");
   for (const auto& none : {loop, folder.path() / "none", folder.path() / "file"}) {
-    const auto table = loadMessages(none);
-    ASSERT_FALSE(table) << none;
-    EXPECT_THAT(
-        table.error().describe(),
-        testing::StartsWith(none.string() + ": expected a working folder that can be read, "));
+    EXPECT_THAT(whyNot(loadMessages(none)),
+                StartsWith(none.string() + ": expected a working folder that can be read, "));
   }
 }
 
@@ -91,4 +83,4 @@ TEST(TextEncoding, KnowsValidUtf8) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

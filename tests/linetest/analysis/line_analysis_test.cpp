@@ -1,13 +1,10 @@
 #include "linetest/analysis/line_analysis.h"
 
-#include <gtest/gtest.h>
-
 #include "linetest/analysis/results_table.h"
+#include "tests/doubles/test.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 constexpr int none = -1;
 
@@ -15,13 +12,7 @@ TEST(LineMatcher, MatchesAStartToItsLine) {
   // Round numbers: bands of 100 and 50 twips.
   const GuideLines guides({10240, 5120});
   const LineMatcher matcher(guides, {100, 50});
-  const struct {
-    const char* what;
-    int x;
-    int y;
-    int index;
-    int widthAfter;
-  } cases[] = {
+  const std::tuple<const char*, int, int, int, int> cases[] = {
       {"first vertical line, at the top edge, just within its band", 419, 20, 0, 2},
       {"its band's right edge is outside", 420, 20, none, 1},
       {"its band's left edge is outside", 220, 20, none, 1},
@@ -32,10 +23,10 @@ TEST(LineMatcher, MatchesAStartToItsLine) {
       {"its band's edge is outside", 20, 210, none, 1},
       {"both match: the horizontal line wins", 320, 160, 5, 2},
   };
-  for (const auto& c : cases) {
-    const Matching matching = matcher.postest(c.x, c.y, 2);
-    EXPECT_EQ(matching.line ? matching.line->index : none, c.index) << c.what;
-    EXPECT_EQ(matching.drawWidth, c.widthAfter) << c.what;
+  for (const auto& [what, x, y, index, widthAfter] : cases) {
+    const Matching matching = matcher.postest(x, y, 2);
+    EXPECT_EQ(matching.line ? matching.line->index : none, index) << what;
+    EXPECT_EQ(matching.drawWidth, widthAfter) << what;
   }
 }
 
@@ -80,4 +71,4 @@ TEST(ResultsTable, ShowsAndColoursTheMeasuredLines) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -7,8 +7,6 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 constexpr QRgb paper = 0xFFB4B4B4;
 constexpr QRgb black = 0xFF000000;
 constexpr QRgb white = 0xFFFFFFFF;
@@ -89,6 +87,9 @@ TEST_F(DrawWindow, TheResultsListCoversNothingThatIsNeededForTheNextLine) {
     draw(canvas, {QPointF(from.x, from.y).toPoint(), QPointF(to.x - 2, to.y - 2).toPoint()});
     ASSERT_TRUE(list->isVisible());
     EXPECT_GE(list->height(), 4 * list->fontMetrics().height()) << line << ": the figures";
+    const auto [start, end] = guides.whole(line + 1);
+    const QRect next(QPointF(start.x, start.y).toPoint(), QPointF(end.x, end.y).toPoint());
+    EXPECT_FALSE(find<QWidget>("nextLine")->geometry().intersects(next)) << "the caption, " << line;
     for (const char* const name : {"nextLine", "cmdMenu", "cmdEscape", "tools"}) {
       const QRect needed = find<QWidget>(name)->geometry();
       EXPECT_FALSE(list->geometry().intersects(needed)) << name << " after line " << line;
@@ -130,7 +131,7 @@ TEST_F(DrawWindow, SavesViewsAndTakesBack) {
   EXPECT_EQ(colourAt({200, 300}), paper);
   answerFileDialog("run1");
   press(Qt::Key_S);
-  EXPECT_THAT(folder.read("run1.fdw"), testing::StartsWith("Line #000\r\n 12 \r\n"));
+  EXPECT_THAT(folder.read("run1.fdw"), StartsWith("Line #000\r\n 12 \r\n"));
   press(Qt::Key_Escape);
   EXPECT_EQ(colourAt({200, 200}), paper);
   answerFileDialog("run1.fdw");
@@ -199,7 +200,7 @@ TEST_F(DrawWindow, OnlyTheProgramsEndHasTheNextRunOfferTheStrokes) {
     live(0ms);
     EXPECT_EQ(left, 1) << byTheUser;
     EXPECT_TRUE(window.isNull()) << byTheUser;
-    EXPECT_TRUE(std::filesystem::exists(files.pathOf(0))) << byTheUser;
+    EXPECT_TRUE(fs::exists(files.pathOf(0))) << byTheUser;
     switches.strokes = 0;  // another run
     journal.clear();
     open();

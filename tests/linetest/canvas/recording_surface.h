@@ -1,12 +1,8 @@
 #pragma once
 
-#include <algorithm>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "drawing/surface.h"
 #include "support/text/number_layout.h"
+#include "tests/doubles/test.h"
 
 namespace touch::test {
 

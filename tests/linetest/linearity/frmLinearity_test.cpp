@@ -6,10 +6,6 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-using testing::HasSubstr;
-using testing::StartsWith;
-
 class LinearityWindow : public DrawingDesk {
  protected:
   LinearityWindow() { linearity.panelSize = {200, 120}; }
@@ -89,7 +85,7 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
       click(button);
     }
     EXPECT_THAT(journal.back(), HasSubstr(file + std::string(": expected a place that can be ")));
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / file));
+    EXPECT_FALSE(fs::exists(folder.path() / file));
     answerFileDialog(file);
     click(button);
     EXPECT_THAT(folder.read(file), StartsWith(beginning));
@@ -106,12 +102,12 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   EXPECT_EQ(count("confirm"), 0);
   prompt.answers = false;
   click("cmdMeasureAnew");
-  EXPECT_TRUE(std::filesystem::exists(folder.path() / "Tvm-h9.txt"));
+  EXPECT_TRUE(fs::exists(folder.path() / "Tvm-h9.txt"));
   prompt.answers = true;
   click("cmdMeasureAnew");
   EXPECT_EQ(count("confirm Measure all lines anew?"), 2);
   EXPECT_EQ(text("lineTitle"), "V-1   0 of 18 measured");
-  EXPECT_FALSE(std::filesystem::exists(folder.path() / "Tvm-h9.txt"));
+  EXPECT_FALSE(fs::exists(folder.path() / "Tvm-h9.txt"));
   EXPECT_THAT(folder.read("Tvm-h9.txt.old"), StartsWith("H-9"));
 }
 
@@ -181,8 +177,7 @@ TEST_F(LinearityWindow, TellsOfDamagedResultsAndPutsRefusedOnesAside) {
   prompt.answerYes = false;
   journal.clear();
   open();
-  EXPECT_THAT(journal,
-              testing::ElementsAre(HasSubstr("Tvm-v2.txt, line 1: expected the line's "),
+  EXPECT_THAT(journal, ElementsAre(HasSubstr("Tvm-v2.txt, line 1: expected the line's "),
                                    StartsWith("confirm 1 of 18 lines have been measured")));
   EXPECT_THAT(text("lineTitle"), StartsWith("V-1   0 of 18"));
   EXPECT_THAT(folder.read("Tvm-v1.txt.old"), StartsWith("V-1"));
@@ -190,7 +185,7 @@ TEST_F(LinearityWindow, TellsOfDamagedResultsAndPutsRefusedOnesAside) {
   EXPECT_EQ(count("confirm"), 1) << "what was refused is not offered again";
 
   measureFirst();
-  prompt.onMessage = [this] { std::filesystem::remove(folder.path() / "Tvm-v1.txt"); };
+  prompt.onMessage = [this] { fs::remove(folder.path() / "Tvm-v1.txt"); };
   open();
   EXPECT_THAT(journal.back(), HasSubstr("Tvm-v1.txt: expected a file that can be renamed"));
 }

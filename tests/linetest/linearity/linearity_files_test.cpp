@@ -1,8 +1,5 @@
 #include "linetest/linearity/linearity_files.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <regex>
 
 #include "linetest/files/drawing_file.h"
@@ -10,7 +7,7 @@
 #include "tests/doubles/comma_locale.h"
 #include "tests/doubles/temporary_folder.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
@@ -33,12 +30,12 @@ const char* const wholeFile =
     "-0.25          0.5          -1             0.7905694 \r\n";
 
 TEST(ResultFile, HasItsRecordsInOrderAndIsReadAgain) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const LineResult result = resultOf({{3050, 500}, {2900, 9000.5F}});
-  ASSERT_TRUE(writeResult(folder.path(), secondLine, result, panel));
+  ASSERT_EQ(whyNot(writeResult(folder.path(), secondLine, result, panel)), "");
   EXPECT_EQ(folder.read("Tvm-v2.txt"), wholeFile);
   const auto read = readResult(folder.path(), secondLine);
-  ASSERT_TRUE(read) << read.error().describe();
+  ASSERT_EQ(whyNot(read), "");
   EXPECT_EQ(read->result.samples, result.samples);
   EXPECT_EQ(resultText(read->result, read->panel), wholeFile);
 }
@@ -55,26 +52,24 @@ TEST(ResultFile, SaysWhereItIsDamaged) {
   for (const auto& [old, replacement, error] : cases) {
     std::string damaged = wholeFile;
     damaged.replace(damaged.find(old), std::string_view(old).size(), replacement);
-    const auto read = parseResult(damaged, secondLine, "f");
-    ASSERT_FALSE(read) << error;
-    EXPECT_EQ(read.error().describe(), std::string("f, line ") + error);
+    EXPECT_EQ(whyNot(parseResult(damaged, secondLine, "f")), std::string("f, line ") + error);
   }
 }
 
 TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   LinearityProcedure procedure(panel);
-  const auto drawAndKeepIn = [&procedure](const std::filesystem::path& where) {
+  const auto drawAndKeepIn = [&procedure](const fs::path& where) {
     procedure.penDown({2969, 0});
     for (float along = 1200; along < 10000; along += 1200)
       procedure.penMove({2969, along});
     procedure.penUp();
     return keepAndGoOn(where, procedure);
   };
-  EXPECT_TRUE(keepAndGoOn(folder.path(), procedure)) << "passes over V-1";
-  EXPECT_TRUE(drawAndKeepIn(folder.path()));
+  EXPECT_EQ(whyNot(keepAndGoOn(folder.path(), procedure)), "") << "passes over V-1";
+  EXPECT_EQ(whyNot(drawAndKeepIn(folder.path())), "");
   procedure.goTo(secondLine);
-  EXPECT_FALSE(drawAndKeepIn(folder.path() / "none")) << "nowhere to write";
+  EXPECT_NE(whyNot(drawAndKeepIn(folder.path() / "none")), "") << "nowhere to write";
   EXPECT_TRUE(procedure.result(secondLine));
 
   const char* const torn = "V-2\r\n torn";
@@ -93,21 +88,21 @@ TEST(ResultFiles, AreWrittenLineByLineAndTakenUpAgain) {
   folder.write("Tvm-v2.txt.old", "older");
   for (const char* const what : {"what is not measured here is kept", "what is, is replaced"}) {
     procedure.goTo(secondLine);
-    EXPECT_TRUE(drawAndKeepIn(folder.path())) << what;
+    EXPECT_EQ(whyNot(drawAndKeepIn(folder.path())), "") << what;
     EXPECT_EQ(taken(panel).lines(), std::vector{secondLine}) << what;
     EXPECT_EQ(folder.read("Tvm-v2.txt.old"), "older") << what;
     EXPECT_EQ(folder.read("Tvm-v2.txt.old2"), torn) << what;
     EXPECT_EQ(folder.read("Tvm-v2.txt.old3"), "") << what;
   }
   const TestLine both[] = {{Orientation::horizontal, 1}, secondLine};
-  EXPECT_TRUE(setAside(folder.path(), both));
+  EXPECT_EQ(whyNot(setAside(folder.path(), both)), "");
   EXPECT_EQ(folder.read("Tvm-h1.txt.old3"), torn) << "with the number of all";
   EXPECT_TRUE(taken(panel).lines().empty() && taken(panel).damaged.empty());
-  EXPECT_EQ(setAside(folder.path(), both).error().expected, "a file that can be renamed");
+  EXPECT_THAT(whyNot(setAside(folder.path(), both)), HasSubstr("a file that can be renamed"));
 }
 
 TEST(LinearityCsv, HasARecordForEachLineWhateverTheLanguage) {
-  const test::CommaLocale locale;
+  const CommaLocale locale;
   const LineResult results[] = {resultOf({{3050, 500}, {3050, 1000}})};
   EXPECT_EQ(csvText(results, panel, {0.4, 2}),
             "line,samples,average,maximum,minimum,rms,absolute maximum,centre absolute maximum,"
@@ -118,12 +113,12 @@ TEST(LinearityCsv, HasARecordForEachLineWhateverTheLanguage) {
 }
 
 TEST(MeasuredDrawing, TakesEachStrokeToItsNearestGuide) {
-  const test::TemporaryFolder folder;
+  const TemporaryFolder folder;
   // Guide lines at 625, 5312.5, 10000, … and 312.5, 2656.25, 5000, …
   const Stroke strokes[] = {{12, 1, {{5412.5F, 0}, {5412.5F, 5000}, {5412.5F, 9000}}},
                             {12, 1, {{0, 4950}, {20000, 4950}}}};
   const auto path = folder.path() / "a.fdw";
-  ASSERT_TRUE(writeDrawing(path, strokes));
+  ASSERT_EQ(whyNot(writeDrawing(path, strokes)), "");
   const auto results = measureDrawing(path, panel);
   ASSERT_TRUE(results && results->size() == 2);
   EXPECT_EQ(results->at(0).label, "V-2");
@@ -149,7 +144,7 @@ TEST(LinearityPage, ShowsEveryLineAndStaysOnThePage) {
     const std::string page = linearitySvg(results, shape, {0.5, 0.5});
     for (const LineResult& result : results) {
       const char* const verdict = result.label.ends_with('5') ? "  FAIL<" : "  pass<";
-      EXPECT_THAT(page, testing::HasSubstr('>' + result.label + verdict));
+      EXPECT_THAT(page, HasSubstr('>' + result.label + verdict));
     }
     int shown = 0;
     for (std::sregex_iterator place(page.begin(), page.end(), places), end; place != end; ++place) {
@@ -161,9 +156,9 @@ TEST(LinearityPage, ShowsEveryLineAndStaysOnThePage) {
     EXPECT_GT(shown, 18 * 50);
   }
   const std::string empty = linearitySvg({}, panel, {});
-  EXPECT_THAT(empty, testing::StartsWith("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""));
-  EXPECT_THAT(empty, testing::EndsWith("</text>\n</svg>\n"));
+  EXPECT_THAT(empty, StartsWith("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\""));
+  EXPECT_THAT(empty, EndsWith("</text>\n</svg>\n"));
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

@@ -1,20 +1,11 @@
 #include "linetest/linearity/linearity.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <array>
-#include <cmath>
-
 #include "linetest/linearity/linearity_guide.h"
 #include "linetest/linearity/linearity_procedure.h"
 #include "tests/linetest/canvas/recording_surface.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-using testing::Contains;
-using testing::IsSupersetOf;
 
 // 200 x 100 mm; 10 twips are 0.1 mm either way.
 constexpr MeasuredPanel finePanel{{20000, 10000}, 200, 100};
@@ -85,11 +76,7 @@ TEST(LineFigures, JudgeTheEdgeApart) {
     return trace(
         vertical, [by](float t) { return t < 0.035F || t > 0.965F ? by : 80.0F; }, 1001);
   };
-  const struct {
-    float bend;
-    LinearityLimits limits;
-    std::pair<bool, bool> passed;  ///< the centre, the edge
-  } cases[] = {
+  const std::tuple<float, LinearityLimits, std::pair<bool, bool>> cases[] = {
       {200, {}, {true, true}},
       {201, {}, {true, false}},
       {0, {0.8, 2}, {true, true}},
@@ -97,10 +84,10 @@ TEST(LineFigures, JudgeTheEdgeApart) {
       {190, {0.4, 0.95, LimitUnit::percent}, {true, true}},
       {190, {0.39, 0.94, LimitUnit::percent}, {false, false}},
   };
-  for (const auto& c : cases) {
-    const LineFigures figures = measureLine(vertical, bentAtTheEnds(c.bend), finePanel);
-    const LineVerdict verdict = judge(figures, c.limits, finePanel, Orientation::vertical);
-    EXPECT_EQ(std::pair(verdict.centre, verdict.edge), c.passed) << c.bend;
+  for (const auto& [bend, limits, passed] : cases) {
+    const LineFigures figures = measureLine(vertical, bentAtTheEnds(bend), finePanel);
+    const LineVerdict verdict = judge(figures, limits, finePanel, Orientation::vertical);
+    EXPECT_EQ(std::pair(verdict.centre, verdict.edge), passed) << bend;
   }
   EXPECT_EQ(limitMm(1, LimitUnit::percent, finePanel, Orientation::horizontal), 1);
 }
@@ -148,7 +135,7 @@ TEST_F(Testing, GoesThroughEighteenLinesOnceMoreForThosePassedOver) {
 }
 
 TEST_F(Testing, ShowsTheLineToDrawAndWhatIsDrawn) {
-  test::RecordingSurface surface;
+  RecordingSurface surface;
   const auto shown = [&] {
     drawLinearityGuide(surface, procedure);
     return surface.take();
@@ -159,30 +146,26 @@ TEST_F(Testing, ShowsTheLineToDrawAndWhatIsDrawn) {
   procedure.next();
   EXPECT_THAT(shown(), IsSupersetOf({"point 625,5000 #2 1", "line 2968.75,0 2968.75,10000 #15 2"}));
   procedure.goTo({Orientation::horizontal, 1});
-  EXPECT_THAT(shown(), testing::AllOf(Contains("line 0,312.5 20000,312.5 #15 2"),
-                                      testing::Not(Contains("point 625,5000 #2 1"))))
+  EXPECT_THAT(shown(), AllOf(Contains("line 0,312.5 20000,312.5 #15 2"),
+                             Not(Contains("point 625,5000 #2 1"))))
       << "the other direction is out of the way";
 }
 
 TEST_F(Testing, RefusesStrokesThatMeasureNothing) {
   // The nine vertical lines are 2343.75 twips apart; half of that belongs to the neighbour.
-  const struct {
-    const char* what;
-    std::vector<TwipsPoint> points;
-    StrokeVerdict verdict;
-    std::optional<std::size_t> message;
-  } cases[] = {
-      {"a touch", {{625, 0}, {625, 1}, {625, 2}}, StrokeVerdict::tooFewSamples, {}},
-      {"near enough", {{625, 0}, {625, 1}, {625, 2}, {1796, 3}}, StrokeVerdict::usable, {}},
-      {"too far", {{625, 0}, {625, 1}, {625, 2}, {1798, 3}}, StrokeVerdict::outsideLimit, 22},
-      {"full", std::vector<TwipsPoint>(3001, {625, 5}), StrokeVerdict::usable, {}},
-      {"too long", std::vector<TwipsPoint>(3002, {625, 5}), StrokeVerdict::tooManyPoints, 24},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    EXPECT_EQ(draw(c.points), c.verdict);
-    EXPECT_EQ(messageOf(c.verdict), c.message);
-    EXPECT_EQ(procedure.drawn().has_value(), c.verdict == StrokeVerdict::usable);
+  const std::tuple<const char*, std::vector<TwipsPoint>, StrokeVerdict, std::optional<std::size_t>>
+      cases[] = {
+          {"a touch", {{625, 0}, {625, 1}, {625, 2}}, StrokeVerdict::tooFewSamples, {}},
+          {"near enough", {{625, 0}, {625, 1}, {625, 2}, {1796, 3}}, StrokeVerdict::usable, {}},
+          {"too far", {{625, 0}, {625, 1}, {625, 2}, {1798, 3}}, StrokeVerdict::outsideLimit, 22},
+          {"full", std::vector<TwipsPoint>(3001, {625, 5}), StrokeVerdict::usable, {}},
+          {"too long", std::vector<TwipsPoint>(3002, {625, 5}), StrokeVerdict::tooManyPoints, 24},
+      };
+  for (const auto& [what, points, verdict, message] : cases) {
+    SCOPED_TRACE(what);
+    EXPECT_EQ(draw(points), verdict);
+    EXPECT_EQ(messageOf(verdict), message);
+    EXPECT_EQ(procedure.drawn().has_value(), verdict == StrokeVerdict::usable);
     procedure.repeat();
   }
 }
@@ -196,4 +179,4 @@ TEST_F(Testing, TakesALineInPieces) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

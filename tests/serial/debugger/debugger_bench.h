@@ -1,28 +1,14 @@
 #pragma once
 
-#include <deque>
-#include <memory>
-#include <set>
-#include <utility>
-
-#include "core/serial_port.h"
 #include "serial/commands/debugger_exchange.h"
 #include "serial/debugger/console_log.h"
 #include "serial/debugger/debugger_port.h"
 #include "serial/receiving/receiving_port.h"
 #include "serial/recording/recording_ports.h"
 #include "tests/doubles/desk.h"
+#include "tests/doubles/fake_port.h"
 
 namespace touch::test {
-
-template <typename T>
-std::vector<T> operator+(std::vector<T> first, const std::vector<T>& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
-inline Bytes times(std::size_t count, const Bytes& bytes) {
-  return count == 0 ? Bytes() : bytes + times(count - 1, bytes);
-}
 
 /// What a controller sends, and when.
 using Incoming = std::vector<std::pair<std::chrono::milliseconds, Bytes>>;
@@ -41,65 +27,9 @@ class KeptTransfers final : public TransferSource {
   std::size_t next_ = 0;
 };
 
-/// A serial port that writes what is done with it to the journal.
-class ScriptedPort final : public SerialPort {
- public:
-  explicit ScriptedPort(Lines& journal) : journal_(journal) {}
-
-  std::set<int> pluggedIn = {1};
-  Bytes received;
-  Bytes unread;            ///< written, and not looked at by the far end
-  std::string impossible;  ///< settings that it does not take
-  bool blocked = false;    ///< the line takes no bytes
-  std::size_t damaged = 0;
-
-  Result<void, std::string> setSettings(std::string_view settings) override {
-    journal_.push_back("settings " + std::string(settings));
-    if (settings == impossible) return tl::unexpected(impossible + " is refused");
-    return {};
-  }
-  void selectPort(int number) override { selected_ = number; }
-  Result<void, std::string> open() override {
-    if (isOpen_) return {};
-    if (!pluggedIn.contains(selected_))
-      return tl::unexpected(std::string("there is no such device"));
-    journal_.push_back("open " + std::to_string(selected_));
-    isOpen_ = true;
-    return {};
-  }
-  void close() override {
-    if (std::exchange(isOpen_, false)) journal_.push_back("close");
-  }
-  bool isOpen() const override { return isOpen_; }
-  std::optional<std::string> lost() const override { return std::nullopt; }
-  std::size_t inBufferCount() override { return received.size(); }
-  void clearInput() override {
-    journal_.push_back("clear input");
-    received.clear();
-  }
-  void clearOutput() override { journal_.push_back("clear output"); }
-  bool write(std::span<const std::uint8_t> bytes) override {
-    if (!isOpen_ || blocked) return false;
-    unread.insert(unread.end(), bytes.begin(), bytes.end());
-    return true;
-  }
-  std::size_t takeDamaged() override { return std::exchange(damaged, 0); }
-  Bytes readAll() override { return std::exchange(received, {}); }
-
- private:
-  Lines& journal_;
-  int selected_ = DebuggerPort::startPort;
-  bool isOpen_ = false;
-};
-
-/// A debugger on a scripted port. While it waits, the far end writes what it has received to the
-/// journal, and gives the next answer.
+/// A debugger on a port that is not there.
 class DebuggerBench : public Desk {
  protected:
-  DebuggerBench() {
-    clock.onAdvance = [this](auto) { answer(); };
-  }
-
   void TearDown() override {
     port.giveBack();
     Desk::TearDown();
@@ -117,14 +47,13 @@ class DebuggerBench : public Desk {
   }
 
   std::unique_ptr<ReplayPort> replay;
-  std::deque<Bytes> answers;
-  Lines wire;  ///< what the far end received, one wait a line
-
-  ScriptedPort serial{journal};
+  FakePort serial{journal};
   ConsoleLog log{clock};
   DebuggerPort port{access(), prompt, serial, log};
   DebuggerExchange exchange{access(), prompt, port, log};
 
+  /// What the far end received.
+  Lines sent() const { return matching(journal, "^[0-9A-F]{2}( |$)"); }
   /// What stands in the console.
   Lines console() const {
     Lines shown;
@@ -133,17 +62,6 @@ class DebuggerBench : public Desk {
                                          : (line.kind == ConsoleLineKind::sent ? "> " : "< ") +
                                                hexText(line.bytes));
     return shown;
-  }
-
- private:
-  void answer() {
-    if (!serial.unread.empty()) {
-      wire.push_back(hexText(std::exchange(serial.unread, {})));
-      journal.push_back(wire.back());
-    }
-    if (!serial.isOpen() || answers.empty()) return;
-    serial.received = serial.received + answers.front();
-    answers.pop_front();
   }
 };
 

@@ -1,9 +1,5 @@
 #include "serial/debugger/debugger_port.h"
 
-#include <functional>
-#include <tuple>
-
-#include "tests/doubles/error_of.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/serial/debugger/debugger_bench.h"
 
@@ -18,12 +14,12 @@ TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnceWhateverBeca
   const Lines set = {"settings 9600,n,8,1"};
   const std::tuple<const char*, std::function<void()>, Lines> cases[] = {
       {"open", [] {}, set + Lines{"open 1", "close"}},
-      {"refused", [&] { serial.pluggedIn = {}; }, set},
+      {"refused", [&] { serial.present = {}; }, set},
       {"refused, then there",
        [&] {
-         serial.pluggedIn = {};
+         serial.present = {};
          port.take();
-         serial.pluggedIn = {1};
+         serial.present = {1};
        },
        set + set + Lines{"open 1", "close"}},
       {"closed before", [&] { clock.after(std::chrono::seconds(1), [&] { serial.close(); }); },
@@ -31,11 +27,10 @@ TEST_F(DebuggerPortTest, TakesThePortFromTheDriverAndGivesItBackOnceWhateverBeca
   };
   for (const auto& [what, arrange, between] : cases) {
     SCOPED_TRACE(what);
-    serial.pluggedIn = {1};
+    serial.present = {1};
     journal.clear();
     arrange();
-    EXPECT_EQ(test::errorOf(port.take()),
-              serial.pluggedIn.empty() ? std::optional("there is no such device") : std::nullopt);
+    EXPECT_EQ(whyNot(port.take()), serial.present.empty() ? "there is no COM1" : "");
     EXPECT_FALSE(script.openHandles.empty()) << "the driver takes its port back by the same handle";
     if (what == std::string("closed before")) clock.delay(std::chrono::seconds(2));
     port.giveBack();
@@ -56,10 +51,10 @@ TEST_F(DebuggerPortTest, ClosesItsControllerAlsoWhenTheDriverFailsAsItIsDestroye
 }
 
 TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
-  serial.pluggedIn = {};
+  serial.present = {};
   script.results["CloseCOMPort"] = 0;
   const std::string kept = "The driver has not let go of the port of RS232 DEVICE 1.";
-  EXPECT_EQ(test::errorOf(port.take()), kept + " there is no such device");
+  EXPECT_EQ(whyNot(port.take()), kept + " there is no COM1");
   EXPECT_EQ(port.driverText(), kept);
   script.results["CloseCOMPort"] = 1;
   port.take();
@@ -70,14 +65,13 @@ TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
   port.giveBack();
   session.controllerName.clear();
   script.results["CloseCOMPort"] = 0;
-  EXPECT_EQ(test::errorOf(port.take()), "there is no such device")
-      << "without a controller nobody has a port";
+  EXPECT_EQ(whyNot(port.take()), "there is no COM1") << "without a controller nobody has a port";
   EXPECT_EQ(port.driverText(), "") << "and nobody let go of one";
   EXPECT_EQ(port.letGoResult(), 0);
 }
 
 TEST_F(DebuggerPortTest, SelectcomOpensWhateverIsThereUpToCom16) {
-  serial.pluggedIn = {1, 3, 16, 17};
+  serial.present = {1, 3, 16, 17};
   port.selectcom();
   EXPECT_EQ(journal, (Lines{"open 1", "close", "open 3", "close", "open 16"}));
 }
@@ -97,8 +91,8 @@ TEST_F(DebuggerPortTest, ComporttestFindsAControllerOnCom1OrCom2Only) {
   };
   for (const auto& [what, onPort, firstAnswer, answer, found] : cases) {
     SCOPED_TRACE(what);
-    serial.pluggedIn = {onPort};
-    answers = {firstAnswer, answer};
+    serial.present = {onPort};
+    serial.answers = {firstAnswer, answer};
     journal.clear();
     EXPECT_EQ(port.comporttest(), found);
     EXPECT_EQ(port.foundPort(), found);
@@ -110,14 +104,14 @@ TEST_F(DebuggerPortTest, ComporttestFindsAControllerOnCom1OrCom2Only) {
 }
 
 TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwiceAndShowsWhatPassed) {
-  serial.pluggedIn = {2};
+  serial.present = {2};
   port.take();
   journal.clear();
-  answers = {{}, {}, {}, bytesOf("x")};
-  serial.pluggedIn = {1, 2};
+  serial.answers = {{}, {}, {}, bytesOf("x")};
+  serial.present = {1, 2};
   EXPECT_EQ(port.comporttest(), std::nullopt);
-  const Lines asked = {"clear output", "clear input", "delay 30", "01 5A 0D", "clear output",
-                       "clear input",  "delay 100",   "01 5A 0D", "close"};
+  const Lines asked = {"clear output", "clear input", "01 5A 0D",  "delay 30", "clear output",
+                       "clear input",  "01 5A 0D",    "delay 100", "close"};
   EXPECT_EQ(journal, Lines{"settings 9600,n,8,1"} + Lines{"open 1"} + asked + Lines{"open 2"} +
                          asked + Lines{"message Device Can't found!!"});
   const Lines sent = {"> 01 5A 0D", "> 01 5A 0D"};
@@ -127,24 +121,24 @@ TEST_F(DebuggerPortTest, ComporttestAsksEachPortTwiceAndShowsWhatPassed) {
 
 TEST_F(DebuggerPortTest, ConvertsAControllerAtTwoStopBitsAndReturnsToOne) {
   port.take();
-  answers = {bytesOf("any")};
+  serial.answers = {bytesOf("any")};
   journal.clear();
   EXPECT_TRUE(port.N72toN81());
-  EXPECT_EQ(journal, (Lines{"settings 9600,n,7,2", "clear output", "clear input", "delay 100",
-                            "01 50 4E 38 31 0D", "settings 9600,n,8,1"}));
+  EXPECT_EQ(journal, (Lines{"settings 9600,n,7,2", "clear output", "clear input",
+                            "01 50 4E 38 31 0D", "delay 100", "settings 9600,n,8,1"}));
   EXPECT_EQ(serial.inBufferCount(), 0u) << "the answer is thrown away";
   EXPECT_EQ(console(), (Lines{"9600,n,7,2", "> 01 50 4E 38 31 0D", "9600,n,8,1", "< 61 6E 79"}));
-  wire.clear();
+  journal.clear();
   for (const bool blocked : {false, true}) {
     serial.impossible = blocked ? "" : "9600,n,7,2";
     serial.blocked = blocked;
     log.clear();
     EXPECT_FALSE(port.N72toN81());
-    EXPECT_THAT(journal.back(), testing::StartsWith(blocked ? "message The command was not sent: "
-                                                            : "message 9600,n,7,2 is refused"));
-    EXPECT_THAT(console(), testing::Not(testing::Contains(testing::StartsWith(">"))));
+    EXPECT_THAT(journal.back(), StartsWith(blocked ? "message The command was not sent: "
+                                                   : "message 9600,n,7,2 is refused"));
+    EXPECT_THAT(console(), Not(Contains(StartsWith(">"))));
   }
-  EXPECT_EQ(wire, Lines{}) << "nothing is sent at other settings";
+  EXPECT_EQ(sent(), Lines{}) << "nothing is sent at other settings";
   EXPECT_TRUE(serial.isOpen());
 }
 

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <deque>
-#include <optional>
-#include <utility>
-
 #include "serial/debugger/frmRSDebug.h"
 #include "tests/ports/pseudo_terminal.h"
 #include "tests/ui/window_desk.h"

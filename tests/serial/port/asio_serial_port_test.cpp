@@ -1,30 +1,23 @@
 #include "serial/port/asio_serial_port.h"
 
-#include <gtest/gtest.h>
 #include <sys/file.h>
 
-#include <functional>
 #include <numeric>
-#include <tuple>
 
 #include "serial/receiving/damage_marks.h"
-#include "tests/doubles/error_of.h"
 #include "tests/ports/pseudo_terminal.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
-
-using Bytes = std::vector<std::uint8_t>;
-using namespace std::chrono_literals;
 
 class OpenPort : public testing::Test {
  protected:
   OpenPort() {
     port.selectPort(3);
-    EXPECT_TRUE(port.open());
+    EXPECT_EQ(whyNot(port.open()), "");
   }
 
-  test::PseudoTerminal terminal;
+  PseudoTerminal terminal;
   AsioSerialPort port{terminal.asPort(3), 20ms};
   const Bytes frame{0x01, 'U', 'T', 0x0D};
 };
@@ -45,7 +38,7 @@ TEST_F(OpenPort, PassesEveryByteUnchangedBothWaysAndClearsItsInputAlsoWhenOpened
   EXPECT_EQ(port.inBufferCount(), 0u);
   port.close();
   terminal.send(frame);
-  ASSERT_TRUE(port.open());
+  ASSERT_EQ(whyNot(port.open()), "");
   EXPECT_EQ(port.readAll(), Bytes()) << "what came while closed";
 }
 
@@ -58,15 +51,15 @@ TEST_F(OpenPort, TakesNewSettingsAtOnceAndKeepsThemWhenReopened) {
            marks == (INPCK | PARMRK);
   };
   // A pseudo-terminal has no 7 data bits; that it takes the settings all the same is what matters.
-  ASSERT_TRUE(port.setSettings("19200,n,7,2"));
+  ASSERT_EQ(whyNot(port.setSettings("19200,n,7,2")), "");
   EXPECT_TRUE(isSetTo(B19200, true));
 
-  EXPECT_EQ(test::errorOf(port.setSettings("12345,n,8,1")),
-            "COM3 (" + terminal.path() + ") cannot be set to 12345,n,8,1: Invalid argument.");
-  EXPECT_EQ(test::errorOf(port.setSettings("9600,n,9,1")),
+  EXPECT_THAT(whyNot(port.setSettings("12345,n,8,1")),
+              StartsWith("COM3 (" + terminal.path() + ") cannot be set to 12345,n,8,1: "));
+  EXPECT_EQ(whyNot(port.setSettings("9600,n,9,1")),
             "The line settings \"9600,n,9,1\" are wrong: expected 5 to 8 data bits, found \"9\"");
   port.close();
-  ASSERT_TRUE(port.open());
+  ASSERT_EQ(whyNot(port.open()), "");
   EXPECT_TRUE(isSetTo(B19200, true));
 }
 
@@ -77,7 +70,9 @@ TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
   EXPECT_TRUE(port.write(frame));
   Bytes received;
   do {
-    received.push_back(terminal.receive(1).at(0));
+    const Bytes next = terminal.receive(1);
+    ASSERT_FALSE(next.empty()) << "the line is stuck: the frame's end never came";
+    received.push_back(next[0]);
   } while (received.back() != frame.back());
   EXPECT_LT(received.size(), 4'000'000u);
   EXPECT_EQ(Bytes(received.end() - std::ssize(frame), received.end()), frame);
@@ -85,16 +80,15 @@ TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {
 
 TEST_F(OpenPort, IsNobodyElsesUntilClosed) {
   AsioSerialPort other(terminal.asPort(1));
-  const std::string refusal = test::errorOf(other.open()).value_or("opened");
-  EXPECT_NE(refusal.find("this program has it open already"), refusal.npos) << refusal;
+  EXPECT_THAT(whyNot(other.open()), HasSubstr("this program has it open already"));
   EXPECT_FALSE(other.isOpen());
   if (geteuid() != 0) {
     EXPECT_EQ(::open(terminal.path().c_str(), O_RDWR | O_NOCTTY), -1)
         << "without asking for a lock";
   }
-  EXPECT_TRUE(port.open()) << "it is open already";
+  EXPECT_EQ(whyNot(port.open()), "") << "it is open already";
   port.close();
-  EXPECT_TRUE(other.open());
+  EXPECT_EQ(whyNot(other.open()), "");
 }
 
 TEST(DamageMarks, AreTakenOutAndCountedHoweverTheStreamIsCut) {
@@ -126,7 +120,7 @@ TEST(ClosedPort, IsLeftAsItWasFoundAlsoWhenRefused) {
       {"in use", "9600,n,8,1", true, false}};
   for (const auto& [word, settings, heldByAnother, opens] : cases) {
     SCOPED_TRACE(word);
-    const test::PseudoTerminal terminal;
+    const PseudoTerminal terminal;
     const int holder = ::open(terminal.path().c_str(), O_RDWR | O_NOCTTY);
     if (heldByAnother) {
       ASSERT_EQ(flock(holder, LOCK_EX), 0);
@@ -141,8 +135,8 @@ TEST(ClosedPort, IsLeftAsItWasFoundAlsoWhenRefused) {
     const auto before = state();
     {
       AsioSerialPort port(terminal.asPort(1));
-      ASSERT_TRUE(port.setSettings(settings));
-      EXPECT_EQ(port.open().has_value(), opens);
+      ASSERT_EQ(whyNot(port.setSettings(settings)), "");
+      EXPECT_EQ(whyNot(port.open()) == "", opens);
     }
     EXPECT_EQ(state(), before);
     ::close(holder);
@@ -160,19 +154,19 @@ TEST(LostPort, ClosesAtTheNextOperationAndSaysWhyOnce) {
   };
   for (const auto& operation : operations) {
     SCOPED_TRACE(&operation - operations);
-    test::PseudoTerminal terminal;
+    PseudoTerminal terminal;
     AsioSerialPort port(terminal.asPort(1));
-    ASSERT_TRUE(port.open());
+    ASSERT_EQ(whyNot(port.open()), "");
     terminal.unplug();
     operation(port);
     EXPECT_FALSE(port.isOpen());
-    const std::string reason = port.lost().value_or("not lost");
-    EXPECT_EQ(reason.find("COM1 (" + terminal.path() + ") is gone: "), 0u) << reason;
+    const auto reason = port.lost();
+    EXPECT_THAT(whyNot(reason), StartsWith("COM1 (" + terminal.path() + ") is gone: "));
 
     for (const auto& again : operations)
       again(port);
     EXPECT_EQ(port.lost(), reason);
-    EXPECT_FALSE(port.open());
+    EXPECT_NE(whyNot(port.open()), "");
     EXPECT_EQ(port.lost(), std::nullopt);
   }
 }
@@ -187,27 +181,27 @@ TEST(RefusedPort, SaysWhyAndWhatToDo) {
       {"/proc/self/comm", "it is not a serial port."},
       {"", "the simulated controller has no serial port"},
   };
-  const test::PseudoTerminal terminal;
+  const PseudoTerminal terminal;
   for (const auto& [device, reason] : cases) {
     std::string now = device;
     ComPorts ports;
     ports.assignUnlessGiven(1, [&now] { return now; });
     AsioSerialPort port(ports);
-    const std::string refusal = test::errorOf(port.open()).value_or("opened");
-    EXPECT_EQ(refusal.find(ports.describe(1) + " cannot be opened: " + reason), 0u) << refusal;
+    EXPECT_THAT(whyNot(port.open()),
+                StartsWith(ports.describe(1) + " cannot be opened: " + reason));
     EXPECT_EQ(port.lost(), std::nullopt);
     now = terminal.path();
-    EXPECT_TRUE(port.open()) << "it has got one meanwhile";
+    EXPECT_EQ(whyNot(port.open()), "") << "it has got one meanwhile";
   }
 }
 
 TEST(ComPorts, GiveTheAssignedDeviceOrThePlatformsOwnAndRefuseWhatNamesNone) {
   ComPorts ports;
   for (const char* text : {"2=/dev/old", "2=/dev/ttyUSB0", "255=/dev/a=b", "3=COM3"})
-    EXPECT_TRUE(ports.assign(text)) << text;
+    EXPECT_EQ(whyNot(ports.assign(text)), "") << text;
   for (const std::string text : {"", "4", "4=", "=/dev/x", "0=/dev/x", "256=/dev/x", "-1=/dev/x",
                                  " 4=/dev/x", "COM4=/dev/x", "4:/dev/x"}) {
-    EXPECT_EQ(test::errorOf(ports.assign(text)),
+    EXPECT_EQ(whyNot(ports.assign(text)),
               '"' + text +
                   "\" names no COM port: expected N=DEVICE with N from 1 to "
                   "255, e.g. 3=/dev/ttyS2");
@@ -217,4 +211,4 @@ TEST(ComPorts, GiveTheAssignedDeviceOrThePlatformsOwnAndRefuseWhatNamesNone) {
 }
 
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test

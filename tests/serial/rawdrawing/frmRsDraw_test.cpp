@@ -7,8 +7,6 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 class RawDrawingWindow : public SerialDesk {
  protected:
   void openDrawing() {
@@ -93,10 +91,10 @@ TEST_F(RawDrawingWindow, DrawsReportsAndMarksTheirBytesAndThoseOfNone) {
   EXPECT_EQ(highlights(), ofTheDotToo);
 
   report(Bytes(3000, 0x41));
-  EXPECT_THAT(text("lblStray"), testing::HasSubstr("The monitor is full"));
+  EXPECT_THAT(text("lblStray"), HasSubstr("The monitor is full"));
   click("cmdWipe");
   report(stroke);
-  EXPECT_THAT(text("lblStray"), testing::Not(testing::HasSubstr("full")));
+  EXPECT_THAT(text("lblStray"), Not(HasSubstr("full")));
 }
 
 TEST_F(RawDrawingWindow, GivesTheDrawingAllTheRoomThatMonitorAndBarsLeave) {
@@ -130,7 +128,8 @@ TEST_F(RawDrawingWindow, GivesTheDrawingAllTheRoomThatMonitorAndBarsLeave) {
 class SimulatedRawDrawing : public DrawingDesk {};
 
 TEST_F(SimulatedRawDrawing, LiftsTheFingerWhenItIsLeft) {
-  AsioSerialPort port{ComPorts()};
+  const PseudoTerminal terminal;
+  AsioSerialPort port{onlyCom1(terminal)};
   Gate gate(clock);
   QPointer<frmRsDraw> drawing =
       new frmRsDraw({clock, prompt, session.messages, switches, ReportDecoder(ReportFamily::tablet),
@@ -213,7 +212,7 @@ TEST_F(RawDrawingWindow, DrawsAReplayFromItsBeginningAndThenThePortIsListenedToA
   check("checkMonitorOnly", true);
   check("checkPause", false);
   live(400ms);
-  EXPECT_THAT(monitor().toPlainText().toStdString(), testing::HasSubstr("D8 7F 1F 7F 1F"));
+  EXPECT_THAT(monitor().toPlainText().toStdString(), HasSubstr("D8 7F 1F 7F 1F"));
   EXPECT_FALSE(isInk(strokeEnd()));
   key(Qt::Key_Escape);
   key(Qt::Key_Escape);
@@ -223,7 +222,7 @@ TEST_F(RawDrawingWindow, DrawsAReplayFromItsBeginningAndThenThePortIsListenedToA
   terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
   live(700ms);
   EXPECT_THAT(find<QPlainTextEdit>("Text1")->toPlainText().toStdString(),
-              testing::HasSubstr("= touch X  4112"));
+              HasSubstr("= touch X  4112"));
 }
 
 }  // namespace

@@ -6,8 +6,6 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 Bytes tablet(std::uint8_t status, int x, int y) {
   const auto low = [](int value) { return static_cast<std::uint8_t>(value & 0x7F); };
   return {status, low(x), low(x >> 7), low(y), low(y >> 7)};
@@ -89,13 +87,10 @@ TEST_F(RawDrawingTest, FollowsTheRangeOfTheDrawingWhereItFitsIt) {
 }
 
 TEST_F(RawDrawingTest, ShowsItsNoticeForSevenTicksThatAreSlowUntilSomethingIsDrawn) {
-  const struct {
-    const char* what;
-    Bytes received;
-    std::chrono::milliseconds up;
-  } cases[] = {{"an idle line", {}, 2450ms},
-               {"one stray byte", {0x41}, 2150ms},
-               {"a stroke", times(100, tablet(0xD8, 1, 1)), 650ms}};
+  const std::tuple<const char*, Bytes, std::chrono::milliseconds> cases[] = {
+      {"an idle line", {}, 2450ms},
+      {"one stray byte", {0x41}, 2150ms},
+      {"a stroke", times(100, tablet(0xD8, 1, 1)), 650ms}};
   for (const auto& [what, received, up] : cases) {
     SCOPED_TRACE(what);
     Incoming incoming;

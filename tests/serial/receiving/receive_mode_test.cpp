@@ -5,7 +5,6 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
 using enum CommandSet;
 
 const Bytes touchPacket = {0xD8, 0x10, 0x20, 0x30, 0x01};
@@ -71,7 +70,7 @@ TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
   session.commandSet = e02;
   clock.delay(200ms);
   mode->debug();
-  EXPECT_THAT(shown(log.lines()), testing::ContainsRegex("< D8 01 .*\n.*< 55 54 "))
+  EXPECT_THAT(shown(log.lines()), ContainsRegex("< D8 01 .*\n.*< 55 54 "))
       << "what waits for the end of its packet is shown all the same";
 }
 
@@ -135,13 +134,13 @@ TEST_F(ReceiveModeTest, BeginsWithWhatComesFromThenOn) {
 }
 
 TEST_F(ReceiveModeTest, LeavesTheAnswerToAnExchangeAlone) {
-  ASSERT_TRUE(port.take());
+  ASSERT_EQ(whyNot(port.take()), "");
   ReceiveMode besides({session, clock, prompt, log, {}},
                       {serial, port.gate(), [this] { port.tellLoss(); }});
   besides.receive();
   clock.delay(150ms);
   session.commandSet = m01;
-  answers = {{}, replyOf("12")};
+  serial.answers = {replyOf("12")};
   EXPECT_TRUE(exchange.send({"UT=Unit Type[w]"})) << "a tick is due during the wait";
 }
 
@@ -170,10 +169,10 @@ TEST(Intervals, AreReckonedFromWhatTheBytesTakeOnTheLine) {
   rate.collect(start + 100ms, touchPacket);
   rate.collect(start + 106ms, liftPacket);
   const StrokeRate stroke = rate.tick(start + 200ms).value();
-  EXPECT_THAT(evidenceLines(stroke, rateCeiling({9600, Parity::even, 8, 2}, 5)),
-              testing::ElementsAre("Intervals : shortest 5.2, median 5.6, longest 50.0 ms",
-                                   "Gaps : 50.0 ms at 10.4 ms",
-                                   "At most 160 reports a second fit on the line"));
+  EXPECT_THAT(
+      evidenceLines(stroke, rateCeiling({9600, Parity::even, 8, 2}, 5)),
+      ElementsAre("Intervals : shortest 5.2, median 5.6, longest 50.0 ms",
+                  "Gaps : 50.0 ms at 10.4 ms", "At most 160 reports a second fit on the line"));
   EXPECT_EQ(stroke.evidence->histogram[2], 2u);
   EXPECT_EQ(stroke.evidence->histogram[3], 1u);
   EXPECT_FALSE(evidenceOf(std::vector{start})) << "one report has no intervals";

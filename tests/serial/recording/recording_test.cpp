@@ -11,20 +11,18 @@
 namespace touch::test {
 namespace {
 
-using namespace std::chrono_literals;
-
 class RecordingTest : public DebuggerBench {
  protected:
   TemporaryFolder folder;
-  std::filesystem::path file = folder.path() / "a.rec";
+  fs::path file = folder.path() / "a.rec";
 };
 
 TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
-  ASSERT_TRUE(port.take());
+  ASSERT_EQ(whyNot(port.take()), "");
   RecordedPort recorded(serial, clock);
   recorded.write(bytesOf("before"));
   serial.received = Bytes{0x20};
-  ASSERT_TRUE(recorded.startRecording(file));
+  ASSERT_EQ(whyNot(recorded.startRecording(file)), "");
   EXPECT_EQ(recorded.readAll(), Bytes{0x20}) << "come before, and of the recording no part";
   clock.delay(1500ms);
   recorded.write(bytesOf("\x01UT\r"));
@@ -36,7 +34,7 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   recorded.clearInput();
   serial.received = Bytes{0x0B};
   recorded.close();
-  EXPECT_TRUE(recorded.stopRecording());
+  EXPECT_EQ(whyNot(recorded.stopRecording()), "");
   EXPECT_EQ(folder.read("a.rec"),
             "touch recording 1\n1.500000 > 01 55 54 0D\n1.500000 < 00 FF\n1.520000 < 0A\n"
             "1.600000 < 0B\n")
@@ -80,7 +78,7 @@ TEST_F(RecordingTest, MayHoldMuchThatIsDueAtOnce) {
   const std::uint8_t* next = nullptr;
   std::size_t moved = 0;
   ReportSplitter(ReportFamily::tablet, {}).feed(all, [&](const TouchReport*, auto bytes) {
-    if (next != nullptr && bytes.data() != next) ++moved;
+    moved += next != nullptr && bytes.data() != next ? 1 : 0;
     next = bytes.data() + bytes.size();
   });
   EXPECT_EQ(moved, 0u) << "moving the rest for each report takes the square of its length";
@@ -105,12 +103,12 @@ TEST_F(RecordingTest, NamesTheLineThatIsWrong) {
       {"\ntouch recording 2\n", "2: expected \"touch recording 1\", found \"touch recording 2\""},
   };
   for (const auto& [text, problem] : cases) {
-    EXPECT_EQ(parseRecording(text, "a.rec").error().describe(), "a.rec, line " + problem);
+    EXPECT_EQ(whyNot(parseRecording(text, "a.rec")), "a.rec, line " + problem);
     folder.write("a.rec", text);
     const auto read = RecordingFile::open(file);
     EXPECT_FALSE(read && (*read)->next() && (*read)->next());
-    const auto error = read ? (*read)->error() : read.error();
-    EXPECT_EQ(error->describe(), file.string() + ", line " + problem) << "also piece by piece";
+    EXPECT_EQ(read ? whyNot((*read)->error()) : whyNot(read), file.string() + ", line " + problem)
+        << "also piece by piece";
   }
 }
 
@@ -129,13 +127,13 @@ TEST_F(RecordingTest, IsReadPieceByPieceHoweverLongItIs) {
       last = std::move(*next);
     EXPECT_EQ(count, transfers + 1);
     EXPECT_EQ(last, (Transfer{1s, Direction::fromController, {0x07}}));
-    EXPECT_EQ(read.error(), std::nullopt);
+    EXPECT_EQ(whyNot(read.error()), "");
   }
   folder.write("a.rec", "touch recording 1\n0.000000 < 00\n# " + std::string(2 << 20, 'x'));
   read.rewind();
   while (read.next()) {
   }
-  EXPECT_EQ(read.error()->describe(),
+  EXPECT_EQ(whyNot(read.error()),
             file.string() + ", line 3: expected at most 1048576 bytes, found more");
 }
 
@@ -143,21 +141,21 @@ TEST_F(RecordingTest, EndsBeforeItIsTooLongToBeReadAgain) {
   const std::string end =
       file.string() + ": expected a recording that can be read again, found a longer one";
   Recorder tooLarge(40);
-  ASSERT_TRUE(tooLarge.start(file, clock.now()));
+  ASSERT_EQ(whyNot(tooLarge.start(file, clock.now())), "");
   for (int i = 0; i < 3; ++i)
     tooLarge.add(clock.now(), Direction::fromController, {{0x41}});
-  EXPECT_EQ(tooLarge.stop().error().describe(), end);
+  EXPECT_EQ(whyNot(tooLarge.stop()), end);
   EXPECT_EQ(folder.read("a.rec"), "touch recording 1\n0.000000 < 41\n");
 
   Recorder tooLate;
-  ASSERT_TRUE(tooLate.start(file, clock.now()));
+  ASSERT_EQ(whyNot(tooLate.start(file, clock.now())), "");
   tooLate.add(clock.now() + 1'000'000s, Direction::fromController, {{0x41}});
-  EXPECT_EQ(tooLate.stop().error().describe(), end);
+  EXPECT_EQ(whyNot(tooLate.stop()), end);
 
   Recorder atOnce;
-  ASSERT_TRUE(atOnce.start(file, clock.now()));
+  ASSERT_EQ(whyNot(atOnce.start(file, clock.now())), "");
   atOnce.add(clock.now(), Direction::fromController, Bytes(500'000, 0x41));
-  EXPECT_TRUE(atOnce.stop());
+  EXPECT_EQ(whyNot(atOnce.stop()), "");
   std::size_t count = 0;
   const auto opened = RecordingFile::open(file);
   RecordingFile& read = **opened;
@@ -168,21 +166,21 @@ TEST_F(RecordingTest, EndsBeforeItIsTooLongToBeReadAgain) {
 
 TEST_F(RecordingTest, EndsItselfWhenTheDiskIsFullAndWaitsForNoReader) {
   Recorder recorder;
-  EXPECT_FALSE(recorder.start(folder.path() / "no" / "such.rec", clock.now()));
+  EXPECT_NE(whyNot(recorder.start(folder.path() / "no" / "such.rec", clock.now())), "");
   ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRUSR | S_IWUSR), 0);
   alarm(60);
-  EXPECT_FALSE(recorder.start(folder.path() / "pipe", clock.now())) << "nobody reads it";
+  EXPECT_NE(whyNot(recorder.start(folder.path() / "pipe", clock.now())), "") << "nobody reads it";
   alarm(0);
   {
     const SmallDisk disk(5);
-    EXPECT_FALSE(recorder.start(file, clock.now())) << "although nothing has come in yet";
+    EXPECT_NE(whyNot(recorder.start(file, clock.now())), "") << "although nothing has come in yet";
     EXPECT_FALSE(recorder.isOn());
   }
   const SmallDisk disk(20);
-  ASSERT_TRUE(recorder.start(file, clock.now()));
+  ASSERT_EQ(whyNot(recorder.start(file, clock.now())), "");
   recorder.add(clock.now(), Direction::toController, bytesOf("x"));
   EXPECT_FALSE(recorder.isOn());
-  EXPECT_FALSE(recorder.stop());
+  EXPECT_NE(whyNot(recorder.stop()), "");
   EXPECT_EQ(folder.read("a.rec"), "touch recording 1\n") << "it ends with a whole line";
 }
 

@@ -1,8 +1,5 @@
 #include "ui/guide/help.h"
 
-#include <algorithm>
-#include <set>
-
 #include "tests/ui/every_window.h"
 #include "ui/guide/guide_browser.h"
 

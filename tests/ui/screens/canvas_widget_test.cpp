@@ -1,12 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <QTest>
 #include <QtWidgets>
 
+#include "tests/doubles/test.h"
 #include "ui/screens/canvas_widget.h"
 
 namespace touch::test {
-
 namespace {
 
 /// What of the window has come to the screen.

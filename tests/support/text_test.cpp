@@ -1,18 +1,11 @@
 #include "support/text/number_layout.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <bit>
 #include <charconv>
-#include <cmath>
 #include <random>
-#include <span>
-#include <string>
-#include <string_view>
-#include <vector>
+#include "support/text/language.h"
+#include "tests/doubles/test.h"
 
-namespace touch {
+namespace touch::test {
 namespace {
 
 TEST(NumberLayout, WritesTheShortestFormInZonesOfFourteen) {
@@ -82,5 +75,11 @@ TEST(NumberLayout, ReadsInPiecesOfAnySize) {
   }
 }
 
+TEST(Language, FillsPlacesInAnyOrderAndOnlyThose) {
+  EXPECT_EQ(filled("%2, then %1, then %2", {"a", "b"}), "b, then a, then b");
+  EXPECT_EQ(filled("a value is never a pattern: %1", {"%2"}), "a value is never a pattern: %2");
+  EXPECT_EQ(filled("100 %, %0, %3 and %", {"a", "b"}), "100 %, %0, %3 and %");
+}
+
 }  // namespace
-}  // namespace touch
+}  // namespace touch::test
