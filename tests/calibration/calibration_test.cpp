@@ -26,7 +26,8 @@ class Calibrating : public Desk {
   void touchTargets(int count, int atPoll = 1) {
     script.touches.clear();
     for (int i = 0; i < count; ++i) {
-      script.touches.insert(script.touches.end(), atPoll - 1, std::nullopt);
+      script.touches.insert(script.touches.end(), static_cast<std::size_t>(atPoll - 1),
+                            std::nullopt);
       script.touches.emplace_back(std::pair{1000 * i, 0});
     }
     polls = 0;
@@ -231,7 +232,8 @@ TEST_F(Calibrating, StartButtonChecksThatTheControllerCanBeOpened) {
 class Abandoning : public Calibrating, public testing::WithParamInterface<std::tuple<int, bool>> {};
 
 TEST_P(Abandoning, LeavesNothingBehindAtAnyMoment) {
-  const auto& [points, byEscape] = GetParam();
+  const int points = std::get<0>(GetParam());
+  const bool byEscape = std::get<1>(GetParam());
   bool ended = false;
   for (auto moment = 25ms; !ended && !HasFailure(); moment += 50ms) {
     SCOPED_TRACE(std::to_string(moment.count()) + " ms");

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QTimer>
 
 #include "tests/doubles/test.h"

@@ -51,9 +51,10 @@ TEST_F(TouchSettings, EachMakesItsOwnCallsAndNoOther) {
   };
   for (const auto& [name, text, calls] : cases) {
     SCOPED_TRACE(std::string(name) + ' ' + text);
-    const auto value = parseSetting(setting(name), text);
+    const Setting& changed = setting(name);
+    const auto value = parseSetting(changed, text);
     ASSERT_TRUE(value);
-    EXPECT_EQ(callsOf([&] { setting(name).set(access(), prompt, current, *value); }), calls);
+    EXPECT_EQ(callsOf([&] { changed.set(access(), prompt, current, *value); }), calls);
   }
   session.controllerName = "PS2 DEVICE 1";
   EXPECT_EQ(callsOf([this] { disableTouchPanel(access(), true); }), panelMode("MP", "MI"));
