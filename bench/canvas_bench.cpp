@@ -66,7 +66,7 @@ class DrawingDesk {
   DrawingSwitches switches_;
   WorkingFiles files_{folder_.path(), folder_.path()};
   frmDraw window_{{clock_, prompt_, messages_, switches_, files_, folder_.path()},
-                  std::nullopt,
+                  Simulation(),
                   {},
                   *QGuiApplication::primaryScreen(),
                   screenSize,

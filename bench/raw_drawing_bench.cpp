@@ -57,7 +57,7 @@ void draw(benchmark::State& state) {
   const MessageTable messages;
   Gate gate(clock);
   frmRsDraw window({clock, prompt, messages, switches, ReportDecoder(ReportFamily::tablet),
-                    std::nullopt, drawnScreen},
+                    Simulation(), drawnScreen},
                    {port, gate, {}}, *QGuiApplication::primaryScreen(), [] {});
   window.open();
   clock.delay(500ms, nullptr);
