@@ -70,7 +70,7 @@ std::optional<std::vector<Token>> quoted(std::string_view& text) {
   return std::nullopt;
 }
 
-auto refuse(std::string expected, std::string_view found = {}) {
+auto wrong(std::string expected, std::string_view found = {}) {
   return tl::unexpected(FileError{{}, 0, std::move(expected), std::string(found)});
 }
 
@@ -84,8 +84,8 @@ Result<std::vector<Token>> tokensOf(std::string_view text, bool isPattern) {
       text.remove_prefix(1);
       const auto more = quoted(text);
       if (!more) {
-        return refuse(say("scripts", "text in quotes with \\r, \\n, \\t, \\\\, \\\" or \\xNN"),
-                      here);
+        return wrong(say("scripts", "text in quotes with \\r, \\n, \\t, \\\\, \\\" or \\xNN"),
+                     here);
       }
       tokens.insert(tokens.end(), more->begin(), more->end());
     } else if (isPattern && text.starts_with("??")) {
@@ -98,11 +98,11 @@ Result<std::vector<Token>> tokensOf(std::string_view text, bool isPattern) {
       tokens.push_back({*byte});
       text.remove_prefix(2);
     } else {
-      return refuse(isPattern ? say("scripts", "two hexadecimal digits, text in quotes, ?? or *")
-                              : say("scripts", "two hexadecimal digits or text in quotes"),
-                    here);
+      return wrong(isPattern ? say("scripts", "two hexadecimal digits, text in quotes, ?? or *")
+                             : say("scripts", "two hexadecimal digits or text in quotes"),
+                   here);
     }
-    if (tokens.size() > longestPattern) return refuse(say("scripts", "at most 4096 bytes"), here);
+    if (tokens.size() > longestPattern) return wrong(say("scripts", "at most 4096 bytes"), here);
   }
 }
 
@@ -115,7 +115,7 @@ Result<std::vector<std::uint8_t>> parseBytes(std::string_view text) {
   bytes.reserve(tokens->size());
   for (const Token& token : *tokens)
     bytes.push_back(*token.byte);
-  if (bytes.empty()) return refuse(say("scripts", "at least one byte"));
+  if (bytes.empty()) return wrong(say("scripts", "at least one byte"));
   return bytes;
 }
 
@@ -132,7 +132,7 @@ Result<BytePattern> BytePattern::parse(std::string_view text) {
     pattern.parts_.push_back({token.byte.value_or(0), !token.byte, afterGap});
     afterGap = false;
   }
-  if (pattern.parts_.empty()) return refuse(say("scripts", "at least one byte"));
+  if (pattern.parts_.empty()) return wrong(say("scripts", "at least one byte"));
   return pattern;
 }
 

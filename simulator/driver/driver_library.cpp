@@ -46,7 +46,7 @@ extern "C" NEXAPI_EXPORT std::int32_t NEXAPI_CALL NexapiSimulate(const char* req
                                                                  std::int32_t size) {
   return guarded([&]() -> std::int32_t {
     const RequestAnswer result =
-        driver().simulate(request == nullptr ? std::string_view() : std::string_view(request));
+        driver().answer(request == nullptr ? std::string_view() : std::string_view(request));
     if (answer != nullptr && size > 0) {
       const auto shown =
           std::string_view(result.text).substr(0, static_cast<std::size_t>(size) - 1);

@@ -87,7 +87,7 @@ bool SimulatedDriver::isOpen(const SimulatedUnit& unit) const {
   return std::ranges::any_of(open_, [&](const auto& entry) { return entry.second == &unit; });
 }
 
-RequestAnswer SimulatedDriver::simulate(std::string_view request) {
+RequestAnswer SimulatedDriver::answer(std::string_view request) {
   return locked([&] { return carryOutRequest(devices_, request); });
 }
 

@@ -22,7 +22,7 @@ class SimulatedDriver final : public Driver {
 #undef TOUCH_OVERRIDE
 
   /// See requests.h.
-  RequestAnswer simulate(std::string_view request);
+  RequestAnswer answer(std::string_view request);
 
  private:
   struct Range {

@@ -20,7 +20,7 @@ class DriverBench : public ::testing::Test {
 
   /// The answer to a request that must be done.
   std::string request(const std::string& text) {
-    const auto answer = driver.simulate(text);
+    const auto answer = driver.answer(text);
     EXPECT_TRUE(answer.done) << text << ": " << answer.text;
     return answer.text;
   }

@@ -34,17 +34,17 @@ TEST_F(Requests, areRefusedWithAReasonWhenOutOfForm) {
       {"panel skew 0 USB", "no controller is called \"USB\""},
   };
   for (const auto& [text, reason] : cases) {
-    const auto answer = driver.simulate(text);
+    const auto answer = driver.answer(text);
     EXPECT_FALSE(answer.done) << text;
     EXPECT_EQ(answer.text, reason) << text;
   }
   request("clock real");
-  EXPECT_EQ(driver.simulate("advance 10").text, "the clock is not manual");
+  EXPECT_EQ(driver.answer("advance 10").text, "the clock is not manual");
 }
 
 TEST_F(Requests, makeThePanelWhatTheySayAndNewAgain) {
   const std::string asNew = request("error " + usbName);
-  EXPECT_EQ(report("0.2 0.8"), SimulatedDriver().simulate("report 0.2 0.8 USB DEVICE 2").text)
+  EXPECT_EQ(report("0.2 0.8"), SimulatedDriver().answer("report 0.2 0.8 USB DEVICE 2").text)
       << "equal touches give equal readings";
   panel({"offset-x 0.1", "gain-x 0.5", "skew 0.25", "offset-y 0", "gain-y 1", "noise 0"});
   EXPECT_EQ(map("0 0"), "0.100000 0.000000");

@@ -196,9 +196,9 @@ TEST_F(Driving, threadsMayCallAtOnce) {
     for (int turn = 0; turn < 50; ++turn) {
       const auto handle = open(serialName);
       turn % 2 == own ? driver.CloseCOMPort(handle) : driver.ReopenCOMPort(handle);
-      driver.simulate("touch 0.5 0.5");
+      driver.answer("touch 0.5 0.5");
       driver.ReadLength(handle);
-      driver.simulate(turn % 7 == 0 ? "reset" : "lift");
+      driver.answer(turn % 7 == 0 ? "reset" : "lift");
       driver.CloseController(handle);
     }
   };
