@@ -1127,6 +1127,353 @@
     </message>
 </context>
 <context>
+    <name>measure</name>
+    <message>
+        <source>Touches are shifted as a whole.</source>
+        <translation>Berührungen sind insgesamt verschoben.</translation>
+    </message>
+    <message>
+        <source>Calibrate.</source>
+        <translation>Kalibrieren Sie.</translation>
+    </message>
+    <message>
+        <source>Touches are spread out or pressed together.</source>
+        <translation>Berührungen sind gedehnt oder gestaucht.</translation>
+    </message>
+    <message>
+        <source>The panel lies aslant on the screen.</source>
+        <translation>Das Panel liegt schräg auf dem Bildschirm.</translation>
+    </message>
+    <message>
+        <source>Calibrate with 3 targets or more.</source>
+        <translation>Kalibrieren Sie mit 3 Zielen oder mehr.</translation>
+    </message>
+    <message>
+        <source>Touches are turned or mirrored.</source>
+        <translation>Berührungen sind gedreht oder gespiegelt.</translation>
+    </message>
+    <message>
+        <source>Set the rotation, or turn the plug of the sensor, and calibrate.</source>
+        <translation>Stellen Sie die Drehung ein, oder drehen Sie den Stecker des Sensors, und kalibrieren Sie.</translation>
+    </message>
+    <message>
+        <source>X and Y are exchanged.</source>
+        <translation>X und Y sind vertauscht.</translation>
+    </message>
+    <message>
+        <source>Exchange the wires of X and Y, and calibrate.</source>
+        <translation>Tauschen Sie die Adern von X und Y, und kalibrieren Sie.</translation>
+    </message>
+    <message>
+        <source>The sheet is bowed: straight lines become bent.</source>
+        <translation>Die Folie ist gewölbt: Gerade Linien werden krumm.</translation>
+    </message>
+    <message>
+        <source>No calibration mends that. See what it leaves, or replace the sensor.</source>
+        <translation>Das behebt keine Kalibrierung. Prüfen Sie, was sie übrig lässt, oder ersetzen Sie den Sensor.</translation>
+    </message>
+    <message>
+        <source>Touches tremble.</source>
+        <translation>Berührungen zittern.</translation>
+    </message>
+    <message>
+        <source>Check power supply, cable and earth, and measure again.</source>
+        <translation>Prüfen Sie Netzteil, Kabel und Erdung, und messen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>A strip of the sensor feels no touch.</source>
+        <translation>Ein Streifen des Sensors spürt keine Berührung.</translation>
+    </message>
+    <message>
+        <source>Replace the sensor.</source>
+        <translation>Ersetzen Sie den Sensor.</translation>
+    </message>
+    <message>
+        <source>Touches jump at a line: the sheet is cracked.</source>
+        <translation>Berührungen springen an einer Linie: Die Folie ist gerissen.</translation>
+    </message>
+    <message>
+        <source>Touches wander while time passes.</source>
+        <translation>Berührungen wandern mit der Zeit.</translation>
+    </message>
+    <message>
+        <source>Let it warm up, check supply and plugs, and measure again.</source>
+        <translation>Lassen Sie das Gerät warm werden, prüfen Sie Versorgung und Stecker, und messen Sie erneut.</translation>
+    </message>
+    <message>
+        <source>The panel does not tell X from Y: wrong wires.</source>
+        <translation>Das Panel unterscheidet X nicht von Y: falsche Adern.</translation>
+    </message>
+    <message>
+        <source>Check the order of the sensor&apos;s wires.</source>
+        <translation>Prüfen Sie die Reihenfolge der Adern des Sensors.</translation>
+    </message>
+    <message>
+        <source>Each line errs in another way, as hands do.</source>
+        <translation>Jede Linie irrt anders, wie eine Hand es tut.</translation>
+    </message>
+    <message>
+        <source>Draw again, slowly and along a ruler.</source>
+        <translation>Zeichnen Sie erneut, langsam und an einem Lineal.</translation>
+    </message>
+    <message>
+        <source>to the right</source>
+        <translation>nach rechts</translation>
+    </message>
+    <message>
+        <source>downwards</source>
+        <translation>nach unten</translation>
+    </message>
+    <message>
+        <source>in x, at the edge</source>
+        <translation>in X, am Rand</translation>
+    </message>
+    <message>
+        <source>in y, at the edge</source>
+        <translation>in Y, am Rand</translation>
+    </message>
+    <message>
+        <source>upright lines, at their ends</source>
+        <translation>senkrechte Linien, an ihren Enden</translation>
+    </message>
+    <message>
+        <source>level lines, at their ends</source>
+        <translation>waagerechte Linien, an ihren Enden</translation>
+    </message>
+    <message>
+        <source>bent by up to</source>
+        <translation>gekrümmt um bis zu</translation>
+    </message>
+    <message>
+        <source>during a resting touch</source>
+        <translation>während einer ruhenden Berührung</translation>
+    </message>
+    <message>
+        <source>while the lines were drawn</source>
+        <translation>während des Zeichnens der Linien</translation>
+    </message>
+    <message>
+        <source>RMS at rest</source>
+        <translation>RMS in Ruhe</translation>
+    </message>
+    <message>
+        <source>RMS on lines</source>
+        <translation>RMS auf Linien</translation>
+    </message>
+    <message>
+        <source>from the upper edge</source>
+        <translation>vom oberen Rand</translation>
+    </message>
+    <message>
+        <source>from the left edge</source>
+        <translation>vom linken Rand</translation>
+    </message>
+    <message>
+        <source>wide</source>
+        <translation>breit</translation>
+    </message>
+    <message>
+        <source>lines with a gap there</source>
+        <translation>Linien mit einer Lücke dort</translation>
+    </message>
+    <message>
+        <source>of both directions told apart</source>
+        <translation>Unterscheidung beider Richtungen</translation>
+    </message>
+    <message>
+        <source>x follows x by</source>
+        <translation>X folgt X zu</translation>
+    </message>
+    <message>
+        <source>y follows y by</source>
+        <translation>Y folgt Y zu</translation>
+    </message>
+    <message>
+        <source>jump</source>
+        <translation>Sprung</translation>
+    </message>
+    <message>
+        <source>RMS that differs from line to line</source>
+        <translation>RMS, der sich von Linie zu Linie unterscheidet</translation>
+    </message>
+    <message>
+        <source>straightness</source>
+        <translation>Geradheit</translation>
+    </message>
+    <message>
+        <source>straightness, RMS</source>
+        <translation>Geradheit, RMS</translation>
+    </message>
+    <message>
+        <source>offset</source>
+        <translation>Versatz</translation>
+    </message>
+    <message>
+        <source>tilt, end to end</source>
+        <translation>Neigung, von Ende zu Ende</translation>
+    </message>
+    <message>
+        <source>scale, at the edge</source>
+        <translation>Maßstab, am Rand</translation>
+    </message>
+    <message>
+        <source>off the guide, centre</source>
+        <translation>neben der Führung, Mitte</translation>
+    </message>
+    <message>
+        <source>off the guide, edge zone</source>
+        <translation>neben der Führung, Randzone</translation>
+    </message>
+    <message>
+        <source>scatter, RMS</source>
+        <translation>Streuung, RMS</translation>
+    </message>
+    <message>
+        <source>hysteresis</source>
+        <translation>Hysterese</translation>
+    </message>
+    <message>
+        <source>largest gap</source>
+        <translation>größte Lücke</translation>
+    </message>
+    <message>
+        <source>far off the guide</source>
+        <translation>weit neben der Führung</translation>
+    </message>
+    <message>
+        <source>noise at rest, RMS</source>
+        <translation>Rauschen in Ruhe, RMS</translation>
+    </message>
+    <message>
+        <source>noise at rest, peak to peak</source>
+        <translation>Rauschen in Ruhe, Spitze zu Spitze</translation>
+    </message>
+    <message>
+        <source>drift</source>
+        <translation>Drift</translation>
+    </message>
+    <message>
+        <source>taps, mean miss</source>
+        <translation>Tippen, mittlerer Fehler</translation>
+    </message>
+    <message>
+        <source>taps, worst miss</source>
+        <translation>Tippen, größter Fehler</translation>
+    </message>
+    <message>
+        <source>taps, spread</source>
+        <translation>Tippen, Streuung</translation>
+    </message>
+    <message>
+        <source>farthest edge</source>
+        <translation>fernster Rand</translation>
+    </message>
+    <message>
+        <source>machines, operated by finger or glove</source>
+        <translation>Maschinen, mit Finger oder Handschuh bedient</translation>
+    </message>
+    <message>
+        <source>large buttons, anybody&apos;s finger</source>
+        <translation>große Tasten, jedermanns Finger</translation>
+    </message>
+    <message>
+        <source>writing and drawing with a pen</source>
+        <translation>Schreiben und Zeichnen mit einem Stift</translation>
+    </message>
+    <message>
+        <source>Errors of %1 × %2 %3, up to %4 %3</source>
+        <translation>Fehler auf %1 × %2 %3, bis zu %4 %3</translation>
+    </message>
+    <message>
+        <source>Arrows from where a touch was to where it was reported, drawn %1 times as long. The ring marks the worst place.</source>
+        <translation>Pfeile vom Ort der Berührung zum gemeldeten Ort, %1-mal so lang gezeichnet. Der Ring zeigt die schlechteste Stelle.</translation>
+    </message>
+    <message>
+        <source>From %1 to %2 mm there is no sample, though reports kept coming: the hand was too fast, or touches jump there.</source>
+        <translation>Von %1 bis %2 mm fehlen Messpunkte, obwohl Meldungen kamen: Die Hand war zu schnell, oder Berührungen springen dort.</translation>
+    </message>
+    <message>
+        <source>From %1 to %2 mm there is no sample: the finger was up, or the panel is dead there.</source>
+        <translation>Von %1 bis %2 mm fehlen Messpunkte: Der Finger war oben, oder das Panel ist dort tot.</translation>
+    </message>
+    <message>
+        <source>samples</source>
+        <translation>Messpunkte</translation>
+    </message>
+    <message>
+        <source>covered</source>
+        <translation>abgedeckt</translation>
+    </message>
+    <message>
+        <source>ends reached</source>
+        <translation>erreichte Enden</translation>
+    </message>
+    <message>
+        <source>A stroke went far off. Say whether the panel did that or your hand.</source>
+        <translation>Ein Strich ging weit daneben. Sagen Sie, ob es das Panel war oder Ihre Hand.</translation>
+    </message>
+    <message>
+        <source>A stroke went far off, and the panel did that.</source>
+        <translation>Ein Strich ging weit daneben, und das war das Panel.</translation>
+    </message>
+    <message>
+        <source>Drawn again %1 times because of the hand.</source>
+        <translation>Wegen der Hand %1-mal neu gezeichnet.</translation>
+    </message>
+    <message>
+        <source>lines</source>
+        <translation>Linien</translation>
+    </message>
+    <message>
+        <source>scale in x, at the edge</source>
+        <translation>Maßstab in X, am Rand</translation>
+    </message>
+    <message>
+        <source>scale in y, at the edge</source>
+        <translation>Maßstab in Y, am Rand</translation>
+    </message>
+    <message>
+        <source>dead strip, width</source>
+        <translation>toter Streifen, Breite</translation>
+    </message>
+    <message>
+        <source>seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>taps</source>
+        <translation>Tippen</translation>
+    </message>
+    <message>
+        <source>missed taps</source>
+        <translation>verlorenes Tippen</translation>
+    </message>
+    <message>
+        <source>double taps</source>
+        <translation>doppeltes Tippen</translation>
+    </message>
+    <message>
+        <source>On average %1 mm to the right and %2 mm down.</source>
+        <translation>Im Mittel %1 mm nach rechts und %2 mm nach unten.</translation>
+    </message>
+    <message>
+        <source>cells touched</source>
+        <translation>berührte Zellen</translation>
+    </message>
+    <message>
+        <source>Dead: %1 × %2 mm, %3 mm from the left and %4 mm from the top; the finger went over it %5 times.</source>
+        <translation>Tot: %1 × %2 mm, %3 mm von links und %4 mm von oben; der Finger ging %5-mal darüber.</translation>
+    </message>
+    <message>
+        <source>Not touched: %1 × %2 mm, %3 mm from the left and %4 mm from the top. Rub there again.</source>
+        <translation>Nicht berührt: %1 × %2 mm, %3 mm von links und %4 mm von oben. Reiben Sie dort erneut.</translation>
+    </message>
+    <message>
+        <source>places</source>
+        <translation>Stellen</translation>
+    </message>
+</context>
+<context>
     <name>messages</name>
     <message>
         <source>a line of text</source>

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "measure/files/json_reader.h"
+#include "measure/measurement.h"
+#include "support/result.h"
+
+namespace touch::measure {
+
+// docs/file-formats.md describes both files.
+
+/// All of a measurement. `verdict` is what it was judged to be; it is for readers, and computed
+/// again when the file is read.
+std::string measurementText(const Measurement& measurement, const Json& verdict);
+Result<Measurement> parseMeasurement(std::string_view text, const std::string& name);
+Result<Measurement> readMeasurement(const std::filesystem::path& file);
+/// Whole or not at all; refuses what could not be read again.
+[[nodiscard]] Status writeMeasurement(const std::filesystem::path& file,
+                                      const Measurement& measurement, const Json& verdict);
+
+/// A profile, and what differs from it.
+std::string limitsText(const Limits& limits);
+Result<Limits> parseLimits(std::string_view text, const std::string& name);
+Result<Limits> readLimits(const std::filesystem::path& file);
+
+}  // namespace touch::measure
