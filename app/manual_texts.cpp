@@ -44,8 +44,9 @@ constexpr std::array<std::string_view, 2> shellDescription{
     "no, unless --yes is given.",
     "The options of the program hold for every command and may stand before or after its name."};
 constexpr std::array shellStatus{
-    Entry{"0", "done"},      Entry{"1", "refused or failed"}, Entry{"2", "wrong use"},
-    Entry{"3", "no driver"}, Entry{"4", "no controller"},
+    Entry{"0", "done"},          Entry{"1", "refused or failed"},
+    Entry{"2", "wrong use"},     Entry{"3", "no driver"},
+    Entry{"4", "no controller"}, Entry{"5", "a measurement is incomplete"},
 };
 constexpr std::array shellExamples{
     Entry{"touchctl --simulate demo", "The main job in one go, without a controller."},
@@ -53,8 +54,8 @@ constexpr std::array shellExamples{
     Entry{"touchctl set right-click-time 800", "Change a setting."},
     Entry{"touchctl params diff good.vrq || touchctl --yes params load good.vrq",
           "Put a kept calibration back when it has changed."},
-    Entry{"touchctl linearity --panel-size 344.5x193.5 line.fdw",
-          "Measure a saved line; status 1 when it fails."},
+    Entry{"touchctl measure lines --panel-size 344.5x193.5 lines.fdw",
+          "Judge saved lines; status 1 when one fails, 5 when one is missing."},
 };
 
 constexpr std::array<std::string_view, 1> simulatorDescription{

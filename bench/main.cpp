@@ -20,6 +20,7 @@ int main(int argc, char** argv) try {
   registerDecoder();
   registerCanvas();
   registerDrawingFile();
+  registerMeasure();
   registerExchange();
   registerRawDrawing();
   registerRest();

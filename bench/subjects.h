@@ -12,6 +12,8 @@ void registerDecoder();
 void registerCanvas();
 /// Reading and writing drawing files.
 void registerDrawingFile();
+/// Judging the lines of a panel.
+void registerMeasure();
 /// What an exchange takes beyond its stated waits.
 void registerExchange();
 /// A minute in which nothing happens.

@@ -22,10 +22,10 @@ void addMaintenanceCommands(const CommandLine& line);  ///< defaults, reset, mon
 void addParameterCommands(const CommandLine& line);    ///< params read, write, save, load, diff
 void addPinCommands(const CommandLine& line);          ///< pins show, set
 void addCalibrationCommands(const CommandLine& line);  ///< calibrate
-void addLinearityCommand(const CommandLine& line);     ///< linearity
-void addSerialCommands(const CommandLine& line);       ///< serial send, monitor, rate, ...
-void addDoctorCommand(const CommandLine& line);        ///< doctor
-void addDemoCommand(const CommandLine& line);          ///< demo
+void addMeasureCommands(const CommandLine& line);  ///< measure lines, taps, rest, coverage, judge
+void addSerialCommands(const CommandLine& line);   ///< serial send, monitor, rate, ...
+void addDoctorCommand(const CommandLine& line);    ///< doctor
+void addDemoCommand(const CommandLine& line);      ///< demo
 
 /// The controllers that the driver knows of, and which one answered.
 ExitStatus listControllers(Shell& shell);

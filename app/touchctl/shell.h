@@ -16,7 +16,14 @@
 namespace touch {
 
 /// How touchctl ends; scripts rely on the numbers.
-enum class ExitStatus { done = 0, failed = 1, wrongUse = 2, noDriver = 3, noController = 4 };
+enum class ExitStatus {
+  done = 0,
+  failed = 1,
+  wrongUse = 2,
+  noDriver = 3,
+  noController = 4,
+  incomplete = 5,
+};
 
 /// Says messages on the error output; a question is asked only at a terminal and is otherwise
 /// answered as the command line said, which is said too. Ctrl+C leaves it without an answer.

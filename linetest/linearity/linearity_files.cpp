@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "drawing/stroke.h"
-#include "linetest/files/drawing_file.h"
 #include "support/files/own_folder.h"
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
@@ -40,38 +39,6 @@ float positive(NumberReader& reader, std::string_view what) {
 
 std::string verdictText(bool passed) {
   return passed ? "pass" : "fail";
-}
-
-Orientation courseOf(std::span<const TwipsPoint> samples) {
-  const auto extent = [&](float TwipsPoint::*coordinate) {
-    const auto [least, most] = std::minmax_element(
-        samples.begin(), samples.end(),
-        [&](const TwipsPoint& a, const TwipsPoint& b) { return a.*coordinate < b.*coordinate; });
-    return (*most).*coordinate - (*least).*coordinate;
-  };
-  return extent(&TwipsPoint::y) >= extent(&TwipsPoint::x) ? Orientation::vertical
-                                                          : Orientation::horizontal;
-}
-
-LineResult measureAgainstNearest(std::vector<TwipsPoint> samples, const GuideLines& guides,
-                                 const MeasuredPanel& panel) {
-  const Orientation orientation = courseOf(samples);
-  double sum = 0;
-  for (const TwipsPoint& sample : samples)
-    sum += static_cast<double>(across(orientation, sample));
-  const double mean = sum / static_cast<double>(samples.size());
-
-  const int first = orientation == Orientation::vertical ? 0 : GuideLines::perOrientation;
-  const auto distance = [&](int index) {
-    return std::abs(static_cast<double>(guides.position(index)) - mean);
-  };
-  int nearest = first;
-  for (int index = first; index < first + GuideLines::perOrientation; ++index)
-    if (distance(index) < distance(nearest)) nearest = index;
-
-  const GuidedLine guide{orientation, guides.position(nearest)};
-  LineFigures figures = measureLine(guide, samples, panel);
-  return {lineLabel(orientation, nearest - first + 1), guide, std::move(samples), figures};
 }
 
 /// Of whatever kind: also what cannot be read must not be replaced unseen.
@@ -262,16 +229,6 @@ std::string csvText(std::span<const LineResult> results, const MeasuredPanel& pa
     text += recordEnd;
   }
   return text;
-}
-
-Result<std::vector<LineResult>> measureDrawing(const fs::path& file, const MeasuredPanel& panel) {
-  auto drawing = readDrawing(file);
-  if (!drawing) return tl::unexpected(drawing.error());
-  const GuideLines guides(panel.screen);
-  std::vector<LineResult> results;
-  for (Stroke& stroke : *drawing)
-    results.push_back(measureAgainstNearest(std::move(stroke.samples), guides, panel));
-  return results;
 }
 
 }  // namespace touch

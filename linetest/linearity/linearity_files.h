@@ -68,9 +68,4 @@ EarlierResults readResults(const std::filesystem::path& folder, const MeasuredPa
 std::string csvText(std::span<const LineResult> results, const MeasuredPanel& panel,
                     const LinearityLimits& limits);
 
-/// Measures each stroke of a saved drawing against the nearest of the canvas's ten guide lines that
-/// runs its way.
-Result<std::vector<LineResult>> measureDrawing(const std::filesystem::path& file,
-                                               const MeasuredPanel& panel);
-
 }  // namespace touch

@@ -18,6 +18,20 @@ class Touchctl : public testing::Test {
         "lines.fdw",
         "Line #000\r\n 12 \r\n 1 \r\n 4 \r\n 480           100 \r\n 480           4000 \r\n"
         " 510           8000 \r\n 480           11400 \r\n");
+    // The canvas's guide lines at 1024 x 768, each 2 twips off.
+    std::string ten;
+    for (int line = 0; line < 10; ++line) {
+      ten += "Line #00" + std::to_string(line) + "\r\n 12 \r\n 1 \r\n 151 \r\n";
+      const bool upright = line < 5;
+      const int side = upright ? 15360 : 11520;
+      const int place = side / 32 + line % 5 * side * 15 / 64 + 2;
+      for (int along = 0; along <= 150; ++along) {
+        const std::string at = std::to_string((upright ? 11520 : 15360) * along / 150);
+        const std::string across = std::to_string(place);
+        ten += upright ? across + " " + at + "\r\n" : at + " " + across + "\r\n";
+      }
+    }
+    folder.write("ten.fdw", ten);
     fs::create_directory(folder.path() / "short");
     folder.write("short/errmsg.txt", std::string(99, '\n'));
   }
@@ -75,9 +89,8 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {"--simulate list", 0, "1  RS232 DEVICE 1  (answers)", ""},
       {usb("get"), 0, "rotation            0\n", ""},
       {usb("set right-click-time 700"), 0, "Right click response time: 700 ms\n", "Update OK"},
-      {"linearity @/lines.fdw", 0, "V-1         4     0.13     0.53     0.00     0.26", ""},
-      {"linearity @/lines.fdw --limit 0.2 --percent", 0, "limit 0.2 %", ""},
-      {"linearity @/lines.fdw --panel-size 500x375", 0, "Panel 500.0 x 375.0 mm; limit 1 mm", ""},
+      {"measure lines @/ten.fdw --panel-size 344.5x193.5 --save @/ten.json", 0, "\nPASS\n", ""},
+      {"measure lines @/ten.fdw", 0, "0.00      149  nominal", ""},
       {usb("monitor 2"), 0, "", "Setting OK"},
       {stubborn("set right-click on"), 0, "Right button: on\n", ""},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
@@ -88,8 +101,11 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
 TEST_F(Touchctl, SaysWhatFailed) {
   expectAll({
       {"--simulate --trace @/no/file list", 1, "", "/no/file cannot be written"},
-      {"linearity @/lines.fdw --limit 0.5", 1, "  FAIL\nFAIL\n", ""},
-      {"linearity @/lines.fdw @/good.vrq", 1, "", "good.vrq, line 1: expected \"Line #\""},
+      {"measure lines @/lines.fdw", 5, "V-1: INCOMPLETE\n", ""},
+      {"measure coverage @/ten.fdw", 5, "Rub there again.", ""},
+      {"measure lines @/ten.fdw --lines eighteen", 5, "lines: 10; at least 18", ""},
+      {"measure lines @/lines.fdw @/good.vrq", 1, "", "good.vrq, line 1: expected \"Line #\""},
+      {"measure judge @/good.vrq", 1, "", "good.vrq, line 1: expected JSON"},
       {"--simulate params load @/good.vrq", 1, "",
        "Are you sure ?! Not at a terminal: say --yes to go on."},
       {stubborn("get", "USB DEVICE 2"), 1, "", "Open Controller Error!!"},
@@ -161,7 +177,8 @@ TEST_F(Touchctl, RefusesWrongUse) {
       {"pins set 5 S=0:0 S=1:1", 2, "", "found S twice"},
       {"pins set 4 X+=0:0", 2, "", "found nothing for X-"},
       {"--simulate pins set 4 X+=0:0 X-=0:1 Y+=2:2 Y-=3:3", 2, "", "X+, channel: 0 is used by"},
-      {"linearity @/lines.fdw --plot x.png", 2, "", "touchutility saves the page as PNG and PDF"},
+      {"measure lines @/lines.fdw --plot x.png", 2, "",
+       "touchutility saves the page as PNG and PDF"},
       {"reset --json --yes", 2, "", "--json"},
   });
 }
@@ -172,15 +189,29 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
       {"--simulate info --json", 0, "\"unitType\": \"QRMV0301\"", ""},
       {usb("get rotation") + " --json", 0, "{\n  \"rotation\": \"0\"\n}", ""},
       {usb("pins show") + " --json", 0, "\"wire\": \"UR\"", ""},
-      {"linearity @/lines.fdw --plot @/page.svg --json", 0, "\"line\": \"V-1\"", ""},
+      {"measure lines @/ten.fdw --plot @/page.svg --map @/map.svg --json", 0, "\"line\": \"V-1\"",
+       ""},
       {"--simulate serial send OI --set m01 --json", 0, "\"text\": \"M0130100\"", ""},
       {"--simulate serial read-word 20 --json", 0, "\"word\": \"2580\"", ""},
       {"--simulate serial find-port --json", 0, "\"port\": 1", ""},
   });
   EXPECT_EQ(json::parse(run("--simulate list --json").output).at(0).at("number"), 1);
   EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1  pass"));
-  const json measured = json::parse(run("linearity @/lines.fdw --json").output);
-  EXPECT_NEAR(measured.at("/lines/0/all/maximum"_json_pointer).get<double>(), 0.53, 0.01);
+  EXPECT_THAT(folder.read("map.svg"), HasSubstr("mm nominal"));
+}
+
+TEST_F(Touchctl, JudgesASavedMeasurementAgain) {
+  ASSERT_EQ(run("measure lines @/ten.fdw --profile kiosk --operator Ada --save @/ten.json").status,
+            0);
+  const Ended again = run("measure judge @/ten.json --panel-size 344.5x193.5 --json");
+  EXPECT_EQ(again.status, 0) << again.errors;
+  const json judged = json::parse(again.output);
+  EXPECT_EQ(judged.at("outcome"), "PASS");
+  EXPECT_FALSE(judged.at("sizeIsNominal"));
+  EXPECT_NEAR(judged.at("/lines/0/offset"_json_pointer).get<double>(), 344.5 * 2 / 15360, 0.001);
+  folder.write("strict.json",
+               R"({"schema": "touch limits", "version": 1, "offset": {"mm": 0.01}})");
+  EXPECT_EQ(run("measure judge @/ten.json --limits @/strict.json").status, 1);
 }
 
 TEST_F(Touchctl, TalksPastTheDriver) {

@@ -2,7 +2,6 @@
 
 #include <regex>
 
-#include "linetest/files/drawing_file.h"
 #include "linetest/linearity/linearity_plot.h"
 #include "tests/doubles/comma_locale.h"
 #include "tests/doubles/temporary_folder.h"
@@ -110,21 +109,6 @@ TEST(LinearityCsv, HasARecordForEachLineWhateverTheLanguage) {
             "largest gap,coverage,absolute maximum in percent,centre,edge\r\n"
             "V-2,2,0.500,0.500,0.500,0.500,0.500,0.500,0.000,0.500,0.000,0.000,0.000,5.000,0.050,"
             "0.250,fail,pass\r\n");
-}
-
-TEST(MeasuredDrawing, TakesEachStrokeToItsNearestGuide) {
-  const TemporaryFolder folder;
-  // Guide lines at 625, 5312.5, 10000, … and 312.5, 2656.25, 5000, …
-  const Stroke strokes[] = {{12, 1, {{5412.5F, 0}, {5412.5F, 5000}, {5412.5F, 9000}}},
-                            {12, 1, {{0, 4950}, {20000, 4950}}}};
-  const auto path = folder.path() / "a.fdw";
-  ASSERT_EQ(whyNot(writeDrawing(path, strokes)), "");
-  const auto results = measureDrawing(path, panel);
-  ASSERT_TRUE(results && results->size() == 2);
-  EXPECT_EQ(results->at(0).label, "V-2");
-  EXPECT_NEAR(results->at(0).figures.offset, 1, 1e-4);
-  EXPECT_EQ(results->at(1).label, "H-3");
-  EXPECT_NEAR(results->at(1).figures.offset, -0.5, 1e-4);
 }
 
 TEST(LinearityPage, ShowsEveryLineAndStaysOnThePage) {
