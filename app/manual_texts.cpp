@@ -45,7 +45,7 @@ constexpr std::array<std::string_view, 2> shellDescription{
     "The options of the program hold for every command and may stand before or after its name."};
 constexpr std::array shellStatus{
     Entry{"0", "done"},          Entry{"1", "refused or failed"},
-    Entry{"2", "wrong use"},     Entry{"3", "no driver"},
+    Entry{"2", "wrong use"},     Entry{"3", "no driver, or it hung or crashed"},
     Entry{"4", "no controller"}, Entry{"5", "a measurement is incomplete"},
 };
 constexpr std::array shellExamples{

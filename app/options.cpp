@@ -61,6 +61,13 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "Use this touch driver library instead of the system's nexapi")
       ->type_name("PATH")
       ->excludes(simulate);
+  auto* const hosted = app.add_flag_callback(
+      "--driver-hosted", [&options] { options.driverHosted = true; },
+      "Run the driver in a process of its own, also a simulated one");
+  app.add_flag_callback(
+         "--driver-in-process", [&options] { options.driverHosted = false; },
+         "Run the driver in this program: when it hangs or crashes, so does the program")
+      ->excludes(hosted);
   app.add_option_function<std::string>(
          "--work-dir",
          [&options](const std::string& folder) { options.workFolder = absolutePathNamed(folder); },

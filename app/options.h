@@ -30,6 +30,7 @@ inline constexpr std::array<std::string_view, 2> languages = {"en", "de"};
 struct Options {
   bool simulate = false;
   std::optional<std::filesystem::path> driver;
+  std::optional<bool> driverHosted;  ///< in a process of its own; none: a real one is
   std::filesystem::path workFolder;  ///< absolute
   ComPorts comPorts;
   std::optional<ScreenSize> screen;

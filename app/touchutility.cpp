@@ -21,12 +21,14 @@
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
 #include "console/main/frmMain.h"
+#include "core/driver/nexapi.h"
 #include "core/driver/trace.h"
 #include "core/session.h"
 #include "linetest/test_parts.h"
 #include "serial/port/asio_serial_port.h"
 #include "support/system_name.h"
 #include "ui/controls/finger_style.h"
+#include "ui/driver_notice.h"
 #include "ui/event_loop_clock.h"
 #include "ui/guarded_application.h"
 #include "ui/guide/help.h"
@@ -75,17 +77,17 @@ bool offerSimulation(const BindError& error) {
   return box.clickedButton() == simulated;
 }
 
-struct BoundDriver {
-  std::unique_ptr<NexapiDriver> driver;
+struct ChosenDriver {
+  std::unique_ptr<BoundDriver> driver;
   std::optional<BindError> refused;  ///< why it is not the one that was wanted
 };
 
 /// Nothing when the user, who knows why there is no driver, wants none.
-std::optional<BoundDriver> bindDriver(Options& options) {
+std::optional<ChosenDriver> bindDriver(Options& options, Clock& clock, DriverPatience& patience) {
   std::optional<BindError> refused;
   while (true) {
-    auto driver = bindChosenDriver(options);
-    if (driver) return BoundDriver{std::move(*driver), refused};
+    auto driver = bindChosenDriver(options, clock, patience);
+    if (driver) return ChosenDriver{std::move(*driver), refused};
     if (options.simulate) {
       sayError(driver.error().describe(),
                QMessageBox::tr("The installation is incomplete; install TouchUtility again."));
@@ -118,9 +120,10 @@ std::optional<QSize> logicalSize(const std::optional<ScreenSize>& screen, const 
 /// hangs in a driver's start, where nothing is open yet, is left to the second asking.
 class EndingOnRequest {
  public:
-  EndingOnRequest() {
+  explicit EndingOnRequest(DriverNotice& notice) : notice_(notice) {
     using namespace std::chrono_literals;
     again_.setInterval(100ms);  // after one box there may be another
+    notice_.onLostInEnding = [this] { again_.start(); };
     QObject::connect(&again_, &QTimer::timeout, [this] {
       if (QWidget* const box = QApplication::activeModalWidget()) {
         box->close();
@@ -131,10 +134,12 @@ class EndingOnRequest {
   }
   void closes(frmMain& window) {
     window_ = &window;
+    QObject::connect(&window, &frmMain::closing, &window, [this] { notice_.endSoon(); });
     starting_ = false;
   }
 
  private:
+  DriverNotice& notice_;
   QTimer again_;
   QPointer<frmMain> window_;
   std::atomic<bool> starting_ = true;
@@ -142,6 +147,7 @@ class EndingOnRequest {
   EndingSignals signals_{[this] {
     constexpr int exitInterrupted = 130;
     if (asked_.exchange(true) && starting_) std::_Exit(exitInterrupted);
+    notice_.endSoon();
     QMetaObject::invokeMethod(&again_, qOverload<>(&QTimer::start), Qt::QueuedConnection);
   }};
 };
@@ -176,7 +182,9 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setStyle(new FingerStyle);  // the application owns it
   const WindowManners manners;
   QApplication::setQuitOnLastWindowClosed(false);
-  EndingOnRequest ending;
+  EventLoopClock clock;
+  DriverNotice notice(clock);
+  EndingOnRequest ending(notice);
   chooseLanguage(options);
   sayWhenNotConnected(options.monitor);
 
@@ -189,10 +197,10 @@ int run(Options& options, int argc, char** argv) {
                       : QMessageBox::tr("Mend or remove the file, then start again."));
     return exitFailed;
   }
-  const auto bound = bindDriver(options);
-  if (!bound) return exitNoDriver;
-  NexapiDriver& nexapi = *bound->driver;
-  addSimulatedPort(nexapi, options.comPorts);
+  const auto chosen = bindDriver(options, clock, notice);
+  if (!chosen) return exitNoDriver;
+  BoundDriver& bound = *chosen->driver;
+  addSimulatedPort(bound, options.comPorts);
 
   Trace trace;
   if (options.trace) {
@@ -201,9 +209,8 @@ int run(Options& options, int argc, char** argv) {
       return exitFailed;
     }
   }
-  TracingDriver driver(nexapi, trace);
+  TracingDriver driver(bound, trace);
   TracingSerialPort port(std::make_unique<AsioSerialPort>(options.comPorts), trace);
-  EventLoopClock clock;
   MessageBoxPrompt prompt;
   Session session;
   session.messages = *messages;
@@ -216,11 +223,11 @@ int run(Options& options, int argc, char** argv) {
 
   frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, linearity},
                  {.workFolder = options.workFolder,
-                  .driverPath = nexapi.path(),
-                  .simulation = Simulation(nexapi),
+                  .driverPath = bound.path(),
+                  .simulation = Simulation(bound),
                   .fullScreenSize = logicalSize(options.screen, app),
                   .monitor = options.monitor,
-                  .refusedDriver = bound->refused,
+                  .refusedDriver = chosen->refused,
                   .ports = options.comPorts,
                   .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
   // Its pictures take a tenth of the start to read.

@@ -18,6 +18,7 @@ int main(int argc, char** argv) try {
   QApplication::setStyle(new touch::FingerStyle);  // the application owns it
   registerStart();
   registerDecoder();
+  registerDriver();
   registerCanvas();
   registerDrawingFile();
   registerMeasure();

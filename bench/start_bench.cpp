@@ -57,6 +57,14 @@ void registerStart() {
       ->UseManualTime()
       ->Iterations(windows);
   benchmark::RegisterBenchmark(
+      "start/hosted",
+      [folder](benchmark::State& state) {
+        untilPainted(state, {PROGRAMS "/touchutility", "--simulate", "--driver-hosted",
+                             "--work-dir", folder->path().string()});
+      })
+      ->UseManualTime()
+      ->Iterations(windows);
+  benchmark::RegisterBenchmark(
       "start/empty window",
       [](benchmark::State& state) { untilPainted(state, {PROGRAMS "/empty_window"}); })
       ->UseManualTime()

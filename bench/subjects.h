@@ -8,6 +8,8 @@ namespace touch::bench {
 void registerStart();
 /// From bytes to touch reports.
 void registerDecoder();
+/// One operation of a driver, in the program and in a host.
+void registerDriver();
 /// One move of the pointer on the drawing canvas.
 void registerCanvas();
 /// Reading and writing drawing files.

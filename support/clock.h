@@ -39,6 +39,11 @@ class Clock {
                      const std::function<bool()>& cutShort = nullptr) = 0;
   /// Lets what is due run, `passes` times over. Many passes count as a short rest.
   virtual void yield(int passes = 1) = 0;
+  /// Waits in the middle of what nothing may interrupt: windows are painted and can be
+  /// closed, but no timer ticks and nothing else that the user begins arrives. `arrives` waits
+  /// itself, at most as long as it is told, and says whether what is waited for is there.
+  virtual void stand(std::chrono::milliseconds longest,
+                     const std::function<bool(std::chrono::milliseconds)>& arrives) = 0;
   virtual std::unique_ptr<Timer> makeTimer(std::function<void()> onTick) = 0;
 };
 

@@ -13,6 +13,10 @@ class QueuedClock : public Clock {
  public:
   void delay(std::chrono::milliseconds duration, const std::function<bool()>& cutShort) override;
   void yield(int passes) override;
+  void stand(std::chrono::milliseconds longest,
+             const std::function<bool(std::chrono::milliseconds)>& arrives) override {
+    arrives(longest);
+  }
   std::unique_ptr<Timer> makeTimer(std::function<void()> onTick) override;
 
  protected:

@@ -39,6 +39,22 @@
         <source>Start the program in another folder, or name one with --work-dir DIR.</source>
         <translation>Starten Sie das Programm in einem anderen Ordner, oder nennen Sie einen mit --work-dir DIR.</translation>
     </message>
+    <message>
+        <source>The touch driver %1 has not returned from %2 for %3 seconds.</source>
+        <translation>Der Touch-Treiber %1 ist seit %3 Sekunden nicht aus %2 zurückgekehrt.</translation>
+    </message>
+    <message>
+        <source>Wait, or restart the driver: then this action ends as if the controller did not answer.</source>
+        <translation>Warten Sie, oder starten Sie den Treiber neu: Dann endet diese Aktion, als ob der Controller nicht antwortete.</translation>
+    </message>
+    <message>
+        <source>&amp;Wait</source>
+        <translation>&amp;Warten</translation>
+    </message>
+    <message>
+        <source>&amp;Restart the driver</source>
+        <translation>Treiber &amp;neu starten</translation>
+    </message>
 </context>
 <context>
     <name>canvas</name>
@@ -610,6 +626,30 @@
         <source>The structure of %1 is sound; it was not decoded.</source>
         <translation>Der Aufbau von %1 ist in Ordnung; dekodiert wurde die Datei nicht.</translation>
     </message>
+    <message>
+        <source>The driver library has %1 bits.</source>
+        <translation>Die Treiberbibliothek hat %1 Bit.</translation>
+    </message>
+    <message>
+        <source>Its version is %1.</source>
+        <translation>Ihre Version ist %1.</translation>
+    </message>
+    <message>
+        <source>It runs in this program.</source>
+        <translation>Sie läuft in diesem Programm.</translation>
+    </message>
+    <message>
+        <source>It runs in a process of its own, %1.</source>
+        <translation>Sie läuft in einem eigenen Prozess, %1.</translation>
+    </message>
+    <message>
+        <source>What was being done ended as if the controller did not answer.</source>
+        <translation>Was gerade geschah, endete, als ob der Controller nicht antwortete.</translation>
+    </message>
+    <message>
+        <source>Install a newer touch driver if it happens again.</source>
+        <translation>Installieren Sie einen neueren Touch-Treiber, wenn es wieder geschieht.</translation>
+    </message>
 </context>
 <context>
     <name>drawings</name>
@@ -699,6 +739,66 @@
     <message>
         <source>The trace file %1 ends early, because it cannot be written on: %2</source>
         <translation>Die Mitschnittdatei %1 endet vorzeitig, weil sie sich nicht weiterschreiben lässt: %2</translation>
+    </message>
+    <message>
+        <source>%1, in which it would run, is missing: install TouchUtility again</source>
+        <translation>%1, worin sie liefe, fehlt: Installieren Sie TouchUtility neu</translation>
+    </message>
+    <message>
+        <source>it has %2 bits, and %1, in which it would run, is missing: install the package touchutility-driver32</source>
+        <translation>sie hat %2 Bit, und %1, worin sie liefe, fehlt: Installieren Sie das Paket touchutility-driver32</translation>
+    </message>
+    <message>
+        <source>it ended by itself, with status %1</source>
+        <translation>er hat sich selbst beendet, mit Status %1</translation>
+    </message>
+    <message>
+        <source>it cannot be ended</source>
+        <translation>er lässt sich nicht beenden</translation>
+    </message>
+    <message>
+        <source>its driver host %1 cannot be started: %2</source>
+        <translation>ihr Wirtsprogramm %1 kann nicht gestartet werden: %2</translation>
+    </message>
+    <message>
+        <source>exception %1</source>
+        <translation>Ausnahme %1</translation>
+    </message>
+    <message>
+        <source>it was ended</source>
+        <translation>er wurde beendet</translation>
+    </message>
+    <message>
+        <source>its start</source>
+        <translation>seinem Start</translation>
+    </message>
+    <message>
+        <source>it crashed as it was loaded: %1</source>
+        <translation>sie ist beim Laden abgestürzt: %1</translation>
+    </message>
+    <message>
+        <source>it did not return as it was loaded</source>
+        <translation>sie ist vom Laden nicht zurückgekehrt</translation>
+    </message>
+    <message>
+        <source>it damaged its host: expected %1</source>
+        <translation>sie hat ihr Wirtsprogramm beschädigt: erwartet %1</translation>
+    </message>
+    <message>
+        <source>The touch driver %1 crashed in %2: %3.</source>
+        <translation>Der Touch-Treiber %1 ist in %2 abgestürzt: %3.</translation>
+    </message>
+    <message>
+        <source>The touch driver %1 did not return from %2 and was ended.</source>
+        <translation>Der Touch-Treiber %1 ist nicht aus %2 zurückgekehrt und wurde beendet.</translation>
+    </message>
+    <message>
+        <source>The touch driver %1 damaged its host in %2: expected %3.</source>
+        <translation>Der Touch-Treiber %1 hat in %2 sein Wirtsprogramm beschädigt: erwartet %3.</translation>
+    </message>
+    <message>
+        <source>It crashed three times in a row and is not started again by itself. &quot;Refresh&quot; starts it once more.</source>
+        <translation>Er ist dreimal hintereinander abgestürzt und wird nicht von selbst wieder gestartet. „Aktualisieren“ startet ihn noch einmal.</translation>
     </message>
 </context>
 <context>

@@ -8,11 +8,47 @@ namespace touch {
 
 namespace {
 
+/// Keeps what the user begins from all windows but one. What he has begun before comes to its end.
+class InputFilter final : public QObject {
+ public:
+  explicit InputFilter(QWidget* throughTo) : throughTo_(throughTo) {
+    QCoreApplication::instance()->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::Wheel:
+      case QEvent::KeyPress:
+      case QEvent::ShortcutOverride:
+      case QEvent::Shortcut:
+      case QEvent::ContextMenu:
+      case QEvent::TouchBegin:
+      case QEvent::TabletPress:
+        return !belongs(watched);
+      default:
+        return false;
+    }
+  }
+
+ private:
+  bool belongs(const QObject* watched) const {
+    if (!throughTo_) return false;
+    if (const auto* const widget = qobject_cast<const QWidget*>(watched))
+      return widget->window() == throughTo_;
+    return watched == throughTo_->windowHandle();
+  }
+
+  QPointer<QWidget> throughTo_;
+};
+
 class EventLoopTimer final : public Timer {
  public:
-  explicit EventLoopTimer(std::function<void()> onTick) {
+  EventLoopTimer(std::function<void()> onTick, const bool& clockStands) {
     timer_.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&timer_, &QTimer::timeout, [onTick = std::move(onTick)] {
+    QObject::connect(&timer_, &QTimer::timeout, [onTick = std::move(onTick), &clockStands] {
+      if (clockStands) return;
       const auto tick = onTick;  // a copy: the tick may destroy its own timer
       tick();
     });
@@ -59,8 +95,22 @@ void EventLoopClock::yield(int passes) {
     QCoreApplication::processEvents();
 }
 
+void EventLoopClock::stand(std::chrono::milliseconds longest,
+                           const std::function<bool(std::chrono::milliseconds)>& arrives) {
+  // As long as nobody sees that a window is not painted.
+  constexpr std::chrono::milliseconds glance{10};
+  const auto end = now() + longest;
+  stands_ = true;
+  const InputFilter filter(throughTo_);
+  do {
+    // Closing a window counts as the user's input, and must be heard.
+    QCoreApplication::processEvents();
+  } while (!arrives(glance) && now() < end);
+  stands_ = false;
+}
+
 std::unique_ptr<Timer> EventLoopClock::makeTimer(std::function<void()> onTick) {
-  return std::make_unique<EventLoopTimer>(std::move(onTick));
+  return std::make_unique<EventLoopTimer>(std::move(onTick), stands_);
 }
 
 }  // namespace touch

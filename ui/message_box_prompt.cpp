@@ -66,16 +66,6 @@ class QuestionBox final : public QMessageBox {
   }
 };
 
-/// The window that a box belongs to. A full-screen window is in front of all others even while the
-/// system still has to make it the active one; a box of another one would bring that one to the
-/// front.
-QWidget* windowInFront() {
-  if (QWidget* const dialog = QApplication::activeModalWidget()) return dialog;
-  for (QWidget* const window : QApplication::topLevelWidgets())
-    if (qobject_cast<FullScreenWindow*>(window) != nullptr && window->isVisible()) return window;
-  return QApplication::activeWindow();
-}
-
 /// The button that was pressed, be it by its key; none when the box was closed without.
 QMessageBox::StandardButton pressedIn(QMessageBox& box, std::string_view text) {
   box.setTextFormat(Qt::PlainText);
@@ -102,6 +92,13 @@ Answer answerIn(QuestionBox& box, std::string_view text) {
 }
 
 }  // namespace
+
+QWidget* windowInFront() {
+  if (QWidget* const dialog = QApplication::activeModalWidget()) return dialog;
+  for (QWidget* const window : QApplication::topLevelWidgets())
+    if (qobject_cast<FullScreenWindow*>(window) != nullptr && window->isVisible()) return window;
+  return QApplication::activeWindow();
+}
 
 void MessageBoxPrompt::message(std::string_view text, std::string_view title) {
   await(text, title);

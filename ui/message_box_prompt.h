@@ -2,7 +2,14 @@
 
 #include "support/prompt.h"
 
+class QWidget;
+
 namespace touch {
+
+/// The window that a box belongs to. A full-screen window is in front of all others even while the
+/// system still has to make it the active one; a box of another one would bring that one to the
+/// front.
+QWidget* windowInFront();
 
 /// Message boxes and input boxes over the window that is in front.
 class MessageBoxPrompt final : public Prompt {

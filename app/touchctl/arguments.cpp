@@ -1,6 +1,8 @@
 #include "app/touchctl/arguments.h"
 
 #include <algorithm>
+#include <chrono>
+#include <cmath>
 
 #include "app/manual.h"
 #include "app/touchctl/commands.h"
@@ -26,6 +28,14 @@ Arguments::Arguments()
   app_.footer(exitStatusLine(touchctlManual));  // the commands take it over
   addCommonOptions(app_, options_);
   refuseMissingFolder(app_);
+  app_.add_option_function<double>(
+          "--driver-timeout",
+          [this](double seconds) {
+            options_.driverTimeout = std::chrono::milliseconds(std::llround(seconds * 1000));
+          },
+          "How long an operation of the driver may take before it counts as hanging (default: 10)")
+      ->type_name("SECONDS")
+      ->check(CLI::Range(0.1, 3600.0));
   app_.add_flag("--yes", options_.assumeYes, "Answer yes to every question");
   for (const auto addCommands : commandGroups)
     addCommands({app_, options_, command_, fileCommand_, known_, undeclared_});

@@ -6,6 +6,7 @@
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
 #include "core/driver/driver.h"
+#include "core/driver/nexapi.h"
 
 namespace {
 
@@ -28,6 +29,7 @@ ExitStatus run(const Arguments& arguments) {
     complain(std::string(missing.what()) + "; see 'touchctl doctor'");
     status = ExitStatus::failed;
   }
+  if ((*shell)->hasLostDriver()) status = ExitStatus::noDriver;
   if (const auto reason = (*shell)->takeTraceBreak()) complain(*reason);
   return status;
 }

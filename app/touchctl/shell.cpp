@@ -77,15 +77,29 @@ std::optional<std::string> ShellPrompt::input(std::string_view prompt, std::stri
   return answeredLine();
 }
 
-Shell::Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi,
-             MessageTable messages)
+DriverPatience::Next ShellPatience::stillWaiting(const DriverWait& wait) {
+  return wait.waited < limit_ ? Next::wait : Next::giveUp;
+}
+
+bool ShellPatience::isEnding() const {
+  return interrupted();
+}
+
+void ShellPatience::lost(const std::string& text) {
+  lost_ = true;
+  complain(text);
+}
+
+Shell::Shell(const ShellOptions& options, std::unique_ptr<Footing> footing,
+             std::unique_ptr<BoundDriver> bound, MessageTable messages)
     : options_(options),
-      nexapi_(std::move(nexapi)),
-      simulation_(*nexapi_),
-      driver_(*nexapi_, trace_),
+      footing_(std::move(footing)),
+      bound_(std::move(bound)),
+      simulation_(*bound_),
+      driver_(*bound_, trace_),
       prompt_(options.assumeYes, options.withoutBackup) {
   session_.messages = std::move(messages);
-  addSimulatedPort(*nexapi_, options_.comPorts);
+  addSimulatedPort(*bound_, options_.comPorts);
 }
 
 Result<std::unique_ptr<Shell>, ExitStatus> Shell::open(const ShellOptions& options) {
@@ -94,7 +108,8 @@ Result<std::unique_ptr<Shell>, ExitStatus> Shell::open(const ShellOptions& optio
     complain(messages.error().describe());
     return tl::unexpected(ExitStatus::failed);
   }
-  auto driver = bindChosenDriver(options);
+  auto footing = std::make_unique<Footing>(options);
+  auto driver = bindChosenDriver(options, footing->clock, footing->patience);
   if (!driver) {
     complain(driver.error().describe() +
              ".\nWithout it no controller can be reached. Install the driver of your controller, "
@@ -102,7 +117,8 @@ Result<std::unique_ptr<Shell>, ExitStatus> Shell::open(const ShellOptions& optio
              "with --driver, or try --simulate; 'touchctl doctor' says where it was looked for.");
     return tl::unexpected(ExitStatus::noDriver);
   }
-  std::unique_ptr<Shell> shell(new Shell(options, std::move(*driver), std::move(*messages)));
+  std::unique_ptr<Shell> shell(
+      new Shell(options, std::move(footing), std::move(*driver), std::move(*messages)));
   if (options.trace) {
     if (const auto started = shell->trace_.start(*options.trace); !started) {
       complain(started.error());
@@ -121,12 +137,14 @@ bool Shell::chooseController() {
   if (options_.controller.empty()) {
     const ControllerList list = getctrname(access(), prompt_);
     if (list.answered) return true;
+    if (hasLostDriver()) return false;  // which has been said, and explains the rest
     complain(list.names.empty()
                  ? noControllerAdvice
                  : "no controller answers; see 'touchctl list' and 'touchctl doctor'");
     return false;
   }
   const ControllerList list = getctrnameo(access(), prompt_);
+  if (hasLostDriver()) return false;
   const auto& names = list.names;
   if (std::find(names.begin(), names.end(), options_.controller) == names.end()) {
     complain(names.empty() ? noControllerAdvice

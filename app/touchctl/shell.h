@@ -1,12 +1,14 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "app/options.h"
 #include "core/discovery/discovery.h"
-#include "core/driver/nexapi.h"
+#include "core/driver/bound_driver.h"
+#include "core/driver/host/driver_patience.h"
 #include "core/driver/simulation.h"
 #include "core/driver/trace.h"
 #include "core/session.h"
@@ -49,6 +51,24 @@ struct ShellOptions : Options {
   bool assumeYes = false;
   bool withoutBackup = false;
   std::string controller;  ///< empty: the first that answers
+  std::chrono::milliseconds driverTimeout = std::chrono::seconds(10);
+};
+
+/// Gives an operation of the driver the time that the command line says, and none when the user has
+/// pressed Ctrl+C. Once a driver is lost, no other is started for this command.
+class ShellPatience final : public DriverPatience {
+ public:
+  explicit ShellPatience(std::chrono::milliseconds limit) : limit_(limit) {}
+
+  Next stillWaiting(const DriverWait& wait) override;
+  bool isEnding() const override;
+  void lost(const std::string& text) override;
+  bool startsAfresh() const override { return !lost_; }
+  bool hasLost() const { return lost_; }
+
+ private:
+  std::chrono::milliseconds limit_;
+  bool lost_ = false;
 };
 
 /// Everything a command needs, made once the driver is bound.
@@ -57,12 +77,14 @@ class Shell {
   /// The driver bound and the texts loaded, or the status to end with after the reason was printed.
   static Result<std::unique_ptr<Shell>, ExitStatus> open(const ShellOptions& options);
 
-  Access access() { return {session_, driver_, clock_}; }
+  Access access() { return {session_, driver_, clock()}; }
   Prompt& prompt() { return prompt_; }
-  SystemClock& clock() { return clock_; }
+  SystemClock& clock() { return footing_->clock; }
   /// A serial port of its own, traced like the driver.
   std::unique_ptr<SerialPort> makeSerialPort();
   const Simulation& simulation() const { return simulation_; }
+  /// The driver was lost on the way; that has been said.
+  bool hasLostDriver() const { return footing_->patience.hasLost(); }
   /// Why the trace ended early, once.
   std::optional<std::string> takeTraceBreak() { return trace_.takeBreak(); }
   const ShellOptions& options() const { return options_; }
@@ -73,14 +95,21 @@ class Shell {
   bool chooseController();
 
  private:
-  Shell(const ShellOptions& options, std::unique_ptr<NexapiDriver> nexapi, MessageTable messages);
+  /// What the driver refers to, and so is there before it is bound.
+  struct Footing {
+    explicit Footing(const ShellOptions& options) : patience(options.driverTimeout) {}
+    SystemClock clock;
+    ShellPatience patience;
+  };
+  Shell(const ShellOptions& options, std::unique_ptr<Footing> footing,
+        std::unique_ptr<BoundDriver> bound, MessageTable messages);
 
   ShellOptions options_;
-  std::unique_ptr<NexapiDriver> nexapi_;
+  std::unique_ptr<Footing> footing_;
+  std::unique_ptr<BoundDriver> bound_;
   Simulation simulation_;
   Trace trace_;
   TracingDriver driver_;
-  SystemClock clock_;
   ShellPrompt prompt_;
   Session session_;
 };

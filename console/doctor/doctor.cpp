@@ -9,6 +9,8 @@
 #include "core/discovery/discovery.h"
 #include "core/discovery/identity.h"
 #include "core/driver/connection.h"
+#include "core/driver/library_header.h"
+#include "core/driver/nexapi.h"
 #include "ports/port_holders.h"
 #include "ports/port_list.h"
 #include "support/clock.h"
@@ -123,6 +125,30 @@ void examineOperations(const Patient& patient, Findings& findings) {
   }
 }
 
+/// What it is, and where it runs.
+void examineProcess(const Patient& patient, Findings& findings) {
+  const DriverReport report = patient.access->driver.report();
+  std::string what;
+  if (const auto bits = libraryBits(patient.driverPath))
+    what = filled(say("doctor", "The driver library has %1 bits."), {std::to_string(*bits)}) + ' ';
+  if (const std::string version = libraryVersion(patient.driverPath); !version.empty())
+    what += filled(say("doctor", "Its version is %1."), {version}) + ' ';
+  what += report.host.empty()
+              ? say("doctor", "It runs in this program.")
+              : filled(say("doctor", "It runs in a process of its own, %1."), {report.host});
+  findings.add(ok, what);
+}
+
+/// How the driver was last lost, be it while the controllers were asked.
+void examineLoss(const Patient& patient, Findings findings) {
+  if (!patient.access) return;
+  const DriverReport report = patient.access->driver.report();
+  if (!report.lastLoss) return;
+  findings.add(problem, *report.lastLoss,
+               say("doctor", "What was being done ended as if the controller did not answer."),
+               say("doctor", "Install a newer touch driver if it happens again."));
+}
+
 void examineLibrary(const Patient& patient, Findings findings) {
   if (patient.refused) {
     const BindError& refused = *patient.refused;
@@ -130,7 +156,7 @@ void examineLibrary(const Patient& patient, Findings findings) {
         problem, refused.describe() + '.',
         say("doctor", "Without the touch driver no controller can be found, set up or calibrated."),
         libraryNextStep(patient, refused));
-    if (refused.library == NexapiDriver::makersLibrary && refused.foundAt.empty()) {
+    if (refused.library == BoundDriver::makersLibrary && refused.foundAt.empty()) {
       findings.add(
           note,
           filled(say("doctor", "%1 was looked for in %2."),
@@ -141,6 +167,7 @@ void examineLibrary(const Patient& patient, Findings findings) {
   }
   if (!patient.access) return;
   examineOperations(patient, findings);
+  examineProcess(patient, findings);
   if (patient.simulated) {
     findings.add(note, say("doctor", "The simulated driver is in use."),
                  say("doctor", "Its controllers are simulated; real ones are not reached."),
@@ -401,6 +428,7 @@ Diagnosis examined(const Patient& patient, const DoctorProgress& progress, bool 
     diagnosis.controllers = examineControllers(patient, progress, {all, "controllers"});
     if (progress) progress(say("doctor", "looking at the ports"));
   }
+  examineLoss(patient, {all, "library"});
   examinePorts(patient, {all, "ports"});
   if (complete) examineFolder(patient.workFolder, {all, "folder"});
   examineScreens(patient.screens, {all, "screens"});

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/driver/nexapi.h"
+#include "core/driver/bound_driver.h"
 #include "core/session.h"
 #include "ports/com_ports.h"
 

@@ -187,6 +187,7 @@ bool frmMain::hotKey(const QKeyEvent& key) {
 
 void frmMain::closeEvent(QCloseEvent* event) {
   if (model_.ended) return;
+  emit closing();
   console_.close();
   event->setAccepted(model_.ended);
 }
@@ -208,6 +209,8 @@ void frmMain::drawWork() {
     }
     controls_->setEnabled(false);
     statusLine_->showWait(shownText(model_.work->what));
+    // Before a driver is asked, which may not return for a while.
+    statusLine_->repaint();
   } else {
     controls_->setEnabled(true);
     giveFocusBack(focusBeforeWork_);

@@ -37,6 +37,8 @@ class frmMain final : public QWidget {
  signals:
   /// Once, after the window has been painted for the first time.
   void seen();
+  /// It is being closed: the program is to end soon.
+  void closing();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -86,6 +86,7 @@ std::optional<std::filesystem::path> MainConsole::workFile(const char* name) con
 
 void MainConsole::refresh() {
   if (!actions_.gate().isOpen() || actions_.refusedForDebugger()) return;
+  access_.driver.revive();
   actions_.hold({say("main", "Searching for controllers …")}, [this] {
     const std::string before = model_.selectedName();
     showInformation({});

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -24,6 +25,12 @@ class MissingOperation : public std::runtime_error {
 
  private:
   std::string operation_;
+};
+
+/// Where a driver runs, and how that went.
+struct DriverReport {
+  std::string host;                     ///< the program it runs in; empty: this one
+  std::optional<std::string> lastLoss;  ///< how it was last lost: it crashed, it hung
 };
 
 /// The touch driver as the rest of the system sees it: the 36 operations, and which of them are not
@@ -53,6 +60,18 @@ class Driver {
   virtual std::vector<std::string_view> missing() const {
     return {};
   }
+  virtual DriverReport report() const {
+    return {};
+  }
+  /// The user wants a driver that has been given up to be tried once more.
+  virtual void revive() {}
+};
+
+/// Every operation by its name.
+inline constexpr std::array driverOperations = {
+#define TOUCH_NAME(name, parameters, arguments) std::string_view(#name),
+    NEXAPI_OPERATIONS(TOUCH_NAME)
+#undef TOUCH_NAME
 };
 
 /// What it takes to have the driver's COM port for a while: what could not be given back is not

@@ -8,10 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/driver/driver.h"
+#include "core/driver/bound_driver.h"
 #include "support/process_state.h"
 #include "support/result.h"
-#include "support/text/language.h"
 
 namespace touch {
 
@@ -46,53 +45,34 @@ void trustOwnFoldersAlone();
 /// The folder that holds the running program; empty when the system does not tell.
 std::filesystem::path programFolder();
 
+/// The file of a library called `name` that lies where this program's own folders are searched for
+/// it: it goes before those of the system.
+std::optional<std::filesystem::path> ownLibrary(const std::string& name);
+
 /// Where a library is looked for by its name, in words: folders of this program first.
 std::string librarySearchPlaces();
 
 /// The file name of a shared library called `name` on this platform: "libname.so", "name.dll".
 std::string libraryFileName(const std::string& name);
 
-/// Why no driver could be bound: which library, and in whose words what was wrong.
-struct BindError {
-  std::string library;
-  std::string reason;
-  std::filesystem::path foundAt{};  ///< where it was loaded from; empty when it could not be
-  std::string describe() const {
-    return filled(say("driver", "The touch driver library %1 cannot be used: %2"),
-                  {library, reason});
-  }
-};
-
 /// The touch driver in a shared library: every call goes straight to the function of the same name.
 /// The call of one that the library lacks throws MissingOperation. What the library changes in the
 /// process as it is loaded or opens a controller is put right.
-class NexapiDriver final : public Driver {
+class NexapiDriver final : public BoundDriver {
  public:
-  /// What the maker's library is called.
-  static constexpr const char* makersLibrary = "nexapi";
-#define TOUCH_COUNT(name, parameters, arguments) +1
-  static constexpr int operationCount = NEXAPI_OPERATIONS(TOUCH_COUNT);
-#undef TOUCH_COUNT
-
   /// Binds the library at `path`, or, without one, the maker's `nexapi` where the platform's loader
   /// finds it. A library that lacks some of the 36 operations is bound all the same; one that has
   /// none is no touch driver.
   static Result<std::unique_ptr<NexapiDriver>, BindError> bind(
       const std::optional<std::filesystem::path>& path);
 
-  const std::filesystem::path& path() const {
-    return library_.path();
-  }
-  /// A function that the library exports beside the 36, or null.
-  void* extraExport(const char* name) const {
-    return library_.symbol(name);
-  }
+  const std::filesystem::path& path() const override { return library_.path(); }
   bool isSimulated() const override;
   Result<std::string, std::string> simulate(const std::string& request) override;
+  /// A function that the library exports beside the 36, or null.
+  void* extraExport(const char* name) const { return library_.symbol(name); }
 
-  std::vector<std::string_view> missing() const override {
-    return missing_;
-  }
+  std::vector<std::string_view> missing() const override { return missing_; }
 
 #define TOUCH_FORWARD(name, parameters, arguments)    \
   std::int32_t name parameters override {             \

@@ -73,6 +73,15 @@ std::string librarySearchPlaces() {
   return places + say("driver", "the folders of LD_LIBRARY_PATH and those of the system");
 }
 
+std::optional<fs::path> ownLibrary(const std::string& name) {
+  for (const auto& folder : ownFolders()) {
+    std::error_code ignored;
+    auto file = folder / libraryFileName(name);
+    if (fs::exists(file, ignored)) return file;
+  }
+  return std::nullopt;
+}
+
 fs::path programFolder() {
   std::error_code unknown;
   const auto folder = fs::read_symlink("/proc/self/exe", unknown).parent_path();
@@ -90,18 +99,14 @@ Result<SharedLibrary, std::string> SharedLibrary::loadPath(const fs::path& path)
 }
 
 Result<SharedLibrary, std::string> SharedLibrary::loadNamed(const std::string& name) {
-  const std::string file = libraryFileName(name);
-  for (const auto& folder : ownFolders()) {
-    std::error_code ignored;
-    if (fs::exists(folder / file, ignored)) return loadPath(folder / file);
-  }
+  if (const auto own = ownLibrary(name)) return loadPath(*own);
   if (searchPathReachesCurrentFolder()) {
     return tl::unexpected(
         say("driver",
             "LD_LIBRARY_PATH has an element that leads to the current folder; remove that element, "
             "or name the library with --driver"));
   }
-  void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* const library = dlopen(libraryFileName(name).c_str(), RTLD_NOW | RTLD_LOCAL);
   if (library == nullptr) return tl::unexpected(loaderError());
   return SharedLibrary(library, loadedFrom(library));
 }

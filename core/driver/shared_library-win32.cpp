@@ -48,6 +48,13 @@ std::string librarySearchPlaces() {
   return filled(say("driver", "%1 and the system folder"), {programFolder().string()});
 }
 
+std::optional<std::filesystem::path> ownLibrary(const std::string& name) {
+  std::error_code ignored;
+  auto file = programFolder() / libraryFileName(name);
+  if (!std::filesystem::exists(file, ignored)) return std::nullopt;
+  return file;
+}
+
 std::filesystem::path programFolder() {
   return moduleFile(nullptr).parent_path();
 }

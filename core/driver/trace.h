@@ -68,6 +68,12 @@ class TracingDriver final : public Driver {
   std::vector<std::string_view> missing() const override {
     return inner_.missing();
   }
+  DriverReport report() const override {
+    return inner_.report();
+  }
+  void revive() override {
+    inner_.revive();
+  }
 
  private:
   Driver& inner_;

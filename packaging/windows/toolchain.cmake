@@ -1,10 +1,15 @@
-# 64-bit Windows programs from Debian's MinGW-w64; its posix thread model is what gives GCC 12 std::thread.
+# Windows programs from Debian's MinGW-w64, of 64 bits unless WINDOWS_PROCESSOR is i686; its posix thread model is what gives
+# GCC 12 std::thread.
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES WINDOWS_PROCESSOR)
+if(NOT WINDOWS_PROCESSOR)
+  set(WINDOWS_PROCESSOR x86_64)
+endif()
 set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_SYSTEM_PROCESSOR x86_64)
-set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
-set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
-set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
-set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_SYSTEM_PROCESSOR ${WINDOWS_PROCESSOR})
+set(CMAKE_C_COMPILER ${WINDOWS_PROCESSOR}-w64-mingw32-gcc-posix)
+set(CMAKE_CXX_COMPILER ${WINDOWS_PROCESSOR}-w64-mingw32-g++-posix)
+set(CMAKE_RC_COMPILER ${WINDOWS_PROCESSOR}-w64-mingw32-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/${WINDOWS_PROCESSOR}-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -236,7 +236,8 @@ TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
   while (write(full, &full, 1) == 1) {
   }
   setenv("RUDE_DRIVER", "end", 1);
-  const std::string line = "'" TOUCHCTL "' --driver '" STUBBORN_LIBRARY "' list > ";
+  const std::string line =
+      "'" TOUCHCTL "' --driver-in-process --driver '" STUBBORN_LIBRARY "' list > ";
   EXPECT_EQ(runProgram("/bin/sh", {"-c", line + (folder.path() / "pipe").string()}).status, 4);
   unsetenv("RUDE_DRIVER");
   close(full);

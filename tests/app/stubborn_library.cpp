@@ -12,8 +12,10 @@
 // A touch driver that takes every setting and keeps none. "USB DEVICE 1" can be opened but does not
 // answer; "USB DEVICE 2" cannot be opened. With HOSTILE_TEXT that is what the first is called
 // after, and what it answers. With RUDE_DRIVER it also does to the process what is none of its
-// business: "exit" and "quick exit" end it in the first call, "end" asks it to end when it is
-// loaded, anything else upsets it then and with each controller that is opened.
+// business: "exit" and "quick exit" end it in the first call, "crash" and "hang" do that there,
+// "crash loading" and "hang loading" when it is loaded, "end" asks the process to end then,
+// anything else upsets it then and with each controller that is opened. What hangs says so.
+
 namespace {
 
 const char* hostileText() {
@@ -25,8 +27,22 @@ std::string_view rudeness() {
   return said == nullptr ? "" : said;
 }
 
+/// A null pointer that no compiler sees through.
+void crash() {
+  volatile int* const nowhere = nullptr;
+  *nowhere = 1;
+}
+
+void hang() {
+  std::fputs("it hangs\n", stderr);
+  while (true)
+    pause();
+}
+
 bool upset() {
   if (rudeness().empty()) return false;
+  if (rudeness() == "crash loading") crash();
+  if (rudeness() == "hang loading") hang();
   if (rudeness() == "end") return raise(SIGTERM) == 0;
   for (const int number : {SIGINT, SIGALRM, SIGPIPE, SIGXFSZ})
     std::signal(number, SIG_DFL);
@@ -51,6 +67,8 @@ class StubbornDriver final : public touch::test::UniformDriver {
   std::int32_t GetExistControllers() override {
     if (rudeness() == "exit") std::exit(EXIT_SUCCESS);
     if (rudeness() == "quick exit") std::quick_exit(EXIT_SUCCESS);
+    if (rudeness() == "crash") crash();
+    if (rudeness() == "hang") hang();
     return 2;
   }
   std::int32_t GetControllerName(std::int32_t number, char* name, std::int32_t size) override {

@@ -142,8 +142,8 @@ TEST_F(Touchctl, NeverLooksLikeSuccessWhenADriverEndsIt) {
        {std::tuple("exit", TOUCHCTL, "list"), std::tuple("quick exit", TOUCHCTL, "list"),
         std::tuple("exit", TOUCHUTILITY, "--lang en")}) {
     setenv("RUDE_DRIVER", rudeness, 1);
-    const Ended ended =
-        runProgram(program, wordsIn("--work-dir @ " + stubbornly + command, folder));
+    const Ended ended = runProgram(
+        program, wordsIn("--work-dir @ --driver-in-process " + stubbornly + command, folder));
     EXPECT_EQ(ended.status, 1) << program;
     EXPECT_THAT(ended.errors, HasSubstr("ended from within")) << program;
   }

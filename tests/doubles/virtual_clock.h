@@ -30,6 +30,11 @@ class VirtualClock final : public QueuedClock {
     QueuedClock::yield(passes);
   }
 
+  void stand(std::chrono::milliseconds longest,
+             const std::function<bool(std::chrono::milliseconds)>& arrives) override {
+    if (!arrives(std::chrono::milliseconds(0))) sleepUntil(now_ + longest);
+  }
+
   /// Runs `event` once when `time` from now has passed.
   void after(std::chrono::milliseconds time, std::function<void()> event) {
     const auto index = events_.size();

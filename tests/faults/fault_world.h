@@ -33,7 +33,9 @@ class FaultWorld final : public ParameterDesk {
   ~FaultWorld() override { planObeyed = nullptr; }
   void TestBody() override {}
 
-  Access access() { return {session, driver, clock}; }
+  Access access() { return {session, *used, clock}; }
+  /// The process of the driver is gone.
+  void forgetHandles() { script.openHandles.clear(); }
   /// What the user was told so far.
   std::string told() const { return said().empty() ? "" : testing::PrintToString(said()); }
   /// Bytes that the controller on the line sends by itself, a few at a time.
@@ -54,6 +56,7 @@ class FaultWorld final : public ParameterDesk {
 
   FaultPlan plan;
   FaultyDriver driver{ParameterDesk::driver(), plan};
+  Driver* used = &driver;  ///< what the program talks to
   AsioSerialPort serial{[this] {
     ComPorts ports;
     ports.assignUnlessGiven(1, [this] { return terminal_.path(); });

@@ -49,22 +49,23 @@ ExitStatus examineMachine(const ShellOptions& options, const std::optional<fs::p
     }
   }
   catchInterrupt();
-  const auto nexapi = bindChosenDriver(options);
+  SystemClock clock;
+  ShellPatience patience(options.driverTimeout);
+  const auto bound = bindChosenDriver(options, clock, patience);
   Patient patient{.simulated = options.simulate,
                   .ports = options.comPorts,
                   .workFolder = options.workFolder,
                   .versions = {programVersion(), systemName()}};
   Session session;
-  SystemClock clock;
   std::optional<TracingDriver> driver;
-  if (nexapi) {
-    driver.emplace(**nexapi, trace);
+  if (bound) {
+    driver.emplace(**bound, trace);
     patient.access.emplace(Access{session, *driver, clock});
-    patient.driverPath = (*nexapi)->path();
-    patient.simulated = (**nexapi).isSimulated();
-    addSimulatedPort(**nexapi, patient.ports);
+    patient.driverPath = (*bound)->path();
+    patient.simulated = (**bound).isSimulated();
+    addSimulatedPort(**bound, patient.ports);
   } else {
-    patient.refused = nexapi.error();
+    patient.refused = bound.error();
   }
   const Diagnosis diagnosis = examine(patient);
   print("{}", options.json ? findingsAsJson(diagnosis) : findingsAsText(diagnosis));
