@@ -90,7 +90,7 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {usb("get"), 0, "rotation            0\n", ""},
       {usb("set right-click-time 700"), 0, "Right click response time: 700 ms\n", "Update OK"},
       {"measure lines @/ten.fdw --panel-size 344.5x193.5 --save @/ten.json", 0, "\nPASS\n", ""},
-      {"measure lines @/ten.fdw", 0, "0.00      149  nominal", ""},
+      {"measure lines @/ten.fdw", 0, "(nominal: 96 pixels an inch)", ""},
       {usb("monitor 2"), 0, "", "Setting OK"},
       {stubborn("set right-click on"), 0, "Right button: on\n", ""},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
