@@ -32,7 +32,9 @@ constexpr std::size_t pointReportSize = 3;
 constexpr int rings = 4;
 constexpr float outerRing = 250;  // twips
 constexpr float ringStep = 75;    // twips
-constexpr std::size_t firstRingColour = 10;
+// Of the pulsing target, from its outer ring to its inner one.
+constexpr std::array<Colour, rings> ringColours = {palette[10], palette[11], palette[12],
+                                                   palette[13]};
 constexpr int lineWidth = 2;
 
 }  // namespace
@@ -165,7 +167,7 @@ void Calibration::tickPulse() {
   if (pulseStopped_) return;
   progress_ += progressPerTick;
   if (!isAtTarget()) return;
-  drawTarget(index_, ring_, palette[firstRingColour + static_cast<std::size_t>(ring_)]);
+  drawTarget(index_, ring_, ringColours[static_cast<std::size_t>(ring_)]);
   if (++ring_ < rings) return;
   for (int ring = 0; ring < rings; ++ring)
     drawTarget(index_, ring, lightGrey);

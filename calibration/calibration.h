@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-#include "calibration/targets.h"
+#include "calibration/target_places.h"
 #include "core/driver/connection.h"
 #include "core/session.h"
 #include "drawing/surface.h"

@@ -84,12 +84,4 @@ ControllerList getctrname(const Access& access, Prompt& prompt, const ProbeProgr
   return list;
 }
 
-ModelProbe conMT(const Access& access) {
-  Connection connection(access);
-  connection.flush();
-  const Reply reply = ask(connection, access.clock, commandFrame("Uu"), {.wait = enquiryWait});
-  const bool newer = reply.size() == 10 && reply.bytes[9] == '2';
-  return newer ? ModelProbe::newerModel : ModelProbe::other;
-}
-
 }  // namespace touch

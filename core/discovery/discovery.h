@@ -49,7 +49,4 @@ ControllerList getctrnameo(const Access& access, Prompt& prompt);
 /// after its third character.
 bool isServedName(std::string_view name);
 
-/// Asks the session's controller "Uu" which model it is.
-ModelProbe conMT(const Access& access);
-
 }  // namespace touch

@@ -29,6 +29,14 @@ Identity readfw(const Access& access) {
   return identity;
 }
 
+ModelProbe conMT(const Access& access) {
+  Connection connection(access);
+  connection.flush();
+  const Reply reply = ask(connection, access.clock, commandFrame("Uu"), {.wait = enquiryWait});
+  const bool newer = reply.size() == 10 && reply.bytes[9] == '2';
+  return newer ? ModelProbe::newerModel : ModelProbe::other;
+}
+
 std::string modelName(const std::string& unitType) {
   constexpr std::array<std::string_view, 4> variants = {"01", "03", "04", "05"};
   if (unitType == "QMRV1000") return say("discovery", "first model");

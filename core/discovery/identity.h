@@ -17,6 +17,9 @@ struct Identity {
 /// Reads unit type and firmware of the session's controller.
 Identity readfw(const Access& access);
 
+/// Asks the session's controller "Uu" which model it is.
+ModelProbe conMT(const Access& access);
+
 /// What the unit type says about the model, for people: "first model", "model variant 03"; empty
 /// when it says nothing.
 std::string modelName(const std::string& unitType);

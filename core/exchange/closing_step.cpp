@@ -1,6 +1,5 @@
 #include "core/exchange/closing_step.h"
 
-#include "core/discovery/discovery.h"
 #include "core/discovery/identity.h"
 #include "core/exchange/exchange.h"
 #include "support/text/hex.h"

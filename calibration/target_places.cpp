@@ -1,4 +1,4 @@
-#include "calibration/targets.h"
+#include "calibration/target_places.h"
 
 #include <algorithm>
 #include <iterator>
