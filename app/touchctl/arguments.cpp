@@ -14,7 +14,7 @@ namespace {
 // In the order in which the help lists them.
 constexpr auto commandGroups = {
     addInformationCommands, addSettingCommands,     addMaintenanceCommands, addParameterCommands,
-    addPinCommands,         addCalibrationCommands, addMeasureCommands,    addSerialCommands,
+    addPinCommands,         addCalibrationCommands, addMeasureCommands,     addSerialCommands,
     addDoctorCommand,       addDemoCommand,
 };
 

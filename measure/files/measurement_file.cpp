@@ -81,8 +81,8 @@ Json limitsJson(const Limits& limits) {
 LengthLimit readLength(const JsonNode& node) {
   LengthLimit limit;
   node.onlyMembers({"mm", "percent"});
-  node.optionalMember("mm",
-                      [&](const JsonNode& mm) { limit.mm = Millimetres{mm.number(0, farthest)}; });
+  node.optionalMember(
+      "mm", [&](const JsonNode& length) { limit.mm = Millimetres{length.number(0, farthest)}; });
   node.optionalMember("percent", [&](const JsonNode& percent) {
     limit.percent = Percent{percent.number(0, farthest)};
   });

@@ -145,6 +145,11 @@ std::filesystem::path absolutePathNamed(std::string_view utf8) {
   return unknown ? named : path;
 }
 
+std::string utf8Of(const std::filesystem::path& path) {
+  const auto text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
 std::string_view withoutByteOrderMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
 }

@@ -40,6 +40,9 @@ std::filesystem::path pathNamed(std::string_view utf8);
 /// Without a current folder it stays as it was given.
 std::filesystem::path absolutePathNamed(std::string_view utf8);
 
+/// The other way round: a path as UTF-8.
+std::string utf8Of(const std::filesystem::path& path);
+
 /// `text` without the three bytes that some editors put in front of UTF-8.
 std::string_view withoutByteOrderMark(std::string_view text);
 

@@ -23,11 +23,6 @@ std::optional<HostMessage> perform(Driver& driver, std::int32_t (Driver::*operat
   }
 }
 
-std::string utf8Of(const std::filesystem::path& path) {
-  const auto text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 }  // namespace
 
 DriverServer::DriverServer(Bind bind) : bind_(std::move(bind)) {}

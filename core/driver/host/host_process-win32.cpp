@@ -25,11 +25,6 @@ Handle owned(HANDLE handle) {
   return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
-std::string utf8Of(const std::filesystem::path& path) {
-  const auto text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 std::string numbered(DWORD number) {
   std::array<char, 16> text{};
   std::snprintf(text.data(), text.size(), "0x%08lX", number);

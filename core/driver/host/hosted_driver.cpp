@@ -26,11 +26,6 @@ std::string shownOperation(std::string_view operation) {
   return operation == loading ? say("driver", "its start") : std::string(operation);
 }
 
-std::string utf8Of(const std::filesystem::path& path) {
-  const auto text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
 /// The operation of that name in the table, which outlives every message.
 std::optional<std::string_view> knownOperation(std::string_view name) {
   const auto* const found = std::ranges::find(driverOperations, name);
