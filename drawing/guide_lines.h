@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstdint>
 
 #include "drawing/surface.h"
@@ -13,7 +12,8 @@ enum class Orientation : std::uint8_t { vertical, horizontal };
 /// Hundredths of the screen's width or height: a tolerance, or how far a sample is from its line.
 struct Percent {
   float value = 0;
-  friend auto operator<=>(const Percent&, const Percent&) = default;
+  friend bool operator==(const Percent&, const Percent&) = default;
+  friend bool operator<(const Percent& a, const Percent& b) { return a.value < b.value; }
 };
 
 /// Half-widths of the tolerance bands around the guide lines, in twips.

@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "console/actions/actions.h"
 #include "ui/controls/finger_style.h"
@@ -122,8 +123,9 @@ QWidget* frmMaintenancePage::makeFunctions() {
     grid->addWidget(purpose, row, 1);
     ++row;
     connect(function.button, &QPushButton::clicked, this,
-            [this, what = function.work.toStdString(), action = function.action] {
-              commands_.perform(what, [this, action] { return (editor_.*action)(); });
+            [this, what = function.work.toStdString(),
+             step = std::function<Notice()>(std::bind_front(function.action, &editor_))] {
+              commands_.perform(what, step);
             });
   }
   grid->setColumnStretch(1, 1);

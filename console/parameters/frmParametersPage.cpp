@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "console/actions/actions.h"
 #include "console/parameters/vrq_file.h"
@@ -139,9 +140,8 @@ QWidget* frmParametersPage::makeFileButtons() {
 QWidget* frmParametersPage::makeActions() {
   // Each says what is being waited for meanwhile.
   const auto perform = [this](const QString& what, Notice (ParameterEditor::*action)()) {
-    return [this, what, action] {
-      commands_.perform(what.toStdString(), [this, action] { return (editor_.*action)(); });
-    };
+    const std::function<Notice()> step = std::bind_front(action, &editor_);
+    return [this, what, step] { commands_.perform(what.toStdString(), step); };
   };
   return makeButtons({
       {new QPushButton(tr("&Read")), "cmdReadParameters",

@@ -29,7 +29,7 @@ class Wander {
   Wander(const Hand& hand, std::mt19937& random) : amplitude_(hand.wander) {
     for (Wave& wave : waves_)
       wave = {uniform(random, 25, 150), uniform(random, 0, 2 * std::numbers::pi)};
-    shift_ = std::normal_distribution(0.0, amplitude_ / 2)(random);
+    shift_ = std::normal_distribution()(random) * amplitude_ / 2;
   }
   double at(double along) const {
     double sum = 0;
@@ -81,8 +81,9 @@ class Finger {
   }
 
   void tap(const Target& target) {
-    std::normal_distribution spread(0.0, trial_.hand.tapSpread);
-    const PointMm at = trial_.size.point(target.at) + PointMm(spread(random_), spread(random_));
+    std::normal_distribution chance;
+    const PointMm spread(chance(random_), chance(random_));
+    const PointMm at = trial_.size.point(target.at) + spread * trial_.hand.tapSpread;
     touch(target.name, at, 0.1, 0.5);
   }
 
@@ -125,8 +126,8 @@ class Finger {
           trial_.tilt.cwiseProduct(PointMm(v, u)) + trial_.drift * time_;
     if (trial_.crack && (trial_.crack->upright ? finger.x() : finger.y()) > trial_.crack->place)
       at += trial_.crack->jump;
-    std::normal_distribution noise(0.0, trial_.noise);
-    at += PointMm(noise(random_), noise(random_));
+    std::normal_distribution chance;
+    at += PointMm(chance(random_), chance(random_)) * trial_.noise;
     const Eigen::Vector2d half(0.5, 0.5);
     return trial_.directions * (at.cwiseQuotient(corner_) - half) + half;
   }

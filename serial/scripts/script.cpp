@@ -154,9 +154,10 @@ Result<Action> parseNote(std::string_view text) {
   return NoteStep{std::string(text)};
 }
 
-std::optional<int> hexNumber(std::string_view text) {
+/// -1: it is no number of two hexadecimal digits.
+int hexNumber(std::string_view text) {
   const auto bytes = text.size() == 2 ? parseBytes(text) : parseBytes({});
-  return bytes ? std::optional<int>(bytes->front()) : std::nullopt;
+  return bytes ? bytes->front() : -1;
 }
 
 Result<Action> parseRepeat(std::string_view text) {
@@ -167,12 +168,12 @@ Result<Action> parseRepeat(std::string_view text) {
     if (!times) return refuse(say("scripts", "a number of times from 1 to 1000000"), first);
     return RepeatStep{{}, 1, *times};
   }
-  const auto from = hexNumber(takeWord(text));
-  const auto to = takeWord(text) == "to" ? hexNumber(text) : std::nullopt;
+  const int from = hexNumber(takeWord(text));
+  const int to = takeWord(text) == "to" ? hexNumber(text) : -1;
   const bool isName = first.find_first_of("\"{}\\") == first.npos;
-  if (!from || !to || *from > *to || !isName)
+  if (from < 0 || from > to || !isName)
     return refuse(say("scripts", "repeat 10, or repeat NN 00 to 3F"), whole);
-  return RepeatStep{std::string(first), *from, *to};
+  return RepeatStep{std::string(first), from, to};
 }
 
 Result<Action> parseEnd(std::string_view text) {

@@ -1,7 +1,9 @@
 #include "core/driver/host/host_message.h"
 
+#include <cstdint>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <string_view>
 #include <utility>
 
 namespace touch {
@@ -54,6 +56,40 @@ class MessageParts final : public json::json_sax_t {
   bool named_ = false;
 };
 
+/// Takes an item's head off `bytes`: its kind, and the number in it. Only heads of a known length.
+std::optional<std::pair<unsigned, std::uint32_t>> takeHead(std::string_view& bytes) {
+  if (bytes.empty()) return std::nullopt;
+  const auto first = static_cast<unsigned char>(bytes.front());
+  bytes.remove_prefix(1);
+  const unsigned kind = first >> 5U;
+  const unsigned small = first & 0x1FU;
+  if (small < 24) return std::pair(kind, std::uint32_t{small});
+  if (small > 26) return std::nullopt;
+  const std::size_t size = std::size_t{1} << (small - 24);
+  if (bytes.size() < size) return std::nullopt;
+  std::uint32_t number = 0;
+  for (const char byte : bytes.substr(0, size))
+    number = number << 8U | static_cast<unsigned char>(byte);
+  bytes.remove_prefix(size);
+  return std::pair(kind, number);
+}
+
+/// Whether it is one array of numbers, bytes and text. What is nested deeply would overflow the
+/// stack of whoever reads it.
+bool isFlatArray(std::string_view bytes) {
+  enum : unsigned { positive, negative, byteString, text, array };
+  const auto outer = takeHead(bytes);
+  if (!outer || outer->first != array) return false;
+  for (std::uint32_t left = outer->second; left > 0; --left) {
+    const auto item = takeHead(bytes);
+    if (!item || item->first > text) return false;
+    if (item->first < byteString) continue;
+    if (item->second > bytes.size()) return false;
+    bytes.remove_prefix(item->second);
+  }
+  return bytes.empty();
+}
+
 }  // namespace
 
 std::optional<std::string> encoded(const HostMessage& message) {
@@ -88,7 +124,7 @@ Result<std::optional<HostMessage>, std::string> HostMessageReader::next() {
   const std::string body = bytes_.substr(lengthBytes, length);
   bytes_.erase(0, lengthBytes + length);
   MessageParts parts;
-  if (!json::sax_parse(body, &parts, json::input_format_t::cbor))
+  if (!isFlatArray(body) || !json::sax_parse(body, &parts, json::input_format_t::cbor))
     return tl::unexpected(std::string("a message of a name, numbers and bytes"));
   return Next(std::move(parts.message));
 }
