@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <cstdlib>
 
 #include <array>
 #include <csignal>
@@ -19,10 +20,25 @@ const std::string stubbornly = "--driver \"" STUBBORN_LIBRARY "\" ";
 /// What the driver does to its process, as long as it lives.
 class Rudeness {
  public:
-  explicit Rudeness(const char* how) { setenv("RUDE_DRIVER", how, 1); }
-  ~Rudeness() { unsetenv("RUDE_DRIVER"); }
+  explicit Rudeness(const char* how) : sanitizer_(given()) {
+    setenv("RUDE_DRIVER", how, 1);
+    // A sanitizer would report the crash itself, and not let the system do it.
+    setenv("ASAN_OPTIONS", (sanitizer_ + ":handle_segv=0").c_str(), 1);
+  }
+  ~Rudeness() {
+    unsetenv("RUDE_DRIVER");
+    setenv("ASAN_OPTIONS", sanitizer_.c_str(), 1);
+  }
   Rudeness(const Rudeness&) = delete;
   Rudeness& operator=(const Rudeness&) = delete;
+
+ private:
+  static std::string given() {
+    const char* const options = std::getenv("ASAN_OPTIONS");
+    return options == nullptr ? "" : options;
+  }
+
+  std::string sanitizer_;
 };
 
 TEST(DriverHost, OutlivesWhatADriverDoes) {

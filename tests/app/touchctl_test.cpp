@@ -76,9 +76,9 @@ std::string named(const std::string& line, const std::string& controller) {
 std::string usb(const std::string& line) {
   return named("--simulate --yes " + line, "USB DEVICE 2");
 }
-const std::string stubbornly = "--driver \"" STUBBORN_LIBRARY "\" ";
+const std::string onStubborn = "--driver \"" STUBBORN_LIBRARY "\" ";
 std::string stubborn(const std::string& line, const char* controller = "USB DEVICE 1") {
-  return named(stubbornly + line, controller);
+  return named(onStubborn + line, controller);
 }
 
 const std::string setPins =
@@ -116,7 +116,7 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {"--driver \"" INCOMPLETE_LIBRARY "\" list", 4, "", "the driver knows of no controller"},
       {"--driver \"" SCANT_LIBRARY "\" list", 1, "",
        "The touch driver library lacks the operation GetExistControllers; see 'touchctl doctor'"},
-      {stubbornly + "list", 4, "USB DEVICE 2", "answers"},
+      {onStubborn + "list", 4, "USB DEVICE 2", "answers"},
       {stubborn("reset", "X"), 4, "", "there is no controller \"X\""},
   });
 }
@@ -143,7 +143,7 @@ TEST_F(Touchctl, NeverLooksLikeSuccessWhenADriverEndsIt) {
         std::tuple("exit", TOUCHUTILITY, "--lang en")}) {
     setenv("RUDE_DRIVER", rudeness, 1);
     const Ended ended = runProgram(
-        program, wordsIn("--work-dir @ --driver-in-process " + stubbornly + command, folder));
+        program, wordsIn("--work-dir @ --driver-in-process " + onStubborn + command, folder));
     EXPECT_EQ(ended.status, 1) << program;
     EXPECT_THAT(ended.errors, HasSubstr("ended from within")) << program;
   }
@@ -267,7 +267,7 @@ TEST_F(Touchctl, ExaminesTheMachineWithAndWithoutALibrary) {
   expectAll({
       {"--simulate doctor --json", 0, "RS232 DEVICE 1 answers", ""},
       {"--driver @/none.so doctor --json", 3, "none.so cannot be used: ", ""},
-      {stubbornly + "doctor --json", 4, "does not answer", ""},
+      {onStubborn + "doctor --json", 4, "does not answer", ""},
       {"--driver \"" INCOMPLETE_LIBRARY "\" doctor --json", 4, "lacks IsPenUp", ""},
       {"--simulate --work-dir @/short doctor --json", 1, "found 99 lines", ""},
       {"--simulate --com 2=@/none doctor --json", 1, "/none): there is no such device", ""},
@@ -340,10 +340,10 @@ TEST_F(Touchctl, PrintsNothingOfAControllersThatATerminalWouldObey) {
     SCOPED_TRACE(shown);
     setenv("HOSTILE_TEXT", sent.c_str(), 1);
     expectAll({
-        {stubbornly + "list", 0, "1  USB DEVICE " + shown + "  (answers)\n", ""},
-        {stubbornly + "info", 0, "USB DEVICE " + shown + '\n', ""},
-        {stubbornly + "doctor", 0, "USB DEVICE " + shown, ""},
-        {named(stubbornly + "get", sent + '?'), 4, "", shown + '?'},
+        {onStubborn + "list", 0, "1  USB DEVICE " + shown + "  (answers)\n", ""},
+        {onStubborn + "info", 0, "USB DEVICE " + shown + '\n', ""},
+        {onStubborn + "doctor", 0, "USB DEVICE " + shown, ""},
+        {named(onStubborn + "get", sent + '?'), 4, "", shown + '?'},
     });
     unsetenv("HOSTILE_TEXT");
   }
