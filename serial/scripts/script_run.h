@@ -47,7 +47,7 @@ class ScriptRun {
   using Outcome = Result<void, ScriptFailure>;
   struct Answer {
     BytePattern::Search search;
-    const std::vector<std::uint8_t>* bytes;
+    const std::vector<std::uint8_t>* bytes = nullptr;
   };
 
   Outcome carryOut(const SendStep& step);
