@@ -126,7 +126,6 @@ Measurement turnedBack(const Measurement& measurement, const Eigen::Matrix2d& wh
 class Model {
  public:
   static constexpr int fieldDegree = 3;
-  static constexpr Eigen::Index fieldTerms = 10;
 
   Model(const PanelSize& size, std::vector<ErrorAt> errors, int degree, bool timed,
         std::size_t lines);

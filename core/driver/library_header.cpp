@@ -1,5 +1,6 @@
 #include "core/driver/library_header.h"
 
+#include <array>
 #include <cstdint>
 #include <fstream>
 #include <memory>
@@ -131,7 +132,8 @@ std::string libraryVersion(const FileBytes& bytes) {
   constexpr std::size_t fixedPart = 40;
   if (file.number(*info + fixedPart, 4) != fixedVersionMark) return {};
   std::string version;
-  for (const std::size_t place : {10, 8, 14, 12}) {
+  constexpr std::array<std::size_t, 4> places = {10, 8, 14, 12};
+  for (const std::size_t place : places) {
     if (!version.empty()) version += '.';
     version += std::to_string(file.number(*info + fixedPart + place, 2));
   }

@@ -13,7 +13,7 @@ Reply ask(Connection& connection, Clock& clock, const Frame& frame, const Asking
   for (int left = asking.tries;; --left) {
     connection.write(frame);
     clock.delay(asking.wait);
-    const Reply reply = connection.read();
+    Reply reply = connection.read();
     if (left <= 1 || asking.isGood(reply)) return reply;
   }
 }

@@ -221,13 +221,14 @@ std::optional<std::pair<int, std::string_view>> tieRepeats(std::vector<ScriptSte
 
 }  // namespace
 
-const ScriptStep* Script::firstReset() const {
+const ScriptStep* Script::firstChange() const {
   const auto found = std::ranges::find_if(steps, [](const ScriptStep& step) {
     const auto* const send = std::get_if<SendStep>(&step.action);
     const auto bytes = send != nullptr ? parseBytes(send->bytes) : parseBytes({});
     if (!bytes || bytes->size() < 3 || bytes->front() != 0x01 || bytes->back() != 0x0D)
       return false;
-    return resetsController(std::string(bytes->begin() + 1, bytes->end() - 1));
+    const std::string command(bytes->begin() + 1, bytes->end() - 1);
+    return resetsController(command) || writesParameter(command.substr(0, 2));
   });
   return found == steps.end() ? nullptr : &*found;
 }

@@ -87,8 +87,8 @@ struct Script {
   std::string name;
   std::vector<ScriptStep> steps;
 
-  /// The first step that sends a command after which settings may be lost.
-  const ScriptStep* firstReset() const;
+  /// The first step that resets or restores the controller, or writes a word of its parameters.
+  const ScriptStep* firstChange() const;
 };
 
 /// `name` is what an error calls the file.

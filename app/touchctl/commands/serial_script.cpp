@@ -6,9 +6,10 @@
 #include <filesystem>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
 
 #include "app/declarations.h"
-#include "app/process/system_text.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
 #include "serial/scripts/script_run.h"
@@ -20,22 +21,28 @@ namespace {
 
 namespace fs = std::filesystem;
 
-ExitStatus run(const SerialWork& work, const fs::path& file) {
-  const auto script = readScript(file);
+/// The script, once the user has agreed to what it may change; nothing after the reason was
+/// printed.
+std::optional<Script> agreedScript(const fs::path& file, Prompt& prompt) {
+  auto script = readScript(file);
   if (!script) {
     complain(script.error().describe());
-    return ExitStatus::failed;
+    return std::nullopt;
   }
-  const ScriptStep* const reset = script->firstReset();
-  if (reset != nullptr &&
-      !work.prompt.confirm(fmt::format("Line {} of {}, \"{}\", may change what is stored in the "
-                                       "controller. Run the script?",
-                                       reset->line, script->name, reset->text))) {
-    return ExitStatus::failed;
+  const ScriptStep* const change = script->firstChange();
+  if (change != nullptr &&
+      !prompt.confirm(fmt::format("Line {} of {}, \"{}\", changes what the controller has stored. "
+                                  "Run the script?",
+                                  change->line, script->name, change->text))) {
+    return std::nullopt;
   }
+  return std::move(*script);
+}
+
+ExitStatus run(const SerialWork& work, const Script& script) {
   const bool json = work.shell.json;
   const auto begin = work.access.clock.now();
-  ScriptRun running(*script, work.port.serial(), work.access.clock,
+  ScriptRun running(script, work.port.serial(), work.access.clock,
                     {.onStep = nullptr,
                      .onNote =
                          [json](const std::string& note) {
@@ -59,10 +66,10 @@ ExitStatus run(const SerialWork& work, const fs::path& file) {
     }
     printJson(object);
   } else if (done) {
-    print("{}: passed; {} bytes sent, {} received, {:.1f} s\n", printable(script->name),
+    print("{}: passed; {} bytes sent, {} received, {:.1f} s\n", printable(script.name),
           running.sent(), running.received(), time.count());
   }
-  if (!done) complain(script->name + ", " + done.error().describe());
+  if (!done) complain(script.name + ", " + done.error().describe());
   return done ? ExitStatus::done : ExitStatus::failed;
 }
 
@@ -70,14 +77,17 @@ ExitStatus run(const SerialWork& work, const fs::path& file) {
 
 void declareScript(const CommandLine& line, CLI::App& command) {
   addJson(line, command);
-  const auto file = std::make_shared<fs::path>();
-  command
-      .add_option_function<std::string>(
-          "FILE", [file](const std::string& name) { *file = absolutePathNamed(name); },
-          "The script; docs/file-formats.md describes its lines")
-      ->required();
-  onSerialPort(line, command, std::make_shared<SerialOptions>(),
-               [file](const SerialWork& work) { return run(work, *file); });
+  const auto* const file =
+      command.add_option("FILE", "The script; docs/file-formats.md describes its lines")
+          ->required();
+  const auto script = std::make_shared<std::optional<Script>>();
+  const auto serial = std::make_shared<SerialOptions>();
+  serial->prepare = [file, script](Prompt& prompt) {
+    *script = agreedScript(absolutePathNamed(file->as<std::string>()), prompt);
+    return script->has_value();
+  };
+  onSerialPort(line, command, serial,
+               [script](const SerialWork& work) { return run(work, **script); });
 }
 
 }  // namespace touch

@@ -31,6 +31,7 @@ class NoDriver final : public Driver {
 
 ExitStatus runOnPort(const SerialWork& work, SerialPort& line, const SerialAction& action) {
   DebuggerPort& port = work.port;
+  if (work.serial.prepare && !work.serial.prepare(work.prompt)) return ExitStatus::failed;
   if (work.serial.port) {
     if (const auto taken = port.take(*work.serial.port); !taken) {
       complain(taken.error());

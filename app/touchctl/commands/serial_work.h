@@ -20,6 +20,8 @@ struct SerialOptions {
   bool withoutDriver = false;                         ///< the driver is left alone
   CommandSet set = CommandSet::quorvane;
   std::optional<double> seconds;  ///< how long to listen
+  /// What must be right before the port is taken; false ends the command.
+  std::function<bool(Prompt&)> prepare;
 };
 
 /// What a command on a serial port works with. The port is open and the driver has let go of it,

@@ -45,7 +45,8 @@ BoundDriverOrError HostedDriver::bind(HostStart start,
                                       const std::optional<std::filesystem::path>& path,
                                       Clock& clock, DriverPatience& patience) {
   std::unique_ptr<HostedDriver> driver(new HostedDriver(std::move(start), path, clock, patience));
-  if (auto failed = driver->connect()) return tl::unexpected(std::move(*failed));
+  if (const auto connected = driver->connect(); !connected)
+    return tl::unexpected(connected.error());
   driver->bound_ = true;
   return std::unique_ptr<BoundDriver>(std::move(driver));
 }
@@ -54,21 +55,21 @@ BindError HostedDriver::error(std::string reason) const {
   return {wanted_ ? wanted_->string() : makersLibrary, std::move(reason)};
 }
 
-std::optional<BindError> HostedDriver::connect() {
+Result<void, BindError> HostedDriver::connect() {
   auto started = start_();
-  if (!started) return error(started.error());
+  if (!started) return tl::unexpected(error(started.error()));
   link_ = std::move(*started);
   hostName_ = link_->name();
   reader_ = {};
   const auto greeting =
       asked(loading, {std::string(loading), {hostProtocol, wanted_ ? utf8Of(*wanted_) : ""}});
-  if (!greeting) return error(lastLoss_.value_or(std::string()));
-  auto refused = takeGreeting(*greeting);
-  if (refused) link_.reset();
-  return refused;
+  if (!greeting) return tl::unexpected(error(lastLoss_.value_or(std::string())));
+  auto taken = takeGreeting(*greeting);
+  if (!taken) link_.reset();
+  return taken;
 }
 
-std::optional<BindError> HostedDriver::takeGreeting(const HostMessage& greeting) {
+Result<void, BindError> HostedDriver::takeGreeting(const HostMessage& greeting) {
   if (greeting.name == "refused") {
     const auto* const reason = greeting.at<std::string>(0);
     const auto* const foundAt = greeting.at<std::string>(1);
@@ -76,7 +77,7 @@ std::optional<BindError> HostedDriver::takeGreeting(const HostMessage& greeting)
     if (reason != nullptr && foundAt != nullptr) {
       BindError refused = error(say("driver", toUtf8(*reason)));
       refused.foundAt = pathNamed(*foundAt);
-      return refused;
+      return tl::unexpected(std::move(refused));
     }
   }
   constexpr std::size_t firstMissing = 3;
@@ -86,7 +87,7 @@ std::optional<BindError> HostedDriver::takeGreeting(const HostMessage& greeting)
   if (greeting.name != "bound" || version == nullptr || simulated == nullptr || file == nullptr ||
       *version != hostProtocol) {
     refuse(loading, greeting);
-    return error(lastLoss_.value_or(std::string()));
+    return tl::unexpected(error(lastLoss_.value_or(std::string())));
   }
   simulated_ = *simulated != 0;
   path_ = pathNamed(*file);
@@ -96,7 +97,7 @@ std::optional<BindError> HostedDriver::takeGreeting(const HostMessage& greeting)
     if (const auto known = name != nullptr ? knownOperation(*name) : std::nullopt)
       missing_.push_back(*known);
   }
-  return std::nullopt;
+  return {};
 }
 
 void HostedDriver::require(std::string_view operation) const {
@@ -119,7 +120,7 @@ bool HostedDriver::reaches(std::string_view operation, std::int32_t handle) {
   // An action begins with one of these.
   const bool begins = operation == "OpenController" || operation == "GetExistControllers";
   if (!begins || over_ || crashes_ >= mostCrashes || !patience_.startsAfresh()) return false;
-  return !connect();
+  return connect().has_value();
 }
 
 void HostedDriver::noteHandle(std::string_view operation, std::int32_t result,

@@ -90,8 +90,8 @@ class HostedDriver final : public BoundDriver {
   void refuse(std::string_view operation, const HostMessage& answer);
   void lose(Loss how, std::string_view operation, const std::string& detail = {});
   /// Starts a host and binds the library in it; why that failed, or nothing.
-  std::optional<BindError> connect();
-  std::optional<BindError> takeGreeting(const HostMessage& greeting);
+  Result<void, BindError> connect();
+  Result<void, BindError> takeGreeting(const HostMessage& greeting);
   BindError error(std::string reason) const;
 
   HostStart start_;

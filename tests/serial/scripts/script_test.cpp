@@ -124,9 +124,13 @@ TEST_F(Scripts, SendNothingOnceTheyAreStoppedOrThePortIsGone) {
   EXPECT_EQ(run("wait 1 s"), "line 2: the port is closed");
 }
 
-TEST_F(Scripts, TellWhichStepMayLoseSettings) {
-  EXPECT_EQ(parseScript(heading + "command UT\nsend 01 \"RD\\r\"", "s")->firstReset()->line, 3);
-  EXPECT_EQ(parseScript(heading + "command OI", "s")->firstReset(), nullptr);
+TEST_F(Scripts, TellWhichStepChangesTheController) {
+  for (const char* const change : {"send 01 \"RD\\r\"", "command iR", "command SP201A2B"}) {
+    const auto parsed = parseScript(heading + "command GP20\n" + change, "s").value();
+    ASSERT_NE(parsed.firstChange(), nullptr) << change;
+    EXPECT_EQ(parsed.firstChange()->line, 3) << change;
+  }
+  EXPECT_EQ(parseScript(heading + "command OI", "s")->firstChange(), nullptr);
 }
 
 }  // namespace
