@@ -24,7 +24,7 @@ constexpr std::array windowFiles{
 
 constexpr std::array<std::string_view, 2> windowDescription{
     "The program works on the touch driver library that is installed on the machine. With "
-    "--simulate it works on simulated controllers, for which the mouse is the finger.",
+    "--simulate it works on simulated controllers, where you use the mouse as your finger.",
     "Files are looked for, and kept, in the folder that --work-dir names."};
 constexpr std::array windowStatus{
     Entry{"0", "done"},

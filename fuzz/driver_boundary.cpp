@@ -11,7 +11,7 @@
 
 #include "calibration/calibration.h"
 #include "console/main/main_console.h"
-#include "console/main/monitors.h"
+#include "console/panels/monitors.h"
 #include "console/pins/pin_editor.h"
 #include "core/discovery/discovery.h"
 #include "core/driver/nexapi.h"

@@ -201,19 +201,19 @@
         <translation>Die Wiedergabe ist beendet.</translation>
     </message>
     <message>
-        <source>COM%1 is closed: no touches will be drawn. To mend that, leave the drawing and press &quot;Take the port&quot;, or replay a recording.</source>
-        <translation>COM%1 ist geschlossen: es werden keine Berührungen gezeichnet. Verlassen Sie dazu die Zeichnung und drücken Sie „Port übernehmen“, oder spielen Sie eine Aufzeichnung ab.</translation>
+        <source>COM%1 is closed: no touches will be drawn. To mend that, leave the drawing and press &quot;Open port&quot;, or replay a recording.</source>
+        <translation>COM%1 ist geschlossen: es werden keine Berührungen gezeichnet. Verlassen Sie dazu die Zeichnung und drücken Sie „Port öffnen“, oder spielen Sie eine Aufzeichnung ab.</translation>
     </message>
     <message>
         <source>The command was not sent: the line takes no bytes. Look at the cable and at what holds the controller up, then try again.</source>
         <translation>Der Befehl wurde nicht gesendet: die Leitung nimmt keine Bytes an. Prüfen Sie das Kabel und was den Controller aufhält, und versuchen Sie es noch einmal.</translation>
     </message>
     <message>
-        <source>The driver has let go of its port.</source>
+        <source>The driver has released its port.</source>
         <translation>Der Treiber hat seinen Port freigegeben.</translation>
     </message>
     <message>
-        <source>The driver has not let go of the port of %1.</source>
+        <source>The driver has not released the port of %1.</source>
         <translation>Der Treiber hat den Port von %1 nicht freigegeben.</translation>
     </message>
     <message>
@@ -1074,7 +1074,7 @@
         <translation>Kalibrierung läuft …</translation>
     </message>
     <message>
-        <source>A test is open.</source>
+        <source>Waiting for the test to be closed.</source>
         <translation>Ein Test ist geöffnet.</translation>
     </message>
     <message>
@@ -1170,15 +1170,15 @@
         <translation>&amp;Versatz</translation>
     </message>
     <message>
-        <source>Everything lies too far right; calibration mends it.</source>
-        <translation>Alles liegt zu weit rechts; eine Kalibrierung behebt es.</translation>
+        <source>Touches land too far right; calibration fixes this.</source>
+        <translation>Berührungen landen zu weit rechts; eine Kalibrierung behebt das.</translation>
     </message>
     <message>
         <source>S&amp;kew</source>
         <translation>S&amp;chiefe</translation>
     </message>
     <message>
-        <source>Vertical lines lean; calibration with 3 or more points mends it.</source>
+        <source>Vertical lines lean; calibration with 3 or more points fixes this.</source>
         <translation>Senkrechte Linien neigen sich; eine Kalibrierung mit 3 oder mehr Punkten behebt es.</translation>
     </message>
     <message>
@@ -1186,16 +1186,16 @@
         <translation>Wölb&amp;ung</translation>
     </message>
     <message>
-        <source>Lines near the edges bend inwards; no calibration mends it.</source>
+        <source>Lines near the edges bend inwards; calibration cannot correct this.</source>
         <translation>Linien am Rand biegen sich nach innen; keine Kalibrierung behebt es.</translation>
     </message>
     <message>
-        <source>Lines tremble; no calibration mends it.</source>
+        <source>Lines tremble; calibration cannot correct this.</source>
         <translation>Linien zittern; keine Kalibrierung behebt es.</translation>
     </message>
     <message>
-        <source>A strip across the panel feels nothing: the sensor is broken there.</source>
-        <translation>Ein Streifen quer über das Panel spürt nichts: Dort ist der Sensor defekt.</translation>
+        <source>A strip of the panel doesn&apos;t respond: the sensor is broken there.</source>
+        <translation>Ein Streifen des Panels reagiert nicht: Dort ist der Sensor defekt.</translation>
     </message>
     <message>
         <source>Noi&amp;se</source>
@@ -1730,7 +1730,7 @@
         <translation>Die Parameter sind gelesen.</translation>
     </message>
     <message>
-        <source>The controller holds these parameters already.</source>
+        <source>No change: the controller already has these values.</source>
         <translation>Der Controller enthält diese Parameter bereits.</translation>
     </message>
     <message>
@@ -1742,7 +1742,7 @@
         <translation>Das Schreiben brach ab.</translation>
     </message>
     <message>
-        <source>No word is changed.</source>
+        <source>Nothing to write: no value has been changed.</source>
         <translation>Kein Wort ist geändert.</translation>
     </message>
     <message>
@@ -1830,8 +1830,8 @@
         <translation>eine Zahl von 0 bis 255</translation>
     </message>
     <message>
-        <source>%1: expected a value, found nothing</source>
-        <translation>%1: erwartet: ein Wert, gefunden: nichts</translation>
+        <source>%1: value missing</source>
+        <translation>%1: Der Wert fehlt</translation>
     </message>
     <message>
         <source>Word %1: the controller does not answer</source>
@@ -2094,8 +2094,8 @@
         <translation>Lücken: %1</translation>
     </message>
     <message>
-        <source>At most %1 reports a second fit on the line</source>
-        <translation>Höchstens %1 Meldungen je Sekunde passen auf die Leitung</translation>
+        <source>Line limit: %1 reports per second</source>
+        <translation>Grenze der Leitung: %1 Meldungen je Sekunde</translation>
     </message>
 </context>
 <context>
@@ -2640,15 +2640,15 @@
         <translation>&amp;2 Punkte</translation>
     </message>
     <message>
-        <source>The controller does it by itself: position and size.</source>
-        <translation>Der Controller macht es allein: Lage und Größe.</translation>
+        <source>Quick: corrects position and size only.</source>
+        <translation>Schnell: berichtigt nur Lage und Größe.</translation>
     </message>
     <message>
         <source>&amp;3 points</source>
         <translation>&amp;3 Punkte</translation>
     </message>
     <message>
-        <source>Corrects a panel that sits askew, too.</source>
+        <source>Also corrects a tilted panel.</source>
         <translation>Berichtigt auch ein schief eingebautes Panel.</translation>
     </message>
     <message>
@@ -2664,12 +2664,12 @@
         <translation>&amp;9 Punkte</translation>
     </message>
     <message>
-        <source>For large panels and the last bit of accuracy.</source>
+        <source>For large panels and the highest accuracy.</source>
         <translation>Für große Panels und höchste Genauigkeit.</translation>
     </message>
     <message>
-        <source>Touch the targets one after the other. When the bar has crossed the screen before a target is touched, the calibration ends; nothing is stored then.</source>
-        <translation>Berühren Sie die Ziele nacheinander. Hat der Balken den Bildschirm durchquert, bevor ein Ziel berührt ist, endet die Kalibrierung; dann wird nichts gespeichert.</translation>
+        <source>Touch the targets one after the other. If you don&apos;t touch a target before the bar reaches the right edge, calibration stops and nothing is saved.</source>
+        <translation>Berühren Sie die Ziele nacheinander. Ist ein Ziel nicht berührt, wenn der Balken den rechten Rand erreicht, endet die Kalibrierung, und nichts wird gespeichert.</translation>
     </message>
     <message>
         <source>mean %1, at most %2 of the panel&apos;s width</source>
@@ -2792,11 +2792,11 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <translation>Gesuchter Text</translation>
     </message>
     <message>
-        <source>Look for …</source>
+        <source>Search text</source>
         <translation>Suchen nach …</translation>
     </message>
     <message>
-        <source>Fi&amp;nd</source>
+        <source>&amp;Find</source>
         <translation>Su&amp;chen</translation>
     </message>
     <message>
@@ -2926,12 +2926,12 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <translation>Prüft alles und fragt jeden Controller nach seiner Kennung</translation>
     </message>
     <message>
-        <source>Looking for what is wrong …</source>
-        <translation>Es wird nachgesehen, was nicht stimmt …</translation>
+        <source>Checking …</source>
+        <translation>Prüfung läuft …</translation>
     </message>
     <message>
-        <source>Looking for what is wrong: %1 …</source>
-        <translation>Es wird nachgesehen, was nicht stimmt: %1 …</translation>
+        <source>Checking: %1 …</source>
+        <translation>Prüfung: %1 …</translation>
     </message>
     <message>
         <source>Packing the diagnostics file …</source>
@@ -3075,7 +3075,7 @@ F1 hilft, Esc beendet.</translation>
         <translation>Das Bild „pic01.jpg“ des Arbeitsordners</translation>
     </message>
     <message>
-        <source>Simulated controllers: the mouse is the finger</source>
+        <source>Simulation: use the mouse as your finger</source>
         <translation>Simulierte Controller: Die Maus ist der Finger</translation>
     </message>
     <message>
@@ -3170,7 +3170,7 @@ F1 hilft, Esc beendet.</translation>
         <translation>Zurück zum Hauptfenster (Esc)</translation>
     </message>
     <message>
-        <source>That measured nothing. Draw the whole line again, from edge to edge.</source>
+        <source>Stroke too short. Draw the whole line again, from edge to edge.</source>
         <translation>Das ergab keine Messung. Zeichnen Sie die ganze Linie noch einmal, von Rand zu Rand.</translation>
     </message>
     <message>
@@ -3792,8 +3792,8 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>Orvendalix Debuger</translation>
     </message>
     <message>
-        <source>Ta&amp;ke the port</source>
-        <translation>&amp;Port übernehmen</translation>
+        <source>Ope&amp;n port</source>
+        <translation>&amp;Port öffnen</translation>
     </message>
     <message>
         <source>Search COM&amp;1 and 2</source>
@@ -3876,7 +3876,7 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>Eine Aufzeichnung wiedergeben</translation>
     </message>
     <message>
-        <source>A recording stands in for the port.</source>
+        <source>Playing back a recording; no port is open.</source>
         <translation>Eine Aufzeichnung steht an der Stelle des Ports.</translation>
     </message>
     <message>
@@ -3955,7 +3955,7 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>&amp;Verlassen</translation>
     </message>
     <message>
-        <source>Reports: %1     Bytes in no report: %2</source>
+        <source>Reports: %1     Unrecognised bytes: %2</source>
         <translation>Meldungen: %1     Bytes in keiner Meldung: %2</translation>
     </message>
     <message>
@@ -4052,7 +4052,7 @@ Zeichnen Sie hier mit der Maus</translation>
 <context>
     <name>touch::frmWindows</name>
     <message>
-        <source>The calibration is stored.</source>
+        <source>Calibration saved.</source>
         <translation>Die Kalibrierung ist gespeichert.</translation>
     </message>
     <message>

@@ -4,8 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "console/main/optional_files.h"
 #include "console/parameters/backup.h"
+#include "console/working_folder/optional_files.h"
 #include "core/discovery/discovery.h"
 #include "core/discovery/identity.h"
 #include "core/driver/connection.h"

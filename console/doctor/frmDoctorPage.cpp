@@ -161,8 +161,7 @@ Patient frmDoctorPage::patient() const {
 }
 
 void frmDoctorPage::refresh() {
-  commands_.examine(tr("Looking for what is wrong …").toStdString(),
-                    [this] { return noticeOf(diagnose()); });
+  commands_.examine(tr("Checking …").toStdString(), [this] { return noticeOf(diagnose()); });
 }
 
 Diagnosis frmDoctorPage::diagnose() {
@@ -172,7 +171,7 @@ Diagnosis frmDoctorPage::diagnose() {
 }
 
 void frmDoctorPage::tellProgress(const std::string& what) {
-  commands_.progress(tr("Looking for what is wrong: %1 …").arg(shownText(what)).toStdString());
+  commands_.progress(tr("Checking: %1 …").arg(shownText(what)).toStdString());
 }
 
 void frmDoctorPage::chooseFile() {

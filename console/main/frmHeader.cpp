@@ -7,7 +7,7 @@
 #include <QLabel>
 #include <QPalette>
 
-#include "console/main/picture_file.h"
+#include "console/working_folder/picture_file.h"
 #include "ui/controls/graphic.h"
 #include "ui/text.h"
 
@@ -37,7 +37,7 @@ frmHeader::frmHeader(bool simulated) : picture_(new QLabel) {
   picture_->hide();
   row->addWidget(picture_);
   if (simulated) {
-    auto* const notice = new QLabel(tr("Simulated controllers: the mouse is the finger"));
+    auto* const notice = new QLabel(tr("Simulation: use the mouse as your finger"));
     notice->setObjectName("simulationNotice");
     notice->setWordWrap(true);
     // Not by a style sheet: its machinery is a fair part of the time to the first picture.

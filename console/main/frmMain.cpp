@@ -13,14 +13,14 @@
 #include <utility>
 
 #include "console/doctor/frmDoctorPage.h"
-#include "console/main/frmCalibrationPage.h"
 #include "console/main/frmControllerPage.h"
 #include "console/main/frmFooter.h"
 #include "console/main/frmHeader.h"
 #include "console/main/frmPasswordFrame.h"
-#include "console/main/frmTestsPage.h"
 #include "console/main/frmWindows.h"
 #include "console/maintenance/frmMaintenancePage.h"
+#include "console/panels/frmCalibrationPage.h"
+#include "console/panels/frmTestsPage.h"
 #include "console/parameters/frmParametersPage.h"
 #include "console/settings/frmSettingsPage.h"
 #include "ui/controls/finger_style.h"

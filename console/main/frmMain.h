@@ -7,7 +7,7 @@
 
 #include "console/main/frmStartup.h"
 #include "console/main/main_console.h"
-#include "console/main/simulated_panels.h"
+#include "console/panels/simulated_panels.h"
 
 class QTabWidget;
 

@@ -2,8 +2,8 @@
 
 #include "calibration/frmCal.h"
 #include "console/main/main_console.h"
-#include "console/main/monitors.h"
-#include "console/main/simulated_panels.h"
+#include "console/panels/monitors.h"
+#include "console/panels/simulated_panels.h"
 #include "console/pins/frmPinDefine.h"
 #include "linetest/canvas/frmDraw.h"
 #include "linetest/linearity/frmLinearity.h"
@@ -17,7 +17,7 @@ Notice noticeOf(CalibrationOutcome outcome) {
   const auto line = [](const QString& text) { return text.toStdString(); };
   switch (outcome) {
     case CalibrationOutcome::stored:
-      return Notice::success(line(frmWindows::tr("The calibration is stored.")));
+      return Notice::success(line(frmWindows::tr("Calibration saved.")));
     case CalibrationOutcome::timedOut:
       return Notice::error(line(frmWindows::tr(
           "No touch came in time. The calibration was given up; nothing was stored.")));

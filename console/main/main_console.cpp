@@ -254,7 +254,7 @@ void MainConsole::calibrationEnded(bool stored, const Notice& notice) {
 }
 
 void MainConsole::openTest(const LastingWindow& test) {
-  actions_.begin(say("main", "A test is open."), test);
+  actions_.begin(say("main", "Waiting for the test to be closed."), test);
 }
 
 void MainConsole::testEnded() {

@@ -49,7 +49,7 @@ Notice ParameterEditor::outcome(const BlockWrite& write, const std::string& done
     case WriteEnd::done:
       return Notice::success(done);
     case WriteEnd::nothingToWrite:
-      return say("parameters", "The controller holds these parameters already.");
+      return say("parameters", "No change: the controller already has these values.");
     case WriteEnd::declined:
       return say("parameters", "Nothing was written.");
     case WriteEnd::unreadable:
@@ -64,7 +64,7 @@ Notice ParameterEditor::outcome(const BlockWrite& write, const std::string& done
 Notice ParameterEditor::write() {
   const auto changes = table_.changes();
   if (!changes) return Notice::error(changes.error());
-  if (changes->empty()) return say("parameters", "No word is changed.");
+  if (changes->empty()) return say("parameters", "Nothing to write: no value has been changed.");
   const BlockWrite write = writeBlock(access_, prompt_, backup_, *changes);
   const bool isPutBack = write.putBack && write.putBack->complete();
   if (write.end == WriteEnd::done || (write.end == WriteEnd::brokenOff && !isPutBack)) {

@@ -112,7 +112,7 @@ Result<std::vector<WordValue>, std::string> ParameterTable::changes() const {
   for (std::size_t row = 0; row < rows; ++row) {
     const auto& [high, low] = new_[row];
     if (high.has_value() != low.has_value()) {
-      return tl::unexpected(filled(say("parameters", "%1: expected a value, found nothing"),
+      return tl::unexpected(filled(say("parameters", "%1: value missing"),
                                    {place(row, high ? WordByte::low : WordByte::high)}));
     }
     if (high && changed(row)) changes.push_back({static_cast<std::uint8_t>(row), *word(row)});
@@ -126,7 +126,7 @@ Result<ParameterBlock, std::string> ParameterTable::block() const {
   for (std::size_t row = 0; row < rows; ++row) {
     const auto value = word(row);
     if (!value) {
-      return tl::unexpected(filled(say("parameters", "%1: expected a value, found nothing"),
+      return tl::unexpected(filled(say("parameters", "%1: value missing"),
                                    {place(row, new_[row][0] ? WordByte::low : WordByte::high)}));
     }
     block[row] = *value;

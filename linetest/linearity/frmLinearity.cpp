@@ -328,7 +328,7 @@ void frmLinearity::penUp() {
   }
   showLine(verdict == StrokeVerdict::usable
                ? QString()
-               : tr("That measured nothing. Draw the whole line again, from edge to edge."));
+               : tr("Stroke too short. Draw the whole line again, from edge to edge."));
 }
 
 void frmLinearity::showLine(const QString& note) {

@@ -156,7 +156,7 @@ std::optional<std::string> Debugger::whyNothingToDraw() const {
   if (portIsOpen() || isReplaying()) return std::nullopt;
   return filled(say("debugger",
                     "COM%1 is closed: no touches will be drawn. To mend that, leave the drawing "
-                    "and press \"Take the port\", or replay a recording."),
+                    "and press \"Open port\", or replay a recording."),
                 {std::to_string(port_.selected())});
 }
 

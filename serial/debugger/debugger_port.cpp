@@ -61,8 +61,8 @@ void DebuggerPort::takeFromDriver() {
 
 std::string DebuggerPort::driverText() const {
   if (!letGo_ || controller_.empty()) return {};
-  if (!driverHoldsPort()) return say("debugger", "The driver has let go of its port.");
-  return filled(say("debugger", "The driver has not let go of the port of %1."),
+  if (!driverHoldsPort()) return say("debugger", "The driver has released its port.");
+  return filled(say("debugger", "The driver has not released the port of %1."),
                 {toUtf8(controller_)});
 }
 

@@ -108,10 +108,10 @@ QWidget* frmConsolePanel::makeFilterBar() {
     kinds_->addItem(tr(kind.caption));
   searched_->setObjectName("searchedText");
   searched_->setAccessibleName(tr("Text to look for"));
-  searched_->setPlaceholderText(tr("Look for …"));
+  searched_->setPlaceholderText(tr("Search text"));
   searched_->setMinimumWidth(2 * fingerSize());
   onlyMatches_->setObjectName("checkOnlyMatches");
-  auto* const find = new QPushButton(tr("Fi&nd"));
+  auto* const find = new QPushButton(tr("&Find"));
   find->setObjectName("cmdFind");
 
   auto* const bar = new QWidget;

@@ -205,8 +205,8 @@ QWidget* frmRSDebug::makeHead() {
   if (isSmallScreen()) heading->hide();
   portState_->setObjectName("lblPort");
   portState_->setWordWrap(true);
-  takePort_ = makeButton("cmdTakePort", tr("Ta&ke the port"),
-                         [this] { whileBusy([this] { takePort(); }); });
+  takePort_ =
+      makeButton("cmdTakePort", tr("Ope&n port"), [this] { whileBusy([this] { takePort(); }); });
   auto* const search = makeButton("cmdSearchPort", tr("Search COM&1 and 2"),
                                   [this] { whileBusy([this] { debugger_.searchPort(); }); });
   auto* const head = new QWidget;
@@ -506,7 +506,7 @@ void frmRSDebug::stopAwaiting() {
 void frmRSDebug::showState() {
   const bool replaying = debugger_.isReplaying();
   ReceiveMode& mode = debugger_.receiveMode();
-  portState_->setText(replaying ? tr("A recording stands in for the port.")
+  portState_->setText(replaying ? tr("Playing back a recording; no port is open.")
                                 : shownText(debugger_.portText()));
   takePort_->setEnabled(!debugger_.portIsOpen() && !replaying);
   commands_->allowSending(debugger_.portIsOpen() && !replaying);

@@ -346,7 +346,7 @@ void frmRsDraw::renew() {
   notice_->setVisible(drawing_->noticeIsUp());
   renewMonitor();
   const ReportDecoder& decoder = drawing_->decoder();
-  QString counts = tr("Reports: %1     Bytes in no report: %2")
+  QString counts = tr("Reports: %1     Unrecognised bytes: %2")
                        .arg(drawing_->reports())
                        .arg(decoder.strayBytes());
   if (drawing_->monitor().isFull())

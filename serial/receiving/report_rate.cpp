@@ -85,7 +85,7 @@ std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling)
     }
     lines.push_back(filled(say("receiving", "Gaps : %1"), {gaps}));
   }
-  lines.push_back(filled(say("receiving", "At most %1 reports a second fit on the line"),
+  lines.push_back(filled(say("receiving", "Line limit: %1 reports per second"),
                          {fmt::format("{:.0f}", ceiling)}));
   return lines;
 }

@@ -252,7 +252,7 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
   expectAll({
       {"--driver @/none.so serial decode @/r.txt", 0,
        "0.010 = touch X  4112 Y   176  D8 10 20 30 01\n0.010 < 41",
-       "2 reports, 1 bytes in no report"},
+       "2 reports, 1 unrecognised bytes"},
       {"serial decode --json @/r.txt", 0,
        "{\"time\":0.01,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n", ""},
       {"serial replay @/r.txt", 0, "touch X  4112 Y   176", ""},

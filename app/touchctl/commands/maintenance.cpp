@@ -2,7 +2,7 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
-#include "console/main/monitors.h"
+#include "console/panels/monitors.h"
 #include "console/parameters/backup.h"
 #include "console/parameters/parameter_block.h"
 

@@ -148,7 +148,7 @@ ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& fil
   }
   printer.idle();
   printError(
-      fmt::format("{} reports, {} bytes in no report\n", printer.reports(), printer.strayBytes()));
+      fmt::format("{} reports, {} unrecognised bytes\n", printer.reports(), printer.strayBytes()));
   return endOf(recording->error());
 }
 

@@ -140,7 +140,7 @@ TEST_F(MainWindow, ShowsNoWordFromBeforeACalibrationThatIsStored) {
   click("cmd3pts");
   EXPECT_TRUE(QTest::qWaitForWindowActive(opened("frmCal")));
   live(30s);
-  EXPECT_EQ(status(), "OK: The calibration is stored.");
+  EXPECT_EQ(status(), "OK: Calibration saved.");
   EXPECT_EQ(word->text(), "?");
 }
 

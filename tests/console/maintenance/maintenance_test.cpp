@@ -1,6 +1,6 @@
 #include "console/maintenance/maintenance.h"
 
-#include "console/main/monitors.h"
+#include "console/panels/monitors.h"
 #include "tests/console/parameters/parameter_controller.h"
 
 namespace touch::test {

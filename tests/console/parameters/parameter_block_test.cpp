@@ -162,9 +162,9 @@ TEST(ParameterTable, WritesOnlyWhatChangedAndNothingThatIsEmpty) {
   EXPECT_EQ(table.compare(before).at(0).here, (ParameterWord{0xAB, 4}));
   table.clear();
   EXPECT_TRUE(table.changes()->empty());
-  EXPECT_EQ(whyNot(table.block()), "Word 00, high byte: expected a value, found nothing");
+  EXPECT_EQ(whyNot(table.block()), "Word 00, high byte: value missing");
   EXPECT_EQ(whyNot(table.edit(6, WordByte::high, "10")), "");
-  EXPECT_EQ(whyNot(table.changes()), "Word 06, low byte: expected a value, found nothing");
+  EXPECT_EQ(whyNot(table.changes()), "Word 06, low byte: value missing");
   EXPECT_EQ(whyNot(table.edit(6, WordByte::low, "07")), "");
   EXPECT_EQ(*table.changes(), (std::vector<WordValue>{{6, {0x10, 7}}}));
 

@@ -1,6 +1,6 @@
 #include "linetest/canvas/frmDraw.h"
 
-#include "console/main/simulated_faults.h"
+#include "console/panels/simulated_faults.h"
 #include "tests/ui/keyboards.h"
 #include "tests/ui/window_desk.h"
 

@@ -52,7 +52,7 @@ TEST_F(LinearityWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   EXPECT_EQ(text("lineTitle"), "V-1   0 of 18 measured");
   draw(canvas, {{25, 1}, {200, 400}});
   EXPECT_EQ(journal, Lines{"message OutSide X,Y Limit [Test Program]"});
-  EXPECT_THAT(text("instruction"), StartsWith("That measured nothing"));
+  EXPECT_THAT(text("instruction"), StartsWith("Stroke too short"));
   constexpr int twoMillimetres = 8;
   drawLine(true, 1, twoMillimetres);
   EXPECT_THAT(text("instruction"), HasSubstr("FAIL"));

@@ -53,13 +53,13 @@ TEST_F(DebuggerPortTest, ClosesItsControllerAlsoWhenTheDriverFailsAsItIsDestroye
 TEST_F(DebuggerPortTest, NamesADriverThatDoesNotLetGoAndAsksItAgain) {
   serial.present = {};
   script.results["CloseCOMPort"] = 0;
-  const std::string kept = "The driver has not let go of the port of RS232 DEVICE 1.";
+  const std::string kept = "The driver has not released the port of RS232 DEVICE 1.";
   EXPECT_EQ(whyNot(port.take()), kept + " there is no COM1");
   EXPECT_EQ(port.driverText(), kept);
   script.results["CloseCOMPort"] = 1;
   port.take();
   port.take();
-  EXPECT_EQ(port.driverText(), "The driver has let go of its port.");
+  EXPECT_EQ(port.driverText(), "The driver has released its port.");
   EXPECT_EQ(std::ranges::count(journal, "CloseCOMPort"), 2);
 
   port.giveBack();

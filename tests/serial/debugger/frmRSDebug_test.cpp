@@ -102,7 +102,7 @@ TEST_F(DebuggerWindow, SaysWhyAPortCannotBeOpenedAndWhatThatMeans) {
   live(1ms);
   plugIn();
   click("cmdTakePort");
-  EXPECT_THAT(text("statusLine"), StartsWith("The driver has let go of its port. COM1 is open"));
+  EXPECT_THAT(text("statusLine"), StartsWith("The driver has released its port. COM1 is open"));
   EXPECT_EQ(count("CloseCOMPort"), 1);
   EXPECT_EQ(count("message "), 2);
 }
@@ -265,7 +265,7 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
     if (goesOn) click(button);
   }
   EXPECT_THAT(folder.read("kept.txt"),
-              StartsWith("The driver has let go of its port. COM1 is open"));
+              StartsWith("The driver has released its port. COM1 is open"));
   EXPECT_EQ(folder.read("taken.txt"), "touch recording 1\n");
 
   const SmallDisk disk(20);

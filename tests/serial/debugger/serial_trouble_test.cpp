@@ -149,7 +149,7 @@ TEST_F(SerialFlood, OfTheRawDrawingLosesNoReport) {
   click("Command6");
   feed(2'000'000, [this] { live(50ms); });
   EXPECT_THAT(find<QLabel>(*drawing(), "lblStray")->text().toStdString(),
-              StartsWith("Reports: 2000000     Bytes in no report: 0"));
+              StartsWith("Reports: 2000000     Unrecognised bytes: 0"));
   EXPECT_LE(find<QPlainTextEdit>(*drawing(), "Text1")->document()->characterCount(), 8010);
   leaveDrawing();
 }

@@ -1,4 +1,4 @@
-#include "console/main/monitors.h"
+#include "console/panels/monitors.h"
 
 #include "core/driver/connection.h"
 #include "support/clock.h"

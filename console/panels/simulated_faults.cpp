@@ -1,4 +1,4 @@
-#include "console/main/simulated_faults.h"
+#include "console/panels/simulated_faults.h"
 
 namespace touch {
 

@@ -1,4 +1,4 @@
-#include "console/main/picture_file.h"
+#include "console/working_folder/picture_file.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "console/main/frmTestsPage.h"
+#include "console/panels/frmTestsPage.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -8,7 +8,7 @@
 #include <QVBoxLayout>
 
 #include "console/main/frmWindows.h"
-#include "console/main/simulated_panels.h"
+#include "console/panels/simulated_panels.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"

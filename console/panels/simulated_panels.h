@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "console/actions/main_model.h"
-#include "console/main/simulated_faults.h"
+#include "console/panels/simulated_faults.h"
 #include "core/driver/simulation.h"
 #include "core/session.h"
 

@@ -1,4 +1,4 @@
-#include "console/main/simulated_panels.h"
+#include "console/panels/simulated_panels.h"
 
 namespace touch {
 

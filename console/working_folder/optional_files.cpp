@@ -1,10 +1,10 @@
-#include "console/main/optional_files.h"
+#include "console/working_folder/optional_files.h"
 
 #include <array>
 #include <string_view>
 
-#include "console/main/picture_file.h"
 #include "console/settings/touch_settings.h"
+#include "console/working_folder/picture_file.h"
 #include "core/messages/messages.h"
 #include "reports/report_format.h"
 #include "support/files/whole_file.h"

@@ -1,4 +1,4 @@
-#include "console/main/frmCalibrationPage.h"
+#include "console/panels/frmCalibrationPage.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -25,15 +25,13 @@ struct Choice {
 
 constexpr Choice choices[] = {
     {2, "cmd2pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&2 points"),
-     QT_TRANSLATE_NOOP("touch::frmCalibrationPage",
-                       "The controller does it by itself: position and size.")},
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "Quick: corrects position and size only.")},
     {3, "cmd3pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&3 points"),
-     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "Corrects a panel that sits askew, too.")},
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "Also corrects a tilted panel.")},
     {5, "cmd5pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&5 points"),
      QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "The usual choice for a new panel.")},
     {9, "cmd9pts", QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "&9 points"),
-     QT_TRANSLATE_NOOP("touch::frmCalibrationPage",
-                       "For large panels and the last bit of accuracy.")},
+     QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "For large panels and the highest accuracy.")},
 };
 
 QString inPercent(double fraction) {
@@ -45,9 +43,9 @@ QString inPercent(double fraction) {
 frmCalibrationPage::frmCalibrationPage(MainModel& model, frmWindows& windows)
     : panelError_(new QLabel) {
   setHelpChapter(*this, "Calibrate a new panel");
-  auto* const introduction =
-      new QLabel(tr("Touch the targets one after the other. When the bar has crossed the screen "
-                    "before a target is touched, the calibration ends; nothing is stored then."));
+  auto* const introduction = new QLabel(
+      tr("Touch the targets one after the other. If you don't touch a target before the bar "
+         "reaches the right edge, calibration stops and nothing is saved."));
   introduction->setWordWrap(true);
 
   panelError_->setObjectName("lblPanelError");

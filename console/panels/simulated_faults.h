@@ -20,15 +20,15 @@ struct SimulatedFault {
 
 inline constexpr std::array<SimulatedFault, 5> simulatedFaults = {{
     {"offset-x", "0.1", marked("main", "&Offset"),
-     marked("main", "Everything lies too far right; calibration mends it.")},
+     marked("main", "Touches land too far right; calibration fixes this.")},
     {"skew", "0.06", marked("main", "S&kew"),
-     marked("main", "Vertical lines lean; calibration with 3 or more points mends it.")},
+     marked("main", "Vertical lines lean; calibration with 3 or more points fixes this.")},
     {"bow", "0.03", marked("main", "Bo&w"),
-     marked("main", "Lines near the edges bend inwards; no calibration mends it.")},
+     marked("main", "Lines near the edges bend inwards; calibration cannot correct this.")},
     {"noise", "0.004", marked("main", "Noi&se"),
-     marked("main", "Lines tremble; no calibration mends it.")},
+     marked("main", "Lines tremble; calibration cannot correct this.")},
     {"dead-strip", "0.06", marked("main", "Dead st&rip"),
-     marked("main", "A strip across the panel feels nothing: the sensor is broken there.")},
+     marked("main", "A strip of the panel doesn't respond: the sensor is broken there.")},
 }};
 
 /// Switches the fault of all these controllers' panels. Off is what the panel was like when new.
