@@ -147,7 +147,7 @@ class Model {
     double place = 0;      ///< mm
     double size = 0;       ///< mm by which touches jump there
     double explains = 0;   ///< part of what the field leaves, 0 to 1
-    Eigen::VectorXd columns[2];
+    std::array<Eigen::VectorXd, 2> columns;
   };
   Crack findCrack() const;
   void add(const Crack& crack);
@@ -294,7 +294,8 @@ void judgeField(const Model& model, const Measurement& measurement, Suspects& su
   double most = 0;
   double doubt = 0;
   for (int step = 0; step < 81; ++step) {
-    const PointMm at = measurement.size.point({step % 9 / 8.0, step / 9 / 8.0});
+    const int row = step / 9;
+    const PointMm at = measurement.size.point({step % 9 / 8.0, row / 8.0});
     Eigen::VectorXd bent = polynomials(at, measurement.size, Model::fieldDegree);
     bent.head<3>().setZero();
     const Eigen::Vector2d error(bent.dot(weights.head(y)), bent.dot(weights.segment(y, y)));
