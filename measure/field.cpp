@@ -162,8 +162,8 @@ int supportedDegree(std::span<const LineFigures> lines) {
 
 ErrorMap mapOf(const ErrorField& field) {
   ErrorMap map;
-  for (int row = 0; row < ErrorMap::rows; ++row)
-    for (int column = 0; column < ErrorMap::columns; ++column) {
+  for (std::size_t row = 0; row < ErrorMap::rows; ++row)
+    for (std::size_t column = 0; column < ErrorMap::columns; ++column) {
       const PointMm at = field.size().point({static_cast<double>(column) / (ErrorMap::columns - 1),
                                              static_cast<double>(row) / (ErrorMap::rows - 1)});
       map.points.push_back({at, field.at(at)});

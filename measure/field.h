@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
@@ -58,8 +59,8 @@ struct MapPoint {
 };
 /// The field at the crossings of a grid over the whole panel, row by row; the worst of them.
 struct ErrorMap {
-  static constexpr int columns = 33;
-  static constexpr int rows = 25;
+  static constexpr std::size_t columns = 33;
+  static constexpr std::size_t rows = 25;
   std::vector<MapPoint> points;
   MapPoint worst;
 };

@@ -36,7 +36,7 @@ Colour colourOf(double part) {
 /// The panel on the page.
 struct Frame {
   TwipsPoint corner;
-  float perMm;
+  float perMm = 0;
 
   TwipsPoint at(const PointMm& place) const {
     return {corner.x + static_cast<float>(place.x()) * perMm,
@@ -106,12 +106,11 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
                  colourOf(most > 0 ? error.norm() / most : 0));
   }
   // The longest arrow reaches as far as the next one begins.
-  constexpr int every = 4;
+  constexpr std::size_t every = 4;
   const double enlarged = most > 0 ? every * cell.minCoeff() / most : 0;
-  for (int row = 0; row < ErrorMap::rows; row += every)
-    for (int column = 0; column < ErrorMap::columns; column += every) {
-      const auto& [at, error] =
-          map.points[static_cast<std::size_t>(row * ErrorMap::columns + column)];
+  for (std::size_t row = 0; row < ErrorMap::rows; row += every)
+    for (std::size_t column = 0; column < ErrorMap::columns; column += every) {
+      const auto& [at, error] = map.points[row * ErrorMap::columns + column];
       surface.line(frame.at(at), frame.at(at + error * enlarged), white, 1);
       surface.circle(frame.at(at), 40, white, 1);
     }
