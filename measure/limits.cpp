@@ -9,11 +9,11 @@ namespace touch::measure {
 namespace {
 
 struct LengthRow {
-  Length length;
+  Length length{};
   LengthName name;
   /// Of each profile, in their order; 0 means that the limit has none.
-  std::array<double, 3> mm;
-  std::array<double, 3> percent;
+  std::array<double, 3> mm{};
+  std::array<double, 3> percent{};
 };
 
 constexpr LengthRow rows[] = {
