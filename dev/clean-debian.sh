@@ -1,4 +1,5 @@
-# Sourced by what dev/clean-debian runs: mounts what programs in "$root" need, and brings what checks there have in common.
+# Sourced by what dev/clean-debian runs: mounts what programs in "$root" need, and brings what
+# checks there have in common.
 # shellcheck shell=bash
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
@@ -24,7 +25,8 @@ echo force-unsafe-io >"$root/etc/dpkg/dpkg.cfg.d/unsafe-io"
 inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"; }
 inside useradd --create-home --shell /bin/sh tester
 
-# check TEXT COMMAND...: one line; with its last output when it has failed. All of it stays in "$log", if that is named.
+# check TEXT COMMAND...: one line; with its last output when it has failed. All of it stays in
+# "$log", if that is named.
 check() {
   local text=$1
   shift
@@ -49,7 +51,8 @@ start_display() {
   done
   [ -s "$work/display" ] && display=:$(cat "$work/display")
 }
-# open_window PICTURE COMMAND...: starts the command, waits for its main window, keeps a picture of it, and has it leave.
+# open_window PICTURE COMMAND...: starts the command, waits for its main window, keeps a picture of
+# it, and has it leave.
 open_window() {
   local picture=$1 window
   shift

@@ -1,4 +1,5 @@
-# bash completion for touchutility, touchctl and touchsim, each of which says itself what may come next.
+# bash completion for touchutility, touchctl and touchsim, each of which says itself what may come
+# next.
 _touchutility() {
   local word glued='' line action=-f
   local -a words=() answer=()

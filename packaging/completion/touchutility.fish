@@ -1,4 +1,5 @@
-# fish completion for touchutility, touchctl and touchsim, each of which says itself what may come next.
+# fish completion for touchutility, touchctl and touchsim, each of which says itself what may come
+# next.
 function __touchutility_complete
     set -l before (commandline -opc)
     set -l current (commandline -ct)

@@ -1,5 +1,6 @@
-# The header-only libraries of the machine, for a compiler that must not see the rest of /usr/include: find_package finds
-# them in a folder of the build's own, which holds links to their headers and nothing else.
+# The header-only libraries of the machine, for a compiler that must not see the rest of
+# /usr/include: find_package finds them in a folder of the build's own, which holds links to their
+# headers and nothing else.
 cmake_minimum_required(VERSION 3.25)
 
 set(HEADERS ${CMAKE_BINARY_DIR}/headers)

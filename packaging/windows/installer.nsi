@@ -1,6 +1,7 @@
-; The installer of TouchUtility: for all users where it has an administrator's rights, else for the one that runs it. /S
-; installs silently, /D=FOLDER (last, without quotes) into another folder. packaging/windows/build defines VERSION, OUTPUT and FILES, the list of what is
-; installed and removed, and ICON where there is one.
+; The installer of TouchUtility: for all users where it has an administrator's rights, else for the
+; one that runs it. /S installs silently, /D=FOLDER (last, without quotes) into another folder.
+; packaging/windows/build defines VERSION, OUTPUT and FILES, the list of what is installed and
+; removed, and ICON where there is one.
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
@@ -163,8 +164,8 @@ Section
   WriteRegDWORD SHCTX "${KEY}" "EstimatedSize" $0
 SectionEnd
 
-; What the program keeps for itself while somebody draws. Strokes of a run that was interrupted are to be offered by the
-; version that comes next; once there is none, nobody can read them.
+; What the program keeps for itself while somebody draws. Strokes of a run that was interrupted are
+; to be offered by the version that comes next; once there is none, nobody can read them.
 !macro RemoveWorkingFiles FOLDER
   Delete "${FOLDER}\in-use.lock"
   Delete "${FOLDER}\probe.tmp"

@@ -1,5 +1,5 @@
-# Windows programs from Debian's MinGW-w64, of 64 bits unless WINDOWS_PROCESSOR is i686; its posix thread model is what gives
-# GCC 12 std::thread.
+# Windows programs from Debian's MinGW-w64, of 64 bits unless WINDOWS_PROCESSOR is i686; its posix
+# thread model is what gives GCC 12 std::thread.
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES WINDOWS_PROCESSOR)
 if(NOT WINDOWS_PROCESSOR)
   set(WINDOWS_PROCESSOR x86_64)
