@@ -76,7 +76,7 @@ TEST_F(RawDrawingWindow, DrawsReportsAndMarksTheirBytesAndThoseOfNone) {
   live(400ms);
   EXPECT_TRUE(isInk(strokeEnd()));
   EXPECT_TRUE(isInk(strokeMiddle())) << "joined by a line";
-  EXPECT_TRUE(find<QLabel>("lblStray")->text().endsWith("in no report: 2"));
+  EXPECT_TRUE(find<QLabel>("lblStray")->text().endsWith("Unrecognised bytes: 2"));
   EXPECT_EQ(highlights(), Lines{"41 42"}) << "what came before is not of the drawing";
 
   const Lines ofTheDotToo = {"41 42", "D8 7F 1F 7F 1F"};
