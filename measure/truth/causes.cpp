@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <numeric>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -91,14 +92,13 @@ void printMatrix(const std::vector<Case>& cases) {
   for (std::size_t column = 0; column <= causes; ++column)
     fmt::print("---|");
   fmt::print("---|\n");
-  for (std::size_t row = 0; row <= causes; ++row) {
-    int sum = 0;
-    for (const int count : matrix[row])
-      sum += count;
-    fmt::print("| {} | {} |", name(row), sum);
-    for (const int count : matrix[row])
+  std::size_t row = 0;
+  for (const auto& counts : matrix) {
+    fmt::print("| {} | {} |", name(row), std::accumulate(counts.begin(), counts.end(), 0));
+    for (const int count : counts)
       fmt::print(" {} |", count == 0 ? "" : std::to_string(count));
     fmt::print(" {} |\n", row < causes ? std::to_string(beside[row]) : "");
+    ++row;
   }
 }
 
