@@ -21,10 +21,10 @@
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
 #include "console/main/frmMain.h"
+#include "console/main/test_parts.h"
 #include "core/driver/nexapi.h"
 #include "core/driver/trace.h"
 #include "core/session.h"
-#include "linetest/test_parts.h"
 #include "serial/port/asio_serial_port.h"
 #include "support/system_name.h"
 #include "ui/controls/finger_style.h"
@@ -181,6 +181,9 @@ int run(Options& options, int argc, char** argv) {
   QApplication::setDesktopFileName("org.touchutility.TouchUtility");
   QApplication::setStyle(new FingerStyle);  // the application owns it
   const WindowManners manners;
+  // Every report of a panel counts. X11's plugin would merge those that it finds waiting.
+  QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+  QApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
   QApplication::setQuitOnLastWindowClosed(false);
   EventLoopClock clock;
   DriverNotice notice(clock);
@@ -216,12 +219,12 @@ int run(Options& options, int argc, char** argv) {
   session.messages = *messages;
 
   DrawingSwitches switches;
-  LinearitySetup linearity;
+  measure::MeasureSetup measuring;
   const WorkingFiles workingFiles(
       options.workFolder,
       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());
 
-  frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, linearity},
+  frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, measuring},
                  {.workFolder = options.workFolder,
                   .driverPath = bound.path(),
                   .simulation = Simulation(bound),

@@ -15,6 +15,20 @@ namespace touch {
 /// The setting of every controller but those that still speak 7 data bits, 2 stop bits.
 inline constexpr std::string_view normalLineSettings = "9600,n,8,1";
 
+/// The plug's wires beside those for bytes, and what went wrong on those since the port was opened.
+struct LineState {
+  bool cts = false;
+  bool dsr = false;
+  bool dcd = false;
+  bool ri = false;
+  std::uint64_t framing = 0;
+  std::uint64_t parity = 0;
+  std::uint64_t overruns = 0;
+  std::uint64_t breaks = 0;
+};
+/// What this end can switch: two of the wires, and the break, which holds the line for bytes.
+enum class LineSwitch : std::uint8_t { dtr, rts, holdBreak };
+
 /// One serial port at a time, chosen by its COM port number; closed on destruction.
 /// A port that goes away while open closes itself: writing and reading then do nothing, and
 /// `lost()` says so.
@@ -49,6 +63,12 @@ class SerialPort {
   /// How many of the bytes read since it was asked last came damaged over the line: with a wrong
   /// parity or without a stop bit, or a break in place of a byte.
   virtual std::size_t takeDamaged() { return 0; }
+
+  /// Nothing where the device has no such wires, and while closed. What its driver does not count
+  /// stays 0.
+  virtual std::optional<LineState> lineState() { return std::nullopt; }
+  /// False when nothing was switched: the device has no such wire, or the port is closed.
+  virtual bool switchLine(LineSwitch /*which*/, bool /*on*/) { return false; }
 
   /// What a window's event loop can wait on for something to come in or the device to go, as a file
   /// descriptor; nothing where the platform has no such thing, and while closed.

@@ -2,7 +2,7 @@
 
 #include "measure/files/measurement_file.h"
 #include "fuzz/target.h"
-#include "measure/verdict.h"
+#include "measure/judging/verdict.h"
 
 namespace touch::fuzz {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "measure/limits.h"
+#include "measure/judging/limits.h"
 #include "measure/tasks.h"
 #include "measure/units.h"
 

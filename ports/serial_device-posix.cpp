@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <linux/serial.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
@@ -7,6 +8,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <optional>
 #include <utility>
@@ -129,6 +131,30 @@ Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
 
 std::optional<int> descriptor(asio::serial_port& port) {
   return port.native_handle();
+}
+
+std::optional<LineState> lineState(asio::serial_port& port) {
+  int wires = 0;
+  if (ioctl(port.native_handle(), TIOCMGET, &wires) != 0) return std::nullopt;
+  LineState state{.cts = (wires & TIOCM_CTS) != 0,
+                  .dsr = (wires & TIOCM_DSR) != 0,
+                  .dcd = (wires & TIOCM_CD) != 0,
+                  .ri = (wires & TIOCM_RI) != 0};
+  serial_icounter_struct counts{};
+  if (ioctl(port.native_handle(), TIOCGICOUNT, &counts) != 0) return state;
+  const auto count = [](int counted) { return static_cast<std::uint64_t>(std::max(counted, 0)); };
+  state.framing = count(counts.frame);
+  state.parity = count(counts.parity);
+  state.overruns = count(counts.overrun) + count(counts.buf_overrun);
+  state.breaks = count(counts.brk);
+  return state;
+}
+
+bool switchLine(asio::serial_port& port, LineSwitch which, bool on) {
+  if (which == LineSwitch::holdBreak)
+    return ioctl(port.native_handle(), on ? TIOCSBRK : TIOCCBRK) == 0;
+  const int wire = which == LineSwitch::dtr ? TIOCM_DTR : TIOCM_RTS;
+  return ioctl(port.native_handle(), on ? TIOCMBIS : TIOCMBIC, &wire) == 0;
 }
 
 std::error_code clearInput(asio::serial_port& port) {

@@ -69,6 +69,20 @@ std::optional<int> descriptor(asio::serial_port&) {
   return std::nullopt;
 }
 
+std::optional<LineState> lineState(asio::serial_port& port) {
+  DWORD wires = 0;
+  if (GetCommModemStatus(port.native_handle(), &wires) == 0) return std::nullopt;
+  return LineState{.cts = (wires & MS_CTS_ON) != 0,
+                   .dsr = (wires & MS_DSR_ON) != 0,
+                   .dcd = (wires & MS_RLSD_ON) != 0,
+                   .ri = (wires & MS_RING_ON) != 0};
+}
+
+bool switchLine(asio::serial_port& port, LineSwitch which, bool on) {
+  const DWORD orders[][2] = {{CLRDTR, SETDTR}, {CLRRTS, SETRTS}, {CLRBREAK, SETBREAK}};
+  return EscapeCommFunction(port.native_handle(), orders[static_cast<int>(which)][on ? 1 : 0]) != 0;
+}
+
 std::error_code clearInput(asio::serial_port& port) {
   return failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR) == 0);
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 
+#include "core/serial_port.h"
 #include "support/result.h"
 
 /// What serial ports need of the platform and Asio does not offer. The ports handed in are open,
@@ -54,6 +55,9 @@ struct Waiting {
 Result<Waiting, std::error_code> waiting(asio::serial_port& port);
 /// See SerialPort::descriptor.
 std::optional<int> descriptor(asio::serial_port& port);
+/// See SerialPort::lineState; counted since the driver has the device.
+std::optional<LineState> lineState(asio::serial_port& port);
+bool switchLine(asio::serial_port& port, LineSwitch which, bool on);
 std::error_code clearInput(asio::serial_port& port);
 std::error_code clearOutput(asio::serial_port& port);
 

@@ -57,6 +57,61 @@
     </message>
 </context>
 <context>
+    <name>calibration</name>
+    <message>
+        <source>Touch the centre of the bright cross.</source>
+        <translation>Berühren Sie die Mitte des hellen Kreuzes.</translation>
+    </message>
+    <message>
+        <source>Three touches landed nowhere near.</source>
+        <translation>Drei Berührungen landeten ganz woanders.</translation>
+    </message>
+    <message>
+        <source>That touch landed beside the buttons.</source>
+        <translation>Diese Berührung landete neben den Knöpfen.</translation>
+    </message>
+    <message>
+        <source>That touch landed nowhere near. Touch the centre of the bright cross.</source>
+        <translation>Diese Berührung landete ganz woanders. Berühren Sie die Mitte des hellen Kreuzes.</translation>
+    </message>
+    <message>
+        <source>The calibration is good.</source>
+        <translation>Die Kalibrierung ist gut.</translation>
+    </message>
+    <message>
+        <source>No touch came for 20 seconds.</source>
+        <translation>20 Sekunden lang kam keine Berührung.</translation>
+    </message>
+    <message>
+        <source>The calibration is kept.</source>
+        <translation>Die Kalibrierung bleibt.</translation>
+    </message>
+    <message>
+        <source>Putting back the calibration from before …</source>
+        <translation>Die vorige Kalibrierung wird zurückgeholt …</translation>
+    </message>
+    <message>
+        <source>The calibration is good: all five touches landed near enough.</source>
+        <translation>Die Kalibrierung ist gut: Alle fünf Berührungen landeten nahe genug.</translation>
+    </message>
+    <message>
+        <source>The calibration is kept, although not all touches landed near.</source>
+        <translation>Die Kalibrierung bleibt, obwohl nicht alle Berührungen nahe genug landeten.</translation>
+    </message>
+    <message>
+        <source>The check was left.</source>
+        <translation>Die Prüfung wurde verlassen.</translation>
+    </message>
+    <message>
+        <source>The check broke off.</source>
+        <translation>Die Prüfung brach ab.</translation>
+    </message>
+    <message>
+        <source>Some touches landed too far off. Keep this calibration?</source>
+        <translation>Einige Berührungen landeten zu weit daneben. Diese Kalibrierung behalten?</translation>
+    </message>
+</context>
+<context>
     <name>canvas</name>
     <message>
         <source>Esc: stop opening %1 (%2 %)</source>
@@ -223,6 +278,30 @@
     <message>
         <source>Of the bytes that came, %1 were damaged on the line (parity, stop bit or break).</source>
         <translation>Von den angekommenen Bytes wurden %1 auf der Leitung beschädigt (Parität, Stoppbit oder Unterbrechung).</translation>
+    </message>
+    <message>
+        <source>Bytes sent: %1, received: %2.</source>
+        <translation>Bytes gesendet: %1, empfangen: %2.</translation>
+    </message>
+    <message>
+        <source>The port has no %1.</source>
+        <translation>Der Port hat kein %1.</translation>
+    </message>
+    <message>
+        <source>%1 is on.</source>
+        <translation>%1 ist an.</translation>
+    </message>
+    <message>
+        <source>%1 is off.</source>
+        <translation>%1 ist aus.</translation>
+    </message>
+    <message>
+        <source>A break was sent.</source>
+        <translation>Ein Break wurde gesendet.</translation>
+    </message>
+    <message>
+        <source>The port sends no break.</source>
+        <translation>Der Port sendet kein Break.</translation>
     </message>
 </context>
 <context>
@@ -921,77 +1000,6 @@
     </message>
 </context>
 <context>
-    <name>linearity</name>
-    <message>
-        <source>a file that can be renamed</source>
-        <translation>eine umbenennbare Datei</translation>
-    </message>
-    <message>
-        <source>the line&apos;s name &quot;%1&quot;</source>
-        <translation>der Name „%1“ der Linie</translation>
-    </message>
-    <message>
-        <source>the end of the file</source>
-        <translation>das Ende der Datei</translation>
-    </message>
-    <message>
-        <source>pass</source>
-        <translation>i. O.</translation>
-    </message>
-    <message>
-        <source>FAIL</source>
-        <translation>n. i. O.</translation>
-    </message>
-    <message>
-        <source>max %1</source>
-        <translation>max. %1</translation>
-    </message>
-    <message>
-        <source>straight %1</source>
-        <translation>gerade %1</translation>
-    </message>
-    <message>
-        <source>avg</source>
-        <translation>Mittel</translation>
-    </message>
-    <message>
-        <source>max</source>
-        <translation>max.</translation>
-    </message>
-    <message>
-        <source>min</source>
-        <translation>min.</translation>
-    </message>
-    <message>
-        <source>rms</source>
-        <translation>eff.</translation>
-    </message>
-    <message>
-        <source>offset</source>
-        <translation>Versatz</translation>
-    </message>
-    <message>
-        <source>straight</source>
-        <translation>gerade</translation>
-    </message>
-    <message>
-        <source>Linearity   PASS of %1 lines</source>
-        <translation>Linearität   i. O., %1 Linien</translation>
-    </message>
-    <message>
-        <source>Linearity   FAIL: %1 of %2 lines</source>
-        <translation>Linearität   n. i. O.: %1 von %2 Linien</translation>
-    </message>
-    <message>
-        <source>limit %1, within %2 mm of the edge %3</source>
-        <translation>Grenzwert %1, bis %2 mm vom Rand %3</translation>
-    </message>
-    <message>
-        <source>deviations drawn %1 times as large</source>
-        <translation>Abweichungen %1-fach vergrößert gezeichnet</translation>
-    </message>
-</context>
-<context>
     <name>main</name>
     <message>
         <source>The touch driver library lacks %1. What needs that was not done.</source>
@@ -1224,6 +1232,10 @@
     <message>
         <source>at most %1 bytes besides the pixels</source>
         <translation>höchstens %1 Bytes neben den Pixeln</translation>
+    </message>
+    <message>
+        <source>Checking the calibration …</source>
+        <translation>Die Kalibrierung wird geprüft …</translation>
     </message>
 </context>
 <context>
@@ -1572,6 +1584,318 @@
         <source>places</source>
         <translation>Stellen</translation>
     </message>
+    <message>
+        <source>Panel</source>
+        <translation>Panel</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Seriennummer</translation>
+    </message>
+    <message>
+        <source>Controller</source>
+        <translation>Controller</translation>
+    </message>
+    <message>
+        <source>Firmware</source>
+        <translation>Firmware</translation>
+    </message>
+    <message>
+        <source>Unit type</source>
+        <translation>Gerätetyp</translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation>Bildschirm</translation>
+    </message>
+    <message>
+        <source>Program</source>
+        <translation>Programm</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Operator</source>
+        <translation>Prüfer</translation>
+    </message>
+    <message>
+        <source>raw counts of the controller</source>
+        <translation>Rohwerte des Controllers</translation>
+    </message>
+    <message>
+        <source>pointer events</source>
+        <translation>Zeigerereignisse</translation>
+    </message>
+    <message>
+        <source>raw counts and pointer events</source>
+        <translation>Rohwerte und Zeigerereignisse</translation>
+    </message>
+    <message>
+        <source>%1 with their times</source>
+        <translation>%1 mit ihren Zeiten</translation>
+    </message>
+    <message>
+        <source>%1, not all with their times</source>
+        <translation>%1, nicht alle mit ihren Zeiten</translation>
+    </message>
+    <message>
+        <source>%1 nominal</source>
+        <translation>%1 nominell</translation>
+    </message>
+    <message>
+        <source>from the screen</source>
+        <translation>vom Bildschirm</translation>
+    </message>
+    <message>
+        <source>as entered</source>
+        <translation>wie eingegeben</translation>
+    </message>
+    <message>
+        <source>nominal: 96 pixels an inch</source>
+        <translation>nominell: 96 Pixel je Zoll</translation>
+    </message>
+    <message>
+        <source>Active area</source>
+        <translation>Aktive Fläche</translation>
+    </message>
+    <message>
+        <source>Samples</source>
+        <translation>Messpunkte</translation>
+    </message>
+    <message>
+        <source>strokes drawn again because of the hand</source>
+        <translation>Striche, die wegen der Hand wiederholt wurden</translation>
+    </message>
+    <message>
+        <source>part of the line that is covered</source>
+        <translation>abgedeckter Teil der Linie</translation>
+    </message>
+    <message>
+        <source>longest piece without a sample</source>
+        <translation>längstes Stück ohne Messpunkt</translation>
+    </message>
+    <message>
+        <source>gap</source>
+        <translation>Lücke</translation>
+    </message>
+    <message>
+        <source>of the best straight line from the guide, at its middle</source>
+        <translation>Abstand der Ausgleichsgeraden von der Führungslinie, in deren Mitte</translation>
+    </message>
+    <message>
+        <source>drift of the best straight line from end to end</source>
+        <translation>wie weit die Ausgleichsgerade von Ende zu Ende abweicht</translation>
+    </message>
+    <message>
+        <source>tilt</source>
+        <translation>Neigung</translation>
+    </message>
+    <message>
+        <source>greatest distance from the best straight line</source>
+        <translation>größter Abstand von der Ausgleichsgeraden</translation>
+    </message>
+    <message>
+        <source>straight</source>
+        <translation>gerade</translation>
+    </message>
+    <message>
+        <source>distance from the best straight line, RMS</source>
+        <translation>Abstand von der Ausgleichsgeraden, Effektivwert</translation>
+    </message>
+    <message>
+        <source>RMS</source>
+        <translation>RMS</translation>
+    </message>
+    <message>
+        <source>distance from the best straight line, 95th percentile</source>
+        <translation>Abstand von der Ausgleichsgeraden, 95. Perzentil</translation>
+    </message>
+    <message>
+        <source>p95</source>
+        <translation>p95</translation>
+    </message>
+    <message>
+        <source>greatest distance of a sample from the guide</source>
+        <translation>größter Abstand eines Messpunkts von der Führungslinie</translation>
+    </message>
+    <message>
+        <source>distance of the samples from the guide, RMS</source>
+        <translation>Abstand der Messpunkte von der Führungslinie, Effektivwert</translation>
+    </message>
+    <message>
+        <source>distance of the samples from the guide, 95th percentile</source>
+        <translation>Abstand der Messpunkte von der Führungslinie, 95. Perzentil</translation>
+    </message>
+    <message>
+        <source>greatest distance of the course from the guide in the centre</source>
+        <translation>größter Abstand des Verlaufs von der Führungslinie in der Mitte</translation>
+    </message>
+    <message>
+        <source>centre</source>
+        <translation>Mitte</translation>
+    </message>
+    <message>
+        <source>greatest distance of the course from the guide in the edge zone</source>
+        <translation>größter Abstand des Verlaufs von der Führungslinie in der Randzone</translation>
+    </message>
+    <message>
+        <source>edge</source>
+        <translation>Rand</translation>
+    </message>
+    <message>
+        <source>RMS of the samples around the course</source>
+        <translation>Effektivwert der Messpunkte um den Verlauf</translation>
+    </message>
+    <message>
+        <source>scatter</source>
+        <translation>Streuung</translation>
+    </message>
+    <message>
+        <source>speed of the hand</source>
+        <translation>Geschwindigkeit der Hand</translation>
+    </message>
+    <message>
+        <source>speed</source>
+        <translation>Tempo</translation>
+    </message>
+    <message>
+        <source>reports a second</source>
+        <translation>Meldungen je Sekunde</translation>
+    </message>
+    <message>
+        <source>time in which reports failed to come</source>
+        <translation>Zeit, in der Meldungen ausblieben</translation>
+    </message>
+    <message>
+        <source>a file that can be renamed</source>
+        <translation>eine umbenennbare Datei</translation>
+    </message>
+    <message>
+        <source>the line&apos;s name &quot;%1&quot;</source>
+        <translation>der Name „%1“ der Linie</translation>
+    </message>
+    <message>
+        <source>the end of the file</source>
+        <translation>das Ende der Datei</translation>
+    </message>
+    <message>
+        <source>max %1</source>
+        <translation>max. %1</translation>
+    </message>
+    <message>
+        <source>straight %1</source>
+        <translation>gerade %1</translation>
+    </message>
+    <message>
+        <source>limit V</source>
+        <translation>Grenze V</translation>
+    </message>
+    <message>
+        <source>limit H</source>
+        <translation>Grenze H</translation>
+    </message>
+    <message>
+        <source>%1   %2 of %3 lines pass</source>
+        <translation>%1   %2 von %3 Linien bestehen</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>deviations drawn %1 times as large</source>
+        <translation>Abweichungen %1-fach vergrößert gezeichnet</translation>
+    </message>
+    <message>
+        <source>%1: %2; at least %3</source>
+        <translation>%1: %2; mindestens %3</translation>
+    </message>
+    <message>
+        <source>%1: %2; at most %3</source>
+        <translation>%1: %2; höchstens %3</translation>
+    </message>
+    <message>
+        <source>Verdict: %1</source>
+        <translation>Urteil: %1</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Measured on</source>
+        <translation>Gemessen an</translation>
+    </message>
+    <message>
+        <source>All lengths are nominal: 96 pixels are taken as an inch.</source>
+        <translation>Alle Längen sind nominal: 96 Pixel gelten als ein Zoll.</translation>
+    </message>
+    <message>
+        <source>%1 %2   page %3 of %4</source>
+        <translation>%1 %2   Seite %3 von %4</translation>
+    </message>
+    <message>
+        <source>Panel as a whole</source>
+        <translation>Panel insgesamt</translation>
+    </message>
+    <message>
+        <source>Resting finger</source>
+        <translation>Ruhender Finger</translation>
+    </message>
+    <message>
+        <source>Taps</source>
+        <translation>Tippen</translation>
+    </message>
+    <message>
+        <source>Coverage</source>
+        <translation>Abdeckung</translation>
+    </message>
+    <message>
+        <source>%1, way back</source>
+        <translation>%1, Rückweg</translation>
+    </message>
+    <message>
+        <source>Line %1</source>
+        <translation>Linie %1</translation>
+    </message>
+    <message>
+        <source>Resting finger, place %1</source>
+        <translation>Ruhender Finger, Stelle %1</translation>
+    </message>
+    <message>
+        <source>Touches now miss by up to %1.</source>
+        <translation>Berührungen liegen jetzt bis zu %1 daneben.</translation>
+    </message>
+    <message>
+        <source>A calibration with %1 targets would leave up to %2.</source>
+        <translation>Eine Kalibrierung mit %1 Zielen ließe bis zu %2 übrig.</translation>
+    </message>
+    <message>
+        <source>Calibrate with %1 targets.</source>
+        <translation>Kalibrieren Sie mit %1 Zielen.</translation>
+    </message>
+    <message>
+        <source>Another calibration would gain nothing.</source>
+        <translation>Eine weitere Kalibrierung brächte nichts.</translation>
+    </message>
+    <message>
+        <source>No calibration can bring this panel below %1.</source>
+        <translation>Keine Kalibrierung bringt dieses Panel unter %1.</translation>
+    </message>
+    <message>
+        <source>%1 (%2 % sure)</source>
+        <translation>%1 (zu %2 % sicher)</translation>
+    </message>
+    <message>
+        <source>The cause is not clear.</source>
+        <translation>Die Ursache ist nicht klar.</translation>
+    </message>
+    <message>
+        <source>Measure again, slowly. If it fails again, see the figures.</source>
+        <translation>Messen Sie erneut, langsam. Besteht es wieder nicht, sehen Sie die Zahlen an.</translation>
+    </message>
 </context>
 <context>
     <name>messages</name>
@@ -1868,6 +2192,54 @@
     <message>
         <source>the end of the file after eight lines</source>
         <translation>das Ende der Datei nach acht Zeilen</translation>
+    </message>
+    <message>
+        <source>a name and 8 or 16 words, one a line</source>
+        <translation>einen Namen und 8 oder 16 Wörter, eines je Zeile</translation>
+    </message>
+    <message>
+        <source>The calibration from before is not kept: this controller does not let its parameters be read. %1.</source>
+        <translation>Die vorige Kalibrierung ist nicht gesichert: Die Parameter dieses Controllers lassen sich nicht lesen. %1.</translation>
+    </message>
+    <message>
+        <source>The calibration from before is in force.</source>
+        <translation>Die vorige Kalibrierung gilt.</translation>
+    </message>
+    <message>
+        <source>The new calibration is in force.</source>
+        <translation>Die neue Kalibrierung gilt.</translation>
+    </message>
+    <message>
+        <source>The controller holds words of both calibrations.</source>
+        <translation>Der Controller enthält Wörter beider Kalibrierungen.</translation>
+    </message>
+    <message>
+        <source>Which calibration is in force cannot be read.</source>
+        <translation>Welche Kalibrierung gilt, lässt sich nicht lesen.</translation>
+    </message>
+    <message>
+        <source>No calibration from before is kept. To be able to go back, switch on &quot;Check after calibrating&quot; before you calibrate.</source>
+        <translation>Keine vorige Kalibrierung ist gesichert. Um zurückzukönnen, schalten Sie „Nach dem Kalibrieren prüfen“ ein, bevor Sie kalibrieren.</translation>
+    </message>
+    <message>
+        <source>The last check of the calibration broke off.</source>
+        <translation>Die letzte Prüfung der Kalibrierung brach ab.</translation>
+    </message>
+    <message>
+        <source>Put back the calibration from before?</source>
+        <translation>Die vorige Kalibrierung zurückholen?</translation>
+    </message>
+    <message>
+        <source>Put back</source>
+        <translation>Zurückholen</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Behalten</translation>
+    </message>
+    <message>
+        <source>The new calibration is kept.</source>
+        <translation>Die neue Kalibrierung bleibt.</translation>
     </message>
 </context>
 <context>
@@ -2302,6 +2674,26 @@
         <source>received %1</source>
         <translation>empfangen %1</translation>
     </message>
+    <message>
+        <source>The script was not run.</source>
+        <translation>Das Skript wurde nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>Script %1</source>
+        <translation>Skript %1</translation>
+    </message>
+    <message>
+        <source>%1: passed; %2 bytes sent, %3 received</source>
+        <translation>%1: bestanden; %2 Bytes gesendet, %3 empfangen</translation>
+    </message>
+    <message>
+        <source>Line %1 of %2, &quot;%3&quot;, changes what the controller has stored. Run the script?</source>
+        <translation>Zeile %1 von %2, „%3“, ändert, was der Controller gespeichert hat. Das Skript ausführen?</translation>
+    </message>
+    <message>
+        <source>text with \r, \n, \t, \\, \&quot; or \xNN</source>
+        <translation>Text mit \r, \n, \t, \\, \&quot; oder \xNN</translation>
+    </message>
 </context>
 <context>
     <name>settings</name>
@@ -2591,6 +2983,73 @@
     </message>
 </context>
 <context>
+    <name>touch::frmBytesPanel</name>
+    <message>
+        <source>&amp;Send bytes</source>
+        <translation>Bytes &amp;senden</translation>
+    </message>
+    <message>
+        <source>Command to begin with</source>
+        <translation>Befehl als Anfang</translation>
+    </message>
+    <message>
+        <source>Begin with a command …</source>
+        <translation>Mit einem Befehl anfangen …</translation>
+    </message>
+    <message>
+        <source>Digit of the command</source>
+        <translation>Ziffer des Befehls</translation>
+    </message>
+    <message>
+        <source>Digit</source>
+        <translation>Ziffer</translation>
+    </message>
+    <message>
+        <source>Bytes to send</source>
+        <translation>Bytes zum Senden</translation>
+    </message>
+    <message>
+        <source>How they are typed</source>
+        <translation>Wie sie getippt sind</translation>
+    </message>
+    <message>
+        <source>As text</source>
+        <translation>Als Text</translation>
+    </message>
+    <message>
+        <source>In hexadecimal</source>
+        <translation>Hexadezimal</translation>
+    </message>
+    <message>
+        <source>What is sent, byte by byte</source>
+        <translation>Was gesendet wird, Byte für Byte</translation>
+    </message>
+    <message>
+        <source>Reply, text</source>
+        <translation>Antwort, Text</translation>
+    </message>
+    <message>
+        <source>Reply, hexadecimal</source>
+        <translation>Antwort, hexadezimal</translation>
+    </message>
+    <message>
+        <source>Choose the digit first.</source>
+        <translation>Wählen Sie zuerst die Ziffer.</translation>
+    </message>
+    <message>
+        <source>%1
+%2
+Bytes: %3</source>
+        <translation>%1
+%2
+Bytes: %3</translation>
+    </message>
+    <message>
+        <source>W&amp;hat to send:</source>
+        <translation>&amp;Bytes zum Senden:</translation>
+    </message>
+</context>
+<context>
     <name>touch::frmCal</name>
     <message>
         <source>&amp;Start</source>
@@ -2684,6 +3143,65 @@ Fehler des simulierten Panels jetzt: %2</translation>
     <message>
         <source>Simulated panel&apos;s error: %1</source>
         <translation>Fehler des simulierten Panels: %1</translation>
+    </message>
+    <message>
+        <source>Check &amp;after calibrating</source>
+        <translation>Nach &amp;dem Kalibrieren prüfen</translation>
+    </message>
+    <message>
+        <source>How far a good touch may land from its cross, of the diagonal</source>
+        <translation>Wie weit eine gute Berührung von ihrem Kreuz landen darf, von der Diagonale</translation>
+    </message>
+    <message>
+        <source>You touch five crosses. If touches land too far off, the calibration from before is put back: also when you can no longer press anything.</source>
+        <translation>Sie berühren fünf Kreuze. Landen Berührungen zu weit daneben, wird die vorige Kalibrierung zurückgeholt: auch wenn Sie nichts mehr drücken können.</translation>
+    </message>
+    <message>
+        <source>&amp;Check</source>
+        <translation>&amp;Prüfen</translation>
+    </message>
+    <message>
+        <source>Checks the calibration that the controller has now.</source>
+        <translation>Prüft die Kalibrierung, die der Controller jetzt hat.</translation>
+    </message>
+    <message>
+        <source>Li&amp;mit, of the diagonal:</source>
+        <translation>&amp;Grenze, von der Diagonale:</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmCheck</name>
+    <message>
+        <source>&amp;Keep (Enter)</source>
+        <translation>&amp;Behalten (Eingabe)</translation>
+    </message>
+    <message>
+        <source>&amp;Put back (Esc)</source>
+        <translation>&amp;Zurückholen (Esc)</translation>
+    </message>
+    <message>
+        <source>&amp;Close (Esc)</source>
+        <translation>S&amp;chließen (Esc)</translation>
+    </message>
+    <message>
+        <source>Check of the calibration</source>
+        <translation>Prüfung der Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Crosses to touch</source>
+        <translation>Kreuze zum Berühren</translation>
+    </message>
+    <message>
+        <source>The cross to touch has a yellow ring.</source>
+        <translation>Das Kreuz, das zu berühren ist, hat einen gelben Ring.</translation>
+    </message>
+    <message>
+        <source>Time used for this touch</source>
+        <translation>Verbrauchte Zeit für diese Berührung</translation>
+    </message>
+    <message>
+        <source>%1: too far</source>
+        <translation>%1: zu weit</translation>
     </message>
 </context>
 <context>
@@ -2826,6 +3344,22 @@ Fehler des simulierten Panels jetzt: %2</translation>
     <message>
         <source>Nothing found.</source>
         <translation>Nichts gefunden.</translation>
+    </message>
+    <message>
+        <source>Times of the lines</source>
+        <translation>Zeiten der Zeilen</translation>
+    </message>
+    <message>
+        <source>Since the start</source>
+        <translation>Seit dem Beginn</translation>
+    </message>
+    <message>
+        <source>Since the last</source>
+        <translation>Seit der letzten</translation>
+    </message>
+    <message>
+        <source>Time of day</source>
+        <translation>Uhrzeit</translation>
     </message>
 </context>
 <context>
@@ -3096,328 +3630,58 @@ F1 hilft, Esc beendet.</translation>
     </message>
 </context>
 <context>
-    <name>touch::frmLinearity</name>
+    <name>touch::frmLinePanel</name>
     <message>
-        <source>Panel width</source>
-        <translation>Panelbreite</translation>
+        <source>U&amp;se these</source>
+        <translation>&amp;So verwenden</translation>
     </message>
     <message>
-        <source>Panel height</source>
-        <translation>Panelhöhe</translation>
+        <source>Send brea&amp;k</source>
+        <translation>&amp;Break senden</translation>
     </message>
     <message>
-        <source>Lines to follow</source>
-        <translation>Nachzuziehende Linien</translation>
+        <source>Speed</source>
+        <translation>Geschwindigkeit</translation>
     </message>
     <message>
-        <source>How large is the panel&apos;s active area?</source>
-        <translation>Wie groß ist die aktive Fläche des Panels?</translation>
+        <source>Data bits</source>
+        <translation>Datenbits</translation>
     </message>
     <message>
-        <source>Deviations are judged in millimetres. Measure the picture, without its frame.</source>
-        <translation>Abweichungen werden in Millimetern beurteilt. Messen Sie das Bild ohne den Rahmen.</translation>
+        <source>Parity</source>
+        <translation>Parität</translation>
     </message>
     <message>
-        <source>&amp;Width:</source>
-        <translation>&amp;Breite:</translation>
+        <source>Stop bits</source>
+        <translation>Stoppbits</translation>
     </message>
     <message>
-        <source>&amp;Height:</source>
-        <translation>&amp;Höhe:</translation>
+        <source>None</source>
+        <translation>Keine</translation>
     </message>
     <message>
-        <source>&amp;Start</source>
-        <translation>&amp;Start</translation>
+        <source>Even</source>
+        <translation>Gerade</translation>
     </message>
     <message>
-        <source>&amp;Leave</source>
-        <translation>&amp;Verlassen</translation>
+        <source>Odd</source>
+        <translation>Ungerade</translation>
     </message>
     <message>
-        <source>◀ &amp;Back</source>
-        <translation>◀ &amp;Zurück</translation>
+        <source>For this port until the debugger is closed</source>
+        <translation>Für diesen Port, bis der Debugger geschlossen wird</translation>
     </message>
     <message>
-        <source>The line before (Left)</source>
-        <translation>Zur vorigen Linie (Links)</translation>
+        <source>This port does not tell of its other wires.</source>
+        <translation>Dieser Port sagt nichts über seine übrigen Leitungen.</translation>
     </message>
     <message>
-        <source>&amp;Repeat</source>
-        <translation>&amp;Wiederholen</translation>
+        <source>Bytes sent: %1, received: %2, damaged: %3.</source>
+        <translation>Bytes gesendet: %1, empfangen: %2, beschädigt: %3.</translation>
     </message>
     <message>
-        <source>Draws this line anew (Backspace)</source>
-        <translation>Diese Linie neu zeichnen (Rücktaste)</translation>
-    </message>
-    <message>
-        <source>&amp;Next ▶</source>
-        <translation>W&amp;eiter ▶</translation>
-    </message>
-    <message>
-        <source>Keeps what is drawn and goes on (Right, Enter)</source>
-        <translation>Behält das Gezeichnete und geht weiter (Rechts, Eingabe)</translation>
-    </message>
-    <message>
-        <source>Re&amp;sults</source>
-        <translation>E&amp;rgebnisse</translation>
-    </message>
-    <message>
-        <source>What has been measured so far</source>
-        <translation>Was bisher gemessen ist</translation>
-    </message>
-    <message>
-        <source>Back to the main window (Esc)</source>
-        <translation>Zurück zum Hauptfenster (Esc)</translation>
-    </message>
-    <message>
-        <source>Stroke too short. Draw the whole line again, from edge to edge.</source>
-        <translation>Das ergab keine Messung. Zeichnen Sie die ganze Linie noch einmal, von Rand zu Rand.</translation>
-    </message>
-    <message>
-        <source>%1   %2 of 18 measured</source>
-        <translation>%1   %2 von 18 gemessen</translation>
-    </message>
-    <message>
-        <source>%1 %2: at most %3 off, straight to %4.</source>
-        <translation>%1 %2: höchstens %3 daneben, gerade auf %4.</translation>
-    </message>
-    <message>
-        <source>Drawn:</source>
-        <translation>Gezeichnet:</translation>
-    </message>
-    <message>
-        <source>Measured before:</source>
-        <translation>Zuvor gemessen:</translation>
-    </message>
-    <message>
-        <source>pass</source>
-        <translation>i. O.</translation>
-    </message>
-    <message>
-        <source>FAIL</source>
-        <translation>n. i. O.</translation>
-    </message>
-    <message>
-        <source>Draw along the white line, from edge to edge.</source>
-        <translation>Zeichnen Sie entlang der weißen Linie, von Rand zu Rand.</translation>
-    </message>
-    <message>
-        <source>The line to draw along is white; its name stands in the panel beside it.</source>
-        <translation>Die nachzuziehende Linie ist weiß; ihr Name steht im Feld daneben.</translation>
-    </message>
-    <message>
-        <source>Draw the lines of such files again. Each file is then kept beside the new one, with &quot;.old&quot; behind its name.</source>
-        <translation>Zeichnen Sie die Linien solcher Dateien noch einmal. Jede Datei bleibt dann neben der neuen erhalten, mit „.old“ hinter ihrem Namen.</translation>
-    </message>
-    <message>
-        <source>%1 of 18 lines have been measured.</source>
-        <translation>%1 von 18 Linien sind gemessen.</translation>
-    </message>
-    <message>
-        <source>Continue</source>
-        <translation>Fortsetzen</translation>
-    </message>
-    <message>
-        <source>Start over</source>
-        <translation>Neu beginnen</translation>
-    </message>
-    <message>
-        <source>Measure all lines anew? The results so far are kept as files, with &quot;.old&quot; behind their names.</source>
-        <translation>Alle Linien neu messen? Die bisherigen Ergebnisse bleiben als Dateien erhalten, mit „.old“ hinter ihren Namen.</translation>
-    </message>
-    <message>
-        <source>Measure anew</source>
-        <translation>Neu messen</translation>
-    </message>
-    <message>
-        <source>Cancel</source>
-        <translation>Abbrechen</translation>
-    </message>
-</context>
-<context>
-    <name>touch::frmLinearityPage</name>
-    <message>
-        <source>Deviation along each line, and map of the panel</source>
-        <translation>Abweichung entlang jeder Linie und Karte des Panels</translation>
-    </message>
-    <message>
-        <source>All of its figures stand on the page &quot;Figures&quot;.</source>
-        <translation>Alle Zahlen dazu stehen auf der Seite „Zahlen“.</translation>
-    </message>
-</context>
-<context>
-    <name>touch::frmLinearityResult</name>
-    <message>
-        <source>Average</source>
-        <translation>Mittelwert</translation>
-    </message>
-    <message>
-        <source>Maximum</source>
-        <translation>Maximum</translation>
-    </message>
-    <message>
-        <source>Minimum</source>
-        <translation>Minimum</translation>
-    </message>
-    <message>
-        <source>RMS</source>
-        <translation>Effektivwert</translation>
-    </message>
-    <message>
-        <source>Centre</source>
-        <translation>Mitte</translation>
-    </message>
-    <message>
-        <source>Edge</source>
-        <translation>Rand</translation>
-    </message>
-    <message>
-        <source>Offset</source>
-        <translation>Versatz</translation>
-    </message>
-    <message>
-        <source>Straightness</source>
-        <translation>Geradheit</translation>
-    </message>
-    <message>
-        <source>Gap</source>
-        <translation>Lücke</translation>
-    </message>
-    <message>
-        <source>Limit in the centre</source>
-        <translation>Grenzwert in der Mitte</translation>
-    </message>
-    <message>
-        <source>Limit near the edge</source>
-        <translation>Grenzwert am Rand</translation>
-    </message>
-    <message>
-        <source>&amp;Draw again</source>
-        <translation>&amp;Erneut zeichnen</translation>
-    </message>
-    <message>
-        <source>Plots and map</source>
-        <translation>Diagramme und Karte</translation>
-    </message>
-    <message>
-        <source>Figures</source>
-        <translation>Zahlen</translation>
-    </message>
-    <message>
-        <source>Limits, export</source>
-        <translation>Grenzwerte, Export</translation>
-    </message>
-    <message>
-        <source>Figures of each line in millimetres</source>
-        <translation>Zahlen jeder Linie in Millimetern</translation>
-    </message>
-    <message>
-        <source>Line</source>
-        <translation>Linie</translation>
-    </message>
-    <message>
-        <source>Verdict</source>
-        <translation>Urteil</translation>
-    </message>
-    <message>
-        <source>Greatest distance from the line, more than 3.5 mm from the panel&apos;s edge</source>
-        <translation>Größter Abstand von der Linie, mehr als 3,5 mm vom Rand des Panels</translation>
-    </message>
-    <message>
-        <source>Greatest distance from the line within 3.5 mm of the panel&apos;s edge</source>
-        <translation>Größter Abstand von der Linie bis 3,5 mm vom Rand des Panels</translation>
-    </message>
-    <message>
-        <source>Distance of the best-fitting line from the line, at its middle</source>
-        <translation>Abstand der Ausgleichsgeraden von der Linie, in deren Mitte</translation>
-    </message>
-    <message>
-        <source>Greatest distance from the best-fitting line</source>
-        <translation>Größter Abstand von der Ausgleichsgeraden</translation>
-    </message>
-    <message>
-        <source>Longest piece without a touch</source>
-        <translation>Längstes Stück ohne Berührung</translation>
-    </message>
-    <message>
-        <source>Li&amp;mit:</source>
-        <translation>&amp;Grenzwert:</translation>
-    </message>
-    <message>
-        <source>E&amp;dge:</source>
-        <translation>Ran&amp;d:</translation>
-    </message>
-    <message>
-        <source>Unit of the limits</source>
-        <translation>Einheit der Grenzwerte</translation>
-    </message>
-    <message>
-        <source>mm</source>
-        <translation>mm</translation>
-    </message>
-    <message>
-        <source>percent</source>
-        <translation>Prozent</translation>
-    </message>
-    <message>
-        <source>Draws the line that is marked under &quot;Figures&quot; again</source>
-        <translation>Zeichnet die unter „Zahlen“ markierte Linie noch einmal</translation>
-    </message>
-    <message>
-        <source>◀ &amp;Back</source>
-        <translation>◀ &amp;Zurück</translation>
-    </message>
-    <message>
-        <source>&amp;Leave</source>
-        <translation>&amp;Verlassen</translation>
-    </message>
-    <message>
-        <source>&amp;PNG …</source>
-        <translation>&amp;PNG …</translation>
-    </message>
-    <message>
-        <source>PD&amp;F …</source>
-        <translation>PD&amp;F …</translation>
-    </message>
-    <message>
-        <source>&amp;CSV …</source>
-        <translation>&amp;CSV …</translation>
-    </message>
-    <message>
-        <source>pass</source>
-        <translation>i. O.</translation>
-    </message>
-    <message>
-        <source>FAIL</source>
-        <translation>n. i. O.</translation>
-    </message>
-    <message>
-        <source>Nothing is measured yet</source>
-        <translation>Noch ist nichts gemessen</translation>
-    </message>
-    <message>
-        <source>PASS</source>
-        <translation>I. O.</translation>
-    </message>
-    <message>
-        <source>FAIL: %1 of %2</source>
-        <translation>N. I. O.: %1 von %2</translation>
-    </message>
-    <message>
-        <source>Save as %1</source>
-        <translation>Als %1 speichern</translation>
-    </message>
-    <message>
-        <source>&amp;Measure anew</source>
-        <translation>&amp;Neu messen</translation>
-    </message>
-    <message>
-        <source>Begins with the first line; the results so far are kept as files</source>
-        <translation>Beginnt mit der ersten Linie; die bisherigen Ergebnisse bleiben als Dateien erhalten</translation>
-    </message>
-    <message>
-        <source>Saved in %1</source>
-        <translation>Gespeichert in %1</translation>
+        <source>Stop bit missing: %1, wrong parity: %2, overruns: %3, breaks: %4.</source>
+        <translation>Stoppbit fehlt: %1, falsche Parität: %2, Überläufe: %3, Breaks: %4.</translation>
     </message>
 </context>
 <context>
@@ -3758,28 +4022,6 @@ F1 hilft, Esc beendet.</translation>
 <context>
     <name>touch::frmRSDebug</name>
     <message>
-        <source>How many intervals from one report to the next are how long; a bar for every %1 ms, the last one also for longer ones</source>
-        <translation>Wie viele Abstände von einer Meldung zur nächsten wie lang sind; ein Balken je %1 ms, der letzte auch für längere</translation>
-    </message>
-    <message>
-        <source>from %1 ms: %2</source>
-        <translation>ab %1 ms: %2</translation>
-    </message>
-    <message>
-        <source>Intervals between reports</source>
-        <translation>Abstände zwischen Meldungen</translation>
-    </message>
-    <message>
-        <source>%1 ms</source>
-        <translation>%1 ms</translation>
-    </message>
-    <message>
-        <source>Simulated panel:
-draw here with the mouse</source>
-        <translation>Simuliertes Panel:
-Zeichnen Sie hier mit der Maus</translation>
-    </message>
-    <message>
         <source>Repor&amp;t Rate</source>
         <translation>Mel&amp;derate</translation>
     </message>
@@ -3888,24 +4130,59 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>&amp;Wiedergabe beenden</translation>
     </message>
     <message>
-        <source>Draw one stroke on the panel.</source>
-        <translation>Zeichnen Sie einen Strich auf dem Panel.</translation>
-    </message>
-    <message>
-        <source>Press &quot;Receive&quot;, then draw one stroke.</source>
-        <translation>Drücken Sie „Empfangen“, und zeichnen Sie dann einen Strich.</translation>
-    </message>
-    <message>
-        <source>No stroke has been measured.</source>
-        <translation>Es ist kein Strich gemessen.</translation>
-    </message>
-    <message>
         <source>Rate</source>
         <translation>Melderate</translation>
     </message>
     <message>
         <source>The main window is busy. Try again when it is through.</source>
         <translation>Das Hauptfenster ist beschäftigt. Versuchen Sie es noch einmal, wenn es fertig ist.</translation>
+    </message>
+    <message>
+        <source>Script</source>
+        <translation>Skript</translation>
+    </message>
+    <message>
+        <source>The script runs …</source>
+        <translation>Das Skript läuft …</translation>
+    </message>
+    <message>
+        <source>Bytes</source>
+        <translation>Bytes</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Leitung</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmRatePanel</name>
+    <message>
+        <source>How many intervals from one report to the next are how long; a bar for every %1 ms, the last one also for longer ones</source>
+        <translation>Wie viele Abstände von einer Meldung zur nächsten wie lang sind; ein Balken je %1 ms, der letzte auch für längere</translation>
+    </message>
+    <message>
+        <source>from %1 ms: %2</source>
+        <translation>ab %1 ms: %2</translation>
+    </message>
+    <message>
+        <source>Intervals between reports</source>
+        <translation>Abstände zwischen Meldungen</translation>
+    </message>
+    <message>
+        <source>No stroke has been measured.</source>
+        <translation>Es ist kein Strich gemessen.</translation>
+    </message>
+    <message>
+        <source>%1 ms</source>
+        <translation>%1 ms</translation>
+    </message>
+    <message>
+        <source>Draw one stroke on the panel.</source>
+        <translation>Zeichnen Sie einen Strich auf dem Panel.</translation>
+    </message>
+    <message>
+        <source>Press &quot;Receive&quot;, then draw one stroke.</source>
+        <translation>Drücken Sie „Empfangen“, und zeichnen Sie dann einen Strich.</translation>
     </message>
 </context>
 <context>
@@ -3976,6 +4253,61 @@ Zeichnen Sie hier mit der Maus</translation>
     </message>
 </context>
 <context>
+    <name>touch::frmScriptPanel</name>
+    <message>
+        <source>No script is chosen.</source>
+        <translation>Es ist kein Skript gewählt.</translation>
+    </message>
+    <message>
+        <source>&amp;Choose …</source>
+        <translation>Wäh&amp;len …</translation>
+    </message>
+    <message>
+        <source>Run &amp;script</source>
+        <translation>&amp;Skript starten</translation>
+    </message>
+    <message>
+        <source>P&amp;ause</source>
+        <translation>P&amp;ause</translation>
+    </message>
+    <message>
+        <source>Stop runnin&amp;g</source>
+        <translation>A&amp;bbrechen</translation>
+    </message>
+    <message>
+        <source>Lines of the script</source>
+        <translation>Zeilen des Skripts</translation>
+    </message>
+    <message>
+        <source>Nothing is sent any more; the port gets its usual line settings</source>
+        <translation>Es wird nichts mehr gesendet; der Port bekommt seine üblichen Leitungseinstellungen</translation>
+    </message>
+    <message>
+        <source>Choose a script</source>
+        <translation>Ein Skript wählen</translation>
+    </message>
+    <message>
+        <source>Scripts (*.tus);;All files (*)</source>
+        <translation>Skripte (*.tus);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Resu&amp;me</source>
+        <translation>F&amp;ortsetzen</translation>
+    </message>
+    <message>
+        <source>%1: ended in line %2</source>
+        <translation>%1: in Zeile %2 beendet</translation>
+    </message>
+    <message>
+        <source>%1: paused in line %2</source>
+        <translation>%1: hält in Zeile %2</translation>
+    </message>
+    <message>
+        <source>%1: running, line %2</source>
+        <translation>%1: läuft, Zeile %2</translation>
+    </message>
+</context>
+<context>
     <name>touch::frmSettingsPage</name>
     <message>
         <source>Touch mode</source>
@@ -4037,16 +4369,25 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>Zeichnen Sie frei oder entlang von Hilfslinien, und sehen Sie, wo die Tinte sie verlässt.</translation>
     </message>
     <message>
-        <source>L&amp;inearity</source>
-        <translation>&amp;Linearität</translation>
-    </message>
-    <message>
-        <source>Draw nine vertical and nine horizontal lines and judge the panel in millimetres. Calibrate it first.</source>
-        <translation>Zeichnen Sie neun senkrechte und neun waagrechte Linien, und beurteilen Sie das Panel in Millimetern. Kalibrieren Sie es zuerst.</translation>
-    </message>
-    <message>
         <source>Faults of the simulated panels</source>
         <translation>Fehler der simulierten Panels</translation>
+    </message>
+    <message>
+        <source>&amp;Measure</source>
+        <translation>&amp;Messen</translation>
+    </message>
+    <message>
+        <source>Draw lines along guides and prove in millimetres how good the panel is. Calibrate it first.</source>
+        <translation>Linien entlang von Führungslinien zeichnen und in Millimetern nachweisen, wie gut das Panel ist. Kalibrieren Sie es vorher.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmTouchPad</name>
+    <message>
+        <source>Simulated panel:
+draw here with the mouse</source>
+        <translation>Simuliertes Panel:
+Zeichnen Sie hier mit der Maus</translation>
     </message>
 </context>
 <context>
@@ -4078,6 +4419,606 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>The driver did not take monitor %1.</source>
         <translation>Der Treiber hat Monitor %1 nicht angenommen.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmLimitsBox</name>
+    <message>
+        <source>Limits</source>
+        <translation>Grenzwerte</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>From a file …</source>
+        <translation>Aus einer Datei …</translation>
+    </message>
+    <message>
+        <source>Open limits</source>
+        <translation>Grenzwerte öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmLines</name>
+    <message>
+        <source>Lines to follow</source>
+        <translation>Nachzuziehende Linien</translation>
+    </message>
+    <message>
+        <source>The line to draw along is white; its name stands in the panel beside it.</source>
+        <translation>Die nachzuziehende Linie ist weiß; ihr Name steht im Feld daneben.</translation>
+    </message>
+    <message>
+        <source>◀ &amp;Back</source>
+        <translation>◀ &amp;Zurück</translation>
+    </message>
+    <message>
+        <source>The line before (Left)</source>
+        <translation>Zur vorigen Linie (Links)</translation>
+    </message>
+    <message>
+        <source>&amp;Next ▶</source>
+        <translation>W&amp;eiter ▶</translation>
+    </message>
+    <message>
+        <source>Keeps what is drawn and goes on (Right, Enter)</source>
+        <translation>Behält das Gezeichnete und geht weiter (Rechts, Eingabe)</translation>
+    </message>
+    <message>
+        <source>&amp;Repeat</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Draws this line anew (Backspace)</source>
+        <translation>Diese Linie neu zeichnen (Rücktaste)</translation>
+    </message>
+    <message>
+        <source>Re&amp;sults</source>
+        <translation>E&amp;rgebnisse</translation>
+    </message>
+    <message>
+        <source>What has been measured so far</source>
+        <translation>Was bisher gemessen ist</translation>
+    </message>
+    <message>
+        <source>&amp;Leave</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Back to the main window (Esc)</source>
+        <translation>Zurück zum Hauptfenster (Esc)</translation>
+    </message>
+    <message>
+        <source>Draw the lines of such files again. Each file is then kept beside the new one, with &quot;.old&quot; behind its name.</source>
+        <translation>Zeichnen Sie die Linien solcher Dateien noch einmal. Jede Datei bleibt dann neben der neuen erhalten, mit „.old“ hinter ihrem Namen.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 lines have been measured.</source>
+        <translation>%1 von %2 Linien sind gemessen.</translation>
+    </message>
+    <message>
+        <source>Continue</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>Start over</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>Stroke too short. Draw the whole line again, from edge to edge.</source>
+        <translation>Das ergab keine Messung. Zeichnen Sie die ganze Linie noch einmal, von Rand zu Rand.</translation>
+    </message>
+    <message>
+        <source>The stroke left its line by up to %1. Who did that?</source>
+        <translation>Der Strich wich bis zu %1 von seiner Linie ab. Wer war das?</translation>
+    </message>
+    <message>
+        <source>The panel did that</source>
+        <translation>Das Panel</translation>
+    </message>
+    <message>
+        <source>My hand</source>
+        <translation>Meine Hand</translation>
+    </message>
+    <message>
+        <source>Draw along the white line, from edge to edge.</source>
+        <translation>Zeichnen Sie entlang der weißen Linie, von Rand zu Rand.</translation>
+    </message>
+    <message>
+        <source>%1 %2: at most %3 off, straight to %4.</source>
+        <translation>%1 %2: höchstens %3 daneben, gerade auf %4.</translation>
+    </message>
+    <message>
+        <source>Drawn:</source>
+        <translation>Gezeichnet:</translation>
+    </message>
+    <message>
+        <source>Measured before:</source>
+        <translation>Zuvor gemessen:</translation>
+    </message>
+    <message>
+        <source>%1   %2 of %3 measured</source>
+        <translation>%1   %2 von %3 gemessen</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmLinesPage</name>
+    <message>
+        <source>Deviation along each line, and map of the panel</source>
+        <translation>Abweichung entlang jeder Linie und Karte des Panels</translation>
+    </message>
+    <message>
+        <source>All of its figures stand on the page &quot;Line by line&quot;.</source>
+        <translation>Alle Zahlen dazu stehen auf der Seite „Linie für Linie“.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmMeasure</name>
+    <message>
+        <source>Open a measurement</source>
+        <translation>Messung öffnen</translation>
+    </message>
+    <message>
+        <source>Measure all lines anew? The results so far are kept as files, with &quot;.old&quot; behind their names.</source>
+        <translation>Alle Linien neu messen? Die bisherigen Ergebnisse bleiben als Dateien erhalten, mit „.old“ hinter ihren Namen.</translation>
+    </message>
+    <message>
+        <source>Measure anew</source>
+        <translation>Neu messen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Choose at least one test.</source>
+        <translation>Wählen Sie mindestens einen Test.</translation>
+    </message>
+    <message>
+        <source>Leave without saving the measurement? Single lines are kept as files, everything else is lost.</source>
+        <translation>Ohne Speichern der Messung verlassen? Einzelne Linien bleiben als Dateien erhalten, alles andere geht verloren.</translation>
+    </message>
+    <message>
+        <source>Leave</source>
+        <translation>Verlassen</translation>
+    </message>
+    <message>
+        <source>Stay</source>
+        <translation>Bleiben</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmMeasureResult</name>
+    <message>
+        <source>Panel width</source>
+        <translation>Panelbreite</translation>
+    </message>
+    <message>
+        <source>Panel height</source>
+        <translation>Panelhöhe</translation>
+    </message>
+    <message>
+        <source>&amp;Draw again</source>
+        <translation>&amp;Erneut zeichnen</translation>
+    </message>
+    <message>
+        <source>&amp;Measure anew</source>
+        <translation>&amp;Neu messen</translation>
+    </message>
+    <message>
+        <source>Size and limits</source>
+        <translation>Größe und Grenzen</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>Figures of each line in millimetres</source>
+        <translation>Zahlen jeder Linie in Millimetern</translation>
+    </message>
+    <message>
+        <source>&amp;Width:</source>
+        <translation>&amp;Breite:</translation>
+    </message>
+    <message>
+        <source>&amp;Height:</source>
+        <translation>&amp;Höhe:</translation>
+    </message>
+    <message>
+        <source>&amp;Judge again</source>
+        <translation>Neu be&amp;urteilen</translation>
+    </message>
+    <message>
+        <source>Judges everything with this size</source>
+        <translation>Beurteilt alles mit dieser Größe</translation>
+    </message>
+    <message>
+        <source>L&amp;imits:</source>
+        <translation>&amp;Grenzen:</translation>
+    </message>
+    <message>
+        <source>Begins with the first line; the results so far are kept as files</source>
+        <translation>Beginnt mit der ersten Linie; die bisherigen Ergebnisse bleiben als Dateien erhalten</translation>
+    </message>
+    <message>
+        <source>◀ &amp;Back</source>
+        <translation>◀ &amp;Zurück</translation>
+    </message>
+    <message>
+        <source>&amp;Leave</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>&amp;Save …</source>
+        <translation>&amp;Speichern …</translation>
+    </message>
+    <message>
+        <source>&amp;PNG …</source>
+        <translation>&amp;PNG …</translation>
+    </message>
+    <message>
+        <source>PD&amp;F …</source>
+        <translation>PD&amp;F …</translation>
+    </message>
+    <message>
+        <source>&amp;CSV …</source>
+        <translation>&amp;CSV …</translation>
+    </message>
+    <message>
+        <source>Active area: %1</source>
+        <translation>Aktive Fläche: %1</translation>
+    </message>
+    <message>
+        <source>Line</source>
+        <translation>Linie</translation>
+    </message>
+    <message>
+        <source>Verdict</source>
+        <translation>Urteil</translation>
+    </message>
+    <message>
+        <source>Save as %1</source>
+        <translation>Als %1 speichern</translation>
+    </message>
+    <message>
+        <source>Saved in %1</source>
+        <translation>Gespeichert in %1</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Linien</translation>
+    </message>
+    <message>
+        <source>Line by line</source>
+        <translation>Linie für Linie</translation>
+    </message>
+    <message>
+        <source>Draws the line that is marked under &quot;Line by line&quot; again</source>
+        <translation>Zeichnet die unter „Linie für Linie“ markierte Linie noch einmal</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmMeasureStart</name>
+    <message>
+        <source>Panel width</source>
+        <translation>Panelbreite</translation>
+    </message>
+    <message>
+        <source>Panel height</source>
+        <translation>Panelhöhe</translation>
+    </message>
+    <message>
+        <source>Panel</source>
+        <translation>Panel</translation>
+    </message>
+    <message>
+        <source>&amp;Width:</source>
+        <translation>&amp;Breite:</translation>
+    </message>
+    <message>
+        <source>&amp;Height:</source>
+        <translation>&amp;Höhe:</translation>
+    </message>
+    <message>
+        <source>L&amp;imits:</source>
+        <translation>&amp;Grenzen:</translation>
+    </message>
+    <message>
+        <source>&amp;Panel:</source>
+        <translation>&amp;Panel:</translation>
+    </message>
+    <message>
+        <source>Serial n&amp;umber:</source>
+        <translation>Serien&amp;nummer:</translation>
+    </message>
+    <message>
+        <source>&amp;Operator:</source>
+        <translation>P&amp;rüfer:</translation>
+    </message>
+    <message>
+        <source>Tests</source>
+        <translation>Tests</translation>
+    </message>
+    <message>
+        <source>&amp;Lines</source>
+        <translation>&amp;Linien</translation>
+    </message>
+    <message>
+        <source>Draw along guides: straightness of the panel, offset and tilt of its calibration.</source>
+        <translation>Entlang von Führungslinien zeichnen: Geradheit des Panels, Versatz und Neigung der Kalibrierung.</translation>
+    </message>
+    <message>
+        <source>Which lines</source>
+        <translation>Welche Linien</translation>
+    </message>
+    <message>
+        <source>10 lines</source>
+        <translation>10 Linien</translation>
+    </message>
+    <message>
+        <source>18 lines</source>
+        <translation>18 Linien</translation>
+    </message>
+    <message>
+        <source>18 lines, diagonals and ways back</source>
+        <translation>18 Linien, Diagonalen und Rückwege</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Start</translation>
+    </message>
+    <message>
+        <source>Op&amp;en …</source>
+        <translation>Ö&amp;ffnen …</translation>
+    </message>
+    <message>
+        <source>Lea&amp;ve</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Active area, from the screen.</source>
+        <translation>Aktive Fläche, vom Bildschirm.</translation>
+    </message>
+    <message>
+        <source>Active area, as entered.</source>
+        <translation>Aktive Fläche, wie eingegeben.</translation>
+    </message>
+    <message>
+        <source>Nominal: the screen does not say how large it is. Measure the picture without its frame, and enter width and height.</source>
+        <translation>Nominell: Der Bildschirm sagt nicht, wie groß er ist. Messen Sie das Bild ohne Rahmen und geben Sie Breite und Höhe ein.</translation>
+    </message>
+    <message>
+        <source>&amp;Taps</source>
+        <translation>&amp;Tippen</translation>
+    </message>
+    <message>
+        <source>Tap targets three times each: accuracy and repeatability.</source>
+        <translation>Ziele je dreimal antippen: Genauigkeit und Wiederholbarkeit.</translation>
+    </message>
+    <message>
+        <source>How many targets</source>
+        <translation>Wie viele Ziele</translation>
+    </message>
+    <message>
+        <source>9 targets</source>
+        <translation>9 Ziele</translation>
+    </message>
+    <message>
+        <source>25 targets</source>
+        <translation>25 Ziele</translation>
+    </message>
+    <message>
+        <source>&amp;Resting finger</source>
+        <translation>Ruhender F&amp;inger</translation>
+    </message>
+    <message>
+        <source>Hold a finger still at five places, three seconds each: noise and drift.</source>
+        <translation>Den Finger an fünf Stellen je drei Sekunden stillhalten: Rauschen und Drift.</translation>
+    </message>
+    <message>
+        <source>&amp;Coverage</source>
+        <translation>&amp;Abdeckung</translation>
+    </message>
+    <message>
+        <source>Rub the whole panel: dead spots, and how far the edges are reached.</source>
+        <translation>Das ganze Panel reiben: tote Stellen und wie weit die Ränder erreicht werden.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmTouchTest</name>
+    <message>
+        <source>Places to touch</source>
+        <translation>Stellen zum Berühren</translation>
+    </message>
+    <message>
+        <source>The place to touch, or the line to draw, is white. The box beside it says what to do.</source>
+        <translation>Die Stelle zum Berühren oder die Linie zum Zeichnen ist weiß. Der Kasten daneben sagt, was zu tun ist.</translation>
+    </message>
+    <message>
+        <source>◀ &amp;Back</source>
+        <translation>◀ &amp;Zurück</translation>
+    </message>
+    <message>
+        <source>The place before (Left)</source>
+        <translation>Die Stelle davor (Links)</translation>
+    </message>
+    <message>
+        <source>&amp;Next ▶</source>
+        <translation>W&amp;eiter ▶</translation>
+    </message>
+    <message>
+        <source>The next place (Right, Enter)</source>
+        <translation>Die nächste Stelle (Rechts, Eingabe)</translation>
+    </message>
+    <message>
+        <source>&amp;Repeat</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Does the last place anew (Backspace)</source>
+        <translation>Wiederholt die letzte Stelle (Rücktaste)</translation>
+    </message>
+    <message>
+        <source>Nothing &amp;came</source>
+        <translation>Nichts &amp;kam an</translation>
+    </message>
+    <message>
+        <source>You have tapped, and the panel did not feel it (0)</source>
+        <translation>Sie haben getippt, und das Panel hat es nicht gespürt (0)</translation>
+    </message>
+    <message>
+        <source>The &amp;panel</source>
+        <translation>Das &amp;Panel</translation>
+    </message>
+    <message>
+        <source>The line fails (1)</source>
+        <translation>Die Linie besteht nicht (1)</translation>
+    </message>
+    <message>
+        <source>My &amp;hand</source>
+        <translation>Meine &amp;Hand</translation>
+    </message>
+    <message>
+        <source>Draw it again (2)</source>
+        <translation>Zeichnen Sie sie erneut (2)</translation>
+    </message>
+    <message>
+        <source>&amp;Leave</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Ends this test (Esc)</source>
+        <translation>Beendet diesen Test (Esc)</translation>
+    </message>
+    <message>
+        <source>&amp;Done</source>
+        <translation>&amp;Fertig</translation>
+    </message>
+    <message>
+        <source>Lift the finger.</source>
+        <translation>Heben Sie den Finger.</translation>
+    </message>
+    <message>
+        <source>Too short. Rest the finger until the ring is full.</source>
+        <translation>Zu kurz. Lassen Sie den Finger ruhen, bis der Ring voll ist.</translation>
+    </message>
+    <message>
+        <source>One tap was reported twice.</source>
+        <translation>Ein Tippen wurde zweimal gemeldet.</translation>
+    </message>
+    <message>
+        <source>Draw the line again.</source>
+        <translation>Zeichnen Sie die Linie erneut.</translation>
+    </message>
+    <message>
+        <source>Resting finger: place %1 of %2</source>
+        <translation>Ruhender Finger: Stelle %1 von %2</translation>
+    </message>
+    <message>
+        <source>Taps: target %1 of %2</source>
+        <translation>Tippen: Ziel %1 von %2</translation>
+    </message>
+    <message>
+        <source>Coverage: %1 %</source>
+        <translation>Abdeckung: %1 %</translation>
+    </message>
+    <message>
+        <source>Line %1 (%2 of %3)</source>
+        <translation>Linie %1 (%2 von %3)</translation>
+    </message>
+    <message>
+        <source>Rest a finger in the ring until it is full.</source>
+        <translation>Lassen Sie einen Finger im Ring ruhen, bis er voll ist.</translation>
+    </message>
+    <message>
+        <source>Tap the middle of the cross three times. Tap %1 of 3 comes next.</source>
+        <translation>Tippen Sie dreimal in die Mitte des Kreuzes. Als Nächstes kommt das %1. von 3 Malen.</translation>
+    </message>
+    <message>
+        <source>Every cell was touched.</source>
+        <translation>Jede Zelle wurde berührt.</translation>
+    </message>
+    <message>
+        <source>Rub the whole panel, up to its edges. Small dots were not touched yet.</source>
+        <translation>Reiben Sie das ganze Panel, bis an die Ränder. Kleine Punkte wurden noch nicht berührt.</translation>
+    </message>
+    <message>
+        <source>This stroke went far off its line. Who did that?</source>
+        <translation>Dieser Strich ging weit neben seine Linie. Wer war das?</translation>
+    </message>
+    <message>
+        <source>Draw along the line from the circle on, to the other end.</source>
+        <translation>Zeichnen Sie die Linie nach, vom Kreis bis zum anderen Ende.</translation>
+    </message>
+    <message>
+        <source>Drawn: %1 % covered, straightness %2.</source>
+        <translation>Gezeichnet: %1 % abgedeckt, Geradheit %2.</translation>
+    </message>
+</context>
+<context>
+    <name>touch::measure::frmVerdict</name>
+    <message>
+        <source>Map of errors</source>
+        <translation>Fehlerkarte</translation>
+    </message>
+    <message>
+        <source>How far touches miss in each place of the panel.</source>
+        <translation>Wie weit Berührungen an jeder Stelle des Panels danebenliegen.</translation>
+    </message>
+    <message>
+        <source>There is no map yet: it needs at least two lines in each direction, or taps.</source>
+        <translation>Es gibt noch keine Karte: Sie braucht mindestens zwei Linien in jeder Richtung oder Tippen.</translation>
+    </message>
+    <message>
+        <source>Figures</source>
+        <translation>Zahlen</translation>
+    </message>
+    <message>
+        <source>Map</source>
+        <translation>Karte</translation>
+    </message>
+    <message>
+        <source>Causes and advice</source>
+        <translation>Ursachen und Rat</translation>
+    </message>
+    <message>
+        <source>Figures beside their limits</source>
+        <translation>Zahlen neben ihren Grenzen</translation>
+    </message>
+    <message>
+        <source>Figure</source>
+        <translation>Zahl</translation>
+    </message>
+    <message>
+        <source>Measured</source>
+        <translation>Gemessen</translation>
+    </message>
+    <message>
+        <source>Limit</source>
+        <translation>Grenze</translation>
+    </message>
+    <message>
+        <source>% of side</source>
+        <translation>% der Seite</translation>
+    </message>
+    <message>
+        <source>Verdict</source>
+        <translation>Urteil</translation>
+    </message>
+    <message>
+        <source>Analysing …</source>
+        <translation>Wird ausgewertet …</translation>
+    </message>
+    <message>
+        <source>Nothing is wrong as far as this measurement can tell.</source>
+        <translation>Soweit diese Messung es sagen kann, ist alles in Ordnung.</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>Kalibrierung</translation>
     </message>
 </context>
 </TS>

@@ -52,8 +52,7 @@ void tellOfKeptBlock(const std::filesystem::path& file);
 /// driver.
 ExitStatus calibrate(Shell& shell, int points);
 
-/// Draws the lines of the linearity tester with a simulated finger and judges them as drawn; needs
-/// a simulated driver.
+/// Draws eighteen lines with a simulated finger and judges them as drawn; needs a simulated driver.
 ExitStatus measureSimulatedLines(Shell& shell);
 
 /// "mean 1.23 %, at most 4.56 % of the panel's width"

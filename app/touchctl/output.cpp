@@ -33,6 +33,12 @@ void printJson(const nlohmann::ordered_json& value) {
   print("{}\n", value.dump(2, ' ', true));
 }
 
+void writeBytes(std::span<const std::uint8_t> bytes) {
+  // The stream itself remembers that it failed.
+  if (!outputIsLost()) std::fwrite(bytes.data(), 1, bytes.size(), stdout);
+  flushOutput();
+}
+
 bool flushOutput() {
   if (!outputIsLost() && std::fflush(stdout) == 0) return true;
   dropOutput();

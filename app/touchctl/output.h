@@ -2,7 +2,9 @@
 
 #include <fmt/core.h>
 
+#include <cstdint>
 #include <nlohmann/json_fwd.hpp>
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -21,6 +23,9 @@ void print(fmt::format_string<Values...> format, Values&&... values) {
 /// Prints a value over several lines. All of it is ASCII: a terminal obeys some characters that
 /// JSON would leave as they are, and a controller's name may have any.
 void printJson(const nlohmann::ordered_json& value);
+
+/// Writes bytes as they are, for a pipe or a file, and brings them to whoever reads it.
+void writeBytes(std::span<const std::uint8_t> bytes);
 
 /// Brings what was printed to whoever reads it; false when that cannot be done.
 bool flushOutput();

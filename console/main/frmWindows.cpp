@@ -1,12 +1,13 @@
 #include "console/main/frmWindows.h"
 
 #include "calibration/frmCal.h"
+#include "calibration/frmCheck.h"
 #include "console/main/main_console.h"
 #include "console/panels/monitors.h"
 #include "console/panels/simulated_panels.h"
 #include "console/pins/frmPinDefine.h"
 #include "linetest/canvas/frmDraw.h"
-#include "linetest/linearity/frmLinearity.h"
+#include "measure/windows/frmMeasure.h"
 #include "serial/debugger/frmRSDebug.h"
 
 namespace touch {
@@ -58,24 +59,69 @@ void frmWindows::comeBack() {
   main_.activateWindow();
 }
 
-void frmWindows::calibrate(int points) {
-  const auto ended = [this](CalibrationOutcome outcome) {
-    const bool stored = outcome == CalibrationOutcome::stored;
-    console_.calibrationEnded(stored, noticeOf(outcome));
-    if (panels_ != nullptr) panels_->calibrationEnded(stored);
-  };
-  const auto open = [this, &ended] {
+void frmWindows::calibrate(int points, const std::optional<DiagonalPercent>& checkedWithin) {
+  const auto open = [this, checkedWithin] {
     main_.showNormal();
     if (panels_ != nullptr) panels_->calibrationBegins();
+    if (checkedWithin) {
+      kept_ = std::make_unique<KeptCalibration>(access_, Backup(startup_.workFolder));
+      // The program may be about to end: reading takes a while.
+      if (console_.actions().gate().isCutShort())
+        return calibrationEnded(CalibrationOutcome::cancelled, checkedWithin);
+    }
     calibration_ = new frmCal(
         access_, prompt_, startup_.simulation, panelMonitor_.of(main_), startup_.fullScreenSize,
-        [this] { comeBack(); }, ended);
+        [this, checkedWithin] {
+          if (!checkedWithin) comeBack();
+        },
+        [this, checkedWithin](CalibrationOutcome outcome) {
+          calibrationEnded(outcome, checkedWithin);
+        });
     calibration_->open();
   };
-  const auto end = [this] {
-    if (calibration_) calibration_->askToLeave();
+  console_.calstart(points, {open, [this] { endCalibration(); }});
+}
+
+void frmWindows::endCalibration() const {
+  if (calibration_) calibration_->askToLeave();
+  if (check_) check_->askToLeave();
+}
+
+void frmWindows::calibrationEnded(CalibrationOutcome outcome,
+                                  const std::optional<DiagonalPercent>& limit) {
+  const bool stored = outcome == CalibrationOutcome::stored;
+  if (stored && limit) return openCheck(*limit, std::move(kept_), true);
+  if (limit) comeBack();
+  Notice notice = noticeOf(outcome);
+  const auto tidied =
+      kept_    ? kept_->settle()
+      : stored ? dropUnchecked(access_.session.controllerName, Backup(startup_.workFolder))
+               : Status();
+  kept_.reset();
+  if (!tidied) notice.text += ' ' + tidied.error().describe() + '.';
+  console_.calibrationEnded(stored, notice);
+  if (panels_ != nullptr) panels_->calibrationEnded(stored);
+}
+
+void frmWindows::openCheck(DiagonalPercent limit, std::unique_ptr<WayBack> wayBack, bool isNew) {
+  const auto ended = [this, isNew](const CheckResult& result) {
+    comeBack();
+    const bool isPutBack = result.outcome == CheckOutcome::putBack;
+    console_.calibrationEnded(isNew || isPutBack, result.notice);
+    if (panels_ != nullptr) panels_->calibrationEnded(isNew && !isPutBack);
   };
-  console_.calstart(points, {open, end});
+  check_ = new frmCheck({access_.clock, startup_.simulation, access_.session.controllerName, limit,
+                         std::move(wayBack)},
+                        panelMonitor_.of(main_), startup_.fullScreenSize, ended);
+  check_->open();
+}
+
+void frmWindows::check(DiagonalPercent limit) {
+  const auto open = [this, limit] {
+    main_.showNormal();
+    openCheck(limit, wayBackLeft(access_, Backup(startup_.workFolder)), false);
+  };
+  console_.checkCalibration({open, [this] { endCalibration(); }});
 }
 
 void frmWindows::openTest(const std::function<FullScreenWindow*(const Ended&)>& make) {
@@ -102,12 +148,17 @@ void frmWindows::draw() {
   });
 }
 
-void frmWindows::judgeLinearity() {
+void frmWindows::measurePanel() {
   openTest([this](const Ended& ended) {
-    return new frmLinearity(
-        {prompt_, access_.session.messages, tests_.linearity, startup_.workFolder},
-        startup_.simulation, access_.session.controllerName, panelMonitor_.of(main_),
-        startup_.fullScreenSize, ended);
+    measure::Conditions known;
+    known.controller = access_.session.controllerName;
+    known.firmware = model_.identity.firmware;
+    known.unitType = model_.identity.unitType;
+    if (!startup_.versions.empty()) known.program = startup_.versions.front();
+    return new measure::frmMeasure({access_.clock, prompt_, access_.session.messages,
+                                    tests_.measuring, startup_.workFolder, known},
+                                   startup_.simulation, access_.session.controllerName,
+                                   panelMonitor_.of(main_), startup_.fullScreenSize, ended);
   });
 }
 
@@ -128,6 +179,8 @@ void frmWindows::openDebugger() {
       access_, prompt_, port_,
       DebuggerSurroundings{startup_.workFolder, console_.reportFormats(), tests_.switches,
                            startup_.simulation, startup_.fullScreenSize, panelMonitor_, main_,
+                           sentLines_,
+                           startup_.versions.empty() ? std::string() : startup_.versions.front(),
                            [this] { return console_.busy(); }},
       [this](DebuggerEnd end) {
         debugger_.release()->deleteLater();

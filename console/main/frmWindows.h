@@ -4,15 +4,20 @@
 #include <QPointer>
 #include <functional>
 #include <memory>
+#include <optional>
 
+#include "calibration/calibration.h"
 #include "console/main/frmStartup.h"
+#include "console/main/test_parts.h"
+#include "console/parameters/kept_calibration.h"
 #include "console/pins/pin_editor.h"
-#include "linetest/test_parts.h"
+#include "serial/commands/typed_line.h"
 #include "ui/screens/panel_monitor.h"
 
 namespace touch {
 
 class frmCal;
+class frmCheck;
 class frmPinDefine;
 class frmRSDebug;
 class FullScreenWindow;
@@ -36,9 +41,12 @@ class frmWindows final {
   frmWindows& operator=(const frmWindows&) = delete;
   ~frmWindows();
 
-  void calibrate(int points);
+  /// `checkedWithin`: the calibration is checked afterwards, with this limit.
+  void calibrate(int points, const std::optional<DiagonalPercent>& checkedWithin);
+  /// Checks the calibration that is in force.
+  void check(DiagonalPercent limit);
   void draw();
-  void judgeLinearity();
+  void measurePanel();
   void debug();  ///< Ctrl+A
   /// Beside the main window, which stays in use; one that is open comes to the front.
   void openDebugger();
@@ -49,6 +57,9 @@ class frmWindows final {
  private:
   using Ended = std::function<void()>;
 
+  void calibrationEnded(CalibrationOutcome outcome, const std::optional<DiagonalPercent>& limit);
+  void openCheck(DiagonalPercent limit, std::unique_ptr<WayBack> wayBack, bool isNew);
+  void endCalibration() const;
   void openTest(const std::function<FullScreenWindow*(const Ended&)>& make);
   void comeBack();
 
@@ -65,7 +76,10 @@ class frmWindows final {
   PinEditor pinEditor_;
   frmPinDefine* pinWindow_ = nullptr;
   QPointer<frmCal> calibration_;
+  std::unique_ptr<KeptCalibration> kept_;  ///< while a calibration runs that is checked afterwards
+  QPointer<frmCheck> check_;
   QPointer<FullScreenWindow> test_;
+  SendHistory sentLines_;
   std::unique_ptr<frmRSDebug> debugger_;
 };
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "console/parameters/kept_calibration.h"
 #include "core/discovery/discovery.h"
 #include "core/discovery/port_search.h"
 #include "core/driver/connection.h"
@@ -69,6 +70,7 @@ void MainConsole::startUp(std::optional<int> windowsVersion, const Pictures& pic
     const auto icon = workFile("Zevrik.ico");
     if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(pictures.icon(*shown));
     sayWhoIsReady();
+    settleCalibration();
     if (windowsVersion && *windowsVersion < oldestSystem) {
       model_.tell(say(
           "main", "This operating system is older than those that the touch driver is made for."));
@@ -131,6 +133,16 @@ void MainConsole::readController() {
   if (model_.selected && !actions_.gate().isCutShort()) readSettings();
   if (model_.selected && !actions_.gate().isCutShort()) readIdentity();
   sayWhoIsReady();
+  settleCalibration();
+}
+
+void MainConsole::settleCalibration() {
+  if (!model_.selected || actions_.gate().isCutShort()) return;
+  std::optional<Notice> settled;
+  actions_.attempt([&] { settled = settleUnchecked(access_, prompt_, Backup(workFolder_)); });
+  if (!settled) return;
+  model_.tell(*settled);
+  model_.changed(Part::parameters);
 }
 
 void MainConsole::readSettings() {
@@ -241,6 +253,12 @@ void MainConsole::calstart(int points, const LastingWindow& screen) {
                                                   screen.open();
                                                 },
                                                 screen.end});
+}
+
+void MainConsole::checkCalibration(const LastingWindow& screen) {
+  if (!actions_.gate().isOpen() || !model_.selected) return;
+  if (actions_.refusedForDebugger(model_.selectedName())) return;
+  actions_.begin(say("main", "Checking the calibration …"), screen);
 }
 
 void MainConsole::calibrationEnded(bool stored, const Notice& notice) {

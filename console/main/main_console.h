@@ -60,6 +60,8 @@ class MainConsole {
 
   /// Starts the calibration with `points` targets, whose screen lasts until `calibrationEnded`.
   void calstart(int points, const LastingWindow& screen);
+  /// The check of a calibration, whose screen lasts until `calibrationEnded`, too.
+  void checkCalibration(const LastingWindow& screen);
   /// `stored`: the controller has another calibration than before.
   void calibrationEnded(bool stored, const Notice& notice);
 
@@ -103,6 +105,8 @@ class MainConsole {
   void showInformation(std::vector<std::string> lines);
   void showPassword(bool wanted);
   void sayWhoIsReady();
+  /// An earlier run may have ended before its calibration was checked.
+  void settleCalibration();
   /// An optional file of the working folder, if it is there.
   std::optional<std::filesystem::path> workFile(const char* name) const;
   void leave(WayOut way);

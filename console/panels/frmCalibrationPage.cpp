@@ -1,6 +1,8 @@
 #include "console/panels/frmCalibrationPage.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -8,6 +10,7 @@
 
 #include "console/actions/main_model.h"
 #include "console/main/frmWindows.h"
+#include "ui/controls/finger_spin_box.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/text.h"
@@ -34,6 +37,9 @@ constexpr Choice choices[] = {
      QT_TRANSLATE_NOOP("touch::frmCalibrationPage", "For large panels and the highest accuracy.")},
 };
 
+constexpr double smallestLimit = 0.1;  // of the diagonal, in percent
+constexpr double limitStep = 0.5;
+
 QString inPercent(double fraction) {
   return shownNumber(fraction * 100, 2) + " %";
 }
@@ -41,7 +47,10 @@ QString inPercent(double fraction) {
 }  // namespace
 
 frmCalibrationPage::frmCalibrationPage(MainModel& model, frmWindows& windows)
-    : panelError_(new QLabel) {
+    : panelError_(new QLabel),
+      checkAfterwards_(new QCheckBox(tr("Check &after calibrating"))),
+      checkLimit_(new FingerSpinBox(
+          "checkLimit", tr("How far a good touch may land from its cross, of the diagonal"))) {
   setHelpChapter(*this, "Calibrate a new panel");
   auto* const introduction = new QLabel(
       tr("Touch the targets one after the other. If you don't touch a target before the bar "
@@ -56,6 +65,7 @@ frmCalibrationPage::frmCalibrationPage(MainModel& model, frmWindows& windows)
   // On a small screen what is read would take the place of what is pressed.
   if (!isSmallScreen()) layout->addWidget(introduction);
   layout->addLayout(makeChoices(windows));
+  layout->addLayout(makeCheck(windows));
   if (isSmallScreen()) layout->addWidget(introduction);
   layout->addWidget(panelError_);
   layout->addStretch();
@@ -76,7 +86,7 @@ QLayout* frmCalibrationPage::makeChoices(frmWindows& windows) {
     const QString purpose = tr(choice.purpose);
     button->setAccessibleDescription(purpose);
     connect(button, &QPushButton::clicked, this,
-            [&windows, points = choice.points] { windows.calibrate(points); });
+            [this, &windows, points = choice.points] { calibrate(windows, points); });
     if (inOneRow) {
       auto* const told = new QLabel(button->text().remove('&') + ": " + purpose);
       told->setWordWrap(true);
@@ -93,6 +103,55 @@ QLayout* frmCalibrationPage::makeChoices(frmWindows& windows) {
   }
   if (!inOneRow) grid->setColumnStretch(1, 1);
   return grid;
+}
+
+QLayout* frmCalibrationPage::makeCheck(frmWindows& windows) {
+  const QString purpose =
+      tr("You touch five crosses. If touches land too far off, the calibration from before is put "
+         "back: also when you can no longer press anything.");
+  checkAfterwards_->setObjectName("checkAfterCalibrating");
+  checkAfterwards_->setAccessibleDescription(purpose);
+  checkLimit_->box().setRange(smallestLimit, nowhereNear.value);
+  checkLimit_->box().setDecimals(1);
+  checkLimit_->box().setSingleStep(limitStep);
+  checkLimit_->box().setSuffix(" %");
+  checkLimit_->box().setValue(usualCheckLimit.value);
+  auto* const limitCaption = new QLabel(tr("Li&mit, of the diagonal:"));
+  limitCaption->setBuddy(&checkLimit_->box());
+  auto* const button = new QPushButton(tr("&Check"));
+  button->setObjectName("cmdCheck");
+  const QString checksNow = tr("Checks the calibration that the controller has now.");
+  button->setAccessibleDescription(checksNow);
+  button->setToolTip(checksNow);
+  connect(button, &QPushButton::clicked, this,
+          [this, &windows] { windows.check({checkLimit_->value()}); });
+  auto* const told = new QLabel(purpose);
+  told->setWordWrap(true);
+
+  auto* const limit = new QHBoxLayout;
+  limit->addWidget(limitCaption);
+  limit->addWidget(checkLimit_);
+  limit->addStretch();
+  auto* const grid = new QGridLayout;
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->addWidget(button, 0, 0);
+  grid->addWidget(checkAfterwards_, 0, 1);
+  if (isSmallScreen()) {
+    grid->addWidget(told, 1, 0, 1, 2);
+    grid->addLayout(limit, 2, 0, 1, 2);
+  } else {
+    button->setMinimumWidth(3 * fingerSize());
+    grid->addWidget(told, 1, 1);
+    grid->addLayout(limit, 2, 1);
+  }
+  grid->setColumnStretch(1, 1);
+  return grid;
+}
+
+void frmCalibrationPage::calibrate(frmWindows& windows, int points) const {
+  std::optional<DiagonalPercent> limit;
+  if (checkAfterwards_->isChecked()) limit = DiagonalPercent{checkLimit_->value()};
+  windows.calibrate(points, limit);
 }
 
 void frmCalibrationPage::showPanelErrors(const PanelErrors& errors) {

@@ -36,10 +36,10 @@ QWidget* frmTestsPage::makeTests(frmWindows& windows) {
       {"cmdDraw", tr("&Draw"),
        tr("Draw freely or along guide lines, and see where the ink leaves them."),
        &frmWindows::draw},
-      {"cmdLinearity", tr("L&inearity"),
-       tr("Draw nine vertical and nine horizontal lines and judge the panel in millimetres. "
-          "Calibrate it first."),
-       &frmWindows::judgeLinearity},
+      {"cmdMeasure", tr("&Measure"),
+       tr("Draw lines along guides and prove in millimetres how good the panel is. Calibrate it "
+          "first."),
+       &frmWindows::measurePanel},
   };
   int row = 0;
   for (const auto& test : tests) {

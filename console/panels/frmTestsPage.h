@@ -7,7 +7,7 @@ namespace touch {
 class frmWindows;
 class SimulatedPanels;
 
-/// The page "Tests": drawing and the linearity tester; in a simulated run the faults of the
+/// The page "Tests": drawing and measuring; in a simulated run the faults of the
 /// simulated panels, too.
 class frmTestsPage final : public QWidget {
   Q_OBJECT

@@ -42,9 +42,11 @@ std::string fileNameTime(Backup::TimePoint time) {
   return text;
 }
 
-/// Names come from the driver: what is no letter, digit or hyphen could lead out of the folder or
-/// not be a file name.
-std::string fileNamePart(std::string_view controller) {
+}  // namespace
+
+// Names come from the driver: what is no letter, digit or hyphen could lead out of the folder or
+// not be a file name.
+std::string Backup::fileNamePart(std::string_view controller) {
   std::string part(controller.substr(0, longestControllerName));
   std::replace_if(
       part.begin(), part.end(),
@@ -55,8 +57,6 @@ std::string fileNamePart(std::string_view controller) {
       '_');
   return part;
 }
-
-}  // namespace
 
 Result<fs::path> Backup::keep(const std::string& controller, const ParameterBlock& block) const {
   const auto folder = OwnFolder::openOrMake(folder_);

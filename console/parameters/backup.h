@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "console/parameters/parameter_words.h"
 
@@ -12,8 +13,8 @@ namespace touch {
 
 /// The folder `backup` in the working folder: the way back from every write to a controller's
 /// parameters. It is made when something is first kept in it, and nothing in it is ever overwritten
-/// or deleted; any number of programs may keep at once. A folder or a file of these names that is a
-/// link or another user's is not used.
+/// or deleted but the notes of KeptCalibration; any number of programs may keep at once. A folder
+/// or a file of these names that is a link or another user's is not used.
 ///
 /// It holds parameter blocks, as ".vrq" files named after the time (UTC) and the controller,
 /// "20261231-235959-RS232_DEVICE_1.vrq", and the file "journal.txt": one line for each word that
@@ -47,6 +48,9 @@ class Backup {
   /// The same for the folder that is to be used next; it is made when there is none.
   [[nodiscard]] Status prepare() const;
   std::filesystem::path journalFile() const { return folder_ / journalName; }
+  const std::filesystem::path& folder() const { return folder_; }
+  /// What stands for a controller in the names of files.
+  static std::string fileNamePart(std::string_view controller);
 
  private:
   static constexpr const char* journalName = "journal.txt";

@@ -15,6 +15,8 @@ constexpr std::size_t digitsInWord = 4;
 // Eight lines take 48 bytes; what is much greater is something else.
 constexpr std::size_t largestFile = 4096;
 
+}  // namespace
+
 std::optional<ParameterWord> parseWord(std::string_view line) {
   std::uint16_t value = 0;
   const char* const end = line.data() + line.size();
@@ -23,8 +25,6 @@ std::optional<ParameterWord> parseWord(std::string_view line) {
   return ParameterWord{static_cast<std::uint8_t>(value >> 8),
                        static_cast<std::uint8_t>(value & 0xFF)};
 }
-
-}  // namespace
 
 std::string vrqText(const ParameterBlock& block) {
   std::string text;

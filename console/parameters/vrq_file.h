@@ -19,6 +19,9 @@ namespace touch {
 
 std::string vrqText(const ParameterBlock& block);
 
+/// The word that a line consists of.
+std::optional<ParameterWord> parseWord(std::string_view line);
+
 /// `name` is what an error calls the file.
 Result<ParameterBlock> parseVrq(std::string_view text, const std::string& name);
 

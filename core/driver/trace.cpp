@@ -204,6 +204,12 @@ void TracingSerialPort::clearOutput() {
   inner_->clearOutput();
 }
 
+bool TracingSerialPort::switchLine(LineSwitch which, bool on) {
+  constexpr std::array<std::string_view, 3> names = {"dtr", "rts", "break"};
+  note(names[static_cast<std::size_t>(which)], on ? "on" : "off");
+  return inner_->switchLine(which, on);
+}
+
 bool TracingSerialPort::write(std::span<const std::uint8_t> bytes) {
   const bool wentOut = inner_->write(bytes);
   if (trace_.isOn()) note(wentOut ? "write" : "write failed", jsonBytes(bytes));

@@ -99,6 +99,8 @@ class TracingSerialPort final : public SerialPort {
   bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
   std::size_t takeDamaged() override { return inner_->takeDamaged(); }
+  std::optional<LineState> lineState() override { return inner_->lineState(); }
+  bool switchLine(LineSwitch which, bool on) override;
   std::optional<int> descriptor() const override { return inner_->descriptor(); }
 
  private:

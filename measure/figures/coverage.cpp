@@ -11,36 +11,9 @@ constexpr double cellSize = 5;  // mm
 // Two strokes with less time between them are one movement that the panel cut in two.
 constexpr Seconds sameMovement{0.5};
 
-class Cells {
- public:
-  Cells(const PanelSize& size, CoverageFigures& figures)
-      : figures_(figures), corner_(size.width.value, size.height.value) {
-    const auto count = [](double side) {
-      return static_cast<std::size_t>(std::max(std::ceil(side / cellSize), 1.0));
-    };
-    figures_.columns = count(corner_.x());
-    figures_.rows = count(corner_.y());
-    figures_.touched.assign(figures_.columns * figures_.rows, false);
-    cell_ = PointMm(corner_.x() / static_cast<double>(figures_.columns),
-                    corner_.y() / static_cast<double>(figures_.rows));
-  }
-
-  const PointMm& corner() const { return corner_; }
-  const PointMm& cell() const { return cell_; }
-  std::size_t of(const PointMm& point) const {
-    const auto place = [](double at, double cell, std::size_t count) {
-      const double index = std::clamp(std::floor(at / cell), 0.0, static_cast<double>(count - 1));
-      return static_cast<std::size_t>(index);
-    };
-    return place(point.y(), cell_.y(), figures_.rows) * figures_.columns +
-           place(point.x(), cell_.x(), figures_.columns);
-  }
-
- private:
-  CoverageFigures& figures_;
-  PointMm corner_;
-  PointMm cell_;
-};
+std::size_t cellsOn(double side) {
+  return static_cast<std::size_t>(std::max(std::ceil(side / cellSize), 1.0));
+}
 
 /// Cells that touch each other and were never touched, as spots; `spotOf` gets each cell's.
 std::vector<DeadSpot> findSpots(const CoverageFigures& figures, const PointMm& cell,
@@ -84,9 +57,27 @@ std::vector<DeadSpot> findSpots(const CoverageFigures& figures, const PointMm& c
 
 }  // namespace
 
+CellGrid::CellGrid(const PanelSize& size)
+    : columns_(cellsOn(size.width.value)),
+      rows_(cellsOn(size.height.value)),
+      cell_(size.width.value / static_cast<double>(columns_),
+            size.height.value / static_cast<double>(rows_)) {}
+
+std::size_t CellGrid::of(const PointMm& point) const {
+  const auto place = [](double at, double cell, std::size_t count) {
+    const double index = std::clamp(std::floor(at / cell), 0.0, static_cast<double>(count - 1));
+    return static_cast<std::size_t>(index);
+  };
+  return place(point.y(), cell_.y(), rows_) * columns_ + place(point.x(), cell_.x(), columns_);
+}
+
 CoverageFigures measureCoverage(const Measurement& measurement) {
   CoverageFigures figures;
-  const Cells cells(measurement.size, figures);
+  const CellGrid cells(measurement.size);
+  figures.columns = cells.columns();
+  figures.rows = cells.rows();
+  figures.touched.assign(figures.columns * figures.rows, false);
+  const PointMm corner = measurement.size.point({1, 1});
   struct Step {
     PointMm from;
     PointMm to;
@@ -94,7 +85,7 @@ CoverageFigures measureCoverage(const Measurement& measurement) {
   std::vector<Step> leaps;
   const Trace* before = nullptr;
   PointMm last = PointMm::Zero();
-  PointMm least = cells.corner();
+  PointMm least = corner;
   PointMm most = PointMm::Zero();
   for (const Trace& trace : measurement.traces) {
     if (trace.task != rubTask || trace.samples.empty()) continue;
@@ -103,7 +94,7 @@ CoverageFigures measureCoverage(const Measurement& measurement) {
     before = &trace;
     for (const Sample& sample : trace.samples) {
       const PointMm point =
-          measurement.point(trace, sample).cwiseMax(PointMm::Zero()).cwiseMin(cells.corner());
+          measurement.point(trace, sample).cwiseMax(PointMm::Zero()).cwiseMin(corner);
       figures.touched[cells.of(point)] = true;
       least = least.cwiseMin(point);
       most = most.cwiseMax(point);
@@ -115,7 +106,7 @@ CoverageFigures measureCoverage(const Measurement& measurement) {
   const auto touched = std::ranges::count(figures.touched, true);
   figures.part = static_cast<double>(touched) / static_cast<double>(figures.touched.size());
   if (touched == 0) return figures;
-  const PointMm free = cells.corner() - most;
+  const PointMm free = corner - most;
   figures.reach = {least.x(), least.y(), free.x(), free.y()};
 
   std::vector<std::size_t> spotOf;

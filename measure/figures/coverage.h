@@ -7,6 +7,21 @@
 
 namespace touch::measure {
 
+/// The panel in cells of about 5 mm, row by row.
+class CellGrid {
+ public:
+  explicit CellGrid(const PanelSize& size);
+  std::size_t columns() const { return columns_; }
+  std::size_t rows() const { return rows_; }
+  const PointMm& cell() const { return cell_; }
+  std::size_t of(const PointMm& point) const;
+
+ private:
+  std::size_t columns_;
+  std::size_t rows_;
+  PointMm cell_;
+};
+
 /// A part of the panel that never reported a touch.
 struct DeadSpot {
   PointMm corner;  ///< the upper left one of the smallest rectangle around it
@@ -17,7 +32,7 @@ struct DeadSpot {
   bool isProven() const { return crossings >= 3; }
 };
 
-/// The panel in cells of about 5 mm: which of them reported a touch.
+/// Which of the cells reported a touch.
 struct CoverageFigures {
   std::size_t columns = 0;
   std::size_t rows = 0;

@@ -21,11 +21,19 @@ struct Point {
   double time;
 };
 
-/// The value at `along` of the straight line through the points of a window around it.
-std::optional<Station> localLine(std::span<const Point> window, double along) {
+/// Where the straight line through the points of a window passes `along`, and how far that is in
+/// doubt.
+struct LocalLine {
+  Station station;
+  double leverage = 0;  ///< of the variance of one point
+  double squares = 0;   ///< what the line leaves of the points
+  double freedom = 0;
+};
+
+std::optional<LocalLine> localLine(std::span<const Point> window, double along) {
   if (window.size() < 3) return std::nullopt;
   const auto count = static_cast<double>(window.size());
-  double a = 0, d = 0, t = 0, aa = 0, ad = 0;
+  double a = 0, d = 0, t = 0, aa = 0, ad = 0, dd = 0;
   for (const Point& point : window) {
     const double at = point.along - along;
     a += at;
@@ -33,39 +41,113 @@ std::optional<Station> localLine(std::span<const Point> window, double along) {
     t += point.time;
     aa += at * at;
     ad += at * point.across;
+    dd += point.across * point.across;
   }
   const double spread = aa - a * a / count;
+  const double shared = ad - a * d / count;
   constexpr double tiny = 1e-6;
-  const double slope = spread > tiny ? (ad - a * d / count) / spread : 0;
-  return Station{along, (d - slope * a) / count, t / count};
+  const double slope = spread > tiny ? shared / spread : 0;
+  return LocalLine{.station = {along, (d - slope * a) / count, t / count},
+                   .leverage = 1 / count + (spread > tiny ? a * a / (count * count * spread) : 0),
+                   .squares = std::max(dd - d * d / count - slope * shared, 0.0),
+                   .freedom = count - 2};
 }
 
-/// `points` in their order along the guide.
+/// A smooth curve through all points of a line. At the line's ends it is known better than any
+/// local one, which has points on one side alone.
+class SmoothCurve {
+ public:
+  SmoothCurve(std::span<const Point> points, double length) : length_(length) {
+    constexpr std::size_t highestDegree = 5;
+    constexpr std::size_t pointsPerTerm = 20;
+    const auto terms =
+        static_cast<Eigen::Index>(1 + std::min(highestDegree, points.size() / pointsPerTerm));
+    const auto count = static_cast<Eigen::Index>(points.size());
+    Eigen::MatrixXd columns(count, terms);
+    Eigen::VectorXd values(count);
+    for (Eigen::Index i = 0; i < count; ++i) {
+      const Point& point = points[static_cast<std::size_t>(i)];
+      columns.row(i) = powers(point.along, terms);
+      values(i) = point.across;
+    }
+    weights_ = columns.colPivHouseholderQr().solve(values);
+  }
+  double at(double along) const { return powers(along, weights_.size()).dot(weights_); }
+
+ private:
+  Eigen::RowVectorXd powers(double along, Eigen::Index count) const {
+    Eigen::RowVectorXd values(count);
+    const double place = 2 * along / length_ - 1;
+    double power = 1;
+    for (double& value : values) {
+      value = power;
+      power *= place;
+    }
+    return values;
+  }
+
+  double length_;
+  Eigen::VectorXd weights_;
+};
+
+/// `points` in their order along the guide. What the smooth curve leaves counts only as far as it
+/// is more than noise: of many stations one would always seem to lie far off.
 std::vector<Station> courseOf(std::span<const Point> points, double length) {
+  const SmoothCurve smooth(points, length);
+  std::vector<Point> rest(points.begin(), points.end());
+  for (Point& point : rest)
+    point.across -= smooth.at(point.along);
   const double half =
       std::max(leastWindow, samplesInWindow / 2 * length / static_cast<double>(points.size()));
   const double stations = std::min(std::round(length * stationsPerMm), mostStations);
-  std::vector<Station> course;
-  auto first = points.begin();
-  auto last = points.begin();
+  std::vector<LocalLine> details;
+  double squares = 0;
+  double freedom = 0;
+  auto first = rest.begin();
+  auto last = rest.begin();
   for (double station = 0; station <= stations; ++station) {
     const double along = length * station / stations;
-    while (first != points.end() && first->along < along - half)
+    while (first != rest.end() && first->along < along - half)
       ++first;
-    while (last != points.end() && last->along <= along + half)
+    while (last != rest.end() && last->along <= along + half)
       ++last;
     // Between samples, but not beyond them, and not in the middle of nothing.
     const bool inside = first != last && first->along <= along + half / samplesInWindow &&
                         (last - 1)->along >= along - half / samplesInWindow;
     if (!inside) continue;
-    if (const auto found = localLine({first, last}, along)) course.push_back(*found);
+    const auto found = localLine({first, last}, along);
+    if (!found) continue;
+    squares += found->squares;
+    freedom += found->freedom;
+    details.push_back(*found);
+  }
+  constexpr double sure = 3;  // times the standard error
+  const double noise = sure * sure * squares / std::max(freedom, 1.0);
+  std::vector<Station> course;
+  for (const LocalLine& detail : details) {
+    Station& station = course.emplace_back(detail.station);
+    const double square = station.across * station.across;
+    const double part = square > 0 ? std::max(1 - noise * detail.leverage / square, 0.0) : 0;
+    station.across = smooth.at(station.along) + part * station.across;
   }
   return course;
+}
+
+/// What a station stands for: the way half to each neighbour.
+Eigen::VectorXd lengthsOf(std::span<const Station> course) {
+  Eigen::VectorXd lengths = Eigen::VectorXd::Zero(static_cast<Eigen::Index>(course.size()));
+  for (std::size_t i = 1; i < course.size(); ++i) {
+    const double half = (course[i].along - course[i - 1].along) / 2;
+    lengths(static_cast<Eigen::Index>(i - 1)) += half;
+    lengths(static_cast<Eigen::Index>(i)) += half;
+  }
+  return lengths;
 }
 
 void fitLine(LineFigures& figures, double length) {
   const auto count = static_cast<Eigen::Index>(figures.course.size());
   if (count < 2) return;
+  const Eigen::VectorXd lengths = lengthsOf(figures.course);
   Eigen::MatrixX2d places(count, 2);
   Eigen::VectorXd across(count);
   for (Eigen::Index i = 0; i < count; ++i) {
@@ -73,12 +155,15 @@ void fitLine(LineFigures& figures, double length) {
     places.row(i) << 1, station.along - length / 2;
     across(i) = station.across;
   }
-  const Eigen::Vector2d line = places.colPivHouseholderQr().solve(across);
+  const Eigen::VectorXd weights = lengths.cwiseSqrt();
+  const Eigen::MatrixX2d weighted = weights.asDiagonal() * places;
+  const Eigen::Vector2d line = weighted.colPivHouseholderQr().solve(weights.cwiseProduct(across));
   figures.offset = line(0);
   figures.tilt = line(1) * length;
   const double cosine = 1 / std::hypot(1, line(1));
   const Eigen::VectorXd left = (across - places * line) * cosine;
   figures.straightness = spreadOf({left.begin(), left.end()});
+  figures.straightness.rms = std::sqrt(left.cwiseAbs2().dot(lengths) / lengths.sum());
 }
 
 void measureScatter(LineFigures& figures, std::span<const Point> points) {

@@ -4,9 +4,6 @@ namespace touch::measure {
 
 namespace {
 
-// Nobody taps the same target again so soon.
-constexpr Seconds tooSoon{0.15};
-
 PointMm meanOf(std::span<const PointMm> points) {
   PointMm sum = PointMm::Zero();
   for (const PointMm& point : points)
@@ -31,7 +28,7 @@ TapTarget measure(const Measurement& measurement, const Target& target) {
       continue;
     }
     const bool again = before && before->source == trace.source && measurement.isTimed(trace) &&
-                       trace.samples.front().time - before->samples.back().time < tooSoon;
+                       trace.samples.front().time - before->samples.back().time < sameTap;
     before = &trace;
     if (again)
       ++figures.doubled;

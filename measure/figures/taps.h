@@ -7,6 +7,9 @@
 
 namespace touch::measure {
 
+/// Nobody taps the same target again so soon: such a touch is the same one, reported twice.
+constexpr Seconds sameTap{0.15};
+
 /// The taps on one target. Lengths in mm.
 struct TapTarget {
   std::string task;

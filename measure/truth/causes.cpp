@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "measure/judging/verdict.h"
 #include "measure/truth/figures.h"
 #include "measure/truth/trial.h"
-#include "measure/verdict.h"
 
 // Prints, as Markdown, how well the measurement knows what simulated panels were told to be.
 

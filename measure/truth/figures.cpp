@@ -27,6 +27,23 @@ void bow(Trial& trial, double mm) {
   trial.traits.bow = mm / (outermost * trial.size.width.value);
 }
 
+/// How far the finger itself strayed between the taps on a target: its standard deviation in one
+/// direction. Of 75 taps that is chance, and no panel's doing.
+double spreadOfFinger(std::span<const PointMm> tapped) {
+  constexpr std::size_t perTarget = tapsPerTarget;
+  double squares = 0;
+  for (std::size_t first = 0; first + perTarget <= tapped.size(); first += perTarget) {
+    const auto taps = tapped.subspan(first, perTarget);
+    PointMm sum = PointMm::Zero();
+    for (const PointMm& tap : taps)
+      sum += tap;
+    for (const PointMm& tap : taps)
+      squares += (tap - sum / perTarget).squaredNorm();
+  }
+  const std::size_t targets = tapped.size() / perTarget;
+  return std::sqrt(squares / (static_cast<double>(targets) * 2 * (perTarget - 1)));
+}
+
 const LineFigures& lineNamed(const Analysis& analysis, std::string_view name) {
   return *std::ranges::find_if(analysis.lines,
                                [&](const LineFigures& line) { return line.guide->name == name; });
@@ -50,8 +67,8 @@ std::vector<Told> compareFigures(std::uint32_t seed) {
   Plan plan;
   plan.rest = plan.taps = true;
   plan.tapTargets = 25;
-  const Measurement measurement = record(trial, plan, profiles().front().limits);
-  const Analysis analysis = analyse(measurement);
+  const Recording recording = recordAll(trial, plan, profiles().front().limits);
+  const Analysis analysis = analyse(recording.measurement);
   // On the left the sheet is drawn to the right.
   const LineFigures& line = lineNamed(analysis, "V-1");
   const double offset = trial.offset.x() + bowFromLine * bent;
@@ -61,7 +78,8 @@ std::vector<Told> compareFigures(std::uint32_t seed) {
                                trial.noise * trial.noise);
   // A tap is the mean of its reports.
   constexpr double reportsOfTap = 11;
-  const double spread = std::hypot(trial.hand.tapSpread, trial.noise / std::sqrt(reportsOfTap));
+  const double spread =
+      std::hypot(spreadOfFinger(recording.tapped), trial.noise / std::sqrt(reportsOfTap));
   return {{"straightness, maximum", bowFromLine * bent, line.straightness.maximum},
           {"straightness, RMS", straightness, line.straightness.rms},
           {"offset", offset, line.offset},

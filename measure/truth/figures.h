@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "measure/judging/verdict.h"
 #include "measure/truth/trial.h"
-#include "measure/verdict.h"
 
 namespace touch::measure::truth {
 

@@ -84,8 +84,10 @@ class Finger {
     std::normal_distribution chance;
     const PointMm spread(chance(random_), chance(random_));
     const PointMm at = trial_.size.point(target.at) + spread * trial_.hand.tapSpread;
+    tapped_.push_back(at);
     touch(target.name, at, 0.1, 0.5);
   }
+  const std::vector<PointMm>& tapped() const { return tapped_; }
 
   void rub() {
     constexpr double row = 2;  // mm
@@ -149,12 +151,14 @@ class Finger {
   simulator::TouchMap map_;
   double time_ = 0;
   bool down_ = false;
+  std::vector<PointMm> tapped_;
 };
 
 }  // namespace
 
-Measurement record(const Trial& trial, const Plan& plan, const Limits& limits) {
-  Measurement measurement;
+Recording recordAll(const Trial& trial, const Plan& plan, const Limits& limits) {
+  Recording recording;
+  Measurement& measurement = recording.measurement;
   measurement.size = trial.size;
   measurement.plan = plan;
   measurement.limits = limits;
@@ -171,7 +175,12 @@ Measurement record(const Trial& trial, const Plan& plan, const Limits& limits) {
       for (int tap = 0; tap < tapsPerTarget; ++tap)
         finger.tap(target);
   if (plan.coverage) finger.rub();
-  return measurement;
+  recording.tapped = finger.tapped();
+  return recording;
+}
+
+Measurement record(const Trial& trial, const Plan& plan, const Limits& limits) {
+  return recordAll(trial, plan, limits).measurement;
 }
 
 Trial goodPanel(std::mt19937& random, const Limits& limits) {

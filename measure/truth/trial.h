@@ -5,7 +5,7 @@
 #include <random>
 #include <vector>
 
-#include "measure/causes.h"
+#include "measure/judging/causes.h"
 #include "measure/measurement.h"
 #include "simulator/panel/panel.h"
 #include "simulator/panel/touch_map.h"
@@ -52,7 +52,12 @@ struct Trial {
   std::uint32_t seed = 1;
 };
 
+struct Recording {
+  Measurement measurement;
+  std::vector<PointMm> tapped;  ///< where the finger was, in the order of the taps
+};
 /// Everything that the plan wants, as this panel would report it.
+Recording recordAll(const Trial& trial, const Plan& plan, const Limits& limits);
 Measurement record(const Trial& trial, const Plan& plan, const Limits& limits);
 
 /// A panel whose faults are far below the limits.

@@ -104,12 +104,21 @@ std::string_view commandWord(std::string_view entry) {
   return entry.substr(0, entry.find('='));
 }
 
+std::optional<std::string> framedCommand(std::span<const std::uint8_t> bytes) {
+  if (bytes.size() < 3 || bytes.front() != 0x01 || bytes.back() != 0x0D) return std::nullopt;
+  return std::string(bytes.begin() + 1, bytes.end() - 1);
+}
+
 bool readsParameter(std::string_view command) {
   return isOneOf<2>(command, {"GP", "iG"});
 }
 
 bool writesParameter(std::string_view command) {
   return isOneOf<2>(command, {"SP", "iW"});
+}
+
+bool needsDigit(std::string_view command) {
+  return isOneOf<2>(command, {"SE", "iE"});
 }
 
 bool resetsController(std::string_view command) {

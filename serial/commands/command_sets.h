@@ -25,9 +25,15 @@ inline constexpr std::string_view lineChangeText =
 /// What an entry of the M01 or the quorvane set sends between 0x01 and 0x0D.
 std::string_view commandWord(std::string_view entry);
 
+/// What stands in `bytes` between 0x01 and 0x0D; nothing when they are no frame.
+std::optional<std::string> framedCommand(std::span<const std::uint8_t> bytes);
+
 /// The commands that read or write a parameter word, in either set.
 bool readsParameter(std::string_view command);
 bool writesParameter(std::string_view command);
+/// The command means nothing without a digit behind it, 0 to `greatestDigit`.
+bool needsDigit(std::string_view command);
+inline constexpr int greatestDigit = 4;
 /// After these what was set in the controller may be lost, in any set.
 bool resetsController(std::string_view command);
 /// After these the controller may report touches in another format than before.

@@ -64,6 +64,20 @@ std::optional<DebuggerReply> DebuggerExchange::send(const SendChoice& choice) {
   return reply;
 }
 
+std::optional<DebuggerReply> DebuggerExchange::sendBytes(std::span<const std::uint8_t> bytes) {
+  std::optional<Reply> reply;
+  port_.gate().run([&] {
+    if (!portIsOpen()) return;
+    const auto command = framedCommand(bytes);
+    if (command && changesReplyFormat(*command)) replyFormat_ = false;
+    clearPort();
+    reply = ask(bytes, access_.session.commandSet == CommandSet::e02 ? e02Wait : framedWait);
+    port_.tellLoss();
+  });
+  if (!reply) return std::nullopt;
+  return shownReply(std::move(reply->bytes));
+}
+
 std::optional<DebuggerReply> DebuggerExchange::converse(const SendChoice& choice) {
   if (access_.session.commandSet == CommandSet::e02) return elocmd(choice);
   if (choice.entry == lineChangeEntry) {
@@ -75,8 +89,8 @@ std::optional<DebuggerReply> DebuggerExchange::converse(const SendChoice& choice
   if (frame.empty() || !portIsOpen()) return std::nullopt;
   if (changesReplyFormat(command)) replyFormat_ = false;
   begin(frame);
-  auto reply = ask(frame, framedWait);
-  if (reply && !isFramedReply(*reply)) reply = ask(frame, framedWait);
+  auto reply = ask(frame.bytes(), framedWait);
+  if (reply && !isFramedReply(*reply)) reply = ask(frame.bytes(), framedWait);
   return display(std::move(reply));
 }
 
@@ -93,10 +107,11 @@ std::optional<DebuggerReply> DebuggerExchange::elocmd(const SendChoice& choice) 
   if (packet.size() < shortestE02Packet || !portIsOpen()) return std::nullopt;
   const Frame frame = unframed(packet);
   begin(frame);
-  auto reply = ask(frame, e02Wait);
-  if (reply && reply->size() < shortestE02Reply) reply = ask(frame, e02RepeatWait);
+  auto reply = ask(frame.bytes(), e02Wait);
+  if (reply && reply->size() < shortestE02Reply) reply = ask(frame.bytes(), e02RepeatWait);
   // The last attempt is whatever stands in the shared output frame buffer.
-  if (reply && !beginsAsE02Reply(*reply)) reply = ask(access_.session.outputFrame, e02LastWait);
+  if (reply && !beginsAsE02Reply(*reply))
+    reply = ask(access_.session.outputFrame.bytes(), e02LastWait);
   return display(std::move(reply));
 }
 
@@ -124,12 +139,17 @@ bool DebuggerExchange::portIsOpen() {
 
 void DebuggerExchange::begin(const Frame& frame) {
   access_.session.outputFrame = frame;
+  clearPort();
+}
+
+void DebuggerExchange::clearPort() {
   port_.serial().clearOutput();
   port_.serial().clearInput();
 }
 
-std::optional<Reply> DebuggerExchange::ask(const Frame& frame, std::chrono::milliseconds wait) {
-  if (port_.send(frame.bytes())) {
+std::optional<Reply> DebuggerExchange::ask(std::span<const std::uint8_t> bytes,
+                                           std::chrono::milliseconds wait) {
+  if (port_.send(bytes)) {
     access_.clock.delay(wait);
     return Reply{port_.receive()};
   }

@@ -43,6 +43,10 @@ class DebuggerExchange {
   /// While an exchange is under way a second one does nothing.
   std::optional<DebuggerReply> send(const SendChoice& choice);
 
+  /// Puts `bytes` on the wire once, as they are. What came back within the set's usual time, which
+  /// may be nothing; no value when they did not go out and the user was told why.
+  std::optional<DebuggerReply> sendBytes(std::span<const std::uint8_t> bytes);
+
   /// True until a command was sent after which the controller may report in another format.
   bool replyFormat() const { return replyFormat_; }
 
@@ -56,8 +60,9 @@ class DebuggerExchange {
   bool portIsOpen();
   /// Makes `frame` the shared output frame, and the port ready for it.
   void begin(const Frame& frame);
-  /// The answer; nothing when `frame` did not go out, which the user has been told.
-  std::optional<Reply> ask(const Frame& frame, std::chrono::milliseconds wait);
+  void clearPort();
+  /// The answer; nothing when `bytes` did not go out, which the user has been told.
+  std::optional<Reply> ask(std::span<const std::uint8_t> bytes, std::chrono::milliseconds wait);
   std::optional<DebuggerReply> display(std::optional<Reply> reply);
 
   Access access_;

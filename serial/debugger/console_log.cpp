@@ -1,5 +1,6 @@
 #include "serial/debugger/console_log.h"
 
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -35,6 +36,34 @@ std::size_t charactersIn(const ConsoleLine& line) {
   return shown(line).size() + 1;
 }
 
+std::string secondsText(std::chrono::microseconds time) {
+  return fmt::format("{:.4f}", std::chrono::duration<double>(time).count());
+}
+
+/// Of the day, to a tenth of a millisecond, in the zone of the machine.
+std::string clockText(ConsoleWriter::WallTime time) {
+  using namespace std::chrono;
+  constexpr std::int64_t ticks = 10'000;
+  const auto tick =
+      duration_cast<duration<std::int64_t, std::ratio<1, ticks>>>(time.time_since_epoch()).count() %
+      ticks;
+  return fmt::format("{:%H:%M:%S}.{:04}", fmt::localtime(system_clock::to_time_t(time)), tick);
+}
+
+std::string shownAt(const std::string& time, const ConsoleLine& line) {
+  switch (line.kind) {
+    case ConsoleLineKind::sent:
+    case ConsoleLineKind::received:
+      return fmt::format("{} {} {:<{}}{}", time, line.kind == ConsoleLineKind::sent ? '>' : '<',
+                         hexText(line.bytes), hexColumn, plainText(line.bytes));
+    case ConsoleLineKind::report:
+      return fmt::format("{} = {}  {}", time, line.text, hexText(line.bytes));
+    case ConsoleLineKind::note:
+      break;
+  }
+  return line.text;
+}
+
 }  // namespace
 
 std::string hexText(std::span<const std::uint8_t> bytes) {
@@ -55,25 +84,29 @@ std::string plainText(std::span<const std::uint8_t> bytes) {
 }
 
 std::string shown(const ConsoleLine& line) {
-  const double seconds = std::chrono::duration<double>(line.time).count();
-  switch (line.kind) {
-    case ConsoleLineKind::sent:
-    case ConsoleLineKind::received:
-      return fmt::format("{:.3f} {} {:<{}}{}", seconds,
-                         line.kind == ConsoleLineKind::sent ? '>' : '<', hexText(line.bytes),
-                         hexColumn, plainText(line.bytes));
-    case ConsoleLineKind::report:
-      return fmt::format("{:.3f} = {}  {}", seconds, line.text, hexText(line.bytes));
-    case ConsoleLineKind::note:
-      break;
-  }
-  return line.text;
+  return shownAt(secondsText(line.time), line);
 }
 
-std::string shown(std::span<const ConsoleLine> lines) {
+std::string ConsoleWriter::next(const ConsoleLine& line) {
+  if (line.kind == ConsoleLineKind::note) return line.text;
+  const auto before = last_.value_or(line.time);
+  last_ = line.time;
+  switch (times_) {
+    case ConsoleTimes::sinceLast:
+      return shownAt('+' + secondsText(line.time - before), line);
+    case ConsoleTimes::ofDay:
+      return shownAt(clockText(start_ + std::chrono::duration_cast<WallTime::duration>(line.time)),
+                     line);
+    case ConsoleTimes::sinceStart:
+      break;
+  }
+  return shown(line);
+}
+
+std::string shown(std::span<const ConsoleLine> lines, ConsoleWriter writer) {
   std::string text;
   for (const ConsoleLine& line : lines)
-    text.append(shown(line)).append(1, '\n');
+    text.append(writer.next(line)).append(1, '\n');
   return text;
 }
 
@@ -146,8 +179,8 @@ void ConsoleLog::add(ConsoleLine line) {
   lines_.push_back(std::move(line));
 }
 
-std::chrono::milliseconds ConsoleLog::elapsed() const {
-  return std::chrono::duration_cast<std::chrono::milliseconds>(clock_.now() - start_);
+std::chrono::microseconds ConsoleLog::elapsed() const {
+  return std::chrono::duration_cast<std::chrono::microseconds>(clock_.now() - start_);
 }
 
 }  // namespace touch

@@ -20,7 +20,7 @@ enum class ConsoleLineKind : std::uint8_t { sent, received, report, note };
 /// of the debugger's own.
 struct ConsoleLine {
   ConsoleLineKind kind = ConsoleLineKind::note;
-  std::chrono::milliseconds time{};  ///< since the console was opened
+  std::chrono::microseconds time{};  ///< since the console was opened
   std::vector<std::uint8_t> bytes;   ///< empty for a note
   std::string text;                  ///< of a note or a report
   friend bool operator==(const ConsoleLine&, const ConsoleLine&) = default;
@@ -30,9 +30,27 @@ struct ConsoleLine {
 std::string hexText(std::span<const std::uint8_t> bytes);
 /// Each byte as its character; those that are not printable ASCII as a dot.
 std::string plainText(std::span<const std::uint8_t> bytes);
-/// The whole line as the console shows, copies and saves it: "0.105 < 01 30 0D   .0.". A note
+/// The whole line as the console shows, copies and saves it: "0.1052 < 01 30 0D   .0.". A note
 /// stands by itself.
 std::string shown(const ConsoleLine& line);
+
+/// What the time before a line counts from: the opening of the console, the line before, midnight.
+enum class ConsoleTimes : std::uint8_t { sinceStart, sinceLast, ofDay };
+
+/// Shows lines one after the other, with times as they are wanted.
+class ConsoleWriter {
+ public:
+  using WallTime = std::chrono::system_clock::time_point;
+
+  /// `start` is when the console was opened.
+  ConsoleWriter(ConsoleTimes times, WallTime start) : times_(times), start_(start) {}
+  std::string next(const ConsoleLine& line);
+
+ private:
+  ConsoleTimes times_;
+  WallTime start_;
+  std::optional<std::chrono::microseconds> last_;
+};
 
 /// Which lines to show.
 struct ConsoleFilter {
@@ -51,7 +69,10 @@ class ConsoleLog {
   static constexpr std::size_t limit = 4000;
 
   /// Times are counted from now on.
-  explicit ConsoleLog(const Clock& clock) : clock_(clock), start_(clock.now()) {}
+  explicit ConsoleLog(const Clock& clock)
+      : clock_(clock), start_(clock.now()), started_(std::chrono::system_clock::now()) {}
+
+  ConsoleWriter::WallTime started() const { return started_; }
 
   void sent(std::span<const std::uint8_t> bytes);
   void received(std::span<const std::uint8_t> bytes);
@@ -72,17 +93,18 @@ class ConsoleLog {
  private:
   void addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes);
   void add(ConsoleLine line);
-  std::chrono::milliseconds elapsed() const;
+  std::chrono::microseconds elapsed() const;
 
   const Clock& clock_;
   Clock::TimePoint start_;
+  ConsoleWriter::WallTime started_;
   std::deque<ConsoleLine> lines_;
   std::size_t characters_ = 0;
   std::optional<std::deque<ConsoleLine>> frozen_;
 };
 
 /// The lines as they are copied and saved, each with LF.
-std::string shown(std::span<const ConsoleLine> lines);
+std::string shown(std::span<const ConsoleLine> lines, ConsoleWriter writer = {{}, {}});
 /// The first line from `from` on that has `text` in it as shown, capitals or not; the search goes
 /// on at the top.
 std::optional<std::size_t> findLine(std::span<const ConsoleLine> lines, std::string_view text,

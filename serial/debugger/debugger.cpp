@@ -29,12 +29,13 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
       recorded_(serial, access.clock),
       port_(access, prompt, recorded_, log_),
       exchange_(access, prompt, port_, log_),
+      script_(access, prompt, port_, log_, formats_),
       mode_(parts(), {recorded_, port_.gate(), [this] { port_.tellLoss(); }}) {
   chooseSet(CommandSet::quorvane);
 }
 
 ReceiveMode::Parts Debugger::parts() {
-  return {access_.session, access_.clock, prompt_, log_, formats_};
+  return {access_.session, access_.clock, prompt_, log_, formats_, [this] { return port_.line(); }};
 }
 
 void Debugger::tell(std::string text) {
@@ -84,13 +85,43 @@ void Debugger::leave() {
 
 std::string Debugger::portText() const {
   const std::string name = "COM" + std::to_string(port_.selected());
-  std::string text = portIsOpen()
-                         ? filled(say("debugger", "%1 is open, %2."), {name, normalLineSettings})
-                         : filled(say("debugger", "%1 is closed."), {name});
+  std::string text =
+      portIsOpen() ? filled(say("debugger", "%1 is open, %2."), {name, describe(port_.line())})
+                   : filled(say("debugger", "%1 is closed."), {name});
   if (port_.damaged() > 0) {
     text += ' ' + filled(say("debugger", "Damaged bytes: %1."), {std::to_string(port_.damaged())});
   }
   return text;
+}
+
+LineView Debugger::lineView() {
+  return {port_.line(), recorded_.lineState(), recorded_.sentBytes(), recorded_.receivedBytes(),
+          port_.damaged()};
+}
+
+void Debugger::setLine(const LineSettings& line) {
+  gate().run([&] {
+    const auto set = port_.setLine(line);
+    tell(set ? portText() : set.error());
+  });
+}
+
+void Debugger::switchLine(LineSwitch which, bool on) {
+  gate().run([&] {
+    const bool done = recorded_.switchLine(which, on);
+    const std::string name = which == LineSwitch::dtr ? "DTR" : "RTS";
+    tell(filled(!done ? say("debugger", "The port has no %1.")
+                : on  ? say("debugger", "%1 is on.")
+                      : say("debugger", "%1 is off."),
+                {name}));
+  });
+}
+
+void Debugger::sendBreak() {
+  gate().run([this] {
+    tell(port_.sendBreak() ? say("debugger", "A break was sent.")
+                           : say("debugger", "The port sends no break."));
+  });
 }
 
 std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
@@ -99,8 +130,24 @@ std::optional<DebuggerReply> Debugger::send(const SendChoice& choice) {
   return reply;
 }
 
-void Debugger::startRecording(const std::filesystem::path& file) {
-  const auto started = recorded_.startRecording(file);
+std::optional<DebuggerReply> Debugger::sendBytes(std::span<const std::uint8_t> bytes) {
+  auto reply = exchange_.sendBytes(bytes);
+  mode_.setReplyFormat(exchange_.replyFormat());
+  if (reply) {
+    status_ = filled(say("debugger", "Bytes sent: %1, received: %2."),
+                     {std::to_string(bytes.size()), std::to_string(reply->bytes.size())});
+  }
+  return reply;
+}
+
+void Debugger::runScript() {
+  if (!portIsOpen() || isReplaying()) return;
+  if (auto outcome = script_.run(); !outcome.empty()) tell(std::move(outcome));
+}
+
+void Debugger::startRecording(const std::filesystem::path& file, const std::string& program) {
+  const auto started = recorded_.startRecording(
+      file, {.controller = access_.session.controllerName, .program = program});
   tell(started ? filled(say("debugger", "Recording to %1"), {toUtf8(file.string())})
                : started.error().describe());
 }

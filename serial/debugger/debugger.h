@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,10 +11,20 @@
 #include "serial/commands/debugger_exchange.h"
 #include "serial/debugger/console_log.h"
 #include "serial/debugger/debugger_port.h"
+#include "serial/debugger/script_player.h"
 #include "serial/receiving/receive_mode.h"
 #include "serial/recording/recording_ports.h"
 
 namespace touch {
+
+/// What there is to show about the line.
+struct LineView {
+  LineSettings settings;
+  std::optional<LineState> state;  ///< nothing where the port does not tell
+  std::uint64_t sent = 0;          ///< bytes
+  std::uint64_t received = 0;
+  std::uint64_t damaged = 0;
+};
 
 /// The debugger as its window uses it: the port, the console's log, the exchange, the receive mode,
 /// a recording of all that passes, and a replay that takes the port's place for whoever reads
@@ -42,12 +53,24 @@ class Debugger {
   /// Shut by who ends the debugger.
   Gate& gate() { return port_.gate(); }
 
+  LineView lineView();
+  void setLine(const LineSettings& line);
+  void switchLine(LineSwitch which, bool on);
+  void sendBreak();
+
   void chooseSet(CommandSet set) { access_.session.commandSet = set; }
   /// "Send", see DebuggerExchange::send.
   std::optional<DebuggerReply> send(const SendChoice& choice);
 
-  /// What was said since it was asked last about the port, a recording or a replay, which the log
-  /// has as well, or about the log.
+  /// Sends them as they are, see DebuggerExchange::sendBytes.
+  std::optional<DebuggerReply> sendBytes(std::span<const std::uint8_t> bytes);
+
+  ScriptPlayer& script() { return script_; }
+  /// Runs the chosen script, see ScriptPlayer::run. The windows stay in use meanwhile.
+  void runScript();
+
+  /// What was said since it was asked last about the port, bytes that were sent, a script, a
+  /// recording or a replay, which the log has as well, or about the log.
   std::optional<std::string> takeStatus();
   ConsoleLog& log() { return log_; }
   const ConsoleLog& log() const { return log_; }
@@ -55,7 +78,8 @@ class Debugger {
   ReceiveMode& receiveMode() { return replay_ ? replay_->mode : mode_; }
 
   bool isRecording() const { return recorded_.isRecording(); }
-  void startRecording(const std::filesystem::path& file);
+  /// `program` stands in its head.
+  void startRecording(const std::filesystem::path& file, const std::string& program);
   void stopRecording();
 
   bool isReplaying() const { return replay_ != nullptr; }
@@ -73,7 +97,8 @@ class Debugger {
 
   /// Something is under way that `watch` has to look after again and again.
   bool isActive() const {
-    return isReplaying() || isRecording() || (portIsOpen() && mode_.isReceiving() && !drawing_);
+    return isReplaying() || isRecording() || script_.isRunning() ||
+           (portIsOpen() && mode_.isReceiving() && !drawing_);
   }
   bool isDrawing() const { return drawing_; }
   /// See SerialPort::descriptor.
@@ -107,6 +132,7 @@ class Debugger {
   RecordedPort recorded_;
   DebuggerPort port_;
   DebuggerExchange exchange_;
+  ScriptPlayer script_;
   ReceiveMode mode_;
   std::unique_ptr<Replay> replay_;
   bool drawing_ = false;

@@ -21,6 +21,8 @@ constexpr int lastProbedPort = 2;
 constexpr auto afterFirstProbe = 30ms;
 constexpr auto afterSecondProbe = 100ms;
 constexpr auto afterLineChange = 100ms;
+// Longer than a byte at any usual speed, as other programs hold it.
+constexpr auto breakTime = 250ms;
 constexpr std::uint8_t answerEnd = 0x0D;
 constexpr std::size_t shortestAnswer = 3;
 
@@ -66,7 +68,8 @@ std::string DebuggerPort::driverText() const {
                 {toUtf8(controller_)});
 }
 
-Result<void, std::string> DebuggerPort::take(int port) {
+Result<void, std::string> DebuggerPort::take(int port, const std::optional<LineSettings>& line) {
+  if (line) lines_[port] = *line;
   takeFromDriver();
   auto opened = openPort(port);
   if (!opened && driverHoldsPort()) return tl::unexpected(driverText() + ' ' + opened.error());
@@ -76,10 +79,35 @@ Result<void, std::string> DebuggerPort::take(int port) {
 Result<void, std::string> DebuggerPort::openPort(int port) {
   lossTold_ = false;
   // A port that turns out to have gone here closes, and may be there again below.
-  auto set = serial_.setSettings(normalLineSettings);
+  const auto chosen = lines_.find(port);
+  auto set = serial_.setSettings(chosen == lines_.end() ? std::string(normalLineSettings)
+                                                        : describe(chosen->second));
   if (!set && serial_.isOpen()) return set;
   select(port);
   return serial_.open();
+}
+
+LineSettings DebuggerPort::line() const {
+  const auto chosen = lines_.find(selected_);
+  return chosen == lines_.end() ? LineSettings{} : chosen->second;
+}
+
+Result<void, std::string> DebuggerPort::setLine(const LineSettings& line) {
+  auto set = serial_.setSettings(describe(line));
+  if (!set) {
+    tellLoss();
+    return set;
+  }
+  lines_[selected_] = line;
+  log_.note(describe(line));
+  return {};
+}
+
+bool DebuggerPort::sendBreak() {
+  if (!serial_.switchLine(LineSwitch::holdBreak, true)) return false;
+  runThen([this] { access_.clock.delay(breakTime); },
+          [this] { serial_.switchLine(LineSwitch::holdBreak, false); });
+  return true;
 }
 
 DebuggerPort::~DebuggerPort() {
@@ -137,6 +165,7 @@ void DebuggerPort::findController() {
     log_.note(filled(say("debugger", "Asking on COM%1 …"), {std::to_string(port)}));
     if (isAnswer(probe())) {
       foundPort_ = port;
+      lines_.erase(port);
       return;
     }
     serial_.close();
@@ -162,6 +191,7 @@ bool DebuggerPort::N72toN81() {
 }
 
 bool DebuggerPort::changeLineSettings() {
+  lines_.erase(selected_);
   Result<void, std::string> set;
   bool wentOut = false;
   {

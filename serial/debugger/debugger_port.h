@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -9,6 +10,7 @@
 #include "core/driver/connection.h"
 #include "core/serial_port.h"
 #include "core/session.h"
+#include "serial/port/line_settings.h"
 #include "support/gate.h"
 
 namespace touch {
@@ -35,9 +37,11 @@ class DebuggerPort {
   /// The last resort of who has not given the port back. What fails then nobody hears of.
   ~DebuggerPort();
 
-  /// Makes the driver let go, unless it has, and opens the COM port at "9600,n,8,1". The error
-  /// says why it cannot be opened and what to do about it; the user can mend it and try again.
-  Result<void, std::string> take(int port = startPort);
+  /// Makes the driver let go, unless it has, and opens the COM port at `line`, else as the user has
+  /// set it, else at "9600,n,8,1". The error says why it cannot be opened and what to do about it;
+  /// the user can mend it and try again.
+  Result<void, std::string> take(int port = startPort,
+                                 const std::optional<LineSettings>& line = std::nullopt);
   /// Closes the port, makes the driver take its own again (even when the port was closed already)
   /// and closes the controller. Without having taken it nothing happens.
   void giveBack();
@@ -65,6 +69,16 @@ class DebuggerPort {
   /// sets the port to "9600,n,8,1". Whether the controller has understood is not known. False when
   /// it could not be told; the user knows why then.
   bool N72toN81();
+
+  /// How the port's line is set outside of scripts, and of a search, which leaves it at the normal
+  /// settings.
+  LineSettings line() const;
+  /// For this port from now on, as long as this lives. The error says why it does not take them.
+  Result<void, std::string> setLine(const LineSettings& line);
+  /// Gives the port these settings back.
+  void setUsualLine() { serial_.setSettings(describe(line())); }
+  /// Holds the line for as long as any controller takes for a break. False when it has none.
+  bool sendBreak();
 
   /// Writes `bytes` and notes that they went out. Returns whether they did; the user is to be told
   /// otherwise.
@@ -110,6 +124,7 @@ class DebuggerPort {
   std::size_t damaged_ = 0;
   int selected_ = startPort;
   std::optional<int> foundPort_;
+  std::map<int, LineSettings> lines_;  ///< by port, where the user has set them
   Gate gate_;
 };
 

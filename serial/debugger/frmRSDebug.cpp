@@ -5,8 +5,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMouseEvent>
-#include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -14,13 +12,16 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <algorithm>
 
-#include "serial/debugger/frmCommandPanel.h"
-#include "serial/debugger/frmConsolePanel.h"
+#include "serial/debugger/panels/frmBytesPanel.h"
+#include "serial/debugger/panels/frmCommandPanel.h"
+#include "serial/debugger/panels/frmConsolePanel.h"
+#include "serial/debugger/panels/frmLinePanel.h"
+#include "serial/debugger/panels/frmRatePanel.h"
+#include "serial/debugger/panels/frmScriptPanel.h"
+#include "serial/debugger/panels/frmTouchPad.h"
 #include "serial/rawdrawing/frmRsDraw.h"
 #include "ui/controls/finger_style.h"
-#include "ui/controls/graphic.h"
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/page_keys.h"
@@ -52,97 +53,11 @@ QWidget* stacked(std::initializer_list<QWidget*> parts) {
   return box;
 }
 
-}  // namespace
-
-/// How many intervals between reports are how long: one bar for each width.
-class RateHistogram final : public QWidget {
- public:
-  RateHistogram() {
-    setObjectName("rateHistogram");
-    setMinimumHeight(isSmallScreen() ? 24 : 56);
-    setToolTip(
-        frmRSDebug::tr(
-            "How many intervals from one report to the next are how long; a bar for every %1 "
-            "ms, the last one also for longer ones")
-            .arg(IntervalEvidence::bucketWidth / 1ms));
-    show(std::nullopt);
-  }
-  void show(const std::optional<IntervalEvidence>& evidence) {
-    evidence_ = evidence;
-    QStringList counts;
-    for (std::size_t i = 0; evidence && i < evidence->histogram.size(); ++i) {
-      if (evidence->histogram[i] == 0) continue;
-      counts.append(frmRSDebug::tr("from %1 ms: %2")
-                        .arg(static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms))
-                        .arg(evidence->histogram[i]));
-    }
-    presentAsGraphic(
-        *this, frmRSDebug::tr("Intervals between reports"),
-        counts.isEmpty() ? frmRSDebug::tr("No stroke has been measured.") : counts.join(", "));
-    update();
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Base));
-    if (!evidence_) return;
-    const auto& counts = evidence_->histogram;
-    const double most =
-        static_cast<double>(std::max<std::size_t>(1, *std::ranges::max_element(counts)));
-    const double step = static_cast<double>(width()) / static_cast<double>(counts.size());
-    const int textHeight = fontMetrics().height();
-    const double room = height() - textHeight;
-    for (std::size_t i = 0; i < counts.size(); ++i) {
-      const double left = step * static_cast<double>(i);
-      if (counts[i] > 0) {
-        const double size = std::max(2.0, room * static_cast<double>(counts[i]) / most);
-        painter.fillRect(QRectF(left + 1, room - size, step - 2, size),
-                         palette().color(QPalette::Highlight));
-      }
-      constexpr std::size_t labelled = 5;
-      if (i % labelled == 0) {
-        const auto milliseconds = static_cast<int>(i) * (IntervalEvidence::bucketWidth / 1ms);
-        const QString text =
-            i == 0 ? frmRSDebug::tr("%1 ms").arg(milliseconds) : QString::number(milliseconds);
-        if (left + 1 + fontMetrics().horizontalAdvance(text) > width()) continue;
-        painter.drawText(QPointF(left + 1, height() - 3), text);
-      }
-    }
-  }
-
- private:
-  std::optional<IntervalEvidence> evidence_;
-};
-
-namespace {
-
-/// In a simulated run the mouse on it is the finger, for those who want reports without opening the
-/// drawing.
-class TouchPad final : public QLabel {
- public:
-  explicit TouchPad(const Simulation& simulation)
-      : QLabel(frmRSDebug::tr("Simulated panel:\ndraw here with the mouse")),
-        simulation_(simulation) {
-    setObjectName("touchPad");
-    setAlignment(Qt::AlignCenter);
-    setWordWrap(true);
-    setMinimumSize(2 * fingerSize(), 2 * fingerSize());
-    setStyleSheet("background: #ffe08a; color: #402c00");
-  }
-
- protected:
-  void mousePressEvent(QMouseEvent* event) override { touchAt(event->position()); }
-  void mouseMoveEvent(QMouseEvent* event) override { touchAt(event->position()); }
-  void mouseReleaseEvent(QMouseEvent*) override { simulation_.lift(); }
-
- private:
-  void touchAt(const QPointF& place) {
-    simulation_.touch(std::clamp(place.x() / width(), 0.0, 1.0),
-                      std::clamp(place.y() / height(), 0.0, 1.0));
-  }
-  Simulation simulation_;
-};
+QWidget* narrow(QWidget* page) {
+  QScrollArea* const area = scrollable(page);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  return area;
+}
 
 }  // namespace
 
@@ -155,12 +70,18 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
       onEnded_(std::move(onEnded)),
       debugger_(access, prompt, serial, surroundings.formats),
       body_(new QWidget),
+      tabs_(new QTabWidget),
       commands_(new frmCommandPanel(access.session.commandSet)),
+      bytes_(new frmBytesPanel(access.session.commandSet, surroundings.history)),
+      script_(new frmScriptPanel(debugger_.script(), surroundings.workFolder,
+                                 screen()->availableSize().width() >= sideBySideWidth ? 2 : 4)),
+      line_(new frmLinePanel),
       console_(new frmConsolePanel(debugger_.log(), surroundings.workFolder)),
       portState_(new QLabel),
       rate_(new QCheckBox(tr("Repor&t Rate"))),
-      evidence_(new QLabel),
-      histogram_(new RateHistogram),
+      ratePanel_(new frmRatePanel),
+      touchPad_(surroundings.simulation.isThere() ? new frmTouchPad(surroundings.simulation)
+                                                  : new QWidget),
       statusLine_(new QLabel),
       timer_(access.clock.makeTimer([this] { renew(); })) {
   setObjectName("frmRSDebug");
@@ -171,6 +92,7 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
 
   connect(commands_, &frmCommandPanel::setChosen, this, [this](CommandSet set) {
     debugger_.chooseSet(set);
+    bytes_->setCommands(set);
     renew();
   });
   connect(commands_, &frmCommandPanel::sendRequested, this, &frmRSDebug::send);
@@ -179,6 +101,24 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
     renew();
   });
   connect(console_, &frmConsolePanel::statusChanged, statusLine_, &QLabel::setText);
+  connect(line_, &frmLinePanel::settingsChosen, this, [this](const LineSettings& line) {
+    debugger_.setLine(line);
+    renew();
+  });
+  connect(line_, &frmLinePanel::switched, this, [this](LineSwitch which, bool on) {
+    debugger_.switchLine(which, on);
+    renew();
+  });
+  connect(line_, &frmLinePanel::breakRequested, this,
+          [this] { whileBusy([this] { debugger_.sendBreak(); }); });
+  // The lamps change by themselves.
+  connect(tabs_, &QTabWidget::currentChanged, this, &frmRSDebug::renew);
+  connect(bytes_, &frmBytesPanel::sendRequested, this, &frmRSDebug::sendBytes);
+  connect(script_, &frmScriptPanel::runRequested, this, &frmRSDebug::runScript);
+  connect(script_, &frmScriptPanel::statusChanged, this, [this](const QString& text) {
+    statusLine_->setText(text);
+    renew();
+  });
   resize(QSize(1024, 720).boundedTo(screen()->availableSize()));
 }
 
@@ -261,26 +201,6 @@ QWidget* frmRSDebug::makeReceiveBar() {
   return bar;
 }
 
-QWidget* frmRSDebug::makeRatePanel() {
-  evidence_->setObjectName("lblEvidence");
-  evidence_->setWordWrap(isSmallScreen());
-  evidence_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  auto* const panel = new QWidget;
-  auto* const row = new QHBoxLayout(panel);
-  row->setContentsMargins(0, 0, 0, 0);
-  auto* const facts = new QVBoxLayout;
-  facts->addWidget(evidence_);
-  facts->addWidget(histogram_, 1);
-  row->addLayout(facts, 1);
-  panel->hide();
-  return panel;
-}
-
-QWidget* frmRSDebug::makeTouchPad() {
-  if (!surroundings_.simulation.isThere()) return new QWidget;
-  return new TouchPad(surroundings_.simulation);
-}
-
 QWidget* frmRSDebug::makeRecordBar() {
   record_ = makeButton("cmdRecord", tr("Recor&d …"), [this] { record(); });
   record_->setToolTip(tr("Writes everything that passes the port to a file"));
@@ -317,10 +237,10 @@ QWidget* frmRSDebug::makeFoot() {
 void frmRSDebug::arrange() {
   head_ = makeHead();
   receiveBar_ = makeReceiveBar();
-  ratePanel_ = makeRatePanel();
-  touchPad_ = makeTouchPad();
   touchPad_->hide();
   auto* const recordBar = makeRecordBar();
+  tabs_->setObjectName("debuggerTabs");
+  addPageKeys(*this, *tabs_);
   auto* const bodyLayout = new QHBoxLayout(body_);
   bodyLayout->setContentsMargins(0, 0, 0, 0);
 
@@ -330,18 +250,21 @@ void frmRSDebug::arrange() {
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(console_->keepBar());
     row->addWidget(recordBar, 1);
-    auto* const left = scrollable(stacked({commands_, touchPad_}));
-    left->setFixedWidth(commandsWidth);
-    left->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tabs_->addTab(narrow(stacked({commands_})), tr("Command"));
+    tabs_->addTab(narrow(stacked({bytes_})), tr("Bytes"));
+    tabs_->addTab(narrow(stacked({script_})), tr("Script"));
+    tabs_->addTab(narrow(stacked({line_})), tr("Line"));
+    tabs_->setDocumentMode(true);  // its frame would take width from the commands
+    tabs_->setFixedWidth(commandsWidth);
+    auto* const left = new QVBoxLayout;
+    left->addWidget(tabs_, 1);
+    left->addWidget(touchPad_);
     auto* const right = stacked({receiveBar_, console_->filterBar(), console_, ratePanel_, keep});
     static_cast<QVBoxLayout*>(right->layout())->setStretchFactor(console_, 1);
-    bodyLayout->addWidget(left);
+    bodyLayout->addLayout(left);
     bodyLayout->addWidget(right, 1);
   } else {
     // What does not fit side by side lies one behind the other.
-    tabs_ = new QTabWidget;
-    tabs_->setObjectName("debuggerTabs");
-    addPageKeys(*this, *tabs_);
     auto* const measuring = new QWidget;
     auto* const row = new QHBoxLayout(measuring);
     row->setContentsMargins(0, 0, 0, 0);
@@ -361,6 +284,9 @@ void frmRSDebug::arrange() {
       consolePage->layout()->addWidget(measuring);
     }
     tabs_->addTab(scrollable(tools), tr("Find and keep"));
+    tabs_->addTab(scrollable(stacked({bytes_})), tr("Bytes"));
+    tabs_->addTab(scrollable(stacked({script_})), tr("Script"));
+    tabs_->addTab(scrollable(stacked({line_})), tr("Line"));
     bodyLayout->addWidget(tabs_);
   }
 
@@ -398,6 +324,11 @@ void frmRSDebug::comeToFront() {
 }
 
 void frmRSDebug::whileBusy(const std::function<void()>& action) {
+  whileBusy(tr("Waiting for the controller …"), {head_, body_}, action);
+}
+
+void frmRSDebug::whileBusy(const QString& waiting, const std::vector<QWidget*>& unusable,
+                           const std::function<void()>& action) {
   if (debugger_.isBusy()) return;
   if (surroundings_.mainIsBusy && surroundings_.mainIsBusy()) {
     statusLine_->setText(tr("The main window is busy. Try again when it is through."));
@@ -405,11 +336,10 @@ void frmRSDebug::whileBusy(const std::function<void()>& action) {
   }
   stopAwaiting();
   const QPointer<QWidget> focus = focusWidget();
-  const auto allow = [this](bool on) {
-    head_->setEnabled(on);
-    body_->setEnabled(on);
+  const auto allow = [&unusable](bool on) {
+    for (QWidget* const part : unusable)
+      part->setEnabled(on);
   };
-  const QString waiting = tr("Waiting for the controller …");
   allow(false);
   statusLine_->setText(waiting);
   runThen(action, [&] {
@@ -425,6 +355,17 @@ void frmRSDebug::whileBusy(const std::function<void()>& action) {
 void frmRSDebug::send() {
   commands_->showReply(std::nullopt);
   whileBusy([this] { commands_->showReply(debugger_.send(commands_->choice())); });
+}
+
+void frmRSDebug::sendBytes(const std::vector<std::uint8_t>& bytes) {
+  bytes_->showReply(std::nullopt);
+  whileBusy([&] { bytes_->showReply(debugger_.sendBytes(bytes)); });
+}
+
+void frmRSDebug::runScript() {
+  // What the script sends and gets is watched while it does.
+  timer_->start(renewal);
+  whileBusy(tr("The script runs …"), {head_, commands_, bytes_}, [this] { debugger_.runScript(); });
 }
 
 void frmRSDebug::draw() {
@@ -456,7 +397,7 @@ void frmRSDebug::record() {
     const auto file =
         askTextFileToSave(this, tr("Record to"), surroundings_.workFolder / "recording.txt",
                           tr("Recordings (*.txt)"));
-    if (file) debugger_.startRecording(*file);
+    if (file) debugger_.startRecording(*file, surroundings_.program);
   }
   renew();
 }
@@ -484,7 +425,8 @@ void frmRSDebug::renew() {
 void frmRSDebug::awaitNews() {
   stopAwaiting();
   if (debugger_.gate().isShut()) return;
-  if (debugger_.isActive()) return timer_->start(renewal);
+  if (debugger_.isActive() || (line_->isVisible() && debugger_.portIsOpen()))
+    return timer_->start(renewal);
   if (!debugger_.portIsOpen()) return timer_->stop();
   const auto descriptor = debugger_.descriptor();
   // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads
@@ -510,34 +452,22 @@ void frmRSDebug::showState() {
                                 : shownText(debugger_.portText()));
   takePort_->setEnabled(!debugger_.portIsOpen() && !replaying);
   commands_->allowSending(debugger_.portIsOpen() && !replaying);
+  bytes_->allowSending(debugger_.portIsOpen() && !replaying);
+  line_->show(debugger_.lineView(), debugger_.portIsOpen() && !replaying && !debugger_.isBusy());
+  script_->renew(debugger_.portIsOpen() && !replaying && !debugger_.isBusy());
   receive_->setChecked(mode.isReceiving());
   debug_->setChecked(!mode.isReceiving());
   rate_->setChecked(mode.isMeasuring());
   record_->setText(debugger_.isRecording() ? tr("Stop recor&ding") : tr("Recor&d …"));
   replay_->setText(replaying ? tr("Stop re&play") : tr("Re&play …"));
-  const bool padNeeded = surroundings_.simulation.isThere() && mode.isReceiving() && !replaying;
+  const bool padNeeded = surroundings_.simulation.isThere() && !replaying &&
+                         (mode.isReceiving() || debugger_.script().isRunning());
   touchPad_->setVisible(padNeeded);
 
   ratePanel_->setVisible(mode.isMeasuring());
   if (measuringTab_) tabs_->setTabVisible(*measuringTab_, padNeeded || mode.isMeasuring());
-  if (!mode.isMeasuring()) return;
-  const auto& stroke = mode.lastStroke();
-  QStringList lines;
-  for (const std::string& line : evidenceLines(stroke.value_or(StrokeRate{}), mode.ceiling()))
-    lines.append(shownText(line));
   // Where the console lies on another page its lines are wanted here, too.
-  if (stroke && measuringTab_) {
-    const auto said = rateLines(*stroke);
-    lines.prepend(shownText(said[2] + "    " + said[1] + "    " + said[0]));
-  }
-  if (!stroke) {
-    lines.prepend(mode.isReceiving() ? tr("Draw one stroke on the panel.")
-                                     : tr("Press \"Receive\", then draw one stroke."));
-  }
-  const QString text = lines.join('\n');
-  if (text == evidence_->text()) return;
-  evidence_->setText(text);
-  histogram_->show(stroke ? stroke->evidence : std::nullopt);
+  if (mode.isMeasuring()) ratePanel_->show(mode, measuringTab_.has_value());
 }
 
 void frmRSDebug::leave(DebuggerEnd end) {

@@ -6,9 +6,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "core/driver/simulation.h"
 #include "drawing/drawing_switches.h"
+#include "serial/commands/typed_line.h"
 #include "serial/debugger/debugger.h"
 
 class QCheckBox;
@@ -19,11 +21,14 @@ class QTabWidget;
 
 namespace touch {
 
+class frmBytesPanel;
 class frmCommandPanel;
 class frmConsolePanel;
+class frmLinePanel;
+class frmRatePanel;
 class frmRsDraw;
+class frmScriptPanel;
 class PanelMonitor;
-class RateHistogram;
 
 /// How the user leaves the debugger.
 enum class DebuggerEnd {
@@ -40,6 +45,8 @@ struct DebuggerSurroundings {
   std::optional<QSize> fullScreenSize;  ///< logical pixels, in place of the full screen
   const PanelMonitor& panelMonitor;     ///< outlives the windows
   const QWidget& mainWindow;  ///< outlives the windows; what is drawn stays on its monitor
+  SendHistory& history;       ///< outlives the windows
+  std::string program;        ///< its name and version
   /// The main window, which is in use beside the debugger, is in the middle of an action: no
   /// exchange begins then.
   std::function<bool()> mainIsBusy{};
@@ -72,19 +79,22 @@ class frmRSDebug final : public QWidget {
  private:
   QWidget* makeHead();
   QWidget* makeReceiveBar();
-  QWidget* makeRatePanel();
   QWidget* makeRecordBar();
   QWidget* makeFoot();
-  QWidget* makeTouchPad();
   void arrange();
   QPushButton* makeButton(const char* name, const QString& caption,
                           const std::function<void()>& action);
 
-  /// Runs something that waits: meanwhile no control can be used but those that end the window,
-  /// which is put off.
+  /// Runs something that waits, and says so: meanwhile `unusable` can be used as little as a way
+  /// out, which is put off.
+  void whileBusy(const QString& waiting, const std::vector<QWidget*>& unusable,
+                 const std::function<void()>& action);
+  /// Runs an exchange: meanwhile no control can be used but those that end the window.
   void whileBusy(const std::function<void()>& action);
   void takePort();
   void send();
+  void sendBytes(const std::vector<std::uint8_t>& bytes);
+  void runScript();
   void draw();
   void record();
   void replay();
@@ -103,9 +113,12 @@ class frmRSDebug final : public QWidget {
 
   QWidget* head_ = nullptr;
   QWidget* body_;
-  QTabWidget* tabs_ = nullptr;       ///< null where there is room for all of it
+  QTabWidget* tabs_;                 ///< what stands beside the console where there is room
   std::optional<int> measuringTab_;  ///< where the console leaves no room for the rate
   frmCommandPanel* commands_;
+  frmBytesPanel* bytes_;
+  frmScriptPanel* script_;
+  frmLinePanel* line_;
   frmConsolePanel* console_;
   QLabel* portState_;
   QPushButton* takePort_ = nullptr;
@@ -115,10 +128,8 @@ class frmRSDebug final : public QWidget {
   QPushButton* record_ = nullptr;
   QPushButton* replay_ = nullptr;
   QWidget* receiveBar_ = nullptr;
-  QWidget* ratePanel_ = nullptr;
-  QLabel* evidence_;
-  RateHistogram* histogram_;
-  QWidget* touchPad_ = nullptr;
+  frmRatePanel* ratePanel_;
+  QWidget* touchPad_;
   QLabel* statusLine_;
   QPointer<frmRsDraw> drawing_;
   std::unique_ptr<Timer> timer_;

@@ -30,6 +30,7 @@ class AsioSerialPort::Line {
   std::size_t received() const { return received_.size(); }
   std::vector<std::uint8_t> takeReceived() { return std::exchange(received_, {}); }
   std::size_t takeDamaged() { return std::exchange(damaged_, 0); }
+  std::optional<LineState> state();
 
  private:
   // Where nobody reads, the platform's own buffer overflows and not this one.
@@ -45,13 +46,24 @@ class AsioSerialPort::Line {
   DamageMarks marks_;
   std::vector<std::uint8_t> received_;
   std::size_t damaged_ = 0;
+  LineState counted_;  ///< what had been counted before it was opened
 };
 
 std::error_code AsioSerialPort::Line::open(const std::string& device) {
   auto opened = serial_device::open(port_, device);
   if (!opened) return opened.error();
   before_ = std::move(*opened);
+  counted_ = serial_device::lineState(port_).value_or(LineState{});
   return {};
+}
+
+std::optional<LineState> AsioSerialPort::Line::state() {
+  auto now = serial_device::lineState(port_);
+  if (!now) return std::nullopt;
+  for (const auto counter :
+       {&LineState::framing, &LineState::parity, &LineState::overruns, &LineState::breaks})
+    (*now).*counter -= std::min((*now).*counter, counted_.*counter);
+  return now;
 }
 
 std::error_code AsioSerialPort::Line::apply(const LineSettings& settings) {
@@ -215,6 +227,14 @@ std::vector<std::uint8_t> AsioSerialPort::readAll() {
 
 std::size_t AsioSerialPort::takeDamaged() {
   return isOpen() ? line_->takeDamaged() : 0;
+}
+
+std::optional<LineState> AsioSerialPort::lineState() {
+  return isOpen() ? line_->state() : std::nullopt;
+}
+
+bool AsioSerialPort::switchLine(LineSwitch which, bool on) {
+  return isOpen() && serial_device::switchLine(line_->port(), which, on);
 }
 
 std::optional<int> AsioSerialPort::descriptor() const {

@@ -35,6 +35,8 @@ class AsioSerialPort final : public SerialPort {
   bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
   std::size_t takeDamaged() override;
+  std::optional<LineState> lineState() override;
+  bool switchLine(LineSwitch which, bool on) override;
   std::optional<int> descriptor() const override;
 
  private:

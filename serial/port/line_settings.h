@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ struct LineSettings {
   int stopBits = 1;  ///< 1 or 2
   friend bool operator==(const LineSettings&, const LineSettings&) = default;
 };
+
+/// The speeds that lines usually have.
+inline constexpr std::array usualSpeeds = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
 
 /// Reads "baud,parity,data bits,stop bits", e.g. "9600,n,8,1"; the parity may be a capital letter.
 /// The error says what was expected and what stands there instead.

@@ -43,7 +43,7 @@ void ReceiveMode::debug() {
 void ReceiveMode::measureRate(bool on) {
   rate_.reset();
   if (on) {
-    rate_.emplace(family(), parts_.formats);
+    rate_.emplace(family(), parts_.formats, line());
     lastStroke_.reset();
     parts_.log.clear();
     parts_.log.note(rateModeLine);
@@ -53,7 +53,7 @@ void ReceiveMode::measureRate(bool on) {
 
 void ReceiveMode::takeOverRate(const ReceiveMode& other) {
   rate_.reset();
-  if (other.isMeasuring()) rate_.emplace(family(), parts_.formats);
+  if (other.isMeasuring()) rate_.emplace(family(), parts_.formats, line());
   lastStroke_ = other.lastStroke_;
   runTimers();
 }
@@ -100,11 +100,11 @@ void ReceiveMode::trim() {
 }
 
 double ReceiveMode::ceiling() const {
-  return rateCeiling({}, lastStroke_ ? lastStroke_->packetLength : packetLength(family()));
+  return rateCeiling(line(), lastStroke_ ? lastStroke_->packetLength : packetLength(family()));
 }
 
 void ReceiveMode::measure() {
-  if (rate_->family() != family()) rate_.emplace(family(), parts_.formats);
+  if (rate_->family() != family()) rate_.emplace(family(), parts_.formats, line());
   rate_->collect(parts_.clock.now(), port_.port.readAll());
   auto stroke = rate_->tick(parts_.clock.now());
   if (!stroke) return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,7 +31,8 @@ class ReceiveMode {
     Clock& clock;
     Prompt& prompt;
     ConsoleLog& log;
-    std::vector<ReportFormat> formats;  ///< known beside the built-in ones
+    std::vector<ReportFormat> formats;     ///< known beside the built-in ones
+    std::function<LineSettings()> line{};  ///< how the port is set; empty: as usual
   };
   ReceiveMode(Parts parts, ReceivingPort port);
 
@@ -65,6 +67,7 @@ class ReceiveMode {
  private:
   enum class Stage : std::uint8_t { idle, receiving, suspended };
 
+  LineSettings line() const { return parts_.line ? parts_.line() : LineSettings{}; }
   ReportFamily family() const { return familyOf(parts_.session.commandSet); }
   void poll();
   void tick();

@@ -1,10 +1,12 @@
 #include "serial/recording/recording.h"
 
+#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <string_view>
 #include <system_error>
@@ -61,6 +63,11 @@ std::string_view takeField(std::string_view& line) {
   return field;
 }
 
+std::string timeText(std::chrono::microseconds time) {
+  return fmt::format("{}.{:06}", time.count() / microsecondsPerSecond,
+                     time.count() % microsecondsPerSecond);
+}
+
 std::optional<std::chrono::microseconds> parseTime(std::string_view field) {
   const auto point = field.find('.');
   if (point == field.npos || field.size() != point + 1 + decimals) return std::nullopt;
@@ -106,10 +113,14 @@ Result<Transfer, RecordingFlaw> parseTransfer(std::string_view line,
 }  // namespace
 
 std::string recordingLine(const Transfer& transfer) {
-  const std::int64_t time = transfer.time.count();
-  return fmt::format("{}.{:06} {} {}", time / microsecondsPerSecond, time % microsecondsPerSecond,
+  return fmt::format("{} {} {}", timeText(transfer.time),
                      transfer.direction == Direction::toController ? '>' : '<',
                      hexText(transfer.bytes));
+}
+
+std::string zonedTimeNow() {
+  const auto now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
+  return fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(now));
 }
 
 FileError RecordingParser::refuse(std::string expected, std::string found) const {
@@ -227,7 +238,8 @@ bool RecordingFile::readOn() {
   return count > 0;
 }
 
-Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) {
+Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now,
+                       const RecordingHead& head) {
   stop();
   path_ = file;
   start_ = now;
@@ -239,6 +251,12 @@ Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now) 
                                     say("recording", "a file that can be written"),
                                     std::error_code(errno, std::generic_category()).message()});
   write(heading);
+  const std::pair<std::string_view, const std::string&> facts[] = {
+      {"Started", head.started},       {"Port", head.port},       {"Line", head.line},
+      {"Controller", head.controller}, {"Program", head.program},
+  };
+  for (const auto& [name, fact] : facts)
+    if (isOn() && !fact.empty()) write(fmt::format("# {}: {}", name, printable(fact)));
   return isOn() ? Status() : stop();
 }
 
@@ -254,6 +272,11 @@ void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const st
     write(recordingLine({time, direction, {part.begin(), part.end()}}));
     bytes = bytes.subspan(part.size());
   }
+}
+
+void Recorder::remark(Clock::TimePoint now, std::string_view text) {
+  const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
+  if (isOn()) write(fmt::format("# {} {}", timeText(time), printable(text)));
 }
 
 void Recorder::write(std::string_view line) {

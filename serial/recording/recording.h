@@ -27,7 +27,11 @@ namespace touch {
 //
 // Empty lines, and what follows a "#", are passed over. Lines end with LF or CR LF.
 //
+// What the program writes says in comments when it began, on which port and line, which controller
+// was chosen and which program wrote it; and when the line's settings have changed.
+//
 //   touch recording 1
+//   # Started: 2026-11-26 20:15:03 +0100
 //   0.000000 > 01 55 54 0D
 //   0.104250 < 01 51 52 4D 56 30 33 30 31 0D
 //   3.250000 < D8 10 20 30 01   # the first touch
@@ -113,6 +117,17 @@ class RecordingFile final : public TransferSource {
   std::optional<FileError> error_;
 };
 
+/// What a recording says of itself in comments below its first line; what is empty it leaves out.
+struct RecordingHead {
+  std::string started{};  ///< date, time and zone
+  std::string port{};
+  std::string line{};
+  std::string controller{};
+  std::string program{};
+};
+/// The time of the machine, as a head has it: "2026-11-26 20:15:03 +0100".
+std::string zonedTimeNow();
+
 /// Writes a recording while it happens, so that a crash costs nothing but its last moment.
 class Recorder {
  public:
@@ -120,10 +135,13 @@ class Recorder {
   explicit Recorder(std::size_t limit = largestRecording) : limit_(limit) {}
 
   /// Starts a new recording in `file`; times count from `now`.
-  Status start(const std::filesystem::path& file, Clock::TimePoint now);
+  Status start(const std::filesystem::path& file, Clock::TimePoint now,
+               const RecordingHead& head = {});
   /// Nothing while off. A recording that cannot be written on, or could not be read again, ends
   /// itself.
   void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
+  /// Writes a comment.
+  void remark(Clock::TimePoint now, std::string_view text);
   /// Ends the recording. The error is what has gone wrong since it was started.
   Status stop();
   bool isOn() const { return file_ != nullptr; }

@@ -24,9 +24,12 @@ RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
         if (!isRecording()) timer_->stop();
       })) {}
 
-Status RecordedPort::startRecording(const std::filesystem::path& file) {
+Status RecordedPort::startRecording(const std::filesystem::path& file, RecordingHead head) {
   collect();
-  auto started = recorder_.start(file, clock_.now());
+  head.started = zonedTimeNow();
+  if (head.port.empty()) head.port = portName_;
+  if (head.line.empty()) head.line = settings_;
+  auto started = recorder_.start(file, clock_.now(), head);
   if (started) timer_->start(recordingInterval);
   return started;
 }
@@ -35,6 +38,22 @@ Status RecordedPort::stopRecording() {
   if (isRecording()) collect();
   timer_->stop();
   return recorder_.stop();
+}
+
+Result<void, std::string> RecordedPort::setSettings(std::string_view settings) {
+  // What has come in came at the settings before.
+  if (isRecording()) collect();
+  auto set = inner_.setSettings(settings);
+  if (!set || settings == settings_) return set;
+  settings_ = settings;
+  recorder_.remark(clock_.now(), "Line: " + settings_);
+  return set;
+}
+
+void RecordedPort::selectPort(int number) {
+  inner_.selectPort(number);
+  portName_ = "COM" + std::to_string(number);
+  recorder_.remark(clock_.now(), "Port: " + portName_);
 }
 
 Result<void, std::string> RecordedPort::open() {
@@ -50,6 +69,7 @@ void RecordedPort::close() {
 
 void RecordedPort::collect() {
   const auto bytes = inner_.readAll();
+  received_ += bytes.size();
   recorder_.add(clock_.now(), Direction::fromController, bytes);
   const auto taken = std::min(bytes.size(), mostWaiting - std::min(mostWaiting, waiting_.size()));
   waiting_.insert(waiting_.end(), bytes.begin(),
@@ -68,6 +88,7 @@ void RecordedPort::clearInput() {
 bool RecordedPort::write(std::span<const std::uint8_t> bytes) {
   const auto begun = clock_.now();
   if (!inner_.write(bytes)) return false;
+  sent_ += bytes.size();
   recorder_.add(begun, Direction::toController, bytes);
   return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/serial_port.h"
@@ -15,17 +16,20 @@ class RecordedPort final : public SerialPort {
  public:
   RecordedPort(SerialPort& inner, Clock& clock);
 
-  /// Starts a new recording in `file`. What has come in before is not of it.
-  Status startRecording(const std::filesystem::path& file);
+  /// Starts a new recording in `file`. What has come in before is not of it. Of the head it fills
+  /// in when it began, and how the port was set through this.
+  Status startRecording(const std::filesystem::path& file, RecordingHead head = {});
   /// Ends the recording. The error is what has gone wrong since it was started.
   Status stopRecording();
   /// A recording that cannot be written on ends itself.
   bool isRecording() const { return recorder_.isOn(); }
 
-  Result<void, std::string> setSettings(std::string_view settings) override {
-    return inner_.setSettings(settings);
-  }
-  void selectPort(int number) override { inner_.selectPort(number); }
+  /// Bytes since this was made.
+  std::uint64_t sentBytes() const { return sent_; }
+  std::uint64_t receivedBytes() const { return received_; }
+
+  Result<void, std::string> setSettings(std::string_view settings) override;
+  void selectPort(int number) override;
   Result<void, std::string> open() override;
   void close() override;
   bool isOpen() const override { return inner_.isOpen(); }
@@ -39,6 +43,8 @@ class RecordedPort final : public SerialPort {
   bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
   std::size_t takeDamaged() override { return inner_.takeDamaged(); }
+  std::optional<LineState> lineState() override { return inner_.lineState(); }
+  bool switchLine(LineSwitch which, bool on) override { return inner_.switchLine(which, on); }
   std::optional<int> descriptor() const override { return inner_.descriptor(); }
 
  private:
@@ -48,6 +54,10 @@ class RecordedPort final : public SerialPort {
   SerialPort& inner_;
   Clock& clock_;
   Recorder recorder_;
+  std::uint64_t sent_ = 0;
+  std::uint64_t received_ = 0;
+  std::string portName_;
+  std::string settings_;
   std::vector<std::uint8_t> waiting_;  ///< come in, and read by nobody yet
   std::unique_ptr<Timer> timer_;       ///< runs while recording
 };

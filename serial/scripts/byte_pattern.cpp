@@ -52,18 +52,22 @@ std::optional<std::uint8_t> escaped(std::string_view& text) {
   }
 }
 
+/// The byte that a character or an escape stands for; takes it off `text`. Empty: it is wrong.
+std::optional<std::uint8_t> takeCharacter(std::string_view& text) {
+  const char letter = text.front();
+  text.remove_prefix(1);
+  return letter == '\\' ? escaped(text) : static_cast<std::uint8_t>(letter);
+}
+
 /// What stands between quotes; takes it and the second quote off `text`. Empty: it is wrong.
 std::optional<std::vector<Token>> quoted(std::string_view& text) {
   std::vector<Token> tokens;
   while (!text.empty()) {
-    const char letter = text.front();
-    text.remove_prefix(1);
-    if (letter == '"') return tokens;
-    if (letter != '\\') {
-      tokens.push_back({static_cast<std::uint8_t>(letter)});
-      continue;
+    if (text.front() == '"') {
+      text.remove_prefix(1);
+      return tokens;
     }
-    const auto byte = escaped(text);
+    const auto byte = takeCharacter(text);
     if (!byte) return std::nullopt;
     tokens.push_back({*byte});
   }
@@ -72,6 +76,10 @@ std::optional<std::vector<Token>> quoted(std::string_view& text) {
 
 auto wrong(std::string expected, std::string_view found = {}) {
   return tl::unexpected(FileError{{}, 0, std::move(expected), std::string(found)});
+}
+
+auto tooLong(std::string_view found) {
+  return wrong(say("scripts", "at most 4096 bytes"), found);
 }
 
 Result<std::vector<Token>> tokensOf(std::string_view text, bool isPattern) {
@@ -102,7 +110,7 @@ Result<std::vector<Token>> tokensOf(std::string_view text, bool isPattern) {
                              : say("scripts", "two hexadecimal digits or text in quotes"),
                    here);
     }
-    if (tokens.size() > longestPattern) return wrong(say("scripts", "at most 4096 bytes"), here);
+    if (tokens.size() > longestPattern) return tooLong(here);
   }
 }
 
@@ -115,6 +123,19 @@ Result<std::vector<std::uint8_t>> parseBytes(std::string_view text) {
   bytes.reserve(tokens->size());
   for (const Token& token : *tokens)
     bytes.push_back(*token.byte);
+  if (bytes.empty()) return wrong(say("scripts", "at least one byte"));
+  return bytes;
+}
+
+Result<std::vector<std::uint8_t>> parseText(std::string_view text) {
+  std::vector<std::uint8_t> bytes;
+  while (!text.empty()) {
+    const std::string_view here = text;
+    const auto byte = takeCharacter(text);
+    if (!byte) return wrong(say("scripts", "text with \\r, \\n, \\t, \\\\, \\\" or \\xNN"), here);
+    bytes.push_back(*byte);
+    if (bytes.size() > longestPattern) return tooLong(here);
+  }
   if (bytes.empty()) return wrong(say("scripts", "at least one byte"));
   return bytes;
 }

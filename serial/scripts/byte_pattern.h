@@ -16,6 +16,9 @@ namespace touch {
 /// The error says what was expected and found; file and line are the caller's.
 Result<std::vector<std::uint8_t>> parseBytes(std::string_view text);
 
+/// Text as it is typed, without quotes around it but with the same escapes: \x01UT\r.
+Result<std::vector<std::uint8_t>> parseText(std::string_view text);
+
 /// What a reply is to look like: bytes, "??" for any one byte, "*" for any number of them.
 class BytePattern {
  public:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 #include "serial/commands/command_sets.h"
@@ -22,6 +23,11 @@ constexpr int longestTime = 86'400'000;  // a day, in milliseconds
 constexpr ScriptTime usualWait = 1s;
 
 using Action = ScriptStep::Action;
+
+bool changesController(std::span<const std::uint8_t> bytes) {
+  const auto command = framedCommand(bytes);
+  return command && (resetsController(*command) || writesParameter(command->substr(0, 2)));
+}
 
 std::string_view trimmed(std::string_view text) {
   const auto begin = text.find_first_not_of(" \t\r");
@@ -224,20 +230,29 @@ std::optional<std::pair<int, std::string_view>> tieRepeats(std::vector<ScriptSte
 const ScriptStep* Script::firstChange() const {
   const auto found = std::ranges::find_if(steps, [](const ScriptStep& step) {
     const auto* const send = std::get_if<SendStep>(&step.action);
-    const auto bytes = send != nullptr ? parseBytes(send->bytes) : parseBytes({});
-    if (!bytes || bytes->size() < 3 || bytes->front() != 0x01 || bytes->back() != 0x0D)
-      return false;
-    const std::string command(bytes->begin() + 1, bytes->end() - 1);
-    return resetsController(command) || writesParameter(command.substr(0, 2));
+    if (const auto bytes = send != nullptr ? parseBytes(send->bytes) : parseBytes({}))
+      return changesController(*bytes);
+    const auto* const answer = std::get_if<AnswerStep>(&step.action);
+    return answer != nullptr && changesController(answer->answer);
   });
   return found == steps.end() ? nullptr : &*found;
 }
 
+std::optional<std::string> Script::question() const {
+  const ScriptStep* const change = firstChange();
+  if (change == nullptr) return std::nullopt;
+  return filled(say("scripts",
+                    "Line %1 of %2, \"%3\", changes what the controller has stored. Run the "
+                    "script?"),
+                {std::to_string(change->line), name, change->text});
+}
+
 Result<Script> parseScript(std::string_view text, const std::string& name) {
-  Script script{name, {}};
+  Script script{name, {}, {}};
   int number = 0;
   for (const std::string_view raw : linesOf(text)) {
     ++number;
+    script.lines.emplace_back(raw);
     const std::string_view line = withoutComment(raw);
     if (number == 1) {
       if (line != heading)

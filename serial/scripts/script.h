@@ -85,10 +85,13 @@ struct ScriptStep {
 
 struct Script {
   std::string name;
+  std::vector<std::string> lines;  ///< as they were written
   std::vector<ScriptStep> steps;
 
   /// The first step that resets or restores the controller, or writes a word of its parameters.
   const ScriptStep* firstChange() const;
+  /// What to ask before it is run; nothing where there is no such step.
+  std::optional<std::string> question() const;
 };
 
 /// `name` is what an error calls the file.

@@ -168,7 +168,9 @@ Result<bool, ScriptFailure> ScriptRun::listen(ScriptTime time,
 
 ScriptRun::Outcome ScriptRun::take() {
   if (auto rested = rest(); !rested) return rested;
-  for (const std::uint8_t byte : port_.readAll()) {
+  const auto bytes = port_.readAll();
+  if (watcher_.onReceived && !bytes.empty()) watcher_.onReceived(bytes);
+  for (const std::uint8_t byte : bytes) {
     unread_.push_back(byte);
     ++received_;
     for (Answer& answer : answers_) {
@@ -185,6 +187,7 @@ ScriptRun::Outcome ScriptRun::send(std::span<const std::uint8_t> bytes) {
   if (watcher_.isStopped && watcher_.isStopped()) return failure(say("scripts", "stopped"), {});
   if (port_.write(bytes)) {
     sent_ += bytes.size();
+    if (watcher_.onSent) watcher_.onSent(bytes);
     return {};
   }
   return failure(say("scripts", "the bytes did not go out"), {});

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,8 @@ namespace touch {
 struct ScriptWatcher {
   std::function<void(const ScriptStep&)> onStep;  ///< it begins
   std::function<void(const std::string&)> onNote;
+  std::function<void(std::span<const std::uint8_t>)> onSent;
+  std::function<void(std::span<const std::uint8_t>)> onReceived;
   std::function<bool()> isStopped;  ///< asked again and again; nothing is sent once it is true
   std::function<bool()> isPaused;
 };

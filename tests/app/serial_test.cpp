@@ -220,6 +220,50 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
   EXPECT_EQ(listen("record @/kept.txt --port 2").status, 1) << "it is there already";
 }
 
+TEST_F(Serial, TalksKeyByKeyUntilItsEndKeyAndPassesBytesOnAsTheyAre) {
+  using Bytes = std::vector<std::uint8_t>;
+  const Bytes command = {0x01, 'O', 'I', '\r'};
+  const std::tuple<std::string, std::string, std::string> views[] = {
+      {"", "> 01 4F 49 0D", "= touch X  4112 Y   176  D8 10 20 30 01\n"},
+      {"--show hex", "> 01 4F 49 0D", "< D8 10 20 30 01"},
+      {"--show text", "> \\x01OI\n", "< \\xD8\\x10 0\\x01\n"},
+      {"--json", "\"sent\":\"01 4F 49 0D\"}\n", "\"x\":4112,\"y\":176,"},
+  };
+  const PseudoTerminal keyboard;
+  for (const auto& [view, sent, received] : views) {
+    SCOPED_TRACE(view);
+    const PseudoTerminal line;
+    const std::string where = "--com 1=" + line.path() + " serial ";
+    BackgroundProgram program(TOUCHCTL,
+                              inFolder(where + "terminal --line 19200,n,8,2 --no-driver " + view),
+                              keyboard.path());
+    EXPECT_THAT(program.textUntil("Ctrl+] ends.\n"), HasSubstr("COM1 is open."));
+    EXPECT_NE(line.settings().c_cflag & CSTOPB, 0u);
+    keyboard.flood(command);
+    EXPECT_EQ(line.receive(4), command);
+    EXPECT_THAT(program.textUntil(sent), HasSubstr(sent));
+    line.flood(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
+    EXPECT_THAT(program.textUntil(received), HasSubstr(received));
+    // No key but one ends it.
+    keyboard.flood(Bytes{0x03, 0x04, 0x1A, 0x11, 0x1D, 'X'});
+    EXPECT_EQ(line.receive(4), (Bytes{0x03, 0x04, 0x1A, 0x11}));
+    EXPECT_THAT(program.textUntil("ended by Ctrl+]\n"), HasSubstr("ended by Ctrl+]"));
+    EXPECT_EQ(program.waitForEnd(), 0);
+    EXPECT_NE(keyboard.settings().c_lflag & ECHO, 0u) << "the terminal is as before";
+  }
+  EXPECT_THAT(run("serial terminal --no-driver").errors, HasSubstr("a terminal to type in is"));
+
+  const PseudoTerminal line;
+  BackgroundProgram raw(TOUCHCTL,
+                        inFolder("--com 1=" + line.path() + " serial monitor --raw --no-driver"));
+  raw.awaitWait();
+  line.flood(Bytes{0x00, 0xFF, '\n', 0x1B, 'A'});
+  EXPECT_EQ(raw.textUntil("A"), std::string("\x00\xFF\n\x1B"
+                                            "A",
+                                            5));
+  EXPECT_EQ(raw.end(SIGINT), 0);
+}
+
 TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRUSR | S_IWUSR), 0);

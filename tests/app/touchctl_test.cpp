@@ -91,8 +91,11 @@ TEST_F(Touchctl, DoesWhatItIsToldTo) {
       {usb("set right-click-time 700"), 0, "Right click response time: 700 ms\n", "Update OK"},
       {"measure lines @/ten.fdw --panel-size 344.5x193.5 --save @/ten.json", 0, "\nPASS\n", ""},
       {"--com 9=@/none serial ports", 0, "there is no such device", ""},
-      {"measure lines @/ten.fdw", 0, "(nominal: 96 pixels an inch)", ""},
+      {"measure lines @/ten.fdw", 0, ", nominal: 96 pixels an inch", ""},
       {usb("monitor 2"), 0, "", "Setting OK"},
+      {usb("calibrate --points 3 --check"), 0, "all five touches landed near enough", ""},
+      {usb("calibrate --points 3 --check --check-limit 0.1"), 1,
+       "The calibration from before is in force.", ""},
       {stubborn("set right-click on"), 0, "Right button: on\n", ""},
       {usb("defaults"), 0, "touchctl params load \"", "Controller Restore OK"},
       {setPins, 0, "", "taken as done, as --yes says\ntouchctl: Update OK ! Re-Connect"},
@@ -113,6 +116,9 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {stubborn("get", "USB DEVICE 2"), 1, "", "Open Controller Error!!"},
       {stubborn("params read"), 1, "", "Word 00: the controller does not answer"},
       {stubborn("calibrate"), 1, "", "(--simulate)"},
+      {stubborn("calibrate --check"), 1, "", "\"Check after calibrating\""},
+      {"--simulate calibrate --check-limit 2", 2, "", "requires --check"},
+      {"--simulate calibrate --check --check-limit nan", 2, "", "--check-limit"},
       {"--driver @/none.so list", 3, "", "'touchctl doctor'"},
       {"--driver @/good.vrq list", 3, "", "/good.vrq cannot be used: "},
       {"--driver \"" INCOMPLETE_LIBRARY "\" list", 4, "", "the driver knows of no controller"},
@@ -198,7 +204,7 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
       {"--simulate serial find-port --json", 0, "\"port\": 1", ""},
   });
   EXPECT_EQ(json::parse(run("--simulate list --json").output).at(0).at("number"), 1);
-  EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1  pass"));
+  EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1 PASS"));
   EXPECT_THAT(folder.read("map.svg"), HasSubstr("mm nominal"));
 }
 
@@ -237,6 +243,7 @@ TEST_F(Touchctl, TalksPastTheDriver) {
       {"--simulate serial find-port", 0, "COM1\n", ""},
       {"--simulate serial monitor --port 9 --com 9=/dev/none", 1, "", "COM9 (/dev/none)"},
       {"--simulate serial monitor --port 9 --com 9=./none", 1, "", "COM9 (/"},
+      {"--simulate serial monitor --line 9600,n,9,1", 2, "", "5 to 8 data bits, found \"9\""},
       {"--simulate serial monitor --port 9 --com 9=none", 1, "", "COM9 (none)"},
   });
 }
@@ -251,7 +258,7 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
   folder.write("torn.txt", "touch recording 1\n0.000000 < D8 10 20 30 01\n0.0");
   expectAll({
       {"--driver @/none.so serial decode @/r.txt", 0,
-       "0.010 = touch X  4112 Y   176  D8 10 20 30 01\n0.010 < 41",
+       "0.0100 = touch X  4112 Y   176  D8 10 20 30 01\n0.0100 < 41",
        "2 reports, 1 unrecognised bytes"},
       {"serial decode --json @/r.txt", 0,
        "{\"time\":0.01,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n", ""},

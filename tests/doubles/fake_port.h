@@ -20,6 +20,7 @@ class FakePort final : public SerialPort {
   std::string impossible;  ///< settings that it does not take
   bool blocked = false;    ///< the line takes no bytes
   std::size_t damaged = 0;
+  std::optional<LineState> state;  ///< nothing: it has no wires but those for bytes
 
   Result<void, std::string> setSettings(std::string_view settings) override {
     journal_.push_back("settings " + std::string(settings));
@@ -63,6 +64,13 @@ class FakePort final : public SerialPort {
       answers.pop_front();
     }
     return true;
+  }
+  std::optional<LineState> lineState() override { return state; }
+  bool switchLine(LineSwitch which, bool on) override {
+    constexpr std::array names = {"DTR", "RTS", "break"};
+    journal_.push_back(names.at(static_cast<std::size_t>(which)) +
+                       std::string(on ? " on" : " off"));
+    return state.has_value();
   }
   std::size_t takeDamaged() override { return std::exchange(damaged, 0); }
   Bytes readAll() override { return std::exchange(received, {}); }

@@ -1,11 +1,12 @@
 #include "calibration/calibration.h"
 #include "console/main/main_console.h"
+#include "console/parameters/kept_calibration.h"
 #include "console/parameters/parameter_editor.h"
 #include "console/settings/touch_settings.h"
 #include "core/driver/driver_settings.h"
 #include "linetest/canvas/canvas.h"
 #include "linetest/files/drawing_file.h"
-#include "linetest/linearity/linearity_files.h"
+#include "measure/lines/line_files.h"
 #include "serial/debugger/debugger.h"
 #include "serial/rawdrawing/raw_drawing.h"
 #include "support/files/whole_file.h"
@@ -71,6 +72,16 @@ Outcome calibrate(FaultWorld& world) {
           testing::PrintToString(endings) + world.told()};
 }
 
+Outcome putBackCalibration(FaultWorld& world) {
+  const auto before = world.memory;
+  KeptCalibration kept(world.access(), Backup(world.disk()));
+  if (!kept.whyNone().empty()) return {false, kept.whyNone()};
+  for (auto& [address, word] : world.memory)
+    word.low = static_cast<std::uint8_t>(word.low ^ 0x40);
+  const Notice said = kept.putBack();
+  return {world.memory == before && said.kind == NoticeKind::success, said.text};
+}
+
 Outcome drawAndSave(FaultWorld& world) {
   constexpr int strokes = 3;
   RecordingView window;
@@ -99,7 +110,7 @@ Outcome drawAndSave(FaultWorld& world) {
 }
 
 Outcome keepLine(FaultWorld& world) {
-  const TestLine line;
+  const measure::Guide& line = *measure::findGuide("V-1");
   const auto remains = [&world] {
     int count = 0;
     for (const auto& entry : fs::directory_iterator(world.disk())) {
@@ -111,18 +122,20 @@ Outcome keepLine(FaultWorld& world) {
   int before = 0;
   {
     const Pause pause(world.plan);
-    EXPECT_EQ(whyNot(writeWholeFile(world.disk() / resultFileName(line), "earlier")), "");
+    EXPECT_EQ(whyNot(writeWholeFile(world.disk() / lineFileName(line), "earlier")), "");
     before = remains();
   }
-  LinearityProcedure procedure({{20000, 10000}, 200, 100});
-  procedure.penDown({625, 0});
+  measure::Measurement measurement;
+  measurement.size = {{200}, {100}, measure::SizeSource::user};
+  measure::LineProcedure procedure(measurement, {20000, 10000});
+  procedure.penDown({{625, 0}});
   for (float y = 1000; y < 10000; y += 1000)
-    procedure.penMove({625, y});
+    procedure.penMove({{625, y}});
   procedure.penUp();
-  const auto error = keepAndGoOn(world.disk(), procedure);
+  const auto error = keepAndGoOn(world.disk(), procedure, measurement.size);
   const Pause pause(world.plan);
   EXPECT_EQ(remains(), before) << "an earlier result was lost";
-  return {whyNot(error).empty() && readResult(world.disk(), line), whyNot(error)};
+  return {whyNot(error).empty() && readLineFile(world.disk(), line), whyNot(error)};
 }
 
 /// Does something on the serial line, past the driver.
@@ -180,12 +193,19 @@ Outcome drawReports(FaultWorld& world) {
 }
 
 constexpr Scenario all[] = {
-    {"StartUp", startUpAndExit},         {"Settings", changeEachSetting},
-    {"ParameterWrite", writeParameters}, {"Calibration2", calibrate<2>},
-    {"Calibration3", calibrate<3>},      {"Calibration5", calibrate<5>},
-    {"Calibration9", calibrate<9>},      {"DrawingSave", drawAndSave},
-    {"SerialExchange", askOnTheLine},    {"ReportStream", receiveReports},
-    {"RawDrawing", drawReports},         {"LinearityKeep", keepLine},
+    {"StartUp", startUpAndExit},
+    {"Settings", changeEachSetting},
+    {"ParameterWrite", writeParameters},
+    {"Calibration2", calibrate<2>},
+    {"Calibration3", calibrate<3>},
+    {"Calibration5", calibrate<5>},
+    {"Calibration9", calibrate<9>},
+    {"CalibrationPutBack", putBackCalibration},
+    {"DrawingSave", drawAndSave},
+    {"SerialExchange", askOnTheLine},
+    {"ReportStream", receiveReports},
+    {"RawDrawing", drawReports},
+    {"LineKeep", keepLine},
 };
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "console/parameters/vrq_file.h"
 #include "core/driver/trace.h"
 #include "linetest/files/working_files.h"
-#include "linetest/linearity/linearity_files.h"
+#include "measure/lines/line_files.h"
 #include "support/files/marked_folder.h"
 #include "support/files/whole_file.h"
 #include "tests/doubles/small_disk.h"
@@ -64,12 +64,10 @@ Backup backupIn(const fs::path& folder) {
   return Backup(folder, [] { return Backup::TimePoint{}; });
 }
 
-constexpr TestLine firstLine{Orientation::vertical, 1};
-constexpr MeasuredPanel panel{{20000, 10000}, 200, 100};
-
 int keepResult(const fs::path& folder) {
-  const LineResult result{"V-1", {Orientation::vertical, 3000}, {{3050, 500}}, {}};
-  return ended(writeResult(folder, firstLine, result, panel));
+  const measure::PanelSize size{{200}, {100}};
+  return ended(writeLineFile(
+      folder, lineFileOf(*measure::findGuide("V-1"), {20000, 10000}, size, {{3050, 500}})));
 }
 
 int keep(const fs::path& folder) {
@@ -111,7 +109,8 @@ const OwnName ownNames[] = {
     {"Tvm-v1.txt.old", "+++++++++", [](auto& folder) { keepResult(folder); },
      [](auto& folder) {
        EXPECT_EQ(keepResult(folder), 0);
-       return ended(setAside(folder, std::span(&firstLine, 1)));
+       const measure::Guide* const first[] = {measure::findGuide("V-1")};
+       return ended(setAside(folder, first));
      }},
     {"tmp", "---------", [](auto&) {},
      [](auto& folder) { return ended(MarkedFolder::make(folder / "tmp")); }},

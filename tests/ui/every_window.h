@@ -1,8 +1,15 @@
 #pragma once
 
+#include <QSignalSpy>
+
 #include "calibration/frmCal.h"
+#include "calibration/frmCheck.h"
+#include "console/parameters/kept_calibration.h"
 #include "linetest/canvas/frmDraw.h"
-#include "linetest/linearity/frmLinearity.h"
+#include "measure/truth/trial.h"
+#include "measure/windows/frmMeasure.h"
+#include "measure/windows/frmTouchTest.h"
+#include "measure/windows/frmVerdict.h"
 #include "serial/rawdrawing/frmRsDraw.h"
 #include "tests/serial/debugger/serial_desk.h"
 #include "ui/controls/finger_style.h"
@@ -20,6 +27,8 @@ class EveryWindow : public DrawingDesk {
     script.replies["GP80"] = {replyOf("00005")};
     for (int wire = 1; wire <= 5; ++wire)
       script.replies["GP8" + std::to_string(wire)] = {replyOf("00101")};
+    for (int address = 0; address < 8; ++address)
+      script.replies["GP0" + std::to_string(address)] = {replyOf("01234")};
     prompt.answerText = "kqzm";
   }
   void TearDown() override {
@@ -37,7 +46,9 @@ class EveryWindow : public DrawingDesk {
     visit_ = std::move(visit);
     visitMain();
     visitCalibration();
+    visitCheck();
     visitTests();
+    visitMeasurement();
     visitDebugger();
     visitGuide();
   }
@@ -79,7 +90,7 @@ class EveryWindow : public DrawingDesk {
   }
 
   void visitMain() {
-    frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, linearity},
+    frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, measuring},
                    Startup{folder.path(), "/usr/lib/libnexapi.so", simulation, size_});
     window.open();
     settle(window, size_);
@@ -98,6 +109,22 @@ class EveryWindow : public DrawingDesk {
     settle(window, size_);
     visit_("frmCal", window);
   }
+  void visitCheck() {
+    makePanelExact();
+    auto kept = std::make_unique<KeptCalibration>(access(), Backup(folder.path()));
+    frmCheck window({clock, simulation, controller, usualCheckLimit, std::move(kept)},
+                    *QGuiApplication::primaryScreen(), size_, [](const CheckResult&) {});
+    open(window);
+    // The last figure is too far off, so both buttons can be pressed.
+    QPoint beside;
+    const TwipsSize pixels{static_cast<float>(size_.width()), static_cast<float>(size_.height())};
+    for (const TwipsPoint cross : checkCrosses(pixels)) {
+      if (cross == checkCrosses(pixels).back()) beside = {-size_.width() / 20, 0};
+      const QPoint place(static_cast<int>(cross.x), static_cast<int>(cross.y));
+      QTest::mouseClick(find<QWidget>(window, "checkCanvas"), Qt::LeftButton, {}, place + beside);
+    }
+    visit_("frmCheck, touched", window);
+  }
   void visitTests() {
     const QScreen& screen = *QGuiApplication::primaryScreen();
     {
@@ -115,25 +142,52 @@ class EveryWindow : public DrawingDesk {
         visit_(std::string("frmDraw, ") + state, window);
       }
     }
-    frmLinearity window({prompt, session.messages, linearity, folder.path()}, simulation,
-                        controller, screen, size_, [] {});
-    open(window, ", size");
+    measure::frmMeasure window({clock, prompt, session.messages, measuring, folder.path()},
+                               simulation, controller, screen, size_, [] {});
+    open(window, ", start");
     press(window, "cmdStart");
-    draw(find<QWidget>(window, "linearityCanvas"),
+    draw(find<QWidget>(window, "linesCanvas"),
          {{size_.width() / 32, 1}, {size_.width() / 32, size_.height() - 2}}, 40);
-    visit_("frmLinearity, drawn", window);
+    visit_("frmMeasure, drawn", window);
     for (int line = 0; line < 9; ++line)
       press(window, "cmdNext");
-    visit_("frmLinearity, horizontal", window);
+    visit_("frmMeasure, horizontal", window);
+    QSignalSpy judged(find<measure::frmVerdict>(window, "frmVerdict"), &measure::frmVerdict::shown);
     press(window, "cmdResults");
-    visitPages("frmLinearity, results", window, "resultTabs");
+    EXPECT_TRUE(judged.count() > 0 || judged.wait());
+    visitPages("frmMeasure, results", window, "verdictPages");
+  }
+  void visitMeasurement() {
+    using measure::TouchTest;
+    measure::Plan plan;
+    plan.rest = plan.taps = plan.coverage = true;
+    measure::truth::Trial trial;
+    trial.traits.bow = 0.02;
+    const auto measurement =
+        measure::truth::record(trial, plan, measure::profiles().front().limits);
+    measure::Measurement begun;
+    begun.size = measurement.size;
+    measure::frmTouchTest test(clock, simulation, controller, begun);
+    // As the window around it does.
+    setHelpChapter(test, "Prove a panel is good");
+    addHelpKey(test);
+    test.show();
+    for (const TouchTest kind :
+         {TouchTest::rest, TouchTest::taps, TouchTest::coverage, TouchTest::directions}) {
+      test.begin(kind);
+      settle(test, size_);
+      visit_("frmTouchTest, test " + std::to_string(static_cast<int>(kind)), test);
+    }
+    draw(find<QWidget>(test, "touchTestCanvas"), {{1, 1}, {size_.width() - 2, 9}}, 60);
+    visit_("frmTouchTest, far off", test);
   }
   void visitDebugger() {
     {
-      frmRSDebug window(access(), prompt, port_,
-                        DebuggerSurroundings{
-                            folder.path(), {}, switches, simulation, size_, panelMonitor, below_},
-                        [](DebuggerEnd) {});
+      frmRSDebug window(
+          access(), prompt, port_,
+          DebuggerSurroundings{
+              folder.path(), {}, switches, simulation, size_, panelMonitor, below_, history_, {}},
+          [](DebuggerEnd) {});
       open(window);
       press(window, "Check1");
       press(window, "Command3");
@@ -142,10 +196,7 @@ class EveryWindow : public DrawingDesk {
         press(window, set);
         find<QComboBox>(window, "Combo1")->setCurrentIndex(entry);
         QApplication::processEvents();
-        const std::string where = std::string("frmRSDebug, ") + set;
-        // A small screen has no room for all at once.
-        const bool inPages = window.findChild<QTabWidget*>("debuggerTabs") != nullptr;
-        inPages ? visitPages(where, window, "debuggerTabs") : visit_(where, window);
+        visitPages(std::string("frmRSDebug, ") + set, window, "debuggerTabs");
       }
     }
     Gate gate(clock);
@@ -167,6 +218,7 @@ class EveryWindow : public DrawingDesk {
 
   const QSize size_ = sizeHere();
   QWidget below_;
+  SendHistory history_;
   Visitor visit_;
   std::set<std::string> faults_;
   Trace trace_;

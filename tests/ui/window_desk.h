@@ -4,9 +4,9 @@
 #include <QtWidgets>
 
 #include "console/main/frmMain.h"
+#include "console/main/test_parts.h"
 #include "core/driver/simulation.h"
 #include "core/driver/trace.h"
-#include "linetest/test_parts.h"
 #include "serial/port/asio_serial_port.h"
 #include "tests/doubles/desk.h"
 #include "tests/doubles/temporary_folder.h"
@@ -91,7 +91,7 @@ class WindowDesk : public Desk {
   QPointer<QWidget> shown;  ///< the window that all this is about
   TemporaryFolder folder;
   DrawingSwitches switches;
-  LinearitySetup linearity;
+  measure::MeasureSetup measuring;
   PanelMonitor panelMonitor;
   WorkingFiles files{folder.path(), folder.path()};
 };
@@ -138,7 +138,7 @@ class MainWindowDesk : public WindowDesk {
  protected:
   void make() {
     window = std::make_unique<frmMain>(
-        access(), prompt, port, trace, TestParts{switches, files, linearity},
+        access(), prompt, port, trace, TestParts{switches, files, measuring},
         Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480), monitor});
     shown = window.get();
     window->open();

@@ -25,8 +25,9 @@ std::optional<TwipsPoint> TouchCanvas::reported(const QPointF& pointer) const {
                     static_cast<float>(report->y) * size.height};
 }
 
-void TouchCanvas::follow(const QPointF& pointer) {
-  const auto at = reported(pointer);
+void TouchCanvas::follow(const QMouseEvent& event) {
+  eventTime_ = std::chrono::milliseconds(event.timestamp());
+  const auto at = reported(event.position());
   const auto before = std::exchange(pen_, at);
   if (at && !before) {
     emit penDown(button_, *at);
@@ -47,12 +48,12 @@ void TouchCanvas::mousePressEvent(QMouseEvent* event) {
   if (event->button() == button_ || !event->buttons().testFlag(button_)) lift();
   if (button_ != Qt::NoButton) return;
   button_ = event->button();
-  follow(event->position());
+  follow(*event);
 }
 
 void TouchCanvas::mouseMoveEvent(QMouseEvent* event) {
   if (!event->buttons().testFlag(button_)) lift();
-  if (button_ != Qt::NoButton) follow(event->position());
+  if (button_ != Qt::NoButton) follow(*event);
 }
 
 void TouchCanvas::mouseReleaseEvent(QMouseEvent* event) {

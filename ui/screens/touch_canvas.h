@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -20,6 +21,9 @@ class TouchCanvas final : public CanvasWidget {
   /// From now on touches pass through this controller's simulated panel.
   void touchThrough(const Simulation& simulation, std::string controller);
 
+  /// When what is being told of happened, by the clock of the system's events.
+  std::chrono::milliseconds eventTime() const { return eventTime_; }
+
  signals:
   void penDown(Qt::MouseButton button, touch::TwipsPoint at);
   void penMoved(touch::TwipsPoint at);
@@ -32,11 +36,12 @@ class TouchCanvas final : public CanvasWidget {
 
  private:
   std::optional<TwipsPoint> reported(const QPointF& pointer) const;
-  void follow(const QPointF& pointer);
+  void follow(const QMouseEvent& event);
   void lift();
 
   Simulation simulation_;
   std::string controller_;
+  std::chrono::milliseconds eventTime_{};
   Qt::MouseButton button_ = Qt::NoButton;  ///< the one that is held
   std::optional<TwipsPoint> pen_;          ///< where the pen is, while it is down
 };

@@ -2,10 +2,16 @@
 
 #include <fmt/core.h>
 
+#include <cmath>
+#include <optional>
+#include <string>
+
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
+#include "calibration/check.h"
+#include "console/parameters/kept_calibration.h"
 
 namespace touch {
 
@@ -16,7 +22,9 @@ using namespace std::chrono_literals;
 /// A screen of this size in twips, which nobody sees: 1024 x 768 pixels.
 constexpr TwipsSize unseenScreen{1024 * twipsPerPixel, 768 * twipsPerPixel};
 constexpr auto fingerTick = 150ms;
+constexpr auto crossTick = 500ms;
 constexpr auto longestRun = 15min;
+constexpr double smallestLimit = 0.1;  // of the diagonal, in percent
 
 /// The calibration's screen without a window, and the simulated finger that touches what it shows.
 class SimulatedFinger final : public CalibrationScreen, private Surface {
@@ -55,14 +63,102 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
   std::optional<CalibrationOutcome> outcome_;
 };
 
-ExitStatus checkAndCalibrate(Shell& shell, int points) {
-  if (!shell.simulation().isThere()) {
-    complain(
-        "calibrating needs somebody who touches the targets: use touchutility at the panel. "
-        "Here only simulated controllers can be calibrated (--simulate).");
+/// The same for a check. The hand behind the finger sees whether touches land well.
+class CheckingFinger final : public CheckScreen, private Surface {
+ public:
+  explicit CheckingFinger(Shell& shell)
+      : simulation_(shell.simulation()), controller_(shell.controller()) {}
+
+  /// Once each tick: touches the cross that is waited for, or decides.
+  void act(Check& check) {
+    if (check.awaitsDecision()) return check.putBack();
+    const auto cross = check.awaited();
+    if (!cross) return;
+    const auto landed =
+        simulation_.report(static_cast<double>(cross->x / unseenScreen.width),
+                           static_cast<double>(cross->y / unseenScreen.height), controller_);
+    if (!landed) return;
+    const TwipsPoint at{static_cast<float>(landed->x) * unseenScreen.width,
+                        static_cast<float>(landed->y) * unseenScreen.height};
+    print("  touching {:4.1f} %, {:4.1f} %: landed at {:4.1f} %, {:4.1f} %\n",
+          100 * cross->x / unseenScreen.width, 100 * cross->y / unseenScreen.height,
+          100 * landed->x, 100 * landed->y);
+    check.touch(at);
+  }
+
+  const std::optional<CheckResult>& result() const { return result_; }
+
+  Surface& surface() override { return *this; }
+  void tell(const std::string&) override {}
+  void showResidual(const Residual& residual) override {
+    print("    {:.2f} % of the diagonal off\n", residual.off.value);
+  }
+  void showTimeBar(float) override {}
+  void allow(bool, bool) override {}
+  void ended(const CheckResult& result) override { result_ = result; }
+
+ private:
+  void clear() override {}
+  void line(TwipsPoint, TwipsPoint, Colour, int) override {}
+  void circle(TwipsPoint, float, Colour, int) override {}
+
+  Simulation simulation_;
+  std::string controller_;
+  std::optional<CheckResult> result_;
+};
+
+ExitStatus tell(const Notice& notice) {
+  if (notice.kind == NoticeKind::error) {
+    complain(notice.text);
     return ExitStatus::failed;
   }
-  return onController([points](Shell& chosen) { return calibrate(chosen, points); })(shell);
+  print("{}\n", notice.text);
+  return ExitStatus::done;
+}
+
+ExitStatus checkCalibration(Shell& shell, DiagonalPercent limit, WayBack& wayBack) {
+  print("Checking with five crosses, within {} % of the diagonal\n", limit.value);
+  CheckingFinger finger(shell);
+  Check check(shell.clock(), finger, unseenScreen, limit, wayBack);
+  const auto tick = shell.clock().makeTimer([&] {
+    if (interrupted()) return check.putBack();
+    finger.act(check);
+  });
+  tick->start(crossTick);
+  check.begin();
+  shell.clock().delay(longestRun, [&finger] { return finger.result().has_value(); });
+  if (!finger.result()) return ExitStatus::failed;
+  const auto told = tell(finger.result()->notice);
+  return finger.result()->outcome == CheckOutcome::kept ? told : ExitStatus::failed;
+}
+
+/// `limit`: the calibration is checked afterwards.
+ExitStatus calibrateChosen(Shell& shell, int points, const std::optional<DiagonalPercent>& limit) {
+  const Backup backup(shell.options().workFolder);
+  if (const auto settled = settleUnchecked(shell.access(), shell.prompt(), backup)) tell(*settled);
+  std::optional<KeptCalibration> kept;
+  if (limit) kept.emplace(shell.access(), backup);
+  const auto status = calibrate(shell, points);
+  if (status == ExitStatus::done && kept) return checkCalibration(shell, *limit, *kept);
+  const auto tidied = kept                         ? kept->settle()
+                      : status == ExitStatus::done ? dropUnchecked(shell.controller(), backup)
+                                                   : Status();
+  if (!tidied) complain(tidied.error().describe());
+  return status;
+}
+
+ExitStatus calibrateSimulated(Shell& shell, int points,
+                              const std::optional<DiagonalPercent>& limit) {
+  if (!shell.simulation().isThere()) {
+    complain(
+        std::string("calibrating needs somebody who touches the targets: use touchutility at the "
+                    "panel") +
+        (limit ? ", page \"Calibration\", \"Check after calibrating\"" : "") +
+        ". Here only simulated controllers can be calibrated (--simulate).");
+    return ExitStatus::failed;
+  }
+  return onController(
+      [points, limit](Shell& chosen) { return calibrateChosen(chosen, points, limit); })(shell);
 }
 
 void printPanelError(const char* when, const std::optional<Simulation::PanelError>& error) {
@@ -103,19 +199,36 @@ ExitStatus calibrate(Shell& shell, int points) {
 }
 
 void addCalibrationCommands(const CommandLine& line) {
-  addControllerCommand(line, line.app, "calibrate", "Calibrate a simulated controller",
-                       [line](CLI::App& calibrate) {
-                         const auto* const points =
-                             calibrate.add_option("--points", "How many targets: 2, 3, 5 or 9")
-                                 ->check(CLI::IsMember({2, 3, 5, 9}))
-                                 ->default_str("5")
-                                 ->type_name("N");
-                         calibrate.callback([line, points] {
-                           line.command = [count = points->as<int>()](Shell& shell) {
-                             return checkAndCalibrate(shell, count);
-                           };
-                         });
-                       });
+  addControllerCommand(
+      line, line.app, "calibrate", "Calibrate a simulated controller", [line](CLI::App& calibrate) {
+        const auto* const points =
+            calibrate.add_option("--points", "How many targets: 2, 3, 5 or 9")
+                ->check(CLI::IsMember({2, 3, 5, 9}))
+                ->default_str("5")
+                ->type_name("N");
+        const std::string purpose =
+            "Touch five crosses afterwards; unless all touches land near enough, put back the "
+            "parameters from before and end with status 1";
+        auto* const check = calibrate.add_flag("--check", purpose);
+        const auto* const limit =
+            calibrate
+                .add_option("--check-limit",
+                            "How far a touch may land from its cross, in percent of the diagonal")
+                ->check(CLI::Range(smallestLimit, nowhereNear.value))
+                ->default_str(fmt::format("{}", usualCheckLimit.value))
+                ->type_name("PERCENT")
+                ->needs(check);
+        calibrate.callback([line, points, check, limit] {
+          std::optional<DiagonalPercent> within;
+          if (check->count() > 0) within = DiagonalPercent{limit->as<double>()};
+          // The range lets through what is no number.
+          if (within && std::isnan(within->value))
+            refuseArgument("--check-limit", "expected a number, found \"nan\"");
+          line.command = [count = points->as<int>(), within](Shell& shell) {
+            return calibrateSimulated(shell, count, within);
+          };
+        });
+      });
 }
 
 }  // namespace touch

@@ -11,12 +11,14 @@
 #include "app/touchctl/commands.h"
 #include "app/touchctl/output.h"
 #include "linetest/files/drawing_file.h"
-#include "linetest/linearity/linearity_plot.h"
-#include "linetest/linearity/linearity_procedure.h"
+#include "measure/figures/line_figures.h"
 #include "measure/files/measurement_file.h"
-#include "measure/map_page.h"
+#include "measure/judging/verdict.h"
+#include "measure/lines/lines_page.h"
+#include "measure/report/conditions.h"
+#include "measure/report/map_page.h"
+#include "measure/report/words.h"
 #include "measure/sorting.h"
-#include "measure/verdict.h"
 #include "serial/recording/recording.h"
 #include "support/files/whole_file.h"
 #include "support/text/text_encoding.h"
@@ -29,6 +31,7 @@ namespace fs = std::filesystem;
 using namespace measure;
 
 constexpr ScreenSize usualScreen{1024, 768};
+constexpr std::size_t columnWidth = 9;  // of the table of lines
 
 /// What the command line says. What it does not say is as the files have it.
 struct Asked {
@@ -185,36 +188,22 @@ bool applyOptions(Measurement& measurement, const Asked& asked) {
   return true;
 }
 
-/// The unit, and that a length rests on a nominal size.
-std::string unitText(const Measurement& measurement, std::string_view unit) {
-  if (unit.empty()) return {};
-  const bool nominal = unit == "mm" && measurement.size.source == SizeSource::nominal;
-  return fmt::format(" {}{}", unit, nominal ? " nominal" : "");
-}
-
-void printCheck(const Measurement& measurement, const Check& check) {
-  const std::string unit = unitText(measurement, check.unit);
-  const std::string share =
-      check.share ? fmt::format(" ({:.2f} %)", check.share->value) : std::string();
-  const int decimals = check.unit[0] == '\0' ? 0 : 2;
-  print("  {:<10} {}: {:.{}f}{}{}; {} {:.{}f}{}\n", wordOf(check.outcome), check.words, check.value,
-        decimals, unit, share, check.atLeast ? "at least" : "at most", check.limit, decimals, unit);
-}
-
 void printLines(const Measurement& measurement, const Analysis& analysis) {
-  const bool nominal = measurement.size.source == SizeSource::nominal;
-  print(
-      "line      samples  covered      gap   offset     tilt straight      RMS      p95  scatter"
-      "     mm/s\n");
+  const auto row = [](std::string_view name, const auto& cellOf) {
+    std::string text = fmt::format("{:<{}}", name, columnWidth);
+    for (const LineFigure& figure : lineFigureList())
+      if (figure.heading != nullptr) text += fmt::format("{:>{}}", cellOf(figure), columnWidth);
+    print("{}\n", text);
+  };
+  row("line", [](const LineFigure& figure) { return std::string(figure.heading); });
+  row(measurement.size.source == SizeSource::nominal ? "nominal" : "",
+      [](const LineFigure& figure) { return std::string(figure.unit); });
   for (const measure::LineFigures& line : analysis.lines) {
     if (line.samples == 0) continue;
-    print(
-        "{:<9} {:>7} {:>7.1f}% {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} {:>8.2f} "
-        "{:>8}{}\n",
-        line.guide->name, line.samples, line.coverage * 100, line.largestGap, line.offset,
-        line.tilt, line.straightness.maximum, line.straightness.rms, line.straightness.p95,
-        line.scatter, line.speed ? fmt::format("{:.0f}", *line.speed) : "-",
-        nominal ? "  nominal" : "");
+    row(line.guide->name, [&](const LineFigure& figure) {
+      const auto value = figure.value(line);
+      return value ? fmt::format("{:.{}f}", *value, figure.decimals) : std::string("-");
+    });
   }
 }
 
@@ -224,13 +213,14 @@ void printSubject(const Measurement& measurement, const Subject& subject) {
   const bool isLine = findGuide(subject.name) != nullptr;
   // The figures of a good line are in the table.
   for (const Check& check : subject.checks)
-    if (good ? !isLine : check.outcome != Outcome::pass) printCheck(measurement, check);
+    if (good ? !isLine : check.outcome != Outcome::pass)
+      print("  {:<10} {}\n", wordOf(check.outcome), textOf(check, measurement.size));
   for (const std::string& remark : subject.remarks)
     print("  {}\n", remark);
 }
 
 void printAdvice(const Measurement& measurement, const Advice& advice) {
-  const std::string unit = unitText(measurement, "mm");
+  const std::string unit = unitText(measurement.size, "mm");
   print("Calibration: now {:.2f}{} at the worst place.\n", advice.now, unit);
   for (const Reach& reach : advice.reaches)
     print("  {} targets leave {:.2f}{}{}\n", reach.targets, reach.worst, unit,
@@ -244,15 +234,12 @@ void printCauses(const Measurement& measurement, const Analysis& analysis, Outco
     const CauseRow& row = rowOf(cause.id);
     print("Cause ({:.0f} %): {} {}\n", cause.confidence() * 100, row.words, row.nextStep);
     for (const Sign& sign : cause.signs)
-      print("  {}: {:.2f}{}\n", sign.words, sign.value, unitText(measurement, sign.unit));
+      print("  {}: {:.2f}{}\n", sign.words, sign.value, unitText(measurement.size, sign.unit));
   }
 }
 
 void printAsText(const Measurement& measurement, const Analysis& analysis, const Verdict& verdict) {
-  constexpr const char* sources[] = {"from the screen's data", "as given",
-                                     "nominal: 96 pixels an inch"};
-  print("Panel {:.1f} x {:.1f} mm ({})\n", measurement.size.width.value,
-        measurement.size.height.value, sources[static_cast<std::size_t>(measurement.size.source)]);
+  print("Panel {}\n", panelText(measurement.size));
   if (!analysis.lines.empty()) printLines(measurement, analysis);
   for (const Subject& subject : verdict.subjects)
     printSubject(measurement, subject);
@@ -261,43 +248,12 @@ void printAsText(const Measurement& measurement, const Analysis& analysis, const
   print("{}\n", wordOf(verdict.outcome()));
 }
 
-/// The upright and level lines for the page of the linearity tester.
-std::string plotOf(const Measurement& measurement, const ShellOptions& options) {
-  constexpr auto inTwips = static_cast<double>(twipsPerPixel);
-  const MeasuredPanel panel{{static_cast<float>(screenOf(options).width * inTwips),
-                             static_cast<float>(screenOf(options).height * inTwips)},
-                            measurement.size.width.value,
-                            measurement.size.height.value};
-  std::vector<LineResult> results;
-  for (const Guide* guide : guidesOf(measurement.plan.lineSet)) {
-    if (!testLineOf(std::string(guide->name))) continue;
-    const TestLine line = *testLineOf(std::string(guide->name));
-    LineResult result{std::string(guide->name), guideOf(line, panel.screen), {}, {}};
-    for (const measure::Trace& trace : measurement.traces) {
-      if (trace.task != guide->name || trace.blame == Blame::hand) continue;
-      const Source& source = measurement.sources[trace.source];
-      for (const Sample& sample : trace.samples)
-        result.samples.push_back(
-            {static_cast<float>(sample.x / source.stepsX) * panel.screen.width,
-             static_cast<float>(sample.y / source.stepsY) * panel.screen.height});
-    }
-    if (result.samples.empty()) continue;
-    result.figures = touch::measureLine(result.guide, result.samples, panel);
-    results.push_back(std::move(result));
-  }
-  const auto limit = [&](Length length) {
-    return measurement.limits[length]
-        .on(std::min(measurement.size.width, measurement.size.height))
-        .value;
-  };
-  return linearitySvg(results, panel, {limit(Length::centre), limit(Length::edge)});
-}
-
 /// The files that were asked for; what is wrong with the first that cannot be written.
 Status writeFiles(const Measurement& measurement, const Analysis& analysis, const Verdict& verdict,
-                  const Asked& asked, const ShellOptions& options) {
+                  const Asked& asked) {
   if (!asked.plot.empty())
-    if (auto written = writeWholeFile(asked.plot, plotOf(measurement, options)); !written)
+    if (auto written = writeWholeFile(asked.plot, linesSvg(measurement, analysis, verdict));
+        !written)
       return written;
   if (!asked.map.empty() && !analysis.field)
     return tl::unexpected(
@@ -326,7 +282,7 @@ ExitStatus judgeAndTell(const Measurement& measurement, const Asked& asked,
     printJson(measure::jsonOf(measurement, analysis, verdict));
   else
     printAsText(measurement, analysis, verdict);
-  if (const auto written = writeFiles(measurement, analysis, verdict, asked, options); !written) {
+  if (const auto written = writeFiles(measurement, analysis, verdict, asked); !written) {
     complain(written.error().describe());
     return ExitStatus::failed;
   }
@@ -381,7 +337,7 @@ ExitStatus judgeFile(const Asked& asked, const ShellOptions& options) {
   return judgeAndTell(*measurement, asked, options);
 }
 
-/// All lines of the linearity tester, drawn on the simulated panel by a finger that follows each
+/// All eighteen lines, drawn on the simulated panel by a finger that follows each
 /// guide exactly.
 std::vector<measure::Trace> drawEachLine(Shell& shell) {
   constexpr int samplesPerLine = 200;

@@ -6,15 +6,18 @@
 #include <nlohmann/json.hpp>
 
 #include "app/declarations.h"
+#include "app/options.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/commands/report_printer.h"
 #include "app/touchctl/commands/serial_ports.h"
 #include "app/touchctl/commands/serial_script.h"
+#include "app/touchctl/commands/serial_terminal.h"
 #include "app/touchctl/commands/serial_work.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
+#include "app/touchctl/terminal.h"
 #include "core/exchange/reply.h"
-#include "reports/report_splitter.h"
 #include "serial/commands/command_sets.h"
 #include "serial/commands/debugger_exchange.h"
 #include "serial/commands/h2d.h"
@@ -32,57 +35,6 @@ using namespace std::chrono_literals;
 using nlohmann::ordered_json;
 
 constexpr auto idleAfter = 200ms;
-
-/// Prints what a controller sends as it comes: a line, or a JSON object in a line, for each report
-/// and for the bytes between reports.
-class ReportPrinter {
- public:
-  ReportPrinter(CommandSet set, const fs::path& workFolder, bool json)
-      : family_(familyOf(set)), json_(json), splitter_(family_, addedFormats(workFolder)) {}
-
-  void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
-    time_ = time;
-    splitter_.feed(bytes, sink());
-    flushOutput();
-  }
-  void idle() { splitter_.flush(sink()); }
-
-  std::uint64_t reports() const { return reports_; }
-  std::uint64_t strayBytes() const { return splitter_.decoder().strayBytes(); }
-
- private:
-  ReportSplitter::Sink sink() {
-    return [this](const TouchReport* report, std::span<const std::uint8_t> bytes) {
-      if (report != nullptr) ++reports_;
-      json_ ? printJson(report, bytes) : printText(report, bytes);
-    };
-  }
-  void printText(const TouchReport* report, std::span<const std::uint8_t> bytes) const {
-    ConsoleLine line{ConsoleLineKind::received,
-                     std::chrono::duration_cast<std::chrono::milliseconds>(time_),
-                     {bytes.begin(), bytes.end()},
-                     {}};
-    if (report != nullptr) {
-      line.kind = ConsoleLineKind::report;
-      line.text = family_ == ReportFamily::e02 ? e02m(*report, true) : m01m(*report, true);
-    }
-    print("{}\n", shown(line));
-  }
-  void printJson(const TouchReport* report, std::span<const std::uint8_t> bytes) const {
-    ordered_json object = {{"time", static_cast<double>(time_.count()) / 1e6}};
-    if (report != nullptr) {
-      object.update({{"touching", report->touching}, {"x", report->x}, {"y", report->y}});
-    }
-    object["bytes"] = hexText(bytes);
-    print("{}\n", object.dump(-1, ' ', true));
-  }
-
-  ReportFamily family_;
-  bool json_;
-  ReportSplitter splitter_;
-  std::chrono::microseconds time_{};
-  std::uint64_t reports_ = 0;
-};
 
 /// Prints what comes in on `line` until the time is over, `ended` says true, the device has gone,
 /// or nobody reads on.
@@ -109,6 +61,17 @@ ExitStatus monitor(const SerialWork& work) {
   ReportPrinter printer(work.serial.set, work.shell.workFolder, work.shell.json);
   return printReports(work.access.clock, work.port.serial(), printer, work.serial.seconds,
                       [&work] { return work.port.tellLoss(); });
+}
+
+/// Passes on the bytes as they are.
+ExitStatus pass(const SerialWork& work) {
+  SerialPort& line = work.port.serial();
+  makeOutputBinary();
+  listen(work.access.clock, work.serial.seconds, [&] {
+    if (const auto bytes = line.readAll(); !bytes.empty()) writeBytes(bytes);
+    return !work.port.tellLoss() && !outputIsLost();
+  });
+  return line.isOpen() ? ExitStatus::done : ExitStatus::failed;
 }
 
 /// A recording, or nothing after the reason was printed.
@@ -161,7 +124,12 @@ ExitStatus record(const SerialWork& work, const fs::path& file) {
   Clock& clock = work.access.clock;
   RecordedPort line(work.port.serial(), clock);
   line.clearInput();
-  if (const auto started = line.startRecording(file); !started) {
+  if (const auto started =
+          line.startRecording(file, {.port = "COM" + std::to_string(work.port.selected()),
+                                     .line = describe(work.port.line()),
+                                     .controller = work.access.session.controllerName,
+                                     .program = programVersion()});
+      !started) {
     complain(started.error().describe());
     return ExitStatus::failed;
   }
@@ -426,8 +394,27 @@ struct Serial {
   }
 };
 
+void declareMonitor(const CommandLine& line, CLI::App& command) {
+  const auto options = std::make_shared<SerialOptions>();
+  addJson(line, command);
+  const auto raw = std::make_shared<bool>(false);
+  command.add_flag("--raw", *raw, "Pass on the bytes as they are, into a pipe or a file")
+      ->excludes(command.get_option("--json"));
+  Serial::addSeconds(command, options);
+  options->prepare = [raw](Prompt&) {
+    if (!*raw || !isTerminalOutput()) return true;
+    complain("a terminal would obey the bytes. Send them into a pipe or a file");
+    return false;
+  };
+  onSerialPort(line, command, options,
+               [raw](const SerialWork& work) { return *raw ? pass(work) : monitor(work); });
+}
+
 void addListeningCommands(const Serial& serial) {
-  serial.addListening("monitor", "Print what the controller sends, decoded", monitor);
+  serial.add("monitor", "Print what the controller sends, decoded",
+             [line = serial.line](CLI::App& command) { declareMonitor(line, command); });
+  serial.add("terminal", "Talk to a controller key by key",
+             [line = serial.line](CLI::App& command) { declareTerminal(line, command); });
   serial.addListening("rate", "Measure the report rate of one stroke", rate);
   serial.add("record", "Record everything that the controller sends",
              [line = serial.line](CLI::App& command) {

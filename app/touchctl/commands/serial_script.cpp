@@ -29,13 +29,8 @@ std::optional<Script> agreedScript(const fs::path& file, Prompt& prompt) {
     complain(script.error().describe());
     return std::nullopt;
   }
-  const ScriptStep* const change = script->firstChange();
-  if (change != nullptr &&
-      !prompt.confirm(fmt::format("Line {} of {}, \"{}\", changes what the controller has stored. "
-                                  "Run the script?",
-                                  change->line, script->name, change->text))) {
+  if (const auto question = script->question(); question && !prompt.confirm(*question))
     return std::nullopt;
-  }
   return std::move(*script);
 }
 
@@ -48,6 +43,8 @@ ExitStatus run(const SerialWork& work, const Script& script) {
                          [json](const std::string& note) {
                            json ? printError(note + '\n') : print("{}\n", printable(note));
                          },
+                     .onSent = nullptr,
+                     .onReceived = nullptr,
                      .isStopped = interrupted,
                      .isPaused = nullptr},
                     addedFormats(work.shell.workFolder));

@@ -33,7 +33,7 @@ ExitStatus runOnPort(const SerialWork& work, SerialPort& line, const SerialActio
   DebuggerPort& port = work.port;
   if (work.serial.prepare && !work.serial.prepare(work.prompt)) return ExitStatus::failed;
   if (work.serial.port) {
-    if (const auto taken = port.take(*work.serial.port); !taken) {
+    if (const auto taken = port.take(*work.serial.port, work.serial.line); !taken) {
       complain(taken.error());
       return ExitStatus::failed;
     }
@@ -135,6 +135,15 @@ void onSerialPort(const CommandLine& line, CLI::App& command,
           "--port", [serial](int number) { serial->port = number; }, "The COM port's number")
       ->check(CLI::Range(1, ComPorts::greatestNumber))
       ->default_str(std::to_string(DebuggerPort::startPort));
+  command.add_option_function<std::string>(
+      "--line",
+      [serial](const std::string& text) {
+        const auto settings = parseLineSettings(text);
+        if (!settings) refuseArgument("--line", settings.error());
+        serial->line = *settings;
+      },
+      "Baud rate, parity, data bits and stop bits (default: " + std::string(normalLineSettings) +
+          ')');
   addRunning(line, command, serial, action);
 }
 

@@ -17,6 +17,7 @@ namespace touch {
 /// What the commands on a serial port are told beside what they are to do.
 struct SerialOptions {
   std::optional<int> port = DebuggerPort::startPort;  ///< none: the command opens what it wants
+  std::optional<LineSettings> line;                   ///< none: as usual
   bool withoutDriver = false;                         ///< the driver is left alone
   CommandSet set = CommandSet::quorvane;
   std::optional<double> seconds;  ///< how long to listen

@@ -144,6 +144,32 @@ TEST_F(MainWindow, ShowsNoWordFromBeforeACalibrationThatIsStored) {
   EXPECT_EQ(word->text(), "?");
 }
 
+TEST_F(MainWindow, PutsBackACalibrationThatNobodyCanTouch) {
+  script.replies["CR"] = {test::acknowledgement};
+  script.touches = {std::pair(1000, 0), std::pair(2000, 0), std::pair(3000, 0)};
+  for (const char address : {'0', '1', '2', '3', '4', '5', '6', '7'})
+    script.replies[std::string("GP0") + address] = {test::replyOf("01234")};
+  open();
+  showPage("Calibration");
+  check("checkAfterCalibrating", true);
+  click("cmd3pts");
+  EXPECT_EQ(count("WriteBuffer GP"), 8) << "kept before";
+  EXPECT_TRUE(QTest::qWaitForWindowActive(opened("frmCal")));
+  live(30s);
+  ASSERT_NE(opened("frmCheck"), nullptr);
+  EXPECT_TRUE(QTest::qWaitForWindowActive(opened("frmCheck")));
+  EXPECT_FALSE(find<QTabWidget>("tabs")->isEnabled());
+  live(30s);
+  EXPECT_EQ(status(), "OK: No touch came for 20 seconds. The calibration from before is in force.");
+  EXPECT_TRUE(find<QTabWidget>("tabs")->isEnabled());
+
+  click("cmdCheck");
+  EXPECT_TRUE(QTest::qWaitForWindowActive(opened("frmCheck")));
+  QTest::keyClick(opened("frmCheck"), Qt::Key_Escape);
+  live(1s);
+  EXPECT_THAT(status(), HasSubstr("No calibration from before is kept."));
+}
+
 TEST_F(MainWindow, ComesBackFromACalibrationThatTheUserGaveUp) {
   for (const char* const command : {"CR", "R"})
     script.replies[command] = {test::acknowledgement};
@@ -178,7 +204,7 @@ TEST_F(MainWindow, CoversThePanelsMonitor) {
     }
     for (const auto& [button, name] :
          {std::pair("cmd5pts", "frmCal"), std::pair("cmdDraw", "frmDraw"),
-          std::pair("cmdLinearity", "frmLinearity")}) {
+          std::pair("cmdMeasure", "frmMeasure")}) {
       find<QPushButton>(button)->click();
       QWidget* const covering = opened(name);
       ASSERT_NE(covering, nullptr) << name;

@@ -134,7 +134,7 @@ TEST_F(Pages, HaveTheirMainButtonsAtHand) {
                                                          {"Parameters", "cmdReadParameters"},
                                                          {"Parameters", "cmdWriteParameters"},
                                                          {"Tests", "cmdDraw"},
-                                                         {"Tests", "cmdLinearity"},
+                                                         {"Tests", "cmdMeasure"},
                                                          {"Doctor", "cmdDoctorRefresh"}};
   for (const auto& [page, name] : buttons) {
     showPage(page);
@@ -367,12 +367,12 @@ TEST_F(Pages, TheDoctorLooksWhenItIsSeenAsksOnRefreshAndSavesItsFile) {
 TEST_F(Pages, TestsAreOpenedOneAtATimeAndEndedWithTheProgram) {
   open("Tests");
   EXPECT_EQ(window->findChild<QCheckBox*>("fault_bow"), nullptr) << "only simulated panels have";
-  press("cmdLinearity");
-  ASSERT_NE(opened("frmLinearity"), nullptr);
+  press("cmdMeasure");
+  ASSERT_NE(opened("frmMeasure"), nullptr);
   EXPECT_FALSE(isPossible("cmdDraw"));
-  QTest::keyClick(opened("frmLinearity"), Qt::Key_Escape);
+  QTest::keyClick(opened("frmMeasure"), Qt::Key_Escape);
   live(0ms);
-  EXPECT_EQ(opened("frmLinearity"), nullptr);
+  EXPECT_EQ(opened("frmMeasure"), nullptr);
   press("cmdDraw");
   EXPECT_NE(opened("frmDraw"), nullptr);
   window->close();

@@ -23,11 +23,17 @@ TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
   log.note("Total Points : 3");
   log.received({});
   EXPECT_EQ(shown(log.lines()),
-            "0.005 > 01 55 54 0D                                     .UT.\n"
-            "1.105 < 72 73 74 75 76 77 78 79 7A 7B 7C 7D 7E 7F 80 81 rstuvwxyz{|}~...\n"
-            "1.105 < 82                                              .\n"
-            "1.105 = touch X  D8 01\n"
+            "0.0050 > 01 55 54 0D                                     .UT.\n"
+            "1.1050 < 72 73 74 75 76 77 78 79 7A 7B 7C 7D 7E 7F 80 81 rstuvwxyz{|}~...\n"
+            "1.1050 < 82                                              .\n"
+            "1.1050 = touch X  D8 01\n"
             "Total Points : 3\n");
+  EXPECT_THAT(
+      shown(log.lines(), {ConsoleTimes::sinceLast, {}}),
+      testing::AllOf(testing::StartsWith("+0.0000 > "), testing::HasSubstr("\n+1.1000 < 72"),
+                     testing::HasSubstr("\n+0.0000 = ")));
+  EXPECT_THAT(shown(log.lines(), {ConsoleTimes::ofDay, {}}),
+              testing::MatchesRegex("[0-9:]{8}[.]0050 > (.|\n)*\n[0-9:]{8}[.]1050 < 72 (.|\n)*"));
   EXPECT_EQ(log.characters(), shown(log.lines()).size());
   EXPECT_EQ(findLine(log.lines(), "tou", 1), 3u);
   EXPECT_EQ(findLine(log.lines(), "ut", 2), 0u) << "and around";

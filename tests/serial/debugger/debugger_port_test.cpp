@@ -152,7 +152,8 @@ TEST_F(DebuggerPortTest, RecordsNoWriteThatDidNotGoOutAndCountsDamagedBytes) {
     EXPECT_EQ(recorded.write(bytesOf("Z")), !blocked);
   }
   recorded.stopRecording();
-  EXPECT_EQ(folder.read("taken.txt"), "touch recording 1\n0.000000 > 5A\n");
+  EXPECT_THAT(folder.read("taken.txt"),
+              MatchesRegex("touch recording 1\n# Started: [^\n]+\n0.000000 > 5A\n"));
 
   serial.damaged = 2;
   port.noteDamage();
@@ -160,6 +161,32 @@ TEST_F(DebuggerPortTest, RecordsNoWriteThatDidNotGoOutAndCountsDamagedBytes) {
   EXPECT_EQ(port.damaged(), 2u);
   EXPECT_EQ(console(), Lines{"Of the bytes that came, 2 were damaged on the line (parity, stop bit "
                              "or break)."});
+}
+
+TEST_F(DebuggerPortTest, KeepsEachPortsLineUntilASearchOrAChangeToTheNormalOne) {
+  serial.present = {1, 2};
+  const LineSettings line{19200, Parity::even, 7, 2};
+  EXPECT_EQ(whyNot(port.take(2, line)), "");
+  EXPECT_EQ(port.line(), line);
+  EXPECT_EQ(whyNot(port.take(1)), "");
+  EXPECT_EQ(port.line(), LineSettings{});
+  EXPECT_EQ(whyNot(port.take(2)), "");
+  EXPECT_EQ(port.line(), line);
+  serial.impossible = "1200,n,8,1";
+  EXPECT_EQ(whyNot(port.setLine({.baud = 1200})), "1200,n,8,1 is refused");
+  EXPECT_EQ(port.line(), line) << "as before";
+  port.N72toN81();
+  EXPECT_EQ(port.line(), LineSettings{});
+  EXPECT_EQ(whyNot(port.setLine(line)), "");
+  serial.replies["2 Z"] = replyOf("0");
+  EXPECT_EQ(port.comporttest(), 2);
+  EXPECT_EQ(port.line(), LineSettings{}) << "it has answered so";
+
+  journal.clear();
+  EXPECT_FALSE(port.sendBreak());
+  serial.state.emplace();
+  EXPECT_TRUE(port.sendBreak());
+  EXPECT_EQ(journal, (Lines{"break on", "break on", "delay 250", "break off"}));
 }
 
 }  // namespace

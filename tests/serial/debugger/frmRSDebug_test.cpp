@@ -1,6 +1,6 @@
 #include "serial/debugger/frmRSDebug.h"
 
-#include "serial/debugger/frmConsolePanel.h"
+#include "serial/debugger/panels/frmConsolePanel.h"
 #include "tests/doubles/small_disk.h"
 #include "tests/serial/debugger/serial_desk.h"
 
@@ -266,9 +266,12 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   }
   EXPECT_THAT(folder.read("kept.txt"),
               StartsWith("The driver has released its port. COM1 is open"));
-  EXPECT_EQ(folder.read("taken.txt"), "touch recording 1\n");
+  EXPECT_THAT(folder.read("taken.txt"),
+              MatchesRegex("touch recording 1\n# Started: [-0-9]+ [:0-9]+ [+-][0-9]{4}\n"
+                           "# Port: COM1\n# Line: 9600,n,8,1\n# Controller: RS232 DEVICE 1\n"
+                           "# Program: Program 1\n"));
 
-  const SmallDisk disk(20);
+  const SmallDisk disk(140);
   answerFileDialog("full");
   click("cmdRecord");
   click("Command3");

@@ -27,6 +27,8 @@ class SerialDesk : public WindowDesk {
                                                                QSize(800, 480),
                                                                panelMonitor,
                                                                mainWindow,
+                                                               history,
+                                                               "Program 1",
                                                                [this] { return mainIsBusy; }},
                                           [this](DebuggerEnd end) { ended = end; });
     shown = window.get();
@@ -46,6 +48,7 @@ class SerialDesk : public WindowDesk {
   std::unique_ptr<frmRSDebug> window;
   std::optional<DebuggerEnd> ended;
   QWidget mainWindow;
+  SendHistory history;
   bool mainIsBusy = false;
   std::size_t expected = 0;   ///< bytes that the next answer waits for
   std::deque<Bytes> answers;  ///< each to as many bytes

@@ -32,12 +32,14 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   clock.delay(100ms);
   EXPECT_EQ(recorded.inBufferCount(), 1u);
   recorded.clearInput();
+  recorded.setSettings("9600,n,7,2");
   serial.received = Bytes{0x0B};
   recorded.close();
   EXPECT_EQ(whyNot(recorded.stopRecording()), "");
-  EXPECT_EQ(folder.read("a.rec"),
-            "touch recording 1\n1.500000 > 01 55 54 0D\n1.500000 < 00 FF\n1.520000 < 0A\n"
-            "1.600000 < 0B\n")
+  EXPECT_THAT(folder.read("a.rec"),
+              MatchesRegex("touch recording 1\n# Started: [^\n]+\n1.500000 > 01 55 54 0D\n"
+                           "1.500000 < 00 FF\n1.520000 < 0A\n# 1.600000 Line: 9600,n,7,2\n"
+                           "1.600000 < 0B\n"))
       << "what came while nobody read stands at its time";
 
   ReplayPort played(std::move(*RecordingFile::open(file)), clock);

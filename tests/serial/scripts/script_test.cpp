@@ -25,6 +25,8 @@ class Scripts : public Desk {
     ScriptRun running(*parsed, port, clock,
                       {.onStep = [this](const ScriptStep& step) { line = step.line; },
                        .onNote = [this](const std::string& note) { notes.push_back(note); },
+                       .onSent = nullptr,
+                       .onReceived = nullptr,
                        .isStopped = [this] { return stopAt > 0 && line >= stopAt; },
                        .isPaused = nullptr});
     const auto done = running.run();
@@ -125,7 +127,8 @@ TEST_F(Scripts, SendNothingOnceTheyAreStoppedOrThePortIsGone) {
 }
 
 TEST_F(Scripts, TellWhichStepChangesTheController) {
-  for (const char* const change : {"send 01 \"RD\\r\"", "command iR", "command SP201A2B"}) {
+  for (const char* const change :
+       {"send 01 \"RD\\r\"", "command iR", "command SP201A2B", "on 01 send 01 \"RF\" 0D"}) {
     const auto parsed = parseScript(heading + "command GP20\n" + change, "s").value();
     ASSERT_NE(parsed.firstChange(), nullptr) << change;
     EXPECT_EQ(parsed.firstChange()->line, 3) << change;

@@ -18,7 +18,8 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     const bool showsKeys = where.starts_with("frmDraw") || where.starts_with("frmRsDraw");
     QTest::keyClick(&window, Qt::Key_F1, showsKeys ? Qt::ControlModifier : Qt::NoModifier);
     const QPointer<GuideWindow> guide = window.findChild<GuideWindow*>();
-    EXPECT_EQ(guide == nullptr, where == "frmCal") << "a calibration must not be covered";
+    EXPECT_EQ(guide == nullptr, where.starts_with("frmCal") || where.starts_with("frmCheck"))
+        << "a calibration must not be covered";
     if (guide == nullptr) return;
     EXPECT_TRUE(QTest::qWaitForWindowActive(guide));
     auto* const text = find<GuideBrowser>(*guide, "guideText");

@@ -1,0 +1,135 @@
+#include "measure/report/map_page.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "drawing/svg_surface.h"
+#include "support/text/language.h"
+
+namespace touch::measure {
+
+namespace {
+
+constexpr float margin = 1000;  // twips
+constexpr float letters = 240;
+constexpr float barWidth = 400;
+constexpr Colour ink{32, 32, 32};
+
+/// From blue, where touches hit, over green and yellow to red, where they miss most. The steps
+/// differ in lightness as well, for those who see no red.
+Colour colourOf(double part) {
+  constexpr Colour scale[] = {
+      {38, 56, 120}, {42, 120, 142}, {90, 180, 110}, {245, 220, 80}, {190, 40, 40}};
+  const double place = std::clamp(part, 0.0, 1.0) * static_cast<double>(std::size(scale) - 1);
+  const auto below = std::min(static_cast<std::size_t>(place), std::size(scale) - 2);
+  const double rest = place - static_cast<double>(below);
+  const auto mixed = [&](std::uint8_t Colour::*channel) {
+    return static_cast<std::uint8_t>(
+        std::lround(std::lerp(static_cast<double>(scale[below].*channel),
+                              static_cast<double>(scale[below + 1].*channel), rest)));
+  };
+  return {mixed(&Colour::red), mixed(&Colour::green), mixed(&Colour::blue)};
+}
+
+/// The panel on the page.
+struct Frame {
+  TwipsPoint corner;
+  float perMm = 0;
+
+  TwipsPoint at(const PointMm& place) const {
+    return {corner.x + static_cast<float>(place.x()) * perMm,
+            corner.y + static_cast<float>(place.y()) * perMm};
+  }
+};
+
+void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size) {
+  const double longer = std::max(size.width, size.height).value;
+  const double step = longer > 150 ? 50 : longer > 60 ? 20 : 10;
+  constexpr float tick = 120;
+  for (double x = 0; x <= size.width.value; x += step) {
+    const TwipsPoint at = frame.at({x, size.height.value});
+    surface.line(at, {at.x, at.y + tick}, ink, 1);
+    surface.text({at.x, at.y + tick + letters}, fmt::format("{:.0f}", x), ink, letters,
+                 TextAnchor::middle);
+  }
+  for (double y = 0; y <= size.height.value; y += step) {
+    const TwipsPoint at = frame.at({0, y});
+    surface.line(at, {at.x - tick, at.y}, ink, 1);
+    surface.text({at.x - 1.5F * tick, at.y + letters / 3}, fmt::format("{:.0f}", y), ink, letters,
+                 TextAnchor::end);
+  }
+}
+
+void drawBar(ChartSurface& surface, TwipsPoint corner, float height, double most,
+             const std::string& unit) {
+  constexpr int steps = 50;
+  const float part = height / steps;
+  for (int step = 0; step < steps; ++step)
+    surface.area({corner.x, corner.y + height - static_cast<float>(step + 1) * part},
+                 {barWidth, part}, colourOf((step + 0.5) / steps));
+  for (const double mark : {0.0, 0.5, 1.0})
+    surface.text({corner.x + 1.3F * barWidth,
+                  corner.y + height * static_cast<float>(1 - mark) + letters / 3},
+                 fmt::format("{:.2f} {}", most * mark, unit), ink, letters, TextAnchor::start);
+}
+
+}  // namespace
+
+void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& measurement) {
+  surface.clear();
+  surface.area({0, 0}, mapPage, white);
+  const PanelSize& size = measurement.size;
+  const std::string unit = size.source == SizeSource::nominal ? "mm nominal" : "mm";
+  const double most = map.worst.error.norm();
+  surface.text(
+      {margin, margin},
+      filled(say("measure", "Errors of %1 × %2 %3, up to %4 %3"),
+             {fmt::format("{:.1f}", size.width.value), fmt::format("{:.1f}", size.height.value),
+              unit, fmt::format("{:.2f}", most)}),
+      ink, letters * 1.5F, TextAnchor::start);
+
+  const TwipsPoint corner{2 * margin, 2 * margin};
+  const float perMm =
+      std::min((mapPage.width - 6 * margin) / static_cast<float>(size.width.value),
+               (mapPage.height - 4 * margin) / static_cast<float>(size.height.value));
+  const Frame frame{corner, perMm};
+  const PointMm cell(size.width.value / (ErrorMap::columns - 1),
+                     size.height.value / (ErrorMap::rows - 1));
+  const PointMm end(size.width.value, size.height.value);
+  for (const auto& [at, error] : map.points) {
+    const PointMm from = (at - cell / 2).cwiseMax(PointMm::Zero());
+    const PointMm extent = (at + cell / 2).cwiseMin(end) - from;
+    surface.area(frame.at(from),
+                 {static_cast<float>(extent.x()) * perMm, static_cast<float>(extent.y()) * perMm},
+                 colourOf(most > 0 ? error.norm() / most : 0));
+  }
+  // The longest arrow reaches as far as the next one begins.
+  constexpr std::size_t every = 4;
+  const double enlarged = most > 0 ? every * cell.minCoeff() / most : 0;
+  for (std::size_t row = 0; row < ErrorMap::rows; row += every)
+    for (std::size_t column = 0; column < ErrorMap::columns; column += every) {
+      const auto& [at, error] = map.points[row * ErrorMap::columns + column];
+      surface.line(frame.at(at), frame.at(at + error * enlarged), white, 1);
+      surface.circle(frame.at(at), 40, white, 1);
+    }
+  surface.circle(frame.at(map.worst.at), 200, ink, 2);
+  drawAxes(surface, frame, size);
+  drawBar(surface, {mapPage.width - 3.2F * margin, corner.y},
+          static_cast<float>(size.height.value) * perMm, most, unit);
+  surface.text({corner.x, mapPage.height - margin},
+               filled(say("measure",
+                          "Arrows from where a touch was to where it was reported, drawn "
+                          "%1 times as long. The ring marks the worst place."),
+                      {fmt::format("{:.0f}", enlarged)}),
+               ink, letters, TextAnchor::start);
+}
+
+std::string mapSvg(const ErrorMap& map, const Measurement& measurement) {
+  SvgSurface page(mapPage);
+  drawMap(page, map, measurement);
+  return page.document();
+}
+
+}  // namespace touch::measure

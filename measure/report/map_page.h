@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "drawing/surface.h"
+#include "measure/judging/field.h"
+#include "measure/measurement.h"
+
+namespace touch::measure {
+
+/// A4, landscape, in twips.
+inline constexpr TwipsSize mapPage{16838, 11906};
+
+/// The map of errors: how far touches miss as colours with a bar that explains them, axes in mm,
+/// arrows in the direction of the error, enlarged, and a ring around the worst place. It is drawn
+/// the same on a screen, on paper, and into an SVG picture.
+void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& measurement);
+
+/// That page as an SVG document.
+std::string mapSvg(const ErrorMap& map, const Measurement& measurement);
+
+}  // namespace touch::measure

@@ -1,0 +1,67 @@
+#include "measure/windows/frmLimitsBox.h"
+
+#include <QSignalBlocker>
+#include <utility>
+
+#include "measure/files/measurement_file.h"
+#include "ui/controls/finger_spin_box.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+
+namespace touch::measure {
+
+FingerSpinBox* makePanelLength(const char* name, const QString& says) {
+  constexpr double smallest = 20;
+  constexpr double largest = 3000;
+  auto* const length = new FingerSpinBox(name, says);
+  length->box().setRange(smallest, largest);
+  length->box().setDecimals(1);
+  length->box().setSuffix(" mm");
+  return length;
+}
+
+frmLimitsBox::frmLimitsBox(Prompt& prompt, MeasureSetup& setup, std::filesystem::path folder)
+    : prompt_(prompt), setup_(setup), folder_(std::move(folder)) {
+  setObjectName("limits");
+  setAccessibleName(tr("Limits"));
+  // A long explanation must not make the page wider than the screen.
+  setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  constexpr int shortest = 12;
+  setMinimumContentsLength(shortest);
+  refresh();
+  connect(this, &QComboBox::activated, this, &frmLimitsBox::choose);
+}
+
+void frmLimitsBox::refresh() {
+  const QSignalBlocker quiet(this);
+  clear();
+  for (const Profile& profile : profiles())
+    addItem(tr("%1: %2").arg(shownText(profile.name), spokenText("measure", profile.words)),
+            shownText(profile.name));
+  if (findProfile(setup_.limitsName) == nullptr)
+    addItem(shownText(setup_.limitsName), shownText(setup_.limitsName));
+  addItem(tr("From a file …"));
+  setCurrentIndex(findData(shownText(setup_.limitsName)));
+}
+
+void frmLimitsBox::choose(int index) {
+  if (const QVariant name = itemData(index); name.isValid()) {
+    if (const Profile* profile = findProfile(name.toString().toStdString())) {
+      setup_.limits = profile->limits;
+      setup_.limitsName = profile->name;
+    }
+  } else if (const auto file =
+                 askFileToOpen(window(), tr("Open limits"), folder_, "JSON (*.json)")) {
+    const auto read = readLimits(*file);
+    if (read) {
+      setup_.limits = *read;
+      setup_.limitsName = file->filename().string();
+    } else {
+      prompt_.message(read.error().describe());
+    }
+  }
+  refresh();
+  emit limitsChanged();
+}
+
+}  // namespace touch::measure

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QComboBox>
+#include <filesystem>
+
+#include "measure/windows/measure_setup.h"
+#include "support/prompt.h"
+
+namespace touch {
+class FingerSpinBox;
+}
+
+namespace touch::measure {
+
+/// A width or a height of a panel in mm.
+FingerSpinBox* makePanelLength(const char* name, const QString& says);
+
+/// The choice of limits: the profiles, the file that was read last, and another file.
+class frmLimitsBox final : public QComboBox {
+  Q_OBJECT
+
+ public:
+  frmLimitsBox(Prompt& prompt, MeasureSetup& setup, std::filesystem::path folder);
+
+  /// Shows what the setup says.
+  void refresh();
+
+ signals:
+  void limitsChanged();
+
+ private:
+  void choose(int index);
+
+  Prompt& prompt_;
+  MeasureSetup& setup_;
+  std::filesystem::path folder_;
+};
+
+}  // namespace touch::measure

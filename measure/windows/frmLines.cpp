@@ -1,0 +1,337 @@
+#include "measure/windows/frmLines.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "linetest/files/damaged_files.h"
+#include "measure/judging/verdict.h"
+#include "measure/lines/guide_picture.h"
+#include "measure/lines/line_files.h"
+#include "measure/report/conditions.h"
+#include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
+#include "ui/screens/touch_canvas.h"
+#include "ui/text.h"
+
+namespace touch::measure {
+
+namespace {
+
+constexpr int inkWidth = 3;
+constexpr int pageGap = 8;
+constexpr int widestPanel = 560;
+constexpr std::size_t mostReasons = 3;
+
+bool isVertical(const Guide& guide) {
+  return guide.from.x == guide.to.x;
+}
+
+}  // namespace
+
+frmLines::frmLines(Prompt& prompt, const MessageTable& messages, std::filesystem::path folder,
+                   const Simulation& simulation, std::string controller, QWidget* parent)
+    : QWidget(parent),
+      prompt_(prompt),
+      messages_(messages),
+      folder_(std::move(folder)),
+      canvas_(new TouchCanvas(this)),
+      panel_(makePanel()) {
+  setObjectName("frmLines");
+  canvas_->setObjectName("linesCanvas");
+  presentAsGraphic(*canvas_, tr("Lines to follow"),
+                   tr("The line to draw along is white; its name stands in the "
+                      "panel beside it."));
+  canvas_->setFocusPolicy(Qt::StrongFocus);
+  canvas_->touchThrough(simulation, std::move(controller));
+  connect(canvas_, &TouchCanvas::penDown, this,
+          [this](Qt::MouseButton, TwipsPoint at) { penDown(at); });
+  connect(canvas_, &TouchCanvas::penMoved, this, &frmLines::penMoved);
+  connect(canvas_, &TouchCanvas::penUp, this, &frmLines::penUp);
+}
+
+QPushButton* frmLines::makeButton(const char* name, const QString& caption, const QString& hint,
+                                  std::function<void()> action) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->setToolTip(hint);
+  makeFingerSized(*button);
+  connect(button, &QPushButton::clicked, this, std::move(action));
+  buttons_.push_back(button);
+  return button;
+}
+
+QFrame* frmLines::makePanel() {
+  auto* const panel = new QFrame(this);
+  panel->setObjectName("guidePanel");
+  panel->setStyleSheet(
+      "#guidePanel { background: #f4f4f4; border: 1px solid "
+      "#808080; border-radius: 4px }"
+      "#guidePanel QLabel { color: black }");
+  lineTitle_ = new QLabel;
+  lineTitle_->setObjectName("lineTitle");
+  QFont bold = font();
+  bold.setBold(true);
+  lineTitle_->setFont(bold);
+  instruction_ = new QLabel;
+  instruction_->setObjectName("instruction");
+  instruction_->setWordWrap(true);
+  instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+
+  backButton_ =
+      makeButton("cmdBack", tr("\u25C0 &Back"), tr("The line before (Left)"), [this] { back(); });
+  makeButton("cmdNext", tr("&Next \u25B6"), tr("Keeps what is drawn and goes on (Right, Enter)"),
+             [this] { next(); });
+  repeatButton_ = makeButton("cmdRepeat", tr("&Repeat"), tr("Draws this line anew (Backspace)"),
+                             [this] { repeat(); });
+  makeButton("cmdResults", tr("Re&sults"), tr("What has been measured so far"), [this] {
+    if (!isBusy()) emit resultsRequested();
+  });
+  makeButton("cmdLeave", tr("&Leave"), tr("Back to the main window (Esc)"),
+             [this] { emit leaveRequested(); });
+
+  auto* const grid = new QGridLayout(panel);
+  grid->setContentsMargins(pageGap, pageGap, pageGap, pageGap);
+  grid->setSpacing(isSmallScreen() ? 3 : 6);
+  return panel;
+}
+
+// Tall beside a vertical line, flat above or below a horizontal one.
+void frmLines::arrangePanel(int columns) {
+  auto* const grid = static_cast<QGridLayout*>(panel_->layout());
+  grid->addWidget(lineTitle_, 0, 0, 1, columns);
+  grid->addWidget(instruction_, 1, 0, 1, columns);
+  int place = 0;
+  for (QPushButton* const button : buttons_) {
+    const bool alone = button == buttons_.back() && place % columns == 0;
+    grid->addWidget(button, 2 + place / columns, place % columns, 1, alone ? columns : 1);
+    ++place;
+  }
+}
+
+bool frmLines::begin(Measurement& measurement) {
+  measurement_ = &measurement;
+  placePanel();
+  procedure_.emplace(measurement, canvas_->sizeInTwips());
+  if (!takeUpEarlierLines()) return false;
+  showLine();
+  return true;
+}
+
+bool frmLines::takeUpEarlierLines() {
+  EarlierLines earlier = readLineFiles(folder_, *procedure_, measurement_->size);
+  if (!earlier.damaged.empty()) {
+    prompt_.message(damagedFilesText(earlier.damaged) + "\n\n" +
+                    tr("Draw the lines of such files again. Each file is then kept beside "
+                       "the new one, with \".old\" behind its name.")
+                        .toStdString());
+  }
+  const auto measured = earlier.lines.size();
+  if (measured == 0) return true;
+  const auto goOn = [&] {
+    return prompt_.choose(tr("%1 of %2 lines have been measured.")
+                              .arg(measured)
+                              .arg(procedure_->guides().size())
+                              .toStdString(),
+                          tr("Continue").toStdString(), tr("Start over").toStdString());
+  };
+  switch (measured == procedure_->guides().size() ? Answer::yes : goOn()) {
+    case Answer::yes:
+      for (LineFile& line : earlier.lines)
+        if (procedure_->kept(*line.guide).empty())
+          procedure_->restore(*line.guide, std::move(line.samples), lineFileName(*line.guide));
+      return true;
+    case Answer::no:
+      putAside(earlier.guides());
+      return true;
+    case Answer::none:
+      break;
+  }
+  return false;
+}
+
+void frmLines::putAside(std::span<const Guide* const> guides) {
+  if (const auto aside = setAside(folder_, guides); !aside)
+    prompt_.message(aside.error().describe());
+}
+
+void frmLines::beginAnew() {
+  putAside(readLineFiles(folder_, *procedure_, measurement_->size).guides());
+  const auto isLine = [](const Trace& trace) { return findGuide(trace.task) != nullptr; };
+  std::erase_if(measurement_->traces, isLine);
+  procedure_.emplace(*measurement_, canvas_->sizeInTwips());
+  showLine();
+}
+
+void frmLines::writeFiles() {
+  for (const Guide* guide : procedure_->guides()) {
+    auto samples = procedure_->kept(*guide);
+    if (samples.empty() || lineFileName(*guide).empty()) continue;
+    const auto written = writeLineFile(
+        folder_, lineFileOf(*guide, procedure_->screen(), measurement_->size, std::move(samples)));
+    if (!written) return prompt_.message(written.error().describe());
+  }
+}
+
+void frmLines::next() {
+  if (procedure_->current() != nullptr && !isBusy() && procedure_->wantsBlame()) askForBlame();
+  if (const auto kept = keepAndGoOn(folder_, *procedure_, measurement_->size); !kept)
+    prompt_.message(kept.error().describe());
+  showLine();
+}
+
+void frmLines::back() {
+  procedure_->back();
+  showLine();
+}
+
+void frmLines::comeBack() {
+  if (procedure_->current() == nullptr) procedure_->back();
+  showLine();
+}
+
+void frmLines::drawAgain(const Guide& guide) {
+  procedure_->goTo(guide);
+  showLine();
+}
+
+void frmLines::repeat() {
+  if (isBusy()) return;
+  procedure_->repeat();
+  showLine();
+}
+
+PenSample frmLines::sampleAt(TwipsPoint at) const {
+  return {at, canvas_->eventTime()};
+}
+
+void frmLines::penDown(TwipsPoint at) {
+  procedure_->penDown(sampleAt(at));
+  pen_ = at;
+  canvas_->point(at, tracedColour, inkWidth);
+}
+
+void frmLines::penMoved(TwipsPoint at) {
+  procedure_->penMove(sampleAt(at));
+  canvas_->line(std::exchange(pen_, at), at, tracedColour, inkWidth);
+}
+
+void frmLines::penUp() {
+  const StrokeVerdict verdict = procedure_->penUp();
+  if (verdict == StrokeVerdict::farOff) {
+    askForBlame();
+  } else if (const auto message = messageOf(verdict)) {
+    prompt_.message(messages_.at(*message), messages_.at(LineProcedure::titleMessage));
+  }
+  const bool counts = verdict == StrokeVerdict::usable || verdict == StrokeVerdict::farOff;
+  showLine(counts ? QString()
+                  : tr("Stroke too short. Draw the whole line again, from edge to edge."));
+}
+
+void frmLines::askForBlame() {
+  const auto figures = procedure_->drawnFigures();
+  const QString off =
+      shownNumber(figures.off.maximum, 1) + shownText(unitText(measurement_->size, "mm"));
+  const QString question = shownText(messages_.at(*messageOf(StrokeVerdict::farOff))) + "\n\n" +
+                           tr("The stroke left its line by up to %1. Who did that?").arg(off);
+  const Answer answer = prompt_.choose(
+      question.toStdString(), tr("The panel did that").toStdString(), tr("My hand").toStdString());
+  if (answer != Answer::none) procedure_->blame(answer == Answer::yes ? Blame::panel : Blame::hand);
+}
+
+QString frmLines::instructionFor(const Guide& guide) const {
+  const bool isDrawn = !procedure_->drawn().empty();
+  if (!isDrawn && procedure_->kept(guide).empty())
+    return tr("Draw along the white line, from edge to edge.");
+  const LineFigures figures = isDrawn ? procedure_->drawnFigures() : procedure_->keptFigures(guide);
+  const Subject subject = judgeLine(*measurement_, figures);
+  const auto inMm = [this](double value) {
+    return shownNumber(value, 2) + shownText(unitText(measurement_->size, "mm"));
+  };
+  QString text =
+      tr("%1 %2: at most %3 off, straight to %4.")
+          .arg(isDrawn ? tr("Drawn:") : tr("Measured before:"), wordOf(subject.outcome()),
+               inMm(figures.off.maximum), inMm(figures.straightness.maximum));
+  std::size_t reasons = 0;
+  for (const Check& check : subject.checks)
+    if (check.outcome != Outcome::pass && reasons++ < mostReasons)
+      text += '\n' + shownText(textOf(check, measurement_->size));
+  return text;
+}
+
+void frmLines::showLine(const QString& note) {
+  if (isBusy()) return;  // the stroke's ink stays
+  const Guide* const guide = procedure_->current();
+  if (guide == nullptr) {
+    emit finished();
+    return;
+  }
+  drawGuides(*canvas_, *procedure_);
+  lineTitle_->setText(tr("%1   %2 of %3 measured")
+                          .arg(shownText(guide->name))
+                          .arg(procedure_->countKept())
+                          .arg(procedure_->guides().size()));
+  instruction_->setText(note.isEmpty() ? instructionFor(*guide) : note);
+  repeatButton_->setEnabled(!procedure_->drawn().empty());
+  backButton_->setEnabled(guide != procedure_->guides().front());
+  placePanel();
+  canvas_->setFocus();
+}
+
+// Where the current line does not cross.
+void frmLines::placePanel() {
+  canvas_->setGeometry(rect());
+  const Guide* const guide = procedure_ ? procedure_->current() : nullptr;
+  const bool vertical = guide == nullptr || isVertical(*guide);
+  constexpr int tallColumns = 2;
+  arrangePanel(vertical ? tallColumns : static_cast<int>(buttons_.size()));
+
+  const int half = (vertical ? width() : height()) / 2;
+  const int room = (vertical ? half : width()) - 2 * pageGap;
+  const int panelWidth = std::min(room, widestPanel);
+  panel_->resize(panelWidth, panel_->layout()->totalHeightForWidth(panelWidth));
+  const QSize free(width() - panel_->width(), height() - panel_->height());
+  panel_->raise();
+  // The middle of the half that the line does not cross.
+  const bool inFirstHalf = guide == nullptr || (vertical ? guide->from.x : guide->from.y) <= 0.5;
+  const int thickness = vertical ? panel_->width() : panel_->height();
+  const int place = (inFirstHalf ? half : 0) + (half - thickness) / 2;
+  panel_->move(vertical ? QPoint(place, free.height() / 2) : QPoint(free.width() / 2, place));
+}
+
+bool frmLines::event(QEvent* event) {
+  // A held mnemonic comes as a held key, too, and not as a row of clicks.
+  if (event->type() == QEvent::ShortcutOverride && static_cast<QKeyEvent*>(event)->isAutoRepeat()) {
+    event->accept();
+    return true;
+  }
+  return QWidget::event(event);
+}
+
+void frmLines::keyPressEvent(QKeyEvent* event) {
+  switch (event->isAutoRepeat() ? 0 : event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Right:
+      return next();
+    case Qt::Key_Left:
+      return back();
+    case Qt::Key_Backspace:
+      return repeat();
+    default:
+      return QWidget::keyPressEvent(event);
+  }
+}
+
+void frmLines::resizeEvent(QResizeEvent*) {
+  placePanel();
+  if (procedure_ && !isBusy() && canvas_->sizeInTwips() != procedure_->screen())
+    emit screenChanged();
+}
+
+}  // namespace touch::measure

@@ -1,0 +1,219 @@
+#include "measure/windows/frmMeasure.h"
+
+#include <QDateTime>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "measure/files/measurement_file.h"
+#include "measure/lines/line_files.h"
+#include "measure/windows/frmLines.h"
+#include "measure/windows/frmMeasureResult.h"
+#include "measure/windows/frmMeasureStart.h"
+#include "measure/windows/frmTouchTest.h"
+#include "ui/guide/help.h"
+#include "ui/screens/screen_size.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+
+namespace touch::measure {
+
+frmMeasure::frmMeasure(MeasureParts parts, const Simulation& simulation, std::string controller,
+                       const QScreen& screen, const std::optional<QSize>& size,
+                       std::function<void()> onLeft)
+    : FullScreenWindow(screen, size, std::move(onLeft)),
+      parts_(std::move(parts)),
+      screen_(screen),
+      pages_(new QStackedWidget(this)),
+      startPage_(new frmMeasureStart(parts_.prompt, parts_.setup, parts_.workingFolder)),
+      linesPage_(new frmLines(parts_.prompt, parts_.messages, parts_.workingFolder, simulation,
+                              controller)),
+      touchPage_(new frmTouchTest(parts_.clock, simulation, std::move(controller), measurement_)),
+      resultPage_(new frmMeasureResult(parts_.prompt, parts_.setup, parts_.workingFolder)) {
+  setObjectName("frmMeasure");
+  setWindowTitle(shownText(parts_.messages.at(LineProcedure::titleMessage)));
+  setHelpChapter(*this, "Prove a panel is good");
+  addHelpKey(*this);
+  for (QWidget* const page :
+       std::initializer_list<QWidget*>{startPage_, linesPage_, touchPage_, resultPage_})
+    pages_->addWidget(page);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  // It is as large as the screen, and never larger: lines lie on the panel.
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
+  layout->addWidget(pages_);
+
+  const auto leaving = [this] { askToLeave(); };
+  connect(startPage_, &frmMeasureStart::startRequested, this, &frmMeasure::start);
+  connect(startPage_, &frmMeasureStart::openRequested, this, &frmMeasure::openStored);
+  connect(startPage_, &frmMeasureStart::leaveRequested, this, leaving);
+  connect(linesPage_, &frmLines::finished, this, [this] { begin(step_ + 1); });
+  connect(linesPage_, &frmLines::resultsRequested, this, &frmMeasure::showResults);
+  connect(linesPage_, &frmLines::leaveRequested, this, leaving);
+  connect(linesPage_, &frmLines::screenChanged, this, [this] {
+    std::erase_if(measurement_.traces,
+                  [](const Trace& trace) { return findGuide(trace.task) != nullptr; });
+    begin(0);
+  });
+  connect(touchPage_, &frmTouchTest::done, this, [this] { begin(step_ + 1); });
+  connect(touchPage_, &frmTouchTest::leaveRequested, this, leaving);
+  connect(resultPage_, &frmMeasureResult::drawAgainRequested, this, [this](const Guide& guide) {
+    constexpr std::size_t directions = 1;  // after the other lines
+    if (lineFileName(guide).empty()) return begin(directions);
+    step_ = 0;
+    pages_->setCurrentWidget(linesPage_);
+    linesPage_->drawAgain(guide);
+  });
+  connect(resultPage_, &frmMeasureResult::measureAnewRequested, this, &frmMeasure::measureAnew);
+  connect(resultPage_, &frmMeasureResult::backRequested, this, &frmMeasure::back);
+  connect(resultPage_, &frmMeasureResult::leaveRequested, this, leaving);
+  connect(resultPage_, &frmMeasureResult::sizeCorrected, this, [this](const PanelSize& corrected) {
+    measurement_.size = corrected;
+    if (!isStored_ && measurement_.plan.lines) linesPage_->writeFiles();
+  });
+  connect(resultPage_, &frmMeasureResult::limitsChanged, this,
+          [this] { measurement_.limits = parts_.setup.limits; });
+}
+
+frmMeasure::~frmMeasure() = default;
+
+PanelSize frmMeasure::knownSize() const {
+  if (const auto whole = physicalSizeOf(screen_)) {
+    const QSizeF pixels = screen_.size();
+    return {{whole->width() * width() / pixels.width()},
+            {whole->height() * height() / pixels.height()},
+            SizeSource::screenData};
+  }
+  return nominalSize(width(), height());
+}
+
+void frmMeasure::started() {
+  startPage_->offer(knownSize());
+  startPage_->takeFocus();
+}
+
+void frmMeasure::start() {
+  const MeasureSetup& setup = parts_.setup;
+  const Plan& plan = setup.plan;
+  if (!plan.lines && !plan.taps && !plan.rest && !plan.coverage)
+    return parts_.prompt.message(tr("Choose at least one test.").toStdString());
+  measurement_ = {};
+  measurement_.conditions = parts_.known;
+  measurement_.conditions.panel = setup.panel;
+  measurement_.conditions.serialNumber = setup.serialNumber;
+  measurement_.conditions.person = setup.person;
+  measurement_.conditions.screen = describe(screen_).toStdString();
+  const QDateTime now = QDateTime::currentDateTime();
+  measurement_.conditions.date =
+      now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODate).toStdString();
+  measurement_.size = startPage_->size();
+  measurement_.plan = setup.plan;
+  measurement_.limits = setup.limits;
+  isStored_ = false;
+  begin(0);
+}
+
+std::vector<frmMeasure::Step> frmMeasure::steps() const {
+  const Plan& plan = measurement_.plan;
+  std::vector<Step> steps;
+  if (plan.lines) steps.push_back(Step::lines);
+  if (plan.lines && plan.lineSet == LineSet::full) steps.push_back(Step::directions);
+  if (plan.taps) steps.push_back(Step::taps);
+  if (plan.rest) steps.push_back(Step::rest);
+  if (plan.coverage) steps.push_back(Step::coverage);
+  return steps;
+}
+
+void frmMeasure::begin(std::size_t step) {
+  const auto all = steps();
+  if (step >= all.size()) return showResults();
+  step_ = step;
+  if (all[step] == Step::lines) {
+    pages_->setCurrentWidget(linesPage_);
+    linesPage_->setGeometry(rect());
+    if (!linesPage_->begin(measurement_)) leave();
+    return;
+  }
+  pages_->setCurrentWidget(touchPage_);
+  touchPage_->setGeometry(rect());
+  touchPage_->begin(all[step] == Step::directions ? TouchTest::directions
+                    : all[step] == Step::taps     ? TouchTest::taps
+                    : all[step] == Step::rest     ? TouchTest::rest
+                                                  : TouchTest::coverage);
+  touchPage_->setFocus();
+}
+
+void frmMeasure::openStored() {
+  const auto file =
+      askFileToOpen(this, tr("Open a measurement"), parts_.workingFolder, "JSON (*.json)");
+  if (!file) return;
+  auto read = readMeasurement(*file);
+  if (!read) return parts_.prompt.message(read.error().describe());
+  measurement_ = std::move(*read);
+  isStored_ = true;
+  showResults();
+}
+
+void frmMeasure::measureAnew() {
+  const QString question =
+      tr("Measure all lines anew? The results so far are kept as files, with "
+         "\".old\" behind their names.");
+  if (parts_.prompt.choose(question.toStdString(), tr("Measure anew").toStdString(),
+                           tr("Cancel").toStdString()) != Answer::yes)
+    return;
+  step_ = 0;
+  pages_->setCurrentWidget(linesPage_);
+  linesPage_->beginAnew();
+}
+
+void frmMeasure::showResults() {
+  resultPage_->showResults(measurement_, isStored_);
+  pages_->setCurrentWidget(resultPage_);
+  resultPage_->takeFocus();
+}
+
+void frmMeasure::back() {
+  if (isStored_) {
+    pages_->setCurrentWidget(startPage_);
+    startPage_->takeFocus();
+    return;
+  }
+  if (!measurement_.plan.lines) return begin(step_);
+  step_ = 0;
+  pages_->setCurrentWidget(linesPage_);
+  linesPage_->comeBack();
+}
+
+void frmMeasure::askToLeave() {
+  const bool losesAny = std::ranges::any_of(measurement_.traces, [](const Trace& trace) {
+    const Guide* const guide = findGuide(trace.task);
+    return guide == nullptr || lineFileName(*guide).empty();
+  });
+  const QString question =
+      tr("Leave without saving the measurement? Single "
+         "lines are kept as files, everything else is "
+         "lost.");
+  const bool asks = losesAny && !isStored_ && !resultPage_->isSaved();
+  if (!asks || parts_.prompt.choose(question.toStdString(), tr("Leave").toStdString(),
+                                    tr("Stay").toStdString()) == Answer::yes)
+    leave();
+}
+
+void frmMeasure::keyPressEvent(QKeyEvent* event) {
+  // A key that is held would answer a box and then leave.
+  if (event->isAutoRepeat()) return;
+  if (event->key() == Qt::Key_Escape) return askToLeave();
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (isEnter && pages_->currentWidget() == startPage_) return start();
+  FullScreenWindow::keyPressEvent(event);
+}
+
+void frmMeasure::resizeEvent(QResizeEvent* event) {
+  FullScreenWindow::resizeEvent(event);
+  if (pages_->currentWidget() == startPage_) startPage_->offer(knownSize());
+}
+
+}  // namespace touch::measure

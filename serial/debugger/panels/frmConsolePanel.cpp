@@ -1,0 +1,242 @@
+#include "serial/debugger/panels/frmConsolePanel.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "support/files/whole_file.h"
+#include "ui/controls/finger_style.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+
+namespace touch {
+
+namespace {
+
+// Nobody reads further back, and a flood must not hold up the window.
+constexpr std::size_t mostShown = 2000;
+
+/// What the choice beside the search shows.
+struct Kinds {
+  const char* caption = nullptr;
+  ConsoleFilter filter;
+};
+constexpr int everything = 0;
+const Kinds kinds[] = {
+    {QT_TRANSLATE_NOOP("touch::frmConsolePanel", "Everything"), {}},
+    {QT_TRANSLATE_NOOP("touch::frmConsolePanel", "Commands and answers"), {.reports = false}},
+    {QT_TRANSLATE_NOOP("touch::frmConsolePanel", "Sent"),
+     {.received = false, .reports = false, .notes = false}},
+    {QT_TRANSLATE_NOOP("touch::frmConsolePanel", "Received"), {.sent = false, .notes = false}},
+    {QT_TRANSLATE_NOOP("touch::frmConsolePanel", "Reports"),
+     {.sent = false, .received = false, .notes = false}},
+};
+
+/// Both stand out from a light and from a dark background.
+QTextCharFormat formatOf(ConsoleLineKind kind, const QPalette& palette) {
+  const bool dark = palette.color(QPalette::Base).lightness() < 128;
+  QTextCharFormat format;
+  switch (kind) {
+    case ConsoleLineKind::sent:
+      format.setForeground(QColor(dark ? "#8ab8ff" : "#0b4fb3"));
+      break;
+    case ConsoleLineKind::received:
+    case ConsoleLineKind::report:
+      format.setForeground(QColor(dark ? "#8fdc8f" : "#0a6b1d"));
+      break;
+    case ConsoleLineKind::note:
+      format.setForeground(palette.color(QPalette::Text));
+      break;
+  }
+  return format;
+}
+
+}  // namespace
+
+frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& workFolder,
+                                 QWidget* parent)
+    : QWidget(parent),
+      log_(log),
+      workFolder_(workFolder),
+      text_(new QPlainTextEdit),
+      kinds_(new QComboBox),
+      times_(new QComboBox),
+      searched_(new QLineEdit),
+      onlyMatches_(new QCheckBox(tr("Matches onl&y"))),
+      pause_(new QCheckBox(tr("Pa&use view"))),
+      filterBar_(makeFilterBar()),
+      keepBar_(makeKeepBar()),
+      writer_(makeWriter()) {
+  setObjectName("consolePanel");
+  text_->setObjectName("Text1");
+  text_->setAccessibleName(tr("Console"));
+  text_->setReadOnly(true);
+  text_->setTabChangesFocus(true);
+  // On a small screen a scroll bar below would leave no room for the lines.
+  text_->setLineWrapMode(isSmallScreen() ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  text_->setMaximumBlockCount(static_cast<int>(mostShown));
+  text_->setFont(
+      resized(QFontDatabase::systemFont(QFontDatabase::FixedFont), isSmallScreen() ? 0.8 : 1));
+  text_->setMinimumHeight((isSmallScreen() ? 1 : 2) * fingerSize());
+  text_->viewport()->installEventFilter(this);
+
+  pause_->setObjectName("checkPauseView");
+  pause_->setToolTip(tr("Recording goes on meanwhile"));
+  connect(pause_, &QCheckBox::toggled, this, [this](bool on) {
+    log_.pause(on);
+    renew();
+  });
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(text_);
+}
+
+QWidget* frmConsolePanel::makeFilterBar() {
+  kinds_->setObjectName("comboFilter");
+  kinds_->setAccessibleName(tr("Lines to show"));
+  kinds_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  kinds_->setMinimumContentsLength(10);
+  for (const Kinds& kind : kinds)
+    kinds_->addItem(tr(kind.caption));
+  searched_->setObjectName("searchedText");
+  searched_->setAccessibleName(tr("Text to look for"));
+  searched_->setPlaceholderText(tr("Search text"));
+  searched_->setMinimumWidth(2 * fingerSize());
+  onlyMatches_->setObjectName("checkOnlyMatches");
+  auto* const find = new QPushButton(tr("&Find"));
+  find->setObjectName("cmdFind");
+
+  auto* const bar = new QWidget;
+  auto* const row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(kinds_);
+  row->addWidget(searched_, 1);
+  row->addWidget(find);
+  row->addWidget(onlyMatches_);
+  connect(kinds_, &QComboBox::currentIndexChanged, this, &frmConsolePanel::renew);
+  connect(onlyMatches_, &QCheckBox::toggled, this, &frmConsolePanel::renew);
+  connect(searched_, &QLineEdit::textChanged, this, &frmConsolePanel::renew);
+  connect(searched_, &QLineEdit::returnPressed, this, &frmConsolePanel::findNext);
+  connect(find, &QPushButton::clicked, this, &frmConsolePanel::findNext);
+  return bar;
+}
+
+QWidget* frmConsolePanel::makeKeepBar() {
+  auto* const copyButton = new QPushButton(tr("C&opy"));
+  copyButton->setObjectName("cmdCopy");
+  auto* const saveButton = new QPushButton(tr("Sa&ve …"));
+  saveButton->setObjectName("cmdSave");
+  times_->setObjectName("comboTimes");
+  times_->setAccessibleName(tr("Times of the lines"));
+  // In the order of ConsoleTimes.
+  times_->addItems({tr("Since the start"), tr("Since the last"), tr("Time of day")});
+  times_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  times_->setMinimumContentsLength(8);
+  connect(times_, &QComboBox::currentIndexChanged, this, [this] {
+    text_->clear();
+    shown_.clear();
+    writer_ = makeWriter();
+    renew();
+  });
+  auto* const bar = new QWidget;
+  auto* const row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(times_);
+  row->addWidget(copyButton);
+  row->addWidget(saveButton);
+  connect(copyButton, &QPushButton::clicked, this, &frmConsolePanel::copy);
+  connect(saveButton, &QPushButton::clicked, this, &frmConsolePanel::save);
+  return bar;
+}
+
+ConsoleFilter frmConsolePanel::filter() const {
+  ConsoleFilter filter = kinds[std::max(kinds_->currentIndex(), everything)].filter;
+  if (onlyMatches_->isChecked()) filter.containing = searched_->text().toStdString();
+  return filter;
+}
+
+void frmConsolePanel::renew() {
+  auto lines = log_.lines(filter());
+  if (lines.size() > mostShown) {
+    lines.erase(lines.begin(), lines.end() - static_cast<std::ptrdiff_t>(mostShown));
+  }
+  if (lines == shown_) return;
+  const bool grown =
+      lines.size() > shown_.size() && std::equal(shown_.begin(), shown_.end(), lines.begin());
+  auto* const bar = text_->verticalScrollBar();
+  const bool followed = bar->value() >= bar->maximum();
+  const int place = bar->value();
+  if (!grown) {
+    text_->clear();
+    writer_ = makeWriter();
+  }
+  // In one step, so that the text is laid out once and not for each line.
+  QTextCursor cursor(text_->document());
+  cursor.beginEditBlock();
+  for (std::size_t i = grown ? shown_.size() : 0; i < lines.size(); ++i)
+    append(cursor, lines[i]);
+  cursor.endEditBlock();
+  shown_ = std::move(lines);
+  bar->setValue(followed ? bar->maximum() : std::min(place, bar->maximum()));
+}
+
+ConsoleWriter frmConsolePanel::makeWriter() const {
+  return {static_cast<ConsoleTimes>(times_->currentIndex()), log_.started()};
+}
+
+void frmConsolePanel::append(QTextCursor& cursor, const ConsoleLine& line) {
+  cursor.movePosition(QTextCursor::End);
+  if (text_->document()->characterCount() > 1) cursor.insertBlock();
+  // A note of several lines stays one block: blocks are counted as lines.
+  cursor.insertText(shownText(writer_.next(line)).replace('\n', QChar::LineSeparator),
+                    formatOf(line.kind, palette()));
+}
+
+void frmConsolePanel::copy() {
+  if (text_->textCursor().hasSelection()) {
+    text_->copy();
+  } else {
+    QGuiApplication::clipboard()->setText(shownText(shown(shown_, makeWriter())));
+  }
+  emit statusChanged(tr("Copied."));
+}
+
+void frmConsolePanel::save() {
+  const auto file = askTextFileToSave(this, tr("Save the console"), workFolder_ / "console.txt",
+                                      tr("Text (*.txt)"));
+  if (!file) return;
+  const auto written = writeWholeFile(*file, shown(shown_, makeWriter()));
+  emit statusChanged(written ? tr("Saved in %1").arg(shownText(file->string()))
+                             : shownText(written.error().describe()));
+}
+
+void frmConsolePanel::findNext() {
+  const QTextCursor at = text_->textCursor();
+  const auto from = static_cast<std::size_t>(at.blockNumber()) + (at.hasSelection() ? 1 : 0);
+  const auto found = findLine(shown_, searched_->text().toStdString(), from);
+  if (!found || searched_->text().isEmpty()) {
+    emit statusChanged(tr("Nothing found."));
+    return;
+  }
+  QTextCursor cursor(text_->document()->findBlockByNumber(static_cast<int>(*found)));
+  cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+  text_->setTextCursor(cursor);
+  text_->centerCursor();
+}
+
+bool frmConsolePanel::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonDblClick) emit doubleClicked();
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace touch

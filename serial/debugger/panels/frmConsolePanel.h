@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QWidget>
+#include <filesystem>
+#include <vector>
+
+#include "serial/debugger/console_log.h"
+
+class QCheckBox;
+class QComboBox;
+class QLineEdit;
+class QPlainTextEdit;
+class QTextCursor;
+
+namespace touch {
+
+/// The debugger's console: what its log holds, in colours, with a filter and a search, to be copied
+/// and saved.
+class frmConsolePanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  frmConsolePanel(ConsoleLog& log, const std::filesystem::path& workFolder,
+                  QWidget* parent = nullptr);
+
+  /// The controls for what is shown and kept, which stand where there is room for them.
+  QWidget* filterBar() { return filterBar_; }
+  QWidget* keepBar() { return keepBar_; }
+  QCheckBox* pauseBox() { return pause_; }
+
+  /// Shows what has come to the log since.
+  void renew();
+  void copy();
+  void save();
+  void findNext();
+
+ signals:
+  void doubleClicked();
+  void statusChanged(const QString& text);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QWidget* makeFilterBar();
+  QWidget* makeKeepBar();
+  ConsoleFilter filter() const;
+  ConsoleWriter makeWriter() const;
+  void append(QTextCursor& cursor, const ConsoleLine& line);
+
+  ConsoleLog& log_;
+  std::filesystem::path workFolder_;
+  QPlainTextEdit* text_;  // Text1
+  QComboBox* kinds_;
+  QComboBox* times_;
+  QLineEdit* searched_;
+  QCheckBox* onlyMatches_;
+  QCheckBox* pause_;
+  QWidget* filterBar_;
+  QWidget* keepBar_;
+  std::vector<ConsoleLine> shown_;
+  ConsoleWriter writer_;  ///< of the line behind them
+};
+
+}  // namespace touch
