@@ -142,9 +142,9 @@ bool frmLines::takeUpEarlierLines() {
   };
   switch (measured == procedure_->guides().size() ? Answer::yes : goOn()) {
     case Answer::yes:
-      for (LineFile& line : earlier.lines)
+      for (const LineFile& line : earlier.lines)
         if (procedure_->kept(*line.guide).empty())
-          procedure_->restore(*line.guide, std::move(line.samples), lineFileName(*line.guide));
+          procedure_->restore(*line.guide, line.samples, lineFileName(*line.guide));
       return true;
     case Answer::no:
       putAside(earlier.guides());

@@ -340,10 +340,11 @@ std::size_t frmTouchTest::untouchedBelow(const QRect& place) const {
   const CoverageFigures& cells = procedure_->cells();
   std::size_t count = 0;
   for (std::size_t cell = 0; cell < cells.touched.size(); ++cell) {
-    const QPointF middle((static_cast<double>(cell % cells.columns) + 0.5) * width() /
-                             static_cast<double>(cells.columns),
-                         (static_cast<double>(cell / cells.columns) + 0.5) * height() /
-                             static_cast<double>(cells.rows));
+    const std::size_t row = cell / cells.columns;
+    const QPointF middle(
+        (static_cast<double>(cell % cells.columns) + 0.5) * width() /
+            static_cast<double>(cells.columns),
+        (static_cast<double>(row) + 0.5) * height() / static_cast<double>(cells.rows));
     if (!cells.touched[cell] && QRectF(place).contains(middle)) ++count;
   }
   return count;
