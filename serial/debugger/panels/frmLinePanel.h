@@ -32,7 +32,7 @@ class frmLinePanel final : public QWidget {
  private:
   void chooseSettings(const LineSettings& line);
 
-  std::array<QComboBox*, 4> settings_;  ///< speed, data bits, parity, stop bits
+  std::array<QComboBox*, 4> settings_{};  ///< speed, data bits, parity, stop bits
   QPushButton* use_;
   QCheckBox* dtr_;
   QCheckBox* rts_;
