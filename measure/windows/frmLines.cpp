@@ -73,12 +73,12 @@ QFrame* frmLines::makePanel() {
       "#guidePanel { background: #f4f4f4; border: 1px solid "
       "#808080; border-radius: 4px }"
       "#guidePanel QLabel { color: black }");
-  lineTitle_ = new QLabel;
+  lineTitle_ = new QLabel(panel);
   lineTitle_->setObjectName("lineTitle");
   QFont bold = font();
   bold.setBold(true);
   lineTitle_->setFont(bold);
-  instruction_ = new QLabel;
+  instruction_ = new QLabel(panel);
   instruction_->setObjectName("instruction");
   instruction_->setWordWrap(true);
   instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -94,6 +94,9 @@ QFrame* frmLines::makePanel() {
   });
   makeButton("cmdLeave", tr("&Leave"), tr("Back to the main window (Esc)"),
              [this] { emit leaveRequested(); });
+  // They are laid out when lines are drawn, which may never be.
+  for (QPushButton* const button : buttons_)
+    button->setParent(panel);
 
   auto* const grid = new QGridLayout(panel);
   grid->setContentsMargins(pageGap, pageGap, pageGap, pageGap);
