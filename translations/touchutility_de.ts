@@ -4561,10 +4561,6 @@ Zeichnen Sie hier mit der Maus</translation>
         <translation>Messung öffnen</translation>
     </message>
     <message>
-        <source>Measure all lines anew? The results so far are kept as files, with &quot;.old&quot; behind their names.</source>
-        <translation>Alle Linien neu messen? Die bisherigen Ergebnisse bleiben als Dateien erhalten, mit „.old“ hinter ihren Namen.</translation>
-    </message>
-    <message>
         <source>Measure anew</source>
         <translation>Neu messen</translation>
     </message>
@@ -4587,6 +4583,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Stay</source>
         <translation>Bleiben</translation>
+    </message>
+    <message>
+        <source>Measure everything anew? Single lines are kept as files, with &quot;.old&quot; behind their names; everything else is lost.</source>
+        <translation>Alles neu messen? Einzelne Linien bleiben als Dateien erhalten, mit „.old“ hinter ihren Namen; alles andere geht verloren.</translation>
     </message>
 </context>
 <context>
@@ -4638,10 +4638,6 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>L&amp;imits:</source>
         <translation>&amp;Grenzen:</translation>
-    </message>
-    <message>
-        <source>Begins with the first line; the results so far are kept as files</source>
-        <translation>Beginnt mit der ersten Linie; die bisherigen Ergebnisse bleiben als Dateien erhalten</translation>
     </message>
     <message>
         <source>◀ &amp;Back</source>
@@ -4698,6 +4694,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Draws the line that is marked under &quot;Line by line&quot; again</source>
         <translation>Zeichnet die unter „Linie für Linie“ markierte Linie noch einmal</translation>
+    </message>
+    <message>
+        <source>Begins with the first test; single lines are kept as files</source>
+        <translation>Beginnt mit dem ersten Test; einzelne Linien bleiben als Dateien erhalten</translation>
     </message>
 </context>
 <context>

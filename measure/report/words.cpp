@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include "measure/report/conditions.h"
 #include "support/text/language.h"
 
 namespace touch::measure {
@@ -23,9 +24,7 @@ constexpr SubjectRow subjectRows[] = {
 
 std::string valueText(double value, std::string_view unit, const PanelSize& size) {
   if (unit.empty()) return fmt::format("{:.0f}", value);
-  const std::string text = fmt::format("{:.2f} {}", value, unit);
-  const bool isGuess = unit == "mm" && size.source == SizeSource::nominal;
-  return isGuess ? filled(say("measure", "%1 nominal"), {text}) : text;
+  return fmt::format("{:.2f}{}", value, unitText(size, unit));
 }
 
 std::string lengthText(double mm, const PanelSize& size) {

@@ -4,21 +4,10 @@
 #include <utility>
 
 #include "measure/files/measurement_file.h"
-#include "ui/controls/finger_spin_box.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
 namespace touch::measure {
-
-FingerSpinBox* makePanelLength(const char* name, const QString& says) {
-  constexpr double smallest = 20;
-  constexpr double largest = 3000;
-  auto* const length = new FingerSpinBox(name, says);
-  length->box().setRange(smallest, largest);
-  length->box().setDecimals(1);
-  length->box().setSuffix(" mm");
-  return length;
-}
 
 frmLimitsBox::frmLimitsBox(Prompt& prompt, MeasureSetup& setup, std::filesystem::path folder)
     : prompt_(prompt), setup_(setup), folder_(std::move(folder)) {

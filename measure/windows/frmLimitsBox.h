@@ -6,14 +6,7 @@
 #include "measure/windows/measure_setup.h"
 #include "support/prompt.h"
 
-namespace touch {
-class FingerSpinBox;
-}
-
 namespace touch::measure {
-
-/// A width or a height of a panel in mm.
-FingerSpinBox* makePanelLength(const char* name, const QString& says);
 
 /// The choice of limits: the profiles, the file that was read last, and another file.
 class frmLimitsBox final : public QComboBox {

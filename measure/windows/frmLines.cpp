@@ -1,6 +1,5 @@
 #include "measure/windows/frmLines.h"
 
-#include <QFrame>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -14,7 +13,7 @@
 #include "measure/lines/guide_picture.h"
 #include "measure/lines/line_files.h"
 #include "measure/report/conditions.h"
-#include "ui/controls/finger_style.h"
+#include "measure/windows/frmGuideBox.h"
 #include "ui/controls/graphic.h"
 #include "ui/screens/touch_canvas.h"
 #include "ui/text.h"
@@ -25,7 +24,7 @@ namespace {
 
 constexpr int inkWidth = 3;
 constexpr int pageGap = 8;
-constexpr int widestPanel = 560;
+constexpr int widestBox = 560;
 constexpr std::size_t mostReasons = 3;
 
 bool isVertical(const Guide& guide) {
@@ -41,7 +40,8 @@ frmLines::frmLines(Prompt& prompt, const MessageTable& messages, std::filesystem
       messages_(messages),
       folder_(std::move(folder)),
       canvas_(new TouchCanvas(this)),
-      panel_(makePanel()) {
+      box_(new frmGuideBox("guidePanel", "lineTitle", "instruction", this)) {
+  addButtons();
   setObjectName("frmLines");
   canvas_->setObjectName("linesCanvas");
   presentAsGraphic(*canvas_, tr("Lines to follow"),
@@ -55,71 +55,36 @@ frmLines::frmLines(Prompt& prompt, const MessageTable& messages, std::filesystem
   connect(canvas_, &TouchCanvas::penUp, this, &frmLines::penUp);
 }
 
-QPushButton* frmLines::makeButton(const char* name, const QString& caption, const QString& hint,
-                                  std::function<void()> action) {
-  auto* const button = new QPushButton(caption);
-  button->setObjectName(name);
-  button->setToolTip(hint);
-  makeFingerSized(*button);
-  connect(button, &QPushButton::clicked, this, std::move(action));
-  buttons_.push_back(button);
-  return button;
-}
-
-QFrame* frmLines::makePanel() {
-  auto* const panel = new QFrame(this);
-  panel->setObjectName("guidePanel");
-  panel->setStyleSheet(
-      "#guidePanel { background: #f4f4f4; border: 1px solid "
-      "#808080; border-radius: 4px }"
-      "#guidePanel QLabel { color: black }");
-  lineTitle_ = new QLabel(panel);
-  lineTitle_->setObjectName("lineTitle");
-  QFont bold = font();
-  bold.setBold(true);
-  lineTitle_->setFont(bold);
-  instruction_ = new QLabel(panel);
-  instruction_->setObjectName("instruction");
-  instruction_->setWordWrap(true);
-  instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-
-  backButton_ =
-      makeButton("cmdBack", tr("\u25C0 &Back"), tr("The line before (Left)"), [this] { back(); });
-  makeButton("cmdNext", tr("&Next \u25B6"), tr("Keeps what is drawn and goes on (Right, Enter)"),
-             [this] { next(); });
-  repeatButton_ = makeButton("cmdRepeat", tr("&Repeat"), tr("Draws this line anew (Backspace)"),
-                             [this] { repeat(); });
-  makeButton("cmdResults", tr("Re&sults"), tr("What has been measured so far"), [this] {
+void frmLines::addButtons() {
+  backButton_ = box_->addButton("cmdBack", tr("\u25C0 &Back"), tr("The line before (Left)"),
+                                [this] { back(); });
+  box_->addButton("cmdNext", tr("&Next \u25B6"),
+                  tr("Keeps what is drawn and goes on (Right, Enter)"), [this] { next(); });
+  repeatButton_ = box_->addButton("cmdRepeat", tr("&Repeat"),
+                                  tr("Draws this line anew (Backspace)"), [this] { repeat(); });
+  box_->addButton("cmdResults", tr("Re&sults"), tr("What has been measured so far"), [this] {
     if (!isBusy()) emit resultsRequested();
   });
-  makeButton("cmdLeave", tr("&Leave"), tr("Back to the main window (Esc)"),
-             [this] { emit leaveRequested(); });
-  // They are laid out when lines are drawn, which may never be.
-  for (QPushButton* const button : buttons_)
-    button->setParent(panel);
-
-  auto* const grid = new QGridLayout(panel);
-  grid->setContentsMargins(pageGap, pageGap, pageGap, pageGap);
-  grid->setSpacing(isSmallScreen() ? 3 : 6);
-  return panel;
+  box_->addButton("cmdLeave", tr("&Leave"), tr("Back to the main window (Esc)"),
+                  [this] { emit leaveRequested(); });
 }
 
 // Tall beside a vertical line, flat above or below a horizontal one.
-void frmLines::arrangePanel(int columns) {
-  auto* const grid = static_cast<QGridLayout*>(panel_->layout());
-  grid->addWidget(lineTitle_, 0, 0, 1, columns);
-  grid->addWidget(instruction_, 1, 0, 1, columns);
+void frmLines::arrangeBox(int columns) {
+  QGridLayout& grid = box_->grid();
+  grid.addWidget(&box_->title(), 0, 0, 1, columns);
+  grid.addWidget(&box_->instruction(), 1, 0, 1, columns);
   int place = 0;
-  for (QPushButton* const button : buttons_) {
-    const bool alone = button == buttons_.back() && place % columns == 0;
-    grid->addWidget(button, 2 + place / columns, place % columns, 1, alone ? columns : 1);
+  for (QPushButton* const button : box_->buttons()) {
+    const bool alone = button == box_->buttons().back() && place % columns == 0;
+    grid.addWidget(button, 2 + place / columns, place % columns, 1, alone ? columns : 1);
     ++place;
   }
 }
 
 bool frmLines::begin(Measurement& measurement) {
   measurement_ = &measurement;
-  placePanel();
+  placeBox();
   procedure_.emplace(measurement, canvas_->sizeInTwips());
   if (!takeUpEarlierLines()) return false;
   showLine();
@@ -163,12 +128,8 @@ void frmLines::putAside(std::span<const Guide* const> guides) {
     prompt_.message(aside.error().describe());
 }
 
-void frmLines::beginAnew() {
+void frmLines::putFilesAside() {
   putAside(readLineFiles(folder_, *procedure_, measurement_->size).guides());
-  const auto isLine = [](const Trace& trace) { return findGuide(trace.task) != nullptr; };
-  std::erase_if(measurement_->traces, isLine);
-  procedure_.emplace(*measurement_, canvas_->sizeInTwips());
-  showLine();
 }
 
 void frmLines::writeFiles() {
@@ -275,36 +236,36 @@ void frmLines::showLine(const QString& note) {
     return;
   }
   drawGuides(*canvas_, *procedure_);
-  lineTitle_->setText(tr("%1   %2 of %3 measured")
-                          .arg(shownText(guide->name))
-                          .arg(procedure_->countKept())
-                          .arg(procedure_->guides().size()));
-  instruction_->setText(note.isEmpty() ? instructionFor(*guide) : note);
+  box_->title().setText(tr("%1   %2 of %3 measured")
+                            .arg(shownText(guide->name))
+                            .arg(procedure_->countKept())
+                            .arg(procedure_->guides().size()));
+  box_->instruction().setText(note.isEmpty() ? instructionFor(*guide) : note);
   repeatButton_->setEnabled(!procedure_->drawn().empty());
   backButton_->setEnabled(guide != procedure_->guides().front());
-  placePanel();
+  placeBox();
   canvas_->setFocus();
 }
 
 // Where the current line does not cross.
-void frmLines::placePanel() {
+void frmLines::placeBox() {
   canvas_->setGeometry(rect());
   const Guide* const guide = procedure_ ? procedure_->current() : nullptr;
   const bool vertical = guide == nullptr || isVertical(*guide);
   constexpr int tallColumns = 2;
-  arrangePanel(vertical ? tallColumns : static_cast<int>(buttons_.size()));
+  arrangeBox(vertical ? tallColumns : static_cast<int>(box_->buttons().size()));
 
   const int half = (vertical ? width() : height()) / 2;
   const int room = (vertical ? half : width()) - 2 * pageGap;
-  const int panelWidth = std::min(room, widestPanel);
-  panel_->resize(panelWidth, panel_->layout()->totalHeightForWidth(panelWidth));
-  const QSize free(width() - panel_->width(), height() - panel_->height());
-  panel_->raise();
+  const int boxWidth = std::min(room, widestBox);
+  box_->resize(boxWidth, box_->grid().totalHeightForWidth(boxWidth));
+  const QSize free(width() - box_->width(), height() - box_->height());
+  box_->raise();
   // The middle of the half that the line does not cross.
   const bool inFirstHalf = guide == nullptr || (vertical ? guide->from.x : guide->from.y) <= 0.5;
-  const int thickness = vertical ? panel_->width() : panel_->height();
+  const int thickness = vertical ? box_->width() : box_->height();
   const int place = (inFirstHalf ? half : 0) + (half - thickness) / 2;
-  panel_->move(vertical ? QPoint(place, free.height() / 2) : QPoint(free.width() / 2, place));
+  box_->move(vertical ? QPoint(place, free.height() / 2) : QPoint(free.width() / 2, place));
 }
 
 bool frmLines::event(QEvent* event) {
@@ -332,7 +293,7 @@ void frmLines::keyPressEvent(QKeyEvent* event) {
 }
 
 void frmLines::resizeEvent(QResizeEvent*) {
-  placePanel();
+  placeBox();
   if (procedure_ && !isBusy() && canvas_->sizeInTwips() != procedure_->screen())
     emit screenChanged();
 }

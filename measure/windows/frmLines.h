@@ -2,7 +2,6 @@
 
 #include <QWidget>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,8 +12,6 @@
 #include "measure/lines/line_procedure.h"
 #include "support/prompt.h"
 
-class QFrame;
-class QLabel;
 class QPushButton;
 
 namespace touch {
@@ -22,6 +19,8 @@ class TouchCanvas;
 }
 
 namespace touch::measure {
+
+class frmGuideBox;
 
 /// Guides through the lines of a measurement and takes their strokes. Each line that is kept is
 /// also a file in the working folder, and taken up from there.
@@ -37,8 +36,8 @@ class frmLines final : public QWidget {
   /// without a question when that are all, else as the user says; false when the question was taken
   /// away.
   bool begin(Measurement& measurement);
-  /// Puts away the lines that are there, and begins with the first.
-  void beginAnew();
+  /// The files of the lines that are there get other names, so that no line is taken up again.
+  void putFilesAside();
   /// The line where the user was; the last one when all are kept.
   void comeBack();
   void drawAgain(const Guide& guide);
@@ -59,9 +58,7 @@ class frmLines final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QFrame* makePanel();
-  QPushButton* makeButton(const char* name, const QString& caption, const QString& hint,
-                          std::function<void()> action);
+  void addButtons();
   bool takeUpEarlierLines();
   /// Left in their places they would be taken for lines of the panel that is measured now.
   void putAside(std::span<const Guide* const> guides);
@@ -75,8 +72,8 @@ class frmLines final : public QWidget {
   void askForBlame();
   void showLine(const QString& note = {});
   QString instructionFor(const Guide& guide) const;
-  void arrangePanel(int columns);
-  void placePanel();
+  void arrangeBox(int columns);
+  void placeBox();
 
   Prompt& prompt_;
   const MessageTable& messages_;
@@ -86,12 +83,9 @@ class frmLines final : public QWidget {
   TwipsPoint pen_;
 
   TouchCanvas* canvas_;
-  QLabel* lineTitle_ = nullptr;
-  QLabel* instruction_ = nullptr;
-  std::vector<QPushButton*> buttons_;
+  frmGuideBox* box_;
   QPushButton* backButton_ = nullptr;
   QPushButton* repeatButton_ = nullptr;
-  QFrame* panel_;  ///< with all of these
 };
 
 }  // namespace touch::measure

@@ -61,8 +61,9 @@ frmMeasure::frmMeasure(MeasureParts parts, const Simulation& simulation, std::st
   connect(touchPage_, &frmTouchTest::done, this, [this] { begin(step_ + 1); });
   connect(touchPage_, &frmTouchTest::leaveRequested, this, leaving);
   connect(resultPage_, &frmMeasureResult::drawAgainRequested, this, [this](const Guide& guide) {
-    constexpr std::size_t directions = 1;  // after the other lines
-    if (lineFileName(guide).empty()) return begin(directions);
+    const auto all = steps();
+    const auto directions = std::ranges::find(all, Step::directions) - all.begin();
+    if (lineFileName(guide).empty()) return begin(static_cast<std::size_t>(directions));
     step_ = 0;
     pages_->setCurrentWidget(linesPage_);
     linesPage_->drawAgain(guide);
@@ -159,14 +160,14 @@ void frmMeasure::openStored() {
 
 void frmMeasure::measureAnew() {
   const QString question =
-      tr("Measure all lines anew? The results so far are kept as files, with "
-         "\".old\" behind their names.");
+      tr("Measure everything anew? Single lines are kept as files, with \".old\" behind their "
+         "names; everything else is lost.");
   if (parts_.prompt.choose(question.toStdString(), tr("Measure anew").toStdString(),
                            tr("Cancel").toStdString()) != Answer::yes)
     return;
-  step_ = 0;
-  pages_->setCurrentWidget(linesPage_);
-  linesPage_->beginAnew();
+  if (measurement_.plan.lines) linesPage_->putFilesAside();
+  measurement_.traces.clear();
+  begin(0);
 }
 
 void frmMeasure::showResults() {

@@ -18,6 +18,7 @@
 #include "measure/lines/lines_csv.h"
 #include "measure/report/conditions.h"
 #include "measure/report/words.h"
+#include "measure/windows/frmFields.h"
 #include "measure/windows/frmLimitsBox.h"
 #include "measure/windows/frmLinesPage.h"
 #include "measure/windows/frmVerdict.h"
@@ -108,14 +109,8 @@ QWidget* frmMeasureResult::makeFigures() {
 QWidget* frmMeasureResult::makeConditions() {
   auto* const box = new QWidget;
   auto* const form = new QFormLayout(box);
-  const auto add = [form](const QString& caption, QWidget* field, QWidget* buddy) {
-    auto* const label = new QLabel(caption);
-    label->setBuddy(buddy);
-    label->setMinimumHeight(fingerSize());
-    form->addRow(label, field);
-  };
-  add(tr("&Width:"), width_, &width_->box());
-  add(tr("&Height:"), height_, &height_->box());
+  addField(*form, tr("&Width:"), width_, &width_->box());
+  addField(*form, tr("&Height:"), height_, &height_->box());
   source_->setObjectName("judgedSize");
   source_->setWordWrap(true);
   auto* const judge = new QPushButton(tr("&Judge again"));
@@ -130,7 +125,7 @@ QWidget* frmMeasureResult::makeConditions() {
     emit sizeCorrected(measurement_.size);
   });
   form->addRow(source_, judge);
-  add(tr("L&imits:"), limits_, limits_);
+  addField(*form, tr("L&imits:"), limits_, limits_);
   connect(limits_, &frmLimitsBox::limitsChanged, this, [this] {
     measurement_.limits = setup_.limits;
     judgeAgain();
@@ -158,7 +153,7 @@ QWidget* frmMeasureResult::makeRow(std::initializer_list<RowButton> buttons) {
 
 QWidget* frmMeasureResult::makeWays() {
   again_->setToolTip(tr("Draws the line that is marked under \"Line by line\" again"));
-  anew_->setToolTip(tr("Begins with the first line; the results so far are kept as files"));
+  anew_->setToolTip(tr("Begins with the first test; single lines are kept as files"));
   return makeRow({
       {new QPushButton(tr("\u25C0 &Back")), "cmdBackToLines", [this] { emit backRequested(); }},
       {again_, "cmdDrawAgain",

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "measure/report/conditions.h"
+#include "measure/windows/frmFields.h"
 #include "measure/windows/frmLimitsBox.h"
 #include "ui/controls/finger_spin_box.h"
 #include "ui/controls/finger_style.h"
@@ -68,18 +69,12 @@ QWidget* frmMeasureStart::makePanel() {
   auto* const group = new QGroupBox(tr("Panel"));
   auto* const form = new QFormLayout(group);
   form->setVerticalSpacing(isSmallScreen() ? 2 : 6);
-  const auto add = [form](const QString& caption, QWidget* field, QWidget* buddy) {
-    auto* const label = new QLabel(caption);
-    label->setBuddy(buddy);
-    label->setMinimumHeight(fingerSize());
-    form->addRow(label, field);
-  };
-  add(tr("&Width:"), width_, &width_->box());
-  add(tr("&Height:"), height_, &height_->box());
+  addField(*form, tr("&Width:"), width_, &width_->box());
+  addField(*form, tr("&Height:"), height_, &height_->box());
   source_->setObjectName("sizeSource");
   source_->setWordWrap(true);
   form->addRow(source_);
-  add(tr("L&imits:"), limits_, limits_);
+  addField(*form, tr("L&imits:"), limits_, limits_);
   const struct {
     QString caption;
     const char* name;
@@ -95,7 +90,7 @@ QWidget* frmMeasureStart::makePanel() {
     makeFingerSized(*field);
     connect(field, &QLineEdit::textChanged, this,
             [this, member = text](const QString& typed) { setup_.*member = typed.toStdString(); });
-    add(caption, field, field);
+    addField(*form, caption, field, field);
   }
   return group;
 }

@@ -1,7 +1,6 @@
 #include "measure/windows/frmTouchTest.h"
 
 #include <QCoreApplication>
-#include <QFrame>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -14,6 +13,7 @@
 #include "measure/figures/line.h"
 #include "measure/procedure/procedure_picture.h"
 #include "measure/report/words.h"
+#include "measure/windows/frmGuideBox.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
 #include "ui/screens/touch_canvas.h"
@@ -55,8 +55,7 @@ frmTouchTest::frmTouchTest(Clock& clock, const Simulation& simulation, std::stri
       measurement_(measurement),
       reading_(clock.makeTimer([this] { readAgain(); })),
       canvas_(new TouchCanvas(this)),
-      title_(new QLabel),
-      instruction_(new QLabel) {
+      box_(new frmGuideBox("touchTestPanel", "touchTestTitle", "touchTestInstruction", this)) {
   setObjectName("frmTouchTest");
   canvas_->setObjectName("touchTestCanvas");
   presentAsGraphic(*canvas_, tr("Places to touch"),
@@ -66,8 +65,7 @@ frmTouchTest::frmTouchTest(Clock& clock, const Simulation& simulation, std::stri
   canvas_->touchThrough(simulation, std::move(controller));
   canvas_->installEventFilter(this);
   setFocusProxy(canvas_);
-  panel_ = makePanel();
-  panel_->setParent(this);
+  addButtons();
   connect(canvas_, &TouchCanvas::penDown, this,
           [this](Qt::MouseButton, TwipsPoint at) { penDown(at); });
   connect(canvas_, &TouchCanvas::penMoved, this, &frmTouchTest::penMoved);
@@ -76,59 +74,33 @@ frmTouchTest::frmTouchTest(Clock& clock, const Simulation& simulation, std::stri
 
 frmTouchTest::~frmTouchTest() = default;
 
-QPushButton* frmTouchTest::makeButton(const char* name, const QString& caption, const QString& hint,
-                                      std::function<void()> action) {
-  auto* const button = new QPushButton(caption);
-  button->setObjectName(name);
-  button->setToolTip(hint);
-  makeFingerSized(*button);
-  connect(button, &QPushButton::clicked, this, std::move(action));
-  return button;
-}
-
-QFrame* frmTouchTest::makePanel() {
-  auto* const panel = new QFrame;
-  panel->setObjectName("touchTestPanel");
-  panel->setStyleSheet(
-      "#touchTestPanel { background: #f4f4f4; border: 1px solid #808080; border-radius: 4px }"
-      "#touchTestPanel QLabel { color: black }");
-  title_->setObjectName("touchTestTitle");
-  QFont bold = font();
-  bold.setBold(true);
-  title_->setFont(bold);
-  title_->setWordWrap(true);
-  instruction_->setObjectName("touchTestInstruction");
-  instruction_->setWordWrap(true);
-  instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-
-  back_ = makeButton("cmdTestBack", tr("\u25C0 &Back"), tr("The place before (Left)"),
-                     [this] { act(&Procedure::back); });
-  next_ = makeButton("cmdTestNext", tr("&Next \u25B6"), tr("The next place (Right, Enter)"),
-                     [this] { act(&Procedure::next); });
-  repeat_ = makeButton("cmdTestRepeat", tr("&Repeat"), tr("Does the last place anew (Backspace)"),
-                       [this] { act(&Procedure::repeat); });
-  missed_ = makeButton("cmdNothingCame", tr("Nothing &came"),
-                       tr("You have tapped, and the panel did not feel it (0)"),
-                       [this] { nothingCame(); });
-  byPanel_ = makeButton("cmdByPanel", tr("The &panel"), tr("The line fails (1)"),
-                        [this] { decide(Blame::panel); });
-  byHand_ = makeButton("cmdByHand", tr("My &hand"), tr("Draw it again (2)"),
-                       [this] { decide(Blame::hand); });
-  leave_ = makeButton("cmdTestLeave", tr("&Leave"), tr("Ends this test (Esc)"),
-                      [this] { emit leaveRequested(); });
-  auto* const grid = new QGridLayout(panel);
-  grid->setContentsMargins(gapAround, gapAround, gapAround, gapAround);
-  grid->setSpacing(isSmallScreen() ? 3 : 6);
-  grid->addWidget(title_, 0, 0, 1, 2);
-  grid->addWidget(instruction_, 1, 0, 1, 2);
-  grid->addWidget(byPanel_, 2, 0);
-  grid->addWidget(byHand_, 2, 1);
-  grid->addWidget(missed_, 3, 0, 1, 2);
-  grid->addWidget(back_, 4, 0);
-  grid->addWidget(next_, 4, 1);
-  grid->addWidget(repeat_, 5, 0);
-  grid->addWidget(leave_, 5, 1);
-  return panel;
+void frmTouchTest::addButtons() {
+  back_ = box_->addButton("cmdTestBack", tr("\u25C0 &Back"), tr("The place before (Left)"),
+                          [this] { act(&Procedure::back); });
+  next_ = box_->addButton("cmdTestNext", tr("&Next \u25B6"), tr("The next place (Right, Enter)"),
+                          [this] { act(&Procedure::next); });
+  repeat_ =
+      box_->addButton("cmdTestRepeat", tr("&Repeat"), tr("Does the last place anew (Backspace)"),
+                      [this] { act(&Procedure::repeat); });
+  missed_ = box_->addButton("cmdNothingCame", tr("Nothing &came"),
+                            tr("You have tapped, and the panel did not feel it (0)"),
+                            [this] { nothingCame(); });
+  byPanel_ = box_->addButton("cmdByPanel", tr("The &panel"), tr("The line fails (1)"),
+                             [this] { decide(Blame::panel); });
+  byHand_ = box_->addButton("cmdByHand", tr("My &hand"), tr("Draw it again (2)"),
+                            [this] { decide(Blame::hand); });
+  leave_ = box_->addButton("cmdTestLeave", tr("&Leave"), tr("Ends this test (Esc)"),
+                           [this] { emit leaveRequested(); });
+  QGridLayout& grid = box_->grid();
+  grid.addWidget(&box_->title(), 0, 0, 1, 2);
+  grid.addWidget(&box_->instruction(), 1, 0, 1, 2);
+  grid.addWidget(byPanel_, 2, 0);
+  grid.addWidget(byHand_, 2, 1);
+  grid.addWidget(missed_, 3, 0, 1, 2);
+  grid.addWidget(back_, 4, 0);
+  grid.addWidget(next_, 4, 1);
+  grid.addWidget(repeat_, 5, 0);
+  grid.addWidget(leave_, 5, 1);
 }
 
 void frmTouchTest::begin(TouchTest test) {
@@ -192,7 +164,7 @@ void frmTouchTest::penDown(TwipsPoint at) {
       reading_->start(readingInterval);
       break;
     case TouchTest::coverage:
-      panel_->hide();  // there are cells below it
+      box_->hide();  // there are cells below it
       penMoved(at);
       break;
     case TouchTest::directions:
@@ -211,14 +183,14 @@ void frmTouchTest::penMoved(TwipsPoint at) {
   pen_ = at;
   if (procedure_->test() != TouchTest::rest) return;
   drawRing(*canvas_, *procedure_, measurement_, canvas_->sizeInTwips());
-  if (procedure_->rested() >= 1) instruction_->setText(tr("Lift the finger."));
+  if (procedure_->rested() >= 1) box_->instruction().setText(tr("Lift the finger."));
 }
 
 void frmTouchTest::penUp() {
   if (!procedure_ || !procedure_->isTouched()) return;
   reading_->stop();
   const TouchResult result = procedure_->up();
-  panel_->show();
+  box_->show();
   if (result != TouchResult::tooShort) emit changed();
   showTask(result == TouchResult::tooShort
                ? tr("Too short. Rest the finger until the ring is full.")
@@ -293,28 +265,28 @@ void frmTouchTest::showTask(const QString& note) {
     emit done();
     return;
   }
-  title_->setText(title());
-  instruction_->setText(note.isEmpty() ? instruction() : note);
+  box_->title().setText(title());
+  box_->instruction().setText(note.isEmpty() ? instruction() : note);
   const bool asks = procedure_->asksWhoDidThat();
   byPanel_->setVisible(asks);
   byHand_->setVisible(asks);
   back_->setEnabled(procedure_->number() > 0);
   repeat_->setEnabled(procedure_->number() > 0 || procedure_->wasTouched(*procedure_->current()));
   drawProcedure(*canvas_, *procedure_, measurement_, canvas_->sizeInTwips());
-  placePanel();
+  placeBox();
   canvas_->setFocus();
 }
 
 /// Where it is farthest from what is to be touched; when everything is, where it hides the fewest
 /// untouched cells.
-void frmTouchTest::placePanel() {
+void frmTouchTest::placeBox() {
   canvas_->setGeometry(rect());
   if (!procedure_ || procedure_->current() == nullptr) return;
   // Not quite half of the width: beside it there is always room for a target.
   const int room =
-      std::max(std::min(width() * 9 / 20, widestBox), panel_->layout()->minimumSize().width());
-  panel_->resize(room, panel_->layout()->totalHeightForWidth(room));
-  const QSize free(width() - panel_->width(), height() - panel_->height());
+      std::max(std::min(width() * 9 / 20, widestBox), box_->layout()->minimumSize().width());
+  box_->resize(room, box_->layout()->totalHeightForWidth(room));
+  const QSize free(width() - box_->width(), height() - box_->height());
   QPoint best;
   double most = -1e9;
   for (const QPoint place : {QPoint(1, 2), QPoint(1, 0), QPoint(2, 1), QPoint(0, 1), QPoint(2, 0),
@@ -324,7 +296,7 @@ void frmTouchTest::placePanel() {
                         std::max(span - gapAround, span / 2));
     };
     const QRect candidate(QPoint(along(place.x(), free.width()), along(place.y(), free.height())),
-                          panel_->size());
+                          box_->size());
     const double merit = procedure_->test() == TouchTest::coverage
                              ? -static_cast<double>(untouchedBelow(candidate))
                              : distanceOf(*procedure_->current(), candidate, size());
@@ -332,8 +304,8 @@ void frmTouchTest::placePanel() {
     most = merit;
     best = candidate.topLeft();
   }
-  panel_->move(best);
-  panel_->raise();
+  box_->move(best);
+  box_->raise();
 }
 
 std::size_t frmTouchTest::untouchedBelow(const QRect& place) const {

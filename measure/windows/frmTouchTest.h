@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,8 +10,6 @@
 #include "measure/procedure/procedure.h"
 #include "support/clock.h"
 
-class QFrame;
-class QLabel;
 class QPushButton;
 
 namespace touch {
@@ -20,6 +17,8 @@ class TouchCanvas;
 }
 
 namespace touch::measure {
+
+class frmGuideBox;
 
 /// The page that leads through a resting finger, taps, the coverage of the panel, or diagonals and
 /// directions. What the pointer reports goes into the measurement.
@@ -49,9 +48,7 @@ class frmTouchTest final : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QFrame* makePanel();
-  QPushButton* makeButton(const char* name, const QString& caption, const QString& hint,
-                          std::function<void()> action);
+  void addButtons();
   Source source() const;
   Sample sampleAt(TwipsPoint at) const;
 
@@ -65,7 +62,7 @@ class frmTouchTest final : public QWidget {
   void showTask(const QString& note = {});
   QString title() const;
   QString instruction() const;
-  void placePanel();
+  void placeBox();
   std::size_t untouchedBelow(const QRect& place) const;
 
   Clock& clock_;
@@ -82,9 +79,7 @@ class frmTouchTest final : public QWidget {
   TwipsPoint pen_;
 
   TouchCanvas* canvas_;
-  QFrame* panel_ = nullptr;
-  QLabel* title_;
-  QLabel* instruction_;
+  frmGuideBox* box_;
   QPushButton* back_ = nullptr;
   QPushButton* next_ = nullptr;
   QPushButton* repeat_ = nullptr;

@@ -143,7 +143,7 @@ TEST_F(MeasureWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   EXPECT_TRUE(fs::exists(folder.path() / "Tvm-h9.txt"));
   prompt.answers = true;
   click("cmdMeasureAnew");
-  EXPECT_EQ(count("confirm Measure all lines anew?"), 2);
+  EXPECT_EQ(count("confirm Measure everything anew?"), 2);
   EXPECT_EQ(text("lineTitle"), "V-1   0 of 18 measured");
   EXPECT_FALSE(fs::exists(folder.path() / "Tvm-h9.txt"));
   EXPECT_THAT(folder.read("Tvm-h9.txt.old"), StartsWith("H-9"));
@@ -308,6 +308,15 @@ TEST_F(MeasureWindow, GoesFromTestToTestAndAsksBeforeItLosesAny) {
   QTest::keyClick(window, Qt::Key_Escape);
   live(0ms);
   EXPECT_EQ(left, 1);
+
+  measuring.plan = {false, true, false, false, measure::LineSet::ten, 9};
+  openAndStart();
+  QTest::mouseClick(find<QWidget>("touchTestCanvas"), Qt::LeftButton, {}, {80, 48});
+  for (int target = 0; target < 9; ++target)
+    QTest::keyClick(find<QWidget>("touchTestCanvas"), Qt::Key_Right);
+  EXPECT_EQ(verdict(), "INCOMPLETE 0");
+  click("cmdMeasureAnew");
+  EXPECT_THAT(text("touchTestTitle"), StartsWith("Taps: target 1")) << "without any line";
 }
 
 }  // namespace

@@ -1,0 +1,49 @@
+#include "measure/windows/frmGuideBox.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <utility>
+
+#include "ui/controls/finger_style.h"
+
+namespace touch::measure {
+
+namespace {
+constexpr int margin = 8;
+}
+
+frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* instructionName,
+                         QWidget* parent)
+    : QFrame(parent),
+      title_(new QLabel(this)),
+      instruction_(new QLabel(this)),
+      grid_(new QGridLayout(this)) {
+  setObjectName(name);
+  setStyleSheet(
+      "touch--measure--frmGuideBox { background: #f4f4f4; border: 1px solid #808080; "
+      "border-radius: 4px } QLabel { color: black }");
+  title_->setObjectName(titleName);
+  QFont bold = font();
+  bold.setBold(true);
+  title_->setFont(bold);
+  title_->setWordWrap(true);
+  instruction_->setObjectName(instructionName);
+  instruction_->setWordWrap(true);
+  instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  grid_->setContentsMargins(margin, margin, margin, margin);
+  grid_->setSpacing(isSmallScreen() ? 3 : 6);
+}
+
+QPushButton* frmGuideBox::addButton(const char* name, const QString& caption, const QString& hint,
+                                    std::function<void()> action) {
+  auto* const button = new QPushButton(caption, this);
+  button->setObjectName(name);
+  button->setToolTip(hint);
+  makeFingerSized(*button);
+  connect(button, &QPushButton::clicked, this, std::move(action));
+  buttons_.push_back(button);
+  return button;
+}
+
+}  // namespace touch::measure

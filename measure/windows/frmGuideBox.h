@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QFrame>
+#include <functional>
+#include <vector>
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+namespace touch::measure {
+
+/// The box on a canvas that says what to touch, with buttons to go on and back.
+class frmGuideBox final : public QFrame {
+  Q_OBJECT
+
+ public:
+  frmGuideBox(const char* name, const char* titleName, const char* instructionName,
+              QWidget* parent);
+
+  /// `hint` names the key that does the same. The caller lays the button out in `grid`.
+  QPushButton* addButton(const char* name, const QString& caption, const QString& hint,
+                         std::function<void()> action);
+
+  QLabel& title() { return *title_; }
+  QLabel& instruction() { return *instruction_; }
+  QGridLayout& grid() { return *grid_; }
+  /// In the order in which they were added.
+  const std::vector<QPushButton*>& buttons() const { return buttons_; }
+
+ private:
+  QLabel* title_;
+  QLabel* instruction_;
+  QGridLayout* grid_;
+  std::vector<QPushButton*> buttons_;
+};
+
+}  // namespace touch::measure
