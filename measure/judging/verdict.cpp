@@ -262,7 +262,8 @@ Subject judgeLine(const Measurement& measurement, const LineFigures& line) {
   off.outcome = line.blamesPanel ? Outcome::fail
                 : line.farOff    ? Outcome::incomplete
                                  : Outcome::pass;
-  subject.checks.push_back(off);
+  // What was not drawn did not stay near either.
+  if (line.samples > 0 || off.outcome != Outcome::pass) subject.checks.push_back(off);
   if (line.farOff)
     subject.remarks.push_back(
         say("measure", "A stroke went far off. Say whether the panel did that or your hand."));

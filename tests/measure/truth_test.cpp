@@ -173,6 +173,10 @@ TEST(Verdict, IsThatOfTheWorstPart) {
     tried.change(measurement);
     EXPECT_EQ(outcomeOf(measurement), tried.outcome) << tried.what;
   }
+  const Measurement nothing;
+  for (const Subject& subject : judge(nothing, analyse(nothing)).subjects)
+    for (const Check& check : subject.checks)
+      EXPECT_EQ(check.outcome, Outcome::incomplete) << subject.name << ' ' << check.name;
 }
 
 TEST(Figures, OfWhatASimulatedPanelDoes) {
