@@ -77,6 +77,11 @@ std::string lineFileName(const Guide& guide) {
   return std::string("Tvm-") + letter + guide.name.back() + ".txt";
 }
 
+bool isKeptAsFile(const Trace& trace) {
+  const Guide* const guide = findGuide(trace.task);
+  return guide != nullptr && !lineFileName(*guide).empty();
+}
+
 LineFile lineFileOf(const Guide& guide, TwipsSize screen, const PanelSize& size,
                     std::vector<TwipsPoint> samples) {
   return {&guide,

@@ -40,6 +40,8 @@ LineFile lineFileOf(const Guide& guide, TwipsSize screen, const PanelSize& size,
 
 /// Empty for a line that has none: a diagonal, or a way back.
 std::string lineFileName(const Guide& guide);
+/// Whether what was drawn is there again after the program has ended.
+bool isKeptAsFile(const Trace& trace);
 
 std::string lineFileText(const LineFile& line);
 [[nodiscard]] Status writeLineFile(const std::filesystem::path& folder, const LineFile& line);

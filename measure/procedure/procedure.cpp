@@ -42,6 +42,16 @@ std::size_t placeOf(std::vector<Source>& sources, const Source& source) {
 
 }  // namespace
 
+std::vector<std::optional<TouchTest>> testsOf(const Plan& plan) {
+  std::vector<std::optional<TouchTest>> tests;
+  if (plan.lines) tests.emplace_back();
+  if (plan.lines && plan.lineSet == LineSet::full) tests.emplace_back(TouchTest::directions);
+  if (plan.taps) tests.emplace_back(TouchTest::taps);
+  if (plan.rest) tests.emplace_back(TouchTest::rest);
+  if (plan.coverage) tests.emplace_back(TouchTest::coverage);
+  return tests;
+}
+
 Procedure::Procedure(Measurement& measurement, TouchTest test)
     : measurement_(measurement),
       test_(test),

@@ -13,6 +13,9 @@ namespace touch::measure {
 
 /// The tests that lead from one place to the next.
 enum class TouchTest : std::uint8_t { rest, taps, coverage, directions };
+/// All tests of a plan, in their order. Nothing stands for the lines, which have a procedure of
+/// their own.
+std::vector<std::optional<TouchTest>> testsOf(const Plan& plan);
 
 /// A target to touch, a line to draw, or, of neither, the whole panel to rub.
 struct Task {

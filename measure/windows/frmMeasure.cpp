@@ -61,8 +61,8 @@ frmMeasure::frmMeasure(MeasureParts parts, const Simulation& simulation, std::st
   connect(touchPage_, &frmTouchTest::done, this, [this] { begin(step_ + 1); });
   connect(touchPage_, &frmTouchTest::leaveRequested, this, leaving);
   connect(resultPage_, &frmMeasureResult::drawAgainRequested, this, [this](const Guide& guide) {
-    const auto all = steps();
-    const auto directions = std::ranges::find(all, Step::directions) - all.begin();
+    const auto all = testsOf(measurement_.plan);
+    const auto directions = std::ranges::find(all, TouchTest::directions) - all.begin();
     if (lineFileName(guide).empty()) return begin(static_cast<std::size_t>(directions));
     step_ = 0;
     pages_->setCurrentWidget(linesPage_);
@@ -98,8 +98,7 @@ void frmMeasure::started() {
 
 void frmMeasure::start() {
   const MeasureSetup& setup = parts_.setup;
-  const Plan& plan = setup.plan;
-  if (!plan.lines && !plan.taps && !plan.rest && !plan.coverage)
+  if (testsOf(setup.plan).empty())
     return parts_.prompt.message(tr("Choose at least one test.").toStdString());
   measurement_ = {};
   measurement_.conditions = parts_.known;
@@ -117,22 +116,11 @@ void frmMeasure::start() {
   begin(0);
 }
 
-std::vector<frmMeasure::Step> frmMeasure::steps() const {
-  const Plan& plan = measurement_.plan;
-  std::vector<Step> steps;
-  if (plan.lines) steps.push_back(Step::lines);
-  if (plan.lines && plan.lineSet == LineSet::full) steps.push_back(Step::directions);
-  if (plan.taps) steps.push_back(Step::taps);
-  if (plan.rest) steps.push_back(Step::rest);
-  if (plan.coverage) steps.push_back(Step::coverage);
-  return steps;
-}
-
 void frmMeasure::begin(std::size_t step) {
-  const auto all = steps();
+  const auto all = testsOf(measurement_.plan);
   if (step >= all.size()) return showResults();
   step_ = step;
-  if (all[step] == Step::lines) {
+  if (!all[step]) {
     pages_->setCurrentWidget(linesPage_);
     linesPage_->setGeometry(rect());
     if (!linesPage_->begin(measurement_)) leave();
@@ -140,10 +128,7 @@ void frmMeasure::begin(std::size_t step) {
   }
   pages_->setCurrentWidget(touchPage_);
   touchPage_->setGeometry(rect());
-  touchPage_->begin(all[step] == Step::directions ? TouchTest::directions
-                    : all[step] == Step::taps     ? TouchTest::taps
-                    : all[step] == Step::rest     ? TouchTest::rest
-                                                  : TouchTest::coverage);
+  touchPage_->begin(*all[step]);
   touchPage_->setFocus();
 }
 
@@ -189,10 +174,7 @@ void frmMeasure::back() {
 }
 
 void frmMeasure::askToLeave() {
-  const bool losesAny = std::ranges::any_of(measurement_.traces, [](const Trace& trace) {
-    const Guide* const guide = findGuide(trace.task);
-    return guide == nullptr || lineFileName(*guide).empty();
-  });
+  const bool losesAny = !std::ranges::all_of(measurement_.traces, isKeptAsFile);
   const QString question =
       tr("Leave without saving the measurement? Single "
          "lines are kept as files, everything else is "

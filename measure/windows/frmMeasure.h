@@ -1,10 +1,8 @@
 #pragma once
 
-#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "core/driver/simulation.h"
 #include "core/messages/messages.h"
@@ -55,9 +53,6 @@ class frmMeasure final : public FullScreenWindow {
   PanelSize knownSize() const;
   void start();
   void openStored();
-  /// The tests that the plan wants, in their order.
-  enum class Step : std::uint8_t { lines, directions, taps, rest, coverage };
-  std::vector<Step> steps() const;
   void begin(std::size_t step);
   void measureAnew();
   void showResults();
@@ -67,7 +62,7 @@ class frmMeasure final : public FullScreenWindow {
   const QScreen& screen_;
   Measurement measurement_;
   bool isStored_ = false;
-  std::size_t step_ = 0;
+  std::size_t step_ = 0;  ///< of the plan's tests
 
   QStackedWidget* pages_;
   frmMeasureStart* startPage_;
