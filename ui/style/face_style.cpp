@@ -184,12 +184,13 @@ void drawBar(const QStyleOptionSlider& option, QPainter& painter, const BarParts
     constexpr qreal knob = 11;
     const QPointF middle = parts.handle.center();
     QRectF groove = parts.groove;
-    groove.setTop(middle.y() - thickness / 2);
-    groove.setHeight(thickness);
-    work.box(groove, colours.edge, {}, thickness / 2);
+    const qreal half = thickness / 2;
+    if (isLevel) groove = {groove.left(), middle.y() - half, groove.width(), thickness};
+    if (!isLevel) groove = {middle.x() - half, groove.top(), thickness, groove.height()};
+    work.box(groove, colours.edge, {}, half);
     const QColor set = isEnabled ? colours.accent : colours.quiet;
-    groove.setRight(middle.x());
-    work.box(groove, set, {}, thickness / 2);
+    isLevel ? groove.setRight(middle.x()) : groove.setBottom(middle.y());
+    work.box(groove, set, {}, half);
     work.disc(middle, knob, colours.card, set);
   } else {
     painter.fillRect(option.rect, colours.ground);
