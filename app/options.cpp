@@ -136,6 +136,14 @@ void addWindowOptions(CLI::App& app, KnownValues& known, Options& options) {
              "The language of the windows: " + offered + " (default: the system's, else en)")
           ->type_name("LANG");
   known.add(*option, {languages.begin(), languages.end()});
+  app.add_option_function<std::string>(
+         "--theme",
+         [&options](const std::string& theme) {
+           if (theme != "system") options.dark = theme == "dark";
+         },
+         "The colours of the windows: system, light or dark (default: system)")
+      ->check(CLI::IsMember({"system", "light", "dark"}))
+      ->type_name("THEME");
   app.add_option(
          "--monitor", options.monitor,
          "The monitor that the panel covers, counted from 1: full-screen windows open there "

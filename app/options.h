@@ -36,6 +36,7 @@ struct Options {
   std::optional<ScreenSize> screen;
   std::optional<std::filesystem::path> trace;
   std::optional<std::string> language;  ///< of `languages`; none: the system's
+  std::optional<bool> dark;             ///< the colours of the windows; none: as the system's
   std::optional<int> monitor;           ///< that the panel covers, counted from 1
 };
 

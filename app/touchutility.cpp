@@ -27,13 +27,14 @@
 #include "core/session.h"
 #include "serial/port/asio_serial_port.h"
 #include "support/system_name.h"
-#include "ui/controls/finger_style.h"
 #include "ui/driver_notice.h"
 #include "ui/event_loop_clock.h"
 #include "ui/guarded_application.h"
 #include "ui/guide/help.h"
 #include "ui/language.h"
 #include "ui/message_box_prompt.h"
+#include "ui/style/colours.h"
+#include "ui/style/face_style.h"
 #include "ui/text.h"
 #include "ui/window_manners.h"
 
@@ -179,7 +180,8 @@ int run(Options& options, int argc, char** argv) {
   const GuardedApplication app(argc, argv);
   QApplication::setApplicationName("TouchUtility");
   QApplication::setDesktopFileName("org.touchutility.TouchUtility");
-  QApplication::setStyle(new FingerStyle);  // the application owns it
+  QApplication::setStyle(new FaceStyle);  // the application owns it
+  applyTheme(options.dark);
   const WindowManners manners;
   // Every report of a panel counts. X11's plugin would merge those that it finds waiting.
   QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);

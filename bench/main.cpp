@@ -7,7 +7,8 @@
 
 #include "bench/page.h"
 #include "bench/subjects.h"
-#include "ui/controls/finger_style.h"
+#include "ui/style/colours.h"
+#include "ui/style/face_style.h"
 
 // touch_bench [options of the benchmark library] [FILE]: runs the benchmarks, and writes their
 // figures to FILE.
@@ -15,7 +16,8 @@ int main(int argc, char** argv) try {
   using namespace touch::bench;
   benchmark::Initialize(&argc, argv);
   const QApplication app(argc, argv);
-  QApplication::setStyle(new touch::FingerStyle);  // the application owns it
+  QApplication::setStyle(new touch::FaceStyle);  // the application owns it
+  touch::applyTheme(false);
   registerStart();
   registerDecoder();
   registerDriver();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,6 +33,13 @@ struct Sample {
   double y = 0;
   friend bool operator==(const Sample&, const Sample&) = default;
 };
+
+/// A touch at a place that is given in parts of the panel's width and height. Raw counts are whole.
+inline Sample sampleOf(const Source& source, Seconds time, double x, double y) {
+  if (source.kind == SourceKind::reports)
+    return {time, std::round(x * source.stepsX), std::round(y * source.stepsY)};
+  return {time, x * source.stepsX, y * source.stepsY};
+}
 
 /// Who is to blame for a stroke far off its guide, or for a tap that nothing came of.
 enum class Blame : std::uint8_t { undecided, panel, hand };

@@ -4588,6 +4588,14 @@ Zeichnen Sie hier mit der Maus</translation>
         <source>Measure everything anew? Single lines are kept as files, with &quot;.old&quot; behind their names; everything else is lost.</source>
         <translation>Alles neu messen? Einzelne Linien bleiben als Dateien erhalten, mit „.old“ hinter ihren Namen; alles andere geht verloren.</translation>
     </message>
+    <message>
+        <source>%1
+
+From now on the pointer is measured.</source>
+        <translation>%1
+
+Ab jetzt wird der Zeiger gemessen.</translation>
+    </message>
 </context>
 <context>
     <name>touch::measure::frmMeasureResult</name>
@@ -4825,6 +4833,22 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Rub the whole panel: dead spots, and how far the edges are reached.</source>
         <translation>Das ganze Panel reiben: tote Stellen und wie weit die Ränder erreicht werden.</translation>
+    </message>
+    <message>
+        <source>The controller&apos;s own reports are finer than the pointer, and have times of their own. While they are read the pointer does not follow the finger.</source>
+        <translation>Die Meldungen des Controllers selbst sind feiner als der Zeiger und haben eigene Zeiten. Solange sie gelesen werden, folgt der Zeiger dem Finger nicht.</translation>
+    </message>
+    <message>
+        <source>The pointer</source>
+        <translation>Vom Zeiger</translation>
+    </message>
+    <message>
+        <source>Reports on %1</source>
+        <translation>Meldungen an %1</translation>
+    </message>
+    <message>
+        <source>Touches &amp;from:</source>
+        <translation>B&amp;erührungen:</translation>
     </message>
 </context>
 <context>

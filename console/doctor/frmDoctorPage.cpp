@@ -21,6 +21,7 @@
 #include "support/prompt.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
+#include "ui/style/face_style.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
@@ -117,6 +118,7 @@ QWidget* frmDoctorPage::makeHead() {
   row->setContentsMargins(0, 0, 0, 0);
   auto* const refresh = new QPushButton(tr("&Refresh"));
   refresh->setObjectName("cmdDoctorRefresh");
+  setKind(*refresh, ButtonKind::primary);
   refresh->setToolTip(tr("Examines everything, and asks each controller what it is"));
   auto* const save = new QPushButton(tr("Save dia&gnostics file …"));
   save->setObjectName("cmdSaveDiagnostics");

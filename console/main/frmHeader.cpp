@@ -5,10 +5,10 @@
 #include <QIcon>
 #include <QImageReader>
 #include <QLabel>
-#include <QPalette>
 
 #include "console/working_folder/picture_file.h"
 #include "ui/controls/graphic.h"
+#include "ui/style/colours.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -41,10 +41,11 @@ frmHeader::frmHeader(bool simulated) : picture_(new QLabel) {
     notice->setObjectName("simulationNotice");
     notice->setWordWrap(true);
     // Not by a style sheet: its machinery is a fair part of the time to the first picture.
-    QPalette colours = notice->palette();
-    colours.setColor(notice->backgroundRole(), QColor(0xFF, 0xE0, 0x8A));
-    colours.setColor(notice->foregroundRole(), QColor(0x40, 0x2C, 0x00));
-    notice->setPalette(colours);
+    const Colours& colours = coloursOf(notice->palette());
+    QPalette own = notice->palette();
+    own.setColor(notice->backgroundRole(), colours.remarkSoft);
+    own.setColor(notice->foregroundRole(), colours.remark);
+    notice->setPalette(own);
     notice->setAutoFillBackground(true);
     notice->setContentsMargins(8, 2, 8, 2);
     row->addWidget(notice, 1);

@@ -5,10 +5,15 @@
 #include "console/main/main_console.h"
 #include "console/panels/monitors.h"
 #include "console/panels/simulated_panels.h"
+#include "console/parameters/parameter_block.h"
 #include "console/pins/frmPinDefine.h"
+#include "console/settings/touch_settings.h"
+#include "core/driver/driver_settings.h"
 #include "linetest/canvas/frmDraw.h"
 #include "measure/windows/frmMeasure.h"
+#include "ports/port_list.h"
 #include "serial/debugger/frmRSDebug.h"
+#include "serial/receiving/controller_stream.h"
 
 namespace touch {
 
@@ -131,6 +136,8 @@ void frmWindows::openTest(const std::function<FullScreenWindow*(const Ended&)>& 
       comeBack();
       console_.testEnded();
     });
+    // The program may be about to end: to make it may have taken a while.
+    if (console_.actions().gate().isCutShort()) return test_->leave();
     test_->open();
   };
   const auto end = [this] {
@@ -148,17 +155,47 @@ void frmWindows::draw() {
   });
 }
 
+measure::Conditions frmWindows::knownConditions() {
+  measure::Conditions known;
+  known.controller = access_.session.controllerName;
+  known.firmware = model_.identity.firmware;
+  known.unitType = model_.identity.unitType;
+  if (!startup_.versions.empty()) known.program = startup_.versions.front();
+  if (known.controller.empty()) return known;
+  if (const auto settings = reportedSettings(access_)) {
+    for (const Setting& setting : settingTable())
+      if (setting.get != nullptr)
+        known.settings.emplace(setting.name, settingText(setting, setting.get(*settings)));
+  }
+  if (const auto block = readBlock(access_)) {
+    for (const ParameterWord& word : *block)
+      known.parameterWords.push_back(wordText(word));
+  }
+  return known;
+}
+
 void frmWindows::measurePanel() {
   openTest([this](const Ended& ended) {
-    measure::Conditions known;
-    known.controller = access_.session.controllerName;
-    known.firmware = model_.identity.firmware;
-    known.unitType = model_.identity.unitType;
-    if (!startup_.versions.empty()) known.program = startup_.versions.front();
-    return new measure::frmMeasure({access_.clock, prompt_, access_.session.messages,
-                                    tests_.measuring, startup_.workFolder, known},
-                                   startup_.simulation, access_.session.controllerName,
-                                   panelMonitor_.of(main_), startup_.fullScreenSize, ended);
+    std::vector<measure::PortChoice> ports;
+    const auto lacks = access_.driver.missing();
+    const bool lendsPort = std::ranges::none_of(portLoanOperations, [&](std::string_view name) {
+      return std::ranges::find(lacks, name) != lacks.end();
+    });
+    if (lendsPort && debugger_ == nullptr && !access_.session.controllerName.empty()) {
+      reports_ =
+          std::make_unique<ControllerStream>(access_, prompt_, port_, console_.reportFormats());
+      for (const ListedPort& port : listedPorts(startup_.ports))
+        if (port.number > 0) ports.push_back({port.number, startup_.ports.describe(port.number)});
+    }
+    const auto left = [this, ended] {
+      reports_.reset();
+      ended();
+    };
+    return new measure::frmMeasure(
+        {access_.clock, prompt_, access_.session.messages, tests_.measuring, startup_.workFolder,
+         knownConditions(), reports_.get(), std::move(ports)},
+        startup_.simulation, access_.session.controllerName, panelMonitor_.of(main_),
+        startup_.fullScreenSize, left);
   });
 }
 

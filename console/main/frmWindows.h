@@ -21,6 +21,7 @@ class frmCheck;
 class frmPinDefine;
 class frmRSDebug;
 class FullScreenWindow;
+class ControllerStream;
 class MainConsole;
 class MainModel;
 class SerialPort;
@@ -62,6 +63,7 @@ class frmWindows final {
   void endCalibration() const;
   void openTest(const std::function<FullScreenWindow*(const Ended&)>& make);
   void comeBack();
+  measure::Conditions knownConditions();
 
   Access access_;
   Prompt& prompt_;
@@ -78,6 +80,7 @@ class frmWindows final {
   QPointer<frmCal> calibration_;
   std::unique_ptr<KeptCalibration> kept_;  ///< while a calibration runs that is checked afterwards
   QPointer<frmCheck> check_;
+  std::unique_ptr<ControllerStream> reports_;  ///< while a panel is measured
   QPointer<FullScreenWindow> test_;
   SendHistory sentLines_;
   std::unique_ptr<frmRSDebug> debugger_;

@@ -21,6 +21,7 @@
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/screens/monitor_number.h"
+#include "ui/style/face_style.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -116,6 +117,7 @@ QWidget* frmMaintenancePage::makeFunctions() {
   for (const auto& function : functions) {
     function.button->setObjectName(function.name);
     function.button->setMinimumWidth(3 * fingerSize());
+    if (function.button != undo_) setKind(*function.button, ButtonKind::dangerous);
     function.button->setAccessibleDescription(function.purpose);
     auto* const purpose = new QLabel(function.purpose);
     purpose->setWordWrap(true);

@@ -10,6 +10,7 @@
 
 #include "console/actions/main_model.h"
 #include "console/main/frmWindows.h"
+#include "console/panels/targets_button.h"
 #include "ui/controls/finger_spin_box.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
@@ -78,30 +79,30 @@ frmCalibrationPage::frmCalibrationPage(MainModel& model, frmWindows& windows)
 QLayout* frmCalibrationPage::makeChoices(frmWindows& windows) {
   auto* const grid = new QGridLayout;
   grid->setContentsMargins(0, 0, 0, 0);
-  const bool inOneRow = isSmallScreen();
+  const bool isSmall = isSmallScreen();
   int place = 0;
   for (const Choice& choice : choices) {
-    auto* const button = new QPushButton(tr(choice.caption));
+    const QString caption = tr(choice.caption);
+    auto* const button =
+        isSmall ? new QPushButton(caption) : new TargetsButton(caption, choice.points);
     button->setObjectName(choice.name);
     const QString purpose = tr(choice.purpose);
     button->setAccessibleDescription(purpose);
     connect(button, &QPushButton::clicked, this,
             [this, &windows, points = choice.points] { calibrate(windows, points); });
-    if (inOneRow) {
-      auto* const told = new QLabel(button->text().remove('&') + ": " + purpose);
-      told->setWordWrap(true);
-      grid->addWidget(button, 0, place);
+    auto* const told =
+        new QLabel(isSmall ? QString(caption).remove('&') + ": " + purpose : purpose);
+    told->setWordWrap(true);
+    grid->addWidget(button, 0, place);
+    if (isSmall) {
       grid->addWidget(told, place + 1, 0, 1, static_cast<int>(std::size(choices)));
     } else {
-      auto* const told = new QLabel(purpose);
-      told->setWordWrap(true);
-      button->setMinimumWidth(3 * fingerSize());
-      grid->addWidget(button, place, 0);
-      grid->addWidget(told, place, 1);
+      told->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+      grid->addWidget(told, 1, place);
+      grid->setColumnStretch(place, 1);
     }
     ++place;
   }
-  if (!inOneRow) grid->setColumnStretch(1, 1);
   return grid;
 }
 

@@ -22,6 +22,7 @@
 #include "ui/controls/scrollable.h"
 #include "ui/controls/status_line.h"
 #include "ui/guide/help.h"
+#include "ui/style/colours.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -101,8 +102,7 @@ class SensorDrawing final : public QWidget {
 
  private:
   QColor wrongColour() const {
-    return palette().color(QPalette::Window).lightness() < 128 ? QColor(0xFF, 0x80, 0x80)
-                                                               : QColor(0xC0, 0, 0);
+    return coloursOf(palette()).problem;
   }
 
   QGridLayout* grid_;

@@ -19,6 +19,7 @@
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
+#include "ui/style/face_style.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -127,6 +128,7 @@ void frmSettingsPage::resizeEvent(QResizeEvent* event) {
 QWidget* frmSettingsPage::makeSwitches() {
   auto* const group = new QGroupBox(tr("Touch"));
   auto* const column = new QVBoxLayout(group);
+  column->setSpacing(0);
   for (std::size_t i = 0; i < switches_.size(); ++i) {
     const SwitchControl& control = switchControls[i];
     const Setting* const setting = findSetting(control.setting);
@@ -195,7 +197,7 @@ QWidget* frmSettingsPage::makeTiming() {
     // A scroll bar's keys are made for text, where "right" goes back; here it means more.
     scroll->setInvertedControls(false);
     scroll->setMinimumHeight(fingerSize());
-    scroll->setMinimumWidth(3 * fingerSize());
+    scroll->setMinimumWidth(2 * fingerSize());
     caption->setWordWrap(true);
     value->setObjectName(control.label);
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -207,21 +209,30 @@ QWidget* frmSettingsPage::makeTiming() {
     mark->setSizePolicy(keepsPlace);
     mark->hide();
     bars_[i] = {control.bar, scroll, value, mark};
-    const int row = static_cast<int>(i);
-    grid->addWidget(caption, row, 0);
-    grid->addWidget(scroll, row, 1);
-    grid->addWidget(value, row, 2);
+    // Below each other beside their bar; two bars are beside each other where there is room.
+    auto* const shown = new QGridLayout;
+    shown->setSpacing(0);
+    shown->addWidget(value, 0, 0);
     // Nobody knows in what the driver counts the area.
-    if (control.bar != SettingsPanel::Bar::doubleClickArea) {
-      grid->addWidget(new QLabel(tr("ms")), row, 3);
-    }
-    grid->addWidget(mark, row, 4);
+    shown->addWidget(
+        new QLabel(control.bar == SettingsPanel::Bar::doubleClickArea ? QString() : ' ' + tr("ms")),
+        0, 1);
+    shown->addWidget(mark, 1, 0, 1, 2, Qt::AlignRight);
+    const bool isWide = !isSmallScreen();
+    const int row = isWide ? static_cast<int>(i) / 2 : static_cast<int>(i);
+    const int column = isWide ? 3 * (static_cast<int>(i) % 2) : 0;
+    const bool isLast = i + 1 == bars_.size();
+    grid->addWidget(caption, row, column);
+    grid->addWidget(scroll, row, column + 1, 1, isWide && isLast ? 4 : 1);
+    grid->addLayout(shown, row, isWide && isLast ? 5 : column + 2);
     connect(scroll, &QScrollBar::valueChanged, this, [this, controls = bars_[i]](int position) {
       panel_.moveBar(controls.bar, position);
       showBar(controls);
     });
   }
+  grid->setVerticalSpacing(0);
   grid->setColumnStretch(1, 1);
+  if (!isSmallScreen()) grid->setColumnStretch(4, 1);
   return box;
 }
 
@@ -240,6 +251,7 @@ QWidget* frmSettingsPage::makeActions() {
   hideCursor->setObjectName("Command17");
   auto* const confirm = new QPushButton(tr("Con&firm"));
   confirm->setObjectName("Command6");
+  setKind(*confirm, ButtonKind::primary);
   row->addWidget(hideCursor);
   row->addStretch();
   row->addWidget(confirm);

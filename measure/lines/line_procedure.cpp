@@ -71,16 +71,21 @@ std::optional<std::size_t> messageOf(StrokeVerdict verdict) {
 LineProcedure::LineProcedure(Measurement& measurement, TwipsSize screen)
     : measurement_(measurement),
       screen_(screen),
+      source_(pointerSource(screen, true, "pointer")),
       guides_(straightGuidesOf(measurement.plan.lineSet)) {
   while (current_ < guides_.size() && !kept(*guides_[current_]).empty())
     ++current_;
 }
 
+void LineProcedure::use(const std::optional<Source>& reports) {
+  source_ = reports.value_or(pointerSource(screen_, true, "pointer"));
+}
+
 void LineProcedure::penDown(const PenSample& sample) {
   if (current() == nullptr) return;
   penIsDown_ = true;
-  const auto source = sourceIn(measurement_, pointerSource(screen_, true, "pointer"));
-  drawn_.push_back({std::string(current()->name), source, Blame::undecided, {}});
+  drawn_.push_back(
+      {std::string(current()->name), sourceIn(measurement_, source_), Blame::undecided, {}});
   penMove(sample);
 }
 
@@ -88,8 +93,9 @@ void LineProcedure::penMove(const PenSample& sample) {
   if (!penIsDown_) return;
   tooMany_ = countDrawn() == Stroke::mostSamples;
   if (!tooMany_)
-    drawn_.back().samples.push_back(
-        {sample.time, static_cast<double>(sample.at.x), static_cast<double>(sample.at.y)});
+    drawn_.back().samples.push_back(sampleOf(source_, sample.time,
+                                             static_cast<double>(sample.at.x / screen_.width),
+                                             static_cast<double>(sample.at.y / screen_.height)));
 }
 
 StrokeVerdict LineProcedure::penUp() {

@@ -38,6 +38,9 @@ class LineProcedure {
   /// `measurement` outlives it.
   LineProcedure(Measurement& measurement, TwipsSize screen);
 
+  /// Where samples come from from now on; pointer events with their times unless said otherwise.
+  void use(const std::optional<Source>& reports);
+
   TwipsSize screen() const { return screen_; }
   const std::vector<const Guide*>& guides() const { return guides_; }
   /// The line to draw; null when all are kept.
@@ -84,6 +87,7 @@ class LineProcedure {
 
   Measurement& measurement_;
   TwipsSize screen_;
+  Source source_;
   std::vector<const Guide*> guides_;
   std::size_t current_ = 0;
   std::vector<Trace> drawn_;

@@ -34,11 +34,13 @@ bool isVertical(const Guide& guide) {
 }  // namespace
 
 frmLines::frmLines(Prompt& prompt, const MessageTable& messages, std::filesystem::path folder,
-                   const Simulation& simulation, std::string controller, QWidget* parent)
+                   const Simulation& simulation, std::string controller, ReportSource reports,
+                   QWidget* parent)
     : QWidget(parent),
       prompt_(prompt),
       messages_(messages),
       folder_(std::move(folder)),
+      reports_(std::move(reports)),
       canvas_(new TouchCanvas(this)),
       box_(new frmGuideBox("guidePanel", "lineTitle", "instruction", this)) {
   addButtons();
@@ -175,6 +177,7 @@ PenSample frmLines::sampleAt(TwipsPoint at) const {
 }
 
 void frmLines::penDown(TwipsPoint at) {
+  procedure_->use(reports_());
   procedure_->penDown(sampleAt(at));
   pen_ = at;
   canvas_->point(at, tracedColour, inkWidth);

@@ -10,6 +10,7 @@
 #include "core/driver/simulation.h"
 #include "core/messages/messages.h"
 #include "measure/lines/line_procedure.h"
+#include "measure/windows/reported_touch.h"
 #include "support/prompt.h"
 
 class QPushButton;
@@ -30,7 +31,8 @@ class frmLines final : public QWidget {
  public:
   /// In a simulated run the ink is drawn where `controller` reports the pointer.
   frmLines(Prompt& prompt, const MessageTable& messages, std::filesystem::path folder,
-           const Simulation& simulation, std::string controller, QWidget* parent = nullptr);
+           const Simulation& simulation, std::string controller, ReportSource reports,
+           QWidget* parent = nullptr);
 
   /// Begins with the lines of `measurement`, which outlives it, and those of an earlier run:
   /// without a question when that are all, else as the user says; false when the question was taken
@@ -78,6 +80,7 @@ class frmLines final : public QWidget {
   Prompt& prompt_;
   const MessageTable& messages_;
   std::filesystem::path folder_;
+  ReportSource reports_;
   Measurement* measurement_ = nullptr;
   std::optional<LineProcedure> procedure_;
   TwipsPoint pen_;

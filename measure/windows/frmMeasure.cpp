@@ -24,15 +24,27 @@ namespace touch::measure {
 frmMeasure::frmMeasure(MeasureParts parts, const Simulation& simulation, std::string controller,
                        const QScreen& screen, const std::optional<QSize>& size,
                        std::function<void()> onLeft)
-    : FullScreenWindow(screen, size, std::move(onLeft)),
+    : FullScreenWindow(screen, size,
+                       [this, left = std::move(onLeft)] {
+                         listenNoMore();
+                         left();
+                       }),
       parts_(std::move(parts)),
       screen_(screen),
       pages_(new QStackedWidget(this)),
-      startPage_(new frmMeasureStart(parts_.prompt, parts_.setup, parts_.workingFolder)),
+      startPage_(
+          new frmMeasureStart(parts_.prompt, parts_.setup, parts_.workingFolder, parts_.ports)),
       linesPage_(new frmLines(parts_.prompt, parts_.messages, parts_.workingFolder, simulation,
-                              controller)),
-      touchPage_(new frmTouchTest(parts_.clock, simulation, std::move(controller), measurement_)),
+                              controller, reports())),
+      touchPage_(new frmTouchTest(parts_.clock, simulation, std::move(controller), measurement_,
+                                  reports())),
       resultPage_(new frmMeasureResult(parts_.prompt, parts_.setup, parts_.workingFolder)) {
+  if (parts_.stream != nullptr) {
+    touch_.emplace(*this, parts_.clock, *parts_.stream, [this](const std::string& why) {
+      parts_.prompt.message(
+          tr("%1\n\nFrom now on the pointer is measured.").arg(shownText(why)).toStdString());
+    });
+  }
   setObjectName("frmMeasure");
   setWindowTitle(shownText(parts_.messages.at(LineProcedure::titleMessage)));
   setHelpChapter(*this, "Prove a panel is good");
@@ -64,6 +76,7 @@ frmMeasure::frmMeasure(MeasureParts parts, const Simulation& simulation, std::st
     const auto all = testsOf(measurement_.plan);
     const auto directions = std::ranges::find(all, TouchTest::directions) - all.begin();
     if (lineFileName(guide).empty()) return begin(static_cast<std::size_t>(directions));
+    if (!listen()) return;
     step_ = 0;
     pages_->setCurrentWidget(linesPage_);
     linesPage_->drawAgain(guide);
@@ -91,6 +104,24 @@ PanelSize frmMeasure::knownSize() const {
   return nominalSize(width(), height());
 }
 
+ReportSource frmMeasure::reports() const {
+  return [this] { return touch_ ? touch_->source() : std::nullopt; };
+}
+
+/// Has the controller's own reports read, if the user wants them. False when they cannot be; the
+/// user knows why then.
+bool frmMeasure::listen() {
+  const auto port = parts_.setup.reportPort;
+  if (!touch_ || !port) return true;
+  const auto begun = touch_->begin(*port);
+  if (!begun) parts_.prompt.message(begun.error());
+  return begun.has_value();
+}
+
+void frmMeasure::listenNoMore() {
+  if (touch_) touch_->end();
+}
+
 void frmMeasure::started() {
   startPage_->offer(knownSize());
   startPage_->takeFocus();
@@ -100,6 +131,7 @@ void frmMeasure::start() {
   const MeasureSetup& setup = parts_.setup;
   if (testsOf(setup.plan).empty())
     return parts_.prompt.message(tr("Choose at least one test.").toStdString());
+  if (!listen()) return;
   measurement_ = {};
   measurement_.conditions = parts_.known;
   measurement_.conditions.panel = setup.panel;
@@ -120,6 +152,7 @@ void frmMeasure::begin(std::size_t step) {
   const auto all = testsOf(measurement_.plan);
   if (step >= all.size()) return showResults();
   step_ = step;
+  if (!listen()) return showResults();
   if (!all[step]) {
     pages_->setCurrentWidget(linesPage_);
     linesPage_->setGeometry(rect());
@@ -156,6 +189,7 @@ void frmMeasure::measureAnew() {
 }
 
 void frmMeasure::showResults() {
+  listenNoMore();
   resultPage_->showResults(measurement_, isStored_);
   pages_->setCurrentWidget(resultPage_);
   resultPage_->takeFocus();
@@ -168,6 +202,7 @@ void frmMeasure::back() {
     return;
   }
   if (!measurement_.plan.lines) return begin(step_);
+  if (!listen()) return;
   step_ = 0;
   pages_->setCurrentWidget(linesPage_);
   linesPage_->comeBack();

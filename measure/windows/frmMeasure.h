@@ -3,11 +3,13 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/driver/simulation.h"
 #include "core/messages/messages.h"
 #include "measure/measurement.h"
 #include "measure/windows/measure_setup.h"
+#include "measure/windows/reported_touch.h"
 #include "support/clock.h"
 #include "support/prompt.h"
 #include "ui/screens/full_screen_window.h"
@@ -29,6 +31,8 @@ struct MeasureParts {
   MeasureSetup& setup;
   std::filesystem::path workingFolder;  ///< where the files of the lines are
   Conditions known{};                   ///< what the program knows without asking
+  TouchStream* stream = nullptr;        ///< null: no controller's reports can be read
+  std::vector<PortChoice> ports{};      ///< that they may come from
 };
 
 /// The full-screen window that measures a panel: it asks what to measure, guides through the tests,
@@ -51,6 +55,9 @@ class frmMeasure final : public FullScreenWindow {
 
  private:
   PanelSize knownSize() const;
+  ReportSource reports() const;
+  bool listen();
+  void listenNoMore();
   void start();
   void openStored();
   void begin(std::size_t step);
@@ -69,6 +76,7 @@ class frmMeasure final : public FullScreenWindow {
   frmLines* linesPage_;
   frmTouchTest* touchPage_;
   frmMeasureResult* resultPage_;
+  std::optional<ReportedTouch> touch_;
 };
 
 }  // namespace touch::measure

@@ -19,6 +19,7 @@
 #include "ui/controls/finger_spin_box.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
+#include "ui/style/face_style.h"
 #include "ui/text.h"
 
 namespace touch::measure {
@@ -31,7 +32,7 @@ constexpr int manyTargets = 25;
 }  // namespace
 
 frmMeasureStart::frmMeasureStart(Prompt& prompt, MeasureSetup& setup, std::filesystem::path folder,
-                                 QWidget* parent)
+                                 const std::vector<PortChoice>& ports, QWidget* parent)
     : QWidget(parent),
       setup_(setup),
       folder_(std::move(folder)),
@@ -43,7 +44,7 @@ frmMeasureStart::frmMeasureStart(Prompt& prompt, MeasureSetup& setup, std::files
   auto* const content = new QWidget;
   auto* const columns =
       new QBoxLayout(isSmallScreen() ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight, content);
-  columns->addWidget(makePanel(), 1, Qt::AlignTop);
+  columns->addWidget(makePanel(ports), 1, Qt::AlignTop);
   columns->addWidget(makeTests(), 1, Qt::AlignTop);
 
   auto* const page = new ScrolledPage;
@@ -65,7 +66,26 @@ frmMeasureStart::frmMeasureStart(Prompt& prompt, MeasureSetup& setup, std::files
     });
 }
 
-QWidget* frmMeasureStart::makePanel() {
+QWidget* frmMeasureStart::makePorts(const std::vector<PortChoice>& ports) {
+  auto* const from = new QComboBox;
+  from->setObjectName("touchesFrom");
+  from->setToolTip(
+      tr("The controller's own reports are finer than the pointer, and have times of "
+         "their own. While they are read the pointer does not follow the finger."));
+  makeFingerSized(*from);
+  from->addItem(tr("The pointer"));
+  for (const PortChoice& port : ports) {
+    from->addItem(tr("Reports on %1").arg(shownText(port.caption)), port.number);
+    if (setup_.reportPort == port.number) from->setCurrentIndex(from->count() - 1);
+  }
+  if (from->currentIndex() == 0) setup_.reportPort.reset();
+  connect(from, &QComboBox::currentIndexChanged, this, [this, from](int index) {
+    setup_.reportPort = index == 0 ? std::nullopt : std::optional(from->itemData(index).toInt());
+  });
+  return from;
+}
+
+QWidget* frmMeasureStart::makePanel(const std::vector<PortChoice>& ports) {
   auto* const group = new QGroupBox(tr("Panel"));
   auto* const form = new QFormLayout(group);
   form->setVerticalSpacing(isSmallScreen() ? 2 : 6);
@@ -75,6 +95,10 @@ QWidget* frmMeasureStart::makePanel() {
   source_->setWordWrap(true);
   form->addRow(source_);
   addField(*form, tr("L&imits:"), limits_, limits_);
+  if (!ports.empty()) {
+    QWidget* const from = makePorts(ports);
+    addField(*form, tr("Touches &from:"), from, from);
+  }
   const struct {
     QString caption;
     const char* name;
@@ -165,6 +189,7 @@ QWidget* frmMeasureStart::makeButtons() {
     auto* const button = new QPushButton(caption);
     button->setObjectName(name);
     button->setAutoDefault(true);
+    if (pressed == &frmMeasureStart::startRequested) setKind(*button, ButtonKind::primary);
     button->setMinimumWidth(3 * fingerSize());
     makeFingerSized(*button);
     connect(button, &QPushButton::clicked, this, pressed);

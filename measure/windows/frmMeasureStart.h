@@ -21,8 +21,9 @@ class frmMeasureStart final : public QWidget {
   Q_OBJECT
 
  public:
+  /// `ports`: where touches may come from in place of the pointer.
   frmMeasureStart(Prompt& prompt, MeasureSetup& setup, std::filesystem::path folder,
-                  QWidget* parent = nullptr);
+                  const std::vector<PortChoice>& ports, QWidget* parent = nullptr);
 
   /// Offers `known` where the user has not entered a size.
   void offer(const PanelSize& known);
@@ -36,7 +37,8 @@ class frmMeasureStart final : public QWidget {
   void leaveRequested();
 
  private:
-  QWidget* makePanel();
+  QWidget* makePanel(const std::vector<PortChoice>& ports);
+  QWidget* makePorts(const std::vector<PortChoice>& ports);
   QWidget* makeTests();
   QWidget* makeButtons();
   void addTest(QWidget* box, const char* name, const QString& caption, const QString& meaning,

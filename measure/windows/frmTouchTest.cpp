@@ -49,10 +49,11 @@ double distanceOf(const Task& task, const QRect& room, const QSize& screen) {
 }  // namespace
 
 frmTouchTest::frmTouchTest(Clock& clock, const Simulation& simulation, std::string controller,
-                           Measurement& measurement, QWidget* parent)
+                           Measurement& measurement, ReportSource reports, QWidget* parent)
     : QWidget(parent),
       clock_(clock),
       measurement_(measurement),
+      reports_(std::move(reports)),
       reading_(clock.makeTimer([this] { readAgain(); })),
       canvas_(new TouchCanvas(this)),
       box_(new frmGuideBox("touchTestPanel", "touchTestTitle", "touchTestInstruction", this)) {
@@ -113,15 +114,18 @@ void frmTouchTest::begin(TouchTest test) {
 }
 
 Source frmTouchTest::source() const {
+  if (auto reports = reports_()) return *reports;
   const qreal ratio = devicePixelRatioF();
   return {SourceKind::pointer, std::max(width(), 1) * ratio, std::max(height(), 1) * ratio, true,
           "pointer"};
 }
 
 Sample frmTouchTest::sampleAt(TwipsPoint at) const {
-  const qreal ratio = devicePixelRatioF();
-  return {Seconds(pointer_.stamp), static_cast<double>(at.x / twipsPerPixel) * ratio,
-          static_cast<double>(at.y / twipsPerPixel) * ratio};
+  const TwipsSize size = canvas_->sizeInTwips();
+  const Source from = source();
+  const bool isReport = from.kind == SourceKind::reports;
+  return sampleOf(from, Seconds(isReport ? canvas_->eventTime() : pointer_.stamp),
+                  static_cast<double>(at.x / size.width), static_cast<double>(at.y / size.height));
 }
 
 /// The canvas says where it is touched; when, only its events know.
@@ -161,7 +165,7 @@ void frmTouchTest::penDown(TwipsPoint at) {
   procedure_->down(sampleAt(at));
   switch (procedure_->test()) {
     case TouchTest::rest:
-      reading_->start(readingInterval);
+      if (!reports_()) reading_->start(readingInterval);
       break;
     case TouchTest::coverage:
       box_->hide();  // there are cells below it

@@ -8,6 +8,7 @@
 #include "core/driver/simulation.h"
 #include "drawing/surface.h"
 #include "measure/procedure/procedure.h"
+#include "measure/windows/reported_touch.h"
 #include "support/clock.h"
 
 class QPushButton;
@@ -29,7 +30,7 @@ class frmTouchTest final : public QWidget {
   /// In a simulated run the panel reports where `controller` says that the pointer is.
   /// `measurement` outlives the page.
   frmTouchTest(Clock& clock, const Simulation& simulation, std::string controller,
-               Measurement& measurement, QWidget* parent = nullptr);
+               Measurement& measurement, ReportSource reports, QWidget* parent = nullptr);
   ~frmTouchTest() override;
 
   /// Takes the test up where it was left.
@@ -68,6 +69,7 @@ class frmTouchTest final : public QWidget {
   Clock& clock_;
   Measurement& measurement_;
   std::optional<Procedure> procedure_;
+  ReportSource reports_;
   std::unique_ptr<Timer> reading_;  ///< while a finger rests
   /// The pointer's last event, and when it came.
   struct Pointer {

@@ -44,9 +44,8 @@ enum VerdictColumn : std::uint8_t {
 };
 
 QColor colourOf(Outcome outcome, const QPalette& window) {
-  if (outcome != Outcome::incomplete) return verdictColour(outcome == Outcome::pass, window);
-  const bool dark = window.color(QPalette::Base).lightness() < 128;
-  return dark ? QColor(255, 190, 90) : QColor(150, 80, 0);
+  if (outcome == Outcome::incomplete) return coloursOf(window).remark;
+  return verdictColour(outcome == Outcome::pass, window);
 }
 
 /// So that `draw`, which works in twips, fills `room` or as much of it as the page's form allows.

@@ -7,10 +7,17 @@
 
 namespace touch::measure {
 
+/// A serial port, as it is chosen from a list.
+struct PortChoice {
+  int number = 0;
+  std::string caption;  ///< "COM1 (/dev/ttyS0)"
+};
+
 /// What is told once before a measurement and kept as long as the program runs: made once in main()
 /// and passed by reference.
 struct MeasureSetup {
   std::optional<PanelSize> size;  ///< as the user has entered it
+  std::optional<int> reportPort;  ///< COM port of the reports to measure; nothing: the pointer
   Plan plan;
   Limits limits = profiles().front().limits;
   std::string limitsName{profiles().front().name};  ///< of the profile, or of the file

@@ -1,4 +1,5 @@
 #include "tests/ui/every_window.h"
+#include "ui/style/colours.h"
 
 namespace touch::test {
 namespace {
@@ -85,9 +86,8 @@ double contrastIn(const QImage& image) {
 }
 
 TEST_F(Accessibility, TextsStandOutInLightAndDark) {
-  const QPalette before = QApplication::palette();
   for (const bool dark : {false, true}) {
-    QApplication::setPalette(dark ? QPalette(QColor(45, 45, 45)) : before);
+    applyTheme(dark);
     visitAll([&](const std::string& where, QWidget& window) {
       for (QWidget* const widget : window.findChildren<QWidget*>()) {
         if (!widget->isVisible() || !widget->isEnabled()) continue;
@@ -105,7 +105,7 @@ TEST_F(Accessibility, TextsStandOutInLightAndDark) {
       }
     });
   }
-  QApplication::setPalette(before);
+  applyTheme(false);
 }
 
 }  // namespace

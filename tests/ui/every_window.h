@@ -167,7 +167,7 @@ class EveryWindow : public DrawingDesk {
         measure::truth::record(trial, plan, measure::profiles().front().limits);
     measure::Measurement begun;
     begun.size = measurement.size;
-    measure::frmTouchTest test(clock, simulation, controller, begun);
+    measure::frmTouchTest test(clock, simulation, controller, begun, [] { return std::nullopt; });
     // As the window around it does.
     setHelpChapter(test, "Prove a panel is good");
     addHelpKey(test);

@@ -1,8 +1,9 @@
 #include <QLocale>
 
 #include "tests/doubles/test.h"
-#include "ui/controls/finger_style.h"
 #include "ui/guarded_application.h"
+#include "ui/style/colours.h"
+#include "ui/style/face_style.h"
 #include "ui/window_manners.h"
 
 int main(int argc, char** argv) {
@@ -11,7 +12,8 @@ int main(int argc, char** argv) {
   QLocale::setDefault(QLocale::c());  // whatever the machine writes numbers with
   testing::InitGoogleTest(&argc, argv);
   const touch::GuardedApplication app(argc, argv);
-  QApplication::setStyle(new touch::FingerStyle);
+  QApplication::setStyle(new touch::FaceStyle);
+  touch::applyTheme(false);
   const touch::WindowManners manners;
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();

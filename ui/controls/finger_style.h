@@ -25,7 +25,7 @@ QColor linkColour(const QPalette& colours);
 
 /// The Fusion style with check marks, scroll bars and tabs that a finger hits, and a focus frame
 /// that is seen from afar.
-class FingerStyle final : public QProxyStyle {
+class FingerStyle : public QProxyStyle {
   Q_OBJECT
 
  public:

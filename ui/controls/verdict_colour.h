@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QColor>
-#include <QPalette>
+#include "ui/style/colours.h"
 
 namespace touch {
 
-/// Of words that say whether something passed: green or red, light on a dark window and dark on a
-/// light one.
+/// Of words that say whether something passed.
 inline QColor verdictColour(bool passed, const QPalette& window) {
-  const bool dark = window.color(QPalette::Base).lightness() < 128;
-  if (passed) return dark ? QColor(143, 220, 143) : QColor(0, 100, 0);
-  return dark ? QColor(255, 138, 128) : QColor(200, 0, 0);
+  const Colours& colours = coloursOf(window);
+  return passed ? colours.good : colours.problem;
 }
 
 }  // namespace touch

@@ -13,10 +13,19 @@ void TouchCanvas::touchThrough(const Simulation& simulation, std::string control
   controller_ = std::move(controller);
 }
 
+void TouchCanvas::expectReports(bool expected) {
+  lift();
+  expectsReports_ = expected;
+}
+
+TwipsPoint TouchCanvas::inTwips(const QPointF& pixels) {
+  return {static_cast<float>(pixels.x()) * twipsPerPixel,
+          static_cast<float>(pixels.y()) * twipsPerPixel};
+}
+
 std::optional<TwipsPoint> TouchCanvas::reported(const QPointF& pointer) const {
   const TwipsSize size = sizeInTwips();
-  const TwipsPoint at{static_cast<float>(pointer.x()) * twipsPerPixel,
-                      static_cast<float>(pointer.y()) * twipsPerPixel};
+  const TwipsPoint at = inTwips(pointer);
   if (!simulation_.isThere()) return at;
   const auto report = simulation_.report(static_cast<double>(at.x / size.width),
                                          static_cast<double>(at.y / size.height), controller_);
@@ -26,8 +35,25 @@ std::optional<TwipsPoint> TouchCanvas::reported(const QPointF& pointer) const {
 }
 
 void TouchCanvas::follow(const QMouseEvent& event) {
+  if (expectsReports_) {
+    return simulation_.touch(std::clamp(event.position().x() / width(), 0.0, 1.0),
+                             std::clamp(event.position().y() / height(), 0.0, 1.0));
+  }
   eventTime_ = std::chrono::milliseconds(event.timestamp());
-  const auto at = reported(event.position());
+  put(reported(event.position()));
+}
+
+void TouchCanvas::touchAt(const QPointF& place, std::chrono::milliseconds time) {
+  eventTime_ = time;
+  put(inTwips(place));
+}
+
+void TouchCanvas::liftAt(std::chrono::milliseconds time) {
+  eventTime_ = time;
+  put(std::nullopt);
+}
+
+void TouchCanvas::put(const std::optional<TwipsPoint>& at) {
   const auto before = std::exchange(pen_, at);
   if (at && !before) {
     emit penDown(button_, *at);
@@ -62,8 +88,9 @@ void TouchCanvas::mouseReleaseEvent(QMouseEvent* event) {
 
 // Also when a window that came up has had the button's release.
 void TouchCanvas::lift() {
-  button_ = Qt::NoButton;
-  if (const auto last = std::exchange(pen_, std::nullopt)) emit penUp(*last);
+  const bool wasHeld = std::exchange(button_, Qt::NoButton) != Qt::NoButton;
+  if (!expectsReports_) return put(std::nullopt);
+  if (wasHeld) simulation_.lift();
 }
 
 }  // namespace touch

@@ -16,6 +16,7 @@
 
 #include "support/files/whole_file.h"
 #include "ui/controls/finger_style.h"
+#include "ui/style/colours.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
@@ -42,20 +43,19 @@ const Kinds kinds[] = {
      {.sent = false, .received = false, .notes = false}},
 };
 
-/// Both stand out from a light and from a dark background.
 QTextCharFormat formatOf(ConsoleLineKind kind, const QPalette& palette) {
-  const bool dark = palette.color(QPalette::Base).lightness() < 128;
+  const Colours& colours = coloursOf(palette);
   QTextCharFormat format;
   switch (kind) {
     case ConsoleLineKind::sent:
-      format.setForeground(QColor(dark ? "#8ab8ff" : "#0b4fb3"));
+      format.setForeground(colours.accent);
       break;
     case ConsoleLineKind::received:
     case ConsoleLineKind::report:
-      format.setForeground(QColor(dark ? "#8fdc8f" : "#0a6b1d"));
+      format.setForeground(colours.good);
       break;
     case ConsoleLineKind::note:
-      format.setForeground(palette.color(QPalette::Text));
+      format.setForeground(colours.text);
       break;
   }
   return format;

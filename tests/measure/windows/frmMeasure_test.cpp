@@ -7,6 +7,46 @@
 namespace touch::test {
 namespace {
 
+/// A controller whose reports the test writes down.
+class WrittenStream final : public TouchStream {
+ public:
+  explicit WrittenStream(const Clock& clock) : clock_(clock) {}
+
+  /// Along a line, in parts of the panel; the finger is lifted at its end.
+  void draw(QPointF from, QPointF to, int steps) {
+    for (int step = 0; step <= steps; ++step) {
+      const QPointF at = from + (to - from) * step / steps;
+      add(at, true, 0.01 * step);
+    }
+    add(to, false, 0.01 * (steps + 1));
+  }
+
+  Result<void, std::string> begin(int port) override {
+    if (port != present) return tl::unexpected("there is no COM" + std::to_string(port));
+    isOn = true;
+    return {};
+  }
+  void end() override { isOn = false; }
+  std::vector<ArrivedReport> read() override { return std::exchange(waiting_, {}); }
+  std::optional<std::string> lost() const override { return why; }
+
+  int present = 3;
+  bool isOn = false;
+  std::optional<std::string> why;
+
+ private:
+  void add(QPointF at, bool touching, double later) {
+    constexpr std::uint16_t greatest = 16383;
+    const auto counts = [](double part) { return static_cast<std::uint16_t>(part * greatest); };
+    const std::chrono::duration<double> now = clock_.now().time_since_epoch();
+    waiting_.push_back({{0, counts(at.x()), counts(at.y()), greatest, 5, touching},
+                        now + std::chrono::duration<double>(later)});
+  }
+
+  const Clock& clock_;
+  std::vector<ArrivedReport> waiting_;
+};
+
 class MeasureWindow : public DrawingDesk {
  protected:
   MeasureWindow() {
@@ -18,7 +58,14 @@ class MeasureWindow : public DrawingDesk {
   void open(QSize size = QSize(800, 480)) {
     delete window;
     screen = size;
-    window = new measure::frmMeasure({clock, prompt, session.messages, measuring, folder.path()},
+    window = new measure::frmMeasure({clock,
+                                      prompt,
+                                      session.messages,
+                                      measuring,
+                                      folder.path(),
+                                      {},
+                                      &stream,
+                                      {{3, "COM3 (/dev/ttyS2)"}}},
                                      simulation, controller, *QGuiApplication::primaryScreen(),
                                      size, [this] { ++left; });
     shown = window;
@@ -58,6 +105,7 @@ class MeasureWindow : public DrawingDesk {
     return find<QTableWidget>("figuresTable")->item(row, column)->text().toStdString();
   }
 
+  WrittenStream stream{clock};
   QPointer<measure::frmMeasure> window;
   QWidget* canvas = nullptr;
   QSize screen;
@@ -153,6 +201,50 @@ TEST_F(MeasureWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   click("cmdOpen");
   EXPECT_EQ(verdict(), "FAIL 17");
   EXPECT_FALSE(find<QPushButton>("cmdDrawAgain")->isVisible());
+}
+
+TEST_F(MeasureWindow, MeasuresTheControllersOwnReportsAndIsOperatedByThem) {
+  measuring.reportPort = 5;
+  open();
+  EXPECT_FALSE(measuring.reportPort) << "there is no such port";
+  find<QComboBox>("touchesFrom")->setCurrentIndex(1);
+  stream.present = 0;
+  click("cmdStart");
+  EXPECT_EQ(journal.back(), "message there is no COM3");
+  EXPECT_FALSE(canvas->isVisible());
+  stream.present = 3;
+  click("cmdStart");
+  EXPECT_TRUE(stream.isOn);
+  QTest::mouseClick(canvas, Qt::LeftButton, {}, {400, 200});
+  EXPECT_THAT(text("instruction"), StartsWith("Draw along")) << "the pointer does not count";
+
+  constexpr double firstLine = 1.0 / 32;
+  stream.draw({firstLine, 0}, {firstLine, 1}, 200);
+  live(20ms);
+  EXPECT_THAT(text("instruction"), StartsWith("Drawn: PASS: at most 0.0"));
+  const auto* const next = find<QPushButton>("cmdNext");
+  const QPointF middle = next->mapTo(window.data(), next->rect().center());
+  const QPointF pressed(middle.x() / 800, middle.y() / 480);
+  stream.draw(pressed, pressed, 1);
+  live(20ms);
+  EXPECT_THAT(text("lineTitle"), StartsWith("V-2   1 of"));
+
+  stream.why = "The cable was pulled.";
+  live(20ms);
+  EXPECT_THAT(journal.back(), HasSubstr("The cable was pulled.\n\nFrom now on the pointer"));
+  EXPECT_FALSE(stream.isOn);
+  drawLine(true, 2);
+  EXPECT_THAT(text("instruction"), StartsWith("Drawn: PASS"));
+  stream.why.reset();
+  click("cmdNext");
+  click("cmdResults");
+  EXPECT_EQ(verdict(), "INCOMPLETE 2");
+  EXPECT_THAT(text("conditions"), HasSubstr("raw counts and pointer events"));
+  click("cmdBackToLines");
+  EXPECT_TRUE(stream.isOn);
+  window->leave();
+  live(0ms);
+  EXPECT_FALSE(stream.isOn);
 }
 
 TEST_F(MeasureWindow, AsksWhoDidAStrokeFarOff) {

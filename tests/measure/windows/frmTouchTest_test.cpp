@@ -13,7 +13,8 @@ class TouchTestPage : public DrawingDesk {
   TouchTestPage() { makePanelExact(); }
 
   void begin(TouchTest test, QSize size = QSize(800, 480)) {
-    page = std::make_unique<measure::frmTouchTest>(clock, simulation, controller, measurement);
+    page = std::make_unique<measure::frmTouchTest>(clock, simulation, controller, measurement,
+                                                   [] { return std::nullopt; });
     shown = page.get();
     QObject::connect(page.get(), &measure::frmTouchTest::changed, page.get(),
                      [this] { ++changes; });

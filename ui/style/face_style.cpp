@@ -1,0 +1,402 @@
+#include "ui/style/face_style.h"
+
+#include <QAbstractButton>
+#include <QAbstractScrollArea>
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPainter>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QStyleOption>
+#include <QTabBar>
+#include <algorithm>
+#include <optional>
+
+#include "ui/style/colours.h"
+
+namespace touch {
+
+namespace {
+
+constexpr const char* kindProperty = "buttonKind";
+constexpr qreal controlRadius = 6;
+constexpr qreal cardRadius = 8;
+constexpr int switchWidth = 44;
+constexpr int narrowSwitchWidth = 36;
+constexpr int switchHeight = 24;
+
+ButtonKind kindOf(const QWidget* widget) {
+  return widget == nullptr ? ButtonKind::plain
+                           : static_cast<ButtonKind>(widget->property(kindProperty).toInt());
+}
+
+/// Paints smoothly, and leaves the painter as it was.
+class Brushwork {
+ public:
+  explicit Brushwork(QPainter& painter) : painter_(painter) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+  }
+  Brushwork(const Brushwork&) = delete;
+  Brushwork& operator=(const Brushwork&) = delete;
+  ~Brushwork() { painter_.restore(); }
+
+  void box(const QRectF& rect, const QColor& fill, const QColor& line, qreal radius) {
+    painter_.setBrush(fill);
+    painter_.setPen(line.isValid() ? QPen(line, 1) : QPen(Qt::NoPen));
+    const qreal half = line.isValid() ? 0.5 : 0;
+    painter_.drawRoundedRect(rect.adjusted(half, half, -half, -half), radius, radius);
+  }
+  void ring(const QRectF& rect, const QColor& colour, qreal radius) {
+    painter_.setBrush(Qt::NoBrush);
+    painter_.setPen(QPen(colour, 2));
+    painter_.drawRoundedRect(rect.adjusted(1, 1, -1, -1), radius, radius);
+  }
+  void disc(const QPointF& centre, qreal radius, const QColor& fill, const QColor& line) {
+    painter_.setBrush(fill);
+    painter_.setPen(line.isValid() ? QPen(line, 2) : QPen(Qt::NoPen));
+    painter_.drawEllipse(centre, radius, radius);
+  }
+  /// An angle that points at `degrees`, 0 to the right and 90 down.
+  void chevron(const QPointF& centre, qreal size, qreal degrees, const QColor& colour) {
+    painter_.translate(centre);
+    painter_.rotate(degrees);
+    painter_.setPen(QPen(colour, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter_.setBrush(Qt::NoBrush);
+    painter_.drawPolyline(QPolygonF({{-size / 2, -size}, {size / 2, 0}, {-size / 2, size}}));
+    painter_.rotate(-degrees);
+    painter_.translate(-centre);
+  }
+
+ private:
+  QPainter& painter_;
+};
+
+bool isOn(const QStyleOption& option, QStyle::StateFlag flag) {
+  return option.state.testFlag(flag);
+}
+
+/// The ring is for whoever uses the keyboard.
+bool showsFocus(const QStyleOption& option) {
+  return isOn(option, QStyle::State_HasFocus) && isOn(option, QStyle::State_KeyboardFocusChange);
+}
+
+void drawButton(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
+  const Colours& colours = coloursOf(option.palette);
+  const bool isPressed = isOn(option, QStyle::State_Sunken) || isOn(option, QStyle::State_On);
+  const bool isHovered = isOn(option, QStyle::State_MouseOver);
+  QColor fill = isPressed ? colours.shade : isHovered ? colours.accentSoft : colours.card;
+  QColor line = colours.edge;
+  if (!isOn(option, QStyle::State_Enabled)) {
+    fill = colours.ground;
+    line = colours.line;
+  } else if (kindOf(widget) == ButtonKind::primary) {
+    fill = isPressed ? colours.accent.darker(120)
+                     : (isHovered ? colours.accent.lighter(110) : colours.accent);
+    line = fill;
+  } else if (kindOf(widget) == ButtonKind::dangerous) {
+    if (isPressed || isHovered) fill = colours.problemSoft;
+    line = colours.problem;
+  }
+  Brushwork(painter).box(option.rect, fill, line, controlRadius);
+}
+
+void drawSwitch(const QStyleOption& option, QPainter& painter) {
+  const Colours& colours = coloursOf(option.palette);
+  const bool isSet = isOn(option, QStyle::State_On);
+  const bool isEnabled = isOn(option, QStyle::State_Enabled);
+  const QRectF track(option.rect);
+  const qreal radius = track.height() / 2;
+  const QColor fill = !isEnabled ? colours.line : isSet ? colours.accent : colours.shade;
+  Brushwork work(painter);
+  work.box(track, fill, isSet || !isEnabled ? fill : colours.edge, radius);
+  const QColor knob = !isEnabled ? colours.quiet : isSet ? colours.onAccent : colours.quiet;
+  work.disc({isSet ? track.right() - radius : track.left() + radius, track.center().y()},
+            radius - 4, knob, {});
+}
+
+void drawOption(const QStyleOption& option, QPainter& painter) {
+  const Colours& colours = coloursOf(option.palette);
+  const bool isSet = isOn(option, QStyle::State_On);
+  const bool isEnabled = isOn(option, QStyle::State_Enabled);
+  const QRectF place(option.rect);
+  const QColor line = !isEnabled ? colours.line : isSet ? colours.accent : colours.edge;
+  Brushwork work(painter);
+  const qreal radius = std::min(place.width(), place.height()) / 2 - 1;
+  work.disc(place.center(), radius, colours.card, line);
+  if (isSet) work.disc(place.center(), radius / 2, line, {});
+}
+
+void drawField(const QStyleOption& option, QPainter& painter) {
+  const Colours& colours = coloursOf(option.palette);
+  const bool isEnabled = isOn(option, QStyle::State_Enabled);
+  Brushwork work(painter);
+  work.box(option.rect, isEnabled ? colours.card : colours.ground,
+           isEnabled ? colours.edge : colours.line, controlRadius);
+  if (isOn(option, QStyle::State_HasFocus)) work.ring(option.rect, colours.accent, controlRadius);
+}
+
+void drawTab(const QStyleOption& option, QPainter& painter) {
+  const Colours& colours = coloursOf(option.palette);
+  constexpr int thickness = 3;
+  if (isOn(option, QStyle::State_MouseOver) && !isOn(option, QStyle::State_Selected))
+    painter.fillRect(option.rect, colours.shade);
+  QRect line = option.rect;
+  line.setTop(line.bottom() - (isOn(option, QStyle::State_Selected) ? thickness - 1 : 0));
+  painter.fillRect(line, isOn(option, QStyle::State_Selected) ? colours.accent : colours.line);
+  if (showsFocus(option))
+    Brushwork(painter).ring(option.rect.adjusted(1, 1, -1, -1), colours.accent, controlRadius);
+}
+
+void drawHeaderSection(const QStyleOption& option, QPainter& painter) {
+  const Colours& colours = coloursOf(option.palette);
+  painter.fillRect(option.rect, colours.shade);
+  painter.setPen(colours.line);
+  painter.drawLine(option.rect.bottomLeft(), option.rect.bottomRight());
+  painter.drawLine(option.rect.topRight(), option.rect.bottomRight());
+}
+
+/// A scroll bar that is no part of a scrolled area sets a value.
+bool setsValue(const QWidget* widget) {
+  return widget != nullptr && qobject_cast<const QScrollBar*>(widget) != nullptr &&
+         (widget->parentWidget() == nullptr ||
+          qobject_cast<const QAbstractScrollArea*>(widget->parentWidget()->parentWidget()) ==
+              nullptr);
+}
+
+struct BarParts {
+  QRectF handle;
+  QRectF groove;
+  QRectF less;
+  QRectF more;
+};
+
+void drawBar(const QStyleOptionSlider& option, QPainter& painter, const BarParts& parts,
+             bool asSlider) {
+  const Colours& colours = coloursOf(option.palette);
+  const bool isLevel = option.orientation == Qt::Horizontal;
+  const bool isEnabled = isOn(option, QStyle::State_Enabled);
+  const QColor mark = isEnabled ? colours.text : colours.quiet;
+  Brushwork work(painter);
+  constexpr qreal arrow = 5;
+  if (asSlider) {
+    constexpr qreal thickness = 6;
+    constexpr qreal knob = 11;
+    const QPointF middle = parts.handle.center();
+    QRectF groove = parts.groove;
+    groove.setTop(middle.y() - thickness / 2);
+    groove.setHeight(thickness);
+    work.box(groove, colours.edge, {}, thickness / 2);
+    const QColor set = isEnabled ? colours.accent : colours.quiet;
+    groove.setRight(middle.x());
+    work.box(groove, set, {}, thickness / 2);
+    work.disc(middle, knob, colours.card, set);
+  } else {
+    painter.fillRect(option.rect, colours.ground);
+    constexpr qreal room = 8;
+    const QRectF handle = isLevel ? parts.handle.adjusted(2, room, -2, -room)
+                                  : parts.handle.adjusted(room, 2, -room, -2);
+    work.box(handle, isOn(option, QStyle::State_MouseOver) ? colours.quiet : colours.edge, {},
+             std::min(handle.width(), handle.height()) / 2);
+  }
+  work.chevron(parts.less.center(), arrow, isLevel ? 180 : 270, mark);
+  work.chevron(parts.more.center(), arrow, isLevel ? 0 : 90, mark);
+  if (showsFocus(option)) work.ring(option.rect, colours.accent, controlRadius);
+}
+
+struct Sign {
+  QColor colour;
+  QChar letter;  ///< null: a tick
+};
+
+QPixmap drawSign(const Sign& sign, const QColor& on, int side) {
+  QPixmap pixmap(side, side);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  Brushwork work(painter);
+  const qreal length = side;
+  work.disc({length / 2, length / 2}, length / 2, sign.colour, {});
+  if (sign.letter.isNull()) {
+    painter.setPen(QPen(on, length / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(QPolygonF({{length * 0.28, length * 0.53},
+                                    {length * 0.44, length * 0.68},
+                                    {length * 0.73, length * 0.36}}));
+  } else {
+    QFont font;
+    font.setPixelSize(side * 3 / 4);
+    font.setBold(true);
+    painter.setFont(font);
+    painter.setPen(on);
+    painter.drawText(pixmap.rect(), Qt::AlignCenter, sign.letter);
+  }
+  return pixmap;
+}
+
+}  // namespace
+
+void setKind(QAbstractButton& button, ButtonKind kind) {
+  button.setProperty(kindProperty, static_cast<int>(kind));
+  button.update();
+}
+
+int FaceStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                           const QWidget* widget) const {
+  switch (metric) {
+    case PM_IndicatorWidth:
+      return isSmallScreen() ? narrowSwitchWidth : switchWidth;
+    case PM_IndicatorHeight:
+      return switchHeight;
+    case PM_CheckBoxLabelSpacing:
+    case PM_RadioButtonLabelSpacing:
+      return 8;
+    case PM_TabBarTabShiftVertical:
+    case PM_TabBarTabOverlap:
+      return 0;
+    default:
+      return FingerStyle::pixelMetric(metric, option, widget);
+  }
+}
+
+QIcon FaceStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
+                              const QWidget* widget) const {
+  const Colours& colours =
+      coloursOf(widget == nullptr ? QGuiApplication::palette() : widget->palette());
+  const auto sign = [&]() -> std::optional<Sign> {
+    switch (icon) {
+      case SP_DialogApplyButton:
+        return Sign{colours.good, {}};
+      case SP_MessageBoxInformation:
+        return Sign{colours.accent, 'i'};
+      case SP_MessageBoxQuestion:
+        return Sign{colours.accent, '?'};
+      case SP_MessageBoxWarning:
+        return Sign{colours.remark, '!'};
+      case SP_MessageBoxCritical:
+        return Sign{colours.problem, '!'};
+      default:
+        return std::nullopt;
+    }
+  }();
+  if (!sign) return FingerStyle::standardIcon(icon, option, widget);
+  QIcon drawn;
+  for (const int side : {16, 24, 32, 48, 64, 96})
+    drawn.addPixmap(drawSign(*sign, colours.card, side));
+  return drawn;
+}
+
+void FaceStyle::polish(QWidget* widget) {
+  FingerStyle::polish(widget);
+  if (qobject_cast<QAbstractButton*>(widget) != nullptr ||
+      qobject_cast<QTabBar*>(widget) != nullptr || qobject_cast<QScrollBar*>(widget) != nullptr)
+    widget->setAttribute(Qt::WA_Hover);
+}
+
+void FaceStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                              QPainter* painter, const QWidget* widget) const {
+  const Colours& colours = coloursOf(option->palette);
+  switch (element) {
+    case PE_PanelButtonCommand:
+      return drawButton(*option, *painter, widget);
+    case PE_IndicatorCheckBox:
+      return drawSwitch(*option, *painter);
+    case PE_IndicatorRadioButton:
+      return drawOption(*option, *painter);
+    case PE_FrameGroupBox:
+      return Brushwork(*painter).box(option->rect, colours.card, colours.line, cardRadius);
+    case PE_PanelLineEdit:
+    case PE_FrameLineEdit:
+      // Those within another control have their frame from it.
+      if (const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+          frame != nullptr && frame->lineWidth > 0)
+        drawField(*option, *painter);
+      return;
+    case PE_FrameTabWidget:
+      return;
+    case PE_FrameTabBarBase:
+      painter->setPen(colours.line);
+      return painter->drawLine(option->rect.bottomLeft(), option->rect.bottomRight());
+    case PE_FrameDefaultButton:
+      return;
+    case PE_FrameFocusRect:
+      // Its ring is around the whole button.
+      if (qobject_cast<const QPushButton*>(widget) != nullptr) return;
+      if (isOn(*option, State_KeyboardFocusChange) || widget == nullptr ||
+          !widget->inherits("QAbstractButton"))
+        FingerStyle::drawPrimitive(element, option, painter, widget);
+      return;
+    default:
+      FingerStyle::drawPrimitive(element, option, painter, widget);
+  }
+}
+
+void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+  const Colours& colours = coloursOf(option->palette);
+  switch (element) {
+    case CE_PushButton: {
+      QProxyStyle::drawControl(element, option, painter, widget);
+      if (showsFocus(*option)) {
+        const bool isFilled = kindOf(widget) == ButtonKind::primary;
+        Brushwork(*painter).ring(
+            isFilled ? QRectF(option->rect).adjusted(3, 3, -3, -3) : QRectF(option->rect),
+            isFilled ? colours.onAccent : colours.accent, controlRadius);
+      }
+      return;
+    }
+    case CE_PushButtonLabel: {
+      const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+      const ButtonKind kind = kindOf(widget);
+      if (button == nullptr || kind == ButtonKind::plain || !isOn(*option, State_Enabled)) break;
+      QStyleOptionButton coloured(*button);
+      coloured.palette.setColor(QPalette::ButtonText,
+                                kind == ButtonKind::primary ? colours.onAccent : colours.problem);
+      return FingerStyle::drawControl(element, &coloured, painter, widget);
+    }
+    case CE_TabBarTabShape:
+      return drawTab(*option, *painter);
+    case CE_TabBarTabLabel: {
+      const auto* const tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+      if (tab == nullptr) break;
+      QStyleOptionTab label(*tab);
+      label.state &= ~State_HasFocus;  // its ring is around the whole tab
+      if (!isOn(*option, State_Selected))
+        label.palette.setColor(QPalette::WindowText, colours.quiet);
+      return QProxyStyle::drawControl(element, &label, painter, widget);
+    }
+    case CE_HeaderSection:
+      return drawHeaderSection(*option, *painter);
+    default:
+      break;
+  }
+  FingerStyle::drawControl(element, option, painter, widget);
+}
+
+void FaceStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                   QPainter* painter, const QWidget* widget) const {
+  if (control == CC_ScrollBar) {
+    const auto* const bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    const auto place = [&](SubControl part) {
+      return QRectF(proxy()->subControlRect(control, option, part, widget));
+    };
+    return drawBar(*bar, *painter,
+                   {place(SC_ScrollBarSlider), place(SC_ScrollBarGroove),
+                    place(SC_ScrollBarSubLine), place(SC_ScrollBarAddLine)},
+                   setsValue(widget));
+  }
+  if (control == CC_ComboBox) {
+    const auto* const box = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (box->editable) drawField(*option, *painter);
+    if (!box->editable) drawButton(*option, *painter, nullptr);
+    const QRectF arrow(proxy()->subControlRect(control, option, SC_ComboBoxArrow, widget));
+    const Colours& colours = coloursOf(option->palette);
+    constexpr qreal size = 5;
+    Brushwork work(*painter);
+    work.chevron(arrow.center(), size, 90,
+                 isOn(*option, State_Enabled) ? colours.text : colours.quiet);
+    if (showsFocus(*option)) work.ring(option->rect, colours.accent, controlRadius);
+    return;
+  }
+  FingerStyle::drawComplexControl(control, option, painter, widget);
+}
+
+}  // namespace touch
