@@ -101,9 +101,7 @@ class SensorDrawing final : public QWidget {
   }
 
  private:
-  QColor wrongColour() const {
-    return coloursOf(palette()).problem;
-  }
+  QColor wrongColour() const { return coloursOf(palette()).problem; }
 
   QGridLayout* grid_;
   std::vector<const QWidget*> wrong_;

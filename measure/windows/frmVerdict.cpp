@@ -293,6 +293,9 @@ QTreeWidgetItem* frmVerdict::addSubject(const Subject& subject) {
   for (const std::string& remark : subject.remarks) {
     auto* const row = new QTreeWidgetItem(whole, {shownText(remark)});
     row->setFirstColumnSpanned(true);
+    // It lies across all columns; none is to be as wide as it is.
+    const int lines = isSmallScreen() ? 2 : 1;
+    row->setSizeHint(figureColumn, QSize(0, lines * figures_->fontMetrics().height() + 2));
     row->setToolTip(figureColumn, shownText(remark));
   }
   return whole;
