@@ -11,6 +11,7 @@ namespace touch::measure {
 template <typename Unit>
 struct Quantity {
   double value = 0;
+  // NOLINTNEXTLINE(modernize-use-nullptr): the 0 that it finds is within the default itself
   friend constexpr auto operator<=>(const Quantity&, const Quantity&) = default;
 };
 using Millimetres = Quantity<struct MillimetreUnit>;
