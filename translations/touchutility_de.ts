@@ -303,6 +303,30 @@
         <source>The port sends no break.</source>
         <translation>Der Port sendet kein Break.</translation>
     </message>
+    <message>
+        <source>Searching all ports for a controller …</source>
+        <translation>Alle Anschlüsse werden nach einem Controller abgesucht …</translation>
+    </message>
+    <message>
+        <source>A controller answers on COM%1, %2.</source>
+        <translation>Ein Controller antwortet an COM%1, %2.</translation>
+    </message>
+    <message>
+        <source>No controller answers on any port that can be opened.</source>
+        <translation>An keinem Anschluss, der sich öffnen lässt, antwortet ein Controller.</translation>
+    </message>
+    <message>
+        <source>COM%1 has gone. %2</source>
+        <translation>COM%1 ist weg. %2</translation>
+    </message>
+    <message>
+        <source>COM%1 is there again. %2</source>
+        <translation>COM%1 ist wieder da. %2</translation>
+    </message>
+    <message>
+        <source>Asking on COM%1, %2 …</source>
+        <translation>Frage an COM%1, %2 …</translation>
+    </message>
 </context>
 <context>
     <name>discovery</name>
@@ -2431,12 +2455,56 @@
         <source>1 or 2 stop bits</source>
         <translation>1 oder 2 Stoppbits</translation>
     </message>
+    <message>
+        <source>there is no such device</source>
+        <translation>es gibt kein solches Gerät</translation>
+    </message>
+    <message>
+        <source>you may not open it</source>
+        <translation>Sie dürfen ihn nicht öffnen</translation>
+    </message>
+    <message>
+        <source>in use by %1</source>
+        <translation>in Gebrauch durch %1</translation>
+    </message>
 </context>
 <context>
     <name>rawdrawing</name>
     <message>
         <source>F1 for Hot Key Help</source>
         <translation>F1 zeigt die Tasten</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: touched or lifted.</source>
+        <translation>Byte %1 von %2: berührt oder abgehoben.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: X, low bits.</source>
+        <translation>Byte %1 von %2: X, niedrige Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: X, high bits.</source>
+        <translation>Byte %1 von %2: X, hohe Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: Y, low bits.</source>
+        <translation>Byte %1 von %2: Y, niedrige Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: Y, high bits.</source>
+        <translation>Byte %1 von %2: Y, hohe Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2.</source>
+        <translation>Byte %1 von %2.</translation>
+    </message>
+    <message>
+        <source>Touched, X %1, Y %2.</source>
+        <translation>Berührt, X %1, Y %2.</translation>
+    </message>
+    <message>
+        <source>Lifted, X %1, Y %2.</source>
+        <translation>Abgehoben, X %1, Y %2.</translation>
     </message>
 </context>
 <context>
@@ -2468,6 +2536,10 @@
     <message>
         <source>Line limit: %1 reports per second</source>
         <translation>Grenze der Leitung: %1 Meldungen je Sekunde</translation>
+    </message>
+    <message>
+        <source>While touched : %1 reports per second</source>
+        <translation>Während der Berührung : %1 Meldungen je Sekunde</translation>
     </message>
 </context>
 <context>
@@ -2519,6 +2591,14 @@
     <message>
         <source>a full or missing disk</source>
         <translation>ein voller oder fehlender Datenträger</translation>
+    </message>
+    <message>
+        <source>commands that were sent</source>
+        <translation>gesendete Befehle</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
     </message>
 </context>
 <context>
@@ -4661,7 +4741,7 @@ Zeichnen Sie hier mit der Maus</translation>
     </message>
     <message>
         <source>&amp;CSV …</source>
-        <translation>&amp;CSV …</translation>
+        <translation>C&amp;SV …</translation>
     </message>
     <message>
         <source>Active area: %1</source>
