@@ -58,16 +58,25 @@ constexpr std::array shellExamples{
           "Judge saved lines; status 1 when one fails, 5 when one is missing."},
 };
 
+constexpr std::array simulatorFiles{Entry{
+    "XDG_RUNTIME_DIR/touchsim-pts-5",
+    "The socket by which 'touchsim touch' reaches the controller on /dev/pts/5. Only its user "
+    "may use it."}};
 constexpr std::array<std::string_view, 1> simulatorDescription{
     "The device behaves like a serial port with a controller on it, for any program that talks to "
-    "one. It goes when the program ends."};
+    "one. It goes when the program ends. A second touchsim is the finger: 'touchsim touch X Y'."};
 constexpr std::array simulatorStatus{
-    Entry{"0", "ended by Ctrl+C"},
-    Entry{"1", "no pseudo-terminal, or a recording that cannot be read"},
+    Entry{"0", "ended by Ctrl+C, or touched"},
+    Entry{"1",
+          "no pseudo-terminal, a file that cannot be read, a script that failed, or nobody to "
+          "be touched"},
     Entry{"2", "wrong use"},
 };
 constexpr std::array simulatorExamples{
     Entry{"touchsim --strokes circles", "A controller on which a finger draws circles."},
+    Entry{"touchsim --replay customer.txt",
+          "Answer as the customer's controller did when it was recorded."},
+    Entry{"touchsim touch 0.5 0.5", "Tap the middle of its panel, from another terminal."},
     Entry{"touchctl --com 2=/dev/pts/5 serial monitor --port 2 --no-driver",
           "Show what it reports, where it has printed /dev/pts/5."},
 };
@@ -78,7 +87,7 @@ constexpr Manual touchutilityManual{windowDescription, windowStatus, windowFiles
                                     "touchctl(1), touchsim(1)"};
 constexpr Manual touchctlManual{shellDescription, shellStatus, shellFiles, shellExamples,
                                 "touchutility(1), touchsim(1)"};
-constexpr Manual touchsimManual{
-    simulatorDescription, simulatorStatus, {}, simulatorExamples, "touchctl(1), touchutility(1)"};
+constexpr Manual touchsimManual{simulatorDescription, simulatorStatus, simulatorFiles,
+                                simulatorExamples, "touchctl(1), touchutility(1)"};
 
 }  // namespace touch

@@ -25,6 +25,7 @@
 #include "core/driver/nexapi.h"
 #include "core/driver/trace.h"
 #include "core/session.h"
+#include "ports/spare_numbers.h"
 #include "serial/port/asio_serial_port.h"
 #include "support/system_name.h"
 #include "ui/driver_notice.h"
@@ -206,6 +207,7 @@ int run(Options& options, int argc, char** argv) {
   if (!chosen) return exitNoDriver;
   BoundDriver& bound = *chosen->driver;
   addSimulatedPort(bound, options.comPorts);
+  addSpareNumbers(options.comPorts);
 
   Trace trace;
   if (options.trace) {

@@ -194,6 +194,22 @@ std::string portDriver(const std::string& device, const fs::path& devices) {
   return chip.empty() ? driver : chip;
 }
 
+std::string portMaker(const std::string& device, const fs::path& devices) {
+  std::error_code failed;
+  const auto file = fs::canonical(device, failed);
+  if (failed) return {};
+  auto hardware = fs::canonical(devices / file.filename() / "device", failed);
+  // An adapter's port is a part of the device that was plugged in.
+  constexpr int mostAround = 5;
+  for (int around = 0; !failed && around < mostAround; ++around) {
+    const std::string product = firstLine(hardware / "product");
+    const std::string maker = firstLine(hardware / "manufacturer");
+    if (!product.empty()) return maker.empty() ? product : maker + ' ' + product;
+    hardware = hardware.parent_path();
+  }
+  return {};
+}
+
 std::vector<std::string> serialDevices(const fs::path& devices) {
   std::vector<std::string> found;
   std::error_code failed;

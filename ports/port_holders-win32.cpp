@@ -41,6 +41,11 @@ std::string portDriver(const std::string& device, const std::filesystem::path&) 
   return toUtf8(target.data());
 }
 
+// The device manager knows; a port itself does not tell.
+std::string portMaker(const std::string&, const std::filesystem::path&) {
+  return {};
+}
+
 std::vector<std::string> serialDevices(const std::filesystem::path&) {
   std::vector<std::string> found;
   for (int number = 1; number <= ComPorts::greatestNumber; ++number) {

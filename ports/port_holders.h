@@ -59,6 +59,10 @@ bool portExists(const std::string& device);
 std::string portDriver(const std::string& device,
                        const std::filesystem::path& devices = "/sys/class/tty");
 
+/// What the maker calls the hardware behind the device, as far as it tells: "FTDI FT232R USB UART".
+std::string portMaker(const std::string& device,
+                      const std::filesystem::path& devices = "/sys/class/tty");
+
 /// The serial devices of this machine that have hardware behind them, sorted by name.
 std::vector<std::string> serialDevices(const std::filesystem::path& devices = "/sys/class/tty");
 

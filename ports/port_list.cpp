@@ -1,16 +1,22 @@
 #include "ports/port_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "ports/port_holders.h"
+#include "ports/spare_numbers.h"
+#include "support/text/language.h"
 
 namespace touch {
 
 std::vector<ListedPort> listedPorts(const ComPorts& ports) {
   constexpr int lastSearched = 16;
   std::vector<ListedPort> listed;
-  for (const int number : ports.assignedNumbers())
-    listed.push_back({number, ports.device(number), true});
+  for (const int number : ports.assignedNumbers()) {
+    const bool isSpare = number >= firstSpareNumber;
+    std::string device = ports.device(number);
+    if (!isSpare || !device.empty()) listed.push_back({number, std::move(device), !isSpare});
+  }
   for (const std::string& device : serialDevices()) {
     if (std::ranges::find(listed, device, &ListedPort::device) != listed.end()) continue;
     ListedPort port{0, device, false};
@@ -19,6 +25,41 @@ std::vector<ListedPort> listedPorts(const ComPorts& ports) {
     listed.push_back(port);
   }
   return listed;
+}
+
+namespace {
+
+std::string hindranceOf(const std::string& device) {
+  if (!portExists(device)) return say("ports", "there is no such device");
+  if (!portPermission(device).granted) return say("ports", "you may not open it");
+  PortHolders holders = portHolders(device);
+  // Who serves it is what is talked to.
+  std::erase_if(holders.known, [](const PortHolder& holder) { return holder.isOtherEnd; });
+  if (holders.known.empty()) return {};
+  return filled(say("ports", "in use by %1"), {holders.names()});
+}
+
+}  // namespace
+
+std::vector<PortFacts> portFacts(const ComPorts& ports) {
+  std::vector<PortFacts> facts;
+  for (const ListedPort& port : listedPorts(ports)) {
+    if (port.device.empty()) continue;
+    facts.push_back(
+        {port, portDriver(port.device), portMaker(port.device), hindranceOf(port.device)});
+  }
+  return facts;
+}
+
+std::vector<std::string> pluggedIn(const std::vector<PortFacts>& before,
+                                   const std::vector<PortFacts>& now) {
+  std::vector<std::string> devices;
+  for (const PortFacts& one : now) {
+    const bool wasThere = std::ranges::any_of(
+        before, [&one](const PortFacts& other) { return other.port.device == one.port.device; });
+    if (!wasThere) devices.push_back(one.port.device);
+  }
+  return devices;
 }
 
 }  // namespace touch

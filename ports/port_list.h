@@ -12,9 +12,24 @@ struct ListedPort {
   int number = 0;           ///< its COM port number; 0: none leads to it
   std::string device;       ///< empty: it is a simulated controller's, and not there now
   bool isAssigned = false;  ///< its number is not the platform's own
+  friend bool operator==(const ListedPort&, const ListedPort&) = default;
+};
+
+/// What there is to know about one without opening it.
+struct PortFacts {
+  ListedPort port;
+  std::string driver;     ///< of the kernel; empty without one
+  std::string maker;      ///< what it calls the hardware
+  std::string hindrance;  ///< what keeps this user from opening it; empty: nothing that is known
+  friend bool operator==(const PortFacts&, const PortFacts&) = default;
 };
 
 /// Those with an assigned number first, then those with hardware behind them.
 std::vector<ListedPort> listedPorts(const ComPorts& ports);
+/// The same with what there is to know; without those that are not there now.
+std::vector<PortFacts> portFacts(const ComPorts& ports);
+/// The devices that are in `now` and were not in `before`.
+std::vector<std::string> pluggedIn(const std::vector<PortFacts>& before,
+                                   const std::vector<PortFacts>& now);
 
 }  // namespace touch

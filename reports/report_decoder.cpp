@@ -141,4 +141,15 @@ void ReportDecoder::passOver(std::size_t count) {
   decided_ += count;
 }
 
+ReportDecoder::Part ReportDecoder::partAt(std::uint8_t first, std::size_t place) const {
+  const Kind& kind = kinds_[first];
+  const bool lowFirst = kind.firstWeight < kind.secondWeight;
+  if (kind.length == 0) return Part::other;
+  if (place == kind.x) return lowFirst ? Part::xLow : Part::xHigh;
+  if (place == kind.x + 1U) return lowFirst ? Part::xHigh : Part::xLow;
+  if (place == kind.y) return lowFirst ? Part::yLow : Part::yHigh;
+  if (place == kind.y + 1U) return lowFirst ? Part::yHigh : Part::yLow;
+  return place == kind.liftPlace ? Part::state : Part::other;
+}
+
 }  // namespace touch

@@ -72,6 +72,9 @@ class ReportDecoder {
   void feed(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports);
   /// Empties the ring: what lay in it belongs to no packet.
   void reset();
+  /// What the byte at `place` of a packet that begins with `first` holds.
+  enum class Part : std::uint8_t { state, xLow, xHigh, yLow, yHigh, other };
+  Part partAt(std::uint8_t first, std::size_t place) const;
   /// Counts bytes of the stream that are not to be decoded; they interrupt what came before them.
   void passOver(std::size_t count);
 

@@ -303,6 +303,30 @@
         <source>The port sends no break.</source>
         <translation>Der Port sendet kein Break.</translation>
     </message>
+    <message>
+        <source>Searching all ports for a controller …</source>
+        <translation>Alle Anschlüsse werden nach einem Controller abgesucht …</translation>
+    </message>
+    <message>
+        <source>A controller answers on COM%1, %2.</source>
+        <translation>Ein Controller antwortet an COM%1, %2.</translation>
+    </message>
+    <message>
+        <source>No controller answers on any port that can be opened.</source>
+        <translation>An keinem Anschluss, der sich öffnen lässt, antwortet ein Controller.</translation>
+    </message>
+    <message>
+        <source>COM%1 has gone. %2</source>
+        <translation>COM%1 ist weg. %2</translation>
+    </message>
+    <message>
+        <source>COM%1 is there again. %2</source>
+        <translation>COM%1 ist wieder da. %2</translation>
+    </message>
+    <message>
+        <source>Asking on COM%1, %2 …</source>
+        <translation>Frage an COM%1, %2 …</translation>
+    </message>
 </context>
 <context>
     <name>discovery</name>
@@ -2431,12 +2455,56 @@
         <source>1 or 2 stop bits</source>
         <translation>1 oder 2 Stoppbits</translation>
     </message>
+    <message>
+        <source>there is no such device</source>
+        <translation>es gibt kein solches Gerät</translation>
+    </message>
+    <message>
+        <source>you may not open it</source>
+        <translation>Sie dürfen ihn nicht öffnen</translation>
+    </message>
+    <message>
+        <source>in use by %1</source>
+        <translation>in Gebrauch durch %1</translation>
+    </message>
 </context>
 <context>
     <name>rawdrawing</name>
     <message>
         <source>F1 for Hot Key Help</source>
         <translation>F1 zeigt die Tasten</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: touched or lifted.</source>
+        <translation>Byte %1 von %2: berührt oder abgehoben.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: X, low bits.</source>
+        <translation>Byte %1 von %2: X, niedrige Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: X, high bits.</source>
+        <translation>Byte %1 von %2: X, hohe Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: Y, low bits.</source>
+        <translation>Byte %1 von %2: Y, niedrige Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: Y, high bits.</source>
+        <translation>Byte %1 von %2: Y, hohe Bits.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2.</source>
+        <translation>Byte %1 von %2.</translation>
+    </message>
+    <message>
+        <source>Touched, X %1, Y %2.</source>
+        <translation>Berührt, X %1, Y %2.</translation>
+    </message>
+    <message>
+        <source>Lifted, X %1, Y %2.</source>
+        <translation>Abgehoben, X %1, Y %2.</translation>
     </message>
 </context>
 <context>
@@ -2468,6 +2536,10 @@
     <message>
         <source>Line limit: %1 reports per second</source>
         <translation>Grenze der Leitung: %1 Meldungen je Sekunde</translation>
+    </message>
+    <message>
+        <source>While touched : %1 reports per second</source>
+        <translation>Während der Berührung : %1 Meldungen je Sekunde</translation>
     </message>
 </context>
 <context>
@@ -2519,6 +2591,14 @@
     <message>
         <source>a full or missing disk</source>
         <translation>ein voller oder fehlender Datenträger</translation>
+    </message>
+    <message>
+        <source>commands that were sent</source>
+        <translation>gesendete Befehle</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
     </message>
 </context>
 <context>
@@ -3047,6 +3127,42 @@ Bytes: %3</translation>
     <message>
         <source>W&amp;hat to send:</source>
         <translation>&amp;Bytes zum Senden:</translation>
+    </message>
+    <message>
+        <source>Save &amp;list …</source>
+        <translation>&amp;Liste speichern …</translation>
+    </message>
+    <message>
+        <source>Lo&amp;ad list …</source>
+        <translation>Liste l&amp;aden …</translation>
+    </message>
+    <message>
+        <source>The lines that were sent, which Up and Down bring back, as a script</source>
+        <translation>Die gesendeten Zeilen, die Auf und Ab zurückholen, als Skript</translation>
+    </message>
+    <message>
+        <source>Save what was sent</source>
+        <translation>Gesendetes speichern</translation>
+    </message>
+    <message>
+        <source>Scripts (*.tus)</source>
+        <translation>Skripte (*.tus)</translation>
+    </message>
+    <message>
+        <source>Saved in %1</source>
+        <translation>Gespeichert in %1</translation>
+    </message>
+    <message>
+        <source>Load what was sent</source>
+        <translation>Gesendetes laden</translation>
+    </message>
+    <message>
+        <source>Scripts (*.tus);;All files (*)</source>
+        <translation>Skripte (*.tus);;Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Lines loaded: %1. Press Up in the line.</source>
+        <translation>Geladene Zeilen: %1. Drücken Sie in der Zeile auf Auf.</translation>
     </message>
 </context>
 <context>
@@ -4020,6 +4136,122 @@ F1 hilft, Esc beendet.</translation>
     </message>
 </context>
 <context>
+    <name>touch::frmPlotPanel</name>
+    <message>
+        <source>Curves of X, Y and the interval</source>
+        <translation>Kurven von X, Y und Abstand</translation>
+    </message>
+    <message>
+        <source>%1 reports in %2 s</source>
+        <translation>%1 Meldungen in %2 s</translation>
+    </message>
+    <message>
+        <source>X, 0 to %1</source>
+        <translation>X, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>Y, 0 to %1</source>
+        <translation>Y, 0 bis %1</translation>
+    </message>
+    <message>
+        <source>Interval, up to %1 ms</source>
+        <translation>Abstand, bis %1 ms</translation>
+    </message>
+    <message>
+        <source>&amp;+</source>
+        <translation>&amp;+</translation>
+    </message>
+    <message>
+        <source>&amp;-</source>
+        <translation>&amp;-</translation>
+    </message>
+    <message>
+        <source>&amp;&lt;</source>
+        <translation>&amp;&lt;</translation>
+    </message>
+    <message>
+        <source>&amp;&gt;</source>
+        <translation>&amp;&gt;</translation>
+    </message>
+    <message>
+        <source>A&amp;ll</source>
+        <translation>A&amp;lles</translation>
+    </message>
+    <message>
+        <source>Begin &amp;anew</source>
+        <translation>Von v&amp;orn</translation>
+    </message>
+    <message>
+        <source>Recordin&amp;g …</source>
+        <translation>Aufzeic&amp;hnung …</translation>
+    </message>
+    <message>
+        <source>C&amp;SV …</source>
+        <translation>C&amp;SV …</translation>
+    </message>
+    <message>
+        <source>Curves of a recording</source>
+        <translation>Kurven einer Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Recordings (*.txt)</source>
+        <translation>Aufzeichnungen (*.txt)</translation>
+    </message>
+    <message>
+        <source>Reports in %1: %2</source>
+        <translation>Meldungen in %1: %2</translation>
+    </message>
+    <message>
+        <source>Save the reports</source>
+        <translation>Meldungen speichern</translation>
+    </message>
+    <message>
+        <source>Tables (*.csv)</source>
+        <translation>Tabellen (*.csv)</translation>
+    </message>
+    <message>
+        <source>Saved in %1</source>
+        <translation>Gespeichert in %1</translation>
+    </message>
+    <message>
+        <source>Touch the panel, or open a recording.</source>
+        <translation>Berühren Sie das Panel, oder öffnen Sie eine Aufzeichnung.</translation>
+    </message>
+    <message>
+        <source>Reports: %1. Strokes: %2. Reports a second while touched: %3.
+Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).</source>
+        <translation>Meldungen: %1. Striche: %2. Meldungen je Sekunde während der Berührung: %3.
+Streuung, bei ruhendem Finger das Rauschen: X %4, Y %5 (von Ende zu Ende %6 und %7).</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmPortsPanel</name>
+    <message>
+        <source>free</source>
+        <translation>frei</translation>
+    </message>
+    <message>
+        <source>Find a contro&amp;ller</source>
+        <translation>Contro&amp;ller suchen</translation>
+    </message>
+    <message>
+        <source>Serial ports of this machine</source>
+        <translation>Serielle Anschlüsse dieses Rechners</translation>
+    </message>
+    <message>
+        <source>Asks on each port that can be opened, at all usual line settings</source>
+        <translation>Fragt an jedem Anschluss, der sich öffnen lässt, mit allen üblichen Einstellungen der Leitung</translation>
+    </message>
+    <message>
+        <source>%1 was plugged in.</source>
+        <translation>%1 wurde eingesteckt.</translation>
+    </message>
+    <message>
+        <source>Open t&amp;his port</source>
+        <translation>Die&amp;sen öffnen</translation>
+    </message>
+</context>
+<context>
     <name>touch::frmRSDebug</name>
     <message>
         <source>Repor&amp;t Rate</source>
@@ -4153,6 +4385,14 @@ F1 hilft, Esc beendet.</translation>
         <source>Line</source>
         <translation>Leitung</translation>
     </message>
+    <message>
+        <source>Ports</source>
+        <translation>Anschlüsse</translation>
+    </message>
+    <message>
+        <source>Plot</source>
+        <translation>Kurven</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmRatePanel</name>
@@ -4183,6 +4423,45 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>Press &quot;Receive&quot;, then draw one stroke.</source>
         <translation>Drücken Sie „Empfangen“, und zeichnen Sie dann einen Strich.</translation>
+    </message>
+    <message>
+        <source>Mean of %1 strokes, while touched: %2 reports per second</source>
+        <translation>Mittel aus %1 Strichen, während der Berührung: %2 Meldungen je Sekunde</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmReplayBar</name>
+    <message>
+        <source>Place in the recording</source>
+        <translation>Stelle in der Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Speed of the replay</source>
+        <translation>Tempo der Wiedergabe</translation>
+    </message>
+    <message>
+        <source>%1x</source>
+        <translation>%1x</translation>
+    </message>
+    <message>
+        <source>%1 of %2 s</source>
+        <translation>%1 von %2 s</translation>
+    </message>
+    <message>
+        <source>Hold</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Holds the replay and lets it go on (Alt+J)</source>
+        <translation>Hält die Wiedergabe an und lässt sie weiterlaufen (Alt+J)</translation>
+    </message>
+    <message>
+        <source>Lets the next bytes pass while the replay is held (Alt+9)</source>
+        <translation>Lässt bei angehaltener Wiedergabe die nächsten Bytes durch (Alt+9)</translation>
     </message>
 </context>
 <context>
@@ -4669,7 +4948,7 @@ Ab jetzt wird der Zeiger gemessen.</translation>
     </message>
     <message>
         <source>&amp;CSV …</source>
-        <translation>&amp;CSV …</translation>
+        <translation>C&amp;SV …</translation>
     </message>
     <message>
         <source>Active area: %1</source>

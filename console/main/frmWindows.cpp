@@ -218,7 +218,7 @@ void frmWindows::openDebugger() {
                            startup_.simulation, startup_.fullScreenSize, panelMonitor_, main_,
                            sentLines_,
                            startup_.versions.empty() ? std::string() : startup_.versions.front(),
-                           [this] { return console_.busy(); }},
+                           [this] { return console_.busy(); }, startup_.ports},
       [this](DebuggerEnd end) {
         debugger_.release()->deleteLater();
         if (end == DebuggerEnd::quit) {

@@ -46,6 +46,42 @@ std::optional<TypedLine> listedLine(CommandSet set, std::size_t position,
   return TypedLine{.text = "\\x01" + std::string(command) + argument + "\\r"};
 }
 
+std::string scriptOf(std::span<const TypedLine> lines) {
+  std::string script = "touch script 1\n";
+  for (const TypedLine& line : lines) {
+    const auto bytes = bytesOf(line);
+    if (!bytes) continue;
+    if (line.as == TypedAs::hex) {
+      script += "send " + line.text + '\n';
+      continue;
+    }
+    std::string quoted;
+    for (const char letter : escapedText(std::string(bytes->begin(), bytes->end())))
+      quoted.append(letter == '"' ? "\\" : "").append(1, letter);
+    script += "send \"" + quoted + "\"\n";
+  }
+  return script;
+}
+
+std::vector<TypedLine> linesSentBy(const Script& script) {
+  std::vector<TypedLine> lines;
+  for (const ScriptStep& step : script.steps) {
+    const auto* const send = std::get_if<SendStep>(&step.action);
+    if (send == nullptr) continue;
+    const std::string_view bytes = send->bytes;
+    const std::string inner(bytes.size() < 2 ? bytes : bytes.substr(1, bytes.size() - 2));
+    const TypedLine text{TypedAs::text, inner};
+    // One text in quotes and nothing else comes back as text.
+    const TypedLine hex{TypedAs::hex, std::string(bytes)};
+    const auto asText = bytesOf(text);
+    const auto asHex = bytesOf(hex);
+    const bool isText =
+        bytes.starts_with('"') && bytes.ends_with('"') && asText && asHex && *asText == *asHex;
+    lines.push_back(isText ? text : hex);
+  }
+  return lines;
+}
+
 void SendHistory::add(const TypedLine& line) {
   back_ = 0;
   if (!lines_.empty() && lines_.back() == line) return;

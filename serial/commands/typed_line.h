@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/session.h"
+#include "serial/scripts/script.h"
 #include "support/result.h"
 
 namespace touch {
@@ -30,6 +31,10 @@ Result<std::vector<std::uint8_t>> bytesOf(const TypedLine& line);
 std::optional<TypedLine> listedLine(CommandSet set, std::size_t position,
                                     std::optional<int> digit = std::nullopt);
 
+/// The lines as a script that sends them one after the other, and those that a script sends.
+std::string scriptOf(std::span<const TypedLine> lines);
+std::vector<TypedLine> linesSentBy(const Script& script);
+
 /// The lines that were sent since the program has started, for the keys Up and Down.
 class SendHistory {
  public:
@@ -40,6 +45,7 @@ class SendHistory {
   /// The one before that which is shown, if any. Behind the newest comes `typed` again.
   std::optional<TypedLine> older(const TypedLine& typed);
   std::optional<TypedLine> newer();
+  const std::vector<TypedLine>& lines() const { return lines_; }
 
  private:
   std::vector<TypedLine> lines_;

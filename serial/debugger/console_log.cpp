@@ -50,12 +50,20 @@ std::string clockText(ConsoleWriter::WallTime time) {
   return fmt::format("{:%H:%M:%S}.{:04}", fmt::localtime(system_clock::to_time_t(time)), tick);
 }
 
+std::string withEighthBit(std::vector<std::uint8_t> bytes) {
+  constexpr std::uint8_t eighthBit = 0x80;
+  for (std::uint8_t& byte : bytes)
+    byte |= eighthBit;
+  return hexText(bytes);
+}
+
 std::string shownAt(const std::string& time, const ConsoleLine& line) {
   switch (line.kind) {
     case ConsoleLineKind::sent:
     case ConsoleLineKind::received:
-      return fmt::format("{} {} {:<{}}{}", time, line.kind == ConsoleLineKind::sent ? '>' : '<',
-                         hexText(line.bytes), hexColumn, plainText(line.bytes));
+      return fmt::format("{} {} {:<{}}{}{}", time, line.kind == ConsoleLineKind::sent ? '>' : '<',
+                         hexText(line.bytes), hexColumn, plainText(line.bytes),
+                         line.sevenBits ? "   8th bit set: " + withEighthBit(line.bytes) : "");
     case ConsoleLineKind::report:
       return fmt::format("{} = {}  {}", time, line.text, hexText(line.bytes));
     case ConsoleLineKind::note:
@@ -169,7 +177,11 @@ std::vector<ConsoleLine> ConsoleLog::lines(const ConsoleFilter& filter) const {
 void ConsoleLog::addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     const auto part = bytes.first(std::min(bytes.size(), bytesPerLine));
-    add({kind, elapsed(), {part.begin(), part.end()}, {}});
+    add({kind,
+         elapsed(),
+         {part.begin(), part.end()},
+         {},
+         sevenBits_ && kind == ConsoleLineKind::received});
     bytes = bytes.subspan(part.size());
   }
 }

@@ -23,6 +23,7 @@ struct ConsoleLine {
   std::chrono::microseconds time{};  ///< since the console was opened
   std::vector<std::uint8_t> bytes;   ///< empty for a note
   std::string text;                  ///< of a note or a report
+  bool sevenBits = false;            ///< the line cut the eighth bit off each byte
   friend bool operator==(const ConsoleLine&, const ConsoleLine&) = default;
 };
 
@@ -31,7 +32,8 @@ std::string hexText(std::span<const std::uint8_t> bytes);
 /// Each byte as its character; those that are not printable ASCII as a dot.
 std::string plainText(std::span<const std::uint8_t> bytes);
 /// The whole line as the console shows, copies and saves it: "0.1052 < 01 30 0D   .0.". A note
-/// stands by itself.
+/// stands by itself. Behind bytes without their eighth bit stands what they are if it was set: one
+/// that was sent with 8 bits loses it in the place of a stop bit.
 std::string shown(const ConsoleLine& line);
 
 /// What the time before a line counts from: the opening of the console, the line before, midnight.
@@ -74,6 +76,8 @@ class ConsoleLog {
 
   ConsoleWriter::WallTime started() const { return started_; }
 
+  /// How many bits a byte has on the line from now on.
+  void setDataBits(int bits) { sevenBits_ = bits == 7; }
   void sent(std::span<const std::uint8_t> bytes);
   void received(std::span<const std::uint8_t> bytes);
   void report(std::string text, std::span<const std::uint8_t> bytes);
@@ -100,6 +104,7 @@ class ConsoleLog {
   ConsoleWriter::WallTime started_;
   std::deque<ConsoleLine> lines_;
   std::size_t characters_ = 0;
+  bool sevenBits_ = false;
   std::optional<std::deque<ConsoleLine>> frozen_;
 };
 

@@ -1,5 +1,6 @@
 #include "serial/debugger/debugger.h"
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -18,19 +19,34 @@ constexpr auto afterReplay = 500ms;
 // Far more than an answer, and less than a port keeps.
 constexpr std::size_t plenty = std::size_t{32} << 10U;
 
+// The usual first: most controllers are found at once.
+constexpr std::string_view searchedSettings[] = {
+    "9600,n,8,1",  "9600,n,7,2",   "9600,e,7,1", "19200,n,8,1", "38400,n,8,1",
+    "57600,n,8,1", "115200,n,8,1", "4800,n,8,1", "2400,n,8,1",  "1200,n,8,1"};
+
+bool holdsAnswers(TransferSource& recording) {
+  while (const auto transfer = recording.next())
+    if (transfer->direction == Direction::fromController) return true;
+  return false;
+}
+
 }  // namespace
 
 Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
-                   std::vector<ReportFormat> formats)
+                   std::vector<ReportFormat> formats, ComPorts comPorts)
     : access_(access),
       prompt_(prompt),
       formats_(std::move(formats)),
+      comPorts_(std::move(comPorts)),
       log_(access.clock),
       recorded_(serial, access.clock),
       port_(access, prompt, recorded_, log_),
       exchange_(access, prompt, port_, log_),
       script_(access, prompt, port_, log_, formats_),
-      mode_(parts(), {recorded_, port_.gate(), [this] { port_.tellLoss(); }}) {
+      mode_(parts(), {recorded_, port_.gate(), [this] {
+                        receivedAtLoss_ = mode_.isReceiving();
+                        port_.tellLoss();
+                      }}) {
   chooseSet(CommandSet::quorvane);
 }
 
@@ -50,7 +66,8 @@ std::optional<std::string> Debugger::takeStatus() {
 
 Result<void, std::string> Debugger::takePort() {
   if (isBusy()) return {};
-  auto taken = port_.take(port_.foundPort().value_or(DebuggerPort::startPort));
+  auto taken =
+      port_.take(chosenPort_.value_or(port_.foundPort().value_or(DebuggerPort::startPort)));
   const std::string driver = port_.driverText();
   tell(!taken ? taken.error() : driver.empty() ? portText() : driver + ' ' + portText());
   tellOfSharing();
@@ -64,9 +81,40 @@ void Debugger::tellUser(const std::string& text) {
 void Debugger::searchPort() {
   gate().run([this] {
     tell(say("debugger", "Searching COM1 and COM2 for a controller …"));
+    chosenPort_.reset();
     const auto found = port_.comporttest();
     tell(found ? filled(say("debugger", "A controller answers on COM%1."), {std::to_string(*found)})
                : say("debugger", "No controller answers on COM1 or COM2."));
+    tellOfSharing();
+  });
+}
+
+void Debugger::usePort(const ListedPort& port) {
+  if (isBusy() || port.number == 0) return;
+  recorded_.close();
+  chosenPort_ = port.number;
+  const auto taken = port_.take(port.number);
+  tell(taken ? portText() : taken.error());
+  tellOfSharing();
+}
+
+void Debugger::searchEverywhere() {
+  gate().run([this] {
+    std::vector<DebuggerPort::Place> places;
+    const auto before = portIsOpen() ? std::optional(port_.selected()) : std::nullopt;
+    recorded_.close();
+    for (const PortFacts& facts : ports()) {
+      if (!facts.hindrance.empty() || facts.port.number == 0) continue;
+      for (const std::string_view settings : searchedSettings)
+        places.push_back({facts.port.number, *parseLineSettings(settings)});
+    }
+    tell(say("debugger", "Searching all ports for a controller …"));
+    const auto found = port_.search(places);
+    if (found) chosenPort_ = found->port;
+    if (!found && before && !port_.take(*before)) recorded_.close();
+    tell(found ? filled(say("debugger", "A controller answers on COM%1, %2."),
+                        {std::to_string(found->port), describe(found->line)})
+               : say("debugger", "No controller answers on any port that can be opened."));
     tellOfSharing();
   });
 }
@@ -168,19 +216,20 @@ void Debugger::startReplay(const std::filesystem::path& file) {
     tell(recording.error().describe());
     return;
   }
-  auto replay = std::make_unique<Replay>(std::move(*recording), parts(), gate());
-  if (replay->port.isFinished()) {
-    const auto failed = replay->port.error();
+  if (!holdsAnswers(**recording)) {
+    const auto failed = (*recording)->error();
     tell(failed ? failed->describe()
                 : filled(say("debugger", "%1 holds nothing that came from a controller."),
                          {toUtf8(file.string())}));
     return;
   }
+  auto replay = std::make_unique<Replay>(std::move(*recording), parts(), gate());
   stopReplay();
   mode_.suspend();
   replay_ = std::move(replay);
   replay_->mode.takeOverRate(mode_);
   replay_->mode.receive();
+  replay_->port.onSent = [this](std::span<const std::uint8_t> bytes) { log_.sent(bytes); };
   replay_->port.open();
   tell(filled(say("debugger", "Replaying %1"), {toUtf8(file.string())}));
 }
@@ -235,6 +284,10 @@ void Debugger::watch() {
 }
 
 void Debugger::look() {
+  if (port_.takeUpAgain()) {
+    tell(portText());
+    if (std::exchange(receivedAtLoss_, false)) mode_.receive();
+  }
   // A port that nobody uses does not notice by itself that its device has gone.
   const std::size_t unread = recorded_.inBufferCount();
   flooded_ = unread > unread_ || unread > plenty;
@@ -242,7 +295,11 @@ void Debugger::look() {
   port_.noteDamage();
   port_.tellLoss();
   if (!isRecording()) stopRecording();
-  if (!isReplaying() || !replay_->port.isFinished()) return;
+  if (!isReplaying()) return;
+  if (!replay_->port.isFinished() || replay_->port.isPaused()) {
+    replay_->finished.reset();
+    return;
+  }
   const auto now = access_.clock.now();
   if (!replay_->finished) replay_->finished = now;
   if (now - *replay_->finished >= afterReplay) endReplay();

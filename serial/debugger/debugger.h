@@ -8,10 +8,12 @@
 #include <utility>
 #include <vector>
 
+#include "ports/port_list.h"
 #include "serial/commands/debugger_exchange.h"
 #include "serial/debugger/console_log.h"
 #include "serial/debugger/debugger_port.h"
 #include "serial/debugger/script_player.h"
+#include "serial/plots/report_series.h"
 #include "serial/receiving/receive_mode.h"
 #include "serial/recording/recording_ports.h"
 
@@ -34,7 +36,7 @@ class Debugger {
   /// All of them outlive it, but for `formats`. Begins with the quorvane set; the port is not taken
   /// yet.
   Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
-           std::vector<ReportFormat> formats);
+           std::vector<ReportFormat> formats, ComPorts comPorts = {});
 
   /// Takes the port from the driver: COM1, or where a controller was found. The error is for a
   /// box.
@@ -43,6 +45,14 @@ class Debugger {
   void tellUser(const std::string& text);
   /// Looks for a controller on COM1 and COM2.
   void searchPort();
+  /// What there is to know about the machine's ports.
+  std::vector<PortFacts> ports() const { return portFacts(comPorts_); }
+  /// Opens another port, one with a number, in place of the one that is open.
+  void usePort(const ListedPort& port);
+  /// Looks for a controller on all ports that can be opened, at all usual settings of the line.
+  void searchEverywhere();
+  /// Its device has gone; it is opened again when that is there.
+  bool isAwaitingPort() const { return port_.isAwaited(); }
   /// Ends what is going on and gives the port back to the driver.
   void leave();
   bool portIsOpen() const { return recorded_.isOpen(); }
@@ -83,6 +93,8 @@ class Debugger {
   void stopRecording();
 
   bool isReplaying() const { return replay_ != nullptr; }
+  /// What plays it, to be paused and the like; null while there is none.
+  ReplayPort* replay() { return replay_ ? &replay_->port : nullptr; }
   void startReplay(const std::filesystem::path& file);
   void stopReplay();
 
@@ -91,6 +103,12 @@ class Debugger {
   /// The raw drawing has the port, or the replay from its beginning, until `endDrawing`.
   ReceivingPort beginDrawing();
   void endDrawing();
+  /// Tells of what comes in on the port from now on; null: tells nobody.
+  void listen(RecordedPort::Listener listener) { recorded_.listen(std::move(listener)); }
+  bool isListenedTo() const { return recorded_.isListenedTo(); }
+  std::unique_ptr<ReportSeries> makeSeries() const {
+    return std::make_unique<ReportSeries>(familyOf(access_.session.commandSet), formats_);
+  }
   ReportDecoder makeDecoder() const {
     return ReportDecoder(familyOf(access_.session.commandSet), formats_);
   }
@@ -128,6 +146,7 @@ class Debugger {
   Access access_;
   Prompt& prompt_;
   std::vector<ReportFormat> formats_;
+  ComPorts comPorts_;
   ConsoleLog log_;
   RecordedPort recorded_;
   DebuggerPort port_;
@@ -136,7 +155,9 @@ class Debugger {
   ReceiveMode mode_;
   std::unique_ptr<Replay> replay_;
   bool drawing_ = false;
-  std::size_t unread_ = 0;  ///< bytes
+  bool receivedAtLoss_ = false;
+  std::optional<int> chosenPort_;  ///< by the user, or where a search of all ports found one
+  std::size_t unread_ = 0;         ///< bytes
   bool flooded_ = false;
   std::optional<std::string> status_;
 };

@@ -4,6 +4,7 @@
 
 #include "core/driver/driver.h"
 #include "serial/debugger/console_log.h"
+#include "serial/recording/recording.h"
 #include "support/clock.h"
 #include "support/prompt.h"
 #include "support/text/language.h"
@@ -78,12 +79,14 @@ Result<void, std::string> DebuggerPort::take(int port, const std::optional<LineS
 
 Result<void, std::string> DebuggerPort::openPort(int port) {
   lossTold_ = false;
+  awaited_ = false;
   // A port that turns out to have gone here closes, and may be there again below.
   const auto chosen = lines_.find(port);
   auto set = serial_.setSettings(chosen == lines_.end() ? std::string(normalLineSettings)
                                                         : describe(chosen->second));
   if (!set && serial_.isOpen()) return set;
   select(port);
+  log_.setDataBits(line().dataBits);
   return serial_.open();
 }
 
@@ -99,6 +102,7 @@ Result<void, std::string> DebuggerPort::setLine(const LineSettings& line) {
     return set;
   }
   lines_[selected_] = line;
+  log_.setDataBits(line.dataBits);
   log_.note(describe(line));
   return {};
 }
@@ -155,6 +159,7 @@ void DebuggerPort::findController() {
   foundPort_.reset();
   takeFromDriver();
   lossTold_ = false;
+  awaited_ = false;
   serial_.setSettings(normalLineSettings);
   for (int port = 1; port <= lastProbedPort; ++port) {
     select(port);
@@ -166,6 +171,7 @@ void DebuggerPort::findController() {
     if (isAnswer(probe())) {
       foundPort_ = port;
       lines_.erase(port);
+      log_.setDataBits(line().dataBits);
       return;
     }
     serial_.close();
@@ -192,6 +198,7 @@ bool DebuggerPort::N72toN81() {
 
 bool DebuggerPort::changeLineSettings() {
   lines_.erase(selected_);
+  log_.setDataBits(line().dataBits);
   Result<void, std::string> set;
   bool wentOut = false;
   {
@@ -255,8 +262,45 @@ bool DebuggerPort::tellLoss() {
   const auto reason = serial_.lost();
   if (!reason) return false;
   lossTold_ = true;
+  awaited_ = true;
+  log_.note(
+      filled(say("debugger", "COM%1 has gone. %2"), {std::to_string(selected_), zonedTimeNow()}));
   gate_.runWithin([this, &reason] { prompt_.message(*reason); });
   return true;
+}
+
+bool DebuggerPort::takeUpAgain() {
+  if (!isAwaited() || !serial_.open()) return false;
+  lossTold_ = false;
+  awaited_ = false;
+  log_.note(filled(say("debugger", "COM%1 is there again. %2"),
+                   {std::to_string(selected_), zonedTimeNow()}));
+  return true;
+}
+
+std::optional<DebuggerPort::Place> DebuggerPort::search(std::span<const Place> places) {
+  std::optional<Place> found;
+  gate_.runWithin([&] {
+    takeFromDriver();
+    for (const Place& place : places) {
+      if (gate_.isCutShort()) break;
+      select(place.port);
+      if (!serial_.setSettings(describe(place.line)) || !serial_.open()) continue;
+      log_.note(filled(say("debugger", "Asking on COM%1, %2 …"),
+                       {std::to_string(place.port), describe(place.line)}));
+      if (!isAnswer(probe())) continue;
+      found = place;
+      break;
+    }
+    lossTold_ = awaited_ = false;
+    if (found) {
+      lines_[found->port] = found->line;
+      log_.setDataBits(found->line.dataBits);
+    } else {
+      serial_.close();
+    }
+  });
+  return found;
 }
 
 }  // namespace touch

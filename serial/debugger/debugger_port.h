@@ -61,6 +61,14 @@ class DebuggerPort {
   /// open; the driver lets go before. Without one no port stays open and the user is told. Returns
   /// the found port.
   std::optional<int> comporttest();
+  /// A port and how its line is set.
+  struct Place {
+    int port = startPort;
+    LineSettings line{};
+  };
+  /// Asks at each place for a controller that answers "Z". The first at which one does stays open,
+  /// else none. Ends early when the gate is to be left.
+  std::optional<Place> search(std::span<const Place> places);
   /// The COM port that is open, or was the last that was tried.
   int selected() const { return selected_; }
   /// What the last comporttest found.
@@ -95,6 +103,11 @@ class DebuggerPort {
   /// When the device has gone while the port was open: tells the user, once. Returns whether that
   /// was so. To be asked at the end of whatever uses the port.
   bool tellLoss();
+  /// The device has gone, and nothing else was done with the port since.
+  bool isAwaited() const { return awaited_ && !serial_.isOpen(); }
+  /// Opens the port as it was when its device is there again. Returns whether it was. To be asked
+  /// now and then.
+  bool takeUpAgain();
 
   /// Held by whatever waits for an answer on the port, or has a box up: nobody else may read or
   /// write it then, nor give it back.
@@ -121,6 +134,7 @@ class DebuggerPort {
   std::string controller_;                ///< whose driver was asked to let go; empty: none
   std::optional<std::int32_t> letGo_;
   bool lossTold_ = false;
+  bool awaited_ = false;
   std::size_t damaged_ = 0;
   int selected_ = startPort;
   std::optional<int> foundPort_;

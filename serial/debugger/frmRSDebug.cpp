@@ -17,10 +17,13 @@
 #include "serial/debugger/panels/frmCommandPanel.h"
 #include "serial/debugger/panels/frmConsolePanel.h"
 #include "serial/debugger/panels/frmLinePanel.h"
+#include "serial/debugger/panels/frmPortsPanel.h"
 #include "serial/debugger/panels/frmRatePanel.h"
 #include "serial/debugger/panels/frmScriptPanel.h"
 #include "serial/debugger/panels/frmTouchPad.h"
+#include "serial/plots/frmPlotPanel.h"
 #include "serial/rawdrawing/frmRsDraw.h"
+#include "serial/recording/frmReplayBar.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
@@ -68,17 +71,21 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
       prompt_(prompt),
       surroundings_(surroundings),
       onEnded_(std::move(onEnded)),
-      debugger_(access, prompt, serial, surroundings.formats),
+      debugger_(access, prompt, serial, surroundings.formats, surroundings.comPorts),
       body_(new QWidget),
       tabs_(new QTabWidget),
       commands_(new frmCommandPanel(access.session.commandSet)),
-      bytes_(new frmBytesPanel(access.session.commandSet, surroundings.history)),
+      bytes_(new frmBytesPanel(access.session.commandSet, surroundings.history,
+                               surroundings.workFolder)),
       script_(new frmScriptPanel(debugger_.script(), surroundings.workFolder,
                                  screen()->availableSize().width() >= sideBySideWidth ? 2 : 4)),
       line_(new frmLinePanel),
+      ports_(new frmPortsPanel),
+      plot_(new frmPlotPanel([this] { return debugger_.makeSeries(); }, surroundings.workFolder)),
       console_(new frmConsolePanel(debugger_.log(), surroundings.workFolder)),
       portState_(new QLabel),
       rate_(new QCheckBox(tr("Repor&t Rate"))),
+      replayBar_(new frmReplayBar),
       ratePanel_(new frmRatePanel),
       touchPad_(surroundings.simulation.isThere() ? new frmTouchPad(surroundings.simulation)
                                                   : new QWidget),
@@ -111,6 +118,13 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
   });
   connect(line_, &frmLinePanel::breakRequested, this,
           [this] { whileBusy([this] { debugger_.sendBreak(); }); });
+  connect(bytes_, &frmBytesPanel::statusChanged, statusLine_, &QLabel::setText);
+  connect(plot_, &frmPlotPanel::statusChanged, statusLine_, &QLabel::setText);
+  connect(ports_, &frmPortsPanel::chosen, this, [this](const ListedPort& port) {
+    whileBusy([this, &port] { debugger_.usePort(port); });
+  });
+  connect(ports_, &frmPortsPanel::searchRequested, this,
+          [this] { whileBusy([this] { debugger_.searchEverywhere(); }); });
   // The lamps change by themselves.
   connect(tabs_, &QTabWidget::currentChanged, this, &frmRSDebug::renew);
   connect(bytes_, &frmBytesPanel::sendRequested, this, &frmRSDebug::sendBytes);
@@ -254,6 +268,8 @@ void frmRSDebug::arrange() {
     tabs_->addTab(narrow(stacked({bytes_})), tr("Bytes"));
     tabs_->addTab(narrow(stacked({script_})), tr("Script"));
     tabs_->addTab(narrow(stacked({line_})), tr("Line"));
+    tabs_->addTab(stacked({ports_}), tr("Ports"));
+    tabs_->addTab(narrow(stacked({plot_})), tr("Plot"));
     tabs_->setDocumentMode(true);  // its frame would take width from the commands
     tabs_->setFixedWidth(commandsWidth);
     auto* const left = new QVBoxLayout;
@@ -287,6 +303,8 @@ void frmRSDebug::arrange() {
     tabs_->addTab(scrollable(stacked({bytes_})), tr("Bytes"));
     tabs_->addTab(scrollable(stacked({script_})), tr("Script"));
     tabs_->addTab(scrollable(stacked({line_})), tr("Line"));
+    tabs_->addTab(scrollable(stacked({ports_})), tr("Ports"));
+    tabs_->addTab(scrollable(stacked({plot_})), tr("Plot"));
     bodyLayout->addWidget(tabs_);
   }
 
@@ -295,6 +313,7 @@ void frmRSDebug::arrange() {
   layout->setContentsMargins(margin, margin, margin, margin);
   layout->setSpacing(margin);
   layout->addWidget(head_);
+  layout->addWidget(replayBar_);
   layout->addWidget(body_, 1);
   layout->addWidget(makeFoot());
 }
@@ -376,7 +395,8 @@ void frmRSDebug::draw() {
   if (debugger_.gate().isShut()) return;
   drawing_ = new frmRsDraw(
       {access_.clock, prompt_, access_.session.messages, surroundings_.switches,
-       debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize},
+       debugger_.makeDecoder(), surroundings_.simulation, surroundings_.fullScreenSize,
+       debugger_.replay()},
       debugger_.beginDrawing(), surroundings_.panelMonitor.of(surroundings_.mainWindow), [this] {
         debugger_.endDrawing();
         show();
@@ -425,8 +445,11 @@ void frmRSDebug::renew() {
 void frmRSDebug::awaitNews() {
   stopAwaiting();
   if (debugger_.gate().isShut()) return;
-  if (debugger_.isActive() || (line_->isVisible() && debugger_.portIsOpen()))
+  if (debugger_.isActive() ||
+      ((line_->isVisible() || plot_->isVisible()) && debugger_.portIsOpen()))
     return timer_->start(renewal);
+  if (ports_->isVisible() || (!debugger_.portIsOpen() && debugger_.isAwaitingPort()))
+    return timer_->start(lookAtLine);
   if (!debugger_.portIsOpen()) return timer_->stop();
   const auto descriptor = debugger_.descriptor();
   // The drawing reads the line itself, unless it is paused. One that brings bytes that nobody reads
@@ -445,6 +468,25 @@ void frmRSDebug::stopAwaiting() {
   lineNews_.release()->deleteLater();
 }
 
+void frmRSDebug::listenForPlot() {
+  const bool wanted = plot_->isVisible() && plot_->isLive() && debugger_.portIsOpen();
+  if (wanted == debugger_.isListenedTo()) return;
+  if (!wanted) return debugger_.listen(nullptr);
+  debugger_.listen([this](Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
+    plot_->take(std::chrono::duration_cast<std::chrono::microseconds>(now - opened_), bytes);
+  });
+}
+
+void frmRSDebug::showPorts(bool possible) {
+  // Who has them open takes a while to find out.
+  if (const auto now = access_.clock.now(); portFacts_.empty() || now - portsSeen_ >= lookAtLine) {
+    portsSeen_ = now;
+    portFacts_ = debugger_.ports();
+  }
+  if (const QString plugged = ports_->show(portFacts_, possible); !plugged.isEmpty())
+    statusLine_->setText(plugged);
+}
+
 void frmRSDebug::showState() {
   const bool replaying = debugger_.isReplaying();
   ReceiveMode& mode = debugger_.receiveMode();
@@ -454,12 +496,16 @@ void frmRSDebug::showState() {
   commands_->allowSending(debugger_.portIsOpen() && !replaying);
   bytes_->allowSending(debugger_.portIsOpen() && !replaying);
   line_->show(debugger_.lineView(), debugger_.portIsOpen() && !replaying && !debugger_.isBusy());
+  listenForPlot();
+  if (plot_->isVisible()) plot_->renew();
+  if (ports_->isVisible()) showPorts(!replaying && !debugger_.isBusy());
   script_->renew(debugger_.portIsOpen() && !replaying && !debugger_.isBusy());
   receive_->setChecked(mode.isReceiving());
   debug_->setChecked(!mode.isReceiving());
   rate_->setChecked(mode.isMeasuring());
   record_->setText(debugger_.isRecording() ? tr("Stop recor&ding") : tr("Recor&d …"));
   replay_->setText(replaying ? tr("Stop re&play") : tr("Re&play …"));
+  replayBar_->show(debugger_.replay());
   const bool padNeeded = surroundings_.simulation.isThere() && !replaying &&
                          (mode.isReceiving() || debugger_.script().isRunning());
   touchPad_->setVisible(padNeeded);

@@ -25,7 +25,10 @@ class frmBytesPanel;
 class frmCommandPanel;
 class frmConsolePanel;
 class frmLinePanel;
+class frmPlotPanel;
+class frmPortsPanel;
 class frmRatePanel;
+class frmReplayBar;
 class frmRsDraw;
 class frmScriptPanel;
 class PanelMonitor;
@@ -50,6 +53,7 @@ struct DebuggerSurroundings {
   /// The main window, which is in use beside the debugger, is in the middle of an action: no
   /// exchange begins then.
   std::function<bool()> mainIsBusy{};
+  ComPorts comPorts{};
 };
 
 /// The serial debugger: commands to the controller past the driver, a console of what passes the
@@ -100,6 +104,9 @@ class frmRSDebug final : public QWidget {
   void replay();
   void renew();
   void showState();
+  /// The curves want to be told of what comes in while they are seen.
+  void listenForPlot();
+  void showPorts(bool possible);
   /// Has `renew` called when there is something to see: again and again while something is under
   /// way, else when the line has something to say. A debugger that is left alone does not wake.
   void awaitNews();
@@ -108,6 +115,7 @@ class frmRSDebug final : public QWidget {
   Access access_;
   Prompt& prompt_;
   DebuggerSurroundings surroundings_;
+  Clock::TimePoint opened_ = access_.clock.now();
   std::function<void(DebuggerEnd)> onEnded_;
   Debugger debugger_;
 
@@ -119,6 +127,10 @@ class frmRSDebug final : public QWidget {
   frmBytesPanel* bytes_;
   frmScriptPanel* script_;
   frmLinePanel* line_;
+  frmPortsPanel* ports_;
+  std::vector<PortFacts> portFacts_;
+  Clock::TimePoint portsSeen_{};
+  frmPlotPanel* plot_;
   frmConsolePanel* console_;
   QLabel* portState_;
   QPushButton* takePort_ = nullptr;
@@ -128,6 +140,7 @@ class frmRSDebug final : public QWidget {
   QPushButton* record_ = nullptr;
   QPushButton* replay_ = nullptr;
   QWidget* receiveBar_ = nullptr;
+  frmReplayBar* replayBar_;
   frmRatePanel* ratePanel_;
   QWidget* touchPad_;
   QLabel* statusLine_;

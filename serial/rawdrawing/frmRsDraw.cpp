@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "serial/recording/frmReplayBar.h"
 #include "ui/controls/finger_list.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
@@ -82,6 +83,7 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
       notice_(new QLabel(spokenText("rawdrawing", rawDrawingNotice), this)),
       help_(new FingerList(this)),
       marker_(new DotMarker(this)),
+      replayBar_(new frmReplayBar),
       timer_(parts_.clock.makeTimer([this] { renew(); })) {
   setObjectName("frmRsDraw");
   setWindowTitle(tr("Raw drawing"));
@@ -112,7 +114,10 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
   column->setSpacing(2);
   column->addWidget(monitor_, 1);
   column->addWidget(counts_);
+  column->addWidget(replayBar_);
   column->addWidget(makeBar());
+  replayBar_->show(parts_.replay);
+  connect(replayBar_, &frmReplayBar::sought, this, [this] { drawing_->breakStroke(); });
 
   placeControls();
   const TwipsSize area = canvas_->sizeInTwips();
@@ -345,12 +350,18 @@ void frmRsDraw::markDotOfText() {
 void frmRsDraw::renew() {
   notice_->setVisible(drawing_->noticeIsUp());
   renewMonitor();
+  replayBar_->show(parts_.replay);
   const ReportDecoder& decoder = drawing_->decoder();
   QString counts = tr("Reports: %1     Unrecognised bytes: %2")
                        .arg(drawing_->reports())
                        .arg(decoder.strayBytes());
   if (drawing_->monitor().isFull())
     counts += "     " + tr("The monitor is full; \"Wipe\" empties it.");
+  if (marked_) {
+    const auto position = static_cast<std::size_t>(monitor_->textCursor().position());
+    if (const auto field = drawing_->fieldOfTextAt(position); !field.empty())
+      counts += "     " + shownText(field);
+  }
   counts_->setText(counts);
   if (!marker_->isHidden()) moveMarker();
   // Behind what the monitor shows nothing can be coloured.

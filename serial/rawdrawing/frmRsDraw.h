@@ -20,6 +20,8 @@ namespace touch {
 
 class DotMarker;
 class FingerList;
+class frmReplayBar;
+class ReplayPort;
 
 /// The full-screen raw drawing: the path that the controller reports, and every byte in the
 /// monitor. In a simulated run the mouse is the finger on the simulated panel.
@@ -34,7 +36,8 @@ class frmRsDraw final : public FullScreenWindow {
     DrawingSwitches& switches;
     ReportDecoder decoder;
     Simulation simulation;
-    std::optional<QSize> size;  ///< logical pixels, in place of the full screen
+    std::optional<QSize> size;     ///< logical pixels, in place of the full screen
+    ReplayPort* replay = nullptr;  ///< the port, where it is one
   };
   /// `onLeave` is run when the port is no longer used; the window then deletes itself.
   frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& screen,
@@ -83,6 +86,7 @@ class frmRsDraw final : public FullScreenWindow {
   QLabel* notice_;
   FingerList* help_;
   DotMarker* marker_;
+  frmReplayBar* replayBar_;
   std::unique_ptr<RawDrawing> drawing_;
   std::unique_ptr<RawDrawingTools> tools_;
   std::unique_ptr<Timer> timer_;

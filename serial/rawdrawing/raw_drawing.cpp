@@ -4,6 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include "serial/commands/h2d.h"
+#include "support/text/language.h"
+
 namespace touch {
 
 namespace {
@@ -27,6 +30,25 @@ float distance(TwipsPoint one, TwipsPoint other) {
 
 int pixel(float twips, float end) {
   return static_cast<int>(std::clamp(twips, 0.0F, end - twipsPerPixel) / twipsPerPixel);
+}
+
+std::string partText(ReportDecoder::Part part) {
+  using Part = ReportDecoder::Part;
+  switch (part) {
+    case Part::state:
+      return say("rawdrawing", "Byte %1 of %2: touched or lifted.");
+    case Part::xLow:
+      return say("rawdrawing", "Byte %1 of %2: X, low bits.");
+    case Part::xHigh:
+      return say("rawdrawing", "Byte %1 of %2: X, high bits.");
+    case Part::yLow:
+      return say("rawdrawing", "Byte %1 of %2: Y, low bits.");
+    case Part::yHigh:
+      return say("rawdrawing", "Byte %1 of %2: Y, high bits.");
+    case Part::other:
+      break;
+  }
+  return say("rawdrawing", "Byte %1 of %2.");
 }
 
 void include(CoordinateRange& range, float value) {
@@ -65,7 +87,8 @@ void RawDrawing::read() {
     breakStroke();
     follow();
     if (noticeIsUp()) timer_->start(noticeTick);
-    if (port_.tellLoss()) timer_->stop();
+    // The device may come back.
+    port_.tellLoss();
     return;
   }
   const std::uint64_t offset = decoder_.received();
@@ -220,13 +243,38 @@ std::optional<TextRange> RawDrawing::bytesOfDotAt(TwipsPoint place) const {
 
 std::optional<TwipsPoint> RawDrawing::dotOfTextAt(std::size_t position) const {
   const auto offset = monitor_.offsetAt(position);
-  if (!offset) return std::nullopt;
-  const auto behind = std::ranges::upper_bound(dots_, *offset, {},
-                                               [](const Dot& dot) { return dot.report.offset; });
-  if (behind == dots_.begin()) return std::nullopt;
+  const TouchReport* const report = offset ? reportAt(*offset) : nullptr;
+  if (report == nullptr) return std::nullopt;
+  return placeOf(*report);
+}
+
+const TouchReport* RawDrawing::reportAt(std::uint64_t offset) const {
+  const auto behind =
+      std::ranges::upper_bound(dots_, offset, {}, [](const Dot& dot) { return dot.report.offset; });
+  if (behind == dots_.begin()) return nullptr;
   const TouchReport& report = (behind - 1)->report;
-  if (*offset >= report.offset + report.length) return std::nullopt;
-  return placeOf(report);
+  return offset < report.offset + report.length ? &report : nullptr;
+}
+
+std::string RawDrawing::fieldOfTextAt(std::size_t position) const {
+  const auto offset = monitor_.offsetAt(position);
+  const TouchReport* const report = offset ? reportAt(*offset) : nullptr;
+  if (report == nullptr) return {};
+  const auto byteAt = [this](std::uint64_t place) {
+    const auto range = monitor_.rangeOf(place, 1);
+    return range ? h2d(monitor_.text().substr(range->begin, range->end - range->begin))
+                 : std::nullopt;
+  };
+  const auto first = byteAt(report->offset);
+  if (!first) return {};
+  const auto place = static_cast<std::size_t>(*offset - report->offset);
+  const auto part = decoder_.partAt(static_cast<std::uint8_t>(*first), place);
+  const std::string number = std::to_string(place + 1);
+  const std::string length = std::to_string(report->length);
+  return filled(partText(part), {number, length}) + ' ' +
+         filled(report->touching ? say("rawdrawing", "Touched, X %1, Y %2.")
+                                 : say("rawdrawing", "Lifted, X %1, Y %2."),
+                {std::to_string(report->x), std::to_string(report->y)});
 }
 
 std::vector<TextRange> RawDrawing::strayText() const {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "drawing/pen.h"
@@ -82,12 +83,17 @@ class RawDrawing {
   /// Wipes the drawing; the monitor stays.
   void clearDrawing();
   void clearMonitor();
+  /// What comes from now on continues no stroke.
+  void breakStroke();
 
   /// Where the monitor shows the bytes of the dot nearest to `place`, when one is within a finger's
   /// width.
   std::optional<TextRange> bytesOfDotAt(TwipsPoint place) const;
   /// The dot whose bytes the monitor shows at `position` of its text.
   std::optional<TwipsPoint> dotOfTextAt(std::size_t position) const;
+  /// What the byte at `position` of the monitor's text is of its packet, as a sentence; empty where
+  /// it is of none.
+  std::string fieldOfTextAt(std::size_t position) const;
   /// Where the monitor shows bytes that belong to no packet.
   std::vector<TextRange> strayText() const;
 
@@ -110,7 +116,6 @@ class RawDrawing {
   void tick();
   void read();
   void rsbreport();
-  void breakStroke();
   void add(const TouchReport& report);
   void draw(std::size_t dot);
   void drawAll();
@@ -120,6 +125,8 @@ class RawDrawing {
   void moveCursorTo(TwipsPoint place) const;
   TwipsPoint placeOf(const TouchReport& report) const;
   bool isShown(const Dot& dot) const;
+  /// The report whose packet has the byte; null when none has.
+  const TouchReport* reportAt(std::uint64_t offset) const;
   /// The bytes from `offset` on are not stray.
   void account(std::uint64_t offset, std::size_t count);
   /// Drops what is known of stray bytes that the monitor does not show.

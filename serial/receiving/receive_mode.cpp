@@ -15,6 +15,7 @@ using namespace std::chrono_literals;
 constexpr auto tickInterval = 200ms;
 // Less than half a packet takes on the line.
 constexpr auto pollInterval = 2ms;
+constexpr std::size_t mostInOneTick = std::size_t{16} << 10U;
 
 }  // namespace
 
@@ -45,6 +46,7 @@ void ReceiveMode::measureRate(bool on) {
   if (on) {
     rate_.emplace(family(), parts_.formats, line());
     lastStroke_.reset();
+    mean_ = {};
     parts_.log.clear();
     parts_.log.note(rateModeLine);
   }
@@ -55,6 +57,7 @@ void ReceiveMode::takeOverRate(const ReceiveMode& other) {
   rate_.reset();
   if (other.isMeasuring()) rate_.emplace(family(), parts_.formats, line());
   lastStroke_ = other.lastStroke_;
+  mean_ = other.mean_;
   runTimers();
 }
 
@@ -110,6 +113,10 @@ void ReceiveMode::measure() {
   if (!stroke) return;
   for (const std::string& line : rateLines(*stroke))
     parts_.log.note(line);
+  if (const auto rate = stroke->evidence ? medianRate(*stroke->evidence) : std::nullopt) {
+    ++mean_.strokes;
+    mean_.rate += (*rate - mean_.rate) / mean_.strokes;
+  }
   lastStroke_ = std::move(stroke);
 }
 
@@ -119,10 +126,15 @@ void ReceiveMode::display() {
     display_ = ReceiveDisplay(family(), parts_.formats);
   }
   const auto bytes = port_.port.readAll();
-  if (bytes.empty()) {
-    display_.idle(replyFormat_, parts_.log);
-  } else {
-    display_.show(bytes, replyFormat_, parts_.log);
+  if (bytes.empty()) return display_.idle(replyFormat_, parts_.log);
+  display_.show(bytes, replyFormat_, parts_.log);
+  // A replay gives what came up to a command that was sent, and then what came after it.
+  std::size_t shown = bytes.size();
+  while (shown < mostInOneTick && port_.port.inBufferCount() > 0) {
+    const auto more = port_.port.readAll();
+    if (more.empty()) return;
+    display_.show(more, replyFormat_, parts_.log);
+    shown += more.size();
   }
 }
 

@@ -50,6 +50,13 @@ class ReceiveMode {
   void takeOverRate(const ReceiveMode& other);
   /// The stroke measured last; its evidence is not in the console.
   const std::optional<StrokeRate>& lastStroke() const { return lastStroke_; }
+  /// The reports a second while the panel is touched, the mean of all strokes since measuring
+  /// began.
+  struct MeanRate {
+    double rate = 0;
+    int strokes = 0;
+  };
+  const MeanRate& meanRate() const { return mean_; }
   /// The most reports a second that are possible now.
   double ceiling() const;
 
@@ -85,6 +92,7 @@ class ReceiveMode {
   ReceiveDisplay display_;
   std::optional<ReportRate> rate_;
   std::optional<StrokeRate> lastStroke_;
+  MeanRate mean_;
   std::unique_ptr<Timer> timer_;
   std::unique_ptr<Timer> pollTimer_;
 };

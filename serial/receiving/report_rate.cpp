@@ -50,6 +50,11 @@ std::optional<IntervalEvidence> evidenceOf(std::span<const Clock::TimePoint> rep
   return evidence;
 }
 
+std::optional<double> medianRate(const IntervalEvidence& evidence) {
+  if (evidence.median.count() == 0) return std::nullopt;
+  return std::chrono::duration<double>(std::chrono::seconds(1)) / evidence.median;
+}
+
 double rateCeiling(const LineSettings& line, std::size_t packetLength) {
   return static_cast<double>(line.baud) / bitsPerByte(line) / static_cast<double>(packetLength);
 }
@@ -69,6 +74,10 @@ std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling)
   };
   std::vector<std::string> lines;
   if (const auto& evidence = stroke.evidence) {
+    if (const auto rate = medianRate(*evidence)) {
+      lines.push_back(filled(say("receiving", "While touched : %1 reports per second"),
+                             {fmt::format("{:.2f}", *rate)}));
+    }
     lines.push_back(
         filled(say("receiving", "Intervals : shortest %1, median %2, longest %3 ms"),
                {text(evidence->shortest), text(evidence->median), text(evidence->longest)}));

@@ -44,6 +44,9 @@ struct IntervalEvidence {
 /// Nothing for fewer than two reports. The times are those of the reports, in order.
 std::optional<IntervalEvidence> evidenceOf(std::span<const Clock::TimePoint> reports);
 
+/// The reports a second while the pen is down: by the median, which no pause moves.
+std::optional<double> medianRate(const IntervalEvidence& evidence);
+
 /// The reports a second that a line can carry at most.
 double rateCeiling(const LineSettings& line, std::size_t packetLength);
 

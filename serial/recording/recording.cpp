@@ -123,8 +123,15 @@ std::string zonedTimeNow() {
   return fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(now));
 }
 
+RecordingParser RecordingParser::inside(std::string name) {
+  RecordingParser parser(std::move(name));
+  parser.counts_ = false;
+  parser.headed_ = true;
+  return parser;
+}
+
 FileError RecordingParser::refuse(std::string expected, std::string found) const {
-  return {name_, lines_ + 1, std::move(expected), std::move(found)};
+  return {name_, counts_ ? lines_ + 1 : 0, std::move(expected), std::move(found)};
 }
 
 Result<std::optional<Transfer>> RecordingParser::take(std::string_view whole) {
@@ -168,7 +175,59 @@ Result<std::unique_ptr<RecordingFile>> RecordingFile::open(const std::filesystem
   recording->begin();
   recording->first_ = recording->parse();
   if (recording->error_) return tl::unexpected(*recording->error_);
+  recording->length_ = recording->timeOfTheLast();
+  recording->begin();
   return recording;
+}
+
+void RecordingFile::goOnAt(std::size_t offset) {
+  parser_ = RecordingParser::inside(path_.string());
+  text_.clear();
+  line_ = 0;
+  first_.reset();
+  error_.reset();
+  File file = openForReading(path_);
+  if (!file || !isRegular(file.get()) ||
+      std::fseek(file.get(), static_cast<long>(offset), SEEK_SET) != 0)
+    return file_.reset();
+  auto opened = FileInPieces::of(std::move(file), path_.string(), largestRecording);
+  if (!opened) return file_.reset();
+  file_.emplace(std::move(*opened));
+  nextLine();
+}
+
+std::chrono::microseconds RecordingFile::timeOfTheLast() {
+  std::chrono::microseconds last{};
+  const std::size_t size = file_->size();
+  // A shorter tail tells it at once, unless a line of it was cut.
+  for (const std::size_t tail : {readingPiece, 2 * longestRecordingLine}) {
+    if (size > tail) {
+      goOnAt(size - tail);
+    } else {
+      begin();
+    }
+    while (const auto transfer = parse())
+      last = transfer->time;
+    if (last.count() > 0) break;
+  }
+  return last;
+}
+
+void RecordingFile::seek(std::chrono::microseconds time) {
+  begin();
+  if (!file_ || error_) return;
+  // Its lines are in the order of their times.
+  std::size_t before = 0;
+  for (std::size_t end = file_->size(); end - before > readingPiece;) {
+    const std::size_t middle = before + (end - before) / 2;
+    goOnAt(middle);
+    const auto transfer = parse();
+    (transfer && transfer->time < time ? before : end) = middle;
+  }
+  before > 0 ? goOnAt(before) : begin();
+  do {
+    first_ = parse();
+  } while (first_ && first_->time < time);
 }
 
 void RecordingFile::begin() {
@@ -232,9 +291,9 @@ bool RecordingFile::readOn() {
     return false;
   }
   text_.resize(before + readingPiece);
-  const std::size_t count = file_->read(std::span(text_).subspan(before));
+  const std::size_t count = file_ ? file_->read(std::span(text_).subspan(before)) : 0;
   text_.resize(before + count);
-  error_ = file_->error();
+  if (file_) error_ = file_->error();
   return count > 0;
 }
 

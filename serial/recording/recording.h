@@ -63,6 +63,10 @@ class TransferSource {
   virtual std::optional<Transfer> next() = 0;
   /// Begins anew.
   virtual void rewind() = 0;
+  /// The next one is the first that is not before `time`.
+  virtual void seek(std::chrono::microseconds time) = 0;
+  /// When the last one was, as far as that can be told.
+  virtual std::chrono::microseconds length() const = 0;
   /// Why it failed.
   virtual std::optional<FileError> error() const { return std::nullopt; }
 };
@@ -72,6 +76,8 @@ class RecordingParser {
  public:
   /// `name` is what an error calls the file.
   explicit RecordingParser(std::string name) : name_(std::move(name)) {}
+  /// One that begins in the middle of a file: its errors name no line.
+  static RecordingParser inside(std::string name);
 
   /// The transfer of a line, without its end, unless it holds none.
   Result<std::optional<Transfer>> take(std::string_view line);
@@ -83,6 +89,7 @@ class RecordingParser {
  private:
   std::string name_;
   int lines_ = 0;
+  bool counts_ = true;  ///< the lines from the beginning on
   bool headed_ = false;
   std::chrono::microseconds last_{};
 };
@@ -99,11 +106,17 @@ class RecordingFile final : public TransferSource {
 
   std::optional<Transfer> next() override;
   void rewind() override { begin(); }
+  /// However long the file is, little of it is read for that.
+  void seek(std::chrono::microseconds time) override;
+  std::chrono::microseconds length() const override { return length_; }
   std::optional<FileError> error() const override { return error_; }
 
  private:
   explicit RecordingFile(std::filesystem::path path) : path_(std::move(path)) {}
   void begin();
+  /// Goes on with the first whole line behind `offset`.
+  void goOnAt(std::size_t offset);
+  std::chrono::microseconds timeOfTheLast();
   std::optional<Transfer> parse();
   std::optional<std::string_view> nextLine();
   bool readOn();
@@ -115,6 +128,7 @@ class RecordingFile final : public TransferSource {
   std::size_t line_ = 0;           ///< where in it the next line begins
   std::optional<Transfer> first_;  ///< was looked at already
   std::optional<FileError> error_;
+  std::chrono::microseconds length_{};
 };
 
 /// What a recording says of itself in comments below its first line; what is empty it leaves out.

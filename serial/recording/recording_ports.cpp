@@ -21,7 +21,7 @@ constexpr std::size_t mostWaiting = std::size_t{64} << 10U;
 RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
     : inner_(inner), clock_(clock), timer_(clock.makeTimer([this] {
         collect();
-        if (!isRecording()) timer_->stop();
+        if (!isRecording() && !listener_) timer_->stop();
       })) {}
 
 Status RecordedPort::startRecording(const std::filesystem::path& file, RecordingHead head) {
@@ -36,8 +36,13 @@ Status RecordedPort::startRecording(const std::filesystem::path& file, Recording
 
 Status RecordedPort::stopRecording() {
   if (isRecording()) collect();
-  timer_->stop();
+  if (!listener_) timer_->stop();
   return recorder_.stop();
+}
+
+void RecordedPort::listen(Listener listener) {
+  listener_ = std::move(listener);
+  if (listener_) timer_->start(recordingInterval);
 }
 
 Result<void, std::string> RecordedPort::setSettings(std::string_view settings) {
@@ -57,8 +62,11 @@ void RecordedPort::selectPort(int number) {
 }
 
 Result<void, std::string> RecordedPort::open() {
-  if (!isOpen()) waiting_.clear();
-  return inner_.open();
+  if (isOpen()) return inner_.open();
+  waiting_.clear();
+  auto opened = inner_.open();
+  if (opened) recorder_.remark(clock_.now(), "Opened");
+  return opened;
 }
 
 void RecordedPort::close() {
@@ -71,6 +79,7 @@ void RecordedPort::collect() {
   const auto bytes = inner_.readAll();
   received_ += bytes.size();
   recorder_.add(clock_.now(), Direction::fromController, bytes);
+  if (listener_ && !bytes.empty()) listener_(clock_.now(), bytes);
   const auto taken = std::min(bytes.size(), mostWaiting - std::min(mostWaiting, waiting_.size()));
   waiting_.insert(waiting_.end(), bytes.begin(),
                   bytes.begin() + static_cast<std::ptrdiff_t>(taken));
@@ -108,24 +117,62 @@ Result<void, std::string> ReplayPort::open() {
   recording_->rewind();
   waiting_.clear();
   advance();
-  silence_ = next_ ? next_->time : std::chrono::microseconds(0);
-  start_ = clock_.now();
+  open_ = true;
+  paused_ = false;
+  goOnFrom(next_ ? next_->time : Time(0));
   return {};
 }
 
 void ReplayPort::advance() {
   taken_ = 0;
-  do {
-    next_ = recording_->next();
-  } while (next_ && next_->direction == Direction::toController);
+  next_ = recording_->next();
+}
+
+ReplayPort::Time ReplayPort::played() const {
+  if (!open_ || paused_) return from_;
+  const std::chrono::duration<double, std::micro> passed = clock_.now() - since_;
+  return from_ + std::chrono::duration_cast<Time>(passed * speed_);
+}
+
+void ReplayPort::goOnFrom(Time time) {
+  since_ = clock_.now();
+  from_ = time;
+}
+
+void ReplayPort::seek(Time time) {
+  recording_->seek(time);
+  waiting_.clear();
+  advance();
+  goOnFrom(std::clamp(time, Time(0), length()));
+}
+
+void ReplayPort::setSpeed(double speed) {
+  goOnFrom(played());
+  speed_ = speed;
+}
+
+void ReplayPort::pause(bool on) {
+  goOnFrom(played());
+  paused_ = on;
+}
+
+void ReplayPort::step() {
+  if (paused_ && next_) goOnFrom(std::max(from_, next_->time));
 }
 
 bool ReplayPort::isDue() const {
-  return start_ && next_ && clock_.now() - *start_ >= next_->time - silence_;
+  return open_ && next_ && played() >= next_->time;
 }
 
 void ReplayPort::collect() {
   while (isDue() && waiting_.size() < mostInOneRead) {
+    if (next_->direction == Direction::toController) {
+      if (!waiting_.empty()) return;
+      const auto sent = std::move(next_->bytes);
+      advance();
+      if (onSent) onSent(sent);
+      continue;
+    }
     const auto rest = std::span(next_->bytes).subspan(taken_);
     const auto part = rest.first(std::min(rest.size(), mostInOneRead - waiting_.size()));
     waiting_.insert(waiting_.end(), part.begin(), part.end());

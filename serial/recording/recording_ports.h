@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,6 +24,10 @@ class RecordedPort final : public SerialPort {
   Status startRecording(const std::filesystem::path& file, RecordingHead head = {});
   /// Ends the recording. The error is what has gone wrong since it was started.
   Status stopRecording();
+  /// Told of what comes in, and when, whoever reads it and whether anybody does; null: nobody is.
+  using Listener = std::function<void(Clock::TimePoint, std::span<const std::uint8_t>)>;
+  void listen(Listener listener);
+  bool isListenedTo() const { return listener_ != nullptr; }
   /// A recording that cannot be written on ends itself.
   bool isRecording() const { return recorder_.isOn(); }
 
@@ -59,23 +66,42 @@ class RecordedPort final : public SerialPort {
   std::string portName_;
   std::string settings_;
   std::vector<std::uint8_t> waiting_;  ///< come in, and read by nobody yet
-  std::unique_ptr<Timer> timer_;       ///< runs while recording
+  Listener listener_;
+  std::unique_ptr<Timer> timer_;  ///< runs while recording or listened to
 };
 
 /// A port on which a recording comes in again, at its own pace from the moment of opening, but for
-/// the silence before the controller's first byte. What is written to it goes nowhere. Opened
-/// again, it begins anew.
+/// the silence before its first byte. What is written to it goes nowhere. Opened again, it begins
+/// anew. What was sent when it was recorded is told when its turn comes: whatever came in before is
+/// read first.
 class ReplayPort final : public SerialPort {
  public:
+  using Time = std::chrono::microseconds;  ///< since the recording began
   static constexpr std::size_t mostInOneRead = std::size_t{64} << 10U;
 
   ReplayPort(std::unique_ptr<TransferSource> recording, const Clock& clock);
 
+  /// Told of what was sent to the controller. May be empty.
+  std::function<void(std::span<const std::uint8_t>)> onSent;
+
+  /// When the last byte passed the port.
+  Time length() const { return recording_->length(); }
+  Time position() const { return std::min(played(), length()); }
+  /// Goes on with what passed the port from then on.
+  void seek(Time time);
+  /// How many times as fast as it was; more than 0. It stays when it is opened again.
+  void setSpeed(double speed);
+  double speed() const { return speed_; }
+  void pause(bool on);
+  bool isPaused() const { return paused_; }
+  /// While paused: lets the next transfer pass.
+  void step();
+
   Result<void, std::string> setSettings(std::string_view) override { return {}; }
   void selectPort(int) override {}
   Result<void, std::string> open() override;
-  void close() override { start_.reset(); }
-  bool isOpen() const override { return start_.has_value(); }
+  void close() override { open_ = false; }
+  bool isOpen() const override { return open_; }
   std::optional<std::string> lost() const override { return std::nullopt; }
   /// At most `mostInOneRead`, as for readAll.
   std::size_t inBufferCount() override;
@@ -93,16 +119,22 @@ class ReplayPort final : public SerialPort {
 
  private:
   void advance();
+  Time played() const;
+  /// Goes on from `time`, now.
+  void goOnFrom(Time time);
   bool isDue() const;
   void collect();
 
   std::unique_ptr<TransferSource> recording_;
   const Clock& clock_;
-  std::optional<Clock::TimePoint> start_;  ///< while open
-  std::optional<Transfer> next_;           ///< from the controller
-  std::size_t taken_ = 0;                  ///< bytes of it that are due
-  std::chrono::microseconds silence_{};    ///< before its first byte
-  std::vector<std::uint8_t> waiting_;      ///< due, and not read
+  bool open_ = false;
+  bool paused_ = false;
+  double speed_ = 1;
+  Clock::TimePoint since_{};  ///< when it had come to `from_`
+  Time from_{};
+  std::optional<Transfer> next_;
+  std::size_t taken_ = 0;              ///< bytes of it that are due
+  std::vector<std::uint8_t> waiting_;  ///< due, and not read
 };
 
 }  // namespace touch

@@ -49,6 +49,15 @@ Result<void, ScriptFailure> ScriptRun::run() {
   return {};
 }
 
+void ScriptRun::serve() {
+  if (script_.steps.empty()) return;
+  place_ = script_.steps.size() - 1;
+  while (take()) {
+    unread_.clear();
+    clock_.delay(pause);
+  }
+}
+
 /// Serves the windows and stands still while the script is paused.
 ScriptRun::Outcome ScriptRun::rest() {
   const auto isStopped = [this] { return watcher_.isStopped && watcher_.isStopped(); };

@@ -41,6 +41,8 @@ class ScriptRun {
             std::vector<ReportFormat> added = {});
 
   Result<void, ScriptFailure> run();
+  /// Goes on giving the answers that are wanted to what comes, until it is stopped. Behind `run`.
+  void serve();
 
   /// Bytes, so far.
   std::size_t sent() const { return sent_; }

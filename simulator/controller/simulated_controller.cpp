@@ -12,8 +12,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A start bit, eight data bits and a stop bit at 9600 baud.
-constexpr std::chrono::nanoseconds serialByteTime = 10 * std::chrono::nanoseconds(1s) / 9600;
+// A start bit, eight data bits and a stop bit.
+constexpr std::chrono::nanoseconds serialByteTime(int baud) {
+  return 10 * std::chrono::nanoseconds(1s) / baud;
+}
 constexpr auto reportInterval = 10ms;
 // Longer than any wait for a reply.
 constexpr auto slowness = 400ms;
@@ -29,7 +31,7 @@ constexpr std::string_view pointFailed = "2";
 constexpr std::string_view owner = "INHOUSE";
 
 std::chrono::nanoseconds byteTime(Link link) {
-  return link == Link::rs232 ? serialByteTime : std::chrono::nanoseconds(0);
+  return link == Link::rs232 ? serialByteTime(9600) : std::chrono::nanoseconds(0);
 }
 
 TimePoint after(TimePoint start, std::chrono::nanoseconds duration) {
@@ -104,7 +106,14 @@ SimulatedController::SimulatedController(const ControllerModel& model)
       faults_(model.faults),
       panel_(model.panel),
       memory_(model.factoryWords),
-      output_(byteTime(model.link)) {}
+      byteTime_(byteTime(model.link)),
+      output_(byteTime_) {}
+
+void SimulatedController::setSpeed(int baud) {
+  baud_ = baud;
+  byteTime_ = serialByteTime(baud);
+  output_.setByteTime(byteTime_);
+}
 
 void SimulatedController::touch(Point place, TimePoint now) {
   if (!feels(panel_, place)) {
@@ -147,12 +156,17 @@ std::optional<Point> SimulatedController::felt(Point place) {
 void SimulatedController::receive(std::span<const std::uint8_t> bytes, TimePoint now) {
   reportUntil(now);
   if (faults_.has(Fault::noAnswer)) return;
+  // At another speed no byte has its stop bit in its place.
+  if (!speedsMatch()) return;
   commandLineFree_ = std::max(commandLineFree_, now);
   for (const std::uint8_t byte : bytes) {
-    commandLineFree_ = after(commandLineFree_, byteTime(model_->link));
+    commandLineFree_ = after(commandLineFree_, byteTime_);
     const auto understood = heard(byte, userFormat_, ownFormat_);
     if (!understood) continue;
-    if (const auto packet = reader_.take(*understood)) execute(*packet, commandLineFree_);
+    if (ear_) {
+      ear_({&*understood, 1});
+    } else if (const auto packet = reader_.take(*understood))
+      execute(*packet, commandLineFree_);
   }
 }
 
@@ -164,6 +178,12 @@ std::size_t SimulatedController::arrived(TimePoint now) {
 std::vector<std::uint8_t> SimulatedController::take(std::size_t limit, TimePoint now) {
   reportUntil(now);
   auto bytes = output_.take(limit, now);
+  if (!speedsMatch()) {
+    // Garbage, but the same each time.
+    for (std::uint8_t& byte : bytes)
+      byte = static_cast<std::uint8_t>(~byte);
+    return bytes;
+  }
   if (ownFormat_ == userFormat_ && ownFormat_ == LineFormat::eightN1) return bytes;
   std::vector<std::uint8_t> understood;
   for (const std::uint8_t byte : bytes) {

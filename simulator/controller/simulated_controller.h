@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "simulator/controller/commands.h"
@@ -61,6 +63,13 @@ class SimulatedController {
   /// How the user of the line does; with another format each takes the other's bytes for garbage or
   /// for nothing.
   void setUserFormat(LineFormat format) { userFormat_ = format; }
+  /// The speed of its line in bits a second; 9600 when new.
+  void setSpeed(int baud);
+  /// The same for the user of the line; unknown, it is the controller's.
+  void setUserSpeed(std::optional<int> baud) { userBaud_ = baud; }
+  /// What it hears from now on goes there instead of being carried out.
+  using Ear = std::function<void(std::span<const std::uint8_t>)>;
+  void handOver(Ear ear) { ear_ = std::move(ear); }
   /// Sends bytes as they are: a recording's.
   bool say(std::span<const std::uint8_t> bytes, TimePoint now);
 
@@ -78,6 +87,7 @@ class SimulatedController {
   void abandonCalibration();
 
  private:
+  bool speedsMatch() const { return !userBaud_ || *userBaud_ == baud_; }
   void execute(const Packet& packet, TimePoint now);
   /// What it answers, without start byte and carriage return; nothing when it refuses.
   std::optional<std::string> carryOut(const Command& command);
@@ -111,6 +121,10 @@ class SimulatedController {
   LineUser user_ = LineUser::driver;
   LineFormat ownFormat_ = LineFormat::eightN1;
   LineFormat userFormat_ = LineFormat::eightN1;
+  int baud_ = 9600;
+  std::optional<int> userBaud_;
+  std::chrono::nanoseconds byteTime_;
+  Ear ear_;
   int reportNumber_ = 0;
   PacketReader reader_;
   TimePoint commandLineFree_{};

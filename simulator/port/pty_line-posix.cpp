@@ -95,6 +95,18 @@ LineFormat formatAt(int controllerEnd) {
   return (line.c_cflag & CSTOPB) != 0 ? LineFormat::sevenN2 : LineFormat::eightN1;
 }
 
+/// The speed that the program at the device has set; nothing for one that no controller has.
+std::optional<int> speedAt(int controllerEnd) {
+  constexpr std::pair<speed_t, int> speeds[] = {{B1200, 1200},   {B2400, 2400},    {B4800, 4800},
+                                                {B9600, 9600},   {B19200, 19200},  {B38400, 38400},
+                                                {B57600, 57600}, {B115200, 115200}};
+  termios line{};
+  if (tcgetattr(controllerEnd, &line) != 0) return std::nullopt;
+  for (const auto& [constant, baud] : speeds)
+    if (cfgetospeed(&line) == constant) return baud;
+  return std::nullopt;
+}
+
 void writeOrLose(int descriptor, std::span<const std::uint8_t> bytes) {
   while (!bytes.empty()) {
     const auto count = write(descriptor, bytes.data(), bytes.size());
@@ -146,6 +158,7 @@ class PosixPtyLine final : public PtyLine {
     if (stopped.stop_requested()) return std::nullopt;
     const TimePoint now = clock_.now();
     controller_.setUserFormat(formatAt(terminal_.controllerEnd.number()));
+    controller_.setUserSpeed(speedAt(terminal_.controllerEnd.number()));
     if (!input.empty()) controller_.receive(input, now);
     Turn turn{controller_.take(controller_.arrived(now), now)};
     if (const auto due = controller_.nextDue(); due && !clock_.isManual()) {

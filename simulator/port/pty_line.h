@@ -9,7 +9,7 @@
 
 namespace touch::simulator {
 
-/// A pseudo-terminal with a controller at its end, served at the pace of 9600 baud by a thread of
+/// A pseudo-terminal with a controller at its end, served at the pace of its line by a thread of
 /// its own. The device exists as long as the line. The thread sleeps while nothing is due.
 class PtyLine {
  public:

@@ -17,6 +17,7 @@ class TimedBytes {
  public:
   /// `byteTime` is what a byte takes on the line; 0 when a whole reply arrives at once.
   explicit TimedBytes(std::chrono::nanoseconds byteTime) : byteTime_(byteTime) {}
+  void setByteTime(std::chrono::nanoseconds byteTime) { byteTime_ = byteTime; }
 
   /// Sends `bytes` from `earliest` on, or as soon as the line is free. False, and nothing is sent,
   /// when the reader has left too many bytes lying.

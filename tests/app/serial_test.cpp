@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <nlohmann/json.hpp>
+#include <regex>
 
 #include "tests/app/child_process.h"
 #include "tests/ports/pseudo_terminal.h"
@@ -262,6 +263,98 @@ TEST_F(Serial, TalksKeyByKeyUntilItsEndKeyAndPassesBytesOnAsTheyAre) {
                                             "A",
                                             5));
   EXPECT_EQ(raw.end(SIGINT), 0);
+}
+
+TEST_F(Serial, SimulatesWhatWasRecordedOrWrittenAndIsTouchedFromOutside) {
+  folder.write("dialogue.txt",
+               "touch recording 1\n0.000000 > 01 55 54 0D\n0.010000 < 01 41 42 0D\n"
+               "1.000000 > 01 55 54 0D\n1.010000 < 01 43 44 0D\n");
+  folder.write("answers.tus", "touch script 1\non 01 \"UT\" 0D send 01 \"EF\" 0D\n");
+  const auto device = [this](const std::string& options) { return wordsIn(options, folder); };
+  {
+    const BackgroundProgram sim(TOUCHSIM, device("--replay @/dialogue.txt --speed 19200"));
+    const std::string send = "--com 1=" + deviceOf(sim) +
+                             " serial send UT --set m01 --no-driver --line 19200,n,8,1 --json";
+    EXPECT_THAT(run(send + " --record @/sent.txt").output, HasSubstr("\"01 41 42 0D\""));
+    EXPECT_THAT(run(send).output, HasSubstr("\"01 43 44 0D\"")) << "as in the recording";
+    EXPECT_THAT(folder.read("sent.txt"), HasSubstr("> 01 55 54 0D\n"));
+    EXPECT_EQ(run("serial decode @/sent.txt --csv").output, "time_s,touching,x,y,interval_ms\n");
+    EXPECT_THAT(run("serial replay @/sent.txt --speed 1000").output, HasSubstr("> 01 55 54 0D"));
+  }
+  setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
+  const BackgroundProgram script(TOUCHSIM, device("--script @/answers.tus"));
+  const std::string scripted = deviceOf(script);
+  EXPECT_THAT(run("--com 1=" + scripted + " serial send UT --set m01 --no-driver").output,
+              HasSubstr("EF"));
+  BackgroundProgram monitor(TOUCHCTL,
+                            inFolder("--com 1=" + scripted + " serial monitor --no-driver"));
+  monitor.awaitWait();
+  EXPECT_EQ(runProgram(TOUCHSIM, {"touch", "0.5", "0.5"}).status, 0);
+  EXPECT_THAT(monitor.textUntil("lift"), HasSubstr("= touch X"));
+
+  const BackgroundProgram other(TOUCHSIM, {});
+  struct stat found {};
+  const std::string name =
+      "touchsim-" + std::regex_replace(deviceOf(other).substr(5), std::regex("/"), "-");
+  ASSERT_EQ(lstat((folder.path() / name).c_str(), &found), 0);
+  EXPECT_EQ(found.st_mode & 0777U, 0600U);
+  EXPECT_THAT(runProgram(TOUCHSIM, {"lift"}).errors, HasSubstr("Say which with --device"));
+  EXPECT_EQ(runProgram(TOUCHSIM, {"lift", "--device", scripted}).status, 0);
+  EXPECT_EQ(runProgram(TOUCHSIM, {"touch", "1.5", "0"}).status, 2);
+  EXPECT_EQ(runProgram(TOUCHSIM, {"touch", "0", "0", "--device", "/dev/pts/none"}).status, 1);
+  unsetenv("XDG_RUNTIME_DIR");
+}
+
+/// Programs of others on the simulated controller's line; each prints what comes back.
+TEST_F(Serial, TheSimulatedControllerAnswersProgramsOfOthers) {
+  const BackgroundProgram sim(TOUCHSIM, {});
+  const std::string device = deviceOf(sim);
+  // A command that shows whether the program is there, and how it asks.
+  const std::pair<std::string, std::string> others[] = {
+      {"command -v picocom",
+       "picocom -q -b 9600 --initstring \"$(printf '\\001UT\\r')\" "
+       "--exit-after 1000 " +
+           device + " < /dev/null"},
+      {"command -v socat", "printf '\\001UT\\r' | socat -t 2 - " + device + ",raw,echo=0,b9600"},
+      {"/usr/bin/python3 -c 'import serial.tools'",
+       "/usr/bin/python3 -c \"import serial, sys\nport = serial.Serial('" + device +
+           "', 9600, timeout=10)\nport.write(b'\\x01UT\\r')\n"
+           "sys.stdout.buffer.write(port.read(10))\""}};
+  std::string missing;
+  for (const auto& [isThere, ask] : others) {
+    if (runProgram("/bin/sh", {"-c", isThere}).status != 0) {
+      missing += (missing.empty() ? "" : "; ") + isThere;
+      continue;
+    }
+    EXPECT_EQ(runProgram("/bin/sh", {"-c", ask}).output, "\x01QRMV0301\r") << ask;
+  }
+  if (!missing.empty())
+    GTEST_SKIP() << "dev/setup installs what is missing here, so not all was tried: " << missing;
+}
+
+TEST_F(Serial, TerminalAndScriptsTalkToAProgramOfOthers) {
+  if (runProgram("/bin/sh", {"-c", "command -v socat"}).status != 0)
+    GTEST_SKIP() << "socat is missing, which is to echo what it is sent; dev/setup installs it";
+  const std::string line = (folder.path() / "line").string();
+  const BackgroundProgram echo("/usr/bin/socat", {"PTY,link=" + line + ",raw,echo=0", "EXEC:cat"});
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (!fs::exists(line) && std::chrono::steady_clock::now() < deadline)
+    poll(nullptr, 0, 10);
+  folder.write("echo.tus",
+               "touch script 1\nrepeat NN 00 to 1F\nsend \"\\x01{NN}\\r\"\n"
+               "expect 01 \"{NN}\" 0D within 10 s\nend\n");
+  const std::string where = "--com 1=" + line + " serial ";
+  EXPECT_THAT(run(where + "run @/echo.tus --no-driver").output,
+              HasSubstr("echo.tus: passed; 128 bytes sent, 128 received"));
+
+  const PseudoTerminal keyboard;
+  BackgroundProgram terminal(TOUCHCTL, inFolder(where + "terminal --show text --no-driver"),
+                             keyboard.path());
+  terminal.textUntil("Ctrl+] ends.\n");
+  keyboard.flood(std::vector<std::uint8_t>{'h', 'i', '\r'});
+  EXPECT_THAT(terminal.textUntil("< hi\n"), HasSubstr("> hi\n"));
+  keyboard.flood(std::vector<std::uint8_t>{0x1D});
+  EXPECT_EQ(terminal.waitForEnd(), 0);
 }
 
 TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {

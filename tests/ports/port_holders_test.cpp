@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include "ports/port_lock.h"
+#include "ports/spare_numbers.h"
 #include "serial/port/asio_serial_port.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/ports/pseudo_terminal.h"
@@ -187,6 +188,21 @@ TEST(PortPermission, NamesTheGroupThatMayOpenIt) {
   EXPECT_TRUE(asNobody([&] { return portPermission(terminal.path()).granted; }));
 }
 
+TEST(SpareNumbers, GoToDevicesWithoutOneAndStay) {
+  ComPorts ports;
+  ASSERT_EQ(whyNot(ports.assign("3=/dev/ttyUSB0")), "");
+  std::vector<std::string> there = {"/dev/ttyS1", "/dev/ttyUSB0", "/dev/ttyUSB2"};
+  addSpareNumbers(ports, [&there] { return there; });
+  const ComPorts copy = ports;
+  EXPECT_EQ(copy.device(17), "/dev/ttyUSB2");
+  there = {"/dev/ttyACM0", "/dev/ttyUSB2"};
+  EXPECT_EQ(copy.device(18), "/dev/ttyACM0") << "the one that came later";
+  EXPECT_EQ(ports.device(17), "/dev/ttyUSB2");
+  there = {"/dev/ttyACM0"};
+  EXPECT_EQ(ports.device(17), "") << "unplugged";
+  EXPECT_EQ(ports.device(18), "/dev/ttyACM0");
+}
+
 TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
   const TemporaryFolder system;
   const auto add = [&system](const fs::path& device, const std::string& name,
@@ -194,6 +210,10 @@ TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
     fs::create_directories(system.path() / device);
     fs::create_directories(system.path() / "tty" / name);
     fs::create_symlink(system.path() / device, system.path() / "tty" / name / "device");
+    if (name == "null") {
+      system.write((device.parent_path() / "manufacturer").string(), "Maker\n");
+      system.write((device.parent_path() / "product").string(), "UART\n");
+    }
     if (!driver.empty()) fs::create_symlink(driver, system.path() / device / "driver");
     system.write("tty/" + name + "/type", type);
   };
@@ -209,6 +229,8 @@ TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
   EXPECT_EQ(portDriver("/dev/null", devices), "ftdi_sio");
   EXPECT_EQ(portDriver("/dev/zero", devices), "serial8250");
   EXPECT_EQ(portDriver("/dev/tty", devices), "");
+  EXPECT_EQ(portMaker("/dev/null", devices), "Maker UART");
+  EXPECT_EQ(portMaker("/dev/tty", devices), "");
 }
 
 }  // namespace

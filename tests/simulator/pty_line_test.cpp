@@ -92,12 +92,16 @@ TEST(PtyLines, tellTheControllerHowTheProgramWritesItsBytes) {
   const auto line = PtyLine::open(controller, clock, guard);
   ASSERT_TRUE(line);
   const Device device(line->path());
-  for (const auto& [settings, format] :
-       {std::pair{"9600,n,7,2", LineFormat::sevenN2}, {"9600,n,8,1", LineFormat::eightN1}}) {
+  const std::tuple<const char*, LineFormat, int> cases[] = {
+      {"9600,n,7,2", LineFormat::sevenN2, 9600},
+      {"9600,n,8,1", LineFormat::eightN1, 9600},
+      {"115200,n,8,1", LineFormat::eightN1, 115200}};
+  for (const auto& [settings, format, speed] : cases) {
     EXPECT_EQ(test::whyNot(device.port->setSettings(settings)), "");
     {
       const std::lock_guard lock(guard);
       controller.speak(format);
+      controller.setSpeed(speed);
     }
     device.port->write(std::vector<std::uint8_t>{0x01, 'U', 'T', 0x0D});
     EXPECT_EQ(device.receive(10), framed("QRMV0301")) << settings;

@@ -1,6 +1,7 @@
 #include "simulator/controller/simulated_controller.h"
 
 #include "simulator/controller/controllers.h"
+#include "simulator/controller/fault_times.h"
 #include "tests/simulator/driver_bench.h"
 
 namespace touch::simulator {
@@ -216,6 +217,42 @@ TEST_F(ControllerOnALine, ReportsAsOftenAsItsModeSays) {
   now += 24h;
   EXPECT_LE(controller.arrived(now), 4096U) << "nobody reads";
   EXPECT_GT(*controller.nextDue(), TimePoint{});
+}
+
+TEST(FaultTimes, comeAndGo) {
+  const std::tuple<std::string_view, double, bool> cases[] = {
+      {"no-answer", 0, true},           {"no-answer@5-10", 4.9, false},
+      {"no-answer@5-10", 5, true},      {"no-answer@5-10", 10, false},
+      {"no-answer@5-10", 65, false},    {"no-answer@5-10/60", 65, true},
+      {"no-answer@0-0.5/1", 7.6, false}};
+  for (const auto& [text, seconds, isThere] : cases)
+    EXPECT_EQ(parseFaultTimes(text).value().isThere(std::chrono::duration<double>(seconds)),
+              isThere)
+        << text << ' ' << seconds;
+  for (const std::string_view text :
+       {"", "none", "no-answer@", "no-answer@5", "no-answer@5-5", "no-answer@-1-5",
+        "no-answer@5-10/9", "no-answer@5-10/", "no-answer@nan-1", "no-answer@1-99999999"})
+    EXPECT_FALSE(parseFaultTimes(text)) << text;
+}
+
+TEST(Speeds, mustMatch) {
+  SimulatedController controller{usbDevice2};
+  TimePoint now{};
+  controller.connect(LineUser::port, now);
+  controller.setSpeed(19200);
+  for (const auto& [speed, answered] : {std::pair{9600, 0U}, {19200, 10U}}) {
+    controller.setUserSpeed(speed);
+    const std::string command = framed("UT");
+    controller.receive(std::vector<std::uint8_t>(command.begin(), command.end()), now);
+    now += 1s;
+    EXPECT_EQ(controller.take(100, now).size(), answered) << speed;
+  }
+  controller.touch({0.5, 0.5}, now);
+  now += 10ms;
+  EXPECT_EQ(controller.take(1, now), std::vector<std::uint8_t>{0xD8});
+  controller.setUserSpeed(9600);
+  now += 10ms;
+  EXPECT_NE(controller.take(1, now), std::vector<std::uint8_t>{0xD8}) << "garbage";
 }
 
 }  // namespace

@@ -21,6 +21,7 @@
 #include "serial/commands/command_sets.h"
 #include "serial/commands/debugger_exchange.h"
 #include "serial/commands/h2d.h"
+#include "serial/plots/report_series.h"
 #include "serial/receiving/receive_mode.h"
 #include "serial/recording/recording_ports.h"
 #include "support/text/hex.h"
@@ -36,17 +37,17 @@ using nlohmann::ordered_json;
 
 constexpr auto idleAfter = 200ms;
 
-/// Prints what comes in on `line` until the time is over, `ended` says true, the device has gone,
-/// or nobody reads on.
+/// Prints what comes in on `line`, each at its `time`, until the time is over, `ended` says true,
+/// the device has gone, or nobody reads on.
 ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
-                        const std::optional<double>& seconds, const std::function<bool()>& ended) {
-  const auto start = clock.now();
-  auto last = start;
+                        const std::optional<double>& seconds, const std::function<bool()>& ended,
+                        const std::function<std::chrono::microseconds()>& time) {
+  auto last = clock.now();
   listen(clock, seconds, [&] {
     const auto now = clock.now();
     const auto bytes = line.readAll();
     if (!bytes.empty()) {
-      printer.take(std::chrono::duration_cast<std::chrono::microseconds>(now - start), bytes);
+      printer.take(time(), bytes);
       last = now;
     } else if (now - last > idleAfter) {
       printer.idle();
@@ -59,8 +60,12 @@ ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
 
 ExitStatus monitor(const SerialWork& work) {
   ReportPrinter printer(work.serial.set, work.shell.workFolder, work.shell.json);
-  return printReports(work.access.clock, work.port.serial(), printer, work.serial.seconds,
-                      [&work] { return work.port.tellLoss(); });
+  Clock& clock = work.access.clock;
+  return printReports(
+      clock, work.line, printer, work.serial.seconds, [&work] { return work.port.tellLoss(); },
+      [&clock, start = clock.now()] {
+        return std::chrono::duration_cast<std::chrono::microseconds>(clock.now() - start);
+      });
 }
 
 /// Passes on the bytes as they are.
@@ -88,16 +93,33 @@ ExitStatus endOf(const std::optional<FileError>& failed) {
   return failed ? ExitStatus::failed : ExitStatus::done;
 }
 
-ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& file) {
+/// How a recording is replayed.
+struct Replaying {
+  double speed = 1;
+  double from = 0;  ///< seconds
+};
+
+ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& file,
+                  const Replaying& how) {
   auto recording = recordingIn(file);
   if (!recording) return ExitStatus::failed;
   catchInterrupt();
   SystemClock clock;
   ReplayPort port(std::move(recording), clock);
   port.open();
+  port.setSpeed(how.speed);
+  if (how.from > 0) {
+    port.seek(
+        std::chrono::duration_cast<ReplayPort::Time>(std::chrono::duration<double>(how.from)));
+  }
   ReportPrinter printer(set, shell.workFolder, shell.json);
-  const auto status =
-      printReports(clock, port, printer, std::nullopt, [&port] { return port.isFinished(); });
+  port.onSent = [&](std::span<const std::uint8_t> bytes) {
+    printer.idle();
+    printer.sent(port.position(), bytes);
+  };
+  const auto status = printReports(
+      clock, port, printer, std::nullopt, [&port] { return port.isFinished(); },
+      [&port] { return port.position(); });
   return status == ExitStatus::done ? endOf(port.error()) : status;
 }
 
@@ -115,37 +137,36 @@ ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& fil
   return endOf(recording->error());
 }
 
-ExitStatus record(const SerialWork& work, const fs::path& file) {
-  std::error_code ignored;
-  if (fs::exists(file, ignored) &&
-      !work.prompt.confirm(file.string() + " is there already. Replace it?")) {
-    return ExitStatus::failed;
-  }
-  Clock& clock = work.access.clock;
-  RecordedPort line(work.port.serial(), clock);
-  line.clearInput();
-  if (const auto started =
-          line.startRecording(file, {.port = "COM" + std::to_string(work.port.selected()),
-                                     .line = describe(work.port.line()),
-                                     .controller = work.access.session.controllerName,
-                                     .program = programVersion()});
-      !started) {
-    complain(started.error().describe());
-    return ExitStatus::failed;
-  }
-  std::size_t count = 0;
+ExitStatus printTable(const ShellOptions& shell, CommandSet set, const fs::path& file) {
+  const auto recording = recordingIn(file);
+  if (!recording) return ExitStatus::failed;
+  ReportSeries series(familyOf(set), addedFormats(shell.workFolder));
+  const auto taken = series.takeAll(*recording);
+  print("{}", series.csv(series.range()));
+  if (series.reports().size() == ReportSeries::most)
+    complain(fmt::format("only the last {} reports are in the table", ReportSeries::most));
+  return endOf(taken ? std::optional<FileError>() : taken.error());
+}
+
+/// The recording runs already.
+ExitStatus record(const SerialWork& work) {
+  const std::uint64_t before = work.line.receivedBytes();
   bool lost = false;
-  listen(clock, work.serial.seconds, [&] {
-    count += line.readAll().size();
+  listen(work.access.clock, work.serial.seconds, [&] {
+    work.line.readAll();
     lost = work.port.tellLoss();
-    return !lost && line.isRecording();
+    return !lost && work.line.isRecording();
   });
   // What arrived since the last look belongs to it.
-  count += line.readAll().size();
-  const auto recorded = line.stopRecording();
-  if (!recorded) complain(recorded.error().describe());
-  print("{} bytes recorded in {}\n", count, printable(file.string()));
-  return !recorded || lost ? ExitStatus::failed : ExitStatus::done;
+  work.line.readAll();
+  const std::uint64_t count = work.line.receivedBytes() - before;
+  const std::string file = work.serial.recording->string();
+  if (work.shell.json) {
+    printJson(ordered_json({{"file", toUtf8(file)}, {"bytes", count}}));
+  } else {
+    print("{} bytes recorded in {}\n", count, printable(file));
+  }
+  return lost ? ExitStatus::failed : ExitStatus::done;
 }
 
 ordered_json jsonOf(const StrokeRate& stroke, double ceiling) {
@@ -161,6 +182,8 @@ ordered_json jsonOf(const StrokeRate& stroke, double ceiling) {
   auto gaps = ordered_json::array();
   for (const auto& [at, length] : stroke.evidence->gaps)
     gaps.push_back({{"at", milliseconds(at)}, {"length", milliseconds(length)}});
+  const auto whileTouched = medianRate(*stroke.evidence);
+  object["rateWhileTouched"] = whileTouched ? ordered_json(*whileTouched) : ordered_json(nullptr);
   object["intervals"] = {{"shortest", milliseconds(stroke.evidence->shortest)},
                          {"median", milliseconds(stroke.evidence->median)},
                          {"longest", milliseconds(stroke.evidence->longest)},
@@ -300,7 +323,13 @@ ExitStatus writeWord(const SerialWork& work, const std::string& address, const s
     return ExitStatus::failed;
   }
   const auto after = readWord(work, address);
-  print("{}  {} -> {}\n", address, *before, after.value_or("?"));
+  if (work.shell.json) {
+    printJson(ordered_json({{"address", address},
+                            {"before", *before},
+                            {"after", after ? ordered_json(*after) : ordered_json(nullptr)}}));
+  } else {
+    print("{}  {} -> {}\n", address, *before, after.value_or("?"));
+  }
   return after == word ? ExitStatus::done : ExitStatus::failed;
 }
 
@@ -319,7 +348,11 @@ ExitStatus findPort(const SerialWork& work) {
 ExitStatus changeLine(const SerialWork& work) {
   if (!work.prompt.proceed(lineChangeText)) return ExitStatus::failed;
   if (!work.port.N72toN81()) return ExitStatus::failed;
-  print("The controller was told; it gives no answer. Ask it something to see.\n");
+  if (work.shell.json) {
+    printJson(ordered_json({{"told", true}}));
+  } else {
+    print("The controller was told; it gives no answer. Ask it something to see.\n");
+  }
   return ExitStatus::done;
 }
 
@@ -377,13 +410,16 @@ struct Serial {
       onSerialPort(line, command, options, work);
     });
   }
+  using FileWork = std::function<ExitStatus(const ShellOptions&, CommandSet, const fs::path&)>;
+  /// `declare` adds options of its own and returns what is to be done.
   void addFileCommand(const std::string& name, const std::string& description,
-                      ExitStatus (*work)(const ShellOptions&, CommandSet, const fs::path&)) const {
-    addCommand(line, group, name, description, [line = line, work](CLI::App& command) {
+                      const std::function<FileWork(CLI::App&)>& declare) const {
+    addCommand(line, group, name, description, [line = line, declare](CLI::App& command) {
       const auto serial = std::make_shared<SerialOptions>();
       addSet(command, serial);
       addJson(line, command);
       const auto* const file = command.add_option("FILE", "A recording")->required();
+      const FileWork work = declare(command);
       command.callback([line, serial, file, work] {
         line.fileCommand = [&options = line.options, serial, work,
                             path = absolutePathNamed(file->as<std::string>())] {
@@ -393,6 +429,27 @@ struct Serial {
     });
   }
 };
+
+Serial::FileWork declareDecoding(CLI::App& command) {
+  const auto asTable = std::make_shared<bool>(false);
+  command.add_flag("--csv", *asTable, "As a table: time_s,touching,x,y,interval_ms")
+      ->excludes(command.get_option("--json"));
+  return [asTable](const ShellOptions& shell, CommandSet set, const fs::path& file) {
+    return *asTable ? printTable(shell, set, file) : decode(shell, set, file);
+  };
+}
+
+Serial::FileWork declareReplaying(CLI::App& command) {
+  const auto how = std::make_shared<Replaying>();
+  command.add_option("--speed", how->speed, "How many times as fast as it was")
+      ->check(CLI::Range(0.01, 1000.0))
+      ->capture_default_str();
+  command.add_option("--from", how->from, "Begin so many seconds after its beginning")
+      ->check(CLI::NonNegativeNumber);
+  return [how](const ShellOptions& shell, CommandSet set, const fs::path& file) {
+    return replay(shell, set, file, *how);
+  };
+}
 
 void declareMonitor(const CommandLine& line, CLI::App& command) {
   const auto options = std::make_shared<SerialOptions>();
@@ -419,18 +476,20 @@ void addListeningCommands(const Serial& serial) {
   serial.add("record", "Record everything that the controller sends",
              [line = serial.line](CLI::App& command) {
                const auto options = std::make_shared<SerialOptions>();
-               const auto file = std::make_shared<fs::path>();
+               addJson(line, command);
                command
                    .add_option_function<std::string>(
-                       "FILE", [file](const std::string& name) { *file = absolutePathNamed(name); },
+                       "FILE",
+                       [options](const std::string& name) {
+                         options->recording = absolutePathNamed(name);
+                       },
                        "The recording to write")
                    ->required();
                Serial::addSeconds(command, options);
-               onSerialPort(line, command, options,
-                            [file](const SerialWork& work) { return record(work, *file); });
+               onSerialPort(line, command, options, record);
              });
-  serial.addFileCommand("decode", "Print the touch reports in a recording", decode);
-  serial.addFileCommand("replay", "Print a recording at its own pace", replay);
+  serial.addFileCommand("decode", "Print the touch reports in a recording", declareDecoding);
+  serial.addFileCommand("replay", "Print a recording at its own pace, or faster", declareReplaying);
 }
 
 void declareSend(const CommandLine& line, CLI::App& command) {
@@ -463,6 +522,7 @@ void declareReadWord(const CommandLine& line, CLI::App& command) {
 }
 
 void declareWriteWord(const CommandLine& line, CLI::App& command) {
+  addJson(line, command);
   const auto both = std::make_shared<std::pair<std::string, std::string>>();
   command
       .add_option_function<std::string>(
@@ -497,6 +557,7 @@ void addExchangeCommands(const Serial& serial) {
   });
   serial.add("to-8n1", "Tell a controller at 7 data bits, 2 stop bits to change to 8 and 1",
              [line](CLI::App& command) {
+               addJson(line, command);
                onSerialPort(line, command, std::make_shared<SerialOptions>(), changeLine);
              });
 }

@@ -5,7 +5,6 @@
 
 #include "app/declarations.h"
 #include "app/touchctl/output.h"
-#include "ports/port_holders.h"
 #include "ports/port_list.h"
 #include "support/text/text_encoding.h"
 
@@ -13,37 +12,28 @@ namespace touch {
 
 namespace {
 
-/// What keeps this user from opening it; empty when nothing is known to.
-std::string hindrance(const ListedPort& port) {
-  if (!portExists(port.device)) return "there is no such device";
-  if (!portPermission(port.device).granted) return "you may not open it";
-  const PortHolders holders = portHolders(port.device);
-  return holders.known.empty() ? std::string() : "in use by " + holders.names();
-}
-
 ExitStatus printPorts(const ShellOptions& options) {
   auto objects = nlohmann::ordered_json::array();
   std::string lines;
-  for (const ListedPort& port : listedPorts(options.comPorts)) {
-    if (port.device.empty()) continue;
-    const std::string why = hindrance(port);
-    const std::string driver = portDriver(port.device);
+  for (const auto& [port, driver, maker, hindrance] : portFacts(options.comPorts)) {
     objects.push_back({{"number", port.number > 0 ? nlohmann::ordered_json(port.number)
                                                   : nlohmann::ordered_json(nullptr)},
                        {"device", port.device},
                        {"driver", driver},
-                       {"hindrance", why}});
-    lines += fmt::format("{:<6}  {:<20}  {:<12}  {}\n",
+                       {"maker", maker},
+                       {"hindrance", hindrance}});
+    lines += fmt::format("{:<6}  {:<20}  {:<12}  {:<24}  {}\n",
                          port.number > 0 ? "COM" + std::to_string(port.number) : "-",
                          printable(port.device), driver.empty() ? "-" : printable(driver),
-                         why.empty() ? "free" : printable(why));
+                         maker.empty() ? "-" : printable(maker),
+                         hindrance.empty() ? "free" : printable(hindrance));
   }
   if (options.json) {
     printJson(objects);
   } else if (objects.empty()) {
     complain("this machine has no serial port; connect an adapter");
   } else {
-    print("Number  Device                Driver        State\n{}", lines);
+    print("Number  Device                Driver        Maker                     State\n{}", lines);
   }
   return objects.empty() ? ExitStatus::failed : ExitStatus::done;
 }

@@ -5,11 +5,13 @@
 #include <map>
 #include <tuple>
 
+#include "app/options.h"
 #include "app/touchctl/interrupt.h"
 #include "core/discovery/discovery.h"
 #include "core/driver/driver.h"
 #include "serial/debugger/console_log.h"
 #include "serial/port/asio_serial_port.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 
@@ -29,7 +31,26 @@ class NoDriver final : public Driver {
 #undef TOUCH_NOTHING
 };
 
-ExitStatus runOnPort(const SerialWork& work, SerialPort& line, const SerialAction& action) {
+/// Nothing is asked, and true, where there is nothing to record.
+bool startRecording(const SerialWork& work) {
+  if (!work.serial.recording) return true;
+  const std::filesystem::path& file = *work.serial.recording;
+  std::error_code ignored;
+  if (std::filesystem::exists(file, ignored) &&
+      !work.prompt.confirm(file.string() + " is there already. Replace it?")) {
+    return false;
+  }
+  RecordingHead head{.controller = work.access.session.controllerName, .program = programVersion()};
+  if (work.serial.port) {
+    head.port = "COM" + std::to_string(work.port.selected());
+    head.line = describe(work.port.line());
+  }
+  const auto started = work.line.startRecording(file, std::move(head));
+  if (!started) complain(started.error().describe());
+  return started.has_value();
+}
+
+ExitStatus runOnPort(const SerialWork& work, const SerialAction& action) {
   DebuggerPort& port = work.port;
   if (work.serial.prepare && !work.serial.prepare(work.prompt)) return ExitStatus::failed;
   if (work.serial.port) {
@@ -37,9 +58,14 @@ ExitStatus runOnPort(const SerialWork& work, SerialPort& line, const SerialActio
       complain(taken.error());
       return ExitStatus::failed;
     }
-    if (const std::string sharing = line.sharedWith(); !sharing.empty()) complain(sharing);
+    if (const std::string sharing = work.line.sharedWith(); !sharing.empty()) complain(sharing);
   }
-  const ExitStatus status = action(work);
+  if (!startRecording(work)) return ExitStatus::failed;
+  ExitStatus status = action(work);
+  if (const auto recorded = work.line.stopRecording(); !recorded) {
+    complain(recorded.error().describe());
+    status = ExitStatus::failed;
+  }
   port.noteDamage();
   if (port.damaged() > 0) {
     complain(std::to_string(port.damaged()) +
@@ -53,11 +79,12 @@ ExitStatus runOn(const Access& access, Prompt& prompt, SerialPort& line, const S
   access.session.commandSet = serial.set;
   catchInterrupt();  // the driver is to get its port back then as well
   ConsoleLog log(access.clock);
-  DebuggerPort port(access, prompt, line, log);
+  RecordedPort recorded(line, access.clock);
+  DebuggerPort port(access, prompt, recorded, log);
   ExitStatus status = ExitStatus::failed;
   runThen(
       [&] {
-        status = runOnPort({access, prompt, port, shell, serial}, line, action);
+        status = runOnPort({access, prompt, recorded, port, shell, serial}, action);
       },
       [&] { port.giveBack(); });
   return status;
@@ -80,6 +107,15 @@ void addRunning(const CommandLine& line, CLI::App& command,
                 const std::shared_ptr<SerialOptions>& serial, const SerialAction& action) {
   command.add_flag("--no-driver", serial->withoutDriver,
                    "Bind no driver: nobody else has the port");
+  // The command that records has its file already.
+  if (command.get_name() != "record") {
+    command
+        .add_option_function<std::string>(
+            "--record",
+            [serial](const std::string& name) { serial->recording = absolutePathNamed(name); },
+            "Record everything that passes the port meanwhile")
+        ->type_name("FILE");
+  }
   command.callback([line, serial, action] {
     if (serial->withoutDriver) {
       line.fileCommand = [serial, action, &options = line.options] {

@@ -11,6 +11,7 @@
 #include "core/serial_port.h"
 #include "reports/report_format.h"
 #include "serial/debugger/debugger_port.h"
+#include "serial/recording/recording_ports.h"
 
 namespace touch {
 
@@ -20,7 +21,8 @@ struct SerialOptions {
   std::optional<LineSettings> line;                   ///< none: as usual
   bool withoutDriver = false;                         ///< the driver is left alone
   CommandSet set = CommandSet::quorvane;
-  std::optional<double> seconds;  ///< how long to listen
+  std::optional<double> seconds;                   ///< how long to listen
+  std::optional<std::filesystem::path> recording;  ///< of all that passes the port
   /// What must be right before the port is taken; false ends the command.
   std::function<bool(Prompt&)> prepare;
 };
@@ -30,6 +32,7 @@ struct SerialOptions {
 struct SerialWork {
   Access access;
   Prompt& prompt;
+  RecordedPort& line;
   DebuggerPort& port;
   const ShellOptions& shell;
   const SerialOptions& serial;

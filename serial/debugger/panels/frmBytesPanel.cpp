@@ -10,11 +10,14 @@
 #include <QPushButton>
 #include <algorithm>
 #include <span>
+#include <utility>
 
 #include "serial/commands/command_sets.h"
 #include "serial/debugger/console_log.h"
+#include "support/files/whole_file.h"
 #include "ui/controls/finger_style.h"
 #include "ui/text.h"
+#include "ui/text_file_dialogs.h"
 
 namespace touch {
 
@@ -33,9 +36,11 @@ QLabel* makeBytesLabel(const char* name) {
 
 }  // namespace
 
-frmBytesPanel::frmBytesPanel(CommandSet set, SendHistory& history, QWidget* parent)
+frmBytesPanel::frmBytesPanel(CommandSet set, SendHistory& history, std::filesystem::path workFolder,
+                             QWidget* parent)
     : QWidget(parent),
       history_(history),
+      workFolder_(std::move(workFolder)),
       set_(set),
       listed_(new QComboBox),
       digit_(new QComboBox),
@@ -79,7 +84,9 @@ frmBytesPanel::frmBytesPanel(CommandSet set, SendHistory& history, QWidget* pare
   grid->addWidget(typed_, 2, 0, 1, 2);
   grid->addWidget(kind_, 3, 0);
   grid->addWidget(send_, 3, 1);
-  int row = 4;
+  grid->addWidget(makeButton("cmdSaveSent", tr("Save &list …"), &frmBytesPanel::saveHistory), 4, 0);
+  grid->addWidget(makeButton("cmdLoadSent", tr("Lo&ad list …"), &frmBytesPanel::loadHistory), 4, 1);
+  int row = 5;
   for (QLabel* const label : {bytes_, replyText_, replyHex_})
     grid->addWidget(label, row++, 0, 1, 2);
   grid->setRowStretch(row, 1);
@@ -155,6 +162,39 @@ void frmBytesPanel::send() {
   if (!possible_ || !bytes) return;
   history_.add(typed);
   emit sendRequested(*bytes);
+}
+
+QPushButton* frmBytesPanel::makeButton(const char* name, const QString& caption,
+                                       void (frmBytesPanel::*action)()) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->setToolTip(tr("The lines that were sent, which Up and Down bring back, as a script"));
+  connect(button, &QPushButton::clicked, this, action);
+  return button;
+}
+
+void frmBytesPanel::saveHistory() {
+  const auto file = askTextFileToSave(this, tr("Save what was sent"), workFolder_ / "sent.tus",
+                                      tr("Scripts (*.tus)"));
+  if (!file) return;
+  const auto written = writeWholeFile(*file, scriptOf(history_.lines()));
+  emit statusChanged(written ? tr("Saved in %1").arg(shownText(file->string()))
+                             : shownText(written.error().describe()));
+}
+
+void frmBytesPanel::loadHistory() {
+  const auto file = askTextFileToOpen(this, tr("Load what was sent"), workFolder_,
+                                      tr("Scripts (*.tus);;All files (*)"));
+  if (!file) return;
+  const auto script = readScript(*file);
+  if (!script) {
+    emit statusChanged(shownText(script.error().describe()));
+    return;
+  }
+  const auto lines = linesSentBy(*script);
+  for (const TypedLine& line : lines)
+    history_.add(line);
+  emit statusChanged(tr("Lines loaded: %1. Press Up in the line.").arg(lines.size()));
 }
 
 void frmBytesPanel::allowSending(bool possible) {

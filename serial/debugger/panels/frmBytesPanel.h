@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <filesystem>
 
 #include "serial/commands/debugger_exchange.h"
 #include "serial/commands/typed_line.h"
@@ -19,7 +20,8 @@ class frmBytesPanel final : public QWidget {
 
  public:
   /// `history` outlives it.
-  frmBytesPanel(CommandSet set, SendHistory& history, QWidget* parent = nullptr);
+  frmBytesPanel(CommandSet set, SendHistory& history, std::filesystem::path workFolder,
+                QWidget* parent = nullptr);
 
   /// Fills the list of commands to begin with.
   void setCommands(CommandSet set);
@@ -29,6 +31,7 @@ class frmBytesPanel final : public QWidget {
  signals:
   /// The line has become one of the history.
   void sendRequested(const std::vector<std::uint8_t>& bytes);
+  void statusChanged(const QString& text);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,8 +42,13 @@ class frmBytesPanel final : public QWidget {
   void takeListed();
   void check();
   void send();
+  QPushButton* makeButton(const char* name, const QString& caption,
+                          void (frmBytesPanel::*action)());
+  void saveHistory();
+  void loadHistory();
 
   SendHistory& history_;
+  std::filesystem::path workFolder_;
   CommandSet set_;
   QComboBox* listed_;
   QComboBox* digit_;

@@ -96,6 +96,11 @@ void frmRatePanel::show(const ReceiveMode& mode, bool withRate) {
     const auto said = rateLines(*stroke);
     lines.prepend(shownText(said[2] + "    " + said[1] + "    " + said[0]));
   }
+  if (const auto& [rate, strokes] = mode.meanRate(); strokes > 1) {
+    lines.append(tr("Mean of %1 strokes, while touched: %2 reports per second")
+                     .arg(strokes)
+                     .arg(locale().toString(rate, 'f', 2)));
+  }
   if (!stroke) {
     lines.prepend(mode.isReceiving() ? tr("Draw one stroke on the panel.")
                                      : tr("Press \"Receive\", then draw one stroke."));

@@ -55,6 +55,16 @@ TEST(TypedLines, ComeBackFromTheHistory) {
   EXPECT_EQ(history.older({}), std::nullopt);
   EXPECT_EQ(history.newer()->text, "B");
   EXPECT_EQ(history.newer(), typed) << "what stood there before";
+  history.add({TypedAs::hex, "01 \"#\""});
+  history.add({TypedAs::text, R"(\x01"\\\xFF)"});
+  const std::string script = scriptOf(history.lines());
+  EXPECT_EQ(script,
+            "touch script 1\nsend \"A\"\nsend \"B\"\nsend 01 \"#\"\n"
+            "send \"\\x01\\\"\\x5C\\xFF\"\n");
+  const auto sent = linesSentBy(*parseScript(script, "sent.tus"));
+  ASSERT_EQ(sent.size(), 4u);
+  EXPECT_EQ(sent[2], history.lines()[2]);
+  EXPECT_EQ(*touch::bytesOf(sent[3]), *touch::bytesOf(history.lines()[3]));
   for (std::size_t i = 0; i < SendHistory::mostKept; ++i)
     history.add({TypedAs::text, std::to_string(i)});
   std::size_t kept = 0;

@@ -21,6 +21,13 @@ class KeptTransfers final : public TransferSource {
     return next_ == transfers_.size() ? std::nullopt : std::optional(transfers_[next_++]);
   }
   void rewind() override { next_ = 0; }
+  void seek(std::chrono::microseconds time) override {
+    for (next_ = 0; next_ < transfers_.size() && transfers_[next_].time < time;)
+      ++next_;
+  }
+  std::chrono::microseconds length() const override {
+    return transfers_.empty() ? std::chrono::microseconds(0) : transfers_.back().time;
+  }
 
  private:
   std::vector<Transfer> transfers_;

@@ -181,6 +181,9 @@ TEST_F(DebuggerPortTest, KeepsEachPortsLineUntilASearchOrAChangeToTheNormalOne) 
   serial.replies["2 Z"] = replyOf("0");
   EXPECT_EQ(port.comporttest(), 2);
   EXPECT_EQ(port.line(), LineSettings{}) << "it has answered so";
+  const DebuggerPort::Place places[] = {{1, {}}, {2, line}};
+  EXPECT_EQ(port.search(places).value().port, 2);
+  EXPECT_EQ(port.line(), line) << "it has answered so";
 
   journal.clear();
   EXPECT_FALSE(port.sendBreak());

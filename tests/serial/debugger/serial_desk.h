@@ -29,7 +29,8 @@ class SerialDesk : public WindowDesk {
                                                                mainWindow,
                                                                history,
                                                                "Program 1",
-                                                               [this] { return mainIsBusy; }},
+                                                               [this] { return mainIsBusy; },
+                                                               onlyCom1(*terminal)},
                                           [this](DebuggerEnd end) { ended = end; });
     shown = window.get();
     window->open();

@@ -107,6 +107,46 @@ TEST_F(SerialTrouble, UnpluggedAtAnyStepIsToldOnceAndTheProgramGoesOn) {
   }
 }
 
+TEST_F(SerialTrouble, APortThatComesBackIsTakenUpAgainWhereItWas) {
+  open();
+  answerFileDialog("kept");
+  click("cmdRecord");
+  receive({0xD8, 0x10, 0x20, 0x30, 0x01});
+  unplug();
+  live(1s);
+  EXPECT_FALSE(port.isOpen());
+  plugIn();
+  live(1500ms);
+  ASSERT_TRUE(port.isOpen());
+  EXPECT_TRUE(find<QPushButton>("Command3")->isChecked()) << "it receives again";
+  terminal->send(Bytes{0xD8, 0x11, 0x20, 0x30, 0x01});
+  live(500ms);
+  const std::string console = find<QPlainTextEdit>("Text1")->toPlainText().toStdString();
+  EXPECT_THAT(console, MatchesRegex("(.|\n)*COM1 has gone[.] 20[^\n]+\nCOM1 is there again[.] "
+                                    "20(.|\n)*X  4113(.|\n)*"));
+  click("cmdRecord");
+  EXPECT_THAT(folder.read("kept.txt"), HasSubstr("< D8 11 20 30 01\n"));
+  EXPECT_EQ(count("message "), 1);
+}
+
+TEST_F(SerialTrouble, AnyPortOfTheMachineCanBeTakenOrSearched) {
+  open();
+  auto* const tabs = find<QTabWidget>("debuggerTabs");
+  while (tabs->tabText(tabs->currentIndex()) != "Ports")
+    tabs->setCurrentIndex((tabs->currentIndex() + 1) % tabs->count());
+  live(2s);
+  ASSERT_TRUE(find<QListWidget>("listPorts")->isVisible());
+  EXPECT_EQ(find<QListWidget>("listPorts")->currentItem()->text().toStdString(),
+            "COM1   " + terminal->path() + "\nfree");
+  click("cmdSearchEverywhere");
+  EXPECT_THAT(text("statusLine"), StartsWith("No controller answers on any port"));
+  const std::string console = find<QPlainTextEdit>("Text1")->toPlainText().toStdString();
+  EXPECT_THAT(console, HasSubstr("Asking on COM1, 9600,n,7,2 …"));
+  EXPECT_TRUE(port.isOpen()) << "as before";
+  click("cmdUsePort");
+  EXPECT_EQ(text("statusLine"), "COM1 is open, 9600,n,8,1.");
+}
+
 /// Megabytes of reports, fed as fast as the line takes them, while the user's events come in as
 /// well.
 class SerialFlood : public SerialTrouble {

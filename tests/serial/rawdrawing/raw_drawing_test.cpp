@@ -141,6 +141,8 @@ TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
   EXPECT_EQ(part(drawing->bytesOfDotAt({9000, 9100}).value()), "98 28 46 28 46");
   EXPECT_FALSE(drawing->bytesOfDotAt({5000, 5000}));
   EXPECT_EQ(drawing->dotOfTextAt(text.find("50")), (TwipsPoint{1000, 2000}));
+  EXPECT_EQ(drawing->fieldOfTextAt(text.find("50")),
+            "Byte 4 of 5: Y, low bits. Touched, X 1000, Y 2000.");
   for (const std::size_t nowhere : {text.find("43"), std::size_t{0}, text.size()})
     EXPECT_FALSE(drawing->dotOfTextAt(nowhere)) << nowhere;
   EXPECT_EQ(stray(), "41;43;") << "the first two were not decoded, the last may become a packet";

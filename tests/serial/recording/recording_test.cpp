@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "reports/report_splitter.h"
+#include "serial/recording/recorded_answers.h"
 #include "tests/doubles/small_disk.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/serial/debugger/debugger_bench.h"
@@ -61,11 +62,10 @@ TEST_F(RecordingTest, MayHoldMuchThatIsDueAtOnce) {
   Bytes much;
   for (int i = 0; i < 40'000; ++i)
     much.insert(much.end(), {0xD8, 0x10, 0x20, 0x30, 0x01});
-  ReplayPort played(std::make_unique<KeptTransfers>(
-                        std::vector<Transfer>{{0us, Direction::fromController, much},
-                                              {0us, Direction::toController, {0x02}},
-                                              {0us, Direction::fromController, {0x03}}}),
-                    clock);
+  ReplayPort played(
+      std::make_unique<KeptTransfers>(std::vector<Transfer>{
+          {0us, Direction::fromController, much}, {0us, Direction::fromController, {0x03}}}),
+      clock);
   played.open();
   Bytes all;
   for (Bytes part = played.readAll(); !part.empty(); part = played.readAll()) {
@@ -84,6 +84,97 @@ TEST_F(RecordingTest, MayHoldMuchThatIsDueAtOnce) {
     next = bytes.data() + bytes.size();
   });
   EXPECT_EQ(moved, 0u) << "moving the rest for each report takes the square of its length";
+}
+
+TEST_F(RecordingTest, IsHeldSteppedHurriedAndSoughtAndTellsWhatWasSent) {
+  const auto from = Direction::fromController;
+  ReplayPort played(
+      std::make_unique<KeptTransfers>(std::vector<Transfer>{{1s, Direction::toController, {0x05}},
+                                                            {1s, from, {0x01}},
+                                                            {2s, Direction::toController, {0x06}},
+                                                            {2s, from, {0x02}},
+                                                            {9s, from, {0x03}}}),
+      clock);
+  Lines passed;
+  played.onSent = [&](auto bytes) { passed.push_back("> " + hexText(bytes)); };
+  const auto readOn = [&] {
+    for (Bytes bytes = played.readAll(); !bytes.empty(); bytes = played.readAll())
+      passed.push_back("< " + hexText(bytes));
+    return std::exchange(passed, {});
+  };
+  played.open();
+  EXPECT_EQ(readOn(), (Lines{"> 05", "< 01"}));
+  played.pause(true);
+  clock.delay(5s);
+  EXPECT_EQ(readOn(), Lines{});
+  played.step();
+  EXPECT_EQ(readOn(), (Lines{"> 06", "< 02"}));
+  EXPECT_EQ(played.position(), 2s);
+  played.setSpeed(10);
+  played.pause(false);
+  clock.delay(699ms);
+  EXPECT_EQ(readOn(), Lines{});
+  clock.delay(1ms);
+  EXPECT_EQ(readOn(), Lines{"< 03"});
+  EXPECT_TRUE(played.isFinished());
+  played.seek(1500ms);
+  EXPECT_FALSE(played.isFinished());
+  clock.delay(50ms);
+  EXPECT_EQ(readOn(), (Lines{"> 06", "< 02"})) << "in the order in which they passed";
+  played.seek(1h);
+  EXPECT_EQ(played.position(), 9s);
+}
+
+TEST_F(RecordingTest, IsSoughtHoweverLongItIs) {
+  std::string text = "touch recording 1\n# made by hand\n";
+  for (int i = 0; i < 60'000; ++i)
+    text += recordingLine({i * 10ms, Direction::fromController, {0x41}}) + '\n';
+  folder.write("a.rec", text + "# its end\n");
+  auto read = std::move(*RecordingFile::open(file));
+  EXPECT_EQ(read->length(), 599'990ms);
+  for (const auto& [wanted, found] : {std::pair{0ms, 0ms},
+                                      {1ms, 10ms},
+                                      {10ms, 10ms},
+                                      {300'001ms, 300'010ms},
+                                      {599'990ms, 599'990ms}}) {
+    read->seek(wanted);
+    EXPECT_EQ(read->next().value().time, found);
+  }
+  read->seek(600s);
+  EXPECT_FALSE(read->next());
+  EXPECT_EQ(whyNot(read->error()), "");
+  folder.write("a.rec", text + "601.000000 < XX\n");
+  read->seek(601s);
+  EXPECT_FALSE(read->next());
+  EXPECT_THAT(whyNot(read->error()), EndsWith("found \"XX\""));
+}
+
+TEST_F(RecordingTest, AnswersAsTheRecordedControllerDid) {
+  const auto to = Direction::toController;
+  const auto from = Direction::fromController;
+  KeptTransfers recording({{0s, from, {0x99}},
+                           {1s, to, bytesOf("\x01Z\r\x01GP03\r")},
+                           {1100ms, from, bytesOf("old")},
+                           {2s, to, bytesOf("\x01")},
+                           {2s, to, bytesOf("SP\r")},
+                           {2050ms, from, bytesOf("ok")},
+                           {3s, from, bytesOf("touch")},
+                           {4s, to, bytesOf("\x01GP03\r")},
+                           {4100ms, from, bytesOf("new")}});
+  auto controller = std::move(*RecordedAnswers::read(recording, "a.rec"));
+  const std::tuple<std::string, std::chrono::milliseconds, std::string> cases[] = {
+      {"\x01Z\r", 10s, ""},       {"\x01NO\r", 10s, ""},        {"\x01GP03\r", 99ms, ""},
+      {"", 1ms, "old"},           {"\x01SP\r", 60ms, "ok"},     {"\x01GP03\r", 10s, "new"},
+      {"\x01GP03\r", 10s, "old"}, {"\x01SP\r", 10s, "oktouch"},
+  };
+  for (const auto& [command, wait, answer] : cases) {
+    controller.take(bytesOf(command), clock.now());
+    clock.delay(wait);
+    EXPECT_EQ(controller.due(clock.now()), bytesOf(answer)) << command;
+  }
+  KeptTransfers silent({{0s, from, {0x99}}});
+  EXPECT_EQ(whyNot(RecordedAnswers::read(silent, "a.rec")),
+            "a.rec: expected commands that were sent, found none");
 }
 
 TEST_F(RecordingTest, NamesTheLineThatIsWrong) {

@@ -1,0 +1,379 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "app/options.h"
+#include "app/parsing.h"
+#include "app/process/guarded_run.h"
+#include "app/process/orderly_process.h"
+#include "app/process/system_text.h"
+#include "app/touchsim/bench.h"
+#include "app/touchsim/outside.h"
+#include "serial/port/line_settings.h"
+#include "serial/recording/recorded_answers.h"
+#include "serial/recording/recording.h"
+#include "serial/scripts/script_run.h"
+#include "simulator/controller/controllers.h"
+#include "simulator/panel/strokes.h"
+#include "support/text/text_encoding.h"
+
+namespace {
+
+using namespace touch::simulator;
+using namespace std::chrono_literals;
+
+constexpr int exitFailed = 1;
+
+constexpr auto fingerStep = 10ms;
+constexpr int stepsInStroke = 100;
+constexpr auto betweenStrokes = 500ms;
+constexpr auto answerStep = 2ms;
+
+/// What makes the controller report touches in each form.
+struct ReportCommand {
+  const char* name;
+  std::string_view command;  ///< empty: it does so when new
+};
+constexpr std::array reportCommands{
+    ReportCommand{"tablet", ""},
+    ReportCommand{"raw",
+                  "\x01"
+                  "FR\r"},
+    ReportCommand{"decimal",
+                  "\x01"
+                  "FD\r"},
+    ReportCommand{"hexadecimal",
+                  "\x01"
+                  "FH\r"},
+    ReportCommand{"packet", "Ub2345678S"},
+};
+
+/// The faults that make sense without a driver.
+constexpr std::array faults{Fault::noAnswer,     Fault::slowAnswer, Fault::shortReply,
+                            Fault::garbledReply, Fault::lostBytes,  Fault::noisyReports,
+                            Fault::storeFails};
+
+struct Options {
+  std::string controller{controllerModels.front().name};
+  std::string line = "8N1";
+  std::string reports = "tablet";
+  std::string strokes;
+  int speed = touch::LineSettings{}.baud;
+  std::optional<std::filesystem::path> recording;
+  std::optional<std::filesystem::path> dialogue;
+  std::optional<std::filesystem::path> script;
+  bool once = false;
+  std::vector<FaultTimes> faults;
+};
+
+/// What a second process asks of the one that runs.
+struct Errand {
+  std::string request;  ///< empty: this process is to be the controller
+  double seconds = 0;   ///< then the finger is lifted; 0: it stays
+  std::optional<std::string> device;
+};
+
+int failed(const std::string& why) {
+  std::fprintf(stderr, "touchsim: %s\n", touch::printable(why).c_str());
+  return exitFailed;
+}
+
+const ControllerModel& modelNamed(const std::string& name) {
+  return *std::ranges::find(controllerModels, std::string_view(name), &ControllerModel::name);
+}
+
+void setUp(Bench& bench, const Options& options) {
+  bench.with([&](SimulatedController& controller, TimePoint now) {
+    const auto* const reports =
+        std::ranges::find(reportCommands, options.reports, &ReportCommand::name);
+    const std::vector<std::uint8_t> command(reports->command.begin(), reports->command.end());
+    controller.receive(command, now);
+    // Drops the answer: nobody has asked.
+    controller.connect(LineUser::port, now);
+    if (options.line == "7N2") controller.speak(LineFormat::sevenN2);
+  });
+}
+
+/// Returns false when the user wants the program to end.
+bool draw(Bench& bench, Pause& pause, const std::vector<Stroke>& strokes) {
+  for (const Stroke& stroke : strokes) {
+    for (const Point place : stroke) {
+      bench.with([place](auto& controller, TimePoint now) { controller.touch(place, now); });
+      if (!pause.of(fingerStep)) return false;
+    }
+    bench.with([](auto& controller, TimePoint now) { controller.lift(now); });
+    if (!pause.of(betweenStrokes)) return false;
+  }
+  return true;
+}
+
+/// Returns false when the user wants the program to end.
+bool play(Bench& bench, Pause& pause, touch::TransferSource& recording) {
+  const auto start = std::chrono::steady_clock::now();
+  recording.rewind();
+  while (const auto transfer = recording.next()) {
+    if (transfer->direction != touch::Direction::fromController) continue;
+    if (!pause.until(start + transfer->time)) return false;
+    if (!bench.say(pause, transfer->bytes)) return false;
+  }
+  if (const auto error = recording.error()) {
+    failed(error->describe());
+    return false;
+  }
+  return pause.of(betweenStrokes);
+}
+
+/// Answers as the controller did that was recorded.
+void answer(Bench& bench, Pause& pause, touch::RecordedAnswers& answers) {
+  bench.listen();
+  while (pause.of(answerStep)) {
+    const auto now = std::chrono::steady_clock::now();
+    answers.take(bench.heard(), now);
+    if (!bench.say(pause, answers.due(now))) return;
+  }
+}
+
+/// Answers as a script says, also behind its last step.
+int follow(Bench& bench, Pause& pause, const touch::Script& script) {
+  BenchPort port(bench, pause);
+  BenchClock clock(pause);
+  touch::ScriptRun running(script, port, clock,
+                           {.onStep = nullptr,
+                            .onNote =
+                                [](const std::string& note) {
+                                  std::fprintf(stderr, "touchsim: %s\n",
+                                               touch::printable(note).c_str());
+                                },
+                            .onSent = nullptr,
+                            .onReceived = nullptr,
+                            .isStopped = [&pause] { return pause.isInterrupted(); },
+                            .isPaused = nullptr});
+  const auto done = running.run();
+  if (pause.isInterrupted()) return 0;
+  if (!done) return failed(script.name + ", " + done.error().describe());
+  running.serve();
+  return 0;
+}
+
+/// What is read before the device is there.
+struct Sources {
+  std::unique_ptr<touch::TransferSource> recording;
+  std::optional<touch::RecordedAnswers> answers;
+  std::optional<touch::Script> script;
+};
+
+touch::Result<Sources> readSources(const Options& options) {
+  Sources sources;
+  for (const auto* const file : {&options.recording, &options.dialogue}) {
+    if (!*file) continue;
+    auto read = touch::RecordingFile::open(**file);
+    if (!read) return tl::unexpected(read.error());
+    sources.recording = std::move(*read);
+  }
+  if (options.dialogue) {
+    auto answers = touch::RecordedAnswers::read(*sources.recording, options.dialogue->string());
+    if (!answers) return tl::unexpected(answers.error());
+    sources.answers = std::move(*answers);
+    sources.recording.reset();
+  }
+  if (options.script) {
+    auto script = touch::readScript(*options.script);
+    if (!script) return tl::unexpected(script.error());
+    sources.script = std::move(*script);
+  }
+  return sources;
+}
+
+int serve(Bench& bench, Pause& pause, const Options& options, Sources& sources) {
+  if (sources.script) return follow(bench, pause, *sources.script);
+  if (sources.answers) answer(bench, pause, *sources.answers);
+  const auto strokes = options.strokes == "lines"     ? lines(stepsInStroke)
+                       : options.strokes == "circles" ? circles(stepsInStroke)
+                                                      : std::vector<Stroke>();
+  bool goesOn = true;
+  while (goesOn && (!strokes.empty() || sources.recording)) {
+    goesOn = draw(bench, pause, strokes) &&
+             (!sources.recording || play(bench, pause, *sources.recording)) && !options.once;
+  }
+  pause.untilInterrupted();
+  return 0;
+}
+
+int run(const Options& options) {
+  auto sources = readSources(options);
+  if (!sources) return failed(sources.error().describe());
+  Pause pause;
+  const auto bench = Bench::open(modelNamed(options.controller), options.speed);
+  if (!bench) {
+    return failed(
+        "this system offers no pseudo-terminal, and without one no program can open the simulated "
+        "controller. On Linux mount devpts on /dev/pts; Windows has none: use 'touchctl "
+        "--simulate' there.");
+  }
+  setUp(*bench, options);
+  const PassingFaults passing(*bench, pause, options.faults);
+  const auto finger =
+      OutsideFinger::open(pause.context(), bench->path(), [&](const FingerRequest& request) {
+        bench->with([&request](auto& controller, TimePoint now) {
+          request.down ? controller.touch({request.x, request.y}, now) : controller.lift(now);
+        });
+      });
+  std::printf("%s\n", bench->path().c_str());
+  std::fflush(stdout);
+  return serve(*bench, pause, options, *sources);
+}
+
+int runErrand(const Errand& errand) {
+  if (const auto sent = sendRequest(errand.request, errand.device); !sent)
+    return failed(sent.error());
+  if (errand.seconds == 0) return 0;
+  Pause pause;
+  pause.of(std::chrono::duration_cast<TimePoint::duration>(
+      std::chrono::duration<double>(errand.seconds)));
+  const auto lifted = sendRequest("lift", errand.device);
+  return lifted ? 0 : failed(lifted.error());
+}
+
+void addErrands(CLI::App& app, Errand& errand) {
+  const auto addDevice = [&errand](CLI::App& command) {
+    command
+        .add_option_function<std::string>(
+            "--device", [&errand](const std::string& device) { errand.device = device; },
+            "What the running touchsim has printed (default: the only one)")
+        ->type_name("DEVICE");
+  };
+  CLI::App* const touch =
+      app.add_subcommand("touch", "Touch the panel of a running simulated controller");
+  const auto* const x =
+      touch->add_option("X", "From 0 (left) to 1 (right)")->required()->check(CLI::Range(0.0, 1.0));
+  const auto* const y =
+      touch->add_option("Y", "From 0 (top) to 1 (bottom)")->required()->check(CLI::Range(0.0, 1.0));
+  touch->add_option("--seconds", errand.seconds, "Then the finger is lifted; 0: it stays down")
+      ->check(CLI::Range(0.0, 86400.0))
+      ->default_str("0.2");
+  errand.seconds = 0.2;
+  addDevice(*touch);
+  touch->callback([&errand, x, y] {
+    errand.request = "touch " + x->as<std::string>() + ' ' + y->as<std::string>();
+  });
+  CLI::App* const lift = app.add_subcommand("lift", "Lift a finger that stays down");
+  addDevice(*lift);
+  lift->callback([&errand] { errand = {"lift", 0, errand.device}; });
+}
+
+std::vector<std::string> faultNamesHere() {
+  std::vector<std::string> names;
+  for (const FaultName& fault : faultNames)
+    if (std::ranges::find(faults, fault.fault) != faults.end()) names.emplace_back(fault.name);
+  return names;
+}
+
+std::string faultList() {
+  std::string list;
+  for (const std::string& name : faultNamesHere())
+    list += (list.empty() ? "" : ", ") + name;
+  return list;
+}
+
+void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
+  std::vector<std::string> controllers;
+  for (const ControllerModel& model : controllerModels)
+    controllers.emplace_back(model.name);
+  std::vector<std::string> reports;
+  reports.reserve(std::size(reportCommands));
+  for (const ReportCommand& command : reportCommands)
+    reports.emplace_back(command.name);
+  app.set_version_flag("--version", touch::programVersion(), "Print the version and exit");
+  app.add_option("--controller", options.controller, "Which controller to be")
+      ->check(CLI::IsMember(controllers))
+      ->capture_default_str();
+  app.add_option("--line", options.line,
+                 "8N1, or 7N2 for a controller that must be told to change with N72toN81")
+      ->check(CLI::IsMember({"8N1", "7N2"}))
+      ->capture_default_str();
+  app.add_option("--speed", options.speed, "Bits a second on its line")
+      ->check(CLI::IsMember(std::vector<int>(touch::usualSpeeds.begin(), touch::usualSpeeds.end())))
+      ->capture_default_str();
+  app.add_option("--reports", options.reports, "The form of its touch reports")
+      ->check(CLI::IsMember(reports))
+      ->capture_default_str();
+  auto* const strokes = app.add_option("--strokes", options.strokes, "Draw over and over")
+                            ->check(CLI::IsMember({"lines", "circles"}));
+  const auto addFile = [&app](const char* name, std::optional<std::filesystem::path>& file,
+                              const char* description) {
+    return app
+        .add_option_function<std::string>(
+            name, [&file](const std::string& path) { file = touch::absolutePathNamed(path); },
+            description)
+        ->type_name("FILE")
+        ->check(CLI::ExistingFile);
+  };
+  auto* const play =
+      addFile("--play", options.recording,
+              "Play a recording over and over: what came from the controller is sent again")
+          ->excludes(strokes);
+  auto* const replay =
+      addFile("--replay", options.dialogue,
+              "Answer each command as the controller in a recording did, and none that it was not "
+              "sent")
+          ->excludes(strokes)
+          ->excludes(play);
+  addFile("--script", options.script, "Answer as a script says, and nothing else")
+      ->excludes(strokes)
+      ->excludes(play)
+      ->excludes(replay);
+  app.add_flag("--once", options.once, "Draw or play only once, and then wait for commands");
+  const auto* const fault =
+      app.add_option_function<std::vector<std::string>>(
+             "--fault",
+             [&options](const std::vector<std::string>& texts) {
+               for (const std::string& text : texts)
+                 options.faults.push_back(*parseFaultTimes(text));
+             },
+             "What goes wrong, and from when to when in seconds, again in every so many: "
+             "lost-bytes, lost-bytes@5-10, lost-bytes@5-10/60; may be given more than once")
+          ->type_name("FAULT")
+          ->check([](const std::string& text) {
+            const auto times = parseFaultTimes(text);
+            return times && std::ranges::find(faults, times->fault) != faults.end()
+                       ? std::string()
+                       : "expected " + faultList() + ", or such with @FROM-TO or @FROM-TO/EVERY";
+          })
+          ->expected(1)
+          ->allow_extra_args(false)
+          ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  known.add(*fault, faultNamesHere());
+}
+
+int runProgram(int argc, char** argv) {
+  const touch::OrderlyProcess process("touchsim");
+  const touch::SystemText text(argc, argv);
+  CLI::App arguments(
+      "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "
+      "Ctrl+C.",
+      "touchsim");
+  Options options;
+  Errand errand;
+  touch::KnownValues known;
+  addOptions(arguments, known, options);
+  addErrands(arguments, errand);
+  arguments.footer(touch::exitStatusLine(touch::touchsimManual));
+  if (const auto status =
+          touch::parseCommandLine(arguments, touch::touchsimManual, known, argc, argv))
+    return *status;
+  return errand.request.empty() ? run(options) : runErrand(errand);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return touch::guardedRun("touchsim", [&] { return runProgram(argc, argv); });
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "ports/port_list.h"
+
+class QListWidget;
+class QPushButton;
+
+namespace touch {
+
+/// The debugger's side for the machine's serial ports: what is behind each, whether it can be
+/// opened, and what takes one.
+class frmPortsPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit frmPortsPanel(QWidget* parent = nullptr);
+
+  /// Shows the ports as they are now; the chosen one stays chosen. `possible`: one can be taken
+  /// now. Returns what was plugged in since they were shown last.
+  QString show(std::vector<PortFacts> ports, bool possible);
+
+ signals:
+  void chosen(const ListedPort& port);
+  void searchRequested();
+
+ private:
+  void use();
+
+  QListWidget* list_;
+  QPushButton* use_;
+  QPushButton* search_;
+  std::optional<std::vector<PortFacts>> shown_;
+};
+
+}  // namespace touch

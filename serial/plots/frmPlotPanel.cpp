@@ -1,0 +1,217 @@
+#include "serial/plots/frmPlotPanel.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+#include <algorithm>
+#include <utility>
+
+#include "support/files/whole_file.h"
+#include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
+#include "ui/text.h"
+#include "ui/text_file_dialogs.h"
+
+namespace touch {
+
+namespace {
+
+constexpr double closer = 0.5;
+constexpr double farther = 2;
+constexpr double aStep = 0.5;
+
+}  // namespace
+
+/// Three curves, one below the other.
+class PlotPicture final : public QWidget {
+ public:
+  PlotPicture() {
+    setObjectName("plotPicture");
+    setMinimumHeight((isSmallScreen() ? 2 : 3) * fingerSize());
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  }
+  void show(const ReportSeries& series, const TimeRange& range) {
+    series_ = &series;
+    range_ = range;
+    presentAsGraphic(*this, frmPlotPanel::tr("Curves of X, Y and the interval"),
+                     frmPlotPanel::tr("%1 reports in %2 s")
+                         .arg(series.figures(range).reports)
+                         .arg(std::chrono::duration<double>(range.length()).count()));
+    update();
+  }
+  std::function<void(double)> onZoom;
+  std::function<void(double)> onMove;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Base));
+    if (series_ == nullptr) return;
+    const auto columns = series_->columns(range_, static_cast<std::size_t>(width()));
+    std::chrono::microseconds longest{1};
+    for (const PlotColumn& column : columns)
+      longest = std::max(longest, column.longest);
+    const int band = height() / 3;
+    const double most = series_->greatest();
+    drawBand(painter, 0, band, frmPlotPanel::tr("X, 0 to %1").arg(series_->greatest()));
+    drawBand(painter, band, band, frmPlotPanel::tr("Y, 0 to %1").arg(series_->greatest()));
+    drawBand(painter, 2 * band, band,
+             frmPlotPanel::tr("Interval, up to %1 ms")
+                 .arg(static_cast<double>(longest.count()) / 1000, 0, 'f', 1));
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      const PlotColumn& column = columns[i];
+      if (column.reports == 0) continue;
+      const auto stroke = [&](int top, double low, double high) {
+        const double x = static_cast<double>(i);
+        painter.drawLine(QPointF(x, top + band - 2 - low * (band - 4)),
+                         QPointF(x, top + band - 2 - high * (band - 4)));
+      };
+      stroke(0, column.x.first / most, column.x.second / most);
+      stroke(band, column.y.first / most, column.y.second / most);
+      stroke(2 * band, 0,
+             static_cast<double>(column.longest.count()) / static_cast<double>(longest.count()));
+    }
+  }
+  void wheelEvent(QWheelEvent* event) override {
+    if (onZoom) onZoom(event->angleDelta().y() > 0 ? closer : farther);
+  }
+  void mousePressEvent(QMouseEvent* event) override { pressed_ = event->position().x(); }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    const double x = event->position().x();
+    if (onMove) onMove((pressed_ - x) / std::max(1, width()));
+    pressed_ = x;
+  }
+
+ private:
+  void drawBand(QPainter& painter, int top, int height, const QString& caption) const {
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(QRect(4, top, width() - 8, height), Qt::AlignTop | Qt::AlignRight, caption);
+    painter.drawLine(0, top + height - 1, width(), top + height - 1);
+  }
+
+  const ReportSeries* series_ = nullptr;
+  TimeRange range_;
+  double pressed_ = 0;
+};
+
+frmPlotPanel::frmPlotPanel(MakeSeries makeSeries, std::filesystem::path workFolder, QWidget* parent)
+    : QWidget(parent),
+      makeSeries_(std::move(makeSeries)),
+      workFolder_(std::move(workFolder)),
+      series_(makeSeries_()),
+      picture_(new PlotPicture),
+      figures_(new QLabel) {
+  figures_->setObjectName("lblFigures");
+  figures_->setWordWrap(true);
+  picture_->onZoom = [this](double factor) { look(shownRange().zoomed(factor, series_->range())); };
+  picture_->onMove = [this](double part) { look(shownRange().moved(part, series_->range())); };
+  const std::initializer_list<QPushButton*> buttons = {
+      makeButton("cmdPlotCloser", tr("&+"), [this] { picture_->onZoom(closer); }),
+      makeButton("cmdPlotFarther", tr("&-"), [this] { picture_->onZoom(farther); }),
+      makeButton("cmdPlotLeft", tr("&<"), [this] { picture_->onMove(-aStep); }),
+      makeButton("cmdPlotRight", tr("&>"), [this] { picture_->onMove(aStep); }),
+      makeButton("cmdPlotAll", tr("A&ll"), [this] { look(std::nullopt); }),
+      makeButton("cmdPlotLive", tr("Begin &anew"), [this] { begin(true); }),
+      makeButton("cmdPlotRecording", tr("Recordin&g …"), [this] { openRecording(); }),
+      makeButton("cmdPlotSave", tr("C&SV …"), [this] { save(); }),
+  };
+  auto* const bar = new QGridLayout;
+  bar->setSpacing(isSmallScreen() ? 2 : 6);
+  constexpr int columns = 4;
+  int place = 0;
+  for (QPushButton* const button : buttons) {
+    bar->addWidget(button, place / columns, place % columns);
+    ++place;
+  }
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(bar->spacing());
+  column->addLayout(bar);
+  column->addWidget(picture_, 1);
+  column->addWidget(figures_);
+  look(std::nullopt);
+}
+
+frmPlotPanel::~frmPlotPanel() = default;
+
+QPushButton* frmPlotPanel::makeButton(const char* name, const QString& caption,
+                                      const std::function<void()>& action) {
+  auto* const button = new QPushButton(caption);
+  button->setObjectName(name);
+  button->setMinimumWidth(fingerSize());
+  connect(button, &QPushButton::clicked, this, action);
+  return button;
+}
+
+void frmPlotPanel::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
+  if (live_) series_->take(time, bytes);
+}
+
+void frmPlotPanel::renew() {
+  if (series_->reports().size() != drawn_ || live_) look(range_);
+}
+
+void frmPlotPanel::begin(bool live) {
+  live_ = live;
+  series_ = makeSeries_();
+  look(std::nullopt);
+}
+
+void frmPlotPanel::openRecording() {
+  const auto file =
+      askTextFileToOpen(this, tr("Curves of a recording"), workFolder_, tr("Recordings (*.txt)"));
+  if (!file) return;
+  auto recording = RecordingFile::open(*file);
+  if (!recording) {
+    emit statusChanged(shownText(recording.error().describe()));
+    return;
+  }
+  begin(false);
+  const auto taken = series_->takeAll(**recording);
+  look(std::nullopt);
+  emit statusChanged(taken ? tr("Reports in %1: %2")
+                                 .arg(shownText(file->filename().string()))
+                                 .arg(series_->reports().size())
+                           : shownText(taken.error().describe()));
+}
+
+void frmPlotPanel::save() {
+  const auto file = askTextFileToSave(this, tr("Save the reports"), workFolder_ / "reports.csv",
+                                      tr("Tables (*.csv)"));
+  if (!file) return;
+  const auto written = writeWholeFile(*file, series_->csv(shownRange()));
+  emit statusChanged(written ? tr("Saved in %1").arg(shownText(file->string()))
+                             : shownText(written.error().describe()));
+}
+
+TimeRange frmPlotPanel::shownRange() const {
+  return range_.value_or(series_->range());
+}
+
+void frmPlotPanel::look(const std::optional<TimeRange>& range) {
+  range_ = range;
+  drawn_ = series_->reports().size();
+  picture_->show(*series_, shownRange());
+  if (drawn_ == 0) {
+    figures_->setText(tr("Touch the panel, or open a recording."));
+    return;
+  }
+  const SeriesFigures figures = series_->figures(shownRange());
+  figures_->setText(
+      tr("Reports: %1. Strokes: %2. Reports a second while touched: %3.\n"
+         "Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).")
+          .arg(figures.reports)
+          .arg(figures.strokes)
+          .arg(figures.rate ? locale().toString(*figures.rate, 'f', 1) : QString("-"))
+          .arg(locale().toString(figures.deviationX, 'f', 1),
+               locale().toString(figures.deviationY, 'f', 1))
+          .arg(figures.spanX)
+          .arg(figures.spanY));
+}
+
+}  // namespace touch
