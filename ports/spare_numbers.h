@@ -13,7 +13,6 @@ namespace touch {
 /// it is unplugged and plugged in again. `devices` lists those that are there.
 inline constexpr int firstSpareNumber = 17;  // behind those that are looked through one by one
 inline constexpr int spareNumbers = 16;
-void addSpareNumbers(ComPorts& ports,
-                     std::function<std::vector<std::string>()> devices = nullptr);
+void addSpareNumbers(ComPorts& ports, std::function<std::vector<std::string>()> devices = nullptr);
 
 }  // namespace touch
