@@ -4183,7 +4183,7 @@ F1 hilft, Esc beendet.</translation>
     </message>
     <message>
         <source>Recordin&amp;g …</source>
-        <translation>Aufzeic&amp;hnung …</translation>
+        <translation>Sic&amp;hten …</translation>
     </message>
     <message>
         <source>C&amp;SV …</source>
@@ -4948,7 +4948,7 @@ Ab jetzt wird der Zeiger gemessen.</translation>
     </message>
     <message>
         <source>&amp;CSV …</source>
-        <translation>C&amp;SV …</translation>
+        <translation>&amp;CSV …</translation>
     </message>
     <message>
         <source>Active area: %1</source>

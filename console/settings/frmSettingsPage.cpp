@@ -200,6 +200,7 @@ QWidget* frmSettingsPage::makeTiming() {
     scroll->setMinimumWidth(2 * fingerSize());
     caption->setWordWrap(true);
     value->setObjectName(control.label);
+    value->setFont(boldened(value->font()));
     value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value->setMinimumWidth(fingerSize());
     mark->setObjectName(control.mark);

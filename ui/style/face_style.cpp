@@ -21,9 +21,9 @@ namespace {
 constexpr const char* kindProperty = "buttonKind";
 constexpr qreal controlRadius = 6;
 constexpr qreal cardRadius = 8;
-constexpr int switchWidth = 44;
-constexpr int narrowSwitchWidth = 36;
-constexpr int switchHeight = 24;
+constexpr int switchWidth = 36;
+constexpr int narrowSwitchWidth = 32;
+constexpr int switchHeight = 22;
 
 ButtonKind kindOf(const QWidget* widget) {
   return widget == nullptr ? ButtonKind::plain
@@ -249,7 +249,7 @@ int FaceStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
       return switchHeight;
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
-      return 8;
+      return isSmallScreen() ? 4 : 8;
     case PM_TabBarTabShiftVertical:
     case PM_TabBarTabOverlap:
       return 0;
