@@ -48,6 +48,7 @@ int serve(const ParentLink& parent) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): it crashes then, and its parent tells the user how
 int main(int argc, char** argv) {
   trustOwnFoldersAlone();
   const auto parent = ParentLink::take(argc, argv);
