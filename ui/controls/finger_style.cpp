@@ -146,17 +146,8 @@ void FingerStyle::drawControl(ControlElement element, const QStyleOption* option
                               const QWidget* widget) const {
   QProxyStyle::drawControl(element, option, painter, widget);
   const bool isFramed =
-      element == CE_PushButton ||
-      (element == CE_ShapedFrame && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr);
+      element == CE_ShapedFrame && qobject_cast<const QAbstractScrollArea*>(widget) != nullptr;
   if (isFramed && option->state.testFlag(State_HasFocus)) {
-    drawFocus(*option, *painter, option->palette.color(QPalette::Highlight));
-  }
-}
-
-void FingerStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
-                                     QPainter* painter, const QWidget* widget) const {
-  QProxyStyle::drawComplexControl(control, option, painter, widget);
-  if (control == CC_ScrollBar && option->state.testFlag(State_HasFocus)) {
     drawFocus(*option, *painter, option->palette.color(QPalette::Highlight));
   }
 }

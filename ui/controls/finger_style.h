@@ -24,7 +24,7 @@ QFont resized(QFont font, qreal factor);
 QColor linkColour(const QPalette& colours);
 
 /// The Fusion style with check marks, scroll bars and tabs that a finger hits, and a focus frame
-/// that is seen from afar.
+/// around lists and texts that is seen from afar.
 class FingerStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -43,8 +43,6 @@ class FingerStyle : public QProxyStyle {
   using QProxyStyle::polish;
   void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                    const QWidget* widget) const override;
-  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
-                          QPainter* painter, const QWidget* widget) const override;
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
 };

@@ -335,7 +335,7 @@ void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, 
   const Colours& colours = coloursOf(option->palette);
   switch (element) {
     case CE_PushButton: {
-      QProxyStyle::drawControl(element, option, painter, widget);
+      FingerStyle::drawControl(element, option, painter, widget);
       if (showsFocus(*option)) {
         const bool isFilled = kindOf(widget) == ButtonKind::primary;
         Brushwork(*painter).ring(
@@ -362,7 +362,7 @@ void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, 
       label.state &= ~State_HasFocus;  // its ring is around the whole tab
       if (!isOn(*option, State_Selected))
         label.palette.setColor(QPalette::WindowText, colours.quiet);
-      return QProxyStyle::drawControl(element, &label, painter, widget);
+      return FingerStyle::drawControl(element, &label, painter, widget);
     }
     case CE_HeaderSection:
       return drawHeaderSection(*option, *painter);
