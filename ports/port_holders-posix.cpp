@@ -202,9 +202,12 @@ std::string portMaker(const std::string& device, const fs::path& devices) {
   // An adapter's port is a part of the device that was plugged in.
   constexpr int mostAround = 5;
   for (int around = 0; !failed && around < mostAround; ++around) {
+    std::string name = firstLine(hardware / "manufacturer");
     const std::string product = firstLine(hardware / "product");
-    const std::string maker = firstLine(hardware / "manufacturer");
-    if (!product.empty()) return maker.empty() ? product : maker + ' ' + product;
+    if (!product.empty()) {
+      if (!name.empty()) name += ' ';
+      return name += product;
+    }
     hardware = hardware.parent_path();
   }
   return {};
