@@ -285,6 +285,7 @@ std::string faultList() {
 
 void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
   std::vector<std::string> controllers;
+  controllers.reserve(std::size(controllerModels));
   for (const ControllerModel& model : controllerModels)
     controllers.emplace_back(model.name);
   std::vector<std::string> reports;
