@@ -101,7 +101,7 @@ void Debugger::usePort(const ListedPort& port) {
 void Debugger::searchEverywhere() {
   gate().run([this] {
     std::vector<DebuggerPort::Place> places;
-    const auto before = portIsOpen() ? std::optional(port_.selected()) : std::nullopt;
+    const int before = portIsOpen() ? port_.selected() : 0;
     recorded_.close();
     for (const PortFacts& facts : ports()) {
       if (!facts.hindrance.empty() || facts.port.number == 0) continue;
@@ -111,7 +111,7 @@ void Debugger::searchEverywhere() {
     tell(say("debugger", "Searching all ports for a controller …"));
     const auto found = port_.search(places);
     if (found) chosenPort_ = found->port;
-    if (!found && before && !port_.take(*before)) recorded_.close();
+    if (!found && before != 0 && !port_.take(before)) recorded_.close();
     tell(found ? filled(say("debugger", "A controller answers on COM%1, %2."),
                         {std::to_string(found->port), describe(found->line)})
                : say("debugger", "No controller answers on any port that can be opened."));

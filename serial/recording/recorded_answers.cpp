@@ -39,7 +39,7 @@ Result<RecordedAnswers> RecordedAnswers::read(TransferSource& recording, const s
       answers.exchanges_.back().answer.push_back(
           {transfer->time - sentAt, std::move(transfer->bytes)});
   }
-  if (!sent.empty()) answers.addCommand(std::move(sent));
+  if (!sent.empty()) answers.addCommand(sent);
   if (const auto failed = recording.error()) return tl::unexpected(*failed);
   if (answers.exchanges_.empty())
     return tl::unexpected(
@@ -48,8 +48,7 @@ Result<RecordedAnswers> RecordedAnswers::read(TransferSource& recording, const s
 }
 
 /// One exchange for each frame that was sent in a row; all but the last got no answer.
-void RecordedAnswers::addCommand(std::vector<std::uint8_t> bytes) {
-  std::span<const std::uint8_t> rest = bytes;
+void RecordedAnswers::addCommand(std::span<const std::uint8_t> rest) {
   while (!rest.empty()) {
     const auto end = std::ranges::find(rest, frameEnd);
     const std::size_t length = rest.front() == frameStart && end != rest.end()

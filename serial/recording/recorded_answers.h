@@ -36,7 +36,7 @@ class RecordedAnswers {
     std::vector<Piece> answer;
   };
 
-  void addCommand(std::vector<std::uint8_t> bytes);
+  void addCommand(std::span<const std::uint8_t> bytes);
   std::optional<std::size_t> commandHeard() const;
 
   std::vector<Exchange> exchanges_;
