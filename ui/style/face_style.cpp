@@ -260,8 +260,8 @@ int FaceStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
 
 QIcon FaceStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
                               const QWidget* widget) const {
-  const Colours& colours =
-      coloursOf(widget == nullptr ? QGuiApplication::palette() : widget->palette());
+  const QPalette palette = widget == nullptr ? QGuiApplication::palette() : widget->palette();
+  const Colours& colours = coloursOf(palette);
   const auto sign = [&]() -> std::optional<Sign> {
     switch (icon) {
       case SP_DialogApplyButton:

@@ -62,11 +62,11 @@ TEST_F(ScriptWindow, NeverSendsAfterItsStop) {
       plugIn();
       click("cmdTakePort");
     }
-    clock.after(250ms, [this, &way = way, &end = end] {
+    clock.after(250ms, [this, &said = way, &act = end] {
       EXPECT_EQ(marked(), "  3  wait 100 ms");
       EXPECT_FALSE(isEnabled("Combo1") || isEnabled("cmdRunScript")) << "one thing at a time";
-      EXPECT_EQ(hexText(terminal->receive(2)), "01 01") << way;
-      end();
+      EXPECT_EQ(hexText(terminal->receive(2)), "01 01") << said;
+      act();
     });
     click("cmdRunScript");
     if (!port.isOpen()) continue;
