@@ -16,6 +16,7 @@ Result<void, std::string> ComPorts::assign(std::string_view text) {
         std::to_string(greatestNumber) + ", e.g. 3=" + serial_device::defaultName(3));
   }
   assigned_[*number] = [device = std::string(text.substr(equals + 1))] { return device; };
+  given_.insert(*number);
   return {};
 }
 

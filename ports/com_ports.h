@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,8 @@ class ComPorts {
 
   /// The numbers whose devices are not the platform's own, in rising order.
   std::vector<int> assignedNumbers() const;
+  /// Whether the user assigned it.
+  bool isGiven(int number) const { return given_.contains(number); }
   /// Empty while there is none.
   std::string device(int number) const;
   /// For messages: the COM port and its device, e.g. "COM3 (/dev/ttyUSB0)".
@@ -33,6 +36,7 @@ class ComPorts {
 
  private:
   std::map<int, std::function<std::string()>> assigned_;
+  std::set<int> given_;
 };
 
 }  // namespace touch

@@ -10,17 +10,16 @@
 namespace touch {
 
 std::vector<ListedPort> listedPorts(const ComPorts& ports) {
-  constexpr int lastSearched = 16;
   std::vector<ListedPort> listed;
   for (const int number : ports.assignedNumbers()) {
-    const bool isSpare = number >= firstSpareNumber;
+    const bool isSpare = number >= firstSpareNumber && !ports.isGiven(number);
     std::string device = ports.device(number);
     if (!isSpare || !device.empty()) listed.push_back({number, std::move(device), !isSpare});
   }
   for (const std::string& device : serialDevices()) {
     if (std::ranges::find(listed, device, &ListedPort::device) != listed.end()) continue;
     ListedPort port{0, device, false};
-    for (int number = lastSearched; number >= 1; --number)
+    for (int number = ComPorts::greatestNumber; number >= 1; --number)
       if (ports.device(number) == device) port.number = number;
     listed.push_back(port);
   }

@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "ports/port_holders.h"
+#include "ports/serial_device.h"
 
 namespace touch {
 
@@ -37,16 +39,20 @@ class SeenDevices {
 }  // namespace
 
 void addSpareNumbers(ComPorts& ports, std::function<std::vector<std::string>()> devices) {
+  const bool platformNumbersAll =
+      serial_device::defaultName(firstSpareNumber) == "COM" + std::to_string(firstSpareNumber);
+  if (platformNumbersAll) return;
   std::vector<std::string> others;
   for (const int number : ports.assignedNumbers())
     others.push_back(ports.device(number));
   for (int number = 1; number < firstSpareNumber; ++number)
     others.push_back(ports.device(number));
   const auto seen = std::make_shared<SeenDevices>(std::move(others), std::move(devices));
-  for (int spare = 0; spare < spareNumbers; ++spare) {
-    ports.assignUnlessGiven(firstSpareNumber + spare, [seen, spare] {
-      return seen->device(static_cast<std::size_t>(spare));
-    });
+  std::size_t place = 0;
+  for (int number = firstSpareNumber; place < spareNumbers; ++number) {
+    if (ports.isGiven(number)) continue;
+    ports.assignUnlessGiven(number, [seen, place] { return seen->device(place); });
+    ++place;
   }
 }
 

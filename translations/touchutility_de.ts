@@ -202,6 +202,441 @@
     </message>
 </context>
 <context>
+    <name>commission</name>
+    <message>
+        <source>without it no touch is reported</source>
+        <translation>ohne ihn wird keine Berührung gemeldet</translation>
+    </message>
+    <message>
+        <source>touches are to act like a mouse</source>
+        <translation>Berührungen sollen wie eine Maus wirken</translation>
+    </message>
+    <message>
+        <source>a finger that rests would open menus that no visitor needs</source>
+        <translation>ein ruhender Finger würde Menüs öffnen, die kein Besucher braucht</translation>
+    </message>
+    <message>
+        <source>this mode is made for drawing</source>
+        <translation>dieser Modus ist zum Zeichnen da</translation>
+    </message>
+    <message>
+        <source>a pen that rests would open a menu</source>
+        <translation>ein ruhender Stift würde ein Menü öffnen</translation>
+    </message>
+    <message>
+        <source>Nothing is in the way.</source>
+        <translation>Nichts steht im Weg.</translation>
+    </message>
+    <message>
+        <source>%1 does not answer.</source>
+        <translation>%1 antwortet nicht.</translation>
+    </message>
+    <message>
+        <source>%1: unit type %2, firmware %3</source>
+        <translation>%1: Typ %2, Firmware %3</translation>
+    </message>
+    <message>
+        <source>Its parameters cannot be kept: %1.</source>
+        <translation>Seine Parameter können nicht gesichert werden: %1.</translation>
+    </message>
+    <message>
+        <source>Its parameters are kept in %1.</source>
+        <translation>Seine Parameter sind in %1 gesichert.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened.</source>
+        <translation>%1 kann nicht geöffnet werden.</translation>
+    </message>
+    <message>
+        <source>%1: %2 instead of %3: %4.</source>
+        <translation>%1: %2 statt %3: %4.</translation>
+    </message>
+    <message>
+        <source>All settings are as this use wants them.</source>
+        <translation>Alle Einstellungen sind so, wie dieser Zweck sie verlangt.</translation>
+    </message>
+    <message>
+        <source>Calibrated with %1 targets.</source>
+        <translation>Mit %1 Zielen kalibriert.</translation>
+    </message>
+    <message>
+        <source>Figures against limits</source>
+        <translation>Werte und Grenzen</translation>
+    </message>
+    <message>
+        <source>Other figures</source>
+        <translation>Weitere Werte</translation>
+    </message>
+    <message>
+        <source>for &quot;%1&quot;</source>
+        <translation>für „%1“</translation>
+    </message>
+    <message>
+        <source>Touch panel commissioning</source>
+        <translation>Inbetriebnahme des Touch-Panels</translation>
+    </message>
+    <message>
+        <source>Panel and controller</source>
+        <translation>Panel und Controller</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>Durchführung</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>Was</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gemessen</translation>
+    </message>
+    <message>
+        <source>Limit</source>
+        <translation>Grenze</translation>
+    </message>
+    <message>
+        <source>Where</source>
+        <translation>Wo</translation>
+    </message>
+    <message>
+        <source>Calibration and cause</source>
+        <translation>Kalibrierung und Ursache</translation>
+    </message>
+    <message>
+        <source>Error map</source>
+        <translation>Fehlerkarte</translation>
+    </message>
+    <message>
+        <source>Installed by</source>
+        <translation>Installiert von</translation>
+    </message>
+    <message>
+        <source>Accepted by</source>
+        <translation>Abgenommen von</translation>
+    </message>
+    <message>
+        <source>Lines</source>
+        <translation>Linien</translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>%1   ·   page %2 of %3</source>
+        <translation>%1   ·   Seite %2 von %3</translation>
+    </message>
+    <message>
+        <source>The calibration was not completed.</source>
+        <translation>Die Kalibrierung wurde nicht beendet.</translation>
+    </message>
+    <message>
+        <source>The check was not completed.</source>
+        <translation>Die Prüfung wurde nicht beendet.</translation>
+    </message>
+    <message>
+        <source>%1 strokes were taken.</source>
+        <translation>%1 Striche wurden aufgenommen.</translation>
+    </message>
+    <message>
+        <source>the times of the reports are not known</source>
+        <translation>die Zeiten der Meldungen sind nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1 reports a second while the finger is down.</source>
+        <translation>%1 Meldungen je Sekunde, solange der Finger aufliegt.</translation>
+    </message>
+    <message>
+        <source>What has to be there</source>
+        <translation>Voraussetzungen</translation>
+    </message>
+    <message>
+        <source>Looks at driver, ports, folder and screens, so that nothing stops you later.</source>
+        <translation>Sieht nach Treiber, Anschlüssen, Ordner und Bildschirmen, damit Sie später nichts aufhält.</translation>
+    </message>
+    <message>
+        <source>Which panel</source>
+        <translation>Welches Panel</translation>
+    </message>
+    <message>
+        <source>Says on the sheet which panel this is and who commissions it. A bar code scanner can type the serial number.</source>
+        <translation>Sagt auf dem Blatt, welches Panel das ist und wer es in Betrieb nimmt. Die Seriennummer kann ein Strichcodeleser eingeben.</translation>
+    </message>
+    <message>
+        <source>Controller and backup</source>
+        <translation>Controller und Sicherung</translation>
+    </message>
+    <message>
+        <source>Asks the controller what it is, and keeps its parameters so that they can be put back.</source>
+        <translation>Fragt den Controller, was er ist, und sichert seine Parameter, damit sie zurückgeschrieben werden können.</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Compares the settings with those that the panel&apos;s use wants.</source>
+        <translation>Vergleicht die Einstellungen mit denen, die der Zweck des Panels verlangt.</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Makes touches land where the finger is.</source>
+        <translation>Sorgt dafür, dass Berührungen da landen, wo der Finger ist.</translation>
+    </message>
+    <message>
+        <source>Check of the calibration</source>
+        <translation>Prüfung der Kalibrierung</translation>
+    </message>
+    <message>
+        <source>Five crosses show whether touches land well. If they do not, the old calibration is put back by itself.</source>
+        <translation>Fünf Kreuze zeigen, ob Berührungen gut landen. Wenn nicht, wird die alte Kalibrierung von selbst zurückgeschrieben.</translation>
+    </message>
+    <message>
+        <source>Measurement</source>
+        <translation>Messung</translation>
+    </message>
+    <message>
+        <source>Proves how good the panel is, in millimetres against limits.</source>
+        <translation>Belegt, wie gut das Panel ist, in Millimetern gegen Grenzen.</translation>
+    </message>
+    <message>
+        <source>Report rate</source>
+        <translation>Melderate</translation>
+    </message>
+    <message>
+        <source>Shows how often the controller reports a touch.</source>
+        <translation>Zeigt, wie oft der Controller eine Berührung meldet.</translation>
+    </message>
+    <message>
+        <source>Verdict</source>
+        <translation>Urteil</translation>
+    </message>
+    <message>
+        <source>Judges all that was found.</source>
+        <translation>Beurteilt alles, was gefunden wurde.</translation>
+    </message>
+    <message>
+        <source>Sheet</source>
+        <translation>Blatt</translation>
+    </message>
+    <message>
+        <source>Writes what you hand over.</source>
+        <translation>Schreibt, was Sie übergeben.</translation>
+    </message>
+    <message>
+        <source>worst of %1: %2</source>
+        <translation>schlechteste von %1: %2</translation>
+    </message>
+    <message>
+        <source>Panel %1</source>
+        <translation>Panel %1</translation>
+    </message>
+    <message>
+        <source>order %1</source>
+        <translation>Auftrag %1</translation>
+    </message>
+    <message>
+        <source>Controller</source>
+        <translation>Controller</translation>
+    </message>
+    <message>
+        <source>%1, %2, firmware %3</source>
+        <translation>%1, %2, Firmware %3</translation>
+    </message>
+    <message>
+        <source>Active area</source>
+        <translation>Aktive Fläche</translation>
+    </message>
+    <message>
+        <source>Screen</source>
+        <translation>Bildschirm</translation>
+    </message>
+    <message>
+        <source>Driver</source>
+        <translation>Treiber</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Notiz</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Operator</source>
+        <translation>Bearbeiter</translation>
+    </message>
+    <message>
+        <source>Program</source>
+        <translation>Programm</translation>
+    </message>
+    <message>
+        <source>%1 a second, median interval %2 ms, longest %3 ms</source>
+        <translation>%1 je Sekunde, mittlerer Abstand %2 ms, längster %3 ms</translation>
+    </message>
+    <message>
+        <source>%1 targets, checked with 5 others</source>
+        <translation>%1 Ziele, mit 5 anderen geprüft</translation>
+    </message>
+    <message>
+        <source>%1 targets, not checked</source>
+        <translation>%1 Ziele, nicht geprüft</translation>
+    </message>
+    <message>
+        <source>%1 targets; the check failed, and the old one was put back</source>
+        <translation>%1 Ziele; die Prüfung misslang, und die alte Kalibrierung wurde zurückgeschrieben</translation>
+    </message>
+    <message>
+        <source>%1 targets; the check failed</source>
+        <translation>%1 Ziele; die Prüfung misslang</translation>
+    </message>
+    <message>
+        <source>Calibrated</source>
+        <translation>Kalibriert</translation>
+    </message>
+    <message>
+        <source>Parameters before</source>
+        <translation>Parameter vorher</translation>
+    </message>
+    <message>
+        <source>Parameters after</source>
+        <translation>Parameter nachher</translation>
+    </message>
+    <message>
+        <source>Touches miss</source>
+        <translation>Abweichung</translation>
+    </message>
+    <message>
+        <source>Advice</source>
+        <translation>Rat</translation>
+    </message>
+    <message>
+        <source>Likely cause</source>
+        <translation>Wahrscheinliche Ursache</translation>
+    </message>
+    <message>
+        <source>not done</source>
+        <translation>nicht erledigt</translation>
+    </message>
+    <message>
+        <source>skipped: %1</source>
+        <translation>übersprungen: %1</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>erledigt</translation>
+    </message>
+    <message>
+        <source>done %1 times</source>
+        <translation>%1-mal erledigt</translation>
+    </message>
+    <message>
+        <source>%1 (&quot;%2&quot;)</source>
+        <translation>%1 („%2“)</translation>
+    </message>
+    <message>
+        <source>nothing</source>
+        <translation>nichts</translation>
+    </message>
+    <message>
+        <source>Repeated</source>
+        <translation>Wiederholt</translation>
+    </message>
+    <message>
+        <source>Skipped</source>
+        <translation>Übersprungen</translation>
+    </message>
+    <message>
+        <source>Nominal</source>
+        <translation>Nominell</translation>
+    </message>
+    <message>
+        <source>all lengths: 96 pixels are taken as an inch</source>
+        <translation>alle Längen: 96 Pixel gelten als ein Zoll</translation>
+    </message>
+    <message>
+        <source>The calibration did not pass its check.</source>
+        <translation>Die Kalibrierung hat ihre Prüfung nicht bestanden.</translation>
+    </message>
+    <message>
+        <source>The panel was not measured.</source>
+        <translation>Das Panel wurde nicht gemessen.</translation>
+    </message>
+    <message>
+        <source>The calibration was not checked.</source>
+        <translation>Die Kalibrierung wurde nicht geprüft.</translation>
+    </message>
+    <message>
+        <source>Settings are not as this use wants them.</source>
+        <translation>Einstellungen sind nicht so, wie dieser Zweck sie verlangt.</translation>
+    </message>
+    <message>
+        <source>Jan</source>
+        <translation>Jan.</translation>
+    </message>
+    <message>
+        <source>Feb</source>
+        <translation>Feb.</translation>
+    </message>
+    <message>
+        <source>Mar</source>
+        <translation>März</translation>
+    </message>
+    <message>
+        <source>Apr</source>
+        <translation>Apr.</translation>
+    </message>
+    <message>
+        <source>May</source>
+        <translation>Mai</translation>
+    </message>
+    <message>
+        <source>Jun</source>
+        <translation>Juni</translation>
+    </message>
+    <message>
+        <source>Jul</source>
+        <translation>Juli</translation>
+    </message>
+    <message>
+        <source>Aug</source>
+        <translation>Aug.</translation>
+    </message>
+    <message>
+        <source>Sep</source>
+        <translation>Sept.</translation>
+    </message>
+    <message>
+        <source>Oct</source>
+        <translation>Okt.</translation>
+    </message>
+    <message>
+        <source>Nov</source>
+        <translation>Nov.</translation>
+    </message>
+    <message>
+        <source>Dec</source>
+        <translation>Dez.</translation>
+    </message>
+    <message>
+        <source>%1 (%2 ×)</source>
+        <translation>%1 (%2 ×)</translation>
+    </message>
+    <message>
+        <source>line %1 (%2 ×, &quot;my hand&quot;)</source>
+        <translation>Linie %1 (%2 ×, „meine Hand“)</translation>
+    </message>
+    <message>
+        <source>%1 %2 to %3 (%4)</source>
+        <translation>%1 %2 bis %3 (%4)</translation>
+    </message>
+</context>
+<context>
     <name>debugger</name>
     <message>
         <source>Searching COM1 and COM2 for a controller …</source>
@@ -306,6 +741,10 @@
     <message>
         <source>Searching all ports for a controller …</source>
         <translation>Alle Anschlüsse werden nach einem Controller abgesucht …</translation>
+    </message>
+    <message>
+        <source>%1 has no number. Start the program with --com N=%1.</source>
+        <translation>%1 hat keine Nummer. Starten Sie das Programm mit --com N=%1.</translation>
     </message>
     <message>
         <source>A controller answers on COM%1, %2.</source>
@@ -1260,6 +1699,14 @@
     <message>
         <source>Checking the calibration …</source>
         <translation>Die Kalibrierung wird geprüft …</translation>
+    </message>
+    <message>
+        <source>simulated</source>
+        <translation>simuliert</translation>
+    </message>
+    <message>
+        <source>Commissioning …</source>
+        <translation>Inbetriebnahme …</translation>
     </message>
 </context>
 <context>
@@ -3063,6 +3510,168 @@
     </message>
 </context>
 <context>
+    <name>touch::commission::frmCommission</name>
+    <message>
+        <source>Serial &amp;number:</source>
+        <translation>Serien&amp;nummer:</translation>
+    </message>
+    <message>
+        <source>&amp;Operator:</source>
+        <translation>Bearb&amp;eiter:</translation>
+    </message>
+    <message>
+        <source>&amp;Place:</source>
+        <translation>&amp;Ort:</translation>
+    </message>
+    <message>
+        <source>No&amp;te:</source>
+        <translation>No&amp;tiz:</translation>
+    </message>
+    <message>
+        <source>Takes about %1 seconds.</source>
+        <translation>Dauert etwa %1 Sekunden.</translation>
+    </message>
+    <message>
+        <source>Takes about %1 minutes.</source>
+        <translation>Dauert etwa %1 Minuten.</translation>
+    </message>
+    <message>
+        <source>open</source>
+        <translation>offen</translation>
+    </message>
+    <message>
+        <source>skipped</source>
+        <translation>übersprungen</translation>
+    </message>
+    <message>
+        <source>problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>erledigt</translation>
+    </message>
+    <message>
+        <source>&amp;Start</source>
+        <translation>&amp;Starten</translation>
+    </message>
+    <message>
+        <source>S&amp;kip …</source>
+        <translation>Ü&amp;berspringen …</translation>
+    </message>
+    <message>
+        <source>S&amp;et them so</source>
+        <translation>So e&amp;instellen</translation>
+    </message>
+    <message>
+        <source>Commissioning</source>
+        <translation>Inbetriebnahme</translation>
+    </message>
+    <message>
+        <source>How much of the run is done</source>
+        <translation>Wie viel erledigt ist</translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>Schritte</translation>
+    </message>
+    <message>
+        <source>%1 targets</source>
+        <translation>%1 Ziele</translation>
+    </message>
+    <message>
+        <source>Calibrate &amp;with:</source>
+        <translation>Kalibrieren &amp;mit:</translation>
+    </message>
+    <message>
+        <source>Lea&amp;ve</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Skipped: %1</source>
+        <translation>Übersprungen: %1</translation>
+    </message>
+    <message>
+        <source>The sheet is in the folder %1: sheet.pdf, sheet.html, sheet.json.</source>
+        <translation>Das Blatt ist im Ordner %1: sheet.pdf, sheet.html, sheet.json.</translation>
+    </message>
+    <message>
+        <source>&amp;Repeat</source>
+        <translation>&amp;Wiederholen</translation>
+    </message>
+    <message>
+        <source>Why do you skip this step? The reason stands on the sheet.</source>
+        <translation>Warum überspringen Sie diesen Schritt? Der Grund steht auf dem Blatt.</translation>
+    </message>
+    <message>
+        <source>Please wait …</source>
+        <translation>Bitte warten …</translation>
+    </message>
+    <message>
+        <source>Or&amp;der:</source>
+        <translation>A&amp;uftrag:</translation>
+    </message>
+    <message>
+        <source>Ne&amp;xt</source>
+        <translation>Weite&amp;r</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>touch::commission::frmCommissionStart</name>
+    <message>
+        <source>Commission a panel</source>
+        <translation>Ein Panel in Betrieb nehmen</translation>
+    </message>
+    <message>
+        <source>Leads you from the plugged cable to the sheet that you hand over. You can stop at any time: everything is kept, and the run goes on where it was.</source>
+        <translation>Führt Sie vom gesteckten Kabel bis zu dem Blatt, das Sie übergeben. Sie können jederzeit aufhören: alles wird behalten, und es geht da weiter, wo Sie waren.</translation>
+    </message>
+    <message>
+        <source>A new run</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>quick: ten lines, nine taps, coverage (about 6 minutes in all)</source>
+        <translation>schnell: zehn Linien, neun Tipps, Abdeckung (insgesamt etwa 6 Minuten)</translation>
+    </message>
+    <message>
+        <source>full: all lines, 25 targets, resting finger, coverage (about 18 minutes)</source>
+        <translation>vollständig: alle Linien, 25 Ziele, ruhender Finger, Abdeckung (etwa 18 Minuten)</translation>
+    </message>
+    <message>
+        <source>&amp;Measurement:</source>
+        <translation>&amp;Messung:</translation>
+    </message>
+    <message>
+        <source>The panel is &amp;for:</source>
+        <translation>&amp;Zweck des Panels:</translation>
+    </message>
+    <message>
+        <source>&amp;Begin</source>
+        <translation>&amp;Beginnen</translation>
+    </message>
+    <message>
+        <source>Lea&amp;ve</source>
+        <translation>&amp;Verlassen</translation>
+    </message>
+    <message>
+        <source>Not finished yet</source>
+        <translation>Noch nicht fertig</translation>
+    </message>
+    <message>
+        <source>Go on with %1, begun %2, %3 % done</source>
+        <translation>Weiter mit %1, begonnen am %2, %3 % erledigt</translation>
+    </message>
+    <message>
+        <source>a panel without a serial number</source>
+        <translation>einem Panel ohne Seriennummer</translation>
+    </message>
+</context>
+<context>
     <name>touch::frmBytesPanel</name>
     <message>
         <source>&amp;Send bytes</source>
@@ -3377,6 +3986,25 @@ Fehler des simulierten Panels jetzt: %2</translation>
     <message>
         <source>&amp;LowByte</source>
         <translation>&amp;LowByte</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmCommissionPage</name>
+    <message>
+        <source>One guided run: look whether anything is in the way, name the panel, keep its parameters, compare the settings, calibrate, check the calibration, measure, and write the sheet that you hand over.</source>
+        <translation>Ein geführter Ablauf: nachsehen, ob etwas im Weg steht, das Panel benennen, seine Parameter sichern, die Einstellungen vergleichen, kalibrieren, die Kalibrierung prüfen, messen und das Blatt schreiben, das Sie übergeben.</translation>
+    </message>
+    <message>
+        <source>Ctrl+K</source>
+        <translation>Strg+K</translation>
+    </message>
+    <message>
+        <source>You can stop at any time, and so can the power: the run goes on where it was. Parameters and calibration of before are kept, and a calibration that does not pass its check is taken back by itself.</source>
+        <translation>Sie können jederzeit aufhören, auch der Strom darf ausfallen: es geht da weiter, wo Sie waren. Parameter und Kalibrierung von vorher bleiben erhalten, und eine Kalibrierung, die ihre Prüfung nicht besteht, wird von selbst zurückgenommen.</translation>
+    </message>
+    <message>
+        <source>Commission a &amp;panel</source>
+        <translation>Ein &amp;Panel in Betrieb nehmen</translation>
     </message>
 </context>
 <context>
@@ -3829,6 +4457,10 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>Doctor</source>
         <translation>Diagnose</translation>
+    </message>
+    <message>
+        <source>Commission</source>
+        <translation>Inbetriebnahme</translation>
     </message>
 </context>
 <context>

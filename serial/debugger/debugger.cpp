@@ -90,7 +90,12 @@ void Debugger::searchPort() {
 }
 
 void Debugger::usePort(const ListedPort& port) {
-  if (isBusy() || port.number == 0) return;
+  if (isBusy()) return;
+  if (port.number == 0) {
+    tell(filled(say("debugger", "%1 has no number. Start the program with --com N=%1."),
+                {port.device}));
+    return;
+  }
   recorded_.close();
   chosenPort_ = port.number;
   const auto taken = port_.take(port.number);

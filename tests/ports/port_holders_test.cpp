@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include "ports/port_list.h"
 #include "ports/port_lock.h"
 #include "ports/spare_numbers.h"
 #include "serial/port/asio_serial_port.h"
@@ -201,6 +202,18 @@ TEST(SpareNumbers, GoToDevicesWithoutOneAndStay) {
   there = {"/dev/ttyACM0"};
   EXPECT_EQ(ports.device(17), "") << "unplugged";
   EXPECT_EQ(ports.device(18), "/dev/ttyACM0");
+}
+
+TEST(SpareNumbers, LeaveNumbersThatTheUserHasGivenAlone) {
+  ComPorts ports;
+  ASSERT_EQ(whyNot(ports.assign("17=/dev/ttyGiven")), "");
+  addSpareNumbers(ports, [] { return std::vector<std::string>{"/dev/ttyUSB0"}; });
+  EXPECT_EQ(ports.device(17), "/dev/ttyGiven");
+  EXPECT_EQ(ports.device(18), "/dev/ttyUSB0");
+  const auto listed = listedPorts(ports);
+  const auto given = std::ranges::find(listed, 17, &ListedPort::number);
+  ASSERT_NE(given, listed.end());
+  EXPECT_TRUE(given->isAssigned);
 }
 
 TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
