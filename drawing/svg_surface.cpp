@@ -3,6 +3,7 @@
 #include <initializer_list>
 
 #include "support/text/hex.h"
+#include "support/text/markup.h"
 #include "support/text/number_layout.h"
 
 namespace touch {
@@ -11,26 +12,6 @@ namespace {
 
 std::string colourText(Colour colour) {
   return '#' + hexByte(colour.red) + hexByte(colour.green) + hexByte(colour.blue);
-}
-
-std::string escaped(std::string_view text) {
-  std::string result;
-  for (const char character : text) {
-    switch (character) {
-      case '&':
-        result += "&amp;";
-        break;
-      case '<':
-        result += "&lt;";
-        break;
-      case '>':
-        result += "&gt;";
-        break;
-      default:
-        result += character;
-    }
-  }
-  return result;
 }
 
 struct Attribute {
@@ -80,7 +61,7 @@ void SvgSurface::text(TwipsPoint at, std::string_view text, Colour colour, float
                       TextAnchor anchor) {
   shapes_ += "<text" + attributes({{"x", at.x}, {"y", at.y}, {"font-size", height}}) + " fill=\"" +
              colourText(colour) + "\" text-anchor=\"" + std::string(anchorText(anchor)) + "\">" +
-             escaped(text) + "</text>\n";
+             markupText(text) + "</text>\n";
 }
 
 void SvgSurface::area(TwipsPoint corner, TwipsSize size, Colour colour) {

@@ -13,7 +13,6 @@ constexpr std::string_view measurementSchema = "touch measurement";
 constexpr std::string_view limitsSchema = "touch limits";
 constexpr int version = 1;
 
-constexpr std::size_t largestMeasurement = std::size_t{192} << 20U;
 constexpr std::size_t largestLimits = std::size_t{64} << 10U;
 constexpr std::size_t mostTraces = 50'000;
 constexpr double mostSteps = 1e9;

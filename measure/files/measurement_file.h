@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -11,6 +12,9 @@
 namespace touch::measure {
 
 // docs/file-formats.md describes both files.
+
+/// Of its file, in bytes.
+inline constexpr std::size_t largestMeasurement = std::size_t{192} << 20U;
 
 /// All of a measurement. `verdict` is what it was judged to be; it is for readers, and computed
 /// again when the file is read.

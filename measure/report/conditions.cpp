@@ -1,5 +1,6 @@
 #include "measure/report/conditions.h"
 
+#include <fmt/chrono.h>
 #include <fmt/core.h>
 
 #include <algorithm>
@@ -43,6 +44,11 @@ std::string samplesText(const std::vector<Source>& sources) {
 }
 
 }  // namespace
+
+std::string dateOf(std::chrono::system_clock::time_point time) {
+  return fmt::format("{:%Y-%m-%dT%H:%M:%S%z}",
+                     fmt::localtime(std::chrono::system_clock::to_time_t(time)));
+}
 
 std::string unitText(const PanelSize& size, std::string_view unit) {
   if (unit.empty()) return {};

@@ -109,6 +109,14 @@ void drawRow(ChartSurface& surface, float y, const ReportPages::Row& row) {
 
 }  // namespace
 
+Report reportOf(Measurement measurement) {
+  Report report{std::move(measurement), {}, {}, {}};
+  report.analysis = analyse(report.measurement);
+  if (report.analysis.field) report.map = mapOf(*report.analysis.field);
+  report.verdict = judge(report.measurement, report.analysis);
+  return report;
+}
+
 ReportPages::ReportPages(const Report& report) : report_(report) {
   const auto add = [this](Rows rows) {
     for (std::size_t first = 0; first < rows.size(); first += rowsPerPage) {

@@ -16,6 +16,8 @@ struct Report {
   Verdict verdict;
 };
 
+Report reportOf(Measurement measurement);
+
 /// A report on paper: what was measured on what, the verdict, causes and advice; the page of the
 /// lines; the map; each figure beside its limit. Every page is as large as `mapPage` and says
 /// whether the size is a guess.

@@ -48,21 +48,6 @@ QColor colourOf(Outcome outcome, const QPalette& window) {
   return verdictColour(outcome == Outcome::pass, window);
 }
 
-/// So that `draw`, which works in twips, fills `room` or as much of it as the page's form allows.
-void paintReportPage(QPainter& painter, const QRectF& room,
-                     const std::function<void(ChartSurface&)>& draw) {
-  const QSizeF page(static_cast<qreal>(mapPage.width), static_cast<qreal>(mapPage.height));
-  const qreal scale = std::min(room.width() / page.width(), room.height() / page.height());
-  painter.save();
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.translate(room.center());
-  painter.scale(scale, scale);
-  painter.translate(-page.width() / 2, -page.height() / 2);
-  ChartPainter surface(painter);
-  draw(surface);
-  painter.restore();
-}
-
 }  // namespace
 
 QByteArray measurementPng(const Report& report) {
@@ -74,8 +59,8 @@ QByteArray measurementPng(const Report& report) {
   {
     QPainter painter(&image);
     for (int page = 0; page < count; ++page)
-      paintReportPage(
-          painter, QRectF(0, page * pageHeight, reportWidth, pageHeight),
+      paintPage(
+          painter, QRectF(0, page * pageHeight, reportWidth, pageHeight), mapPage,
           [&](ChartSurface& surface) { pages.draw(surface, static_cast<std::size_t>(page)); });
   }
   QByteArray content;
@@ -99,8 +84,8 @@ QByteArray measurementPdf(const Report& report) {
     QPainter painter(&writer);
     for (std::size_t page = 0; page < pages.count(); ++page) {
       if (page > 0) writer.newPage();
-      paintReportPage(painter, QRectF(0, 0, writer.width(), writer.height()),
-                      [&](ChartSurface& surface) { pages.draw(surface, page); });
+      paintPage(painter, QRectF(0, 0, writer.width(), writer.height()), mapPage,
+                [&](ChartSurface& surface) { pages.draw(surface, page); });
     }
   }
   return content;
@@ -121,7 +106,7 @@ class frmVerdict::MapView final : public QWidget {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
     if (report_ && report_->map) {
-      paintReportPage(painter, rect(), [this](ChartSurface& surface) {
+      paintPage(painter, rect(), mapPage, [this](ChartSurface& surface) {
         drawMap(surface, *report_->map, report_->measurement);
       });
     } else {

@@ -2,6 +2,7 @@
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <algorithm>
 
 #include "ui/text.h"
 
@@ -54,6 +55,20 @@ void ChartPainter::area(TwipsPoint corner, TwipsSize size, Colour colour) {
   painter_.fillRect(QRectF(pointOf(corner),
                            QSizeF(static_cast<qreal>(size.width), static_cast<qreal>(size.height))),
                     colourOf(colour));
+}
+
+void paintPage(QPainter& painter, const QRectF& room, TwipsSize page,
+               const std::function<void(ChartSurface&)>& draw) {
+  const QSizeF size(static_cast<qreal>(page.width), static_cast<qreal>(page.height));
+  const qreal scale = std::min(room.width() / size.width(), room.height() / size.height());
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.translate(room.center());
+  painter.scale(scale, scale);
+  painter.translate(-size.width() / 2, -size.height() / 2);
+  ChartPainter surface(painter);
+  draw(surface);
+  painter.restore();
 }
 
 }  // namespace touch

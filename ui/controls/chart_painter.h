@@ -1,8 +1,11 @@
 #pragma once
 
+#include <functional>
+
 #include "drawing/surface.h"
 
 class QPainter;
+class QRectF;
 
 namespace touch {
 
@@ -23,5 +26,9 @@ class ChartPainter final : public ChartSurface {
  private:
   QPainter& painter_;
 };
+
+/// What `draw` draws on a page of this size, as large as there is room for, in the middle of it.
+void paintPage(QPainter& painter, const QRectF& room, TwipsSize page,
+               const std::function<void(ChartSurface&)>& draw);
 
 }  // namespace touch
