@@ -146,8 +146,9 @@ void frmLines::writeFiles() {
 
 void frmLines::next() {
   if (procedure_->current() != nullptr && !isBusy() && procedure_->wantsBlame()) askForBlame();
-  if (const auto kept = keepAndGoOn(folder_, *procedure_, measurement_->size); !kept)
-    prompt_.message(kept.error().describe());
+  if (const auto written = keepAndGoOn(folder_, *procedure_, measurement_->size); !written)
+    prompt_.message(written.error().describe());
+  emit kept();
   showLine();
 }
 

@@ -48,6 +48,7 @@ class frmLines final : public QWidget {
   bool isBusy() const { return procedure_ && procedure_->penIsDown(); }
 
  signals:
+  void kept();      ///< a line has been added to the measurement
   void finished();  ///< there is no further line
   void resultsRequested();
   void leaveRequested();

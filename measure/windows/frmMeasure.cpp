@@ -1,15 +1,16 @@
 #include "measure/windows/frmMeasure.h"
 
-#include <QDateTime>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "measure/files/measurement_file.h"
 #include "measure/lines/line_files.h"
+#include "measure/report/conditions.h"
 #include "measure/windows/frmLines.h"
 #include "measure/windows/frmMeasureResult.h"
 #include "measure/windows/frmMeasureStart.h"
@@ -70,6 +71,8 @@ frmMeasure::frmMeasure(MeasureParts parts, const Simulation& simulation, std::st
                   [](const Trace& trace) { return findGuide(trace.task) != nullptr; });
     begin(0);
   });
+  connect(linesPage_, &frmLines::kept, this, &frmMeasure::keep);
+  connect(touchPage_, &frmTouchTest::changed, this, &frmMeasure::keep);
   connect(touchPage_, &frmTouchTest::done, this, [this] { begin(step_ + 1); });
   connect(touchPage_, &frmTouchTest::leaveRequested, this, leaving);
   connect(resultPage_, &frmMeasureResult::drawAgainRequested, this, [this](const Guide& guide) {
@@ -122,28 +125,38 @@ void frmMeasure::listenNoMore() {
   if (touch_) touch_->end();
 }
 
+/// Whoever guides has a copy of all that was taken.
+void frmMeasure::keep() {
+  if (!parts_.guided) return;
+  if (const auto kept = parts_.guided->keep(measurement_); !kept)
+    parts_.prompt.message(kept.error().describe());
+}
+
 void frmMeasure::started() {
+  if (parts_.guided) startPage_->askForSizeAlone();
   startPage_->offer(knownSize());
   startPage_->takeFocus();
 }
 
 void frmMeasure::start() {
   const MeasureSetup& setup = parts_.setup;
-  if (testsOf(setup.plan).empty())
+  if (!parts_.guided && testsOf(setup.plan).empty())
     return parts_.prompt.message(tr("Choose at least one test.").toStdString());
   if (!listen()) return;
-  measurement_ = {};
-  measurement_.conditions = parts_.known;
-  measurement_.conditions.panel = setup.panel;
-  measurement_.conditions.serialNumber = setup.serialNumber;
-  measurement_.conditions.person = setup.person;
+  if (parts_.guided) {
+    measurement_ = parts_.guided->begun;
+  } else {
+    measurement_ = {};
+    measurement_.conditions = parts_.known;
+    measurement_.conditions.panel = setup.panel;
+    measurement_.conditions.serialNumber = setup.serialNumber;
+    measurement_.conditions.person = setup.person;
+    measurement_.conditions.date = dateOf(std::chrono::system_clock::now());
+    measurement_.plan = setup.plan;
+    measurement_.limits = setup.limits;
+  }
   measurement_.conditions.screen = describe(screen_).toStdString();
-  const QDateTime now = QDateTime::currentDateTime();
-  measurement_.conditions.date =
-      now.toOffsetFromUtc(now.offsetFromUtc()).toString(Qt::ISODate).toStdString();
   measurement_.size = startPage_->size();
-  measurement_.plan = setup.plan;
-  measurement_.limits = setup.limits;
   isStored_ = false;
   begin(0);
 }
@@ -190,6 +203,7 @@ void frmMeasure::measureAnew() {
 
 void frmMeasure::showResults() {
   listenNoMore();
+  keep();
   resultPage_->showResults(measurement_, isStored_);
   pages_->setCurrentWidget(resultPage_);
   resultPage_->takeFocus();
@@ -214,7 +228,7 @@ void frmMeasure::askToLeave() {
       tr("Leave without saving the measurement? Single "
          "lines are kept as files, everything else is "
          "lost.");
-  const bool asks = losesAny && !isStored_ && !resultPage_->isSaved();
+  const bool asks = losesAny && !isStored_ && !parts_.guided && !resultPage_->isSaved();
   if (!asks || parts_.prompt.choose(question.toStdString(), tr("Leave").toStdString(),
                                     tr("Stay").toStdString()) == Answer::yes)
     leave();

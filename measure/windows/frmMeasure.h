@@ -29,10 +29,11 @@ struct MeasureParts {
   Prompt& prompt;
   const MessageTable& messages;
   MeasureSetup& setup;
-  std::filesystem::path workingFolder;  ///< where the files of the lines are
-  Conditions known{};                   ///< what the program knows without asking
-  TouchStream* stream = nullptr;        ///< null: no controller's reports can be read
-  std::vector<PortChoice> ports{};      ///< that they may come from
+  std::filesystem::path workingFolder;      ///< where the files of the lines are
+  Conditions known{};                       ///< what the program knows without asking
+  TouchStream* stream = nullptr;            ///< null: no controller's reports can be read
+  std::vector<PortChoice> ports{};          ///< that they may come from
+  std::optional<GuidedMeasuring> guided{};  ///< nothing: the user chooses what to measure
 };
 
 /// The full-screen window that measures a panel: it asks what to measure, guides through the tests,
@@ -61,6 +62,7 @@ class frmMeasure final : public FullScreenWindow {
   void start();
   void openStored();
   void begin(std::size_t step);
+  void keep();
   void measureAnew();
   void showResults();
   void back();

@@ -134,6 +134,7 @@ void frmMeasureStart::addTest(QWidget* box, const char* name, const QString& cap
 
 QWidget* frmMeasureStart::makeTests() {
   auto* const group = new QGroupBox(tr("Tests"));
+  group->setObjectName("measureTests");
   auto* const column = new QVBoxLayout(group);
   column->setSpacing(isSmallScreen() ? 2 : 4);
   const auto addChoice = [column](const char* name, const QString& says, const QStringList& choices,
@@ -196,6 +197,15 @@ QWidget* frmMeasureStart::makeButtons() {
     buttons->addWidget(button);
   }
   return row;
+}
+
+void frmMeasureStart::askForSizeAlone() {
+  findChild<QWidget*>("measureTests")->hide();
+  findChild<QWidget*>("cmdOpen")->hide();
+  auto* const form = findChild<QFormLayout*>();
+  form->setRowVisible(limits_, false);
+  for (const char* const name : {"panelName", "serialNumber", "operator"})
+    form->setRowVisible(findChild<QWidget*>(name), false);
 }
 
 void frmMeasureStart::offer(const PanelSize& known) {

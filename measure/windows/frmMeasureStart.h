@@ -29,6 +29,8 @@ class frmMeasureStart final : public QWidget {
   void offer(const PanelSize& known);
   /// What stands there now, with the source of the size.
   PanelSize size() const { return size_; }
+  /// Everything else has been said: hides it.
+  void askForSizeAlone();
   void takeFocus();
 
  signals:

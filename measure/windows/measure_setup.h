@@ -1,9 +1,12 @@
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "measure/measurement.h"
+#include "support/result.h"
 
 namespace touch::measure {
 
@@ -22,6 +25,14 @@ struct MeasureSetup {
   Limits limits = profiles().front().limits;
   std::string limitsName{profiles().front().name};  ///< of the profile, or of the file
   std::string panel, serialNumber, person;
+};
+
+/// A measurement that somebody else has begun and keeps.
+struct GuidedMeasuring {
+  Measurement begun;
+  std::filesystem::path folder;  ///< of its lines' files
+  /// Whatever is added is kept at once; why not, when that cannot be done.
+  std::function<Status(const Measurement&)> keep;
 };
 
 }  // namespace touch::measure

@@ -1,5 +1,6 @@
 #include "measure/windows/frmMeasure.h"
 
+#include "measure/files/measurement_file.h"
 #include "measure/windows/frmVerdict.h"
 #include "tests/doubles/small_disk.h"
 #include "tests/ui/window_desk.h"
@@ -65,7 +66,8 @@ class MeasureWindow : public DrawingDesk {
                                       folder.path(),
                                       {},
                                       &stream,
-                                      {{3, "COM3 (/dev/ttyS2)"}}},
+                                      {{3, "COM3 (/dev/ttyS2)"}},
+                                      guided},
                                      simulation, controller, *QGuiApplication::primaryScreen(),
                                      size, [this] { ++left; });
     shown = window;
@@ -106,6 +108,7 @@ class MeasureWindow : public DrawingDesk {
   }
 
   WrittenStream stream{clock};
+  std::optional<measure::GuidedMeasuring> guided;
   QPointer<measure::frmMeasure> window;
   QWidget* canvas = nullptr;
   QSize screen;
@@ -245,6 +248,51 @@ TEST_F(MeasureWindow, MeasuresTheControllersOwnReportsAndIsOperatedByThem) {
   window->leave();
   live(0ms);
   EXPECT_FALSE(stream.isOn);
+}
+
+TEST_F(MeasureWindow, SavesTapsThatNoReportCameOf) {
+  measuring.plan = {false, true, false, false, measure::LineSet::ten, 9};
+  open();
+  find<QComboBox>("touchesFrom")->setCurrentIndex(1);
+  click("cmdStart");
+  click("cmdNothingCame");
+  for (int target = 0; target < 9; ++target)
+    QTest::keyClick(find<QWidget>("touchTestCanvas"), Qt::Key_Right);
+  EXPECT_EQ(verdict(), "FAIL 0");
+  answerFileDialog("d.json");
+  click("cmdSave");
+  EXPECT_TRUE(measure::readMeasurement(folder.path() / "d.json"));
+}
+
+TEST_F(MeasureWindow, HandsEachLineToWhoeverGuidesAndAsksForTheSizeAlone) {
+  measure::Measurement kept;
+  guided.emplace();
+  guided->begun.plan = {true, false, false, false, measure::LineSet::ten, 9};
+  guided->begun.limits = measure::findProfile("kiosk")->limits;
+  guided->begun.conditions.serialNumber = "A-17";
+  guided->keep = [&kept](const measure::Measurement& measurement) {
+    kept = measurement;
+    return Status();
+  };
+  open();
+  for (const char* const said : {"measureTests", "limits", "serialNumber", "cmdOpen"})
+    EXPECT_FALSE(find<QWidget>(said)->isVisible()) << said;
+  click("cmdStart");
+  drawLine(true, 1);
+  EXPECT_TRUE(kept.traces.empty());
+  click("cmdNext");
+  EXPECT_EQ(kept.traces.size(), 1u);
+  EXPECT_EQ(kept.conditions.serialNumber, "A-17");
+  EXPECT_EQ(kept.size.width.value, 200);
+  EXPECT_EQ(kept.limits, guided->begun.limits);
+  drawLine(true, 3);
+  click("cmdNext");
+  click("cmdResults");
+  EXPECT_EQ(verdict(), "INCOMPLETE 2");
+  EXPECT_EQ(kept.traces.size(), 2u);
+  QTest::keyClick(window, Qt::Key_Escape);
+  live(0ms);
+  EXPECT_EQ(left, 1) << "nothing is asked: everything is kept";
 }
 
 TEST_F(MeasureWindow, AsksWhoDidAStrokeFarOff) {
