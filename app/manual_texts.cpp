@@ -28,7 +28,7 @@ constexpr std::array<std::string_view, 2> windowDescription{
     "Files are looked for, and kept, in the folder that --work-dir names."};
 constexpr std::array windowStatus{
     Entry{"0", "done"},
-    Entry{"1", "the trace or the message texts cannot be used"},
+    Entry{"1", "the trace, the message texts or a commissioning cannot be used"},
     Entry{"2", "wrong use"},
     Entry{"3", "no driver"},
 };

@@ -136,14 +136,21 @@ void addWindowOptions(CLI::App& app, KnownValues& known, Options& options) {
              "The language of the windows: " + offered + " (default: the system's, else en)")
           ->type_name("LANG");
   known.add(*option, {languages.begin(), languages.end()});
+  auto* const theme = app.add_option_function<std::string>(
+                             "--theme",
+                             [&options](const std::string& name) {
+                               if (name != "system") options.dark = name == "dark";
+                             },
+                             "The colours of the windows: system, light or dark (default: system)")
+                          ->check(CLI::IsMember({"system", "light", "dark"}))
+                          ->type_name("THEME");
+  known.add(*theme, {"system", "light", "dark"});
   app.add_option_function<std::string>(
-         "--theme",
-         [&options](const std::string& theme) {
-           if (theme != "system") options.dark = theme == "dark";
-         },
-         "The colours of the windows: system, light or dark (default: system)")
-      ->check(CLI::IsMember({"system", "light", "dark"}))
-      ->type_name("THEME");
+         "--print-sheet",
+         [&options](const std::string& folder) { options.printSheet = absolutePathNamed(folder); },
+         "Write the sheet of the commissioning in this folder as sheet.pdf and sheet.html, in the "
+         "language of the windows, and exit; no window opens")
+      ->type_name("FOLDER");
   app.add_option(
          "--monitor", options.monitor,
          "The monitor that the panel covers, counted from 1: full-screen windows open there "

@@ -38,6 +38,7 @@ struct Options {
   std::optional<std::string> language;  ///< of `languages`; none: the system's
   std::optional<bool> dark;             ///< the colours of the windows; none: as the system's
   std::optional<int> monitor;           ///< that the panel covers, counted from 1
+  std::optional<std::filesystem::path> printSheet;  ///< folder of a commissioning
 };
 
 /// The program's full name and version, for --version.

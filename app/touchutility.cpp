@@ -20,6 +20,8 @@
 #include "app/process/guarded_run.h"
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
+#include "commission/frmCommission.h"
+#include "commission/frmSheetPdf.h"
 #include "console/main/frmMain.h"
 #include "console/main/test_parts.h"
 #include "core/driver/nexapi.h"
@@ -228,7 +230,22 @@ int run(Options& options, int argc, char** argv) {
       options.workFolder,
       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());
 
-  frmMain window({session, driver, clock}, prompt, port, trace, {switches, workingFiles, measuring},
+  const std::vector<std::string> versions = {programVersion(), systemName(),
+                                             std::string("Qt ") + qVersion()};
+  const auto commission = [&](const CommissionCall& call) {
+    return new commission::frmCommission({{session, driver, clock},
+                                          prompt,
+                                          options.workFolder,
+                                          {.access = Access{session, driver, clock},
+                                           .driverPath = bound.path(),
+                                           .simulated = bound.isSimulated(),
+                                           .ports = options.comPorts,
+                                           .workFolder = options.workFolder,
+                                           .versions = versions}},
+                                         call);
+  };
+  frmMain window({session, driver, clock}, prompt, port, trace,
+                 {switches, workingFiles, measuring, commission},
                  {.workFolder = options.workFolder,
                   .driverPath = bound.path(),
                   .simulation = Simulation(bound),
@@ -236,13 +253,27 @@ int run(Options& options, int argc, char** argv) {
                   .monitor = options.monitor,
                   .refusedDriver = chosen->refused,
                   .ports = options.comPorts,
-                  .versions = {programVersion(), systemName(), std::string("Qt ") + qVersion()}});
+                  .versions = versions});
   // Its pictures take a tenth of the start to read.
   QObject::connect(&window, &frmMain::seen, &window,
                    [] { QApplication::setWindowIcon(programIcon()); });
   ending.closes(window);
   window.open();
   return QApplication::exec();
+}
+
+/// Without a window, and so without a display.
+int printSheet(const std::filesystem::path& path, const Options& options, int argc, char** argv) {
+#ifdef __linux__
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+#endif
+  const QApplication app(argc, argv);
+  chooseLanguage(options);
+  const auto folder = commission::RunFolder::open(path);
+  const Status printed = folder ? commission::printSheet(*folder) : tl::unexpected(folder.error());
+  if (printed) return 0;
+  std::fprintf(stderr, "touchutility: %s\n", printed.error().describe().c_str());
+  return exitFailed;
 }
 
 int runProgram(int argc, char** argv) {
@@ -259,6 +290,7 @@ int runProgram(int argc, char** argv) {
   if (const auto status = parseCommandLine(arguments, touchutilityManual, known, argc, argv)) {
     return *status;
   }
+  if (options.printSheet) return printSheet(*options.printSheet, options, argc, argv);
   return run(options, argc, argv);
 }
 

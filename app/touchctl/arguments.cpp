@@ -15,7 +15,7 @@ namespace {
 constexpr auto commandGroups = {
     addInformationCommands, addSettingCommands,     addMaintenanceCommands, addParameterCommands,
     addPinCommands,         addCalibrationCommands, addMeasureCommands,     addSerialCommands,
-    addDoctorCommand,       addDemoCommand,
+    addCommissionCommand,   addDoctorCommand,       addDemoCommand,
 };
 
 }  // namespace

@@ -6,13 +6,18 @@
 #include <span>
 #include <string>
 
+#include "app/touchctl/output.h"
 #include "app/touchctl/shell.h"
 #include "core/driver/driver_settings.h"
 #include "core/driver/simulation.h"
+#include "measure/judging/verdict.h"
 
 namespace touch {
 
+class WayBack;
+struct CheckResult;
 struct CommandLine;
+struct DiagonalPercent;
 struct Setting;
 
 // Each declares the commands of one group.
@@ -22,10 +27,17 @@ void addMaintenanceCommands(const CommandLine& line);  ///< defaults, reset, mon
 void addParameterCommands(const CommandLine& line);    ///< params read, write, save, load, diff
 void addPinCommands(const CommandLine& line);          ///< pins show, set
 void addCalibrationCommands(const CommandLine& line);  ///< calibrate
-void addMeasureCommands(const CommandLine& line);  ///< measure lines, taps, rest, coverage, judge
-void addSerialCommands(const CommandLine& line);   ///< serial send, monitor, rate, ...
-void addDoctorCommand(const CommandLine& line);    ///< doctor
-void addDemoCommand(const CommandLine& line);      ///< demo
+void addMeasureCommands(const CommandLine& line);    ///< measure lines, taps, rest, coverage, judge
+void addSerialCommands(const CommandLine& line);     ///< serial send, monitor, rate, ...
+void addCommissionCommand(const CommandLine& line);  ///< commission
+void addDoctorCommand(const CommandLine& line);      ///< doctor
+void addDemoCommand(const CommandLine& line);        ///< demo
+
+/// Words for people, where no program reads the output.
+template <typename... Values>
+void tell(const Shell& shell, fmt::format_string<Values...> format, Values&&... values) {
+  if (!shell.options().json) printText(fmt::format(format, std::forward<Values>(values)...));
+}
 
 /// The controllers that the driver knows of, and which one answered.
 ExitStatus listControllers(Shell& shell);
@@ -49,8 +61,15 @@ ExitStatus changeSetting(Shell& shell, const Setting& setting, int value);
 void tellOfKeptBlock(const std::filesystem::path& file);
 
 /// Calibrates with `points` targets (2, 3, 5 or 9) and a simulated finger; needs a simulated
-/// driver.
+/// driver. Words for people are printed on the way.
 ExitStatus calibrate(Shell& shell, int points);
+
+/// Touches five crosses with a simulated finger. How that ended, or nothing when it did not; words
+/// for people are printed on the way.
+std::optional<CheckResult> checkCalibration(Shell& shell, DiagonalPercent limit, WayBack& wayBack);
+
+/// How a command ends that has judged a panel.
+ExitStatus statusOf(measure::Outcome outcome);
 
 /// Draws eighteen lines with a simulated finger and judges them as drawn; needs a simulated driver.
 ExitStatus measureSimulatedLines(Shell& shell);

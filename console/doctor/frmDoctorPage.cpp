@@ -147,18 +147,16 @@ void frmDoctorPage::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (event->spontaneous() || findings_->count() > 0) return;
   // Once the page is painted: looking takes a while.
-  QTimer::singleShot(0, this, [this] { showDiagnosis(look(patient())); });
+  QTimer::singleShot(0, this, [this] { showDiagnosis(look(withScreens(patient_))); });
 }
 
-Patient frmDoctorPage::patient() const {
-  std::vector<ExaminedScreen> screens;
+Patient frmDoctorPage::withScreens(Patient patient) {
+  std::vector<ExaminedScreen>& screens = patient.screens.emplace();
   for (const QScreen* const screen : QGuiApplication::screens()) {
     const QSize pixels = screen->size() * screen->devicePixelRatio();
     screens.push_back({screen->name().toStdString(), pixels.width(), pixels.height(),
                        qRound(100 * screen->devicePixelRatio())});
   }
-  Patient patient = patient_;
-  patient.screens = std::move(screens);
   return patient;
 }
 
@@ -167,7 +165,8 @@ void frmDoctorPage::refresh() {
 }
 
 Diagnosis frmDoctorPage::diagnose() {
-  Diagnosis diagnosis = examine(patient(), [this](const std::string& what) { tellProgress(what); });
+  Diagnosis diagnosis =
+      examine(withScreens(patient_), [this](const std::string& what) { tellProgress(what); });
   showDiagnosis(diagnosis);
   return diagnosis;
 }
@@ -188,11 +187,11 @@ void frmDoctorPage::chooseFile() {
 void frmDoctorPage::save(const std::filesystem::path& file) {
   commands_.examine(tr("Packing the diagnostics file …").toStdString(), [this, &file] {
     const Diagnosis diagnosis = diagnose();
-    const std::string contents = diagnosticsContents(patient(), diagnosis, trace_);
+    const std::string contents = diagnosticsContents(withScreens(patient_), diagnosis, trace_);
     if (!prompt_.confirm(contents + ' ' + tr("Save it?").toStdString()))
       return Notice(tr("Nothing was saved.").toStdString());
     const DiagnosticsSaved saved =
-        saveDiagnostics(file, patient(), diagnosis, trace_,
+        saveDiagnostics(file, withScreens(patient_), diagnosis, trace_,
                         [this](const std::string& what) { tellProgress(what); });
     const auto kind = !saved.written         ? NoticeKind::error
                       : saved.failed.empty() ? NoticeKind::success

@@ -23,12 +23,14 @@ class frmDoctorPage final : public QWidget {
   /// `patient` lacks its screens only: those are looked for anew each time.
   frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient);
 
+  /// With the screens that are connected now.
+  static Patient withScreens(Patient patient);
+
  protected:
   void showEvent(QShowEvent* event) override;
 
  private:
   QWidget* makeHead();
-  Patient patient() const;
   void refresh();
   /// Examines and shows what was found.
   Diagnosis diagnose();

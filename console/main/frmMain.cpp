@@ -20,6 +20,7 @@
 #include "console/main/frmWindows.h"
 #include "console/maintenance/frmMaintenancePage.h"
 #include "console/panels/frmCalibrationPage.h"
+#include "console/panels/frmCommissionPage.h"
 #include "console/panels/frmTestsPage.h"
 #include "console/parameters/frmParametersPage.h"
 #include "console/settings/frmSettingsPage.h"
@@ -68,8 +69,9 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   addPageKeys(*this, *tabs_);
-  for (const QString& page : {tr("Controller"), tr("Settings"), tr("Calibration"),
-                              tr("Maintenance"), tr("Parameters"), tr("Tests"), tr("Doctor")})
+  for (const QString& page :
+       {tr("Controller"), tr("Settings"), tr("Calibration"), tr("Maintenance"), tr("Parameters"),
+        tr("Tests"), tr("Doctor"), tr("Commission")})
     tabs_->addTab(new ScrolledPage, page);
   currentPage()->put(controllerPage_, controllerPage_->actions());
   connect(tabs_, &QTabWidget::currentChanged, this, [this](int page) { model_.turnTo(page); });
@@ -122,6 +124,7 @@ void frmMain::makeOtherPages() {
                          .ports = startup_.ports,
                          .workFolder = folder,
                          .versions = startup_.versions}));
+  put(new frmCommissionPage(model_, *windows_));
 }
 
 void frmMain::open() {
@@ -173,6 +176,9 @@ bool frmMain::hotKey(const QKeyEvent& key) {
   switch (key.key()) {
     case Qt::Key_E:
       console_.exit();
+      return true;
+    case Qt::Key_K:
+      windows_->commission();
       return true;
     case Qt::Key_A:
       windows_->debug();

@@ -3,6 +3,7 @@
 #include "calibration/frmCal.h"
 #include "calibration/frmCheck.h"
 #include "console/main/main_console.h"
+#include "console/main/panel_screens.h"
 #include "console/panels/monitors.h"
 #include "console/panels/simulated_panels.h"
 #include "console/parameters/parameter_block.h"
@@ -14,6 +15,7 @@
 #include "ports/port_list.h"
 #include "serial/debugger/frmRSDebug.h"
 #include "serial/receiving/controller_stream.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 
@@ -174,29 +176,96 @@ measure::Conditions frmWindows::knownConditions() {
   return known;
 }
 
+/// With a stream of the controller's own reports, where its port can be had.
+measure::MeasureParts frmWindows::measureParts() {
+  std::vector<measure::PortChoice> ports;
+  const auto lacks = access_.driver.missing();
+  const bool lendsPort = std::ranges::none_of(portLoanOperations, [&](std::string_view name) {
+    return std::ranges::find(lacks, name) != lacks.end();
+  });
+  if (lendsPort && debugger_ == nullptr && !access_.session.controllerName.empty()) {
+    reports_ =
+        std::make_unique<ControllerStream>(access_, prompt_, port_, console_.reportFormats());
+    for (const ListedPort& port : listedPorts(startup_.ports))
+      if (port.number > 0) ports.push_back({port.number, startup_.ports.describe(port.number)});
+  }
+  return {access_.clock,       prompt_, access_.session.messages, tests_.measuring,
+          startup_.workFolder, {},      reports_.get(),           std::move(ports)};
+}
+
 void frmWindows::measurePanel() {
   openTest([this](const Ended& ended) {
-    std::vector<measure::PortChoice> ports;
-    const auto lacks = access_.driver.missing();
-    const bool lendsPort = std::ranges::none_of(portLoanOperations, [&](std::string_view name) {
-      return std::ranges::find(lacks, name) != lacks.end();
-    });
-    if (lendsPort && debugger_ == nullptr && !access_.session.controllerName.empty()) {
-      reports_ =
-          std::make_unique<ControllerStream>(access_, prompt_, port_, console_.reportFormats());
-      for (const ListedPort& port : listedPorts(startup_.ports))
-        if (port.number > 0) ports.push_back({port.number, startup_.ports.describe(port.number)});
-    }
+    measure::MeasureParts parts = measureParts();
+    parts.known = knownConditions();
     const auto left = [this, ended] {
       reports_.reset();
       ended();
     };
-    return new measure::frmMeasure(
-        {access_.clock, prompt_, access_.session.messages, tests_.measuring, startup_.workFolder,
-         knownConditions(), reports_.get(), std::move(ports)},
-        startup_.simulation, access_.session.controllerName, panelMonitor_.of(main_),
-        startup_.fullScreenSize, left);
+    return new measure::frmMeasure(std::move(parts), startup_.simulation,
+                                   access_.session.controllerName, panelMonitor_.of(main_),
+                                   startup_.fullScreenSize, left);
   });
+}
+
+void frmWindows::commission() {
+  if (!tests_.commission) return;
+  const auto open = [this] {
+    main_.showNormal();
+    const auto left = [this] {
+      comeBack();
+      console_.commissionEnded();
+    };
+    test_ = tests_.commission(
+        {*this, panelMonitor_.of(main_), startup_.fullScreenSize,
+         startup_.versions.empty() ? std::string() : startup_.versions.front(),
+         startup_.simulation.isThere() ? say("main", "simulated") : utf8Of(startup_.driverPath),
+         left});
+    test_->open();
+  };
+  const auto end = [this] {
+    if (test_) test_->askToLeave();
+  };
+  console_.commission({open, end});
+}
+
+void frmWindows::calibrateFor(int points, std::function<void(CalibrationOutcome)> ended) {
+  access_.session.calibrationPoints = points;
+  if (panels_ != nullptr) panels_->calibrationBegins();
+  calibration_ = new frmCal(
+      access_, prompt_, startup_.simulation, panelMonitor_.of(main_), startup_.fullScreenSize,
+      [] {},
+      [this, ended = std::move(ended)](CalibrationOutcome outcome) {
+        if (panels_ != nullptr) panels_->calibrationEnded(outcome == CalibrationOutcome::stored);
+        ended(outcome);
+      });
+  calibration_->open();
+}
+
+void frmWindows::checkFor(std::unique_ptr<WayBack> wayBack,
+                          std::function<void(const CheckResult&)> ended) {
+  check_ = new frmCheck({access_.clock, startup_.simulation, access_.session.controllerName,
+                         usualCheckLimit, std::move(wayBack)},
+                        panelMonitor_.of(main_), startup_.fullScreenSize, std::move(ended));
+  check_->open();
+}
+
+void frmWindows::measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) {
+  measure::MeasureParts parts = measureParts();
+  parts.workingFolder = guided.folder;
+  parts.guided = std::move(guided);
+  const auto left = [this, ended = std::move(ended)] {
+    reports_.reset();
+    ended();
+  };
+  guided_ =
+      new measure::frmMeasure(std::move(parts), startup_.simulation, access_.session.controllerName,
+                              panelMonitor_.of(main_), startup_.fullScreenSize, left);
+  guided_->open();
+}
+
+void frmWindows::endScreen() {
+  endCalibration();
+  if (guided_) guided_->leave();
 }
 
 void frmWindows::debug() {

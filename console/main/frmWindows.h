@@ -8,6 +8,7 @@
 
 #include "calibration/calibration.h"
 #include "console/main/frmStartup.h"
+#include "console/main/panel_screens.h"
 #include "console/main/test_parts.h"
 #include "console/parameters/kept_calibration.h"
 #include "console/pins/pin_editor.h"
@@ -26,10 +27,13 @@ class MainConsole;
 class MainModel;
 class SerialPort;
 class SimulatedPanels;
+namespace measure {
+struct MeasureParts;
+}
 
 /// The windows of other features: each is opened here, and nowhere else, when the main window's
 /// logic allows it.
-class frmWindows final {
+class frmWindows final : private PanelScreens {
   Q_DECLARE_TR_FUNCTIONS(touch::frmWindows)
 
  public:
@@ -38,9 +42,7 @@ class frmWindows final {
   frmWindows(const Access& access, Prompt& prompt, SerialPort& port, const TestParts& tests,
              const Startup& startup, MainModel& model, MainConsole& console,
              SimulatedPanels* panels, QWidget& main);
-  frmWindows(const frmWindows&) = delete;
-  frmWindows& operator=(const frmWindows&) = delete;
-  ~frmWindows();
+  ~frmWindows() override;
 
   /// `checkedWithin`: the calibration is checked afterwards, with this limit.
   void calibrate(int points, const std::optional<DiagonalPercent>& checkedWithin);
@@ -48,7 +50,8 @@ class frmWindows final {
   void check(DiagonalPercent limit);
   void draw();
   void measurePanel();
-  void debug();  ///< Ctrl+A
+  void commission();  ///< Ctrl+K
+  void debug();       ///< Ctrl+A
   /// Beside the main window, which stays in use; one that is open comes to the front.
   void openDebugger();
   void definePins();  ///< Ctrl+B
@@ -61,6 +64,12 @@ class frmWindows final {
   void calibrationEnded(CalibrationOutcome outcome, const std::optional<DiagonalPercent>& limit);
   void openCheck(DiagonalPercent limit, std::unique_ptr<WayBack> wayBack, bool isNew);
   void endCalibration() const;
+  void calibrateFor(int points, std::function<void(CalibrationOutcome)> ended) override;
+  void checkFor(std::unique_ptr<WayBack> wayBack,
+                std::function<void(const CheckResult&)> ended) override;
+  void measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) override;
+  void endScreen() override;
+  measure::MeasureParts measureParts();
   void openTest(const std::function<FullScreenWindow*(const Ended&)>& make);
   void comeBack();
   measure::Conditions knownConditions();
@@ -82,6 +91,7 @@ class frmWindows final {
   QPointer<frmCheck> check_;
   std::unique_ptr<ControllerStream> reports_;  ///< while a panel is measured
   QPointer<FullScreenWindow> test_;
+  QPointer<FullScreenWindow> guided_;  ///< the measuring that a commissioning leads to
   SendHistory sentLines_;
   std::unique_ptr<frmRSDebug> debugger_;
 };

@@ -261,6 +261,23 @@ void MainConsole::checkCalibration(const LastingWindow& screen) {
   actions_.begin(say("main", "Checking the calibration …"), screen);
 }
 
+void MainConsole::commission(const LastingWindow& screens) {
+  if (!actions_.gate().isOpen() || !model_.selected) return;
+  if (actions_.refusedForDebugger(model_.selectedName())) return;
+  if (!actions_.available(calibrationNeeds)) return;
+  actions_.begin(say("main", "Commissioning …"), screens);
+}
+
+// It may have calibrated and set whatever there is.
+void MainConsole::commissionEnded() {
+  actions_.gate().end([this] {
+    parameters_.calibrated();
+    model_.changed(Part::parameters);
+    if (!actions_.gate().isLeaving()) readSettings();
+    sayWhoIsReady();
+  });
+}
+
 void MainConsole::calibrationEnded(bool stored, const Notice& notice) {
   actions_.gate().end([this, stored, &notice] {
     if (stored) {

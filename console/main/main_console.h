@@ -62,6 +62,9 @@ class MainConsole {
   void calstart(int points, const LastingWindow& screen);
   /// The check of a calibration, whose screen lasts until `calibrationEnded`, too.
   void checkCalibration(const LastingWindow& screen);
+  /// Leads through a commissioning; its screens last until `commissionEnded`.
+  void commission(const LastingWindow& screens);
+  void commissionEnded();
   /// `stored`: the controller has another calibration than before.
   void calibrationEnded(bool stored, const Notice& notice);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "console/main/panel_screens.h"
 #include "drawing/drawing_switches.h"
 #include "linetest/files/working_files.h"
 #include "measure/windows/measure_setup.h"
@@ -12,6 +13,7 @@ struct TestParts {
   DrawingSwitches& switches;
   const WorkingFiles& files;
   measure::MeasureSetup& measuring;
+  MakeCommission commission{};
 };
 
 }  // namespace touch

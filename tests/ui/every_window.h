@@ -4,6 +4,7 @@
 
 #include "calibration/frmCal.h"
 #include "calibration/frmCheck.h"
+#include "commission/frmCommission.h"
 #include "console/parameters/kept_calibration.h"
 #include "linetest/canvas/frmDraw.h"
 #include "measure/truth/trial.h"
@@ -49,6 +50,7 @@ class EveryWindow : public DrawingDesk {
     visitCheck();
     visitTests();
     visitMeasurement();
+    visitCommission();
     visitDebugger();
     visitGuide();
   }
@@ -180,6 +182,26 @@ class EveryWindow : public DrawingDesk {
     }
     draw(find<QWidget>(test, "touchTestCanvas"), {{1, 1}, {size_.width() - 2, 9}}, 60);
     visit_("frmTouchTest, far off", test);
+  }
+  void visitCommission() {
+    struct NoHands final : PanelScreens {
+      void calibrateFor(int, std::function<void(CalibrationOutcome)>) override {}
+      void checkFor(std::unique_ptr<WayBack>, std::function<void(const CheckResult&)>) override {}
+      void measureFor(measure::GuidedMeasuring, std::function<void()>) override {}
+      void endScreen() override {}
+    } hands;
+    commission::frmCommission window(
+        {access(), prompt, folder.path(), {.workFolder = folder.path()}},
+        {hands, *QGuiApplication::primaryScreen(), size_, "TouchUtility", "nexapi", [] {}});
+    open(window, ", start");
+    press(window, "cmdBegin");
+    auto& steps = *find<QListWidget>(window, "commissionSteps");
+    for (int step = 0; step < 5; ++step) {
+      steps.setCurrentRow(step);
+      QApplication::processEvents();
+      visit_("frmCommission, step " + std::to_string(step), window);
+      press(window, "cmdDoStep");
+    }
   }
   void visitDebugger() {
     {

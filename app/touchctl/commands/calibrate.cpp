@@ -29,17 +29,17 @@ constexpr double smallestLimit = 0.1;  // of the diagonal, in percent
 /// The calibration's screen without a window, and the simulated finger that touches what it shows.
 class SimulatedFinger final : public CalibrationScreen, private Surface {
  public:
-  explicit SimulatedFinger(const Simulation& simulation) : simulation_(simulation) {}
+  explicit SimulatedFinger(const Shell& shell) : shell_(shell) {}
 
   /// Once each tick: presses the target that is waited for, and lifts when it has been taken.
   void act(const Calibration& calibration) {
     const TwipsPoint* const target = calibration.awaitedTarget();
     if (target != nullptr && !down_) {
-      print("  touching {:4.1f} %, {:4.1f} %\n", 100 * target->x / unseenScreen.width,
-            100 * target->y / unseenScreen.height);
-      simulation_.touch(target->x / unseenScreen.width, target->y / unseenScreen.height);
+      tell(shell_, "  touching {:4.1f} %, {:4.1f} %\n", 100 * target->x / unseenScreen.width,
+           100 * target->y / unseenScreen.height);
+      shell_.simulation().touch(target->x / unseenScreen.width, target->y / unseenScreen.height);
     } else if (target == nullptr && down_) {
-      simulation_.lift();
+      shell_.simulation().lift();
     }
     down_ = target != nullptr;
   }
@@ -50,7 +50,7 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
   void showButtons(bool, bool) override {}
   void showTimeBar(float) override {}
   void allowExit(bool) override {}
-  void leave() override { simulation_.lift(); }
+  void leave() override { shell_.simulation().lift(); }
   void ended(CalibrationOutcome outcome) override { outcome_ = outcome; }
 
  private:
@@ -58,7 +58,7 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
   void line(TwipsPoint, TwipsPoint, Colour, int) override {}
   void circle(TwipsPoint, float, Colour, int) override {}
 
-  Simulation simulation_;
+  const Shell& shell_;
   bool down_ = false;
   std::optional<CalibrationOutcome> outcome_;
 };
@@ -66,23 +66,22 @@ class SimulatedFinger final : public CalibrationScreen, private Surface {
 /// The same for a check. The hand behind the finger sees whether touches land well.
 class CheckingFinger final : public CheckScreen, private Surface {
  public:
-  explicit CheckingFinger(Shell& shell)
-      : simulation_(shell.simulation()), controller_(shell.controller()) {}
+  explicit CheckingFinger(const Shell& shell) : shell_(shell) {}
 
   /// Once each tick: touches the cross that is waited for, or decides.
   void act(Check& check) {
     if (check.awaitsDecision()) return check.putBack();
     const auto cross = check.awaited();
     if (!cross) return;
-    const auto landed =
-        simulation_.report(static_cast<double>(cross->x / unseenScreen.width),
-                           static_cast<double>(cross->y / unseenScreen.height), controller_);
+    const auto landed = shell_.simulation().report(
+        static_cast<double>(cross->x / unseenScreen.width),
+        static_cast<double>(cross->y / unseenScreen.height), shell_.controller());
     if (!landed) return;
     const TwipsPoint at{static_cast<float>(landed->x) * unseenScreen.width,
                         static_cast<float>(landed->y) * unseenScreen.height};
-    print("  touching {:4.1f} %, {:4.1f} %: landed at {:4.1f} %, {:4.1f} %\n",
-          100 * cross->x / unseenScreen.width, 100 * cross->y / unseenScreen.height,
-          100 * landed->x, 100 * landed->y);
+    touch::tell(shell_, "  touching {:4.1f} %, {:4.1f} %: landed at {:4.1f} %, {:4.1f} %\n",
+                100 * cross->x / unseenScreen.width, 100 * cross->y / unseenScreen.height,
+                100 * landed->x, 100 * landed->y);
     check.touch(at);
   }
 
@@ -91,7 +90,7 @@ class CheckingFinger final : public CheckScreen, private Surface {
   Surface& surface() override { return *this; }
   void tell(const std::string&) override {}
   void showResidual(const Residual& residual) override {
-    print("    {:.2f} % of the diagonal off\n", residual.off.value);
+    touch::tell(shell_, "    {:.2f} % of the diagonal off\n", residual.off.value);
   }
   void showTimeBar(float) override {}
   void allow(bool, bool) override {}
@@ -102,12 +101,11 @@ class CheckingFinger final : public CheckScreen, private Surface {
   void line(TwipsPoint, TwipsPoint, Colour, int) override {}
   void circle(TwipsPoint, float, Colour, int) override {}
 
-  Simulation simulation_;
-  std::string controller_;
+  const Shell& shell_;
   std::optional<CheckResult> result_;
 };
 
-ExitStatus tell(const Notice& notice) {
+ExitStatus sayNotice(const Notice& notice) {
   if (notice.kind == NoticeKind::error) {
     complain(notice.text);
     return ExitStatus::failed;
@@ -116,30 +114,22 @@ ExitStatus tell(const Notice& notice) {
   return ExitStatus::done;
 }
 
-ExitStatus checkCalibration(Shell& shell, DiagonalPercent limit, WayBack& wayBack) {
-  print("Checking with five crosses, within {} % of the diagonal\n", limit.value);
-  CheckingFinger finger(shell);
-  Check check(shell.clock(), finger, unseenScreen, limit, wayBack);
-  const auto tick = shell.clock().makeTimer([&] {
-    if (interrupted()) return check.putBack();
-    finger.act(check);
-  });
-  tick->start(crossTick);
-  check.begin();
-  shell.clock().delay(longestRun, [&finger] { return finger.result().has_value(); });
-  if (!finger.result()) return ExitStatus::failed;
-  const auto told = tell(finger.result()->notice);
-  return finger.result()->outcome == CheckOutcome::kept ? told : ExitStatus::failed;
+ExitStatus checkAndSay(Shell& shell, DiagonalPercent limit, WayBack& wayBack) {
+  const auto result = checkCalibration(shell, limit, wayBack);
+  if (!result) return ExitStatus::failed;
+  const auto said = sayNotice(result->notice);
+  return result->outcome == CheckOutcome::kept ? said : ExitStatus::failed;
 }
 
 /// `limit`: the calibration is checked afterwards.
 ExitStatus calibrateChosen(Shell& shell, int points, const std::optional<DiagonalPercent>& limit) {
   const Backup backup(shell.options().workFolder);
-  if (const auto settled = settleUnchecked(shell.access(), shell.prompt(), backup)) tell(*settled);
+  if (const auto settled = settleUnchecked(shell.access(), shell.prompt(), backup))
+    sayNotice(*settled);
   std::optional<KeptCalibration> kept;
   if (limit) kept.emplace(shell.access(), backup);
   const auto status = calibrate(shell, points);
-  if (status == ExitStatus::done && kept) return checkCalibration(shell, *limit, *kept);
+  if (status == ExitStatus::done && kept) return checkAndSay(shell, *limit, *kept);
   const auto tidied = kept                         ? kept->settle()
                       : status == ExitStatus::done ? dropUnchecked(shell.controller(), backup)
                                                    : Status();
@@ -161,9 +151,9 @@ ExitStatus calibrateSimulated(Shell& shell, int points,
       [points, limit](Shell& chosen) { return calibrateChosen(chosen, points, limit); })(shell);
 }
 
-void printPanelError(const char* when, const std::optional<Simulation::PanelError>& error) {
-  if (!error) return;
-  print("  error {}: {}\n", when, panelErrorText(*error));
+void tellPanelError(const Shell& shell, const char* when,
+                    const std::optional<Simulation::PanelError>& error) {
+  if (error) tell(shell, "  error {}: {}\n", when, panelErrorText(*error));
 }
 
 }  // namespace
@@ -173,13 +163,27 @@ std::string panelErrorText(const Simulation::PanelError& error) {
                      100 * error.greatest);
 }
 
+std::optional<CheckResult> checkCalibration(Shell& shell, DiagonalPercent limit, WayBack& wayBack) {
+  tell(shell, "Checking with five crosses, within {} % of the diagonal\n", limit.value);
+  CheckingFinger finger(shell);
+  Check check(shell.clock(), finger, unseenScreen, limit, wayBack);
+  const auto tick = shell.clock().makeTimer([&] {
+    if (interrupted()) return check.putBack();
+    finger.act(check);
+  });
+  tick->start(crossTick);
+  check.begin();
+  shell.clock().delay(longestRun, [&finger] { return finger.result().has_value(); });
+  return finger.result();
+}
+
 ExitStatus calibrate(Shell& shell, int points) {
   const Access access = shell.access();
   access.session.calibrationPoints = points;
   const auto before = shell.simulation().panelError(shell.controller());
-  print("Calibrating {} with {} points\n", shell.controller(), points);
+  tell(shell, "Calibrating {} with {} points\n", shell.controller(), points);
 
-  SimulatedFinger finger(shell.simulation());
+  SimulatedFinger finger(shell);
   Calibration calibration(access, shell.prompt(), finger, unseenScreen);
   const auto tick = access.clock.makeTimer([&] {
     finger.act(calibration);
@@ -193,8 +197,8 @@ ExitStatus calibrate(Shell& shell, int points) {
     complain("the calibration was not completed; nothing was stored");
     return ExitStatus::failed;
   }
-  printPanelError("before", before);
-  printPanelError("after ", shell.simulation().panelError(shell.controller()));
+  tellPanelError(shell, "before", before);
+  tellPanelError(shell, "after ", shell.simulation().panelError(shell.controller()));
   return ExitStatus::done;
 }
 

@@ -1,4 +1,3 @@
-#include <fmt/chrono.h>
 #include <fmt/core.h>
 
 #include <algorithm>
@@ -9,6 +8,8 @@
 
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
+#include "app/touchctl/commands/panel_size.h"
+#include "app/touchctl/commands/simulated_hand.h"
 #include "app/touchctl/output.h"
 #include "linetest/files/drawing_file.h"
 #include "measure/figures/line_figures.h"
@@ -30,7 +31,6 @@ namespace {
 namespace fs = std::filesystem;
 using namespace measure;
 
-constexpr ScreenSize usualScreen{1024, 768};
 constexpr std::size_t columnWidth = 9;  // of the table of lines
 
 /// What the command line says. What it does not say is as the files have it.
@@ -42,41 +42,14 @@ struct Asked {
   std::string serialNumber, person;
 };
 
-/// "WIDTHxHEIGHT" in mm.
-std::optional<PanelSize> parsePanelSize(std::string_view text) {
-  const auto number = [](std::string_view part) -> std::optional<Millimetres> {
-    double value = 0;
-    const auto [end, error] = std::from_chars(part.data(), part.data() + part.size(), value);
-    if (error != std::errc{} || end != part.data() + part.size() || !(value >= 1 && value <= 5000))
-      return std::nullopt;
-    return Millimetres{value};
-  };
-  const auto cross = text.find('x');
-  if (cross == text.npos) return std::nullopt;
-  const auto width = number(text.substr(0, cross));
-  const auto height = number(text.substr(cross + 1));
-  if (!width || !height) return std::nullopt;
-  return PanelSize{*width, *height, SizeSource::user};
-}
-
 void check(const Asked& asked) {
-  if (!asked.panelSize.empty() && !parsePanelSize(asked.panelSize))
-    refuseArgument("--panel-size", fmt::format("\"{}\" is not WIDTHxHEIGHT in mm, e.g. 344.5x193.5",
-                                               asked.panelSize));
+  checkPanelSize(asked.panelSize);
   if (!asked.plot.empty() && asked.plot.extension() != ".svg")
     refuseArgument("--plot", fmt::format("\"{}\" does not end in .svg; touchutility saves the page "
                                          "as PNG and PDF",
                                          asked.plot.string()));
   if (!asked.map.empty() && asked.map.extension() != ".svg" && asked.map.extension() != ".csv")
     refuseArgument("--map", fmt::format("\"{}\" does not end in .svg or .csv", asked.map.string()));
-}
-
-ScreenSize screenOf(const ShellOptions& options) {
-  return options.screen.value_or(usualScreen);
-}
-
-PanelSize nominalSizeOf(const ShellOptions& options) {
-  return nominalSize(screenOf(options).width, screenOf(options).height);
 }
 
 enum class FileKind : std::uint8_t { drawing, recording, measurement };
@@ -154,12 +127,6 @@ Status addFile(Measurement& measurement, Test test, const fs::path& file,
   if (*kind == FileKind::measurement) return addMeasurement(measurement, file);
   if (*kind == FileKind::recording) return addRecording(measurement, test, file, options, asked);
   return addDrawing(measurement, test, file, options);
-}
-
-std::string now() {
-  const auto local =
-      fmt::localtime(std::chrono::system_clock::to_time_t(std::chrono::system_clock::now()));
-  return fmt::format("{:%Y-%m-%dT%H:%M:%S%z}", local);
 }
 
 /// What the command line says holds rather than what a file says. False after saying why not.
@@ -268,12 +235,6 @@ Status writeFiles(const Measurement& measurement, const Analysis& analysis, cons
   return writeMeasurement(asked.save, measurement, measure::jsonOf(measurement, analysis, verdict));
 }
 
-ExitStatus statusOf(Outcome outcome) {
-  return outcome == Outcome::pass   ? ExitStatus::done
-         : outcome == Outcome::fail ? ExitStatus::failed
-                                    : ExitStatus::incomplete;
-}
-
 ExitStatus judgeAndTell(const Measurement& measurement, const Asked& asked,
                         const ShellOptions& options) {
   const Analysis analysis = analyse(measurement);
@@ -308,9 +269,8 @@ ExitStatus measureFiles(const Asked& asked, const TestName& test, const ShellOpt
   measurement.size = nominalSizeOf(options);
   measurement.plan.lineSet = LineSet::ten;
   measurement.conditions.program = programVersion();
-  measurement.conditions.date = now();
-  measurement.conditions.screen =
-      fmt::format("{}x{}", screenOf(options).width, screenOf(options).height);
+  measurement.conditions.date = dateOf(std::chrono::system_clock::now());
+  measurement.conditions.screen = screenText(options);
   // Strokes are sorted on a panel of the size and with the lines that were asked for.
   if (!applyOptions(measurement, asked)) return ExitStatus::failed;
   for (const std::string& name : asked.files) {
@@ -335,25 +295,6 @@ ExitStatus judgeFile(const Asked& asked, const ShellOptions& options) {
   }
   if (!applyOptions(*measurement, asked)) return ExitStatus::failed;
   return judgeAndTell(*measurement, asked, options);
-}
-
-/// All eighteen lines, drawn on the simulated panel by a finger that follows each
-/// guide exactly.
-std::vector<measure::Trace> drawEachLine(Shell& shell) {
-  constexpr int samplesPerLine = 200;
-  std::vector<measure::Trace> traces;
-  for (const Guide* guide : guidesOf(LineSet::eighteen)) {
-    measure::Trace trace{std::string(guide->name), 0, Blame::undecided, {}};
-    for (int sample = 0; sample < samplesPerLine; ++sample) {
-      const double along = (sample + 0.5) / samplesPerLine;
-      const auto reported = shell.simulation().report(std::lerp(guide->from.x, guide->to.x, along),
-                                                      std::lerp(guide->from.y, guide->to.y, along),
-                                                      shell.controller());
-      if (reported) trace.samples.push_back({{}, reported->x, reported->y});
-    }
-    traces.push_back(std::move(trace));
-  }
-  return traces;
 }
 
 /// What a file is judged by, and what is written of it.
@@ -437,11 +378,21 @@ void addJudge(const CommandLine& line, CLI::App& group) {
 
 }  // namespace
 
+ExitStatus statusOf(Outcome outcome) {
+  return outcome == Outcome::pass   ? ExitStatus::done
+         : outcome == Outcome::fail ? ExitStatus::failed
+                                    : ExitStatus::incomplete;
+}
+
 ExitStatus measureSimulatedLines(Shell& shell) {
   Measurement measurement;
   measurement.size = nominalSizeOf(shell.options());
-  measurement.sources.push_back({SourceKind::pointer, 1, 1, false, "simulation"});
-  measurement.traces = drawEachLine(shell);
+  measurement.sources = {SimulatedHand::source()};
+  SimulatedHand hand(shell.simulation(), shell.controller(), measurement.size);
+  for (const std::string& task : tasksOf(measurement.plan)) {
+    const auto traces = hand.carryOut(task, measurement.plan);
+    measurement.traces.insert(measurement.traces.end(), traces.begin(), traces.end());
+  }
   return judgeAndTell(measurement, {}, shell.options());
 }
 

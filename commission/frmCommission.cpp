@@ -1,0 +1,439 @@
+#include "commission/frmCommission.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "commission/frmCommissionStart.h"
+#include "commission/frmSheetPdf.h"
+#include "console/doctor/frmDoctorPage.h"
+#include "measure/report/conditions.h"
+#include "measure/windows/frmFields.h"
+#include "ui/controls/finger_style.h"
+#include "ui/controls/scrollable.h"
+#include "ui/guide/help.h"
+#include "ui/screens/screen_size.h"
+#include "ui/style/face_style.h"
+#include "ui/text.h"
+
+namespace touch::commission {
+
+namespace {
+
+constexpr qreal captionSize = 1.4;
+
+struct Field {
+  const char* name;
+  const char* caption;
+  std::string PanelFacts::*text;
+};
+constexpr std::array<Field, 5> fields = {{
+    {"panelSerial", QT_TRANSLATE_NOOP("touch::commission::frmCommission", "Serial &number:"),
+     &PanelFacts::serialNumber},
+    {"panelOperator", QT_TRANSLATE_NOOP("touch::commission::frmCommission", "&Operator:"),
+     &PanelFacts::person},
+    {"panelPlace", QT_TRANSLATE_NOOP("touch::commission::frmCommission", "&Place:"),
+     &PanelFacts::place},
+    {"panelOrder", QT_TRANSLATE_NOOP("touch::commission::frmCommission", "Or&der:"),
+     &PanelFacts::order},
+    {"panelNote", QT_TRANSLATE_NOOP("touch::commission::frmCommission", "No&te:"),
+     &PanelFacts::note},
+}};
+
+QString durationText(std::chrono::seconds duration) {
+  if (duration < std::chrono::minutes(1))
+    return frmCommission::tr("Takes about %1 seconds.").arg(duration.count());
+  return frmCommission::tr("Takes about %1 minutes.").arg(duration.count() / 60);
+}
+
+/// How a step is, in a word and a sign.
+struct StateLook {
+  QString word;
+  std::optional<QStyle::StandardPixmap> sign;
+};
+StateLook lookOf(const StepRecord& record) {
+  if (record.state == StepState::open) return {frmCommission::tr("open"), std::nullopt};
+  if (record.state == StepState::skipped)
+    return {frmCommission::tr("skipped"), QStyle::SP_MessageBoxInformation};
+  if (!record.found.good) return {frmCommission::tr("problem"), QStyle::SP_MessageBoxCritical};
+  return {frmCommission::tr("done"), QStyle::SP_DialogApplyButton};
+}
+
+QLabel* makeText() {
+  auto* const label = new QLabel;
+  label->setWordWrap(true);
+  label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  return label;
+}
+
+}  // namespace
+
+frmCommission::frmCommission(CommissionParts parts, const CommissionCall& call)
+    : FullScreenWindow(call.screen, call.size, call.onLeft),
+      parts_(std::move(parts)),
+      screens_(call.screens),
+      program_(call.program),
+      driver_(call.driver),
+      pages_(new QStackedWidget(this)),
+      startPage_(new frmCommissionStart),
+      progress_(new QProgressBar),
+      steps_(new QListWidget),
+      caption_(makeText()),
+      purpose_(makeText()),
+      found_(makeText()),
+      before_(makeText()),
+      panelForm_(makePanelForm()),
+      targetsRow_(new QWidget),
+      targets_(new QComboBox),
+      do_(new QPushButton(tr("&Start"))),
+      skip_(new QPushButton(tr("S&kip …"))),
+      set_(new QPushButton(tr("S&et them so"))),
+      next_(new QPushButton(tr("Ne&xt"))) {
+  setObjectName("frmCommission");
+  setWindowTitle(tr("Commissioning"));
+  setHelpChapter(*this, "Commission a panel");
+  addHelpKey(*this);
+  pages_->addWidget(startPage_);
+  pages_->addWidget(makeRunPage());
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSizeConstraint(QLayout::SetNoConstraint);
+  layout->addWidget(pages_);
+  connect(startPage_, &frmCommissionStart::beginRequested, this, &frmCommission::begin);
+  connect(startPage_, &frmCommissionStart::leaveRequested, this, &frmCommission::askToLeave);
+  connect(startPage_, &frmCommissionStart::goOnRequested, this, [this](const UnfinishedRun& one) {
+    auto folder = RunFolder::open(one.folder);
+    if (!folder) return tellFailure(folder.error());
+    takeUp(std::move(*folder), one.run);
+  });
+}
+
+frmCommission::~frmCommission() = default;
+
+QWidget* frmCommission::makeRunPage() {
+  auto* const page = new QWidget;
+  auto* const rows = new QVBoxLayout(page);
+  progress_->setObjectName("commissionProgress");
+  progress_->setAccessibleName(tr("How much of the run is done"));
+  progress_->setRange(0, 100);
+  steps_->setObjectName("commissionSteps");
+  steps_->setAccessibleName(tr("Steps"));
+  steps_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  for (const Step& step : steps())
+    steps_->addItem(spokenText("commission", step.caption));
+  connect(steps_, &QListWidget::currentRowChanged, this, [this] { showStep(); });
+  auto* const columns = new QHBoxLayout;
+  columns->addWidget(steps_, 2);
+  columns->addWidget(makeStep(), 3);
+  rows->addWidget(progress_);
+  rows->addLayout(columns, 1);
+  return page;
+}
+
+QWidget* frmCommission::makeStep() {
+  auto* const content = new QWidget;
+  auto* const rows = new QVBoxLayout(content);
+  caption_->setObjectName("stepCaption");
+  caption_->setFont(resized(caption_->font(), captionSize));
+  purpose_->setObjectName("stepPurpose");
+  found_->setObjectName("stepFound");
+  before_->setObjectName("stepBefore");
+  targets_->setObjectName("calibrationTargets");
+  makeFingerSized(*targets_);
+  for (const int count : {2, 3, 5, 9})
+    targets_->addItem(tr("%1 targets").arg(count), count);
+  targets_->setCurrentIndex(targets_->findData(5));
+  auto* const targetsForm = new QFormLayout(targetsRow_);
+  targetsForm->setContentsMargins(0, 0, 0, 0);
+  measure::addField(*targetsForm, tr("Calibrate &with:"), targets_, targets_);
+  for (QWidget* const part : std::initializer_list<QWidget*>{caption_, purpose_, panelForm_,
+                                                             targetsRow_, found_, before_})
+    rows->addWidget(part);
+  rows->addStretch();
+  auto* const page = new ScrolledPage;
+  page->put(content, makeButtons());
+  return page;
+}
+
+QWidget* frmCommission::makePanelForm() {
+  auto* const widget = new QWidget;
+  auto* const form = new QFormLayout(widget);
+  form->setContentsMargins(0, 0, 0, 0);
+  for (const Field& field : fields) {
+    auto* const edit = new QLineEdit;
+    constexpr int longest = 200;
+    edit->setMaxLength(longest);
+    edit->setObjectName(field.name);
+    makeFingerSized(*edit);
+    // A bar code scanner ends what it types with Enter.
+    connect(edit, &QLineEdit::returnPressed, this, [this] { focusNextChild(); });
+    measure::addField(*form, tr(field.caption), edit, edit);
+  }
+  return widget;
+}
+
+QWidget* frmCommission::makeButtons() {
+  auto* const row = new QWidget;
+  auto* const buttons = new QHBoxLayout(row);
+  auto* const leave = new QPushButton(tr("Lea&ve"));
+  const struct {
+    QPushButton* button;
+    const char* name;
+    void (frmCommission::*pressed)();
+  } all[] = {{set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
+             {do_, "cmdDoStep", &frmCommission::carryOut},
+             {next_, "cmdNextStep", &frmCommission::goOn},
+             {skip_, "cmdSkipStep", &frmCommission::skipStep},
+             {leave, "cmdLeaveCommission", &frmCommission::askToLeave}};
+  for (const auto& [button, name, pressed] : all) {
+    button->setObjectName(name);
+    button->setAutoDefault(true);
+    makeFingerSized(*button);
+    connect(button, &QPushButton::clicked, this, pressed);
+    buttons->addWidget(button);
+  }
+  setKind(*do_, ButtonKind::primary);
+  buttons->insertStretch(0);
+  return row;
+}
+
+void frmCommission::started() {
+  startPage_->offer(unfinishedRuns(parts_.workFolder / "commissioning"));
+  startPage_->takeFocus();
+}
+
+void frmCommission::begin() {
+  Run run;
+  run.profile = startPage_->profile();
+  run.use = startPage_->use();
+  run.program = program_;
+  run.began = measure::dateOf(std::chrono::system_clock::now());
+  auto folder = RunFolder::make(parts_.workFolder / "commissioning", run);
+  if (!folder) return tellFailure(folder.error());
+  takeUp(std::move(*folder), std::move(run));
+}
+
+void frmCommission::takeUp(RunFolder folder, Run run) {
+  guided_.emplace(parts_.access, Backup(parts_.workFolder), std::move(folder), std::move(run));
+  for (const Field& field : fields)
+    findChild<QLineEdit*>(field.name)->setText(shownText(guided_->run().panel.*field.text));
+  pages_->setCurrentIndex(1);
+  choose(guided_->next().value_or(StepId::sheet));
+}
+
+StepId frmCommission::chosen() const {
+  return static_cast<StepId>(std::max(steps_->currentRow(), 0));
+}
+
+void frmCommission::choose(StepId id) {
+  showRun();
+  steps_->setCurrentRow(static_cast<int>(id));
+  showStep();
+  if (id == StepId::panel)
+    findChild<QWidget*>("panelSerial")->setFocus();
+  else
+    do_->setFocus();
+}
+
+void frmCommission::showRun() {
+  const Run& run = guided_->run();
+  progress_->setValue(static_cast<int>(100 * progress(run)));
+  // As wide as a sign, so that all captions begin at one place.
+  QPixmap noSign(fingerSize(), fingerSize());
+  noSign.fill(Qt::transparent);
+  for (const Step& step : steps()) {
+    QListWidgetItem* const item = steps_->item(static_cast<int>(step.id));
+    const auto [word, sign] = lookOf(run[step.id]);
+    const QString caption = spokenText("commission", step.caption);
+    item->setText(caption);
+    item->setIcon(sign ? style()->standardIcon(*sign) : QIcon(noSign));
+    item->setData(Qt::AccessibleTextRole, caption + ", " + word);
+    item->setSizeHint({0, fingerSize()});
+  }
+}
+
+void frmCommission::showStep() {
+  if (!guided_) return;
+  const Run& run = guided_->run();
+  const StepId id = chosen();
+  const Step& step = stepOf(id);
+  const StepRecord& record = run[id];
+  caption_->setText(spokenText("commission", step.caption));
+  purpose_->setText(spokenText("commission", step.purpose) + ' ' +
+                    durationText(step.duration(run.profile)));
+  QStringList lines;
+  if (record.state == StepState::skipped) lines << tr("Skipped: %1").arg(shownText(record.reason));
+  for (const std::string& text : record.found.texts)
+    lines << shownText(text);
+  if (id == StepId::sheet && record.state == StepState::done)
+    lines << tr("The sheet is in the folder %1: sheet.pdf, sheet.html, sheet.json.")
+                 .arg(shownText(utf8Of(guided_->folder().path())));
+  found_->setText(lines.join("\n\n"));
+  before_->clear();
+  panelForm_->setVisible(id == StepId::panel);
+  targetsRow_->setVisible(id == StepId::calibrate);
+  // What comes before it is to be there.
+  const bool isReachable = record.state != StepState::open || guided_->next() == id;
+  do_->setText(record.state == StepState::open ? tr("&Start") : tr("&Repeat"));
+  do_->setEnabled(isReachable);
+  skip_->setVisible(step.mayBeSkipped && record.state == StepState::open);
+  skip_->setEnabled(isReachable);
+  next_->setVisible(record.state != StepState::open && guided_->next().has_value());
+  set_->setVisible(id == StepId::settings && record.state == StepState::done && !record.found.good);
+}
+
+void frmCommission::carryOut() {
+  if (isBusy_ || !guided_) return;
+  const StepId id = chosen();
+  if (guided_->run()[id].state != StepState::open)
+    if (const auto opened = guided_->repeat(id); !opened) return tellFailure(opened.error());
+  switch (id) {
+    case StepId::prerequisites:
+      return work([this] {
+        return guided_->lookAround(examine(frmDoctorPage::withScreens(parts_.patient)));
+      });
+    case StepId::panel:
+      return work([this] { return guided_->namePanel(typedFacts()); });
+    case StepId::identity:
+      return work([this] { return guided_->identify(driver_); });
+    case StepId::settings:
+      return work([this] { return guided_->compareSettings(); });
+    case StepId::calibrate:
+      return calibrate();
+    case StepId::check:
+      return check();
+    case StepId::measure:
+      return measure();
+    case StepId::rate:
+      return work([this] { return guided_->tellRate(); });
+    case StepId::verdict:
+      return work([this] { return guided_->judge(); });
+    case StepId::sheet:
+      return work([this] {
+        const auto written = guided_->writeSheet();
+        return written ? printSheet(guided_->folder()) : written;
+      });
+  }
+}
+
+void frmCommission::setAsWanted() {
+  work([this] { return guided_->setAsWanted(parts_.prompt); });
+}
+
+void frmCommission::goOn() {
+  choose(guided_->next().value_or(StepId::sheet));
+}
+
+void frmCommission::skipStep() {
+  if (isBusy_ || !guided_) return;
+  const StepId id = chosen();
+  const auto reason = parts_.prompt.input(
+      tr("Why do you skip this step? The reason stands on the sheet.").toStdString(),
+      stepOf(id).caption);
+  if (!reason || reason->find_first_not_of(' ') == std::string::npos) return;
+  work([this, id, &reason] { return guided_->skip(id, *reason); });
+}
+
+void frmCommission::calibrate() {
+  const int points = targets_->currentData().toInt();
+  isBusy_ = true;
+  pages_->setEnabled(false);
+  guided_->beginCalibration();
+  screens_.calibrateFor(points, [this, points](CalibrationOutcome outcome) {
+    comeBack();
+    work([this, points, outcome] {
+      return guided_->endCalibration(points, outcome == CalibrationOutcome::stored);
+    });
+  });
+}
+
+void frmCommission::check() {
+  isBusy_ = true;
+  pages_->setEnabled(false);
+  screens_.checkFor(guided_->takeWayBack(), [this](const CheckResult& result) {
+    comeBack();
+    work([this, result] { return guided_->endCheck(result); });
+  });
+}
+
+void frmCommission::measure() {
+  const auto begun = guided_->measurement(measure::nominalSize(width(), height()));
+  if (!begun) return tellFailure(begun.error());
+  isBusy_ = true;
+  pages_->setEnabled(false);
+  screens_.measureFor(
+      {*begun, guided_->folder().path(),
+       [this](const measure::Measurement& measurement) { return guided_->keep(measurement); }},
+      [this] {
+        comeBack();
+        work([this] { return guided_->endMeasurement(); });
+      });
+}
+
+PanelFacts frmCommission::typedFacts() const {
+  PanelFacts facts;
+  for (const Field& field : fields)
+    facts.*field.text = findChild<QLineEdit*>(field.name)->text().trimmed().toStdString();
+  return facts;
+}
+
+void frmCommission::work(const std::function<Status()>& step) {
+  if (isBusy_) return;
+  isBusy_ = true;
+  pages_->setEnabled(false);
+  found_->setText(tr("Please wait …"));
+  repaint();
+  const Status done = step();
+  isBusy_ = false;
+  pages_->setEnabled(true);
+  if (isLeaving_) return leave();
+  if (!done) tellFailure(done.error());
+  // A problem is to be seen before the run goes on.
+  const StepId ended = chosen();
+  const StepRecord& record = guided_->run()[ended];
+  if (record.state == StepState::done && !record.found.good) return choose(ended);
+  choose(guided_->next().value_or(StepId::sheet));
+  if (chosen() == ended || record.found.texts.empty()) return;
+  QStringList found;
+  for (const std::string& text : record.found.texts)
+    found << shownText(text);
+  before_->setText(
+      tr("%1: %2").arg(spokenText("commission", stepOf(ended).caption), found.join('\n')));
+}
+
+void frmCommission::tellFailure(const FileError& error) const {
+  parts_.prompt.message(error.describe());
+}
+
+void frmCommission::comeBack() {
+  isBusy_ = false;
+  pages_->setEnabled(true);
+  raise();
+  activateWindow();
+}
+
+void frmCommission::askToLeave() {
+  if (!isBusy_) return leave();
+  isLeaving_ = true;
+  screens_.endScreen();
+}
+
+void frmCommission::keyPressEvent(QKeyEvent* event) {
+  if (event->isAutoRepeat()) return;
+  if (event->key() == Qt::Key_Escape) return askToLeave();
+  FullScreenWindow::keyPressEvent(event);
+}
+
+}  // namespace touch::commission

@@ -1,0 +1,99 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+#include "commission/guided_run.h"
+#include "console/doctor/doctor.h"
+#include "console/main/panel_screens.h"
+#include "support/prompt.h"
+#include "ui/screens/full_screen_window.h"
+
+class QComboBox;
+class QLabel;
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+class QStackedWidget;
+
+namespace touch::commission {
+
+class frmCommissionStart;
+
+/// What a commissioning lives on. All of it outlives the window.
+struct CommissionParts {
+  Access access;
+  Prompt& prompt;
+  std::filesystem::path workFolder;
+  Patient patient;
+};
+
+/// The full-screen window that leads through a commissioning: its steps on one side, the one in
+/// hand on the other. Calibration, check and measurement open in front of it.
+class frmCommission final : public FullScreenWindow {
+  Q_OBJECT
+
+ public:
+  frmCommission(CommissionParts parts, const CommissionCall& call);
+  ~frmCommission() override;
+
+  /// Nothing is asked: everything is kept. What is in front of it, or under way, ends first.
+  void askToLeave() override;
+
+ protected:
+  void started() override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  QWidget* makeRunPage();
+  QWidget* makeStep();
+  QWidget* makePanelForm();
+  QWidget* makeButtons();
+
+  void begin();
+  void takeUp(RunFolder folder, Run run);
+  StepId chosen() const;
+  void choose(StepId id);
+  void showRun();
+  void showStep();
+  void carryOut();
+  void skipStep();
+  void setAsWanted();
+  void goOn();
+  void calibrate();
+  void check();
+  void measure();
+  PanelFacts typedFacts() const;
+  /// Does something that may take a while; afterwards the next open step is in hand.
+  void work(const std::function<Status()>& step);
+  void tellFailure(const FileError& error) const;
+  /// A window in front of this one has ended.
+  void comeBack();
+
+  CommissionParts parts_;
+  PanelScreens& screens_;
+  std::string program_;
+  std::string driver_;
+  std::optional<GuidedRun> guided_;
+  bool isBusy_ = false;     ///< a step is under way, here or in a window in front
+  bool isLeaving_ = false;  ///< as soon as that has ended
+
+  QStackedWidget* pages_;
+  frmCommissionStart* startPage_;
+  QProgressBar* progress_;
+  QListWidget* steps_;
+  QLabel* caption_;
+  QLabel* purpose_;
+  QLabel* found_;
+  QLabel* before_;  ///< what the step before has found, when it has just ended
+  QWidget* panelForm_;
+  QWidget* targetsRow_;
+  QComboBox* targets_;
+  QPushButton* do_;
+  QPushButton* skip_;
+  QPushButton* set_;
+  QPushButton* next_;
+};
+
+}  // namespace touch::commission

@@ -1,0 +1,374 @@
+#include "commission/frmSheetPdf.h"
+
+#include <QBuffer>
+#include <QLocale>
+#include <QPainter>
+#include <QPdfWriter>
+#include <array>
+#include <functional>
+#include <span>
+
+#include "measure/lines/lines_page.h"
+#include "measure/report/map_page.h"
+#include "support/text/language.h"
+#include "ui/controls/chart_painter.h"
+#include "ui/text.h"
+
+namespace touch::commission {
+
+namespace {
+
+// Lengths are in points, of which 72 are an inch.
+constexpr qreal pointsPerInch = 72;
+constexpr int dotsPerInch = 600;
+constexpr qreal margin = 40;
+constexpr qreal gap = 16;
+constexpr qreal footerHeight = 24;
+constexpr int bodySize = 9;
+constexpr int smallSize = 8;
+
+constexpr QColor ink(28, 35, 43);
+constexpr QColor quiet(90, 101, 114);
+constexpr QColor rule(215, 220, 226);
+
+struct OutcomeColours {
+  QColor ink;
+  QColor ground;
+};
+const OutcomeColours& coloursOf(measure::Outcome outcome) {
+  static constexpr std::array<OutcomeColours, 3> all = {{{{30, 125, 60}, {228, 244, 232}},
+                                                         {{138, 90, 0}, {255, 242, 214}},
+                                                         {{179, 38, 30}, {251, 228, 226}}}};
+  return all[static_cast<std::size_t>(outcome)];
+}
+
+QFont letters(int size, bool bold = false) {
+  QFont font;
+  font.setPixelSize(size);  // the painter's unit is a point
+  font.setBold(bold);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  return font;
+}
+
+/// A cell of a table's row.
+struct Cell {
+  QString text;
+  qreal width = 0;
+  QColor colour = ink;
+  bool bold = false;
+  bool right = false;
+};
+
+/// A sheet while it is drawn from top to bottom; what does not fit begins a new page.
+class SheetPainter {
+ public:
+  /// `pages` is what the footer says of how many there are.
+  SheetPainter(QPdfWriter& writer, const Sheet& sheet, int pages)
+      : writer_(writer), sheet_(sheet), painter_(&writer), pages_(pages) {
+    begin();
+  }
+
+  int drawAll(const measure::Report* report) {
+    drawHead();
+    drawFacts();
+    if (!sheet_.figures.empty()) drawFigures(say("commission", "Figures against limits"), true);
+    drawRemarks();
+    drawMapAndCalibration(report);
+    drawSignatures();
+    // What only those read who doubt.
+    isDense_ = true;
+    if (report != nullptr && !report->analysis.lines.empty()) drawLines(*report);
+    drawSteps();
+    if (!sheet_.figures.empty()) drawFigures(say("commission", "Other figures"), false);
+    drawFooter();
+    return page_;
+  }
+
+ private:
+  qreal width() const { return pageWidth_ - 2 * margin; }
+  qreal bottom() const { return pageHeight_ - margin - footerHeight; }
+
+  void begin() {
+    const qreal scale = dotsPerInch / pointsPerInch;
+    pageWidth_ = writer_.width() / scale;
+    pageHeight_ = writer_.height() / scale;
+    painter_.scale(scale, scale);
+    painter_.setRenderHint(QPainter::Antialiasing);
+    y_ = margin;
+  }
+
+  /// Goes to the next page where this much does not fit any more.
+  void need(qreal height) {
+    if (y_ + height <= bottom()) return;
+    drawFooter();
+    painter_.resetTransform();
+    writer_.newPage();
+    ++page_;
+    begin();
+  }
+
+  qreal heightOf(const QString& text, qreal width, const QFont& font) const {
+    return QFontMetricsF(font)
+        .boundingRect(QRectF(0, 0, width, 1e4), Qt::TextWordWrap, text)
+        .height();
+  }
+  /// Returns how high it is.
+  qreal drawText(qreal x, qreal y, qreal width, const QString& text, const QFont& font,
+                 const QColor& colour, int flags = Qt::AlignLeft) {
+    const qreal height = heightOf(text, width, font);
+    painter_.setFont(font);
+    painter_.setPen(colour);
+    painter_.drawText(QRectF(x, y, width, height), flags | Qt::TextWordWrap, text);
+    return height;
+  }
+  void drawRule(qreal x, qreal y, qreal width, const QColor& colour, qreal thickness) {
+    painter_.fillRect(QRectF(x, y - thickness / 2, width, thickness), colour);
+  }
+
+  /// Returns where what is below it begins.
+  qreal drawHeading(qreal x, qreal y, qreal width, const QString& text) {
+    y += drawText(x, y, width, text, letters(11, true), ink) + 2;
+    drawRule(x, y, width, ink, 1.2);
+    return y + 3;
+  }
+  void heading(const QString& text, qreal content) {
+    y_ += gap;
+    need(30 + content);
+    y_ = drawHeading(margin, y_, width(), text);
+  }
+
+  QFont fontOf(const Cell& cell) const {
+    return letters(isDense_ ? smallSize : bodySize, cell.bold);
+  }
+  qreal rowPadding() const { return isDense_ ? 1 : 3; }
+  qreal heightOf(std::span<const Cell> row) const {
+    qreal height = 0;
+    for (const Cell& cell : row)
+      height = std::max(height, heightOf(cell.text, cell.width - 6, fontOf(cell)));
+    return height + 2 * rowPadding();
+  }
+  qreal drawRow(qreal x, qreal y, std::span<const Cell> row) {
+    const qreal height = heightOf(row);
+    qreal end = x;
+    for (const Cell& cell : row) {
+      drawText(end, y + rowPadding(), cell.width - 6, cell.text, fontOf(cell), cell.colour,
+               cell.right ? Qt::AlignRight : Qt::AlignLeft);
+      end += cell.width;
+    }
+    drawRule(x, y + height, end - x, rule, 0.5);
+    return y + height;
+  }
+  void row(std::span<const Cell> cells) {
+    need(heightOf(cells));
+    y_ = drawRow(margin, y_, cells);
+  }
+
+  static std::array<Cell, 2> cellsOf(const Fact& fact, qreal width) {
+    const qreal caption = std::min(width * 0.32, 90.0);
+    return {{{shownText(fact.caption), caption, quiet}, {shownText(fact.text), width - caption}}};
+  }
+  qreal heightOf(const std::vector<Fact>& facts, qreal width) const {
+    qreal height = 0;
+    for (const Fact& fact : facts)
+      height += heightOf(cellsOf(fact, width));
+    return height;
+  }
+  qreal drawFactTable(qreal x, qreal y, qreal width, const std::vector<Fact>& facts) {
+    for (const Fact& fact : facts)
+      y = drawRow(x, y, cellsOf(fact, width));
+    return y;
+  }
+
+  void drawHead() {
+    constexpr qreal boxWidth = 150;
+    constexpr qreal boxHeight = 54;
+    const auto& [colour, ground] = coloursOf(sheet_.outcome);
+    const QRectF box(pageWidth_ - margin - boxWidth, y_, boxWidth, boxHeight);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(ground);
+    painter_.drawRoundedRect(box, 6, 6);
+    drawText(box.x(), box.y() + 7, boxWidth, measure::wordOf(sheet_.outcome), letters(18, true),
+             colour, Qt::AlignHCenter);
+    drawText(box.x(), box.y() + 33, boxWidth,
+             shownText(filled(say("commission", "for \"%1\""), {sheet_.use})), letters(bodySize),
+             colour, Qt::AlignHCenter);
+    const qreal textWidth = width() - boxWidth - gap;
+    qreal y = y_;
+    y += drawText(margin, y, textWidth, shownText(say("commission", "Touch panel commissioning")),
+                  letters(18, true), ink);
+    y += drawText(margin, y + 2, textWidth, shownText(sheet_.subtitle), letters(bodySize), quiet);
+    if (!sheet_.reason.empty())
+      y += drawText(margin, y + 6, textWidth, shownText(sheet_.reason), letters(bodySize, true),
+                    colour);
+    y_ = std::max(y, box.bottom());
+  }
+
+  void drawFacts() {
+    y_ += gap;
+    const qreal column = (width() - gap) / 2;
+    const qreal right = margin + column + gap;
+    const qreal below =
+        drawHeading(margin, y_, column, shownText(say("commission", "Panel and controller")));
+    drawHeading(right, y_, column, shownText(say("commission", "Run")));
+    y_ = std::max(drawFactTable(margin, below, column, sheet_.panel),
+                  drawFactTable(right, below, column, sheet_.conduct));
+  }
+
+  void drawFigures(const std::string& title, bool deciding) {
+    const qreal number = 92;
+    const qreal outcome = 68;
+    const qreal what = (width() - 2 * number - outcome) * 0.62;
+    const qreal where = width() - 2 * number - outcome - what;
+    const std::array<Cell, 5> captions = {
+        {{shownText(say("commission", "What")), what, quiet},
+         {shownText(say("commission", "Found")), number, quiet, false, true},
+         {shownText(say("commission", "Limit")), number, quiet, false, true},
+         {{}, outcome},
+         {shownText(say("commission", "Where")), where, quiet}}};
+    heading(shownText(title), 3 * heightOf(captions));
+    row(captions);
+    for (const SheetFigure& figure : sheet_.figures) {
+      if (figure.deciding != deciding) continue;
+      const std::array<Cell, 5> cells = {
+          {{shownText(figure.what), what},
+           {shownText(figure.found), number, ink, false, true},
+           {shownText(figure.limit), number, ink, false, true},
+           {measure::wordOf(figure.outcome), outcome, coloursOf(figure.outcome).ink, true},
+           {shownText(figure.how), where, quiet}}};
+      row(cells);
+    }
+  }
+
+  void drawRemarks() {
+    QString text;
+    for (const Fact& remark : sheet_.remarks)
+      text += shownText(remark.caption) + ": " + shownText(remark.text) + ". ";
+    const auto& [colour, ground] = coloursOf(measure::Outcome::incomplete);
+    const QFont font = letters(bodySize);
+    const qreal height = heightOf(text, width() - 16, font) + 10;
+    y_ += 8;
+    need(height);
+    painter_.setPen(Qt::NoPen);
+    painter_.setBrush(ground);
+    painter_.drawRoundedRect(QRectF(margin, y_, width(), height), 4, 4);
+    drawText(margin + 8, y_ + 5, width() - 16, text, font, colour);
+    y_ += height;
+  }
+
+  void drawMapAndCalibration(const measure::Report* report) {
+    const bool hasMap = report != nullptr && report->map.has_value();
+    const qreal column = hasMap ? (width() - gap) / 2 : width();
+    const qreal mapHeight =
+        hasMap ? column * qreal{measure::mapPage.height} / qreal{measure::mapPage.width} : 0;
+    y_ += gap;
+    need(24 + std::max(mapHeight, heightOf(sheet_.calibration, column)));
+    const qreal right = hasMap ? margin + column + gap : margin;
+    const qreal below =
+        drawHeading(right, y_, column, shownText(say("commission", "Calibration and cause")));
+    if (hasMap) {
+      drawHeading(margin, y_, column, shownText(say("commission", "Error map")));
+      painter_.setFont(letters(bodySize));  // a bold one would be kept
+      paintPage(painter_, QRectF(margin, below, column, mapHeight), measure::mapPage,
+                [&](ChartSurface& surface) {
+                  measure::drawMap(surface, *report->map, report->measurement);
+                });
+    }
+    y_ = std::max(drawFactTable(right, below, column, sheet_.calibration), below + mapHeight);
+  }
+
+  void drawSignatures() {
+    constexpr qreal room = 34;
+    const qreal column = (width() - 2 * gap) / 2;
+    need(room + 20);
+    y_ += room;
+    const QFont font = letters(bodySize);
+    const std::pair<qreal, std::string> lines[] = {
+        {margin, say("commission", "Installed by")},
+        {margin + column + 2 * gap, say("commission", "Accepted by")}};
+    for (const auto& [x, words] : lines) {
+      drawRule(x, y_, column, ink, 0.8);
+      drawText(x, y_ + 3, column, shownText(words), font, quiet);
+    }
+    y_ += 18;
+  }
+
+  void drawLines(const measure::Report& report) {
+    const qreal wide = width() * 0.58;
+    const qreal height = wide * qreal{measure::linesPage.height} / qreal{measure::linesPage.width};
+    heading(shownText(say("commission", "Lines")), height);
+    painter_.setFont(letters(bodySize));
+    paintPage(
+        painter_, QRectF(margin, y_, wide, height), measure::linesPage, [&](ChartSurface& surface) {
+          measure::drawLinesPage(surface, report.measurement, report.analysis, report.verdict);
+        });
+    y_ += height;
+  }
+
+  void drawSteps() {
+    heading(shownText(say("commission", "Steps")), 60);
+    const qreal caption = width() * 0.24;
+    const qreal state = width() * 0.2;
+    for (const SheetStep& step : sheet_.steps) {
+      QStringList found;
+      for (const std::string& text : step.found)
+        found << shownText(text);
+      const std::array<Cell, 3> cells = {{{shownText(step.caption), caption},
+                                          {shownText(step.state), state, quiet},
+                                          {found.join('\n'), width() - caption - state, quiet}}};
+      row(cells);
+    }
+  }
+
+  void drawFooter() {
+    const QString text =
+        shownText(filled(say("commission", "%1   ·   page %2 of %3"),
+                         {sheet_.subtitle, std::to_string(page_), std::to_string(pages_)}));
+    drawText(margin, pageHeight_ - margin - 10, width(), text, letters(smallSize), quiet);
+  }
+
+  QPdfWriter& writer_;
+  const Sheet& sheet_;
+  QPainter painter_;
+  int pages_;
+  int page_ = 1;
+  qreal pageWidth_ = 0;
+  qreal pageHeight_ = 0;
+  qreal y_ = 0;
+  bool isDense_ = false;  ///< smaller letters, closer rows
+};
+
+/// Returns how many pages it has.
+int writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* report, int pages) {
+  QBuffer buffer(&content);
+  buffer.open(QIODevice::WriteOnly);
+  QPdfWriter writer(&buffer);
+  writer.setTitle(shownText(sheet.subtitle));
+  writer.setResolution(dotsPerInch);
+  const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+  writer.setPageLayout(QPageLayout(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4),
+                                   QPageLayout::Portrait, QMarginsF()));
+  return SheetPainter(writer, sheet, pages).drawAll(report);
+}
+
+}  // namespace
+
+QByteArray sheetPdf(const Sheet& sheet, const measure::Report* report) {
+  QByteArray counted;
+  const int pages = writePdf(counted, sheet, report, 0);
+  QByteArray content;
+  writePdf(content, sheet, report, pages);
+  return content;
+}
+
+Status printSheet(const RunFolder& folder) {
+  const auto run = folder.run();
+  if (!run) return tl::unexpected(run.error());
+  const auto made = folder.report();
+  if (!made) return tl::unexpected(made.error());
+  const measure::Report* const report = *made ? &**made : nullptr;
+  const Sheet sheet = sheetOf(*run, report);
+  if (auto written = folder.write("sheet.html", sheetHtml(sheet, report)); !written) return written;
+  return folder.write("sheet.pdf", sheetPdf(sheet, report).toStdString());
+}
+
+}  // namespace touch::commission

@@ -1,0 +1,166 @@
+#include "commission/guided_run.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "commission/controller_steps.h"
+#include "commission/sheet.h"
+#include "console/settings/touch_settings.h"
+#include "core/driver/driver_settings.h"
+#include "measure/report/conditions.h"
+#include "support/text/language.h"
+
+namespace touch::commission {
+
+std::string GuidedRun::time() const {
+  return measure::dateOf(now_());
+}
+
+Status GuidedRun::end(StepId id, Found found, Run run) {
+  finish(run, id, std::move(found), time());
+  if (auto saved = folder_.save(run); !saved) return saved;
+  run_ = std::move(run);
+  return {};
+}
+
+Status GuidedRun::lookAround(const Diagnosis& diagnosis) {
+  return end(StepId::prerequisites, prerequisitesOf(diagnosis));
+}
+
+Status GuidedRun::namePanel(PanelFacts panel) {
+  Run run = run_;
+  run.panel = std::move(panel);
+  return end(StepId::panel, {}, std::move(run));
+}
+
+Status GuidedRun::identify(std::string_view driver) {
+  Run run = run_;
+  Found found = commission::identify(access_, backup_, driver, run);
+  return end(StepId::identity, std::move(found), std::move(run));
+}
+
+Status GuidedRun::compareSettings() {
+  Run run = run_;
+  Found found = commission::compareSettings(access_, run);
+  return end(StepId::settings, std::move(found), std::move(run));
+}
+
+Status GuidedRun::setAsWanted(Prompt& prompt) {
+  if (const auto reported = reportedSettings(access_)) {
+    for (const WantedSetting& one : deviations(run_.use, *reported))
+      findSetting(one.name)->set(access_, prompt, *reported, one.value);
+  }
+  return compareSettings();
+}
+
+void GuidedRun::beginCalibration() {
+  wayBack_ = std::make_unique<KeptCalibration>(access_, backup_);
+}
+
+Status GuidedRun::endCalibration(int targets, bool completed) {
+  Run run = run_;
+  Found found{false, {say("commission", "The calibration was not completed.")}};
+  if (completed) found = calibrated(access_, targets, run);
+  return end(StepId::calibrate, std::move(found), std::move(run));
+}
+
+std::unique_ptr<WayBack> GuidedRun::takeWayBack() {
+  return wayBack_ ? std::move(wayBack_) : wayBackLeft(access_, backup_);
+}
+
+Status GuidedRun::endCheck(const std::optional<CheckResult>& result) {
+  Run run = run_;
+  Found found{false, {say("commission", "The check was not completed.")}};
+  if (result) found = checked(access_, *result, run);
+  return end(StepId::check, std::move(found), std::move(run));
+}
+
+Result<measure::Measurement> GuidedRun::measurement(const measure::PanelSize& size) const {
+  auto stored = folder_.measurement();
+  if (!stored) return tl::unexpected(stored.error());
+  if (*stored) return std::move(**stored);
+  measure::Measurement fresh = measurementOf(run_, size);
+  fresh.conditions.date = time();
+  return fresh;
+}
+
+Status GuidedRun::keep(const measure::Measurement& measurement) const {
+  return folder_.saveMeasurement(measurement);
+}
+
+Status GuidedRun::endMeasurement() {
+  const auto stored = folder_.measurement();
+  if (!stored) return tl::unexpected(stored.error());
+  const std::size_t strokes = *stored ? (*stored)->traces.size() : 0;
+  return end(StepId::measure,
+             {strokes > 0,
+              {filled(say("commission", "%1 strokes were taken."), {std::to_string(strokes)})}});
+}
+
+Status GuidedRun::tellRate() {
+  const auto stored = folder_.measurement();
+  if (!stored) return tl::unexpected(stored.error());
+  Run run = run_;
+  run.rate = *stored ? rateOf(**stored) : std::nullopt;
+  if (!run.rate)
+    return skip(StepId::rate, say("commission", "the times of the reports are not known"));
+  Found found{true,
+              {filled(say("commission", "%1 reports a second while the finger is down."),
+                      {fmt::format("{:.1f}", run.rate->perSecond)})}};
+  return end(StepId::rate, std::move(found), std::move(run));
+}
+
+Status GuidedRun::judge() {
+  const auto made = folder_.report();
+  if (!made) return tl::unexpected(made.error());
+  const Judgement judged = judgeRun(run_, *made ? &**made : nullptr);
+  Found found{judged.outcome == measure::Outcome::pass, {measure::wordOf(judged.outcome)}};
+  if (!judged.reason.empty()) found.texts.push_back(judged.reason);
+  return end(StepId::verdict, std::move(found));
+}
+
+Status GuidedRun::writeSheet() {
+  const auto made = folder_.report();
+  if (!made) return tl::unexpected(made.error());
+  const measure::Report* const known = *made ? &**made : nullptr;
+  // The sheet says of itself what it says of the others.
+  Run run = run_;
+  finish(run, StepId::sheet, {}, time());
+  if (auto kept = folder_.write("sheet.html", sheetHtml(sheetOf(run, known), known)); !kept)
+    return kept;
+  if (auto kept = folder_.write("sheet.json", sheetJson(run, known).dump(2) + '\n'); !kept)
+    return kept;
+  return end(StepId::sheet, {});
+}
+
+Status GuidedRun::skip(StepId id, std::string reason) {
+  // What nobody checks is to be kept.
+  if (id == StepId::check)
+    if (auto settled = takeWayBack()->settle(); !settled) return settled;
+  Run run = run_;
+  commission::skip(run, id, std::move(reason), time());
+  if (auto saved = folder_.save(run); !saved) return saved;
+  run_ = std::move(run);
+  return {};
+}
+
+Status GuidedRun::repeat(StepId id) {
+  Run run = run_;
+  commission::repeat(run, id);
+  if (run[StepId::measure].state == StepState::open)
+    if (auto forgotten = folder_.forgetMeasurement(); !forgotten) return forgotten;
+  if (auto saved = folder_.save(run); !saved) return saved;
+  run_ = std::move(run);
+  return {};
+}
+
+std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
+                                           std::string_view serialNumber) {
+  for (UnfinishedRun& unfinished : unfinishedRuns(base))
+    if (unfinished.run.panel.serialNumber == serialNumber) return std::move(unfinished);
+  return std::nullopt;
+}
+
+}  // namespace touch::commission

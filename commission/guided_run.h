@@ -1,0 +1,84 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "commission/run.h"
+#include "commission/run_folder.h"
+#include "console/doctor/doctor.h"
+#include "console/parameters/kept_calibration.h"
+#include "core/session.h"
+
+namespace touch::commission {
+
+/// A run as it is gone through, step by step. When a step has ended, all that is known is on the
+/// disk; so a run can be taken up again wherever it was. An error says which file could not be
+/// written or read; the step is open then.
+class GuidedRun {
+ public:
+  using WallClock = std::function<std::chrono::system_clock::time_point()>;
+
+  /// What it refers to outlives it.
+  GuidedRun(const Access& access, const Backup& backup, RunFolder folder, Run run,
+            WallClock now = std::chrono::system_clock::now)
+      : access_(access),
+        backup_(backup),
+        folder_(std::move(folder)),
+        run_(std::move(run)),
+        now_(std::move(now)) {}
+
+  const Run& run() const { return run_; }
+  const RunFolder& folder() const { return folder_; }
+  std::optional<StepId> next() const { return nextStep(run_); }
+
+  // One for each step.
+  [[nodiscard]] Status lookAround(const Diagnosis& diagnosis);
+  [[nodiscard]] Status namePanel(PanelFacts panel);
+  /// `driver` is how it is called on the sheet.
+  [[nodiscard]] Status identify(std::string_view driver);
+  [[nodiscard]] Status compareSettings();
+  /// Sets what the use wants otherwise, and compares again.
+  [[nodiscard]] Status setAsWanted(Prompt& prompt);
+  /// Before the first target is shown: keeps the parameters.
+  void beginCalibration();
+  [[nodiscard]] Status endCalibration(int targets, bool completed);
+  /// What the check puts back, for whoever checks.
+  std::unique_ptr<WayBack> takeWayBack();
+  /// Nothing: it was left without an outcome.
+  [[nodiscard]] Status endCheck(const std::optional<CheckResult>& result);
+  /// What has been measured so far, or a measurement that holds nothing yet.
+  Result<measure::Measurement> measurement(const measure::PanelSize& size) const;
+  /// After each stroke.
+  [[nodiscard]] Status keep(const measure::Measurement& measurement) const;
+  [[nodiscard]] Status endMeasurement();
+  /// Skips itself where no times of reports are known.
+  [[nodiscard]] Status tellRate();
+  [[nodiscard]] Status judge();
+  [[nodiscard]] Status writeSheet();
+
+  [[nodiscard]] Status skip(StepId id, std::string reason);
+  /// Another calibration forgets the measurement of before.
+  [[nodiscard]] Status repeat(StepId id);
+
+ private:
+  /// The run as it would be with this step ended becomes the run, once it is on the disk.
+  Status end(StepId id, Found found, Run run);
+  Status end(StepId id, Found found) { return end(id, std::move(found), run_); }
+  std::string time() const;
+
+  Access access_;
+  Backup backup_;
+  RunFolder folder_;
+  Run run_;
+  WallClock now_;
+  std::unique_ptr<WayBack> wayBack_;
+};
+
+/// The unfinished run of the panel with this serial number in `base`; nothing when there is none.
+std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
+                                           std::string_view serialNumber);
+
+}  // namespace touch::commission

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commission/run.h"
+#include "measure/measurement.h"
+#include "measure/report/report_pages.h"
+#include "support/files/own_folder.h"
+#include "support/result.h"
+
+namespace touch::commission {
+
+// docs/file-formats.md describes the files.
+
+std::string runText(const Run& run);
+/// `name` is what an error calls the file.
+Result<Run> parseRun(std::string_view text, const std::string& name);
+
+/// A run's folder. Each file is written whole and is on the disk before the next step begins, so
+/// that a run goes on where it was, whenever the computer went down.
+class RunFolder {
+ public:
+  static constexpr const char* runName = "run.json";
+  static constexpr const char* measurementName = "measurement.json";
+
+  /// A new one in `base`, which is made if need be: "SERIAL-DATE", or with a number behind it.
+  static Result<RunFolder> make(const std::filesystem::path& base, const Run& run);
+  static Result<RunFolder> open(const std::filesystem::path& path);
+
+  [[nodiscard]] Status save(const Run& run) const;
+  Result<Run> run() const;
+  [[nodiscard]] Status saveMeasurement(const measure::Measurement& measurement) const;
+  /// Nothing when none was begun.
+  Result<std::optional<measure::Measurement>> measurement() const;
+  Status forgetMeasurement() const;
+  /// What follows from the measurement with the limits of the run's use; nothing when none was
+  /// begun.
+  Result<std::optional<measure::Report>> report() const;
+  /// Another file, by its name.
+  [[nodiscard]] Status write(const std::string& name, std::string_view content) const;
+
+  const std::filesystem::path& path() const { return folder_.path(); }
+
+ private:
+  explicit RunFolder(OwnFolder folder) : folder_(std::move(folder)) {}
+  OwnFolder folder_;
+};
+
+/// A run that has not come to its end.
+struct UnfinishedRun {
+  std::filesystem::path folder;
+  Run run;
+};
+/// Those in `base`, the one that was begun last first. Folders that hold none are passed over.
+std::vector<UnfinishedRun> unfinishedRuns(const std::filesystem::path& base);
+
+}  // namespace touch::commission

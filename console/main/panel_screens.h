@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "calibration/calibration.h"
+#include "calibration/check.h"
+#include "measure/windows/measure_setup.h"
+#include "ui/screens/full_screen_window.h"
+
+namespace touch {
+
+/// The full-screen windows that take somebody at the panel, for one that leads through several of
+/// them. Each opens in front of that one, and is gone when it tells that it has ended.
+class PanelScreens {
+ public:
+  PanelScreens() = default;
+  PanelScreens(const PanelScreens&) = delete;
+  PanelScreens& operator=(const PanelScreens&) = delete;
+  virtual ~PanelScreens() = default;
+
+  virtual void calibrateFor(int points, std::function<void(CalibrationOutcome)> ended) = 0;
+  virtual void checkFor(std::unique_ptr<WayBack> wayBack,
+                        std::function<void(const CheckResult&)> ended) = 0;
+  virtual void measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) = 0;
+  /// Has the one that is open end soon, as its own way out does.
+  virtual void endScreen() = 0;
+};
+
+/// Makes the window that leads through a commissioning of the current controller's panel.
+struct CommissionCall {
+  PanelScreens& screens;
+  const QScreen& screen;
+  std::optional<QSize> size;
+  std::string program;
+  std::string driver;  ///< as the sheet is to call it
+  std::function<void()> onLeft;
+};
+using MakeCommission = std::function<FullScreenWindow*(const CommissionCall& call)>;
+
+}  // namespace touch

@@ -1,0 +1,158 @@
+#include "commission/frmCommission.h"
+
+#include "tests/console/parameters/parameter_controller.h"
+#include "tests/ui/window_desk.h"
+
+namespace touch::test {
+namespace {
+
+/// Somebody at the panel who does as the test says.
+class Hands final : public PanelScreens {
+ public:
+  void calibrateFor(int points, std::function<void(CalibrationOutcome)> ended) override {
+    done.push_back("calibrate " + std::to_string(points));
+    if (stays) {
+      onEnd = [ended] { ended(CalibrationOutcome::cancelled); };
+      return;
+    }
+    ended(CalibrationOutcome::stored);
+  }
+  void checkFor(std::unique_ptr<WayBack> wayBack,
+                std::function<void(const CheckResult&)> ended) override {
+    done.push_back("check");
+    EXPECT_TRUE(wayBack->settle());
+    ended({CheckOutcome::kept, Notice::success("It is good.")});
+  }
+  void measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) override {
+    done.push_back("measure");
+    guided.begun.sources = {{measure::SourceKind::pointer, 1, 1, true, "pointer"}};
+    guided.begun.traces.push_back({"V-1", 0, measure::Blame::undecided, {{{}, 0.1, 0.1}}});
+    EXPECT_TRUE(guided.keep(guided.begun));
+    ended();
+  }
+  void endScreen() override {
+    if (onEnd) std::exchange(onEnd, nullptr)();
+  }
+
+  bool stays = false;  ///< the calibration, until it is ended
+  std::function<void()> onEnd;
+  Lines done;
+};
+
+class CommissionWindow : public WindowDesk {
+ protected:
+  CommissionWindow() {
+    script.results["GetRightClickTime"] = 1000;
+    script.results["GetTouchMode"] = 1;
+    script.results["GetReportTouchStatus"] = 1;
+    for (int address = 0; address < 8; ++address)
+      script.replies["GP0" + std::to_string(address)] = {replyOf("01234")};
+  }
+  ~CommissionWindow() override { delete window; }
+
+  void open() {
+    delete window;
+    window = new commission::frmCommission(
+        {access(), prompt, folder.path(), {.workFolder = folder.path()}},
+        {hands, *QGuiApplication::primaryScreen(), QSize(800, 480), "TouchUtility", "nexapi",
+         [this] { ++left; }});
+    shown = window;
+    window->open();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(window));
+    QApplication::processEvents();
+  }
+  void enter() {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    live(1ms);
+  }
+  std::string caption() const { return text("stepCaption"); }
+  int done() const { return find<QProgressBar>("commissionProgress")->value(); }
+  void choose(int step) { find<QListWidget>("commissionSteps")->setCurrentRow(step); }
+  /// The only run's folder.
+  fs::path run() const { return fs::directory_iterator(folder.path() / "commissioning")->path(); }
+
+  Hands hands;
+  QPointer<commission::frmCommission> window;
+  int left = 0;
+};
+
+TEST_F(CommissionWindow, LeadsByEnterAloneFromTheFirstStepToTheSheet) {
+  open();
+  enter();
+  EXPECT_EQ(caption(), "What has to be there");
+  enter();
+  EXPECT_EQ(caption(), "Which panel");
+  QTest::keyClicks(QApplication::focusWidget(), "A-17");
+  for (int field = 0; field < 5; ++field)
+    enter();
+  find<QPushButton>("cmdDoStep")->setFocus();
+  enter();
+  EXPECT_EQ(caption(), "Controller and backup");
+  for (const char* const next : {"Settings", "Calibration", "Check of the calibration",
+                                 "Measurement", "Report rate", "Verdict"}) {
+    enter();
+    EXPECT_EQ(caption(), next);
+  }
+  EXPECT_EQ(hands.done, Lines({"calibrate 5", "check", "measure"}));
+  enter();
+  EXPECT_EQ(caption(), "Verdict") << "it is no PASS, which is to be seen";
+  choose(9);
+  click("cmdDoStep");
+  EXPECT_EQ(done(), 100);
+  for (const char* const file : {"sheet.pdf", "sheet.html", "sheet.json"})
+    EXPECT_TRUE(fs::exists(run() / file)) << file;
+  QTest::keyClick(window, Qt::Key_Escape);
+  live(0ms);
+  EXPECT_EQ(left, 1);
+}
+
+TEST_F(CommissionWindow, GoesOnWhereItWasAndSkipsForAReasonOnly) {
+  open();
+  enter();
+  prompt.answerText = " ";
+  click("cmdSkipStep");
+  EXPECT_EQ(done(), 0) << "a blank is no reason";
+  prompt.answerText = "seen before";
+  click("cmdSkipStep");
+  EXPECT_EQ(caption(), "Which panel");
+  EXPECT_FALSE(find<QPushButton>("cmdSkipStep")->isVisible());
+  find<QLineEdit>("panelSerial")->setText(" A-17 ");
+  click("cmdDoStep");
+  window->askToLeave();
+  live(0ms);
+
+  open();
+  EXPECT_THAT(find<QPushButton>("cmdGoOn")->text().toStdString(), StartsWith("Go on with A-17"));
+  enter();
+  EXPECT_EQ(caption(), "Controller and backup");
+  choose(0);
+  EXPECT_EQ(text("stepFound"), "Skipped: seen before");
+  choose(6);
+  EXPECT_FALSE(find<QPushButton>("cmdDoStep")->isEnabled()) << "other steps come first";
+}
+
+TEST_F(CommissionWindow, LeavesWhenWhatIsInFrontOfItHasEnded) {
+  open();
+  enter();
+  prompt.answerText = "no need";
+  click("cmdSkipStep");
+  click("cmdDoStep");
+  click("cmdDoStep");
+  click("cmdDoStep");
+  EXPECT_EQ(caption(), "Calibration");
+  hands.stays = true;
+  click("cmdDoStep");
+  EXPECT_EQ(left, 0);
+  window->askToLeave();
+  live(0ms);
+  EXPECT_EQ(left, 1);
+  hands.stays = false;
+  open();
+  enter();
+  EXPECT_EQ(caption(), "Check of the calibration") << "the calibration is done, badly";
+  choose(4);
+  EXPECT_EQ(text("stepFound"), "The calibration was not completed.");
+}
+
+}  // namespace
+}  // namespace touch::test
