@@ -350,7 +350,14 @@ void frmCommission::calibrate() {
   const int points = targets_->currentData().toInt();
   isBusy_ = true;
   pages_->setEnabled(false);
+  found_->setText(tr("Please wait …"));
+  repaint();
   guided_->beginCalibration();
+  if (isLeaving_) {
+    if (const auto settled = guided_->takeWayBack()->settle(); !settled)
+      tellFailure(settled.error());
+    return leave();
+  }
   screens_.calibrateFor(points, [this, points](CalibrationOutcome outcome) {
     comeBack();
     work([this, points, outcome] {

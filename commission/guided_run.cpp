@@ -91,12 +91,15 @@ Status GuidedRun::keep(const measure::Measurement& measurement) const {
 }
 
 Status GuidedRun::endMeasurement() {
-  const auto stored = folder_.measurement();
-  if (!stored) return tl::unexpected(stored.error());
-  const std::size_t strokes = *stored ? (*stored)->traces.size() : 0;
-  return end(StepId::measure,
-             {strokes > 0,
-              {filled(say("commission", "%1 strokes were taken."), {std::to_string(strokes)})}});
+  const auto made = folder_.report();
+  if (!made) return tl::unexpected(made.error());
+  const std::size_t strokes = *made ? (*made)->measurement.traces.size() : 0;
+  Found found{*made && (*made)->verdict.outcome() != measure::Outcome::incomplete,
+              {filled(say("commission", "%1 strokes were taken."), {std::to_string(strokes)})}};
+  if (!found.good)
+    found.texts.push_back(
+        say("commission", "Something is missing. Repeat this step to go on with it."));
+  return end(StepId::measure, std::move(found));
 }
 
 Status GuidedRun::tellRate() {
@@ -149,7 +152,8 @@ Status GuidedRun::skip(StepId id, std::string reason) {
 Status GuidedRun::repeat(StepId id) {
   Run run = run_;
   commission::repeat(run, id);
-  if (run[StepId::measure].state == StepState::open)
+  // Of another calibration; one that is only to be completed is kept.
+  if (id != StepId::measure && run[StepId::measure].state == StepState::open)
     if (auto forgotten = folder_.forgetMeasurement(); !forgotten) return forgotten;
   if (auto saved = folder_.save(run); !saved) return saved;
   run_ = std::move(run);
@@ -159,7 +163,8 @@ Status GuidedRun::repeat(StepId id) {
 std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
                                            std::string_view serialNumber) {
   for (UnfinishedRun& unfinished : unfinishedRuns(base))
-    if (unfinished.run.panel.serialNumber == serialNumber) return std::move(unfinished);
+    if (unfinished.run.panel.serialNumber == serialNumber)
+      return std::optional(std::move(unfinished));
   return std::nullopt;
 }
 

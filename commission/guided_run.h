@@ -53,6 +53,7 @@ class GuidedRun {
   Result<measure::Measurement> measurement(const measure::PanelSize& size) const;
   /// After each stroke.
   [[nodiscard]] Status keep(const measure::Measurement& measurement) const;
+  /// Done, but not good, when something is missing.
   [[nodiscard]] Status endMeasurement();
   /// Skips itself where no times of reports are known.
   [[nodiscard]] Status tellRate();

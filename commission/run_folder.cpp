@@ -226,7 +226,10 @@ Result<std::optional<measure::Measurement>> RunFolder::measurement() const {
 }
 
 Status RunFolder::forgetMeasurement() const {
-  return folder_.remove(measurementName);
+  for (const std::string& name : folder_.names())
+    if (name == measurementName || name.starts_with("Tvm-"))
+      if (auto removed = folder_.remove(name); !removed) return removed;
+  return {};
 }
 
 Result<std::optional<measure::Report>> RunFolder::report() const {

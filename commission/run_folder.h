@@ -36,7 +36,8 @@ class RunFolder {
   [[nodiscard]] Status saveMeasurement(const measure::Measurement& measurement) const;
   /// Nothing when none was begun.
   Result<std::optional<measure::Measurement>> measurement() const;
-  Status forgetMeasurement() const;
+  /// Removes it, and the files of its lines.
+  [[nodiscard]] Status forgetMeasurement() const;
   /// What follows from the measurement with the limits of the run's use; nothing when none was
   /// begun.
   Result<std::optional<measure::Report>> report() const;

@@ -635,6 +635,10 @@
         <source>%1 %2 to %3 (%4)</source>
         <translation>%1 %2 bis %3 (%4)</translation>
     </message>
+    <message>
+        <source>Something is missing. Repeat this step to go on with it.</source>
+        <translation>Etwas fehlt. Wiederholen Sie diesen Schritt, um ihn fortzusetzen.</translation>
+    </message>
 </context>
 <context>
     <name>debugger</name>

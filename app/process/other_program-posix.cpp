@@ -14,6 +14,7 @@ std::optional<int> runNeighbour(const std::string& name,
   std::vector<std::string> words = {programFolder() / name};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> argv;
+  argv.reserve(words.size() + 1);
   for (std::string& word : words)
     argv.push_back(word.data());
   argv.push_back(nullptr);

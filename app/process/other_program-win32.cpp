@@ -14,6 +14,7 @@ std::optional<int> runNeighbour(const std::string& name,
   for (const std::filesystem::path& argument : arguments)
     words.push_back(L'"' + argument.wstring() + L'"');
   std::vector<const wchar_t*> argv;
+  argv.reserve(words.size() + 1);
   for (const std::wstring& word : words)
     argv.push_back(word.c_str());
   argv.push_back(nullptr);

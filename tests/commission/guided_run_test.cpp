@@ -97,7 +97,13 @@ TEST_F(Guided, ForgetsTheMeasurementOfAnotherCalibrationAndSkipsARateThatIsNotKn
   EXPECT_EQ(stored()[StepId::rate].state, StepState::skipped);
   EXPECT_EQ(guided->measurement({}).value(), measurement);
 
+  EXPECT_FALSE(stored()[StepId::measure].found.good) << "one stroke is not all";
+  ASSERT_EQ(whyNot(guided->repeat(StepId::measure)), "");
+  EXPECT_EQ(guided->measurement({}).value(), measurement) << "it is to be completed";
+  ASSERT_EQ(whyNot(guided->folder().write("Tvm-v1.txt", "a line")), "");
+
   ASSERT_EQ(whyNot(guided->repeat(StepId::calibrate)), "");
+  EXPECT_FALSE(fs::exists(guided->folder().path() / "Tvm-v1.txt"));
   EXPECT_EQ(stored()[StepId::measure].state, StepState::open);
   EXPECT_TRUE(guided->measurement({{1}, {1}, measure::SizeSource::user}).value().traces.empty());
   ASSERT_EQ(whyNot(guided->skip(StepId::calibrate, "as it is")), "");
