@@ -210,8 +210,11 @@ QWidget* frmCommission::makeButtons() {
 }
 
 void frmCommission::started() {
-  startPage_->offer(unfinishedRuns(parts_.workFolder / "commissioning"));
+  std::vector<FileError> damaged;
+  startPage_->offer(unfinishedRuns(parts_.workFolder / "commissioning", damaged));
   startPage_->takeFocus();
+  for (const FileError& error : damaged)
+    tellFailure(error);
 }
 
 void frmCommission::begin() {

@@ -60,6 +60,9 @@ void GuidedRun::beginCalibration() {
 }
 
 Status GuidedRun::endCalibration(int targets, bool completed) {
+  // Nothing was stored that could be put back.
+  if (!completed)
+    if (auto settled = takeWayBack()->settle(); !settled) return settled;
   Run run = run_;
   Found found{false, {say("commission", "The calibration was not completed.")}};
   if (completed) found = calibrated(access_, targets, run);
@@ -161,8 +164,9 @@ Status GuidedRun::repeat(StepId id) {
 }
 
 std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
-                                           std::string_view serialNumber) {
-  for (UnfinishedRun& unfinished : unfinishedRuns(base))
+                                           std::string_view serialNumber,
+                                           std::vector<FileError>& damaged) {
+  for (UnfinishedRun& unfinished : unfinishedRuns(base, damaged))
     if (unfinished.run.panel.serialNumber == serialNumber)
       return std::optional(std::move(unfinished));
   return std::nullopt;

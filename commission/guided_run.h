@@ -79,7 +79,9 @@ class GuidedRun {
 };
 
 /// The unfinished run of the panel with this serial number in `base`; nothing when there is none.
+/// What is wrong with runs that cannot be read is added to `damaged`.
 std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
-                                           std::string_view serialNumber);
+                                           std::string_view serialNumber,
+                                           std::vector<FileError>& damaged);
 
 }  // namespace touch::commission

@@ -93,7 +93,9 @@ void skip(Run& run, StepId id, std::string reason, std::string time) {
 }
 
 void repeat(Run& run, StepId id) {
-  run[id].state = StepState::open;
+  StepRecord opened;
+  opened.times = run[id].times;
+  run[id] = opened;
   for (const auto& [later, earlier] : restsOn)
     if (earlier == id && run[later].state != StepState::open) repeat(run, later);
 }

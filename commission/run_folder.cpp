@@ -247,14 +247,19 @@ Status RunFolder::write(const std::string& name, std::string_view content) const
   return folder_.write(name, content);
 }
 
-std::vector<UnfinishedRun> unfinishedRuns(const fs::path& base) {
+std::vector<UnfinishedRun> unfinishedRuns(const fs::path& base, std::vector<FileError>& damaged) {
   std::vector<UnfinishedRun> unfinished;
   std::error_code failed;
   for (const auto& entry : fs::directory_iterator(base, failed)) {
     const auto folder = RunFolder::open(entry.path());
     if (!folder) continue;
+    std::error_code unknown;
+    if (!fs::exists(fs::symlink_status(entry.path() / RunFolder::runName, unknown))) continue;
     auto run = folder->run();
-    if (run && nextStep(*run)) unfinished.push_back({entry.path(), std::move(*run)});
+    if (!run)
+      damaged.push_back(run.error());
+    else if (nextStep(*run))
+      unfinished.push_back({entry.path(), std::move(*run)});
   }
   std::ranges::sort(unfinished, std::greater{},
                     [](const UnfinishedRun& one) { return one.run.began; });

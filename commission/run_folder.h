@@ -56,7 +56,9 @@ struct UnfinishedRun {
   std::filesystem::path folder;
   Run run;
 };
-/// Those in `base`, the one that was begun last first. Folders that hold none are passed over.
-std::vector<UnfinishedRun> unfinishedRuns(const std::filesystem::path& base);
+/// Those in `base`, the one that was begun last first. Folders that hold none are passed over; what
+/// is wrong with runs that cannot be read is added to `damaged`.
+std::vector<UnfinishedRun> unfinishedRuns(const std::filesystem::path& base,
+                                          std::vector<FileError>& damaged);
 
 }  // namespace touch::commission

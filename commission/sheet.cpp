@@ -259,13 +259,14 @@ std::vector<Fact> remarksOf(const Run& run, const Report* report) {
 }  // namespace
 
 Judgement judgeRun(const Run& run, const Report* report) {
-  if (run.calibration && (run.calibration->check == "put back" || run.calibration->check == "bad"))
+  const StepRecord& check = run[StepId::check];
+  if (check.state == StepState::done && !check.found.good)
     return {Verdict::fail, say("commission", "The calibration did not pass its check.")};
   if (report != nullptr && report->verdict.outcome() == Verdict::fail) return {Verdict::fail, {}};
   if (report == nullptr || run[StepId::measure].state != StepState::done)
     return {Verdict::incomplete, say("commission", "The panel was not measured.")};
   if (report->verdict.outcome() != Verdict::pass) return {report->verdict.outcome(), {}};
-  if (run[StepId::check].state != StepState::done)
+  if (check.state != StepState::done)
     return {Verdict::incomplete, say("commission", "The calibration was not checked.")};
   if (!run[StepId::settings].found.good)
     return {Verdict::incomplete, say("commission", "Settings are not as this use wants them.")};
@@ -286,8 +287,7 @@ Sheet sheetOf(const Run& run, const Report* report) {
   sheet.calibration = calibrationFacts(run, report);
   for (const Step& step : steps()) {
     const StepRecord& record = run[step.id];
-    sheet.steps.push_back({say("commission", step.caption), stateText(record), record.found.texts,
-                           record.found.good});
+    sheet.steps.push_back({say("commission", step.caption), stateText(record), record.found.texts});
   }
   return sheet;
 }

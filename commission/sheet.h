@@ -30,7 +30,6 @@ struct SheetStep {
   std::string caption;
   std::string state;  ///< "done", "done 2 times", "skipped: the reason"
   std::vector<std::string> found;
-  bool good = true;
 };
 
 /// What is handed over, in the user's language: as much as a reader needs to accept the panel, or

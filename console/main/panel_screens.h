@@ -28,7 +28,7 @@ class PanelScreens {
   virtual void endScreen() = 0;
 };
 
-/// Makes the window that leads through a commissioning of the current controller's panel.
+/// What a window needs that leads through a commissioning of the current controller's panel.
 struct CommissionCall {
   PanelScreens& screens;
   const QScreen& screen;

@@ -102,7 +102,10 @@ bool frmLines::takeUpEarlierLines() {
                         .toStdString());
   }
   const auto measured = earlier.lines.size();
-  if (measured == 0) return true;
+  const bool allAreKept = std::ranges::all_of(earlier.lines, [this](const LineFile& line) {
+    return !procedure_->kept(*line.guide).empty();
+  });
+  if (allAreKept) return true;
   const auto goOn = [&] {
     return prompt_.choose(tr("%1 of %2 lines have been measured.")
                               .arg(measured)

@@ -133,7 +133,12 @@ void frmMeasure::keep() {
 }
 
 void frmMeasure::started() {
-  if (parts_.guided) startPage_->askForSizeAlone();
+  if (parts_.guided) {
+    startPage_->askForSizeAlone();
+    // As it was entered when this measurement was begun.
+    if (parts_.guided->begun.size.source == SizeSource::user)
+      parts_.setup.size = parts_.guided->begun.size;
+  }
   startPage_->offer(knownSize());
   startPage_->takeFocus();
 }

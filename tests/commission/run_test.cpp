@@ -61,6 +61,7 @@ TEST(Run, TakesUpTheFirstOpenStepAndRepeatsWhatRestsOnAStep) {
     commission::Run run = runAt(before);
     repeat(run, repeated);
     EXPECT_EQ(statesOf(run), after) << before;
+    EXPECT_EQ(run[repeated].found, Found()) << "it holds no longer";
     EXPECT_EQ(static_cast<std::size_t>(nextStep(run).value()), std::string(after).find('.'));
     finish(run, repeated, {}, "later");
     EXPECT_EQ(run[repeated].times, 2) << "the sheet says so";
@@ -107,7 +108,8 @@ TEST(RunFile, LosesNothingAndSaysWhatIsWrongAndWhere) {
 TEST(RunFolder, HasANameOfItsOwnAndIsFoundAsLongAsItIsUnfinished) {
   const TemporaryFolder folder;
   const fs::path base = folder.path() / "commissioning";
-  EXPECT_TRUE(unfinishedRuns(base).empty()) << "there is no such folder yet";
+  std::vector<FileError> damaged;
+  EXPECT_TRUE(unfinishedRuns(base, damaged).empty()) << "there is no such folder yet";
   commission::Run run = anyRun();
   run.panel.serialNumber = "../A 17/\xC3\x9C";
   const auto first = RunFolder::make(base, run);
@@ -120,14 +122,19 @@ TEST(RunFolder, HasANameOfItsOwnAndIsFoundAsLongAsItIsUnfinished) {
 
   folder.write("commissioning/notes.txt", "no run");
   fs::create_directory(base / "empty");
-  auto unfinished = unfinishedRuns(base);
+  auto unfinished = unfinishedRuns(base, damaged);
   ASSERT_EQ(unfinished.size(), 2u);
   EXPECT_EQ(unfinished[0].folder, second->path()) << "the later one first";
   finish(run, StepId::sheet, {}, "");
   ASSERT_EQ(whyNot(second->save(run)), "");
-  unfinished = unfinishedRuns(base);
+  unfinished = unfinishedRuns(base, damaged);
   ASSERT_EQ(unfinished.size(), 1u);
   EXPECT_EQ(unfinished[0].folder, first->path());
+  EXPECT_TRUE(damaged.empty());
+  ASSERT_EQ(whyNot(first->write(RunFolder::runName, "{")), "");
+  EXPECT_TRUE(unfinishedRuns(base, damaged).empty());
+  ASSERT_EQ(damaged.size(), 1u);
+  EXPECT_THAT(damaged[0].describe(), HasSubstr("run.json, line 1: expected JSON"));
   EXPECT_FALSE(first->measurement().value()) << "nothing was measured";
   ASSERT_EQ(whyNot(first->write(RunFolder::measurementName, "{}")), "");
   EXPECT_THAT(whyNot(first->measurement()), HasSubstr("measurement.json"));

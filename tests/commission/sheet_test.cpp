@@ -58,7 +58,15 @@ TEST(Sheet, PassesOnlyWhatWasMeasuredCheckedAndSet) {
             Verdict::incomplete);
   EXPECT_EQ(outcome(&good, [](commission::Run& run) { run[StepId::settings].found.good = false; }),
             Verdict::incomplete);
-  EXPECT_EQ(outcome(&good, [](commission::Run& run) { run.calibration->check = "put back"; }),
+  EXPECT_EQ(outcome(&good,
+                    [](commission::Run& run) {
+                      skip(run, StepId::calibrate, "done before", "");
+                      run.calibration.reset();
+                      run[StepId::check].found.good = false;
+                    }),
+            Verdict::fail)
+      << "also a calibration of somebody else";
+  EXPECT_EQ(outcome(&good, [](commission::Run& run) { run[StepId::check].found.good = false; }),
             Verdict::fail);
   EXPECT_EQ(outcome(&good, [](commission::Run& run) { skip(run, StepId::rate, "no port", ""); }),
             Verdict::pass);

@@ -157,7 +157,11 @@ class ShellRun {
 /// The run of this panel that has not come to its end, or a new one.
 Result<GuidedRun> takeUp(Shell& shell, const Asked& asked, const fs::path& base) {
   const Backup backup(shell.options().workFolder);
-  if (auto left = unfinishedRun(base, asked.panel.serialNumber); left && !asked.anew) {
+  std::vector<FileError> damaged;
+  auto left = unfinishedRun(base, asked.panel.serialNumber, damaged);
+  for (const FileError& error : damaged)
+    complain(error.describe());
+  if (left && !asked.anew) {
     auto folder = RunFolder::open(left->folder);
     if (!folder) return tl::unexpected(folder.error());
     tell(shell, "Going on with {}, {:.0f} % done\n", utf8Of(left->folder),

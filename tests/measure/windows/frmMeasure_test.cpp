@@ -293,6 +293,14 @@ TEST_F(MeasureWindow, HandsEachLineToWhoeverGuidesAndAsksForTheSizeAlone) {
   QTest::keyClick(window, Qt::Key_Escape);
   live(0ms);
   EXPECT_EQ(left, 1) << "nothing is asked: everything is kept";
+
+  guided->begun = kept;
+  measuring.size.reset();
+  open();
+  click("cmdStart");
+  EXPECT_EQ(count("confirm "), 0) << "its lines are known, as is its size";
+  EXPECT_THAT(text("lineTitle"), StartsWith("V-5   2 of 10"));
+  EXPECT_EQ(find<QDoubleSpinBox>("panelWidth")->value(), 200);
 }
 
 TEST_F(MeasureWindow, AsksWhoDidAStrokeFarOff) {
