@@ -86,6 +86,7 @@ frmCommission::frmCommission(CommissionParts parts, const CommissionCall& call)
       screens_(call.screens),
       program_(call.program),
       driver_(call.driver),
+      gate_(parts_.access.clock, [this] { pages_->setEnabled(true); }),
       pages_(new QStackedWidget(this)),
       startPage_(new frmCommissionStart),
       progress_(new QProgressBar),
@@ -298,7 +299,7 @@ void frmCommission::showStep() {
 }
 
 void frmCommission::carryOut() {
-  if (isBusy_ || !guided_) return;
+  if (!gate_.isOpen() || !guided_) return;
   const StepId id = chosen();
   if (guided_->run()[id].state != StepState::open)
     if (const auto opened = guided_->repeat(id); !opened) return tellFailure(opened.error());
@@ -340,7 +341,7 @@ void frmCommission::goOn() {
 }
 
 void frmCommission::skipStep() {
-  if (isBusy_ || !guided_) return;
+  if (!gate_.isOpen() || !guided_) return;
   const StepId id = chosen();
   const auto reason = parts_.prompt.input(
       tr("Why do you skip this step? The reason stands on the sheet.").toStdString(),
@@ -351,45 +352,46 @@ void frmCommission::skipStep() {
 
 void frmCommission::calibrate() {
   const int points = targets_->currentData().toInt();
-  isBusy_ = true;
-  pages_->setEnabled(false);
-  found_->setText(tr("Please wait …"));
-  repaint();
-  guided_->beginCalibration();
-  if (isLeaving_) {
-    if (const auto settled = guided_->takeWayBack()->settle(); !settled)
-      tellFailure(settled.error());
-    return leave();
-  }
-  screens_.calibrateFor(points, [this, points](CalibrationOutcome outcome) {
-    comeBack();
-    work([this, points, outcome] {
-      return guided_->endCalibration(points, outcome == CalibrationOutcome::stored);
-    });
-  });
+  const auto ended = [this, points](bool completed) {
+    comeBack([this, points, completed] { return guided_->endCalibration(points, completed); });
+  };
+  gate_.begin(
+      [this, points, ended] {
+        showWait();
+        guided_->beginCalibration();
+        // The program may be about to end: reading takes a while.
+        if (gate_.isCutShort()) return ended(false);
+        screens_.calibrateFor(points, [ended](CalibrationOutcome outcome) {
+          ended(outcome == CalibrationOutcome::stored);
+        });
+      },
+      [this] { screens_.endScreen(); });
 }
 
 void frmCommission::check() {
-  isBusy_ = true;
-  pages_->setEnabled(false);
-  screens_.checkFor(guided_->takeWayBack(), [this](const CheckResult& result) {
-    comeBack();
-    work([this, result] { return guided_->endCheck(result); });
-  });
+  gate_.begin(
+      [this] {
+        showWait();
+        screens_.checkFor(guided_->takeWayBack(), [this](const CheckResult& result) {
+          comeBack([this, result] { return guided_->endCheck(result); });
+        });
+      },
+      [this] { screens_.endScreen(); });
 }
 
 void frmCommission::measure() {
   const auto begun = guided_->measurement(measure::nominalSize(width(), height()));
   if (!begun) return tellFailure(begun.error());
-  isBusy_ = true;
-  pages_->setEnabled(false);
-  screens_.measureFor(
-      {*begun, guided_->folder().path(),
-       [this](const measure::Measurement& measurement) { return guided_->keep(measurement); }},
-      [this] {
-        comeBack();
-        work([this] { return guided_->endMeasurement(); });
-      });
+  const auto keep = [this](const measure::Measurement& measurement) {
+    return guided_->keep(measurement);
+  };
+  gate_.begin(
+      [&] {
+        showWait();
+        screens_.measureFor({*begun, guided_->folder().path(), keep},
+                            [this] { comeBack([this] { return guided_->endMeasurement(); }); });
+      },
+      [this] { screens_.endScreen(); });
 }
 
 PanelFacts frmCommission::typedFacts() const {
@@ -399,16 +401,23 @@ PanelFacts frmCommission::typedFacts() const {
   return facts;
 }
 
-void frmCommission::work(const std::function<Status()>& step) {
-  if (isBusy_) return;
-  isBusy_ = true;
+void frmCommission::showWait() {
   pages_->setEnabled(false);
   found_->setText(tr("Please wait …"));
   repaint();
+}
+
+void frmCommission::work(const std::function<Status()>& step) {
+  gate_.run([this, &step] {
+    showWait();
+    endStep(step);
+  });
+}
+
+void frmCommission::endStep(const std::function<Status()>& step) {
   const Status done = step();
-  isBusy_ = false;
   pages_->setEnabled(true);
-  if (isLeaving_) return leave();
+  if (gate_.isLeaving()) return;
   if (!done) tellFailure(done.error());
   // A problem is to be seen before the run goes on.
   const StepId ended = chosen();
@@ -427,17 +436,14 @@ void frmCommission::tellFailure(const FileError& error) const {
   parts_.prompt.message(error.describe());
 }
 
-void frmCommission::comeBack() {
-  isBusy_ = false;
-  pages_->setEnabled(true);
+void frmCommission::comeBack(const std::function<Status()>& step) {
   raise();
   activateWindow();
+  gate_.end([this, &step] { endStep(step); });
 }
 
 void frmCommission::askToLeave() {
-  if (!isBusy_) return leave();
-  isLeaving_ = true;
-  screens_.endScreen();
+  gate_.leave([this] { leave(); });
 }
 
 void frmCommission::keyPressEvent(QKeyEvent* event) {

@@ -7,6 +7,7 @@
 #include "commission/guided_run.h"
 #include "console/doctor/doctor.h"
 #include "console/main/panel_screens.h"
+#include "support/gate.h"
 #include "support/prompt.h"
 #include "ui/screens/full_screen_window.h"
 
@@ -67,17 +68,19 @@ class frmCommission final : public FullScreenWindow {
   PanelFacts typedFacts() const;
   /// Does something that may take a while; afterwards the next open step is in hand.
   void work(const std::function<Status()>& step);
+  void showWait();
+  /// The part of an action that ends a step.
+  void endStep(const std::function<Status()>& step);
   void tellFailure(const FileError& error) const;
-  /// A window in front of this one has ended.
-  void comeBack();
+  /// A window in front of this one has ended, and with it the action.
+  void comeBack(const std::function<Status()>& step);
 
   CommissionParts parts_;
   PanelScreens& screens_;
   std::string program_;
   std::string driver_;
   std::optional<GuidedRun> guided_;
-  bool isBusy_ = false;     ///< a step is under way, here or in a window in front
-  bool isLeaving_ = false;  ///< as soon as that has ended
+  Gate gate_;  ///< a step is under way, here or in a window in front
 
   QStackedWidget* pages_;
   frmCommissionStart* startPage_;
