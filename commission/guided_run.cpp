@@ -7,6 +7,7 @@
 
 #include "commission/controller_steps.h"
 #include "commission/sheet.h"
+#include "console/doctor/doctor_report.h"
 #include "console/settings/touch_settings.h"
 #include "core/driver/driver_settings.h"
 #include "measure/report/conditions.h"
@@ -26,6 +27,9 @@ Status GuidedRun::end(StepId id, Found found, Run run) {
 }
 
 Status GuidedRun::lookAround(const Diagnosis& diagnosis) {
+  const std::string name(RunFolder::doctorName);
+  if (auto kept = folder_.write(name + ".txt", findingsAsText(diagnosis)); !kept) return kept;
+  if (auto kept = folder_.write(name + ".json", findingsAsJson(diagnosis)); !kept) return kept;
   return end(StepId::prerequisites, prerequisitesOf(diagnosis));
 }
 
@@ -138,7 +142,10 @@ Status GuidedRun::writeSheet() {
     return kept;
   if (auto kept = folder_.write("sheet.json", sheetJson(run, known).dump(2) + '\n'); !kept)
     return kept;
-  return end(StepId::sheet, {});
+  // With the time that is on the sheet.
+  if (auto saved = folder_.save(run); !saved) return saved;
+  run_ = std::move(run);
+  return {};
 }
 
 Status GuidedRun::skip(StepId id, std::string reason) {

@@ -21,6 +21,7 @@ using measure::JsonNode;
 constexpr std::string_view schema = "touch commissioning";
 constexpr int version = 1;
 constexpr std::size_t largestRun = std::size_t{4} << 20U;
+constexpr std::size_t largestFile = std::size_t{300} << 20U;  // a trace may have 256 MB
 constexpr std::size_t longestSerialNumber = 40;  // in the name of a folder
 constexpr int mostTimes = 1'000'000;
 constexpr double fastestRate = 1e6;
@@ -182,6 +183,12 @@ Result<Run> parseRun(std::string_view text, const std::string& name) {
   return measure::readJson<Run>(text, name, readRun);
 }
 
+measure::Report reportOf(const Run& run, measure::Measurement measurement) {
+  measurement.limits = measure::findProfile(run.use)->limits;
+  measurement.plan = planOf(run.profile);
+  return measure::reportOf(std::move(measurement));
+}
+
 Result<RunFolder> RunFolder::make(const fs::path& base, const Run& run) {
   const std::string stem = fileNamePart(run.panel.serialNumber) + '-' + run.began.substr(0, 10);
   std::string name = stem;
@@ -238,13 +245,15 @@ Result<std::optional<measure::Report>> RunFolder::report() const {
   if (!*stored) return std::nullopt;
   const auto begun = run();
   if (!begun) return tl::unexpected(begun.error());
-  (*stored)->limits = measure::findProfile(begun->use)->limits;
-  (*stored)->plan = planOf(begun->profile);
-  return std::optional(measure::reportOf(std::move(**stored)));
+  return std::optional(reportOf(*begun, std::move(**stored)));
 }
 
 Status RunFolder::write(const std::string& name, std::string_view content) const {
   return folder_.write(name, content);
+}
+
+Result<std::string> RunFolder::read(const std::string& name) const {
+  return folder_.read(name, largestFile);
 }
 
 std::vector<UnfinishedRun> unfinishedRuns(const fs::path& base, std::vector<FileError>& damaged) {

@@ -20,12 +20,20 @@ std::string runText(const Run& run);
 /// `name` is what an error calls the file.
 Result<Run> parseRun(std::string_view text, const std::string& name);
 
+/// What follows from a run's measurement with the limits of its use.
+measure::Report reportOf(const Run& run, measure::Measurement measurement);
+
 /// A run's folder. Each file is written whole and is on the disk before the next step begins, so
 /// that a run goes on where it was, whenever the computer went down.
 class RunFolder {
  public:
   static constexpr const char* runName = "run.json";
   static constexpr const char* measurementName = "measurement.json";
+  // The beginnings of others; each has an ending of its own.
+  static constexpr std::string_view sheetName = "sheet";
+  static constexpr std::string_view doctorName = "doctor";
+  static constexpr std::string_view traceName = "trace";
+  static constexpr std::string_view recordingName = "recording";
 
   /// A new one in `base`, which is made if need be: "SERIAL-DATE", or with a number behind it.
   static Result<RunFolder> make(const std::filesystem::path& base, const Run& run);
@@ -41,8 +49,10 @@ class RunFolder {
   /// What follows from the measurement with the limits of the run's use; nothing when none was
   /// begun.
   Result<std::optional<measure::Report>> report() const;
-  /// Another file, by its name.
+  /// Any file, by its name.
   [[nodiscard]] Status write(const std::string& name, std::string_view content) const;
+  Result<std::string> read(const std::string& name) const;
+  std::vector<std::string> names() const { return folder_.names(); }
 
   const std::filesystem::path& path() const { return folder_.path(); }
 

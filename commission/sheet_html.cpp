@@ -101,7 +101,8 @@ std::string stepTable(const std::vector<SheetStep>& steps) {
 
 std::string sheetHtml(const Sheet& sheet, const measure::Report* report) {
   const std::string title = say("commission", "Touch panel commissioning");
-  std::string html = "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n" +
+  std::string html = "<!DOCTYPE html>\n<html lang=\"" + say("commission", "en") +
+                     "\">\n<head>\n<meta charset=\"utf-8\">\n" +
                      tag("title", title + ", " + sheet.subtitle) + "\n<style>" + style +
                      "</style>\n</head>\n<body>\n<main>\n";
   html += "<div class=\"row\"><div>" + tag("h1", title) + tag("p class=\"soft\"", sheet.subtitle) +

@@ -15,7 +15,7 @@ namespace {
 constexpr auto commandGroups = {
     addInformationCommands, addSettingCommands,     addMaintenanceCommands, addParameterCommands,
     addPinCommands,         addCalibrationCommands, addMeasureCommands,     addSerialCommands,
-    addCommissionCommand,   addDoctorCommand,       addDemoCommand,
+    addCommissionCommand,   addSheetCommands,       addDoctorCommand,       addDemoCommand,
 };
 
 }  // namespace

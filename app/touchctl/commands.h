@@ -30,6 +30,7 @@ void addCalibrationCommands(const CommandLine& line);  ///< calibrate
 void addMeasureCommands(const CommandLine& line);    ///< measure lines, taps, rest, coverage, judge
 void addSerialCommands(const CommandLine& line);     ///< serial send, monitor, rate, ...
 void addCommissionCommand(const CommandLine& line);  ///< commission
+void addSheetCommands(const CommandLine& line);      ///< sheet pack, verify, summary
 void addDoctorCommand(const CommandLine& line);      ///< doctor
 void addDemoCommand(const CommandLine& line);        ///< demo
 

@@ -85,6 +85,7 @@ class Shell {
   const Simulation& simulation() const { return simulation_; }
   /// The driver was lost on the way; that has been said.
   bool hasLostDriver() const { return footing_->patience.hasLost(); }
+  Trace& trace() { return trace_; }
   /// Why the trace ended early, once.
   std::optional<std::string> takeTraceBreak() { return trace_.takeBreak(); }
   const ShellOptions& options() const { return options_; }

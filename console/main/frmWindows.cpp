@@ -15,6 +15,7 @@
 #include "ports/port_list.h"
 #include "serial/debugger/frmRSDebug.h"
 #include "serial/receiving/controller_stream.h"
+#include "serial/recording/recording_ports.h"
 #include "support/text/text_encoding.h"
 
 namespace touch {
@@ -177,7 +178,7 @@ measure::Conditions frmWindows::knownConditions() {
 }
 
 /// With a stream of the controller's own reports, where its port can be had.
-measure::MeasureParts frmWindows::measureParts() {
+measure::MeasureParts frmWindows::measureParts(SerialPort& port) {
   std::vector<measure::PortChoice> ports;
   const auto lacks = access_.driver.missing();
   const bool lendsPort = std::ranges::none_of(portLoanOperations, [&](std::string_view name) {
@@ -185,9 +186,10 @@ measure::MeasureParts frmWindows::measureParts() {
   });
   if (lendsPort && debugger_ == nullptr && !access_.session.controllerName.empty()) {
     reports_ =
-        std::make_unique<ControllerStream>(access_, prompt_, port_, console_.reportFormats());
-    for (const ListedPort& port : listedPorts(startup_.ports))
-      if (port.number > 0) ports.push_back({port.number, startup_.ports.describe(port.number)});
+        std::make_unique<ControllerStream>(access_, prompt_, port, console_.reportFormats());
+    for (const ListedPort& listed : listedPorts(startup_.ports))
+      if (listed.number > 0)
+        ports.push_back({listed.number, startup_.ports.describe(listed.number)});
   }
   return {access_.clock,       prompt_, access_.session.messages, tests_.measuring,
           startup_.workFolder, {},      reports_.get(),           std::move(ports)};
@@ -195,7 +197,7 @@ measure::MeasureParts frmWindows::measureParts() {
 
 void frmWindows::measurePanel() {
   openTest([this](const Ended& ended) {
-    measure::MeasureParts parts = measureParts();
+    measure::MeasureParts parts = measureParts(port_);
     parts.known = knownConditions();
     const auto left = [this, ended] {
       reports_.reset();
@@ -250,11 +252,23 @@ void frmWindows::checkFor(std::unique_ptr<WayBack> wayBack,
 }
 
 void frmWindows::measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) {
-  measure::MeasureParts parts = measureParts();
+  // Its bytes are evidence too; the measurement goes on without them.
+  recorded_ = std::make_unique<RecordedPort>(port_, access_.clock);
+  const auto file = guided.folder / guided.recording;
+  const bool records = recorded_
+                           ->startRecording(file, {.controller = access_.session.controllerName,
+                                                   .program = guided.begun.conditions.program})
+                           .has_value();
+  measure::MeasureParts parts = measureParts(*recorded_);
   parts.workingFolder = guided.folder;
   parts.guided = std::move(guided);
-  const auto left = [this, ended = std::move(ended)] {
+  const auto left = [this, file, records, ended = std::move(ended)] {
     reports_.reset();
+    const bool isEmpty = recorded_->receivedBytes() == 0;
+    static_cast<void>(recorded_->stopRecording());
+    recorded_.reset();
+    std::error_code ignored;
+    if (records && isEmpty) std::filesystem::remove(file, ignored);
     ended();
   };
   guided_ =

@@ -23,6 +23,7 @@ class frmPinDefine;
 class frmRSDebug;
 class FullScreenWindow;
 class ControllerStream;
+class RecordedPort;
 class MainConsole;
 class MainModel;
 class SerialPort;
@@ -69,7 +70,7 @@ class frmWindows final : private PanelScreens {
                 std::function<void(const CheckResult&)> ended) override;
   void measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) override;
   void endScreen() override;
-  measure::MeasureParts measureParts();
+  measure::MeasureParts measureParts(SerialPort& port);
   void openTest(const std::function<FullScreenWindow*(const Ended&)>& make);
   void comeBack();
   measure::Conditions knownConditions();
@@ -89,6 +90,7 @@ class frmWindows final : private PanelScreens {
   QPointer<frmCal> calibration_;
   std::unique_ptr<KeptCalibration> kept_;  ///< while a calibration runs that is checked afterwards
   QPointer<frmCheck> check_;
+  std::unique_ptr<RecordedPort> recorded_;     ///< while a panel is commissioned and measured
   std::unique_ptr<ControllerStream> reports_;  ///< while a panel is measured
   QPointer<FullScreenWindow> test_;
   QPointer<FullScreenWindow> guided_;  ///< the measuring that a commissioning leads to

@@ -166,6 +166,14 @@ Result<std::string> readWholeFile(File file, std::string name, std::size_t limit
   return contentOf(*pieces);
 }
 
+std::string freeName(std::span<const std::string> names, std::string_view stem,
+                     std::string_view ending) {
+  std::string name = std::string(stem).append(ending);
+  for (int number = 2; std::find(names.begin(), names.end(), name) != names.end(); ++number)
+    name = std::string(stem).append("-").append(std::to_string(number)).append(ending);
+  return name;
+}
+
 std::vector<std::string_view> linesOf(std::string_view text) {
   std::vector<std::string_view> lines;
   while (!text.empty()) {

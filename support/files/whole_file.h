@@ -69,6 +69,10 @@ Result<std::string> readWholeFile(const std::filesystem::path& path, std::size_t
 /// The same for one that is open; `name` is what an error calls it.
 Result<std::string> readWholeFile(File file, std::string name, std::size_t limit);
 
+/// "STEMENDING", or "STEM-2ENDING" …: the first that is none of `names`.
+std::string freeName(std::span<const std::string> names, std::string_view stem,
+                     std::string_view ending);
+
 /// The lines of `text` without their ends, LF or CR LF; the last one needs no end.
 std::vector<std::string_view> linesOf(std::string_view text);
 

@@ -14,7 +14,9 @@
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
 #include "calibration/check.h"
+#include "commission/bundle.h"
 #include "commission/guided_run.h"
+#include "commission/run_trace.h"
 #include "commission/sheet.h"
 #include "console/doctor/doctor.h"
 #include "measure/report/conditions.h"
@@ -45,7 +47,7 @@ struct Asked {
 class ShellRun {
  public:
   ShellRun(Shell& shell, const Asked& asked, GuidedRun& guided)
-      : shell_(shell), asked_(asked), guided_(guided) {}
+      : shell_(shell), asked_(asked), guided_(guided), trace_(shell.trace(), guided.folder()) {}
 
   Result<ExitStatus> go() {
     while (const auto id = guided_.next()) {
@@ -136,6 +138,10 @@ class ShellRun {
     const fs::path& folder = guided_.folder().path();
     const auto printed = runNeighbour("touchutility", {"--lang", "en", "--print-sheet", folder});
     if (printed != 0) complain("sheet.pdf was not written: that takes touchutility");
+    if (auto kept = trace_.keep(); !kept) return kept;
+    const auto bundle = writeBundle(guided_.folder());
+    if (!bundle) return tl::unexpected(bundle.error());
+    tell(shell_, "  {}\n", printable(utf8Of(*bundle)));
     return {};
   }
 
@@ -152,6 +158,7 @@ class ShellRun {
   Shell& shell_;
   const Asked& asked_;
   GuidedRun& guided_;
+  RunTrace trace_;
 };
 
 /// The run of this panel that has not come to its end, or a new one.
