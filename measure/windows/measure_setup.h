@@ -31,9 +31,9 @@ struct MeasureSetup {
 struct GuidedMeasuring {
   Measurement begun;
   std::filesystem::path folder;  ///< of its lines' files
-  std::string recording;         ///< in it: what the controller reports, if it is read
   /// Whatever is added is kept at once; why not, when that cannot be done.
   std::function<Status(const Measurement&)> keep;
+  std::string recording{};  ///< file in the folder for what the controller reports, if it is read
 };
 
 }  // namespace touch::measure

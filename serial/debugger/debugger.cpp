@@ -19,11 +19,6 @@ constexpr auto afterReplay = 500ms;
 // Far more than an answer, and less than a port keeps.
 constexpr std::size_t plenty = std::size_t{32} << 10U;
 
-// The usual first: most controllers are found at once.
-constexpr std::string_view searchedSettings[] = {
-    "9600,n,8,1",  "9600,n,7,2",   "9600,e,7,1", "19200,n,8,1", "38400,n,8,1",
-    "57600,n,8,1", "115200,n,8,1", "4800,n,8,1", "2400,n,8,1",  "1200,n,8,1"};
-
 bool holdsAnswers(TransferSource& recording) {
   while (const auto transfer = recording.next())
     if (transfer->direction == Direction::fromController) return true;
@@ -110,8 +105,8 @@ void Debugger::searchEverywhere() {
     recorded_.close();
     for (const PortFacts& facts : ports()) {
       if (!facts.hindrance.empty() || facts.port.number == 0) continue;
-      for (const std::string_view settings : searchedSettings)
-        places.push_back({facts.port.number, *parseLineSettings(settings)});
+      for (const LineSettings& settings : searchedSettings)
+        places.push_back({facts.port.number, settings});
     }
     tell(say("debugger", "Searching all ports for a controller …"));
     const auto found = port_.search(places);

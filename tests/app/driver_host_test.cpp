@@ -75,6 +75,8 @@ TEST(DriverHost, ServesEveryDriverThatItsOptionsSay) {
     {"--driver \"" STUBBORN_LIBRARY_32 "\" list", 4, "USB DEVICE 2"},
     {"--driver \"" STUBBORN_LIBRARY_32 "\" doctor", 4, "32 bits"},
     {"--driver \"" STUBBORN_LIBRARY_32 "\" --driver-in-process list", 3, ""},
+    {"--driver \"" SIMULATED_LIBRARY_32 "\" list", 0, "1  RS232 DEVICE 1  (answers)"},
+    {"--driver \"" SIMULATED_LIBRARY_32 "\" demo", 0, "the panel is calibrated"},
 #endif
   };
   for (const auto& [line, status, output] : cases) {
