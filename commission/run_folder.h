@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -26,6 +27,7 @@ class RunFolder {
  public:
   static constexpr const char* runName = "run.json";
   static constexpr const char* measurementName = "measurement.json";
+  static constexpr std::size_t largestRun = std::size_t{4} << 20U;
 
   /// A new one in `base`, which is made if need be: "SERIAL-DATE", or with a number behind it.
   static Result<RunFolder> make(const std::filesystem::path& base, const Run& run);
