@@ -18,7 +18,8 @@ Result<std::shared_ptr<const commission::Replay>> replayNamed(const std::filesys
     list.append(list.empty() ? "" : "; ").append(lacking);
   if (!list.empty()) {
     const std::string text =
-        filled(say("commission", "%1 does not tell %2. That is as usual."), {utf8Of(path), list});
+        filled(say("commission", "%1 leaves open: %2. There the simulation is as usual."),
+               {utf8Of(path), list});
     std::fprintf(stderr, "%s: %s\n", program.c_str(), printable(text).c_str());
   }
   return replay;
