@@ -38,6 +38,7 @@ class DirectedError {
       if (!line.course.empty() && isAcross(*line.guide)) add(line);
   }
 
+  /// Where a line crosses `place`, which along it is the place that was reported.
   double at(const PointMm& place) const {
     const double smooth = field_ != nullptr ? component(field_->at(place)) : 0;
     if (curves_.empty()) return smooth;
@@ -51,18 +52,8 @@ class DirectedError {
     return smooth + std::lerp(before.at(along), next->at(along), part);
   }
 
-  ReplayedPanel::Error grid() const {
-    ReplayedPanel::Error error;
-    error.columns = upright_ ? nodesAcross() : nodesAlong();
-    error.rows = upright_ ? nodesAlong() : nodesAcross();
-    const double side = upright_ ? size_.width.value : size_.height.value;
-    for (const double row : error.rows)
-      for (const double column : error.columns) {
-        const double value = at(size_.point({column, row})) / side;
-        error.values.push_back(std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0);
-      }
-    return error;
-  }
+  std::vector<double> columns() const { return upright_ ? nodesAcross() : nodesAlong(); }
+  std::vector<double> rows() const { return upright_ ? nodesAlong() : nodesAcross(); }
 
  private:
   /// What is left at each station of a line, from edge to edge.
@@ -149,6 +140,49 @@ class DirectedError {
   std::vector<Curve> curves_;
 };
 
+/// From the finger to where it is reported, and back. Each direction is known of the finger's own
+/// place across a line, but of the reported one along it.
+class PanelError {
+ public:
+  PanelError(const Analysis& analysis, const PanelSize& size)
+      : size_(size), right_(true, analysis, size), down_(false, analysis, size) {}
+
+  PointMm at(const PointMm& finger) const {
+    PointMm error = PointMm::Zero();
+    for (int step = 0; step < rounds; ++step)
+      error = {right_.at({finger.x(), finger.y() + error.y()}),
+               down_.at({finger.x() + error.x(), finger.y()})};
+    return error;
+  }
+  PointMm fingerAt(const PointMm& reported) const {
+    PointMm finger = reported;
+    for (int step = 0; step < rounds; ++step)
+      finger = reported -
+               PointMm(right_.at({finger.x(), reported.y()}), down_.at({reported.x(), finger.y()}));
+    return finger;
+  }
+  ReplayedPanel::Error gridX() const { return grid(right_, 0); }
+  ReplayedPanel::Error gridY() const { return grid(down_, 1); }
+
+ private:
+  static constexpr int rounds = 4;  // the error changes little on the way that it goes
+
+  ReplayedPanel::Error grid(const DirectedError& directed, Eigen::Index direction) const {
+    ReplayedPanel::Error error{directed.columns(), directed.rows(), {}};
+    const double side = size_.point({1, 1})(direction);
+    for (const double row : error.rows)
+      for (const double column : error.columns) {
+        const double value = at(size_.point({column, row}))(direction) / side;
+        error.values.push_back(std::isfinite(value) ? std::clamp(value, -farthest, farthest) : 0);
+      }
+    return error;
+  }
+
+  PanelSize size_;
+  DirectedError right_;
+  DirectedError down_;
+};
+
 /// By how many mm a second a resting finger's place wanders; zero where chance may have done that.
 PointMm driftOf(const Measurement& measurement) {
   constexpr double noticed = 0.1;  // mm in a rest; less is no drift to anybody
@@ -219,31 +253,24 @@ std::optional<PointMm> noiseOf(const Analysis& analysis) {
   return PointMm(squares.cwiseQuotient(count).cwiseSqrt());
 }
 
-/// Gathers what feels no touch, from places that were reported.
+/// Gathers what feels no touch, in the finger's places.
 class DeadPlaces {
  public:
-  DeadPlaces(const PanelSize& size, const DirectedError& right, const DirectedError& down,
-             std::vector<ReplayedPanel::Dead>& dead)
-      : size_(size), right_(right), down_(down), dead_(dead) {}
+  DeadPlaces(const PanelSize& size, std::vector<ReplayedPanel::Dead>& dead)
+      : size_(size), dead_(dead) {}
 
   void add(const PointMm& from, const PointMm& to) {
     if (dead_.size() < mostDead && from.x() < to.x() && from.y() < to.y())
-      dead_.push_back({finger(from), finger(to)});
+      dead_.push_back({corner(from), corner(to)});
   }
 
  private:
-  /// Where the finger was that was reported there.
-  Place finger(const PointMm& reported) const {
-    PointMm at = reported;
-    for (int step = 0; step < 3; ++step)
-      at = reported - PointMm(right_.at(at), down_.at(at));
-    const Place place = fractionOf(at, size_);
+  Place corner(const PointMm& point) const {
+    const Place place = fractionOf(point, size_);
     return {std::clamp(place.x, -1.0, 2.0), std::clamp(place.y, -1.0, 2.0)};
   }
 
   PanelSize size_;
-  const DirectedError& right_;
-  const DirectedError& down_;
   std::vector<ReplayedPanel::Dead>& dead_;
 };
 
@@ -257,8 +284,8 @@ struct Silence {
 };
 
 /// Where neighbouring lines are silent at the same place, so is all between them.
-void addSilences(const Measurement& measurement, const Analysis& analysis, bool upright,
-                 DeadPlaces& dead) {
+void addSilences(const Measurement& measurement, const Analysis& analysis, const PanelError& error,
+                 bool upright, DeadPlaces& dead) {
   constexpr double around = 2.5;  // mm to each side of a line that is silent by itself
   const PanelSize& size = measurement.size;
   const double width = (upright ? size.width : size.height).value;
@@ -271,9 +298,12 @@ void addSilences(const Measurement& measurement, const Analysis& analysis, bool 
     const double limit = measurement.limits[Length::gap].on({line.length}).value;
     // Between two reports the finger went on.
     const double margin = line.length / static_cast<double>(line.samples) / 2;
+    const auto fingerAlong = [&, at = place](double along) {
+      return upright ? error.fingerAt({at, along}).y() : error.fingerAt({along, at}).x();
+    };
     for (const Gap& gap : line.gaps)
       if (gap.width() > limit && !gap.reportsKeptComing)
-        silences.push_back({place, gap.from + margin, gap.to - margin});
+        silences.push_back({place, fingerAlong(gap.from + margin), fingerAlong(gap.to - margin)});
   }
   std::ranges::sort(lines, {}, [](const auto& line) { return line.first; });
   for (std::size_t i = 0; i < lines.size(); ++i)
@@ -300,8 +330,8 @@ void addSilences(const Measurement& measurement, const Analysis& analysis, bool 
 }
 
 /// The cells that never reported a touch, neither when rubbed nor otherwise.
-void addCells(const Measurement& measurement, const CoverageFigures& coverage, double noise,
-              DeadPlaces& dead) {
+void addCells(const Measurement& measurement, const CoverageFigures& coverage,
+              const PanelError& error, double noise, DeadPlaces& dead) {
   const CellGrid cells(measurement.size);
   std::vector<bool> alive = coverage.touched;
   for (const Trace& trace : measurement.traces)
@@ -318,7 +348,8 @@ void addCells(const Measurement& measurement, const CoverageFigures& coverage, d
       const PointMm from(static_cast<double>(first), static_cast<double>(row));
       const PointMm to(static_cast<double>(column), static_cast<double>(row + 1));
       const PointMm more(margin, margin);
-      dead.add(from.cwiseProduct(cell) - more, to.cwiseProduct(cell) + more);
+      dead.add(error.fingerAt(from.cwiseProduct(cell)) - more,
+               error.fingerAt(to.cwiseProduct(cell)) + more);
     }
 }
 
@@ -387,19 +418,18 @@ ReplayedPanel replayedPanel(const Measurement& original) {
   const Analysis analysis = analyse(measurement);
   takeNoise(analysis);
 
-  const DirectedError right(true, analysis, measurement.size);
-  const DirectedError down(false, analysis, measurement.size);
-  panel.errorX = right.grid();
-  panel.errorY = down.grid();
+  const PanelError error(analysis, measurement.size);
+  panel.errorX = error.gridX();
+  panel.errorY = error.gridY();
   panel.hasError = analysis.field.has_value();
-  DeadPlaces dead(measurement.size, right, down, panel.dead);
+  DeadPlaces dead(measurement.size, panel.dead);
   for (const bool upright : {true, false})
-    addSilences(measurement, analysis, upright, dead);
+    addSilences(measurement, analysis, error, upright, dead);
   if (analysis.taps) addSilentTargets(measurement, *analysis.taps, dead);
   if (analysis.coverage && analysis.coverage->part > 0) {
     panel.hasCoverage = true;
     const double noise = panel.noise ? panel.noise->cwiseProduct(corner).maxCoeff() : 0;
-    addCells(measurement, *analysis.coverage, noise, dead);
+    addCells(measurement, *analysis.coverage, error, noise, dead);
   }
   return panel;
 }

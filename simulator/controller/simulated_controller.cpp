@@ -101,7 +101,7 @@ constexpr double finestCount = 65535;
 constexpr TouchMap usualSheet{.xFromX = 0.9, .xShift = 0.05, .yFromY = 0.9, .yShift = 0.05};
 
 bool readsWholePanel(const TouchMap& sheet) {
-  constexpr double margin = 0.05;
+  constexpr double margin = 0.002;
   return std::ranges::all_of(
       std::array{Point{0, 0}, Point{1, 0}, Point{0, 1}, Point{1, 1}}, [&sheet](Point corner) {
         const Point raw = sheet(corner);

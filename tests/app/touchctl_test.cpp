@@ -218,14 +218,15 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
 }
 
 TEST_F(Touchctl, ShowsTheControllerOfACommissioning) {
-  ASSERT_EQ(run(usb("commission --serial A-7 --panel-size 120x90")).status, 0);
+  ASSERT_EQ(run(usb("commission --serial A-7 --use kiosk --set --panel-size 120x90")).status, 0);
   const fs::path source = fs::directory_iterator(folder.path() / "commissioning")->path();
   fs::rename(source, folder.path() / "from customer");
   const std::string from = "--simulate-from \"@/from customer\" ";
   expectAll({
       {from + "list", 0, "1  USB DEVICE 2  (answers)\n", ""},
       {from + "--driver-hosted info", 0, "M0110100", ""},
-      {from + "commission --serial A-8 --skip calibrate=so --skip check=so", 5, "INCOMPLETE", ""},
+      {from + "commission --serial A-8 --use kiosk --skip calibrate=so --skip check=so", 5,
+       "INCOMPLETE", ""},
   });
   fs::remove(folder.path() / "from customer" / "measurement.json");
   expectAll({{from + "info", 0, "M0110100", "leaves open: where its touches miss; its noise"}});

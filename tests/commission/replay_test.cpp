@@ -2,15 +2,11 @@
 
 #include "app/touchctl/commands/simulated_hand.h"
 #include "commission/run_folder.h"
-#include "console/parameters/parameter_block.h"
-#include "core/discovery/identity.h"
-#include "core/driver/driver_settings.h"
 #include "measure/judging/verdict.h"
 #include "measure/truth/trial.h"
-#include "simulator/driver/simulated_driver.h"
-#include "support/system_clock.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/doubles/test.h"
+#include "tests/simulator/driver_bench.h"
 
 namespace touch::commission {
 namespace {
@@ -86,6 +82,14 @@ void expectSameFigures(const Analysis& source, const Analysis& again) {
   expectNear("cells touched", source.coverage->part, again.coverage->part, 0.01);
 }
 
+/// Lines of a panel that does not know its directions are no lines; of one that drifts, and of a
+/// hand, they tell when they were drawn and how.
+bool figuresTellOnlyOfThePanel(CauseId id) {
+  constexpr std::array others{CauseId::turned, CauseId::swapped, CauseId::wires, CauseId::drift,
+                              CauseId::hand};
+  return std::ranges::find(others, id) == others.end();
+}
+
 TEST(Replay, PanelsWithAFaultGiveTheirFiguresAndCausesBack) {
   for (const CauseRow& row : causeTable())
     for (const std::uint32_t seed : {1U, 2U}) {
@@ -99,13 +103,12 @@ TEST(Replay, PanelsWithAFaultGiveTheirFiguresAndCausesBack) {
       const Analysis before = analyse(source);
       const Analysis after = analyse(replayed(source));
       EXPECT_EQ(causesOf(after), causesOf(before));
-      // Of wrong wires nothing else can be told.
-      if (row.id != CauseId::wires) expectSameFigures(before, after);
+      if (figuresTellOnlyOfThePanel(row.id)) expectSameFigures(before, after);
     }
 }
 
 /// A controller of the simulator's own with faults, as it was commissioned.
-class Commissioned : public testing::Test {
+class Commissioned : public simulator::DriverBench {
  protected:
   Commissioned() {
     for (const char* const change :
@@ -125,15 +128,14 @@ class Commissioned : public testing::Test {
   const std::string name = "USB DEVICE 2";
   const PanelSize size{{211}, {158}, SizeSource::user};
   SimulatedDriver original;
-  SimulatedDriver again;
   commission::Run run;
 };
 
 TEST_F(Commissioned, PanelsMeasureAsTheyDid) {
   const Measurement source = measured(original, name, size);
-  become(again, replayOf({run, source}));
-  EXPECT_EQ(again.GetExistControllers(), 1);
-  const Measurement second = measured(again, name, size);
+  become(driver, replayOf({run, source}));
+  EXPECT_EQ(driver.GetExistControllers(), 1);
+  const Measurement second = measured(driver, name, size);
   const Analysis before = analyse(source);
   const Analysis after = analyse(second);
   EXPECT_THAT(causesOf(before), testing::SizeIs(testing::Ge(2U)));
@@ -144,29 +146,21 @@ TEST_F(Commissioned, PanelsMeasureAsTheyDid) {
 
 TEST_F(Commissioned, ControllersSayWhatTheySaid) {
   const Replay replay = replayOf({run, std::nullopt});
-  become(again, replay);
+  become(driver, replay);
   EXPECT_THAT(replay.unknown,
               ElementsAre(HasSubstr("settings: up-sound, down-sound, double-click, touch-mode"),
                           "where its touches miss", "its noise", "its dead spots"));
-  SystemClock clock;
-  Session session;
-  session.controllerName = name;
-  const Access access{session, again, clock};
-  EXPECT_EQ(readfw(access).firmware, "M0110100");
-  EXPECT_EQ(readfw(access).unitType, "QMRV1000");
-  EXPECT_EQ(conMT(access), ModelProbe::other);
-  const auto block = readBlock(access);
-  ASSERT_TRUE(block);
-  std::vector<std::string> words;
-  for (const ParameterWord& word : *block)
-    words.push_back(wordText(word));
-  EXPECT_EQ(words, run.blockAfter);
-  const auto settings = reportedSettings(access);
-  ASSERT_TRUE(settings);
-  EXPECT_EQ(settings->rotation, 1);
-  EXPECT_EQ(settings->rightClickTime, 700ms);
-  EXPECT_FALSE(settings->rightClick);
-  EXPECT_TRUE(settings->reporting);
+  const auto handle = open(name);
+  EXPECT_EQ(ask(handle, simulator::framed("OI")), simulator::framed("M0110100"));
+  EXPECT_EQ(ask(handle, simulator::framed("UT")), simulator::framed("QMRV1000"));
+  EXPECT_EQ(ask(handle, simulator::framed("Uu")), "UIQMRV1001") << "the first model";
+  for (std::size_t address = 0; address < run.blockAfter.size(); ++address)
+    EXPECT_EQ(ask(handle, simulator::framed("GP0" + std::to_string(address))),
+              simulator::framed('0' + run.blockAfter[address]));
+  EXPECT_EQ(driver.GetRotation(handle), 1);
+  EXPECT_EQ(driver.GetRightClickTime(handle), 700);
+  EXPECT_EQ(driver.GetRightClickEnabled(handle), 0);
+  EXPECT_EQ(driver.GetReportStatus(handle), 1);
 }
 
 TEST(ReplaySource, SaysWhatIsWrongWithIt) {
