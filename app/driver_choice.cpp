@@ -1,6 +1,6 @@
 #include "app/driver_choice.h"
 
-#include <array>
+#include <sstream>
 
 #include "app/simulated_source.h"
 #include "core/discovery/identity.h"
@@ -70,14 +70,11 @@ BoundDriverOrError bindInProcess(const Library& library) {
   return std::unique_ptr<BoundDriver>(std::move(*bound));
 }
 
-/// The first controller on a serial line; empty without one.
-std::string serialController(Driver& driver) {
-  for (std::int32_t number = 1; number <= driver.GetExistControllers(); ++number) {
-    std::array<char, 20> name{};
-    if (driver.GetControllerName(number, name.data(), std::int32_t{name.size()}) == 0) continue;
-    name.back() = '\0';
-    if (isSerialController(name.data())) return name.data();
-  }
+/// The first simulated controller on a serial line; empty without one.
+std::string serialController(const Simulation& simulation) {
+  std::istringstream names(simulation.request("controllers").value_or(std::string()));
+  for (std::string name; std::getline(names, name);)
+    if (isSerialController(name)) return name;
   return {};
 }
 
@@ -103,8 +100,10 @@ BoundDriverOrError bindChosenDriver(const Options& options, Clock& clock,
 
 void addSimulatedPort(Driver& driver, ComPorts& ports) {
   if (!driver.isSimulated()) return;
-  ports.assignUnlessGiven(1,
-                          [&driver] { return Simulation(driver).port(serialController(driver)); });
+  ports.assignUnlessGiven(1, [&driver] {
+    const Simulation simulation(driver);
+    return simulation.port(serialController(simulation));
+  });
 }
 
 }  // namespace touch

@@ -114,6 +114,14 @@ RequestAnswer tellPort(SimulatedDevices& devices, Words& words) {
   return done(unit->line ? unit->line->path() : std::string());
 }
 
+RequestAnswer listControllers(SimulatedDevices& devices, Words&) {
+  std::string names;
+  for (const SimulatedUnit& unit : devices.units())
+    if (!unit.replaced)
+      names.append(names.empty() ? "" : "\n").append(unit.controller.model().name);
+  return done(names);
+}
+
 RequestAnswer tellRate(SimulatedDevices& devices, Words& words) {
   const auto name = words.rest();
   const SimulatedUnit* const unit = devices.find(name);
@@ -237,6 +245,7 @@ constexpr std::array requests{
     Request{"error", tellError, "error NAME"},
     Request{"map", tellMapped, "map X Y NAME"},
     Request{"report", tellReport, "report X Y NAME"},
+    Request{"controllers", listControllers, "controllers"},
     Request{"port", tellPort, "port NAME"},
     Request{"rate", tellRate, "rate NAME"},
     Request{"become", takeProperty, "become NAME"},

@@ -25,6 +25,7 @@
 ///                           ignored; nothing where the panel feels no touch
 ///   port NAME               answers the device of a serial port that the driver has let go of,
 ///                           else nothing
+///   controllers             answers the names of the controllers, one a line
 ///   rate NAME               answers how many reports a second it makes
 ///   become PROPERTY         describes a controller, one property at a time, as in
 ///                           described_controller.h; "become done" then puts it in the place of
