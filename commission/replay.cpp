@@ -94,22 +94,15 @@ void describeSettings(const Run& run, Replay& replay) {
     replay.unknown.push_back(filled(say("commission", "settings: %1"), {lacking}));
 }
 
-}  // namespace
-
-Result<ReplaySource> readSource(const fs::path& path) {
-  std::error_code unknown;
-  const auto found = fs::status(path, unknown);
-  if (!fs::is_directory(found))
-    return tl::unexpected(FileError{utf8Of(path), 0,
-                                    say("commission", "the folder of a commissioning"),
-                                    fs::exists(found) ? say("commission", "something else")
-                                                      : say("commission", "nothing of that name")});
+/// Not as this user's own folder: it comes from a customer.
+Result<ReplaySource> readFolder(const fs::path& path) {
   const fs::path runFile = path / RunFolder::runName;
   const auto text = readWholeFile(runFile, RunFolder::largestRun);
   if (!text) return tl::unexpected(text.error());
   auto run = parseRun(*text, utf8Of(runFile));
   if (!run) return tl::unexpected(run.error());
   const fs::path measurementFile = path / RunFolder::measurementName;
+  std::error_code unknown;
   if (!fs::exists(fs::symlink_status(measurementFile, unknown)))
     return ReplaySource{std::move(*run), std::nullopt};
   auto measurement = measure::readMeasurement(measurementFile);
@@ -118,6 +111,18 @@ Result<ReplaySource> readSource(const fs::path& path) {
   measurement->limits = measure::findProfile(run->use)->limits;
   measurement->plan = planOf(run->profile);
   return ReplaySource{std::move(*run), std::move(*measurement)};
+}
+
+}  // namespace
+
+Result<ReplaySource> readSource(const fs::path& path) {
+  std::error_code unknown;
+  const auto found = fs::status(path, unknown);
+  if (fs::is_directory(found)) return readFolder(path);
+  return tl::unexpected(FileError{utf8Of(path), 0,
+                                  say("commission", "the folder of a commissioning"),
+                                  fs::exists(found) ? say("commission", "something else")
+                                                    : say("commission", "nothing of that name")});
 }
 
 Replay replayOf(const ReplaySource& source) {
