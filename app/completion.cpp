@@ -81,7 +81,8 @@ class Suggestions {
     const std::string name = option.get_positional() ? option.get_name() : valueName(option);
     const bool namesDevice = name == "N=DEVICE" && beginning_.find('=') != beginning_.npos;
     // "FILE.zip" says beside it what it is to end in.
-    if (name.starts_with("FILE") || name == "PATH" || namesDevice) text_ = "files\n";
+    if (name.starts_with("FILE") || name == "PATH" || name == "SOURCE" || namesDevice)
+      text_ = "files\n";
     if (name == "DIR") text_ = "folders\n";
     for (const std::string& value : choices(option))
       add(prefix + value);

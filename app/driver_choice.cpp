@@ -1,7 +1,9 @@
 #include "app/driver_choice.h"
 
-#include <array>
+#include <sstream>
 
+#include "app/simulated_source.h"
+#include "core/discovery/identity.h"
 #include "core/driver/host/hosted_driver.h"
 #include "core/driver/library_header.h"
 #include "core/driver/nexapi.h"
@@ -13,7 +15,6 @@ namespace {
 
 using Library = std::optional<std::filesystem::path>;
 
-constexpr const char* serialSimulation = "RS232 DEVICE 1";
 constexpr int ownBits = 8 * sizeof(void*);
 constexpr int otherBits = 96 - ownBits;
 
@@ -69,6 +70,14 @@ BoundDriverOrError bindInProcess(const Library& library) {
   return std::unique_ptr<BoundDriver>(std::move(*bound));
 }
 
+/// The first simulated controller on a serial line; empty without one.
+std::string serialController(const Simulation& simulation) {
+  std::istringstream names(simulation.request("controllers").value_or(std::string()));
+  for (std::string name; std::getline(names, name);)
+    if (isSerialController(name)) return name;
+  return {};
+}
+
 }  // namespace
 
 BoundDriverOrError bindChosenDriver(const Options& options, Clock& clock,
@@ -80,12 +89,21 @@ BoundDriverOrError bindChosenDriver(const Options& options, Clock& clock,
   const Library library =
       options.simulate ? Library(installed(libraryFileName("nexapi-sim"))) : options.driver;
   const bool hosted = options.driverHosted.value_or(!options.simulate);
-  return hosted ? bindHosted(library, clock, patience) : bindInProcess(library);
+  auto bound = hosted ? bindHosted(library, clock, patience) : bindInProcess(library);
+  if (!bound || !options.replay) return bound;
+  if (const auto became = become(**bound, *options.replay); !became)
+    return tl::unexpected(BindError{
+        library->string(), filled(say("driver", "its controller did not become that of %1: %2"),
+                                  {options.simulateFrom->string(), became.error()})});
+  return bound;
 }
 
 void addSimulatedPort(Driver& driver, ComPorts& ports) {
   if (!driver.isSimulated()) return;
-  ports.assignUnlessGiven(1, [&driver] { return Simulation(driver).port(serialSimulation); });
+  ports.assignUnlessGiven(1, [&driver] {
+    const Simulation simulation(driver);
+    return simulation.port(serialController(simulation));
+  });
 }
 
 }  // namespace touch

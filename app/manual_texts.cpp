@@ -34,6 +34,8 @@ constexpr std::array windowStatus{
 };
 constexpr std::array windowExamples{
     Entry{"touchutility --simulate", "Look around without a controller."},
+    Entry{"touchutility --simulate-from A-17-2026-11-27",
+          "Have the controller and the panel of this commissioning before you."},
     Entry{"touchutility --com 3=/dev/ttyUSB0", "COM3 is an adapter on the USB."},
 };
 
@@ -76,6 +78,8 @@ constexpr std::array simulatorExamples{
     Entry{"touchsim --strokes circles", "A controller on which a finger draws circles."},
     Entry{"touchsim --replay customer.txt",
           "Answer as the customer's controller did when it was recorded."},
+    Entry{"touchsim --simulate-from A-17-2026-11-27",
+          "Be the controller of this commissioning, with its panel."},
     Entry{"touchsim touch 0.5 0.5", "Tap the middle of its panel, from another terminal."},
     Entry{"touchctl --com 2=/dev/pts/5 serial monitor --port 2 --no-driver",
           "Show what it reports, where it has printed /dev/pts/5."},

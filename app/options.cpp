@@ -51,6 +51,19 @@ void addCommonOptions(CLI::App& app, Options& options) {
 
   auto* const simulate = app.add_flag("--simulate", options.simulate,
                                       "Use the bundled simulated controllers instead of a driver");
+  auto* const source =
+      app.add_option_function<std::string>(
+             "--simulate-from",
+             [&options](const std::string& path) {
+               if (path.empty())
+                 throw CLI::ValidationError("--simulate-from",
+                                            "expected the folder of a commissioning");
+               options.simulateFrom = absolutePathNamed(path);
+               options.simulate = true;
+             },
+             "Use one simulated controller that is like the one of this commissioning, with its "
+             "panel: the folder of the run")
+          ->type_name("SOURCE");
   app.add_option_function<std::string>(
          "--driver",
          [&options](const std::string& path) {
@@ -60,7 +73,8 @@ void addCommonOptions(CLI::App& app, Options& options) {
          },
          "Use this touch driver library instead of the system's nexapi")
       ->type_name("PATH")
-      ->excludes(simulate);
+      ->excludes(simulate)
+      ->excludes(source);
   auto* const hosted = app.add_flag_callback(
       "--driver-hosted", [&options] { options.driverHosted = true; },
       "Run the driver in a process of its own, also a simulated one");

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,9 @@ class App;
 namespace touch {
 
 class KnownValues;
+namespace commission {
+struct Replay;
+}
 
 /// Width and height in pixels, as given for --screen.
 struct ScreenSize {
@@ -29,6 +33,8 @@ inline constexpr std::array<std::string_view, 2> languages = {"en", "de"};
 /// What touchutility and touchctl can be told on their command lines.
 struct Options {
   bool simulate = false;
+  std::optional<std::filesystem::path> simulateFrom;  ///< a commissioning; then it simulates
+  std::shared_ptr<const commission::Replay> replay;   ///< what was read there
   std::optional<std::filesystem::path> driver;
   std::optional<bool> driverHosted;  ///< in a process of its own; none: a real one is
   std::filesystem::path workFolder;  ///< absolute

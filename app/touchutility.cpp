@@ -20,6 +20,7 @@
 #include "app/process/guarded_run.h"
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
+#include "app/simulated_source.h"
 #include "commission/frmCommission.h"
 #include "commission/frmSheetPdf.h"
 #include "console/main/frmMain.h"
@@ -205,6 +206,12 @@ int run(Options& options, int argc, char** argv) {
                       : QMessageBox::tr("Mend or remove the file, then start again."));
     return exitFailed;
   }
+  if (const auto read = readSimulatedSource(options, "touchutility"); !read) {
+    sayError(read.error().describe(),
+             QMessageBox::tr("Name the folder of a commissioning, as in "
+                             "--simulate-from commissioning/A-17-2026-11-12."));
+    return exitFailed;
+  }
   const auto chosen = bindDriver(options, clock, notice);
   if (!chosen) return exitNoDriver;
   BoundDriver& bound = *chosen->driver;
@@ -226,6 +233,7 @@ int run(Options& options, int argc, char** argv) {
 
   DrawingSwitches switches;
   measure::MeasureSetup measuring;
+  if (options.replay) measuring.size = options.replay->size;
   const WorkingFiles workingFiles(
       options.workFolder,
       QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -34,6 +35,7 @@ class RunFolder {
   static constexpr std::string_view doctorName = "doctor";
   static constexpr std::string_view traceName = "trace";
   static constexpr std::string_view recordingName = "recording";
+  static constexpr std::size_t largestRun = std::size_t{4} << 20U;
 
   /// A new one in `base`, which is made if need be: "SERIAL-DATE", or with a number behind it.
   static Result<RunFolder> make(const std::filesystem::path& base, const Run& run);

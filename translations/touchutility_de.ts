@@ -55,6 +55,10 @@
         <source>&amp;Restart the driver</source>
         <translation>Treiber &amp;neu starten</translation>
     </message>
+    <message>
+        <source>Name the folder of a commissioning, as in --simulate-from commissioning/A-17-2026-11-12.</source>
+        <translation>Nennen Sie den Ordner einer Inbetriebnahme, etwa --simulate-from commissioning/A-17-2026-11-12.</translation>
+    </message>
 </context>
 <context>
     <name>calibration</name>
@@ -638,6 +642,58 @@
     <message>
         <source>Something is missing. Repeat this step to go on with it.</source>
         <translation>Etwas fehlt. Wiederholen Sie diesen Schritt, um ihn fortzusetzen.</translation>
+    </message>
+    <message>
+        <source>the controller&apos;s name</source>
+        <translation>der Name des Controllers</translation>
+    </message>
+    <message>
+        <source>its firmware</source>
+        <translation>seine Firmware</translation>
+    </message>
+    <message>
+        <source>its unit type</source>
+        <translation>sein Gerätetyp</translation>
+    </message>
+    <message>
+        <source>its parameters</source>
+        <translation>seine Parameter</translation>
+    </message>
+    <message>
+        <source>settings: %1</source>
+        <translation>Einstellungen: %1</translation>
+    </message>
+    <message>
+        <source>the folder of a commissioning</source>
+        <translation>den Ordner einer Inbetriebnahme</translation>
+    </message>
+    <message>
+        <source>something else</source>
+        <translation>etwas anderes</translation>
+    </message>
+    <message>
+        <source>nothing of that name</source>
+        <translation>nichts dieses Namens</translation>
+    </message>
+    <message>
+        <source>where its touches miss</source>
+        <translation>wo seine Berührungen danebenliegen</translation>
+    </message>
+    <message>
+        <source>its noise</source>
+        <translation>sein Rauschen</translation>
+    </message>
+    <message>
+        <source>its dead spots</source>
+        <translation>seine toten Stellen</translation>
+    </message>
+    <message>
+        <source>how often it reports</source>
+        <translation>wie oft er meldet</translation>
+    </message>
+    <message>
+        <source>%1 leaves open: %2. There the simulation is as usual.</source>
+        <translation>%1 lässt offen: %2. Dort ist die Simulation wie sonst.</translation>
     </message>
 </context>
 <context>
@@ -1345,6 +1401,10 @@
     <message>
         <source>It crashed three times in a row and is not started again by itself. &quot;Refresh&quot; starts it once more.</source>
         <translation>Er ist dreimal hintereinander abgestürzt und wird nicht von selbst wieder gestartet. „Aktualisieren“ startet ihn noch einmal.</translation>
+    </message>
+    <message>
+        <source>its controller did not become that of %1: %2</source>
+        <translation>ihr Controller wurde nicht zu dem von %1: %2</translation>
     </message>
 </context>
 <context>

@@ -22,6 +22,7 @@ class Arguments {
   /// What the words of some options can be, for completion.
   const KnownValues& known() const { return known_; }
   const ShellOptions& options() const { return options_; }
+  ShellOptions& options() { return options_; }
   const Command& command() const { return command_; }
   const FileCommand& fileCommand() const { return fileCommand_; }
 

@@ -2,6 +2,7 @@
 #include "app/process/guarded_run.h"
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
+#include "app/simulated_source.h"
 #include "app/touchctl/arguments.h"
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
@@ -12,7 +13,11 @@ namespace {
 
 using namespace touch;
 
-ExitStatus run(const Arguments& arguments) {
+ExitStatus run(Arguments& arguments) {
+  if (const auto read = readSimulatedSource(arguments.options(), "touchctl"); !read) {
+    complain(read.error().describe());
+    return ExitStatus::failed;
+  }
   if (arguments.fileCommand()) return arguments.fileCommand()();
   if (!arguments.command()) {
     complain("no command was given; 'touchctl --help' lists them");

@@ -15,6 +15,7 @@
 #include "app/process/guarded_run.h"
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
+#include "app/simulated_source.h"
 #include "app/touchsim/bench.h"
 #include "app/touchsim/outside.h"
 #include "serial/port/line_settings.h"
@@ -22,6 +23,7 @@
 #include "serial/recording/recording.h"
 #include "serial/scripts/script_run.h"
 #include "simulator/controller/controllers.h"
+#include "simulator/controller/described_controller.h"
 #include "simulator/panel/strokes.h"
 #include "support/text/text_encoding.h"
 
@@ -62,6 +64,7 @@ constexpr std::array faults{Fault::noAnswer,     Fault::slowAnswer, Fault::short
                             Fault::storeFails};
 
 struct Options {
+  std::optional<std::filesystem::path> source;
   std::string controller{controllerModels.front().name};
   std::string line = "8N1";
   std::string reports = "tablet";
@@ -207,11 +210,30 @@ int serve(Bench& bench, Pause& pause, const Options& options, Sources& sources) 
   return 0;
 }
 
+/// The controller of a commissioning.
+touch::Result<std::unique_ptr<const DescribedController>, std::string> describedBy(
+    const std::filesystem::path& source) {
+  const auto replay = touch::replayNamed(source, "touchsim");
+  if (!replay) return tl::unexpected(replay.error().describe());
+  Description description;
+  for (const std::string& property : (*replay)->properties)
+    if (auto taken = description.add(property); !taken)
+      return tl::unexpected(source.string() + ": " + taken.error());
+  return std::move(description).finish();
+}
+
 int run(const Options& options) {
   auto sources = readSources(options);
   if (!sources) return failed(sources.error().describe());
+  std::unique_ptr<const DescribedController> described;
+  if (options.source) {
+    auto read = describedBy(*options.source);
+    if (!read) return failed(read.error());
+    described = std::move(*read);
+  }
   Pause pause;
-  const auto bench = Bench::open(modelNamed(options.controller), options.speed);
+  const auto bench =
+      Bench::open(described ? described->model() : modelNamed(options.controller), options.speed);
   if (!bench) {
     return failed(
         "this system offers no pseudo-terminal, and without one no program can open the simulated "
@@ -293,9 +315,16 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
   for (const ReportCommand& command : reportCommands)
     reports.emplace_back(command.name);
   app.set_version_flag("--version", touch::programVersion(), "Print the version and exit");
-  app.add_option("--controller", options.controller, "Which controller to be")
-      ->check(CLI::IsMember(controllers))
-      ->capture_default_str();
+  auto* const controller =
+      app.add_option("--controller", options.controller, "Which controller to be")
+          ->check(CLI::IsMember(controllers))
+          ->capture_default_str();
+  app.add_option_function<std::string>(
+         "--simulate-from",
+         [&options](const std::string& path) { options.source = touch::absolutePathNamed(path); },
+         "Be the controller of this commissioning, with its panel: the folder of the run")
+      ->type_name("SOURCE")
+      ->excludes(controller);
   app.add_option("--line", options.line,
                  "8N1, or 7N2 for a controller that must be told to change with N72toN81")
       ->check(CLI::IsMember({"8N1", "7N2"}))

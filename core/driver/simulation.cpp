@@ -67,6 +67,25 @@ std::optional<Simulation::Place> Simulation::report(double x, double y,
   return Place{numbers->first, numbers->second};
 }
 
+double Simulation::reportRate(const std::string& controller) const {
+  constexpr double usual = 100;
+  const auto said = request("rate " + controller);
+  std::string_view rest = said ? std::string_view(*said) : std::string_view();
+  return takeNumber(rest).value_or(usual);
+}
+
+void Simulation::holdTime() const {
+  request("clock manual");
+}
+
+void Simulation::letPass(std::chrono::microseconds duration) const {
+  request("advance " + decimal(std::chrono::duration<double, std::milli>(duration).count()));
+}
+
+void Simulation::letTimeGo() const {
+  request("clock real");
+}
+
 void Simulation::changePanel(const std::string& trait, const std::string& value,
                              const std::string& controller) const {
   request("panel " + trait + ' ' + value + ' ' + controller);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -35,6 +36,12 @@ class Simulation {
   std::optional<PanelError> panelError(const std::string& controller) const;
   /// What the controller reports for a finger at a place; nothing where the panel feels no touch.
   std::optional<Place> report(double x, double y, const std::string& controller) const;
+  /// How many reports of a touch a second the controller makes.
+  double reportRate(const std::string& controller) const;
+  /// Lets the simulator's time stand until it is let go on; it moves by what is let pass.
+  void holdTime() const;
+  void letPass(std::chrono::microseconds duration) const;
+  void letTimeGo() const;
   /// Changes a trait of the panel: `value` is a number or "new", as the simulator's requests have
   /// it.
   void changePanel(const std::string& trait, const std::string& value,

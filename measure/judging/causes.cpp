@@ -3,13 +3,12 @@
 #include <Eigen/Cholesky>
 #include <Eigen/LU>
 #include <Eigen/QR>
-#include <Eigen/SVD>
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <map>
 
 #include "measure/judging/field.h"
+#include "measure/judging/orientation.h"
 #include "support/text/language.h"
 
 namespace touch::measure {
@@ -42,84 +41,6 @@ constexpr CauseRow table[] = {
     {CauseId::hand, "hand", marked("measure", "Each line errs in another way, as hands do."),
      marked("measure", "Draw again, slowly and along a ruler.")},
 };
-
-/// How the panel's directions became those of the reports, as parts of width and height counted
-/// from the middle.
-struct Orientation {
-  Eigen::Matrix2d map = Eigen::Matrix2d::Identity();  ///< as measured
-  Eigen::Matrix2d whole =
-      Eigen::Matrix2d::Identity();  ///< the nearest quarter turn or mirror image
-  double independence = 1;          ///< how far both directions are told apart, 0 to 1
-};
-
-// Below this a panel does not tell X from Y.
-constexpr double tooAlike = 0.4;
-
-PointMm middleOf(const Measurement& measurement, const Trace& trace) {
-  const Source& source = measurement.sources[trace.source];
-  std::vector<double> x;
-  std::vector<double> y;
-  for (const Sample& sample : trace.samples) {
-    x.push_back(sample.x / source.stepsX);
-    y.push_back(sample.y / source.stepsY);
-  }
-  const auto middle = [](const std::vector<double>& values) {
-    constexpr double stray = 0.02;
-    return (quantile(values, stray) + quantile(values, 1 - stray)) / 2 - 0.5;
-  };
-  return {middle(x), middle(y)};
-}
-
-/// The middle of each guide against that of what was reported for it.
-Orientation orientationOf(const Measurement& measurement) {
-  Eigen::Matrix3d squares = Eigen::Matrix3d::Zero();
-  Eigen::Matrix<double, 3, 2> products = Eigen::Matrix<double, 3, 2>::Zero();
-  for (const Trace& trace : measurement.traces) {
-    const Guide* guide = findGuide(trace.task);
-    if (!guide || trace.blame == Blame::hand || trace.samples.empty()) continue;
-    const Eigen::Vector3d wanted(1, (guide->from.x + guide->to.x - 1) / 2,
-                                 (guide->from.y + guide->to.y - 1) / 2);
-    squares += wanted * wanted.transpose();
-    products += wanted * middleOf(measurement, trace).transpose();
-  }
-  Orientation orientation;
-  constexpr double tooFew = 0.2;  // lines on one spot tell nothing
-  if (squares(1, 1) < tooFew || squares(2, 2) < tooFew) return orientation;
-  orientation.map = squares.ldlt().solve(products).bottomRows<2>().transpose();
-
-  const Eigen::Vector2d spans = Eigen::JacobiSVD<Eigen::Matrix2d>(orientation.map).singularValues();
-  orientation.independence = spans(0) > 0 ? spans(1) / spans(0) : 0;
-  double nearest = 1e9;
-  for (const bool crossed : {false, true})
-    for (const double first : {1.0, -1.0})
-      for (const double second : {1.0, -1.0}) {
-        Eigen::Matrix2d whole;
-        if (crossed)
-          whole << 0, first, second, 0;
-        else
-          whole << first, 0, 0, second;
-        const double distance = (orientation.map - whole).norm();
-        if (distance >= nearest) continue;
-        nearest = distance;
-        orientation.whole = whole;
-      }
-  return orientation;
-}
-
-/// The measurement as it would be if the directions were right.
-Measurement turnedBack(const Measurement& measurement, const Eigen::Matrix2d& whole) {
-  Measurement turned = measurement;
-  for (Trace& trace : turned.traces) {
-    const Source& source = measurement.sources[trace.source];
-    for (Sample& sample : trace.samples) {
-      const Eigen::Vector2d part(sample.x / source.stepsX - 0.5, sample.y / source.stepsY - 0.5);
-      const Eigen::Vector2d right = whole.transpose() * part;
-      sample.x = (right.x() + 0.5) * source.stepsX;
-      sample.y = (right.y() + 0.5) * source.stepsY;
-    }
-  }
-  return turned;
-}
 
 /// Where the courses of the lines are explained as far as a panel can be the reason: by a smooth
 /// field, by time, and by one straight crack.

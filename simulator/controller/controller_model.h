@@ -7,6 +7,8 @@
 
 #include "simulator/controller/faults.h"
 #include "simulator/controller/parameter_memory.h"
+#include "simulator/controller/pointer_settings.h"
+#include "simulator/panel/measured_panel.h"
 #include "simulator/panel/panel.h"
 
 namespace touch::simulator {
@@ -27,6 +29,11 @@ struct ControllerModel {
   PanelTraits panel;
   std::span<const FactoryWord> factoryWords;
   FaultSet faults;  ///< those that it has when new
+  PointerSettings settings{};
+  bool reportsTouches = true;
+  std::chrono::nanoseconds reportInterval = std::chrono::milliseconds(10);
+  /// What its panel does beside `panel`, with the calibration that `factoryWords` are; may be null.
+  const MeasuredPanel* measured = nullptr;
 };
 
 }  // namespace touch::simulator

@@ -58,7 +58,18 @@ void ParameterMemory::restoreAll() {
   }
 }
 
+ParameterMemory::MapWords ParameterMemory::mapWords() const {
+  MapWords words{};
+  std::copy_n(words_.begin() + mapStart, words.size(), words.begin());
+  return words;
+}
+
+void ParameterMemory::mean(const TouchMap& map) {
+  meaning_ = {mapWords(), map};
+}
+
 TouchMap ParameterMemory::touchMap() const {
+  if (meaning_ && meaning_->words == mapWords()) return meaning_->map;
   TouchMap map;
   for (std::size_t i = 0; i < mapFactors.size(); ++i) {
     map.*mapFactors[i] = static_cast<std::int16_t>(words_[mapStart + i]) / fixedPointOne;

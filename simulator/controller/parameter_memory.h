@@ -40,15 +40,26 @@ class ParameterMemory {
   void restoreAll();
 
   TouchMap touchMap() const;
+  /// Says what its calibration words mean as long as they are what they are now: another maker
+  /// writes a calibration in another way.
+  void mean(const TouchMap& map);
   /// False, keeping the old map, when a factor is too large for its word: no real panel needs that.
   bool storeTouchMap(const TouchMap& map);
 
  private:
   static constexpr std::size_t areaSize = 0x40;
+  static constexpr std::size_t mapSize = 6;
+  using MapWords = std::array<std::uint16_t, mapSize>;
+  struct Meaning {
+    MapWords words{};
+    TouchMap map;
+  };
+  MapWords mapWords() const;
 
   std::span<const FactoryWord> defaults_;
   std::array<std::uint16_t, 2 * areaSize> words_{};
   bool locked_ = false;
+  std::optional<Meaning> meaning_;
 };
 
 }  // namespace touch::simulator

@@ -9,6 +9,8 @@
 #include <optional>
 #include <utility>
 
+#include "simulator/controller/words.h"
+
 namespace touch::simulator {
 
 namespace {
@@ -21,42 +23,6 @@ RequestAnswer done(std::string text = {}) {
 }
 RequestAnswer refused(std::string reason) {
   return {false, std::move(reason)};
-}
-
-std::string quoted(std::string_view text) {
-  return '"' + std::string(text) + '"';
-}
-
-std::string_view withoutBlanks(std::string_view text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-// The words of a request that have not been read yet.
-class Words {
- public:
-  explicit Words(std::string_view text) : text_(withoutBlanks(text)) {}
-
-  std::string_view next() {
-    const std::string_view word = text_.substr(0, text_.find(' '));
-    text_ = withoutBlanks(text_.substr(word.size()));
-    return word;
-  }
-  std::string_view rest() { return std::exchange(text_, {}); }
-  bool empty() const { return text_.empty(); }
-
- private:
-  std::string_view text_;
-};
-
-std::optional<double> numberIn(std::string_view text, double lowest, double highest) {
-  double value = 0;
-  const auto* const end = text.data() + text.size();
-  const auto [stop, problem] = std::from_chars(text.data(), end, value);
-  if (problem != std::errc() || stop != end) return std::nullopt;
-  if (!(value >= lowest && value <= highest)) return std::nullopt;
-  return value;
 }
 
 std::string decimal(double value) {
@@ -137,7 +103,7 @@ RequestAnswer tellReport(SimulatedDevices& devices, Words& words) {
   const auto name = words.rest();
   SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
-  const auto report = unit->controller.felt(*place);
+  const auto report = unit->controller.felt(*place, devices.clock().now());
   return done(report ? decimal(report->x) + ' ' + decimal(report->y) : std::string());
 }
 
@@ -146,6 +112,35 @@ RequestAnswer tellPort(SimulatedDevices& devices, Words& words) {
   const SimulatedUnit* const unit = devices.find(name);
   if (unit == nullptr) return unknownController(name);
   return done(unit->line ? unit->line->path() : std::string());
+}
+
+RequestAnswer listControllers(SimulatedDevices& devices, Words&) {
+  std::string names;
+  for (const SimulatedUnit& unit : devices.units())
+    if (!unit.replaced)
+      names.append(names.empty() ? "" : "\n").append(unit.controller.model().name);
+  return done(names);
+}
+
+RequestAnswer tellRate(SimulatedDevices& devices, Words& words) {
+  const auto name = words.rest();
+  const SimulatedUnit* const unit = devices.find(name);
+  if (unit == nullptr) return unknownController(name);
+  const std::chrono::duration<double> interval = unit->controller.model().reportInterval;
+  return done(decimal(1 / interval.count()));
+}
+
+RequestAnswer takeProperty(SimulatedDevices& devices, Words& words) {
+  if (devices.isDescribed()) return refused("a controller has been described before");
+  const auto line = words.rest();
+  if (line != "done") {
+    auto taken = devices.description().add(line);
+    return taken ? done() : refused(std::move(taken.error()));
+  }
+  auto described = std::exchange(devices.description(), {}).finish();
+  if (!described) return refused(std::move(described.error()));
+  devices.become(std::move(*described));
+  return done();
 }
 
 RequestAnswer switchFault(SimulatedDevices& devices, Words& words) {
@@ -228,7 +223,8 @@ RequestAnswer advanceClock(SimulatedDevices& devices, Words& words) {
     return refused("expected milliseconds from 0 to a day, found " + quoted(word));
   }
   if (!devices.clock().isManual()) return refused("the clock is not manual");
-  devices.clock().advance(std::chrono::milliseconds(static_cast<std::int64_t>(*milliseconds)));
+  devices.clock().advance(
+      std::chrono::microseconds(static_cast<std::int64_t>(*milliseconds * 1000)));
   return done();
 }
 
@@ -249,7 +245,10 @@ constexpr std::array requests{
     Request{"error", tellError, "error NAME"},
     Request{"map", tellMapped, "map X Y NAME"},
     Request{"report", tellReport, "report X Y NAME"},
+    Request{"controllers", listControllers, "controllers"},
     Request{"port", tellPort, "port NAME"},
+    Request{"rate", tellRate, "rate NAME"},
+    Request{"become", takeProperty, "become NAME"},
     Request{"fault", switchFault, "fault FAULT on|off NAME"},
     Request{"faults", listFaults, "faults"},
     Request{"panel", changePanel, "panel KEY VALUE NAME"},

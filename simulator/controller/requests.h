@@ -15,8 +15,9 @@
 /// point whatever the locale.
 ///
 ///   touch X Y               the finger is down there, on every panel; moves it when it is down
-///   already lift                    the finger is up error NAME              answers "MEAN MAX":
-///   the distance between finger and report over a grid
+///                           already
+///   lift                    the finger is up
+///   error NAME              answers "MEAN MAX": the distance between finger and report over a grid
 ///                           of 9 x 9 places, without noise, as fractions of the panel's width
 ///   map X Y NAME            answers "X Y": what the controller reports for a finger there, without
 ///                           noise, rotation ignored
@@ -24,6 +25,11 @@
 ///                           ignored; nothing where the panel feels no touch
 ///   port NAME               answers the device of a serial port that the driver has let go of,
 ///                           else nothing
+///   controllers             answers the names of the controllers, one a line
+///   rate NAME               answers how many reports a second it makes
+///   become PROPERTY         describes a controller, one property at a time, as in
+///                           described_controller.h; "become done" then puts it in the place of
+///                           all others, once
 ///   fault FAULT on NAME     makes something go wrong; "off" ends it
 ///   faults                  answers the names of the faults, one a line
 ///   panel KEY VALUE NAME    changes the panel: offset-x, offset-y, gain-x, gain-y, skew, noise, as

@@ -21,7 +21,7 @@ class SimulatedClock {
     held_.reset();
   }
   /// Moves the manual time on; real time moves by itself.
-  void advance(std::chrono::milliseconds duration) {
+  void advance(std::chrono::microseconds duration) {
     if (held_) *held_ += duration;
   }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 namespace touch::simulator {
@@ -16,7 +17,6 @@ using namespace std::chrono_literals;
 constexpr std::chrono::nanoseconds serialByteTime(int baud) {
   return 10 * std::chrono::nanoseconds(1s) / baud;
 }
-constexpr auto reportInterval = 10ms;
 // Longer than any wait for a reply.
 constexpr auto slowness = 400ms;
 // Older reports would not fit on the line any more.
@@ -95,6 +95,28 @@ std::vector<std::uint8_t> withNoise(std::vector<std::uint8_t> report, int number
   return report;
 }
 
+// A measured panel was reported in no coarser steps than these.
+constexpr double finestCount = 65535;
+// What a panel reads whose calibration is written in a way that is not known.
+constexpr TouchMap usualSheet{.xFromX = 0.9, .xShift = 0.05, .yFromY = 0.9, .yShift = 0.05};
+
+bool readsWholePanel(const TouchMap& sheet) {
+  constexpr double margin = 0.002;
+  return std::ranges::all_of(
+      std::array{Point{0, 0}, Point{1, 0}, Point{0, 1}, Point{1, 1}}, [&sheet](Point corner) {
+        const Point raw = sheet(corner);
+        return std::min(raw.x, raw.y) >= -margin && std::max(raw.x, raw.y) <= 1 + margin;
+      });
+}
+
+/// The readings of a panel that reports rightly with the calibration that is in the memory.
+TouchMap sheetUnder(ParameterMemory& memory) {
+  if (const auto sheet = inverse(memory.touchMap()); sheet && readsWholePanel(*sheet))
+    return *sheet;
+  memory.mean(*inverse(usualSheet));
+  return usualSheet;
+}
+
 Point onScreen(Point place) {
   return {std::clamp(place.x, 0.0, 1.0), std::clamp(place.y, 0.0, 1.0)};
 }
@@ -106,8 +128,11 @@ SimulatedController::SimulatedController(const ControllerModel& model)
       faults_(model.faults),
       panel_(model.panel),
       memory_(model.factoryWords),
+      mode_(model.reportsTouches ? Mode::stream : Mode::inactive),
       byteTime_(byteTime(model.link)),
-      output_(byteTime_) {}
+      output_(byteTime_) {
+  if (model.measured) sheet_ = sheetUnder(memory_);
+}
 
 void SimulatedController::setSpeed(int baud) {
   baud_ = baud;
@@ -115,8 +140,29 @@ void SimulatedController::setSpeed(int baud) {
   output_.setByteTime(byteTime_);
 }
 
+bool SimulatedController::feelsAt(Point place) const {
+  return feels(panel_, place) && (!model_->measured || model_->measured->feels(place));
+}
+
+Point SimulatedController::cleanReading(Point place, double seconds) const {
+  const Point raw = rawReading(panel_, place);
+  return model_->measured ? sheet_(model_->measured->reported(raw, seconds)) : raw;
+}
+
+Point SimulatedController::reading(Point place, int samples, TimePoint now) {
+  const Point usual{panel_.noise, panel_.noise};
+  if (!model_->measured)
+    return sampler_.average(rawReading(panel_, place), usual, highestCount, samples);
+  if (!firstTouch_) firstTouch_ = now;
+  const double seconds = std::chrono::duration<double>(now - *firstTouch_).count();
+  const Point measured = model_->measured->noise;
+  const Point noise{std::hypot(usual.x, sheet_.xFromX * measured.x, sheet_.xFromY * measured.y),
+                    std::hypot(usual.y, sheet_.yFromX * measured.x, sheet_.yFromY * measured.y)};
+  return sampler_.average(cleanReading(place, seconds), noise, finestCount, samples);
+}
+
 void SimulatedController::touch(Point place, TimePoint now) {
-  if (!feels(panel_, place)) {
+  if (!feelsAt(place)) {
     lift(now);
     return;
   }
@@ -125,15 +171,15 @@ void SimulatedController::touch(Point place, TimePoint now) {
   finger_ = place;
   if (!begins || faults_.has(Fault::noAnswer)) return;
   if (const auto samples = run_.wanted()) {
-    run_.take(sampler_.average(panel_, place, *samples));
+    run_.take(reading(place, *samples, now));
   }
   if (extended_) {
-    takeExtended(sampler_.average(panel_, place, ownSamples), now);
+    takeExtended(reading(place, ownSamples, now), now);
     return;
   }
   if (mode_ == Mode::inactive) return;
   report(place, true, now);
-  nextReport_ = now + reportInterval;
+  nextReport_ = after(now, model_->reportInterval);
 }
 
 void SimulatedController::lift(TimePoint now) {
@@ -145,12 +191,12 @@ void SimulatedController::lift(TimePoint now) {
 }
 
 Point SimulatedController::reported(Point place) const {
-  return onScreen(memory_.touchMap()(rawReading(panel_, place)));
+  return onScreen(memory_.touchMap()(cleanReading(place, 0)));
 }
 
-std::optional<Point> SimulatedController::felt(Point place) {
-  if (!feels(panel_, place) || faults_.has(Fault::noAnswer)) return std::nullopt;
-  return onScreen(memory_.touchMap()(sampler_.average(panel_, place, 1)));
+std::optional<Point> SimulatedController::felt(Point place, TimePoint now) {
+  if (!feelsAt(place) || faults_.has(Fault::noAnswer)) return std::nullopt;
+  return onScreen(memory_.touchMap()(reading(place, 1, now)));
 }
 
 void SimulatedController::receive(std::span<const std::uint8_t> bytes, TimePoint now) {
@@ -352,7 +398,7 @@ bool SimulatedController::streams() const {
 void SimulatedController::report(Point place, bool touching, TimePoint when) {
   if (user_ != LineUser::port || faults_.has(Fault::noAnswer)) return;
   const ReportFormat format = rawCalibration_ ? ReportFormat::raw : format_;
-  const Point raw = sampler_.average(panel_, place, 1);
+  const Point raw = reading(place, 1, when);
   const Point told = wantsRaw(format) ? raw : memory_.touchMap()(raw);
   auto bytes = encodeReport(format, told, touching);
   if (faults_.has(Fault::noisyReports)) bytes = withNoise(std::move(bytes), ++reportNumber_);
@@ -361,11 +407,11 @@ void SimulatedController::report(Point place, bool touching, TimePoint when) {
 
 void SimulatedController::reportUntil(TimePoint now) {
   if (!streams()) {
-    nextReport_ = now + reportInterval;
+    nextReport_ = after(now, model_->reportInterval);
     return;
   }
   nextReport_ = std::max(nextReport_, now - longestBacklog);
-  for (; nextReport_ <= now; nextReport_ += reportInterval)
+  for (; nextReport_ <= now; nextReport_ = after(nextReport_, model_->reportInterval))
     report(*finger_, true, nextReport_);
 }
 

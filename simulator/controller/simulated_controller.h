@@ -41,10 +41,10 @@ class SimulatedController {
   void lift(TimePoint now);
   /// Whether it feels the finger.
   bool isTouched() const { return finger_.has_value() && !faults_.has(Fault::noAnswer); }
-  /// Where it reports a finger at `place`, without noise, inside the screen.
+  /// Where it reports a finger at `place`, without noise and drift, inside the screen.
   Point reported(Point place) const;
   /// What a single report says of it, with noise; nothing where the panel feels no touch.
-  std::optional<Point> felt(Point place);
+  std::optional<Point> felt(Point place, TimePoint now);
 
   /// Bytes from the user of the line. What they make it say comes later.
   void receive(std::span<const std::uint8_t> bytes, TimePoint now);
@@ -97,6 +97,12 @@ class SimulatedController {
 
   void answer(std::span<const std::uint8_t> bytes, TimePoint earliest);
   void takeExtended(Point raw, TimePoint now);
+  bool feelsAt(Point place) const;
+  /// What the converter would read without noise.
+  Point cleanReading(Point place, double seconds) const;
+  /// The mean of so many readings.
+  Point reading(Point place, int samples, TimePoint now);
+
   bool streams() const;
   void report(Point place, bool touching, TimePoint when);
   void reportUntil(TimePoint now);
@@ -106,6 +112,8 @@ class SimulatedController {
   PanelTraits panel_;
   PanelSampler sampler_;
   ParameterMemory memory_;
+  TouchMap sheet_;                       ///< from what a measured panel reports to its readings
+  std::optional<TimePoint> firstTouch_;  ///< from when on a measured panel drifts
 
   Mode mode_ = Mode::stream;
   ReportFormat format_ = ReportFormat::tablet;

@@ -1,6 +1,7 @@
 #include "simulator/driver/simulated_devices.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "simulator/controller/controllers.h"
 
@@ -12,8 +13,9 @@ SimulatedDevices::SimulatedDevices() {
 }
 
 SimulatedUnit* SimulatedDevices::find(std::string_view name) {
-  const auto found = std::ranges::find_if(
-      units_, [&](const SimulatedUnit& unit) { return unit.controller.model().name == name; });
+  const auto found = std::ranges::find_if(units_, [&](const SimulatedUnit& unit) {
+    return !unit.replaced && unit.controller.model().name == name;
+  });
   return found == units_.end() ? nullptr : &*found;
 }
 
@@ -27,12 +29,21 @@ void SimulatedDevices::lift() {
     unit.controller.lift(clock_.now());
 }
 
+void SimulatedDevices::become(std::unique_ptr<const DescribedController> described) {
+  if (isDescribed()) return;
+  // Handles of the others go on to refer to them.
+  for (SimulatedUnit& unit : units_)
+    unit.replaced = true;
+  described_ = std::move(described);
+  units_.emplace_back(described_->model());
+}
+
 void SimulatedDevices::reset() {
   for (SimulatedUnit& unit : units_) {
     // The unit itself stays, because its line's thread still refers to it until the line is
     // settled.
     unit.controller = SimulatedController(unit.controller.model());
-    unit.settings = {};
+    unit.settings = unit.controller.model().settings;
     unit.portReleased = false;
   }
 }

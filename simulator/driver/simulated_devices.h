@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/controller/described_controller.h"
 #include "simulator/controller/pointer_settings.h"
 #include "simulator/controller/simulated_clock.h"
 #include "simulator/controller/simulated_controller.h"
@@ -16,14 +17,16 @@ namespace touch::simulator {
 
 /// A controller with what the driver keeps for it.
 struct SimulatedUnit {
-  explicit SimulatedUnit(const ControllerModel& model) : controller(model) {}
+  explicit SimulatedUnit(const ControllerModel& model)
+      : controller(model), settings(model.settings) {}
 
   SimulatedController controller;
   PointerSettings settings;
+  bool replaced = false;          ///< by the one that was described
   bool portReleased = false;      ///< the driver has let go of its serial port
   std::unique_ptr<PtyLine> line;  ///< the released port; null while the controller is unplugged
 
-  bool isPluggedIn() const { return !controller.faults().has(Fault::unplugged); }
+  bool isPluggedIn() const { return !replaced && !controller.faults().has(Fault::unplugged); }
 };
 
 /// All simulated controllers, the one finger that touches every panel, and their time. Not safe to
@@ -39,6 +42,11 @@ class SimulatedDevices {
 
   void touch(Point place);
   void lift();
+  /// All controllers go, as if unplugged, and this one takes their place. Only once.
+  void become(std::unique_ptr<const DescribedController> described);
+  bool isDescribed() const { return described_ != nullptr; }
+  /// What is being described; it becomes nothing before it is complete.
+  Description& description() { return description_; }
   /// Everything as when new; the clock goes on as it was.
   void reset();
   /// Lets the lines see what has happened to the finger and the clock.
@@ -49,6 +57,8 @@ class SimulatedDevices {
   std::vector<std::unique_ptr<PtyLine>> settleLines(std::mutex& guard);
 
  private:
+  Description description_;
+  std::unique_ptr<const DescribedController> described_;
   std::deque<SimulatedUnit> units_;  // a deque, because lines refer to the controllers in it
   SimulatedClock clock_;
 };

@@ -6,6 +6,7 @@
 #include <limits>
 #include <span>
 #include <string_view>
+#include <utility>
 
 namespace touch::simulator {
 
@@ -89,6 +90,12 @@ bool SimulatedDriver::isOpen(const SimulatedUnit& unit) const {
 
 RequestAnswer SimulatedDriver::answer(std::string_view request) {
   return locked([&] { return carryOutRequest(devices_, request); });
+}
+
+Result<std::string, std::string> SimulatedDriver::simulate(const std::string& request) {
+  RequestAnswer given = answer(request);
+  if (!given.done) return tl::unexpected(std::move(given.text));
+  return std::move(given.text);
 }
 
 std::int32_t SimulatedDriver::GetExistControllers() {

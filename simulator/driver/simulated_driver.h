@@ -23,6 +23,10 @@ class SimulatedDriver final : public Driver {
 
   /// See requests.h.
   RequestAnswer answer(std::string_view request);
+  bool isSimulated() const override {
+    return true;
+  }
+  Result<std::string, std::string> simulate(const std::string& request) override;
 
  private:
   struct Range {

@@ -11,8 +11,8 @@ double inRange(double value) {
   return std::clamp(value, 0.0, 1.0);
 }
 
-double wholeCounts(double value) {
-  return std::round(inRange(value) * highestCount) / highestCount;
+double wholeCounts(double value, double highest) {
+  return std::round(inRange(value) * highest) / highest;
 }
 
 }  // namespace
@@ -30,14 +30,13 @@ bool feels(const PanelTraits& panel, Point finger) {
   return std::abs(finger.y - deadStripMiddle) * 2 >= panel.deadStrip;
 }
 
-Point PanelSampler::average(const PanelTraits& panel, Point finger, int samples) {
+Point PanelSampler::average(Point clean, Point noise, double highest, int samples) {
   const int count = std::max(samples, 1);
-  const Point clean = rawReading(panel, finger);
   std::normal_distribution<double> spread;
   Point sum;
   for (int i = 0; i < count; ++i) {
-    sum.x += wholeCounts(clean.x + panel.noise * spread(random_));
-    sum.y += wholeCounts(clean.y + panel.noise * spread(random_));
+    sum.x += wholeCounts(clean.x + noise.x * spread(random_), highest);
+    sum.y += wholeCounts(clean.y + noise.y * spread(random_), highest);
   }
   return {sum.x / count, sum.y / count};
 }

@@ -40,9 +40,10 @@ bool feels(const PanelTraits& panel, Point finger);
 /// Readings of a panel with its noise. Every sampler makes the same noise in the same order.
 class PanelSampler {
  public:
-  /// The mean of `samples` readings, each in whole counts, as fractions of the range. At least one
-  /// is taken.
-  Point average(const PanelTraits& panel, Point finger, int samples);
+  /// The mean of `samples` readings of what would be `clean` without noise, as fractions of the
+  /// range. Each is in whole counts up to `highest`, with `noise` as its standard deviation. At
+  /// least one is taken.
+  Point average(Point clean, Point noise, double highest, int samples);
 
  private:
   std::mt19937 random_{4095};

@@ -21,6 +21,20 @@ Point mean(std::span<const CalibrationPair> pairs, Point CalibrationPair::*which
 
 }  // namespace
 
+std::optional<TouchMap> inverse(const TouchMap& map) {
+  constexpr double flat = 0.01;
+  const double determinant = map.xFromX * map.yFromY - map.xFromY * map.yFromX;
+  if (!(std::abs(determinant) >= flat)) return std::nullopt;
+  TouchMap back;
+  back.xFromX = map.yFromY / determinant;
+  back.xFromY = -map.xFromY / determinant;
+  back.yFromX = -map.yFromX / determinant;
+  back.yFromY = map.xFromX / determinant;
+  back.xShift = -(back.xFromX * map.xShift + back.xFromY * map.yShift);
+  back.yShift = -(back.yFromX * map.xShift + back.yFromY * map.yShift);
+  return back;
+}
+
 std::optional<TouchMap> fitAffine(std::span<const CalibrationPair> pairs) {
   if (pairs.size() < 3) return std::nullopt;
   const Point rawMean = mean(pairs, &CalibrationPair::raw);

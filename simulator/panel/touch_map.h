@@ -22,6 +22,10 @@ struct TouchMap {
   }
 };
 
+/// From places back to readings. Nothing for a map that takes places that are far apart to nearly
+/// the same.
+std::optional<TouchMap> inverse(const TouchMap& map);
+
 /// A target that was touched: what was read there and where it stands on the screen.
 struct CalibrationPair {
   Point raw;

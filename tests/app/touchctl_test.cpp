@@ -120,6 +120,9 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {stubborn("commission --serial A"), 1, "", "(--simulate)"},
       {usb("commission --serial A --skip check=late"), 5, "skipped: late", ""},
       {usb("commission --serial B --skip calibrate=so"), 1, "\nFAIL: ", ""},
+      {"--simulate-from @/none list", 1, "", "the folder of a commissioning, found nothing"},
+      {"--simulate-from @/short list", 1, "", "/short/run.json: expected "},
+      {"--simulate-from @/short --driver @/none.so list", 2, "", "--driver"},
       {"--simulate commission", 2, "", "--serial is required"},
       {"--simulate commission --serial A --skip panel=x", 2, "", "expected STEP=REASON"},
       {stubborn("calibrate --check"), 1, "", "\"Check after calibrating\""},
@@ -212,6 +215,21 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
   EXPECT_EQ(json::parse(run("--simulate list --json").output).at(0).at("number"), 1);
   EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1 PASS"));
   EXPECT_THAT(folder.read("map.svg"), HasSubstr("mm nominal"));
+}
+
+TEST_F(Touchctl, ShowsTheControllerOfACommissioning) {
+  ASSERT_EQ(run(usb("commission --serial A-7 --use kiosk --set --panel-size 120x90")).status, 0);
+  const fs::path source = fs::directory_iterator(folder.path() / "commissioning")->path();
+  fs::rename(source, folder.path() / "from customer");
+  const std::string from = "--simulate-from \"@/from customer\" ";
+  expectAll({
+      {from + "list", 0, "1  USB DEVICE 2  (answers)\n", ""},
+      {from + "--driver-hosted info", 0, "M0110100", ""},
+      {from + "commission --serial A-8 --use kiosk --skip calibrate=so --skip check=so", 5,
+       "INCOMPLETE", ""},
+  });
+  fs::remove(folder.path() / "from customer" / "measurement.json");
+  expectAll({{from + "info", 0, "M0110100", "leaves open: where its touches miss; its noise"}});
 }
 
 TEST_F(Touchctl, JudgesASavedMeasurementAgain) {

@@ -92,5 +92,73 @@ TEST_F(Requests, resetMakesEverythingNewButKeepsHandles) {
   EXPECT_EQ(ask(handle, framed("GP00")), framed("00301"));
 }
 
+TEST_F(Requests, describeAControllerThatTakesThePlaceOfAll) {
+  const std::pair<const char*, const char*> refused[] = {
+      {"become colour red", "no property is called \"colour\""},
+      {"become name DEVICE 1", "expected a name with RS232 or USB"},
+      {"become name USB DEVICE 1234567890", "expected a name with RS232 or USB"},
+      {"become identity M01301000", "expected 1 to 8 characters"},
+      {"become unit-type a b", "expected 1 to 8 characters"},
+      {"become word 40 1234", "expected an address of two"},
+      {"become word 02 123", "expected an address of two"},
+      {"become setting rotation 4", "expected a number in range, found \"4\""},
+      {"become setting colour 1", "no setting is called"},
+      {"become reports maybe", "expected on or off"},
+      {"become rate 0", "expected a number in range"},
+      {"become noise 0.1", "expected a number in range, found \"\""},
+      {"become drift nan 0", "expected a number in range, found \"nan\""},
+      {"become directions 1 0 0 0 1 0 0", "expected no more, found \"0\""},
+      {"become dead 0 0 1 inf", "expected a number in range, found \"inf\""},
+      {"become error-x row 0 0", "expected columns"},
+      {"become error-x columns 0 0.5 0.5", "ascending"},
+      {"become error-x cell 0 0", "expected columns or row"},
+  };
+  for (const auto& [text, reason] : refused) {
+    const auto answer = driver.answer(text);
+    EXPECT_FALSE(answer.done) << text;
+    EXPECT_THAT(answer.text, testing::HasSubstr(reason)) << text;
+  }
+  EXPECT_FALSE(driver.answer("become error-x columns" + std::string(5000, ' ') + '1').done);
+  request("become error-x columns 0 1");
+  EXPECT_EQ(driver.answer("become done").text, "expected rows of an error, found columns only");
+  EXPECT_EQ(driver.GetExistControllers(), 3) << "and all is forgotten";
+
+  const auto handle = open(serialName);
+  for (const char* const property :
+       {"name "
+        "USB DEVICE 7",
+        "identity M0990100", "word 05 0100", "rate 50", "noise 0 0", "error-x columns 0 1",
+        "error-x row 0 0.01 0.03", "error-x row 1 0.01 0.03", "dead 0.8 0.8 0.9 0.9",
+        "drift 0 0.001", "setting rotation 2"})
+    request(std::string("become ") + property);
+  request("become done");
+  EXPECT_FALSE(driver.answer("become rate 60").done) << "only once";
+  EXPECT_EQ(driver.GetExistControllers(), 1);
+  EXPECT_EQ(ask(handle, framed("OI")), "") << "its controller is gone";
+  const auto described = open("USB DEVICE 7");
+  EXPECT_EQ(ask(described, framed("OI")), framed("M0990100"));
+  EXPECT_EQ(driver.GetRotation(described), 2);
+  EXPECT_EQ(request("rate USB DEVICE 7"), "50.000000");
+
+  const auto expectMiddleAt = [&](double x, double y) {
+    std::istringstream place(request("report 0.5 0.5 USB DEVICE 7"));
+    double reportedX = 0;
+    double reportedY = 0;
+    place >> reportedX >> reportedY;
+    EXPECT_NEAR(reportedX, x, 2e-5);
+    EXPECT_NEAR(reportedY, y, 2e-5);
+  };
+  expectMiddleAt(0.52, 0.5);
+  EXPECT_EQ(request("report 0.85 0.85 USB DEVICE 7"), "");
+  wait(10000);
+  expectMiddleAt(0.52, 0.51);
+  // These words mean no calibration that the simulator would write; others count as its own.
+  ask(described, framed("SP054000"));
+  EXPECT_THAT(request("map 0.5 0.5 USB DEVICE 7"), testing::Not(testing::StartsWith("0.5200")));
+  request("reset");
+  EXPECT_THAT(request("map 0.5 0.5 USB DEVICE 7"), testing::StartsWith("0.5200"));
+  EXPECT_EQ(driver.GetRotation(described), 2) << "as when new, which is as described";
+}
+
 }  // namespace
 }  // namespace touch::simulator

@@ -113,7 +113,7 @@ class ShellRun {
   /// What was drawn before the run was interrupted is not drawn again.
   Status measurePanel() {
     auto measurement = guided_.measurement(
-        parsePanelSize(asked_.panelSize).value_or(nominalSizeOf(shell_.options())));
+        parsePanelSize(asked_.panelSize).value_or(simulatedSizeOf(shell_.options())));
     if (!measurement) return tl::unexpected(measurement.error());
     if (measurement->sources.empty()) {
       measurement->conditions.screen = screenText(shell_.options());
@@ -255,7 +255,8 @@ void addCommissionCommand(const CommandLine& line) {
             ->capture_default_str();
         command
             .add_option("--panel-size", asked->panelSize,
-                        "The active area in mm (default: nominal, 96 pixels an inch)")
+                        "The active area in mm (default: that of --simulate-from, else nominal, 96 "
+                        "pixels an inch)")
             ->type_name("WxH");
         command
             .add_option("--out", asked->out,

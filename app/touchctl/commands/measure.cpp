@@ -386,7 +386,7 @@ ExitStatus statusOf(Outcome outcome) {
 
 ExitStatus measureSimulatedLines(Shell& shell) {
   Measurement measurement;
-  measurement.size = nominalSizeOf(shell.options());
+  measurement.size = simulatedSizeOf(shell.options());
   measurement.sources = {SimulatedHand::source()};
   SimulatedHand hand(shell.simulation(), shell.controller(), measurement.size);
   for (const std::string& task : tasksOf(measurement.plan)) {

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "app/touchctl/command_line.h"
+#include "commission/replay.h"
 
 namespace touch {
 
@@ -43,6 +44,11 @@ std::string screenText(const Options& options) {
 
 PanelSize nominalSizeOf(const Options& options) {
   return nominalSize(screenOf(options).width, screenOf(options).height);
+}
+
+PanelSize simulatedSizeOf(const Options& options) {
+  const std::optional<PanelSize> known = options.replay ? options.replay->size : std::nullopt;
+  return known.value_or(nominalSizeOf(options));
 }
 
 }  // namespace touch

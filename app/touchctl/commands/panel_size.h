@@ -20,5 +20,7 @@ ScreenSize screenOf(const Options& options);
 std::string screenText(const Options& options);
 /// The size of that screen at 96 pixels an inch.
 measure::PanelSize nominalSizeOf(const Options& options);
+/// That of the source of --simulate-from where it is known, else nominal.
+measure::PanelSize simulatedSizeOf(const Options& options);
 
 }  // namespace touch

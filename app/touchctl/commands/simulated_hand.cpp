@@ -10,11 +10,10 @@ using namespace measure;
 
 namespace {
 
-constexpr Seconds interval{0.01};
 constexpr Seconds pauseBetween{0.6};  // a tap that comes sooner would count as the same one
 constexpr Seconds restTime{3.2};
-constexpr int samplesPerLine = 200;
-constexpr int samplesPerTap = 10;
+constexpr Seconds lineTime{2};
+constexpr Seconds tapTime{0.1};
 constexpr double rowsApart = 2;  // mm
 
 }  // namespace
@@ -39,6 +38,14 @@ Source SimulatedHand::source() {
 }
 
 std::vector<Trace> SimulatedHand::carryOut(std::string_view task, const Plan& plan) {
+  // What changes with time on the panel does so in the hand's time, which takes none.
+  simulation_.holdTime();
+  auto traces = move(task, plan);
+  simulation_.letTimeGo();
+  return traces;
+}
+
+SimulatedHand::Traces SimulatedHand::move(std::string_view task, const Plan& plan) {
   if (const Guide* const guide = findGuide(task)) return draw(*guide);
   for (const Target& target : restTargets())
     if (target.name == task) return rest(target);
@@ -49,8 +56,9 @@ std::vector<Trace> SimulatedHand::carryOut(std::string_view task, const Plan& pl
 
 SimulatedHand::Traces SimulatedHand::draw(const Guide& guide) {
   Traces traces;
-  for (int sample = 0; sample < samplesPerLine; ++sample) {
-    const double along = (sample + 0.5) / samplesPerLine;
+  const int samples = reportsIn(lineTime);
+  for (int sample = 0; sample < samples; ++sample) {
+    const double along = (sample + 0.5) / samples;
     move(traces, guide.name,
          {std::lerp(guide.from.x, guide.to.x, along), std::lerp(guide.from.y, guide.to.y, along)});
   }
@@ -61,7 +69,7 @@ SimulatedHand::Traces SimulatedHand::draw(const Guide& guide) {
 SimulatedHand::Traces SimulatedHand::tap(const Target& target) {
   Traces traces;
   for (int tap = 0; tap < tapsPerTarget; ++tap) {
-    for (int sample = 0; sample < samplesPerTap; ++sample)
+    for (int sample = 0; sample < reportsIn(tapTime); ++sample)
       move(traces, target.name, target.at);
     lift();
   }
@@ -86,7 +94,7 @@ SimulatedHand::Traces SimulatedHand::rub() {
 }
 
 void SimulatedHand::move(Traces& traces, std::string_view task, Place at) {
-  time_ += interval;
+  pass(Seconds(1 / rate_));
   const auto reported = simulation_.report(at.x, at.y, controller_);
   if (!reported) {
     down_ = false;
@@ -98,7 +106,16 @@ void SimulatedHand::move(Traces& traces, std::string_view task, Place at) {
 
 void SimulatedHand::lift() {
   down_ = false;
-  time_ += pauseBetween;
+  pass(pauseBetween);
+}
+
+void SimulatedHand::pass(Seconds time) {
+  time_ += time;
+  simulation_.letPass(std::chrono::duration_cast<std::chrono::microseconds>(time));
+}
+
+int SimulatedHand::reportsIn(Seconds time) const {
+  return std::max(static_cast<int>(std::lround(time.count() * rate_)), 1);
 }
 
 }  // namespace touch

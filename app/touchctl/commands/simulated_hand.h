@@ -13,13 +13,16 @@ namespace touch {
 /// order.
 std::vector<std::string> tasksOf(const measure::Plan& plan);
 
-/// A hand that never errs, on a simulated panel. What it does is reported as pointer events, a
-/// hundred a second.
+/// A hand that never errs, on a simulated panel. What it does is reported as pointer events, as
+/// often as the controller reports touches.
 class SimulatedHand {
  public:
   SimulatedHand(const Simulation& simulation, std::string controller,
                 const measure::PanelSize& size)
-      : simulation_(simulation), controller_(std::move(controller)), size_(size) {}
+      : simulation_(simulation),
+        controller_(std::move(controller)),
+        size_(size),
+        rate_(simulation_.reportRate(controller_)) {}
 
   /// The only one of a measurement that it makes.
   static measure::Source source();
@@ -28,6 +31,7 @@ class SimulatedHand {
 
  private:
   using Traces = std::vector<measure::Trace>;
+  Traces move(std::string_view task, const measure::Plan& plan);
   Traces draw(const measure::Guide& guide);
   Traces tap(const measure::Target& target);
   Traces rest(const measure::Target& target);
@@ -36,10 +40,13 @@ class SimulatedHand {
   /// A report of a finger at this place; where none comes, the trace breaks.
   void move(Traces& traces, std::string_view task, measure::Place at);
   void lift();
+  void pass(measure::Seconds time);
+  int reportsIn(measure::Seconds time) const;
 
   Simulation simulation_;
   std::string controller_;
   measure::PanelSize size_;
+  double rate_;  ///< reports a second
   measure::Seconds time_{};
   bool down_ = false;
 };

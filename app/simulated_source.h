@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "app/options.h"
+#include "commission/replay.h"
+#include "core/driver/driver.h"
+
+namespace touch {
+
+/// Reads what --simulate-from names, if it was given, into the options. What the source does not
+/// tell is told on the error output, in the name of `program`.
+Status readSimulatedSource(Options& options, const std::string& program);
+
+/// The source of --simulate-from; what it does not tell is told as above.
+Result<std::shared_ptr<const commission::Replay>> replayNamed(const std::filesystem::path& source,
+                                                              const std::string& program);
+
+/// Makes a simulated driver's one controller that of the source; else why it did not become so.
+Result<void, std::string> become(Driver& driver, const commission::Replay& replay);
+
+}  // namespace touch
