@@ -57,12 +57,12 @@ void addCommonOptions(CLI::App& app, Options& options) {
              [&options](const std::string& path) {
                if (path.empty())
                  throw CLI::ValidationError("--simulate-from",
-                                            "expected the folder of a commissioning");
+                                            "expected the folder or the bundle of a commissioning");
                options.simulateFrom = absolutePathNamed(path);
                options.simulate = true;
              },
              "Use one simulated controller that is like the one of this commissioning, with its "
-             "panel: the folder of the run")
+             "panel: the folder of the run, or its bundle")
           ->type_name("SOURCE");
   app.add_option_function<std::string>(
          "--driver",
