@@ -1,18 +1,23 @@
 #include "commission/fleet.h"
 
+#include <fmt/core.h>
+
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 #include "commission/bundle.h"
+#include "commission/sheet.h"
 #include "measure/files/json_reader.h"
+#include "support/files/sha256.h"
+#include "support/text/language.h"
 #include "support/text/text_encoding.h"
 
 namespace touch::commission {
 
 namespace {
 
-using measure::Json;
+namespace fs = std::filesystem;
 using measure::JsonNode;
 using measure::Outcome;
 
@@ -67,6 +72,13 @@ void readMeasurement(const JsonNode& node, Visit& visit) {
 
 Visit readSheet(const JsonNode& sheet, bool isMeasured) {
   Visit visit;
+  sheet.member("schema", [](const JsonNode& node) {
+    if (node.text() != sheetSchema) node.refuse(fmt::format("\"{}\"", sheetSchema));
+  });
+  sheet.member("version", [](const JsonNode& node) {
+    if (node.integer(1, std::numeric_limits<int>::max()) != sheetVersion)
+      node.refuse(fmt::format("version {}", sheetVersion));
+  });
   sheet.member("outcome", [&](const JsonNode& node) { visit.outcome = node.oneOf(outcomes); });
   sheet.member("run", [&](const JsonNode& run) {
     for (const auto& [name, text] : runTexts)
@@ -101,7 +113,7 @@ double FleetFigure::used() const {
   return part > 0 ? largest : 0;
 }
 
-Result<Visit> readVisit(const std::filesystem::path& bundle) {
+Result<Visit> readVisit(const fs::path& bundle) {
   const auto opened = Bundle::open(bundle);
   if (!opened) return tl::unexpected(opened.error());
   const auto sheet = opened->sheet();
@@ -112,13 +124,34 @@ Result<Visit> readVisit(const std::filesystem::path& bundle) {
   Visit visit = readSheet(JsonNode(*sheet, problem), isMeasured);
   if (problem.error) return tl::unexpected(*problem.error);
   visit.file = bundle;
+  visit.sheetHash = sha256(sheet->dump());
   return visit;
+}
+
+Result<std::vector<fs::path>> bundlesIn(const fs::path& folder) {
+  std::vector<fs::path> bundles;
+  std::error_code failed;
+  fs::recursive_directory_iterator entry(folder, failed);
+  for (; !failed && entry != fs::recursive_directory_iterator(); entry.increment(failed)) {
+    std::error_code unknown;
+    if (utf8Of(entry->path().filename()).ends_with(bundleEnding) && entry->is_regular_file(unknown))
+      bundles.push_back(entry->path());
+  }
+  if (failed)
+    return tl::unexpected(FileError{utf8Of(folder), 0,
+                                    say("commission", "a folder that can be read to its end"),
+                                    failed.message()});
+  std::ranges::sort(bundles);
+  return bundles;
 }
 
 std::vector<FleetPanel> panelsOf(std::vector<Visit> visits) {
   // "2026-11-12T14:05:59+0100" sorts by time but for the zones, which panels do not change.
-  std::ranges::stable_sort(visits, {},
-                           [](const Visit& one) { return std::tie(one.serialNumber, one.began); });
+  std::ranges::stable_sort(visits, {}, [](const Visit& one) {
+    return std::tie(one.serialNumber, one.began, one.sheetHash);
+  });
+  const auto copies = std::ranges::unique(visits, {}, &Visit::sheetHash);
+  visits.erase(copies.begin(), copies.end());
   std::vector<FleetPanel> panels;
   const Visit* first = nullptr;
   for (const Visit& visit : visits) {

@@ -27,12 +27,16 @@ struct FleetFigure {
 /// What one bundle says of its panel.
 struct Visit {
   std::filesystem::path file;
+  std::string sheetHash;  ///< one bundle under two names, or from two machines, is one visit
   std::string serialNumber, began, place, order, person, controller, firmware;
   measure::Outcome outcome = measure::Outcome::incomplete;
   std::map<std::string, FleetFigure> worst;  ///< by the names that sheets give to figures
   std::vector<std::string> causes;           ///< their names, the likeliest first
 };
 Result<Visit> readVisit(const std::filesystem::path& bundle);
+
+/// All bundles in a folder and in those below it, by name. Links to folders are not followed.
+Result<std::vector<std::filesystem::path>> bundlesIn(const std::filesystem::path& folder);
 
 /// A figure that has become worse since the panel's first visit.
 struct Drift {
@@ -48,7 +52,7 @@ struct FleetPanel {
   std::vector<Drift> drifts;
 };
 /// One for each serial number, the worst outcome first. Panels without a number are each one of
-/// their own.
+/// their own. Copies of a bundle count once.
 std::vector<FleetPanel> panelsOf(std::vector<Visit> visits);
 
 }  // namespace touch::commission

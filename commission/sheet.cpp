@@ -306,8 +306,8 @@ std::string periodText(const std::string& from, const std::string& to) {
 measure::Json sheetJson(const Run& run, const Report* report) {
   using measure::Json;
   const Judgement judged = judgeRun(run, report);
-  Json json{{"schema", "touch commissioning sheet"},
-            {"version", 1},
+  Json json{{"schema", sheetSchema},
+            {"version", sheetVersion},
             {"outcome", measure::wordOf(judged.outcome)},
             {"reason", judged.reason},
             {"use", run.use},

@@ -63,6 +63,8 @@ std::string periodText(const std::string& from, const std::string& to);
 /// A page that needs nothing from elsewhere, with the map and the lines as pictures in it.
 std::string sheetHtml(const Sheet& sheet, const measure::Report* report);
 /// The same for programs; docs/file-formats.md describes it.
+inline constexpr const char* sheetSchema = "touch commissioning sheet";
+inline constexpr int sheetVersion = 1;
 measure::Json sheetJson(const Run& run, const measure::Report* report);
 
 }  // namespace touch::commission

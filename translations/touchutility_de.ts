@@ -694,6 +694,52 @@
     <message>
         <source>%1 leaves open: %2. There the simulation is as usual.</source>
         <translation>%1 lässt offen: %2. Dort ist die Simulation wie sonst.</translation>
+        <source>and %1 more places</source>
+        <translation>und %1 weitere Stellen</translation>
+    </message>
+    <message>
+        <source>%1 is %2, but comes to %3</source>
+        <translation>%1 ist %2, ergibt sich aber zu %3</translation>
+    </message>
+    <message>
+        <source>a hash and a name that stands once</source>
+        <translation>eine Prüfsumme und ein Name, der einmal vorkommt</translation>
+    </message>
+    <message>
+        <source>%1 was added: the manifest does not name it</source>
+        <translation>%1 wurde hinzugefügt: Das Verzeichnis der Prüfsummen nennt die Datei nicht</translation>
+    </message>
+    <message>
+        <source>%1 was changed: its hash is another</source>
+        <translation>%1 wurde geändert: Die Prüfsumme ist eine andere</translation>
+    </message>
+    <message>
+        <source>%1 was removed</source>
+        <translation>%1 wurde entfernt</translation>
+    </message>
+    <message>
+        <source>%1 is not what the run and its use come to</source>
+        <translation>%1 ist nicht, was sich aus der Inbetriebnahme und ihrem Zweck ergibt</translation>
+    </message>
+    <message>
+        <source>sheet.html is of another version or language: only its hash was checked</source>
+        <translation>sheet.html stammt aus einer anderen Version oder Sprache: Nur die Prüfsumme wurde geprüft</translation>
+    </message>
+    <message>
+        <source>sheet.html is not what the samples come to</source>
+        <translation>sheet.html ist nicht, was sich aus den Messpunkten ergibt</translation>
+    </message>
+    <message>
+        <source>sheet.pdf: only its hash was checked</source>
+        <translation>sheet.pdf: Nur die Prüfsumme wurde geprüft</translation>
+    </message>
+    <message>
+        <source>a folder that can be read to its end</source>
+        <translation>ein Ordner, der sich bis zu seinem Ende lesen lässt</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <translation>de</translation>
     </message>
 </context>
 <context>
@@ -1524,6 +1570,42 @@
     <message>
         <source>%1: expected %2, found %3</source>
         <translation>%1: erwartet: %2, gefunden: %3</translation>
+    </message>
+    <message>
+        <source>a ZIP archive that is complete</source>
+        <translation>ein vollständiges ZIP-Archiv</translation>
+    </message>
+    <message>
+        <source>at most %1 files</source>
+        <translation>höchstens %1 Dateien</translation>
+    </message>
+    <message>
+        <source>a ZIP archive whose list of files is whole</source>
+        <translation>ein ZIP-Archiv mit unbeschädigter Dateiliste</translation>
+    </message>
+    <message>
+        <source>names of files within it</source>
+        <translation>Namen von Dateien, die nicht aus dem Archiv hinausführen</translation>
+    </message>
+    <message>
+        <source>files that are stored or deflated</source>
+        <translation>Dateien, die gespeichert oder mit Deflate gepackt sind</translation>
+    </message>
+    <message>
+        <source>files of at most %1 bytes</source>
+        <translation>Dateien von höchstens %1 Bytes</translation>
+    </message>
+    <message>
+        <source>each file once</source>
+        <translation>jede Datei nur einmal</translation>
+    </message>
+    <message>
+        <source>this file, which is missing</source>
+        <translation>diese Datei, die fehlt</translation>
+    </message>
+    <message>
+        <source>a file that is not damaged</source>
+        <translation>eine unbeschädigte Datei</translation>
     </message>
 </context>
 <context>

@@ -71,6 +71,8 @@ Result<Json> parseJson(std::string_view text, const std::string& name) {
             ? foundText(text.substr(before.size(), std::size_t{24}).substr(0, 24))
             : "the end of the file";
     return tl::unexpected(FileError{name, static_cast<int>(line), "JSON", found});
+  } catch (const Json::out_of_range&) {
+    return tl::unexpected(FileError{name, 0, "numbers below 1.8e308", "a larger one"});
   }
 }
 

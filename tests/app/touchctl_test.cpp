@@ -246,6 +246,43 @@ TEST_F(Touchctl, JudgesASavedMeasurementAgain) {
   EXPECT_EQ(run("measure judge @/ten.json --limits @/strict.json").status, 1);
 }
 
+TEST_F(Touchctl, VerifiesAndComparesBundles) {
+  const std::string use = " --use kiosk --set --panel-size 345x194 --out @/runs";
+  expectAll({{usb("commission --serial A" + use), 0, "", ".tub.zip"},
+             {usb("commission --serial =B,\"C --skip calibrate=so --out @/runs"), 1, "", ""}});
+  std::string runFolder, bundle;
+  for (const auto& file : fs::directory_iterator(folder.path() / "runs")) {
+    const std::string name = file.path().filename().string();
+    if (name.starts_with("A-")) (file.is_directory() ? runFolder : bundle) = "runs/" + name;
+  }
+  ASSERT_NE(bundle, "");
+  const std::string whole = folder.read(bundle);
+  folder.write("torn.tub.zip", whole.substr(0, whole.size() / 2));
+  folder.write("copy.tub.zip", whole);
+  fs::create_directory(folder.path() / "empty");
+  expectAll({
+      {"sheet verify @/" + bundle, 0, "unchanged: panel A, judged anew: PASS\n", ""},
+      {"sheet verify @/" + bundle + " --json", 0, "\"unchanged\": true", ""},
+      {"sheet verify @/torn.tub.zip", 1, "", "torn.tub.zip: expected a ZIP archive"},
+      {"sheet verify @/none", 1, "", "none: expected a file, found none"},
+      {"sheet summary @/runs @/copy.tub.zip", 0, "\nPASS        A  ", ""},
+      {"sheet summary @/runs --csv", 0, "first visit\n\"'=B,\"\"C\",FAIL,1,", ""},
+      {"sheet summary @/runs --html", 0, "<td>=B,&quot;C</td><td class=\"FAIL\">", ""},
+      {"sheet summary @/runs @/copy.tub.zip --json", 0, "\"visits\": 1,", ""},
+      {"sheet summary @/torn.tub.zip @/copy.tub.zip", 1, "PASS        A  ", "torn.tub.zip: "},
+      {"sheet summary @/empty", 1, "", "empty: expected bundles, *.tub.zip, in this folder"},
+      {"sheet summary @/runs --json --csv", 2, "", "--json"},
+      {"sheet pack @/empty", 1, "", "run.json"},
+  });
+  // With hashes that fit, but not what the samples come to.
+  std::string sheet = folder.read(runFolder + "/sheet.json");
+  sheet.replace(sheet.find("PASS"), 4, "FAIL");
+  folder.write(runFolder + "/sheet.json", sheet);
+  expectAll({{"sheet pack @/" + runFolder, 0, bundle + "\n", ""}});
+  expectAll({{"sheet verify @/" + bundle, 1, "outcome is \"FAIL\", but comes to \"PASS\"", ""}});
+  EXPECT_THAT(run("sheet verify @/" + bundle).output, HasSubstr("CHANGED: panel A, judged anew"));
+}
+
 TEST_F(Touchctl, TalksPastTheDriver) {
   expectAll({
       {"--simulate serial send iO", 0, "M0130100\n01 4D 30 31", ""},

@@ -182,9 +182,14 @@ TEST_F(BundleTest, NamesWhatDoesNotFollowFromTheSamples) {
 }
 
 TEST_F(BundleTest, AreComparedOverPanelsAndVisits) {
-  const auto files = {bundleOf("B-2", 0.5, "2026-11-12T14:05:59+0100"),
-                      bundleOf("B-2", 9, "2027-11-12T14:05:59+0100"), bundleOf("A-1"), bundleOf(""),
-                      bundleOf("")};
+  const auto first = bundleOf("B-2", 0.5, "2026-11-12T14:05:59+0100");
+  const auto last = bundleOf("B-2", 9, "2027-11-12T14:05:59+0100");
+  bundleOf("A-1");
+  bundleOf("");
+  bundleOf("", 0, "2026-11-12T15:05:59+0100");
+  std::filesystem::copy(last, folder.path() / "runs" / "B-2-2027-11-12" / "copy.tub.zip");
+  const auto files = bundlesIn(folder.path()).value();
+  EXPECT_EQ(files.size(), 6U) << "in all folders, and nothing but bundles";
   std::vector<Visit> visits;
   for (const auto& file : files)
     visits.push_back(readVisit(file).value());
@@ -192,7 +197,7 @@ TEST_F(BundleTest, AreComparedOverPanelsAndVisits) {
   ASSERT_EQ(panels.size(), 4U) << "nobody knows whether those without a number are one";
   EXPECT_EQ(panels[0].last.serialNumber, "B-2") << "what failed stands first";
   EXPECT_EQ(panels[0].last.outcome, measure::Outcome::fail);
-  EXPECT_EQ(panels[0].visits, 2U);
+  EXPECT_EQ(panels[0].visits, 2U) << "the copy is no visit of its own";
   EXPECT_EQ(panels[0].last.began, "2027-11-12T14:05:59+0100");
   EXPECT_THAT(panels[0].last.causes, Contains("offset"));
   ASSERT_FALSE(panels[0].drifts.empty());
@@ -200,11 +205,22 @@ TEST_F(BundleTest, AreComparedOverPanelsAndVisits) {
   EXPECT_EQ(panels[3].visits, 1U);
   EXPECT_THAT(panels[3].drifts, ElementsAre());
 
-  auto entries = entriesOf(*files.begin());
-  contentIn(entries, "sheet.json") = "{\"outcome\": \"WELL\"}";
-  folder.write("odd.zip", zipArchive(entries, day));
-  EXPECT_THAT(readVisit(folder.path() / "odd.zip").error().describe(),
-              HasSubstr("odd.zip: sheet.json, "));
+  EXPECT_THAT(bundlesIn(first).error().describe(), HasSubstr(first.string()));
+
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"\"outcome\": \"PASS\"", "\"outcome\": \"WELL\"", "sheet.json, outcome: expected one of"},
+      {"\"version\": 1", "\"version\": 2", "sheet.json, version: expected version 1"},
+      {"commissioning sheet", "measurement", "sheet.json, schema: expected"},
+      {"{", "{\"a\": 1e999,", "sheet.json: expected numbers below"},
+  };
+  for (const auto& [from, to, problem] : cases) {
+    auto entries = entriesOf(first);
+    replaceIn(contentIn(entries, "sheet.json"), from, to);
+    folder.write("odd.zip", zipArchive(entries, day));
+    const auto read = readVisit(folder.path() / "odd.zip");
+    ASSERT_FALSE(read) << to;
+    EXPECT_THAT(read.error().describe(), HasSubstr(problem));
+  }
 }
 
 }  // namespace

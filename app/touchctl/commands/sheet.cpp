@@ -118,11 +118,13 @@ constexpr Column columns[] = {
     {"Worse since the first visit", driftText},
 };
 
-/// A field of CSV. One that a spreadsheet would take for a formula begins with an apostrophe.
-std::string csvField(std::string text) {
+/// A field of CSV, in one line. One that a spreadsheet would take for a formula begins with an
+/// apostrophe.
+std::string csvField(const std::string& content) {
+  std::string text = printable(content);
   if (!text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos)
     text.insert(0, "'");
-  if (text.find_first_of("\",\r\n") == std::string::npos) return text;
+  if (text.find_first_of("\",") == std::string::npos) return text;
   std::string quoted = "\"";
   for (const char c : text)
     quoted += c == '"' ? "\"\"" : std::string(1, c);
@@ -134,7 +136,7 @@ std::string asCsv(const std::vector<FleetPanel>& panels) {
   const auto addLine = [&text](const auto& field) {
     for (const Column& column : columns)
       text += (&column == columns ? "" : ",") + csvField(field(column));
-    text += "\r\n";
+    text += '\n';
   };
   addLine([](const Column& column) { return std::string(column.caption); });
   for (const FleetPanel& panel : panels)
@@ -233,15 +235,34 @@ std::string asText(const std::vector<FleetPanel>& panels) {
 
 enum class Form : std::uint8_t { text, csv, html };
 
-ExitStatus summarise(const std::vector<std::string>& files, Form form, bool json) {
+/// The bundles of that name: one, or those in a folder.
+Result<std::vector<fs::path>> bundlesOf(const std::string& named) {
+  const fs::path path = absolutePathNamed(named);
+  std::error_code unknown;
+  if (!fs::is_directory(path, unknown)) return std::vector{path};
+  auto bundles = bundlesIn(path);
+  if (bundles && bundles->empty())
+    return tl::unexpected(FileError{
+        utf8Of(path), 0, fmt::format("bundles, *{}, in this folder", bundleEnding), "none"});
+  return bundles;
+}
+
+ExitStatus summarise(const std::vector<std::string>& named, Form form, bool json) {
   std::vector<Visit> visits;
   auto status = ExitStatus::done;
-  for (const std::string& file : files) {
-    auto visit = readVisit(absolutePathNamed(file));
-    if (visit)
-      visits.push_back(std::move(*visit));
-    else
-      status = failedFor(visit.error());
+  for (const std::string& name : named) {
+    const auto bundles = bundlesOf(name);
+    if (!bundles) {
+      status = failedFor(bundles.error());
+      continue;
+    }
+    for (const fs::path& bundle : *bundles) {
+      auto visit = readVisit(bundle);
+      if (visit)
+        visits.push_back(std::move(*visit));
+      else
+        status = failedFor(visit.error());
+    }
   }
   const auto panels = panelsOf(std::move(visits));
   if (json)
@@ -287,13 +308,17 @@ void addSummary(const CommandLine& line, CLI::App& group) {
         const auto files = std::make_shared<std::vector<std::string>>();
         const auto csv = std::make_shared<bool>();
         const auto html = std::make_shared<bool>();
-        command.add_option("FILE", *files, "Bundles")->required();
-        auto* const asCsv = command.add_flag("--csv", *csv, "Print a table for spreadsheets");
-        command.add_flag("--html", *html, "Print a page for browsers")->excludes(asCsv);
+        command.add_option("FILE", *files, "Bundles, or folders with bundles in them and below")
+            ->required();
         addJson(line, command);
+        auto* const asCsv = command.add_flag("--csv", *csv, "Print a table for spreadsheets");
+        asCsv->excludes("--json");
+        command.add_flag("--html", *html, "Print a page for browsers")
+            ->excludes(asCsv)
+            ->excludes("--json");
         command.footer(
             "Sheets are taken as they are; \"sheet verify\" judges anew. Exit status: 1 when "
-            "one of the files cannot be read.");
+            "one of the bundles cannot be read.");
         command.callback([line, files, csv, html] {
           const Form form = *csv ? Form::csv : *html ? Form::html : Form::text;
           line.fileCommand = [files, form, &options = line.options] {
