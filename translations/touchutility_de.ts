@@ -55,6 +55,18 @@
         <source>&amp;Restart the driver</source>
         <translation>Treiber &amp;neu starten</translation>
     </message>
+    <message>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
 </context>
 <context>
     <name>calibration</name>
@@ -2370,6 +2382,18 @@
     <message>
         <source>Measure again, slowly. If it fails again, see the figures.</source>
         <translation>Messen Sie erneut, langsam. Besteht es wieder nicht, sehen Sie die Zahlen an.</translation>
+    </message>
+    <message>
+        <source>rate</source>
+        <translation>Rate</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>nominal</source>
+        <translation>nominell</translation>
     </message>
 </context>
 <context>
@@ -5353,6 +5377,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Open limits</source>
         <translation>Grenzwerte öffnen</translation>
+    </message>
+    <message>
+        <source>those of the measurement</source>
+        <translation>die der Messung</translation>
     </message>
 </context>
 <context>
