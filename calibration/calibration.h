@@ -7,10 +7,10 @@
 #include <memory>
 #include <vector>
 
-#include "calibration/target_places.h"
 #include "core/driver/connection.h"
 #include "core/session.h"
 #include "drawing/surface.h"
+#include "drawing/target_places.h"
 #include "support/clock.h"
 #include "support/gate.h"
 #include "support/prompt.h"

@@ -58,6 +58,16 @@
     <message>
         <source>Name the folder of a commissioning, as in --simulate-from commissioning/A-17-2026-11-12.</source>
         <translation>Nennen Sie den Ordner einer Inbetriebnahme, etwa --simulate-from commissioning/A-17-2026-11-12.</translation>
+        <source>Warning</source>
+        <translation>Warnung</translation>
+    </message>
+    <message>
+        <source>Error</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
     </message>
 </context>
 <context>
@@ -2512,6 +2522,18 @@
     <message>
         <source>Measure again, slowly. If it fails again, see the figures.</source>
         <translation>Messen Sie erneut, langsam. Besteht es wieder nicht, sehen Sie die Zahlen an.</translation>
+    </message>
+    <message>
+        <source>rate</source>
+        <translation>Rate</translation>
+    </message>
+    <message>
+        <source>lost</source>
+        <translation>fehlt</translation>
+    </message>
+    <message>
+        <source>nominal</source>
+        <translation>nominell</translation>
     </message>
 </context>
 <context>
@@ -5495,6 +5517,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>Open limits</source>
         <translation>Grenzwerte öffnen</translation>
+    </message>
+    <message>
+        <source>those of the measurement</source>
+        <translation>die der Messung</translation>
     </message>
 </context>
 <context>

@@ -1,9 +1,12 @@
 #include "ui/driver_notice.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 #include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
 #include "ui/event_loop_clock.h"
+#include "ui/guide/help.h"
 #include "ui/message_box_prompt.h"
 #include "ui/text.h"
 
@@ -14,8 +17,9 @@ namespace {
 /// Whoever has chosen to wait is not asked again at once.
 constexpr std::chrono::seconds untilAskedAgain{10};
 
-/// A box beside which everything goes on.
-QMessageBox* makeBox(QMessageBox::Icon icon, const char* name, const QString& text) {
+/// A box beside which everything goes on. Its picture is read out as `meaning`.
+QMessageBox* makeBox(QMessageBox::Icon icon, const QString& meaning, const char* name,
+                     const QString& text) {
   auto* const box =
       new QMessageBox(icon, "TouchUtility", {}, QMessageBox::NoButton, windowInFront());
   box->setObjectName(name);
@@ -23,6 +27,9 @@ QMessageBox* makeBox(QMessageBox::Icon icon, const char* name, const QString& te
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setTextFormat(Qt::PlainText);
   box->setText(text);
+  setHelpChapter(*box, "The driver hangs or crashes");
+  if (auto* const picture = box->findChild<QLabel*>("qt_msgboxex_icon_label"))
+    presentAsGraphic(*picture, meaning, meaning);
   return box;
 }
 
@@ -37,7 +44,8 @@ DriverPatience::Next DriverNotice::stillWaiting(const DriverWait& wait) {
 
 void DriverNotice::show(const DriverWait& wait) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(wait.waited).count();
-  box_ = makeBox(QMessageBox::Warning, "driverHangs",
+  // Without a key for the guide: while the driver is waited for, nothing but this box can be used.
+  box_ = makeBox(QMessageBox::Warning, QMessageBox::tr("Warning"), "driverHangs",
                  QMessageBox::tr("The touch driver %1 has not returned from %2 for %3 seconds.")
                      .arg(shownText(wait.library), shownText(wait.operation))
                      .arg(seconds));
@@ -75,8 +83,13 @@ void DriverNotice::lost(const std::string& text) {
   if (ending_ && onLostInEnding) onLostInEnding();
   // Whoever has restarted it knows, and whoever leaves does not care.
   if (restart_ || ending_) return;
-  auto* const box = makeBox(QMessageBox::Critical, "driverLost", shownText(text));
-  makeFingerSized(*box->addButton(QMessageBox::Ok));
+  auto* const box =
+      makeBox(QMessageBox::Critical, QMessageBox::tr("Error"), "driverLost", shownText(text));
+  QPushButton* const understood = box->addButton(QMessageBox::Ok);
+  understood->setText(QMessageBox::tr("&OK"));
+  makeFingerSized(*understood);
+  box->setDefaultButton(understood);
+  addHelpKey(*box);
   box->show();
 }
 

@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <algorithm>
+#include <utility>
 
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
@@ -80,6 +81,17 @@ QMessageBox::StandardButton pressedIn(QMessageBox& box, std::string_view text) {
   return pressed;
 }
 
+/// `caption` with its first letter that is not in `taken` as its key.
+QString withKey(QString caption, QString& taken) {
+  const auto isFree = [&taken](QChar letter) {
+    return letter.isLetter() && !taken.contains(letter, Qt::CaseInsensitive);
+  };
+  const auto key = std::ranges::find_if(std::as_const(caption), isFree);
+  if (key == caption.cend()) return caption;
+  taken += *key;
+  return caption.insert(key - caption.cbegin(), '&');
+}
+
 Answer answerIn(QuestionBox& box, std::string_view text) {
   switch (pressedIn(box, text)) {
     case QMessageBox::Yes:
@@ -124,8 +136,9 @@ Answer MessageBoxPrompt::ask(std::string_view text, std::string_view title) {
 Answer MessageBoxPrompt::choose(std::string_view text, std::string_view yes, std::string_view no) {
   QuestionBox box(QMessageBox::NoIcon, shownText(defaultTitle), {},
                   QMessageBox::Yes | QMessageBox::No, windowInFront());
-  box.button(QMessageBox::Yes)->setText(shownText(yes));
-  box.button(QMessageBox::No)->setText(shownText(no));
+  QString keys;
+  box.button(QMessageBox::Yes)->setText(withKey(shownText(yes), keys));
+  box.button(QMessageBox::No)->setText(withKey(shownText(no), keys));
   return answerIn(box, text);
 }
 

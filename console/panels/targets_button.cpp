@@ -4,7 +4,7 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "calibration/target_places.h"
+#include "drawing/target_places.h"
 #include "ui/style/colours.h"
 
 namespace touch {

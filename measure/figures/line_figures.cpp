@@ -52,10 +52,10 @@ constexpr LineFigure figureRows[] = {
      marked("measure", "scatter"), "mm", 2, ofDrawn<&LineFigures::scatter>},
     {"speed", marked("measure", "speed of the hand"), marked("measure", "speed"), "mm/s", 0,
      [](const LineFigures& line) { return line.speed; }},
-    {"reportRate", marked("measure", "reports a second"), nullptr, "1/s", 0,
+    {"reportRate", marked("measure", "reports a second"), marked("measure", "rate"), "1/s", 0,
      [](const LineFigures& line) { return line.reportRate; }},
-    {"lostSeconds", marked("measure", "time in which reports failed to come"), nullptr, "s", 2,
-     [](const LineFigures& line) { return line.lost; }},
+    {"lostSeconds", marked("measure", "time in which reports failed to come"),
+     marked("measure", "lost"), "s", 2, [](const LineFigures& line) { return line.lost; }},
 };
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <array>
 #include <set>
 
+#include "drawing/target_places.h"
+
 namespace touch::measure {
 
 namespace {
@@ -27,30 +29,8 @@ std::array<double, ErrorField::highestDegree + 1> legendre(double x) {
   return values;
 }
 
-struct TargetSet {
-  int count;
-  std::vector<Place> places;
-};
-
-/// Where the controller's calibrations put their targets.
-std::vector<TargetSet> targetSets() {
-  constexpr double near = 1.0 / 32;
-  constexpr double middle = 0.5;
-  constexpr double far = 31.0 / 32;
-  return {{2, {{0.125, 0.875}, {0.875, 0.125}}},
-          {3, {{far, near}, {near, near}, {near, far}}},
-          {5, {{middle, middle}, {far, near}, {near, near}, {near, far}, {far, far}}},
-          {9,
-           {{middle, middle},
-            {far, middle},
-            {far, near},
-            {middle, near},
-            {near, near},
-            {near, middle},
-            {near, far},
-            {middle, far},
-            {far, far}}}};
-}
+/// What the controller is calibrated with.
+constexpr int targetCounts[] = {2, 3, 5, 9};
 
 /// From a reported place to the one that it is corrected to, as a matrix on (1, x, y).
 using Correction = Eigen::Matrix<double, 2, 3>;
@@ -186,10 +166,10 @@ Advice advise(const ErrorField& field) {
   Advice advice;
   advice.now = map.worst.error.norm();
   advice.floor = spreadOf(leftBy(correctionOf(map.points), map)).maximum;
-  for (const auto& [count, places] : targetSets()) {
+  for (const int count : targetCounts) {
     std::vector<MapPoint> pairs;
-    for (const Place& place : places) {
-      const PointMm at = field.size().point(place);
+    for (const TwipsPoint target : calibrationTargets(count, {1, 1})) {
+      const PointMm at = field.size().point({target.x, target.y});
       pairs.push_back({at, field.at(at)});
     }
     const Spread left = spreadOf(leftBy(correctionOf(pairs), map));

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 
+#include "drawing/arrow.h"
 #include "drawing/svg_surface.h"
 #include "measure/figures/line_figures.h"
 #include "measure/report/conditions.h"
@@ -31,9 +32,9 @@ constexpr float lineSpacing = 250;
 constexpr std::size_t usualCharts = 9;  // in a row
 constexpr std::size_t chartRows = 2;
 constexpr float chartGap = 150;
-constexpr float mapPart = 0.36F;  // of the page's width, at most
+constexpr float chartPart = 0.1F;  // of the page's height
+constexpr float mapPart = 0.3F;    // of the page's width, at most
 constexpr int arrowsPerLine = 12;
-constexpr float arrowHead = 70;
 // The longest arrow of a panel within its limits is this part of the distance between two of nine
 // lines.
 constexpr float arrowReach = 0.4F;
@@ -45,6 +46,15 @@ struct SheetBox {
 
 float toFloat(double value) {
   return static_cast<float>(value);
+}
+
+/// The size of letters, or less where a text would reach into its neighbour: other languages have
+/// longer words.
+float fitted(float letters, float room, std::string_view text) {
+  constexpr float widthOfLetter = 0.65F;  // of its height, on average
+  const auto count = std::ranges::count_if(
+      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
+  return std::min(letters, room / (widthOfLetter * static_cast<float>(count + 1)));
 }
 
 Colour inkOf(Outcome outcome) {
@@ -103,31 +113,19 @@ void drawChart(ChartSurface& surface, const SheetBox& box, const Measurement& me
                    inkOf(outcome), 1);
   });
 
-  const float middle = box.corner.x + box.size.width / 2;
-  surface.text({middle, box.corner.y - 60}, fmt::format("{} {}", line.guide->name, wordOf(outcome)),
-               inkOf(outcome), chartLetters, TextAnchor::middle);
+  const auto write = [&](float y, const std::string& text, Colour colour) {
+    surface.text({box.corner.x + box.size.width / 2, y}, text, colour,
+                 fitted(chartLetters, box.size.width + chartGap, text), TextAnchor::middle);
+  };
+  write(box.corner.y - 60, fmt::format("{} {}", line.guide->name, wordOf(outcome)), inkOf(outcome));
   if (line.samples == 0) return;
-  const std::string unit = unitText(measurement.size, "mm");
-  const float y = box.corner.y + box.size.height;
-  surface.text({middle, y + lineSpacing},
-               filled(say("measure", "max %1"), {fixedText(line.off.maximum, 2) + unit}),
-               textColour, chartLetters, TextAnchor::middle);
-  surface.text(
-      {middle, y + 2 * lineSpacing},
-      filled(say("measure", "straight %1"), {fixedText(line.straightness.maximum, 2) + unit}),
-      textColour, chartLetters, TextAnchor::middle);
-}
-
-void drawArrow(Surface& surface, TwipsPoint from, TwipsPoint to, Colour colour) {
-  surface.line(from, to, colour, 1);
-  const float x = to.x - from.x;
-  const float y = to.y - from.y;
-  const float length = std::hypot(x, y);
-  if (length < arrowHead) return;
-  const float ux = x / length * arrowHead;
-  const float uy = y / length * arrowHead;
-  surface.line(to, {to.x - ux - uy / 2, to.y - uy + ux / 2}, colour, 1);
-  surface.line(to, {to.x - ux + uy / 2, to.y - uy - ux / 2}, colour, 1);
+  float y = box.corner.y + box.size.height;
+  // The unit has a row of its own: with "nominal" there is no room for it beside a figure.
+  for (const std::string& text :
+       {filled(say("measure", "max %1"), {fixedText(line.off.maximum, 2)}),
+        filled(say("measure", "straight %1"), {fixedText(line.straightness.maximum, 2)}),
+        unitText(measurement.size, "mm")})
+    write(y += lineSpacing, text, textColour);
 }
 
 /// Maps the panel into a box.
@@ -169,7 +167,7 @@ class PanelMap {
       const bool beyond = std::abs(place.y()) > (inEdgeZone ? edgeLimit : limit);
       const PointMm from = guide.at(place.x() * guide.length());
       drawArrow(surface, at(from), at(from + place.y() * enlargement_ * guide.normal()),
-                beyond ? failColour : passColour);
+                beyond ? failColour : passColour, 1);
     }
   }
 
@@ -205,15 +203,21 @@ class FigureTable {
         lineFigureList(), [](const LineFigure& figure) { return figure.heading != nullptr; });
     columnWidth_ = room.size.width / static_cast<float>(columns + 1);
     spacing_ = std::min(lineSpacing, room.size.height / static_cast<float>(rows));
-    y_ = room.corner.y + tableLetters;
+    letters_ = std::min(tableLetters, spacing_);
+    y_ = room.corner.y + letters_;
   }
 
   void headings() {
     row("", textColour, [](const LineFigure& figure) {
       return Cell{say("measure", figure.heading), textColour};
     });
-    row("", textColour, [this](const LineFigure& figure) {
-      return Cell{unitText(size_, figure.unit), textColour};
+    row("", textColour, [](const LineFigure& figure) {
+      return Cell{std::string(figure.unit), textColour};
+    });
+    if (size_.source != SizeSource::nominal) return;
+    row("", textColour, [](const LineFigure& figure) {
+      const bool isLength = std::string_view(figure.unit).starts_with("mm");
+      return isLength ? Cell{say("measure", "nominal"), textColour} : Cell{};
     });
   }
   void limits(std::string_view caption, const Subject& subject) {
@@ -243,13 +247,14 @@ class FigureTable {
 
   template <typename CellOf>
   void row(const std::string& caption, Colour colour, const CellOf& cellOf) {
-    surface_.text({room_.corner.x, y_}, caption, colour, tableLetters, TextAnchor::start);
+    surface_.text({room_.corner.x, y_}, caption, colour, letters_, TextAnchor::start);
     float x = room_.corner.x + columnWidth_;
     for (const LineFigure& figure : lineFigureList()) {
       if (figure.heading == nullptr) continue;
       x += columnWidth_;
       const Cell cell = cellOf(figure);
-      surface_.text({x, y_}, cell.text, cell.colour, tableLetters, TextAnchor::end);
+      surface_.text({x, y_}, cell.text, cell.colour, fitted(letters_, columnWidth_, cell.text),
+                    TextAnchor::end);
     }
     y_ += spacing_;
   }
@@ -259,12 +264,13 @@ class FigureTable {
   PanelSize size_;
   float columnWidth_ = 0;
   float spacing_ = 0;
+  float letters_ = tableLetters;
   float y_ = 0;
 };
 
 void drawTable(ChartSurface& surface, const SheetBox& room, const Measurement& measurement,
                const Analysis& analysis, const Verdict& verdict) {
-  constexpr std::size_t otherRows = 5;
+  constexpr std::size_t otherRows = 6;
   FigureTable table(surface, room, analysis.lines.size() + otherRows, measurement.size);
   table.headings();
   for (const LineFigures& line : analysis.lines)
@@ -318,8 +324,8 @@ void drawLinesPage(ChartSurface& surface, const Measurement& measurement, const 
   const std::size_t perRow = std::max(usualCharts, (lines.size() + 1) / chartRows);
   const auto charts = static_cast<float>(perRow);
   const float chartWidth = (page.width - 2 * sheetMargin - (charts - 1) * chartGap) / charts;
-  const float chartHeight = page.height / 9;
-  const float rowHeight = chartHeight + 4 * lineSpacing;
+  const float chartHeight = page.height * chartPart;
+  const float rowHeight = chartHeight + 5 * lineSpacing;
   for (std::size_t i = 0; i < lines.size(); ++i) {
     const std::size_t row = i / perRow;
     const TwipsPoint corner{sheetMargin + static_cast<float>(i % perRow) * (chartWidth + chartGap),

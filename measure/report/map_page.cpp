@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "drawing/arrow.h"
 #include "drawing/svg_surface.h"
+#include "measure/report/conditions.h"
 #include "support/text/language.h"
 
 namespace touch::measure {
@@ -15,6 +17,7 @@ namespace {
 constexpr float margin = 1000;  // twips
 constexpr float letters = 240;
 constexpr float barWidth = 400;
+constexpr float overlap = 20;  // of neighbouring areas, else the paper shows between them
 constexpr Colour ink{32, 32, 32};
 
 /// From blue, where touches hit, over green and yellow to red, where they miss most. The steps
@@ -44,7 +47,8 @@ struct Frame {
   }
 };
 
-void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size) {
+void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size,
+              const std::string& unit) {
   const double longer = std::max(size.width, size.height).value;
   const double step = longer > 150 ? 50 : longer > 60 ? 20 : 10;
   constexpr float tick = 120;
@@ -60,15 +64,19 @@ void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size) 
     surface.text({at.x - 1.5F * tick, at.y + letters / 3}, fmt::format("{:.0f}", y), ink, letters,
                  TextAnchor::end);
   }
+  const TwipsPoint corner = frame.at({0, size.height.value});
+  surface.text({corner.x - 1.5F * tick, corner.y + tick + letters}, unit, ink, letters,
+               TextAnchor::end);
 }
 
 void drawBar(ChartSurface& surface, TwipsPoint corner, float height, double most,
              const std::string& unit) {
   constexpr int steps = 50;
   const float part = height / steps;
-  for (int step = 0; step < steps; ++step)
-    surface.area({corner.x, corner.y + height - static_cast<float>(step + 1) * part},
-                 {barWidth, part}, colourOf((step + 0.5) / steps));
+  // Each down to the bottom, where the next covers it.
+  for (int step = steps; step > 0; --step)
+    surface.area({corner.x, corner.y + height - static_cast<float>(step) * part},
+                 {barWidth, static_cast<float>(step) * part}, colourOf((step - 0.5) / steps));
   for (const double mark : {0.0, 0.5, 1.0})
     surface.text({corner.x + 1.3F * barWidth,
                   corner.y + height * static_cast<float>(1 - mark) + letters / 3},
@@ -81,7 +89,7 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   surface.clear();
   surface.area({0, 0}, mapPage, white);
   const PanelSize& size = measurement.size;
-  const std::string unit = size.source == SizeSource::nominal ? "mm nominal" : "mm";
+  const std::string unit = unitText(size, "mm").substr(1);  // without its blank
   const double most = map.worst.error.norm();
   surface.text(
       {margin, margin},
@@ -98,9 +106,10 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   const PointMm cell(size.width.value / (ErrorMap::columns - 1),
                      size.height.value / (ErrorMap::rows - 1));
   const PointMm end(size.width.value, size.height.value);
+  const PointMm further = PointMm::Constant(static_cast<double>(overlap / perMm));
   for (const auto& [at, error] : map.points) {
     const PointMm from = (at - cell / 2).cwiseMax(PointMm::Zero());
-    const PointMm extent = (at + cell / 2).cwiseMin(end) - from;
+    const PointMm extent = (at + cell / 2 + further).cwiseMin(end) - from;
     surface.area(frame.at(from),
                  {static_cast<float>(extent.x()) * perMm, static_cast<float>(extent.y()) * perMm},
                  colourOf(most > 0 ? error.norm() / most : 0));
@@ -111,11 +120,12 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   for (std::size_t row = 0; row < ErrorMap::rows; row += every)
     for (std::size_t column = 0; column < ErrorMap::columns; column += every) {
       const auto& [at, error] = map.points[row * ErrorMap::columns + column];
-      surface.line(frame.at(at), frame.at(at + error * enlarged), white, 1);
-      surface.circle(frame.at(at), 40, white, 1);
+      // Light in a dark rim: it is seen on every colour.
+      for (const auto& [colour, width] : {std::pair(ink, 3), std::pair(white, 1)})
+        drawArrow(surface, frame.at(at), frame.at(at + error * enlarged), colour, width);
     }
   surface.circle(frame.at(map.worst.at), 200, ink, 2);
-  drawAxes(surface, frame, size);
+  drawAxes(surface, frame, size, unit);
   drawBar(surface, {mapPage.width - 3.2F * margin, corner.y},
           static_cast<float>(size.height.value) * perMm, most, unit);
   surface.text({corner.x, mapPage.height - margin},

@@ -35,9 +35,12 @@ using Rows = std::vector<ReportPages::Row>;
 void addText(Rows& rows, std::string_view text) {
   while (text.size() > lettersPerRow) {
     const std::size_t blank = text.rfind(' ', lettersPerRow);
-    const std::size_t end = blank == std::string_view::npos || blank == 0 ? lettersPerRow : blank;
+    std::size_t end = blank == std::string_view::npos || blank == 0 ? lettersPerRow : blank;
+    // Never within a letter of several bytes.
+    while (end > 1 && (static_cast<unsigned char>(text[end]) & 0xC0U) == 0x80U)
+      --end;
     rows.push_back({std::string(text.substr(0, end))});
-    text.remove_prefix(end == blank ? end + 1 : end);
+    text.remove_prefix(text[end] == ' ' ? end + 1 : end);
   }
   rows.push_back({std::string(text)});
 }

@@ -1,6 +1,7 @@
 #include "measure/windows/frmLimitsBox.h"
 
 #include <QSignalBlocker>
+#include <algorithm>
 #include <utility>
 
 #include "measure/files/measurement_file.h"
@@ -8,6 +9,13 @@
 #include "ui/text_file_dialogs.h"
 
 namespace touch::measure {
+
+namespace {
+
+/// What stands for the limits of a measurement.
+constexpr QLatin1String keepThem("/");  // no file and no profile has this name
+
+}  // namespace
 
 frmLimitsBox::frmLimitsBox(Prompt& prompt, MeasureSetup& setup, std::filesystem::path folder)
     : prompt_(prompt), setup_(setup), folder_(std::move(folder)) {
@@ -33,7 +41,17 @@ void frmLimitsBox::refresh() {
   setCurrentIndex(findData(shownText(setup_.limitsName)));
 }
 
+void frmLimitsBox::showLimits(const Limits& limits) {
+  refresh();
+  if (limits == setup_.limits) return;
+  const QSignalBlocker quiet(this);
+  const auto known = std::ranges::find(profiles(), limits, &Profile::limits);
+  if (known == profiles().end()) insertItem(0, tr("those of the measurement"), keepThem);
+  setCurrentIndex(known == profiles().end() ? 0 : findData(shownText(known->name)));
+}
+
 void frmLimitsBox::choose(int index) {
+  if (itemData(index).toString() == keepThem) return;
   if (const QVariant name = itemData(index); name.isValid()) {
     if (const Profile* profile = findProfile(name.toString().toStdString())) {
       setup_.limits = profile->limits;

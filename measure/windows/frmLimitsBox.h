@@ -17,6 +17,8 @@ class frmLimitsBox final : public QComboBox {
 
   /// Shows what the setup says.
   void refresh();
+  /// Shows the limits that a measurement was judged by, which need not be the setup's.
+  void showLimits(const Limits& limits);
 
  signals:
   void limitsChanged();

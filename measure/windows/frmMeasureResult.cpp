@@ -120,7 +120,8 @@ QWidget* frmMeasureResult::makeConditions() {
   makeFingerSized(*judge);
   connect(judge, &QPushButton::clicked, this, [this] {
     measurement_.size = {{width_->value()}, {height_->value()}, SizeSource::user};
-    setup_.size = measurement_.size;
+    // A saved measurement may be of another panel than the one that is here.
+    if (!isStored_) setup_.size = measurement_.size;
     judgeAgain();
     emit sizeCorrected(measurement_.size);
   });
@@ -194,6 +195,7 @@ const Report& frmMeasureResult::report() const {
 void frmMeasureResult::showResults(Measurement measurement, bool isStored) {
   saved_->hide();
   measurement_ = std::move(measurement);
+  isStored_ = isStored;
   // Drawing needs the panel that was measured, and its files.
   again_->setVisible(!isStored);
   anew_->setVisible(!isStored);
@@ -218,7 +220,7 @@ void frmMeasureResult::fill() {
     height_->box().setValue(size.height.value);
   }
   source_->setText(tr("Active area: %1").arg(shownText(panelText(size))));
-  limits_->refresh();
+  limits_->showLimits(measurement_.limits);
   QString conditions;
   for (const Condition& condition : conditionsOf(measurement_))
     conditions +=

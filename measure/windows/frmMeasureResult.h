@@ -71,6 +71,7 @@ class frmMeasureResult final : public QWidget {
   std::filesystem::path folder_;
   Measurement measurement_;
   bool isSaved_ = false;
+  bool isStored_ = false;
 
   QTableWidget* figures_;
   frmLinesPage* page_;

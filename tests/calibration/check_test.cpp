@@ -2,7 +2,7 @@
 
 #include <limits>
 
-#include "calibration/target_places.h"
+#include "drawing/target_places.h"
 #include "tests/calibration/recording_check_screen.h"
 #include "tests/doubles/virtual_clock.h"
 

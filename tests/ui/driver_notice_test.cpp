@@ -47,6 +47,39 @@ TEST_F(DriverNotices, GoWhenTheDriverReturns) {
   EXPECT_EQ(box("driverHangs"), nullptr);
 }
 
+TEST_F(DriverNotices, AreAnsweredByKeys) {
+  const struct {
+    const char* what;
+    Qt::Key key;
+    Qt::KeyboardModifiers with;
+    Next next;
+  } keys[] = {
+      {"Enter", Qt::Key_Return, Qt::NoModifier, Next::wait},
+      {"Esc", Qt::Key_Escape, Qt::NoModifier, Next::wait},
+      {"Alt+W", Qt::Key_W, Qt::AltModifier, Next::wait},
+      {"Alt+R", Qt::Key_R, Qt::AltModifier, Next::giveUp},
+  };
+  for (const auto& [what, key, with, next] : keys) {
+    SCOPED_TRACE(what);
+    waits(3s);
+    ASSERT_NE(box("driverHangs"), nullptr);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(box("driverHangs")));
+    QTest::keyClick(box("driverHangs"), key, with);
+    EXPECT_EQ(box("driverHangs"), nullptr);
+    EXPECT_EQ(waits(3s), next);
+    notice.waitEnded();
+  }
+  for (const auto& [key, with] :
+       {std::pair(Qt::Key_Return, Qt::NoModifier), std::pair(Qt::Key_Escape, Qt::NoModifier),
+        std::pair(Qt::Key_O, Qt::AltModifier)}) {
+    notice.lost("it crashed");
+    ASSERT_NE(box("driverLost"), nullptr);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(box("driverLost")));
+    QTest::keyClick(box("driverLost"), key, with);
+    EXPECT_EQ(box("driverLost"), nullptr) << key;
+  }
+}
+
 TEST_F(DriverNotices, SayThatADriverCrashedUnlessTheProgramEnds) {
   notice.lost("it crashed");
   ASSERT_NE(box("driverLost"), nullptr);

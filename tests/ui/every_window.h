@@ -14,6 +14,8 @@
 #include "serial/rawdrawing/frmRsDraw.h"
 #include "tests/serial/debugger/serial_desk.h"
 #include "ui/controls/finger_style.h"
+#include "ui/driver_notice.h"
+#include "ui/event_loop_clock.h"
 #include "ui/guide/guide_window.h"
 #include "ui/guide/help.h"
 
@@ -53,6 +55,7 @@ class EveryWindow : public DrawingDesk {
     visitCommission();
     visitDebugger();
     visitGuide();
+    visitDriverNotices();
   }
 
   void blame(const std::string& where, const QWidget& widget, const std::string& what) {
@@ -236,6 +239,22 @@ class EveryWindow : public DrawingDesk {
     settle(*window, size_);
     press(*window, "cmdFind");
     visit_("guide", *window);
+  }
+  void visitDriverNotices() {
+    EventLoopClock waiting;
+    DriverNotice notice(waiting);
+    const auto visitBox = [this](const char* name) {
+      QWidget* const box = opened(name);
+      ASSERT_NE(box, nullptr) << name;
+      EXPECT_TRUE(QTest::qWaitForWindowActive(box));
+      visit_(name, *box);
+    };
+    notice.stillWaiting({"nexapi.dll", "GetRotation", std::chrono::seconds(3)});
+    visitBox("driverHangs");
+    notice.waitEnded();
+    notice.lost("The touch driver /usr/lib/libnexapi.so crashed in GetRotation: signal 11.");
+    visitBox("driverLost");
+    delete opened("driverLost");
   }
 
   const QSize size_ = sizeHere();

@@ -53,10 +53,15 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
     EXPECT_EQ(boxes.confirm("Restore it?"), answer == Answer::yes) << word;
   }
   whenAsked([](QMessageBox& box) {
-    EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "Restore");
-    box.button(QMessageBox::No)->click();
+    EXPECT_EQ(box.button(QMessageBox::Yes)->text(), "&Restore");
+    QTest::keyClick(&box, Qt::Key_K, Qt::AltModifier);
   });
   EXPECT_EQ(boxes.choose("Found.", "Restore", "Keep"), Answer::no);
+  for (const auto& [yes, no, key] :
+       {std::tuple("Stay", "Start over", Qt::Key_T), std::tuple("Save", "1 by 1", Qt::Key_B)}) {
+    whenAsked([key](QMessageBox& box) { QTest::keyClick(&box, key, Qt::AltModifier); });
+    EXPECT_EQ(boxes.choose("Found.", yes, no), Answer::no) << no;
+  }
   using Request = bool (Prompt::*)(std::string_view, std::string_view);
   const std::tuple<const char*, Request, Action, bool> requests[] = {
       {"done", &Prompt::await, press(QMessageBox::Ok), true},

@@ -223,8 +223,8 @@ Status writeFiles(const Measurement& measurement, const Analysis& analysis, cons
         !written)
       return written;
   if (!asked.map.empty() && !analysis.field)
-    return tl::unexpected(
-        FileError{asked.map.string(), 0, "three lines of each direction for a map", "fewer"});
+    return tl::unexpected(FileError{asked.map.string(), 0,
+                                    "two lines of each direction, or taps, for a map", "fewer"});
   if (!asked.map.empty()) {
     const ErrorMap map = mapOf(*analysis.field);
     const std::string text =

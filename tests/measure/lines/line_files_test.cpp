@@ -107,9 +107,10 @@ TEST(LineFiles, AreWrittenLineByLineAndTakenUpAgain) {
 }
 
 /// Every line drawn 0.2 mm off its guide, the fifth ones 3 mm; V-2 in four samples.
-Measurement drawnLines(PanelSize of) {
+Measurement drawnLines(PanelSize of, LineSet set = LineSet::eighteen) {
   Measurement measurement;
   measurement.size = of;
+  measurement.plan.lineSet = set;
   measurement.conditions.serialNumber = "A-17, \"left\"";
   measurement.sources = {{SourceKind::pointer, of.width.value, of.height.value, false, ""}};
   for (const Guide* guide : guidesOf(measurement.plan.lineSet)) {
@@ -173,6 +174,50 @@ TEST(LinesPage, ShowsEveryLineWithItsVerdictAndStaysOnThePage) {
   const Analysis analysis = analyse(none);
   EXPECT_THAT(linesSvg(none, analysis, judge(none, analysis)),
               HasSubstr(">INCOMPLETE   0 of 18 lines pass<"));
+}
+
+/// Where texts stand; nothing else.
+class TextPlaces final : public ChartSurface {
+ public:
+  struct Written {
+    std::string text;
+    float left;
+    float right;
+    float top;
+    float bottom;
+  };
+  std::vector<Written> texts;
+
+  void clear() override { texts.clear(); }
+  void line(TwipsPoint, TwipsPoint, Colour, int) override {}
+  void circle(TwipsPoint, float, Colour, int) override {}
+  void area(TwipsPoint, TwipsSize, Colour) override {}
+  void text(TwipsPoint at, std::string_view text, Colour, float height,
+            TextAnchor anchor) override {
+    const auto letters = std::ranges::count_if(
+        text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; });
+    const float width = 0.6F * height * static_cast<float>(letters);
+    const float left = anchor == TextAnchor::start    ? at.x
+                       : anchor == TextAnchor::middle ? at.x - width / 2
+                                                      : at.x - width;
+    texts.push_back({std::string(text), left, left + width, at.y - 0.7F * height, at.y});
+  }
+};
+
+TEST(LinesPage, KeepsItsTextsApart) {
+  for (const LineSet set : {LineSet::ten, LineSet::eighteen, LineSet::full})
+    for (const SizeSource source : {SizeSource::user, SizeSource::nominal}) {
+      Measurement measurement = drawnLines({{200}, {100}, source}, set);
+      const Analysis analysis = analyse(measurement);
+      TextPlaces page;
+      drawLinesPage(page, measurement, analysis, judge(measurement, analysis));
+      ASSERT_GT(page.texts.size(), 100u);
+      for (auto a = page.texts.begin(); a != page.texts.end(); ++a)
+        for (auto b = a + 1; b != page.texts.end(); ++b)
+          EXPECT_FALSE(a->left < b->right && b->left < a->right && a->top < b->bottom &&
+                       b->top < a->bottom)
+              << a->text << " covers " << b->text;
+    }
 }
 
 }  // namespace

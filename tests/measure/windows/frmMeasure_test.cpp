@@ -204,6 +204,25 @@ TEST_F(MeasureWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   click("cmdOpen");
   EXPECT_EQ(verdict(), "FAIL 17");
   EXPECT_FALSE(find<QPushButton>("cmdDrawAgain")->isVisible());
+  const auto shownLimits = [this] {
+    return find<QComboBox>(*find<QWidget>("measureResult"), "limits")->currentText();
+  };
+  EXPECT_THAT(shownLimits().toStdString(), StartsWith("industrial")) << "not those of the setup";
+  enter("correctedWidth", 81);
+  click("cmdJudgeAgain");
+  verdict();
+  EXPECT_EQ(measuring.size->width.value, 80) << "the panel that is here is another one";
+
+  std::string strict = folder.read("d.json");
+  const std::string_view samples = "\"samples\": 50";
+  ASSERT_NE(strict.find(samples), strict.npos);
+  strict.replace(strict.find(samples), samples.size(), "\"samples\": 51");
+  folder.write("e.json", strict);
+  click("cmdBackToLines");
+  answerFileDialog("e.json");
+  click("cmdOpen");
+  verdict();
+  EXPECT_EQ(shownLimits(), "those of the measurement");
 }
 
 TEST_F(MeasureWindow, MeasuresTheControllersOwnReportsAndIsOperatedByThem) {

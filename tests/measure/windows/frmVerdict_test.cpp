@@ -4,6 +4,7 @@
 
 #include "drawing/svg_surface.h"
 #include "measure/truth/trial.h"
+#include "support/text/text_encoding.h"
 #include "tests/ui/window_desk.h"
 
 namespace touch::test {
@@ -54,7 +55,11 @@ TEST_F(VerdictPage, ShowsWhatItRestsOn) {
 }
 
 TEST_F(VerdictPage, WritesPagesThatAllSayWhetherTheSizeIsAGuess) {
-  show(panelOf(bowed, SizeSource::nominal));
+  measure::Measurement measurement = panelOf(bowed, SizeSource::nominal);
+  // Longer than a row, of letters of three bytes, and without a blank.
+  for (int letter = 0; letter < 100; ++letter)
+    measurement.conditions.panel += "\u677f";
+  show(std::move(measurement));
   const Report& report = *page.report();
   EXPECT_EQ(QImage::fromData(measurementPng(report)).width(), 1600);
   const QByteArray pdf = measurementPdf(report);
@@ -65,6 +70,7 @@ TEST_F(VerdictPage, WritesPagesThatAllSayWhetherTheSizeIsAGuess) {
     SvgSurface picture(measure::mapPage);
     pages.draw(picture, number);
     EXPECT_THAT(picture.document(), HasSubstr("nominal")) << number;
+    EXPECT_TRUE(isUtf8(picture.document())) << number;
   }
 }
 

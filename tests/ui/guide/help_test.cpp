@@ -18,8 +18,10 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     const bool showsKeys = where.starts_with("frmDraw") || where.starts_with("frmRsDraw");
     QTest::keyClick(&window, Qt::Key_F1, showsKeys ? Qt::ControlModifier : Qt::NoModifier);
     const QPointer<GuideWindow> guide = window.findChild<GuideWindow*>();
-    EXPECT_EQ(guide == nullptr, where.starts_with("frmCal") || where.starts_with("frmCheck"))
-        << "a calibration must not be covered";
+    // A target must not be covered; and a guide would hear nothing while a driver is waited for.
+    const bool opensNone = where.starts_with("frmCal") || where.starts_with("frmCheck") ||
+                           where.starts_with("driverHangs");
+    EXPECT_EQ(guide == nullptr, opensNone);
     if (guide == nullptr) return;
     EXPECT_TRUE(QTest::qWaitForWindowActive(guide));
     auto* const text = find<GuideBrowser>(*guide, "guideText");

@@ -1,4 +1,4 @@
-#include "calibration/target_places.h"
+#include "drawing/target_places.h"
 
 #include <algorithm>
 #include <iterator>
