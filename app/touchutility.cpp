@@ -18,6 +18,7 @@
 #include "app/parsing.h"
 #include "app/process/ending_signals.h"
 #include "app/process/guarded_run.h"
+#include "app/process/no_display.h"
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
 #include "commission/frmCommission.h"
@@ -264,9 +265,7 @@ int run(Options& options, int argc, char** argv) {
 
 /// Without a window, and so without a display.
 int printSheet(const std::filesystem::path& path, const Options& options, int argc, char** argv) {
-#ifdef __linux__
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-#endif
+  needNoDisplay();
   const QApplication app(argc, argv);
   chooseLanguage(options);
   const auto folder = commission::RunFolder::open(path);
