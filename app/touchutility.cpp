@@ -233,17 +233,14 @@ int run(Options& options, int argc, char** argv) {
 
   const std::vector<std::string> versions = {programVersion(), systemName(),
                                              std::string("Qt ") + qVersion()};
+  Patient patient{.access = Access{session, driver, clock},
+                  .driverPath = bound.path(),
+                  .simulated = bound.isSimulated(),
+                  .ports = options.comPorts,
+                  .workFolder = options.workFolder,
+                  .versions = versions};
   const auto commission = [&](const CommissionCall& call) {
-    return new commission::frmCommission({{session, driver, clock},
-                                          prompt,
-                                          options.workFolder,
-                                          {.access = Access{session, driver, clock},
-                                           .driverPath = bound.path(),
-                                           .simulated = bound.isSimulated(),
-                                           .ports = options.comPorts,
-                                           .workFolder = options.workFolder,
-                                           .versions = versions}},
-                                         call);
+    return new commission::frmCommission({prompt, patient}, call);
   };
   frmMain window({session, driver, clock}, prompt, port, trace,
                  {switches, workingFiles, measuring, commission},
