@@ -14,6 +14,7 @@ namespace {
 // Each row is eleven keys wide with what `ScreenKeyboard` adds.
 constexpr const char* rows[] = {"1234567890", "QWERTYUIOP-", "ASDFGHJKL./", "ZXCVBNM"};
 constexpr int gap = 4;
+constexpr int narrowestKey = 30;  // a little more than 7.5 mm; eleven fit on a small screen
 
 void type(int key, const QString& text = {}) {
   QWidget* const typedInto = QApplication::focusWidget();
@@ -29,7 +30,7 @@ void type(int key, const QString& text = {}) {
 ScreenKeyboard::ScreenKeyboard(QWidget* parent) : QWidget(parent) {
   setObjectName("screenKeyboard");
   auto* const grid = new QGridLayout(this);
-  grid->setContentsMargins(gap, gap, gap, gap);
+  grid->setContentsMargins(0, gap, 0, 0);
   grid->setSpacing(gap);
   int row = 0;
   int column = 0;
@@ -38,7 +39,7 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent) : QWidget(parent) {
     key->setObjectName(name);
     key->setFocusPolicy(Qt::NoFocus);
     key->setAutoRepeat(true);
-    key->setMinimumSize(fingerSize() / 2, fingerSize());
+    key->setMinimumSize(narrowestKey, fingerSize());
     key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     connect(key, &QPushButton::clicked, this, typed);
     grid->addWidget(key, row, column, 1, wide);
