@@ -18,6 +18,7 @@
 #include "app/parsing.h"
 #include "app/process/ending_signals.h"
 #include "app/process/guarded_run.h"
+#include "app/process/no_display.h"
 #include "app/process/orderly_process.h"
 #include "app/process/system_text.h"
 #include "app/simulated_source.h"
@@ -240,17 +241,14 @@ int run(Options& options, int argc, char** argv) {
 
   const std::vector<std::string> versions = {programVersion(), systemName(),
                                              std::string("Qt ") + qVersion()};
+  Patient patient{.access = Access{session, driver, clock},
+                  .driverPath = bound.path(),
+                  .simulated = bound.isSimulated(),
+                  .ports = options.comPorts,
+                  .workFolder = options.workFolder,
+                  .versions = versions};
   const auto commission = [&](const CommissionCall& call) {
-    return new commission::frmCommission({{session, driver, clock},
-                                          prompt,
-                                          options.workFolder,
-                                          {.access = Access{session, driver, clock},
-                                           .driverPath = bound.path(),
-                                           .simulated = bound.isSimulated(),
-                                           .ports = options.comPorts,
-                                           .workFolder = options.workFolder,
-                                           .versions = versions}},
-                                         call);
+    return new commission::frmCommission({prompt, patient, trace}, call);
   };
   frmMain window({session, driver, clock}, prompt, port, trace,
                  {switches, workingFiles, measuring, commission},
@@ -272,9 +270,7 @@ int run(Options& options, int argc, char** argv) {
 
 /// Without a window, and so without a display.
 int printSheet(const std::filesystem::path& path, const Options& options, int argc, char** argv) {
-#ifdef __linux__
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-#endif
+  needNoDisplay();
   const QApplication app(argc, argv);
   chooseLanguage(options);
   const auto folder = commission::RunFolder::open(path);

@@ -44,8 +44,14 @@ std::vector<std::string> wordsOfController(const Access& access) {
 
 }  // namespace
 
-Found prerequisitesOf(const Diagnosis& diagnosis) {
+std::string driverName(const Patient& patient) {
+  return patient.simulated ? say("commission", "simulated") : utf8Of(patient.driverPath);
+}
+
+Found prerequisitesOf(const Diagnosis& diagnosis, const std::optional<DriverSettings>& reported) {
   Found found;
+  if (reported && !reported->reporting)
+    found = {false, {say("commission", "The touch panel is switched off: it reports no touch.")}};
   for (const Finding& finding : diagnosis.findings) {
     if (finding.state == FindingState::ok) continue;
     if (finding.state == FindingState::problem) found.good = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -19,8 +20,11 @@ namespace touch::commission {
 // The steps that need no screen. Each acts on the session's controller, puts what it learns into
 // the run, and returns what it found.
 
-/// Problems are bad; notes are told.
-Found prerequisitesOf(const Diagnosis& diagnosis);
+/// How the sheet calls the driver.
+std::string driverName(const Patient& patient);
+
+/// Problems are bad; notes are told. `reported` is nothing where the settings are not known.
+Found prerequisitesOf(const Diagnosis& diagnosis, const std::optional<DriverSettings>& reported);
 
 /// What the controller says of itself. Its parameters are read and kept in a backup file, if it has
 /// any. `driver` is how the driver is called on the sheet.

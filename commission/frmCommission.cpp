@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -16,17 +17,26 @@
 #include <algorithm>
 #include <array>
 
+#include "commission/bundle.h"
+#include "commission/controller_steps.h"
 #include "commission/frmCommissionStart.h"
 #include "commission/frmSheetPdf.h"
 #include "console/doctor/frmDoctorPage.h"
+#include "console/panels/frmMonitorRow.h"
+#include "console/settings/touch_settings.h"
 #include "measure/report/conditions.h"
 #include "measure/windows/frmFields.h"
+#include "support/files/whole_file.h"
+#include "support/text/language.h"
+#include "support/text/text_encoding.h"
 #include "ui/controls/finger_style.h"
+#include "ui/controls/screen_keyboard.h"
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/screens/screen_size.h"
 #include "ui/style/face_style.h"
 #include "ui/text.h"
+#include "ui/text_file_dialogs.h"
 
 namespace touch::commission {
 
@@ -80,13 +90,14 @@ QLabel* makeText() {
 
 }  // namespace
 
-frmCommission::frmCommission(CommissionParts parts, const CommissionCall& call)
+frmCommission::frmCommission(const CommissionParts& parts, const CommissionCall& call)
     : FullScreenWindow(call.screen, call.size, call.onLeft),
-      parts_(std::move(parts)),
+      prompt_(parts.prompt),
+      patient_(parts.patient),
+      tracing_(parts.trace),
+      access_(parts.patient.access.value()),
       screens_(call.screens),
-      program_(call.program),
-      driver_(call.driver),
-      gate_(parts_.access.clock, [this] { pages_->setEnabled(true); }),
+      gate_(access_.clock, [this] { pages_->setEnabled(true); }),
       pages_(new QStackedWidget(this)),
       startPage_(new frmCommissionStart),
       progress_(new QProgressBar),
@@ -96,7 +107,12 @@ frmCommission::frmCommission(CommissionParts parts, const CommissionCall& call)
       found_(makeText()),
       before_(makeText()),
       panelForm_(makePanelForm()),
+      mends_(makeMends()),
+      monitors_(new frmMonitorRow),
+      keyboard_(new ScreenKeyboard),
+      keyboardSwitch_(ScreenKeyboard::makeSwitch(*keyboard_)),
       targetsRow_(new QWidget),
+      advice_(makeText()),
       targets_(new QComboBox),
       do_(new QPushButton(tr("&Start"))),
       skip_(new QPushButton(tr("S&kip …"))),
@@ -113,6 +129,7 @@ frmCommission::frmCommission(CommissionParts parts, const CommissionCall& call)
   layout->setSizeConstraint(QLayout::SetNoConstraint);
   layout->addWidget(pages_);
   connect(startPage_, &frmCommissionStart::beginRequested, this, &frmCommission::begin);
+  connect(startPage_, &frmCommissionStart::folderRequested, this, &frmCommission::chooseFolder);
   connect(startPage_, &frmCommissionStart::leaveRequested, this, &frmCommission::askToLeave);
   connect(startPage_, &frmCommissionStart::goOnRequested, this, [this](const UnfinishedRun& one) {
     auto folder = RunFolder::open(one.folder);
@@ -140,6 +157,7 @@ QWidget* frmCommission::makeRunPage() {
   columns->addWidget(makeStep(), 3);
   rows->addWidget(progress_);
   rows->addLayout(columns, 1);
+  rows->addWidget(keyboard_);
   return page;
 }
 
@@ -159,8 +177,14 @@ QWidget* frmCommission::makeStep() {
   auto* const targetsForm = new QFormLayout(targetsRow_);
   targetsForm->setContentsMargins(0, 0, 0, 0);
   measure::addField(*targetsForm, tr("Calibrate &with:"), targets_, targets_);
-  for (QWidget* const part : std::initializer_list<QWidget*>{caption_, purpose_, panelForm_,
-                                                             targetsRow_, found_, before_})
+  advice_->setObjectName("targetAdvice");
+  monitors_->setObjectName("monitors");
+  for (auto* const button : monitors_->findChildren<QPushButton*>())
+    makeFingerSized(*button);
+  connect(monitors_, &frmMonitorRow::assigned, this, &frmCommission::chooseMonitor);
+  for (QWidget* const part :
+       std::initializer_list<QWidget*>{caption_, purpose_, monitors_, panelForm_, advice_,
+                                       targetsRow_, found_, mends_, before_})
     rows->addWidget(part);
   rows->addStretch();
   auto* const page = new ScrolledPage;
@@ -185,6 +209,37 @@ QWidget* frmCommission::makePanelForm() {
   return widget;
 }
 
+/// One button for each mend, in its order.
+QWidget* frmCommission::makeMends() {
+  auto* const box = new QWidget;
+  auto* const column = new QVBoxLayout(box);
+  column->setContentsMargins(0, 0, 0, 0);
+  const struct {
+    const char* name;
+    QString caption;
+    QString description;
+    void (frmCommission::*pressed)();
+  } all[] = {
+      {"cmdTakePortBack", tr("Take the port &back"),
+       tr("Has the driver open the controller's port again"), &frmCommission::takePortBack},
+      {"cmdEnablePanel", tr("Switch the &panel on"), tr("Has the controller report touches again"),
+       &frmCommission::enablePanel},
+      {"cmdChooseFolder", tr("C&hoose another folder …"),
+       tr("Saves the run and the parameters in another folder"), &frmCommission::chooseFolder},
+  };
+  for (const auto& [name, caption, description, pressed] : all) {
+    auto* const button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setAccessibleDescription(description);
+    button->setToolTip(description);
+    button->setAutoDefault(true);
+    makeFingerSized(*button);
+    connect(button, &QPushButton::clicked, this, pressed);
+    column->addWidget(button, 0, Qt::AlignLeft);
+  }
+  return box;
+}
+
 QWidget* frmCommission::makeButtons() {
   auto* const row = new QWidget;
   auto* const buttons = new QHBoxLayout(row);
@@ -206,13 +261,23 @@ QWidget* frmCommission::makeButtons() {
     buttons->addWidget(button);
   }
   setKind(*do_, ButtonKind::primary);
-  buttons->insertStretch(0);
+  buttons->insertWidget(0, keyboardSwitch_);
+  connect(keyboardSwitch_, &QPushButton::toggled, this, [this](bool isOn) {
+    auto* const first = findChild<QLineEdit*>(fields.front().name);
+    if (isOn && qobject_cast<QLineEdit*>(focusWidget()) == nullptr) first->setFocus();
+  });
+  buttons->insertStretch(1);
   return row;
 }
 
 void frmCommission::started() {
+  showStart();
+}
+
+void frmCommission::showStart() {
   std::vector<FileError> damaged;
-  startPage_->offer(unfinishedRuns(parts_.workFolder / "commissioning", damaged));
+  const auto runs = runsIn(patient_.workFolder);
+  startPage_->offer(unfinishedRuns(runs, damaged), runs);
   startPage_->takeFocus();
   for (const FileError& error : damaged)
     tellFailure(error);
@@ -222,15 +287,16 @@ void frmCommission::begin() {
   Run run;
   run.profile = startPage_->profile();
   run.use = startPage_->use();
-  run.program = program_;
+  if (!patient_.versions.empty()) run.program = patient_.versions.front();
   run.began = measure::dateOf(std::chrono::system_clock::now());
-  auto folder = RunFolder::make(parts_.workFolder / "commissioning", run);
+  auto folder = RunFolder::make(runsIn(patient_.workFolder), run);
   if (!folder) return tellFailure(folder.error());
   takeUp(std::move(*folder), std::move(run));
 }
 
 void frmCommission::takeUp(RunFolder folder, Run run) {
-  guided_.emplace(parts_.access, Backup(parts_.workFolder), std::move(folder), std::move(run));
+  guided_.emplace(access_, Backup(patient_.workFolder), std::move(folder), std::move(run));
+  trace_.emplace(tracing_, guided_->folder());
   for (const Field& field : fields)
     findChild<QLineEdit*>(field.name)->setText(shownText(guided_->run().panel.*field.text));
   pages_->setCurrentIndex(1);
@@ -287,15 +353,82 @@ void frmCommission::showStep() {
   found_->setText(lines.join("\n\n"));
   before_->clear();
   panelForm_->setVisible(id == StepId::panel);
+  keyboardSwitch_->setVisible(id == StepId::panel);
+  keyboard_->setVisible(id == StepId::panel && keyboardSwitch_->isChecked());
   targetsRow_->setVisible(id == StepId::calibrate);
-  // What comes before it is to be there.
-  const bool isReachable = record.state != StepState::open || guided_->next() == id;
+  monitors_->setVisible(id == StepId::prerequisites && QGuiApplication::screens().size() > 1);
+  mends_->setVisible(id == StepId::prerequisites && !guided_->mends().empty());
+  for (const auto& [mend, name] : {std::pair{Mend::takePortBack, "cmdTakePortBack"},
+                                   {Mend::enablePanel, "cmdEnablePanel"},
+                                   {Mend::chooseFolder, "cmdChooseFolder"}})
+    mends_->findChild<QWidget*>(name)->setVisible(std::ranges::find(guided_->mends(), mend) !=
+                                                  guided_->mends().end());
+  const bool canBeDone = isReachable(run, id);
+  showAdvice();
   do_->setText(record.state == StepState::open ? tr("&Start") : tr("&Repeat"));
-  do_->setEnabled(isReachable);
+  do_->setEnabled(canBeDone);
   skip_->setVisible(step.mayBeSkipped && record.state == StepState::open);
-  skip_->setEnabled(isReachable);
+  skip_->setEnabled(canBeDone);
   next_->setVisible(record.state != StepState::open && guided_->next().has_value());
   set_->setVisible(id == StepId::settings && record.state == StepState::done && !record.found.good);
+}
+
+/// An earlier measurement takes a while to be judged, and is only when the step can be done.
+void frmCommission::showAdvice() {
+  const bool isWanted =
+      chosen() == StepId::calibrate && isReachable(guided_->run(), StepId::calibrate);
+  advice_->setVisible(isWanted);
+  if (!isWanted) return;
+  const TargetAdvice& advice = guided_->targetAdvice();
+  advice_->setText(shownText(advice.why));
+  // What the user has chosen since stays.
+  if (advised_ != advice) targets_->setCurrentIndex(targets_->findData(advice.targets));
+  advised_ = advice;
+}
+
+Status frmCommission::lookAround() {
+  return guided_->lookAround(examine(frmDoctorPage::withScreens(patient_)));
+}
+
+void frmCommission::takePortBack() {
+  work([this] {
+    commission::takePortBack(access_);
+    return lookAround();
+  });
+}
+
+void frmCommission::enablePanel() {
+  work([this] {
+    disableTouchPanel(access_, false);
+    return lookAround();
+  });
+}
+
+void frmCommission::chooseFolder() {
+  std::optional<std::filesystem::path> folder;
+  gate_.run([&] { folder = askFolder(this, tr("Working folder"), patient_.workFolder); });
+  if (!folder) return;
+  if (!guided_) {
+    patient_.workFolder = *folder;
+    return showStart();
+  }
+  work([this, &folder]() -> Status {
+    trace_.reset();
+    auto moved = guided_->moveTo(*folder);
+    trace_.emplace(tracing_, guided_->folder());
+    if (!moved) return moved;
+    patient_.workFolder = *folder;
+    prompt_.message(
+        tr("The run is now saved in %1. To continue it after a restart, start the program "
+           "with --work-dir and this folder.")
+            .arg(shownText(utf8Of(*folder)))
+            .toStdString());
+    return lookAround();
+  });
+}
+
+void frmCommission::chooseMonitor(int monitor) {
+  gate_.run([this, monitor] { moveTo(screens_.chooseMonitor(monitor)); });
 }
 
 void frmCommission::carryOut() {
@@ -305,13 +438,11 @@ void frmCommission::carryOut() {
     if (const auto opened = guided_->repeat(id); !opened) return tellFailure(opened.error());
   switch (id) {
     case StepId::prerequisites:
-      return work([this] {
-        return guided_->lookAround(examine(frmDoctorPage::withScreens(parts_.patient)));
-      });
+      return work([this] { return lookAround(); });
     case StepId::panel:
       return work([this] { return guided_->namePanel(typedFacts()); });
     case StepId::identity:
-      return work([this] { return guided_->identify(driver_); });
+      return work([this] { return guided_->identify(driverName(patient_)); });
     case StepId::settings:
       return work([this] { return guided_->compareSettings(); });
     case StepId::calibrate:
@@ -326,14 +457,22 @@ void frmCommission::carryOut() {
       return work([this] { return guided_->judge(); });
     case StepId::sheet:
       return work([this] {
-        const auto written = guided_->writeSheet();
-        return written ? printSheet(guided_->folder()) : written;
+        return guided_
+            ->writeSheet([](const RunFolder& folder, const Sheet& sheet,
+                            const measure::Report* report) {
+              return printSheet(folder, sheet, report);
+            })
+            .and_then([this] { return trace_->keep(); })
+            .and_then([this]() -> Status {
+              const auto bundle = writeBundle(guided_->folder());
+              return bundle ? Status() : tl::unexpected(bundle.error());
+            });
       });
   }
 }
 
 void frmCommission::setAsWanted() {
-  work([this] { return guided_->setAsWanted(parts_.prompt); });
+  work([this] { return guided_->setAsWanted(prompt_); });
 }
 
 void frmCommission::goOn() {
@@ -343,9 +482,12 @@ void frmCommission::goOn() {
 void frmCommission::skipStep() {
   if (!gate_.isOpen() || !guided_) return;
   const StepId id = chosen();
-  const auto reason = parts_.prompt.input(
-      tr("Why do you skip this step? The reason stands on the sheet.").toStdString(),
-      stepOf(id).caption);
+  std::vector<std::string> usual;
+  for (const char* const reason : usualReasons())
+    usual.push_back(say("commission", reason));
+  const auto reason =
+      prompt_.reason(tr("Why do you skip this step? The reason stands on the sheet.").toStdString(),
+                     say("commission", stepOf(id).caption), usual);
   if (!reason || reason->find_first_not_of(' ') == std::string::npos) return;
   work([this, id, &reason] { return guided_->skip(id, *reason); });
 }
@@ -388,7 +530,9 @@ void frmCommission::measure() {
   gate_.begin(
       [&] {
         showWait();
-        screens_.measureFor({*begun, guided_->folder().path(), keep},
+        const RunFolder& folder = guided_->folder();
+        screens_.measureFor({*begun, folder.path(), keep,
+                             freeName(folder.names(), RunFolder::recordingName, ".txt")},
                             [this] { comeBack([this] { return guided_->endMeasurement(); }); });
       },
       [this] { screens_.endScreen(); });
@@ -419,11 +563,9 @@ void frmCommission::endStep(const std::function<Status()>& step) {
   pages_->setEnabled(true);
   if (gate_.isLeaving()) return;
   if (!done) tellFailure(done.error());
-  // A problem is to be seen before the run goes on.
   const StepId ended = chosen();
   const StepRecord& record = guided_->run()[ended];
-  if (record.state == StepState::done && !record.found.good) return choose(ended);
-  choose(guided_->next().value_or(StepId::sheet));
+  choose(stepAfter(guided_->run(), ended));
   if (chosen() == ended || record.found.texts.empty()) return;
   QStringList found;
   for (const std::string& text : record.found.texts)
@@ -433,7 +575,7 @@ void frmCommission::endStep(const std::function<Status()>& step) {
 }
 
 void frmCommission::tellFailure(const FileError& error) const {
-  parts_.prompt.message(error.describe());
+  prompt_.message(error.describe());
 }
 
 void frmCommission::comeBack(const std::function<Status()>& step) {

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "commission/guided_run.h"
+#include "commission/run_trace.h"
 #include "console/doctor/doctor.h"
 #include "console/main/panel_screens.h"
 #include "support/gate.h"
@@ -18,16 +19,20 @@ class QProgressBar;
 class QPushButton;
 class QStackedWidget;
 
+namespace touch {
+class frmMonitorRow;
+class ScreenKeyboard;
+}  // namespace touch
+
 namespace touch::commission {
 
 class frmCommissionStart;
 
 /// What a commissioning lives on. All of it outlives the window.
 struct CommissionParts {
-  Access access;
   Prompt& prompt;
-  std::filesystem::path workFolder;
-  Patient patient;
+  Patient& patient;  ///< with a driver; the user may choose another working folder
+  Trace& trace;
 };
 
 /// The full-screen window that leads through a commissioning: its steps on one side, the one in
@@ -36,7 +41,7 @@ class frmCommission final : public FullScreenWindow {
   Q_OBJECT
 
  public:
-  frmCommission(CommissionParts parts, const CommissionCall& call);
+  frmCommission(const CommissionParts& parts, const CommissionCall& call);
   ~frmCommission() override;
 
   /// Nothing is asked: everything is kept. What is in front of it, or under way, ends first.
@@ -50,15 +55,23 @@ class frmCommission final : public FullScreenWindow {
   QWidget* makeRunPage();
   QWidget* makeStep();
   QWidget* makePanelForm();
+  QWidget* makeMends();
   QWidget* makeButtons();
 
+  void showStart();
   void begin();
   void takeUp(RunFolder folder, Run run);
   StepId chosen() const;
   void choose(StepId id);
   void showRun();
   void showStep();
+  void showAdvice();
   void carryOut();
+  Status lookAround();
+  void takePortBack();
+  void enablePanel();
+  void chooseFolder();
+  void chooseMonitor(int monitor);
   void skipStep();
   void setAsWanted();
   void goOn();
@@ -75,11 +88,13 @@ class frmCommission final : public FullScreenWindow {
   /// A window in front of this one has ended, and with it the action.
   void comeBack(const std::function<Status()>& step);
 
-  CommissionParts parts_;
+  Prompt& prompt_;
+  Patient& patient_;
+  Trace& tracing_;
+  Access access_;
   PanelScreens& screens_;
-  std::string program_;
-  std::string driver_;
   std::optional<GuidedRun> guided_;
+  std::optional<RunTrace> trace_;
   Gate gate_;  ///< a step is under way, here or in a window in front
 
   QStackedWidget* pages_;
@@ -91,7 +106,13 @@ class frmCommission final : public FullScreenWindow {
   QLabel* found_;
   QLabel* before_;  ///< what the step before has found, when it has just ended
   QWidget* panelForm_;
+  QWidget* mends_;
+  frmMonitorRow* monitors_;
+  ScreenKeyboard* keyboard_;
+  QPushButton* keyboardSwitch_;
   QWidget* targetsRow_;
+  QLabel* advice_;
+  std::optional<TargetAdvice> advised_;  ///< that the targets were chosen by
   QComboBox* targets_;
   QPushButton* do_;
   QPushButton* skip_;

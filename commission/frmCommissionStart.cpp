@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "measure/windows/frmFields.h"
+#include "support/text/text_encoding.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
 #include "ui/style/face_style.h"
@@ -30,7 +31,7 @@ QPushButton* makeButton(const char* name, const QString& caption) {
 }  // namespace
 
 frmCommissionStart::frmCommissionStart(QWidget* parent)
-    : QWidget(parent), profile_(new QComboBox), use_(new QComboBox) {
+    : QWidget(parent), profile_(new QComboBox), use_(new QComboBox), folder_(new QLabel) {
   setObjectName("commissionStart");
   auto* const content = new QWidget;
   rows_ = new QVBoxLayout(content);
@@ -55,8 +56,11 @@ QWidget* frmCommissionStart::makeChoices() {
   auto* const group = new QGroupBox(tr("A new run"));
   auto* const form = new QFormLayout(group);
   profile_->setObjectName("commissionProfile");
-  profile_->addItem(tr("quick: ten lines, nine taps, coverage (about 6 minutes in all)"));
-  profile_->addItem(tr("full: all lines, 25 targets, resting finger, coverage (about 18 minutes)"));
+  const auto minutes = [](Profile profile) { return QString::number(durationOf(profile).count()); };
+  profile_->addItem(tr("quick: ten lines, nine taps, coverage (about %1 minutes in all)")
+                        .arg(minutes(Profile::quick)));
+  profile_->addItem(tr("full: all lines, 25 targets, resting finger, coverage (about %1 minutes)")
+                        .arg(minutes(Profile::full)));
   use_->setObjectName("commissionUse");
   for (const measure::Profile& profile : measure::profiles())
     use_->addItem(spokenText("measure", profile.words), shownText(profile.name));
@@ -67,7 +71,22 @@ QWidget* frmCommissionStart::makeChoices() {
   }
   measure::addField(*form, tr("&Measurement:"), profile_, profile_);
   measure::addField(*form, tr("The panel is &for:"), use_, use_);
+  measure::addField(*form, tr("Saved in:"), makeFolderRow(), nullptr);
   return group;
+}
+
+QWidget* frmCommissionStart::makeFolderRow() {
+  auto* const row = new QWidget;
+  auto* const columns = new QHBoxLayout(row);
+  columns->setContentsMargins(0, 0, 0, 0);
+  folder_->setObjectName("commissionFolder");
+  folder_->setWordWrap(true);
+  auto* const choose = makeButton("cmdStartFolder", tr("C&hoose …"));
+  choose->setAccessibleDescription(tr("Chooses the folder that runs are saved in"));
+  connect(choose, &QPushButton::clicked, this, &frmCommissionStart::folderRequested);
+  columns->addWidget(folder_, 1);
+  columns->addWidget(choose);
+  return row;
 }
 
 QWidget* frmCommissionStart::makeButtons() {
@@ -84,7 +103,9 @@ QWidget* frmCommissionStart::makeButtons() {
   return row;
 }
 
-void frmCommissionStart::offer(std::vector<UnfinishedRun> unfinished) {
+void frmCommissionStart::offer(std::vector<UnfinishedRun> unfinished,
+                               const std::filesystem::path& folder) {
+  folder_->setText(shownText(utf8Of(folder)));
   delete unfinished_;
   unfinished_ = nullptr;
   if (unfinished.empty()) return;

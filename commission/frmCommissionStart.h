@@ -6,6 +6,7 @@
 #include "commission/run_folder.h"
 
 class QComboBox;
+class QLabel;
 class QVBoxLayout;
 
 namespace touch::commission {
@@ -18,7 +19,8 @@ class frmCommissionStart final : public QWidget {
  public:
   explicit frmCommissionStart(QWidget* parent = nullptr);
 
-  void offer(std::vector<UnfinishedRun> unfinished);
+  /// `folder` is where runs are saved.
+  void offer(std::vector<UnfinishedRun> unfinished, const std::filesystem::path& folder);
   Profile profile() const;
   std::string use() const;
   void takeFocus();
@@ -26,16 +28,19 @@ class frmCommissionStart final : public QWidget {
  signals:
   void beginRequested();
   void goOnRequested(const touch::commission::UnfinishedRun& run);
+  void folderRequested();
   void leaveRequested();
 
  private:
   QWidget* makeChoices();
+  QWidget* makeFolderRow();
   QWidget* makeButtons();
 
   QVBoxLayout* rows_;
   QWidget* unfinished_ = nullptr;
   QComboBox* profile_;
   QComboBox* use_;
+  QLabel* folder_;
 };
 
 }  // namespace touch::commission

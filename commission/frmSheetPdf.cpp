@@ -8,6 +8,7 @@
 #include <functional>
 #include <span>
 
+#include "commission/guided_run.h"
 #include "measure/lines/lines_page.h"
 #include "measure/report/map_page.h"
 #include "support/text/language.h"
@@ -24,8 +25,16 @@ constexpr int dotsPerInch = 600;
 constexpr qreal margin = 40;
 constexpr qreal gap = 16;
 constexpr qreal footerHeight = 24;
-constexpr int bodySize = 9;
-constexpr int smallSize = 8;
+constexpr int mostPages = 2;
+
+/// How close everything stands. A sheet is as roomy as two pages allow.
+struct Density {
+  int body;     ///< size of the letters
+  int small;    ///< of what only those read who doubt
+  qreal above;  ///< and below the text of a row
+  qreal smallAbove;
+};
+constexpr Density densities[] = {{9, 8, 3, 1}, {9, 8, 2, 1}, {9, 8, 1, 0.5}, {8, 7, 0.5, 0.5}};
 
 constexpr QColor ink(28, 35, 43);
 constexpr QColor quiet(90, 101, 114);
@@ -63,23 +72,26 @@ struct Cell {
 class SheetPainter {
  public:
   /// `pages` is what the footer says of how many there are.
-  SheetPainter(QPdfWriter& writer, const Sheet& sheet, int pages)
-      : writer_(writer), sheet_(sheet), painter_(&writer), pages_(pages) {
+  SheetPainter(QPdfWriter& writer, const Sheet& sheet, const Density& density, int pages)
+      : writer_(writer), sheet_(sheet), density_(density), painter_(&writer), pages_(pages) {
     begin();
   }
 
   int drawAll(const measure::Report* report) {
     drawHead();
     drawFacts();
-    if (!sheet_.figures.empty()) drawFigures(say("commission", "Figures against limits"), true);
+    if (!sheet_.figures.empty()) drawFigures();
     drawRemarks();
     drawMapAndCalibration(report);
     drawSignatures();
     // What only those read who doubt.
     isDense_ = true;
-    if (report != nullptr && !report->analysis.lines.empty()) drawLines(*report);
+    if (report != nullptr && !report->analysis.lines.empty()) {
+      if (page_ == 1) turnOver();
+      drawLines(*report);
+    }
     drawSteps();
-    if (!sheet_.figures.empty()) drawFigures(say("commission", "Other figures"), false);
+    if (!sheet_.figures.empty()) drawOtherFigures();
     drawFooter();
     return page_;
   }
@@ -99,7 +111,9 @@ class SheetPainter {
 
   /// Goes to the next page where this much does not fit any more.
   void need(qreal height) {
-    if (y_ + height <= bottom()) return;
+    if (y_ + height > bottom()) turnOver();
+  }
+  void turnOver() {
     drawFooter();
     painter_.resetTransform();
     writer_.newPage();
@@ -138,9 +152,9 @@ class SheetPainter {
   }
 
   QFont fontOf(const Cell& cell) const {
-    return letters(isDense_ ? smallSize : bodySize, cell.bold);
+    return letters(isDense_ ? density_.small : density_.body, cell.bold);
   }
-  qreal rowPadding() const { return isDense_ ? 1 : 3; }
+  qreal rowPadding() const { return isDense_ ? density_.smallAbove : density_.above; }
   qreal heightOf(std::span<const Cell> row) const {
     qreal height = 0;
     for (const Cell& cell : row)
@@ -190,16 +204,17 @@ class SheetPainter {
     drawText(box.x(), box.y() + 7, boxWidth, measure::wordOf(sheet_.outcome), letters(18, true),
              colour, Qt::AlignHCenter);
     drawText(box.x(), box.y() + 33, boxWidth,
-             shownText(filled(say("commission", "for \"%1\""), {sheet_.use})), letters(bodySize),
-             colour, Qt::AlignHCenter);
+             shownText(filled(say("commission", "for \"%1\""), {sheet_.use})),
+             letters(density_.body), colour, Qt::AlignHCenter);
     const qreal textWidth = width() - boxWidth - gap;
     qreal y = y_;
     y += drawText(margin, y, textWidth, shownText(say("commission", "Touch panel commissioning")),
                   letters(18, true), ink);
-    y += drawText(margin, y + 2, textWidth, shownText(sheet_.subtitle), letters(bodySize), quiet);
+    y += drawText(margin, y + 2, textWidth, shownText(sheet_.subtitle), letters(density_.body),
+                  quiet);
     if (!sheet_.reason.empty())
-      y += drawText(margin, y + 6, textWidth, shownText(sheet_.reason), letters(bodySize, true),
-                    colour);
+      y += drawText(margin, y + 6, textWidth, shownText(sheet_.reason),
+                    letters(density_.body, true), colour);
     y_ = std::max(y, box.bottom());
   }
 
@@ -214,7 +229,7 @@ class SheetPainter {
                   drawFactTable(right, below, column, sheet_.conduct));
   }
 
-  void drawFigures(const std::string& title, bool deciding) {
+  void drawFigures() {
     const qreal number = 92;
     const qreal outcome = 68;
     const qreal what = (width() - 2 * number - outcome) * 0.62;
@@ -225,10 +240,10 @@ class SheetPainter {
          {shownText(say("commission", "Limit")), number, quiet, false, true},
          {{}, outcome},
          {shownText(say("commission", "Where")), where, quiet}}};
-    heading(shownText(title), 3 * heightOf(captions));
+    heading(shownText(say("commission", "Figures against limits")), 3 * heightOf(captions));
     row(captions);
     for (const SheetFigure& figure : sheet_.figures) {
-      if (figure.deciding != deciding) continue;
+      if (!figure.deciding) continue;
       const std::array<Cell, 5> cells = {
           {{shownText(figure.what), what},
            {shownText(figure.found), number, ink, false, true},
@@ -239,12 +254,49 @@ class SheetPainter {
     }
   }
 
+  /// All of them keep their limits: what, found and limit are enough.
+  using OtherFigure = std::array<Cell, 3>;
+  std::vector<OtherFigure> otherFigures() const {
+    const qreal column = (width() - gap) / 2;
+    constexpr qreal number = 62;
+    std::vector<OtherFigure> rows;
+    for (const SheetFigure& figure : sheet_.figures)
+      if (!figure.deciding)
+        rows.push_back({{{shownText(figure.what), column - 2 * number},
+                         {shownText(figure.found), number, ink, false, true},
+                         {shownText(figure.limit), number, quiet, false, true}}});
+    return rows;
+  }
+  qreal heightOf(std::span<const OtherFigure> rows) const {
+    qreal height = 0;
+    for (const OtherFigure& one : rows)
+      height += heightOf(std::span<const Cell>(one));
+    return height;
+  }
+  /// In two columns.
+  void drawOtherFigures() {
+    const auto all = otherFigures();
+    const std::span<const OtherFigure> rows(all);
+    if (rows.empty()) return;
+    const std::span<const OtherFigure> left = rows.first((rows.size() + 1) / 2);
+    const std::span<const OtherFigure> right = rows.subspan(left.size());
+    heading(shownText(say("commission", "Other figures, all within their limits")),
+            std::max(heightOf(left), heightOf(right)));
+    const qreal top = y_;
+    for (const auto& [x, part] : {std::pair{margin, left}, {margin + (width() + gap) / 2, right}}) {
+      qreal y = top;
+      for (const OtherFigure& one : part)
+        y = drawRow(x, y, one);
+      y_ = std::max(y_, y);
+    }
+  }
+
   void drawRemarks() {
     QString text;
     for (const Fact& remark : sheet_.remarks)
       text += shownText(remark.caption) + ": " + shownText(remark.text) + ". ";
     const auto& [colour, ground] = coloursOf(measure::Outcome::incomplete);
-    const QFont font = letters(bodySize);
+    const QFont font = letters(density_.body);
     const qreal height = heightOf(text, width() - 16, font) + 10;
     y_ += 8;
     need(height);
@@ -267,7 +319,7 @@ class SheetPainter {
         drawHeading(right, y_, column, shownText(say("commission", "Calibration and cause")));
     if (hasMap) {
       drawHeading(margin, y_, column, shownText(say("commission", "Error map")));
-      painter_.setFont(letters(bodySize));  // a bold one would be kept
+      painter_.setFont(letters(density_.body));  // a bold one would be kept
       paintPage(painter_, QRectF(margin, below, column, mapHeight), measure::mapPage,
                 [&](ChartSurface& surface) {
                   measure::drawMap(surface, *report->map, report->measurement);
@@ -281,7 +333,7 @@ class SheetPainter {
     const qreal column = (width() - 2 * gap) / 2;
     need(room + 20);
     y_ += room;
-    const QFont font = letters(bodySize);
+    const QFont font = letters(density_.body);
     const std::pair<qreal, std::string> lines[] = {
         {margin, say("commission", "Installed by")},
         {margin + column + 2 * gap, say("commission", "Accepted by")}};
@@ -292,42 +344,59 @@ class SheetPainter {
     y_ += 18;
   }
 
+  /// As large as what follows leaves it room on the page.
   void drawLines(const measure::Report& report) {
-    const qreal wide = width() * 0.58;
-    const qreal height = wide * qreal{measure::linesPage.height} / qreal{measure::linesPage.width};
+    constexpr qreal shape = qreal{measure::linesPage.height} / qreal{measure::linesPage.width};
+    constexpr qreal headingHeight = gap + 20;
+    constexpr qreal smallest = 0.5;
+    const auto others = otherFigures();
+    const qreal below = headingHeight + heightOfSteps() + headingHeight +
+                        heightOf(std::span(others).first((others.size() + 1) / 2));
+    const qreal room = bottom() - (y_ + headingHeight) - below;
+    const qreal wide = std::clamp(room / shape, width() * smallest, width());
+    const qreal height = wide * shape;
     heading(shownText(say("commission", "Lines")), height);
-    painter_.setFont(letters(bodySize));
-    paintPage(
-        painter_, QRectF(margin, y_, wide, height), measure::linesPage, [&](ChartSurface& surface) {
-          measure::drawLinesPage(surface, report.measurement, report.analysis, report.verdict);
-        });
+    painter_.setFont(letters(density_.body));
+    paintPage(painter_, QRectF(margin + (width() - wide) / 2, y_, wide, height), measure::linesPage,
+              [&](ChartSurface& surface) {
+                measure::drawLinesPage(surface, report.measurement, report.analysis,
+                                       report.verdict);
+              });
     y_ += height;
   }
 
-  void drawSteps() {
-    heading(shownText(say("commission", "Steps")), 60);
+  std::array<Cell, 3> cellsOf(const SheetStep& step) const {
     const qreal caption = width() * 0.24;
     const qreal state = width() * 0.2;
-    for (const SheetStep& step : sheet_.steps) {
-      QStringList found;
-      for (const std::string& text : step.found)
-        found << shownText(text);
-      const std::array<Cell, 3> cells = {{{shownText(step.caption), caption},
-                                          {shownText(step.state), state, quiet},
-                                          {found.join('\n'), width() - caption - state, quiet}}};
-      row(cells);
-    }
+    QStringList found;
+    for (const std::string& text : step.found)
+      found << shownText(text);
+    return {{{shownText(step.caption), caption},
+             {shownText(step.state), state, quiet},
+             {found.join('\n'), width() - caption - state, quiet}}};
+  }
+  qreal heightOfSteps() const {
+    qreal height = 0;
+    for (const SheetStep& step : sheet_.steps)
+      height += heightOf(std::span<const Cell>(cellsOf(step)));
+    return height;
+  }
+  void drawSteps() {
+    heading(shownText(say("commission", "Steps")), 60);
+    for (const SheetStep& step : sheet_.steps)
+      row(cellsOf(step));
   }
 
   void drawFooter() {
     const QString text =
         shownText(filled(say("commission", "%1   ·   page %2 of %3"),
                          {sheet_.subtitle, std::to_string(page_), std::to_string(pages_)}));
-    drawText(margin, pageHeight_ - margin - 10, width(), text, letters(smallSize), quiet);
+    drawText(margin, pageHeight_ - margin - 10, width(), text, letters(density_.small), quiet);
   }
 
   QPdfWriter& writer_;
   const Sheet& sheet_;
+  Density density_;
   QPainter painter_;
   int pages_;
   int page_ = 1;
@@ -338,7 +407,8 @@ class SheetPainter {
 };
 
 /// Returns how many pages it has.
-int writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* report, int pages) {
+int writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* report,
+             const Density& density, int pages) {
   QBuffer buffer(&content);
   buffer.open(QIODevice::WriteOnly);
   QPdfWriter writer(&buffer);
@@ -347,17 +417,28 @@ int writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* rep
   const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
   writer.setPageLayout(QPageLayout(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4),
                                    QPageLayout::Portrait, QMarginsF()));
-  return SheetPainter(writer, sheet, pages).drawAll(report);
+  return SheetPainter(writer, sheet, density, pages).drawAll(report);
 }
 
 }  // namespace
 
 QByteArray sheetPdf(const Sheet& sheet, const measure::Report* report) {
-  QByteArray counted;
-  const int pages = writePdf(counted, sheet, report, 0);
-  QByteArray content;
-  writePdf(content, sheet, report, pages);
-  return content;
+  int pages = 0;
+  for (const Density& density : densities) {
+    QByteArray counted;
+    pages = writePdf(counted, sheet, report, density, 0);
+    const bool isLast = &density == &std::end(densities)[-1];
+    if (pages > mostPages && !isLast) continue;
+    QByteArray content;
+    writePdf(content, sheet, report, density, pages);
+    return content;
+  }
+  return {};
+}
+
+Status printSheet(const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {
+  if (auto printed = printHtml(folder, sheet, report); !printed) return printed;
+  return folder.write("sheet.pdf", sheetPdf(sheet, report).toStdString());
 }
 
 Status printSheet(const RunFolder& folder) {
@@ -366,9 +447,7 @@ Status printSheet(const RunFolder& folder) {
   const auto made = folder.report();
   if (!made) return tl::unexpected(made.error());
   const measure::Report* const report = *made ? &**made : nullptr;
-  const Sheet sheet = sheetOf(*run, report);
-  if (auto written = folder.write("sheet.html", sheetHtml(sheet, report)); !written) return written;
-  return folder.write("sheet.pdf", sheetPdf(sheet, report).toStdString());
+  return printSheet(folder, sheetOf(*run, report), report);
 }
 
 }  // namespace touch::commission

@@ -11,8 +11,10 @@ namespace touch::commission {
 /// measured.
 QByteArray sheetPdf(const Sheet& sheet, const measure::Report* report);
 
-/// Writes the sheet of the run in this folder as "sheet.pdf" and "sheet.html", in the user's
-/// language.
+/// Writes it as "sheet.pdf" and "sheet.html", in the user's language.
+[[nodiscard]] Status printSheet(const RunFolder& folder, const Sheet& sheet,
+                                const measure::Report* report);
+/// The sheet of the run in this folder.
 [[nodiscard]] Status printSheet(const RunFolder& folder);
 
 }  // namespace touch::commission

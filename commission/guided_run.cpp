@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "commission/controller_steps.h"
-#include "commission/sheet.h"
 #include "console/doctor/doctor_report.h"
 #include "console/settings/touch_settings.h"
 #include "core/driver/driver_settings.h"
@@ -14,6 +13,10 @@
 #include "support/text/language.h"
 
 namespace touch::commission {
+
+Status printHtml(const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {
+  return folder.write("sheet.html", sheetHtml(sheet, report));
+}
 
 std::string GuidedRun::time() const {
   return measure::dateOf(now_());
@@ -30,12 +33,33 @@ Status GuidedRun::lookAround(const Diagnosis& diagnosis) {
   const std::string name(RunFolder::doctorName);
   if (auto kept = folder_.write(name + ".txt", findingsAsText(diagnosis)); !kept) return kept;
   if (auto kept = folder_.write(name + ".json", findingsAsJson(diagnosis)); !kept) return kept;
-  return end(StepId::prerequisites, prerequisitesOf(diagnosis));
+  const auto reported = reportedSettings(access_);
+  mends_ = mendsFor(diagnosis, access_.session.controllerName, reported);
+  return end(StepId::prerequisites, prerequisitesOf(diagnosis, reported));
+}
+
+Status GuidedRun::moveTo(const std::filesystem::path& workFolder) {
+  if (runsIn(workFolder) == folder_.path().parent_path()) return {};
+  auto moved = folder_.copyTo(runsIn(workFolder), run_);
+  if (!moved) return tl::unexpected(moved.error());
+  // What it can put back is noted where it was kept.
+  wayBack_ = takeWayBack();
+  backup_ = Backup(workFolder);
+  // It may be in the way that nothing can be written there: then it is found twice.
+  static_cast<void>(folder_.discard());
+  folder_ = std::move(*moved);
+  return {};
+}
+
+const TargetAdvice& GuidedRun::targetAdvice() {
+  if (!targetAdvice_) targetAdvice_ = adviseTargets(folder_.path().parent_path(), run_);
+  return *targetAdvice_;
 }
 
 Status GuidedRun::namePanel(PanelFacts panel) {
   Run run = run_;
   run.panel = std::move(panel);
+  targetAdvice_.reset();
   return end(StepId::panel, {}, std::move(run));
 }
 
@@ -131,15 +155,14 @@ Status GuidedRun::judge() {
   return end(StepId::verdict, std::move(found));
 }
 
-Status GuidedRun::writeSheet() {
+Status GuidedRun::writeSheet(const SheetPrinter& print) {
   const auto made = folder_.report();
   if (!made) return tl::unexpected(made.error());
   const measure::Report* const known = *made ? &**made : nullptr;
   // The sheet says of itself what it says of the others.
   Run run = run_;
   finish(run, StepId::sheet, {}, time());
-  if (auto kept = folder_.write("sheet.html", sheetHtml(sheetOf(run, known), known)); !kept)
-    return kept;
+  if (auto printed = print(folder_, sheetOf(run, known), known); !printed) return printed;
   if (auto kept = folder_.write("sheet.json", sheetJson(run, known).dump(2) + '\n'); !kept)
     return kept;
   // With the time that is on the sheet.
@@ -168,6 +191,10 @@ Status GuidedRun::repeat(StepId id) {
   if (auto saved = folder_.save(run); !saved) return saved;
   run_ = std::move(run);
   return {};
+}
+
+std::filesystem::path runsIn(const std::filesystem::path& workFolder) {
+  return workFolder / "commissioning";
 }
 
 std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,

@@ -5,14 +5,25 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "commission/mending.h"
 #include "commission/run.h"
 #include "commission/run_folder.h"
+#include "commission/sheet.h"
+#include "commission/target_advice.h"
 #include "console/doctor/doctor.h"
 #include "console/parameters/kept_calibration.h"
 #include "core/session.h"
 
 namespace touch::commission {
+
+/// Writes the sheet for people into the run's folder.
+using SheetPrinter =
+    std::function<Status(const RunFolder& folder, const Sheet& sheet, const measure::Report*)>;
+/// As "sheet.html".
+[[nodiscard]] Status printHtml(const RunFolder& folder, const Sheet& sheet,
+                               const measure::Report* report);
 
 /// A run as it is gone through, step by step. When a step has ended, all that is known is on the
 /// disk; so a run can be taken up again wherever it was. An error says which file could not be
@@ -36,12 +47,18 @@ class GuidedRun {
 
   // One for each step.
   [[nodiscard]] Status lookAround(const Diagnosis& diagnosis);
+  /// What of that can be mended here; looking around again tells what it helped.
+  const std::vector<Mend>& mends() const { return mends_; }
+  /// Keeps everything in this working folder from now on, the run and its files too.
+  [[nodiscard]] Status moveTo(const std::filesystem::path& workFolder);
   [[nodiscard]] Status namePanel(PanelFacts panel);
   /// `driver` is how it is called on the sheet.
   [[nodiscard]] Status identify(std::string_view driver);
   [[nodiscard]] Status compareSettings();
   /// Sets what the use wants otherwise, and compares again.
   [[nodiscard]] Status setAsWanted(Prompt& prompt);
+  /// With how many targets the panel is best calibrated.
+  const TargetAdvice& targetAdvice();
   /// Before the first target is shown: keeps the parameters.
   void beginCalibration();
   [[nodiscard]] Status endCalibration(int targets, bool completed);
@@ -58,7 +75,8 @@ class GuidedRun {
   /// Skips itself where no times of reports are known.
   [[nodiscard]] Status tellRate();
   [[nodiscard]] Status judge();
-  [[nodiscard]] Status writeSheet();
+  /// The one for programs, and what `print` makes of it for people.
+  [[nodiscard]] Status writeSheet(const SheetPrinter& print = printHtml);
 
   [[nodiscard]] Status skip(StepId id, std::string reason);
   /// Another calibration forgets the measurement of before.
@@ -76,7 +94,12 @@ class GuidedRun {
   Run run_;
   WallClock now_;
   std::unique_ptr<WayBack> wayBack_;
+  std::vector<Mend> mends_;
+  std::optional<TargetAdvice> targetAdvice_;
 };
+
+/// Where the runs are whose working folder this is.
+std::filesystem::path runsIn(const std::filesystem::path& workFolder);
 
 /// The unfinished run of the panel with this serial number in `base`; nothing when there is none.
 /// What is wrong with runs that cannot be read is added to `damaged`.

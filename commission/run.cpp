@@ -60,7 +60,7 @@ constexpr std::pair<StepId, StepId> restsOn[] = {
 }  // namespace
 
 std::string_view nameOf(Profile profile) {
-  return profile == Profile::quick ? "quick" : "full";
+  return std::ranges::find(profileNames, profile, &NamedProfile::value)->name;
 }
 
 measure::Plan planOf(Profile profile) {
@@ -76,10 +76,34 @@ const Step& stepOf(StepId id) {
   return table[static_cast<std::size_t>(id)];
 }
 
+std::chrono::minutes durationOf(Profile profile) {
+  std::chrono::seconds all{};
+  for (const Step& step : table)
+    all += step.duration(profile);
+  return std::chrono::ceil<std::chrono::minutes>(all);
+}
+
 std::optional<StepId> nextStep(const Run& run) {
   for (const Step& step : table)
     if (run[step.id].state == StepState::open) return step.id;
   return std::nullopt;
+}
+
+bool isReachable(const Run& run, StepId id) {
+  return run[id].state != StepState::open || nextStep(run) == id;
+}
+
+StepId stepAfter(const Run& run, StepId ended) {
+  const StepRecord& record = run[ended];
+  if (record.state == StepState::done && !record.found.good) return ended;
+  return nextStep(run).value_or(StepId::sheet);
+}
+
+std::span<const char* const> usualReasons() {
+  static constexpr std::array reasons = {
+      marked("commission", "done before"), marked("commission", "not ordered"),
+      marked("commission", "not possible here"), marked("commission", "no time")};
+  return reasons;
 }
 
 void finish(Run& run, StepId id, Found found, std::string time) {

@@ -36,7 +36,12 @@ enum class Profile : std::uint8_t {
   quick,  ///< ten lines, nine taps three times each, coverage
   full,   ///< all lines with diagonals and ways back, 25 targets, resting finger, coverage
 };
-/// "quick", "full"
+/// As it is called in files and on command lines.
+struct NamedProfile {
+  std::string_view name;
+  Profile value;
+};
+inline constexpr NamedProfile profileNames[] = {{"quick", Profile::quick}, {"full", Profile::full}};
 std::string_view nameOf(Profile profile);
 measure::Plan planOf(Profile profile);
 
@@ -56,6 +61,8 @@ struct Step {
 };
 std::span<const Step, stepCount> steps();
 const Step& stepOf(StepId id);
+/// How long all of them take.
+std::chrono::minutes durationOf(Profile profile);
 
 enum class StepState : std::uint8_t { open, done, skipped };
 
@@ -118,6 +125,12 @@ struct Run {
 
 /// The first step that is open; nothing when the run is at its end.
 std::optional<StepId> nextStep(const Run& run);
+/// What comes before it is there.
+bool isReachable(const Run& run, StepId id);
+/// The step that is to be in hand when `ended` has ended: a problem is seen before the run goes on.
+StepId stepAfter(const Run& run, StepId ended);
+/// Those that people have most often for skipping a step; said in the context "commission".
+std::span<const char* const> usualReasons();
 void finish(Run& run, StepId id, Found found, std::string time);
 /// `reason` stands on the sheet.
 void skip(Run& run, StepId id, std::string reason, std::string time);

@@ -31,7 +31,6 @@ struct Word {
   std::string_view name;
   Value value;
 };
-constexpr Word<Profile> profiles[] = {{"quick", Profile::quick}, {"full", Profile::full}};
 constexpr Word<StepState> states[] = {
     {"open", StepState::open}, {"done", StepState::done}, {"skipped", StepState::skipped}};
 constexpr Word<std::string PanelFacts::*> panelTexts[] = {
@@ -113,7 +112,7 @@ Run readRun(const JsonNode& file) {
   file.member("version", [](const JsonNode& node) {
     if (node.integer(1, mostTimes) != version) node.refuse(fmt::format("version {}", version));
   });
-  file.member("profile", [&](const JsonNode& node) { run.profile = node.oneOf(profiles); });
+  file.member("profile", [&](const JsonNode& node) { run.profile = node.oneOf(profileNames); });
   for (const auto& [name, text] : runTexts)
     file.member(name, [&, at = text](const JsonNode& node) { run.*at = node.text(); });
   if (measure::findProfile(run.use) == nullptr)
@@ -159,7 +158,7 @@ std::string fileNamePart(std::string_view text) {
 }  // namespace
 
 std::string runText(const Run& run) {
-  Json json{{"schema", schema}, {"version", version}, {"profile", wordOf(profiles, run.profile)}};
+  Json json{{"schema", schema}, {"version", version}, {"profile", nameOf(run.profile)}};
   for (const auto& [name, text] : runTexts)
     json[std::string(name)] = run.*text;
   Json& panel = json["panel"] = Json::object();
@@ -245,6 +244,28 @@ Result<std::optional<measure::Report>> RunFolder::report() const {
   const auto begun = run();
   if (!begun) return tl::unexpected(begun.error());
   return std::optional(reportOf(*begun, std::move(**stored)));
+}
+
+Result<RunFolder> RunFolder::copyTo(const fs::path& base, const Run& run) const {
+  auto made = make(base, run);
+  if (!made) return made;
+  for (const std::string& name : folder_.names()) {
+    if (name == runName) continue;
+    const auto content = folder_.read(name, largestFile);
+    if (!content) return tl::unexpected(content.error());
+    if (auto kept = made->write(name, *content); !kept) return tl::unexpected(kept.error());
+  }
+  return made;
+}
+
+Status RunFolder::discard() const {
+  // Without its run it is no run's folder any more, however far this comes.
+  if (auto removed = folder_.remove(runName); !removed) return removed;
+  for (const std::string& name : folder_.names())
+    if (auto removed = folder_.remove(name); !removed) return removed;
+  std::error_code notEmpty;
+  fs::remove(path(), notEmpty);
+  return {};
 }
 
 Status RunFolder::write(const std::string& name, std::string_view content) const {

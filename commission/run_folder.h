@@ -51,6 +51,10 @@ class RunFolder {
   /// What follows from the measurement with the limits of the run's use; nothing when none was
   /// begun.
   Result<std::optional<measure::Report>> report() const;
+  /// The same files in a new folder, as `make` names it.
+  Result<RunFolder> copyTo(const std::filesystem::path& base, const Run& run) const;
+  /// Removes its files, and the folder when nothing else is in it.
+  [[nodiscard]] Status discard() const;
   /// Any file, by its name.
   [[nodiscard]] Status write(const std::string& name, std::string_view content) const;
   Result<std::string> read(const std::string& name) const;

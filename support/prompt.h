@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace touch {
 
@@ -44,6 +45,11 @@ class Prompt {
   virtual bool goWithoutWayBack(std::string_view text) { return confirm(text); }
   /// A line of text, or nothing when the user cancelled.
   virtual std::optional<std::string> input(std::string_view prompt, std::string_view title) = 0;
+  /// The same for what others read: one of `usual`, or any other.
+  virtual std::optional<std::string> reason(std::string_view prompt, std::string_view title,
+                                            const std::vector<std::string>& /*usual*/) {
+    return input(prompt, title);
+  }
 };
 
 }  // namespace touch

@@ -750,6 +750,48 @@
     <message>
         <source>en</source>
         <translation>de</translation>
+        <source>simulated</source>
+        <translation>simuliert</translation>
+    </message>
+    <message>
+        <source>The touch panel is switched off: it reports no touch.</source>
+        <translation>Das Touchpanel ist ausgeschaltet: Es meldet keine Berührung.</translation>
+    </message>
+    <message>
+        <source>Other figures, all within their limits</source>
+        <translation>Weitere Werte, alle innerhalb ihrer Grenzen</translation>
+    </message>
+    <message>
+        <source>done before</source>
+        <translation>schon erledigt</translation>
+    </message>
+    <message>
+        <source>not ordered</source>
+        <translation>nicht beauftragt</translation>
+    </message>
+    <message>
+        <source>not possible here</source>
+        <translation>hier nicht möglich</translation>
+    </message>
+    <message>
+        <source>no time</source>
+        <translation>keine Zeit</translation>
+    </message>
+    <message>
+        <source>5 targets suit most panels: they also correct a tilted one.</source>
+        <translation>5 Ziele passen für die meisten Panels: Sie korrigieren auch ein schief sitzendes.</translation>
+    </message>
+    <message>
+        <source>3 targets are enough for large buttons, and also correct a tilted panel.</source>
+        <translation>3 Ziele genügen für große Schaltflächen und korrigieren auch ein schief sitzendes Panel.</translation>
+    </message>
+    <message>
+        <source>9 targets are the most accurate: writing with a pen needs that.</source>
+        <translation>9 Ziele sind am genauesten: Das Schreiben mit einem Stift braucht das.</translation>
+    </message>
+    <message>
+        <source>%1 targets suit this panel best. According to its measurement of %2, touches then miss by at most %3.</source>
+        <translation>%1 Ziele passen am besten zu diesem Panel. Nach seiner Messung vom %2 liegen Berührungen dann höchstens %3 daneben.</translation>
     </message>
 </context>
 <context>
@@ -1855,10 +1897,6 @@
     <message>
         <source>Checking the calibration …</source>
         <translation>Die Kalibrierung wird geprüft …</translation>
-    </message>
-    <message>
-        <source>simulated</source>
-        <translation>simuliert</translation>
     </message>
     <message>
         <source>Commissioning …</source>
@@ -3640,6 +3678,33 @@
     </message>
 </context>
 <context>
+    <name>touch::ScreenKeyboard</name>
+    <message>
+        <source>Delete the last character</source>
+        <translation>Letztes Zeichen löschen</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>To the next field</source>
+        <translation>Zum nächsten Feld</translation>
+    </message>
+    <message>
+        <source>Ke&amp;yboard</source>
+        <translation>Tast&amp;atur</translation>
+    </message>
+    <message>
+        <source>Shows keys to touch</source>
+        <translation>Zeigt Tasten zum Antippen</translation>
+    </message>
+</context>
+<context>
     <name>touch::StatusLine</name>
     <message>
         <source>OK</source>
@@ -3787,6 +3852,38 @@
         <source>%1: %2</source>
         <translation>%1: %2</translation>
     </message>
+    <message>
+        <source>Has the driver open the controller&apos;s port again</source>
+        <translation>Lässt den Treiber den Port des Controllers wieder öffnen</translation>
+    </message>
+    <message>
+        <source>Switch the &amp;panel on</source>
+        <translation>Panel &amp;einschalten</translation>
+    </message>
+    <message>
+        <source>Has the controller report touches again</source>
+        <translation>Lässt den Controller wieder Berührungen melden</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose another folder …</source>
+        <translation>Anderen &amp;Ordner wählen …</translation>
+    </message>
+    <message>
+        <source>Working folder</source>
+        <translation>Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>Take the port &amp;back</source>
+        <translation>&amp;Port zurückholen</translation>
+    </message>
+    <message>
+        <source>Saves the run and the parameters in another folder</source>
+        <translation>Speichert den Ablauf und die Parameter in einem anderen Ordner</translation>
+    </message>
+    <message>
+        <source>The run is now saved in %1. To continue it after a restart, start the program with --work-dir and this folder.</source>
+        <translation>Der Ablauf ist jetzt in %1 gespeichert. Um ihn nach einem Neustart fortzusetzen, starten Sie das Programm mit --work-dir und diesem Ordner.</translation>
+    </message>
 </context>
 <context>
     <name>touch::commission::frmCommissionStart</name>
@@ -3801,14 +3898,6 @@
     <message>
         <source>A new run</source>
         <translation>Neu</translation>
-    </message>
-    <message>
-        <source>quick: ten lines, nine taps, coverage (about 6 minutes in all)</source>
-        <translation>schnell: zehn Linien, neun Tipps, Abdeckung (insgesamt etwa 6 Minuten)</translation>
-    </message>
-    <message>
-        <source>full: all lines, 25 targets, resting finger, coverage (about 18 minutes)</source>
-        <translation>vollständig: alle Linien, 25 Ziele, ruhender Finger, Abdeckung (etwa 18 Minuten)</translation>
     </message>
     <message>
         <source>&amp;Measurement:</source>
@@ -3837,6 +3926,26 @@
     <message>
         <source>a panel without a serial number</source>
         <translation>einem Panel ohne Seriennummer</translation>
+    </message>
+    <message>
+        <source>quick: ten lines, nine taps, coverage (about %1 minutes in all)</source>
+        <translation>schnell: zehn Linien, neun Tipps, Abdeckung (insgesamt etwa %1 Minuten)</translation>
+    </message>
+    <message>
+        <source>full: all lines, 25 targets, resting finger, coverage (about %1 minutes)</source>
+        <translation>vollständig: alle Linien, 25 Ziele, ruhender Finger, Abdeckung (etwa %1 Minuten)</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose …</source>
+        <translation>&amp;Wählen …</translation>
+    </message>
+    <message>
+        <source>Saved in:</source>
+        <translation>Gespeichert in:</translation>
+    </message>
+    <message>
+        <source>Chooses the folder that runs are saved in</source>
+        <translation>Wählt den Ordner, in dem Abläufe gespeichert werden</translation>
     </message>
 </context>
 <context>
@@ -4666,22 +4775,6 @@ F1 hilft, Esc beendet.</translation>
         <translation>Sensorbele&amp;gung …</translation>
     </message>
     <message>
-        <source>Monitor that the panel covers</source>
-        <translation>Monitor, den das Panel bedeckt</translation>
-    </message>
-    <message>
-        <source>Shows its number on each monitor</source>
-        <translation>Zeigt auf jedem Monitor seine Nummer</translation>
-    </message>
-    <message>
-        <source>&amp;Assign</source>
-        <translation>&amp;Zuweisen</translation>
-    </message>
-    <message>
-        <source>%1: %2, %3 x %4</source>
-        <translation>%1: %2, %3 x %4</translation>
-    </message>
-    <message>
         <source>The trace is off.</source>
         <translation>Der Mitschnitt ist aus.</translation>
     </message>
@@ -4718,10 +4811,6 @@ F1 hilft, Esc beendet.</translation>
         <translation>Startet den Controller neu (wie Aus- und Einschalten).</translation>
     </message>
     <message>
-        <source>Identif&amp;y</source>
-        <translation>&amp;Identifizieren</translation>
-    </message>
-    <message>
         <source>Restoring the defaults …</source>
         <translation>Die Werkseinstellungen werden wiederhergestellt …</translation>
     </message>
@@ -4732,6 +4821,29 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>Resetting the controller …</source>
         <translation>Der Controller wird neu gestartet …</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmMonitorRow</name>
+    <message>
+        <source>Monitor that the panel covers</source>
+        <translation>Monitor, den das Panel bedeckt</translation>
+    </message>
+    <message>
+        <source>Identif&amp;y</source>
+        <translation>&amp;Identifizieren</translation>
+    </message>
+    <message>
+        <source>Shows its number on each monitor</source>
+        <translation>Zeigt auf jedem Monitor seine Nummer</translation>
+    </message>
+    <message>
+        <source>&amp;Assign</source>
+        <translation>&amp;Zuweisen</translation>
+    </message>
+    <message>
+        <source>%1: %2, %3 x %4</source>
+        <translation>%1: %2, %3 x %4</translation>
     </message>
 </context>
 <context>

@@ -2,17 +2,21 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QScreen>
 #include <algorithm>
 #include <utility>
 
 #include "ui/controls/finger_style.h"
+#include "ui/controls/screen_keyboard.h"
 #include "ui/controls/scrollable.h"
 #include "ui/screens/full_screen_window.h"
 #include "ui/text.h"
@@ -150,6 +154,35 @@ std::optional<std::string> MessageBoxPrompt::input(std::string_view prompt,
   dialog.setTextEchoMode(QLineEdit::Password);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.textValue().toStdString();
+}
+
+std::optional<std::string> MessageBoxPrompt::reason(std::string_view prompt, std::string_view title,
+                                                    const std::vector<std::string>& usual) {
+  QDialog dialog(windowInFront());
+  dialog.setWindowTitle(shownText(title));
+  auto* const label = new QLabel(shownText(prompt));
+  label->setWordWrap(true);
+  auto* const choice = new QComboBox;
+  choice->setObjectName("reason");
+  choice->setAccessibleName(label->text());
+  choice->setEditable(true);
+  for (const std::string& one : usual)
+    choice->addItem(shownText(one));
+  choice->clearEditText();
+  makeFingerSized(*choice);
+  auto* const keyboard = new ScreenKeyboard;
+  auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  for (QAbstractButton* const button : buttons->buttons())
+    makeFingerSized(*button);
+  buttons->addButton(ScreenKeyboard::makeSwitch(*keyboard), QDialogButtonBox::ActionRole);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  auto* const rows = new QVBoxLayout(&dialog);
+  for (QWidget* const part : std::initializer_list<QWidget*>{label, choice, buttons, keyboard})
+    rows->addWidget(part);
+  choice->setFocus();
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return choice->currentText().toStdString();
 }
 
 }  // namespace touch

@@ -20,6 +20,8 @@ class MessageBoxPrompt final : public Prompt {
   Answer ask(std::string_view text, std::string_view title) override;
   Answer choose(std::string_view text, std::string_view yes, std::string_view no) override;
   std::optional<std::string> input(std::string_view prompt, std::string_view title) override;
+  std::optional<std::string> reason(std::string_view prompt, std::string_view title,
+                                    const std::vector<std::string>& usual) override;
 };
 
 }  // namespace touch

@@ -35,6 +35,14 @@ std::optional<std::filesystem::path> askFileToOpen(QWidget* parent, const QStrin
   return chosen(dialog);
 }
 
+std::optional<std::filesystem::path> askFolder(QWidget* parent, const QString& title,
+                                               const std::filesystem::path& folder) {
+  QFileDialog dialog(parent, title, shownText(folder.string()));
+  dialog.setFileMode(QFileDialog::Directory);
+  dialog.setOption(QFileDialog::ShowDirsOnly);
+  return chosen(dialog);
+}
+
 std::optional<std::filesystem::path> askTextFileToSave(QWidget* parent, const QString& title,
                                                        const std::filesystem::path& proposed,
                                                        const QString& filter) {

@@ -18,6 +18,10 @@ std::optional<std::filesystem::path> askFileToOpen(QWidget* parent, const QStrin
                                                    const std::filesystem::path& folder,
                                                    const QString& filter);
 
+/// Asks for a folder; `folder` is where the asking begins.
+std::optional<std::filesystem::path> askFolder(QWidget* parent, const QString& title,
+                                               const std::filesystem::path& folder);
+
 /// The same for text files.
 std::optional<std::filesystem::path> askTextFileToSave(QWidget* parent, const QString& title,
                                                        const std::filesystem::path& proposed,

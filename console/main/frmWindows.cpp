@@ -16,7 +16,6 @@
 #include "serial/debugger/frmRSDebug.h"
 #include "serial/receiving/controller_stream.h"
 #include "serial/recording/recording_ports.h"
-#include "support/text/text_encoding.h"
 
 namespace touch {
 
@@ -217,11 +216,7 @@ void frmWindows::commission() {
       comeBack();
       console_.commissionEnded();
     };
-    test_ = tests_.commission(
-        {*this, panelMonitor_.of(main_), startup_.fullScreenSize,
-         startup_.versions.empty() ? std::string() : startup_.versions.front(),
-         startup_.simulation.isThere() ? say("main", "simulated") : utf8Of(startup_.driverPath),
-         left});
+    test_ = tests_.commission({*this, panelMonitor_.of(main_), startup_.fullScreenSize, left});
     test_->open();
   };
   const auto end = [this] {
@@ -326,10 +321,20 @@ void frmWindows::definePins() {
   pinWindow_->open();
 }
 
+bool frmWindows::takeMonitor(int monitor) {
+  const bool taken = touch::assignMonitor(access_, prompt_, monitor);
+  if (taken) panelMonitor_.assign(monitor);
+  return taken;
+}
+
+const QScreen& frmWindows::chooseMonitor(int monitor) {
+  takeMonitor(monitor);
+  return panelMonitor_.of(main_);
+}
+
 void frmWindows::assignMonitor(int monitor) {
   console_.actions().perform(tr("Assigning the monitor …").toStdString(), [this, monitor] {
-    const bool taken = touch::assignMonitor(access_, prompt_, monitor);
-    if (taken) panelMonitor_.assign(monitor);
+    const bool taken = takeMonitor(monitor);
     const QString text =
         taken ? tr("The panel belongs to monitor %1.") : tr("The driver did not take monitor %1.");
     return Notice(taken ? NoticeKind::success : NoticeKind::error, text.arg(monitor).toStdString());

@@ -69,7 +69,10 @@ class frmWindows final : private PanelScreens {
   void checkFor(std::unique_ptr<WayBack> wayBack,
                 std::function<void(const CheckResult&)> ended) override;
   void measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) override;
+  const QScreen& chooseMonitor(int monitor) override;
   void endScreen() override;
+  /// Whether the driver has taken it.
+  bool takeMonitor(int monitor);
   measure::MeasureParts measureParts(SerialPort& port);
   void openTest(const std::function<FullScreenWindow*(const Ended&)>& make);
   void comeBack();

@@ -24,6 +24,9 @@ class PanelScreens {
   virtual void checkFor(std::unique_ptr<WayBack> wayBack,
                         std::function<void(const CheckResult&)> ended) = 0;
   virtual void measureFor(measure::GuidedMeasuring guided, std::function<void()> ended) = 0;
+  /// Has the driver take `monitor`, counted from 1, for the panel's; the user is told how that
+  /// went. Returns the one that all of them open on now.
+  virtual const QScreen& chooseMonitor(int monitor) = 0;
   /// Has the one that is open end soon, as its own way out does.
   virtual void endScreen() = 0;
 };
@@ -33,8 +36,6 @@ struct CommissionCall {
   PanelScreens& screens;
   const QScreen& screen;
   std::optional<QSize> size;
-  std::string program;
-  std::string driver;  ///< as the sheet is to call it
   std::function<void()> onLeft;
 };
 using MakeCommission = std::function<FullScreenWindow*(const CommissionCall& call)>;

@@ -1,26 +1,23 @@
 #include "console/maintenance/frmMaintenancePage.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QDateTime>
 #include <QFormLayout>
 #include <QFrame>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <functional>
 
 #include "console/actions/actions.h"
+#include "console/panels/frmMonitorRow.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
-#include "ui/screens/monitor_number.h"
 #include "ui/style/face_style.h"
 #include "ui/text.h"
 
@@ -39,7 +36,6 @@ frmMaintenancePage::frmMaintenancePage(MainModel& model, Actions& actions, Param
       advanced_(new QPushButton(tr("Ad&vanced …"))),
       advancedFrame_(new QFrame),
       undo_(new QPushButton(tr("U&ndo"))),
-      monitors_(new QComboBox),
       traceSwitch_(new QCheckBox(tr("Tra&ce every driver call and serial transfer"))) {
   setHelpChapter(*this, "Maintenance");
   auto* const driverPath = new QLineEdit(shownText(driver.string()));
@@ -56,7 +52,9 @@ frmMaintenancePage::frmMaintenancePage(MainModel& model, Actions& actions, Param
   advancedFrame_->setFrameShape(QFrame::StyledPanel);
   auto* const advanced = new QFormLayout(advancedFrame_);
   advanced->setRowWrapPolicy(QFormLayout::WrapLongRows);
-  monitorRow_ = makeMonitors();
+  auto* const monitors = new frmMonitorRow;
+  connect(monitors, &frmMonitorRow::assigned, this, tools_.assignMonitor);
+  monitorRow_ = monitors;
   advanced->addRow(tr("Panel on monitor:"), monitorRow_);
   advanced->addRow(tr("Driver library:"), driverPath);
   advanced->addRow(traceSwitch_);
@@ -152,51 +150,6 @@ QWidget* frmMaintenancePage::makeTools() {
   connect(debugger, &QPushButton::clicked, this, [this] { tools_.debug(); });
   connect(pins, &QPushButton::clicked, this, [this] { tools_.definePins(); });
   return box;
-}
-
-QWidget* frmMaintenancePage::makeMonitors() {
-  auto* const box = new QWidget;
-  auto* const grid = new QGridLayout(box);
-  grid->setContentsMargins(0, 0, 0, 0);
-  monitors_->setObjectName("monitorList");
-  monitors_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  monitors_->setMinimumContentsLength(6);
-  monitors_->setAccessibleName(tr("Monitor that the panel covers"));
-  auto* const identify = new QPushButton(tr("Identif&y"));
-  identify->setObjectName("cmdIdentifyMonitors");
-  identify->setToolTip(tr("Shows its number on each monitor"));
-  auto* const assign = new QPushButton(tr("&Assign"));
-  assign->setObjectName("cmdAssignMonitor");
-  if (isSmallScreen()) {
-    grid->addWidget(monitors_, 0, 0, 1, 2);
-    grid->addWidget(identify, 1, 0);
-    grid->addWidget(assign, 1, 1);
-  } else {
-    grid->addWidget(monitors_, 0, 0);
-    grid->addWidget(identify, 0, 1);
-    grid->addWidget(assign, 0, 2);
-    grid->setColumnStretch(0, 1);
-  }
-  fillMonitors();
-  connect(qApp, &QGuiApplication::screenAdded, this, [this] { fillMonitors(); });
-  connect(qApp, &QGuiApplication::screenRemoved, this, [this] { fillMonitors(); });
-  connect(identify, &QPushButton::clicked, this, [] { showMonitorNumbers(); });
-  connect(assign, &QPushButton::clicked, this,
-          [this] { tools_.assignMonitor(monitors_->currentIndex() + 1); });
-  return box;
-}
-
-void frmMaintenancePage::fillMonitors() {
-  const int chosen = std::max(monitors_->currentIndex(), 0);
-  monitors_->clear();
-  int number = 0;
-  for (const QScreen* const screen : QGuiApplication::screens()) {
-    monitors_->addItem(tr("%1: %2, %3 x %4")
-                           .arg(QString::number(++number), screen->name(),
-                                QString::number(screen->size().width()),
-                                QString::number(screen->size().height())));
-  }
-  monitors_->setCurrentIndex(std::min(chosen, monitors_->count() - 1));
 }
 
 QWidget* frmMaintenancePage::harmless() const {

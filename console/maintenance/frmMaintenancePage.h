@@ -9,7 +9,6 @@
 #include "core/driver/trace.h"
 
 class QCheckBox;
-class QComboBox;
 class QFrame;
 class QPushButton;
 
@@ -42,8 +41,6 @@ class frmMaintenancePage final : public QWidget {
  private:
   QWidget* makeFunctions();
   QWidget* makeTools();
-  QWidget* makeMonitors();
-  void fillMonitors();
   void switchTrace(bool on);
   /// Tells when the trace has ended early, and switches it off.
   void watchTrace();
@@ -60,7 +57,6 @@ class frmMaintenancePage final : public QWidget {
   QPushButton* advanced_;
   QFrame* advancedFrame_;
   QPushButton* undo_;
-  QComboBox* monitors_;
   QCheckBox* traceSwitch_;
 };
 

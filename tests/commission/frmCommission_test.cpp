@@ -1,5 +1,6 @@
 #include "commission/frmCommission.h"
 
+#include "console/panels/frmMonitorRow.h"
 #include "tests/console/parameters/parameter_controller.h"
 #include "tests/ui/window_desk.h"
 
@@ -30,6 +31,10 @@ class Hands final : public PanelScreens {
     EXPECT_TRUE(guided.keep(guided.begun));
     ended();
   }
+  const QScreen& chooseMonitor(int monitor) override {
+    done.push_back("monitor " + std::to_string(monitor));
+    return *QGuiApplication::screens().at(monitor - 1);
+  }
   void endScreen() override {
     if (onEnd) std::exchange(onEnd, nullptr)();
   }
@@ -44,7 +49,6 @@ class CommissionWindow : public WindowDesk {
   CommissionWindow() {
     script.results["GetRightClickTime"] = 1000;
     script.results["GetTouchMode"] = 1;
-    script.results["GetReportTouchStatus"] = 1;
     for (int address = 0; address < 8; ++address)
       script.replies["GP0" + std::to_string(address)] = {replyOf("01234")};
   }
@@ -53,9 +57,8 @@ class CommissionWindow : public WindowDesk {
   void open() {
     delete window;
     window = new commission::frmCommission(
-        {access(), prompt, folder.path(), {.workFolder = folder.path()}},
-        {hands, *QGuiApplication::primaryScreen(), QSize(800, 480), "TouchUtility", "nexapi",
-         [this] { ++left; }});
+        {prompt, patient, trace},
+        {hands, *QGuiApplication::primaryScreen(), QSize(800, 480), [this] { ++left; }});
     shown = window;
     window->open();
     EXPECT_TRUE(QTest::qWaitForWindowActive(window));
@@ -69,9 +72,14 @@ class CommissionWindow : public WindowDesk {
   int done() const { return find<QProgressBar>("commissionProgress")->value(); }
   void choose(int step) { find<QListWidget>("commissionSteps")->setCurrentRow(step); }
   /// The only run's folder.
-  fs::path run() const { return fs::directory_iterator(folder.path() / "commissioning")->path(); }
+  fs::path run() const {
+    for (const auto& entry : fs::directory_iterator(folder.path() / "commissioning"))
+      if (entry.is_directory()) return entry;
+    return {};
+  }
 
   Hands hands;
+  Patient patient{.access = access(), .driverPath = "nexapi", .workFolder = folder.path()};
   QPointer<commission::frmCommission> window;
   int left = 0;
 };
@@ -133,6 +141,98 @@ TEST_F(CommissionWindow, GoesOnWhereItWasAndSkipsForAReasonOnly) {
   EXPECT_EQ(text("stepFound"), "Skipped: seen before");
   choose(6);
   EXPECT_FALSE(find<QPushButton>("cmdDoStep")->isEnabled()) << "other steps come first";
+}
+
+TEST_F(CommissionWindow, MendsWhatIsInTheWayWithoutLeavingTheStep) {
+  const auto answers = std::exchange(script.replies, {});
+  script.results["GetReportStatus"] = 0;
+  folder.write("backup", "no folder");
+  script.onCall = [&](const std::string& line) {
+    if (line == "ReopenCOMPort") script.replies = answers;
+    if (line == "WriteBuffer MS") script.results["GetReportStatus"] = 1;
+  };
+  open();
+  enter();
+  EXPECT_FALSE(find<QWidget>("cmdTakePortBack")->isVisible()) << "nobody has looked yet";
+  enter();
+  const TemporaryFolder other;
+  answerFileDialog(QString::fromStdString(other.path().string()));
+  for (const char* const mend : {"cmdTakePortBack", "cmdEnablePanel", "cmdChooseFolder"}) {
+    EXPECT_EQ(caption(), "What has to be there");
+    ASSERT_TRUE(find<QWidget>(mend)->isVisible()) << mend;
+    click(mend);
+    EXPECT_FALSE(find<QWidget>(mend)->isVisible()) << mend << ": it is judged again";
+  }
+  EXPECT_EQ(caption(), "Which panel");
+  EXPECT_THAT(journal, Contains(HasSubstr("--work-dir")));
+  EXPECT_EQ(patient.workFolder, other.path());
+  EXPECT_TRUE(fs::is_empty(folder.path() / "commissioning")) << "the run has gone along";
+  click("cmdDoStep");
+  click("cmdDoStep");
+  EXPECT_TRUE(fs::exists(other.path() / "backup")) << "and so do the parameters";
+}
+
+TEST_F(CommissionWindow, CanBeKeptInAnotherFolderFromTheStart) {
+  fs::create_directory(folder.path() / "others");
+  folder.write("commissioning", "no folder");
+  open();
+  click("cmdBegin");
+  EXPECT_THAT(journal, Contains(HasSubstr("commissioning")));
+  answerFileDialog(QString::fromStdString((folder.path() / "others").string()));
+  click("cmdStartFolder");
+  EXPECT_THAT(text("commissionFolder"), EndsWith("others/commissioning"));
+  click("cmdBegin");
+  EXPECT_EQ(caption(), "What has to be there");
+}
+
+TEST_F(CommissionWindow, MovesToThePanelsMonitor) {
+  open();
+  enter();
+  const auto screens = QGuiApplication::screens();
+  auto* const row = find<frmMonitorRow>("monitors");
+  EXPECT_EQ(row->isVisible(), screens.size() > 1);
+  emit row->assigned(static_cast<int>(screens.size()));
+  EXPECT_EQ(hands.done, Lines({"monitor " + std::to_string(screens.size())}));
+  EXPECT_EQ(window->screen(), screens.back());
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(window->pos(), screens.back()->geometry().topLeft());
+}
+
+TEST_F(CommissionWindow, IsFilledInByFingerAlone) {
+  open();
+  click("cmdBegin");
+  click("cmdDoStep");
+  EXPECT_EQ(caption(), "Which panel");
+  EXPECT_FALSE(find<QWidget>("screenKeyboard")->isVisible());
+  find<QWidget>("cmdDoStep")->setFocus();
+  click("cmdScreenKeyboard");
+  for (const char* const key : {"screenKey_A", "screenKey_7", "screenKeyBack", "screenKey_-",
+                                "screenKey_1", "screenKeyNext", "screenKeySpace", "screenKey_Z"})
+    click(key);
+  EXPECT_EQ(find<QLineEdit>("panelSerial")->text(), "A-1");
+  EXPECT_EQ(find<QLineEdit>("panelOperator")->text(), " Z");
+  click("cmdDoStep");
+  EXPECT_FALSE(find<QWidget>("screenKeyboard")->isVisible()) << "nothing is typed here";
+}
+
+TEST_F(CommissionWindow, SaysHowManyTargetsSuitAndLeavesTheChoiceToTheUser) {
+  open();
+  auto* const use = find<QComboBox>("commissionUse");
+  use->setCurrentIndex(use->findData("signature"));
+  enter();
+  for (int step = 0; step < 4; ++step)
+    click("cmdDoStep");
+  EXPECT_EQ(caption(), "Settings") << "they are not as this use wants them";
+  EXPECT_FALSE(find<QWidget>("targetAdvice")->isVisible());
+  click("cmdNextStep");
+  EXPECT_THAT(text("targetAdvice"), StartsWith("9 targets"));
+  auto* const targets = find<QComboBox>("calibrationTargets");
+  EXPECT_EQ(targets->currentData(), 9);
+  targets->setCurrentIndex(targets->findData(3));
+  choose(0);
+  choose(4);
+  click("cmdDoStep");
+  EXPECT_EQ(hands.done, Lines({"calibrate 3"}));
 }
 
 TEST_F(CommissionWindow, LeavesWhenWhatIsInFrontOfItHasEnded) {

@@ -113,6 +113,65 @@ TEST_F(Guided, ForgetsTheMeasurementOfAnotherCalibrationAndSkipsARateThatIsNotKn
               HasSubstr("INCOMPLETE"));
 }
 
+TEST_F(Guided, OffersWhatCanBeMended) {
+  using enum Mend;
+  struct Case {
+    const char* controller;
+    bool answers;
+    bool reporting;
+    FindingState folder;
+    std::vector<Mend> mends;
+  };
+  const Case cases[] = {
+      {"RS232 DEVICE 1", true, true, FindingState::ok, {}},
+      {"RS232 DEVICE 1", false, true, FindingState::note, {takePortBack}},
+      {"USB DEVICE 2", false, true, FindingState::ok, {}},
+      {"USB DEVICE 2", true, false, FindingState::ok, {enablePanel}},
+      {"RS232 DEVICE 1",
+       false,
+       false,
+       FindingState::problem,
+       {takePortBack, enablePanel, chooseFolder}},
+  };
+  for (const auto& [controller, answers, reporting, state, mends] : cases) {
+    session.controllerName = controller;
+    script.results["GetReportStatus"] = reporting ? 1 : 0;
+    Diagnosis diagnosis;
+    diagnosis.controllers = {{"RS232 DEVICE 9", false}, {controller, answers}};
+    diagnosis.findings = {{state, "folder", "the folder", {}, {}}};
+    ASSERT_EQ(whyNot(guided->lookAround(diagnosis)), "");
+    EXPECT_EQ(guided->mends(), mends) << controller;
+    EXPECT_EQ(stored()[StepId::prerequisites].found.good,
+              reporting && state != FindingState::problem);
+  }
+  journal.clear();
+  commission::takePortBack(access());
+  EXPECT_EQ(journal, Lines({"OpenController RS232 DEVICE 1", "ReopenCOMPort", "CloseController"}));
+}
+
+TEST_F(Guided, GoesAlongToAnotherFolderWithAllThatItHas) {
+  ASSERT_EQ(whyNot(guided->lookAround({})), "");
+  ASSERT_EQ(whyNot(guided->folder().write("Tvm-v1.txt", "a line")), "");
+  guided->beginCalibration();
+  const auto before = std::exchange(memory[3], {0x55, 0x55});
+  ASSERT_EQ(whyNot(guided->endCalibration(5, true)), "");
+  const fs::path old = guided->folder().path();
+  folder.write("taken", "no folder");
+  EXPECT_NE(whyNot(guided->moveTo(folder.path() / "taken")), "");
+  EXPECT_EQ(guided->folder().path(), old) << "it is where it was";
+
+  const fs::path elsewhere = folder.path() / "elsewhere";
+  ASSERT_EQ(whyNot(guided->moveTo(elsewhere)), "");
+  EXPECT_FALSE(fs::exists(old));
+  EXPECT_EQ(guided->folder().path(), runsIn(elsewhere) / old.filename());
+  EXPECT_EQ(stored(), guided->run());
+  EXPECT_TRUE(fs::exists(guided->folder().path() / "Tvm-v1.txt"));
+  ASSERT_EQ(whyNot(guided->identify("nexapi")), "");
+  EXPECT_TRUE(fs::exists(elsewhere / "backup"));
+  static_cast<void>(guided->takeWayBack()->putBack());
+  EXPECT_EQ(memory[3], before) << "what was kept in the old folder can be put back";
+}
+
 TEST_F(Guided, TellsWhenNothingCanBeKeptAndLeavesTheStepOpen) {
   fs::remove_all(guided->folder().path());
   EXPECT_NE(whyNot(guided->identify("nexapi")), "");

@@ -71,6 +71,39 @@ TEST(Run, TakesUpTheFirstOpenStepAndRepeatsWhatRestsOnAStep) {
   EXPECT_EQ(progress(runAt("ssssssssss")), 1);
 }
 
+TEST(Run, ShowsAProblemBeforeItGoesOnAndLetsNoStepBeDoneTooEarly) {
+  struct Case {
+    const char* states;
+    StepId ended;
+    bool good;
+    StepId shown;
+  };
+  constexpr Case cases[] = {
+      {"d.........", StepId::prerequisites, true, StepId::panel},
+      {"d.........", StepId::prerequisites, false, StepId::prerequisites},
+      {"s.........", StepId::prerequisites, false, StepId::panel},
+      {"dddd.ddddd", StepId::sheet, true, StepId::calibrate},
+      {"dddddddddd", StepId::sheet, true, StepId::sheet},
+      {"dddddddddd", StepId::verdict, false, StepId::verdict},
+  };
+  for (const auto& [states, ended, good, shown] : cases) {
+    commission::Run run = runAt(states);
+    run[ended].found.good = good;
+    EXPECT_EQ(stepAfter(run, ended), shown) << states << good;
+  }
+  const commission::Run run = runAt("dd..d.....");
+  std::string reachable;
+  for (const Step& step : steps())
+    reachable += isReachable(run, step.id) ? 'y' : 'n';
+  EXPECT_EQ(reachable, "yyynynnnnn");
+  EXPECT_LT(durationOf(Profile::quick), durationOf(Profile::full));
+  std::chrono::seconds all{};
+  for (const Step& step : steps())
+    all += step.duration(Profile::quick);
+  EXPECT_GE(durationOf(Profile::quick), all);
+  EXPECT_LT(durationOf(Profile::quick) - all, std::chrono::minutes(1));
+}
+
 TEST(RunFile, LosesNothingAndSaysWhatIsWrongAndWhere) {
   const commission::Run run = anyRun();
   const std::string whole = runText(run);

@@ -191,11 +191,12 @@ class EveryWindow : public DrawingDesk {
       void calibrateFor(int, std::function<void(CalibrationOutcome)>) override {}
       void checkFor(std::unique_ptr<WayBack>, std::function<void(const CheckResult&)>) override {}
       void measureFor(measure::GuidedMeasuring, std::function<void()>) override {}
+      const QScreen& chooseMonitor(int) override { return *QGuiApplication::primaryScreen(); }
       void endScreen() override {}
     } hands;
-    commission::frmCommission window(
-        {access(), prompt, folder.path(), {.workFolder = folder.path()}},
-        {hands, *QGuiApplication::primaryScreen(), size_, "TouchUtility", "nexapi", [] {}});
+    Patient patient{.access = access(), .workFolder = folder.path()};
+    commission::frmCommission window({prompt, patient},
+                                     {hands, *QGuiApplication::primaryScreen(), size_, [] {}});
     open(window, ", start");
     press(window, "cmdBegin");
     auto& steps = *find<QListWidget>(window, "commissionSteps");
@@ -203,6 +204,11 @@ class EveryWindow : public DrawingDesk {
       steps.setCurrentRow(step);
       QApplication::processEvents();
       visit_("frmCommission, step " + std::to_string(step), window);
+      if (window.findChild<QWidget*>("cmdScreenKeyboard")->isVisible()) {
+        press(window, "cmdScreenKeyboard");
+        visit_("frmCommission, keyboard", window);
+        press(window, "cmdScreenKeyboard");
+      }
       press(window, "cmdDoStep");
     }
   }

@@ -77,6 +77,38 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
   }
 }
 
+TEST_F(MessageBoxes, TakeAReasonThatIsSeenWhileItIsTyped) {
+  using Steps = std::function<void(QDialog&)>;
+  const auto answered = [](const Steps& steps) {
+    QTimer::singleShot(0, qApp, [steps] {
+      auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_TRUE(QTest::qWaitForWindowActive(dialog));
+      const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+      find<QPushButton>(*dialog, "cmdScreenKeyboard")->click();
+      QApplication::processEvents();
+      EXPECT_LE(dialog->width(), screen.width());
+      EXPECT_LE(dialog->height(), screen.height());
+      steps(*dialog);
+    });
+    return MessageBoxPrompt().reason("Why?", "Settings", {"no time", "done before"});
+  };
+  const auto box = [](QDialog& dialog) { return find<QComboBox>(dialog, "reason"); };
+  EXPECT_EQ(answered([&](QDialog& dialog) {
+              box(dialog)->setCurrentIndex(1);
+              dialog.accept();
+            }),
+            "done before");
+  EXPECT_EQ(answered([&](QDialog& dialog) {
+              EXPECT_EQ(box(dialog)->lineEdit()->echoMode(), QLineEdit::Normal);
+              for (const char* const key : {"screenKey_N", "screenKey_O"})
+                find<QPushButton>(dialog, key)->click();
+              dialog.accept();
+            }),
+            "NO");
+  EXPECT_EQ(answered([](QDialog& dialog) { dialog.reject(); }), std::nullopt);
+}
+
 TEST_F(MessageBoxes, BelongToTheFullScreenWindowBeforeTheSystemHasMadeItTheActiveOne) {
   struct Screen final : FullScreenWindow {
     using FullScreenWindow::FullScreenWindow;

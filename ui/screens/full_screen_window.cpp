@@ -33,17 +33,30 @@ FullScreenWindow::FullScreenWindow(const QScreen& screen, const std::optional<QS
   placeOn(*this, screen, size);
 }
 
-void FullScreenWindow::open() {
+void FullScreenWindow::cover() {
   if (fullScreen_) {
     // Without a window manager nobody else tells it that the screen has another size now.
-    connect(screen(), &QScreen::geometryChanged, this,
-            [this](const QRect& all) { setGeometry(all); });
+    disconnect(sizeFollowed_);
+    sizeFollowed_ = connect(screen(), &QScreen::geometryChanged, this,
+                            [this](const QRect& all) { setGeometry(all); });
     showFullScreen();
   } else {
     show();
   }
   raise();
   activateWindow();
+}
+
+void FullScreenWindow::moveTo(const QScreen& screen) {
+  if (&screen == this->screen()) return;
+  // A window manager keeps one that is shown over all of a screen where it is.
+  hide();
+  placeOn(*this, screen, fullScreen_ ? std::nullopt : std::optional(size()));
+  cover();
+}
+
+void FullScreenWindow::open() {
+  cover();
   QTimer::singleShot(longestInactive, this, &FullScreenWindow::startOnce);
 }
 

@@ -29,6 +29,8 @@ class FullScreenWindow : public QWidget {
   void open();
   /// The user wants the window to go; he may be asked.
   virtual void askToLeave() { leave(); }
+  /// It covers this screen from now on.
+  void moveTo(const QScreen& screen);
   /// The window goes, and asks nobody: so the program ends it.
   void leave();
 
@@ -39,9 +41,11 @@ class FullScreenWindow : public QWidget {
 
  private:
   void startOnce();
+  void cover();
 
   std::function<void()> onLeft_;
   bool fullScreen_;
+  QMetaObject::Connection sizeFollowed_;
   enum class Stage : std::uint8_t { waiting, begun, left } stage_ = Stage::waiting;
 };
 

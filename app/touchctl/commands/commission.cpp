@@ -176,7 +176,7 @@ Result<GuidedRun> takeUp(Shell& shell, const Asked& asked, const fs::path& base)
     return GuidedRun(shell.access(), backup, std::move(*folder), std::move(left->run));
   }
   Run run;
-  run.profile = asked.profile == "full" ? Profile::full : Profile::quick;
+  run.profile = std::ranges::find(profileNames, asked.profile, &NamedProfile::name)->value;
   run.use = asked.use;
   run.panel = asked.panel;
   run.program = programVersion();
@@ -235,8 +235,11 @@ void addCommissionCommand(const CommandLine& line) {
             "Exit status: 0 PASS, 1 FAIL, 5 INCOMPLETE. A run that was interrupted goes on where "
             "it was.");
         const auto asked = std::make_shared<Asked>();
+        std::vector<std::string> profiles;
+        for (const NamedProfile& profile : profileNames)
+          profiles.emplace_back(profile.name);
         command.add_option("--profile", asked->profile, "How much is measured")
-            ->check(CLI::IsMember({"quick", "full"}))
+            ->check(CLI::IsMember(profiles))
             ->capture_default_str();
         std::vector<std::string> uses;
         for (const measure::Profile& profile : measure::profiles())
