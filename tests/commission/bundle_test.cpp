@@ -4,6 +4,7 @@
 #include "measure/files/measurement_file.h"
 #include "measure/truth/trial.h"
 #include "support/files/sha256.h"
+#include "support/text/personal_names.h"
 #include "tests/app/child_process.h"
 
 namespace touch::commission {
@@ -16,7 +17,7 @@ constexpr std::chrono::sys_days day = std::chrono::year(2026) / 11 / 12;
 constexpr const char* program = "TouchUtility 9.9";
 
 /// A run to its end, and what it has left in its folder.
-class BundleTest : public Test {
+class BundleTest : public testing::Test {
  protected:
   commission::Run runOf(const std::string& serialNumber, const std::string& began) {
     commission::Run run;
