@@ -80,6 +80,7 @@ class CommissionWindow : public WindowDesk {
 
   Hands hands;
   Patient patient{.access = access(), .driverPath = "nexapi", .workFolder = folder.path()};
+  Trace trace;
   QPointer<commission::frmCommission> window;
   int left = 0;
 };
