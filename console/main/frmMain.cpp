@@ -29,6 +29,7 @@
 #include "ui/controls/status_line.h"
 #include "ui/guide/help.h"
 #include "ui/page_keys.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -69,10 +70,13 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   addPageKeys(*this, *tabs_);
-  for (const QString& page :
-       {tr("Controller"), tr("Settings"), tr("Calibration"), tr("Maintenance"), tr("Parameters"),
-        tr("Tests"), tr("Doctor"), tr("Commission")})
-    tabs_->addTab(new ScrolledPage, page);
+  const std::pair<QString, Sign> pages[] = {
+      {tr("Controller"), Sign::controller},   {tr("Settings"), Sign::settings},
+      {tr("Calibration"), Sign::calibration}, {tr("Maintenance"), Sign::maintenance},
+      {tr("Parameters"), Sign::parameters},   {tr("Tests"), Sign::tests},
+      {tr("Doctor"), Sign::doctor},           {tr("Commission"), Sign::commission}};
+  for (const auto& [page, sign] : pages)
+    tabs_->addTab(new ScrolledPage, isSmallScreen() ? QIcon() : signIcon(sign), page);
   currentPage()->put(controllerPage_, controllerPage_->actions());
   connect(tabs_, &QTabWidget::currentChanged, this, [this](int page) { model_.turnTo(page); });
 
@@ -123,7 +127,8 @@ void frmMain::makeOtherPages() {
                          .refused = startup_.refusedDriver,
                          .ports = startup_.ports,
                          .workFolder = folder,
-                         .versions = startup_.versions}));
+                         .versions = startup_.versions},
+                        [this] { console_.searchComPorts(); }));
   put(new frmCommissionPage(model_, *windows_));
 }
 

@@ -22,6 +22,7 @@
 #include "ui/guide/help.h"
 #include "ui/screens/monitor_number.h"
 #include "ui/style/face_style.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -132,6 +133,7 @@ QWidget* frmMaintenancePage::makeFunctions() {
   }
   grid->setColumnStretch(1, 1);
   undo_->setEnabled(false);
+  giveSign(*undo_, Sign::undo);
   return box;
 }
 
@@ -142,6 +144,7 @@ QWidget* frmMaintenancePage::makeTools() {
   row->setContentsMargins(0, 0, 0, 0);
   auto* const debugger = new QPushButton(tr("Serial de&bugger …"));
   debugger->setObjectName("cmdDebugger");
+  giveSign(*debugger, Sign::talk);
   debugger->setToolTip("Ctrl+A");
   auto* const pins = new QPushButton(tr("Sensor &pins …"));
   pins->setObjectName("cmdPins");
