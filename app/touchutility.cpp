@@ -226,9 +226,9 @@ int run(Options& options, int argc, char** argv) {
 
   DrawingSwitches switches;
   measure::MeasureSetup measuring;
-  const WorkingFiles workingFiles(
-      options.workFolder,
-      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());
+  const std::filesystem::path ownFolder =
+      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String();
+  const WorkingFiles workingFiles(options.workFolder, ownFolder);
 
   const std::vector<std::string> versions = {programVersion(), systemName(),
                                              std::string("Qt ") + qVersion()};
@@ -253,7 +253,8 @@ int run(Options& options, int argc, char** argv) {
                   .monitor = options.monitor,
                   .refusedDriver = chosen->refused,
                   .ports = options.comPorts,
-                  .versions = versions});
+                  .versions = versions,
+                  .ownFolder = ownFolder});
   // Its pictures take a tenth of the start to read.
   QObject::connect(&window, &frmMain::seen, &window,
                    [] { QApplication::setWindowIcon(programIcon()); });

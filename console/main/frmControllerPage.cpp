@@ -134,10 +134,28 @@ QWidget* frmControllerPage::makeDetails() {
   return card;
 }
 
+void frmControllerPage::greet(std::function<void(frmGreeting::Choice)> choose) {
+  greeting_ = new frmGreeting([this, choose = std::move(choose)](frmGreeting::Choice choice) {
+    if (greeting_->isHidden()) return;
+    greeting_->hide();
+    greeting_->deleteLater();
+    setFocus();
+    choose(choice);
+  });
+  QWidget* before = controllerList_->previousInFocusChain();
+  rows_->insertWidget(0, greeting_);
+  for (auto* const button : greeting_->findChildren<QPushButton*>()) {
+    setTabOrder(before, button);
+    before = button;
+  }
+}
+
 QSize frmControllerPage::minimumSizeHint() const {
   // One half below the other is always possible.
-  const int widest = std::max(halves_->itemAt(0)->minimumSize().width(),
+  int widest = std::max(halves_->itemAt(0)->minimumSize().width(),
                         halves_->itemAt(1)->minimumSize().width());
+  if (greeting_ && !greeting_->isHidden())
+    widest = std::max(widest, greeting_->minimumSizeHint().width());
   const QMargins around = rows_->contentsMargins();
   return {widest + around.left() + around.right(), QWidget::minimumSizeHint().height()};
 }

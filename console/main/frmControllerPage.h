@@ -1,6 +1,10 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
+#include <functional>
+
+#include "console/main/frmGreeting.h"
 
 class QBoxLayout;
 class QLabel;
@@ -24,6 +28,9 @@ class frmControllerPage final : public QWidget {
   /// Buttons that are to be at hand without scrolling. For whoever shows the page.
   QWidget* actions() const { return actions_; }
 
+  /// Shows the greeting above all else, until it is answered.
+  void greet(std::function<void(frmGreeting::Choice)> choose);
+
   QSize minimumSizeHint() const override;
 
  protected:
@@ -44,6 +51,7 @@ class frmControllerPage final : public QWidget {
   QLabel* emptyHint_;
   QBoxLayout* halves_ = nullptr;
   QVBoxLayout* rows_ = nullptr;
+  QPointer<frmGreeting> greeting_;
   QLabel* chosen_;
   QLabel* unitType_;
   QLabel* firmware_;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "console/doctor/frmDoctorPage.h"
+#include "console/main/first_start.h"
 #include "console/main/frmControllerPage.h"
 #include "console/main/frmFooter.h"
 #include "console/main/frmHeader.h"
@@ -151,7 +152,26 @@ void frmMain::begin() {
   if (model_.ended || std::exchange(begun_, true)) return;
   emit seen();
   makeOtherPages();
+  if (FirstStart(startup_.ownFolder, startup_.workFolder).take())
+    controllerPage_->greet([this](frmGreeting::Choice choice) { follow(choice); });
   console_.startUp(windowsVersion(), header_->pictures());
+}
+
+void frmMain::follow(frmGreeting::Choice choice) {
+  const auto turnTo = [this](const QString& page) {
+    for (int place = 0; place < tabs_->count(); ++place)
+      if (tabs_->tabText(place) == page) tabs_->setCurrentIndex(place);
+  };
+  switch (choice) {
+    case frmGreeting::Choice::calibrate:
+      return turnTo(tr("Calibration"));
+    case frmGreeting::Choice::prove:
+      return turnTo(tr("Tests"));
+    case frmGreeting::Choice::talk:
+      return windows_->debug();
+    case frmGreeting::Choice::notNow:
+      return;
+  }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

@@ -100,7 +100,11 @@ class EveryWindow : public DrawingDesk {
 
   void visitMain() {
     frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, measuring},
-                   Startup{folder.path(), "/usr/lib/libnexapi.so", simulation, size_});
+                   Startup{.workFolder = folder.path(),
+                           .driverPath = "/usr/lib/libnexapi.so",
+                           .simulation = simulation,
+                           .fullScreenSize = size_,
+                           .ownFolder = folder.path() / "own"});
     window.open();
     settle(window, size_);
     QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);

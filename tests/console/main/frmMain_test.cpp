@@ -72,6 +72,30 @@ TEST_F(MainWindow, CardsSayWhatEachControllerHasAnswered) {
   }
 }
 
+TEST_F(MainWindow, GreetsOnceAndGoesWhereTheUserWants) {
+  const std::pair<const char*, const char*> choices[] = {{"cmdGreetCalibrate", "Calibration"},
+                                                         {"cmdGreetProve", "Tests"},
+                                                         {"cmdGreetTalk", "Controller"},
+                                                         {"cmdGreetNotNow", "Controller"}};
+  for (const auto& [button, page] : choices) {
+    SCOPED_TRACE(button);
+    ownFolder = folder.path() / button;
+    open();
+    EXPECT_EQ(window->focusWidget(), controllers()) << "it is in nobody's way";
+    EXPECT_TRUE(find<QWidget>("frmGreeting")->isVisible());
+    find<QPushButton>(button)->click();
+    live(0ms);
+    auto* const tabs = find<QTabWidget>("tabs");
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), page);
+    EXPECT_EQ(find<QWidget>("passwordBox")->isVisible(), std::string(button) == "cmdGreetTalk");
+    EXPECT_EQ(window->findChild<QWidget*>("frmGreeting"), nullptr);
+    window.reset();
+    open();
+    EXPECT_EQ(window->findChild<QWidget*>("frmGreeting"), nullptr) << "never again";
+    window.reset();
+  }
+}
+
 TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
   for (const std::string said : {"<b>x</b>", "%1%n{}", "&amp;\xFF", "\x1B[2J"}) {
     script.names = {"USB DEVICE " + said};
