@@ -10,7 +10,7 @@ namespace touch {
 
 namespace {
 
-constexpr QSizeF screen(38, 26);
+constexpr QSizeF screenSize(38, 26);
 constexpr int gap = 6;
 constexpr qreal cardRadius = 6;
 
@@ -24,7 +24,7 @@ void drawScreen(QPainter& painter, const QPointF& centre, int quarterTurns, cons
   painter.save();
   painter.translate(centre);
   painter.rotate(90.0 * quarterTurns);
-  const QRectF place(QPointF(-screen.width() / 2, -screen.height() / 2), screen);
+  const QRectF place(QPointF(-screenSize.width() / 2, -screenSize.height() / 2), screenSize);
   painter.setPen(QPen(frame, 2));
   painter.setBrush(Qt::NoBrush);
   painter.drawRoundedRect(place, corners, corners);
@@ -46,7 +46,7 @@ RotationOption::RotationOption(const QString& caption, int quarterTurns, QWidget
 
 QSize RotationOption::sizeHint() const {
   // The picture fits lying and standing.
-  const int side = qRound(std::max(screen.width(), screen.height()));
+  const int side = qRound(std::max(screenSize.width(), screenSize.height()));
   const int width = std::max(side, fontMetrics().horizontalAdvance(text()));
   return {width + 4 * gap, side + fontMetrics().height() + 3 * gap};
 }
