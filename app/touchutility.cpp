@@ -235,9 +235,9 @@ int run(Options& options, int argc, char** argv) {
   DrawingSwitches switches;
   measure::MeasureSetup measuring;
   if (options.replay) measuring.size = options.replay->size;
-  const WorkingFiles workingFiles(
-      options.workFolder,
-      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String());
+  const std::filesystem::path ownFolder =
+      QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdU16String();
+  const WorkingFiles workingFiles(options.workFolder, ownFolder);
 
   const std::vector<std::string> versions = {programVersion(), systemName(),
                                              std::string("Qt ") + qVersion()};
@@ -259,7 +259,8 @@ int run(Options& options, int argc, char** argv) {
                   .monitor = options.monitor,
                   .refusedDriver = chosen->refused,
                   .ports = options.comPorts,
-                  .versions = versions});
+                  .versions = versions,
+                  .ownFolder = ownFolder});
   // Its pictures take a tenth of the start to read.
   QObject::connect(&window, &frmMain::seen, &window,
                    [] { QApplication::setWindowIcon(programIcon()); });

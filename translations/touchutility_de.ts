@@ -3612,6 +3612,61 @@
     </message>
 </context>
 <context>
+    <name>touch::FindingsList</name>
+    <message>
+        <source>Problem</source>
+        <translation>Problem</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>Hinweis</translation>
+    </message>
+    <message>
+        <source>In order</source>
+        <translation>In Ordnung</translation>
+    </message>
+    <message>
+        <source>Driver</source>
+        <translation>Treiber</translation>
+    </message>
+    <message>
+        <source>Controllers</source>
+        <translation>Controller</translation>
+    </message>
+    <message>
+        <source>Serial ports</source>
+        <translation>Serielle Ports</translation>
+    </message>
+    <message>
+        <source>Working folder</source>
+        <translation>Arbeitsordner</translation>
+    </message>
+    <message>
+        <source>Screens</source>
+        <translation>Bildschirme</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>Dateien</translation>
+    </message>
+    <message>
+        <source>Versions</source>
+        <translation>Versionen</translation>
+    </message>
+    <message>
+        <source>Next: %1</source>
+        <translation>Nächster Schritt: %1</translation>
+    </message>
+    <message>
+        <source>Search COM ports</source>
+        <translation>COM-Ports durchsuchen</translation>
+    </message>
+    <message>
+        <source>Ask again</source>
+        <translation>Erneut fragen</translation>
+    </message>
+</context>
+<context>
     <name>touch::FingerSpinBox</name>
     <message>
         <source>%1: less</source>
@@ -4433,25 +4488,33 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>No controller is listed. Check that the touch driver is installed and the controller is connected and powered, then press Refresh. The page &quot;Doctor&quot; says what is missing.</source>
         <translation>Kein Controller ist aufgeführt. Prüfen Sie, ob der Touch-Treiber installiert und der Controller angeschlossen und eingeschaltet ist, und drücken Sie dann „Aktualisieren“. Die Seite „Diagnose“ sagt, was fehlt.</translation>
     </message>
+    <message>
+        <source>Serial</source>
+        <translation>Seriell</translation>
+    </message>
+    <message>
+        <source>USB</source>
+        <translation>USB</translation>
+    </message>
+    <message>
+        <source>%1, firmware %2</source>
+        <translation>%1, Firmware %2</translation>
+    </message>
+    <message>
+        <source>answers</source>
+        <translation>antwortet</translation>
+    </message>
+    <message>
+        <source>does not answer</source>
+        <translation>antwortet nicht</translation>
+    </message>
+    <message>
+        <source>not asked yet</source>
+        <translation>noch nicht gefragt</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmDoctorPage</name>
-    <message>
-        <source>Problem</source>
-        <translation>Problem</translation>
-    </message>
-    <message>
-        <source>Note</source>
-        <translation>Hinweis</translation>
-    </message>
-    <message>
-        <source>In order</source>
-        <translation>In Ordnung</translation>
-    </message>
-    <message>
-        <source>Next: %1</source>
-        <translation>Nächster Schritt: %1</translation>
-    </message>
     <message>
         <source>Findings</source>
         <translation>Befunde</translation>
@@ -4617,6 +4680,45 @@ F1 hilft, Esc beendet.</translation>
     <message>
         <source>The user guide, at what is shown here (F1)</source>
         <translation>Das Handbuch, bei dem, was hier zu sehen ist (F1)</translation>
+    </message>
+</context>
+<context>
+    <name>touch::frmGreeting</name>
+    <message>
+        <source>What do you want to do first?</source>
+        <translation>Was möchten Sie zuerst tun?</translation>
+    </message>
+    <message>
+        <source>Cali&amp;brate a panel</source>
+        <translation>Panel ka&amp;librieren</translation>
+    </message>
+    <message>
+        <source>Goes to the page &quot;Calibration&quot;.</source>
+        <translation>Öffnet die Seite „Kalibrierung“.</translation>
+    </message>
+    <message>
+        <source>&amp;Prove a panel</source>
+        <translation>Panel p&amp;rüfen</translation>
+    </message>
+    <message>
+        <source>Goes to the page &quot;Tests&quot;.</source>
+        <translation>Öffnet die Seite „Tests“.</translation>
+    </message>
+    <message>
+        <source>Tal&amp;k to a controller</source>
+        <translation>Mit &amp;Controller sprechen</translation>
+    </message>
+    <message>
+        <source>Opens the serial debugger, which asks for the service password.</source>
+        <translation>Öffnet den seriellen Debugger, der nach dem Service-Passwort fragt.</translation>
+    </message>
+    <message>
+        <source>N&amp;ot now</source>
+        <translation>&amp;Nicht jetzt</translation>
+    </message>
+    <message>
+        <source>All of it is on the pages, too. This is not asked again.</source>
+        <translation>Alles ist auch auf den Seiten zu finden. Diese Frage kommt nicht wieder.</translation>
     </message>
 </context>
 <context>

@@ -20,6 +20,13 @@ struct Work {
   bool canBeStopped = false;  ///< by the user
 };
 
+/// What a controller of the list has said since the list was made.
+struct Heard {
+  enum class Answer : std::uint8_t { notAsked, none, given };
+  Answer answer = Answer::notAsked;
+  Identity identity{};
+};
+
 /// How far a simulated panel's touches miss.
 struct PanelErrors {
   std::optional<Simulation::PanelError> before;  ///< the calibration that was just stored
@@ -50,6 +57,7 @@ class MainModel {
   std::optional<Work> work;  ///< nothing: an action may begin
   std::vector<std::string> controllers;
   std::optional<std::size_t> selected;  ///< of the controllers
+  std::vector<Heard> heard;             ///< of each controller
   Identity identity;
   std::vector<std::string> information;
   PanelErrors panelErrors;

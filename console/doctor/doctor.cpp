@@ -38,8 +38,9 @@ class Findings {
  public:
   Findings(std::vector<Finding>& all, std::string_view topic) : all_(all), topic_(topic) {}
 
-  void add(FindingState state, std::string what, std::string why = {}, std::string nextStep = {}) {
-    all_.push_back({state, topic_, std::move(what), std::move(why), std::move(nextStep)});
+  void add(FindingState state, std::string what, std::string why = {}, std::string nextStep = {},
+           Mend mend = Mend::none) {
+    all_.push_back({state, topic_, std::move(what), std::move(why), std::move(nextStep), mend});
   }
 
  private:
@@ -218,14 +219,15 @@ std::vector<ExaminedController> askControllers(const Access& own, const DoctorPr
     if (controllers[i].answers) {
       findings.add(ok, filled(say("doctor", "%1 answers%2."), {name, identities[i]}));
     } else {
+      const bool isSerial = isSerialController(controllers[i].name);
       // One that was unplugged may stay in the driver's list beside those that work.
       findings.add(
           oneAnswers ? note : problem,
           filled(say("doctor", "%1 is known to the driver, but does not answer."), {name}),
           say("doctor", "Nothing can be read from it or changed in it."),
-          isSerialController(controllers[i].name)
-              ? say("doctor", "Check its cable and power; then search the COM ports for it.")
-              : say("doctor", "Check its cable and power, then look again."));
+          isSerial ? say("doctor", "Check its cable and power; then search the COM ports for it.")
+                   : say("doctor", "Check its cable and power, then look again."),
+          isSerial ? Mend::searchPorts : Mend::askAgain);
     }
   }
   if (!known.others.empty()) {
@@ -240,7 +242,8 @@ std::vector<ExaminedController> askControllers(const Access& own, const DoctorPr
                  say("doctor", "There is nothing to work with."),
                  say("doctor",
                      "Check cable and power, then look again. A serial controller may be on "
-                     "another port than the driver believes: search the COM ports for it."));
+                     "another port than the driver believes: search the COM ports for it."),
+                 Mend::searchPorts);
   }
   return controllers;
 }

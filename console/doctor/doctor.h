@@ -16,6 +16,9 @@ namespace touch {
 /// `note`: worth knowing, and nothing that keeps the program from its work.
 enum class FindingState : std::uint8_t { ok, note, problem };
 
+/// What the program itself can do about a finding.
+enum class Mend : std::uint8_t { none, askAgain, searchPorts };
+
 /// One thing that was looked at.
 struct Finding {
   FindingState state = FindingState::ok;
@@ -24,6 +27,7 @@ struct Finding {
   std::string what;
   std::string why;       ///< why it matters; may be empty
   std::string nextStep;  ///< may be empty
+  Mend mend = Mend::none;
 };
 
 /// A controller that the driver knows of and this system serves.

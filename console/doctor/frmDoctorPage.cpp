@@ -3,109 +3,44 @@
 #include <QDateTime>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollBar>
 #include <QShowEvent>
-#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "console/actions/actions.h"
 #include "console/doctor/diagnostics_file.h"
 #include "console/doctor/doctor_report.h"
+#include "console/doctor/findings_list.h"
 #include "support/prompt.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/style/face_style.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
 namespace touch {
 
-namespace {
-
-/// How a state is said and drawn: never by colour alone.
-struct StateLook {
-  QString word;
-  QStyle::StandardPixmap icon;
-};
-
-StateLook lookOf(FindingState state) {
-  switch (state) {
-    case FindingState::problem:
-      return {frmDoctorPage::tr("Problem"), QStyle::SP_MessageBoxCritical};
-    case FindingState::note:
-      return {frmDoctorPage::tr("Note"), QStyle::SP_MessageBoxInformation};
-    case FindingState::ok:
-      break;
-  }
-  return {frmDoctorPage::tr("In order"), QStyle::SP_DialogApplyButton};
-}
-
-QString findingText(const Finding& finding) {
-  QString text = lookOf(finding.state).word + ": " + shownText(finding.what);
-  if (!finding.why.empty()) text += '\n' + shownText(finding.why);
-  if (!finding.nextStep.empty()) {
-    text += '\n' + frmDoctorPage::tr("Next: %1").arg(shownText(finding.nextStep));
-  }
-  return text;
-}
-
-/// A finding may be taller than the list: its keys first scroll to the end of it, then on to the
-/// next one.
-class FindingsList final : public QListWidget {
- protected:
-  void keyPressEvent(QKeyEvent* event) override {
-    if (scrollWithin(event->key())) return;
-    const int row = currentRow();
-    QListWidget::keyPressEvent(event);
-    // A page on may end within the next finding: the list would stay where it is.
-    const int step = event->key() == Qt::Key_PageDown ? 1 : event->key() == Qt::Key_PageUp ? -1 : 0;
-    if (step != 0 && currentRow() == row)
-      setCurrentRow(std::clamp(row + step, 0, std::max(count() - 1, 0)));
-  }
-
- private:
-  bool scrollWithin(int key) {
-    const bool down = key == Qt::Key_Down || key == Qt::Key_PageDown;
-    const bool up = key == Qt::Key_Up || key == Qt::Key_PageUp;
-    if (currentItem() == nullptr || (!down && !up)) return false;
-    const QRect finding = visualItemRect(currentItem());
-    const int hidden = down ? finding.bottom() - viewport()->rect().bottom() : -finding.top();
-    if (hidden <= 0) return false;
-    const bool byPage = key == Qt::Key_PageDown || key == Qt::Key_PageUp;
-    const int line = fontMetrics().lineSpacing();
-    const int step = std::min(hidden, byPage ? std::max(viewport()->height() - line, line) : line);
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + (down ? step : -step));
-    return true;
-  }
-};
-
-}  // namespace
-
-frmDoctorPage::frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient)
+frmDoctorPage::frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient,
+                             std::function<void()> searchPorts)
     : commands_(actions),
       prompt_(prompt),
       trace_(trace),
       patient_(std::move(patient)),
+      searchPorts_(std::move(searchPorts)),
       summary_(new QLabel),
-      findings_(new FindingsList) {
+      findings_(new FindingsList([this](Mend mend) { carryOut(mend); })) {
   setHelpChapter(*this, "No controller is found");
   summary_->setObjectName("lblDoctorSummary");
+  QFont large = resized(summary_->font(), 1.25);
+  large.setBold(true);
+  summary_->setFont(large);
+  summary_->setWordWrap(true);
   findings_->setObjectName("findingsList");
   findings_->setAccessibleName(tr("Findings"));
-  findings_->setWordWrap(true);
-  findings_->setTextElideMode(Qt::ElideNone);
-  findings_->setResizeMode(QListView::Adjust);
-  findings_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  findings_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  findings_->setSpacing(2);
-  findings_->setMinimumHeight(fingerSize());
   auto* const layout = new QVBoxLayout(this);
   // The buttons come first: on a small screen what stands below the list is out of reach.
   layout->addWidget(makeHead());
@@ -119,9 +54,11 @@ QWidget* frmDoctorPage::makeHead() {
   auto* const refresh = new QPushButton(tr("&Refresh"));
   refresh->setObjectName("cmdDoctorRefresh");
   setKind(*refresh, ButtonKind::primary);
+  giveSign(*refresh, Sign::refresh);
   refresh->setToolTip(tr("Examines everything, and asks each controller what it is"));
   auto* const save = new QPushButton(tr("Save dia&gnostics file …"));
   save->setObjectName("cmdSaveDiagnostics");
+  giveSign(*save, Sign::save);
   save->setToolTip(tr("Packs all that somebody needs who is to help you into one file"));
   row->addWidget(refresh);
   row->addWidget(save);
@@ -135,12 +72,7 @@ QWidget* frmDoctorPage::makeHead() {
 
 void frmDoctorPage::showDiagnosis(const Diagnosis& diagnosis) {
   summary_->setText(shownText(summary(diagnosis)));
-  findings_->clear();
-  for (const Finding& finding : diagnosis.findings) {
-    findings_->addItem(new QListWidgetItem(style()->standardIcon(lookOf(finding.state).icon),
-                                           findingText(finding)));
-  }
-  findings_->setCurrentRow(0);
+  findings_->showAll(diagnosis.findings);
 }
 
 void frmDoctorPage::showEvent(QShowEvent* event) {
@@ -158,6 +90,10 @@ Patient frmDoctorPage::withScreens(Patient patient) {
                        qRound(100 * screen->devicePixelRatio())});
   }
   return patient;
+}
+
+void frmDoctorPage::carryOut(Mend mend) {
+  mend == Mend::searchPorts ? searchPorts_() : refresh();
 }
 
 void frmDoctorPage::refresh() {

@@ -6,11 +6,11 @@
 #include "console/doctor/doctor.h"
 
 class QLabel;
-class QListWidget;
 
 namespace touch {
 
 class Actions;
+class FindingsList;
 class Prompt;
 class Trace;
 
@@ -21,7 +21,8 @@ class frmDoctorPage final : public QWidget {
 
  public:
   /// `patient` lacks its screens only: those are looked for anew each time.
-  frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient);
+  frmDoctorPage(Actions& actions, Prompt& prompt, const Trace& trace, Patient patient,
+                std::function<void()> searchPorts);
 
   /// With the screens that are connected now.
   static Patient withScreens(Patient patient);
@@ -31,6 +32,8 @@ class frmDoctorPage final : public QWidget {
 
  private:
   QWidget* makeHead();
+  /// What a finding offers.
+  void carryOut(Mend mend);
   void refresh();
   /// Examines and shows what was found.
   Diagnosis diagnose();
@@ -43,8 +46,9 @@ class frmDoctorPage final : public QWidget {
   Prompt& prompt_;
   const Trace& trace_;
   Patient patient_;
+  std::function<void()> searchPorts_;
   QLabel* summary_;
-  QListWidget* findings_;
+  FindingsList* findings_;
 };
 
 }  // namespace touch

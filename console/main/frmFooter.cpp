@@ -6,6 +6,7 @@
 #include "console/main/main_console.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
+#include "ui/style/signs.h"
 
 namespace touch {
 
@@ -22,8 +23,10 @@ frmFooter::frmFooter(MainModel& model, MainConsole& console)
   release_->setEnabled(false);  // until it is known whose port is to be released
   auto* const exit = new QPushButton(tr("E&xit"));
   exit->setObjectName("cmdExit");
+  giveSign(*exit, Sign::exit);
   auto* const help = new QPushButton(tr("&Help"));
   help->setObjectName("cmdHelp");
+  giveSign(*help, Sign::help);
   help->setToolTip(tr("The user guide, at what is shown here (F1)"));
   row->addWidget(help);
   row->addStretch(1);

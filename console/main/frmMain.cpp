@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "console/doctor/frmDoctorPage.h"
+#include "console/main/first_start.h"
 #include "console/main/frmControllerPage.h"
 #include "console/main/frmFooter.h"
 #include "console/main/frmHeader.h"
@@ -29,6 +30,7 @@
 #include "ui/controls/status_line.h"
 #include "ui/guide/help.h"
 #include "ui/page_keys.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -69,10 +71,13 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
   tabs_->setObjectName("tabs");
   tabs_->setUsesScrollButtons(true);
   addPageKeys(*this, *tabs_);
-  for (const QString& page :
-       {tr("Controller"), tr("Settings"), tr("Calibration"), tr("Maintenance"), tr("Parameters"),
-        tr("Tests"), tr("Doctor"), tr("Commission")})
-    tabs_->addTab(new ScrolledPage, page);
+  const std::pair<QString, Sign> pages[] = {
+      {tr("Controller"), Sign::controller},   {tr("Settings"), Sign::settings},
+      {tr("Calibration"), Sign::calibration}, {tr("Maintenance"), Sign::maintenance},
+      {tr("Parameters"), Sign::parameters},   {tr("Tests"), Sign::tests},
+      {tr("Doctor"), Sign::doctor},           {tr("Commission"), Sign::commission}};
+  for (const auto& [page, sign] : pages)
+    tabs_->addTab(new ScrolledPage, isSmallScreen() ? QIcon() : signIcon(sign), page);
   currentPage()->put(controllerPage_, controllerPage_->actions());
   connect(tabs_, &QTabWidget::currentChanged, this, [this](int page) { model_.turnTo(page); });
 
@@ -123,7 +128,8 @@ void frmMain::makeOtherPages() {
                          .refused = startup_.refusedDriver,
                          .ports = startup_.ports,
                          .workFolder = folder,
-                         .versions = startup_.versions}));
+                         .versions = startup_.versions},
+                        [this] { console_.searchComPorts(); }));
   put(new frmCommissionPage(model_, *windows_));
 }
 
@@ -146,7 +152,26 @@ void frmMain::begin() {
   if (model_.ended || std::exchange(begun_, true)) return;
   emit seen();
   makeOtherPages();
+  if (FirstStart(startup_.ownFolder, startup_.workFolder).take())
+    controllerPage_->greet([this](frmGreeting::Choice choice) { follow(choice); });
   console_.startUp(windowsVersion(), header_->pictures());
+}
+
+void frmMain::follow(frmGreeting::Choice choice) {
+  const auto turnTo = [this](const QString& page) {
+    for (int place = 0; place < tabs_->count(); ++place)
+      if (tabs_->tabText(place) == page) tabs_->setCurrentIndex(place);
+  };
+  switch (choice) {
+    case frmGreeting::Choice::calibrate:
+      return turnTo(tr("Calibration"));
+    case frmGreeting::Choice::prove:
+      return turnTo(tr("Tests"));
+    case frmGreeting::Choice::talk:
+      return windows_->debug();
+    case frmGreeting::Choice::notNow:
+      return;
+  }
 }
 
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {

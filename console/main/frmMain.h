@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 
+#include "console/main/frmGreeting.h"
 #include "console/main/frmStartup.h"
 #include "console/main/main_console.h"
 #include "console/panels/simulated_panels.h"
@@ -51,6 +52,8 @@ class frmMain final : public QWidget {
   void begin();
   /// Those behind the first, into the places that their tabs have.
   void makeOtherPages();
+  /// What the user wants to do first.
+  void follow(frmGreeting::Choice choice);
   bool hotKey(const QKeyEvent& key);
   void draw(Part part);
   void drawWork();

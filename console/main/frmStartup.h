@@ -22,6 +22,7 @@ struct Startup {
   std::optional<BindError> refusedDriver{};  ///< why the driver that was wanted is not bound
   ComPorts ports{};
   std::vector<std::string> versions{};  ///< of the program and of what it stands on
+  std::filesystem::path ownFolder{};    ///< for what the program remembers; empty: it does not
 };
 
 }  // namespace touch

@@ -103,10 +103,13 @@ void MainConsole::refresh() {
 }
 
 void MainConsole::findControllers(const std::string& current) {
-  const auto asking = [this](const std::string& name) {
+  std::vector<std::string> asked;
+  const auto asking = [this, &asked](const std::string& name) {
     actions_.progress(
         filled(say("main", "Searching for controllers: asking %1 …"), {toUtf8(name)}));
-    return !actions_.gate().isCutShort();
+    if (actions_.gate().isCutShort()) return false;
+    asked.push_back(name);
+    return true;
   };
   ControllerList list;
   actions_.attempt([&] { list = getctrname(access_, prompt_, asking, current); });
@@ -114,6 +117,12 @@ void MainConsole::findControllers(const std::string& current) {
   // When none answers the current one stays; without one it is the last that was asked.
   if (!model_.selected) model_.selected = list.find(current);
   if (!model_.selected) model_.selected = list.lastAsked;
+  model_.heard.clear();
+  for (const std::string& name : list.names) {
+    const bool wasAsked = std::ranges::find(asked, name) != asked.end();
+    model_.heard.push_back({wasAsked ? Heard::Answer::none : Heard::Answer::notAsked});
+  }
+  if (list.answered) model_.heard[*list.answered].answer = Heard::Answer::given;
   model_.controllers = std::move(list.names);
   access_.session.controllerName = model_.selectedName();
   model_.changed(Part::controllers);
@@ -159,6 +168,9 @@ void MainConsole::readIdentity() {
   Identity identity;
   actions_.attempt([this, &identity] { identity = readfw(access_); });
   model_.identity = identity;
+  const bool isSilent = identity.unitType.empty() && identity.firmware.empty();
+  model_.heard[*model_.selected] = {isSilent ? Heard::Answer::none : Heard::Answer::given,
+                                    identity};
   parameters_.forget();
   model_.changed(Part::parameters);
   model_.changed(Part::identity);

@@ -19,6 +19,7 @@
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/style/face_style.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -130,6 +131,7 @@ QWidget* frmMaintenancePage::makeFunctions() {
   }
   grid->setColumnStretch(1, 1);
   undo_->setEnabled(false);
+  giveSign(*undo_, Sign::undo);
   return box;
 }
 
@@ -140,6 +142,7 @@ QWidget* frmMaintenancePage::makeTools() {
   row->setContentsMargins(0, 0, 0, 0);
   auto* const debugger = new QPushButton(tr("Serial de&bugger …"));
   debugger->setObjectName("cmdDebugger");
+  giveSign(*debugger, Sign::talk);
   debugger->setToolTip("Ctrl+A");
   auto* const pins = new QPushButton(tr("Sensor &pins …"));
   pins->setObjectName("cmdPins");

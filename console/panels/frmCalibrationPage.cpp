@@ -14,6 +14,7 @@
 #include "ui/controls/finger_spin_box.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -121,6 +122,7 @@ QLayout* frmCalibrationPage::makeCheck(frmWindows& windows) {
   limitCaption->setBuddy(&checkLimit_->box());
   auto* const button = new QPushButton(tr("&Check"));
   button->setObjectName("cmdCheck");
+  giveSign(*button, Sign::tick);
   const QString checksNow = tr("Checks the calibration that the controller has now.");
   button->setAccessibleDescription(checksNow);
   button->setToolTip(checksNow);

@@ -9,6 +9,7 @@
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
 #include "ui/style/face_style.h"
+#include "ui/style/signs.h"
 
 namespace touch {
 
@@ -24,6 +25,7 @@ frmCommissionPage::frmCommissionPage(MainModel& model, frmWindows& windows) {
   button->setAccessibleDescription(purpose);
   button->setMinimumWidth(4 * fingerSize());
   setKind(*button, ButtonKind::primary);
+  giveSign(*button, Sign::commission);
   connect(button, &QPushButton::clicked, this, [&windows] { windows.commission(); });
   auto* const layout = new QVBoxLayout(this);
   for (const QString& text :

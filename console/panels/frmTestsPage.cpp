@@ -11,6 +11,7 @@
 #include "console/panels/simulated_panels.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 
 namespace touch {
@@ -32,19 +33,21 @@ QWidget* frmTestsPage::makeTests(frmWindows& windows) {
     QString caption;
     QString purpose;
     void (frmWindows::*open)();
+    Sign sign;
   } tests[] = {
       {"cmdDraw", tr("&Draw"),
        tr("Draw freely or along guide lines, and see where the ink leaves them."),
-       &frmWindows::draw},
+       &frmWindows::draw, Sign::tests},
       {"cmdMeasure", tr("&Measure"),
        tr("Draw lines along guides and prove in millimetres how good the panel is. Calibrate it "
           "first."),
-       &frmWindows::measurePanel},
+       &frmWindows::measurePanel, Sign::measure},
   };
   int row = 0;
   for (const auto& test : tests) {
     auto* const button = new QPushButton(test.caption);
     button->setObjectName(test.name);
+    giveSign(*button, test.sign);
     button->setMinimumWidth(3 * fingerSize());
     button->setAccessibleDescription(test.purpose);
     auto* const purpose = new QLabel(test.purpose);

@@ -7,15 +7,19 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QVBoxLayout>
 #include <functional>
+#include <optional>
 
 #include "console/actions/actions.h"
 #include "console/parameters/vrq_file.h"
 #include "support/text/hex.h"
 #include "ui/controls/finger_style.h"
 #include "ui/guide/help.h"
+#include "ui/style/colours.h"
+#include "ui/style/signs.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
@@ -30,6 +34,32 @@ constexpr int rowHeight = 32;
 WordByte byteOf(int column) {
   return column == newHigh ? WordByte::high : WordByte::low;
 }
+
+/// How a cell differs from what the controller holds.
+enum class Mark { none, word, before, after, rejected };
+constexpr int markRole = Qt::UserRole + 1;
+
+/// A word that is changed stands out; in it the byte that differs, the old one struck out.
+class MarkedCells final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    const auto mark = static_cast<Mark>(index.data(markRole).toInt());
+    if (mark == Mark::none) return;
+    const Colours& colours = coloursOf(option->palette);
+    const bool isRejected = mark == Mark::rejected;
+    option->backgroundBrush = isRejected ? colours.problemSoft : colours.remarkSoft;
+    const QColor& ink = isRejected           ? colours.problem
+                        : mark == Mark::word ? colours.text
+                                             : colours.remark;
+    option->palette.setColor(QPalette::Text, ink);
+    option->font.setBold(mark == Mark::after || isRejected);
+    option->font.setStrikeOut(mark == Mark::before);
+  }
+};
 
 }  // namespace
 
@@ -56,6 +86,7 @@ frmParametersPage::frmParametersPage(MainModel& model, Actions& actions, Paramet
   table_->setMinimumHeight(static_cast<int>(ParameterTable::rows) * rowHeight +
                            table_->horizontalHeader()->sizeHint().height() + 4);
   table_->setTabKeyNavigation(false);
+  table_->setItemDelegate(new MarkedCells(table_));
   for (int row = 0; row < table_->rowCount(); ++row) {
     for (int column = 0; column < columns; ++column) {
       auto* const item = new QTableWidgetItem;
@@ -109,14 +140,16 @@ struct frmParametersPage::Action {
   QPushButton* button;
   const char* name;
   std::function<void()> action;
+  std::optional<Sign> sign{};
 };
 
 QWidget* frmParametersPage::makeButtons(std::initializer_list<Action> actions) {
   auto* const box = new QWidget;
   auto* const row = new QHBoxLayout(box);
   row->setContentsMargins(0, 0, 0, 0);
-  for (const auto& [button, name, action] : actions) {
+  for (const auto& [button, name, action, sign] : actions) {
     button->setObjectName(name);
+    if (sign) giveSign(*button, *sign);
     row->addWidget(button, 1);
     connect(button, &QPushButton::clicked, this, action);
   }
@@ -131,8 +164,8 @@ QWidget* frmParametersPage::makeFileButtons() {
          fill();
          commands_.tell(tr("The new values are cleared; nothing was sent.").toStdString());
        }},
-      {new QPushButton(tr("L&oad …")), "cmdLoadParameters", [this] { load(); }},
-      {new QPushButton(tr("&Save …")), "cmdSaveParameters", [this] { save(); }},
+      {new QPushButton(tr("L&oad …")), "cmdLoadParameters", [this] { load(); }, Sign::load},
+      {new QPushButton(tr("&Save …")), "cmdSaveParameters", [this] { save(); }, Sign::save},
       {new QPushButton(tr("Com&pare …")), "cmdCompareParameters", [this] { compare(); }},
   });
 }
@@ -149,7 +182,7 @@ QWidget* frmParametersPage::makeActions() {
       {new QPushButton(tr("&Write")), "cmdWriteParameters",
        perform(tr("Writing the parameters …"), &ParameterEditor::write)},
       {undo_, "cmdUndoParameters",
-       perform(tr("Writing the parameters back …"), &ParameterEditor::undo)},
+       perform(tr("Writing the parameters back …"), &ParameterEditor::undo), Sign::undo},
   });
 }
 
@@ -165,10 +198,12 @@ void frmParametersPage::fill() {
         table.isRejected(word, WordByte::high) || table.isRejected(word, WordByte::low);
     table_->item(row, changed)
         ->setText(isRejected ? tr("invalid") : (isChanged ? tr("changed") : QString()));
-    QFont font = table_->font();
-    font.setBold(isChanged || isRejected);
-    for (const int column : {newHigh, newLow, changed})
-      table_->item(row, column)->setFont(font);
+    const Mark ofWord = isChanged || isRejected ? Mark::word : Mark::none;
+    table_->item(row, address)->setData(markRole, static_cast<int>(ofWord));
+    table_->item(row, changed)
+        ->setData(markRole, static_cast<int>(isRejected  ? Mark::rejected
+                                             : isChanged ? Mark::after
+                                                         : Mark::none));
     fillByte(row, newHigh);
     fillByte(row, newLow);
   }
@@ -178,12 +213,18 @@ void frmParametersPage::fill() {
 void frmParametersPage::fillByte(int row, int column) {
   const auto word = static_cast<std::size_t>(row);
   const WordByte byte = byteOf(column);
-  const bool isRejected = editor_.table().isRejected(word, byte);
+  const ParameterTable& table = editor_.table();
+  const bool isWordMarked = table.changed(word) || table.isRejected(word, WordByte::high) ||
+                            table.isRejected(word, WordByte::low);
+  const bool differs = table.oldText(word, byte) != table.newText(word, byte);
+  const auto mark = [&](Mark ofByte) {
+    return static_cast<int>(!isWordMarked ? Mark::none : differs ? ofByte : Mark::word);
+  };
   QTableWidgetItem& item = *table_->item(row, column);
-  item.setText(shownText(editor_.table().newText(word, byte)));
-  // Black on light red stands out in light and dark.
-  item.setBackground(isRejected ? QBrush(QColor(0xFF, 0xB0, 0xA8)) : QBrush());
-  item.setForeground(isRejected ? QBrush(Qt::black) : QBrush());
+  item.setText(shownText(table.newText(word, byte)));
+  item.setData(markRole, mark(table.isRejected(word, byte) ? Mark::rejected : Mark::after));
+  table_->item(row, byte == WordByte::high ? oldHigh : oldLow)
+      ->setData(markRole, mark(Mark::before));
 }
 
 void frmParametersPage::edited(int row, int column) {

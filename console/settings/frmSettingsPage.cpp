@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 
 #include "console/actions/actions.h"
+#include "console/settings/rotation_option.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
@@ -52,6 +53,12 @@ constexpr BarControl barControls[] = {
     {"HScrRightClickTime", "lblRightClickTime", "unsentRightClick", "right-click-time",
      SettingsPanel::Bar::rightClickTime},
 };
+
+// Where every line counts there is none for pictures.
+QRadioButton* makeOption(const QString& caption, int value, bool isRotation) {
+  if (!isRotation || isSmallScreen()) return new QRadioButton(caption);
+  return new RotationOption(caption, value);
+}
 
 QFont boldened(QFont font) {
   font.setBold(true);
@@ -150,9 +157,11 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
   auto* const box = new QGroupBox(title);
   auto* const row = new QHBoxLayout(box);
   group = new QButtonGroup(this);
+  const bool isRotation = setting == findSetting("rotation");
   for (const int value : order) {
     const std::size_t index = static_cast<std::size_t>(value - setting->lowest);
-    auto* const option = new QRadioButton(spokenText("settings", setting->choices[index].caption));
+    auto* const option =
+        makeOption(spokenText("settings", setting->choices[index].caption), value, isRotation);
     option->setObjectName(name + QString::number(index));
     group->addButton(option, value);
     row->addWidget(option);
@@ -185,6 +194,7 @@ QWidget* frmSettingsPage::makeTiming() {
   auto* const box = new QGroupBox(tr("Timing (press Confirm to apply)"));
   timing_ = box;
   auto* const grid = new QGridLayout(box);
+  constexpr int columnsOfABar = 4;  // caption, bar, value, and what is between two
   for (std::size_t i = 0; i < bars_.size(); ++i) {
     const BarControl& control = barControls[i];
     auto* const scroll = new QScrollBar(Qt::Horizontal);
@@ -221,11 +231,11 @@ QWidget* frmSettingsPage::makeTiming() {
     shown->addWidget(mark, 1, 0, 1, 2, Qt::AlignRight);
     const bool isWide = !isSmallScreen();
     const int row = isWide ? static_cast<int>(i) / 2 : static_cast<int>(i);
-    const int column = isWide ? 3 * (static_cast<int>(i) % 2) : 0;
+    const int column = isWide ? columnsOfABar * (static_cast<int>(i) % 2) : 0;
     const bool isLast = i + 1 == bars_.size();
     grid->addWidget(caption, row, column);
-    grid->addWidget(scroll, row, column + 1, 1, isWide && isLast ? 4 : 1);
-    grid->addLayout(shown, row, isWide && isLast ? 5 : column + 2);
+    grid->addWidget(scroll, row, column + 1, 1, isWide && isLast ? columnsOfABar + 1 : 1);
+    grid->addLayout(shown, row, (isWide && isLast ? columnsOfABar : column) + 2);
     connect(scroll, &QScrollBar::valueChanged, this, [this, controls = bars_[i]](int position) {
       panel_.moveBar(controls.bar, position);
       showBar(controls);
@@ -233,7 +243,11 @@ QWidget* frmSettingsPage::makeTiming() {
   }
   grid->setVerticalSpacing(0);
   grid->setColumnStretch(1, 1);
-  if (!isSmallScreen()) grid->setColumnStretch(4, 1);
+  if (!isSmallScreen()) {
+    constexpr int betweenBars = 16;
+    grid->setColumnMinimumWidth(columnsOfABar - 1, betweenBars);
+    grid->setColumnStretch(columnsOfABar + 1, 1);
+  }
   return box;
 }
 

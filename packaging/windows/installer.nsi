@@ -196,6 +196,9 @@ Section Uninstall
   ${For} $1 2 9
     !insertmacro RemoveWorkingFiles "$APPDATA\TouchUtility\tmp$1"
   ${Next}
+  ${If} $updating == no
+    Delete "$APPDATA\TouchUtility\greeted"
+  ${EndIf}
   RMDir "$APPDATA\TouchUtility"
   RMDir "$DOCUMENTS\TouchUtility"
   ${If} $all == yes

@@ -80,6 +80,13 @@ class EveryWindow : public DrawingDesk {
     find<QAbstractButton>(window, name)->click();
     QApplication::processEvents();
   }
+  /// The page of the main window that the control is on.
+  static QWidget* pageOf(const char* control, const QWidget& window) {
+    auto& tabs = *find<QTabWidget>(window, "tabs");
+    for (int page = 0; page < tabs.count(); ++page)
+      if (tabs.widget(page)->isAncestorOf(find<QWidget>(window, control))) return tabs.widget(page);
+    return nullptr;
+  }
   void visitPages(const std::string& where, QWidget& window, const char* tabs) {
     auto& pages = *find<QTabWidget>(window, tabs);
     for (int page = 0; page < pages.count(); ++page) {
@@ -96,11 +103,22 @@ class EveryWindow : public DrawingDesk {
 
   void visitMain() {
     frmMain window(access(), prompt, port_, trace_, TestParts{switches, files, measuring},
-                   Startup{folder.path(), "/usr/lib/libnexapi.so", simulation, size_});
+                   Startup{.workFolder = folder.path(),
+                           .driverPath = "/usr/lib/libnexapi.so",
+                           .simulation = simulation,
+                           .fullScreenSize = size_,
+                           .ownFolder = folder.path() / "own"});
     window.open();
     settle(window, size_);
     QTest::keyClick(&window, Qt::Key_A, Qt::ControlModifier);
     visitPages("frmMain", window, "tabs");
+    if (!isSmallScreen()) {  // where problems and what mends them are seen without scrolling
+      const auto replies = std::exchange(script.replies, {});
+      find<QTabWidget>(window, "tabs")->setCurrentWidget(pageOf("findingsList", window));
+      press(window, "cmdDoctorRefresh");
+      visit_("frmMain, problems", window);
+      script.replies = replies;
+    }
     QTest::keyClick(&window, Qt::Key_B, Qt::ControlModifier);
     auto* const pins = find<QWidget>(window, "frmPinDefine");
     settle(*pins, size_.boundedTo({660, 640}));

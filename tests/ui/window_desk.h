@@ -137,9 +137,13 @@ class DrawingDesk : public WindowDesk {
 class MainWindowDesk : public WindowDesk {
  protected:
   void make() {
-    window = std::make_unique<frmMain>(
-        access(), prompt, port, trace, TestParts{switches, files, measuring},
-        Startup{folder.path(), "/lib/driver.so", {}, QSize(800, 480), monitor});
+    window = std::make_unique<frmMain>(access(), prompt, port, trace,
+                                       TestParts{switches, files, measuring},
+                                       Startup{.workFolder = folder.path(),
+                                               .driverPath = "/lib/driver.so",
+                                               .fullScreenSize = QSize(800, 480),
+                                               .monitor = monitor,
+                                               .ownFolder = ownFolder});
     shown = window.get();
     window->open();
   }
@@ -161,7 +165,8 @@ class MainWindowDesk : public WindowDesk {
   Trace trace;
   PseudoTerminal terminal;
   AsioSerialPort port{onlyCom1(terminal)};
-  std::optional<int> monitor;  ///< said at the start
+  std::optional<int> monitor;       ///< said at the start
+  std::filesystem::path ownFolder;  ///< of the program; empty: it remembers nothing
   std::unique_ptr<frmMain> window;
   Lines startUp;
 };

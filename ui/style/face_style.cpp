@@ -2,13 +2,14 @@
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
-#include <QGuiApplication>
+#include <QApplication>
 #include <QIcon>
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyleOption>
 #include <QTabBar>
+#include <QToolButton>
 #include <algorithm>
 #include <optional>
 
@@ -24,6 +25,7 @@ constexpr qreal cardRadius = 8;
 constexpr int switchWidth = 36;
 constexpr int narrowSwitchWidth = 32;
 constexpr int switchHeight = 22;
+constexpr int tabSignSide = 18;
 
 ButtonKind kindOf(const QWidget* widget) {
   return widget == nullptr ? ButtonKind::plain
@@ -74,6 +76,12 @@ class Brushwork {
 
 bool isOn(const QStyleOption& option, QStyle::StateFlag flag) {
   return option.state.testFlag(flag);
+}
+
+/// Of a spin box, a tab bar and the like: not to be hit by a finger as it is.
+bool isPartOfControl(const QWidget* widget) {
+  const auto* const button = qobject_cast<const QToolButton*>(widget);
+  return button == nullptr || button->autoRaise() || button->focusPolicy() == Qt::NoFocus;
 }
 
 /// The ring is for whoever uses the keyboard.
@@ -205,12 +213,12 @@ void drawBar(const QStyleOptionSlider& option, QPainter& painter, const BarParts
   if (showsFocus(option)) work.ring(option.rect, colours.accent, controlRadius);
 }
 
-struct Sign {
+struct StateSign {
   QColor colour;
   QChar letter;  ///< null: a tick
 };
 
-QPixmap drawSign(const Sign& sign, const QColor& on, int side) {
+QPixmap drawState(const StateSign& sign, const QColor& on, int side) {
   QPixmap pixmap(side, side);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
@@ -233,6 +241,23 @@ QPixmap drawSign(const Sign& sign, const QColor& on, int side) {
   return pixmap;
 }
 
+/// A sign above its word, which takes no more room than the word alone.
+void drawTabLabel(const QStyleOptionTab& tab, QPainter& painter, const QWidget* widget) {
+  const Colours& colours = coloursOf(tab.palette);
+  const bool isSelected = isOn(tab, QStyle::State_Selected);
+  const bool isEnabled = isOn(tab, QStyle::State_Enabled);
+  const int height = tab.iconSize.height() + tab.fontMetrics.height();
+  const QRect both(tab.rect.left(), tab.rect.center().y() - height / 2, tab.rect.width(), height);
+  tab.icon.paint(&painter, both.adjusted(0, 0, 0, -tab.fontMetrics.height()), Qt::AlignCenter,
+                 isEnabled ? QIcon::Normal : QIcon::Disabled, isSelected ? QIcon::On : QIcon::Off);
+  painter.setPen(isEnabled && isSelected ? colours.text : colours.quiet);
+  const bool showsKeys =
+      QApplication::style()->styleHint(QStyle::SH_UnderlineShortcut, &tab, widget) != 0;
+  const int place = Qt::AlignHCenter | Qt::AlignBottom;
+  painter.drawText(both, place | (showsKeys ? Qt::TextShowMnemonic : Qt::TextHideMnemonic),
+                   tab.text);
+}
+
 }  // namespace
 
 void setKind(QAbstractButton& button, ButtonKind kind) {
@@ -250,6 +275,8 @@ int FaceStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_CheckBoxLabelSpacing:
     case PM_RadioButtonLabelSpacing:
       return isSmallScreen() ? 4 : 8;
+    case PM_TabBarIconSize:
+      return tabSignSide;
     case PM_TabBarTabShiftVertical:
     case PM_TabBarTabOverlap:
       return 0;
@@ -258,30 +285,58 @@ int FaceStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
   }
 }
 
+QSize FaceStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const {
+  QSize needed = FingerStyle::sizeFromContents(type, option, size, widget);
+  const auto* const tab = qstyleoption_cast<const QStyleOptionTab*>(option);
+  constexpr int besideSign = 4;
+  if (type == CT_TabBarTab && tab != nullptr && !tab->icon.isNull()) {
+    needed.rwidth() -= tab->iconSize.width() + besideSign;
+    needed.setHeight(std::max(needed.height(),
+                              tab->iconSize.height() + tab->fontMetrics.height() + 2 * besideSign));
+  }
+  if (type == CT_ToolButton && !isPartOfControl(widget))
+    needed = {needed.width() + 3 * besideSign, std::max(needed.height(), fingerSize())};
+  return needed;
+}
+
+QRect FaceStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                SubControl part, const QWidget* widget) const {
+  QRect place = FingerStyle::subControlRect(control, option, part, widget);
+  const auto* const box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
+  if (control != CC_GroupBox || box == nullptr || box->text.isEmpty()) return place;
+  // The title is within the card.
+  const int inwards = isSmallScreen() ? 4 : 10;
+  const int downwards = isSmallScreen() ? 2 : 7;
+  if (part == SC_GroupBoxLabel) place.translate(inwards, downwards);
+  if (part == SC_GroupBoxContents) place.setTop(place.top() + downwards);
+  return place;
+}
+
 QIcon FaceStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
                               const QWidget* widget) const {
   const QPalette palette = widget == nullptr ? QGuiApplication::palette() : widget->palette();
   const Colours& colours = coloursOf(palette);
-  const auto sign = [&]() -> std::optional<Sign> {
+  const auto sign = [&]() -> std::optional<StateSign> {
     switch (icon) {
       case SP_DialogApplyButton:
-        return Sign{colours.good, {}};
+        return StateSign{colours.good, {}};
       case SP_MessageBoxInformation:
-        return Sign{colours.accent, 'i'};
+        return StateSign{colours.accent, 'i'};
       case SP_MessageBoxQuestion:
-        return Sign{colours.accent, '?'};
+        return StateSign{colours.accent, '?'};
       case SP_MessageBoxWarning:
-        return Sign{colours.remark, '!'};
+        return StateSign{colours.remark, '!'};
       case SP_MessageBoxCritical:
-        return Sign{colours.problem, '!'};
+        return StateSign{colours.problem, '!'};
       default:
         return std::nullopt;
     }
   }();
   if (!sign) return FingerStyle::standardIcon(icon, option, widget);
   QIcon drawn;
-  for (const int side : {16, 24, 32, 48, 64, 96})
-    drawn.addPixmap(drawSign(*sign, colours.card, side));
+  for (const int side : {16, 20, 24, 32, 40, 48, 64, 96})
+    drawn.addPixmap(drawState(*sign, colours.card, side));
   return drawn;
 }
 
@@ -298,6 +353,12 @@ void FaceStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   switch (element) {
     case PE_PanelButtonCommand:
       return drawButton(*option, *painter, widget);
+    case PE_PanelButtonTool:
+      if (isPartOfControl(widget)) break;
+      drawButton(*option, *painter, widget);
+      if (showsFocus(*option))
+        Brushwork(*painter).ring(option->rect, colours.accent, controlRadius);
+      return;
     case PE_IndicatorCheckBox:
       return drawSwitch(*option, *painter);
     case PE_IndicatorRadioButton:
@@ -312,6 +373,8 @@ void FaceStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         drawField(*option, *painter);
       return;
     case PE_FrameTabWidget:
+      painter->fillRect(QRect(option->rect.topLeft(), QSize(option->rect.width(), 1)),
+                        colours.line);
       return;
     case PE_FrameTabBarBase:
       painter->setPen(colours.line);
@@ -320,14 +383,15 @@ void FaceStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
       return;
     case PE_FrameFocusRect:
       // Its ring is around the whole button.
-      if (qobject_cast<const QPushButton*>(widget) != nullptr) return;
+      if (qobject_cast<const QPushButton*>(widget) != nullptr || !isPartOfControl(widget)) return;
       if (isOn(*option, State_KeyboardFocusChange) || widget == nullptr ||
           !widget->inherits("QAbstractButton"))
         FingerStyle::drawPrimitive(element, option, painter, widget);
       return;
     default:
-      FingerStyle::drawPrimitive(element, option, painter, widget);
+      break;
   }
+  FingerStyle::drawPrimitive(element, option, painter, widget);
 }
 
 void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -351,6 +415,10 @@ void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, 
       QStyleOptionButton coloured(*button);
       coloured.palette.setColor(QPalette::ButtonText,
                                 kind == ButtonKind::primary ? colours.onAccent : colours.problem);
+      if (kind == ButtonKind::primary && !button->icon.isNull()) {
+        coloured.icon = QIcon(button->icon.pixmap(
+            button->iconSize, painter->device()->devicePixelRatioF(), QIcon::Selected));
+      }
       return FingerStyle::drawControl(element, &coloured, painter, widget);
     }
     case CE_TabBarTabShape:
@@ -358,6 +426,7 @@ void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, 
     case CE_TabBarTabLabel: {
       const auto* const tab = qstyleoption_cast<const QStyleOptionTab*>(option);
       if (tab == nullptr) break;
+      if (!tab->icon.isNull()) return drawTabLabel(*tab, *painter, widget);
       QStyleOptionTab label(*tab);
       label.state &= ~State_HasFocus;  // its ring is around the whole tab
       if (!isOn(*option, State_Selected))

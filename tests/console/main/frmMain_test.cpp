@@ -46,6 +46,56 @@ TEST_F(MainWindow, ShowsWhatWasFoundAndFollowsTheChoice) {
     EXPECT_FALSE(find<QPushButton>(button)->isEnabled()) << button;
 }
 
+TEST_F(MainWindow, CardsSayWhatEachControllerHasAnswered) {
+  open();
+  const auto cards = [this] {
+    QStringList said;
+    for (int row = 0; row < controllers()->rowCount(); ++row)
+      said << controllers()->item(row, 1)->data(Qt::AccessibleDescriptionRole).toString();
+    return said;
+  };
+  EXPECT_EQ(cards(), (QStringList{"Serial, firmware M0130100, answers", "USB, not asked yet"}));
+  const QImage before = controllers()->viewport()->grab().toImage();
+  QTest::keyClick(controllers(), Qt::Key_Down);
+  EXPECT_EQ(cards(),
+            (QStringList{"Serial, firmware M0130100, answers", "USB, firmware M0130100, answers"}));
+  EXPECT_NE(controllers()->viewport()->grab().toImage(), before);
+  EXPECT_EQ(text("lblController"), "USB DEVICE 2");
+  script.replies.clear();
+  QTest::keyClick(window.get(), Qt::Key_F5);
+  EXPECT_EQ(cards(), (QStringList{"Serial, does not answer", "USB, does not answer"}));
+  EXPECT_EQ(controllers()->item(0, 1)->text(), "RS232 DEVICE 1");
+  for (const int width : {60, 200, 900}) {
+    controllers()->setFixedWidth(width);
+    QApplication::processEvents();
+    EXPECT_FALSE(controllers()->grab().isNull()) << width;
+  }
+}
+
+TEST_F(MainWindow, GreetsOnceAndGoesWhereTheUserWants) {
+  const std::pair<const char*, const char*> choices[] = {{"cmdGreetCalibrate", "Calibration"},
+                                                         {"cmdGreetProve", "Tests"},
+                                                         {"cmdGreetTalk", "Controller"},
+                                                         {"cmdGreetNotNow", "Controller"}};
+  for (const auto& [button, page] : choices) {
+    SCOPED_TRACE(button);
+    ownFolder = folder.path() / button;
+    open();
+    EXPECT_EQ(window->focusWidget(), controllers()) << "it is in nobody's way";
+    EXPECT_TRUE(find<QWidget>("frmGreeting")->isVisible());
+    find<QPushButton>(button)->click();
+    live(0ms);
+    auto* const tabs = find<QTabWidget>("tabs");
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), page);
+    EXPECT_EQ(find<QWidget>("passwordBox")->isVisible(), std::string(button) == "cmdGreetTalk");
+    EXPECT_EQ(window->findChild<QWidget*>("frmGreeting"), nullptr);
+    window.reset();
+    open();
+    EXPECT_EQ(window->findChild<QWidget*>("frmGreeting"), nullptr) << "never again";
+    window.reset();
+  }
+}
+
 TEST_F(MainWindow, ShowsWhatAControllerSaysAsItStands) {
   for (const std::string said : {"<b>x</b>", "%1%n{}", "&amp;\xFF", "\x1B[2J"}) {
     script.names = {"USB DEVICE " + said};

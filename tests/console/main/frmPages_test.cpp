@@ -1,5 +1,6 @@
 #include "support/text/hex.h"
 #include "tests/ui/window_desk.h"
+#include "ui/controls/finger_style.h"
 
 namespace touch::test {
 namespace {
@@ -70,6 +71,11 @@ TEST_F(Pages, SettingsAreShownWithoutSendingAnythingAndActAtOnceOrByConfirm) {
     QTest::keyClick(find<QWidget>(control), key);
     EXPECT_EQ(changes(), sent) << control;
   }
+  // All of an option can be pressed, its picture too.
+  QTest::mouseClick(find<QWidget>("Option2_1"), Qt::LeftButton, {}, {12, 12});
+  EXPECT_EQ(changes(), Lines{"SetRotation 1"});
+  QTest::mouseClick(find<QWidget>("Option2_3"), Qt::LeftButton, {}, {12, 12});
+  changes();
   // This driver keeps nothing; the controls show what was sent until the settings are read again.
   EXPECT_FALSE(isOn("Check1"));
   EXPECT_TRUE(isOn("Option2_3"));
@@ -267,8 +273,15 @@ TEST_F(Pages, ParametersAreEditedInTheTableAndWrittenWhereChanged) {
               "Error: Word 03, high byte: expected a number from 0 to 255, found \"256\"");
   }
   EXPECT_EQ(changes(), Lines{});
+  const auto look = [table](int row, int column) {
+    return table->viewport()->grab(table->visualItemRect(table->item(row, column))).toImage();
+  };
+  table->setCurrentCell(0, 0);
   byte->setText("255");
   EXPECT_EQ(table->item(3, 5)->text(), "changed");
+  for (const int column : {1, 2, 3, 4})
+    EXPECT_NE(look(3, column), look(2, column)) << "column " << column << " of a changed word";
+  EXPECT_NE(look(3, 1), look(3, 2)) << "the old value of the byte that differs";
 
   script.replies["GP03"] = {replyOf("01234"), replyOf("0FF34")};
   changes();
@@ -362,6 +375,44 @@ TEST_F(Pages, TheDoctorLooksWhenItIsSeenAsksOnRefreshAndSavesItsFile) {
   EXPECT_THAT(find<QListWidget>("findingsList")->item(0)->text().toStdString(),
               ContainsRegex("^Problem: The driver knows of no controller.\n(.*\n)?Next: "));
   EXPECT_EQ(session.controllerName, "RS232 DEVICE 1") << "the current controller stays";
+}
+
+TEST_F(Pages, TheDoctorPutsProblemsFirstOffersWhatMendsThemAndGroupsTheRest) {
+  open("Doctor");
+  live(0ms);
+  script.replies.clear();
+  press("cmdDoctorRefresh");
+  auto& findings = *find<QListWidget>("findingsList");
+  QStringList headings;
+  bool inOrder = false;
+  for (int row = 0; row < findings.count(); ++row) {
+    const QListWidgetItem& item = *findings.item(row);
+    EXPECT_TRUE(!inOrder || item.text().startsWith("In order: ")) << row;
+    inOrder = inOrder || item.text().startsWith("In order: ");
+    const QString heading = item.data(Qt::AccessibleDescriptionRole).toString();
+    if (!heading.isEmpty()) headings << heading;
+  }
+  EXPECT_TRUE(headings.contains("Driver"));
+  EXPECT_TRUE(headings.contains("Working folder"));
+  EXPECT_EQ(headings.removeDuplicates(), 0) << "a group has one heading";
+
+  const auto mends = [&] { return findings.findChildren<QToolButton*>("cmdMend"); };
+  ASSERT_EQ(mends().size(), 2);
+  EXPECT_EQ(mends().front()->text(), "Search COM ports") << "the serial one";
+  EXPECT_EQ(mends().back()->text(), "Ask again") << "the other one";
+  for (const QToolButton* const mend : mends()) {
+    EXPECT_GE(mend->height(), fingerSize());
+    EXPECT_GT(mend->visibleRegion().boundingRect().width(), fingerSize());
+  }
+  journal.clear();
+  mends().back()->click();
+  live(0ms);
+  EXPECT_GE(count("OpenController USB DEVICE 2"), 1);
+  ASSERT_EQ(mends().size(), 2) << "of the new findings";
+  journal.clear();
+  mends().front()->click();
+  live(0ms);
+  EXPECT_GE(count("message "), 1) << "what the search found";
 }
 
 TEST_F(Pages, TestsAreOpenedOneAtATimeAndEndedWithTheProgram) {
