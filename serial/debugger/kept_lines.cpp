@@ -1,6 +1,7 @@
 #include "serial/debugger/kept_lines.h"
 
 #include <cstring>
+#include <string_view>
 
 namespace touch {
 
@@ -48,17 +49,18 @@ KeptLines::Block& KeptLines::blockForOneMore() {
 
 void KeptLines::add(const ConsoleLine& line) {
   Block& block = blockForOneMore();
+  const std::string_view text = std::string_view(line.text).substr(0, mostText);
   const PackedHead head{line.time.count(), static_cast<std::uint32_t>(line.bytes.size()),
-                        static_cast<std::uint32_t>(line.text.size()), line.kind, line.sevenBits};
+                        static_cast<std::uint32_t>(text.size()), line.kind, line.sevenBits};
   const std::size_t place = block.packed.size();
   block.places.push_back(static_cast<std::uint32_t>(place));
-  block.packed.resize(place + sizeof head + line.bytes.size() + line.text.size());
+  block.packed.resize(place + sizeof head + line.bytes.size() + text.size());
   std::uint8_t* to = block.packed.data() + place;
   std::memcpy(to, &head, sizeof head);
   to += sizeof head;
   if (!line.bytes.empty()) std::memcpy(to, line.bytes.data(), line.bytes.size());
   to += line.bytes.size();
-  if (!line.text.empty()) std::memcpy(to, line.text.data(), line.text.size());
+  if (!text.empty()) std::memcpy(to, text.data(), text.size());
   ++end_;
   while (blocks_.size() > 1 && (size() >= most + linesInBlock || bytes() > mostBytes)) {
     fullBytes_ -= blocks_.front()->bytes();

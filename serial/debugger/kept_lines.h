@@ -10,12 +10,15 @@
 
 namespace touch {
 
-/// The last lines of a console, packed: a million of them, or as many as need 80 MB. A copy costs
-/// next to nothing, because both share what they hold.
+/// The last lines of a console, packed: a million of them, or as many as need 80 MB. A longer text
+/// than anybody reads in a line is cut. A copy costs next to nothing, because both share what they
+/// hold.
 class KeptLines {
  public:
   static constexpr std::size_t most = 1'000'000;
   static constexpr std::size_t mostBytes = std::size_t{80} << 20U;
+
+  static constexpr std::size_t mostText = 4096;
 
   void add(const ConsoleLine& line);
   void clear();

@@ -84,10 +84,11 @@ TEST_F(ConsoleLogTest, KeepsTheLastMillionLinesInLessThan200Megabytes) {
   EXPECT_EQ(paused.at(paused.begin()).bytes, packet);
 
   KeptLines few;
-  const std::string large(1 << 20, 'x');
-  for (int i = 0; i < 3000; ++i)
+  const std::string large(3 * KeptLines::mostText, 'x');
+  for (int i = 0; i < 30'000; ++i)
     few.add({ConsoleLineKind::note, {}, {}, large});
-  EXPECT_LT(few.size(), 3000u) << "however long its lines are";
+  EXPECT_LT(few.bytes(), KeptLines::mostBytes + (8u << 20U)) << "however long its lines are";
+  EXPECT_EQ(few.at(few.end() - 1).text.size(), KeptLines::mostText);
 }
 
 class ConsoleViewTest : public ConsoleLogTest {

@@ -78,7 +78,7 @@ class Unplugging : public Desk {
   void receive(bool rate) {
     debugger.receiveMode().measureRate(rate);
     debugger.receiveMode().receive();
-    clock.delay(700ms);
+    clock.delay(300ms);
     debugger.receiveMode().debug();
     debugger.receiveMode().measureRate(false);
   }
@@ -87,17 +87,17 @@ class Unplugging : public Desk {
     RawDrawing drawing(clock, debugger.beginDrawing(), {surface, {10000, 10000}, {}},
                        debugger.makeDecoder());
     drawing.start();
-    clock.delay(700ms);
+    clock.delay(300ms);
     drawing.stop();
     debugger.endDrawing();
   }
   void replay() {
     debugger.startReplay(folder.path() / "r.txt");
-    clock.delay(400ms);
+    clock.delay(200ms);
     debugger.stopReplay();
   }
 
-  static constexpr std::chrono::milliseconds beatInterval{10};
+  static constexpr std::chrono::milliseconds beatInterval{40};
   /// A recording looks this often what has come.
   static constexpr std::chrono::milliseconds readWithin{2};
 
@@ -137,7 +137,7 @@ TEST_F(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
     const char* name;
     std::function<void()> run;
   } actions[] = {
-      {"nothing", [this] { clock.delay(700ms); }},
+      {"nothing", [this] { clock.delay(300ms); }},
       {"receiving", [this] { receive(false); }},
       {"measuring", [this] { receive(true); }},
       {"sending", [this] { send("m01", "UT=Unit Type[w]"); }},
@@ -179,7 +179,7 @@ TEST_F(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
   int unplugged = 0;
   for (int round = 0; unplugged < 500; ++round) {
     const auto& [name, run] = actions[random() % std::size(actions)];
-    const std::chrono::milliseconds moment(random() % 800);
+    const std::chrono::milliseconds moment(random() % 400);
     SCOPED_TRACE(testing::Message() << "round " << round << ", " << name << ", unplugged after "
                                     << moment.count() << " ms");
     journal.clear();
@@ -187,7 +187,7 @@ TEST_F(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
     clock.after(moment, [this] { unplug(); });
     run();
     // Some moments are behind the action: then it happens while nothing is done.
-    clock.delay(800ms);
+    clock.delay(400ms);
     ASSERT_FALSE(terminal->isPluggedIn());
     ++unplugged;
     EXPECT_LT(clock.now() - begun, 10s) << "it goes on without end";
@@ -196,7 +196,7 @@ TEST_F(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
     EXPECT_LE(matching(journal, "^message COM1").size(), 1u) << "that it has gone is told once";
     const bool comesBack = debugger.isAwaitingPort();
     plugIn();
-    clock.delay(1500ms);
+    clock.delay(200ms);
     // Whoever has searched, or opened in vain, opens it himself.
     if (!comesBack) {
       EXPECT_EQ(whyNot(debugger.takePort()), "");
