@@ -10,6 +10,10 @@ std::vector<Bar> bars() {
   const std::string firstStroke = "the same after 1 stroke";
   const std::string sleep = "a bare sleep of 100 ms";
   const std::string core = "one core";
+  const std::string cutecom = "CuteCom, in hexadecimal";
+  const std::string cat = "`cat`";
+  const Quantity ofCutecom{"flood/CuteCom", "a megabyte"};
+  const Quantity ofCat{"flood/cat", "a megabyte"};
   constexpr double leastSeen = 0.01 / 60;  // a tick of the system's accounts in a minute
   return {
       {"`touchutility` to its first painted window, elapsed",
@@ -163,6 +167,34 @@ std::vector<Bar> bars() {
        {},
        0.02,
        Unit::share,
+       Measure::itself},
+      {"a megabyte at 4 Mbit/s in \"Receive\", processor time",
+       cutecom,
+       {"flood/receive", "a megabyte"},
+       ofCutecom,
+       0.5},
+      {"the same, recorded", cutecom, {"flood/recording", "a megabyte"}, ofCutecom, 0.5},
+      {"the same, in the raw drawing",
+       cutecom,
+       {"flood/raw drawing", "a megabyte"},
+       ofCutecom,
+       0.5},
+      {"in \"Receive\"", cat, {"flood/receive", "a megabyte"}, ofCat, noBar},
+      {"recorded", cat, {"flood/recording", "a megabyte"}, ofCat, noBar},
+      {"in the raw drawing", cat, {"flood/raw drawing", "a megabyte"}, ofCat, noBar},
+      {"the longest that the debugger stands still meanwhile",
+       core,
+       {"flood/receive", "longest"},
+       {},
+       0.1,
+       Unit::seconds,
+       Measure::itself},
+      {"the longest that the raw drawing stands still meanwhile",
+       core,
+       {"flood/raw drawing", "longest"},
+       {},
+       0.1,
+       Unit::seconds,
        Measure::itself},
   };
 }

@@ -14,6 +14,9 @@ enum class Unit : std::uint8_t { seconds, bytes, share };
 /// the quantity itself.
 enum class Measure : std::uint8_t { ratio, difference, itself };
 
+/// For what is only shown.
+inline constexpr double noBar = 1e9;
+
 /// What is expected of a quantity: a measure of at most `most`.
 struct Bar {
   std::string what;

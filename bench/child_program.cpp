@@ -68,6 +68,13 @@ void ChildProgram::awaitOutput() const {
   if (read(output_, &byte, 1) != 1) throw std::runtime_error("a program ended without a word");
 }
 
+std::string ChildProgram::readLine() const {
+  std::string line;
+  for (char byte = 0; read(output_, &byte, 1) == 1 && byte != '\n';)
+    line += byte;
+  return line;
+}
+
 ChildProgram::Seconds ChildProgram::processorTime() const {
   clockid_t clock{};
   check(clock_getcpuclockid(process_, &clock), "clock_getcpuclockid");

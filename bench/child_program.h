@@ -24,6 +24,8 @@ class ChildProgram {
 
   /// Waits for the first byte on its standard output.
   void awaitOutput() const;
+  /// The next line of its standard output, without its end.
+  std::string readLine() const;
   /// Of all its threads so far.
   Seconds processorTime() const;
   std::size_t residentBytes() const;

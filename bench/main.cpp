@@ -26,6 +26,7 @@ int main(int argc, char** argv) try {
   registerMeasure();
   registerExchange();
   registerRawDrawing();
+  registerFlood();
   registerRest();
   Figures figures;
   benchmark::RunSpecifiedBenchmarks(&figures);

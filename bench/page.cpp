@@ -57,6 +57,7 @@ double measured(const Bar& bar, double ours, double baseline) {
 }
 
 std::string limit(const Bar& bar) {
+  if (bar.most == noBar) return "-";
   switch (bar.measure) {
     case Measure::ratio:
       return fmt::format("{:.2f} ×", bar.most);
@@ -76,7 +77,9 @@ std::string row(const Bar& bar, const Figure& ours, const std::optional<Figure>&
                      text(ours.median, bar.unit), bar.baselineIs,
                      baseline ? text(other.median, bar.unit) : "100 %", ours.median / other.median,
                      ours.low / other.high, ours.high / other.low, limit(bar),
-                     met ? "yes" : "**no**");
+                     bar.most == noBar ? "-"
+                     : met             ? "yes"
+                                       : "**no**");
 }
 
 }  // namespace
@@ -87,9 +90,12 @@ std::string figuresChapter(std::span<const Bar> bars, const Figures& figures) {
       "| what | takes | compared with | takes | ratio | middle half | at most | met |\n"
       "|---|--:|---|--:|--:|--:|--:|---|\n",
       fmt::localtime(std::time(nullptr)), machine());
-  for (const Bar& bar : bars)
-    if (const auto ours = figures.of(bar.ours))
-      chapter += row(bar, *ours, figures.of(bar.baseline));
+  for (const Bar& bar : bars) {
+    const auto ours = figures.of(bar.ours);
+    const auto baseline = figures.of(bar.baseline);
+    // What it is compared with may not be on this machine.
+    if (ours && (baseline || bar.baseline.benchmark.empty())) chapter += row(bar, *ours, baseline);
+  }
   return chapter;
 }
 

@@ -3,10 +3,10 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QRegularExpression>
-#include <cmath>
 
 #include "bench/paced_line.h"
 #include "bench/processor_time.h"
+#include "bench/rounds.h"
 #include "bench/silent_prompt.h"
 #include "bench/subjects.h"
 #include "core/messages/messages.h"
@@ -22,21 +22,6 @@ using namespace std::chrono_literals;
 
 constexpr auto watchedDrawing = 20s;
 constexpr QSize drawnScreen(1920, 1080);
-
-/// A finger that goes round on the panel, lifted once in a round.
-std::vector<std::uint8_t> rounds() {
-  constexpr int reportsInRound = 200;
-  std::vector<std::uint8_t> bytes;
-  for (int i = 0; i < reportsInRound; ++i) {
-    const double angle = 2 * M_PI * i / reportsInRound;
-    const auto x = static_cast<unsigned>(8192 + 6000 * std::cos(angle));
-    const auto y = static_cast<unsigned>(8192 + 6000 * std::sin(angle));
-    const unsigned status = i == reportsInRound - 1 ? 0x98 : 0xD8;
-    for (const unsigned byte : {status, x & 0x7FU, x >> 7U, y & 0x7FU, y >> 7U})
-      bytes.push_back(static_cast<std::uint8_t>(byte));
-  }
-  return bytes;
-}
 
 std::size_t drawnReports(const QWidget& window) {
   const QString text = window.findChild<QLabel*>("lblStray")->text();

@@ -22,5 +22,7 @@ void registerExchange();
 void registerRest();
 /// From bytes on the port to painted dots.
 void registerRawDrawing();
+/// What a megabyte of a flood costs.
+void registerFlood();
 
 }  // namespace touch::bench

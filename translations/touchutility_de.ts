@@ -3163,10 +3163,6 @@
 <context>
     <name>receiving</name>
     <message>
-        <source>The oldest half was dropped.</source>
-        <translation>Die ältere Hälfte wurde entfernt.</translation>
-    </message>
-    <message>
         <source>Intervals : shortest %1, median %2, longest %3 ms</source>
         <translation>Abstände: kürzester %1, Median %2, längster %3 ms</translation>
     </message>
@@ -3193,6 +3189,10 @@
     <message>
         <source>While touched : %1 reports per second</source>
         <translation>Während der Berührung : %1 Meldungen je Sekunde</translation>
+    </message>
+    <message>
+        <source>The last million lines are kept, and &quot;Save&quot; writes them.</source>
+        <translation>Die letzte Million Zeilen bleibt erhalten; „Speichern …“ schreibt sie.</translation>
     </message>
 </context>
 <context>
@@ -5232,10 +5232,28 @@ F1 hilft, Esc beendet.</translation>
         <translation>Berühren Sie das Panel, oder öffnen Sie eine Aufzeichnung.</translation>
     </message>
     <message>
+        <source>How much of the recording is read</source>
+        <translation>Wie viel von der Aufzeichnung gelesen ist</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Reading was ended. Reports in %1 so far: %2</source>
+        <translation>Das Lesen wurde beendet. Meldungen in %1 bis dahin: %2</translation>
+    </message>
+    <message>
+        <source>The last %1 are shown.</source>
+        <translation>Gezeigt sind die letzten %1.</translation>
+    </message>
+    <message>
         <source>Reports: %1. Strokes: %2. Reports a second while touched: %3.
-Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).</source>
+Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).
+Read together with later ones, their times reckoned from the line&apos;s speed: %8.</source>
         <translation>Meldungen: %1. Striche: %2. Meldungen je Sekunde während der Berührung: %3.
-Streuung, bei ruhendem Finger das Rauschen: X %4, Y %5 (von Ende zu Ende %6 und %7).</translation>
+Streuung, bei ruhendem Finger das Rauschen: X %4, Y %5 (von Ende zu Ende %6 und %7).
+Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechnet: %8.</translation>
     </message>
 </context>
 <context>

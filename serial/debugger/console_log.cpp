@@ -26,12 +26,6 @@ bool holds(std::string_view text, std::string_view part) {
          part.empty();
 }
 
-bool passes(const ConsoleLine& line, const ConsoleFilter& filter) {
-  const std::array wanted = {filter.sent, filter.received, filter.reports, filter.notes};
-  if (!wanted[static_cast<std::size_t>(line.kind)]) return false;
-  return filter.containing.empty() || holds(shown(line), filter.containing);
-}
-
 std::size_t charactersIn(const ConsoleLine& line) {
   return shown(line).size() + 1;
 }
@@ -74,6 +68,12 @@ std::string shownAt(const std::string& time, const ConsoleLine& line) {
 
 }  // namespace
 
+bool passes(const KeptLines& lines, std::uint64_t number, const ConsoleFilter& filter) {
+  const std::array wanted = {filter.sent, filter.received, filter.reports, filter.notes};
+  if (!wanted[static_cast<std::size_t>(lines.kindOf(number))]) return false;
+  return filter.containing.empty() || holds(shown(lines.at(number)), filter.containing);
+}
+
 std::string hexText(std::span<const std::uint8_t> bytes) {
   std::string text;
   for (const std::uint8_t byte : bytes) {
@@ -111,14 +111,7 @@ std::string ConsoleWriter::next(const ConsoleLine& line) {
   return shown(line);
 }
 
-std::string shown(std::span<const ConsoleLine> lines, ConsoleWriter writer) {
-  std::string text;
-  for (const ConsoleLine& line : lines)
-    text.append(writer.next(line)).append(1, '\n');
-  return text;
-}
-
-std::optional<std::size_t> findLine(std::span<const ConsoleLine> lines, std::string_view text,
+std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::string_view text,
                                     std::size_t from) {
   for (std::size_t step = 0; step < lines.size(); ++step) {
     const std::size_t index = (from + step) % lines.size();
@@ -147,31 +140,31 @@ void ConsoleLog::clear() {
   lines_.clear();
   characters_ = 0;
   if (frozen_) frozen_->clear();
-}
-
-void ConsoleLog::dropOldestHalf() {
-  std::size_t kept = characters_ / 2;
-  while (kept > limit)
-    kept /= 2;
-  while (characters_ > kept && !lines_.empty()) {
-    characters_ -= charactersIn(lines_.front());
-    lines_.pop_front();
-  }
+  ++version_;
 }
 
 void ConsoleLog::pause(bool on) {
-  if (!on) {
-    frozen_.reset();
-  } else if (!frozen_) {
+  if (on == isPaused()) return;
+  if (on) {
     frozen_ = lines_;
+  } else {
+    frozen_.reset();
   }
+  ++version_;
 }
 
-std::vector<ConsoleLine> ConsoleLog::lines(const ConsoleFilter& filter) const {
-  std::vector<ConsoleLine> chosen;
-  std::ranges::copy_if(frozen_ ? *frozen_ : lines_, std::back_inserter(chosen),
-                       [&](const ConsoleLine& line) { return passes(line, filter); });
+std::deque<ConsoleLine> ConsoleLog::lines(const ConsoleFilter& filter) const {
+  std::deque<ConsoleLine> chosen;
+  for (auto number = kept().begin(); number < kept().end(); ++number)
+    if (passes(kept(), number, filter)) chosen.push_back(kept().at(number));
   return chosen;
+}
+
+std::string ConsoleLog::text(const ConsoleFilter& filter, ConsoleWriter writer) const {
+  std::string text;
+  for (auto number = kept().begin(); number < kept().end(); ++number)
+    if (passes(kept(), number, filter)) text.append(writer.next(kept().at(number))) += '\n';
+  return text;
 }
 
 void ConsoleLog::addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes) {
@@ -186,9 +179,10 @@ void ConsoleLog::addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> by
   }
 }
 
-void ConsoleLog::add(ConsoleLine line) {
-  characters_ += charactersIn(line);
-  lines_.push_back(std::move(line));
+void ConsoleLog::add(const ConsoleLine& line) {
+  // To write each line of a flood out would cost more than all else about it.
+  if (!isTooLong()) characters_ += charactersIn(line);
+  lines_.add(line);
 }
 
 std::chrono::microseconds ConsoleLog::elapsed() const {

@@ -10,22 +10,11 @@
 #include <string_view>
 #include <vector>
 
+#include "serial/debugger/console_line.h"
+#include "serial/debugger/kept_lines.h"
 #include "support/clock.h"
 
 namespace touch {
-
-enum class ConsoleLineKind : std::uint8_t { sent, received, report, note };
-
-/// A line of the debugger's console: up to 16 bytes that passed the port, a touch report, or a text
-/// of the debugger's own.
-struct ConsoleLine {
-  ConsoleLineKind kind = ConsoleLineKind::note;
-  std::chrono::microseconds time{};  ///< since the console was opened
-  std::vector<std::uint8_t> bytes;   ///< empty for a note
-  std::string text;                  ///< of a note or a report
-  bool sevenBits = false;            ///< the line cut the eighth bit off each byte
-  friend bool operator==(const ConsoleLine&, const ConsoleLine&) = default;
-};
 
 /// Each byte as two digits, with blanks between.
 std::string hexText(std::span<const std::uint8_t> bytes);
@@ -61,13 +50,16 @@ struct ConsoleFilter {
   bool reports = true;
   bool notes = true;
   std::string containing{};  ///< in the line as it is shown, capitals or not; empty: any
+  friend bool operator==(const ConsoleFilter&, const ConsoleFilter&) = default;
 };
+/// Whether a line is to be shown.
+bool passes(const KeptLines& lines, std::uint64_t number, const ConsoleFilter& filter);
 
-/// What the debugger's console holds. Recording goes on while viewing is paused. Whoever fills it
-/// without end drops the oldest half when it is too long.
+/// What the debugger's console holds: the last million lines. Recording goes on while viewing is
+/// paused.
 class ConsoleLog {
  public:
-  /// What the console can hold, in characters as shown, with a line end each.
+  /// What can be read of a console in one go, in characters as shown, with a line end each.
   static constexpr std::size_t limit = 4000;
 
   /// Times are counted from now on.
@@ -84,35 +76,39 @@ class ConsoleLog {
   void note(std::string_view text);
   void clear();
 
-  std::size_t characters() const { return characters_; }
+  /// More has come than can be read in one go, since that was said last.
   bool isTooLong() const { return characters_ > limit; }
-  /// Again and again, when half of a flood is still too long.
-  void dropOldestHalf();
+  void tooLongWasSaid() { characters_ = 0; }
 
-  /// While paused, `lines` gives what was there when the pause began.
+  /// While paused, what was there when the pause began.
   void pause(bool on);
   bool isPaused() const { return frozen_.has_value(); }
-  std::vector<ConsoleLine> lines(const ConsoleFilter& filter = {}) const;
+  const KeptLines& kept() const { return frozen_ ? *frozen_ : lines_; }
+  /// Changes when other lines are there than before, and not only more.
+  std::uint64_t version() const { return version_; }
+  /// Of those that are kept.
+  std::deque<ConsoleLine> lines(const ConsoleFilter& filter = {}) const;
+  /// The same as they are saved, each with LF.
+  std::string text(const ConsoleFilter& filter = {}, ConsoleWriter writer = {{}, {}}) const;
 
  private:
   void addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes);
-  void add(ConsoleLine line);
+  void add(const ConsoleLine& line);
   std::chrono::microseconds elapsed() const;
 
   const Clock& clock_;
   Clock::TimePoint start_;
   ConsoleWriter::WallTime started_;
-  std::deque<ConsoleLine> lines_;
-  std::size_t characters_ = 0;
+  KeptLines lines_;
+  std::uint64_t version_ = 0;
+  std::size_t characters_ = 0;  ///< up to the first that are too many
   bool sevenBits_ = false;
-  std::optional<std::deque<ConsoleLine>> frozen_;
+  std::optional<KeptLines> frozen_;
 };
 
-/// The lines as they are copied and saved, each with LF.
-std::string shown(std::span<const ConsoleLine> lines, ConsoleWriter writer = {{}, {}});
 /// The first line from `from` on that has `text` in it as shown, capitals or not; the search goes
 /// on at the top.
-std::optional<std::size_t> findLine(std::span<const ConsoleLine> lines, std::string_view text,
+std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::string_view text,
                                     std::size_t from);
 
 }  // namespace touch

@@ -64,6 +64,7 @@ class Debugger {
   Gate& gate() { return port_.gate(); }
 
   LineView lineView();
+  LineSettings line() const { return port_.line(); }
   void setLine(const LineSettings& line);
   void switchLine(LineSwitch which, bool on);
   void sendBreak();

@@ -81,7 +81,8 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
                                  screen()->availableSize().width() >= sideBySideWidth ? 2 : 4)),
       line_(new frmLinePanel),
       ports_(new frmPortsPanel),
-      plot_(new frmPlotPanel([this] { return debugger_.makeSeries(); }, surroundings.workFolder)),
+      plot_(new frmPlotPanel(
+          access.clock, [this] { return debugger_.makeSeries(); }, surroundings.workFolder)),
       console_(new frmConsolePanel(debugger_.log(), surroundings.workFolder)),
       portState_(new QLabel),
       rate_(new QCheckBox(tr("Repor&t Rate"))),
@@ -445,7 +446,7 @@ void frmRSDebug::renew() {
 void frmRSDebug::awaitNews() {
   stopAwaiting();
   if (debugger_.gate().isShut()) return;
-  if (debugger_.isActive() ||
+  if (debugger_.isActive() || console_->isLooking() ||
       ((line_->isVisible() || plot_->isVisible()) && debugger_.portIsOpen()))
     return timer_->start(renewal);
   if (ports_->isVisible() || (!debugger_.portIsOpen() && debugger_.isAwaitingPort()))
@@ -473,7 +474,8 @@ void frmRSDebug::listenForPlot() {
   if (wanted == debugger_.isListenedTo()) return;
   if (!wanted) return debugger_.listen(nullptr);
   debugger_.listen([this](Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
-    plot_->take(std::chrono::duration_cast<std::chrono::microseconds>(now - opened_), bytes);
+    plot_->take(std::chrono::duration_cast<std::chrono::microseconds>(now - opened_), bytes,
+                debugger_.line());
   });
 }
 

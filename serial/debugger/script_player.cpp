@@ -46,7 +46,6 @@ std::string ScriptPlayer::carryOut() {
   port_.setUsualLine();
   port_.noteDamage();
   port_.tellLoss();
-  trim();
   if (!done) return toUtf8(script_->name) + ", " + done.error().describe();
   line_ = 0;
   return filled(
@@ -61,22 +60,10 @@ ScriptWatcher ScriptPlayer::watcher() {
                 if (std::holds_alternative<LineStep>(step.action)) log_.note(step.text);
               },
           .onNote = [this](const std::string& note) { log_.note(toUtf8(note)); },
-          .onSent =
-              [this](std::span<const std::uint8_t> bytes) {
-                log_.sent(bytes);
-                trim();
-              },
-          .onReceived =
-              [this](std::span<const std::uint8_t> bytes) {
-                log_.received(bytes);
-                trim();
-              },
+          .onSent = [this](std::span<const std::uint8_t> bytes) { log_.sent(bytes); },
+          .onReceived = [this](std::span<const std::uint8_t> bytes) { log_.received(bytes); },
           .isStopped = [this] { return stopped_ || port_.gate().isCutShort(); },
           .isPaused = [this] { return paused_; }};
-}
-
-void ScriptPlayer::trim() {
-  if (log_.isTooLong()) log_.dropOldestHalf();
 }
 
 }  // namespace touch

@@ -16,7 +16,7 @@ class ConsoleLog;
 class Prompt;
 
 /// A script in the debugger. What passes the port, its notes and how it ends stand in the console's
-/// log, of which it drops the oldest half when that is too long.
+/// log.
 class ScriptPlayer {
  public:
   /// All of them outlive it.
@@ -46,7 +46,6 @@ class ScriptPlayer {
   std::string readAndRun();
   std::string carryOut();
   ScriptWatcher watcher();
-  void trim();
 
   Access access_;
   Prompt& prompt_;

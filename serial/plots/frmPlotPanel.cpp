@@ -1,9 +1,11 @@
 #include "serial/plots/frmPlotPanel.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -24,6 +26,13 @@ constexpr double closer = 0.5;
 constexpr double farther = 2;
 constexpr double aStep = 0.5;
 
+using namespace std::chrono_literals;
+
+// A hundredth of a second on a usual machine.
+constexpr std::size_t transfersInAPiece = 30'000;
+constexpr auto betweenPieces = 1ms;
+constexpr int wholeProgress = 1000;
+
 }  // namespace
 
 /// Three curves, one below the other.
@@ -39,7 +48,7 @@ class PlotPicture final : public QWidget {
     range_ = range;
     presentAsGraphic(*this, frmPlotPanel::tr("Curves of X, Y and the interval"),
                      frmPlotPanel::tr("%1 reports in %2 s")
-                         .arg(series.figures(range).reports)
+                         .arg(series.count(range))
                          .arg(std::chrono::duration<double>(range.length()).count()));
     update();
   }
@@ -99,13 +108,16 @@ class PlotPicture final : public QWidget {
   double pressed_ = 0;
 };
 
-frmPlotPanel::frmPlotPanel(MakeSeries makeSeries, std::filesystem::path workFolder, QWidget* parent)
+frmPlotPanel::frmPlotPanel(Clock& clock, MakeSeries makeSeries, std::filesystem::path workFolder,
+                           QWidget* parent)
     : QWidget(parent),
       makeSeries_(std::move(makeSeries)),
       workFolder_(std::move(workFolder)),
       series_(makeSeries_()),
+      reader_(clock.makeTimer([this] { readOn(); })),
       picture_(new PlotPicture),
-      figures_(new QLabel) {
+      figures_(new QLabel),
+      progress_(new QProgressBar) {
   figures_->setObjectName("lblFigures");
   figures_->setWordWrap(true);
   picture_->onZoom = [this](double factor) { look(shownRange().zoomed(factor, series_->range())); };
@@ -128,10 +140,12 @@ frmPlotPanel::frmPlotPanel(MakeSeries makeSeries, std::filesystem::path workFold
     bar->addWidget(button, place / columns, place % columns);
     ++place;
   }
+  readingBar_ = makeReadingBar();
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(bar->spacing());
   column->addLayout(bar);
+  column->addWidget(readingBar_);
   column->addWidget(picture_, 1);
   column->addWidget(figures_);
   look(std::nullopt);
@@ -148,16 +162,36 @@ QPushButton* frmPlotPanel::makeButton(const char* name, const QString& caption,
   return button;
 }
 
-void frmPlotPanel::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
-  if (live_) series_->take(time, bytes);
+QWidget* frmPlotPanel::makeReadingBar() {
+  progress_->setObjectName("plotProgress");
+  progress_->setAccessibleName(tr("How much of the recording is read"));
+  progress_->setRange(0, wholeProgress);
+  auto* const bar = new QWidget;
+  auto* const row = new QHBoxLayout(bar);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(progress_, 1);
+  row->addWidget(makeButton("cmdPlotCancel", tr("Cancel"), [this] {
+    endReading(counted(tr("Reading was ended. Reports in %1 so far: %2")));
+  }));
+  bar->hide();
+  return bar;
+}
+
+void frmPlotPanel::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes,
+                        const LineSettings& line) {
+  if (live_) series_->take(time, bytes, line);
 }
 
 void frmPlotPanel::renew() {
-  if (series_->reports().size() != drawn_ || live_) look(range_);
+  // To draw what is only half read would take longer than to read it.
+  if (!recording_ && series_->taken() != drawn_) look(range_);
 }
 
 void frmPlotPanel::begin(bool live) {
   live_ = live;
+  reader_->stop();
+  recording_.reset();
+  readingBar_->hide();
   series_ = makeSeries_();
   look(std::nullopt);
 }
@@ -172,12 +206,40 @@ void frmPlotPanel::openRecording() {
     return;
   }
   begin(false);
-  const auto taken = series_->takeAll(**recording);
+  recording_ = std::move(*recording);
+  name_ = shownText(file->filename().string());
+  readOn();
+}
+
+void frmPlotPanel::readOn() {
+  const auto more = series_->takeSome(*recording_, transfersInAPiece);
+  if (!more) return endReading(shownText(more.error().describe()));
+  if (!*more) {
+    QString outcome = counted(tr("Reports in %1: %2"));
+    if (series_->taken() > ReportSeries::most)
+      outcome += ' ' + tr("The last %1 are shown.").arg(ReportSeries::most);
+    return endReading(outcome);
+  }
+  showProgress();
+  reader_->start(betweenPieces);
+}
+
+void frmPlotPanel::showProgress() {
+  const auto length = std::max<std::int64_t>(1, recording_->length().count());
+  progress_->setValue(static_cast<int>(series_->readUpTo().count() * wholeProgress / length));
+  readingBar_->show();
+}
+
+void frmPlotPanel::endReading(const QString& outcome) {
+  reader_->stop();
+  recording_.reset();
+  readingBar_->hide();
   look(std::nullopt);
-  emit statusChanged(taken ? tr("Reports in %1: %2")
-                                 .arg(shownText(file->filename().string()))
-                                 .arg(series_->reports().size())
-                           : shownText(taken.error().describe()));
+  emit statusChanged(outcome);
+}
+
+QString frmPlotPanel::counted(const QString& text) const {
+  return text.arg(name_, QString::number(series_->taken()));
 }
 
 void frmPlotPanel::save() {
@@ -195,7 +257,7 @@ TimeRange frmPlotPanel::shownRange() const {
 
 void frmPlotPanel::look(const std::optional<TimeRange>& range) {
   range_ = range;
-  drawn_ = series_->reports().size();
+  drawn_ = series_->taken();
   picture_->show(*series_, shownRange());
   if (drawn_ == 0) {
     figures_->setText(tr("Touch the panel, or open a recording."));
@@ -204,14 +266,16 @@ void frmPlotPanel::look(const std::optional<TimeRange>& range) {
   const SeriesFigures figures = series_->figures(shownRange());
   figures_->setText(
       tr("Reports: %1. Strokes: %2. Reports a second while touched: %3.\n"
-         "Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).")
+         "Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).\n"
+         "Read together with later ones, their times reckoned from the line's speed: %8.")
           .arg(figures.reports)
           .arg(figures.strokes)
           .arg(figures.rate ? locale().toString(*figures.rate, 'f', 1) : QString("-"))
           .arg(locale().toString(figures.deviationX, 'f', 1),
                locale().toString(figures.deviationY, 'f', 1))
           .arg(figures.spanX)
-          .arg(figures.spanY));
+          .arg(figures.spanY)
+          .arg(figures.reckoned));
 }
 
 }  // namespace touch

@@ -71,26 +71,52 @@ TimeRange TimeRange::moved(double part, const TimeRange& all) const {
 ReportSeries::ReportSeries(ReportFamily family, std::span<const ReportFormat> added)
     : splitter_(family, added) {}
 
-void ReportSeries::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
-  splitter_.feed(bytes, [this, time](const TouchReport* report, std::span<const std::uint8_t>) {
-    if (report != nullptr) add(*report, time);
+void ReportSeries::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes,
+                        const LineSettings& line) {
+  const auto perByte = byteTime(line);
+  fed_ += bytes.size();
+  splitter_.feed(bytes, [&](const TouchReport* report, std::span<const std::uint8_t> part) {
+    told_ += part.size();
+    if (report == nullptr) return;
+    // Bytes that were read together came one after the other, but none before the last reading.
+    const std::uint64_t later = fed_ - told_;
+    const auto before = std::chrono::duration_cast<std::chrono::microseconds>(
+        perByte * static_cast<std::int64_t>(later));
+    add(*report, std::max(time - before, std::min(read_, time)), later > 0);
   });
+  read_ = time;
 }
 
 Status ReportSeries::takeAll(TransferSource& recording) {
-  while (const auto transfer = recording.next())
-    if (transfer->direction == Direction::fromController) take(transfer->time, transfer->bytes);
-  if (const auto failed = recording.error()) return tl::unexpected(*failed);
-  return {};
+  constexpr std::size_t many = 100'000;
+  while (true) {
+    const auto more = takeSome(recording, many);
+    if (!more) return tl::unexpected(more.error());
+    if (!*more) return {};
+  }
 }
 
-void ReportSeries::add(const TouchReport& report, std::chrono::microseconds time) {
-  TimedReport timed{time, report.x, report.y, report.touching, std::nullopt};
+Result<bool> ReportSeries::takeSome(TransferSource& recording, std::size_t transfers) {
+  for (; transfers > 0; --transfers) {
+    const auto transfer = recording.next();
+    if (!transfer) {
+      if (const auto failed = recording.error()) return tl::unexpected(*failed);
+      return false;
+    }
+    if (transfer->direction == Direction::fromController)
+      take(transfer->time, transfer->bytes, recording.line().value_or(LineSettings()));
+  }
+  return true;
+}
+
+void ReportSeries::add(const TouchReport& report, std::chrono::microseconds time, bool reckoned) {
+  TimedReport timed{time, report.x, report.y, report.touching, reckoned, std::nullopt};
   if (!reports_.empty()) {
     const TimedReport& last = reports_.back();
     if (last.touching && time - last.time < strokeEnd) timed.interval = time - last.time;
   }
   reports_.push_back(timed);
+  ++taken_;
   if (reports_.size() > most) reports_.pop_front();
   greatest_ = std::max<int>(greatest_, report.greatest);
 }
@@ -104,6 +130,11 @@ std::pair<ReportSeries::Place, ReportSeries::Place> ReportSeries::within(
     const TimeRange& range) const {
   const auto begin = std::ranges::lower_bound(reports_, range.from, {}, &TimedReport::time);
   return {begin, std::ranges::upper_bound(begin, reports_.end(), range.to, {}, &TimedReport::time)};
+}
+
+std::size_t ReportSeries::count(const TimeRange& range) const {
+  const auto [begin, end] = within(range);
+  return static_cast<std::size_t>(end - begin);
 }
 
 SeriesFigures ReportSeries::figures(const TimeRange& range) const {
@@ -123,6 +154,7 @@ SeriesFigures ReportSeries::figures(const TimeRange& range) const {
   const auto [begin, end] = within(range);
   for (auto report = begin; report != end; ++report) {
     ++figures.reports;
+    if (report->reckoned) ++figures.reckoned;
     if (report->interval && report != begin) {
       intervals.push_back(*report->interval);
     } else {
@@ -164,13 +196,14 @@ std::vector<PlotColumn> ReportSeries::columns(const TimeRange& range, std::size_
 }
 
 std::string ReportSeries::csv(const TimeRange& range) const {
-  std::string text = "time_s,touching,x,y,interval_ms\n";
+  std::string text = "time_s,touching,x,y,interval_ms,reckoned\n";
   const auto [begin, end] = within(range);
   for (auto report = begin; report != end; ++report) {
     const std::string interval =
         report->interval ? fmt::format("{:.3f}", milliseconds(*report->interval)) : std::string();
-    text += fmt::format("{:.6f},{},{},{},{}\n", std::chrono::duration<double>(report->time).count(),
-                        report->touching ? 1 : 0, report->x, report->y, interval);
+    text += fmt::format(
+        "{:.6f},{},{},{},{},{}\n", std::chrono::duration<double>(report->time).count(),
+        report->touching ? 1 : 0, report->x, report->y, interval, report->reckoned ? 1 : 0);
   }
   return text;
 }

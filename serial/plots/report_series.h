@@ -21,6 +21,8 @@ struct TimedReport {
   std::uint16_t x = 0;
   std::uint16_t y = 0;
   bool touching = false;
+  /// More was read together with it: its time follows from that and from the speed of the line.
+  bool reckoned = false;
   /// From the report before, where that is of the same stroke.
   std::optional<std::chrono::microseconds> interval;
 };
@@ -43,6 +45,7 @@ struct TimeRange {
 struct SeriesFigures {
   std::size_t reports = 0;
   std::size_t strokes = 0;
+  std::size_t reckoned = 0;  ///< reports whose times are
   /// 1000 divided by the median interval in ms, the mean of the strokes; nothing without intervals.
   std::optional<double> rate;
   /// How far reports of the touched panel scatter: of a finger that rests that is noise.
@@ -67,14 +70,22 @@ class ReportSeries {
 
   explicit ReportSeries(ReportFamily family, std::span<const ReportFormat> added = {});
 
-  /// What came from a controller; in the order of time.
-  void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes);
+  /// What came from a controller and was read at `time`, over a line that was set so; in the order
+  /// of time.
+  void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes,
+            const LineSettings& line = {});
   /// All of a recording. The error is where it could not be read on.
   Status takeAll(TransferSource& recording);
+  /// So many transfers more of a recording. Whether there may be more of them.
+  Result<bool> takeSome(TransferSource& recording, std::size_t transfers);
+  /// Reports, also those that were dropped.
+  std::uint64_t taken() const { return taken_; }
+  std::chrono::microseconds readUpTo() const { return read_; }
 
   const std::deque<TimedReport>& reports() const { return reports_; }
   /// From the first to the last.
   TimeRange range() const;
+  std::size_t count(const TimeRange& range) const;
   SeriesFigures figures(const TimeRange& range) const;
   std::vector<PlotColumn> columns(const TimeRange& range, std::size_t count) const;
   /// The greatest coordinate that a report can have.
@@ -85,9 +96,13 @@ class ReportSeries {
  private:
   using Place = std::deque<TimedReport>::const_iterator;
   std::pair<Place, Place> within(const TimeRange& range) const;
-  void add(const TouchReport& report, std::chrono::microseconds time);
+  void add(const TouchReport& report, std::chrono::microseconds time, bool reckoned);
 
   ReportSplitter splitter_;
+  std::uint64_t fed_ = 0;   ///< bytes, to the splitter
+  std::uint64_t told_ = 0;  ///< bytes, by the splitter
+  std::uint64_t taken_ = 0;
+  std::chrono::microseconds read_{};  ///< when bytes were read last
   std::deque<TimedReport> reports_;
   int greatest_ = 1;
 };

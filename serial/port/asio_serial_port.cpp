@@ -169,6 +169,7 @@ void AsioSerialPort::selectPort(int number) {
 Result<void, std::string> AsioSerialPort::open() {
   if (isOpen()) return {};
   lost_.reset();
+  left_.clear();
   sharedWith_.clear();
   const std::string device = ports_.device(number_);
   if (device.empty()) {
@@ -206,6 +207,7 @@ std::size_t AsioSerialPort::inBufferCount() {
 }
 
 void AsioSerialPort::clearInput() {
+  left_.clear();
   if (isOpen()) loseOn(line_->clearInput());
 }
 
@@ -222,7 +224,7 @@ bool AsioSerialPort::write(std::span<const std::uint8_t> bytes) {
 
 std::vector<std::uint8_t> AsioSerialPort::readAll() {
   collect();
-  return isOpen() ? line_->takeReceived() : std::vector<std::uint8_t>();
+  return isOpen() ? line_->takeReceived() : std::exchange(left_, {});
 }
 
 std::size_t AsioSerialPort::takeDamaged() {
@@ -247,6 +249,7 @@ void AsioSerialPort::loseOn(const std::error_code& error) {
                      "%1 is gone: it was unplugged or switched off (%2). Connect it and open it "
                      "again."),
                  {ports_.describe(number_), error.message()});
+  left_ = line_->takeReceived();
   close();
 }
 

@@ -55,6 +55,7 @@ class AsioSerialPort final : public SerialPort {
   int number_ = 1;
   std::unique_ptr<Line> line_;  ///< null while closed
   std::optional<std::string> lost_;
+  std::vector<std::uint8_t> left_;  ///< what had come before it was lost, and is to be read
   std::string sharedWith_;
 };
 

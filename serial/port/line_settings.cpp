@@ -53,6 +53,16 @@ Result<LineSettings, std::string> parseLineSettings(std::string_view text) {
   return LineSettings{*baud, *parity, *dataBits, *stopBits};
 }
 
+int bitsPerByte(const LineSettings& settings) {
+  constexpr int startBits = 1;
+  return startBits + settings.dataBits + (settings.parity == Parity::none ? 0 : 1) +
+         settings.stopBits;
+}
+
+std::chrono::nanoseconds byteTime(const LineSettings& settings) {
+  return std::chrono::nanoseconds(std::chrono::seconds(1)) * bitsPerByte(settings) / settings.baud;
+}
+
 std::string describe(const LineSettings& settings) {
   return std::to_string(settings.baud) + ',' + static_cast<char>(settings.parity) + ',' +
          std::to_string(settings.dataBits) + ',' + std::to_string(settings.stopBits);

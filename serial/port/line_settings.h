@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,11 @@ struct LineSettings {
   int stopBits = 1;  ///< 1 or 2
   friend bool operator==(const LineSettings&, const LineSettings&) = default;
 };
+
+/// How many bits a byte has on the line, with those around it.
+int bitsPerByte(const LineSettings& settings);
+/// What a byte takes on the line.
+std::chrono::nanoseconds byteTime(const LineSettings& settings);
 
 /// The speeds that lines usually have.
 inline constexpr std::array usualSpeeds = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};

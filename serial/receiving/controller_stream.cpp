@@ -7,12 +7,7 @@
 namespace touch {
 
 namespace {
-
 using Seconds = std::chrono::duration<double>;
-
-// At the line's usual settings: a start bit, 8 bits of data and a stop bit, 9600 a second.
-constexpr Seconds byteTime{10.0 / 9600};
-
 }  // namespace
 
 ControllerStream::ControllerStream(const Access& access, Prompt& prompt, SerialPort& serial,
@@ -39,12 +34,13 @@ std::vector<ArrivedReport> ControllerStream::read() {
   if (!port_.isTaken()) return {};
   std::vector<TouchReport> found;
   decoder_->feed(serial_.readAll(), found);
+  const Seconds perByte = byteTime(port_.line());
   const Seconds now = access_.clock.now().time_since_epoch();
   std::vector<ArrivedReport> arrived;
   for (const TouchReport& report : found) {
     const std::uint64_t end = report.offset + report.length;
     const std::uint64_t later = decoder_->received() > end ? decoder_->received() - end : 0;
-    arrived.push_back({report, now - byteTime * static_cast<double>(later)});
+    arrived.push_back({report, now - perByte * static_cast<double>(later)});
   }
   return arrived;
 }

@@ -15,7 +15,8 @@ using namespace std::chrono_literals;
 constexpr auto tickInterval = 200ms;
 // Less than half a packet takes on the line.
 constexpr auto pollInterval = 2ms;
-constexpr std::size_t mostInOneTick = std::size_t{16} << 10U;
+// A tick's share of the fastest line is 80 kB.
+constexpr std::size_t mostInOneTick = std::size_t{96} << 10U;
 
 }  // namespace
 
@@ -78,12 +79,14 @@ void ReceiveMode::runTimers() {
 }
 
 void ReceiveMode::poll() {
-  if (!rate_ || !port_.gate.isOpen()) return;
+  if (!rate_ || !(saysTooLong_ || port_.gate.isOpen())) return;
   rate_->collect(parts_.clock.now(), port_.port.readAll());
 }
 
 void ReceiveMode::tick() {
-  // A message box lets timers run while it is up.
+  // A message box lets timers run while it is up. What comes behind this mode's own is not for
+  // anybody else, and would be lost.
+  if (saysTooLong_) return rate_ ? poll() : display();
   port_.gate.run([this] {
     trim();
     rate_ ? measure() : display();
@@ -95,11 +98,13 @@ void ReceiveMode::trim() {
   if (!parts_.log.isTooLong()) return;
   constexpr std::string_view tooLong = "Text too long !!";
   if (std::exchange(toldTooLong_, true)) {
-    remark_ = std::string(tooLong) + ' ' + say("receiving", "The oldest half was dropped.");
+    remark_ = std::string(tooLong) + ' ' +
+              say("receiving", "The last million lines are kept, and \"Save\" writes them.");
   } else {
-    parts_.prompt.message(std::string(tooLong));
+    saysTooLong_ = true;
+    runThen([&] { parts_.prompt.message(std::string(tooLong)); }, [this] { saysTooLong_ = false; });
   }
-  parts_.log.dropOldestHalf();
+  parts_.log.tooLongWasSaid();
 }
 
 double ReceiveMode::ceiling() const {

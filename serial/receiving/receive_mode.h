@@ -87,6 +87,7 @@ class ReceiveMode {
   ReceivingPort port_;
   Stage stage_ = Stage::idle;
   bool toldTooLong_ = false;
+  bool saysTooLong_ = false;  ///< its box is up
   bool replyFormat_ = true;
   std::optional<std::string> remark_;
   ReceiveDisplay display_;

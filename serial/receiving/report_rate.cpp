@@ -18,11 +18,6 @@ constexpr std::uint8_t e02End = 0x84;
 // A finger that never leaves must not fill the memory: an hour at full speed.
 constexpr std::size_t mostTimesKept = 700'000;
 
-int bitsPerByte(const LineSettings& line) {
-  constexpr int startBits = 1;
-  return startBits + line.dataBits + (line.parity == Parity::none ? 0 : 1) + line.stopBits;
-}
-
 }  // namespace
 
 std::optional<IntervalEvidence> evidenceOf(std::span<const Clock::TimePoint> reports) {
@@ -101,10 +96,7 @@ std::vector<std::string> evidenceLines(const StrokeRate& stroke, double ceiling)
 
 ReportRate::ReportRate(ReportFamily family, std::span<const ReportFormat> added,
                        const LineSettings& line)
-    : family_(family),
-      added_(added.begin(), added.end()),
-      byteTime_(std::chrono::nanoseconds(std::chrono::seconds(1)) * bitsPerByte(line) / line.baud) {
-}
+    : family_(family), added_(added.begin(), added.end()), byteTime_(byteTime(line)) {}
 
 void ReportRate::collect(Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
   heard_ = heard_ || !bytes.empty();

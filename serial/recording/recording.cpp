@@ -11,7 +11,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "serial/commands/h2d.h"
 #include "serial/debugger/console_log.h"
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
@@ -77,15 +76,25 @@ std::optional<std::chrono::microseconds> parseTime(std::string_view field) {
   return std::chrono::microseconds(*seconds * microsecondsPerSecond + *fraction);
 }
 
+/// -1 when it is none.
+int hexDigit(char digit) {
+  if (digit >= '0' && digit <= '9') return digit - '0';
+  if (digit >= 'A' && digit <= 'F') return digit - 'A' + 10;
+  return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
+}
+
 Result<std::vector<std::uint8_t>, RecordingFlaw> parseBytes(std::string_view text) {
+  constexpr std::size_t place = 3;  // two digits and a blank
   std::vector<std::uint8_t> bytes;
+  bytes.reserve(text.size() / place + 1);
   do {
     const auto field = takeField(text);
-    const auto byte = field.size() == 2 ? h2d(field) : std::nullopt;
-    if (!byte)
+    const int high = field.size() == 2 ? hexDigit(field[0]) : -1;
+    const int low = field.size() == 2 ? hexDigit(field[1]) : -1;
+    if (high < 0 || low < 0)
       return flaw(say("recording", "bytes of two hexadecimal digits with a blank between"),
                   foundText(field));
-    bytes.push_back(static_cast<std::uint8_t>(*byte));
+    bytes.push_back(static_cast<std::uint8_t>(high * 16 + low));
   } while (!text.empty());
   return bytes;
 }
@@ -136,7 +145,9 @@ FileError RecordingParser::refuse(std::string expected, std::string found) const
 
 Result<std::optional<Transfer>> RecordingParser::take(std::string_view whole) {
   if (lines_ == 0) whole = withoutByteOrderMark(whole);
-  const auto line = trimmed(whole.substr(0, whole.find('#')));
+  const auto mark = whole.find('#');
+  if (mark != whole.npos) hear(whole.substr(mark + 1));
+  const auto line = trimmed(whole.substr(0, mark));
   if (!line.empty() && !headed_) {
     if (line != heading)
       return tl::unexpected(refuse('"' + std::string(heading) + '"', foundText(whole)));
@@ -150,6 +161,15 @@ Result<std::optional<Transfer>> RecordingParser::take(std::string_view whole) {
   }
   ++lines_;
   return std::optional<Transfer>();
+}
+
+void RecordingParser::hear(std::string_view comment) {
+  constexpr std::string_view key = "Line: ";
+  comment = trimmed(comment);
+  // A change has its time before it.
+  if (!comment.starts_with(key)) takeField(comment);
+  if (!comment.starts_with(key)) return;
+  if (const auto line = parseLineSettings(comment.substr(key.size()))) line_ = *line;
 }
 
 Status RecordingParser::end() const {
@@ -312,7 +332,7 @@ Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now,
   write(heading);
   const std::pair<std::string_view, const std::string&> facts[] = {
       {"Started", head.started},       {"Port", head.port},       {"Line", head.line},
-      {"Controller", head.controller}, {"Program", head.program},
+      {"Controller", head.controller}, {"Program", head.program}, {"Times", head.times},
   };
   for (const auto& [name, fact] : facts)
     if (isOn() && !fact.empty()) write(fmt::format("# {}: {}", name, printable(fact)));

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "serial/port/line_settings.h"
 #include "support/clock.h"
 #include "support/files/whole_file.h"
 #include "support/result.h"
@@ -28,7 +29,8 @@ namespace touch {
 // Empty lines, and what follows a "#", are passed over. Lines end with LF or CR LF.
 //
 // What the program writes says in comments when it began, on which port and line, which controller
-// was chosen and which program wrote it; and when the line's settings have changed.
+// was chosen, which program wrote it and how true its times are; when the line's settings have
+// changed, and where the program was held up and has read late.
 //
 //   touch recording 1
 //   # Started: 2026-11-26 20:15:03 +0100
@@ -67,6 +69,8 @@ class TransferSource {
   virtual void seek(std::chrono::microseconds time) = 0;
   /// When the last one was, as far as that can be told.
   virtual std::chrono::microseconds length() const = 0;
+  /// How the line was set for the one that was taken last, where that is known.
+  virtual std::optional<LineSettings> line() const { return std::nullopt; }
   /// Why it failed.
   virtual std::optional<FileError> error() const { return std::nullopt; }
 };
@@ -85,13 +89,18 @@ class RecordingParser {
   Status end() const;
   /// An error in the line that follows.
   FileError refuse(std::string expected, std::string found) const;
+  /// How the line was set, as far as comments have told.
+  const std::optional<LineSettings>& line() const { return line_; }
 
  private:
+  void hear(std::string_view comment);
+
   std::string name_;
   int lines_ = 0;
   bool counts_ = true;  ///< the lines from the beginning on
   bool headed_ = false;
   std::chrono::microseconds last_{};
+  std::optional<LineSettings> line_;
 };
 
 /// `name` is what an error calls the file.
@@ -109,6 +118,9 @@ class RecordingFile final : public TransferSource {
   /// However long the file is, little of it is read for that.
   void seek(std::chrono::microseconds time) override;
   std::chrono::microseconds length() const override { return length_; }
+  std::optional<LineSettings> line() const override {
+    return parser_ ? parser_->line() : std::nullopt;
+  }
   std::optional<FileError> error() const override { return error_; }
 
  private:
@@ -138,6 +150,7 @@ struct RecordingHead {
   std::string line{};
   std::string controller{};
   std::string program{};
+  std::string times{};  ///< what they are of, and how true
 };
 /// The time of the machine, as a head has it: "2026-11-26 20:15:03 +0100".
 std::string zonedTimeNow();

@@ -1,5 +1,7 @@
 #include "serial/recording/recording_ports.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <span>
 #include <utility>
@@ -12,23 +14,43 @@ using namespace std::chrono_literals;
 
 // Less than half a packet takes on the line: a recording tells when each report came.
 constexpr auto recordingInterval = 2ms;
-// A minute of an endless stream. A line that nobody reads loses what comes then, and the recording
-// does not.
-constexpr std::size_t mostWaiting = std::size_t{64} << 10U;
+// Then the time of what was read is not true any more, and the recording says so.
+constexpr auto heldUp = 50ms;
+// More than half a second of the fastest line. What a slow reader has not taken then stays on the
+// line; a recording takes it all the same, and the reader loses it.
+constexpr std::size_t mostWaiting = std::size_t{256} << 10U;
+// What a system keeps of a line is full at little more.
+constexpr std::size_t flood = 3000;
+// A flood is over when for so long no reader has found one, and nobody reads a port that was not
+// read for so long.
+constexpr auto floodEnd = 1s;
+constexpr int mostReadsInOneGo = 8;
 
 }  // namespace
 
 RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
     : inner_(inner), clock_(clock), timer_(clock.makeTimer([this] {
         collect();
-        if (!isRecording() && !listener_) timer_->stop();
+        if (!isKeepingUp()) timer_->stop();
       })) {}
+
+bool RecordedPort::isKeepingUp() const {
+  return isRecording() || listener_ || clock_.now() < floodEnd_;
+}
+
+void RecordedPort::keepUpWith(std::size_t found) {
+  if (found < flood) return;
+  floodEnd_ = clock_.now() + floodEnd;
+  timer_->start(recordingInterval);
+}
 
 Status RecordedPort::startRecording(const std::filesystem::path& file, RecordingHead head) {
   collect();
   head.started = zonedTimeNow();
   if (head.port.empty()) head.port = portName_;
   if (head.line.empty()) head.line = settings_;
+  head.times = fmt::format("when the bytes were read, at most {} ms after the last of them came",
+                           std::chrono::milliseconds(recordingInterval).count());
   auto started = recorder_.start(file, clock_.now(), head);
   if (started) timer_->start(recordingInterval);
   return started;
@@ -36,8 +58,9 @@ Status RecordedPort::startRecording(const std::filesystem::path& file, Recording
 
 Status RecordedPort::stopRecording() {
   if (isRecording()) collect();
-  if (!listener_) timer_->stop();
-  return recorder_.stop();
+  auto stopped = recorder_.stop();
+  if (!isKeepingUp()) timer_->stop();
+  return stopped;
 }
 
 void RecordedPort::listen(Listener listener) {
@@ -63,6 +86,8 @@ void RecordedPort::selectPort(int number) {
 
 Result<void, std::string> RecordedPort::open() {
   if (isOpen()) return inner_.open();
+  // The rest of what came before the device went.
+  if (isRecording()) collect();
   waiting_.clear();
   auto opened = inner_.open();
   if (opened) recorder_.remark(clock_.now(), "Opened");
@@ -76,13 +101,30 @@ void RecordedPort::close() {
 }
 
 void RecordedPort::collect() {
-  const auto bytes = inner_.readAll();
-  received_ += bytes.size();
-  recorder_.add(clock_.now(), Direction::fromController, bytes);
-  if (listener_ && !bytes.empty()) listener_(clock_.now(), bytes);
-  const auto taken = std::min(bytes.size(), mostWaiting - std::min(mostWaiting, waiting_.size()));
-  waiting_.insert(waiting_.end(), bytes.begin(),
-                  bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+  for (int i = 0; i < mostReadsInOneGo; ++i) {
+    const bool isFull = waiting_.size() >= mostWaiting;
+    if (isFull && !isRecording() && !listener_) return;
+    const auto bytes = inner_.readAll();
+    const auto now = clock_.now();
+    const auto since = now - std::exchange(collected_, now);
+    received_ += bytes.size();
+    if (isRecording() && since > heldUp && !bytes.empty()) {
+      recorder_.remark(now, fmt::format("Read late: what follows came within {:.3f} s",
+                                        std::chrono::duration<double>(since).count()));
+    }
+    recorder_.add(now, Direction::fromController, bytes);
+    if (listener_ && !bytes.empty()) listener_(now, bytes);
+    const auto taken = std::min(bytes.size(), isFull ? 0 : mostWaiting - waiting_.size());
+    waiting_.insert(waiting_.end(), bytes.begin(),
+                    bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+    if (bytes.size() < flood) return;
+  }
+}
+
+std::size_t RecordedPort::inBufferCount() {
+  const std::size_t found = waiting_.size() + inner_.inBufferCount();
+  if (clock_.now() - lastRead_ < floodEnd) keepUpWith(found);
+  return found;
 }
 
 void RecordedPort::clearInput() {
@@ -104,7 +146,13 @@ bool RecordedPort::write(std::span<const std::uint8_t> bytes) {
 
 std::vector<std::uint8_t> RecordedPort::readAll() {
   collect();
-  return std::exchange(waiting_, {});
+  lastRead_ = clock_.now();
+  keepUpWith(waiting_.size());
+  if (waiting_.size() <= mostInOneRead) return std::exchange(waiting_, {});
+  const auto end = waiting_.begin() + mostInOneRead;
+  std::vector<std::uint8_t> first(waiting_.begin(), end);
+  waiting_.erase(waiting_.begin(), end);
+  return first;
 }
 
 ReplayPort::ReplayPort(std::unique_ptr<TransferSource> recording, const Clock& clock)

@@ -14,9 +14,12 @@
 namespace touch {
 
 /// A serial port that can be recorded: every byte that goes out or comes in, when it does, whoever
-/// sends or reads it, and whether anybody reads at all. What it is made of outlives it.
+/// sends or reads it, and whether anybody reads at all. Of a flood it takes in between what a slow
+/// reader will ask for, so that the line does not run over. What it is made of outlives it.
 class RecordedPort final : public SerialPort {
  public:
+  static constexpr std::ptrdiff_t mostInOneRead = std::ptrdiff_t{64} << 10U;
+
   RecordedPort(SerialPort& inner, Clock& clock);
 
   /// Starts a new recording in `file`. What has come in before is not of it. Of the head it fills
@@ -42,12 +45,13 @@ class RecordedPort final : public SerialPort {
   bool isOpen() const override { return inner_.isOpen(); }
   std::string sharedWith() const override { return inner_.sharedWith(); }
   std::optional<std::string> lost() const override { return inner_.lost(); }
-  std::size_t inBufferCount() override { return waiting_.size() + inner_.inBufferCount(); }
+  std::size_t inBufferCount() override;
   /// What is cleared has come in as well, so while recording it is read instead.
   void clearInput() override;
   void clearOutput() override { inner_.clearOutput(); }
   /// Recorded when it has gone out.
   bool write(std::span<const std::uint8_t> bytes) override;
+  /// At most `mostInOneRead`: whoever reads must not be held up by a flood.
   std::vector<std::uint8_t> readAll() override;
   std::size_t takeDamaged() override { return inner_.takeDamaged(); }
   std::optional<LineState> lineState() override { return inner_.lineState(); }
@@ -57,6 +61,9 @@ class RecordedPort final : public SerialPort {
  private:
   /// Takes what has come in off the line, for whoever reads next.
   void collect();
+  bool isKeepingUp() const;
+  /// A reader has found so many bytes.
+  void keepUpWith(std::size_t found);
 
   SerialPort& inner_;
   Clock& clock_;
@@ -67,7 +74,10 @@ class RecordedPort final : public SerialPort {
   std::string settings_;
   std::vector<std::uint8_t> waiting_;  ///< come in, and read by nobody yet
   Listener listener_;
-  std::unique_ptr<Timer> timer_;  ///< runs while recording or listened to
+  Clock::TimePoint collected_{};
+  Clock::TimePoint lastRead_{};
+  Clock::TimePoint floodEnd_{};
+  std::unique_ptr<Timer> timer_;  ///< runs while recording, listened to, or in a flood
 };
 
 /// A port on which a recording comes in again, at its own pace from the moment of opening, but for

@@ -278,7 +278,8 @@ TEST_F(Serial, SimulatesWhatWasRecordedOrWrittenAndIsTouchedFromOutside) {
     EXPECT_THAT(run(send + " --record @/sent.txt").output, HasSubstr("\"01 41 42 0D\""));
     EXPECT_THAT(run(send).output, HasSubstr("\"01 43 44 0D\"")) << "as in the recording";
     EXPECT_THAT(folder.read("sent.txt"), HasSubstr("> 01 55 54 0D\n"));
-    EXPECT_EQ(run("serial decode @/sent.txt --csv").output, "time_s,touching,x,y,interval_ms\n");
+    EXPECT_EQ(run("serial decode @/sent.txt --csv").output,
+              "time_s,touching,x,y,interval_ms,reckoned\n");
     EXPECT_THAT(run("serial replay @/sent.txt --speed 1000").output, HasSubstr("> 01 55 54 0D"));
   }
   setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);

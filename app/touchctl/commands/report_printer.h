@@ -10,6 +10,9 @@
 
 namespace touch {
 
+/// A line on which nothing has come for longer is idle: no packet pauses within itself that long.
+inline constexpr std::chrono::milliseconds idleAfter{200};
+
 /// Prints what passes a serial line as it does: a line, or a JSON object in a line, for each
 /// report, for the bytes between reports and for what was sent.
 class ReportPrinter {

@@ -35,8 +35,6 @@ namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using nlohmann::ordered_json;
 
-constexpr auto idleAfter = 200ms;
-
 /// Prints what comes in on `line`, each at its `time`, until the time is over, `ended` says true,
 /// the device has gone, or nobody reads on.
 ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
@@ -210,9 +208,9 @@ ExitStatus rate(const SerialWork& work) {
   Clock& clock = work.access.clock;
   ConsoleLog log(clock);
   bool lost = false;
-  ReceiveMode mode(
-      {work.access.session, clock, work.prompt, log, addedFormats(work.shell.workFolder)},
-      {work.port.serial(), work.port.gate(), [&] { lost = work.port.tellLoss(); }});
+  ReceiveMode mode({work.access.session, clock, work.prompt, log,
+                    addedFormats(work.shell.workFolder), [&work] { return work.port.line(); }},
+                   {work.port.serial(), work.port.gate(), [&] { lost = work.port.tellLoss(); }});
   mode.measureRate(true);
   mode.receive();
   complain("draw one stroke on the panel …");
@@ -432,7 +430,7 @@ struct Serial {
 
 Serial::FileWork declareDecoding(CLI::App& command) {
   const auto asTable = std::make_shared<bool>(false);
-  command.add_flag("--csv", *asTable, "As a table: time_s,touching,x,y,interval_ms")
+  command.add_flag("--csv", *asTable, "As a table: time_s,touching,x,y,interval_ms,reckoned")
       ->excludes(command.get_option("--json"));
   return [asTable](const ShellOptions& shell, CommandSet set, const fs::path& file) {
     return *asTable ? printTable(shell, set, file) : decode(shell, set, file);

@@ -23,7 +23,6 @@ using Bytes = std::span<const std::uint8_t>;
 
 constexpr char endKey = 0x1D;  // Ctrl+]
 constexpr std::uint8_t lineEnd = '\r';
-constexpr auto idleAfter = 200ms;
 // Nobody types a command of his own faster than that, and a pasted one comes at once.
 constexpr auto typingPause = 1s;
 

@@ -24,9 +24,6 @@ namespace touch {
 
 namespace {
 
-// Nobody reads further back, and a flood must not hold up the window.
-constexpr std::size_t mostShown = 2000;
-
 /// What the choice beside the search shows.
 struct Kinds {
   const char* caption = nullptr;
@@ -76,6 +73,7 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
       pause_(new QCheckBox(tr("Pa&use view"))),
       filterBar_(makeFilterBar()),
       keepBar_(makeKeepBar()),
+      view_(log),
       writer_(makeWriter()) {
   setObjectName("consolePanel");
   text_->setObjectName("Text1");
@@ -84,7 +82,7 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
   text_->setTabChangesFocus(true);
   // On a small screen a scroll bar below would leave no room for the lines.
   text_->setLineWrapMode(isSmallScreen() ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
-  text_->setMaximumBlockCount(static_cast<int>(mostShown));
+  text_->setMaximumBlockCount(static_cast<int>(ConsoleView::most));
   text_->setFont(
       resized(QFontDatabase::systemFont(QFontDatabase::FixedFont), isSmallScreen() ? 0.8 : 1));
   text_->setMinimumHeight((isSmallScreen() ? 1 : 2) * fingerSize());
@@ -143,9 +141,7 @@ QWidget* frmConsolePanel::makeKeepBar() {
   times_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   times_->setMinimumContentsLength(8);
   connect(times_, &QComboBox::currentIndexChanged, this, [this] {
-    text_->clear();
-    shown_.clear();
-    writer_ = makeWriter();
+    showAll();
     renew();
   });
   auto* const bar = new QWidget;
@@ -166,28 +162,42 @@ ConsoleFilter frmConsolePanel::filter() const {
 }
 
 void frmConsolePanel::renew() {
-  auto lines = log_.lines(filter());
-  if (lines.size() > mostShown) {
-    lines.erase(lines.begin(), lines.end() - static_cast<std::ptrdiff_t>(mostShown));
+  view_.choose(filter());
+  view_.renew();
+  const auto change = view_.takeChange();
+  if (change.anew) {
+    showAll();
+  } else if (change.added > 0) {
+    showLast(std::min(change.added, view_.lines().size()));
   }
-  if (lines == shown_) return;
-  const bool grown =
-      lines.size() > shown_.size() && std::equal(shown_.begin(), shown_.end(), lines.begin());
+}
+
+void frmConsolePanel::showAll() {
+  const int place = text_->verticalScrollBar()->value();
+  const bool followed = isAtEnd();
+  text_->clear();
+  writer_ = makeWriter();
+  showLast(view_.lines().size());
   auto* const bar = text_->verticalScrollBar();
-  const bool followed = bar->value() >= bar->maximum();
-  const int place = bar->value();
-  if (!grown) {
-    text_->clear();
-    writer_ = makeWriter();
-  }
+  bar->setValue(followed ? bar->maximum() : std::min(place, bar->maximum()));
+}
+
+bool frmConsolePanel::isAtEnd() const {
+  const auto* const bar = text_->verticalScrollBar();
+  return bar->value() >= bar->maximum();
+}
+
+void frmConsolePanel::showLast(std::size_t count) {
+  const bool followed = isAtEnd();
   // In one step, so that the text is laid out once and not for each line.
   QTextCursor cursor(text_->document());
   cursor.beginEditBlock();
-  for (std::size_t i = grown ? shown_.size() : 0; i < lines.size(); ++i)
+  const auto& lines = view_.lines();
+  for (std::size_t i = lines.size() - count; i < lines.size(); ++i)
     append(cursor, lines[i]);
   cursor.endEditBlock();
-  shown_ = std::move(lines);
-  bar->setValue(followed ? bar->maximum() : std::min(place, bar->maximum()));
+  auto* const bar = text_->verticalScrollBar();
+  if (followed) bar->setValue(bar->maximum());
 }
 
 ConsoleWriter frmConsolePanel::makeWriter() const {
@@ -206,7 +216,11 @@ void frmConsolePanel::copy() {
   if (text_->textCursor().hasSelection()) {
     text_->copy();
   } else {
-    QGuiApplication::clipboard()->setText(shownText(shown(shown_, makeWriter())));
+    std::string text;
+    auto writer = makeWriter();
+    for (const ConsoleLine& line : view_.lines())
+      text.append(writer.next(line)).append(1, '\n');
+    QGuiApplication::clipboard()->setText(shownText(text));
   }
   emit statusChanged(tr("Copied."));
 }
@@ -215,7 +229,7 @@ void frmConsolePanel::save() {
   const auto file = askTextFileToSave(this, tr("Save the console"), workFolder_ / "console.txt",
                                       tr("Text (*.txt)"));
   if (!file) return;
-  const auto written = writeWholeFile(*file, shown(shown_, makeWriter()));
+  const auto written = writeWholeFile(*file, log_.text(filter(), makeWriter()));
   emit statusChanged(written ? tr("Saved in %1").arg(shownText(file->string()))
                              : shownText(written.error().describe()));
 }
@@ -223,7 +237,7 @@ void frmConsolePanel::save() {
 void frmConsolePanel::findNext() {
   const QTextCursor at = text_->textCursor();
   const auto from = static_cast<std::size_t>(at.blockNumber()) + (at.hasSelection() ? 1 : 0);
-  const auto found = findLine(shown_, searched_->text().toStdString(), from);
+  const auto found = findLine(view_.lines(), searched_->text().toStdString(), from);
   if (!found || searched_->text().isEmpty()) {
     emit statusChanged(tr("Nothing found."));
     return;

@@ -2,9 +2,9 @@
 
 #include <QWidget>
 #include <filesystem>
-#include <vector>
 
 #include "serial/debugger/console_log.h"
+#include "serial/debugger/console_view.h"
 
 class QCheckBox;
 class QComboBox;
@@ -30,6 +30,8 @@ class frmConsolePanel final : public QWidget {
 
   /// Shows what has come to the log since.
   void renew();
+  /// It wants to be renewed again although nothing more comes.
+  bool isLooking() const { return view_.isLooking(); }
   void copy();
   void save();
   void findNext();
@@ -46,6 +48,10 @@ class frmConsolePanel final : public QWidget {
   QWidget* makeKeepBar();
   ConsoleFilter filter() const;
   ConsoleWriter makeWriter() const;
+  void showAll();
+  /// As many at the end.
+  void showLast(std::size_t count);
+  bool isAtEnd() const;
   void append(QTextCursor& cursor, const ConsoleLine& line);
 
   ConsoleLog& log_;
@@ -58,7 +64,7 @@ class frmConsolePanel final : public QWidget {
   QCheckBox* pause_;
   QWidget* filterBar_;
   QWidget* keepBar_;
-  std::vector<ConsoleLine> shown_;
+  ConsoleView view_;
   ConsoleWriter writer_;  ///< of the line behind them
 };
 

@@ -1,4 +1,4 @@
-#include "serial/debugger/console_log.h"
+#include "serial/debugger/console_view.h"
 
 #include <numeric>
 
@@ -22,19 +22,18 @@ TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
   log.report("touch X", Bytes{0xD8, 0x01});
   log.note("Total Points : 3");
   log.received({});
-  EXPECT_EQ(shown(log.lines()),
+  EXPECT_EQ(log.text(),
             "0.0050 > 01 55 54 0D                                     .UT.\n"
             "1.1050 < 72 73 74 75 76 77 78 79 7A 7B 7C 7D 7E 7F 80 81 rstuvwxyz{|}~...\n"
             "1.1050 < 82                                              .\n"
             "1.1050 = touch X  D8 01\n"
             "Total Points : 3\n");
   EXPECT_THAT(
-      shown(log.lines(), {ConsoleTimes::sinceLast, {}}),
+      log.text({}, {ConsoleTimes::sinceLast, {}}),
       testing::AllOf(testing::StartsWith("+0.0000 > "), testing::HasSubstr("\n+1.1000 < 72"),
                      testing::HasSubstr("\n+0.0000 = ")));
-  EXPECT_THAT(shown(log.lines(), {ConsoleTimes::ofDay, {}}),
+  EXPECT_THAT(log.text({}, {ConsoleTimes::ofDay, {}}),
               testing::MatchesRegex("[0-9:]{8}[.]0050 > (.|\n)*\n[0-9:]{8}[.]1050 < 72 (.|\n)*"));
-  EXPECT_EQ(log.characters(), shown(log.lines()).size());
   EXPECT_EQ(findLine(log.lines(), "tou", 1), 3u);
   EXPECT_EQ(findLine(log.lines(), "ut", 2), 0u) << "and around";
   EXPECT_EQ(findLine(log.lines(), "absent", 0), std::nullopt);
@@ -42,7 +41,7 @@ TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
   EXPECT_EQ(log.lines({.received = false, .notes = false}).size(), 2u);
 }
 
-TEST_F(ConsoleLogTest, DropsItsOldestHalfWhenTooLongAndAllWhenClearedAlsoWhilePaused) {
+TEST_F(ConsoleLogTest, SaysWhenItIsTooLongToBeReadAndKeepsAllUntilItIsCleared) {
   const auto fill = [this](int lines, char character) {
     for (int i = 0; i < lines; ++i)
       log.note(std::string(39, character));
@@ -51,16 +50,114 @@ TEST_F(ConsoleLogTest, DropsItsOldestHalfWhenTooLongAndAllWhenClearedAlsoWhilePa
   EXPECT_FALSE(log.isTooLong());
   fill(1, 'b');
   EXPECT_TRUE(log.isTooLong());
-  log.dropOldestHalf();
-  EXPECT_EQ(log.lines().size(), 50u);
-  EXPECT_EQ(log.lines().back().text[0], 'b') << "the newest stay";
+  log.tooLongWasSaid();
+  EXPECT_FALSE(log.isTooLong());
+  EXPECT_EQ(log.lines().size(), 101u);
   log.pause(true);
-  fill(1000, 'c');
-  EXPECT_EQ(log.lines().size(), 50u);
-  log.dropOldestHalf();
-  EXPECT_EQ(log.characters(), 2600u) << "halved again and again";
+  fill(3000, 'c');
+  EXPECT_EQ(log.lines().size(), 101u);
+  EXPECT_EQ(log.lines().back().text[0], 'b') << "what was there when the pause began";
+  log.pause(false);
+  EXPECT_EQ(log.lines().size(), 3101u);
   log.clear();
   EXPECT_TRUE(log.lines().empty());
+}
+
+TEST_F(ConsoleLogTest, KeepsTheLastMillionLinesInLessThan200Megabytes) {
+  const Bytes packet = {0xD8, 0x10, 0x20, 0x30, 0x01};
+  constexpr std::uint64_t count = KeptLines::most + 5000;
+  for (std::uint64_t i = 0; i < count; ++i)
+    log.report(std::to_string(i), packet);
+  log.pause(true);
+  // The worst: what was paused has nothing in common with what came since.
+  for (std::uint64_t i = 0; i < count; ++i)
+    log.report("touch X 16383 Y 16383", packet);
+  const KeptLines paused = log.kept();
+  log.pause(false);
+  EXPECT_LT(paused.bytes() + log.kept().bytes(), 200u << 20U);
+  for (const KeptLines& kept : {paused, log.kept()}) {
+    EXPECT_GE(kept.size(), KeptLines::most);
+    EXPECT_LT(kept.size(), count);
+  }
+  EXPECT_EQ(paused.at(count - 1).text, std::to_string(count - 1));
+  EXPECT_EQ(paused.at(paused.begin()).text, std::to_string(paused.begin()));
+  EXPECT_EQ(paused.at(paused.begin()).bytes, packet);
+
+  KeptLines few;
+  const std::string large(3 * KeptLines::mostText, 'x');
+  for (int i = 0; i < 30'000; ++i)
+    few.add({ConsoleLineKind::note, {}, {}, large});
+  EXPECT_LT(few.bytes(), KeptLines::mostBytes + (8u << 20U)) << "however long its lines are";
+  EXPECT_EQ(few.at(few.end() - 1).text.size(), KeptLines::mostText);
+}
+
+class ConsoleViewTest : public ConsoleLogTest {
+ protected:
+  /// Adds so many lines, numbered on.
+  void add(int count) {
+    for (int i = 0; i < count; ++i)
+      log.report(std::to_string(number_++), Bytes{0x41});
+  }
+  /// The numbers of the first and the last line that it shows, after so many looks.
+  std::pair<int, int> shownAfter(int looks) {
+    for (int i = 0; i < looks; ++i)
+      view.renew();
+    const auto& lines = view.lines();
+    for (std::size_t i = 1; i < lines.size(); ++i)
+      EXPECT_EQ(std::stoi(lines[i].text), std::stoi(lines[i - 1].text) + 1) << "none is left out";
+    return lines.empty() ? std::pair(-1, -1)
+                         : std::pair(std::stoi(lines.front().text), std::stoi(lines.back().text));
+  }
+
+  ConsoleView view{log};
+
+ private:
+  int number_ = 0;
+};
+
+TEST_F(ConsoleViewTest, ShowsTheEndOfAFloodAndMoreWhenItHasEbbed) {
+  add(150);
+  EXPECT_EQ(shownAfter(1), std::pair(0, 149));
+  EXPECT_EQ(view.takeChange().added, 150u);
+  add(10);
+  EXPECT_EQ(shownAfter(1), std::pair(0, 159));
+  const auto change = view.takeChange();
+  EXPECT_FALSE(change.anew);
+  EXPECT_EQ(change.added, 10u);
+  for (int i = 1; i <= 10; ++i) {
+    add(5000);
+    EXPECT_EQ(shownAfter(1), std::pair(i * 5000 - 40, i * 5000 + 159));
+    EXPECT_TRUE(view.takeChange().anew);
+  }
+  EXPECT_TRUE(view.isLooking());
+  EXPECT_EQ(shownAfter(ConsoleView::ebb), std::pair(48160, 50159));
+  EXPECT_FALSE(view.isLooking());
+  add(100);
+  EXPECT_EQ(shownAfter(1), std::pair(48260, 50259)) << "no more than it shows at most";
+  log.clear();
+  EXPECT_EQ(shownAfter(1), std::pair(-1, -1));
+  EXPECT_TRUE(view.takeChange().anew);
+}
+
+TEST_F(ConsoleViewTest, FindsBitByBitWhatMatchesHoweverFarBackItIs) {
+  log.note("needle");
+  add(static_cast<int>(4 * ConsoleView::mostSearched));
+  view.choose({.containing = "NEEDLE"});
+  view.renew();
+  EXPECT_TRUE(view.isLooking());
+  EXPECT_TRUE(view.lines().empty());
+  int looks = 0;
+  for (; view.isLooking(); ++looks)
+    view.renew();
+  EXPECT_GE(looks, 3);
+  EXPECT_LE(looks, 4);
+  ASSERT_EQ(view.lines().size(), 1u);
+  log.note("another needle");
+  view.renew();
+  EXPECT_EQ(view.lines().size(), 2u);
+  view.choose({.reports = false});
+  view.renew();
+  EXPECT_EQ(view.lines().size(), 2u);
 }
 
 }  // namespace

@@ -152,8 +152,9 @@ TEST_F(DebuggerPortTest, RecordsNoWriteThatDidNotGoOutAndCountsDamagedBytes) {
     EXPECT_EQ(recorded.write(bytesOf("Z")), !blocked);
   }
   recorded.stopRecording();
-  EXPECT_THAT(folder.read("taken.txt"),
-              MatchesRegex("touch recording 1\n# Started: [^\n]+\n0.000000 > 5A\n"));
+  EXPECT_THAT(
+      folder.read("taken.txt"),
+      MatchesRegex("touch recording 1\n# Started: [^\n]+\n# Times: [^\n]+\n0.000000 > 5A\n"));
 
   serial.damaged = 2;
   port.noteDamage();

@@ -269,9 +269,9 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   EXPECT_THAT(folder.read("taken.txt"),
               MatchesRegex("touch recording 1\n# Started: [-0-9]+ [:0-9]+ [+-][0-9]{4}\n"
                            "# Port: COM1\n# Line: 9600,n,8,1\n# Controller: RS232 DEVICE 1\n"
-                           "# Program: Program 1\n"));
+                           "# Program: Program 1\n# Times: [^\n]+\n"));
 
-  const SmallDisk disk(140);
+  const SmallDisk disk(216);
   answerFileDialog("full");
   click("cmdRecord");
   click("Command3");

@@ -33,7 +33,8 @@ TEST(ReportSeries, SaysInNumbersWhatIsSeen) {
   EXPECT_NEAR(first.deviationX, 8.165, 0.001);
   EXPECT_FALSE(series.figures({9s, 9s}).rate);
   EXPECT_EQ(series.csv({2s, 2020ms}),
-            "time_s,touching,x,y,interval_ms\n2.000000,1,40,5,\n2.020000,1,40,5,20.000\n");
+            "time_s,touching,x,y,interval_ms,reckoned\n2.000000,1,40,5,,0\n"
+            "2.020000,1,40,5,20.000,0\n");
 }
 
 TEST(ReportSeries, IsSeenInColumnsAndClosely) {
@@ -52,6 +53,36 @@ TEST(ReportSeries, IsSeenInColumnsAndClosely) {
   EXPECT_EQ(half.zoomed(1e-9, all).length(), 20ms);
   EXPECT_EQ(TimeRange{}.zoomed(0.5, {}).length(), 20ms) << "of nothing";
   EXPECT_EQ(ReportSeries(ReportFamily::e02).columns({}, 3).size(), 3u);
+}
+
+TEST(ReportSeries, ReckonsTheTimesOfWhatWasReadTogetherFromTheLine) {
+  const Bytes packet = {0xD8, 1, 0, 1, 0};
+  const struct {
+    const char* what;
+    LineSettings line;
+    Bytes bytes;
+    std::chrono::microseconds second;  ///< of three reports, before the third
+    std::chrono::microseconds first;
+  } cases[] = {
+      {"9600", {}, times(3, packet), 5208us, 10416us},
+      {"115200 with parity", {115200, Parity::even, 8, 1}, times(3, packet), 477us, 954us},
+      {"with half a packet behind", {}, times(3, packet) + Bytes{0xD8, 2}, 5208us, 10416us},
+      {"slower than the last reading allows", {300}, times(3, packet), 20ms, 20ms},
+  };
+  for (const auto& [what, line, bytes, second, first] : cases) {
+    SCOPED_TRACE(what);
+    ReportSeries series(ReportFamily::tablet);
+    series.take(1s, Bytes{0x0D}, line);
+    series.take(1020ms, bytes, line);
+    ASSERT_EQ(series.reports().size(), 3u);
+    const auto last = series.reports()[2].time;
+    EXPECT_LE(std::chrono::abs(last - series.reports()[1].time - second), 1us);
+    EXPECT_LE(std::chrono::abs(last - series.reports()[0].time - first), 1us);
+    EXPECT_EQ(series.figures(series.range()).reckoned, series.reports()[2].reckoned ? 3u : 2u);
+  }
+  ReportSeries series(ReportFamily::tablet);
+  series.take(1s, packet);
+  EXPECT_FALSE(series.reports()[0].reckoned) << "it ended when it was read";
 }
 
 TEST(ReportSeries, DropsTheOldestOfALongRecording) {

@@ -39,7 +39,7 @@ class ReceiveModeTest : public DebuggerBench {
     modeHearing(incoming).measureRate(true);
     mode->receive();
     clock.delay(900ms);
-    EXPECT_EQ(shown(log.lines()), "======== Report Rate Mode ==============\n" + strokes);
+    EXPECT_EQ(log.text(), "======== Report Rate Mode ==============\n" + strokes);
     EXPECT_DOUBLE_EQ(mode->ceiling(), ceiling);
   }
   static std::string stroke(int time, int points, const char* rate) {
@@ -70,7 +70,7 @@ TEST_F(ReceiveModeTest, ShowsALineAReportAndWhatBelongsToNone) {
   session.commandSet = e02;
   clock.delay(200ms);
   mode->debug();
-  EXPECT_THAT(shown(log.lines()), ContainsRegex("< D8 01 .*\n.*< 55 54 "))
+  EXPECT_THAT(log.text(), ContainsRegex("< D8 01 .*\n.*< 55 54 "))
       << "what waits for the end of its packet is shown all the same";
 }
 

@@ -37,10 +37,11 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   serial.received = Bytes{0x0B};
   recorded.close();
   EXPECT_EQ(whyNot(recorded.stopRecording()), "");
-  EXPECT_THAT(folder.read("a.rec"),
-              MatchesRegex("touch recording 1\n# Started: [^\n]+\n1.500000 > 01 55 54 0D\n"
-                           "1.500000 < 00 FF\n1.520000 < 0A\n# 1.600000 Line: 9600,n,7,2\n"
-                           "1.600000 < 0B\n"))
+  EXPECT_THAT(
+      folder.read("a.rec"),
+      MatchesRegex("touch recording 1\n# Started: [^\n]+\n# Times: [^\n]+\n1.500000 > 01 55 54 0D\n"
+                   "1.500000 < 00 FF\n1.520000 < 0A\n# 1.600000 Line: 9600,n,7,2\n"
+                   "1.600000 < 0B\n"))
       << "what came while nobody read stands at its time";
 
   ReplayPort played(std::move(*RecordingFile::open(file)), clock);
