@@ -56,8 +56,6 @@
         <translation>Treiber &amp;neu starten</translation>
     </message>
     <message>
-        <source>Name the folder of a commissioning, as in --simulate-from commissioning/A-17-2026-11-12.</source>
-        <translation>Nennen Sie den Ordner einer Inbetriebnahme, etwa --simulate-from commissioning/A-17-2026-11-12.</translation>
         <source>Warning</source>
         <translation>Warnung</translation>
     </message>
@@ -68,6 +66,10 @@
     <message>
         <source>&amp;OK</source>
         <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>Name the folder of a commissioning, as in --simulate-from commissioning/A-17-2026-11-12.</source>
+        <translation>Nennen Sie den Ordner einer Inbetriebnahme, etwa --simulate-from commissioning/A-17-2026-11-12.</translation>
     </message>
 </context>
 <context>
@@ -674,10 +676,6 @@
         <translation>Einstellungen: %1</translation>
     </message>
     <message>
-        <source>the folder of a commissioning</source>
-        <translation>den Ordner einer Inbetriebnahme</translation>
-    </message>
-    <message>
         <source>something else</source>
         <translation>etwas anderes</translation>
     </message>
@@ -702,8 +700,6 @@
         <translation>wie oft er meldet</translation>
     </message>
     <message>
-        <source>%1 leaves open: %2. There the simulation is as usual.</source>
-        <translation>%1 lässt offen: %2. Dort ist die Simulation wie sonst.</translation>
         <source>and %1 more places</source>
         <translation>und %1 weitere Stellen</translation>
     </message>
@@ -748,8 +744,6 @@
         <translation>ein Ordner, der sich bis zu seinem Ende lesen lässt</translation>
     </message>
     <message>
-        <source>en</source>
-        <translation>de</translation>
         <source>simulated</source>
         <translation>simuliert</translation>
     </message>
@@ -792,6 +786,18 @@
     <message>
         <source>%1 targets suit this panel best. According to its measurement of %2, touches then miss by at most %3.</source>
         <translation>%1 Ziele passen am besten zu diesem Panel. Nach seiner Messung vom %2 liegen Berührungen dann höchstens %3 daneben.</translation>
+    </message>
+    <message>
+        <source>%1 leaves open: %2. There the simulation is as usual.</source>
+        <translation>%1 lässt offen: %2. Dort ist die Simulation wie sonst.</translation>
+    </message>
+    <message>
+        <source>the folder or the bundle of a commissioning</source>
+        <translation>der Ordner oder das Bündel einer Inbetriebnahme</translation>
+    </message>
+    <message>
+        <source>en</source>
+        <translation>de</translation>
     </message>
 </context>
 <context>
