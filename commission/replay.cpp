@@ -94,15 +94,6 @@ void describeSettings(const Run& run, Replay& replay) {
     replay.unknown.push_back(filled(say("commission", "settings: %1"), {lacking}));
 }
 
-/// Judged as the run's own report is.
-ReplaySource sourceOf(Run run, std::optional<measure::Measurement> measurement) {
-  if (measurement) {
-    measurement->limits = measure::findProfile(run.use)->limits;
-    measurement->plan = planOf(run.profile);
-  }
-  return {std::move(run), std::move(measurement)};
-}
-
 /// Not as this user's own folder: it comes from a customer.
 Result<ReplaySource> readFolder(const fs::path& path) {
   const fs::path runFile = path / RunFolder::runName;
@@ -113,10 +104,13 @@ Result<ReplaySource> readFolder(const fs::path& path) {
   const fs::path measurementFile = path / RunFolder::measurementName;
   std::error_code unknown;
   if (!fs::exists(fs::symlink_status(measurementFile, unknown)))
-    return sourceOf(std::move(*run), std::nullopt);
+    return ReplaySource{std::move(*run), std::nullopt};
   auto measurement = measure::readMeasurement(measurementFile);
   if (!measurement) return tl::unexpected(measurement.error());
-  return sourceOf(std::move(*run), std::move(*measurement));
+  // Judged as the run's own report is.
+  measurement->limits = measure::findProfile(run->use)->limits;
+  measurement->plan = planOf(run->profile);
+  return ReplaySource{std::move(*run), std::move(*measurement)};
 }
 
 }  // namespace
