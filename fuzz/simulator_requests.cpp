@@ -1,5 +1,6 @@
 // Requests to the simulator, one a line, among them whole descriptions of a controller.
 
+#include <array>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -21,7 +22,7 @@ void execute(std::span<const std::uint8_t> bytes) {
   }
   for (std::int32_t number = 1; number <= driver.GetExistControllers(); ++number) {
     std::array<char, 20> name{};
-    driver.GetControllerName(number, name.data(), 20);
+    if (driver.GetControllerName(number, name.data(), 20) == 0) continue;
     const auto report = driver.answer(std::string("report 0.3 0.7 ") + name.data());
     require(report.done, "every controller that is listed is found");
     if (report.text.empty()) continue;
