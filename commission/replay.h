@@ -15,7 +15,8 @@ namespace touch::commission {
 /// What is known of a panel that was commissioned, here or at a customer's.
 using ReplaySource = std::pair<Run, std::optional<measure::Measurement>>;
 
-/// Reads the folder of a commissioning, or its bundle, whosever it is. Without a measurement it is one too.
+/// Reads the folder of a commissioning, or its bundle, whosever it is. Without a measurement it is
+/// one too.
 Result<ReplaySource> readSource(const std::filesystem::path& path);
 
 /// How to make a simulated controller the one of a source.

@@ -120,7 +120,7 @@ TEST_F(Touchctl, SaysWhatFailed) {
       {stubborn("commission --serial A"), 1, "", "(--simulate)"},
       {usb("commission --serial A --skip check=late"), 5, "skipped: late", ""},
       {usb("commission --serial B --skip calibrate=so"), 1, "\nFAIL: ", ""},
-      {"--simulate-from @/none list", 1, "", "the folder of a commissioning, found nothing"},
+      {"--simulate-from @/none list", 1, "", "the bundle of a commissioning, found nothing"},
       {"--simulate-from @/short list", 1, "", "/short/run.json: expected "},
       {"--simulate-from @/short --driver @/none.so list", 2, "", "--driver"},
       {"--simulate commission", 2, "", "--serial is required"},

@@ -173,8 +173,8 @@ TEST(ReplaySource, SaysWhatIsWrongWithIt) {
   fs::create_directory(folder.path() / "good");
   folder.write("good/run.json", runText({}));
   const auto why = [&](const char* name) { return whyNot(readSource(folder.path() / name)); };
-  EXPECT_THAT(why("none"), HasSubstr("the folder of a commissioning, found nothing of that name"));
-  EXPECT_THAT(why("torn/run.json"), HasSubstr("the folder of a commissioning"));
+  EXPECT_THAT(why("none"), HasSubstr("the bundle of a commissioning, found nothing of that name"));
+  EXPECT_THAT(why("torn/run.json"), HasSubstr("a ZIP archive"));
   EXPECT_THAT(why("empty"), HasSubstr("run.json"));
   EXPECT_THAT(why("torn"), HasSubstr("run.json, line 1: expected JSON"));
   EXPECT_EQ(why("good"), "");
