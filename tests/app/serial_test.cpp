@@ -151,6 +151,12 @@ TEST_F(Serial, GivesThePortBackWhenItIsEndedFromOutside) {
   EXPECT_EQ(calibration.end(SIGINT), 1);
   EXPECT_TRUE(isTraced("01 52 0D"));
 
+  // A check that is given up puts the calibration from before back.
+  fs::remove(folder.path() / "trace");
+  BackgroundProgram checked(TOUCHCTL, inFolder(traced + "calibrate --points 3 --check"));
+  ASSERT_TRUE(awaitInTrace("StoreCalibrationData"));
+  EXPECT_EQ(checked.end(SIGINT), 1);
+
   // A question that is left unanswered is a no, and keeps nobody waiting.
   folder.write("kept.txt", "");
   // What is typed stands there without the end of its line.
@@ -291,7 +297,7 @@ TEST_F(Serial, SimulatesWhatWasRecordedOrWrittenAndIsTouchedFromOutside) {
                             inFolder("--com 1=" + scripted + " serial monitor --no-driver"));
   monitor.awaitWait();
   EXPECT_EQ(runProgram(TOUCHSIM, {"touch", "0.5", "0.5"}).status, 0);
-  EXPECT_THAT(monitor.textUntil("lift"), HasSubstr("= touch X"));
+  EXPECT_THAT(monitor.textUntil("lift"), AllOf(HasSubstr("= touch X"), HasSubstr("lift")));
 
   const BackgroundProgram other(TOUCHSIM, {});
   struct stat found {};

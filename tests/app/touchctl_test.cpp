@@ -241,6 +241,16 @@ TEST_F(Touchctl, JudgesASavedMeasurementAgain) {
   EXPECT_EQ(judged.at("outcome"), "PASS");
   EXPECT_FALSE(judged.at("sizeIsNominal"));
   EXPECT_NEAR(judged.at("/lines/0/offset"_json_pointer).get<double>(), 344.5 * 2 / 15360, 0.001);
+  // The same strokes, counted in half steps: they stay on their own scale.
+  json finer = json::parse(folder.read("ten.json"));
+  for (json& steps : finer.at("sources").at(0).at("steps"))
+    steps = 2 * steps.get<double>();
+  for (json& trace : finer.at("traces"))
+    for (json& sample : trace.at("samples"))
+      for (const std::size_t axis : {1U, 2U})
+        sample.at(axis) = 2 * sample.at(axis).get<double>();
+  folder.write("finer.json", finer.dump());
+  EXPECT_EQ(run("measure lines @/ten.json @/finer.json").status, 0);
   folder.write("strict.json",
                R"({"schema": "touch limits", "version": 1, "offset": {"mm": 0.01}})");
   EXPECT_EQ(run("measure judge @/ten.json --limits @/strict.json").status, 1);
@@ -281,6 +291,20 @@ TEST_F(Touchctl, VerifiesAndComparesBundles) {
   expectAll({{"sheet pack @/" + runFolder, 0, bundle + "\n", ""}});
   expectAll({{"sheet verify @/" + bundle, 1, "outcome is \"FAIL\", but comes to \"PASS\"", ""}});
   EXPECT_THAT(run("sheet verify @/" + bundle).output, HasSubstr("CHANGED: panel A, judged anew"));
+}
+
+TEST_F(Touchctl, GoesOnWithAPanelsRunUnlessItIsToBeginAnew) {
+  const std::string command =
+      usb("commission --serial A --skip settings=no --skip calibrate=no --skip check=no "
+          "--skip measure=no --skip rate=no");
+  ASSERT_EQ(run(command).status, 5);
+  const fs::path left = fs::directory_iterator(folder.path() / "commissioning")->path();
+  const std::string file = (fs::relative(left, folder.path()) / "run.json").string();
+  json interrupted = json::parse(folder.read(file));
+  interrupted.at("steps").at("sheet").at("state") = "open";
+  folder.write(file, interrupted.dump());
+  EXPECT_THAT(run(command + " --anew").output, Not(HasSubstr("Going on with")));
+  EXPECT_THAT(run(command).output, HasSubstr("Going on with " + left.string()));
 }
 
 TEST_F(Touchctl, TalksPastTheDriver) {
@@ -357,6 +381,7 @@ TEST_F(Touchctl, SavesComparesAndWritesParameters) {
       {usb("params diff @/kept.vrq"), 0, "The controller and the file hold the same words.\n", ""},
       {usb("params diff @/good.vrq --json"), 1, "\"file\": \"0F10\"", ""},
       {usb("params diff @/good.vrq --json"), 1, "\"equal\": false", ""},
+      {usb("params load @/kept.vrq"), 0, "", "holds these words already"},
       {usb("params diff @/none.vrq"), 1, "", "none.vrq: expected a file, found none"},
       {usb("params write 03=1A2B"), 0, "USB_DEVICE_2.vrq", ""},
   });

@@ -68,6 +68,8 @@ TEST_F(CheckWindow, EndsByFingerKeyOrAlone) {
     EXPECT_FALSE(find<QPushButton>("cmdKeep")->isEnabled()) << "before any touch";
     EXPECT_TRUE(find<QPushButton>("cmdPutBack")->isEnabled());
     touchAll(beside);
+    for (const QLabel* const figure : window->findChildren<QLabel*>("residual"))
+      EXPECT_EQ(figure->text().contains("too far"), beside != near) << figure->text().toStdString();
     act();
     live(21s);
     ASSERT_TRUE(result.has_value());

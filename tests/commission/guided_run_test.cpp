@@ -60,6 +60,12 @@ TEST_F(Guided, FindsTheWayBackOfARunThatWasInterrupted) {
   EXPECT_EQ(wayBack->whyNone(), "");
   static_cast<void>(wayBack->putBack());
   EXPECT_EQ(memory[3], before);
+
+  guided->beginCalibration();
+  memory[3] = {0x55, 0x55};
+  ASSERT_EQ(whyNot(guided->endCalibration(5, true)), "");
+  ASSERT_EQ(whyNot(guided->skip(StepId::check, "no time")), "");
+  EXPECT_FALSE(settleUnchecked(access(), prompt, backup)) << "what nobody checks is kept";
 }
 
 TEST_F(Guided, NamesSettingsThatTheUseWantsOtherwiseAndChangesNone) {

@@ -97,10 +97,16 @@ TEST(Sheet, ShowsTheWorstOfEachKindBesideItsLimit) {
   const measure::Report report = measured();
   const Sheet sheet = sheetOf(goodRun(), &report);
   const auto figure = std::ranges::find(sheet.figures, "Lines: straightness", &SheetFigure::what);
+  const auto fewest = std::ranges::find(sheet.figures, "Lines: samples", &SheetFigure::what);
   ASSERT_NE(figure, sheet.figures.end());
+  ASSERT_NE(fewest, sheet.figures.end());
   double worst = 0;
-  for (const measure::LineFigures& line : report.analysis.lines)
+  std::size_t samples = 1000;
+  for (const measure::LineFigures& line : report.analysis.lines) {
     worst = std::max(worst, line.straightness.maximum);
+    samples = std::min(samples, line.samples);
+  }
+  EXPECT_EQ(std::stoul(fewest->found), samples);
   EXPECT_EQ(std::stod(figure->found), std::round(100 * worst) / 100);
   EXPECT_THAT(figure->how, StartsWith("worst of 10: Line "));
   EXPECT_TRUE(figure->deciding);

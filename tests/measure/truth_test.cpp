@@ -1,8 +1,11 @@
 #include "measure/truth/figures.h"
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <functional>
+#include <iterator>
 #include <map>
 
 namespace touch::measure {
@@ -196,7 +199,33 @@ TEST(Figures, OfWhatASimulatedPanelDoes) {
   EXPECT_FALSE(line.gaps[0].reportsKeptComing);
   ASSERT_FALSE(analysis.coverage->deadSpots.empty());
   EXPECT_NEAR(analysis.coverage->deadSpots[0].corner.x(), 60, 5);
+  EXPECT_NEAR(analysis.coverage->deadSpots[0].size.y(), trial.size.height.value, 5) << "one spot";
   EXPECT_TRUE(analysis.coverage->deadSpots[0].isProven());
+}
+
+TEST(Figures, TellTheTimeThatWasLostBeyondAnInterval) {
+  Measurement silent = goodMeasurement({});
+  auto& samples = std::ranges::find(silent.traces, "V-3", &Trace::task)->samples;
+  constexpr std::ptrdiff_t lost = 5;
+  samples.erase(samples.begin() + 20, samples.begin() + 20 + lost);
+  EXPECT_NEAR(measureLine(silent, *findGuide("V-3")).lost.value_or(0), lost * 0.01, 1e-3);
+}
+
+TEST(Limits, AreThoseThatAreDocumented) {
+  std::ifstream file(SOURCE_FOLDER "/docs/file-formats.md");
+  const std::string documented{std::istreambuf_iterator<char>(file), {}};
+  for (std::size_t i = 0; i < lengthCount; ++i) {
+    const auto length = static_cast<Length>(i);
+    std::string row = fmt::format("| `{}` | {} |", nameOf(length).name, nameOf(length).words);
+    for (const Profile& profile : profiles()) {
+      const auto& [mm, percent] = profile.limits[length];
+      if (mm) row += fmt::format(" {:g} mm", mm->value);
+      if (mm && percent) row += ',';
+      if (percent) row += fmt::format(" {:g} %", percent->value);
+      row += " |";
+    }
+    EXPECT_NE(documented.find('\n' + row + '\n'), std::string::npos) << row;
+  }
 }
 
 TEST(Advice, KnowsWhatACalibrationLeaves) {

@@ -1,4 +1,5 @@
 #include "support/text/hex.h"
+#include "tests/doubles/small_disk.h"
 #include "tests/ui/window_desk.h"
 #include "ui/controls/finger_style.h"
 
@@ -243,6 +244,19 @@ TEST_F(Pages, MaintenanceListsTheMonitors) {
     find<QPushButton>("cmdAssignMonitor")->click();
     EXPECT_EQ(count("AskToSetMultiMonitor " + std::to_string(number)), 1);
   }
+}
+
+TEST_F(Pages, MaintenanceSaysThatTheTraceHasBrokenOff) {
+  open("Maintenance");
+  check("checkTrace", true);
+  EXPECT_THAT(status(), StartsWith("OK: Tracing to "));
+  {
+    const SmallDisk full(1);
+    trace.write("\"call\":\"A\"");
+  }
+  press("Command3");
+  EXPECT_FALSE(isOn("checkTrace"));
+  EXPECT_THAT(status(), StartsWith("Error: "));
 }
 
 TEST_F(Pages, MaintenanceRestoresAndOffersTheWayBack) {

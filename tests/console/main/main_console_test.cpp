@@ -376,6 +376,26 @@ TEST_F(Console, WritesAtItsEndTheWordThatTheControllerHoldsThen) {
   EXPECT_EQ(journal.back(), "end");
 }
 
+/// One that has crashed too often.
+class GivenUpDriver final : public test::DriverBetween {
+ public:
+  using DriverBetween::DriverBetween;
+  void revive() override { isGivenUp_ = false; }
+
+ private:
+  std::int32_t pass(std::string_view, const Call& call) override { return isGivenUp_ ? 0 : call(); }
+  bool isGivenUp_ = true;
+};
+
+TEST_F(Console, StartsADriverOnceMoreWhenTheUserRefreshes) {
+  GivenUpDriver givenUp(driver());
+  MainConsole another({session, givenUp, clock}, prompt, model, port, folder.path());
+  start(another);
+  EXPECT_FALSE(model.selected);
+  another.refresh();
+  EXPECT_TRUE(model.selected);
+}
+
 TEST_F(Console, LeavesAloneOnlyWhatTheDebuggerStandsInTheWayOf) {
   script.names = {"RS232 DEVICE 1", "USB DEVICE 2"};
   prompt.answerYes = false;

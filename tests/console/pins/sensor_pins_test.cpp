@@ -64,6 +64,12 @@ TEST_F(SensorPins, AreUpdatedWithTheSensorDisconnectedAndCanBePutBack) {
 TEST_F(SensorPins, OfTheEditorHaveTheirWayBackAfterAnyNumberOfUpdates) {
   PinEditor editor(access(), prompt, backup);
   editor.read();
+  EXPECT_EQ(said(), Lines{}) << "nothing is typed that could be lost";
+  editor.assign(0, {7, 7});
+  prompt.answerYes = false;
+  editor.read();
+  EXPECT_EQ(editor.definition().wires[0], (PinAssignment{7, 7}));
+  prompt.answerYes = true;
   for (const int pin : {7, 6, 7}) {
     editor.assign(0, {pin, pin});
     editor.update();

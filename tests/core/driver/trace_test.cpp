@@ -33,6 +33,8 @@ TEST_F(Tracing, WritesOneJsonObjectForEachCall) {
     std::int32_t raw[2] = {};
     traced.CalCurrentPointReady(connection.handle(), raw);
   }
+  constexpr std::size_t aLineAndABit = 120;
+  EXPECT_THAT(trace.end(aLineAndABit), testing::Optional(MatchesRegex("[{][^\n]+Close[^\n]+\n")));
   trace.stop();
   traced.QueryMultiMonitorSetOK();
 

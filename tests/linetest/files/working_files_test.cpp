@@ -151,6 +151,12 @@ TEST_F(WorkingFilesIn, MoveToTheOtherFolderWhenTheirsCannotBeWrittenOrIsInUse) {
   EXPECT_EQ(moved.left().strokes.size(), 1u);
   EXPECT_EQ(third.left().strokes.size(), 1u);
 
+  const TemporaryFolder shared;
+  const WorkingFiles early(shared.path(), other.path());
+  EXPECT_EQ(whyNot(WorkingFiles(shared.path(), {}).write(0, stroke)), "");
+  EXPECT_EQ(whyNot(early.write(0, {9, 1, {{3, 3}}})), "");
+  EXPECT_EQ(shared.read("tmp/tmp000.tmp"), workingText(stroke)) << "left since by another";
+
   const auto write = [&] {
     const WorkingFiles mine(killed.path(), killed.path());
     mine.write(0, stroke);

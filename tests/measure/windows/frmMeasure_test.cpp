@@ -19,7 +19,7 @@ class WrittenStream final : public TouchStream {
       const QPointF at = from + (to - from) * step / steps;
       add(at, true, 0.01 * step);
     }
-    add(to, false, 0.01 * (steps + 1));
+    if (tellsLifts) add(to, false, 0.01 * (steps + 1));
   }
 
   Result<void, std::string> begin(int port) override {
@@ -33,6 +33,7 @@ class WrittenStream final : public TouchStream {
 
   int present = 3;
   bool isOn = false;
+  bool tellsLifts = true;
   std::optional<std::string> why;
 
  private:
@@ -250,6 +251,15 @@ TEST_F(MeasureWindow, MeasuresTheControllersOwnReportsAndIsOperatedByThem) {
   stream.draw(pressed, pressed, 1);
   live(20ms);
   EXPECT_THAT(text("lineTitle"), StartsWith("V-2   1 of"));
+
+  stream.tellsLifts = false;
+  constexpr double secondLine = firstLine + 15.0 / 128;
+  stream.draw({secondLine, 0}, {secondLine, 1}, 200);
+  live(20ms);
+  EXPECT_THAT(text("instruction"), StartsWith("Draw along"));
+  live(200ms);
+  EXPECT_THAT(text("instruction"), StartsWith("Drawn: PASS")) << "it has gone without a word";
+  click("cmdRepeat");
 
   stream.why = "The cable was pulled.";
   live(20ms);
@@ -484,6 +494,16 @@ TEST_F(MeasureWindow, GoesFromTestToTestAndAsksBeforeItLosesAny) {
   EXPECT_EQ(verdict(), "INCOMPLETE 0");
   click("cmdMeasureAnew");
   EXPECT_THAT(text("touchTestTitle"), StartsWith("Taps: target 1")) << "without any line";
+  QTest::mouseClick(find<QWidget>("touchTestCanvas"), Qt::LeftButton, {}, {80, 48});
+  for (int target = 0; target < 9; ++target)
+    QTest::keyClick(find<QWidget>("touchTestCanvas"), Qt::Key_Right);
+  EXPECT_EQ(verdict(), "INCOMPLETE 0");
+  answerFileDialog("taps.json");
+  click("cmdSave");
+  QTest::keyClick(window, Qt::Key_Escape);
+  live(0ms);
+  EXPECT_EQ(left, 2);
+  EXPECT_EQ(count("confirm Leave without saving the measurement?"), 2) << "it is saved";
 }
 
 }  // namespace

@@ -90,6 +90,12 @@ TEST_F(TouchTestPage, AsksWhoLedAStrokeAway) {
   EXPECT_THAT(text("touchTestInstruction"), AllOf(HasSubstr("99 % covered"), HasSubstr("nominal")));
   QTest::keyClick(canvas, Qt::Key_Right);
   EXPECT_EQ(title(), "Line D-1, way back (2 of 7)");
+  for (const auto& [key, blame] :
+       {std::pair(Qt::Key_2, measure::Blame::hand), std::pair(Qt::Key_1, measure::Blame::panel)}) {
+    draw(canvas, {{798, 478}, {1, 200}}, 60);
+    QTest::keyClick(canvas, key);
+    EXPECT_EQ(measurement.traces.back().blame, blame) << key;
+  }
 }
 
 TEST_F(TouchTestPage, RubsBelowItsPanelToo) {

@@ -157,7 +157,9 @@ TEST_F(DebuggerWindow, SendsAParameterAsItsBoxesHoldIt) {
 
   expected = 10;
   answers = {replyOf("0OK")};
+  find<QPushButton>("Command2_0")->setFocus();
   QTest::keyClick(find<QPushButton>("Command2_0"), Qt::Key_Space);
+  EXPECT_EQ(QApplication::focusWidget(), find<QPushButton>("Command2_0")) << "for the next one";
   EXPECT_EQ(wire, Lines{"01 53 50 38 30 31 41 33 34 0D"});
   EXPECT_EQ(text("lblshow_0"), "0OK");
   EXPECT_EQ(text("lblshow_1"), "01 30 4F 4B 0D ");
@@ -231,6 +233,14 @@ TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
   EXPECT_EQ(console(), sent);
   check("checkPauseView", false);
   EXPECT_THAT(console(), StartsWith(sent + '\n'));
+
+  for (int line = 0; line < 60; ++line)
+    exchange();
+  QScrollBar& bar = *consoleBox().verticalScrollBar();
+  EXPECT_EQ(bar.value(), bar.maximum()) << "whoever is at the end stays there";
+  bar.setValue(1);
+  exchange();
+  EXPECT_EQ(bar.value(), 1) << "whoever reads is left alone";
 }
 
 TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {

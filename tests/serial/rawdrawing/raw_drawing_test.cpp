@@ -60,7 +60,8 @@ TEST_F(RawDrawingTest, FollowsTheRangeOfTheDrawingWhereItFitsIt) {
   play({{10ms, tablet(0xD8, 4000, 8000) + tablet(0x98, 8000, 8000)},
         {210ms, tablet(0xD8, 4000, 8000)},
         {240ms, tablet(0xD8, 4000, 16383)},
-        {290ms, tablet(0xD8, 2000, 16383)}});
+        {290ms, tablet(0xD8, 2000, 16383)},
+        {550ms, tablet(0xD8, 4000, 8000)}});
   drawing->onCleared = [this] { surface.drawn.push_back("grid"); };
   clock.delay(200ms);
   drawing->fit(true);
@@ -84,6 +85,8 @@ TEST_F(RawDrawingTest, FollowsTheRangeOfTheDrawingWhereItFitsIt) {
   EXPECT_EQ(surface.drawn.back(), "line 100,16383 0,16383 #12 1");
   drawing->clearDrawing();
   EXPECT_EQ(surface.drawn, (Lines{"clear", "grid"}));
+  clock.delay(250ms);
+  EXPECT_EQ(surface.drawn.back(), "point 73,8000 #12 1") << "the range of what was cleared is gone";
 }
 
 TEST_F(RawDrawingTest, ShowsItsNoticeForSevenTicksThatAreSlowUntilSomethingIsDrawn) {

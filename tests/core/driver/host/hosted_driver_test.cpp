@@ -117,6 +117,16 @@ TEST_F(HostedDesk, IsLeftAloneAfterThreeCrashesInARow) {
   EXPECT_EQ(patience.losses.size(), 3u);
 }
 
+TEST_F(HostedDesk, IsStartedAgainAsOftenAsItWorksBetweenItsCrashes) {
+  bind();
+  for (int crash = 1; crash <= 2 * HostedDriver::mostCrashes; ++crash) {
+    EXPECT_TRUE(Connection(access()).isOpen()) << crash;
+    failAfter(0, HostFault::crash);
+    EXPECT_EQ(hosted->GetExistControllers(), 0);
+  }
+  EXPECT_EQ(starts, 2 * HostedDriver::mostCrashes);
+}
+
 TEST_F(HostedDesk, AnswersNobodyWhoAsksInTheMiddleOfACall) {
   bind();
   failAfter(0, HostFault::hang);
