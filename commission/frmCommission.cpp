@@ -458,10 +458,10 @@ void frmCommission::carryOut() {
     case StepId::sheet:
       return work([this] {
         return guided_
-            ->writeSheet([](const RunFolder& folder, const Sheet& sheet,
-                            const measure::Report* report) {
-              return printSheet(folder, sheet, report);
-            })
+            ->writeSheet(
+                [](const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {
+                  return printSheet(folder, sheet, report);
+                })
             .and_then([this] { return trace_->keep(); })
             .and_then([this]() -> Status {
               const auto bundle = writeBundle(guided_->folder());

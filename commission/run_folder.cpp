@@ -21,7 +21,7 @@ using measure::JsonNode;
 constexpr std::string_view schema = "touch commissioning";
 constexpr int version = 1;
 constexpr std::size_t largestFile = std::size_t{300} << 20U;  // a trace may have 256 MB
-constexpr std::size_t longestSerialNumber = 40;  // in the name of a folder
+constexpr std::size_t longestSerialNumber = 40;               // in the name of a folder
 constexpr int mostTimes = 1'000'000;
 constexpr double fastestRate = 1e6;
 constexpr double longestInterval = 1e9;

@@ -12,7 +12,9 @@ constexpr std::size_t longest = std::size_t{16} << 20U;
 }  // namespace
 
 RunTrace::RunTrace(Trace& trace, const RunFolder& folder)
-    : trace_(trace), folder_(folder), name_(freeName(folder.names(), RunFolder::traceName, ".jsonl")) {
+    : trace_(trace),
+      folder_(folder),
+      name_(freeName(folder.names(), RunFolder::traceName, ".jsonl")) {
   if (!trace_.isOn()) isOwn_ = trace_.start(folder.path() / name_).has_value();
 }
 

@@ -5,8 +5,8 @@
 
 namespace touch::commission {
 
-/// Traces a run into its folder: "trace.jsonl", and "trace-2.jsonl" … each time that it was taken up
-/// again. A trace that the user has asked for goes on where it is. A run goes on without one.
+/// Traces a run into its folder: "trace.jsonl", and "trace-2.jsonl" … each time that it was taken
+/// up again. A trace that the user has asked for goes on where it is. A run goes on without one.
 class RunTrace {
  public:
   /// Both outlive it.

@@ -184,8 +184,7 @@ measure::MeasureParts frmWindows::measureParts(SerialPort& port) {
     return std::ranges::find(lacks, name) != lacks.end();
   });
   if (lendsPort && debugger_ == nullptr && !access_.session.controllerName.empty()) {
-    reports_ =
-        std::make_unique<ControllerStream>(access_, prompt_, port, console_.reportFormats());
+    reports_ = std::make_unique<ControllerStream>(access_, prompt_, port, console_.reportFormats());
     for (const ListedPort& listed : listedPorts(startup_.ports))
       if (listed.number > 0)
         ports.push_back({listed.number, startup_.ports.describe(listed.number)});
