@@ -47,8 +47,7 @@ RotationOption::RotationOption(const QString& caption, int quarterTurns, QWidget
 QSize RotationOption::sizeHint() const {
   // The picture fits lying and standing.
   const int side = qRound(std::max(screenSize.width(), screenSize.height()));
-  const int width = std::max(side, fontMetrics().horizontalAdvance(text()));
-  return {width + 4 * gap, side + fontMetrics().height() + 3 * gap};
+  return {side + fontMetrics().horizontalAdvance("000") + 4 * gap, side + 2 * gap};
 }
 
 void RotationOption::paintEvent(QPaintEvent*) {
@@ -73,14 +72,14 @@ void RotationOption::paintEvent(QPaintEvent*) {
   const qreal inset = outside + width / 2;
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), cardRadius,
                           cardRadius);
-  const QRect caption(0, height() - gap - fontMetrics().height(), this->width(),
-                      fontMetrics().height());
+  const qreal side = std::max(screenSize.width(), screenSize.height());
+  const QRectF caption = QRectF(rect()).adjusted(side + 2 * gap, 0, -gap, 0);
   QFont font = this->font();
   font.setBold(isChosen);
   painter.setFont(font);
   painter.setPen(isEnabled() ? colours.text : colours.quiet);
   painter.drawText(caption, Qt::AlignCenter | Qt::TextShowMnemonic, text());
-  const QPointF centre(this->width() / 2.0, (caption.top() + outside) / 2.0);
+  const QPointF centre(gap + side / 2, height() / 2.0);
   drawScreen(painter, centre, quarterTurns_, colours.quiet,
              isEnabled() ? colours.accent : colours.quiet);
   if (!hasFocus() || !option.state.testFlag(QStyle::State_KeyboardFocusChange)) return;

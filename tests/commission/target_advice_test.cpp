@@ -18,9 +18,9 @@ void keepRun(const fs::path& base, std::string_view serialNumber, std::string_vi
   const auto folder = RunFolder::make(base, run);
   ASSERT_TRUE(folder) << folder.error().describe();
   if (!trial) return;
-  ASSERT_EQ(whyNot(folder->saveMeasurement(
-                measure::truth::record(*trial, planOf(Profile::quick), measure::Limits()))),
-            "");
+  const auto measurement =
+      measure::truth::record(*trial, planOf(Profile::quick), measure::profiles().front().limits);
+  ASSERT_EQ(whyNot(folder->saveMeasurement(measurement)), "");
 }
 
 TEST(TargetAdvice, IsThatOfTheLastMeasurementOfThisPanelElseOfTheUse) {

@@ -213,7 +213,7 @@ class EveryWindow : public DrawingDesk {
       void endScreen() override {}
     } hands;
     Patient patient{.access = access(), .workFolder = folder.path()};
-    commission::frmCommission window({prompt, patient},
+    commission::frmCommission window({prompt, patient, trace_},
                                      {hands, *QGuiApplication::primaryScreen(), size_, [] {}});
     open(window, ", start");
     press(window, "cmdBegin");

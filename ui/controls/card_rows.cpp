@@ -103,6 +103,8 @@ void CardRows::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QRect card = row.adjusted(4, 3, -4, -3);
   painter->save();
   painter->setClipRect(option.rect);
+  // The table marks what is chosen by its whole row.
+  painter->fillRect(option.rect, option.palette.base());
   painter->setRenderHint(QPainter::Antialiasing);
   drawFrame(*painter, card, option, colours);
 
