@@ -128,7 +128,9 @@ class Differences {
   void differ(const Json& said, const Json& computed, const std::string& path) {
     if (++count_ > mostProblems) return;
     const auto shown = [](const Json& value) {
-      return foundText(value.dump(-1, ' ', true, Json::error_handler_t::replace));
+      if (value.is_string()) return foundText(value.get<std::string>());
+      constexpr std::size_t longest = 40;
+      return value.dump(-1, ' ', true, Json::error_handler_t::replace).substr(0, longest);
     };
     found_.push_back(filled(say("commission", "%1 is %2, but comes to %3"),
                             {path, shown(said), shown(computed)}));

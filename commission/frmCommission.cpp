@@ -149,6 +149,7 @@ QWidget* frmCommission::makeRunPage() {
   steps_->setObjectName("commissionSteps");
   steps_->setAccessibleName(tr("Steps"));
   steps_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  steps_->setMinimumHeight(fingerSize());  // a list wants more by itself than the keyboard leaves
   for (const Step& step : steps())
     steps_->addItem(spokenText("commission", step.caption));
   connect(steps_, &QListWidget::currentRowChanged, this, [this] { showStep(); });

@@ -121,6 +121,10 @@ void frmCommissionStart::offer(std::vector<UnfinishedRun> unfinished,
                  shownText(one.run.began.substr(0, 10)))
             .arg(static_cast<int>(100 * progress(one.run)));
     auto* const button = makeButton("cmdGoOn", QString(caption).replace('&', "&&"));
+    // No letter of the caption would do: it has a serial number in it, and others are like it.
+    const QKeySequence key(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + column->count()));
+    button->setShortcut(key);
+    button->setToolTip(key.toString(QKeySequence::NativeText));
     connect(button, &QPushButton::clicked, this, [this, one] { emit goOnRequested(one); });
     column->addWidget(button);
   }

@@ -26,15 +26,20 @@ constexpr qreal margin = 40;
 constexpr qreal gap = 16;
 constexpr qreal footerHeight = 24;
 constexpr int mostPages = 2;
+constexpr qreal signatureRoom = 34;
+constexpr qreal signatureHeight = signatureRoom + 20;
 
-/// How close everything stands. A sheet is as roomy as two pages allow.
+/// How close everything stands. A sheet is as roomy as two pages allow, of which the first is to
+/// hold all that is signed.
 struct Density {
   int body;     ///< size of the letters
   int small;    ///< of what only those read who doubt
   qreal above;  ///< and below the text of a row
   qreal smallAbove;
+  qreal leastLines;  ///< how wide the picture of the lines has to be: a part of the page
 };
-constexpr Density densities[] = {{9, 8, 3, 1}, {9, 8, 2, 1}, {9, 8, 1, 0.5}, {8, 7, 0.5, 0.5}};
+constexpr Density densities[] = {
+    {9, 8, 3, 1, 0.95}, {9, 8, 2, 1, 0.95}, {9, 8, 1, 0.5, 0.9}, {8, 7, 0.5, 0.5, 0.6}};
 
 constexpr QColor ink(28, 35, 43);
 constexpr QColor quiet(90, 101, 114);
@@ -84,17 +89,22 @@ class SheetPainter {
     drawRemarks();
     drawMapAndCalibration(report);
     drawSignatures();
-    // What only those read who doubt.
+    isComplete_ = page_ == 1;
+    // What only those read who doubt. The second page has the lines, which want much room.
     isDense_ = true;
+    const bool othersFit = y_ + heightOfOtherFigures() <= bottom();
+    if (othersFit) drawOtherFigures();
     if (report != nullptr && !report->analysis.lines.empty()) {
       if (page_ == 1) turnOver();
-      drawLines(*report);
+      drawLines(*report, heightOfSteps() + (othersFit ? 0 : heightOfOtherFigures()));
     }
     drawSteps();
-    if (!sheet_.figures.empty()) drawOtherFigures();
+    if (!othersFit) drawOtherFigures();
     drawFooter();
     return page_;
   }
+  /// Whether all that is signed stands on the first page.
+  bool isComplete() const { return isComplete_; }
 
  private:
   qreal width() const { return pageWidth_ - 2 * margin; }
@@ -145,9 +155,13 @@ class SheetPainter {
     drawRule(x, y, width, ink, 1.2);
     return y + 3;
   }
+  /// With the gap above it.
+  qreal heightOfHeading(const QString& text) const {
+    return gap + heightOf(text, width(), letters(11, true)) + 5;
+  }
   void heading(const QString& text, qreal content) {
+    need(heightOfHeading(text) + content);
     y_ += gap;
-    need(30 + content);
     y_ = drawHeading(margin, y_, width(), text);
   }
 
@@ -273,15 +287,26 @@ class SheetPainter {
       height += heightOf(std::span<const Cell>(one));
     return height;
   }
-  /// In two columns.
+  /// They stand in two columns.
+  static auto columnsOf(std::span<const OtherFigure> rows) {
+    const std::size_t half = (rows.size() + 1) / 2;
+    return std::pair(rows.first(half), rows.subspan(half));
+  }
+  static QString otherCaption() {
+    return shownText(say("commission", "Other figures, all within their limits"));
+  }
+  /// With their heading.
+  qreal heightOfOtherFigures() const {
+    const auto all = otherFigures();
+    if (all.empty()) return 0;
+    const auto [left, right] = columnsOf(all);
+    return heightOfHeading(otherCaption()) + std::max(heightOf(left), heightOf(right));
+  }
   void drawOtherFigures() {
     const auto all = otherFigures();
-    const std::span<const OtherFigure> rows(all);
-    if (rows.empty()) return;
-    const std::span<const OtherFigure> left = rows.first((rows.size() + 1) / 2);
-    const std::span<const OtherFigure> right = rows.subspan(left.size());
-    heading(shownText(say("commission", "Other figures, all within their limits")),
-            std::max(heightOf(left), heightOf(right)));
+    if (all.empty()) return;
+    const auto [left, right] = columnsOf(all);
+    heading(otherCaption(), std::max(heightOf(left), heightOf(right)));
     const qreal top = y_;
     for (const auto& [x, part] : {std::pair{margin, left}, {margin + (width() + gap) / 2, right}}) {
       qreal y = top;
@@ -310,10 +335,13 @@ class SheetPainter {
   void drawMapAndCalibration(const measure::Report* report) {
     const bool hasMap = report != nullptr && report->map.has_value();
     const qreal column = hasMap ? (width() - gap) / 2 : width();
-    const qreal mapHeight =
+    const qreal wholeMap =
         hasMap ? column * qreal{measure::mapPage.height} / qreal{measure::mapPage.width} : 0;
+    constexpr qreal smallestMap = 0.7;  // of the whole one; it makes room for the signatures
+    const qreal around = heightOfHeading("M") + signatureHeight;
+    need(around + std::max(smallestMap * wholeMap, heightOf(sheet_.calibration, column)));
+    const qreal mapHeight = std::min(wholeMap, bottom() - y_ - around);
     y_ += gap;
-    need(24 + std::max(mapHeight, heightOf(sheet_.calibration, column)));
     const qreal right = hasMap ? margin + column + gap : margin;
     const qreal below =
         drawHeading(right, y_, column, shownText(say("commission", "Calibration and cause")));
@@ -329,10 +357,9 @@ class SheetPainter {
   }
 
   void drawSignatures() {
-    constexpr qreal room = 34;
     const qreal column = (width() - 2 * gap) / 2;
-    need(room + 20);
-    y_ += room;
+    need(signatureHeight);
+    y_ += signatureRoom;
     const QFont font = letters(density_.body);
     const std::pair<qreal, std::string> lines[] = {
         {margin, say("commission", "Installed by")},
@@ -344,18 +371,14 @@ class SheetPainter {
     y_ += 18;
   }
 
-  /// As large as what follows leaves it room on the page.
-  void drawLines(const measure::Report& report) {
+  /// As large as what follows, which needs `below`, leaves it room on the page.
+  void drawLines(const measure::Report& report, qreal below) {
     constexpr qreal shape = qreal{measure::linesPage.height} / qreal{measure::linesPage.width};
-    constexpr qreal headingHeight = gap + 20;
-    constexpr qreal smallest = 0.5;
-    const auto others = otherFigures();
-    const qreal below = headingHeight + heightOfSteps() + headingHeight +
-                        heightOf(std::span(others).first((others.size() + 1) / 2));
-    const qreal room = bottom() - (y_ + headingHeight) - below;
-    const qreal wide = std::clamp(room / shape, width() * smallest, width());
+    const QString caption = shownText(say("commission", "Lines"));
+    const qreal room = bottom() - y_ - heightOfHeading(caption) - below - 1;  // for rounding
+    const qreal wide = std::clamp(room / shape, width() * density_.leastLines, width());
     const qreal height = wide * shape;
-    heading(shownText(say("commission", "Lines")), height);
+    heading(caption, height);
     painter_.setFont(letters(density_.body));
     paintPage(painter_, QRectF(margin + (width() - wide) / 2, y_, wide, height), measure::linesPage,
               [&](ChartSurface& surface) {
@@ -375,14 +398,16 @@ class SheetPainter {
              {shownText(step.state), state, quiet},
              {found.join('\n'), width() - caption - state, quiet}}};
   }
+  static QString stepsCaption() { return shownText(say("commission", "Steps")); }
+  /// With their heading.
   qreal heightOfSteps() const {
-    qreal height = 0;
+    qreal height = heightOfHeading(stepsCaption());
     for (const SheetStep& step : sheet_.steps)
       height += heightOf(std::span<const Cell>(cellsOf(step)));
     return height;
   }
   void drawSteps() {
-    heading(shownText(say("commission", "Steps")), 60);
+    heading(stepsCaption(), 60);
     for (const SheetStep& step : sheet_.steps)
       row(cellsOf(step));
   }
@@ -403,12 +428,17 @@ class SheetPainter {
   qreal pageWidth_ = 0;
   qreal pageHeight_ = 0;
   qreal y_ = 0;
-  bool isDense_ = false;  ///< smaller letters, closer rows
+  bool isDense_ = false;     ///< smaller letters, closer rows
+  bool isComplete_ = false;  ///< the first page, with the signatures
 };
 
-/// Returns how many pages it has.
-int writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* report,
-             const Density& density, int pages) {
+struct Layout {
+  int pages = 0;
+  bool isComplete = false;  ///< the first page holds all that is signed
+};
+
+Layout writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* report,
+                const Density& density, int pages) {
   QBuffer buffer(&content);
   buffer.open(QIODevice::WriteOnly);
   QPdfWriter writer(&buffer);
@@ -417,23 +447,29 @@ int writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* rep
   const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
   writer.setPageLayout(QPageLayout(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4),
                                    QPageLayout::Portrait, QMarginsF()));
-  return SheetPainter(writer, sheet, density, pages).drawAll(report);
+  SheetPainter painter(writer, sheet, density, pages);
+  const int drawn = painter.drawAll(report);
+  return {drawn, painter.isComplete()};
 }
 
 }  // namespace
 
 QByteArray sheetPdf(const Sheet& sheet, const measure::Report* report) {
-  int pages = 0;
+  const Density* best = &std::end(densities)[-1];
+  bool fits = false;
   for (const Density& density : densities) {
-    QByteArray counted;
-    pages = writePdf(counted, sheet, report, density, 0);
-    const bool isLast = &density == &std::end(densities)[-1];
-    if (pages > mostPages && !isLast) continue;
-    QByteArray content;
-    writePdf(content, sheet, report, density, pages);
-    return content;
+    QByteArray tried;
+    const Layout layout = writePdf(tried, sheet, report, density, 0);
+    if (layout.pages > mostPages || (fits && !layout.isComplete)) continue;
+    best = &density;
+    fits = true;
+    if (layout.isComplete) break;
   }
-  return {};
+  QByteArray content;
+  const int pages = writePdf(content, sheet, report, *best, 0).pages;
+  content.clear();
+  writePdf(content, sheet, report, *best, pages);
+  return content;
 }
 
 Status printSheet(const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {

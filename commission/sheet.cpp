@@ -201,6 +201,10 @@ std::string checkText(const CalibrationFacts& calibration) {
   return filled(say("commission", "%1 targets; the check failed"), {targets});
 }
 
+std::string sentence(const std::string& words) {
+  return words.ends_with('.') ? words : words + '.';
+}
+
 std::vector<Fact> calibrationFacts(const Run& run, const Report* report) {
   std::vector<Fact> facts;
   if (run.calibration) add(facts, say("commission", "Calibrated"), checkText(*run.calibration));
@@ -217,7 +221,7 @@ std::vector<Fact> calibrationFacts(const Run& run, const Report* report) {
   }
   for (const measure::CauseText& cause :
        measure::causeTexts(report->analysis, report->verdict.outcome(), report->measurement.size))
-    add(facts, say("commission", "Likely cause"), cause.heading + ". " + cause.nextStep);
+    add(facts, say("commission", "Likely cause"), sentence(cause.heading) + ' ' + cause.nextStep);
   return facts;
 }
 

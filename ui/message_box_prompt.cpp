@@ -166,6 +166,7 @@ std::optional<std::string> MessageBoxPrompt::reason(std::string_view prompt, std
   choice->setObjectName("reason");
   choice->setAccessibleName(label->text());
   choice->setEditable(true);
+  choice->setCompleter(nullptr);  // "no" is to stay "no", and not become "no time" unasked
   for (const std::string& one : usual)
     choice->addItem(shownText(one));
   choice->clearEditText();

@@ -144,6 +144,8 @@ void frmControllerPage::greet(std::function<void(frmGreeting::Choice)> choose) {
   });
   QWidget* before = controllerList_->previousInFocusChain();
   rows_->insertWidget(0, greeting_);
+  // A layout shows what is put into it later, and the search of the start may come first.
+  greeting_->show();
   for (auto* const button : greeting_->findChildren<QPushButton*>()) {
     setTabOrder(before, button);
     before = button;

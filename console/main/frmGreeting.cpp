@@ -11,7 +11,7 @@
 
 namespace touch {
 
-frmGreeting::frmGreeting(std::function<void(Choice)> choose)
+frmGreeting::frmGreeting(const std::function<void(Choice)>& choose)
     : QGroupBox(tr("What do you want to do first?")) {
   setObjectName("frmGreeting");
   setHelpChapter(*this, "Starting");

@@ -15,7 +15,7 @@ class frmGreeting final : public QGroupBox {
   enum class Choice : std::uint8_t { calibrate, prove, talk, notNow };
 
   /// `choose` is told once the press is through, so it may remove this.
-  explicit frmGreeting(std::function<void(Choice)> choose);
+  explicit frmGreeting(const std::function<void(Choice)>& choose);
 };
 
 }  // namespace touch

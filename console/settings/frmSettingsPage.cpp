@@ -14,6 +14,7 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "console/actions/actions.h"
 #include "console/settings/rotation_option.h"
@@ -63,6 +64,16 @@ QRadioButton* makeOption(const QString& caption, int value, bool isRotation) {
 QFont boldened(QFont font) {
   font.setBold(true);
   return font;
+}
+
+/// So that in a window of the usual size the whole page is seen at once.
+template <typename Layout>
+Layout* flatten(Layout* rows) {
+  constexpr int aboveAndBelow = 6;
+  const QMargins usual = rows->contentsMargins();
+  rows->setContentsMargins(usual.left(), std::min(usual.top(), aboveAndBelow), usual.right(),
+                           std::min(usual.bottom(), aboveAndBelow));
+  return rows;
 }
 
 QString captionOf(const char* setting) {
@@ -134,7 +145,7 @@ void frmSettingsPage::resizeEvent(QResizeEvent* event) {
 
 QWidget* frmSettingsPage::makeSwitches() {
   auto* const group = new QGroupBox(tr("Touch"));
-  auto* const column = new QVBoxLayout(group);
+  auto* const column = flatten(new QVBoxLayout(group));
   column->setSpacing(0);
   for (std::size_t i = 0; i < switches_.size(); ++i) {
     const SwitchControl& control = switchControls[i];
@@ -155,7 +166,7 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
                                       QButtonGroup*& group) {
   const Setting* const setting = findSetting(settingName);
   auto* const box = new QGroupBox(title);
-  auto* const row = new QHBoxLayout(box);
+  auto* const row = flatten(new QHBoxLayout(box));
   group = new QButtonGroup(this);
   const bool isRotation = setting == findSetting("rotation");
   for (const int value : order) {
@@ -176,7 +187,7 @@ QWidget* frmSettingsPage::makeOptions(const char* settingName, const char* name,
 QWidget* frmSettingsPage::makeSensitivity() {
   const Setting* const setting = findSetting("sensitivity");
   auto* const box = new QGroupBox(spokenText("settings", setting->caption));
-  auto* const column = new QVBoxLayout(box);
+  auto* const column = flatten(new QVBoxLayout(box));
   sensitivity_->setObjectName("Combo1");
   sensitivity_->setAccessibleName(spokenText("settings", setting->caption));
   sensitivity_->setPlaceholderText(tr("(current value unknown)"));
@@ -193,7 +204,7 @@ QWidget* frmSettingsPage::makeSensitivity() {
 QWidget* frmSettingsPage::makeTiming() {
   auto* const box = new QGroupBox(tr("Timing (press Confirm to apply)"));
   timing_ = box;
-  auto* const grid = new QGridLayout(box);
+  auto* const grid = flatten(new QGridLayout(box));
   constexpr int columnsOfABar = 4;  // caption, bar, value, and what is between two
   for (std::size_t i = 0; i < bars_.size(); ++i) {
     const BarControl& control = barControls[i];

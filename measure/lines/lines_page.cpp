@@ -166,8 +166,9 @@ class PanelMap {
       const bool inEdgeZone = place.x() < zone || place.x() > 1 - zone;
       const bool beyond = std::abs(place.y()) > (inEdgeZone ? edgeLimit : limit);
       const PointMm from = guide.at(place.x() * guide.length());
-      drawArrow(surface, at(from), at(from + place.y() * enlargement_ * guide.normal()),
-                beyond ? failColour : passColour, 1);
+      const TwipsPoint start = at(from);
+      const TwipsPoint tip = at(from + place.y() * enlargement_ * guide.normal());
+      drawArrow(surface, start, cutOff(start, tip), beyond ? failColour : passColour, 1);
     }
   }
 
@@ -176,6 +177,22 @@ class PanelMap {
     PointMm place = PointMm::Zero();
     int count = 0;
   };
+
+  /// An arrow ends at the edge of the map: beyond it there are texts.
+  TwipsPoint cutOff(TwipsPoint start, TwipsPoint tip) const {
+    const auto [left, top] = box_.corner;
+    const float wide = tip.x - start.x;
+    const float high = tip.y - start.y;
+    float part = 1;  // of the arrow
+    if (tip.x < left) part = std::min(part, (left - start.x) / wide);
+    if (tip.x > left + box_.size.width)
+      part = std::min(part, (left + box_.size.width - start.x) / wide);
+    if (tip.y < top) part = std::min(part, (top - start.y) / high);
+    if (tip.y > top + box_.size.height)
+      part = std::min(part, (top + box_.size.height - start.y) / high);
+    part = std::clamp(part, 0.0F, 1.0F);
+    return {start.x + part * wide, start.y + part * high};
+  }
 
   TwipsPoint at(const PointMm& place) const {
     return {box_.corner.x + toFloat(place.x()) * scale_,

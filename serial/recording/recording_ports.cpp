@@ -114,9 +114,8 @@ void RecordedPort::collect() {
     }
     recorder_.add(now, Direction::fromController, bytes);
     if (listener_ && !bytes.empty()) listener_(now, bytes);
-    const auto taken = std::min(bytes.size(), isFull ? 0 : mostWaiting - waiting_.size());
-    waiting_.insert(waiting_.end(), bytes.begin(),
-                    bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+    // The last of them may go beyond: it is off the line, and half of it would be lost.
+    if (!isFull) waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
     if (bytes.size() < flood) return;
   }
 }

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <string_view>
 #include <utility>
 
 #include "support/files/system_folder.h"
@@ -213,8 +214,10 @@ std::vector<std::string> SystemFolder::names() const {
     close(again);
     return all;
   }
-  while (const dirent* const entry = readdir(listing))
-    all.emplace_back(static_cast<const char*>(entry->d_name));
+  while (const dirent* const entry = readdir(listing)) {
+    const std::string_view name = static_cast<const char*>(entry->d_name);
+    if (name != "." && name != "..") all.emplace_back(name);
+  }
   closedir(listing);
   return all;
 }

@@ -54,6 +54,7 @@ class SystemFolder {
   Result<void, Refusal> remove(const std::string& name) const;
   /// Waits until the names that were given in it are on the disk.
   Result<void, Refusal> reachDisk() const;
+  /// Of all that is in it, in no order.
   std::vector<std::string> names() const;
 
  private:

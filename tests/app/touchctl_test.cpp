@@ -219,7 +219,9 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
 
 TEST_F(Touchctl, ShowsTheControllerOfACommissioning) {
   ASSERT_EQ(run(usb("commission --serial A-7 --use kiosk --set --panel-size 120x90")).status, 0);
-  const fs::path source = fs::directory_iterator(folder.path() / "commissioning")->path();
+  fs::path source;
+  for (const auto& entry : fs::directory_iterator(folder.path() / "commissioning"))
+    if (entry.is_directory()) source = entry;
   fs::rename(source, folder.path() / "from customer");
   const std::string from = "--simulate-from \"@/from customer\" ";
   expectAll({
@@ -258,7 +260,7 @@ TEST_F(Touchctl, JudgesASavedMeasurementAgain) {
 
 TEST_F(Touchctl, VerifiesAndComparesBundles) {
   const std::string use = " --use kiosk --set --panel-size 345x194 --out @/runs";
-  expectAll({{usb("commission --serial A" + use), 0, "", ".tub.zip"},
+  expectAll({{usb("commission --serial A" + use), 0, ".tub.zip", ""},
              {usb("commission --serial =B,\"C --skip calibrate=so --out @/runs"), 1, "", ""}});
   std::string runFolder, bundle;
   for (const auto& file : fs::directory_iterator(folder.path() / "runs")) {
@@ -298,7 +300,9 @@ TEST_F(Touchctl, GoesOnWithAPanelsRunUnlessItIsToBeginAnew) {
       usb("commission --serial A --skip settings=no --skip calibrate=no --skip check=no "
           "--skip measure=no --skip rate=no");
   ASSERT_EQ(run(command).status, 5);
-  const fs::path left = fs::directory_iterator(folder.path() / "commissioning")->path();
+  fs::path left;
+  for (const auto& entry : fs::directory_iterator(folder.path() / "commissioning"))
+    if (entry.is_directory()) left = entry;
   const std::string file = (fs::relative(left, folder.path()) / "run.json").string();
   json interrupted = json::parse(folder.read(file));
   interrupted.at("steps").at("sheet").at("state") = "open";

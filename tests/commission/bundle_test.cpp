@@ -43,7 +43,8 @@ class BundleTest : public testing::Test {
     trial.size = {{200}, {120}, measure::SizeSource::user};
     trial.hand = {0.02, 0.05, 120};
     trial.offset = {offset, 0};
-    const auto measurement = measure::truth::record(trial, planOf(run.profile), {});
+    const auto measurement =
+        measure::truth::record(trial, planOf(run.profile), measure::findProfile(run.use)->limits);
     EXPECT_EQ(whyNot(made.saveMeasurement(measurement)), "");
     const auto report = made.report().value();
     EXPECT_EQ(whyNot(made.write("sheet.html", sheetHtml(sheetOf(run, &*report), &*report))), "");
@@ -161,7 +162,7 @@ TEST_F(BundleTest, NamesWhatDoesNotFollowFromTheSamples) {
       {"sheet.json", "\"causes\": []", "\"causes\": [1]", "causes is"},
       {"sheet.json", "\"version\": 1,", "\"version\": 1, \"more\": 2,", "more is"},
       {"run.json", "\"serialNumber\": \"A-17\"", "\"serialNumber\": \"A-18\"", "serialNumber is"},
-      {"limits.json", "kiosk", "industrial", "limits.json"},
+      {"limits.json", "\"mm\": ", "\"mm\": 9", "limits.json"},
       {"block-before.vrq", "1A20", "1A21", "block-before.vrq"},
       {"settings.json", "rotation", "Rotation", "settings.json"},
       {"sheet.html", "PASS", "FAIL", "sheet.html"},

@@ -196,7 +196,9 @@ TEST_F(CommissionWindow, MovesToThePanelsMonitor) {
   EXPECT_EQ(hands.done, Lines({"monitor " + std::to_string(screens.size())}));
   EXPECT_EQ(window->screen(), screens.back());
   EXPECT_TRUE(window->isVisible());
-  EXPECT_EQ(window->pos(), screens.back()->geometry().topLeft());
+  // Some window systems put a frame around it, which may be what begins there.
+  EXPECT_THAT(screens.back()->geometry().topLeft(),
+              testing::AnyOf(window->geometry().topLeft(), window->pos()));
 }
 
 TEST_F(CommissionWindow, IsFilledInByFingerAlone) {

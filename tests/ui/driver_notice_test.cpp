@@ -15,6 +15,10 @@ class DriverNotices : public WindowDesk {
     return notice.stillWaiting({"nexapi.dll", "GetRotation", waited});
   }
   static QMessageBox* box(const char* name) { return qobject_cast<QMessageBox*>(opened(name)); }
+  /// A button that is pressed by its key is seen pressed for a moment before it acts.
+  static bool isGone(const char* name) {
+    return QTest::qWaitFor([name] { return box(name) == nullptr; });
+  }
 
   EventLoopClock realClock;
   DriverNotice notice{realClock};
@@ -65,7 +69,7 @@ TEST_F(DriverNotices, AreAnsweredByKeys) {
     ASSERT_NE(box("driverHangs"), nullptr);
     EXPECT_TRUE(QTest::qWaitForWindowActive(box("driverHangs")));
     QTest::keyClick(box("driverHangs"), key, with);
-    EXPECT_EQ(box("driverHangs"), nullptr);
+    EXPECT_TRUE(isGone("driverHangs"));
     EXPECT_EQ(waits(3s), next);
     notice.waitEnded();
   }
@@ -76,7 +80,7 @@ TEST_F(DriverNotices, AreAnsweredByKeys) {
     ASSERT_NE(box("driverLost"), nullptr);
     EXPECT_TRUE(QTest::qWaitForWindowActive(box("driverLost")));
     QTest::keyClick(box("driverLost"), key, with);
-    EXPECT_EQ(box("driverLost"), nullptr) << key;
+    EXPECT_TRUE(isGone("driverLost")) << key;
   }
 }
 

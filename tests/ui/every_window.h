@@ -74,6 +74,10 @@ class EveryWindow : public DrawingDesk {
   void open(auto& window, const std::string& state = "") {
     window.open();
     settle(window, size_);
+    // Once it is active it fills in its texts, and then each frame around them is laid out again.
+    constexpr int framesWithinEachOther = 6;
+    for (int frame = 0; frame < framesWithinEachOther; ++frame)
+      QApplication::processEvents();
     visit_(window.objectName().toStdString() + state, window);
   }
   static void press(QWidget& window, const char* name) {

@@ -76,7 +76,9 @@ TEST_F(Languages, EachHasKeysOfItsOwnAndAMainWindowThatFits) {
       for (const auto* const button : window.findChildren<QAbstractButton*>()) {
         const QString name = button->objectName();
         const bool keyIsEscape = name == "Label1" || name == "cmdEscape";
-        if (!button->isVisible() || keyIsEscape) continue;
+        // Whoever has keys does not need those on the screen.
+        const bool isKey = button->parentWidget()->objectName() == "screenKeyboard";
+        if (!button->isVisible() || keyIsEscape || isKey) continue;
         const QString key = button->shortcut().toString();
         if (key.isEmpty() ? button->inherits("QPushButton") : !taken.insert(key).second)
           blame(where, *button, "has no key of its own");

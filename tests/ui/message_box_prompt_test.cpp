@@ -14,7 +14,9 @@ class MessageBoxes : public WindowDesk {
   static void whenAsked(const Action& action) {
     QTimer::singleShot(0, qApp, [action] {
       auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      box == nullptr ? whenAsked(action) : action(*box);
+      if (box == nullptr) return whenAsked(action);
+      EXPECT_TRUE(QTest::qWaitForWindowActive(box)) << "no key of a button counts before";
+      action(*box);
     });
   }
   static Action press(QMessageBox::StandardButton button) {

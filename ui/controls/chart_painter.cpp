@@ -66,6 +66,7 @@ void paintPage(QPainter& painter, const QRectF& room, TwipsSize page,
   painter.translate(room.center());
   painter.scale(scale, scale);
   painter.translate(-size.width() / 2, -size.height() / 2);
+  painter.setClipRect(QRectF({}, size), Qt::IntersectClip);  // around it there may be a text
   ChartPainter surface(painter);
   draw(surface);
   painter.restore();

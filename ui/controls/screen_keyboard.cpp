@@ -15,6 +15,7 @@ namespace {
 constexpr const char* rows[] = {"1234567890", "QWERTYUIOP-", "ASDFGHJKL./", "ZXCVBNM"};
 constexpr int gap = 4;
 constexpr int narrowestKey = 30;  // a little more than 7.5 mm; eleven fit on a small screen
+constexpr qreal letters = 1.4;    // of the usual size: a finger that aims covers what it aims at
 
 void type(int key, const QString& text = {}) {
   QWidget* const typedInto = QApplication::focusWidget();
@@ -40,6 +41,7 @@ ScreenKeyboard::ScreenKeyboard(QWidget* parent) : QWidget(parent) {
     key->setFocusPolicy(Qt::NoFocus);
     key->setAutoRepeat(true);
     key->setMinimumSize(narrowestKey, fingerSize());
+    if (caption.size() == 1) key->setFont(resized(key->font(), letters));
     key->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     connect(key, &QPushButton::clicked, this, typed);
     grid->addWidget(key, row, column, 1, wide);

@@ -103,7 +103,7 @@ void drawButton(const QStyleOption& option, QPainter& painter, const QWidget* wi
                      : (isHovered ? colours.accent.lighter(110) : colours.accent);
     line = fill;
   } else if (kindOf(widget) == ButtonKind::dangerous) {
-    if (isPressed || isHovered) fill = colours.problemSoft;
+    if (isHovered && !isPressed) fill = colours.problemSoft;
     line = colours.problem;
   }
   Brushwork(painter).box(option.rect, fill, line, controlRadius);

@@ -72,7 +72,8 @@ TEST_F(Pages, SettingsAreShownWithoutSendingAnythingAndActAtOnceOrByConfirm) {
     QTest::keyClick(find<QWidget>(control), key);
     EXPECT_EQ(changes(), sent) << control;
   }
-  // All of an option can be pressed, its picture too.
+  // All of an option can be pressed, its picture too. The page has made room for the note before.
+  QApplication::processEvents();
   QTest::mouseClick(find<QWidget>("Option2_1"), Qt::LeftButton, {}, {12, 12});
   EXPECT_EQ(changes(), Lines{"SetRotation 1"});
   QTest::mouseClick(find<QWidget>("Option2_3"), Qt::LeftButton, {}, {12, 12});
@@ -85,6 +86,15 @@ TEST_F(Pages, SettingsAreShownWithoutSendingAnythingAndActAtOnceOrByConfirm) {
   EXPECT_TRUE(isOn("Check1"));
   EXPECT_TRUE(isOn("Option2_0"));
   EXPECT_FALSE(isOn("Check5"));
+}
+
+TEST_F(Pages, SettingsAreSeenWithoutScrollingInAWindowOfTheUsualSize) {
+  open("Settings");
+  ASSERT_EQ(window->size(), QSize(760, 640));
+  const auto* const area = find<QTabWidget>("tabs")->currentWidget()->findChild<QScrollArea*>();
+  EXPECT_EQ(area->verticalScrollBar()->maximum(), 0);
+  for (const char* const control : {"Check1", "Option2_0", "Option3_0", "Combo1", "HScroll1"})
+    EXPECT_GE(find<QWidget>(control)->height(), fingerSize()) << control;
 }
 
 TEST_F(Pages, TheWheelTurnsWhatHasTheFocusAlone) {

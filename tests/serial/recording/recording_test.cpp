@@ -59,6 +59,30 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   }
 }
 
+TEST_F(RecordingTest, LosesNothingOfAFloodToASlowReader) {
+  ASSERT_EQ(whyNot(port.take()), "");
+  RecordedPort recorded(serial, clock);
+  Bytes sent;
+  Bytes read;
+  const auto readOn = [&] {
+    const Bytes part = recorded.readAll();
+    EXPECT_LE(std::ssize(part), RecordedPort::mostInOneRead);
+    read.insert(read.end(), part.begin(), part.end());
+    return !part.empty();
+  };
+  for (std::uint8_t i = 0; i < 20; ++i) {
+    const Bytes piece(50'001, i);
+    sent.insert(sent.end(), piece.begin(), piece.end());
+    serial.received.insert(serial.received.end(), piece.begin(), piece.end());
+    if (i % 10 == 0) readOn();
+    clock.delay(2ms);
+  }
+  EXPECT_GT(serial.received.size(), 0u) << "the rest waits on the line";
+  while (readOn()) {
+  }
+  EXPECT_TRUE(read == sent) << read.size() << " bytes of " << sent.size();
+}
+
 TEST_F(RecordingTest, MayHoldMuchThatIsDueAtOnce) {
   Bytes much;
   for (int i = 0; i < 40'000; ++i)
