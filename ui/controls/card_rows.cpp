@@ -24,7 +24,7 @@ constexpr int leastWidthWithState = 280;
 struct StateLook {
   QColor ink;
   QColor ground;
-  Sign sign;
+  Sign sign{};
 };
 
 StateLook lookOf(CardState::Kind kind, const Colours& colours) {
