@@ -106,9 +106,13 @@ class Differences {
     }
   }
 
+  static std::string placeOf(const std::string& path, const std::string& name) {
+    return path.empty() ? name : fmt::format("{}.{}", path, name);
+  }
+
   void compareMembers(const Json& said, const Json& computed, const std::string& path) {
     for (const auto& [name, value] : computed.items()) {
-      const std::string place = path.empty() ? name : path + '.' + name;
+      const std::string place = placeOf(path, name);
       const auto found = said.find(name);
       // These are sentences in the language of whoever made the sheet.
       if (name == "reason" || name == "remarks") {
@@ -122,7 +126,7 @@ class Differences {
       }
     }
     for (const auto& [name, value] : said.items())
-      if (!computed.contains(name)) differ(value, Json(), path.empty() ? name : path + '.' + name);
+      if (!computed.contains(name)) differ(value, Json(), placeOf(path, name));
   }
 
   void differ(const Json& said, const Json& computed, const std::string& path) {

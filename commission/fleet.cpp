@@ -150,8 +150,10 @@ std::vector<FleetPanel> panelsOf(std::vector<Visit> visits) {
   std::ranges::stable_sort(visits, {}, [](const Visit& one) {
     return std::tie(one.serialNumber, one.began, one.sheetHash);
   });
-  const auto copies = std::ranges::unique(visits, {}, &Visit::sheetHash);
-  visits.erase(copies.begin(), copies.end());
+  const auto isCopy = [](const Visit& one, const Visit& other) {
+    return one.sheetHash == other.sheetHash;
+  };
+  visits.erase(std::unique(visits.begin(), visits.end(), isCopy), visits.end());
   std::vector<FleetPanel> panels;
   const Visit* first = nullptr;
   for (const Visit& visit : visits) {

@@ -30,7 +30,7 @@ enum class Move : std::uint8_t {
   dot,    ///< x y radius: filled
 };
 struct PenStroke {
-  Move move;
+  Move move{};
   qreal a = 0;
   qreal b = 0;
   qreal c = 0;
