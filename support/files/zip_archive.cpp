@@ -54,7 +54,7 @@ std::optional<std::string> deflatedBytes(std::string_view bytes) {
                    Z_DEFAULT_STRATEGY) != Z_OK)
     return std::nullopt;
   std::string packed(bytes.size(), '\0');
-  stream.zlib.next_in = const_cast<Bytef*>(bytesOf(bytes));  // which it does not change
+  stream.zlib.next_in = bytesOf(bytes);
   stream.zlib.avail_in = static_cast<uInt>(bytes.size());
   stream.zlib.next_out = reinterpret_cast<Bytef*>(packed.data());
   stream.zlib.avail_out = static_cast<uInt>(packed.size());
@@ -69,7 +69,7 @@ std::optional<std::string> inflatedBytes(std::string_view packed, std::size_t si
   if (inflateInit2(&stream.zlib, bareDeflate) != Z_OK) return std::nullopt;
   // One byte more than it may have shows when there is more of it.
   std::string bytes(size + 1, '\0');
-  stream.zlib.next_in = const_cast<Bytef*>(bytesOf(packed));
+  stream.zlib.next_in = bytesOf(packed);
   stream.zlib.avail_in = static_cast<uInt>(packed.size());
   stream.zlib.next_out = reinterpret_cast<Bytef*>(bytes.data());
   stream.zlib.avail_out = static_cast<uInt>(bytes.size());
