@@ -55,6 +55,7 @@ struct Step {
   std::chrono::seconds full;
   bool mayBeSkipped;
 
+  // cppcheck-suppress passedByValue ; an enumeration, and not the limits of that name
   std::chrono::seconds duration(Profile profile) const {
     return profile == Profile::quick ? quick : full;
   }
