@@ -23,7 +23,7 @@ Plan everything() {
   return {true, true, true, true, LineSet::full, 25};
 }
 
-/// All that a hand which never errs finds out. Who owns the panel always knows that it was not he.
+/// All that a hand which never errs finds out. Whatever goes wrong counts as the panel's fault.
 Measurement measured(SimulatedDriver& driver, const std::string& controller,
                      const PanelSize& size) {
   Measurement measurement;
