@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "linetest/canvas/hiding_tools.h"
 #include "ui/controls/finger_list.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
@@ -111,6 +112,7 @@ frmDraw::frmDraw(CanvasParts parts, const Simulation& simulation, std::string co
   makePanels();
   makeTools();
 
+  new HidingTools(parts.clock, *canvasWidget_, {tools_, menu_, escape_}, this);
   canvas_ = std::make_unique<Canvas>(std::move(parts), *this, canvasWidget_->sizeInTwips());
   connect(canvasWidget_, &TouchCanvas::penDown, this,
           [this](Qt::MouseButton button, TwipsPoint at) {

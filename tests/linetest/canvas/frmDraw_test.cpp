@@ -122,6 +122,25 @@ TEST_F(DrawWindow, HelpAndMenuAreUsedByFingerAndByKeys) {
   EXPECT_EQ(left, 1) << "the last but one entry leaves";
 }
 
+TEST_F(DrawWindow, TheToolsMakeRoomForTheInk) {
+  open();
+  const QPoint tool = find<QWidget>("cmdMenu")->geometry().center();
+  const auto isSeen = [&] { return window->childAt(tool) != canvas; };
+  draw(canvas, {{10, 10}, {60, 10}});
+  EXPECT_TRUE(isSeen()) << "a stroke elsewhere leaves them alone";
+  draw(canvas, {{tool.x() - 100, tool.y()}, {tool.x() + 100, tool.y()}});
+  EXPECT_FALSE(isSeen());
+  EXPECT_NE(window->grab().toImage().pixel(tool), paper) << "the ink of a stroke under them";
+  live(900ms);
+  draw(canvas, {{10, 20}, {60, 20}});
+  live(900ms);
+  EXPECT_FALSE(isSeen()) << "whoever draws on is not disturbed";
+  live(100ms);
+  EXPECT_TRUE(isSeen());
+  click("cmdMenu");
+  EXPECT_TRUE(find<QListWidget>("menuPanel")->isVisible());
+}
+
 TEST_F(DrawWindow, SavesViewsAndTakesBack) {
   switches.toleranceTest = true;
   open();
