@@ -215,20 +215,18 @@ void checkContents(const Bundle& bundle, const Run& run, const measure::Report* 
 
 }  // namespace
 
-Result<fs::path> writeBundle(const RunFolder& folder) {
-  const auto run = folder.run();
-  if (!run) return tl::unexpected(run.error());
+Result<fs::path> writeBundle(const RunFolder& folder, const Run& run) {
   const PersonalNames personal = personalNames();
   std::vector<ZipEntry> entries;
   for (const std::string& name : folder.names()) {
     const Kind* const kind = kindOf(name);
     if (kind == nullptr) continue;
-    auto content = folder.read(name);
+    auto content = name == RunFolder::runName ? runText(run) : folder.read(name);
     if (!content) return tl::unexpected(content.error());
     entries.push_back(
         {name, kind->isText ? withoutPersonalNames(*content, personal) : std::move(*content)});
   }
-  for (auto& [name, content] : excerptsOf(*run))
+  for (auto& [name, content] : excerptsOf(run))
     entries.push_back({name, withoutPersonalNames(content, personal)});
   std::ranges::sort(entries, {}, &ZipEntry::name);
   entries.push_back({Bundle::manifestName, manifestOf(entries)});

@@ -20,9 +20,9 @@ namespace touch::commission {
 
 inline constexpr std::string_view bundleEnding = ".tub.zip";
 
-/// Packs a run's folder, and writes it beside that, whole or not at all; returns where. The home
-/// folder and the computer's name are left out of all texts.
-Result<std::filesystem::path> writeBundle(const RunFolder& folder);
+/// Packs a run's folder, with `run` as what became of it, and writes it beside that, whole or not
+/// at all; returns where. The home folder and the computer's name are left out of all texts.
+Result<std::filesystem::path> writeBundle(const RunFolder& folder, const Run& run);
 
 /// A bundle that is read. It may be anybody's.
 class Bundle {

@@ -17,7 +17,6 @@
 #include <algorithm>
 #include <array>
 
-#include "commission/bundle.h"
 #include "commission/controller_steps.h"
 #include "commission/frmCommissionStart.h"
 #include "commission/frmSheetPdf.h"
@@ -457,17 +456,13 @@ void frmCommission::carryOut() {
     case StepId::verdict:
       return work([this] { return guided_->judge(); });
     case StepId::sheet:
-      return work([this] {
-        return guided_
-            ->writeSheet(
-                [](const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {
-                  return printSheet(folder, sheet, report);
-                })
-            .and_then([this] { return trace_->keep(); })
-            .and_then([this]() -> Status {
-              const auto bundle = writeBundle(guided_->folder());
-              return bundle ? Status() : tl::unexpected(bundle.error());
-            });
+      return work([this]() -> Status {
+        const auto print = [](const RunFolder& folder, const Sheet& sheet,
+                              const measure::Report* report) {
+          return printSheet(folder, sheet, report);
+        };
+        const auto bundle = guided_->handOver(*trace_, print);
+        return bundle ? Status() : tl::unexpected(bundle.error());
       });
   }
 }

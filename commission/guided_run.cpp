@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "commission/bundle.h"
 #include "commission/controller_steps.h"
 #include "console/doctor/doctor_report.h"
 #include "console/settings/touch_settings.h"
@@ -155,20 +156,26 @@ Status GuidedRun::judge() {
   return end(StepId::verdict, std::move(found));
 }
 
-Status GuidedRun::writeSheet(const SheetPrinter& print) {
+Result<std::filesystem::path> GuidedRun::handOver(const RunTrace& trace,
+                                                  const SheetPrinter& print) {
   const auto made = folder_.report();
   if (!made) return tl::unexpected(made.error());
   const measure::Report* const known = *made ? &**made : nullptr;
-  // The sheet says of itself what it says of the others.
+  // The sheet and the bundle say of themselves what they say of the other steps; the run says it
+  // last, when they are there.
   Run run = run_;
   finish(run, StepId::sheet, {}, time());
-  if (auto printed = print(folder_, sheetOf(run, known), known); !printed) return printed;
-  if (auto kept = folder_.write("sheet.json", sheetJson(run, known).dump(2) + '\n'); !kept)
-    return kept;
-  // With the time that is on the sheet.
-  if (auto saved = folder_.save(run); !saved) return saved;
+  if (auto printed = print(folder_, sheetOf(run, known), known); !printed)
+    return tl::unexpected(printed.error());
+  auto kept = folder_.write("sheet.json", sheetJson(run, known).dump(2) + '\n').and_then([&] {
+    return trace.keep();
+  });
+  if (!kept) return tl::unexpected(kept.error());
+  auto bundle = writeBundle(folder_, run);
+  if (!bundle) return bundle;
+  if (auto saved = folder_.save(run); !saved) return tl::unexpected(saved.error());
   run_ = std::move(run);
-  return {};
+  return bundle;
 }
 
 Status GuidedRun::skip(StepId id, std::string reason) {

@@ -10,6 +10,7 @@
 #include "commission/mending.h"
 #include "commission/run.h"
 #include "commission/run_folder.h"
+#include "commission/run_trace.h"
 #include "commission/sheet.h"
 #include "commission/target_advice.h"
 #include "console/doctor/doctor.h"
@@ -75,8 +76,10 @@ class GuidedRun {
   /// Skips itself where no times of reports are known.
   [[nodiscard]] Status tellRate();
   [[nodiscard]] Status judge();
-  /// The one for programs, and what `print` makes of it for people.
-  [[nodiscard]] Status writeSheet(const SheetPrinter& print = printHtml);
+  /// Writes the sheet, for people by `print` and for programs, and packs all into the bundle;
+  /// returns where that is.
+  Result<std::filesystem::path> handOver(const RunTrace& trace,
+                                         const SheetPrinter& print = printHtml);
 
   [[nodiscard]] Status skip(StepId id, std::string reason);
   /// Another calibration forgets the measurement of before.

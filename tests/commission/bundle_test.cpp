@@ -52,7 +52,7 @@ class BundleTest : public testing::Test {
     EXPECT_EQ(whyNot(made.write("sheet.pdf", "%PDF")), "");
     EXPECT_EQ(whyNot(made.write("doctor.txt", "all is well " + personalHome())), "");
     EXPECT_EQ(whyNot(made.write("mine.txt", "the user's")), "");
-    const auto written = writeBundle(made);
+    const auto written = writeBundle(made, run);
     EXPECT_TRUE(written) << written.error().describe();
     return *written;
   }

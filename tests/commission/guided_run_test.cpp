@@ -27,6 +27,11 @@ class Guided : public ParameterDesk {
   /// As it is on the disk.
   commission::Run stored() const { return guided->folder().run().value(); }
 
+  Result<fs::path> handOver(const SheetPrinter& print = printHtml) {
+    Trace trace;
+    return guided->handOver(RunTrace(trace, guided->folder()), print);
+  }
+
   std::optional<GuidedRun> guided;
 };
 
@@ -114,7 +119,14 @@ TEST_F(Guided, ForgetsTheMeasurementOfAnotherCalibrationAndSkipsARateThatIsNotKn
   EXPECT_TRUE(guided->measurement({{1}, {1}, measure::SizeSource::user}).value().traces.empty());
   ASSERT_EQ(whyNot(guided->skip(StepId::calibrate, "as it is")), "");
   EXPECT_EQ(stored()[StepId::calibrate].reason, "as it is");
-  ASSERT_EQ(whyNot(guided->writeSheet()), "");
+
+  const auto printNothing = [](auto&&...) {
+    return Status(tl::unexpected(FileError{"sheet.pdf", 0, "paper", ""}));
+  };
+  EXPECT_EQ(handOver(printNothing).error().file, "sheet.pdf");
+  EXPECT_EQ(stored()[StepId::sheet].state, StepState::open) << "what is not there is not done";
+  EXPECT_EQ(whyNot(handOver()), "");
+  EXPECT_EQ(stored()[StepId::sheet].state, StepState::done);
   EXPECT_THAT(folder.read(fs::relative(guided->folder().path(), folder.path()) / "sheet.html"),
               HasSubstr("INCOMPLETE"));
 }

@@ -66,9 +66,14 @@ class Installer {
       case StepId::verdict:
         return guided.judge().has_value();
       case StepId::sheet:
-        return guided.writeSheet().has_value();
+        return handOver(guided);
     }
     return false;
+  }
+
+  static bool handOver(GuidedRun& guided) {
+    Trace trace;
+    return guided.handOver(RunTrace(trace, guided.folder())).has_value();
   }
 
   bool draw(GuidedRun& guided) {

@@ -14,7 +14,6 @@
 #include "app/touchctl/interrupt.h"
 #include "app/touchctl/output.h"
 #include "calibration/check.h"
-#include "commission/bundle.h"
 #include "commission/guided_run.h"
 #include "commission/run_trace.h"
 #include "commission/sheet.h"
@@ -105,7 +104,7 @@ class ShellRun {
       case StepId::verdict:
         return guided_.judge();
       case StepId::sheet:
-        return writeSheet();
+        return handOver();
     }
     return {};
   }
@@ -133,13 +132,16 @@ class ShellRun {
   }
 
   /// On paper only where the program with windows is installed, which can draw.
-  Status writeSheet() {
-    if (auto written = guided_.writeSheet(); !written) return written;
-    const fs::path& folder = guided_.folder().path();
-    const auto printed = runNeighbour("touchutility", {"--lang", "en", "--print-sheet", folder});
-    if (printed != 0) complain("sheet.pdf was not written: that takes touchutility");
-    if (auto kept = trace_.keep(); !kept) return kept;
-    const auto bundle = writeBundle(guided_.folder());
+  static Status print(const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {
+    const auto printed =
+        runNeighbour("touchutility", {"--lang", "en", "--print-sheet", folder.path()});
+    if (printed == 0) return {};
+    complain("sheet.pdf was not written: that takes touchutility");
+    return printHtml(folder, sheet, report);
+  }
+
+  Status handOver() {
+    const auto bundle = guided_.handOver(trace_, print);
     if (!bundle) return tl::unexpected(bundle.error());
     tell(shell_, "  {}\n", printable(utf8Of(*bundle)));
     return {};

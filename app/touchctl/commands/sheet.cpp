@@ -31,7 +31,9 @@ ExitStatus failedFor(const FileError& error) {
 ExitStatus pack(const std::string& named) {
   const auto folder = RunFolder::open(absolutePathNamed(named));
   if (!folder) return failedFor(folder.error());
-  const auto written = writeBundle(*folder);
+  const auto run = folder->run();
+  if (!run) return failedFor(run.error());
+  const auto written = writeBundle(*folder, *run);
   if (!written) return failedFor(written.error());
   print("{}\n", printable(utf8Of(*written)));
   return ExitStatus::done;
