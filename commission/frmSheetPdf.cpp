@@ -5,11 +5,13 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <array>
+#include <chrono>
 #include <functional>
 #include <span>
 
 #include "commission/guided_run.h"
 #include "measure/lines/lines_page.h"
+#include "measure/report/conditions.h"
 #include "measure/report/map_page.h"
 #include "support/text/language.h"
 #include "ui/controls/chart_painter.h"
@@ -38,8 +40,8 @@ struct Density {
   qreal smallAbove;
   qreal leastLines;  ///< how wide the picture of the lines has to be: a part of the page
 };
-constexpr Density densities[] = {
-    {9, 8, 3, 1, 0.95}, {9, 8, 2, 1, 0.95}, {9, 8, 1, 0.5, 0.9}, {8, 7, 0.5, 0.5, 0.6}};
+constexpr Density densities[] = {{9, 8, 3, 1, 0.95},    {9, 8, 2, 1, 0.95},    {9, 8, 1, 0.5, 0.9},
+                                 {8, 7, 0.5, 0.5, 0.6}, {7, 6, 0.5, 0.5, 0.6}, {7, 6, 0, 0, 0.4}};
 
 constexpr QColor ink(28, 35, 43);
 constexpr QColor quiet(90, 101, 114);
@@ -478,8 +480,11 @@ Status printSheet(const RunFolder& folder, const Sheet& sheet, const measure::Re
 }
 
 Status printSheet(const RunFolder& folder) {
-  const auto run = folder.run();
+  auto run = folder.run();
   if (!run) return tl::unexpected(run.error());
+  // Whoever is about to end the run has it printed first.
+  if (nextStep(*run) == StepId::sheet)
+    finish(*run, StepId::sheet, {}, measure::dateOf(std::chrono::system_clock::now()));
   const auto made = folder.report();
   if (!made) return tl::unexpected(made.error());
   const measure::Report* const report = *made ? &**made : nullptr;

@@ -34,6 +34,8 @@ TEST(SheetPdf, HasTwoPagesHoweverMuchWasMeasured) {
       measure::truth::Trial trial;
       trial.hand = {0.02, 0.05, 120};
       trial.offset = {offset, 0};
+      trial.noise = offset / 5;
+      trial.dead = measure::truth::Strip{true, offset, 3 * offset};
       const measure::Report report =
           measure::reportOf(measure::truth::record(trial, planOf(profile), measure::Limits()));
       const QByteArray pdf = sheetPdf(sheetOf(wholeRun(profile), &report), &report);
