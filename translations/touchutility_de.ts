@@ -4518,6 +4518,14 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>not asked yet</source>
         <translation>noch nicht gefragt</translation>
     </message>
+    <message>
+        <source>What is connected to what</source>
+        <translation>Was womit verbunden ist</translation>
+    </message>
+    <message>
+        <source>The panel&apos;s tail is plugged into the controller, the controller into the computer, and it has power.</source>
+        <translation>Die Fahne des Panels steckt im Controller, der Controller im Rechner, und er hat Strom.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmDoctorPage</name>
@@ -5739,6 +5747,13 @@ Zeichnen Sie hier mit der Maus</translation>
     </message>
 </context>
 <context>
+    <name>touch::measure::frmGuideBox</name>
+    <message>
+        <source>How it is done</source>
+        <translation>So geht es</translation>
+    </message>
+</context>
+<context>
     <name>touch::measure::frmLimitsBox</name>
     <message>
         <source>Limits</source>
@@ -5862,6 +5877,10 @@ Zeichnen Sie hier mit der Maus</translation>
     <message>
         <source>%1   %2 of %3 measured</source>
         <translation>%1   %2 von %3 gemessen</translation>
+    </message>
+    <message>
+        <source>A ruler lies beside the line, held on the panel&apos;s frame.</source>
+        <translation>Ein Lineal liegt neben der Linie, gehalten auf dem Rahmen des Panels.</translation>
     </message>
 </context>
 <context>
@@ -6301,6 +6320,10 @@ Ab jetzt wird der Zeiger gemessen.</translation>
     <message>
         <source>Drawn: %1 % covered, straightness %2.</source>
         <translation>Gezeichnet: %1 % abgedeckt, Geradheit %2.</translation>
+    </message>
+    <message>
+        <source>Rub around the edges first, then back and forth over all.</source>
+        <translation>Erst an den Rändern entlang reiben, dann hin und her über alles.</translation>
     </message>
 </context>
 <context>

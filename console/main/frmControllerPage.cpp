@@ -15,6 +15,7 @@
 #include "console/main/main_console.h"
 #include "ui/controls/card_rows.h"
 #include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
 #include "ui/guide/help.h"
 #include "ui/style/signs.h"
 #include "ui/text.h"
@@ -81,6 +82,7 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
           new QLabel(tr("No controller is listed. Check that the touch driver is installed and the "
                         "controller is connected and powered, then press Refresh. The page "
                         "\"Doctor\" says what is missing."))),
+      emptyDrawing_(new QLabel),
       chosen_(new QLabel),
       unitType_(makeValueLabel("lblUnitType")),
       firmware_(makeValueLabel("lblFirmware")),
@@ -90,7 +92,11 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
   setHelpChapter(*this, "Controller");
   setUpList(console);
   emptyHint_->setWordWrap(true);
-  emptyHint_->hide();
+  showDrawing(*emptyDrawing_, "connector", tr("What is connected to what"),
+              tr("The panel's tail is plugged into the controller, the controller into the "
+                 "computer, and it has power."));
+  for (QLabel* const shown : {emptyHint_, emptyDrawing_})
+    shown->hide();
 
   infoList_->setObjectName("infoList");
   infoList_->setAccessibleName(tr("Controller information"));
@@ -98,6 +104,7 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
 
   auto* const found = new QVBoxLayout;
   found->addWidget(controllerList_, 1);
+  found->addWidget(emptyDrawing_);
   found->addWidget(emptyHint_);
   halves_ = new QBoxLayout(QBoxLayout::LeftToRight);
   halves_->addLayout(found, 1);
@@ -228,6 +235,7 @@ void frmControllerPage::showControllers() {
   describeControllers();
   controllerList_->setCurrentCell(model_.selected ? static_cast<int>(*model_.selected) : -1, 0);
   emptyHint_->setVisible(names.empty());
+  emptyDrawing_->setVisible(names.empty() && !isSmallScreen());
   info_->setEnabled(model_.selected.has_value());
 }
 

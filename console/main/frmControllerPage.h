@@ -49,6 +49,7 @@ class frmControllerPage final : public QWidget {
   const MainModel& model_;
   QTableWidget* controllerList_;
   QLabel* emptyHint_;
+  QLabel* emptyDrawing_;
   QBoxLayout* halves_ = nullptr;
   QVBoxLayout* rows_ = nullptr;
   QPointer<frmGreeting> greeting_;

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "ui/controls/finger_style.h"
+#include "ui/controls/graphic.h"
 
 namespace touch::measure {
 
@@ -17,6 +18,7 @@ frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* in
                          QWidget* parent)
     : QFrame(parent),
       title_(new QLabel(this)),
+      drawing_(new QLabel(this)),
       instruction_(new QLabel(this)),
       grid_(new QGridLayout(this)) {
   setObjectName(name);
@@ -28,11 +30,18 @@ frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* in
   bold.setBold(true);
   title_->setFont(bold);
   title_->setWordWrap(true);
+  drawing_->setObjectName("drawing");
+  drawing_->hide();
   instruction_->setObjectName(instructionName);
   instruction_->setWordWrap(true);
   instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   grid_->setContentsMargins(margin, margin, margin, margin);
   grid_->setSpacing(isSmallScreen() ? 3 : 6);
+}
+
+void frmGuideBox::showDrawing(const QString& name, const QString& description) {
+  drawing_->setVisible(!name.isEmpty());
+  if (!name.isEmpty()) touch::showDrawing(*drawing_, name, tr("How it is done"), description);
 }
 
 QPushButton* frmGuideBox::addButton(const char* name, const QString& caption, const QString& hint,

@@ -22,7 +22,12 @@ class frmGuideBox final : public QFrame {
   QPushButton* addButton(const char* name, const QString& caption, const QString& hint,
                          std::function<void()> action);
 
+  /// Shows a drawing of the guide, "rubbing", between title and instruction; an empty name takes it
+  /// away. `description` is for those who cannot see it.
+  void showDrawing(const QString& name, const QString& description = {});
+
   QLabel& title() { return *title_; }
+  QLabel& drawing() { return *drawing_; }
   QLabel& instruction() { return *instruction_; }
   QGridLayout& grid() { return *grid_; }
   /// In the order in which they were added.
@@ -30,6 +35,7 @@ class frmGuideBox final : public QFrame {
 
  private:
   QLabel* title_;
+  QLabel* drawing_;
   QLabel* instruction_;
   QGridLayout* grid_;
   std::vector<QPushButton*> buttons_;

@@ -25,6 +25,7 @@ namespace {
 constexpr int inkWidth = 3;
 constexpr int pageGap = 8;
 constexpr int widestBox = 560;
+constexpr int heightForDrawing = 760;  // a box above a horizontal line has half of that
 constexpr std::size_t mostReasons = 3;
 
 bool isVertical(const Guide& guide) {
@@ -75,11 +76,12 @@ void frmLines::addButtons() {
 void frmLines::arrangeBox(int columns) {
   QGridLayout& grid = box_->grid();
   grid.addWidget(&box_->title(), 0, 0, 1, columns);
-  grid.addWidget(&box_->instruction(), 1, 0, 1, columns);
+  grid.addWidget(&box_->drawing(), 1, 0, 1, columns);
+  grid.addWidget(&box_->instruction(), 2, 0, 1, columns);
   int place = 0;
   for (QPushButton* const button : box_->buttons()) {
     const bool alone = button == box_->buttons().back() && place % columns == 0;
-    grid.addWidget(button, 2 + place / columns, place % columns, 1, alone ? columns : 1);
+    grid.addWidget(button, 3 + place / columns, place % columns, 1, alone ? columns : 1);
     ++place;
   }
 }
@@ -248,7 +250,10 @@ void frmLines::showLine(const QString& note) {
                             .arg(procedure_->countKept())
                             .arg(procedure_->guides().size()));
   box_->instruction().setText(note.isEmpty() ? instructionFor(*guide) : note);
-  repeatButton_->setEnabled(!procedure_->drawn().empty());
+  const bool isFirst = procedure_->drawn().empty();
+  box_->showDrawing(isFirst && height() >= heightForDrawing ? "straight-edge" : "",
+                    tr("A ruler lies beside the line, held on the panel's frame."));
+  repeatButton_->setEnabled(!isFirst);
   backButton_->setEnabled(guide != procedure_->guides().front());
   placeBox();
   canvas_->setFocus();

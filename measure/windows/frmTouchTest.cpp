@@ -27,6 +27,7 @@ namespace {
 constexpr std::chrono::milliseconds readingInterval{10};
 constexpr int gapAround = 8;
 constexpr int widestBox = 420;
+constexpr int heightForDrawing = 600;
 constexpr int traceWidth = 4;
 
 /// From the nearest point of a task to a rectangle, in logical pixels.
@@ -94,14 +95,15 @@ void frmTouchTest::addButtons() {
                            [this] { emit leaveRequested(); });
   QGridLayout& grid = box_->grid();
   grid.addWidget(&box_->title(), 0, 0, 1, 2);
-  grid.addWidget(&box_->instruction(), 1, 0, 1, 2);
-  grid.addWidget(byPanel_, 2, 0);
-  grid.addWidget(byHand_, 2, 1);
-  grid.addWidget(missed_, 3, 0, 1, 2);
-  grid.addWidget(back_, 4, 0);
-  grid.addWidget(next_, 4, 1);
-  grid.addWidget(repeat_, 5, 0);
-  grid.addWidget(leave_, 5, 1);
+  grid.addWidget(&box_->drawing(), 1, 0, 1, 2);
+  grid.addWidget(&box_->instruction(), 2, 0, 1, 2);
+  grid.addWidget(byPanel_, 3, 0);
+  grid.addWidget(byHand_, 3, 1);
+  grid.addWidget(missed_, 4, 0, 1, 2);
+  grid.addWidget(back_, 5, 0);
+  grid.addWidget(next_, 5, 1);
+  grid.addWidget(repeat_, 6, 0);
+  grid.addWidget(leave_, 6, 1);
 }
 
 void frmTouchTest::begin(TouchTest test) {
@@ -276,6 +278,11 @@ void frmTouchTest::showTask(const QString& note) {
   byHand_->setVisible(asks);
   back_->setEnabled(procedure_->number() > 0);
   repeat_->setEnabled(procedure_->number() > 0 || procedure_->wasTouched(*procedure_->current()));
+  const bool isBeforeRubbing = height() >= heightForDrawing &&
+                               procedure_->test() == TouchTest::coverage &&
+                               !procedure_->wasTouched(*procedure_->current());
+  box_->showDrawing(isBeforeRubbing ? "rubbing" : "",
+                    tr("Rub around the edges first, then back and forth over all."));
   drawProcedure(*canvas_, *procedure_, measurement_, canvas_->sizeInTwips());
   placeBox();
   canvas_->setFocus();

@@ -1,6 +1,8 @@
 #include "ui/controls/graphic.h"
 
 #include <QAccessibleWidget>
+#include <QLabel>
+#include <QPixmap>
 #include <QVariant>
 #include <QWidget>
 
@@ -23,6 +25,15 @@ void presentAsGraphic(QWidget& widget, const QString& name, const QString& descr
   widget.setProperty(marker, true);
   widget.setAccessibleName(name);
   widget.setAccessibleDescription(description);
+}
+
+void showDrawing(QLabel& label, const QString& file, const QString& name,
+                 const QString& description) {
+  QPixmap drawing(":/guide/images/" + file + ".png");
+  drawing.setDevicePixelRatio(2);  // crisp on dense screens as well
+  label.setPixmap(drawing);
+  label.setAlignment(Qt::AlignCenter);
+  presentAsGraphic(label, name, description);
 }
 
 }  // namespace touch
