@@ -363,7 +363,7 @@ void addSilentTargets(const Measurement& measurement, const TapFigures& taps, De
 }
 
 /// The usual time between two reports of a touch, as a rate.
-std::optional<double> rateOf(const Measurement& measurement) {
+std::optional<double> usualRate(const Measurement& measurement) {
   std::vector<double> intervals;
   for (const Trace& trace : measurement.traces) {
     if (!measurement.isTimed(trace)) continue;
@@ -396,7 +396,7 @@ void describeError(std::string_view name, const ReplayedPanel::Error& error,
 
 ReplayedPanel replayedPanel(const Measurement& original) {
   ReplayedPanel panel;
-  panel.rate = rateOf(original);
+  panel.rate = usualRate(original);
   const PointMm corner = original.size.point({1, 1});
   const auto takeNoise = [&](const Analysis& analysis) {
     if (const auto noise = noiseOf(analysis)) panel.noise = noise->cwiseQuotient(corner);

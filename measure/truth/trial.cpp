@@ -18,9 +18,16 @@ double uniform(std::mt19937& random, double least, double most) {
   return std::uniform_real_distribution(least, most)(random);
 }
 
-PointMm anyDirection(std::mt19937& random) {
+PointMm anyVector(double length, std::mt19937& random) {
   const double angle = uniform(random, 0, 2 * std::numbers::pi);
-  return {std::cos(angle), std::sin(angle)};
+  return PointMm(std::cos(angle), std::sin(angle)) * length;
+}
+
+// One draw after the other: compilers take arguments in different orders.
+PointMm scattered(std::mt19937& random) {
+  std::normal_distribution chance;
+  const double y = chance(random);
+  return {chance(random), y};
 }
 
 /// What a hand strays while it follows a guide: slow waves of any phase.
@@ -81,9 +88,7 @@ class Finger {
   }
 
   void tap(const Target& target) {
-    std::normal_distribution chance;
-    const PointMm spread(chance(random_), chance(random_));
-    const PointMm at = trial_.size.point(target.at) + spread * trial_.hand.tapSpread;
+    const PointMm at = trial_.size.point(target.at) + scattered(random_) * trial_.hand.tapSpread;
     tapped_.push_back(at);
     touch(target.name, at, 0.1, 0.5);
   }
@@ -128,8 +133,7 @@ class Finger {
           trial_.tilt.cwiseProduct(PointMm(v, u)) + trial_.drift * time_;
     if (trial_.crack && (trial_.crack->upright ? finger.x() : finger.y()) > trial_.crack->place)
       at += trial_.crack->jump;
-    std::normal_distribution chance;
-    at += PointMm(chance(random_), chance(random_)) * trial_.noise;
+    at += scattered(random_) * trial_.noise;
     const Eigen::Vector2d half(0.5, 0.5);
     return trial_.directions * (at.cwiseQuotient(corner_) - half) + half;
   }
@@ -195,9 +199,9 @@ Trial goodPanel(std::mt19937& random, const Limits& limits) {
   // The sheet's own errors are what its calibration is for.
   trial.traits = {.offsetX = 0.08, .offsetY = 0.1, .gainX = 0.82, .gainY = 0.78, .skew = 0.01};
   trial.traits.bow = small(Length::straightness) / trial.size.width.value;
-  trial.offset = anyDirection(random) * small(Length::offset);
-  trial.scale = anyDirection(random) * small(Length::scale);
-  trial.tilt = anyDirection(random) * small(Length::tilt) / 2;
+  trial.offset = anyVector(small(Length::offset), random);
+  trial.scale = anyVector(small(Length::scale), random);
+  trial.tilt = anyVector(small(Length::tilt), random) / 2;
   trial.noise = uniform(random, 0.1, 0.5) * limits[Length::restNoise].on(trial.size.height).value;
   trial.hand = {uniform(random, 0.03, 0.2), uniform(random, 0.1, 0.3), uniform(random, 60, 200)};
   trial.rate = uniform(random, 60, 150);
@@ -215,13 +219,13 @@ void addFault(Trial& trial, CauseId cause, std::mt19937& random, const Limits& l
   const auto anySign = [&] { return random() % 2 == 0 ? 1.0 : -1.0; };
   switch (cause) {
     case CauseId::offset:
-      trial.offset = anyDirection(random) * broken(Length::offset);
+      trial.offset = anyVector(broken(Length::offset), random);
       break;
     case CauseId::scale:
-      trial.scale = anyDirection(random) * broken(Length::scale);
+      trial.scale = anyVector(broken(Length::scale), random);
       break;
     case CauseId::tilt:
-      trial.tilt = anyDirection(random) * broken(Length::tilt) / 2;
+      trial.tilt = anyVector(broken(Length::tilt), random) / 2;
       break;
     case CauseId::turned: {
       constexpr std::array<std::array<double, 4>, 5> turns{
@@ -249,11 +253,11 @@ void addFault(Trial& trial, CauseId cause, std::mt19937& random, const Limits& l
     }
     case CauseId::jump:
       trial.crack = Crack{upright, uniform(random, 0.2, 0.8) * side,
-                          anyDirection(random) * broken(Length::straightness)};
+                          anyVector(broken(Length::straightness), random)};
       break;
     case CauseId::drift: {
       constexpr double duration = 100;  // seconds, about that of a measurement
-      trial.drift = anyDirection(random) * 2 * broken(Length::drift) / duration;
+      trial.drift = anyVector(2 * broken(Length::drift), random) / duration;
       break;
     }
     case CauseId::wires: {

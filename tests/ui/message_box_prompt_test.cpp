@@ -61,7 +61,7 @@ TEST_F(MessageBoxes, TellAnAnswerFromNone) {
   EXPECT_EQ(boxes.choose("Found.", "Restore", "Keep"), Answer::no);
   for (const auto& [yes, no, key] :
        {std::tuple("Stay", "Start over", Qt::Key_T), std::tuple("Save", "1 by 1", Qt::Key_B)}) {
-    whenAsked([key](QMessageBox& box) { QTest::keyClick(&box, key, Qt::AltModifier); });
+    whenAsked([key = key](QMessageBox& box) { QTest::keyClick(&box, key, Qt::AltModifier); });
     EXPECT_EQ(boxes.choose("Found.", yes, no), Answer::no) << no;
   }
   using Request = bool (Prompt::*)(std::string_view, std::string_view);
