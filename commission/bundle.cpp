@@ -215,6 +215,12 @@ void checkContents(const Bundle& bundle, const Run& run, const measure::Report* 
 
 }  // namespace
 
+fs::path bundleOf(const RunFolder& folder) {
+  fs::path file = folder.path();
+  file += bundleEnding;
+  return file;
+}
+
 Result<fs::path> writeBundle(const RunFolder& folder, const Run& run) {
   const PersonalNames personal = personalNames();
   std::vector<ZipEntry> entries;
@@ -230,8 +236,7 @@ Result<fs::path> writeBundle(const RunFolder& folder, const Run& run) {
     entries.push_back({name, withoutPersonalNames(content, personal)});
   std::ranges::sort(entries, {}, &ZipEntry::name);
   entries.push_back({Bundle::manifestName, manifestOf(entries)});
-  const fs::path file =
-      folder.path().parent_path() / (folder.path().filename().string() + std::string(bundleEnding));
+  const fs::path file = bundleOf(folder);
   auto written = writeWholeFile(file, zipArchive(entries, std::chrono::system_clock::now()));
   if (!written) return tl::unexpected(written.error());
   return file;

@@ -20,6 +20,9 @@ namespace touch::commission {
 
 inline constexpr std::string_view bundleEnding = ".tub.zip";
 
+/// Where the bundle of a run's folder is, or will be.
+std::filesystem::path bundleOf(const RunFolder& folder);
+
 /// Packs a run's folder, with `run` as what became of it, and writes it beside that, whole or not
 /// at all; returns where. The home folder and the computer's name are left out of all texts.
 Result<std::filesystem::path> writeBundle(const RunFolder& folder, const Run& run);

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <array>
 
+#include "commission/bundle.h"
 #include "commission/controller_steps.h"
 #include "commission/frmCommissionStart.h"
 #include "commission/frmSheetPdf.h"
@@ -349,7 +350,9 @@ void frmCommission::showStep() {
     lines << shownText(text);
   if (id == StepId::sheet && record.state == StepState::done)
     lines << tr("The sheet is in the folder %1: sheet.pdf, sheet.html, sheet.json.")
-                 .arg(shownText(utf8Of(guided_->folder().path())));
+                 .arg(shownText(utf8Of(guided_->folder().path())))
+          << tr("All of it in one file, to hand over and to keep: %1")
+                 .arg(shownText(utf8Of(bundleOf(guided_->folder()))));
   found_->setText(lines.join("\n\n"));
   before_->clear();
   panelForm_->setVisible(id == StepId::panel);
@@ -388,6 +391,13 @@ void frmCommission::showAdvice() {
 
 Status frmCommission::lookAround() {
   return guided_->lookAround(examine(frmDoctorPage::withScreens(patient_)));
+}
+
+Status frmCommission::namePanel() {
+  trace_.reset();
+  auto named = guided_->namePanel(typedFacts());
+  trace_.emplace(tracing_, guided_->folder());
+  return named;
 }
 
 void frmCommission::takePortBack() {
@@ -440,7 +450,7 @@ void frmCommission::carryOut() {
     case StepId::prerequisites:
       return work([this] { return lookAround(); });
     case StepId::panel:
-      return work([this] { return guided_->namePanel(typedFacts()); });
+      return work([this] { return namePanel(); });
     case StepId::identity:
       return work([this] { return guided_->identify(driverName(patient_)); });
     case StepId::settings:

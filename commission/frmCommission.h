@@ -68,6 +68,7 @@ class frmCommission final : public FullScreenWindow {
   void showAdvice();
   void carryOut();
   Status lookAround();
+  Status namePanel();
   void takePortBack();
   void enablePanel();
   void chooseFolder();

@@ -41,14 +41,19 @@ Status GuidedRun::lookAround(const Diagnosis& diagnosis) {
 
 Status GuidedRun::moveTo(const std::filesystem::path& workFolder) {
   if (runsIn(workFolder) == folder_.path().parent_path()) return {};
-  auto moved = folder_.copyTo(runsIn(workFolder), run_);
-  if (!moved) return tl::unexpected(moved.error());
+  if (auto moved = carryInto(runsIn(workFolder)); !moved) return moved;
   // What it can put back is noted where it was kept.
   wayBack_ = takeWayBack();
   backup_ = Backup(workFolder);
+  return {};
+}
+
+Status GuidedRun::carryInto(const std::filesystem::path& base) {
+  auto carried = folder_.copyTo(base, run_);
+  if (!carried) return tl::unexpected(carried.error());
   // It may be in the way that nothing can be written there: then it is found twice.
   static_cast<void>(folder_.discard());
-  folder_ = std::move(*moved);
+  folder_ = std::move(*carried);
   return {};
 }
 
@@ -61,7 +66,8 @@ Status GuidedRun::namePanel(PanelFacts panel) {
   Run run = run_;
   run.panel = std::move(panel);
   targetAdvice_.reset();
-  return end(StepId::panel, {}, std::move(run));
+  if (auto named = end(StepId::panel, {}, std::move(run)); !named) return named;
+  return folder_.isNamedAfter(run_) ? Status() : carryInto(folder_.path().parent_path());
 }
 
 Status GuidedRun::identify(std::string_view driver) {

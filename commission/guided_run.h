@@ -52,6 +52,7 @@ class GuidedRun {
   const std::vector<Mend>& mends() const { return mends_; }
   /// Keeps everything in this working folder from now on, the run and its files too.
   [[nodiscard]] Status moveTo(const std::filesystem::path& workFolder);
+  /// The folder takes the panel's name.
   [[nodiscard]] Status namePanel(PanelFacts panel);
   /// `driver` is how it is called on the sheet.
   [[nodiscard]] Status identify(std::string_view driver);
@@ -88,6 +89,7 @@ class GuidedRun {
  private:
   /// The run as it would be with this step ended becomes the run, once it is on the disk.
   Status end(StepId id, Found found, Run run);
+  Status carryInto(const std::filesystem::path& base);
   Status end(StepId id, Found found) { return end(id, std::move(found), run_); }
   std::string time() const;
 

@@ -155,6 +155,10 @@ std::string fileNamePart(std::string_view text) {
   return part.empty() ? "panel" : part;
 }
 
+std::string stemOf(const Run& run) {
+  return fileNamePart(run.panel.serialNumber) + '-' + run.began.substr(0, 10);
+}
+
 }  // namespace
 
 std::string runText(const Run& run) {
@@ -188,7 +192,7 @@ measure::Report reportOf(const Run& run, measure::Measurement measurement) {
 }
 
 Result<RunFolder> RunFolder::make(const fs::path& base, const Run& run) {
-  const std::string stem = fileNamePart(run.panel.serialNumber) + '-' + run.began.substr(0, 10);
+  const std::string stem = stemOf(run);
   std::string name = stem;
   std::error_code unknown;
   for (int number = 2; fs::exists(fs::symlink_status(base / name, unknown)); ++number)
@@ -204,6 +208,15 @@ Result<RunFolder> RunFolder::open(const fs::path& path) {
   auto folder = OwnFolder::open(path);
   if (!folder) return tl::unexpected(folder.error());
   return RunFolder(std::move(*folder));
+}
+
+bool RunFolder::isNamedAfter(const Run& run) const {
+  const std::string name = path().filename().string();
+  const std::string stem = stemOf(run);
+  if (!name.starts_with(stem)) return false;
+  const std::string_view behind = std::string_view(name).substr(stem.size());
+  return behind.empty() ||
+         (behind.front() == '-' && behind.find_first_not_of("0123456789", 1) == behind.npos);
 }
 
 Status RunFolder::save(const Run& run) const {

@@ -41,6 +41,9 @@ class RunFolder {
   static Result<RunFolder> make(const std::filesystem::path& base, const Run& run);
   static Result<RunFolder> open(const std::filesystem::path& path);
 
+  /// Whether `make` would call it so.
+  bool isNamedAfter(const Run& run) const;
+
   [[nodiscard]] Status save(const Run& run) const;
   Result<Run> run() const;
   [[nodiscard]] Status saveMeasurement(const measure::Measurement& measurement) const;

@@ -368,8 +368,12 @@ void judgeCourses(const Measurement& measurement, std::span<const LineFigures> l
   const Millimetres side = std::min(measurement.size.width, measurement.size.height);
   const double straightness = measurement.limits[Length::straightness].on(side).value;
   constexpr double clearly = 0.5;
+  // Of the limit, RMS. Where few lines are nearly straight, steps of the pointer look like a large
+  // jump that a bow hides; what nobody sees is no crack.
+  constexpr double seen = 0.1;
   const auto crack = model.findCrack();
-  if (crack.explains >= clearly && crack.size >= straightness) {
+  if (crack.explains >= clearly && crack.size >= straightness &&
+      std::sqrt(crack.explains) * model.left() >= seen * straightness) {
     suspects.add(CauseId::jump, crack.size, 0, straightness,
                  {{crack.upright ? marked("measure", "from the left edge")
                                  : marked("measure", "from the upper edge"),
