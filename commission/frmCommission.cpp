@@ -329,7 +329,10 @@ void frmCommission::showRun() {
     const auto [word, sign] = lookOf(run[step.id]);
     const QString caption = spokenText("commission", step.caption);
     item->setText(caption);
-    item->setIcon(sign ? style()->standardIcon(*sign) : QIcon(noSign));
+    QIcon icon = sign ? style()->standardIcon(*sign) : QIcon(noSign);
+    // Where it is chosen the colour says the same.
+    icon.addPixmap(icon.pixmap(steps_->iconSize()), QIcon::Selected);
+    item->setIcon(icon);
     item->setData(Qt::AccessibleTextRole, caption + ", " + word);
     item->setSizeHint({0, fingerSize()});
   }

@@ -352,7 +352,8 @@ class SheetPainter {
       painter_.setFont(letters(density_.body));  // a bold one would be kept
       paintPage(painter_, QRectF(margin, below, column, mapHeight), measure::mapPage,
                 [&](ChartSurface& surface) {
-                  measure::drawMap(surface, *report->map, report->measurement);
+                  measure::drawMap(surface, *report->map, report->measurement,
+                                   measure::lettersOnHalfAPage);
                 });
     }
     y_ = std::max(drawFactTable(right, below, column, sheet_.calibration), below + mapHeight);

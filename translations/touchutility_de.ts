@@ -2168,10 +2168,6 @@
         <translation>Fehler auf %1 × %2 %3, bis zu %4 %3</translation>
     </message>
     <message>
-        <source>Arrows from where a touch was to where it was reported, drawn %1 times as long. The ring marks the worst place.</source>
-        <translation>Pfeile vom Ort der Berührung zum gemeldeten Ort, %1-mal so lang gezeichnet. Der Ring zeigt die schlechteste Stelle.</translation>
-    </message>
-    <message>
         <source>From %1 to %2 mm there is no sample, though reports kept coming: the hand was too fast, or touches jump there.</source>
         <translation>Von %1 bis %2 mm fehlen Messpunkte, obwohl Meldungen kamen: Die Hand war zu schnell, oder Berührungen springen dort.</translation>
     </message>
@@ -2578,6 +2574,14 @@
     <message>
         <source>nominal</source>
         <translation>nominell</translation>
+    </message>
+    <message>
+        <source>Arrows from where a touch was to where it was reported, drawn %1 times as long.</source>
+        <translation>Pfeile vom Ort der Berührung zum gemeldeten Ort, %1-mal so lang gezeichnet.</translation>
+    </message>
+    <message>
+        <source>The ring marks the worst place.</source>
+        <translation>Der Ring markiert die schlechteste Stelle.</translation>
     </message>
 </context>
 <context>
@@ -3944,6 +3948,10 @@
     <message>
         <source>The run is now saved in %1. To continue it after a restart, start the program with --work-dir and this folder.</source>
         <translation>Der Ablauf ist jetzt in %1 gespeichert. Um ihn nach einem Neustart fortzusetzen, starten Sie das Programm mit --work-dir und diesem Ordner.</translation>
+    </message>
+    <message>
+        <source>All of it in one file, to hand over and to keep: %1</source>
+        <translation>Alles in einer Datei, zum Übergeben und Aufbewahren: %1</translation>
     </message>
 </context>
 <context>

@@ -15,7 +15,6 @@ namespace touch::measure {
 namespace {
 
 constexpr float margin = 1000;  // twips
-constexpr float letters = 240;
 constexpr float barWidth = 400;
 constexpr float overlap = 20;  // of neighbouring areas, else the paper shows between them
 constexpr Colour ink{32, 32, 32};
@@ -40,6 +39,7 @@ Colour colourOf(double part) {
 struct Frame {
   TwipsPoint corner;
   float perMm = 0;
+  float letters = 0;
 
   TwipsPoint at(const PointMm& place) const {
     return {corner.x + static_cast<float>(place.x()) * perMm,
@@ -52,6 +52,7 @@ void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size,
   const double longer = std::max(size.width, size.height).value;
   const double step = longer > 150 ? 50 : longer > 60 ? 20 : 10;
   constexpr float tick = 120;
+  const float letters = frame.letters;
   for (double x = 0; x <= size.width.value; x += step) {
     const TwipsPoint at = frame.at({x, size.height.value});
     surface.line(at, {at.x, at.y + tick}, ink, 1);
@@ -65,11 +66,10 @@ void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size,
                  TextAnchor::end);
   }
   const TwipsPoint corner = frame.at({0, size.height.value});
-  surface.text({corner.x - 1.5F * tick, corner.y + tick + letters}, unit, ink, letters,
-               TextAnchor::end);
+  surface.text({corner.x, corner.y + tick + 2.3F * letters}, unit, ink, letters, TextAnchor::start);
 }
 
-void drawBar(ChartSurface& surface, TwipsPoint corner, float height, double most,
+void drawBar(ChartSurface& surface, TwipsPoint corner, float height, float letters, double most,
              const std::string& unit) {
   constexpr int steps = 50;
   const float part = height / steps;
@@ -85,7 +85,8 @@ void drawBar(ChartSurface& surface, TwipsPoint corner, float height, double most
 
 }  // namespace
 
-void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& measurement) {
+void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& measurement,
+             float letters) {
   surface.clear();
   surface.area({0, 0}, mapPage, white);
   const PanelSize& size = measurement.size;
@@ -99,10 +100,11 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
       ink, letters * 1.5F, TextAnchor::start);
 
   const TwipsPoint corner{2 * margin, 2 * margin};
+  const float right = margin + 9 * letters;  // the bar and its figures
   const float perMm =
-      std::min((mapPage.width - 6 * margin) / static_cast<float>(size.width.value),
+      std::min((mapPage.width - 2.8F * margin - right) / static_cast<float>(size.width.value),
                (mapPage.height - 4 * margin) / static_cast<float>(size.height.value));
-  const Frame frame{corner, perMm};
+  const Frame frame{corner, perMm, letters};
   const PointMm cell(size.width.value / (ErrorMap::columns - 1),
                      size.height.value / (ErrorMap::rows - 1));
   const PointMm end(size.width.value, size.height.value);
@@ -126,19 +128,23 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
     }
   surface.circle(frame.at(map.worst.at), 200, ink, 2);
   drawAxes(surface, frame, size, unit);
-  drawBar(surface, {mapPage.width - 3.2F * margin, corner.y},
-          static_cast<float>(size.height.value) * perMm, most, unit);
-  surface.text({corner.x, mapPage.height - margin},
-               filled(say("measure",
-                          "Arrows from where a touch was to where it was reported, drawn "
-                          "%1 times as long. The ring marks the worst place."),
-                      {fmt::format("{:.0f}", enlarged)}),
-               ink, letters, TextAnchor::start);
+  drawBar(surface, {mapPage.width - right, corner.y}, static_cast<float>(size.height.value) * perMm,
+          letters, most, unit);
+  float line = mapPage.height - margin;
+  for (const std::string& text :
+       {filled(
+            say("measure",
+                "Arrows from where a touch was to where it was reported, drawn %1 times as long."),
+            {fmt::format("{:.0f}", enlarged)}),
+        say("measure", "The ring marks the worst place.")}) {
+    surface.text({margin / 2, line}, text, ink, letters, TextAnchor::start);
+    line += 1.3F * letters;
+  }
 }
 
-std::string mapSvg(const ErrorMap& map, const Measurement& measurement) {
+std::string mapSvg(const ErrorMap& map, const Measurement& measurement, float letters) {
   SvgSurface page(mapPage);
-  drawMap(page, map, measurement);
+  drawMap(page, map, measurement, letters);
   return page.document();
 }
 
