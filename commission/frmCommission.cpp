@@ -331,7 +331,8 @@ void frmCommission::showRun() {
     item->setText(caption);
     QIcon icon = sign ? style()->standardIcon(*sign) : QIcon(noSign);
     // Where it is chosen the colour says the same.
-    icon.addPixmap(icon.pixmap(steps_->iconSize()), QIcon::Selected);
+    const int size = style()->pixelMetric(QStyle::PM_ListViewIconSize, nullptr, steps_);
+    icon.addPixmap(icon.pixmap(size), QIcon::Selected);
     item->setIcon(icon);
     item->setData(Qt::AccessibleTextRole, caption + ", " + word);
     item->setSizeHint({0, fingerSize()});
