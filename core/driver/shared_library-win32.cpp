@@ -25,7 +25,7 @@ std::string loaderError() {
       WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(length), text.data(),
                           static_cast<int>(text.size()), nullptr, nullptr);
   std::string words(text.data(), static_cast<std::size_t>(bytes));
-  while (!words.empty() && (words.back() == '\n' || words.back() == '\r'))
+  while (!words.empty() && (words.back() == '\n' || words.back() == '\r' || words.back() == '.'))
     words.pop_back();
   return words;
 }
