@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/options.h"
-#include "commission/replay.h"
+#include "commission/replay/replay.h"
 #include "core/driver/driver.h"
 
 namespace touch {

@@ -1,9 +1,9 @@
 // Runs of commissionings, "run.json", the sheet that is made of them, and the controller that is
 // simulated from them.
 
-#include "commission/replay.h"
-#include "commission/run_folder.h"
-#include "commission/sheet.h"
+#include "commission/replay/replay.h"
+#include "commission/run/run_folder.h"
+#include "commission/sheet/sheet.h"
 #include "fuzz/target.h"
 #include "simulator/controller/described_controller.h"
 

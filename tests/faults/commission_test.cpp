@@ -1,6 +1,6 @@
 #include <random>
 
-#include "commission/guided_run.h"
+#include "commission/steps/guided_run.h"
 #include "tests/faults/fault_world.h"
 
 namespace touch::test {

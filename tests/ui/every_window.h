@@ -4,7 +4,7 @@
 
 #include "calibration/frmCal.h"
 #include "calibration/frmCheck.h"
-#include "commission/frmCommission.h"
+#include "commission/steps/frmCommission.h"
 #include "console/parameters/kept_calibration.h"
 #include "linetest/canvas/frmDraw.h"
 #include "measure/truth/trial.h"

@@ -5,7 +5,7 @@
 #include <charconv>
 
 #include "app/touchctl/command_line.h"
-#include "commission/replay.h"
+#include "commission/replay/replay.h"
 
 namespace touch {
 

@@ -2,7 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "app/touchctl/commands/serial_work.h"
+#include "app/touchctl/commands/serial/serial_work.h"
 #include "app/touchctl/output.h"
 #include "serial/debugger/console_log.h"
 #include "serial/receiving/receive_display.h"
