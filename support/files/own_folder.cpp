@@ -5,6 +5,7 @@
 
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 
@@ -179,7 +180,7 @@ Result<File> openOwnFile(const fs::path& path) {
   const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
   const auto around = SystemFolder::open(folder, false);
   if (!around) return folderError(folder, around.error().found);
-  auto file = around->openFile(path.filename().string(), SystemFolder::Opening::append);
+  auto file = around->openFile(utf8Of(path.filename()), SystemFolder::Opening::append);
   if (!file) return ownFileError(path, file.error());
   if (!cutTo(file->get(), 0)) {
     const std::error_code why(errno, std::generic_category());

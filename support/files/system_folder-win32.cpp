@@ -9,6 +9,7 @@
 
 #include "support/files/system_folder.h"
 #include "support/text/language.h"
+#include "support/text/text_encoding.h"
 
 namespace touch {
 
@@ -174,7 +175,7 @@ void SystemFolder::removeEmpty(const fs::path& path) {
 }
 
 Result<void, Refusal> SystemFolder::judge(const std::string& name) const {
-  const OpenHandle opened(openItself(native_->path / name, FILE_READ_ATTRIBUTES,
+  const OpenHandle opened(openItself(native_->path / pathNamed(name), FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
   if (!opened.isOpen()) return refusedBySystem();
@@ -183,7 +184,7 @@ Result<void, Refusal> SystemFolder::judge(const std::string& name) const {
 
 Result<File, Refusal> SystemFolder::openFile(const std::string& name, Opening how) const {
   const auto [access, share, disposition, flags, mode] = accessFor(how);
-  OpenHandle opened(openItself(native_->path / name, access, share, disposition));
+  OpenHandle opened(openItself(native_->path / pathNamed(name), access, share, disposition));
   if (!opened.isOpen()) return refusedBySystem();
   if (const auto ours = judged(opened.get()); !ours) return tl::unexpected(ours.error());
   const int number = _open_osfhandle(reinterpret_cast<std::intptr_t>(opened.get()), flags);
@@ -203,19 +204,19 @@ Result<void, Refusal> SystemFolder::rename(File& file, const std::string&, const
     auto there = judge(to);
     if (!there && !there.error().missing()) return there;
   }
-  return renamedTo(handleOf(file.get()), native_->path / to, replaces);
+  return renamedTo(handleOf(file.get()), native_->path / pathNamed(to), replaces);
 }
 
 Result<void, Refusal> SystemFolder::rename(const std::string& from, const std::string& to,
                                            bool replaces) const {
-  const OpenHandle opened(openItself(native_->path / from, DELETE | FILE_READ_ATTRIBUTES,
+  const OpenHandle opened(openItself(native_->path / pathNamed(from), DELETE | FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
   if (!opened.isOpen()) return refusedBySystem();
   if (auto ours = judged(opened.get()); !ours) return ours;
   auto there = judge(to);
   if (replaces && !there && !there.error().missing()) return there;
-  return renamedTo(opened.get(), native_->path / to, replaces);
+  return renamedTo(opened.get(), native_->path / pathNamed(to), replaces);
 }
 
 void SystemFolder::keepAsPrivate(File&, const std::string&) const {
@@ -223,7 +224,7 @@ void SystemFolder::keepAsPrivate(File&, const std::string&) const {
 }
 
 Result<void, Refusal> SystemFolder::remove(const std::string& name) const {
-  const OpenHandle opened(openItself(native_->path / name, DELETE | FILE_READ_ATTRIBUTES,
+  const OpenHandle opened(openItself(native_->path / pathNamed(name), DELETE | FILE_READ_ATTRIBUTES,
                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                      OPEN_EXISTING));
   if (!opened.isOpen()) return refusedBySystem();
@@ -243,7 +244,7 @@ std::vector<std::string> SystemFolder::names() const {
   std::error_code failed;
   for (fs::directory_iterator at(native_->path, failed), end; !failed && at != end;
        at.increment(failed))
-    all.push_back(at->path().filename().string());
+    all.push_back(utf8Of(at->path().filename()));
   return all;
 }
 
