@@ -241,6 +241,8 @@ TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
   bar.setValue(1);
   exchange();
   EXPECT_EQ(bar.value(), 1) << "whoever reads is left alone";
+  find<QComboBox>("comboFilter")->setCurrentIndex(0);
+  EXPECT_EQ(bar.value(), 1) << "also where the lines are written anew";
 }
 
 TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
