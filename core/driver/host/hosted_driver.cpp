@@ -203,7 +203,8 @@ bool HostedDriver::isGivenUp(const DriverWait& wait, std::chrono::milliseconds b
 }
 
 void HostedDriver::refuse(std::string_view operation, const HostMessage& answer) {
-  if (answer.name == "lacks") throw MissingOperation(operation);
+  // Only what a library may have can it lack: a host that says so of its own requests lies.
+  if (answer.name == "lacks" && knownOperation(operation)) throw MissingOperation(operation);
   lose(Loss::garbage, operation, "another answer than \"" + toUtf8(answer.name) + '"');
 }
 
