@@ -135,8 +135,8 @@ class ShellRun {
   static Status print(const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {
     const auto printed =
         runNeighbour("touchutility", {"--lang", "en", "--print-sheet", folder.path()});
-    if (printed == 0) return {};
-    complain("sheet.pdf was not written: that takes touchutility");
+    if (printed != 0) complain("sheet.pdf was not written: that takes touchutility");
+    // Once more, with the very time that the run will have.
     return printHtml(folder, sheet, report);
   }
 
