@@ -104,8 +104,8 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
 
   auto* const found = new QVBoxLayout;
   found->addWidget(controllerList_, 1);
-  found->addWidget(emptyDrawing_);
   found->addWidget(emptyHint_);
+  found->addWidget(emptyDrawing_);
   halves_ = new QBoxLayout(QBoxLayout::LeftToRight);
   halves_->addLayout(found, 1);
   halves_->addWidget(makeDetails(), 1);
