@@ -1,6 +1,6 @@
 // The decoder of touch reports. The first byte chooses the family, whether formats are added, and
-// whether the stream is cut into reports too; the second, where in the ring it begins; the next
-// two, the pieces in which it comes. The rest is the stream. It must give the same reports whole
+// whether the stream is cut into reports too; the second, how much came before; the next two, the
+// pieces in which it comes. The rest is the stream. It must give the same reports whole
 // and in pieces.
 
 #include "reports/report_decoder.h"
@@ -32,15 +32,14 @@ std::span<const ReportFormat> formatsOf(bool added) {
   return added ? std::span(addedFormats()) : std::span<const ReportFormat>();
 }
 
-/// A decoder whose next byte goes to the ring's beginning, or to one of its last places, so that a
-/// short stream runs over its end.
+/// A decoder that has had no byte, or nearly as many as can wait at once.
 const ReportDecoder& decoderAt(ReportFamily family, bool added, std::size_t start) {
   static std::map<std::tuple<ReportFamily, bool, std::size_t>, ReportDecoder> decoders;
   const std::size_t place = start % (lastStarts + 1);
   const auto [made, isNew] = decoders.try_emplace({family, added, place}, family, formatsOf(added));
   if (isNew && place > 0) {
     std::vector<TouchReport> none;
-    made->second.feed(std::vector<std::uint8_t>(ReportDecoder::ringSize - place), none);
+    made->second.feed(std::vector<std::uint8_t>(ReportDecoder::capacity + 1 - place), none);
   }
   return made->second;
 }
@@ -48,7 +47,7 @@ const ReportDecoder& decoderAt(ReportFamily family, bool added, std::size_t star
 void checkReports(const ReportDecoder& before, const ReportDecoder& after, std::size_t streamSize,
                   std::span<const TouchReport> reports) {
   require(after.received() == before.received() + streamSize, "every byte is counted");
-  require(after.pending() < ReportDecoder::ringSize, "the ring holds less than its entries");
+  require(after.pending() <= ReportDecoder::capacity, "no more waits than can");
   std::uint64_t next = before.decided();
   std::uint64_t inReports = 0;
   for (const TouchReport& report : reports) {

@@ -58,11 +58,12 @@ void ReportDecoder::know(const ReportFormat& format) {
   Kind kind;
   kind.length = static_cast<std::uint8_t>(format.packetLength);
   kind.needed = kind.length;
-  kind.x = static_cast<std::uint8_t>(format.layout.x);
-  kind.y = static_cast<std::uint8_t>(format.layout.y);
+  kind.xLow = static_cast<std::uint8_t>(format.layout.x + (highFirst ? 1U : 0U));
+  kind.xHigh = static_cast<std::uint8_t>(format.layout.x + (highFirst ? 0U : 1U));
+  kind.yLow = static_cast<std::uint8_t>(format.layout.y + (highFirst ? 1U : 0U));
+  kind.yHigh = static_cast<std::uint8_t>(format.layout.y + (highFirst ? 0U : 1U));
+  kind.lowBits = wide ? 8 : 7;
   kind.clearBits = wide ? 0 : 0x80;
-  kind.firstWeight = highFirst ? 128 : 1;
-  kind.secondWeight = highFirst ? 1 : wide ? 256 : 128;
   kind.greatest = greatestCoordinate(format.layout.encoding);
   for (const std::uint8_t status : format.touching) {
     kind.lift = static_cast<std::uint8_t>(~status);
@@ -79,46 +80,32 @@ std::size_t ReportDecoder::append(std::span<const std::uint8_t> bytes) {
   owed_ -= owed;
   decided_ += owed;
   bytes = bytes.subspan(owed);
-  const auto taken = bytes.first(std::min(bytes.size(), ringSize - 1 - pending()));
-  const auto behind = taken.first(std::min(taken.size(), ringSize - write_));
-  const auto wrapped = taken.subspan(behind.size());
-  std::copy_n(behind.data(), behind.size(), ring_.data() + write_);
-  if (write_ < longestPacket || !wrapped.empty()) {
-    std::copy_n(wrapped.data(), wrapped.size(), ring_.data());
-    std::copy_n(ring_.data(), longestPacket, ring_.data() + ringSize);
-  }
-  write_ += taken.size();
-  if (write_ >= ringSize) write_ -= ringSize;
+  const auto taken = bytes.first(std::min(bytes.size(), capacity - held_));
+  std::ranges::copy(taken, bytes_.begin() + static_cast<std::ptrdiff_t>(held_));
+  held_ += taken.size();
   return owed + taken.size();
 }
 
 void ReportDecoder::decode(std::vector<TouchReport>& reports) {
-  for (std::size_t held = pending(); held > 0;) {
-    const std::uint8_t* const packet = ring_.data() + read_;
-    const Kind& kind = kinds_[*packet];
-    bool begins = kind.length != 0;
-    if (kind.second != 0 && held > 1) begins = packet[1] == kind.second;
-    if (begins && held < kind.needed) return;
-    const std::uint8_t* const x = packet + kind.x;
-    const std::uint8_t* const y = packet + kind.y;
-    std::size_t passed = 1;
-    if (begins && ((x[0] | x[1] | y[0] | y[1]) & kind.clearBits) == 0) {
-      const auto coordinate = [&kind](const std::uint8_t* bytes) {
-        return static_cast<std::uint16_t>(bytes[0] * kind.firstWeight +
-                                          bytes[1] * kind.secondWeight);
-      };
-      reports.push_back({decided_, coordinate(x), coordinate(y), kind.greatest, kind.length,
-                         packet[kind.liftPlace] != kind.lift});
-      passed = std::min<std::size_t>(kind.length, held);
-      owed_ = kind.length - passed;
-    } else {
-      ++stray_;
+  std::size_t place = 0;
+  while (place < held_) {
+    const std::uint8_t first = bytes_[place];
+    const Kind& kind = kinds_[first];
+    // A stroke's packets are of one kind: the next is found without waiting for the table.
+    while (place + kind.needed <= held_ && bytes_[place] == first && kind.isAt(&bytes_[place])) {
+      reports.push_back(kind.report(&bytes_[place], decided_ + place));
+      place += kind.length;
     }
-    held -= passed;
-    decided_ += passed;
-    read_ += passed;
-    if (read_ >= ringSize) read_ -= ringSize;
+    if (place >= held_ || bytes_[place] != first) continue;
+    if (kind.beginsAt(&bytes_[place], held_ - place)) break;
+    ++stray_;
+    ++place;
   }
+  const std::size_t done = std::min(place, held_);
+  if (place > held_) owed_ = place - held_;
+  decided_ += done;
+  std::copy(bytes_.begin() + done, bytes_.begin() + held_, bytes_.begin());
+  held_ -= done;
 }
 
 void ReportDecoder::feed(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports) {
@@ -129,10 +116,9 @@ void ReportDecoder::feed(std::span<const std::uint8_t> bytes, std::vector<TouchR
 }
 
 void ReportDecoder::reset() {
-  decided_ += pending();
-  stray_ += pending();
-  read_ = 0;
-  write_ = 0;
+  decided_ += held_;
+  stray_ += held_;
+  held_ = 0;
   owed_ = 0;
 }
 
@@ -143,12 +129,11 @@ void ReportDecoder::passOver(std::size_t count) {
 
 ReportDecoder::Part ReportDecoder::partAt(std::uint8_t first, std::size_t place) const {
   const Kind& kind = kinds_[first];
-  const bool lowFirst = kind.firstWeight < kind.secondWeight;
   if (kind.length == 0) return Part::other;
-  if (place == kind.x) return lowFirst ? Part::xLow : Part::xHigh;
-  if (place == kind.x + 1U) return lowFirst ? Part::xHigh : Part::xLow;
-  if (place == kind.y) return lowFirst ? Part::yLow : Part::yHigh;
-  if (place == kind.y + 1U) return lowFirst ? Part::yHigh : Part::yLow;
+  if (place == kind.xLow) return Part::xLow;
+  if (place == kind.xHigh) return Part::xHigh;
+  if (place == kind.yLow) return Part::yLow;
+  if (place == kind.yHigh) return Part::yHigh;
   return place == kind.liftPlace ? Part::state : Part::other;
 }
 

@@ -59,18 +59,18 @@ struct TouchReport {
 /// whose end has not come yet waits for it, but an E02 packet only for its coordinates.
 class ReportDecoder {
  public:
-  /// The ring's entries. One is always free, so it holds up to one byte less.
-  static constexpr std::size_t ringSize = 5001;
+  /// How many bytes can wait to be decoded.
+  static constexpr std::size_t capacity = 5000;
 
   explicit ReportDecoder(ReportFamily family, std::span<const ReportFormat> added = {});
 
-  /// Puts bytes in the ring until it is full. Returns how many it took.
+  /// Takes bytes until `capacity` wait. Returns how many it took.
   std::size_t append(std::span<const std::uint8_t> bytes);
-  /// Appends the reports in the ring to `reports`, and frees the ring but for a packet's beginning.
+  /// Appends the reports in what waits to `reports`. Only a packet's beginning waits then.
   void decode(std::vector<TouchReport>& reports);
-  /// Both, for any number of bytes: none is lost, however small the ring.
+  /// Both, for any number of bytes: none is lost.
   void feed(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports);
-  /// Empties the ring: what lay in it belongs to no packet.
+  /// Drops what waits: it belongs to no packet.
   void reset();
   /// What the byte at `place` of a packet that begins with `first` holds.
   enum class Part : std::uint8_t { state, xLow, xHigh, yLow, yHigh, other };
@@ -78,10 +78,8 @@ class ReportDecoder {
   /// Counts bytes of the stream that are not to be decoded; they interrupt what came before them.
   void passOver(std::size_t count);
 
-  /// Bytes in the ring.
-  std::size_t pending() const {
-    return write_ >= read_ ? write_ - read_ : write_ + ringSize - read_;
-  }
+  /// Bytes that wait to be decoded.
+  std::size_t pending() const { return held_; }
   /// Bytes that have been taken so far: the offset of the next one.
   std::uint64_t received() const { return decided_ + pending(); }
   /// All bytes before this offset either belong to a report or do not.
@@ -90,30 +88,45 @@ class ReportDecoder {
   std::uint64_t strayBytes() const { return stray_; }
 
  private:
-  static constexpr std::size_t longestPacket = 64;
-
   /// How a packet with a certain first byte is read. Places are counted from that byte.
   struct Kind {
     std::uint8_t length = 0;  ///< 0: no packet starts so
     std::uint8_t needed = 0;  ///< bytes that must be there
     std::uint8_t second = 0;  ///< the second byte, where it must be a certain one
-    std::uint8_t x = 0;
-    std::uint8_t y = 0;
-    std::uint8_t liftPlace = 0;
-    std::uint8_t lift = 0;       ///< the value at liftPlace that says that the pen is lifted
+    std::uint8_t xLow = 0;
+    std::uint8_t xHigh = 0;
+    std::uint8_t yLow = 0;
+    std::uint8_t yHigh = 0;
+    std::uint8_t lowBits = 0;    ///< how many bits a low byte has
     std::uint8_t clearBits = 0;  ///< those that no coordinate byte has
+    std::uint8_t liftPlace = 0;
+    std::uint8_t lift = 0;  ///< the value at liftPlace that says that the pen is lifted
     std::uint16_t greatest = 0;
-    std::uint16_t firstWeight = 0;
-    std::uint16_t secondWeight = 0;
+
+    /// Whether a packet lies here, where its first byte and `needed` bytes do.
+    bool isAt(const std::uint8_t* packet) const {
+      return length != 0 && (second == 0 || packet[1] == second) &&
+             ((packet[xLow] | packet[xHigh] | packet[yLow] | packet[yHigh]) & clearBits) == 0;
+    }
+    /// Whether more bytes than the `held` ones are needed to tell.
+    bool beginsAt(const std::uint8_t* packet, std::size_t held) const {
+      return held < needed && (second == 0 || held == 1 || packet[1] == second);
+    }
+    TouchReport report(const std::uint8_t* packet, std::uint64_t offset) const {
+      return {
+          offset, both(packet[xHigh], packet[xLow]), both(packet[yHigh], packet[yLow]), greatest,
+          length, packet[liftPlace] != lift};
+    }
+    std::uint16_t both(unsigned high, unsigned low) const {
+      return static_cast<std::uint16_t>(high << lowBits | low);
+    }
   };
 
   void know(const ReportFormat& format);
 
   std::array<Kind, 256> kinds_{};  ///< by first byte
-  /// Behind the ring its first bytes stand again, so that every packet lies in one piece.
-  std::array<std::uint8_t, ringSize + longestPacket> ring_{};
-  std::size_t read_ = 0;
-  std::size_t write_ = 0;
+  std::array<std::uint8_t, capacity> bytes_{};
+  std::size_t held_ = 0;  ///< how many of them wait to be decoded
   std::size_t owed_ = 0;  ///< bytes still to come of a packet that is already reported
   std::uint64_t decided_ = 0;
   std::uint64_t stray_ = 0;

@@ -106,7 +106,7 @@ void RawDrawing::read() {
   keepShown();
 }
 
-// Draws what the ring holds, and leaves in it only a packet's beginning.
+// Draws what waits to be decoded, and leaves only a packet's beginning.
 void RawDrawing::rsbreport() {
   timer_->stop();
   found_.clear();

@@ -82,8 +82,8 @@ class EitherFamily : public testing::TestWithParam<ReportFamily> {
 INSTANTIATE_TEST_SUITE_P(Decoder, EitherFamily,
                          testing::Values(ReportFamily::tablet, ReportFamily::e02));
 
-TEST_P(EitherFamily, FindsTheSameHoweverTheStreamIsCutAndWhereverTheRingWraps) {
-  for (std::size_t offset = 0; offset < ReportDecoder::ringSize; ++offset) {
+TEST_P(EitherFamily, FindsTheSameHoweverTheStreamIsCutAndHoweverMuchCameBefore) {
+  for (std::size_t offset = 0; offset <= ReportDecoder::capacity; ++offset) {
     decoder = ReportDecoder(GetParam(), added);
     decoded(decoder, Bytes(offset, 0x00));
     const std::size_t cut = offset % bytes.size();
@@ -102,7 +102,7 @@ TEST_P(EitherFamily, FindsTheSameHoweverTheStreamIsCutAndWhereverTheRingWraps) {
     decoder.feed({&byte, 1}, byByte);
   EXPECT_EQ(byByte, reports);
   EXPECT_EQ(decoded(decoder, times(500, bytes)).size(), 500 * reports.size())
-      << "more than the ring holds";
+      << "more than can wait at once";
 }
 
 TEST(Decoder, TellsAnE02ReportAtItsCoordinatesAndForgetsTheRestWhenReset) {
