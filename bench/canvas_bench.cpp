@@ -8,9 +8,9 @@
 #include <cmath>
 #include <string>
 
-#include "bench/scratch_folder.h"
-#include "bench/silent_prompt.h"
 #include "bench/subjects.h"
+#include "bench/tools/scratch_folder.h"
+#include "bench/tools/silent_prompt.h"
 #include "core/messages/messages.h"
 #include "linetest/canvas/frmDraw.h"
 #include "ui/event_loop_clock.h"

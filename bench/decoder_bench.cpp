@@ -5,7 +5,7 @@
 #include <random>
 #include <string>
 
-#include "bench/byte_machines.h"
+#include "bench/baselines/byte_machines.h"
 #include "bench/subjects.h"
 
 namespace touch::bench {

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <random>
 
-#include "bench/scratch_folder.h"
 #include "bench/subjects.h"
+#include "bench/tools/scratch_folder.h"
 #include "linetest/files/drawing_file.h"
 
 namespace touch::bench {

@@ -4,8 +4,8 @@
 #include <thread>
 #include <vector>
 
-#include "bench/processor_time.h"
 #include "bench/subjects.h"
+#include "bench/tools/processor_time.h"
 #include "core/driver/nexapi.h"
 #include "core/exchange/exchange.h"
 #include "support/system_clock.h"

@@ -9,12 +9,12 @@
 #include <fstream>
 #include <thread>
 
-#include "bench/child_program.h"
-#include "bench/paced_line.h"
-#include "bench/processor_time.h"
-#include "bench/rounds.h"
-#include "bench/scratch_folder.h"
 #include "bench/subjects.h"
+#include "bench/tools/child_program.h"
+#include "bench/tools/paced_line.h"
+#include "bench/tools/processor_time.h"
+#include "bench/tools/rounds.h"
+#include "bench/tools/scratch_folder.h"
 #include "core/driver/nexapi.h"
 #include "serial/debugger/frmRSDebug.h"
 #include "serial/port/asio_serial_port.h"

@@ -5,7 +5,7 @@
 #include <exception>
 #include <fstream>
 
-#include "bench/page.h"
+#include "bench/figures/page.h"
 #include "bench/subjects.h"
 #include "ui/style/colours.h"
 #include "ui/style/face_style.h"

@@ -4,11 +4,11 @@
 #include <QLabel>
 #include <QRegularExpression>
 
-#include "bench/paced_line.h"
-#include "bench/processor_time.h"
-#include "bench/rounds.h"
-#include "bench/silent_prompt.h"
 #include "bench/subjects.h"
+#include "bench/tools/paced_line.h"
+#include "bench/tools/processor_time.h"
+#include "bench/tools/rounds.h"
+#include "bench/tools/silent_prompt.h"
 #include "core/messages/messages.h"
 #include "serial/port/asio_serial_port.h"
 #include "serial/rawdrawing/frmRsDraw.h"

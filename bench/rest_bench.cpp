@@ -2,10 +2,10 @@
 
 #include <thread>
 
-#include "bench/child_program.h"
-#include "bench/processor_time.h"
-#include "bench/scratch_folder.h"
 #include "bench/subjects.h"
+#include "bench/tools/child_program.h"
+#include "bench/tools/processor_time.h"
+#include "bench/tools/scratch_folder.h"
 #include "support/system_clock.h"
 #include "ui/event_loop_clock.h"
 

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "bench/child_program.h"
-#include "bench/scratch_folder.h"
 #include "bench/subjects.h"
+#include "bench/tools/child_program.h"
+#include "bench/tools/scratch_folder.h"
 
 namespace touch::bench {
 

@@ -1,4 +1,4 @@
-#include "bench/page.h"
+#include "bench/figures/page.h"
 
 #include <fmt/chrono.h>
 #include <fmt/format.h>

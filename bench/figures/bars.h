@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/figures.h"
+#include "bench/figures/figures.h"
 
 namespace touch::bench {
 

@@ -1,4 +1,4 @@
-#include "bench/figures.h"
+#include "bench/figures/figures.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <string>
 
-#include "bench/bars.h"
+#include "bench/figures/bars.h"
 
 namespace touch::bench {
 

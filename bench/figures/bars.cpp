@@ -1,4 +1,4 @@
-#include "bench/bars.h"
+#include "bench/figures/bars.h"
 
 namespace touch::bench {
 

@@ -1,4 +1,4 @@
-#include "bench/child_program.h"
+#include "bench/tools/child_program.h"
 
 #include <fcntl.h>
 #include <spawn.h>

@@ -1,4 +1,4 @@
-#include "bench/paced_line.h"
+#include "bench/tools/paced_line.h"
 
 #include <fcntl.h>
 #include <pty.h>
@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "bench/processor_time.h"
+#include "bench/tools/processor_time.h"
 
 namespace touch::bench {
 
