@@ -92,9 +92,6 @@ frmControllerPage::frmControllerPage(MainModel& model, MainConsole& console)
   setHelpChapter(*this, "Controller");
   setUpList(console);
   emptyHint_->setWordWrap(true);
-  showDrawing(*emptyDrawing_, "connector", tr("What is connected to what"),
-              tr("The panel's tail is plugged into the controller, the controller into the "
-                 "computer, and it has power."));
   for (QLabel* const shown : {emptyHint_, emptyDrawing_})
     shown->hide();
 
@@ -235,7 +232,13 @@ void frmControllerPage::showControllers() {
   describeControllers();
   controllerList_->setCurrentCell(model_.selected ? static_cast<int>(*model_.selected) : -1, 0);
   emptyHint_->setVisible(names.empty());
-  emptyDrawing_->setVisible(names.empty() && !isSmallScreen());
+  const bool isDrawingShown = names.empty() && !isSmallScreen();
+  // Read only when it is shown, which on most machines is never.
+  if (isDrawingShown && emptyDrawing_->pixmap().isNull())
+    showDrawing(*emptyDrawing_, "connector", tr("What is connected to what"),
+                tr("The panel's tail is plugged into the controller, the controller into the "
+                   "computer, and it has power."));
+  emptyDrawing_->setVisible(isDrawingShown);
   info_->setEnabled(model_.selected.has_value());
 }
 
