@@ -184,7 +184,7 @@ class PanelError {
 };
 
 /// By how many mm a second a resting finger's place wanders; zero where chance may have done that.
-PointMm driftOf(const Measurement& measurement) {
+PointMm driftOfRests(const Measurement& measurement) {
   constexpr double noticed = 0.1;  // mm in a rest; less is no drift to anybody
   PointMm sum = PointMm::Zero();
   double squares = 0;  // of the doubt
@@ -216,6 +216,13 @@ PointMm driftOf(const Measurement& measurement) {
   const PointMm drift = sum / rests;
   const double doubt = std::sqrt(squares) / rests;
   return drift.norm() > sure * doubt && drift.norm() * longest > noticed ? drift : PointMm::Zero();
+}
+
+/// In mm a second. The lines tell a drift that is too slow for a rest.
+PointMm driftOf(const Measurement& measurement) {
+  const PointMm drift = driftOfRests(measurement);
+  if (drift.norm() > 0) return drift;
+  return driftOfLines(measurement, analyse(measurement).lines).value_or(PointMm::Zero());
 }
 
 /// As if the panel had not drifted since it was first touched.

@@ -231,20 +231,27 @@ void judgeField(const Model& model, const Measurement& measurement, Suspects& su
                {{marked("measure", "bent by up to"), most, mm}});
 }
 
+/// From the first line to the last.
+struct Drift {
+  PointMm by = PointMm::Zero();
+  double doubt = 0;  ///< standard error of its length
+};
+
+Drift driftOf(const Model& model, bool timed) {
+  if (!timed || !model.isKnown()) return {};
+  const Eigen::Index at = 2 * model.perDirection();
+  const PointMm by = model.weights().segment<2>(at);
+  if (by.norm() <= 0) return {};
+  Eigen::VectorXd sum = Eigen::VectorXd::Zero(model.terms());
+  sum.segment<2>(at) = by.normalized();
+  return {by, model.doubt(sum)};
+}
+
 void judgeTime(const Model& model, bool timed, const Measurement& measurement,
                std::span<const RestFigures> rests, Suspects& suspects) {
   const double limit = measurement.limits[Length::drift].mm.value_or(Millimetres{}).value;
-  double value = 0;
-  double doubt = 0;
-  if (timed && model.isKnown()) {
-    const Eigen::Index at = 2 * model.perDirection();
-    value = model.weights().segment<2>(at).norm();
-    if (value > 0) {
-      Eigen::VectorXd sum = Eigen::VectorXd::Zero(model.terms());
-      sum.segment<2>(at) = model.weights().segment<2>(at) / value;
-      doubt = model.doubt(sum);
-    }
-  }
+  const auto [by, doubt] = driftOf(model, timed);
+  const double value = by.norm();
   std::vector<double> drifts;
   for (const RestFigures& rest : rests)
     drifts.push_back(rest.drift);
@@ -353,10 +360,14 @@ bool tellsTime(const Measurement& measurement, std::span<const LineFigures> line
   return again && measurement.sources.size() == 1 && measurement.sources[0].timed;
 }
 
+std::size_t countDrawn(std::span<const LineFigures> lines) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(lines, [](const LineFigures& line) { return !line.course.empty(); }));
+}
+
 void judgeCourses(const Measurement& measurement, std::span<const LineFigures> lines,
                   std::span<const RestFigures> rests, Suspects& suspects) {
-  const auto drawn = static_cast<std::size_t>(
-      std::ranges::count_if(lines, [](const LineFigures& line) { return !line.course.empty(); }));
+  const std::size_t drawn = countDrawn(lines);
   const int degree = supportedDegree(lines);
   const bool timed = tellsTime(measurement, lines);
   const auto errors = thinned(lines, measurement.size);
@@ -398,6 +409,19 @@ std::span<const CauseRow> causeTable() {
 
 const CauseRow& rowOf(CauseId id) {
   return table[static_cast<std::size_t>(id)];
+}
+
+std::optional<PointMm> driftOfLines(const Measurement& measurement,
+                                    std::span<const LineFigures> lines) {
+  if (!tellsTime(measurement, lines) || supportedDegree(lines) < Model::fieldDegree)
+    return std::nullopt;
+  const Model model(measurement.size, thinned(lines, measurement.size), Model::fieldDegree, true,
+                    countDrawn(lines));
+  const auto [by, doubt] = driftOf(model, true);
+  constexpr double sure = 3;       // standard errors
+  constexpr double noticed = 0.1;  // mm; less is no drift to anybody
+  if (by.norm() <= std::max(sure * doubt, noticed) || model.duration() <= 0) return std::nullopt;
+  return by / model.duration();
 }
 
 std::vector<Cause> findCauses(const Measurement& measurement, std::span<const LineFigures> lines,

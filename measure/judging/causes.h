@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -54,6 +55,11 @@ struct Cause {
   /// From 0.5 for one that is just named to nearly 1.
   double confidence() const { return 1 - 0.5 / (weight * weight); }
 };
+
+/// By how many mm touches wandered in a second while the lines were drawn. None where the lines do
+/// not tell, or chance may have done it.
+std::optional<PointMm> driftOfLines(const Measurement& measurement,
+                                    std::span<const LineFigures> lines);
 
 /// What most likely is wrong, the weightiest first. Only causes that break a limit by themselves
 /// are named; none is an answer, too.

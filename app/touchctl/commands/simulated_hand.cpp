@@ -45,6 +45,12 @@ std::vector<Trace> SimulatedHand::carryOut(std::string_view task, const Plan& pl
   return traces;
 }
 
+void SimulatedHand::pause(Seconds time) {
+  simulation_.holdTime();
+  pass(time);
+  simulation_.letTimeGo();
+}
+
 SimulatedHand::Traces SimulatedHand::move(std::string_view task, const Plan& plan) {
   if (const Guide* const guide = findGuide(task)) return draw(*guide);
   for (const Target& target : restTargets())

@@ -28,6 +28,8 @@ class SimulatedHand {
   static measure::Source source();
   /// Nothing comes of it where the panel feels no touch.
   std::vector<measure::Trace> carryOut(std::string_view task, const measure::Plan& plan);
+  /// Touches nothing for this long.
+  void pause(measure::Seconds time);
 
  private:
   using Traces = std::vector<measure::Trace>;
