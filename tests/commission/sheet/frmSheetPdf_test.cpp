@@ -18,7 +18,7 @@ Run wholeRun(Profile profile) {
   run.unitType = "QRMV0301";
   run.firmware = "M0130100";
   run.driver = "/usr/lib/libnexapi.so";
-  run.program = "TouchUtility 3.1.0";
+  run.program = "TouchUtility 3.2.0";
   run.blockBefore = run.blockAfter = std::vector<std::string>(8, "1A20");
   run.calibration = CalibrationFacts{5, "kept"};
   run.rate = ReportRate{99.8, 10, 16.5};
