@@ -1,7 +1,7 @@
 #include "ui/guide/guide_browser.h"
 
+#include <QFile>
 #include <QImageReader>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QScroller>
 #include <QSignalBlocker>
@@ -20,6 +20,7 @@ namespace {
 
 const auto guide = QStringLiteral("qrc:/guide/user-guide.md");
 const auto widthInName = QStringLiteral("width");
+const auto numberInName = QStringLiteral("chapter");
 const auto pictures = QUrl(QStringLiteral("qrc:/guide/images/"));
 constexpr qreal margin = 10;
 constexpr qreal indent = 20;
@@ -40,11 +41,17 @@ class Unnoticed final {
   QTextCursor edit_;
 };
 
-/// As the web makes it: lower case, no punctuation, a dash for each space.
-QString anchorOf(const QString& heading) {
-  static const QRegularExpression dropped("[^\\w\\s-]",
-                                          QRegularExpression::UseUnicodePropertiesOption);
-  return heading.toLower().remove(dropped).replace(' ', '-');
+/// The chapter `number` of a document, at a place of it or at its beginning.
+QUrl placeOf(QUrl document, std::size_t number, const QString& anchor = {}) {
+  QUrlQuery query;
+  query.addQueryItem(numberInName, QString::number(number));
+  document.setQuery(query);
+  document.setFragment(anchor.isEmpty() ? QString() : anchor);
+  return document;
+}
+
+bool isChapter(const QUrl& name) {
+  return name.scheme() == "qrc" && name.path().endsWith(".md");
 }
 
 QString fileOf(const QUrl& picture) {
@@ -81,34 +88,74 @@ void GuideBrowser::showChapter(const QString& heading) {
   setSource(place, QTextDocument::MarkdownResource);
 }
 
+const std::vector<GuideChapter>& GuideBrowser::chaptersIn(const QUrl& document) const {
+  const auto [found, isNew] = documents_.try_emplace(document.path());
+  if (isNew) {
+    QFile file(':' + document.path());
+    const bool isThere = file.open(QIODevice::ReadOnly);
+    found->second = chaptersOf(isThere ? QString::fromUtf8(file.readAll()) : QString());
+  }
+  return found->second;
+}
+
+QStringList GuideBrowser::chapters() const {
+  QStringList headings;
+  for (const GuideChapter& chapter : chaptersIn(QUrl(guide)))
+    if (!chapter.heading.isEmpty()) headings.push_back(chapter.heading);
+  return headings;
+}
+
+std::size_t GuideBrowser::chapterShown() const {
+  const auto number = QUrlQuery(source()).queryItemValue(numberInName).toUInt();
+  return std::min<std::size_t>(number, chaptersIn(source()).size() - 1);
+}
+
 QString GuideBrowser::chapterInView() const {
   if (source().path() != QUrl(guide).path()) return {};
-  constexpr int belowEdge = 2 * static_cast<int>(margin);
-  const int position = cursorForPosition(QPoint(0, belowEdge)).position();
-  QString chapter;
-  for (const Heading& heading : headings_) {
-    if (heading.position > position) break;
-    if (heading.level == 2) chapter = heading.text;
-  }
-  return chapter;
+  return chaptersIn(source())[chapterShown()].heading;
+}
+
+// A link names a heading of its document; where it stands is known here.
+void GuideBrowser::doSetSource(const QUrl& name, QTextDocument::ResourceType type) {
+  if (!isChapter(name)) return QTextBrowser::doSetSource(name, type);
+  if (!name.hasFragment())
+    return QTextBrowser::doSetSource(name.hasQuery() ? name : placeOf(name, 0),
+                                     QTextDocument::MarkdownResource);
+  const QString anchor = name.fragment(QUrl::FullyDecoded);
+  const auto& chapters = chaptersIn(name);
+  const auto holder = std::ranges::find_if(chapters, [&anchor](const GuideChapter& chapter) {
+    return std::ranges::find(chapter.anchors, anchor) != chapter.anchors.end();
+  });
+  const auto number = holder == chapters.end() ? 0 : holder - chapters.begin();
+  QTextBrowser::doSetSource(placeOf(name, static_cast<std::size_t>(number), anchor),
+                            QTextDocument::MarkdownResource);
 }
 
 bool GuideBrowser::mark(const QString& text, bool backwards) {
   const QTextDocument::FindFlags direction =
       backwards ? QTextDocument::FindBackward : QTextDocument::FindFlags();
   if (find(text, direction)) return true;
-  const QTextCursor before = textCursor();
-  moveCursor(backwards ? QTextCursor::End : QTextCursor::Start);
-  if (find(text, direction)) return true;
-  setTextCursor(before);
+  const auto& chapters = chaptersIn(source());
+  const std::size_t shown = chapterShown();
+  for (std::size_t step = 1; step <= chapters.size(); ++step) {
+    const std::size_t number =
+        (shown + (backwards ? chapters.size() - step : step)) % chapters.size();
+    QTextDocument chapter;
+    chapter.setMarkdown(chapters[number].markdown);
+    if (chapter.find(text).isNull()) continue;
+    setSource(placeOf(source(), number), QTextDocument::MarkdownResource);
+    moveCursor(backwards ? QTextCursor::End : QTextCursor::Start);
+    return find(text, direction);
+  }
   return false;
 }
 
 // Qt's reading of Markdown gives headings no names, and pictures the size that they have in their
 // files.
 void GuideBrowser::prepare(const QUrl& source) {
-  if (prepared_ == source.path()) return;
-  prepared_ = source.path();
+  const QUrl chapter = source.adjusted(QUrl::RemoveFragment);
+  if (prepared_ == chapter) return;
+  prepared_ = chapter;
   {
     const Unnoticed change(document());
     nameHeadings();
@@ -213,6 +260,17 @@ void GuideBrowser::fitPictures() {
 }
 
 QVariant GuideBrowser::loadResource(int type, const QUrl& name) {
+  if (type == QTextDocument::MarkdownResource && isChapter(name)) {
+    const auto& chapters = chaptersIn(name);
+    const std::size_t number = QUrlQuery(name).queryItemValue(numberInName).toUInt();
+    if (number >= chapters.size()) return {};
+    QString text = chapters[number].markdown;
+    if (number + 1 < chapters.size()) {
+      const QString& next = chapters[number + 1].heading;
+      text += "\n[" + next + " →](#" + anchorOf(next) + ")\n";
+    }
+    return text;
+  }
   if (type != QTextDocument::ImageResource) return QTextBrowser::loadResource(type, name);
   const int width = QUrlQuery(name).queryItemValue(widthInName).toInt();
   QImage picture(fileOf(name));

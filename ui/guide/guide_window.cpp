@@ -8,7 +8,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollBar>
 #include <QScroller>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -72,12 +71,11 @@ GuideWindow::GuideWindow(QWidget* parent)
 
   browser_->showChapter({});
   int widest = 0;
-  for (const auto& heading : browser_->headings()) {
-    if (heading.level != 2) continue;
-    auto* const item = new QListWidgetItem(heading.text, chapterList_);
+  for (const QString& heading : browser_->chapters()) {
+    auto* const item = new QListWidgetItem(heading, chapterList_);
     item->setSizeHint({0, fingerSize()});
-    chapterBox_->addItem(heading.text);
-    widest = std::max(widest, chapterList_->fontMetrics().horizontalAdvance(heading.text));
+    chapterBox_->addItem(heading);
+    widest = std::max(widest, chapterList_->fontMetrics().horizontalAdvance(heading));
   }
   chapterList_->setFixedWidth(widest + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 4 * gap);
 
@@ -85,8 +83,6 @@ GuideWindow::GuideWindow(QWidget* parent)
           [this] { chooseChapter(chapterList_->currentRow()); });
   connect(chapterList_, &QListWidget::currentRowChanged, this, &GuideWindow::chooseChapter);
   connect(chapterBox_, &QComboBox::activated, this, &GuideWindow::chooseChapter);
-  connect(browser_->verticalScrollBar(), &QScrollBar::valueChanged, this,
-          &GuideWindow::markChapterInView);
   connect(browser_, &QTextBrowser::sourceChanged, this, &GuideWindow::markChapterInView);
   for (const auto& [key, backwards] :
        {std::pair(QKeySequence::FindNext, false), std::pair(QKeySequence::FindPrevious, true)}) {

@@ -1,5 +1,7 @@
 #include "ui/guide/help.h"
 
+#include <QTextBlock>
+
 #include "tests/ui/every_window.h"
 #include "ui/guide/guide_browser.h"
 
@@ -39,6 +41,58 @@ TEST_F(Help, EachWindowOpensTheGuideAtItsChapter) {
     EXPECT_EQ(guide, nullptr);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
   });
+}
+
+/// The guide by itself.
+class Guide : public testing::Test {
+ protected:
+  Guide() {
+    browser.resize(600, 400);
+    browser.showChapter({});
+  }
+  GuideBrowser browser;
+};
+
+TEST_F(Guide, EachLinkLeadsToItsHeadingInWhateverChapter) {
+  for (const QString& chapter : browser.chapters()) {
+    browser.showChapter(chapter);
+    EXPECT_EQ(browser.chapterInView(), chapter);
+    std::vector<QString> links;
+    for (QTextBlock block = browser.document()->begin(); block.isValid(); block = block.next())
+      for (auto part = block.begin(); !part.atEnd(); ++part)
+        if (const QString link = part.fragment().charFormat().anchorHref(); link.contains('#'))
+          links.push_back(link);
+    for (const QString& link : links) {
+      browser.setSource(browser.source().resolved(QUrl(link)));
+      const auto& there = browser.headings();
+      EXPECT_NE(std::ranges::find(there, QUrl(link).fragment(), &GuideBrowser::Heading::anchor),
+                there.end())
+          << chapter.toStdString() << ": " << link.toStdString();
+      browser.showChapter(chapter);
+    }
+  }
+}
+
+TEST_F(Guide, ATextIsFoundInAllChaptersAndTheWayBackIsThere) {
+  ASSERT_TRUE(browser.mark("Permission for a serial port", false)) << "in the list of contents";
+  std::set<QString> chapters;
+  for (int place = 0; place < 12; ++place) {
+    chapters.insert(browser.chapterInView());
+    ASSERT_TRUE(browser.mark("Permission for a serial port", false));
+  }
+  EXPECT_THAT(chapters, testing::SizeIs(testing::Ge(4U)));
+  EXPECT_FALSE(browser.mark("nobody wrote this", true));
+  const QString before = browser.chapterInView();
+  browser.showChapter("Doctor");
+  browser.backward();
+  EXPECT_EQ(browser.chapterInView(), before);
+}
+
+TEST(GuideText, ChaptersBeginAtHeadingsAndNotInCode) {
+  const auto chapters = chaptersOf("# A\nb\n## C d!\n```sh\n## no\n```\n### E\n## F\n");
+  ASSERT_EQ(chapters.size(), 3U);
+  EXPECT_THAT(chapters[1].anchors, testing::ElementsAre("c-d", "e"));
+  EXPECT_EQ(chapters[1].markdown, "## C d!\n```sh\n## no\n```\n### E\n");
 }
 
 }  // namespace
