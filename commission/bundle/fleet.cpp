@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "commission/bundle/bundle.h"
+#include "commission/run/word.h"
 #include "commission/sheet/sheet.h"
 #include "measure/files/json_reader.h"
 #include "support/files/sha256.h"
@@ -25,11 +26,6 @@ constexpr double largest = std::numeric_limits<double>::max();
 // Of its limit: a figure moves by less from one hand to the next.
 constexpr double leastDrift = 0.2;
 
-template <typename Value>
-struct Word {
-  std::string_view name;
-  Value value;
-};
 constexpr Word<Outcome> outcomes[] = {
     {"PASS", Outcome::pass}, {"INCOMPLETE", Outcome::incomplete}, {"FAIL", Outcome::fail}};
 constexpr Word<std::string Visit::*> runTexts[] = {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cctype>
 
+#include "commission/run/word.h"
 #include "measure/files/json_reader.h"
 #include "measure/files/measurement_file.h"
 #include "support/text/text_encoding.h"
@@ -26,11 +27,6 @@ constexpr int mostTimes = 1'000'000;
 constexpr double fastestRate = 1e6;
 constexpr double longestInterval = 1e9;
 
-template <typename Value>
-struct Word {
-  std::string_view name;
-  Value value;
-};
 constexpr Word<StepState> states[] = {
     {"open", StepState::open}, {"done", StepState::done}, {"skipped", StepState::skipped}};
 constexpr Word<std::string PanelFacts::*> panelTexts[] = {
