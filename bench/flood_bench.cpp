@@ -13,6 +13,7 @@
 #include "bench/tools/child_program.h"
 #include "bench/tools/paced_line.h"
 #include "bench/tools/processor_time.h"
+#include "bench/tools/resident_bytes.h"
 #include "bench/tools/rounds.h"
 #include "bench/tools/scratch_folder.h"
 #include "core/driver/nexapi.h"
@@ -29,7 +30,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int fastest = 4'000'000;  // baud
+constexpr auto ownFlood = 60s;
 constexpr auto watchedFlood = 10s;
+// By then the console has all the lines that it keeps.
+constexpr auto fillingUp = 20s;
 constexpr auto settling = 500ms;
 
 /// Who gets all boxes away at once.
@@ -59,19 +63,21 @@ struct FloodDesk {
   Access access() { return {session, *driver, clock}; }
 };
 
-/// Sends a flood for a while and counts the processor time that a megabyte of it takes, and how
-/// long the windows stand still at most.
+/// Sends a flood for a minute and counts the processor time that a megabyte of it takes, how long
+/// the windows stand still at most, and by what the memory grows once the console is full.
 void flood(benchmark::State& state, FloodDesk& desk) {
   for (auto _ : state) {
     const std::size_t sentBefore = desk.line.sentBytes();
     const double before = processorSeconds(CLOCK_PROCESS_CPUTIME_ID);
-    const auto end = desk.clock.now() + watchedFlood;
+    const auto begin = desk.clock.now();
+    std::size_t full = 0;
     std::chrono::duration<double> longest{};
     desk.line.start();
     // Waiting for an event that comes is no standing still.
     QTimer heart;
     heart.start(2);
-    for (auto now = desk.clock.now(); now < end;) {
+    for (auto now = begin; now < begin + ownFlood;) {
+      if (full == 0 && now > begin + fillingUp) full = residentBytes("self");
       QApplication::processEvents(QEventLoop::WaitForMoreEvents);
       const auto then = std::exchange(now, desk.clock.now());
       longest = std::max<std::chrono::duration<double>>(longest, now - then);
@@ -82,6 +88,8 @@ void flood(benchmark::State& state, FloodDesk& desk) {
     state.counters["a megabyte"] =
         taken / (static_cast<double>(desk.line.sentBytes() - sentBefore) / 1e6);
     state.counters["longest"] = longest.count();
+    const std::size_t last = residentBytes("self");
+    state.counters["growth"] = static_cast<double>(last - std::min(full, last));
   }
   if (!desk.line.wasDrained()) state.SkipWithError("the line ran over");
 }
@@ -203,11 +211,11 @@ bool isThere(const char* program) {
 
 void registerFlood() {
   const auto add = [](const char* name, void (*run)(benchmark::State&)) {
-    benchmark::RegisterBenchmark(name, run)->Iterations(1)->Repetitions(3);
+    return benchmark::RegisterBenchmark(name, run)->Iterations(1)->Repetitions(3);
   };
-  add("flood/receive", receive);
-  add("flood/recording", record);
-  add("flood/raw drawing", draw);
+  add("flood/receive", receive)->Repetitions(1);
+  add("flood/recording", record)->Repetitions(1);
+  add("flood/raw drawing", draw)->Repetitions(1);
   add("flood/cat", readByCat);
   if (isThere(cuteCom) && isThere(server) && isThere(keys)) add("flood/CuteCom", readByCuteCom);
 }

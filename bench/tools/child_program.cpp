@@ -15,6 +15,8 @@
 #include <system_error>
 #include <utility>
 
+#include "bench/tools/resident_bytes.h"
+
 namespace touch::bench {
 
 namespace {
@@ -84,11 +86,7 @@ ChildProgram::Seconds ChildProgram::processorTime() const {
 }
 
 std::size_t ChildProgram::residentBytes() const {
-  std::ifstream file("/proc/" + std::to_string(process_) + "/statm");
-  std::size_t size = 0;
-  std::size_t resident = 0;
-  if (!(file >> size >> resident)) throw std::runtime_error("a program has gone");
-  return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+  return bench::residentBytes(std::to_string(process_));
 }
 
 ChildProgram::Seconds ChildProgram::awaitEnd() {
