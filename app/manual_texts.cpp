@@ -60,18 +60,19 @@ constexpr std::array shellExamples{
           "Judge saved lines; status 1 when one fails, 5 when one is missing."},
 };
 
-constexpr std::array simulatorFiles{Entry{
-    "XDG_RUNTIME_DIR/touchsim-pts-5",
-    "The socket by which 'touchsim touch' reaches the controller on /dev/pts/5. Only its user "
-    "may use it."}};
+constexpr std::array simulatorFiles{Entry{"XDG_RUNTIME_DIR/touchsim-pts-5",
+                                          "The socket by which 'touchsim touch', 'pause' and the "
+                                          "like reach the controller on /dev/pts/5. Only its user "
+                                          "may use it."}};
 constexpr std::array<std::string_view, 1> simulatorDescription{
     "The device behaves like a serial port with a controller on it, for any program that talks to "
-    "one. It goes when the program ends. A second touchsim is the finger: 'touchsim touch X Y'."};
+    "one. It goes when the program ends. A second touchsim is the finger: 'touchsim touch X Y'. It "
+    "also holds, steps and moves a recording that is played."};
 constexpr std::array simulatorStatus{
-    Entry{"0", "ended by Ctrl+C, or touched"},
+    Entry{"0", "ended by Ctrl+C, or what was asked of another is done"},
     Entry{"1",
-          "no pseudo-terminal, a file that cannot be read, a script that failed, or nobody to "
-          "be touched"},
+          "no pseudo-terminal, a file that cannot be read, a script that failed, or no "
+          "simulated controller to be reached"},
     Entry{"2", "wrong use"},
 };
 constexpr std::array simulatorExamples{
@@ -81,6 +82,9 @@ constexpr std::array simulatorExamples{
     Entry{"touchsim --simulate-from A-17-2026-11-27",
           "Be the controller of this commissioning, with its panel."},
     Entry{"touchsim touch 0.5 0.5", "Tap the middle of its panel, from another terminal."},
+    Entry{"touchsim --play customer.txt --replay-speed 10",
+          "Send what it sent then, ten times as fast."},
+    Entry{"touchsim seek 3600", "Go on an hour from its beginning, from another terminal."},
     Entry{"touchctl --com 2=/dev/pts/5 serial monitor --port 2 --no-driver",
           "Show what it reports, where it has printed /dev/pts/5."},
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -28,6 +29,12 @@ struct LineState {
 };
 /// What this end can switch: two of the wires, and the break, which holds the line for bytes.
 enum class LineSwitch : std::uint8_t { dtr, rts, holdBreak };
+
+/// So many bytes that were taken off the line together, and when.
+struct ReadPart {
+  std::chrono::steady_clock::time_point time;
+  std::size_t bytes = 0;
+};
 
 /// One serial port at a time, chosen by its COM port number; closed on destruction.
 /// A port that goes away while open closes itself: writing and reading then do nothing, and
@@ -60,6 +67,8 @@ class SerialPort {
   /// time. What it has not taken is thrown away.
   virtual bool write(std::span<const std::uint8_t> bytes) = 0;
   virtual std::vector<std::uint8_t> readAll() = 0;  ///< every byte that has arrived
+  /// What the last readAll is made of, in order; nothing where the port does not tell.
+  virtual std::vector<ReadPart> readParts() const { return {}; }
   /// How many of the bytes read since it was asked last came damaged over the line: with a wrong
   /// parity or without a stop bit, or a break in place of a byte.
   virtual std::size_t takeDamaged() { return 0; }

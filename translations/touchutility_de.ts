@@ -930,6 +930,10 @@
         <source>Asking on COM%1, %2 …</source>
         <translation>Frage an COM%1, %2 …</translation>
     </message>
+    <message>
+        <source>8th bit set: %1</source>
+        <translation>8. Bit gesetzt: %1</translation>
+    </message>
 </context>
 <context>
     <name>discovery</name>
@@ -5583,6 +5587,10 @@ Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechn
     <message>
         <source>The monitor is full; &quot;Wipe&quot; empties it.</source>
         <translation>Der Monitor ist voll; „Leeren“ macht ihn frei.</translation>
+    </message>
+    <message>
+        <source>&amp;Rolling</source>
+        <translation>&amp;Mitlaufend</translation>
     </message>
 </context>
 <context>

@@ -53,6 +53,8 @@ class Bench {
   void listen();
   /// What came since it was asked last.
   std::vector<std::uint8_t> heard();
+  /// Sends of `bytes` what there is room for on the line, and returns how many that were.
+  std::size_t offer(std::span<const std::uint8_t> bytes);
   /// Sends `bytes`, however many, as the line takes them. False when the user wants the program to
   /// end.
   bool say(Pause& pause, std::span<const std::uint8_t> bytes);

@@ -24,6 +24,14 @@ using Socket = asio::local::stream_protocol;
 
 constexpr std::size_t longestLine = 256;
 constexpr std::string_view prefix = "touchsim-";
+constexpr std::string_view done = "ok";
+
+constexpr std::pair<std::string_view, ReplayRequest::Action> replayActions[] = {
+    {"pause", ReplayRequest::Action::pause},
+    {"go", ReplayRequest::Action::go},
+    {"step", ReplayRequest::Action::step},
+    {"seek", ReplayRequest::Action::seek},
+    {"progress", ReplayRequest::Action::progress}};
 
 /// The user's own folder for sockets; empty without one. A folder that others may write is none.
 fs::path runtimeFolder() {
@@ -70,11 +78,12 @@ std::string_view takeWord(std::string_view& text) {
   return word;
 }
 
-std::optional<double> fraction(std::string_view text) {
+std::optional<double> numberUpTo(double greatest, std::string_view text) {
   double value = 0;
   const char* const end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, value);
-  if (error != std::errc() || stop != end || !(value >= 0 && value <= 1)) return std::nullopt;
+  if (error != std::errc() || stop != end || !(value >= 0 && value <= greatest))
+    return std::nullopt;
   return value;
 }
 
@@ -85,8 +94,8 @@ std::optional<FingerRequest> parseFingerRequest(std::string_view line) {
   FingerRequest request{.down = word == "touch"};
   if (!request.down && word != "lift") return std::nullopt;
   if (request.down) {
-    const auto x = fraction(takeWord(line));
-    const auto y = fraction(takeWord(line));
+    const auto x = numberUpTo(1, takeWord(line));
+    const auto y = numberUpTo(1, takeWord(line));
     if (!x || !y) return std::nullopt;
     request.x = *x;
     request.y = *y;
@@ -95,11 +104,27 @@ std::optional<FingerRequest> parseFingerRequest(std::string_view line) {
   return request;
 }
 
+std::optional<ReplayRequest> parseReplayRequest(std::string_view line) {
+  const auto word = takeWord(line);
+  const auto* const found = std::ranges::find(
+      replayActions, word, &std::pair<std::string_view, ReplayRequest::Action>::first);
+  if (found == std::end(replayActions)) return std::nullopt;
+  ReplayRequest request{.action = found->second};
+  if (request.action == ReplayRequest::Action::seek) {
+    const auto seconds = numberUpTo(longestSeek, takeWord(line));
+    if (!seconds) return std::nullopt;
+    request.seconds = *seconds;
+  }
+  if (!takeWord(line).empty()) return std::nullopt;
+  return request;
+}
+
 /// One who has connected, until he has been answered.
 class OutsideFinger::Caller : public std::enable_shared_from_this<Caller> {
  public:
-  Caller(Socket::socket socket, const std::function<void(const FingerRequest&)>& onRequest)
-      : socket_(std::move(socket)), onRequest_(onRequest) {}
+  /// `answer` is what he is told.
+  Caller(Socket::socket socket, std::function<std::string(std::string_view)> answer)
+      : socket_(std::move(socket)), answer_(std::move(answer)) {}
 
   void serve() {
     asio::async_read_until(socket_, asio::dynamic_buffer(line_, longestLine), '\n',
@@ -110,32 +135,33 @@ class OutsideFinger::Caller : public std::enable_shared_from_this<Caller> {
 
  private:
   void answer() {
-    const auto request = parseFingerRequest(std::string_view(line_).substr(0, line_.find('\n')));
-    if (request) onRequest_(*request);
-    reply_ = request ? "ok\n" : "expected \"touch X Y\" with X and Y from 0 to 1, or \"lift\"\n";
+    reply_ = answer_(std::string_view(line_).substr(0, line_.find('\n'))) + '\n';
     asio::async_write(socket_, asio::buffer(reply_),
                       [self = shared_from_this()](const std::error_code&, std::size_t) {});
   }
 
   Socket::socket socket_;
-  std::function<void(const FingerRequest&)> onRequest_;
+  std::function<std::string(std::string_view)> answer_;
   std::string line_;
   std::string reply_;
 };
 
-std::unique_ptr<OutsideFinger> OutsideFinger::open(
-    asio::io_context& context, const std::string& device,
-    std::function<void(const FingerRequest&)> onRequest) {
+std::unique_ptr<OutsideFinger> OutsideFinger::open(asio::io_context& context,
+                                                   const std::string& device, OnFinger onFinger,
+                                                   OnReplay onReplay) {
   const fs::path folder = runtimeFolder();
   if (folder.empty()) return nullptr;
-  auto finger =
-      std::make_unique<OutsideFinger>(context, socketOf(folder, device), std::move(onRequest));
+  auto finger = std::make_unique<OutsideFinger>(context, socketOf(folder, device),
+                                                std::move(onFinger), std::move(onReplay));
   return finger->listen() ? std::move(finger) : nullptr;
 }
 
-OutsideFinger::OutsideFinger(asio::io_context& context, fs::path path,
-                             std::function<void(const FingerRequest&)> onRequest)
-    : path_(std::move(path)), onRequest_(std::move(onRequest)), acceptor_(context) {}
+OutsideFinger::OutsideFinger(asio::io_context& context, fs::path path, OnFinger onFinger,
+                             OnReplay onReplay)
+    : path_(std::move(path)),
+      onFinger_(std::move(onFinger)),
+      onReplay_(std::move(onReplay)),
+      acceptor_(context) {}
 
 OutsideFinger::~OutsideFinger() {
   if (isThere_) unlink(path_.c_str());
@@ -164,19 +190,33 @@ bool OutsideFinger::listen() {
 void OutsideFinger::acceptNext() {
   acceptor_.async_accept([this](const std::error_code& error, Socket::socket socket) {
     if (error) return;
-    std::make_shared<Caller>(std::move(socket), onRequest_)->serve();
+    std::make_shared<Caller>(std::move(socket), [this](std::string_view line) {
+      return carryOut(line);
+    })->serve();
     acceptNext();
   });
 }
 
-Result<void, std::string> sendRequest(const std::string& request,
-                                      const std::optional<std::string>& device) {
-  const fs::path folder = runtimeFolder();
-  if (folder.empty()) {
-    return tl::unexpected(
-        std::string("XDG_RUNTIME_DIR names no folder of yours that nobody else may write. Set it "
-                    "for both programs"));
+std::string OutsideFinger::carryOut(std::string_view line) const {
+  if (const auto finger = parseFingerRequest(line)) {
+    onFinger_(*finger);
+    return std::string(done);
   }
+  const auto replay = parseReplayRequest(line);
+  if (!replay) {
+    return "expected \"touch X Y\" with X and Y from 0 to 1, \"lift\", \"pause\", \"go\", "
+           "\"step\", "
+           "\"seek SECONDS\" or \"progress\"";
+  }
+  if (!onReplay_) return "it plays no recording: start it with --play or --replay";
+  const std::string told = onReplay_(*replay);
+  return told.empty() ? std::string(done) : std::string(done) + ' ' + told;
+}
+
+Result<std::string, std::string> sendRequest(const std::string& request,
+                                             const std::optional<std::string>& device) {
+  const fs::path folder = runtimeFolder();
+  if (folder.empty()) return tl::unexpected(std::string(neededFolder));
   fs::path path = device ? socketOf(folder, *device) : fs::path();
   if (!device) {
     const auto live = liveSockets(folder);
@@ -201,8 +241,9 @@ Result<void, std::string> sendRequest(const std::string& request,
   if (!error) asio::read_until(socket, asio::dynamic_buffer(answer, longestLine), '\n', error);
   if (error) return failed(error.message());
   answer.resize(answer.find('\n'));
-  if (answer != "ok") return failed(answer);
-  return {};
+  if (answer == done) return std::string();
+  if (!answer.starts_with(std::string(done) + ' ')) return failed(answer);
+  return answer.substr(done.size() + 1);
 }
 
 }  // namespace touch::simulator

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
@@ -8,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/options.h"
@@ -18,9 +21,8 @@
 #include "app/simulated_source.h"
 #include "app/touchsim/bench.h"
 #include "app/touchsim/outside.h"
+#include "app/touchsim/playback.h"
 #include "serial/port/line_settings.h"
-#include "serial/recording/recorded_answers.h"
-#include "serial/recording/recording.h"
 #include "serial/scripts/script_run.h"
 #include "simulator/controller/controllers.h"
 #include "simulator/controller/described_controller.h"
@@ -37,7 +39,10 @@ constexpr int exitFailed = 1;
 constexpr auto fingerStep = 10ms;
 constexpr int stepsInStroke = 100;
 constexpr auto betweenStrokes = 500ms;
-constexpr auto answerStep = 2ms;
+
+// Times as fast as a recording.
+constexpr double slowest = 0.1;
+constexpr double fastest = 100;
 
 /// What makes the controller report touches in each form.
 struct ReportCommand {
@@ -66,12 +71,13 @@ constexpr std::array faults{Fault::noAnswer,     Fault::slowAnswer, Fault::short
 struct Options {
   std::optional<std::filesystem::path> source;
   std::string controller{controllerModels.front().name};
-  std::string line = "8N1";
+  touch::LineSettings line;
   std::string reports = "tablet";
   std::string strokes;
-  int speed = touch::LineSettings{}.baud;
+  std::optional<int> speed;  ///< in place of the line's
   std::optional<std::filesystem::path> recording;
   std::optional<std::filesystem::path> dialogue;
+  double replaySpeed = 1;
   std::optional<std::filesystem::path> script;
   bool once = false;
   std::vector<FaultTimes> faults;
@@ -89,6 +95,23 @@ int failed(const std::string& why) {
   return exitFailed;
 }
 
+/// "7E1", or all of "9600,e,7,1".
+touch::Result<touch::LineSettings, std::string> lineNamed(const std::string& text) {
+  constexpr std::size_t shortForm = 3;
+  if (text.size() != shortForm) return touch::parseLineSettings(text);
+  return touch::parseLineSettings(
+      fmt::format("{},{},{},{}", touch::LineSettings{}.baud, text[1], text[0], text[2]));
+}
+
+LineFormat formatOf(const touch::LineSettings& line) {
+  using Parity = LineFormat::Parity;
+  return {line.dataBits,
+          line.parity == touch::Parity::none   ? Parity::none
+          : line.parity == touch::Parity::even ? Parity::even
+                                               : Parity::odd,
+          line.stopBits};
+}
+
 const ControllerModel& modelNamed(const std::string& name) {
   return *std::ranges::find(controllerModels, std::string_view(name), &ControllerModel::name);
 }
@@ -98,10 +121,12 @@ void setUp(Bench& bench, const Options& options) {
     const auto* const reports =
         std::ranges::find(reportCommands, options.reports, &ReportCommand::name);
     const std::vector<std::uint8_t> command(reports->command.begin(), reports->command.end());
+    // Whatever the device is set to: this comes from nobody there.
+    controller.setUserSpeed(std::nullopt);
     controller.receive(command, now);
     // Drops the answer: nobody has asked.
     controller.connect(LineUser::port, now);
-    if (options.line == "7N2") controller.speak(LineFormat::sevenN2);
+    controller.speak(formatOf(options.line));
   });
 }
 
@@ -116,32 +141,6 @@ bool draw(Bench& bench, Pause& pause, const std::vector<Stroke>& strokes) {
     if (!pause.of(betweenStrokes)) return false;
   }
   return true;
-}
-
-/// Returns false when the user wants the program to end.
-bool play(Bench& bench, Pause& pause, touch::TransferSource& recording) {
-  const auto start = std::chrono::steady_clock::now();
-  recording.rewind();
-  while (const auto transfer = recording.next()) {
-    if (transfer->direction != touch::Direction::fromController) continue;
-    if (!pause.until(start + transfer->time)) return false;
-    if (!bench.say(pause, transfer->bytes)) return false;
-  }
-  if (const auto error = recording.error()) {
-    failed(error->describe());
-    return false;
-  }
-  return pause.of(betweenStrokes);
-}
-
-/// Answers as the controller did that was recorded.
-void answer(Bench& bench, Pause& pause, touch::RecordedAnswers& answers) {
-  bench.listen();
-  while (pause.of(answerStep)) {
-    const auto now = std::chrono::steady_clock::now();
-    answers.take(bench.heard(), now);
-    if (!bench.say(pause, answers.due(now))) return;
-  }
 }
 
 /// Answers as a script says, also behind its last step.
@@ -168,24 +167,18 @@ int follow(Bench& bench, Pause& pause, const touch::Script& script) {
 
 /// What is read before the device is there.
 struct Sources {
-  std::unique_ptr<touch::TransferSource> recording;
-  std::optional<touch::RecordedAnswers> answers;
+  std::unique_ptr<Playback> playback;
   std::optional<touch::Script> script;
 };
 
 touch::Result<Sources> readSources(const Options& options) {
   Sources sources;
-  for (const auto* const file : {&options.recording, &options.dialogue}) {
+  for (const auto& [file, way] : {std::pair(&options.recording, Playback::Way::again),
+                                  std::pair(&options.dialogue, Playback::Way::answers)}) {
     if (!*file) continue;
-    auto read = touch::RecordingFile::open(**file);
-    if (!read) return tl::unexpected(read.error());
-    sources.recording = std::move(*read);
-  }
-  if (options.dialogue) {
-    auto answers = touch::RecordedAnswers::read(*sources.recording, options.dialogue->string());
-    if (!answers) return tl::unexpected(answers.error());
-    sources.answers = std::move(*answers);
-    sources.recording.reset();
+    auto opened = Playback::open(**file, way, options.replaySpeed);
+    if (!opened) return tl::unexpected(opened.error());
+    sources.playback = std::move(*opened);
   }
   if (options.script) {
     auto script = touch::readScript(*options.script);
@@ -197,15 +190,16 @@ touch::Result<Sources> readSources(const Options& options) {
 
 int serve(Bench& bench, Pause& pause, const Options& options, Sources& sources) {
   if (sources.script) return follow(bench, pause, *sources.script);
-  if (sources.answers) answer(bench, pause, *sources.answers);
+  if (sources.playback) {
+    const auto played = sources.playback->serve(bench, pause, options.once);
+    return played ? 0 : failed(played.error().describe());
+  }
   const auto strokes = options.strokes == "lines"     ? lines(stepsInStroke)
                        : options.strokes == "circles" ? circles(stepsInStroke)
                                                       : std::vector<Stroke>();
-  bool goesOn = true;
-  while (goesOn && (!strokes.empty() || sources.recording)) {
-    goesOn = draw(bench, pause, strokes) &&
-             (!sources.recording || play(bench, pause, *sources.recording)) && !options.once;
-  }
+  bool goesOn = !strokes.empty();
+  while (goesOn)
+    goesOn = draw(bench, pause, strokes) && !options.once;
   pause.untilInterrupted();
   return 0;
 }
@@ -232,8 +226,8 @@ int run(const Options& options) {
     described = std::move(*read);
   }
   Pause pause;
-  const auto bench =
-      Bench::open(described ? described->model() : modelNamed(options.controller), options.speed);
+  const auto bench = Bench::open(described ? described->model() : modelNamed(options.controller),
+                                 options.speed.value_or(options.line.baud));
   if (!bench) {
     return failed(
         "this system offers no pseudo-terminal, and without one no program can open the simulated "
@@ -242,20 +236,30 @@ int run(const Options& options) {
   }
   setUp(*bench, options);
   const PassingFaults passing(*bench, pause, options.faults);
-  const auto finger =
-      OutsideFinger::open(pause.context(), bench->path(), [&](const FingerRequest& request) {
+  OutsideFinger::OnReplay onReplay;
+  if (sources->playback)
+    onReplay = [&](const ReplayRequest& request) { return sources->playback->carryOut(request); };
+  const auto finger = OutsideFinger::open(
+      pause.context(), bench->path(),
+      [&](const FingerRequest& request) {
         bench->with([&request](auto& controller, TimePoint now) {
           request.down ? controller.touch({request.x, request.y}, now) : controller.lift(now);
         });
-      });
+      },
+      onReplay);
+  if (!finger) {
+    std::fprintf(stderr, "touchsim: out of reach of 'touchsim touch' and the like: %s\n",
+                 std::string(neededFolder).c_str());
+  }
   std::printf("%s\n", bench->path().c_str());
   std::fflush(stdout);
   return serve(*bench, pause, options, *sources);
 }
 
 int runErrand(const Errand& errand) {
-  if (const auto sent = sendRequest(errand.request, errand.device); !sent)
-    return failed(sent.error());
+  const auto sent = sendRequest(errand.request, errand.device);
+  if (!sent) return failed(sent.error());
+  if (!sent->empty()) std::printf("%s\n", touch::printable(*sent).c_str());
   if (errand.seconds == 0) return 0;
   Pause pause;
   pause.of(std::chrono::duration_cast<TimePoint::duration>(
@@ -286,9 +290,25 @@ void addErrands(CLI::App& app, Errand& errand) {
   touch->callback([&errand, x, y] {
     errand.request = "touch " + x->as<std::string>() + ' ' + y->as<std::string>();
   });
-  CLI::App* const lift = app.add_subcommand("lift", "Lift a finger that stays down");
-  addDevice(*lift);
-  lift->callback([&errand] { errand = {"lift", 0, errand.device}; });
+  constexpr std::pair<const char*, const char*> plain[] = {
+      {"lift", "Lift a finger that stays down"},
+      {"pause", "Hold the recording that a running simulated controller plays"},
+      {"go", "Let it go on"},
+      {"step", "Let its next bytes pass, then hold it"},
+      {"progress", "Print where it is and whether it is held"}};
+  for (const auto& [name, description] : plain) {
+    CLI::App* const command = app.add_subcommand(name, description);
+    addDevice(*command);
+    command->callback([&errand, request = name] { errand = {request, 0, errand.device}; });
+  }
+  CLI::App* const seek = app.add_subcommand("seek", "Go on with it from another place");
+  const auto* const seconds = seek->add_option("SECONDS", "From its beginning")
+                                  ->required()
+                                  ->check(CLI::Range(0.0, longestSeek));
+  addDevice(*seek);
+  seek->callback([&errand, seconds] {
+    errand = {"seek " + seconds->as<std::string>(), 0, errand.device};
+  });
 }
 
 std::vector<std::string> faultNamesHere() {
@@ -325,13 +345,26 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
          "Be the controller of this commissioning, with its panel: the folder of the run")
       ->type_name("SOURCE")
       ->excludes(controller);
-  app.add_option("--line", options.line,
-                 "8N1, or 7N2 for a controller that must be told to change with N72toN81")
-      ->check(CLI::IsMember({"8N1", "7N2"}))
-      ->capture_default_str();
-  app.add_option("--speed", options.speed, "Bits a second on its line")
-      ->check(CLI::IsMember(std::vector<int>(touch::usualSpeeds.begin(), touch::usualSpeeds.end())))
-      ->capture_default_str();
+  const auto speeds = PtyLine::speeds();
+  const auto* const line =
+      app.add_option_function<std::string>(
+             "--line", [&options](const std::string& text) { options.line = *lineNamed(text); },
+             "Data bits, parity and stop bits of its line, or all as in 9600,e,7,1. One that is "
+             "not at 8N1 must be told to change with N72toN81")
+          ->check([speeds](const std::string& text) -> std::string {
+            const auto named = lineNamed(text);
+            if (!named) return named.error();
+            return std::ranges::find(speeds, named->baud) != speeds.end()
+                       ? std::string()
+                       : "no pseudo-terminal has this speed";
+          })
+          ->type_name("LINE")
+          ->default_str("8N1");
+  known.add(*line, {"8N1", "7N2", "7E1", "7O1", "8E1", "8O1", "8N2"});
+  app.add_option_function<int>(
+         "--speed", [&options](int speed) { options.speed = speed; }, "Bits a second on its line")
+      ->check(CLI::IsMember(speeds))
+      ->default_str(std::to_string(touch::LineSettings{}.baud));
   app.add_option("--reports", options.reports, "The form of its touch reports")
       ->check(CLI::IsMember(reports))
       ->capture_default_str();
@@ -356,6 +389,16 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
               "sent")
           ->excludes(strokes)
           ->excludes(play);
+  const auto* const replaySpeed =
+      app.add_option("--replay-speed", options.replaySpeed,
+                     "How many times as fast the recording is played or answers")
+          ->check(CLI::Range(slowest, fastest))
+          ->type_name("FACTOR")
+          ->capture_default_str();
+  app.parse_complete_callback([replaySpeed, play, replay] {
+    if (replaySpeed->count() > 0 && play->count() == 0 && replay->count() == 0)
+      throw CLI::RequiresError("--replay-speed", "--play or --replay");
+  });
   addFile("--script", options.script, "Answer as a script says, and nothing else")
       ->excludes(strokes)
       ->excludes(play)

@@ -124,7 +124,7 @@ void DebuggerExchange::changeLineSettings() {
 Frame DebuggerExchange::framed(std::string_view command, const SendChoice& choice) {
   if (command == "Uu") return unframed(queryPacket);
   if (readsParameter(command)) return parameterReadFrame(choice.address);
-  if (!writesParameter(command)) return commandFrame(command);
+  if (!writesParameter(command)) return commandFrame(std::string(command) + choice.digit);
   const auto data = checkedDataBytes(choice.high, choice.low);
   if (data) return parameterWriteFrame(choice.address, data->high, data->low);
   prompt_.message(data.error());

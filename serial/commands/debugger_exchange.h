@@ -20,6 +20,7 @@ struct SendChoice {
   std::string address{};                 ///< two hexadecimal digits, as the selector gives them
   std::string high{};                    ///< the data boxes
   std::string low{};
+  std::string digit{};  ///< behind a command that needs one
 };
 
 /// A controller's answer and how the reply labels show it.

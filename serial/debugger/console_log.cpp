@@ -7,6 +7,7 @@
 #include <array>
 
 #include "support/text/hex.h"
+#include "support/text/language.h"
 
 namespace touch {
 
@@ -57,7 +58,9 @@ std::string shownAt(const std::string& time, const ConsoleLine& line) {
     case ConsoleLineKind::received:
       return fmt::format("{} {} {:<{}}{}{}", time, line.kind == ConsoleLineKind::sent ? '>' : '<',
                          hexText(line.bytes), hexColumn, plainText(line.bytes),
-                         line.sevenBits ? "   8th bit set: " + withEighthBit(line.bytes) : "");
+                         line.sevenBits ? "   " + filled(say("debugger", "8th bit set: %1"),
+                                                         {withEighthBit(line.bytes)})
+                                        : "");
     case ConsoleLineKind::report:
       return fmt::format("{} = {}  {}", time, line.text, hexText(line.bytes));
     case ConsoleLineKind::note:
@@ -120,20 +123,21 @@ std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::s
   return std::nullopt;
 }
 
-void ConsoleLog::sent(std::span<const std::uint8_t> bytes) {
-  addBytes(ConsoleLineKind::sent, bytes);
+void ConsoleLog::sent(std::span<const std::uint8_t> bytes, Moment moment) {
+  addBytes(ConsoleLineKind::sent, bytes, moment);
 }
 
-void ConsoleLog::received(std::span<const std::uint8_t> bytes) {
-  addBytes(ConsoleLineKind::received, bytes);
+void ConsoleLog::received(std::span<const std::uint8_t> bytes, Moment moment) {
+  addBytes(ConsoleLineKind::received, bytes, moment);
 }
 
-void ConsoleLog::report(std::string text, std::span<const std::uint8_t> bytes) {
-  add({ConsoleLineKind::report, elapsed(), {bytes.begin(), bytes.end()}, std::move(text)});
+void ConsoleLog::report(std::string text, std::span<const std::uint8_t> bytes, Moment moment) {
+  add({ConsoleLineKind::report, sinceStart(moment), {bytes.begin(), bytes.end()}, std::move(text)});
 }
 
 void ConsoleLog::note(std::string_view text) {
-  add({ConsoleLineKind::note, elapsed(), {}, std::string(text)});
+  // What came before it may still be shown behind it, with its own time.
+  add({ConsoleLineKind::note, sinceStart(last_), {}, std::string(text)});
 }
 
 void ConsoleLog::clear() {
@@ -167,11 +171,12 @@ std::string ConsoleLog::text(const ConsoleFilter& filter, ConsoleWriter writer) 
   return text;
 }
 
-void ConsoleLog::addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes) {
+void ConsoleLog::addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes,
+                          Moment moment) {
   while (!bytes.empty()) {
     const auto part = bytes.first(std::min(bytes.size(), bytesPerLine));
     add({kind,
-         elapsed(),
+         sinceStart(moment),
          {part.begin(), part.end()},
          {},
          sevenBits_ && kind == ConsoleLineKind::received});
@@ -185,8 +190,10 @@ void ConsoleLog::add(const ConsoleLine& line) {
   lines_.add(line);
 }
 
-std::chrono::microseconds ConsoleLog::elapsed() const {
-  return std::chrono::duration_cast<std::chrono::microseconds>(clock_.now() - start_);
+std::chrono::microseconds ConsoleLog::sinceStart(Moment moment) {
+  const auto now = clock_.now();
+  last_ = std::max(last_, std::min(moment.value_or(now), now));
+  return std::chrono::duration_cast<std::chrono::microseconds>(last_ - start_);
 }
 
 }  // namespace touch

@@ -64,15 +64,20 @@ class ConsoleLog {
 
   /// Times are counted from now on.
   explicit ConsoleLog(const Clock& clock)
-      : clock_(clock), start_(clock.now()), started_(std::chrono::system_clock::now()) {}
+      : clock_(clock),
+        start_(clock.now()),
+        last_(start_),
+        started_(std::chrono::system_clock::now()) {}
 
   ConsoleWriter::WallTime started() const { return started_; }
 
   /// How many bits a byte has on the line from now on.
   void setDataBits(int bits) { sevenBits_ = bits == 7; }
-  void sent(std::span<const std::uint8_t> bytes);
-  void received(std::span<const std::uint8_t> bytes);
-  void report(std::string text, std::span<const std::uint8_t> bytes);
+  /// When the last of the bytes passed the port; nothing: now. No line is before the one above.
+  using Moment = std::optional<Clock::TimePoint>;
+  void sent(std::span<const std::uint8_t> bytes, Moment moment = std::nullopt);
+  void received(std::span<const std::uint8_t> bytes, Moment moment = std::nullopt);
+  void report(std::string text, std::span<const std::uint8_t> bytes, Moment moment = std::nullopt);
   void note(std::string_view text);
   void clear();
 
@@ -92,12 +97,13 @@ class ConsoleLog {
   std::string text(const ConsoleFilter& filter = {}, ConsoleWriter writer = {{}, {}}) const;
 
  private:
-  void addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes);
+  void addBytes(ConsoleLineKind kind, std::span<const std::uint8_t> bytes, Moment moment);
   void add(const ConsoleLine& line);
-  std::chrono::microseconds elapsed() const;
+  std::chrono::microseconds sinceStart(Moment moment);
 
   const Clock& clock_;
   Clock::TimePoint start_;
+  Clock::TimePoint last_;  ///< of the lines so far that show their time
   ConsoleWriter::WallTime started_;
   KeptLines lines_;
   std::uint64_t version_ = 0;

@@ -49,6 +49,7 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
                         port_.tellLoss();
                       }}) {
   chooseSet(CommandSet::quorvane);
+  recorded_.keepTimes(true);
 }
 
 ReceiveMode::Parts Debugger::parts() {
@@ -107,11 +108,12 @@ void Debugger::usePort(const ListedPort& port) {
 void Debugger::searchEverywhere() {
   gate().run([this] {
     std::vector<DebuggerPort::Place> places;
+    const std::vector<LineSettings> searched = searchedSettings();
     const int before = portIsOpen() ? port_.selected() : 0;
     recorded_.close();
     for (const PortFacts& facts : ports()) {
       if (!facts.hindrance.empty() || facts.port.number == 0) continue;
-      for (const LineSettings& settings : searchedSettings)
+      for (const LineSettings& settings : searched)
         places.push_back({facts.port.number, settings});
     }
     tell(say("debugger", "Searching all ports for a controller …"));
@@ -149,7 +151,11 @@ std::string Debugger::portText() const {
 }
 
 LineView Debugger::lineView() {
-  return {port_.line(), recorded_.lineState(), recorded_.sentBytes(), recorded_.receivedBytes(),
+  return {port_.line(),
+          port_.wires(),
+          recorded_.lineState(),
+          recorded_.sentBytes(),
+          recorded_.receivedBytes(),
           port_.damaged()};
 }
 
@@ -162,7 +168,7 @@ void Debugger::setLine(const LineSettings& line) {
 
 void Debugger::switchLine(LineSwitch which, bool on) {
   gate().run([&] {
-    const bool done = recorded_.switchLine(which, on);
+    const bool done = port_.switchLine(which, on);
     const std::string name = which == LineSwitch::dtr ? "DTR" : "RTS";
     tell(filled(!done ? say("debugger", "The port has no %1.")
                 : on  ? say("debugger", "%1 is on.")
@@ -235,7 +241,9 @@ void Debugger::startReplay(const std::filesystem::path& file) {
   replay_ = std::move(replay);
   replay_->mode.takeOverRate(mode_);
   replay_->mode.receive();
-  replay_->port.onSent = [this](std::span<const std::uint8_t> bytes) { log_.sent(bytes); };
+  replay_->port.onSent = [this](std::span<const std::uint8_t> bytes) {
+    log_.sent(bytes, replay_->port.sentAt());
+  };
   replay_->port.open();
   tell(filled(say("debugger", "Replaying %1"), {toUtf8(file.string())}));
 }
@@ -265,6 +273,8 @@ std::optional<std::string> Debugger::whyNothingToDraw() const {
 ReceivingPort Debugger::beginDrawing() {
   drawing_ = true;
   mode_.suspend();
+  // It reads often by itself, and shows no times.
+  recorded_.keepTimes(false);
   if (!replay_) {
     // The drawing begins with what comes from now on.
     if (!isBusy()) recorded_.clearInput();
@@ -278,6 +288,7 @@ ReceivingPort Debugger::beginDrawing() {
 
 void Debugger::endDrawing() {
   drawing_ = false;
+  recorded_.keepTimes(true);
   if (isReplaying()) {
     replay_->mode.resume();
   } else {

@@ -22,6 +22,7 @@ namespace touch {
 /// What there is to show about the line.
 struct LineView {
   LineSettings settings;
+  DebuggerPort::Wires wires{};     ///< as they are switched
   std::optional<LineState> state;  ///< nothing where the port does not tell
   std::uint64_t sent = 0;          ///< bytes
   std::uint64_t received = 0;

@@ -1,9 +1,11 @@
 #include "serial/debugger/debugger_port.h"
 
 #include <chrono>
+#include <utility>
 
 #include "core/driver/driver.h"
 #include "serial/debugger/console_log.h"
+#include "serial/port/arrival_times.h"
 #include "serial/recording/recording.h"
 #include "support/clock.h"
 #include "support/prompt.h"
@@ -87,7 +89,7 @@ Result<void, std::string> DebuggerPort::openPort(int port) {
   if (!set && serial_.isOpen()) return set;
   select(port);
   log_.setDataBits(line().dataBits);
-  return serial_.open();
+  return open();
 }
 
 LineSettings DebuggerPort::line() const {
@@ -105,6 +107,27 @@ Result<void, std::string> DebuggerPort::setLine(const LineSettings& line) {
   log_.setDataBits(line.dataBits);
   log_.note(describe(line));
   return {};
+}
+
+Result<void, std::string> DebuggerPort::open() {
+  const bool wasOpen = serial_.isOpen();
+  auto opened = serial_.open();
+  if (!opened || wasOpen) return opened;
+  const Wires wanted = wires();
+  if (!wanted.dtr) serial_.switchLine(LineSwitch::dtr, false);
+  if (!wanted.rts) serial_.switchLine(LineSwitch::rts, false);
+  return opened;
+}
+
+DebuggerPort::Wires DebuggerPort::wires() const {
+  const auto switched = wires_.find(selected_);
+  return switched == wires_.end() ? Wires{} : switched->second;
+}
+
+bool DebuggerPort::switchLine(LineSwitch which, bool on) {
+  if (!serial_.switchLine(which, on)) return false;
+  (which == LineSwitch::dtr ? wires_[selected_].dtr : wires_[selected_].rts) = on;
+  return true;
 }
 
 bool DebuggerPort::sendBreak() {
@@ -146,7 +169,7 @@ void DebuggerPort::selectcom() {
   for (int port = 1; port <= lastSelectedPort; ++port) {
     serial_.close();
     select(port);
-    serial_.open();
+    open();
   }
 }
 
@@ -163,7 +186,7 @@ void DebuggerPort::findController() {
   serial_.setSettings(normalLineSettings);
   for (int port = 1; port <= lastProbedPort; ++port) {
     select(port);
-    if (const auto opened = serial_.open(); !opened) {
+    if (const auto opened = open(); !opened) {
       log_.note(opened.error());
       continue;
     }
@@ -237,10 +260,10 @@ bool DebuggerPort::send(std::span<const std::uint8_t> bytes) {
 }
 
 std::vector<std::uint8_t> DebuggerPort::receive() {
-  auto bytes = serial_.readAll();
-  log_.received(bytes);
+  ReadBytes read = readTimed(serial_, access_.clock.now());
+  if (!read.bytes.empty()) log_.received(read.bytes, read.parts.back().time);
   noteDamage();
-  return bytes;
+  return std::move(read.bytes);
 }
 
 void DebuggerPort::noteDamage() {
@@ -270,7 +293,7 @@ bool DebuggerPort::tellLoss() {
 }
 
 bool DebuggerPort::takeUpAgain() {
-  if (!isAwaited() || !serial_.open()) return false;
+  if (!isAwaited() || !open()) return false;
   lossTold_ = false;
   awaited_ = false;
   log_.note(filled(say("debugger", "COM%1 is there again. %2"),
@@ -285,7 +308,7 @@ std::optional<DebuggerPort::Place> DebuggerPort::search(std::span<const Place> p
     for (const Place& place : places) {
       if (gate_.isCutShort()) break;
       select(place.port);
-      if (!serial_.setSettings(describe(place.line)) || !serial_.open()) continue;
+      if (!serial_.setSettings(describe(place.line)) || !open()) continue;
       log_.note(filled(say("debugger", "Asking on COM%1, %2 …"),
                        {std::to_string(place.port), describe(place.line)}));
       if (!isAnswer(probe())) continue;

@@ -85,6 +85,16 @@ class DebuggerPort {
   Result<void, std::string> setLine(const LineSettings& line);
   /// Gives the port these settings back.
   void setUsualLine() { serial_.setSettings(describe(line())); }
+  /// The wires that this end switches. A port that is opened has them on.
+  struct Wires {
+    bool dtr = true;
+    bool rts = true;
+  };
+  /// As the user has switched those of the port that is selected.
+  Wires wires() const;
+  /// Also each time that the port is opened from now on, as long as this lives. False when it has
+  /// no such wire.
+  bool switchLine(LineSwitch which, bool on);
   /// Holds the line for as long as any controller takes for a break. False when it has none.
   bool sendBreak();
 
@@ -121,6 +131,8 @@ class DebuggerPort {
   /// Where there is no controller nobody holds a port, whatever was answered.
   bool driverHoldsPort() const { return letGo_ == 0 && !controller_.empty(); }
   Result<void, std::string> openPort(int port);
+  /// With its wires as the user has switched them.
+  Result<void, std::string> open();
   void select(int port);
   /// What the controller on the open port says to two "Z"; empty when it says nothing.
   std::vector<std::uint8_t> probe();
@@ -139,6 +151,7 @@ class DebuggerPort {
   int selected_ = startPort;
   std::optional<int> foundPort_;
   std::map<int, LineSettings> lines_;  ///< by port, where the user has set them
+  std::map<int, Wires> wires_;         ///< by port, where the user has switched one
   Gate gate_;
 };
 

@@ -10,14 +10,43 @@ namespace {
 constexpr std::uint8_t highestData = 0x7F;
 constexpr int statusBytesPerLine = 5;
 constexpr std::size_t digitsPerByte = 2;
+// Of the longest packets. A longer line is a flood of bytes below 80: it goes byte by byte.
+constexpr std::size_t longestLine = 1000;
 }  // namespace
 
 void HexMonitor::add(std::span<const std::uint8_t> bytes, std::uint64_t offset) {
+  if (rolls_ && offset != endOffset()) clear();
   if (digits_.empty()) first_ = offset;
   for (const std::uint8_t byte : bytes) {
     if (isFull()) return;
     addByte(byte);
   }
+  if (rolls_) dropOldest();
+}
+
+void HexMonitor::clear() {
+  dropBefore(text_.size());
+  sync_ = 0;
+  first_ = 0;
+}
+
+void HexMonitor::dropOldest() {
+  if (text_.size() <= limit) return;
+  const std::size_t excess = text_.size() - limit;
+  const std::size_t line = text_.find('\n', excess);
+  if (line != text_.npos && line - excess <= longestLine) return dropBefore(line);
+  constexpr std::size_t place = digitsPerByte + 1;
+  dropBefore(*std::ranges::lower_bound(digits_, excess - std::min(excess, place)) + place);
+}
+
+void HexMonitor::dropBefore(std::size_t position) {
+  const auto kept = std::ranges::lower_bound(digits_, position);
+  first_ += static_cast<std::uint64_t>(kept - digits_.begin());
+  digits_.erase(digits_.begin(), kept);
+  for (std::size_t& digits : digits_)
+    digits -= position;
+  text_.erase(0, position);
+  dropped_ += position;
 }
 
 void HexMonitor::addByte(std::uint8_t byte) {

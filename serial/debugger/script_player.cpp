@@ -40,7 +40,8 @@ std::string ScriptPlayer::carryOut() {
   log_.note(filled(say("scripts", "Script %1"), {toUtf8(script_->name)}));
   port_.serial().clearOutput();
   port_.serial().clearInput();
-  ScriptRun run(*script_, port_.serial(), access_.clock, watcher(), formats_);
+  ScriptRun run(*script_, port_.serial(), access_.clock, watcher(), formats_,
+                familyOf(access_.session.commandSet));
   const auto done = run.run();
   // Behind an error nobody would know how the line is set.
   port_.setUsualLine();

@@ -1,6 +1,7 @@
 #include "serial/port/line_settings.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "support/text/decimal.h"
@@ -11,6 +12,18 @@ namespace touch {
 namespace {
 
 constexpr int greatestBaud = 4'000'000;
+
+constexpr int usualBaud = LineSettings{}.baud;
+constexpr std::array otherSpeeds = {19200, 38400, 57600, 115200, 4800, 2400, 1200};
+static_assert(otherSpeeds.size() + 1 == usualSpeeds.size());
+constexpr std::array<LineSettings, 6> usualForms{{
+    {usualBaud, Parity::none, 8, 1},
+    {usualBaud, Parity::none, 7, 2},
+    {usualBaud, Parity::even, 7, 1},
+    {usualBaud, Parity::even, 8, 1},
+    {usualBaud, Parity::odd, 8, 1},
+    {usualBaud, Parity::odd, 7, 1},
+}};
 
 std::vector<std::string_view> fieldsOf(std::string_view text) {
   std::vector<std::string_view> fields;
@@ -30,6 +43,22 @@ std::optional<Parity> parseParity(std::string_view text) {
 }
 
 }  // namespace
+
+std::vector<LineSettings> searchedSettings() {
+  std::vector<LineSettings> settings(usualForms.begin(), usualForms.end());
+  const auto addAt = [&settings](int baud, std::span<const LineSettings> forms) {
+    for (LineSettings form : forms) {
+      form.baud = baud;
+      settings.push_back(form);
+    }
+  };
+  const std::span forms = usualForms;
+  for (const int baud : otherSpeeds)
+    addAt(baud, forms.first(1));
+  for (const int baud : otherSpeeds)
+    addAt(baud, forms.subspan(1));
+  return settings;
+}
 
 Result<LineSettings, std::string> parseLineSettings(std::string_view text) {
   const auto refuse = [text](std::string_view expected, std::string_view found) {

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/result.h"
 
@@ -28,19 +29,12 @@ std::chrono::nanoseconds byteTime(const LineSettings& settings);
 /// The speeds that lines usually have.
 inline constexpr std::array usualSpeeds = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
 
-/// Those on which a controller is looked for. The usual first: most are found at once.
-inline constexpr std::array<LineSettings, 10> searchedSettings{{
-    {9600, Parity::none, 8, 1},
-    {9600, Parity::none, 7, 2},
-    {9600, Parity::even, 7, 1},
-    {19200, Parity::none, 8, 1},
-    {38400, Parity::none, 8, 1},
-    {57600, Parity::none, 8, 1},
-    {115200, Parity::none, 8, 1},
-    {4800, Parity::none, 8, 1},
-    {2400, Parity::none, 8, 1},
-    {1200, Parity::none, 8, 1},
-}};
+/// Those of adapters beside them.
+inline constexpr std::array highSpeeds = {230400, 460800, 921600, 1000000, 2000000, 4000000};
+
+/// Those on which a controller is looked for: each usual speed with each usual form of a byte. The
+/// likeliest first: most are found at once.
+std::vector<LineSettings> searchedSettings();
 
 /// Reads "baud,parity,data bits,stop bits", e.g. "9600,n,8,1"; the parity may be a capital letter.
 /// The error says what was expected and what stands there instead.

@@ -97,6 +97,8 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
   monitor_->setObjectName("Text1");
   monitor_->setAccessibleName(tr("Received bytes"));
   monitor_->setReadOnly(true);
+  // While it rolls, all that it has dropped would be kept.
+  monitor_->setUndoRedoEnabled(false);
   monitor_->setTabChangesFocus(true);
   monitor_->installEventFilter(this);
   connect(monitor_, &QPlainTextEdit::cursorPositionChanged, this, &frmRsDraw::markDotOfText);
@@ -113,7 +115,11 @@ frmRsDraw::frmRsDraw(const Parts& parts, ReceivingPort port, const QScreen& scre
   column->setContentsMargins(gap, 2, gap, 2);
   column->setSpacing(2);
   column->addWidget(monitor_, 1);
-  column->addWidget(counts_);
+  auto* const below = new QHBoxLayout;
+  below->addWidget(counts_, 1);
+  below->addWidget(
+      makeCheck("checkRolling", tr("&Rolling"), [this](bool on) { drawing_->rollMonitor(on); }));
+  column->addLayout(below);
   column->addWidget(replayBar_);
   column->addWidget(makeBar());
   replayBar_->show(parts_.replay);
@@ -178,8 +184,7 @@ QWidget* frmRsDraw::makeBar() {
       makeButton("cmdWipe", tr("&Wipe"),
                  [this] {
                    drawing_->clearMonitor();
-                   monitor_->clear();
-                   shownCharacters_ = 0;
+                   renewMonitor();
                    shownDecided_ = 0;
                    marked_.reset();
                    perform(CanvasAction::clear);
@@ -245,7 +250,7 @@ void frmRsDraw::fitMonitorFont() {
 
 void frmRsDraw::placeControls() {
   fitMonitorFont();
-  monitor_->setMinimumHeight(height() / 4);
+  monitor_->setMinimumHeight(height() / (isSmallScreen() ? 6 : 4));
   const int panelHeight = panel_->isHidden() ? 0 : panel_->minimumSizeHint().height();
   const int free = height() - panelHeight;
   panel_->setGeometry(0, free, width(), panelHeight);
@@ -320,6 +325,7 @@ void frmRsDraw::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void frmRsDraw::markBytesAt(const QPointF& place) {
+  renewMonitor();
   marked_ = drawing_->bytesOfDotAt(twips(place));
   marker_->hide();
   if (marked_) {
@@ -340,6 +346,7 @@ void frmRsDraw::moveMarker() {
 }
 
 void frmRsDraw::markDotOfText() {
+  renewMonitor();
   const auto position = static_cast<std::size_t>(monitor_->textCursor().position());
   const auto dot = drawing_->dotOfTextAt(position);
   marked_ = dot ? drawing_->bytesOfDotAt(*dot) : std::nullopt;
@@ -372,16 +379,41 @@ void frmRsDraw::renew() {
 }
 
 void frmRsDraw::renewMonitor() {
-  const std::string& text = drawing_->monitor().text();
-  if (text.size() == shownCharacters_) return;
+  const HexMonitor& held = drawing_->monitor();
+  const std::string_view text = held.text();
+  const std::uint64_t begin = held.dropped();
+  const std::uint64_t end = begin + text.size();
+  if (begin == shownBegin_ && end == shownEnd_) return;
   auto* const bar = monitor_->verticalScrollBar();
   const bool followed = bar->value() >= bar->maximum();
+  const QSignalBlocker silent(monitor_);
+  dropShown(static_cast<int>(std::min(begin, shownEnd_) - shownBegin_));
   QTextCursor cursor(monitor_->document());
   cursor.movePosition(QTextCursor::End);
-  const QSignalBlocker silent(monitor_);
-  cursor.insertText(shownText(std::string_view(text).substr(shownCharacters_)));
-  shownCharacters_ = text.size();
+  cursor.insertText(shownText(text.substr(std::max(shownEnd_, begin) - begin)));
+  shownBegin_ = begin;
+  shownEnd_ = end;
   if (followed) bar->setValue(bar->maximum());
+}
+
+void frmRsDraw::dropShown(int count) {
+  if (count == 0) return;
+  auto* const bar = monitor_->verticalScrollBar();
+  const int lines = monitor_->blockCount();
+  const int place = bar->value();
+  QTextCursor cursor(monitor_->document());
+  cursor.setPosition(count, QTextCursor::KeepAnchor);
+  cursor.removeSelectedText();
+  // Whoever has scrolled back reads on.
+  bar->setValue(place - (lines - monitor_->blockCount()));
+  if (!marked_) return;
+  const auto gone = static_cast<std::size_t>(count);
+  if (marked_->begin < gone) {
+    marked_.reset();
+    marker_->hide();
+  } else {
+    marked_ = TextRange{marked_->begin - gone, marked_->end - gone};
+  }
 }
 
 void frmRsDraw::showHighlights() {

@@ -75,6 +75,8 @@ class frmRsDraw final : public FullScreenWindow {
   void moveMarker();
   void renew();
   void renewMonitor();
+  /// Drops so many characters from the monitor's front.
+  void dropShown(int count);
   void showHighlights();
 
   Parts parts_;
@@ -91,7 +93,9 @@ class frmRsDraw final : public FullScreenWindow {
   std::unique_ptr<RawDrawingTools> tools_;
   std::unique_ptr<Timer> timer_;
 
-  std::size_t shownCharacters_ = 0;
+  // Of all characters that the monitor has ever had.
+  std::uint64_t shownBegin_ = 0;
+  std::uint64_t shownEnd_ = 0;
   std::uint64_t shownDecided_ = 0;
   std::optional<TextRange> marked_;
   QPointF pressed_;

@@ -220,6 +220,9 @@ void RawDrawing::account(std::uint64_t offset, std::size_t count) {
 }
 
 void RawDrawing::keepShown() {
+  const auto shown = std::ranges::find_if(
+      accounted_, [this](const Stretch& stretch) { return stretch.end > monitor_.firstOffset(); });
+  accounted_.erase(accounted_.begin(), shown);
   while (!accounted_.empty() && accounted_.back().begin >= monitor_.endOffset())
     accounted_.pop_back();
 }

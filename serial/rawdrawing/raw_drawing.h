@@ -83,6 +83,8 @@ class RawDrawing {
   /// Wipes the drawing; the monitor stays.
   void clearDrawing();
   void clearMonitor();
+  /// With `on` the monitor always shows the newest bytes, in place of filling up.
+  void rollMonitor(bool on) { monitor_.roll(on); }
   /// What comes from now on continues no stroke.
   void breakStroke();
 

@@ -11,13 +11,6 @@ std::string reportText(const TouchReport& report, bool replyFormat) {
                      replyFormat ? "" : "raw ", report.x, report.y);
 }
 
-ReportSplitter::Sink writing(ConsoleLog& log, ReportFamily family, bool replyFormat) {
-  const auto text = family == ReportFamily::e02 ? e02m : m01m;
-  return [&log, text, replyFormat](const TouchReport* report, std::span<const std::uint8_t> bytes) {
-    report != nullptr ? log.report(text(*report, replyFormat), bytes) : log.received(bytes);
-  };
-}
-
 }  // namespace
 
 std::string m01m(const TouchReport& report, bool replyFormat) {
@@ -29,12 +22,25 @@ std::string e02m(const TouchReport& report, bool) {
   return reportText(report, true);
 }
 
-void ReceiveDisplay::show(std::span<const std::uint8_t> bytes, bool replyFormat, ConsoleLog& log) {
-  splitter_.feed(bytes, writing(log, family(), replyFormat));
+ReportSplitter::Sink ReceiveDisplay::writing(ConsoleLog& log, bool replyFormat) {
+  const auto text = family() == ReportFamily::e02 ? e02m : m01m;
+  return [this, &log, text, replyFormat](const TouchReport* report,
+                                         std::span<const std::uint8_t> bytes) {
+    const auto came = times_.take(bytes.size());
+    report != nullptr ? log.report(text(*report, replyFormat), bytes, came)
+                      : log.received(bytes, came);
+  };
+}
+
+void ReceiveDisplay::show(const ReadBytes& read, const LineSettings& line, bool replyFormat,
+                          ConsoleLog& log) {
+  for (const ReadPart& part : read.parts)
+    times_.add(part, byteTime(line));
+  splitter_.feed(read.bytes, writing(log, replyFormat));
 }
 
 void ReceiveDisplay::idle(bool replyFormat, ConsoleLog& log) {
-  splitter_.flush(writing(log, family(), replyFormat));
+  splitter_.flush(writing(log, replyFormat));
 }
 
 }  // namespace touch

@@ -7,6 +7,8 @@
 #include "reports/report_decoder.h"
 #include "reports/report_splitter.h"
 #include "serial/debugger/console_log.h"
+#include "serial/port/arrival_times.h"
+#include "serial/port/line_settings.h"
 
 namespace touch {
 
@@ -17,19 +19,22 @@ std::string m01m(const TouchReport& report, bool replyFormat);  ///< M01 and quo
 std::string e02m(const TouchReport& report, bool replyFormat);  ///< E02 set
 
 /// Writes what a controller sends to the console: a line for each report, and the bytes between
-/// reports as they are.
+/// reports as they are, each with the time at which its last byte came.
 class ReceiveDisplay {
  public:
   ReceiveDisplay(ReportFamily family, std::span<const ReportFormat> added)
       : splitter_(family, added) {}
 
   ReportFamily family() const { return splitter_.family(); }
-  void show(std::span<const std::uint8_t> bytes, bool replyFormat, ConsoleLog& log);
+  void show(const ReadBytes& read, const LineSettings& line, bool replyFormat, ConsoleLog& log);
   /// Nothing has come for a while: what waits for its end is shown as it is.
   void idle(bool replyFormat, ConsoleLog& log);
 
  private:
+  ReportSplitter::Sink writing(ConsoleLog& log, bool replyFormat);
+
   ReportSplitter splitter_;
+  ArrivalTimes times_;  ///< of the bytes that have not been shown yet
 };
 
 }  // namespace touch

@@ -1,5 +1,6 @@
 #include "serial/receiving/receive_mode.h"
 
+#include <span>
 #include <string_view>
 #include <utility>
 
@@ -80,7 +81,7 @@ void ReceiveMode::runTimers() {
 
 void ReceiveMode::poll() {
   if (!rate_ || !(saysTooLong_ || port_.gate.isOpen())) return;
-  rate_->collect(parts_.clock.now(), port_.port.readAll());
+  collect();
 }
 
 void ReceiveMode::tick() {
@@ -111,9 +112,18 @@ double ReceiveMode::ceiling() const {
   return rateCeiling(line(), lastStroke_ ? lastStroke_->packetLength : packetLength(family()));
 }
 
+void ReceiveMode::collect() {
+  const ReadBytes read = readTimed(port_.port, parts_.clock.now());
+  std::span<const std::uint8_t> rest = read.bytes;
+  for (const ReadPart& part : read.parts) {
+    rate_->collect(part.time, rest.first(part.bytes));
+    rest = rest.subspan(part.bytes);
+  }
+}
+
 void ReceiveMode::measure() {
   if (rate_->family() != family()) rate_.emplace(family(), parts_.formats, line());
-  rate_->collect(parts_.clock.now(), port_.port.readAll());
+  collect();
   auto stroke = rate_->tick(parts_.clock.now());
   if (!stroke) return;
   for (const std::string& line : rateLines(*stroke))
@@ -130,16 +140,16 @@ void ReceiveMode::display() {
     display_.idle(replyFormat_, parts_.log);
     display_ = ReceiveDisplay(family(), parts_.formats);
   }
-  const auto bytes = port_.port.readAll();
-  if (bytes.empty()) return display_.idle(replyFormat_, parts_.log);
-  display_.show(bytes, replyFormat_, parts_.log);
+  const ReadBytes read = readTimed(port_.port, parts_.clock.now());
+  if (read.bytes.empty()) return display_.idle(replyFormat_, parts_.log);
+  display_.show(read, line(), replyFormat_, parts_.log);
   // A replay gives what came up to a command that was sent, and then what came after it.
-  std::size_t shown = bytes.size();
+  std::size_t shown = read.bytes.size();
   while (shown < mostInOneTick && port_.port.inBufferCount() > 0) {
-    const auto more = port_.port.readAll();
-    if (more.empty()) return;
-    display_.show(more, replyFormat_, parts_.log);
-    shown += more.size();
+    const ReadBytes more = readTimed(port_.port, parts_.clock.now());
+    if (more.bytes.empty()) return;
+    display_.show(more, line(), replyFormat_, parts_.log);
+    shown += more.bytes.size();
   }
 }
 

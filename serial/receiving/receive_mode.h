@@ -79,6 +79,7 @@ class ReceiveMode {
   void poll();
   void tick();
   void trim();
+  void collect();
   void measure();
   void display();
   void runTimers();

@@ -100,12 +100,7 @@ ReportRate::ReportRate(ReportFamily family, std::span<const ReportFormat> added,
 
 void ReportRate::collect(Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
   heard_ = heard_ || !bytes.empty();
-  auto time = now - byteTime_ * static_cast<Clock::TimePoint::rep>(bytes.size());
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    time = std::min(now, std::max(time, lastByte_) + byteTime_);
-    lastByte_ = time;
-    arrivals_.push_back(time);
-  }
+  arrivals_.add({now, bytes.size()}, byteTime_);
   if (splitter_) {
     splitter_->feed(bytes, [this](const auto* report, auto part) { count(report, part); });
   } else {
@@ -118,14 +113,13 @@ void ReportRate::count(const TouchReport* report, std::span<const std::uint8_t> 
     countOwn(bytes);
     return;
   }
-  collected_.push_back({arrivals_.front(), true, !report->touching, bytes.size()});
-  arrivals_.erase(arrivals_.begin(), arrivals_.begin() + static_cast<std::ptrdiff_t>(bytes.size()));
+  collected_.push_back({arrivals_.take(1), true, !report->touching, bytes.size()});
+  arrivals_.take(bytes.size() - 1);
 }
 
 void ReportRate::countOwn(std::span<const std::uint8_t> bytes) {
   for (const std::uint8_t byte : bytes) {
-    const auto time = arrivals_.front();
-    arrivals_.pop_front();
+    const auto time = arrivals_.take(1);
     family_ == ReportFamily::e02 ? countE02(byte, time) : countTablet(byte, time);
   }
 }
@@ -148,7 +142,7 @@ void ReportRate::begin(Clock::TimePoint now) {
   points_ = 0;
   times_.clear();
   matched_ = 0;
-  arrivals_.clear();
+  arrivals_.forget();
   if (!added_.empty()) splitter_.emplace(family_, added_);
 }
 

@@ -12,14 +12,14 @@
 
 #include "reports/report_decoder.h"
 #include "reports/report_splitter.h"
+#include "serial/port/arrival_times.h"
 #include "serial/port/line_settings.h"
 #include "support/clock.h"
 
 namespace touch {
 
-/// What lies behind a measured rate: the times from each report of the stroke to the next. When a
-/// byte arrived is reckoned from when it was read and from what the bytes behind it took on the
-/// line.
+/// What lies behind a measured rate: the times from each report of the stroke to the next, as
+/// ArrivalTimes reckons them.
 struct IntervalEvidence {
   using Duration = std::chrono::microseconds;
   static constexpr Duration bucketWidth{2000};
@@ -102,12 +102,11 @@ class ReportRate {
   Clock::TimePoint::duration byteTime_;
   bool armed_ = true;
   Clock::TimePoint start_{};
-  Clock::TimePoint lastByte_{};
   std::optional<ReportSplitter>
-      splitter_;  ///< where formats were added: their packets hold any bytes
-  std::deque<Clock::TimePoint> arrivals_;  ///< of the bytes that have not been counted yet
-  bool heard_ = false;                     ///< something came since the last tick
-  std::vector<Event> collected_;           ///< since the last tick
+      splitter_;                  ///< where formats were added: their packets hold any bytes
+  ArrivalTimes arrivals_;         ///< of the bytes that have not been counted yet
+  bool heard_ = false;            ///< something came since the last tick
+  std::vector<Event> collected_;  ///< since the last tick
   std::size_t points_ = 0;
   std::size_t packetLength_ = 0;
   std::vector<Clock::TimePoint> times_;  ///< of the stroke's reports so far

@@ -1,7 +1,6 @@
 #include "serial/recording/recorded_answers.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "support/text/language.h"
 
@@ -11,88 +10,120 @@ namespace {
 
 constexpr std::uint8_t frameStart = 0x01;
 constexpr std::uint8_t frameEnd = 0x0D;
-// Ten hours of an endless stream.
-constexpr std::size_t mostBytes = std::size_t{32} << 20U;
 
 }  // namespace
 
-Result<RecordedAnswers> RecordedAnswers::read(TransferSource& recording, const std::string& name) {
-  RecordedAnswers answers;
-  std::vector<std::uint8_t> sent;
-  std::chrono::microseconds sentAt{};
-  std::size_t total = 0;
-  while (auto transfer = recording.next()) {
-    total += transfer->bytes.size();
-    if (total > mostBytes) {
-      return tl::unexpected(FileError{
-          name, 0, filled(say("recording", "at most %1 bytes"), {std::to_string(mostBytes)}),
-          say("recording", "more")});
-    }
+Result<std::unique_ptr<RecordedAnswers>> RecordedAnswers::read(
+    std::unique_ptr<TransferSource> recording, const std::string& name) {
+  std::unique_ptr<RecordedAnswers> answers(new RecordedAnswers(std::move(recording)));
+  TransferSource& source = *answers->recording_;
+  Bytes sent;
+  Time time{};
+  std::size_t ofThisTime = 0;
+  Exchange exchange;
+  while (const auto transfer = source.next()) {
+    ofThisTime = transfer->time == std::exchange(time, transfer->time) ? ofThisTime + 1 : 1;
     if (transfer->direction == Direction::toController) {
       // Keys may have been sent one by one.
       sent.insert(sent.end(), transfer->bytes.begin(), transfer->bytes.end());
-      sentAt = transfer->time;
-      continue;
+      exchange = {time, ofThisTime};
+    } else if (!sent.empty()) {
+      answers->addCommands(std::exchange(sent, {}), exchange);
     }
-    if (!sent.empty()) answers.addCommand(std::exchange(sent, {}));
-    if (!answers.exchanges_.empty())
-      answers.exchanges_.back().answer.push_back(
-          {transfer->time - sentAt, std::move(transfer->bytes)});
   }
-  if (!sent.empty()) answers.addCommand(sent);
-  if (const auto failed = recording.error()) return tl::unexpected(*failed);
-  if (answers.exchanges_.empty())
+  if (!sent.empty()) answers->addCommands(sent, exchange);
+  if (const auto failed = source.error()) return tl::unexpected(*failed);
+  if (answers->exchanges_.empty())
     return tl::unexpected(
         FileError{name, 0, say("recording", "commands that were sent"), say("recording", "none")});
   return answers;
 }
 
 /// One exchange for each frame that was sent in a row; all but the last got no answer.
-void RecordedAnswers::addCommand(std::span<const std::uint8_t> rest) {
-  while (!rest.empty()) {
-    const auto end = std::ranges::find(rest, frameEnd);
-    const std::size_t length = rest.front() == frameStart && end != rest.end()
-                                   ? static_cast<std::size_t>(end - rest.begin()) + 1
-                                   : rest.size();
-    exchanges_.push_back({{rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(length)}, {}});
-    longest_ = std::max(longest_, length);
-    rest = rest.subspan(length);
+void RecordedAnswers::addCommands(std::span<const std::uint8_t> sent, Exchange exchange) {
+  while (!sent.empty()) {
+    const auto end = std::ranges::find(sent, frameEnd);
+    const std::size_t length = sent.front() == frameStart && end != sent.end()
+                                   ? static_cast<std::size_t>(end - sent.begin()) + 1
+                                   : sent.size();
+    const auto command = sent.first(length);
+    sent = sent.subspan(length);
+    commands_[Bytes(command.begin(), command.end())].push_back(exchanges_.size());
+    lengths_.insert(length);
+    exchanges_.push_back({exchange.sentAt, sent.empty() ? exchange.before : 0});
   }
 }
 
-void RecordedAnswers::take(std::span<const std::uint8_t> bytes, Clock::TimePoint now) {
+std::optional<RecordedAnswers::Time> RecordedAnswers::take(std::span<const std::uint8_t> bytes) {
+  std::optional<Time> place;
   for (const std::uint8_t byte : bytes) {
     heard_.push_back(byte);
-    if (heard_.size() > longest_) heard_.erase(heard_.begin());
+    if (heard_.size() > *lengths_.rbegin()) heard_.erase(heard_.begin());
     const auto heard = commandHeard();
     if (!heard) continue;
     heard_.clear();
-    answering_ = heard;
+    named_ = heard;
     next_ = *heard + 1;
-    said_ = 0;
-    asked_ = now;
+    place = exchanges_[*heard].sentAt;
   }
+  return place;
 }
 
 /// The exchange whose command ends here, in the order of the recording.
 std::optional<std::size_t> RecordedAnswers::commandHeard() const {
-  for (std::size_t step = 0; step < exchanges_.size(); ++step) {
-    const std::size_t place = (next_ + step) % exchanges_.size();
-    const auto& command = exchanges_[place].command;
-    if (heard_.size() >= command.size() &&
-        std::equal(command.rbegin(), command.rend(), heard_.rbegin()))
-      return place;
+  std::optional<std::size_t> nearest;
+  // Behind the end the recording begins again.
+  const auto distance = [this](std::size_t place) {
+    return place >= next_ ? place - next_ : place + exchanges_.size() - next_;
+  };
+  for (const std::size_t length : lengths_) {
+    if (length > heard_.size()) break;
+    const auto found =
+        commands_.find(Bytes(heard_.end() - static_cast<std::ptrdiff_t>(length), heard_.end()));
+    if (found == commands_.end()) continue;
+    const auto& places = found->second;
+    const auto later = std::ranges::lower_bound(places, next_);
+    const std::size_t place = later == places.end() ? places.front() : *later;
+    if (!nearest || distance(place) < distance(*nearest)) nearest = place;
   }
-  return std::nullopt;
+  return nearest;
 }
 
-std::vector<std::uint8_t> RecordedAnswers::due(Clock::TimePoint now) {
-  std::vector<std::uint8_t> bytes;
-  if (!answering_) return bytes;
-  const auto& answer = exchanges_[*answering_].answer;
-  for (; said_ < answer.size() && now - asked_ >= answer[said_].after; ++said_)
-    bytes.insert(bytes.end(), answer[said_].bytes.begin(), answer[said_].bytes.end());
-  return bytes;
+RecordedAnswers::Time RecordedAnswers::endOfAnswer() const {
+  const Time here = answering_ ? exchanges_[*answering_].sentAt : Time(-1);
+  const auto later = std::ranges::upper_bound(exchanges_, here, {}, &Exchange::sentAt);
+  return later == exchanges_.end() ? length() : later->sentAt;
+}
+
+void RecordedAnswers::rewind() {
+  named_.reset();
+  answering_.reset();
+  ended_ = true;
+  next_ = 0;
+}
+
+void RecordedAnswers::seek(Time time) {
+  if (named_ && exchanges_[*named_].sentAt == time) {
+    answering_ = std::exchange(named_, std::nullopt);
+  } else {
+    rewind();
+    const auto later = std::ranges::upper_bound(exchanges_, time, {}, &Exchange::sentAt);
+    next_ = static_cast<std::size_t>(later - exchanges_.begin());
+    if (next_ > 0) answering_ = next_ - 1;
+  }
+  ended_ = !answering_ || exchanges_[*answering_].before == 0;
+  if (ended_) return;
+  recording_->seek(time);
+  if (const auto& [sentAt, before] = exchanges_[*answering_]; sentAt == time)
+    for (std::size_t i = 0; i < before; ++i)
+      recording_->next();
+}
+
+std::optional<Transfer> RecordedAnswers::next() {
+  if (ended_) return std::nullopt;
+  auto transfer = recording_->next();
+  ended_ = !transfer || transfer->direction == Direction::toController;
+  return ended_ ? std::nullopt : std::move(transfer);
 }
 
 }  // namespace touch

@@ -128,8 +128,13 @@ std::string recordingLine(const Transfer& transfer) {
 }
 
 std::string zonedTimeNow() {
-  const auto now = std::chrono::system_clock::to_time_t(std::chrono::system_clock::now());
-  return fmt::format("{:%Y-%m-%d %H:%M:%S %z}", fmt::localtime(now));
+  using std::chrono::system_clock;
+  const auto now = std::chrono::floor<std::chrono::milliseconds>(system_clock::now());
+  const auto second = std::chrono::floor<std::chrono::seconds>(now);
+  const std::tm local = fmt::localtime(system_clock::to_time_t(second));
+  std::string zone = fmt::format("{:%z}", local);
+  zone.insert(zone.size() - 2, ":");
+  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}{}", local, (now - second).count(), zone);
 }
 
 RecordingParser RecordingParser::inside(std::string name) {

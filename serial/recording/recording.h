@@ -33,7 +33,7 @@ namespace touch {
 // changed, and where the program was held up and has read late.
 //
 //   touch recording 1
-//   # Started: 2026-11-26 20:15:03 +0100
+//   # Started: 2026-11-26T20:15:03.250+01:00
 //   0.000000 > 01 55 54 0D
 //   0.104250 < 01 51 52 4D 56 30 33 30 31 0D
 //   3.250000 < D8 10 20 30 01   # the first touch
@@ -152,7 +152,7 @@ struct RecordingHead {
   std::string program{};
   std::string times{};  ///< what they are of, and how true
 };
-/// The time of the machine, as a head has it: "2026-11-26 20:15:03 +0100".
+/// The time of the machine, as a head has it: "2026-11-26T20:15:03.250+01:00".
 std::string zonedTimeNow();
 
 /// Writes a recording while it happens, so that a crash costs nothing but its last moment.

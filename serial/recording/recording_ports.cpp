@@ -21,9 +21,9 @@ constexpr auto heldUp = 50ms;
 constexpr std::size_t mostWaiting = std::size_t{256} << 10U;
 // What a system keeps of a line is full at little more.
 constexpr std::size_t flood = 3000;
-// A flood is over when for so long no reader has found one, and nobody reads a port that was not
-// read for so long.
-constexpr auto floodEnd = 1s;
+// A flood is over when for so long no reader has found one, and nobody uses a port that was not
+// used for so long.
+constexpr auto keepingUp = 1s;
 constexpr int mostReadsInOneGo = 8;
 
 }  // namespace
@@ -35,13 +35,21 @@ RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
       })) {}
 
 bool RecordedPort::isKeepingUp() const {
-  return isRecording() || listener_ || clock_.now() < floodEnd_;
+  return isRecording() || listener_ || clock_.now() < keepUpEnd_;
+}
+
+void RecordedPort::keepUp() {
+  keepUpEnd_ = clock_.now() + keepingUp;
+  timer_->start(recordingInterval);
 }
 
 void RecordedPort::keepUpWith(std::size_t found) {
-  if (found < flood) return;
-  floodEnd_ = clock_.now() + floodEnd;
-  timer_->start(recordingInterval);
+  if (found >= flood) keepUp();
+}
+
+void RecordedPort::forgetWaiting() {
+  waiting_.clear();
+  waitingParts_.clear();
 }
 
 Status RecordedPort::startRecording(const std::filesystem::path& file, RecordingHead head) {
@@ -88,8 +96,9 @@ Result<void, std::string> RecordedPort::open() {
   if (isOpen()) return inner_.open();
   // The rest of what came before the device went.
   if (isRecording()) collect();
-  waiting_.clear();
+  forgetWaiting();
   auto opened = inner_.open();
+  isLost_ = false;
   if (opened) recorder_.remark(clock_.now(), "Opened");
   return opened;
 }
@@ -97,10 +106,17 @@ Result<void, std::string> RecordedPort::open() {
 void RecordedPort::close() {
   if (isRecording()) collect();
   inner_.close();
-  waiting_.clear();
+  forgetWaiting();
 }
 
 void RecordedPort::collect() {
+  takeIn();
+  const bool isLost = !inner_.isOpen() && inner_.lost();
+  if (isLost && !isLost_) recorder_.remark(clock_.now(), "Gone");
+  isLost_ = isLost;
+}
+
+void RecordedPort::takeIn() {
   for (int i = 0; i < mostReadsInOneGo; ++i) {
     const bool isFull = waiting_.size() >= mostWaiting;
     if (isFull && !isRecording() && !listener_) return;
@@ -115,14 +131,17 @@ void RecordedPort::collect() {
     recorder_.add(now, Direction::fromController, bytes);
     if (listener_ && !bytes.empty()) listener_(now, bytes);
     // The last of them may go beyond: it is off the line, and half of it would be lost.
-    if (!isFull) waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+    if (!isFull && !bytes.empty()) {
+      waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
+      waitingParts_.push_back({now, bytes.size()});
+    }
     if (bytes.size() < flood) return;
   }
 }
 
 std::size_t RecordedPort::inBufferCount() {
   const std::size_t found = waiting_.size() + inner_.inBufferCount();
-  if (clock_.now() - lastRead_ < floodEnd) keepUpWith(found);
+  if (clock_.now() - lastRead_ < keepingUp) keepUpWith(found);
   return found;
 }
 
@@ -132,12 +151,13 @@ void RecordedPort::clearInput() {
   } else {
     inner_.clearInput();
   }
-  waiting_.clear();
+  forgetWaiting();
 }
 
 bool RecordedPort::write(std::span<const std::uint8_t> bytes) {
   const auto begun = clock_.now();
   if (!inner_.write(bytes)) return false;
+  if (keepsTimes_) keepUp();
   sent_ += bytes.size();
   recorder_.add(begun, Direction::toController, bytes);
   return true;
@@ -146,8 +166,20 @@ bool RecordedPort::write(std::span<const std::uint8_t> bytes) {
 std::vector<std::uint8_t> RecordedPort::readAll() {
   collect();
   lastRead_ = clock_.now();
-  keepUpWith(waiting_.size());
-  if (waiting_.size() <= mostInOneRead) return std::exchange(waiting_, {});
+  keepsTimes_ ? keepUp() : keepUpWith(waiting_.size());
+  readParts_.clear();
+  if (waiting_.size() <= mostInOneRead) {
+    readParts_.swap(waitingParts_);
+    return std::exchange(waiting_, {});
+  }
+  for (std::size_t rest = mostInOneRead; rest > 0;) {
+    ReadPart& part = waitingParts_[readParts_.size()];
+    const std::size_t bytes = std::min(rest, part.bytes);
+    readParts_.push_back({part.time, bytes});
+    part.bytes -= bytes;
+    rest -= bytes;
+  }
+  std::erase_if(waitingParts_, [](const ReadPart& part) { return part.bytes == 0; });
   const auto end = waiting_.begin() + mostInOneRead;
   std::vector<std::uint8_t> first(waiting_.begin(), end);
   waiting_.erase(waiting_.begin(), end);
@@ -163,6 +195,7 @@ Result<void, std::string> ReplayPort::open() {
   if (isOpen()) return {};
   recording_->rewind();
   waiting_.clear();
+  waitingParts_.clear();
   advance();
   open_ = true;
   paused_ = false;
@@ -189,6 +222,7 @@ void ReplayPort::goOnFrom(Time time) {
 void ReplayPort::seek(Time time) {
   recording_->seek(time);
   waiting_.clear();
+  waitingParts_.clear();
   advance();
   goOnFrom(std::clamp(time, Time(0), length()));
 }
@@ -211,11 +245,17 @@ bool ReplayPort::isDue() const {
   return open_ && next_ && played() >= next_->time;
 }
 
+Clock::TimePoint ReplayPort::dueAt() const {
+  return since_ +
+         std::chrono::duration_cast<Clock::TimePoint::duration>((next_->time - from_) / speed_);
+}
+
 void ReplayPort::collect() {
   while (isDue() && waiting_.size() < mostInOneRead) {
     if (next_->direction == Direction::toController) {
       if (!waiting_.empty()) return;
       const auto sent = std::move(next_->bytes);
+      sentAt_ = dueAt();
       advance();
       if (onSent) onSent(sent);
       continue;
@@ -223,6 +263,7 @@ void ReplayPort::collect() {
     const auto rest = std::span(next_->bytes).subspan(taken_);
     const auto part = rest.first(std::min(rest.size(), mostInOneRead - waiting_.size()));
     waiting_.insert(waiting_.end(), part.begin(), part.end());
+    if (!part.empty()) waitingParts_.push_back({dueAt(), part.size()});
     taken_ += part.size();
     if (taken_ == next_->bytes.size()) advance();
   }
@@ -240,6 +281,7 @@ void ReplayPort::clearInput() {
 
 std::vector<std::uint8_t> ReplayPort::readAll() {
   collect();
+  readParts_ = std::exchange(waitingParts_, {});
   return std::exchange(waiting_, {});
 }
 

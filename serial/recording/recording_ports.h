@@ -15,7 +15,8 @@ namespace touch {
 
 /// A serial port that can be recorded: every byte that goes out or comes in, when it does, whoever
 /// sends or reads it, and whether anybody reads at all. Of a flood it takes in between what a slow
-/// reader will ask for, so that the line does not run over. What it is made of outlives it.
+/// reader will ask for, so that the line does not run over; where times are kept, of everything
+/// that comes while it is used. What it is made of outlives it.
 class RecordedPort final : public SerialPort {
  public:
   static constexpr std::ptrdiff_t mostInOneRead = std::ptrdiff_t{64} << 10U;
@@ -31,6 +32,8 @@ class RecordedPort final : public SerialPort {
   using Listener = std::function<void(Clock::TimePoint, std::span<const std::uint8_t>)>;
   void listen(Listener listener);
   bool isListenedTo() const { return listener_ != nullptr; }
+  /// Whether readParts is to tell when the bytes came, and not only when they were asked for.
+  void keepTimes(bool on) { keepsTimes_ = on; }
   /// A recording that cannot be written on ends itself.
   bool isRecording() const { return recorder_.isOn(); }
 
@@ -53,6 +56,7 @@ class RecordedPort final : public SerialPort {
   bool write(std::span<const std::uint8_t> bytes) override;
   /// At most `mostInOneRead`: whoever reads must not be held up by a flood.
   std::vector<std::uint8_t> readAll() override;
+  std::vector<ReadPart> readParts() const override { return readParts_; }
   std::size_t takeDamaged() override { return inner_.takeDamaged(); }
   std::optional<LineState> lineState() override { return inner_.lineState(); }
   bool switchLine(LineSwitch which, bool on) override { return inner_.switchLine(which, on); }
@@ -61,7 +65,10 @@ class RecordedPort final : public SerialPort {
  private:
   /// Takes what has come in off the line, for whoever reads next.
   void collect();
+  void takeIn();
+  void forgetWaiting();
   bool isKeepingUp() const;
+  void keepUp();
   /// A reader has found so many bytes.
   void keepUpWith(std::size_t found);
 
@@ -72,12 +79,16 @@ class RecordedPort final : public SerialPort {
   std::uint64_t received_ = 0;
   std::string portName_;
   std::string settings_;
+  bool isLost_ = false;                ///< the recording says so
   std::vector<std::uint8_t> waiting_;  ///< come in, and read by nobody yet
+  std::vector<ReadPart> waitingParts_;
+  std::vector<ReadPart> readParts_;
+  bool keepsTimes_ = false;
   Listener listener_;
   Clock::TimePoint collected_{};
   Clock::TimePoint lastRead_{};
-  Clock::TimePoint floodEnd_{};
-  std::unique_ptr<Timer> timer_;  ///< runs while recording, listened to, or in a flood
+  Clock::TimePoint keepUpEnd_{};
+  std::unique_ptr<Timer> timer_;  ///< runs while recording, listened to, or keeping up
 };
 
 /// A port on which a recording comes in again, at its own pace from the moment of opening, but for
@@ -93,6 +104,8 @@ class ReplayPort final : public SerialPort {
 
   /// Told of what was sent to the controller. May be empty.
   std::function<void(std::span<const std::uint8_t>)> onSent;
+  /// When the turn came of what was told last.
+  Clock::TimePoint sentAt() const { return sentAt_; }
 
   /// When the last byte passed the port.
   Time length() const { return recording_->length(); }
@@ -121,6 +134,8 @@ class ReplayPort final : public SerialPort {
   /// At most `mostInOneRead`, however much is due: whoever reads must not be held up by a long
   /// recording.
   std::vector<std::uint8_t> readAll() override;
+  /// With the times at which they were due.
+  std::vector<ReadPart> readParts() const override { return readParts_; }
 
   /// All of it has been read, or as much as could be.
   bool isFinished() const { return !next_ && waiting_.empty(); }
@@ -133,6 +148,8 @@ class ReplayPort final : public SerialPort {
   /// Goes on from `time`, now.
   void goOnFrom(Time time);
   bool isDue() const;
+  /// When the next transfer was due.
+  Clock::TimePoint dueAt() const;
   void collect();
 
   std::unique_ptr<TransferSource> recording_;
@@ -145,6 +162,9 @@ class ReplayPort final : public SerialPort {
   std::optional<Transfer> next_;
   std::size_t taken_ = 0;              ///< bytes of it that are due
   std::vector<std::uint8_t> waiting_;  ///< due, and not read
+  std::vector<ReadPart> waitingParts_;
+  std::vector<ReadPart> readParts_;
+  Clock::TimePoint sentAt_{};
 };
 
 }  // namespace touch

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
 #include <utility>
 
-#include "serial/commands/command_sets.h"
+#include "serial/scripts/script_listener.h"
 #include "support/files/whole_file.h"
 #include "support/text/decimal.h"
 #include "support/text/language.h"
@@ -23,11 +22,6 @@ constexpr int longestTime = 86'400'000;  // a day, in milliseconds
 constexpr ScriptTime usualWait = 1s;
 
 using Action = ScriptStep::Action;
-
-bool changesController(std::span<const std::uint8_t> bytes) {
-  const auto command = framedCommand(bytes);
-  return command && (resetsController(*command) || writesParameter(command->substr(0, 2)));
-}
 
 std::string_view trimmed(std::string_view text) {
   const auto begin = text.find_first_not_of(" \t\r");
@@ -228,14 +222,7 @@ std::optional<std::pair<int, std::string_view>> tieRepeats(std::vector<ScriptSte
 }  // namespace
 
 const ScriptStep* Script::firstChange() const {
-  const auto found = std::ranges::find_if(steps, [](const ScriptStep& step) {
-    const auto* const send = std::get_if<SendStep>(&step.action);
-    if (const auto bytes = send != nullptr ? parseBytes(send->bytes) : parseBytes({}))
-      return changesController(*bytes);
-    const auto* const answer = std::get_if<AnswerStep>(&step.action);
-    return answer != nullptr && changesController(answer->answer);
-  });
-  return found == steps.end() ? nullptr : &*found;
+  return ScriptListener().firstChange(steps);
 }
 
 std::optional<std::string> Script::question() const {

@@ -88,7 +88,8 @@ struct Script {
   std::vector<std::string> lines;  ///< as they were written
   std::vector<ScriptStep> steps;
 
-  /// The first step that resets or restores the controller, or writes a word of its parameters.
+  /// The first step with which a command is complete that resets or restores the controller, or
+  /// writes a word of its parameters, whichever steps it is put together from.
   const ScriptStep* firstChange() const;
   /// What to ask before it is run; nothing where there is no such step.
   std::optional<std::string> question() const;

@@ -30,13 +30,13 @@ std::string ScriptFailure::describe() const {
 }
 
 ScriptRun::ScriptRun(const Script& script, SerialPort& port, Clock& clock, ScriptWatcher watcher,
-                     std::vector<ReportFormat> added)
+                     std::vector<ReportFormat> added, ReportFamily family)
     : script_(script),
       port_(port),
       clock_(clock),
       watcher_(std::move(watcher)),
       added_(std::move(added)),
-      decoder_(ReportFamily::tablet, added_) {}
+      decoder_(family, added_) {}
 
 Result<void, ScriptFailure> ScriptRun::run() {
   for (place_ = 0; place_ < script_.steps.size(); ++place_) {

@@ -37,8 +37,9 @@ struct ScriptFailure {
 /// Runs a script once, on an open port that nobody else reads or writes meanwhile.
 class ScriptRun {
  public:
+  /// `family`: how touches are reported until a step of the script says so.
   ScriptRun(const Script& script, SerialPort& port, Clock& clock, ScriptWatcher watcher,
-            std::vector<ReportFormat> added = {});
+            std::vector<ReportFormat> added = {}, ReportFamily family = ReportFamily::tablet);
 
   Result<void, ScriptFailure> run();
   /// Goes on giving the answers that are wanted to what comes, until it is stopped. Behind `run`.

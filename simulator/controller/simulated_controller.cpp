@@ -13,9 +13,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A start bit, eight data bits and a stop bit.
-constexpr std::chrono::nanoseconds serialByteTime(int baud) {
-  return 10 * std::chrono::nanoseconds(1s) / baud;
+constexpr std::chrono::nanoseconds serialByteTime(int baud, const LineFormat& format) {
+  return bitsPerByte(format) * std::chrono::nanoseconds(1s) / baud;
 }
 // Longer than any wait for a reply.
 constexpr auto slowness = 400ms;
@@ -31,7 +30,7 @@ constexpr std::string_view pointFailed = "2";
 constexpr std::string_view owner = "INHOUSE";
 
 std::chrono::nanoseconds byteTime(Link link) {
-  return link == Link::rs232 ? serialByteTime(9600) : std::chrono::nanoseconds(0);
+  return link == Link::rs232 ? serialByteTime(9600, {}) : std::chrono::nanoseconds(0);
 }
 
 TimePoint after(TimePoint start, std::chrono::nanoseconds duration) {
@@ -136,7 +135,17 @@ SimulatedController::SimulatedController(const ControllerModel& model)
 
 void SimulatedController::setSpeed(int baud) {
   baud_ = baud;
-  byteTime_ = serialByteTime(baud);
+  paceLine();
+}
+
+void SimulatedController::speak(LineFormat format) {
+  ownFormat_ = format;
+  // Without a serial line there is no pace.
+  if (byteTime_.count() > 0) paceLine();
+}
+
+void SimulatedController::paceLine() {
+  byteTime_ = serialByteTime(baud_, ownFormat_);
   output_.setByteTime(byteTime_);
 }
 
@@ -325,7 +334,7 @@ std::optional<std::string> SimulatedController::carryOut(const Command& command)
       reset();
       break;
     case Action::speakEightBits:
-      ownFormat_ = LineFormat::eightN1;
+      speak(LineFormat::eightN1);
       break;
     case Action::tellMode:
       return std::string("M") + "SPI"[static_cast<std::size_t>(mode_)];

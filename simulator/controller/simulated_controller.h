@@ -58,7 +58,7 @@ class SimulatedController {
   void connect(LineUser user, TimePoint now);
 
   /// How it writes and reads bytes from now on; 8N1 when new. "PN81" brings it back to that.
-  void speak(LineFormat format) { ownFormat_ = format; }
+  void speak(LineFormat format);
   LineFormat format() const { return ownFormat_; }
   /// How the user of the line does; with another format each takes the other's bytes for garbage or
   /// for nothing.
@@ -87,6 +87,7 @@ class SimulatedController {
   void abandonCalibration();
 
  private:
+  void paceLine();
   bool speedsMatch() const { return !userBaud_ || *userBaud_ == baud_; }
   void execute(const Packet& packet, TimePoint now);
   /// What it answers, without start byte and carriage return; nothing when it refuses.

@@ -87,22 +87,46 @@ std::vector<std::uint8_t> readAll(int descriptor) {
   return bytes;
 }
 
-/// How the program at the device writes its bytes. A pseudo-terminal has no data bits, but it keeps
-/// the stop bits.
-LineFormat formatAt(int controllerEnd) {
+constexpr std::pair<speed_t, int> lineSpeeds[] = {
+    {B50, 50},           {B75, 75},           {B110, 110},         {B134, 134},
+    {B150, 150},         {B200, 200},         {B300, 300},         {B600, 600},
+    {B1200, 1200},       {B1800, 1800},       {B2400, 2400},       {B4800, 4800},
+    {B9600, 9600},       {B19200, 19200},     {B38400, 38400},     {B57600, 57600},
+    {B115200, 115200},   {B230400, 230400},
+// Beyond these the platforms go their own ways.
+#ifdef B460800
+    {B460800, 460800},
+#endif
+#ifdef B500000
+    {B500000, 500000},   {B576000, 576000},
+#endif
+#ifdef B921600
+    {B921600, 921600},
+#endif
+#ifdef B1000000
+    {B1000000, 1000000}, {B1152000, 1152000}, {B1500000, 1500000}, {B2000000, 2000000},
+#endif
+#ifdef B4000000
+    {B2500000, 2500000}, {B3000000, 3000000}, {B3500000, 3500000}, {B4000000, 4000000},
+#endif
+};
+
+/// How the program at the device writes its bytes to a controller that writes them in `own`. A
+/// pseudo-terminal keeps the stop bits, but neither data bits nor parity: where the stop bits are
+/// right, these count as right too.
+LineFormat formatAt(int controllerEnd, const LineFormat& own) {
   termios line{};
-  if (tcgetattr(controllerEnd, &line) != 0) return LineFormat::eightN1;
-  return (line.c_cflag & CSTOPB) != 0 ? LineFormat::sevenN2 : LineFormat::eightN1;
+  if (tcgetattr(controllerEnd, &line) != 0) return own;
+  const int stopBits = (line.c_cflag & CSTOPB) != 0 ? 2 : 1;
+  if (stopBits == own.stopBits) return own;
+  return stopBits == 2 ? LineFormat::sevenN2 : LineFormat::eightN1;
 }
 
 /// The speed that the program at the device has set; nothing for one that no controller has.
 std::optional<int> speedAt(int controllerEnd) {
-  constexpr std::pair<speed_t, int> speeds[] = {{B1200, 1200},   {B2400, 2400},    {B4800, 4800},
-                                                {B9600, 9600},   {B19200, 19200},  {B38400, 38400},
-                                                {B57600, 57600}, {B115200, 115200}};
   termios line{};
   if (tcgetattr(controllerEnd, &line) != 0) return std::nullopt;
-  for (const auto& [constant, baud] : speeds)
+  for (const auto& [constant, baud] : lineSpeeds)
     if (cfgetospeed(&line) == constant) return baud;
   return std::nullopt;
 }
@@ -157,7 +181,7 @@ class PosixPtyLine final : public PtyLine {
     const std::lock_guard lock(guard_);
     if (stopped.stop_requested()) return std::nullopt;
     const TimePoint now = clock_.now();
-    controller_.setUserFormat(formatAt(terminal_.controllerEnd.number()));
+    controller_.setUserFormat(formatAt(terminal_.controllerEnd.number(), controller_.format()));
     controller_.setUserSpeed(speedAt(terminal_.controllerEnd.number()));
     if (!input.empty()) controller_.receive(input, now);
     Turn turn{controller_.take(controller_.arrived(now), now)};
@@ -186,6 +210,13 @@ class PosixPtyLine final : public PtyLine {
 };
 
 }  // namespace
+
+std::vector<int> PtyLine::speeds() {
+  std::vector<int> speeds;
+  for (const auto& [constant, baud] : lineSpeeds)
+    speeds.push_back(baud);
+  return speeds;
+}
 
 std::unique_ptr<PtyLine> PtyLine::open(SimulatedController& controller, const SimulatedClock& clock,
                                        std::mutex& guard) {

@@ -6,5 +6,8 @@ namespace touch::simulator {
 std::unique_ptr<PtyLine> PtyLine::open(SimulatedController&, const SimulatedClock&, std::mutex&) {
   return nullptr;
 }
+std::vector<int> PtyLine::speeds() {
+  return {};
+}
 
 }  // namespace touch::simulator

@@ -3,6 +3,7 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "simulator/controller/simulated_clock.h"
 #include "simulator/controller/simulated_controller.h"
@@ -18,6 +19,9 @@ class PtyLine {
   /// pseudo-terminal.
   static std::unique_ptr<PtyLine> open(SimulatedController& controller, const SimulatedClock& clock,
                                        std::mutex& guard);
+
+  /// The speeds that a program can set at the device, in bits a second.
+  static std::vector<int> speeds();
 
   PtyLine() = default;
   PtyLine(const PtyLine&) = delete;

@@ -262,13 +262,50 @@ TEST_F(Serial, TalksKeyByKeyUntilItsEndKeyAndPassesBytesOnAsTheyAre) {
 
   const PseudoTerminal line;
   BackgroundProgram raw(TOUCHCTL,
-                        inFolder("--com 1=" + line.path() + " serial monitor --raw --no-driver"));
+                        inFolder("--com 1=" + line.path() + " serial listen --raw --no-driver"));
   raw.awaitWait();
   line.flood(Bytes{0x00, 0xFF, '\n', 0x1B, 'A'});
   EXPECT_EQ(raw.textUntil("A"), std::string("\x00\xFF\n\x1B"
                                             "A",
                                             5));
   EXPECT_EQ(raw.end(SIGINT), 0);
+}
+
+TEST_F(Serial, WaitsForAPortThatWasUnpluggedUnlessItIsToEndByItself) {
+  const PseudoTerminal keyboard;
+  const fs::path link = folder.path() / "line";
+  // The command, and what ends its waiting.
+  const std::pair<std::string, std::string> cases[] = {{"record @/trace", "Ctrl+C"},
+                                                       {"terminal --record @/trace", "Ctrl+]"},
+                                                       {"record @/trace --seconds 60", ""},
+                                                       {"monitor", ""},
+                                                       {"listen --raw", ""}};
+  for (const auto& [command, endKey] : cases) {
+    SCOPED_TRACE(command);
+    std::optional<PseudoTerminal> line(std::in_place);
+    const auto plugIn = [&] {
+      fs::remove(link);
+      fs::create_symlink(line->path(), link);
+    };
+    plugIn();
+    fs::remove(folder.path() / "trace");
+    BackgroundProgram program(
+        TOUCHCTL, inFolder("--com 1=@/line serial " + command + " --no-driver"), keyboard.path());
+    program.awaitWait();
+    line.reset();
+    if (endKey.empty()) {
+      EXPECT_EQ(program.waitForEnd(), 1);
+      continue;
+    }
+    EXPECT_THAT(program.textUntil(endKey + " ends\n"), HasSubstr("is gone"));
+    line.emplace();
+    plugIn();
+    EXPECT_THAT(program.textUntil("again\n"), HasSubstr("COM1 is there again"));
+    line->flood(std::vector<std::uint8_t>{0xD8, 0x10, 0x20, 0x30, 0x01});
+    EXPECT_TRUE(awaitInTrace("< D8 10 20 30 01\n"));
+    EXPECT_EQ(program.end(SIGINT), 0);
+    EXPECT_THAT(folder.read("trace"), ContainsRegex("# [0-9.]+ Gone\n# [0-9.]+ Opened\n[0-9]"));
+  }
 }
 
 TEST_F(Serial, SimulatesWhatWasRecordedOrWrittenAndIsTouchedFromOutside) {
@@ -288,7 +325,32 @@ TEST_F(Serial, SimulatesWhatWasRecordedOrWrittenAndIsTouchedFromOutside) {
               "time_s,touching,x,y,interval_ms,reckoned\n");
     EXPECT_THAT(run("serial replay @/sent.txt --speed 1000").output, HasSubstr("> 01 55 54 0D"));
   }
+  unsetenv("XDG_RUNTIME_DIR");
+  {
+    const PseudoTerminal terminal;
+    const BackgroundProgram unreachable(TOUCHSIM, {}, terminal.path());
+    EXPECT_THAT(unreachable.textUntil("\n"), HasSubstr("XDG_RUNTIME_DIR names no folder"));
+  }
   setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
+  {
+    const BackgroundProgram player(
+        TOUCHSIM, device("--play @/dialogue.txt --replay-speed 0.1 --line 7E1 --speed 230400"));
+    EXPECT_NE(deviceOf(player), "");
+    const std::pair<std::string, std::string> requests[] = {
+        {"pause", ""},
+        {"seek 0.5", ""},
+        {"progress", "0.500 of 1.010 s, paused\n"},
+        {"step", ""},
+        {"progress", "1.010 of 1.010 s, paused\n"},
+        {"seek 0.1", ""},
+        {"go", ""}};
+    for (const auto& [request, told] : requests)
+      EXPECT_EQ(runProgram(TOUCHSIM, wordsIn(request, folder)).output, told) << request;
+    EXPECT_THAT(runProgram(TOUCHSIM, {"progress"}).output, HasSubstr("s, going on"));
+  }
+  for (const char* wrong : {"seek -1", "seek 1e9", "--replay-speed 2", "--line 9N1", "--line 8N",
+                            "--line 9601,n,8,1", "--speed 230401"})
+    EXPECT_EQ(runProgram(TOUCHSIM, wordsIn(wrong, folder)).status, 2) << wrong;
   const BackgroundProgram script(TOUCHSIM, device("--script @/answers.tus"));
   const std::string scripted = deviceOf(script);
   EXPECT_THAT(run("--com 1=" + scripted + " serial send UT --set m01 --no-driver").output,
@@ -298,6 +360,7 @@ TEST_F(Serial, SimulatesWhatWasRecordedOrWrittenAndIsTouchedFromOutside) {
   monitor.awaitWait();
   EXPECT_EQ(runProgram(TOUCHSIM, {"touch", "0.5", "0.5"}).status, 0);
   EXPECT_THAT(monitor.textUntil("lift"), AllOf(HasSubstr("= touch X"), HasSubstr("lift")));
+  EXPECT_THAT(runProgram(TOUCHSIM, {"pause"}).errors, HasSubstr("it plays no recording"));
 
   const BackgroundProgram other(TOUCHSIM, {});
   struct stat found {};

@@ -35,6 +35,7 @@ class FakePort final : public SerialPort {
     if (open_) return {};
     open_ = present.contains(number_);
     if (!open_) return tl::unexpected("there is no COM" + std::to_string(number_));
+    lost_.reset();
     journal_.push_back("open " + std::to_string(number_));
     return {};
   }
@@ -42,7 +43,12 @@ class FakePort final : public SerialPort {
     if (std::exchange(open_, false)) journal_.push_back("close");
   }
   bool isOpen() const override { return open_; }
-  std::optional<std::string> lost() const override { return std::nullopt; }
+  std::optional<std::string> lost() const override { return lost_; }
+  /// Its device goes, and is there again at once.
+  void unplug() {
+    close();
+    lost_ = "COM" + std::to_string(number_) + " is gone";
+  }
   std::size_t inBufferCount() override { return received.size(); }
   void clearInput() override {
     journal_.push_back("clear input");
@@ -79,6 +85,7 @@ class FakePort final : public SerialPort {
   Lines& journal_;
   int number_ = 1;
   bool open_ = false;
+  std::optional<std::string> lost_;
 };
 
 }  // namespace touch::test

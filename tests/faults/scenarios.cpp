@@ -170,7 +170,7 @@ Outcome receiveReports(FaultWorld& world) {
   return onTheLine(world, [&world](Debugger& debugger) {
     world.streaming = tabletReports();
     debugger.receiveMode().receive();
-    world.clock.delay(5s);
+    world.clock.delay(600ms);
     const auto shown = std::ranges::count_if(debugger.log().lines(), [](const auto& line) {
       return line.kind == ConsoleLineKind::report;
     });

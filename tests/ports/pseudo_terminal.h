@@ -21,6 +21,9 @@ class PseudoTerminal {
       throw std::runtime_error("no pseudo-terminal");
     }
     fcntl(master_, F_SETFL, fcntl(master_, F_GETFL) | O_NONBLOCK);
+    // A program that held it too would never see it unplugged.
+    for (const int end : {master_, device_})
+      fcntl(end, F_SETFD, FD_CLOEXEC);
     path_ = fs::read_symlink("/proc/self/fd/" + std::to_string(device_));
   }
   ~PseudoTerminal() {

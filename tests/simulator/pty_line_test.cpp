@@ -95,7 +95,9 @@ TEST(PtyLines, tellTheControllerHowTheProgramWritesItsBytes) {
   const std::tuple<const char*, LineFormat, int> cases[] = {
       {"9600,n,7,2", LineFormat::sevenN2, 9600},
       {"9600,n,8,1", LineFormat::eightN1, 9600},
-      {"115200,n,8,1", LineFormat::eightN1, 115200}};
+      {"115200,n,8,1", LineFormat::eightN1, 115200},
+      {"230400,e,7,1", {7, LineFormat::Parity::even, 1}, 230400},
+      {"2400,o,8,2", {8, LineFormat::Parity::odd, 2}, 2400}};
   for (const auto& [settings, format, speed] : cases) {
     EXPECT_EQ(test::whyNot(device.port->setSettings(settings)), "");
     {

@@ -11,6 +11,7 @@ using namespace std::chrono_literals;
 
 constexpr auto eight = LineFormat::eightN1;
 constexpr auto seven = LineFormat::sevenN2;
+constexpr LineFormat even{7, LineFormat::Parity::even, 1};
 
 const std::string acknowledged = framed("0");
 const std::string refused = framed("1");
@@ -162,6 +163,14 @@ TEST_F(ControllerOnALine, SendsGarbageToAnotherFormatAndIsDeafToIt) {
       {seven, seven, "\x0D\x58"},
       // A byte is lost when there is no stop bit where one is expected.
       {eight, seven, "\x58"},
+      // An even parity bit stands there: three ones in 0D, three in 58.
+      {even, eight, "\x8D\xD8"},
+      {even, {7, LineFormat::Parity::odd, 1}, ""},
+      // The eighth bit counts as the parity: it is 0, and should be 1; it is 1, as it should be.
+      {eight, even, "\x58"},
+      {eight, {8, LineFormat::Parity::even, 1}, "\x0D"},
+      {{8, LineFormat::Parity::odd, 2}, eight, "\xD8"},
+      {eight, {5, LineFormat::Parity::none, 1}, ""},
       // The first of two stop bits stands in the eighth data bit's place.
       {seven, eight, "\x8D\xD8"},
   };

@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <span>
 
 #include "ui/controls/finger_style.h"
 
@@ -32,8 +33,10 @@ frmLinePanel::frmLinePanel(QWidget* parent)
     settings_.at(static_cast<std::size_t>(i)) = combo;
   }
   const auto [speed, dataBits, parity, stopBits] = settings_;
-  for (const int baud : usualSpeeds)
-    speed->addItem(QString::number(baud), baud);
+  for (const std::span<const int> speeds :
+       {std::span<const int>(usualSpeeds), std::span<const int>(highSpeeds)})
+    for (const int baud : speeds)
+      speed->addItem(QString::number(baud), baud);
   for (const int bits : {5, 6, 7, 8})
     dataBits->addItem(QString::number(bits), bits);
   parity->addItem(tr("None"), static_cast<int>(Parity::none));
@@ -46,9 +49,6 @@ frmLinePanel::frmLinePanel(QWidget* parent)
   use_->setToolTip(tr("For this port until the debugger is closed"));
   dtr_->setObjectName("checkDtr");
   rts_->setObjectName("checkRts");
-  // As a port is opened.
-  for (QCheckBox* const wire : {dtr_, rts_})
-    wire->setChecked(true);
   break_->setObjectName("cmdBreak");
   wires_->setObjectName("lblWires");
   counters_->setObjectName("lblCounters");
@@ -81,10 +81,8 @@ void frmLinePanel::show(const LineView& view, bool possible) {
     control->setEnabled(possible);
   for (QCheckBox* const wire : {dtr_, rts_})
     wire->setEnabled(possible && view.state);
-  // A port that is opened again has them on.
-  if (!view.state)
-    for (QCheckBox* const wire : {dtr_, rts_})
-      wire->setChecked(true);
+  dtr_->setChecked(view.wires.dtr);
+  rts_->setChecked(view.wires.rts);
   const auto lamp = [](const char* name, bool on) {
     return QString(on ? "● %1" : "○ %1").arg(name);
   };

@@ -41,6 +41,18 @@ TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
   EXPECT_EQ(log.lines({.received = false, .notes = false}).size(), 2u);
 }
 
+TEST_F(ConsoleLogTest, HasNoTimeThatIsYetToComeOrBeforeTheLineAbove) {
+  const auto start = clock.now();
+  clock.delay(std::chrono::milliseconds(200));
+  log.note("at the time of no line");
+  const std::pair<int, const char*> cases[] = {
+      {50, "0.0500"}, {40, "0.0500"}, {60, "0.0600"}, {300, "0.2000"}};
+  for (const auto& [moment, shownTime] : cases) {
+    log.report("", Bytes{1}, start + std::chrono::milliseconds(moment));
+    EXPECT_THAT(shown(log.lines().back()), testing::StartsWith(shownTime));
+  }
+}
+
 TEST_F(ConsoleLogTest, SaysWhenItIsTooLongToBeReadAndKeepsAllUntilItIsCleared) {
   const auto fill = [this](int lines, char character) {
     for (int i = 0; i < lines; ++i)

@@ -164,6 +164,43 @@ TEST_F(DebuggerPortTest, RecordsNoWriteThatDidNotGoOutAndCountsDamagedBytes) {
                              "or break)."});
 }
 
+TEST_F(DebuggerPortTest, SwitchesTheWiresAgainWhenThePortIsOpenedAgain) {
+  serial.present = {1, 2};
+  ASSERT_EQ(whyNot(port.take()), "");
+  EXPECT_FALSE(port.switchLine(LineSwitch::rts, false)) << "it has none";
+  serial.state.emplace();
+  const std::tuple<const char*, LineSwitch, bool, Lines> cases[] = {
+      {"one off", LineSwitch::dtr, false, {"DTR off"}},
+      {"both off", LineSwitch::rts, false, {"DTR off", "RTS off"}},
+      {"one on again", LineSwitch::dtr, true, {"RTS off"}}};
+  for (const auto& [what, which, on, again] : cases) {
+    SCOPED_TRACE(what);
+    EXPECT_TRUE(port.switchLine(which, on));
+    serial.unplug();
+    EXPECT_TRUE(port.tellLoss());
+    journal.clear();
+    EXPECT_TRUE(port.takeUpAgain());
+    EXPECT_EQ(journal, Lines{"open 1"} + again);
+  }
+  journal.clear();
+  EXPECT_EQ(whyNot(port.take(2)), "");
+  EXPECT_THAT(journal, Not(Contains("RTS off"))) << "another port has its own";
+  EXPECT_TRUE(port.wires().rts);
+}
+
+TEST_F(DebuggerPortTest, SearchesTheLikeliestSettingsFirstAndEachOnce) {
+  const auto settings = searchedSettings();
+  std::set<std::string> texts;
+  for (const LineSettings& one : settings)
+    texts.insert(describe(one));
+  EXPECT_EQ(texts.size(), usualSpeeds.size() * 6);
+  EXPECT_EQ(settings.size(), texts.size());
+  for (std::size_t i = 0; i < 13; ++i)
+    EXPECT_EQ(describe(settings[i]).ends_with(",n,8,1"), i == 0 || i >= 6) << i;
+  EXPECT_EQ(describe(settings[5]), "9600,o,7,1");
+  EXPECT_EQ(describe(settings[12]), "1200,n,8,1");
+}
+
 TEST_F(DebuggerPortTest, KeepsEachPortsLineUntilASearchOrAChangeToTheNormalOne) {
   serial.present = {1, 2};
   const LineSettings line{19200, Parity::even, 7, 2};

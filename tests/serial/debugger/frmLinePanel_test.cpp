@@ -29,7 +29,8 @@ TEST_F(SerialDesk, SetsTheLineAndCountsWhatPassesIt) {
 TEST(LinePanel, ShowsTheWiresAndWhatWentWrong) {
   frmLinePanel panel;
   panel.show(
-      {.settings = {},
+      {.settings = {.baud = 4'000'000},
+       .wires = {.dtr = false},
        .state = LineState{.cts = true, .framing = 1, .parity = 2, .overruns = 3, .breaks = 4}},
       true);
   const auto text = [&panel](const char* name) {
@@ -38,6 +39,8 @@ TEST(LinePanel, ShowsTheWiresAndWhatWentWrong) {
   EXPECT_EQ(text("lblWires"), "● CTS   ○ DSR   ○ DCD   ○ RI");
   EXPECT_THAT(text("lblCounters"),
               HasSubstr("Stop bit missing: 1, wrong parity: 2, overruns: 3, breaks: 4."));
+  EXPECT_EQ(panel.findChild<QComboBox*>("comboSpeed")->currentText(), "4000000");
+  EXPECT_FALSE(panel.findChild<QCheckBox*>("checkDtr")->isChecked()) << "as the user left it";
   std::optional<std::pair<LineSwitch, bool>> switched;
   QObject::connect(&panel, &frmLinePanel::switched, [&](LineSwitch which, bool on) {
     switched = {which, on};

@@ -279,11 +279,11 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   EXPECT_THAT(folder.read("kept.txt"),
               StartsWith("The driver has released its port. COM1 is open"));
   EXPECT_THAT(folder.read("taken.txt"),
-              MatchesRegex("touch recording 1\n# Started: [-0-9]+ [:0-9]+ [+-][0-9]{4}\n"
+              MatchesRegex("touch recording 1\n# Started: [-0-9]{10}T[:.0-9]{12}[+-][:0-9]{5}\n"
                            "# Port: COM1\n# Line: 9600,n,8,1\n# Controller: RS232 DEVICE 1\n"
                            "# Program: Program 1\n# Times: [^\n]+\n"));
 
-  const SmallDisk disk(216);
+  const SmallDisk disk(220);
   answerFileDialog("full");
   click("cmdRecord");
   click("Command3");

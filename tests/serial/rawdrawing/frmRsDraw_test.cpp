@@ -92,6 +92,18 @@ TEST_F(RawDrawingWindow, DrawsReportsAndMarksTheirBytesAndThoseOfNone) {
 
   report(Bytes(3000, 0x41));
   EXPECT_THAT(text("lblStray"), HasSubstr("The monitor is full"));
+  check("checkRolling", true);
+  report(Bytes(3000, 0x44));
+  report(stroke);
+  EXPECT_THAT(text("lblStray"), Not(HasSubstr("full")));
+  EXPECT_TRUE(monitor().toPlainText().endsWith(" 44 \n  --- D8 00 00 7F 1F   --- D8 7F 1F 7F 1F "));
+  QTest::mouseClick(drawing, Qt::LeftButton, {}, strokeEnd() + QPoint(3, 3));
+  EXPECT_THAT(highlights(), Contains("D8 7F 1F 7F 1F"));
+  report(Bytes(50, 0x45));
+  EXPECT_THAT(highlights(), Contains("D8 7F 1F 7F 1F")) << "they have moved towards the front";
+  report(Bytes(3000, 0x46));
+  EXPECT_FALSE(marker->isVisible()) << "they are not held any more";
+  check("checkRolling", false);
   click("cmdWipe");
   report(stroke);
   EXPECT_THAT(text("lblStray"), Not(HasSubstr("full")));

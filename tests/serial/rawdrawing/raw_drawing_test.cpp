@@ -119,6 +119,58 @@ TEST_F(RawDrawingTest, StopsTheMonitorBehindTheByteThatMakesItTooLong) {
   EXPECT_TRUE(monitor.isFull());
 }
 
+TEST_F(RawDrawingTest, RollsInPlaceOfFillingUpAndFindsWhatItStillHolds) {
+  const Bytes packet = tablet(0xD8, 1000, 2000);
+  const struct {
+    const char* what;
+    Bytes piece;
+    int pieces;
+    const char* begins;
+    std::size_t least;  ///< that it holds
+  } cases[] = {
+      {"packets", packet, 2000, "\n  --- D8 68 07 50 0F   --- D8", 7890},
+      {"bytes of none", {0x41}, 5000, "41 41 ", 7990},
+      {"packets behind a flood of bytes", Bytes(2600, 0x41) + times(30, packet), 3, "41 41 ", 7990},
+      {"status bytes alone", {0xFF}, 5000, "\n  --- FF   --- FF", 7950},
+      {"little", packet, 3, "\n  --- D8 68 07 50 0F   --- D8", 60},
+  };
+  for (const auto& [what, piece, pieces, begins, least] : cases) {
+    SCOPED_TRACE(what);
+    HexMonitor monitor;
+    monitor.roll(true);
+    std::uint64_t offset = 700;
+    std::uint64_t characters = 0;
+    for (int i = 0; i < pieces; ++i, offset += piece.size()) {
+      const std::uint64_t before = monitor.dropped() + monitor.text().size();
+      monitor.add(piece, offset);
+      characters = monitor.dropped() + monitor.text().size();
+      ASSERT_GT(characters, before);
+    }
+    EXPECT_THAT(monitor.text(), StartsWith(begins));
+    EXPECT_GE(monitor.text().size(), least);
+    EXPECT_LE(monitor.text().size(), HexMonitor::limit);
+    EXPECT_EQ(monitor.endOffset(), offset);
+    for (std::uint64_t place = monitor.firstOffset(); place < offset; ++place) {
+      const TextRange range = monitor.rangeOf(place, 1).value();
+      ASSERT_EQ(monitor.text().substr(range.begin, 2),
+                hexByte(piece[(place - 700) % piece.size()]));
+      ASSERT_EQ(monitor.offsetAt(range.begin), place);
+    }
+    EXPECT_FALSE(monitor.rangeOf(monitor.firstOffset() - 1, 1));
+
+    monitor.roll(false);
+    for (; !monitor.isFull(); ++offset)
+      monitor.add({{0x02}}, offset);
+    EXPECT_TRUE(monitor.text().ends_with("02 "));
+    monitor.add({{0x03}}, offset);
+    EXPECT_EQ(monitor.endOffset(), offset) << "it stops again";
+    monitor.roll(true);
+    monitor.add({{0x04}}, offset + 1);
+    EXPECT_EQ(monitor.text(), "04 ") << "none is missing between";
+    EXPECT_EQ(monitor.firstOffset(), offset + 1);
+  }
+}
+
 TEST_F(RawDrawingTest, FindsBytesAndDotsFromEachOtherAndWhatBelongsToNone) {
   play({{10ms, {0x80, 0xFF, 0xD8, 0x05}},
         {60ms, Bytes{0x41} + tablet(0xD8, 1000, 2000) + Bytes{0x43} + tablet(0x98, 9000, 9000) +

@@ -126,6 +126,45 @@ TEST_F(ReceiveModeTest, MeasuresTheFormatsThatAFileAdds) {
                 stroke(400, 2, "5.00"), 192);
 }
 
+TEST_F(ReceiveModeTest, ShowsWhenTheBytesCameAndNotWhenTheyWereShown) {
+  session.commandSet = m01;
+  const auto timesAfter = [this](std::chrono::milliseconds duration) {
+    mode->receive();
+    clock.delay(duration);
+    Lines lines;
+    for (const ConsoleLine& line : log.lines())
+      lines.push_back(shown(line).substr(0, 8));
+    return lines;
+  };
+  // Of two that were read together the first came before by what the second takes on the line.
+  modeHearing({{10ms, touchPacket},
+               {50ms, times(2, touchPacket)},
+               {90ms, {0xD8, 0x10}},
+               {150ms, {0x20, 0x30, 0x01, 0x41}},
+               {190ms, liftPacket}});
+  EXPECT_EQ(timesAfter(250ms),
+            (Lines{"0.0100 =", "0.0448 =", "0.0500 =", "0.1490 =", "0.1500 <", "0.1900 ="}));
+
+  RecordedPort recorded(serial, clock);
+  ConsoleLog console(clock);
+  recorded.keepTimes(true);
+  ReceiveMode live({session, clock, prompt, console, {}}, {recorded, port.gate(), {}});
+  live.receive();
+  for (const int at : {13, 55, 131})
+    clock.after(std::chrono::milliseconds(at), [this] { serial.received = touchPacket; });
+  recorded.readAll();
+  clock.delay(250ms);
+  DebuggerPort debugger(access(), prompt, recorded, console);
+  recorded.open();
+  debugger.send(bytesOf("Z"));
+  clock.after(41ms, [this] { serial.received = bytesOf("OK\r"); });
+  clock.delay(100ms);
+  debugger.receive();
+  EXPECT_THAT(console.text(),
+              MatchesRegex("0[.]0140 = [^\n]+\n0[.]0560 = [^\n]+\n0[.]1320 = [^\n]+\n"
+                           "0[.]2500 > 5A [^\n]+\n0[.]2920 < 4F 4B 0D [^\n]+\n"));
+}
+
 TEST_F(ReceiveModeTest, BeginsWithWhatComesFromThenOn) {
   modeHearing({{10ms, touchPacket}, {310ms, liftPacket}});
   clock.delay(300ms);

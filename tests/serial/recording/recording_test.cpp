@@ -67,6 +67,10 @@ TEST_F(RecordingTest, LosesNothingOfAFloodToASlowReader) {
   const auto readOn = [&] {
     const Bytes part = recorded.readAll();
     EXPECT_LE(std::ssize(part), RecordedPort::mostInOneRead);
+    std::size_t timed = 0;
+    for (const ReadPart& piece : recorded.readParts())
+      timed += piece.bytes;
+    EXPECT_EQ(timed, part.size()) << "when they came is known of all";
     read.insert(read.end(), part.begin(), part.end());
     return !part.empty();
   };
@@ -177,28 +181,60 @@ TEST_F(RecordingTest, IsSoughtHoweverLongItIs) {
 TEST_F(RecordingTest, AnswersAsTheRecordedControllerDid) {
   const auto to = Direction::toController;
   const auto from = Direction::fromController;
-  KeptTransfers recording({{0s, from, {0x99}},
-                           {1s, to, bytesOf("\x01Z\r\x01GP03\r")},
-                           {1100ms, from, bytesOf("old")},
-                           {2s, to, bytesOf("\x01")},
-                           {2s, to, bytesOf("SP\r")},
-                           {2050ms, from, bytesOf("ok")},
-                           {3s, from, bytesOf("touch")},
-                           {4s, to, bytesOf("\x01GP03\r")},
-                           {4100ms, from, bytesOf("new")}});
-  auto controller = std::move(*RecordedAnswers::read(recording, "a.rec"));
+  auto read = RecordedAnswers::read(
+      std::make_unique<KeptTransfers>(std::vector<Transfer>{{0s, from, {0x99}},
+                                                            {1s, to, bytesOf("\x01Z\r\x01GP03\r")},
+                                                            {1100ms, from, bytesOf("old")},
+                                                            {2s, from, bytesOf("late")},
+                                                            {2s, to, bytesOf("\x01")},
+                                                            {2s, to, bytesOf("SP\r")},
+                                                            {2050ms, from, bytesOf("ok")},
+                                                            {3s, from, bytesOf("touch")},
+                                                            {4s, to, bytesOf("\x01GP03\r")},
+                                                            {4100ms, from, bytesOf("new")}}),
+      "a.rec");
+  ASSERT_EQ(whyNot(read), "");
+  RecordedAnswers& controller = **read;
+  ReplayPort answering(std::move(*read), clock);
+  answering.open();
+  const auto hear = [&](const std::string& command) {
+    if (const auto place = controller.take(bytesOf(command))) answering.seek(*place);
+  };
   const std::tuple<std::string, std::chrono::milliseconds, std::string> cases[] = {
-      {"\x01Z\r", 10s, ""},       {"\x01NO\r", 10s, ""},        {"\x01GP03\r", 99ms, ""},
-      {"", 1ms, "old"},           {"\x01SP\r", 60ms, "ok"},     {"\x01GP03\r", 10s, "new"},
-      {"\x01GP03\r", 10s, "old"}, {"\x01SP\r", 10s, "oktouch"},
+      {"\x01Z\r", 10s, ""},           {"\x01NO\r", 10s, ""},
+      {"\x01GP03\r", 99ms, ""},       {"", 1ms, "old"},
+      {"\x01SP\r", 60ms, "ok"},       {"\x01GP03\r", 10s, "new"},
+      {"\x01GP03\r", 10s, "oldlate"}, {"\x01SP\r", 10s, "oktouch"},
   };
   for (const auto& [command, wait, answer] : cases) {
-    controller.take(bytesOf(command), clock.now());
+    hear(command);
     clock.delay(wait);
-    EXPECT_EQ(controller.due(clock.now()), bytesOf(answer)) << command;
+    EXPECT_EQ(answering.readAll(), bytesOf(answer)) << command;
   }
-  KeptTransfers silent({{0s, from, {0x99}}});
-  EXPECT_EQ(whyNot(RecordedAnswers::read(silent, "a.rec")),
+  // The place, what is heard then, what is said, and where the next command is waited for.
+  const std::tuple<std::chrono::milliseconds, std::string, std::string, std::chrono::milliseconds>
+      places[] = {{2500ms, "", "touch", 4000ms},
+                  {2500ms, "\x01GP03\r", "new", 4100ms},
+                  {500ms, "", "", 1000ms},
+                  {500ms, "\x01GP03\r", "oldlate", 2000ms},
+                  {4s, "", "new", 4100ms}};
+  for (const auto& [place, command, answer, end] : places) {
+    answering.seek(place);
+    hear(command);
+    clock.delay(10s);
+    EXPECT_EQ(answering.readAll(), bytesOf(answer)) << place.count() << command;
+    EXPECT_EQ(controller.endOfAnswer(), end) << place.count() << command;
+  }
+  answering.pause(true);
+  hear("\x01SP\r");
+  for (const auto* const answer : {"ok", "touch", ""}) {
+    clock.delay(10s);
+    EXPECT_EQ(answering.readAll(), Bytes()) << answer;
+    answering.step();
+    EXPECT_EQ(answering.readAll(), bytesOf(answer));
+  }
+  auto silent = std::make_unique<KeptTransfers>(std::vector<Transfer>{{0s, from, {0x99}}});
+  EXPECT_EQ(whyNot(RecordedAnswers::read(std::move(silent), "a.rec")),
             "a.rec: expected commands that were sent, found none");
 }
 

@@ -28,7 +28,8 @@ class Scripts : public Desk {
                        .onSent = nullptr,
                        .onReceived = nullptr,
                        .isStopped = [this] { return stopAt > 0 && line >= stopAt; },
-                       .isPaused = nullptr});
+                       .isPaused = nullptr},
+                      {}, family);
     const auto done = running.run();
     return done ? "passed" : done.error().describe();
   }
@@ -43,6 +44,7 @@ class Scripts : public Desk {
   FakePort port{journal};
   Lines notes;
   int line = 0;
+  ReportFamily family = ReportFamily::tablet;
   int stopAt = 0;  ///< the line at which the user stops it; 0: never
 };
 
@@ -95,6 +97,20 @@ TEST_F(Scripts, SendAndExpect) {
   EXPECT_EQ(sent(), Lines{"55 01 22 23 0D"});
 }
 
+TEST_F(Scripts, BeginWithTheFamilyOfTheChosenSet) {
+  family = ReportFamily::e02;
+  const std::tuple<const char*, const char*, bool> cases[] = {
+      {"", "55 54 81 10 20 30 01 00 00 00", true},
+      {"", "D8 10 20 30 01", false},
+      {"reports quorvane\n", "D8 10 20 30 01", true},
+  };
+  for (const auto& [first, answer, isFound] : cases) {
+    port.answers = {parseBytes(answer).value()};
+    const std::string ending = run(std::string(first) + "send 00\nexpect report within 4 ms");
+    EXPECT_EQ(ending == "passed", isFound) << first << answer << ": " << ending;
+  }
+}
+
 TEST_F(Scripts, NoticeWhatComesInASilence) {
   clock.after(std::chrono::milliseconds(5), [this] { port.received = {0x41}; });
   EXPECT_EQ(run("expect nothing for 10 ms"), "line 2: expected nothing for 10 ms, received 41");
@@ -127,13 +143,33 @@ TEST_F(Scripts, SendNothingOnceTheyAreStoppedOrThePortIsGone) {
 }
 
 TEST_F(Scripts, TellWhichStepChangesTheController) {
-  for (const char* const change :
-       {"send 01 \"RD\\r\"", "command iR", "command SP201A2B", "on 01 send 01 \"RF\" 0D"}) {
-    const auto parsed = parseScript(heading + "command GP20\n" + change, "s").value();
-    ASSERT_NE(parsed.firstChange(), nullptr) << change;
-    EXPECT_EQ(parsed.firstChange()->line, 3) << change;
+  const std::pair<std::string, int> cases[] = {
+      // lines behind the heading, the line to ask about; 0: none
+      {"command OI\nsend 01 \"RD\\r\"", 3},
+      {"command iR", 2},
+      {"command SP201A2B", 2},
+      {"send \"UR2345678S\"", 2},
+      {"command GP20\non 01 send 01 \"RF\" 0D", 3},
+      // Put together from several steps.
+      {"send 01 \"S\"\nwait 1 s\nsend \"P201234\" 0D", 4},
+      {"send 01\nsend \"i\"\nsend \"W\"\nrepeat NN 20 to 21\nsend \"{NN}\"\nend\nsend 0D", 8},
+      {"send 01\nrepeat 3\nsend \"R\" 0D 01\nend", 4},
+      {"repeat 2\nsend \"D\" 0D\nsend 01 \"R\"\nend", 3},
+      {"repeat 2\nrepeat 1\nsend \"F\" 0D\nend\nsend 01\nrepeat 1\nsend \"i\"\nend\nend", 4},
+      {"on 05 send \"R\" 0D\nsend 01\nexpect 06", 2},
+      {"on 05 send \"R\"\non 06 send 01\non 07 send 0D\nexpect 08", 4},
+      {"send \"UR\"\nsend \"2345678S\"", 3},
+      // What begins a frame anew, or follows its end, is no part of it.
+      {"send 01 \"R\" 01 \"OI\" 0D \"R\" 0D", 0},
+      {"send 01 \"OI\"\nsend \"R\" 0D\ncommand SE3\nsend 01 \"Uu23456\\rS\"", 0},
+      {"on 05 send 06\nrepeat NN 00 to 3F\ncommand GP{NN}\nsend \"Ui2345678S\"\nend", 0},
+  };
+  for (const auto& [lines, expected] : cases) {
+    const auto parsed = parseScript(heading + lines, "s");
+    ASSERT_EQ(whyNot(parsed), "") << lines;
+    const ScriptStep* const change = parsed->firstChange();
+    EXPECT_EQ(change == nullptr ? 0 : change->line, expected) << lines;
   }
-  EXPECT_EQ(parseScript(heading + "command OI", "s")->firstChange(), nullptr);
 }
 
 }  // namespace

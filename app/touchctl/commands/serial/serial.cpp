@@ -36,10 +36,10 @@ using namespace std::chrono_literals;
 using nlohmann::ordered_json;
 
 /// Prints what comes in on `line`, each at its `time`, until the time is over, `ended` says true,
-/// the device has gone, or nobody reads on.
-ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
-                        const std::optional<double>& seconds, const std::function<bool()>& ended,
-                        const std::function<std::chrono::microseconds()>& time) {
+/// or nobody reads on.
+void printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
+                  const std::optional<double>& seconds, const std::function<bool()>& ended,
+                  const std::function<std::chrono::microseconds()>& time) {
   auto last = clock.now();
   listen(clock, seconds, [&] {
     const auto now = clock.now();
@@ -50,20 +50,32 @@ ExitStatus printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
     } else if (now - last > idleAfter) {
       printer.idle();
     }
-    return line.isOpen() && !ended() && !outputIsLost();
+    return !ended() && !outputIsLost();
   });
   printer.idle();
-  return line.isOpen() ? ExitStatus::done : ExitStatus::failed;
+}
+
+/// What ends the waiting for a port that has gone: none where a time was set.
+std::optional<std::string> keyThatEnds(const SerialWork& work) {
+  return work.serial.seconds ? std::nullopt : std::optional<std::string>("Ctrl+C");
 }
 
 ExitStatus monitor(const SerialWork& work) {
   ReportPrinter printer(work.serial.set, work.shell.workFolder, work.shell.json);
   Clock& clock = work.access.clock;
-  return printReports(
-      clock, work.line, printer, work.serial.seconds, [&work] { return work.port.tellLoss(); },
+  // Whoever reads a pipe waits for its end.
+  PortWatch watch(work, isTerminalOutput() ? keyThatEnds(work) : std::nullopt);
+  bool gone = false;
+  printReports(
+      clock, work.line, printer, work.serial.seconds,
+      [&watch, &gone] {
+        gone = !watch.goesOn();
+        return gone;
+      },
       [&clock, start = clock.now()] {
         return std::chrono::duration_cast<std::chrono::microseconds>(clock.now() - start);
       });
+  return gone ? ExitStatus::failed : ExitStatus::done;
 }
 
 /// Passes on the bytes as they are.
@@ -115,10 +127,10 @@ ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& fil
     printer.idle();
     printer.sent(port.position(), bytes);
   };
-  const auto status = printReports(
+  printReports(
       clock, port, printer, std::nullopt, [&port] { return port.isFinished(); },
       [&port] { return port.position(); });
-  return status == ExitStatus::done ? endOf(port.error()) : status;
+  return endOf(port.error());
 }
 
 ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& file) {
@@ -149,10 +161,11 @@ ExitStatus printTable(const ShellOptions& shell, CommandSet set, const fs::path&
 /// The recording runs already.
 ExitStatus record(const SerialWork& work) {
   const std::uint64_t before = work.line.receivedBytes();
+  PortWatch watch(work, keyThatEnds(work));
   bool lost = false;
   listen(work.access.clock, work.serial.seconds, [&] {
     work.line.readAll();
-    lost = work.port.tellLoss();
+    lost = !watch.goesOn();
     return !lost && work.line.isRecording();
   });
   // What arrived since the last look belongs to it.
@@ -247,8 +260,13 @@ std::optional<DebuggerReply> exchange(const SerialWork& work, const SendChoice& 
   return DebuggerExchange(work.access, work.prompt, work.port, log).send(choice);
 }
 
-ExitStatus send(const SerialWork& work, const std::string& word,
-                const std::optional<std::size_t>& setting) {
+/// What `send` is told behind the command.
+struct SendDetails {
+  std::optional<std::size_t> setting;
+  std::string digit;
+};
+
+ExitStatus send(const SerialWork& work, const std::string& word, const SendDetails& details) {
   const std::string entry = entryOf(work.serial.set, word);
   std::string known;
   for (const std::string_view other : cm1set(work.serial.set))
@@ -261,9 +279,19 @@ ExitStatus send(const SerialWork& work, const std::string& word,
     complain("use 'serial read-word', 'serial write-word' or 'serial to-8n1' for this");
     return ExitStatus::wrongUse;
   }
+  if (needsDigit(word) && details.digit.empty()) {
+    complain(fmt::format(R"("{0}" needs a digit from 0 to {1} behind it: serial send {0} {1})",
+                         word, greatestDigit));
+    return ExitStatus::wrongUse;
+  }
+  if (!needsDigit(word) && !details.digit.empty()) {
+    complain('"' + word + "\" takes no digit");
+    return ExitStatus::wrongUse;
+  }
   if (resetsController(word) && !work.prompt.confirm("Send " + entry + '?'))
     return ExitStatus::failed;
-  const auto reply = exchange(work, {.entry = entry, .setting = setting});
+  const auto reply =
+      exchange(work, {.entry = entry, .setting = details.setting, .digit = details.digit});
   if (!reply) return ExitStatus::failed;
   if (work.shell.json) {
     const ordered_json object = {
@@ -468,6 +496,8 @@ void declareMonitor(const CommandLine& line, CLI::App& command) {
 void addListeningCommands(const Serial& serial) {
   serial.add("monitor", "Print what the controller sends, decoded",
              [line = serial.line](CLI::App& command) { declareMonitor(line, command); });
+  serial.add("listen", "The same as 'serial monitor'",
+             [line = serial.line](CLI::App& command) { declareMonitor(line, command); });
   serial.add("terminal", "Talk to a controller key by key",
              [line = serial.line](CLI::App& command) { declareTerminal(line, command); });
   serial.addListening("rate", "Measure the report rate of one stroke", rate);
@@ -495,14 +525,18 @@ void declareSend(const CommandLine& line, CLI::App& command) {
   const auto* const word =
       command.add_option("COMMAND", "As the set's list has it before the \"=\", e.g. iO")
           ->required();
+  const auto* const digit =
+      command.add_option("DIGIT", "0 to 4, for a command that needs one: SE or iE")
+          ->check(CLI::Range(0, greatestDigit));
   const auto* const setting =
       command.add_option("--setting", "The item of an E02 entry's setting list, from 0")
           ->check(CLI::IsMember({0, 1}));
   onSerialPort(line, command, std::make_shared<SerialOptions>(),
-               [word, setting](const SerialWork& work) {
-                 const auto item = setting->count() > 0 ? std::optional(setting->as<std::size_t>())
-                                                        : std::optional<std::size_t>();
-                 return send(work, word->as<std::string>(), item);
+               [word, digit, setting](const SerialWork& work) {
+                 SendDetails details;
+                 if (setting->count() > 0) details.setting = setting->as<std::size_t>();
+                 if (digit->count() > 0) details.digit = std::to_string(digit->as<int>());
+                 return send(work, word->as<std::string>(), details);
                });
 }
 

@@ -47,7 +47,7 @@ ExitStatus run(const SerialWork& work, const Script& script) {
                      .onReceived = nullptr,
                      .isStopped = interrupted,
                      .isPaused = nullptr},
-                    addedFormats(work.shell.workFolder));
+                    addedFormats(work.shell.workFolder), familyOf(work.serial.set));
   const auto done = running.run();
   work.port.tellLoss();
   const std::chrono::duration<double> time = work.access.clock.now() - begin;

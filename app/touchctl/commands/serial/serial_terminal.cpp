@@ -137,6 +137,7 @@ ExitStatus converse(const SerialWork& work, View view) {
   complain("COM" + std::to_string(work.port.selected()) +
            " is open. Each key is sent as you press it: Enter is 0D, Ctrl+A is 01. Ctrl+] ends.");
   Display display(work, view);
+  PortWatch watch(work, "Ctrl+]");
   std::string reason = "ended from outside";
   bool failed = false;
   listen(work.access.clock, std::nullopt, [&] {
@@ -157,7 +158,7 @@ ExitStatus converse(const SerialWork& work, View view) {
       complain("the line takes no bytes; the key was not sent");
     }
     if (end != std::string::npos) reason = "ended by Ctrl+]";
-    failed = work.port.tellLoss() || outputIsLost();
+    failed = !watch.goesOn() || outputIsLost();
     return end == std::string::npos && !failed;
   });
   display.end();

@@ -195,6 +195,22 @@ std::vector<ReportFormat> addedFormats(const std::filesystem::path& workFolder) 
   return std::move(read.formats);
 }
 
+bool PortWatch::goesOn() {
+  constexpr auto pause = 500ms;
+  const std::string name = "COM" + std::to_string(port_.selected());
+  const auto now = clock_.now();
+  if (port_.tellLoss()) {
+    if (!endKey_) return false;
+    complain("waiting for " + name + ", which is opened as soon as it is there; " + *endKey_ +
+             " ends");
+    tried_ = now;
+  } else if (port_.isAwaited() && now - tried_ >= pause) {
+    tried_ = now;
+    if (port_.takeUpAgain()) complain(name + " is there again");
+  }
+  return true;
+}
+
 void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step) {
   constexpr auto pause = 10ms;
   const auto start = clock.now();

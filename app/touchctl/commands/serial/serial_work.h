@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <functional>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "app/touchctl/command_line.h"
@@ -51,6 +53,24 @@ void addSet(CLI::App& command, const std::shared_ptr<SerialOptions>& serial);
 
 /// The report formats that "zevrik.fmt" adds; what is wrong with the file is printed.
 std::vector<ReportFormat> addedFormats(const std::filesystem::path& workFolder);
+
+/// Looks after a port that may go while a command listens, and takes it up again.
+class PortWatch {
+ public:
+  /// `endKey` is what ends the waiting; where there is none the command does not wait.
+  PortWatch(const SerialWork& work, std::optional<std::string> endKey)
+      : clock_(work.access.clock), port_(work.port), endKey_(std::move(endKey)) {}
+
+  /// To be asked after each reading. False when the port has gone and is not waited for, which was
+  /// said.
+  bool goesOn();
+
+ private:
+  const Clock& clock_;
+  DebuggerPort& port_;
+  std::optional<std::string> endKey_;
+  Clock::TimePoint tried_{};
+};
 
 /// Runs `step` every 10 ms until it says false, the time is over, or the user presses Ctrl+C.
 void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step);
