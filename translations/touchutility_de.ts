@@ -4455,6 +4455,10 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>Time of day</source>
         <translation>Uhrzeit</translation>
     </message>
+    <message>
+        <source>Byte %1 of %2: decimal %3.</source>
+        <translation>Byte %1 von %2: dezimal %3.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmControllerPage</name>

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "serial/commands/h2d.h"
+#include "serial/receiving/packet_field.h"
 #include "support/text/language.h"
 
 namespace touch {
@@ -30,25 +31,6 @@ float distance(TwipsPoint one, TwipsPoint other) {
 
 int pixel(float twips, float end) {
   return static_cast<int>(std::clamp(twips, 0.0F, end - twipsPerPixel) / twipsPerPixel);
-}
-
-std::string partText(ReportDecoder::Part part) {
-  using Part = ReportDecoder::Part;
-  switch (part) {
-    case Part::state:
-      return say("rawdrawing", "Byte %1 of %2: touched or lifted.");
-    case Part::xLow:
-      return say("rawdrawing", "Byte %1 of %2: X, low bits.");
-    case Part::xHigh:
-      return say("rawdrawing", "Byte %1 of %2: X, high bits.");
-    case Part::yLow:
-      return say("rawdrawing", "Byte %1 of %2: Y, low bits.");
-    case Part::yHigh:
-      return say("rawdrawing", "Byte %1 of %2: Y, high bits.");
-    case Part::other:
-      break;
-  }
-  return say("rawdrawing", "Byte %1 of %2.");
 }
 
 void include(CoordinateRange& range, float value) {
@@ -271,10 +253,7 @@ std::string RawDrawing::fieldOfTextAt(std::size_t position) const {
   const auto first = byteAt(report->offset);
   if (!first) return {};
   const auto place = static_cast<std::size_t>(*offset - report->offset);
-  const auto part = decoder_.partAt(static_cast<std::uint8_t>(*first), place);
-  const std::string number = std::to_string(place + 1);
-  const std::string length = std::to_string(report->length);
-  return filled(partText(part), {number, length}) + ' ' +
+  return fieldText(decoder_, static_cast<std::uint8_t>(*first), place, report->length) + ' ' +
          filled(report->touching ? say("rawdrawing", "Touched, X %1, Y %2.")
                                  : say("rawdrawing", "Lifted, X %1, Y %2."),
                 {std::to_string(report->x), std::to_string(report->y)});

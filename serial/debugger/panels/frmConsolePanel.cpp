@@ -13,7 +13,9 @@
 #include <QTextBlock>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
+#include "serial/receiving/packet_field.h"
 #include "support/files/whole_file.h"
 #include "ui/controls/finger_style.h"
 #include "ui/style/colours.h"
@@ -61,10 +63,11 @@ QTextCharFormat formatOf(ConsoleLineKind kind, const QPalette& palette) {
 }  // namespace
 
 frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& workFolder,
-                                 QWidget* parent)
+                                 std::function<ReportDecoder()> makeDecoder, QWidget* parent)
     : QWidget(parent),
       log_(log),
       workFolder_(workFolder),
+      makeDecoder_(std::move(makeDecoder)),
       text_(new QPlainTextEdit),
       kinds_(new QComboBox),
       times_(new QComboBox),
@@ -87,6 +90,8 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
       resized(QFontDatabase::systemFont(QFontDatabase::FixedFont), isSmallScreen() ? 0.8 : 1));
   text_->setMinimumHeight((isSmallScreen() ? 1 : 2) * fingerSize());
   text_->viewport()->installEventFilter(this);
+  text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  connect(text_, &QPlainTextEdit::cursorPositionChanged, this, &frmConsolePanel::markByte);
 
   pause_->setObjectName("checkPauseView");
   pause_->setToolTip(tr("Recording goes on meanwhile"));
@@ -210,6 +215,37 @@ void frmConsolePanel::append(QTextCursor& cursor, const ConsoleLine& line) {
   // A note of several lines stays one block: blocks are counted as lines.
   cursor.insertText(shownText(writer_.next(line)).replace('\n', QChar::LineSeparator),
                     formatOf(line.kind, palette()));
+}
+
+void frmConsolePanel::markByte() {
+  if (!text_->extraSelections().isEmpty()) text_->setExtraSelections({});
+  const QTextCursor at = text_->textCursor();
+  const auto number = static_cast<std::size_t>(at.blockNumber());
+  if (number >= view_.lines().size() || view_.lines()[number].bytes.empty()) return;
+  const ConsoleLine& line = view_.lines()[number];
+  const QString digits = QString::fromStdString(hexText(line.bytes));
+  const qsizetype begin = at.block().text().lastIndexOf(digits);
+  const qsizetype column = at.positionInBlock() - begin;
+  if (begin < 0 || column < 0 || column >= digits.size()) return;
+  constexpr int width = 3;  // two digits and a blank
+  const qsizetype place = column / width;
+  QTextEdit::ExtraSelection byte;
+  byte.cursor = QTextCursor(at.block());
+  byte.cursor.setPosition(at.block().position() + static_cast<int>(begin + place * width));
+  byte.cursor.movePosition(QTextCursor::Right, QTextCursor::KeepAnchor, width - 1);
+  byte.format.setForeground(palette().highlightedText());
+  byte.format.setBackground(palette().highlight());
+  text_->setExtraSelections({byte});
+  if (line.kind == ConsoleLineKind::report) {
+    const std::string field = fieldText(makeDecoder_(), line.bytes.front(),
+                                        static_cast<std::size_t>(place), line.bytes.size());
+    emit statusChanged(shownText(field + ' ' + line.text));
+  } else {
+    emit statusChanged(tr("Byte %1 of %2: decimal %3.")
+                           .arg(place + 1)
+                           .arg(line.bytes.size())
+                           .arg(line.bytes[static_cast<std::size_t>(place)]));
+  }
 }
 
 void frmConsolePanel::copy() {

@@ -2,7 +2,9 @@
 
 #include <QWidget>
 #include <filesystem>
+#include <functional>
 
+#include "reports/report_decoder.h"
 #include "serial/debugger/console_log.h"
 #include "serial/debugger/console_view.h"
 
@@ -20,8 +22,9 @@ class frmConsolePanel final : public QWidget {
   Q_OBJECT
 
  public:
+  /// `makeDecoder` knows the packets of the chosen command set.
   frmConsolePanel(ConsoleLog& log, const std::filesystem::path& workFolder,
-                  QWidget* parent = nullptr);
+                  std::function<ReportDecoder()> makeDecoder, QWidget* parent = nullptr);
 
   /// The controls for what is shown and kept, which stand where there is room for them.
   QWidget* filterBar() { return filterBar_; }
@@ -53,9 +56,12 @@ class frmConsolePanel final : public QWidget {
   void showLast(std::size_t count);
   bool isAtEnd() const;
   void append(QTextCursor& cursor, const ConsoleLine& line);
+  /// Marks the byte at the cursor, and says what it holds.
+  void markByte();
 
   ConsoleLog& log_;
   std::filesystem::path workFolder_;
+  std::function<ReportDecoder()> makeDecoder_;
   QPlainTextEdit* text_;  // Text1
   QComboBox* kinds_;
   QComboBox* times_;

@@ -171,6 +171,18 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01, 0x41});
   live(700ms);
   EXPECT_THAT(console(), HasSubstr("= touch X  4112 Y   176"));
+  const std::pair<const char*, const char*> bytes[] = {
+      {" 20 30", "Byte 3 of 5: X, high bits. touch X  4112"},
+      {"< 41 ", "Byte 1 of 1: decimal 65."}};
+  for (const auto& [found, said] : bytes) {
+    QTextCursor digits = consoleBox().document()->find(found);
+    digits.setPosition(digits.selectionStart() + (*found == '<' ? 2 : 1));
+    consoleBox().setTextCursor(digits);
+    EXPECT_THAT(text("statusLine"), StartsWith(said));
+    ASSERT_EQ(consoleBox().extraSelections().size(), 1);
+    EXPECT_TRUE(
+        QString(found).contains(consoleBox().extraSelections()[0].cursor.selectedText() + ' '));
+  }
   QTest::mouseDClick(consoleBox().viewport(), Qt::LeftButton);
   EXPECT_TRUE(find<QPushButton>("Command4")->isChecked());
 
