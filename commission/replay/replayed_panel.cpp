@@ -220,7 +220,7 @@ PointMm driftOfRests(const Measurement& measurement) {
 
 /// In mm a second. The lines tell a drift that is too slow for a rest.
 PointMm driftOf(const Measurement& measurement) {
-  const PointMm drift = driftOfRests(measurement);
+  PointMm drift = driftOfRests(measurement);
   if (drift.norm() > 0) return drift;
   return driftOfLines(measurement, analyse(measurement).lines).value_or(PointMm::Zero());
 }

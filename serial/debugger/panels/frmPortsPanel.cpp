@@ -3,7 +3,9 @@
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "ui/controls/finger_style.h"
@@ -24,6 +26,18 @@ QString textOf(const PortFacts& facts) {
          (hindrance.empty() ? frmPortsPanel::tr("free") : shownText(hindrance));
 }
 
+/// Rows that a finger hits, with room around their lines.
+class PortRows final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    constexpr int room = 12;
+    const QSize lines = QStyledItemDelegate::sizeHint(option, index);
+    return {lines.width(), std::max(lines.height() + room, fingerSize())};
+  }
+};
+
 }  // namespace
 
 frmPortsPanel::frmPortsPanel(QWidget* parent)
@@ -34,6 +48,7 @@ frmPortsPanel::frmPortsPanel(QWidget* parent)
   list_->setObjectName("listPorts");
   list_->setAccessibleName(tr("Serial ports of this machine"));
   list_->setWordWrap(true);
+  list_->setItemDelegate(new PortRows(list_));
   list_->setTabKeyNavigation(false);
   list_->setMinimumHeight(2 * fingerSize());
   use_->setObjectName("cmdUsePort");
