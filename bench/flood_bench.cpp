@@ -16,6 +16,7 @@
 #include "bench/tools/resident_bytes.h"
 #include "bench/tools/rounds.h"
 #include "bench/tools/scratch_folder.h"
+#include "bench/tools/x_server.h"
 #include "core/driver/nexapi.h"
 #include "serial/debugger/frmRSDebug.h"
 #include "serial/port/asio_serial_port.h"
@@ -175,7 +176,6 @@ void readByCat(benchmark::State& state) {
 }
 
 constexpr const char* cuteCom = "/usr/bin/cutecom";
-constexpr const char* server = "/usr/bin/Xvfb";
 constexpr const char* keys = "/usr/bin/xdotool";
 
 /// CuteCom shows what comes in hexadecimal, in a window under an X server of its own.
@@ -187,8 +187,8 @@ void readByCuteCom(benchmark::State& state) {
       << "[sessions]\n1\\BaudRate=115200\n1\\DataBits=8\n1\\Device=" << line.device()
       << "\n1\\FlowControl=0\n1\\OpenMode=3\n1\\Parity=0\n1\\StopBits=1\n"
          "1\\name=Default\nsize=1\n";
-  const ChildProgram screen({server, "-displayfd", "1", "-screen", "0", "1024x768x24"});
-  const std::string display = "DISPLAY=:" + screen.readLine();
+  const XServer screen;
+  const std::string& display = screen.display();
   const ChildProgram program(
       {cuteCom}, {display, "HOME=" + home.path().string(), "QT_QPA_PLATFORM=xcb",
                   "XDG_CONFIG_HOME=" + home.path().string(), "LD_PRELOAD=" MODEM_LINES});
@@ -217,7 +217,7 @@ void registerFlood() {
   add("flood/recording", record)->Repetitions(1);
   add("flood/raw drawing", draw)->Repetitions(1);
   add("flood/cat", readByCat);
-  if (isThere(cuteCom) && isThere(server) && isThere(keys)) add("flood/CuteCom", readByCuteCom);
+  if (isThere(cuteCom) && XServer::isThere() && isThere(keys)) add("flood/CuteCom", readByCuteCom);
 }
 
 }  // namespace touch::bench

@@ -1,10 +1,12 @@
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <memory>
 
 #include "bench/subjects.h"
 #include "bench/tools/child_program.h"
 #include "bench/tools/scratch_folder.h"
+#include "bench/tools/x_server.h"
 
 namespace touch::bench {
 
@@ -16,13 +18,17 @@ double secondsSince(steady_clock::time_point begin) {
   return std::chrono::duration<double>(steady_clock::now() - begin).count();
 }
 
-void untilPainted(benchmark::State& state, const std::vector<std::string>& arguments) {
+using Environment = std::vector<std::string>;
+
+void untilPainted(benchmark::State& state, const std::vector<std::string>& arguments,
+                  Environment screen) {
+  screen.insert(screen.end(),
+                {"QT_PLUGIN_PATH=" BENCH_PLUGINS, "QT_QPA_GENERIC_PLUGINS=first_paint"});
   double processor = 0;
   std::size_t resident = 0;
   for (auto _ : state) {
     const auto begin = steady_clock::now();
-    const ChildProgram program(
-        arguments, {"QT_PLUGIN_PATH=" BENCH_PLUGINS, "QT_QPA_GENERIC_PLUGINS=first_paint"});
+    const ChildProgram program(arguments, screen);
     program.awaitOutput();
     state.SetIterationTime(secondsSince(begin));
     processor += program.processorTime().count();
@@ -43,32 +49,36 @@ void untilEnd(benchmark::State& state, const std::vector<std::string>& arguments
   state.counters["processor"] = {processor, benchmark::Counter::kAvgIterations};
 }
 
+void registerWindows(const std::string& where, const std::function<Environment()>& screen) {
+  constexpr int windows = 3;
+  const auto folder = std::make_shared<ScratchFolder>();
+  const auto add = [&](const std::string& name, std::vector<std::string> arguments) {
+    benchmark::RegisterBenchmark((name + where).c_str(),
+                                 [folder, screen, arguments](benchmark::State& state) {
+                                   untilPainted(state, arguments, screen());
+                                 })
+        ->UseManualTime()
+        ->Iterations(windows);
+  };
+  const std::string work = folder->path().string();
+  add("start/touchutility", {PROGRAMS "/touchutility", "--simulate", "--work-dir", work});
+  add("start/hosted",
+      {PROGRAMS "/touchutility", "--simulate", "--driver-hosted", "--work-dir", work});
+  add("start/empty window", {PROGRAMS "/empty_window"});
+}
+
 }  // namespace
 
 void registerStart() {
-  constexpr int windows = 3;
   constexpr int runs = 40;
-  const auto folder = std::make_shared<ScratchFolder>();
-  benchmark::RegisterBenchmark("start/touchutility",
-                               [folder](benchmark::State& state) {
-                                 untilPainted(state, {PROGRAMS "/touchutility", "--simulate",
-                                                      "--work-dir", folder->path().string()});
-                               })
-      ->UseManualTime()
-      ->Iterations(windows);
-  benchmark::RegisterBenchmark(
-      "start/hosted",
-      [folder](benchmark::State& state) {
-        untilPainted(state, {PROGRAMS "/touchutility", "--simulate", "--driver-hosted",
-                             "--work-dir", folder->path().string()});
-      })
-      ->UseManualTime()
-      ->Iterations(windows);
-  benchmark::RegisterBenchmark(
-      "start/empty window",
-      [](benchmark::State& state) { untilPainted(state, {PROGRAMS "/empty_window"}); })
-      ->UseManualTime()
-      ->Iterations(windows);
+  registerWindows(" in memory", [] { return Environment{"QT_QPA_PLATFORM=offscreen"}; });
+  if (XServer::isThere()) {
+    const auto server = std::make_shared<std::unique_ptr<XServer>>();
+    registerWindows("", [server] {
+      if (!*server) *server = std::make_unique<XServer>();
+      return Environment{"QT_QPA_PLATFORM=xcb", (*server)->display()};
+    });
+  }
   benchmark::RegisterBenchmark("version/touchctl",
                                [](benchmark::State& state) {
                                  untilEnd(state, {PROGRAMS "/touchctl", "--version"});

@@ -39,7 +39,7 @@ std::string sharingText(const PortHolders& holders);
 /// stop.
 std::string inUseText(const PortHolders& holders);
 
-/// Whether this user may read and write a device, and what would let him.
+/// Whether this user may read and write a device, and what would let them.
 struct PortPermission {
   bool granted = false;
   std::string group{};  ///< whose members may; empty when no group may

@@ -82,7 +82,7 @@ std::string defaultName(int number) {
 
 Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device) {
-  // Opening can already disturb whoever has it: what his lock file says is asked first.
+  // Opening can already disturb whoever has it: what their lock file says is asked first.
   auto lock = PortLock::take(device);
   if (!lock) return tl::unexpected(std::error_code(EBUSY, std::system_category()));
   // Asio would set the line up before anybody could say that it is somebody else's.

@@ -10,11 +10,11 @@ namespace touch {
 
 inline constexpr std::string_view defaultTitle = "TouchUtility";
 
-/// What the user says to a question. None: it was taken away unanswered, because he closed it or
+/// What the user says to a question. None: it was taken away unanswered, because they closed it or
 /// the program is to end.
 enum class Answer : std::uint8_t { no, yes, none };
 
-/// What the system says to the user and asks of him. Each call returns when he has answered, or
+/// What the system says to the user and asks of them. Each call returns when they have answered, or
 /// never will.
 class Prompt {
  public:
@@ -25,7 +25,7 @@ class Prompt {
 
   /// A box with an OK button only.
   virtual void message(std::string_view text, std::string_view title = defaultTitle) = 0;
-  /// The same for something that the user is to do first: true when he says that it is done.
+  /// The same for something that the user is to do first: true when they say that it is done.
   virtual bool await(std::string_view text, std::string_view title = defaultTitle) = 0;
   /// OK or Cancel: true for OK alone.
   virtual bool proceed(std::string_view text, std::string_view title = defaultTitle) = 0;

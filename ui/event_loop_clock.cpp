@@ -9,7 +9,7 @@ namespace touch {
 
 namespace {
 
-/// Keeps what the user begins from all windows but one. What he has begun before comes to its end.
+/// Keeps what the user begins from all windows but one. What was begun before comes to its end.
 class InputFilter final : public QObject {
  public:
   explicit InputFilter(QWidget* throughTo) : throughTo_(throughTo) {

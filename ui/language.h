@@ -4,8 +4,8 @@
 
 namespace touch {
 
-/// The language of this system's user, of those that are `available`; the first of them when he has
-/// none of them.
+/// The language of this system's user, of those that are `available`; the first of them when they
+/// have none of them.
 QString systemLanguage(const QStringList& available);
 
 /// From now on windows and logic speak `language`, e.g. "de"; English is what they are written in.

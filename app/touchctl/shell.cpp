@@ -21,7 +21,7 @@ void complain(const std::string& text) {
 
 namespace {
 
-/// What the user types; nothing when he ends the input or the program instead, also in the middle
+/// What the user types; nothing when they end the input or the program instead, also in the middle
 /// of a line.
 std::optional<std::string> answeredLine() {
   std::string answer;

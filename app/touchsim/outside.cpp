@@ -119,10 +119,10 @@ std::optional<ReplayRequest> parseReplayRequest(std::string_view line) {
   return request;
 }
 
-/// One who has connected, until he has been answered.
+/// Whoever has connected, until they have been answered.
 class OutsideFinger::Caller : public std::enable_shared_from_this<Caller> {
  public:
-  /// `answer` is what he is told.
+  /// `answer` is what they are told.
   Caller(Socket::socket socket, std::function<std::string(std::string_view)> answer)
       : socket_(std::move(socket)), answer_(std::move(answer)) {}
 

@@ -342,7 +342,8 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
   app.add_option_function<std::string>(
          "--simulate-from",
          [&options](const std::string& path) { options.source = touch::absolutePathNamed(path); },
-         "Be the controller of this commissioning, with its panel: the folder of the run")
+         "Be the controller of this commissioning, with its panel: the folder of the run, or its "
+         "bundle")
       ->type_name("SOURCE")
       ->excludes(controller);
   const auto speeds = PtyLine::speeds();

@@ -8,6 +8,7 @@
 #include "core/discovery/identity.h"
 #include "core/driver/driver_settings.h"
 #include "support/text/language.h"
+#include "support/text/personal_names.h"
 #include "support/text/text_encoding.h"
 
 namespace touch::commission {
@@ -45,7 +46,9 @@ std::vector<std::string> wordsOfController(const Access& access) {
 }  // namespace
 
 std::string driverName(const Patient& patient) {
-  return patient.simulated ? say("commission", "simulated") : utf8Of(patient.driverPath);
+  // It stands on the sheet, which is handed over.
+  return patient.simulated ? say("commission", "simulated")
+                           : withoutPersonalNames(utf8Of(patient.driverPath), personalNames());
 }
 
 Found prerequisitesOf(const Diagnosis& diagnosis, const std::optional<DriverSettings>& reported) {
@@ -55,9 +58,9 @@ Found prerequisitesOf(const Diagnosis& diagnosis, const std::optional<DriverSett
   for (const Finding& finding : diagnosis.findings) {
     if (finding.state == FindingState::ok) continue;
     if (finding.state == FindingState::problem) found.good = false;
-    found.texts.push_back(finding.nextStep.empty()
-                              ? finding.what
-                              : filled("%1 %2", {finding.what, finding.nextStep}));
+    const std::string text =
+        finding.nextStep.empty() ? finding.what : filled("%1 %2", {finding.what, finding.nextStep});
+    found.texts.push_back(withoutPersonalNames(text, personalNames()));
   }
   if (found.texts.empty()) found.texts = {say("commission", "Nothing is in the way.")};
   return found;

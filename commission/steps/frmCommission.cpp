@@ -250,9 +250,10 @@ QWidget* frmCommission::makeButtons() {
     const char* name;
     void (frmCommission::*pressed)();
   } all[] = {{set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
+             // Not all steps have it: before "Start", which so stays in its place.
+             {skip_, "cmdSkipStep", &frmCommission::skipStep},
              {do_, "cmdDoStep", &frmCommission::carryOut},
              {next_, "cmdNextStep", &frmCommission::goOn},
-             {skip_, "cmdSkipStep", &frmCommission::skipStep},
              {leave, "cmdLeaveCommission", &frmCommission::askToLeave}};
   for (const auto& [button, name, pressed] : all) {
     button->setObjectName(name);
@@ -352,11 +353,14 @@ void frmCommission::showStep() {
   if (record.state == StepState::skipped) lines << tr("Skipped: %1").arg(shownText(record.reason));
   for (const std::string& text : record.found.texts)
     lines << shownText(text);
-  if (id == StepId::sheet && record.state == StepState::done)
+  if (id == StepId::sheet && record.state == StepState::done) {
+    for (const std::string& text : run[StepId::verdict].found.texts)
+      lines << shownText(text);
     lines << tr("The sheet is in the folder %1: sheet.pdf, sheet.html, sheet.json.")
                  .arg(shownText(utf8Of(guided_->folder().path())))
           << tr("All of it in one file, to hand over and to keep: %1")
                  .arg(shownText(utf8Of(bundleOf(guided_->folder()))));
+  }
   found_->setText(lines.join("\n\n"));
   before_->clear();
   panelForm_->setVisible(id == StepId::panel);
@@ -576,10 +580,11 @@ void frmCommission::endStep(const std::function<Status()>& step) {
   const StepId ended = chosen();
   const StepRecord& record = guided_->run()[ended];
   choose(stepAfter(guided_->run(), ended));
-  if (chosen() == ended || record.found.texts.empty()) return;
   QStringList found;
+  if (record.state == StepState::skipped) found << tr("Skipped: %1").arg(shownText(record.reason));
   for (const std::string& text : record.found.texts)
     found << shownText(text);
+  if (chosen() == ended || found.isEmpty()) return;
   before_->setText(
       tr("%1: %2").arg(spokenText("commission", stepOf(ended).caption), found.join('\n')));
 }

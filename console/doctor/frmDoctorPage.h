@@ -14,7 +14,7 @@ class FindingsList;
 class Prompt;
 class Trace;
 
-/// The page "Doctor": what stands between the user and his controller, why it matters, and what to
+/// The page "Doctor": what stands between the user and the controller, why it matters, and what to
 /// do.
 class frmDoctorPage final : public QWidget {
   Q_OBJECT

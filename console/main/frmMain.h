@@ -47,7 +47,7 @@ class frmMain final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  /// When the user sees the window: makes the pages that he does not see yet, and only now hears
+  /// When the user sees the window: makes the pages that are not seen yet, and only now hears
   /// keys and waits.
   void begin();
   /// Those behind the first, into the places that their tabs have.

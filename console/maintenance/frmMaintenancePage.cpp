@@ -83,8 +83,8 @@ void frmMaintenancePage::draw(Part part) {
   } else if (part == Part::parameters) {
     undo_->setEnabled(editor_.canUndo());
   } else if (part == Part::page && isAncestorOf(window()->focusWidget())) {
-    // Whoever comes finds what is harmless, not the first button, nor the last one that he pressed
-    // here.
+    // Whoever comes finds what is harmless, not the first button, nor the last one that they
+    // pressed here.
     harmless()->setFocus();
   } else if (part == Part::work && !model_.work) {
     watchTrace();

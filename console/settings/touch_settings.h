@@ -91,7 +91,7 @@ std::span<const Setting> settingTable();
 /// The setting of this name, or null.
 const Setting* findSetting(std::string_view name);
 
-/// The value that a user means by `text`; else what he may say instead.
+/// The value that a user means by `text`; else what they may say instead.
 Result<int, std::string> parseSetting(const Setting& setting, std::string_view text);
 /// The name of a choice in the user's language, or the number with its unit.
 std::string settingText(const Setting& setting, int value);

@@ -30,7 +30,7 @@ using PortProgress = std::function<bool(int port)>;
 PortSearch searchComPorts(const Access& access, SerialPort& serial,
                           const PortProgress& progress = nullptr);
 
-/// What to tell the user; nothing when he broke the search off himself.
+/// What to tell the user; nothing when it was the user who broke the search off.
 std::string describe(const PortSearch& search);
 
 }  // namespace touch

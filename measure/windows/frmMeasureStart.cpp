@@ -54,13 +54,17 @@ frmMeasureStart::frmMeasureStart(Prompt& prompt, MeasureSetup& setup, std::files
   layout->addWidget(page);
 
   for (FingerSpinBox* const length : {width_, height_})
-    connect(&length->box(), &QDoubleSpinBox::valueChanged, this, [this] {
+    connect(&length->box(), &QDoubleSpinBox::valueChanged, this, [this, length] {
       // Enter says that a value has changed, too, when it has not; the boxes show tenths.
       constexpr double asShown = 0.051;
       if (std::abs(width_->value() - size_.width.value) < asShown &&
           std::abs(height_->value() - size_.height.value) < asShown)
         return;
-      size_ = {{width_->value()}, {height_->value()}, SizeSource::user};
+      entered_.insert(length);
+      // A guess that stands beside what was entered is still one.
+      const bool isGuess = size_.source == SizeSource::nominal && entered_.size() < 2;
+      size_ = {
+          {width_->value()}, {height_->value()}, isGuess ? SizeSource::nominal : SizeSource::user};
       setup_.size = size_;
       showSize();
     });

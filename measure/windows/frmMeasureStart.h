@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <filesystem>
+#include <set>
 
 #include "measure/windows/measure_setup.h"
 #include "support/prompt.h"
@@ -53,6 +54,7 @@ class frmMeasureStart final : public QWidget {
 
   FingerSpinBox* width_;
   FingerSpinBox* height_;
+  std::set<const FingerSpinBox*> entered_;  ///< those that the user has changed
   QLabel* source_;
   frmLimitsBox* limits_;
 };

@@ -80,7 +80,7 @@ FunctionEnd
 Function un.onInit
   !insertmacro ChooseScope
   ReadRegStr $0 SHCTX "${KEY}" "InstallLocation"
-  ${If} $0 != $INSTDIR ; an administrator removes what he once installed for himself alone
+  ${If} $0 != $INSTDIR ; an administrator removes what they once installed for themselves alone
     StrCpy $all no
     SetShellVarContext current
     SetRegView lastused
@@ -106,7 +106,7 @@ FunctionEnd
   ${EndIf}
 !macroend
 
-; Each user starts in his own documents, which the system finds when he does.
+; Each user starts in their own documents, which the system finds when they do.
 !macro StartInDocuments SHORTCUT
   !insertmacro ComHlpr_CreateInProcInstance ${CLSID_ShellLink} ${IID_IShellLink} r0 ""
   ${If} $0 P<> 0
@@ -136,7 +136,7 @@ Section
   SetOutPath "$INSTDIR"
   WriteUninstaller "$INSTDIR\uninstall.exe"
 
-  ; Programs start in the user's own folder: what they write is his, and stays.
+  ; Programs start in the user's own folder: what they write there is the user's, and stays.
   ${If} $all == no
     CreateDirectory "$DOCUMENTS\TouchUtility"
     SetOutPath "$DOCUMENTS\TouchUtility"

@@ -16,7 +16,7 @@ touch::Driver*& driver() {
 }  // namespace
 
 /// Whoever loads the library attaches a driver first, which every call is passed on to, and keeps
-/// it for as long as he calls. Without one it does nothing.
+/// it for as long as they call. Without one it does nothing.
 ATTACHED_EXPORT void AttachDriver(touch::Driver* attached) {
   driver() = attached;
 }

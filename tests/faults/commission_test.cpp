@@ -8,12 +8,12 @@ namespace {
 
 using namespace commission;
 
-/// Somebody who commissions a panel as far as the world lets him.
+/// Somebody who commissions a panel as far as the world lets them.
 class Installer {
  public:
   explicit Installer(FaultWorld& world) : world_(world) {}
 
-  /// False when something could not be kept, and he cannot go on.
+  /// False when something could not be kept, and they cannot go on.
   bool goOn() {
     auto guided = takeUp();
     if (!guided) return false;

@@ -83,7 +83,7 @@ struct Outcome {
   std::string told;  ///< what the user sees of it
 };
 
-/// Something that a user does from beginning to end, as often as he likes in one world.
+/// Something that a user does from beginning to end, as often as they like in one world.
 struct Scenario {
   const char* name;
   Outcome (*run)(FaultWorld&);

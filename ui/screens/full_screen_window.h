@@ -27,7 +27,7 @@ class FullScreenWindow : public QWidget {
   /// Shows the window; `started()` follows when it is the active one. A box that comes earlier
   /// would belong to the window below, and take that to the front when it goes.
   void open();
-  /// The user wants the window to go; he may be asked.
+  /// The user wants the window to go; they may be asked.
   virtual void askToLeave() { leave(); }
   /// It covers this screen from now on.
   void moveTo(const QScreen& screen);

@@ -64,8 +64,19 @@ ExitStatus verify(const std::string& named, bool asJson) {
 
 /// "0.42 of 0.60 mm"
 std::string textOf(const FleetFigure& figure) {
-  return fmt::format("{:.2f} of {}{:.2f} {}", figure.value, figure.atLeast ? "at least " : "",
-                     figure.limit, figure.unit);
+  return fmt::format("{:.2f} of {}{:.2f}{}{}", figure.value, figure.atLeast ? "at least " : "",
+                     figure.limit, figure.unit.empty() ? "" : " ", figure.unit);
+}
+
+/// "worst miss" of the name "worstMiss".
+std::string spoken(std::string_view name) {
+  std::string words;
+  for (const char letter : name) {
+    const bool isCapital = letter >= 'A' && letter <= 'Z';
+    if (isCapital) words += ' ';
+    words += isCapital ? static_cast<char>(letter - 'A' + 'a') : letter;
+  }
+  return words;
 }
 
 /// Figures in the order of how much of their limit they use.
@@ -79,16 +90,20 @@ std::vector<std::pair<std::string, FleetFigure>> worstFirst(const Visit& visit) 
 std::string worstText(const Visit& visit) {
   constexpr std::size_t shown = 2;
   std::string text;
-  const auto figures = worstFirst(visit);
-  for (std::size_t i = 0; i < std::min(shown, figures.size()); ++i)
-    text += fmt::format("{}{} {}", i == 0 ? "" : ", ", figures[i].first, textOf(figures[i].second));
+  std::size_t told = 0;
+  for (const auto& [name, figure] : worstFirst(visit)) {
+    // What there has to be, and is, is nobody's worst.
+    if (figure.atLeast && figure.used() <= 1) continue;
+    text += fmt::format("{}{} {}", told == 0 ? "" : ", ", spoken(name), textOf(figure));
+    if (++told == shown) break;
+  }
   return text;
 }
 
 std::string driftText(const FleetPanel& panel) {
   std::string text;
   for (const Drift& drift : panel.drifts)
-    text += fmt::format("{}{} {:.2f} to {:.2f} {}", text.empty() ? "" : ", ", drift.figure,
+    text += fmt::format("{}{} {:.2f} to {:.2f} {}", text.empty() ? "" : ", ", spoken(drift.figure),
                         drift.first.value, drift.last.value, drift.last.unit);
   return text;
 }

@@ -197,7 +197,7 @@ TEST_P(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
     const bool comesBack = debugger.isAwaitingPort();
     plugIn();
     clock.delay(200ms);
-    // Whoever has searched, or opened in vain, opens it himself.
+    // Whoever has searched, or opened in vain, opens it again themselves.
     if (!comesBack) {
       EXPECT_EQ(whyNot(debugger.takePort()), "");
     }

@@ -23,7 +23,7 @@ using Bytes = std::span<const std::uint8_t>;
 
 constexpr char endKey = 0x1D;  // Ctrl+]
 constexpr std::uint8_t lineEnd = '\r';
-// Nobody types a command of his own faster than that, and a pasted one comes at once.
+// Nobody types their own command faster than that, and a pasted one comes at once.
 constexpr auto typingPause = 1s;
 
 enum class View { reports, hex, text };
