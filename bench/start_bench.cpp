@@ -52,7 +52,7 @@ void untilEnd(benchmark::State& state, const std::vector<std::string>& arguments
 void registerWindows(const std::string& where, const std::function<Environment()>& screen) {
   constexpr int windows = 3;
   const auto folder = std::make_shared<ScratchFolder>();
-  const auto add = [&](const std::string& name, std::vector<std::string> arguments) {
+  const auto add = [&](const std::string& name, const std::vector<std::string>& arguments) {
     benchmark::RegisterBenchmark((name + where).c_str(),
                                  [folder, screen, arguments](benchmark::State& state) {
                                    untilPainted(state, arguments, screen());

@@ -3,13 +3,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QOperatingSystemVersion>
 #include <QScreen>
-#include <QSysInfo>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <chrono>
+#include <functional>
 #include <utility>
 
 #include "console/doctor/frmDoctorPage.h"
@@ -31,18 +30,12 @@
 #include "ui/guide/help.h"
 #include "ui/page_keys.h"
 #include "ui/style/signs.h"
+#include "ui/system_version.h"
 #include "ui/text.h"
 
 namespace touch {
 
 namespace {
-
-/// The system's major version where it is Windows.
-std::optional<int> windowsVersion() {
-  // By name: from Qt 6.8 on the type is no longer compared with QOperatingSystemVersion::Windows.
-  if (QSysInfo::kernelType() != QLatin1String("winnt")) return std::nullopt;
-  return QOperatingSystemVersion::current().majorVersion();
-}
 
 // Where no window is ever painted the work begins all the same.
 constexpr std::chrono::seconds longestUnseen{2};
@@ -89,8 +82,7 @@ frmMain::frmMain(const Access& access, Prompt& prompt, SerialPort& port, Trace& 
                            [this](QWidget* before) { giveFocusBack(before); }));
 
   auto* const layout = new QVBoxLayout(this);
-  const int margin = isSmallScreen() ? 2 : 6;
-  layout->setContentsMargins(margin, margin, margin, margin);
+  layout->setContentsMargins(QMargins(1, 1, 1, 1) * (isSmallScreen() ? 2 : 6));
   layout->setSpacing(4);
   layout->addWidget(header_);
   layout->addWidget(controls_, 1);
@@ -197,23 +189,17 @@ bool frmMain::hotKey(const QKeyEvent& key) {
     console_.refresh();
     return true;
   }
-  if (!control) return false;
-  switch (key.key()) {
-    case Qt::Key_E:
-      console_.exit();
-      return true;
-    case Qt::Key_K:
-      windows_->commission();
-      return true;
-    case Qt::Key_A:
-      windows_->debug();
-      return true;
-    case Qt::Key_B:
-      windows_->definePins();
-      return true;
-    default:
-      return false;
+  const std::pair<Qt::Key, std::function<void()>> keys[] = {
+      {Qt::Key_E, [this] { console_.exit(); }},
+      {Qt::Key_K, [this] { windows_->commission(); }},
+      {Qt::Key_A, [this] { windows_->debug(); }},
+      {Qt::Key_B, [this] { windows_->definePins(); }}};
+  for (const auto& [letter, act] : keys) {
+    if (!control || key.key() != letter) continue;
+    act();
+    return true;
   }
+  return false;
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
