@@ -2,6 +2,7 @@
 
 #include "commission/steps/controller_steps.h"
 #include "core/driver/driver_settings.h"
+#include "support/text/personal_names.h"
 #include "tests/console/parameters/parameter_controller.h"
 
 namespace touch::commission {
@@ -213,6 +214,11 @@ TEST(ReportRate, IsThatOfTheTimesBetweenRawCounts) {
   ASSERT_TRUE(rate);
   EXPECT_NEAR(rate->perSecond, 100, 1e-6);
   EXPECT_NEAR(rate->longestMs, 30, 1e-6) << "not the pause between two lines";
+}
+
+TEST(DriverName, HasNoHomeFolderOnASheet) {
+  const std::string home = personalNames().homeFolders.front();
+  EXPECT_EQ(driverName({.driverPath = home + "/lib/libnexapi.so"}), "~/lib/libnexapi.so");
 }
 
 }  // namespace
