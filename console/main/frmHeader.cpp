@@ -62,13 +62,13 @@ Pictures frmHeader::pictures() {
           [this](const std::filesystem::path& file) { return showIcon(file); }};
 }
 
-std::string frmHeader::showPicture(const std::filesystem::path& file) {
+Result<void, std::string> frmHeader::showPicture(const std::filesystem::path& file) {
   const auto read = readPicture(file);
   if (!read) {
-    return tr("The picture %1 cannot be shown: expected %2, found %3")
-        .arg(shownText(file.string()), shownText(read.error().expected),
-             shownText(read.error().found))
-        .toStdString();
+    return tl::unexpected(tr("The picture %1 cannot be shown: expected %2, found %3")
+                              .arg(shownText(file.string()), shownText(read.error().expected),
+                                   shownText(read.error().found))
+                              .toStdString());
   }
   QImageReader::setAllocationLimit(largestPictureMegabytes);
   QByteArray content = bytesOf(*read);
@@ -81,9 +81,9 @@ std::string frmHeader::showPicture(const std::filesystem::path& file) {
   if (size.isValid()) reader.setScaledSize(size.scaled(room.toSize(), Qt::KeepAspectRatio));
   const QImage image = reader.read();
   if (image.isNull()) {
-    return tr("The picture %1 cannot be shown: %2")
-        .arg(shownText(file.string()), reader.errorString())
-        .toStdString();
+    return tl::unexpected(tr("The picture %1 cannot be shown: %2")
+                              .arg(shownText(file.string()), reader.errorString())
+                              .toStdString());
   }
   QPixmap pixmap = QPixmap::fromImage(
       image.scaled(room.toSize(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
@@ -93,13 +93,13 @@ std::string frmHeader::showPicture(const std::filesystem::path& file) {
   return {};
 }
 
-std::string frmHeader::showIcon(const std::filesystem::path& file) {
+Result<void, std::string> frmHeader::showIcon(const std::filesystem::path& file) {
   const auto read = readPicture(file);
   if (!read) {
-    return tr("The icon %1 cannot be shown: expected %2, found %3")
-        .arg(shownText(file.string()), shownText(read.error().expected),
-             shownText(read.error().found))
-        .toStdString();
+    return tl::unexpected(tr("The icon %1 cannot be shown: expected %2, found %3")
+                              .arg(shownText(file.string()), shownText(read.error().expected),
+                                   shownText(read.error().found))
+                              .toStdString());
   }
   QByteArray content = bytesOf(*read);
   QBuffer buffer(&content);
@@ -110,9 +110,9 @@ std::string frmHeader::showIcon(const std::filesystem::path& file) {
     if (!image.isNull()) icon.addPixmap(QPixmap::fromImage(image));
   } while (reader.jumpToNextImage());
   if (icon.availableSizes().isEmpty()) {
-    return tr("The icon %1 cannot be shown: it holds no picture")
-        .arg(shownText(file.string()))
-        .toStdString();
+    return tl::unexpected(tr("The icon %1 cannot be shown: it holds no picture")
+                              .arg(shownText(file.string()))
+                              .toStdString());
   }
   window()->setWindowIcon(icon);
   return {};

@@ -19,8 +19,8 @@ class frmHeader final : public QWidget {
   Pictures pictures();
 
  private:
-  std::string showPicture(const std::filesystem::path& file);
-  std::string showIcon(const std::filesystem::path& file);
+  Result<void, std::string> showPicture(const std::filesystem::path& file);
+  Result<void, std::string> showIcon(const std::filesystem::path& file);
 
   QLabel* picture_;
 };

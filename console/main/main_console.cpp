@@ -63,12 +63,16 @@ void MainConsole::startUp(std::optional<int> windowsVersion, const Pictures& pic
       if (!complaints.empty() && !text.empty()) complaints += '\n';
       complaints += text;
     };
-    if (const auto picture = workFile("pic01.jpg")) complain(pictures.picture(*picture));
+    const auto show = [&complain](const ShowPicture& showPicture,
+                                  const std::filesystem::path& file) {
+      if (const auto shown = showPicture(file); !shown) complain(shown.error());
+    };
+    if (const auto picture = workFile("pic01.jpg")) show(pictures.picture, *picture);
     reportFormats_ = rdformad(workFolder_);
     complain(describeProblems(reportFormats_));
     if (model_.selected && !actions_.gate().isCutShort()) readIdentity();
     const auto icon = workFile("Zevrik.ico");
-    if (const auto shown = icon ? icon : workFile("zevrik.ico")) complain(pictures.icon(*shown));
+    if (const auto chosen = icon ? icon : workFile("zevrik.ico")) show(pictures.icon, *chosen);
     sayWhoIsReady();
     settleCalibration();
     if (windowsVersion && *windowsVersion < oldestSystem) {

@@ -17,14 +17,15 @@
 #include "core/session.h"
 #include "reports/report_format.h"
 #include "support/prompt.h"
+#include "support/result.h"
 
 namespace touch {
 
 /// Guards the tools for service; compared case-sensitively.
 inline constexpr std::string_view servicePassword = "kqzm";
 
-/// Shows a picture of the working folder. Returns what is wrong with it; empty when it is shown.
-using ShowPicture = std::function<std::string(const std::filesystem::path&)>;
+/// Shows a picture of the working folder, or says what is wrong with it.
+using ShowPicture = std::function<Result<void, std::string>(const std::filesystem::path&)>;
 
 /// How the optional pictures of the working folder are shown.
 struct Pictures {

@@ -31,7 +31,7 @@ class Console : public test::Desk {
       if (part == Part::end) note("end");
     });
   }
-  std::string note(const char* line) {
+  Result<void, std::string> note(const char* line) {
     journal.emplace_back(line);
     return {};
   }
