@@ -934,6 +934,10 @@
         <source>8th bit set: %1</source>
         <translation>8. Bit gesetzt: %1</translation>
     </message>
+    <message>
+        <source>Byte %1 of %2: decimal %3.</source>
+        <translation>Byte %1 von %2: dezimal %3.</translation>
+    </message>
 </context>
 <context>
     <name>discovery</name>
@@ -4454,10 +4458,6 @@ Fehler des simulierten Panels jetzt: %2</translation>
     <message>
         <source>Time of day</source>
         <translation>Uhrzeit</translation>
-    </message>
-    <message>
-        <source>Byte %1 of %2: decimal %3.</source>
-        <translation>Byte %1 von %2: dezimal %3.</translation>
     </message>
 </context>
 <context>

@@ -205,8 +205,7 @@ std::string OutsideFinger::carryOut(std::string_view line) const {
   const auto replay = parseReplayRequest(line);
   if (!replay) {
     return "expected \"touch X Y\" with X and Y from 0 to 1, \"lift\", \"pause\", \"go\", "
-           "\"step\", "
-           "\"seek SECONDS\" or \"progress\"";
+           "\"step\", \"seek SECONDS\" or \"progress\"";
   }
   if (!onReplay_) return "it plays no recording: start it with --play or --replay";
   const std::string told = onReplay_(*replay);

@@ -33,4 +33,12 @@ std::string fieldText(const ReportDecoder& decoder, std::uint8_t first, std::siz
                 {std::to_string(place + 1), std::to_string(length)});
 }
 
+std::string byteText(const ReportDecoder& decoder, const ConsoleLine& line, std::size_t place) {
+  if (line.kind == ConsoleLineKind::report)
+    return fieldText(decoder, line.bytes.front(), place, line.bytes.size()) + ' ' + line.text;
+  return filled(say("debugger", "Byte %1 of %2: decimal %3."),
+                {std::to_string(place + 1), std::to_string(line.bytes.size()),
+                 std::to_string(line.bytes[place])});
+}
+
 }  // namespace touch

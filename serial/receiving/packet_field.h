@@ -5,6 +5,7 @@
 #include <string>
 
 #include "reports/report_decoder.h"
+#include "serial/debugger/console_line.h"
 
 namespace touch {
 
@@ -12,5 +13,9 @@ namespace touch {
 /// packet's first byte.
 std::string fieldText(const ReportDecoder& decoder, std::uint8_t first, std::size_t place,
                       std::size_t length);
+
+/// In words what the byte at `place` of a console's line holds: its field and its report, where it
+/// is of one.
+std::string byteText(const ReportDecoder& decoder, const ConsoleLine& line, std::size_t place);
 
 }  // namespace touch

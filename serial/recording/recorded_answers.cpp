@@ -15,7 +15,7 @@ constexpr std::uint8_t frameEnd = 0x0D;
 
 Result<std::unique_ptr<RecordedAnswers>> RecordedAnswers::read(
     std::unique_ptr<TransferSource> recording, const std::string& name) {
-  std::unique_ptr<RecordedAnswers> answers(new RecordedAnswers(std::move(recording)));
+  auto answers = std::make_unique<RecordedAnswers>(std::move(recording));
   TransferSource& source = *answers->recording_;
   Bytes sent;
   Time time{};

@@ -27,6 +27,9 @@ class RecordedAnswers final : public TransferSource {
  public:
   using Time = std::chrono::microseconds;
 
+  /// Knows no command of it.
+  explicit RecordedAnswers(std::unique_ptr<TransferSource> recording)
+      : recording_(std::move(recording)) {}
   /// Reads all of it once. The error says what is wrong with it.
   static Result<std::unique_ptr<RecordedAnswers>> read(std::unique_ptr<TransferSource> recording,
                                                        const std::string& name);
@@ -55,8 +58,6 @@ class RecordedAnswers final : public TransferSource {
   };
   using Bytes = std::vector<std::uint8_t>;
 
-  explicit RecordedAnswers(std::unique_ptr<TransferSource> recording)
-      : recording_(std::move(recording)) {}
   void addCommands(std::span<const std::uint8_t> sent, Exchange exchange);
   std::optional<std::size_t> commandHeard() const;
 

@@ -236,16 +236,7 @@ void frmConsolePanel::markByte() {
   byte.format.setForeground(palette().highlightedText());
   byte.format.setBackground(palette().highlight());
   text_->setExtraSelections({byte});
-  if (line.kind == ConsoleLineKind::report) {
-    const std::string field = fieldText(makeDecoder_(), line.bytes.front(),
-                                        static_cast<std::size_t>(place), line.bytes.size());
-    emit statusChanged(shownText(field + ' ' + line.text));
-  } else {
-    emit statusChanged(tr("Byte %1 of %2: decimal %3.")
-                           .arg(place + 1)
-                           .arg(line.bytes.size())
-                           .arg(line.bytes[static_cast<std::size_t>(place)]));
-  }
+  emit statusChanged(shownText(byteText(makeDecoder_(), line, static_cast<std::size_t>(place))));
 }
 
 void frmConsolePanel::copy() {

@@ -121,6 +121,7 @@ TEST_F(MeasureWindow, GoesFromTheSizeThroughTheLinesToTheResults) {
   open();
   EXPECT_THAT(text("sizeSource"), StartsWith("Nominal"));
   enter("panelWidth", 200);
+  EXPECT_THAT(text("sizeSource"), StartsWith("Nominal")) << "the height is still a guess";
   enter("panelHeight", 119);
   click("panelHeightMore");
   EXPECT_EQ(text("sizeSource"), "Active area, as entered.");
