@@ -219,7 +219,7 @@ void Calibration::takeReading(Reading reading) {
   if (index_ > 0) {
     const Reading& previous = readings_[index_ - 1u];
     // In 64 bits: a driver may report any two numbers.
-    const auto apart = [](std::int32_t a, std::int32_t b) { return std::abs(std::int64_t{a} - b); };
+    const auto apart = [](Counts a, Counts b) { return std::abs(std::int64_t{a.value} - b.value); };
     if (apart(previous.x, reading.x) <= samePlace && apart(previous.y, reading.y) <= samePlace) {
       --index_;
       prompt_.message(access_.session.messages[Message::wrongPosition]);
@@ -307,7 +307,7 @@ void Calibration::docal(Connection& connection) {
       });
       if (taken) {
         pulseTimer_->stop();
-        takeReading({raw[0], raw[1]});
+        takeReading({{raw[0]}, {raw[1]}});
       }
       finishPoint(connection);
     }

@@ -14,6 +14,7 @@
 #include "support/clock.h"
 #include "support/gate.h"
 #include "support/prompt.h"
+#include "support/quantity.h"
 
 namespace touch {
 
@@ -71,10 +72,11 @@ class Calibration {
   };
   /// Why a procedure ends before its last target.
   enum class Stop : std::uint8_t { none, cancelled, timedOut, escaped };
-  /// The controller's own numbers of the place that was touched.
+  /// The controller's own numbers of the place that was touched: any that the driver's type holds.
+  using Counts = Quantity<struct ReadingUnit, std::int32_t>;
   struct Reading {
-    std::int32_t x = 0;
-    std::int32_t y = 0;
+    Counts x;
+    Counts y;
   };
 
   void tickStartDelay();  // Timer2

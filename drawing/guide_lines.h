@@ -4,17 +4,14 @@
 #include <cstdint>
 
 #include "drawing/surface.h"
+#include "support/quantity.h"
 
 namespace touch {
 
 enum class Orientation : std::uint8_t { vertical, horizontal };
 
 /// Hundredths of the screen's width or height: a tolerance, or how far a sample is from its line.
-struct Percent {
-  float value = 0;
-  friend bool operator==(const Percent&, const Percent&) = default;
-  friend bool operator<(const Percent& a, const Percent& b) { return a.value < b.value; }
-};
+using Percent = Quantity<struct PercentUnit, float>;
 
 /// Half-widths of the tolerance bands around the guide lines, in twips.
 struct Bands {

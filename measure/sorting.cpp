@@ -91,8 +91,8 @@ std::vector<Trace> tracesOf(std::span<const Arrival> stream) {
       touching = report.touching;
       if (!touching) continue;
       traces.back().samples.push_back({time - between * (1 - number / count),
-                                       static_cast<double>(report.x),
-                                       static_cast<double>(report.y)});
+                                       static_cast<double>(report.x.value),
+                                       static_cast<double>(report.y.value)});
     }
     if (!reports.empty()) last = time;
   }

@@ -2,18 +2,12 @@
 
 #include <Eigen/Core>
 #include <chrono>
-#include <compare>
 #include <cstdint>
+
+#include "support/quantity.h"
 
 namespace touch::measure {
 
-/// A number with its unit, so that a millimetre cannot be taken for a percent.
-template <typename Unit>
-struct Quantity {
-  double value = 0;
-  // NOLINTNEXTLINE(modernize-use-nullptr): the 0 that it finds is within the default itself
-  friend constexpr auto operator<=>(const Quantity&, const Quantity&) = default;
-};
 using Millimetres = Quantity<struct MillimetreUnit>;
 using Percent = Quantity<struct PercentUnit>;
 using Seconds = std::chrono::duration<double>;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/session.h"
+#include "reports/raw_counts.h"
 #include "reports/report_format.h"
 
 namespace touch {
@@ -46,9 +47,9 @@ std::string_view builtInFormat(std::uint8_t status);
 /// One touch report and where its packet lies.
 struct TouchReport {
   std::uint64_t offset = 0;  ///< of its first byte, counted from the stream's first byte
-  std::uint16_t x = 0;       ///< in the controller's counts, from 0 to `greatest`
-  std::uint16_t y = 0;
-  std::uint16_t greatest = 0;
+  RawCounts x;
+  RawCounts y;
+  RawCounts greatest;       ///< that x and y can be
   std::uint8_t length = 0;  ///< of its packet, in bytes
   bool touching = false;    ///< false: the pen is lifted here
   friend bool operator==(const TouchReport&, const TouchReport&) = default;
@@ -101,7 +102,7 @@ class ReportDecoder {
     std::uint8_t clearBits = 0;  ///< those that no coordinate byte has
     std::uint8_t liftPlace = 0;
     std::uint8_t lift = 0;  ///< the value at liftPlace that says that the pen is lifted
-    std::uint16_t greatest = 0;
+    RawCounts greatest;
 
     /// Whether a packet lies here, where its first byte and `needed` bytes do.
     bool isAt(const std::uint8_t* packet) const {
@@ -117,8 +118,8 @@ class ReportDecoder {
           offset, both(packet[xHigh], packet[xLow]), both(packet[yHigh], packet[yLow]), greatest,
           length, packet[liftPlace] != lift};
     }
-    std::uint16_t both(unsigned high, unsigned low) const {
-      return static_cast<std::uint16_t>(high << lowBits | low);
+    RawCounts both(unsigned high, unsigned low) const {
+      return {static_cast<std::uint16_t>(high << lowBits | low)};
     }
   };
 

@@ -216,8 +216,9 @@ std::string describeProblems(const ReportFormats& formats) {
   return text;
 }
 
-std::uint16_t greatestCoordinate(CoordinateEncoding encoding) {
-  return encoding == CoordinateEncoding::sixteenBitLittleEndian ? 65535 : 16383;
+RawCounts greatestCoordinate(CoordinateEncoding encoding) {
+  return {encoding == CoordinateEncoding::sixteenBitLittleEndian ? std::uint16_t{65535}
+                                                                 : std::uint16_t{16383}};
 }
 
 }  // namespace touch

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "reports/raw_counts.h"
 #include "support/result.h"
 
 namespace touch {
@@ -75,6 +76,6 @@ ReportFormats rdformad(const std::filesystem::path& folder);
 std::string describeProblems(const ReportFormats& formats);
 
 /// The greatest coordinate that this encoding can write.
-std::uint16_t greatestCoordinate(CoordinateEncoding encoding);
+RawCounts greatestCoordinate(CoordinateEncoding encoding);
 
 }  // namespace touch

@@ -65,8 +65,8 @@ void ReportedTouch::end() {
 
 std::optional<Source> ReportedTouch::source() const {
   if (port_ == 0) return std::nullopt;
-  return Source{SourceKind::reports, static_cast<double>(greatest_), static_cast<double>(greatest_),
-                true, "COM" + std::to_string(port_)};
+  return Source{SourceKind::reports, static_cast<double>(greatest_.value),
+                static_cast<double>(greatest_.value), true, "COM" + std::to_string(port_)};
 }
 
 void ReportedTouch::read() {
@@ -98,8 +98,8 @@ void ReportedTouch::follow(const ArrivedReport& arrived) {
   const TouchReport& report = arrived.report;
   const auto time = inMilliseconds(arrived.time);
   greatest_ = report.greatest;
-  at_ = {static_cast<double>(report.x) / report.greatest * window_.width(),
-         static_cast<double>(report.y) / report.greatest * window_.height()};
+  at_ = {fractionOf(report.x, report.greatest) * window_.width(),
+         fractionOf(report.y, report.greatest) * window_.height()};
   if (!report.touching) return lift(time);
   const QPointF global = window_.mapToGlobal(at_);
   const bool isNew = touched_.isNull();

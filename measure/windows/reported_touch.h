@@ -47,10 +47,10 @@ class ReportedTouch {
   std::unique_ptr<Timer> timer_;
   std::deque<ArrivedReport> waiting_;
   Clock::TimePoint heard_;
-  QPointer<QWidget> touched_;       ///< since the finger is down
-  QPointF at_;                      ///< on the window, in logical pixels
-  int port_ = 0;                    ///< 0: none is read
-  std::uint16_t greatest_ = 16383;  ///< coordinate of the reports that came last; most have this
+  QPointer<QWidget> touched_;  ///< since the finger is down
+  QPointF at_;                 ///< on the window, in logical pixels
+  int port_ = 0;               ///< 0: none is read
+  RawCounts greatest_{16383};  ///< coordinate of the reports that came last; most have this
 };
 
 }  // namespace touch::measure

@@ -65,9 +65,9 @@ class PlotPicture final : public QWidget {
     for (const PlotColumn& column : columns)
       longest = std::max(longest, column.longest);
     const int band = height() / 3;
-    const double most = series_->greatest();
-    drawBand(painter, 0, band, frmPlotPanel::tr("X, 0 to %1").arg(series_->greatest()));
-    drawBand(painter, band, band, frmPlotPanel::tr("Y, 0 to %1").arg(series_->greatest()));
+    const RawCounts most = series_->greatest();
+    drawBand(painter, 0, band, frmPlotPanel::tr("X, 0 to %1").arg(most.value));
+    drawBand(painter, band, band, frmPlotPanel::tr("Y, 0 to %1").arg(most.value));
     drawBand(painter, 2 * band, band,
              frmPlotPanel::tr("Interval, up to %1 ms")
                  .arg(static_cast<double>(longest.count()) / 1000, 0, 'f', 1));
@@ -80,8 +80,8 @@ class PlotPicture final : public QWidget {
         painter.drawLine(QPointF(x, top + band - 2 - low * (band - 4)),
                          QPointF(x, top + band - 2 - high * (band - 4)));
       };
-      stroke(0, column.x.first / most, column.x.second / most);
-      stroke(band, column.y.first / most, column.y.second / most);
+      stroke(0, fractionOf(column.x.first, most), fractionOf(column.x.second, most));
+      stroke(band, fractionOf(column.y.first, most), fractionOf(column.y.second, most));
       stroke(2 * band, 0,
              static_cast<double>(column.longest.count()) / static_cast<double>(longest.count()));
     }
@@ -273,8 +273,8 @@ void frmPlotPanel::look(const std::optional<TimeRange>& range) {
           .arg(figures.rate ? locale().toString(*figures.rate, 'f', 1) : QString("-"))
           .arg(locale().toString(figures.deviationX, 'f', 1),
                locale().toString(figures.deviationY, 'f', 1))
-          .arg(figures.spanX)
-          .arg(figures.spanY)
+          .arg(figures.spanX.value)
+          .arg(figures.spanY.value)
           .arg(figures.reckoned));
 }
 

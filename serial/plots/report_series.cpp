@@ -37,7 +37,8 @@ double rateOf(std::vector<std::chrono::microseconds>& intervals) {
 /// Deviation and span of numbers.
 class Scatter {
  public:
-  void add(int value) {
+  void add(RawCounts counts) {
+    const std::uint16_t value = counts.value;
     least_ = count_ == 0 ? value : std::min(least_, value);
     greatest_ = count_ == 0 ? value : std::max(greatest_, value);
     ++count_;
@@ -47,12 +48,12 @@ class Scatter {
     squares_ += away * (value - mean_);
   }
   double deviation() const { return count_ > 1 ? std::sqrt(squares_ / (count_ - 1)) : 0; }
-  int span() const { return greatest_ - least_; }
+  RawCounts span() const { return {static_cast<std::uint16_t>(greatest_ - least_)}; }
 
  private:
   int count_ = 0;
-  int least_ = 0;
-  int greatest_ = 0;
+  std::uint16_t least_ = 0;
+  std::uint16_t greatest_ = 0;
   double mean_ = 0;
   double squares_ = 0;
 };
@@ -118,7 +119,7 @@ void ReportSeries::add(const TouchReport& report, std::chrono::microseconds time
   reports_.push_back(timed);
   ++taken_;
   if (reports_.size() > most) reports_.pop_front();
-  greatest_ = std::max<int>(greatest_, report.greatest);
+  greatest_ = std::max(greatest_, report.greatest);
 }
 
 TimeRange ReportSeries::range() const {
@@ -177,7 +178,7 @@ SeriesFigures ReportSeries::figures(const TimeRange& range) const {
 std::vector<PlotColumn> ReportSeries::columns(const TimeRange& range, std::size_t count) const {
   std::vector<PlotColumn> columns(count);
   if (count == 0 || range.length().count() <= 0) return columns;
-  const auto include = [](std::pair<int, int>& extent, int value, bool first) {
+  const auto include = [](std::pair<RawCounts, RawCounts>& extent, RawCounts value, bool first) {
     extent = first ? std::pair(value, value)
                    : std::pair(std::min(extent.first, value), std::max(extent.second, value));
   };
@@ -201,9 +202,10 @@ std::string ReportSeries::csv(const TimeRange& range) const {
   for (auto report = begin; report != end; ++report) {
     const std::string interval =
         report->interval ? fmt::format("{:.3f}", milliseconds(*report->interval)) : std::string();
-    text += fmt::format(
-        "{:.6f},{},{},{},{},{}\n", std::chrono::duration<double>(report->time).count(),
-        report->touching ? 1 : 0, report->x, report->y, interval, report->reckoned ? 1 : 0);
+    text +=
+        fmt::format("{:.6f},{},{},{},{},{}\n", std::chrono::duration<double>(report->time).count(),
+                    report->touching ? 1 : 0, report->x.value, report->y.value, interval,
+                    report->reckoned ? 1 : 0);
   }
   return text;
 }

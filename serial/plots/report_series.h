@@ -18,8 +18,8 @@ namespace touch {
 /// A report and when it came.
 struct TimedReport {
   std::chrono::microseconds time{};
-  std::uint16_t x = 0;
-  std::uint16_t y = 0;
+  RawCounts x;
+  RawCounts y;
   bool touching = false;
   /// More was read together with it: its time follows from that and from the speed of the line.
   bool reckoned = false;
@@ -41,7 +41,7 @@ struct TimeRange {
   friend bool operator==(const TimeRange&, const TimeRange&) = default;
 };
 
-/// What the reports in a range say as numbers, X and Y in counts.
+/// What the reports in a range say as numbers.
 struct SeriesFigures {
   std::size_t reports = 0;
   std::size_t strokes = 0;
@@ -49,17 +49,18 @@ struct SeriesFigures {
   /// 1000 divided by the median interval in ms, the mean of the strokes; nothing without intervals.
   std::optional<double> rate;
   /// How far reports of the touched panel scatter: of a finger that rests that is noise.
+  /// In raw counts, of which it may be a part.
   double deviationX = 0;
   double deviationY = 0;
-  int spanX = 0;
-  int spanY = 0;
+  RawCounts spanX;
+  RawCounts spanY;
 };
 
 /// What lies in one column of a plot: the least and the greatest.
 struct PlotColumn {
   std::size_t reports = 0;
-  std::pair<int, int> x{};
-  std::pair<int, int> y{};
+  std::pair<RawCounts, RawCounts> x;
+  std::pair<RawCounts, RawCounts> y;
   std::chrono::microseconds longest{};  ///< interval
 };
 
@@ -89,7 +90,7 @@ class ReportSeries {
   SeriesFigures figures(const TimeRange& range) const;
   std::vector<PlotColumn> columns(const TimeRange& range, std::size_t count) const;
   /// The greatest coordinate that a report can have.
-  int greatest() const { return greatest_; }
+  RawCounts greatest() const { return greatest_; }
   /// Those in the range, one a line below a heading.
   std::string csv(const TimeRange& range) const;
 
@@ -104,7 +105,7 @@ class ReportSeries {
   std::uint64_t taken_ = 0;
   std::chrono::microseconds read_{};  ///< when bytes were read last
   std::deque<TimedReport> reports_;
-  int greatest_ = 1;
+  RawCounts greatest_{1};
 };
 
 }  // namespace touch

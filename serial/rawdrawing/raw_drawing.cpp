@@ -21,8 +21,8 @@ constexpr auto noticeTick = 350ms;
 constexpr auto leastBetweenFits = 250ms;
 constexpr float fingerWidth = 20 * twipsPerPixel;
 
-float fraction(std::uint16_t value, const TouchReport& report) {
-  return static_cast<float>(value) / static_cast<float>(report.greatest);
+float fraction(RawCounts count, const TouchReport& report) {
+  return static_cast<float>(fractionOf(count, report.greatest));
 }
 
 float distance(TwipsPoint one, TwipsPoint other) {
@@ -256,7 +256,7 @@ std::string RawDrawing::fieldOfTextAt(std::size_t position) const {
   return fieldText(decoder_, static_cast<std::uint8_t>(*first), place, report->length) + ' ' +
          filled(report->touching ? say("rawdrawing", "Touched, X %1, Y %2.")
                                  : say("rawdrawing", "Lifted, X %1, Y %2."),
-                {std::to_string(report->x), std::to_string(report->y)});
+                {std::to_string(report->x.value), std::to_string(report->y.value)});
 }
 
 std::vector<TextRange> RawDrawing::strayText() const {

@@ -8,7 +8,7 @@ namespace {
 
 std::string reportText(const TouchReport& report, bool replyFormat) {
   return fmt::format("{:<5} {}X {:5} Y {:5}", report.touching ? "touch" : "lift",
-                     replyFormat ? "" : "raw ", report.x, report.y);
+                     replyFormat ? "" : "raw ", report.x.value, report.y.value);
 }
 
 }  // namespace

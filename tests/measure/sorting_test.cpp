@@ -47,7 +47,7 @@ TEST(Sorting, StrokesGoToWhatTheyFollow) {
 
 TEST(Sorting, AStreamIsCutWhereTheFingerIsLifted) {
   const auto report = [](std::uint16_t x, bool touching) {
-    return TouchReport{0, x, 7, 16383, 5, touching};
+    return TouchReport{0, {x}, {7}, {16383}, 5, touching};
   };
   const std::vector<Arrival> stream = {{Seconds(1), {report(1, true), report(2, true)}},
                                        {Seconds(1.02), {report(3, true), report(3, false)}},

@@ -69,7 +69,7 @@ class EitherFamily : public testing::TestWithParam<ReportFamily> {
 
   void add(const PacketCase& c) {
     const auto length = static_cast<std::uint8_t>(c.packet.size());
-    reports.push_back({bytes.size(), c.x, c.y, c.greatest, length, c.touching});
+    reports.push_back({bytes.size(), {c.x}, {c.y}, {c.greatest}, length, c.touching});
     bytes = bytes + c.packet;
     inPackets += length;
   }

@@ -88,18 +88,19 @@ Status addRecording(Measurement& measurement, Test test, const fs::path& file,
   if (const std::string problems = describeProblems(added); !problems.empty()) complain(problems);
   ReportDecoder decoder(family, added.formats);
   std::vector<Arrival> stream;
-  double greatest = 1;
+  RawCounts greatest{1};
   while (const auto transfer = (*recording)->next()) {
     if (transfer->direction != Direction::fromController) continue;
     Arrival arrival{std::chrono::duration<double>(transfer->time), {}};
     decoder.feed(transfer->bytes, arrival.reports);
     for (const TouchReport& report : arrival.reports)
-      greatest = std::max(greatest, static_cast<double>(report.greatest));
+      greatest = std::max(greatest, report.greatest);
     stream.push_back(std::move(arrival));
   }
   if (const auto error = (*recording)->error()) return tl::unexpected(*error);
   addStrokes(measurement, test,
-             {SourceKind::reports, greatest, greatest, true, file.filename().string()},
+             {SourceKind::reports, static_cast<double>(greatest.value),
+              static_cast<double>(greatest.value), true, file.filename().string()},
              tracesOf(stream));
   return {};
 }

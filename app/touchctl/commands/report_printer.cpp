@@ -66,7 +66,7 @@ void ReportPrinter::printJson(const TouchReport* report,
                               std::span<const std::uint8_t> bytes) const {
   ordered_json object = {{"time", seconds(time_)}};
   if (report != nullptr) {
-    object.update({{"touching", report->touching}, {"x", report->x}, {"y", report->y}});
+    object.update({{"touching", report->touching}, {"x", report->x.value}, {"y", report->y.value}});
   }
   object["bytes"] = hexText(bytes);
   printObject(object);

@@ -28,8 +28,8 @@ TEST(ReportSeries, SaysInNumbersWhatIsSeen) {
   EXPECT_DOUBLE_EQ(all.rate.value(), (100.0 + 50.0) / 2) << "the gap of 70 ms moves no median";
   const auto first = series.figures({1s, 1095ms});
   EXPECT_EQ(first.reports, 4u);
-  EXPECT_EQ(first.spanX, 20);
-  EXPECT_EQ(first.spanY, 0);
+  EXPECT_EQ(first.spanX, RawCounts{20});
+  EXPECT_EQ(first.spanY, RawCounts{0});
   EXPECT_NEAR(first.deviationX, 8.165, 0.001);
   EXPECT_FALSE(series.figures({9s, 9s}).rate);
   EXPECT_EQ(series.csv({2s, 2020ms}),
@@ -41,7 +41,7 @@ TEST(ReportSeries, IsSeenInColumnsAndClosely) {
   const ReportSeries series = twoStrokes();
   const auto columns = series.columns({1s, 1100ms}, 2);
   EXPECT_EQ(columns[0].reports, 4u);
-  EXPECT_EQ(columns[0].x, std::pair(10, 30));
+  EXPECT_EQ(columns[0].x, std::pair(RawCounts{10}, RawCounts{30}));
   EXPECT_EQ(columns[0].longest, 70ms);
   EXPECT_EQ(columns[1].reports, 1u);
   const TimeRange all = series.range();
@@ -97,7 +97,7 @@ TEST(ReportSeries, DropsTheOldestOfALongRecording) {
     many.insert(many.end(), {0xD8, 4, 0, 1, 0});
   series.take(3s, many);
   EXPECT_EQ(series.reports().size(), ReportSeries::most);
-  EXPECT_EQ(series.reports().front().x, 4);
+  EXPECT_EQ(series.reports().front().x, RawCounts{4});
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ TEST_F(ControllerStreamTest, TellsWhenEachReportCameAndGivesThePortBack) {
   const double now = std::chrono::duration<double>(clock.now().time_since_epoch()).count();
   const auto arrived = stream.read();
   ASSERT_EQ(arrived.size(), 2U);
-  EXPECT_EQ(arrived[0].report.x, 1 + 128 * 2);
+  EXPECT_EQ(arrived[0].report.x.value, 1 + 128 * 2);
   EXPECT_TRUE(arrived[0].report.touching);
   EXPECT_EQ(arrived[1].report.x, arrived[1].report.greatest);
   EXPECT_FALSE(arrived[1].report.touching);
