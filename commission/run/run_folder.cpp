@@ -285,8 +285,15 @@ Result<std::string> RunFolder::read(const std::string& name) const {
   return folder_.read(name, largestFile);
 }
 
-std::vector<UnfinishedRun> unfinishedRuns(const fs::path& base, std::vector<FileError>& damaged) {
-  std::vector<UnfinishedRun> unfinished;
+const UnfinishedRun* UnfinishedRuns::of(std::string_view serialNumber) const {
+  const auto found = std::ranges::find(runs, serialNumber, [](const UnfinishedRun& one) {
+    return std::string_view(one.run.panel.serialNumber);
+  });
+  return found == runs.end() ? nullptr : &*found;
+}
+
+UnfinishedRuns unfinishedRuns(const fs::path& base) {
+  UnfinishedRuns found;
   std::error_code failed;
   for (const auto& entry : fs::directory_iterator(base, failed)) {
     const auto folder = RunFolder::open(entry.path());
@@ -295,13 +302,13 @@ std::vector<UnfinishedRun> unfinishedRuns(const fs::path& base, std::vector<File
     if (!fs::exists(fs::symlink_status(entry.path() / RunFolder::runName, unknown))) continue;
     auto run = folder->run();
     if (!run)
-      damaged.push_back(run.error());
+      found.damaged.push_back(run.error());
     else if (nextStep(*run))
-      unfinished.push_back({entry.path(), std::move(*run)});
+      found.runs.push_back({entry.path(), std::move(*run)});
   }
-  std::ranges::sort(unfinished, std::greater{},
+  std::ranges::sort(found.runs, std::greater{},
                     [](const UnfinishedRun& one) { return one.run.began; });
-  return unfinished;
+  return found;
 }
 
 }  // namespace touch::commission

@@ -75,9 +75,14 @@ struct UnfinishedRun {
   std::filesystem::path folder;
   Run run;
 };
-/// Those in `base`, the one that was begun last first. Folders that hold none are passed over; what
-/// is wrong with runs that cannot be read is added to `damaged`.
-std::vector<UnfinishedRun> unfinishedRuns(const std::filesystem::path& base,
-                                          std::vector<FileError>& damaged);
+struct UnfinishedRuns {
+  std::vector<UnfinishedRun> runs;  ///< the one that was begun last first
+  std::vector<FileError> damaged;   ///< what is wrong with those that cannot be read
+
+  /// The run of the panel with this serial number that was begun last; null when there is none.
+  const UnfinishedRun* of(std::string_view serialNumber) const;
+};
+/// Those in `base`. Folders that hold no run are passed over.
+UnfinishedRuns unfinishedRuns(const std::filesystem::path& base);
 
 }  // namespace touch::commission

@@ -277,11 +277,11 @@ void frmCommission::started() {
 }
 
 void frmCommission::showStart() {
-  std::vector<FileError> damaged;
-  const auto runs = runsIn(patient_.workFolder);
-  startPage_->offer(unfinishedRuns(runs, damaged), runs);
+  const auto folder = runsIn(patient_.workFolder);
+  UnfinishedRuns found = unfinishedRuns(folder);
+  startPage_->offer(std::move(found.runs), folder);
   startPage_->takeFocus();
-  for (const FileError& error : damaged)
+  for (const FileError& error : found.damaged)
     tellFailure(error);
 }
 

@@ -210,13 +210,4 @@ std::filesystem::path runsIn(const std::filesystem::path& workFolder) {
   return workFolder / "commissioning";
 }
 
-std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
-                                           std::string_view serialNumber,
-                                           std::vector<FileError>& damaged) {
-  for (UnfinishedRun& unfinished : unfinishedRuns(base, damaged))
-    if (unfinished.run.panel.serialNumber == serialNumber)
-      return std::optional(std::move(unfinished));
-  return std::nullopt;
-}
-
 }  // namespace touch::commission

@@ -106,10 +106,4 @@ class GuidedRun {
 /// Where the runs are whose working folder this is.
 std::filesystem::path runsIn(const std::filesystem::path& workFolder);
 
-/// The unfinished run of the panel with this serial number in `base`; nothing when there is none.
-/// What is wrong with runs that cannot be read is added to `damaged`.
-std::optional<UnfinishedRun> unfinishedRun(const std::filesystem::path& base,
-                                           std::string_view serialNumber,
-                                           std::vector<FileError>& damaged);
-
 }  // namespace touch::commission

@@ -28,8 +28,8 @@ class Installer {
  private:
   std::optional<GuidedRun> takeUp() {
     const fs::path base = world_.disk() / "runs";
-    std::vector<FileError> damaged;
-    if (auto left = unfinishedRun(base, "A-17", damaged)) {
+    const UnfinishedRuns found = unfinishedRuns(base);
+    if (const UnfinishedRun* const left = found.of("A-17")) {
       auto folder = RunFolder::open(left->folder);
       if (!folder) return std::nullopt;
       return GuidedRun(world_.access(), Backup(world_.disk()), std::move(*folder), left->run);
@@ -117,9 +117,9 @@ TEST(Commissioning, GoesOnWhereItWasAfterAPowerCutAtAnyMoment) {
     for (const StepRecord& record : installer.ended().records)
       EXPECT_EQ(record.times + (record.state == StepState::skipped ? 1 : 0), 1);
     const Pause pause(world.plan);
-    std::vector<FileError> damaged;
-    EXPECT_TRUE(unfinishedRuns(world.disk() / "runs", damaged).empty());
-    EXPECT_TRUE(damaged.empty()) << "a file is whole";
+    const UnfinishedRuns left = unfinishedRuns(world.disk() / "runs");
+    EXPECT_TRUE(left.runs.empty());
+    EXPECT_TRUE(left.damaged.empty()) << "a file is whole";
   }
 }
 

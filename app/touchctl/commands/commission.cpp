@@ -166,16 +166,16 @@ class ShellRun {
 /// The run of this panel that has not come to its end, or a new one.
 Result<GuidedRun> takeUp(Shell& shell, const Asked& asked, const fs::path& base) {
   const Backup backup(shell.options().workFolder);
-  std::vector<FileError> damaged;
-  auto left = unfinishedRun(base, asked.panel.serialNumber, damaged);
-  for (const FileError& error : damaged)
+  const UnfinishedRuns found = unfinishedRuns(base);
+  for (const FileError& error : found.damaged)
     complain(error.describe());
-  if (left && !asked.anew) {
+  const UnfinishedRun* const left = found.of(asked.panel.serialNumber);
+  if (left != nullptr && !asked.anew) {
     auto folder = RunFolder::open(left->folder);
     if (!folder) return tl::unexpected(folder.error());
     tell(shell, "Going on with {}, {:.0f} % done\n", utf8Of(left->folder),
          100 * progress(left->run));
-    return GuidedRun(shell.access(), backup, std::move(*folder), std::move(left->run));
+    return GuidedRun(shell.access(), backup, std::move(*folder), left->run);
   }
   Run run;
   run.profile = std::ranges::find(profileNames, asked.profile, &NamedProfile::name)->value;

@@ -141,8 +141,7 @@ TEST(RunFile, LosesNothingAndSaysWhatIsWrongAndWhere) {
 TEST(RunFolder, HasANameOfItsOwnAndIsFoundAsLongAsItIsUnfinished) {
   const TemporaryFolder folder;
   const fs::path base = folder.path() / "commissioning";
-  std::vector<FileError> damaged;
-  EXPECT_TRUE(unfinishedRuns(base, damaged).empty()) << "there is no such folder yet";
+  EXPECT_TRUE(unfinishedRuns(base).runs.empty()) << "there is no such folder yet";
   commission::Run run = anyRun();
   run.panel.serialNumber = "../A 17/\xC3\x9C";
   const auto first = RunFolder::make(base, run);
@@ -155,19 +154,20 @@ TEST(RunFolder, HasANameOfItsOwnAndIsFoundAsLongAsItIsUnfinished) {
 
   folder.write("commissioning/notes.txt", "no run");
   fs::create_directory(base / "empty");
-  auto unfinished = unfinishedRuns(base, damaged);
-  ASSERT_EQ(unfinished.size(), 2u);
-  EXPECT_EQ(unfinished[0].folder, second->path()) << "the later one first";
+  UnfinishedRuns found = unfinishedRuns(base);
+  ASSERT_EQ(found.runs.size(), 2u);
+  EXPECT_EQ(found.runs[0].folder, second->path()) << "the later one first";
   finish(run, StepId::sheet, {}, "");
   ASSERT_EQ(whyNot(second->save(run)), "");
-  unfinished = unfinishedRuns(base, damaged);
-  ASSERT_EQ(unfinished.size(), 1u);
-  EXPECT_EQ(unfinished[0].folder, first->path());
-  EXPECT_TRUE(damaged.empty());
+  found = unfinishedRuns(base);
+  ASSERT_EQ(found.runs.size(), 1u);
+  EXPECT_EQ(found.runs[0].folder, first->path());
+  EXPECT_TRUE(found.damaged.empty());
   ASSERT_EQ(whyNot(first->write(RunFolder::runName, "{")), "");
-  EXPECT_TRUE(unfinishedRuns(base, damaged).empty());
-  ASSERT_EQ(damaged.size(), 1u);
-  EXPECT_THAT(damaged[0].describe(), HasSubstr("run.json, line 1: expected JSON"));
+  found = unfinishedRuns(base);
+  EXPECT_TRUE(found.runs.empty());
+  ASSERT_EQ(found.damaged.size(), 1u);
+  EXPECT_THAT(found.damaged[0].describe(), HasSubstr("run.json, line 1: expected JSON"));
   EXPECT_FALSE(first->measurement().value()) << "nothing was measured";
   ASSERT_EQ(whyNot(first->write(RunFolder::measurementName, "{}")), "");
   EXPECT_THAT(whyNot(first->measurement()), HasSubstr("measurement.json"));
