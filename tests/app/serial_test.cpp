@@ -222,7 +222,17 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
   EXPECT_THAT(heard.output, HasSubstr("= touch X   130 Y   388"));
   EXPECT_THAT(heard.errors, HasSubstr("zevrik.fmt, line 2: expected five fields"));
   EXPECT_THAT(heard.errors, HasSubstr("11 problems in all; these are the first 10."));
-  EXPECT_EQ(listen("record @/kept.txt --port 2 --seconds 3").status, 0);
+  const Ended recorded = listen("record @/kept.txt --port 2 --seconds 3");
+  const std::string kept = folder.read("kept.txt");
+  // Transfers are the only lines with an arrow; each byte has two digits.
+  const std::regex byte(R"( [0-9A-F]{2}\b)");
+  std::ptrdiff_t bytes = 0;
+  for (std::size_t at = kept.find(" < "); at != std::string::npos; at = kept.find(" < ", at + 1)) {
+    const std::string transfer = kept.substr(at, kept.find('\n', at) - at);
+    bytes += std::distance(std::sregex_iterator(transfer.begin(), transfer.end(), byte), {});
+  }
+  EXPECT_THAT(recorded.output, HasSubstr(std::to_string(bytes) + " bytes recorded in "));
+  EXPECT_GT(bytes, 0);
   EXPECT_THAT(run("serial decode @/kept.txt").output, HasSubstr("touch X   130 Y   388"));
   EXPECT_EQ(listen("record @/kept.txt --port 2").status, 1) << "it is there already";
 }
