@@ -7,8 +7,13 @@ namespace touch {
 struct DrawingSwitches {
   bool toleranceTest = false;  ///< strokes are recorded, and measured when they follow a guide line
   bool grid = false;           ///< the guide lines are shown
-  int strokes = 0;             ///< recorded since the canvas was last cleared
-  bool unsaved = false;        ///< some of them are in no drawing file
+
+  /// What was recorded since the canvas was last cleared.
+  struct Recorded {
+    int strokes = 0;
+    bool unsaved = false;  ///< some of them are in no drawing file
+  };
+  Recorded recorded{};
 };
 
 }  // namespace touch

@@ -414,8 +414,8 @@ void Canvas::goAtOnce() {
 void Canvas::clearDrawing() {
   liftPen();
   show(CanvasPanel::resultsList, false);
-  parts_.switches.strokes = 0;
-  parts_.switches.unsaved = false;
+  parts_.switches.recorded.strokes = 0;
+  parts_.switches.recorded.unsaved = false;
   held_.reset();
   tell(parts_.files.clear());
   clearPicture();
@@ -457,10 +457,10 @@ void Canvas::undo() {
   if (!parts_.switches.toleranceTest || !held_) return;
   // As it was drawn, whatever the pen has become and whatever has been touched since.
   const Stroke stroke = *std::exchange(held_, std::nullopt);
-  --parts_.switches.strokes;
+  --parts_.switches.recorded.strokes;
   shownStrokes_ = std::max(shownStrokes_ - 1, 0);
   // A stroke that was taken back must not come back after a crash.
-  parts_.files.remove(parts_.switches.strokes);
+  parts_.files.remove(parts_.switches.recorded.strokes);
   foreground_ = canvasPaper;
   TwipsPoint from = stroke.samples.front();
   picture_.point(from, foreground_, stroke.width);

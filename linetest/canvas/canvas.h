@@ -128,7 +128,7 @@ class Canvas {
   const Pen& pen() const { return pen_; }
   bool isVisible(CanvasPanel panel) const { return visible_[static_cast<std::size_t>(panel)]; }
   bool inFixedSequence() const { return fixedSequence_; }
-  int strokeCounter() const { return parts_.switches.strokes; }
+  int strokeCounter() const { return parts_.switches.recorded.strokes; }
 
  private:
   enum class StrokeTested : std::uint8_t { no = 0, vertical = 1, horizontal = 2 };

@@ -36,7 +36,7 @@ bool Canvas::tell(const Status& status) {
 }
 
 void Canvas::takeUpStrokes() {
-  int& strokes = parts_.switches.strokes;
+  int& strokes = parts_.switches.recorded.strokes;
   const LeftStrokes left = parts_.files.left();
   if (!left.damaged.empty()) {
     // Under its name it would be written over.
@@ -54,12 +54,12 @@ void Canvas::takeUpStrokes() {
     // The strokes come back into the state in which they were drawn, so that they can be saved and
     // others be added.
     parts_.switches.toleranceTest = true;
-    parts_.switches.unsaved = true;
+    parts_.switches.recorded.unsaved = true;
   }
   // Where they cannot be numbered anew they stay as they are, for another start.
   if (!tell(parts_.files.makeConsecutive(left))) return goAtOnce();
   strokes = static_cast<int>(left.strokes.size());
-  if (parts_.switches.unsaved) tell(parts_.files.markUnfinished());
+  if (parts_.switches.recorded.unsaved) tell(parts_.files.markUnfinished());
   showRecorded(left);
   renewEscape();
 }
@@ -104,12 +104,12 @@ void Canvas::showRecorded(const LeftStrokes& recorded) {
 void Canvas::keepStroke() {
   const auto samples = stroke_.samples();
   if (samples.size() < fewestSamplesKept) return;
-  int& strokes = parts_.switches.strokes;
+  int& strokes = parts_.switches.recorded.strokes;
   if (strokes == 0 && !tell(parts_.files.makeRoom())) return;
   Stroke stroke{pen_.colour, pen_.width, {samples.begin(), samples.end()}};
   if (!tell(parts_.files.write(strokes, stroke))) return;
   ++strokes;
-  parts_.switches.unsaved = true;
+  parts_.switches.recorded.unsaved = true;
   held_ = std::move(stroke);
 }
 
@@ -125,13 +125,13 @@ void Canvas::save() {
   const auto file = withDrawingExtension(name);
   // The dialog has asked about the name that was typed, not about the one that this becomes.
   if (file != name && !mayReplace(file)) return;
-  const auto strokes = parts_.files.readAll(parts_.switches.strokes);
+  const auto strokes = parts_.files.readAll(parts_.switches.recorded.strokes);
   if (!strokes) {
     parts_.prompt.message(strokes.error().describe());
     return;
   }
   if (tell(writeDrawing(file, *strokes))) {
-    parts_.switches.unsaved = false;
+    parts_.switches.recorded.unsaved = false;
     parts_.files.finish();
     announce(savedText(strokes->size(), file));
   }

@@ -296,6 +296,10 @@ void Debugger::endDrawing() {
   }
 }
 
+bool Debugger::isFlooded() const {
+  return unread_ > unreadBefore_ || unread_ > plenty;
+}
+
 void Debugger::watch() {
   gate().run([this] { look(); });
 }
@@ -306,9 +310,7 @@ void Debugger::look() {
     if (std::exchange(receivedAtLoss_, false)) mode_.receive();
   }
   // A port that nobody uses does not notice by itself that its device has gone.
-  const std::size_t unread = recorded_.inBufferCount();
-  flooded_ = unread > unread_ || unread > plenty;
-  unread_ = unread;
+  unreadBefore_ = std::exchange(unread_, recorded_.inBufferCount());
   port_.noteDamage();
   port_.tellLoss();
   if (!isRecording()) stopRecording();

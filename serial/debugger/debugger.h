@@ -124,7 +124,7 @@ class Debugger {
   /// See SerialPort::descriptor.
   std::optional<int> descriptor() const { return recorded_.descriptor(); }
   /// When `watch` last looked, bytes were coming in that nobody reads.
-  bool isFlooded() const { return flooded_; }
+  bool isFlooded() const;
 
   /// To be called now and then: notices a device that has gone, a full disk and the end of a
   /// replay. While busy it notices nothing.
@@ -159,8 +159,8 @@ class Debugger {
   bool drawing_ = false;
   bool receivedAtLoss_ = false;
   std::optional<int> chosenPort_;  ///< by the user, or where a search of all ports found one
-  std::size_t unread_ = 0;         ///< bytes
-  bool flooded_ = false;
+  std::size_t unread_ = 0;         ///< bytes, when `watch` last looked
+  std::size_t unreadBefore_ = 0;   ///< and the time before
   std::optional<std::string> status_;
 };
 

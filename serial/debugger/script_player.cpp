@@ -25,14 +25,22 @@ std::string ScriptPlayer::run() {
   return outcome;
 }
 
+void ScriptPlayer::pause(bool on) {
+  if (state_ == State::running || state_ == State::paused)
+    state_ = on ? State::paused : State::running;
+}
+
+void ScriptPlayer::stop() {
+  if (isRunning()) state_ = State::stopping;
+}
+
 std::string ScriptPlayer::readAndRun() {
   if (const auto read = choose(file_); !read) return read.error().describe();
   if (const auto question = script_->question(); question && !prompt_.confirm(*question))
     return say("scripts", "The script was not run.");
-  stopped_ = false;
-  running_ = true;
+  state_ = State::running;
   std::string outcome;
-  runThen([&] { outcome = carryOut(); }, [this] { running_ = paused_ = false; });
+  runThen([&] { outcome = carryOut(); }, [this] { state_ = State::idle; });
   return outcome;
 }
 
@@ -63,8 +71,8 @@ ScriptWatcher ScriptPlayer::watcher() {
           .onNote = [this](const std::string& note) { log_.note(toUtf8(note)); },
           .onSent = [this](std::span<const std::uint8_t> bytes) { log_.sent(bytes); },
           .onReceived = [this](std::span<const std::uint8_t> bytes) { log_.received(bytes); },
-          .isStopped = [this] { return stopped_ || port_.gate().isCutShort(); },
-          .isPaused = [this] { return paused_; }};
+          .isStopped = [this] { return state_ == State::stopping || port_.gate().isCutShort(); },
+          .isPaused = [this] { return isPaused(); }};
 }
 
 }  // namespace touch

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -33,16 +34,18 @@ class ScriptPlayer {
   /// Says how it ended; nothing was done when that is empty. Afterwards the port has its usual
   /// line settings, whatever the script has set.
   std::string run();
-  bool isRunning() const { return running_; }
-  void pause(bool on) { paused_ = on && running_; }
-  bool isPaused() const { return paused_; }
+  bool isRunning() const { return state_ != State::idle; }
+  void pause(bool on);
+  bool isPaused() const { return state_ == State::paused; }
   /// Nothing is sent from now on. Closing the debugger does the same.
-  void stop() { stopped_ = true; }
+  void stop();
 
   /// The line in hand, or the one at which the last run failed; 0: there is none.
   int line() const { return line_; }
 
  private:
+  enum class State : std::uint8_t { idle, running, paused, stopping };
+
   std::string readAndRun();
   std::string carryOut();
   ScriptWatcher watcher();
@@ -54,9 +57,7 @@ class ScriptPlayer {
   const std::vector<ReportFormat>& formats_;
   std::filesystem::path file_;
   std::optional<Script> script_;
-  bool running_ = false;
-  bool paused_ = false;
-  bool stopped_ = false;
+  State state_ = State::idle;
   int line_ = 0;
 };
 

@@ -33,7 +33,7 @@ void ReceiveMode::receive() {
     stage_ = Stage::receiving;
     if (port_.gate.isOpen()) port_.port.clearInput();
   }
-  toldTooLong_ = false;
+  if (tooLong_ == TooLong::said) tooLong_ = TooLong::unsaid;
   runTimers();
 }
 
@@ -80,14 +80,14 @@ void ReceiveMode::runTimers() {
 }
 
 void ReceiveMode::poll() {
-  if (!rate_ || !(saysTooLong_ || port_.gate.isOpen())) return;
+  if (!rate_ || !(tooLong_ == TooLong::boxIsUp || port_.gate.isOpen())) return;
   collect();
 }
 
 void ReceiveMode::tick() {
   // A message box lets timers run while it is up. What comes behind this mode's own is not for
   // anybody else, and would be lost.
-  if (saysTooLong_) return rate_ ? poll() : display();
+  if (tooLong_ == TooLong::boxIsUp) return rate_ ? poll() : display();
   port_.gate.run([this] {
     trim();
     rate_ ? measure() : display();
@@ -98,12 +98,13 @@ void ReceiveMode::tick() {
 void ReceiveMode::trim() {
   if (!parts_.log.isTooLong()) return;
   constexpr std::string_view tooLong = "Text too long !!";
-  if (std::exchange(toldTooLong_, true)) {
+  if (tooLong_ == TooLong::said) {
     remark_ = std::string(tooLong) + ' ' +
               say("receiving", "The last million lines are kept, and \"Save\" writes them.");
   } else {
-    saysTooLong_ = true;
-    runThen([&] { parts_.prompt.message(std::string(tooLong)); }, [this] { saysTooLong_ = false; });
+    tooLong_ = TooLong::boxIsUp;
+    runThen([&] { parts_.prompt.message(std::string(tooLong)); },
+            [this] { tooLong_ = TooLong::said; });
   }
   parts_.log.tooLongWasSaid();
 }

@@ -73,6 +73,8 @@ class ReceiveMode {
 
  private:
   enum class Stage : std::uint8_t { idle, receiving, suspended };
+  /// Whether it was said, since receiving began, that the console is too long.
+  enum class TooLong : std::uint8_t { unsaid, boxIsUp, said };
 
   LineSettings line() const { return parts_.line ? parts_.line() : LineSettings{}; }
   ReportFamily family() const { return familyOf(parts_.session.commandSet); }
@@ -87,8 +89,7 @@ class ReceiveMode {
   Parts parts_;
   ReceivingPort port_;
   Stage stage_ = Stage::idle;
-  bool toldTooLong_ = false;
-  bool saysTooLong_ = false;  ///< its box is up
+  TooLong tooLong_ = TooLong::unsaid;
   bool replyFormat_ = true;
   std::optional<std::string> remark_;
   ReceiveDisplay display_;

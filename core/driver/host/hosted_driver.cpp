@@ -47,7 +47,6 @@ BoundDriverOrError HostedDriver::bind(HostStart start,
   std::unique_ptr<HostedDriver> driver(new HostedDriver(std::move(start), path, clock, patience));
   if (const auto connected = driver->connect(); !connected)
     return tl::unexpected(connected.error());
-  driver->bound_ = true;
   return std::unique_ptr<BoundDriver>(std::move(driver));
 }
 
@@ -89,20 +88,19 @@ Result<void, BindError> HostedDriver::takeGreeting(const HostMessage& greeting) 
     refuse(loading, greeting);
     return tl::unexpected(error(lastLoss_.value_or(std::string())));
   }
-  simulated_ = *simulated != 0;
-  path_ = pathNamed(*file);
-  missing_.clear();
+  Library library{pathNamed(*file), *simulated != 0, {}};
   for (std::size_t i = firstMissing; i < greeting.values.size(); ++i) {
     const auto* const name = greeting.at<std::string>(i);
     if (const auto known = name != nullptr ? knownOperation(*name) : std::nullopt)
-      missing_.push_back(*known);
+      library.missing.push_back(*known);
   }
+  library_ = std::move(library);
   return {};
 }
 
 void HostedDriver::require(std::string_view operation) const {
   const auto lacks = [this](std::string_view name) {
-    return std::ranges::find(missing_, name) != missing_.end();
+    return std::ranges::find(library_->missing, name) != library_->missing.end();
   };
   if (lacks(operation)) throw MissingOperation(operation);
   // What could not be closed again is not opened.
@@ -119,7 +117,7 @@ bool HostedDriver::reaches(std::string_view operation, std::int32_t handle) {
   if (link_) return true;
   // An action begins with one of these.
   const bool begins = operation == "OpenController" || operation == "GetExistControllers";
-  if (!begins || over_ || crashes_ >= mostCrashes || !patience_.startsAfresh()) return false;
+  if (!begins || isOver() || crashes_ >= mostCrashes || !patience_.startsAfresh()) return false;
   return connect().has_value();
 }
 
@@ -131,7 +129,7 @@ void HostedDriver::noteHandle(std::string_view operation, std::int32_t result,
 
 Result<std::string, std::string> HostedDriver::simulate(const std::string& request) {
   constexpr std::string_view operation = "simulate";
-  if (!simulated_ || asking_ || !link_) return Driver::simulate(request);
+  if (!library_->simulated || asking_ || !link_) return Driver::simulate(request);
   const auto answer = asked(operation, {std::string(operation), {request}});
   if (!answer) return Driver::simulate(request);
   const auto* const done = answer->at<std::int32_t>(0);
@@ -193,11 +191,14 @@ std::optional<HostMessage> HostedDriver::awaited(std::string_view operation) {
   }
 }
 
+bool HostedDriver::isOver() const {
+  return waitedInEnding_ >= patienceInEnding;
+}
+
 bool HostedDriver::isGivenUp(const DriverWait& wait, std::chrono::milliseconds before) {
   if (patience_.isEnding()) {
     waitedInEnding_ += wait.waited - before;
-    if (waitedInEnding_ >= patienceInEnding) over_ = true;
-    return over_;
+    return isOver();
   }
   return patience_.stillWaiting(wait) == DriverPatience::Next::giveUp;
 }
@@ -212,7 +213,7 @@ void HostedDriver::lose(Loss how, std::string_view operation, const std::string&
   const std::string ended = link_->end();
   link_.reset();
   stale_.merge(open_);
-  if (!bound_) {
+  if (!library_) {
     lastLoss_ =
         how == Loss::crash  ? filled(say("driver", "it crashed as it was loaded: %1"), {ended})
         : how == Loss::hang ? say("driver", "it did not return as it was loaded")

@@ -36,10 +36,10 @@ class HostedDriver final : public BoundDriver {
                                  Clock& clock, DriverPatience& patience);
   ~HostedDriver() override;
 
-  const std::filesystem::path& path() const override { return path_; }
-  bool isSimulated() const override { return simulated_; }
+  const std::filesystem::path& path() const override { return library_->path; }
+  bool isSimulated() const override { return library_->simulated; }
   Result<std::string, std::string> simulate(const std::string& request) override;
-  std::vector<std::string_view> missing() const override { return missing_; }
+  std::vector<std::string_view> missing() const override { return library_->missing; }
   DriverReport report() const override { return {hostName_, lastLoss_}; }
   void revive() override { crashes_ = 0; }
 
@@ -52,6 +52,12 @@ class HostedDriver final : public BoundDriver {
 
  private:
   enum class Loss : std::uint8_t { crash, hang, garbage };
+  /// What a host has said of the library that it bound.
+  struct Library {
+    std::filesystem::path path;
+    bool simulated = false;
+    std::vector<std::string_view> missing;
+  };
 
   HostedDriver(HostStart start, const std::optional<std::filesystem::path>& path, Clock& clock,
                DriverPatience& patience);
@@ -86,6 +92,8 @@ class HostedDriver final : public BoundDriver {
   /// What the host answers to `message`; nothing when it was lost over it.
   std::optional<HostMessage> asked(std::string_view operation, const HostMessage& message);
   std::optional<HostMessage> awaited(std::string_view operation);
+  /// The program ends and has waited for long enough: no host is started any more.
+  bool isOver() const;
   bool isGivenUp(const DriverWait& wait, std::chrono::milliseconds before);
   void refuse(std::string_view operation, const HostMessage& answer);
   void lose(Loss how, std::string_view operation, const std::string& detail = {});
@@ -102,16 +110,12 @@ class HostedDriver final : public BoundDriver {
   std::unique_ptr<HostLink> link_;
   HostMessageReader reader_;
   std::string hostName_;
-  std::filesystem::path path_;
-  bool simulated_ = false;
-  std::vector<std::string_view> missing_;
+  std::optional<Library> library_;  ///< nothing before it was bound for the first time
 
-  bool bound_ = false;
   bool asking_ = false;
   std::multiset<std::int32_t> open_;   ///< handles of this host
   std::multiset<std::int32_t> stale_;  ///< handles of hosts before, not closed yet
   int crashes_ = 0;                    ///< in a row
-  bool over_ = false;                  ///< the program ends: no host is started any more
   std::chrono::milliseconds waitedInEnding_{};
   std::optional<std::string> lastLoss_;
 };

@@ -220,7 +220,7 @@ TEST_F(DrawWindow, OnlyTheProgramsEndHasTheNextRunOfferTheStrokes) {
     EXPECT_EQ(left, 1) << byTheUser;
     EXPECT_TRUE(window.isNull()) << byTheUser;
     EXPECT_TRUE(fs::exists(files.pathOf(0))) << byTheUser;
-    switches.strokes = 0;  // another run
+    switches.recorded.strokes = 0;  // another run
     journal.clear();
     open();
     EXPECT_EQ(count("confirm An unsaved drawing (1 stroke) was found."), byTheUser ? 0 : 1);
