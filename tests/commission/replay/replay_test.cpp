@@ -6,7 +6,7 @@
 #include "measure/truth/trial.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/doubles/test.h"
-#include "tests/simulator/driver_bench.h"
+#include "tests/simulator/driver/driver_bench.h"
 
 namespace touch::commission {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "simulator/controller/controllers.h"
 #include "simulator/controller/fault_times.h"
-#include "tests/simulator/driver_bench.h"
+#include "tests/simulator/driver/driver_bench.h"
 
 namespace touch::simulator {
 namespace {

@@ -6,7 +6,7 @@
 #include "core/driver/nexapi.h"
 #include "simulator/controller/requests.h"
 #include "simulator/panel/calibration_run.h"
-#include "tests/simulator/driver_bench.h"
+#include "tests/simulator/driver/driver_bench.h"
 
 namespace touch::simulator {
 namespace {

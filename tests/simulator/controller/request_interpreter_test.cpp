@@ -1,4 +1,4 @@
-#include "tests/simulator/driver_bench.h"
+#include "tests/simulator/driver/driver_bench.h"
 
 namespace touch::simulator {
 namespace {

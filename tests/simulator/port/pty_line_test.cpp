@@ -9,7 +9,7 @@
 #include "serial/port/asio_serial_port.h"
 #include "simulator/controller/controllers.h"
 #include "simulator/controller/requests.h"
-#include "tests/simulator/driver_bench.h"
+#include "tests/simulator/driver/driver_bench.h"
 
 namespace touch::simulator {
 namespace {
