@@ -1,6 +1,8 @@
 #include "app/simulated_source.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <system_error>
 #include <utility>
 
 #include "support/text/language.h"
@@ -31,6 +33,19 @@ Status readSimulatedSource(Options& options, const std::string& program) {
   if (!replay) return tl::unexpected(replay.error());
   options.replay = std::move(*replay);
   return {};
+}
+
+Result<commission::SourceRecordings> recordingsOf(
+    const std::optional<std::filesystem::path>& source) {
+  return source ? commission::SourceRecordings::of(*source) : commission::SourceRecordings();
+}
+
+std::filesystem::path recordingNamed(const std::filesystem::path& file,
+                                     const commission::SourceRecordings& recordings) {
+  std::error_code unknown;
+  const bool isThere = std::filesystem::exists(file, unknown);
+  if (isThere || std::ranges::count(recordings.names(), utf8Of(file.filename())) == 0) return file;
+  return recordings.folder() / file.filename();
 }
 
 Result<void, std::string> become(Driver& driver, const commission::Replay& replay) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/options.h"
 #include "commission/replay/replay.h"
+#include "commission/replay/source_recordings.h"
 #include "core/driver/driver.h"
 
 namespace touch {
@@ -16,6 +19,13 @@ Status readSimulatedSource(Options& options, const std::string& program);
 /// The source of --simulate-from; what it does not tell is told as above.
 Result<std::shared_ptr<const commission::Replay>> replayNamed(const std::filesystem::path& source,
                                                               const std::string& program);
+
+/// The recordings of what --simulate-from names; none when it was not given.
+Result<commission::SourceRecordings> recordingsOf(
+    const std::optional<std::filesystem::path>& source);
+/// `file`, or the recording of that name when there is no such file.
+std::filesystem::path recordingNamed(const std::filesystem::path& file,
+                                     const commission::SourceRecordings& recordings);
 
 /// Makes a simulated driver's one controller that of the source; else why it did not become so.
 Result<void, std::string> become(Driver& driver, const commission::Replay& replay);

@@ -213,6 +213,11 @@ int run(Options& options, int argc, char** argv) {
                              "--simulate-from commissioning/A-17-2026-11-12."));
     return exitFailed;
   }
+  const auto recordings = recordingsOf(options.simulateFrom);
+  if (!recordings) {
+    sayError(recordings.error().describe(), {});
+    return exitFailed;
+  }
   const auto chosen = bindDriver(options, clock, notice);
   if (!chosen) return exitNoDriver;
   BoundDriver& bound = *chosen->driver;
@@ -260,7 +265,8 @@ int run(Options& options, int argc, char** argv) {
                   .refusedDriver = chosen->refused,
                   .ports = options.comPorts,
                   .versions = versions,
-                  .ownFolder = ownFolder});
+                  .ownFolder = ownFolder,
+                  .recordings = recordings->folder()});
   // Its pictures take a tenth of the start to read.
   QObject::connect(&window, &frmMain::seen, &window,
                    [] { QApplication::setWindowIcon(programIcon()); });

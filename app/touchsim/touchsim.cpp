@@ -167,16 +167,21 @@ int follow(Bench& bench, Pause& pause, const touch::Script& script) {
 
 /// What is read before the device is there.
 struct Sources {
+  touch::commission::SourceRecordings recordings;
   std::unique_ptr<Playback> playback;
   std::optional<touch::Script> script;
 };
 
 touch::Result<Sources> readSources(const Options& options) {
   Sources sources;
+  auto recordings = touch::recordingsOf(options.source);
+  if (!recordings) return tl::unexpected(recordings.error());
+  sources.recordings = std::move(*recordings);
   for (const auto& [file, way] : {std::pair(&options.recording, Playback::Way::again),
                                   std::pair(&options.dialogue, Playback::Way::answers)}) {
     if (!*file) continue;
-    auto opened = Playback::open(**file, way, options.replaySpeed);
+    const auto recording = touch::recordingNamed(**file, sources.recordings);
+    auto opened = Playback::open(recording, way, options.replaySpeed);
     if (!opened) return tl::unexpected(opened.error());
     sources.playback = std::move(*opened);
   }
@@ -216,6 +221,18 @@ touch::Result<std::unique_ptr<const DescribedController>, std::string> described
   return std::move(description).finish();
 }
 
+void tellOf(const std::vector<std::string>& recordings) {
+  std::string list;
+  for (const std::string& name : recordings)
+    list.append(list.empty() ? "" : ", ").append(name);
+  if (!list.empty()) {
+    std::fprintf(stderr,
+                 "touchsim: it comes with %s; --play NAME sends it again, and --replay NAME "
+                 "answers as in it\n",
+                 touch::printable(list).c_str());
+  }
+}
+
 int run(const Options& options) {
   auto sources = readSources(options);
   if (!sources) return failed(sources.error().describe());
@@ -224,6 +241,7 @@ int run(const Options& options) {
     auto read = describedBy(*options.source);
     if (!read) return failed(read.error());
     described = std::move(*read);
+    if (!sources->playback) tellOf(sources->recordings.names());
   }
   Pause pause;
   const auto bench = Bench::open(described ? described->model() : modelNamed(options.controller),
@@ -377,17 +395,17 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
         .add_option_function<std::string>(
             name, [&file](const std::string& path) { file = touch::absolutePathNamed(path); },
             description)
-        ->type_name("FILE")
-        ->check(CLI::ExistingFile);
+        ->type_name("FILE");
   };
   auto* const play =
       addFile("--play", options.recording,
-              "Play a recording over and over: what came from the controller is sent again")
+              "Play a recording over and over: what came from the controller is sent again. Behind "
+              "--simulate-from also one of SOURCE, by its name")
           ->excludes(strokes);
   auto* const replay =
       addFile("--replay", options.dialogue,
               "Answer each command as the controller in a recording did, and none that it was not "
-              "sent")
+              "sent; one of SOURCE as for --play")
           ->excludes(strokes)
           ->excludes(play);
   const auto* const replaySpeed =
@@ -401,6 +419,7 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
       throw CLI::RequiresError("--replay-speed", "--play or --replay");
   });
   addFile("--script", options.script, "Answer as a script says, and nothing else")
+      ->check(CLI::ExistingFile)
       ->excludes(strokes)
       ->excludes(play)
       ->excludes(replay);

@@ -23,6 +23,7 @@ struct Startup {
   ComPorts ports{};
   std::vector<std::string> versions{};  ///< of the program and of what it stands on
   std::filesystem::path ownFolder{};    ///< for what the program remembers; empty: it does not
+  std::filesystem::path recordings{};   ///< the folder of those that can be replayed, if any
 };
 
 }  // namespace touch

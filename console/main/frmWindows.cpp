@@ -295,7 +295,7 @@ void frmWindows::openDebugger() {
                            startup_.simulation, startup_.fullScreenSize, panelMonitor_, main_,
                            sentLines_,
                            startup_.versions.empty() ? std::string() : startup_.versions.front(),
-                           [this] { return console_.busy(); }, startup_.ports},
+                           [this] { return console_.busy(); }, startup_.ports, startup_.recordings},
       [this](DebuggerEnd end) {
         debugger_.release()->deleteLater();
         if (end == DebuggerEnd::quit) {

@@ -82,7 +82,8 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
       line_(new frmLinePanel),
       ports_(new frmPortsPanel),
       plot_(new frmPlotPanel(
-          access.clock, [this] { return debugger_.makeSeries(); }, surroundings.workFolder)),
+          access.clock, [this] { return debugger_.makeSeries(); },
+          frmPlotPanel::Folders{surroundings.recordingsFolder(), surroundings.workFolder})),
       console_(new frmConsolePanel(debugger_.log(), surroundings.workFolder,
                                    [this] { return debugger_.makeDecoder(); })),
       portState_(new QLabel),
@@ -428,8 +429,8 @@ void frmRSDebug::replay() {
   if (debugger_.isReplaying()) {
     debugger_.stopReplay();
   } else {
-    const auto file = askTextFileToOpen(this, tr("Replay a recording"), surroundings_.workFolder,
-                                        tr("Recordings (*.txt)"));
+    const auto file = askTextFileToOpen(this, tr("Replay a recording"),
+                                        surroundings_.recordingsFolder(), tr("Recordings (*.txt)"));
     if (file) debugger_.startReplay(*file);
   }
   renew();

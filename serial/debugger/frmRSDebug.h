@@ -54,6 +54,12 @@ struct DebuggerSurroundings {
   /// exchange begins then.
   std::function<bool()> mainIsBusy{};
   ComPorts comPorts{};
+  /// The folder in which those to replay are sought first; empty: the working folder.
+  std::filesystem::path recordings{};
+
+  const std::filesystem::path& recordingsFolder() const {
+    return recordings.empty() ? workFolder : recordings;
+  }
 };
 
 /// The serial debugger: commands to the controller past the driver, a console of what passes the

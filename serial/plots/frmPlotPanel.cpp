@@ -108,11 +108,10 @@ class PlotPicture final : public QWidget {
   double pressed_ = 0;
 };
 
-frmPlotPanel::frmPlotPanel(Clock& clock, MakeSeries makeSeries, std::filesystem::path workFolder,
-                           QWidget* parent)
+frmPlotPanel::frmPlotPanel(Clock& clock, MakeSeries makeSeries, Folders folders, QWidget* parent)
     : QWidget(parent),
       makeSeries_(std::move(makeSeries)),
-      workFolder_(std::move(workFolder)),
+      folders_(std::move(folders)),
       series_(makeSeries_()),
       reader_(clock.makeTimer([this] { readOn(); })),
       picture_(new PlotPicture),
@@ -197,8 +196,8 @@ void frmPlotPanel::begin(bool live) {
 }
 
 void frmPlotPanel::openRecording() {
-  const auto file =
-      askTextFileToOpen(this, tr("Curves of a recording"), workFolder_, tr("Recordings (*.txt)"));
+  const auto file = askTextFileToOpen(this, tr("Curves of a recording"), folders_.recordings,
+                                      tr("Recordings (*.txt)"));
   if (!file) return;
   auto recording = RecordingFile::open(*file);
   if (!recording) {
@@ -243,7 +242,7 @@ QString frmPlotPanel::counted(const QString& text) const {
 }
 
 void frmPlotPanel::save() {
-  const auto file = askTextFileToSave(this, tr("Save the reports"), workFolder_ / "reports.csv",
+  const auto file = askTextFileToSave(this, tr("Save the reports"), folders_.tables / "reports.csv",
                                       tr("Tables (*.csv)"));
   if (!file) return;
   const auto written = writeWholeFile(*file, series_->csv(shownRange()));

@@ -26,9 +26,14 @@ class frmPlotPanel final : public QWidget {
  public:
   using MakeSeries = std::function<std::unique_ptr<ReportSeries>()>;
 
+  /// Where files are sought and saved first.
+  struct Folders {
+    std::filesystem::path recordings;
+    std::filesystem::path tables;
+  };
+
   /// `makeSeries` makes an empty one for the reports as they are known now. The clock outlives it.
-  frmPlotPanel(Clock& clock, MakeSeries makeSeries, std::filesystem::path workFolder,
-               QWidget* parent = nullptr);
+  frmPlotPanel(Clock& clock, MakeSeries makeSeries, Folders folders, QWidget* parent = nullptr);
   ~frmPlotPanel() override;
 
   /// It shows what comes in, and wants to be told of it.
@@ -57,7 +62,7 @@ class frmPlotPanel final : public QWidget {
   TimeRange shownRange() const;
 
   MakeSeries makeSeries_;
-  std::filesystem::path workFolder_;
+  Folders folders_;
   std::unique_ptr<ReportSeries> series_;
   bool live_ = true;
   std::optional<TimeRange> range_;             ///< none: all of it

@@ -223,10 +223,13 @@ TEST_F(Touchctl, ShowsTheControllerOfACommissioning) {
   for (const auto& entry : fs::directory_iterator(folder.path() / "commissioning"))
     if (entry.is_directory()) source = entry;
   fs::rename(source, folder.path() / "from customer");
+  folder.write("from customer/recording-2.txt", "touch recording 1\n0.500000 < D8 01 02 03 04\n");
   const std::string from = "--simulate-from \"@/from customer\" ";
   expectAll({
       {from + "list", 0, "1  USB DEVICE 2  (answers)\n", ""},
       {from + "--driver-hosted info", 0, "M0110100", ""},
+      {from + "serial decode recording-2.txt", 0, "touch X   257 Y   515", ""},
+      {from + "serial decode recording.txt", 1, "", "recording.txt: "},
       {from + "commission --serial A-8 --use kiosk --skip calibrate=so --skip check=so", 5,
        "INCOMPLETE", ""},
   });

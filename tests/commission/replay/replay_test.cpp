@@ -1,9 +1,12 @@
 #include "commission/replay/replay.h"
 
 #include "app/touchctl/commands/simulated_hand.h"
+#include "commission/bundle/bundle.h"
+#include "commission/replay/source_recordings.h"
 #include "commission/run/run_folder.h"
 #include "measure/judging/verdict.h"
 #include "measure/truth/trial.h"
+#include "support/files/whole_file.h"
 #include "tests/doubles/temporary_folder.h"
 #include "tests/doubles/test.h"
 #include "tests/simulator/driver/driver_bench.h"
@@ -201,6 +204,26 @@ TEST(ReplaySource, SaysWhatIsWrongWithIt) {
   EXPECT_THAT(replayOf(readSource(folder.path() / "good").value()).unknown, testing::SizeIs(9));
   folder.write("good/measurement.json", "{}");
   EXPECT_THAT(why("good"), HasSubstr("measurement.json: expected the member \"schema\""));
+}
+
+TEST(ReplaySource, UnpacksTheRecordingsOfABundleForAsLongAsTheyAreWanted) {
+  const TemporaryFolder folder;
+  commission::Run run;
+  run.panel.serialNumber = "A-17";
+  const auto made = RunFolder::make(folder.path(), run).value();
+  for (const char* name : {"recording.txt", "recording-10.txt", "recording-2.txt"})
+    ASSERT_EQ(whyNot(made.write(name, name)), "");
+  const auto bundle = writeBundle(made, run).value();
+  fs::path unpacked;
+  for (const fs::path& source : {made.path(), bundle}) {
+    const auto recordings = SourceRecordings::of(source).value();
+    EXPECT_THAT(recordings.names(),
+                ElementsAre("recording.txt", "recording-2.txt", "recording-10.txt"));
+    unpacked = recordings.folder();
+    EXPECT_EQ(readWholeFile(unpacked / "recording-2.txt", 100).value(), "recording-2.txt");
+  }
+  EXPECT_FALSE(fs::exists(unpacked));
+  EXPECT_TRUE(fs::exists(made.path())) << "the run's own folder is not a copy";
 }
 
 TEST(ReplaySource, WhatNoControllerSaysIsNotTakenOver) {

@@ -26,7 +26,7 @@ class PlotPanel : public WindowDesk {
 
   std::string status;
   frmPlotPanel panel{clock, [] { return std::make_unique<ReportSeries>(ReportFamily::tablet); },
-                     folder.path()};
+                     {folder.path(), folder.path()}};
 };
 
 TEST_F(PlotPanel, ReadsALongRecordingInPiecesThatTheUserCanEnd) {

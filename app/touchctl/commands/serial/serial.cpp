@@ -7,6 +7,7 @@
 
 #include "app/declarations.h"
 #include "app/options.h"
+#include "app/simulated_source.h"
 #include "app/touchctl/command_line.h"
 #include "app/touchctl/commands.h"
 #include "app/touchctl/commands/report_printer.h"
@@ -444,12 +445,21 @@ struct Serial {
       const auto serial = std::make_shared<SerialOptions>();
       addSet(command, serial);
       addJson(line, command);
-      const auto* const file = command.add_option("FILE", "A recording")->required();
+      const auto* const file =
+          command
+              .add_option("FILE",
+                          "A recording; behind --simulate-from also one of SOURCE, by its name")
+              ->required();
       const FileWork work = declare(command);
       command.callback([line, serial, file, work] {
         line.fileCommand = [&options = line.options, serial, work,
                             path = absolutePathNamed(file->as<std::string>())] {
-          return work(options, serial->set, path);
+          const auto recordings = recordingsOf(options.simulateFrom);
+          if (!recordings) {
+            complain(recordings.error().describe());
+            return ExitStatus::failed;
+          }
+          return work(options, serial->set, recordingNamed(path, *recordings));
         };
       });
     });
