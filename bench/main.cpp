@@ -24,6 +24,7 @@ int main(int argc, char** argv) try {
   registerCanvas();
   registerDrawingFile();
   registerMeasure();
+  registerFleet();
   registerExchange();
   registerRawDrawing();
   registerFlood();

@@ -16,6 +16,8 @@ void registerCanvas();
 void registerDrawingFile();
 /// Judging the lines of a panel.
 void registerMeasure();
+/// Summing up the bundles of many panels.
+void registerFleet();
 /// What an exchange takes beyond its stated waits.
 void registerExchange();
 /// A minute in which nothing happens.
