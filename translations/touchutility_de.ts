@@ -3961,6 +3961,10 @@
         <source>All of it in one file, to hand over and to keep: %1</source>
         <translation>Alles in einer Datei, zum Übergeben und Aufbewahren: %1</translation>
     </message>
+    <message>
+        <source>Sho&amp;w the sheet</source>
+        <translation>Blatt an&amp;zeigen</translation>
+    </message>
 </context>
 <context>
     <name>touch::commission::frmCommissionStart</name>
@@ -4023,6 +4027,17 @@
     <message>
         <source>Chooses the folder that runs are saved in</source>
         <translation>Wählt den Ordner, in dem Abläufe gespeichert werden</translation>
+    </message>
+</context>
+<context>
+    <name>touch::commission::frmSheetView</name>
+    <message>
+        <source>&amp;Back</source>
+        <translation>&amp;Zurück</translation>
+    </message>
+    <message>
+        <source>Page %1 of %2</source>
+        <translation>Seite %1 von %2</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "commission/sheet/frmSheetPdf.h"
 
 #include <QBuffer>
+#include <QImage>
 #include <QLocale>
 #include <QPainter>
 #include <QPdfWriter>
@@ -75,12 +76,69 @@ struct Cell {
   bool right = false;
 };
 
+QPageSize paperSize() {
+  const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+  return QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4);
+}
+
+/// Where the pages go, one after the other.
+class Paper {
+ public:
+  Paper() = default;
+  Paper(const Paper&) = delete;
+  Paper& operator=(const Paper&) = delete;
+  virtual ~Paper() = default;
+  /// Has `painter` draw on the next page, the first one included.
+  virtual void turnOver(QPainter& painter) = 0;
+  /// How many of its dots a point is.
+  virtual qreal scale() const = 0;
+};
+
+class PdfPaper final : public Paper {
+ public:
+  PdfPaper(QByteArray& content, const QString& title) : buffer_(&content), writer_(&buffer_) {
+    buffer_.open(QIODevice::WriteOnly);
+    writer_.setTitle(title);
+    writer_.setResolution(dotsPerInch);
+    writer_.setPageLayout(QPageLayout(paperSize(), QPageLayout::Portrait, QMarginsF()));
+  }
+  void turnOver(QPainter& painter) override {
+    if (painter.isActive())
+      writer_.newPage();
+    else
+      painter.begin(&writer_);
+  }
+  qreal scale() const override { return dotsPerInch / pointsPerInch; }
+
+ private:
+  QBuffer buffer_;
+  QPdfWriter writer_;
+};
+
+class PicturePaper final : public Paper {
+ public:
+  PicturePaper(std::vector<QImage>& pages, int width) : pages_(pages), width_(width) {}
+  void turnOver(QPainter& painter) override {
+    if (painter.isActive()) painter.end();
+    const QSizeF page = paperSize().size(QPageSize::Point);
+    pages_.emplace_back(QSize(width_, static_cast<int>(page.height() * scale())),
+                        QImage::Format_RGB32);
+    pages_.back().fill(Qt::white);
+    painter.begin(&pages_.back());
+  }
+  qreal scale() const override { return width_ / paperSize().size(QPageSize::Point).width(); }
+
+ private:
+  std::vector<QImage>& pages_;
+  int width_;
+};
+
 /// A sheet while it is drawn from top to bottom; what does not fit begins a new page.
 class SheetPainter {
  public:
   /// `pages` is what the footer says of how many there are.
-  SheetPainter(QPdfWriter& writer, const Sheet& sheet, const Density& density, int pages)
-      : writer_(writer), sheet_(sheet), density_(density), painter_(&writer), pages_(pages) {
+  SheetPainter(Paper& paper, const Sheet& sheet, const Density& density, int pages)
+      : paper_(paper), sheet_(sheet), density_(density), pages_(pages) {
     begin();
   }
 
@@ -109,14 +167,12 @@ class SheetPainter {
   bool isComplete() const { return isComplete_; }
 
  private:
-  qreal width() const { return pageWidth_ - 2 * margin; }
-  qreal bottom() const { return pageHeight_ - margin - footerHeight; }
+  qreal width() const { return pageSize_.width() - 2 * margin; }
+  qreal bottom() const { return pageSize_.height() - margin - footerHeight; }
 
   void begin() {
-    const qreal scale = dotsPerInch / pointsPerInch;
-    pageWidth_ = writer_.width() / scale;
-    pageHeight_ = writer_.height() / scale;
-    painter_.scale(scale, scale);
+    paper_.turnOver(painter_);
+    painter_.scale(paper_.scale(), paper_.scale());
     painter_.setRenderHint(QPainter::Antialiasing);
     y_ = margin;
   }
@@ -128,7 +184,6 @@ class SheetPainter {
   void turnOver() {
     drawFooter();
     painter_.resetTransform();
-    writer_.newPage();
     ++page_;
     begin();
   }
@@ -213,7 +268,7 @@ class SheetPainter {
     constexpr qreal boxWidth = 150;
     constexpr qreal boxHeight = 54;
     const auto& [colour, ground] = coloursOf(sheet_.outcome);
-    const QRectF box(pageWidth_ - margin - boxWidth, y_, boxWidth, boxHeight);
+    const QRectF box(pageSize_.width() - margin - boxWidth, y_, boxWidth, boxHeight);
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(ground);
     painter_.drawRoundedRect(box, 6, 6);
@@ -419,17 +474,17 @@ class SheetPainter {
     const QString text =
         shownText(filled(say("commission", "%1   ·   page %2 of %3"),
                          {sheet_.subtitle, std::to_string(page_), std::to_string(pages_)}));
-    drawText(margin, pageHeight_ - margin - 10, width(), text, letters(density_.small), quiet);
+    drawText(margin, pageSize_.height() - margin - 10, width(), text, letters(density_.small),
+             quiet);
   }
 
-  QPdfWriter& writer_;
+  Paper& paper_;
   const Sheet& sheet_;
   Density density_;
+  QSizeF pageSize_ = paperSize().size(QPageSize::Point);
   QPainter painter_;
   int pages_;
   int page_ = 1;
-  qreal pageWidth_ = 0;
-  qreal pageHeight_ = 0;
   qreal y_ = 0;
   bool isDense_ = false;     ///< smaller letters, closer rows
   bool isComplete_ = false;  ///< the first page, with the signatures
@@ -440,39 +495,42 @@ struct Layout {
   bool isComplete = false;  ///< the first page holds all that is signed
 };
 
-Layout writePdf(QByteArray& content, const Sheet& sheet, const measure::Report* report,
-                const Density& density, int pages) {
-  QBuffer buffer(&content);
-  buffer.open(QIODevice::WriteOnly);
-  QPdfWriter writer(&buffer);
-  writer.setTitle(shownText(sheet.subtitle));
-  writer.setResolution(dotsPerInch);
-  const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
-  writer.setPageLayout(QPageLayout(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4),
-                                   QPageLayout::Portrait, QMarginsF()));
-  SheetPainter painter(writer, sheet, density, pages);
-  const int drawn = painter.drawAll(report);
-  return {drawn, painter.isComplete()};
+Layout tryOut(const Sheet& sheet, const measure::Report* report, const Density& density) {
+  QByteArray tried;
+  PdfPaper paper(tried, {});
+  SheetPainter painter(paper, sheet, density, 0);
+  const int pages = painter.drawAll(report);
+  return {pages, painter.isComplete()};
+}
+
+void draw(Paper& paper, const Sheet& sheet, const measure::Report* report) {
+  const Density* best = &std::end(densities)[-1];
+  int pages = 0;
+  for (const Density& density : densities) {
+    const Layout layout = tryOut(sheet, report, density);
+    if (layout.pages > mostPages || (pages > 0 && !layout.isComplete)) continue;
+    best = &density;
+    pages = layout.pages;
+    if (layout.isComplete) break;
+  }
+  if (pages == 0) pages = tryOut(sheet, report, *best).pages;
+  SheetPainter(paper, sheet, *best, pages).drawAll(report);
 }
 
 }  // namespace
 
 QByteArray sheetPdf(const Sheet& sheet, const measure::Report* report) {
-  const Density* best = &std::end(densities)[-1];
-  bool fits = false;
-  for (const Density& density : densities) {
-    QByteArray tried;
-    const Layout layout = writePdf(tried, sheet, report, density, 0);
-    if (layout.pages > mostPages || (fits && !layout.isComplete)) continue;
-    best = &density;
-    fits = true;
-    if (layout.isComplete) break;
-  }
   QByteArray content;
-  const int pages = writePdf(content, sheet, report, *best, 0).pages;
-  content.clear();
-  writePdf(content, sheet, report, *best, pages);
+  PdfPaper paper(content, shownText(sheet.subtitle));
+  draw(paper, sheet, report);
   return content;
+}
+
+std::vector<QImage> sheetPictures(const Sheet& sheet, const measure::Report* report, int width) {
+  std::vector<QImage> pages;
+  PicturePaper paper(pages, width);
+  draw(paper, sheet, report);
+  return pages;
 }
 
 Status printSheet(const RunFolder& folder, const Sheet& sheet, const measure::Report* report) {

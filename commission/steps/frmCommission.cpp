@@ -19,6 +19,7 @@
 
 #include "commission/bundle/bundle.h"
 #include "commission/sheet/frmSheetPdf.h"
+#include "commission/sheet/frmSheetView.h"
 #include "commission/steps/controller_steps.h"
 #include "commission/steps/frmCommissionStart.h"
 #include "console/doctor/frmDoctorPage.h"
@@ -100,6 +101,7 @@ frmCommission::frmCommission(const CommissionParts& parts, const CommissionCall&
       gate_(access_.clock, [this] { pages_->setEnabled(true); }),
       pages_(new QStackedWidget(this)),
       startPage_(new frmCommissionStart),
+      sheetView_(new frmSheetView),
       progress_(new QProgressBar),
       steps_(new QListWidget),
       caption_(makeText()),
@@ -117,19 +119,22 @@ frmCommission::frmCommission(const CommissionParts& parts, const CommissionCall&
       do_(new QPushButton(tr("&Start"))),
       skip_(new QPushButton(tr("S&kip …"))),
       set_(new QPushButton(tr("S&et them so"))),
-      next_(new QPushButton(tr("Ne&xt"))) {
+      next_(new QPushButton(tr("Ne&xt"))),
+      sheet_(new QPushButton(tr("Sho&w the sheet"))) {
   setObjectName("frmCommission");
   setWindowTitle(tr("Commissioning"));
   setHelpChapter(*this, "Commission a panel");
   addHelpKey(*this);
   pages_->addWidget(startPage_);
   pages_->addWidget(makeRunPage());
+  pages_->addWidget(sheetView_);
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSizeConstraint(QLayout::SetNoConstraint);
   layout->addWidget(pages_);
   connect(startPage_, &frmCommissionStart::beginRequested, this, &frmCommission::begin);
   connect(startPage_, &frmCommissionStart::folderRequested, this, &frmCommission::chooseFolder);
+  connect(sheetView_, &frmSheetView::closed, this, &frmCommission::showRunPage);
   connect(startPage_, &frmCommissionStart::leaveRequested, this, &frmCommission::askToLeave);
   connect(startPage_, &frmCommissionStart::goOnRequested, this, [this](const UnfinishedRun& one) {
     auto folder = RunFolder::open(one.folder);
@@ -249,12 +254,14 @@ QWidget* frmCommission::makeButtons() {
     QPushButton* button;
     const char* name;
     void (frmCommission::*pressed)();
-  } all[] = {{set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
+  } all[] = {// Far from where the main window has "Exit", which a second tap would meet.
+             {leave, "cmdLeaveCommission", &frmCommission::askToLeave},
+             {sheet_, "cmdShowSheet", &frmCommission::showSheet},
+             {set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
              // Not all steps have it: before "Start", which so stays in its place.
              {skip_, "cmdSkipStep", &frmCommission::skipStep},
              {do_, "cmdDoStep", &frmCommission::carryOut},
-             {next_, "cmdNextStep", &frmCommission::goOn},
-             {leave, "cmdLeaveCommission", &frmCommission::askToLeave}};
+             {next_, "cmdNextStep", &frmCommission::goOn}};
   for (const auto& [button, name, pressed] : all) {
     button->setObjectName(name);
     button->setAutoDefault(true);
@@ -263,12 +270,12 @@ QWidget* frmCommission::makeButtons() {
     buttons->addWidget(button);
   }
   setKind(*do_, ButtonKind::primary);
-  buttons->insertWidget(0, keyboardSwitch_);
+  buttons->insertWidget(1, keyboardSwitch_);
   connect(keyboardSwitch_, &QPushButton::toggled, this, [this](bool isOn) {
     auto* const first = findChild<QLineEdit*>(fields.front().name);
     if (isOn && qobject_cast<QLineEdit*>(focusWidget()) == nullptr) first->setFocus();
   });
-  buttons->insertStretch(1);
+  buttons->insertStretch(2);
   return row;
 }
 
@@ -301,7 +308,7 @@ void frmCommission::takeUp(RunFolder folder, Run run) {
   trace_.emplace(tracing_, guided_->folder());
   for (const Field& field : fields)
     findChild<QLineEdit*>(field.name)->setText(shownText(guided_->run().panel.*field.text));
-  pages_->setCurrentIndex(1);
+  showRunPage();
   choose(guided_->next().value_or(StepId::sheet));
 }
 
@@ -381,6 +388,7 @@ void frmCommission::showStep() {
   skip_->setVisible(step.mayBeSkipped && record.state == StepState::open);
   skip_->setEnabled(canBeDone);
   next_->setVisible(record.state != StepState::open && guided_->next().has_value());
+  sheet_->setVisible(id == StepId::sheet && record.state == StepState::done);
   set_->setVisible(id == StepId::settings && record.state == StepState::done && !record.found.good);
 }
 
@@ -599,13 +607,28 @@ void frmCommission::comeBack(const std::function<Status()>& step) {
   gate_.end([this, &step] { endStep(step); });
 }
 
+void frmCommission::showSheet() {
+  if (!gate_.isOpen() || !guided_) return;
+  pages_->setCurrentWidget(sheetView_);
+  if (const auto opened = sheetView_->open(guided_->folder()); !opened) {
+    showRunPage();
+    tellFailure(opened.error());
+  }
+}
+
+void frmCommission::showRunPage() {
+  pages_->setCurrentIndex(1);
+  if (sheet_->isVisible()) sheet_->setFocus();
+}
+
 void frmCommission::askToLeave() {
   gate_.leave([this] { leave(); });
 }
 
 void frmCommission::keyPressEvent(QKeyEvent* event) {
   if (event->isAutoRepeat()) return;
-  if (event->key() == Qt::Key_Escape) return askToLeave();
+  if (event->key() == Qt::Key_Escape)
+    return pages_->currentWidget() == sheetView_ ? showRunPage() : askToLeave();
   FullScreenWindow::keyPressEvent(event);
 }
 

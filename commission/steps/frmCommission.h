@@ -27,6 +27,7 @@ class ScreenKeyboard;
 namespace touch::commission {
 
 class frmCommissionStart;
+class frmSheetView;
 
 /// What a commissioning lives on. All of it outlives the window.
 struct CommissionParts {
@@ -57,6 +58,8 @@ class frmCommission final : public FullScreenWindow {
   QWidget* makePanelForm();
   QWidget* makeMends();
   QWidget* makeButtons();
+  void showSheet();
+  void showRunPage();
 
   void showStart();
   void begin();
@@ -100,6 +103,7 @@ class frmCommission final : public FullScreenWindow {
 
   QStackedWidget* pages_;
   frmCommissionStart* startPage_;
+  frmSheetView* sheetView_;
   QProgressBar* progress_;
   QListWidget* steps_;
   QLabel* caption_;
@@ -119,6 +123,7 @@ class frmCommission final : public FullScreenWindow {
   QPushButton* skip_;
   QPushButton* set_;
   QPushButton* next_;
+  QPushButton* sheet_;
 };
 
 }  // namespace touch::commission

@@ -92,14 +92,15 @@ QWidget* frmCommissionStart::makeFolderRow() {
 QWidget* frmCommissionStart::makeButtons() {
   auto* const row = new QWidget;
   auto* const buttons = new QHBoxLayout(row);
-  buttons->addStretch();
   auto* const begin = makeButton("cmdBegin", tr("&Begin"));
   setKind(*begin, ButtonKind::primary);
   connect(begin, &QPushButton::clicked, this, &frmCommissionStart::beginRequested);
   auto* const leave = makeButton("cmdLeaveCommissionStart", tr("Lea&ve"));
   connect(leave, &QPushButton::clicked, this, &frmCommissionStart::leaveRequested);
-  buttons->addWidget(begin);
+  // Far from where the main window has "Exit", which a second tap would meet.
   buttons->addWidget(leave);
+  buttons->addStretch();
+  buttons->addWidget(begin);
   return row;
 }
 

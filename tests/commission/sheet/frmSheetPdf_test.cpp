@@ -28,7 +28,27 @@ Run wholeRun(Profile profile) {
   return run;
 }
 
-TEST(SheetPdf, HasTwoPagesHoweverMuchWasMeasured) {
+struct Paper {
+  const char* name;
+  QLocale country;
+  const char* box;
+  int height;  ///< of a picture that is 612 wide
+};
+class SheetPdf : public testing::TestWithParam<Paper> {
+ protected:
+  SheetPdf() { QLocale::setDefault(GetParam().country); }
+  ~SheetPdf() override { QLocale::setDefault(before_); }
+
+ private:
+  QLocale before_;
+};
+INSTANTIATE_TEST_SUITE_P(OnPaper, SheetPdf,
+                         testing::Values(Paper{"Letter", QLocale("en_US"), "/MediaBox [0 0 612",
+                                               792},
+                                         Paper{"A4", QLocale("de_DE"), "/MediaBox [0 0 595", 866}),
+                         [](const auto& paper) { return std::string(paper.param.name); });
+
+TEST_P(SheetPdf, HasTwoPagesHoweverMuchWasMeasured) {
   for (const Profile profile : {Profile::quick, Profile::full}) {
     for (const double offset : {0.0, 9.0}) {
       measure::truth::Trial trial;
@@ -43,8 +63,16 @@ TEST(SheetPdf, HasTwoPagesHoweverMuchWasMeasured) {
       EXPECT_EQ(pdf.count("/Type /Page\n"), 2) << nameOf(profile) << ", offset " << offset;
     }
   }
-  const commission::Run unmeasured = wholeRun(Profile::quick);
-  EXPECT_EQ(sheetPdf(sheetOf(unmeasured, nullptr), nullptr).count("/Type /Page\n"), 1);
+}
+
+TEST_P(SheetPdf, IsOnThePaperOfTheUsersCountryAndLooksTheSameOnTheScreen) {
+  const Sheet sheet = sheetOf(wholeRun(Profile::quick), nullptr);
+  const QByteArray pdf = sheetPdf(sheet, nullptr);
+  EXPECT_TRUE(pdf.contains(GetParam().box));
+  EXPECT_EQ(pdf.count("/Type /Page\n"), 1);
+  const auto pictures = sheetPictures(sheet, nullptr, 612);
+  ASSERT_EQ(pictures.size(), 1U);
+  EXPECT_EQ(pictures[0].height(), GetParam().height);
 }
 
 }  // namespace

@@ -114,6 +114,17 @@ TEST_F(CommissionWindow, LeadsByEnterAloneFromTheFirstStepToTheSheet) {
   EXPECT_EQ(done(), 100);
   for (const char* const file : {"sheet.pdf", "sheet.html", "sheet.json"})
     EXPECT_TRUE(fs::exists(run() / file)) << file;
+  click("cmdShowSheet");
+  live(1ms);
+  auto* const sheet = find<QWidget>("frmSheetView");
+  EXPECT_TRUE(sheet->isVisible());
+  const auto pages = sheet->findChildren<QLabel*>();
+  EXPECT_EQ(pages.size(), 2) << "as many as the paper has";
+  auto* const area = sheet->findChild<QScrollArea*>();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown);
+  EXPECT_GT(area->verticalScrollBar()->value(), 0);
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+  EXPECT_FALSE(sheet->isVisible());
   QTest::keyClick(window, Qt::Key_Escape);
   live(0ms);
   EXPECT_EQ(left, 1);
