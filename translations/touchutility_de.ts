@@ -799,6 +799,14 @@
         <source>en</source>
         <translation>de</translation>
     </message>
+    <message>
+        <source>Simulated</source>
+        <translation>Simuliert</translation>
+    </message>
+    <message>
+        <source>controller and panel: no real one was touched</source>
+        <translation>Controller und Panel: keins war echt</translation>
+    </message>
 </context>
 <context>
     <name>debugger</name>
@@ -2588,8 +2596,8 @@
         <translation>Pfeile vom Ort der Berührung zum gemeldeten Ort, %1-mal so lang gezeichnet.</translation>
     </message>
     <message>
-        <source>The ring marks the worst place.</source>
-        <translation>Der Ring markiert die schlechteste Stelle.</translation>
+        <source>The ring marks the worst place. Red is %1 %2 and more: the limit.</source>
+        <translation>Der Ring zeigt die schlechteste Stelle. Rot ist ab %1 %2: der Grenze.</translation>
     </message>
 </context>
 <context>

@@ -252,7 +252,12 @@ std::vector<Fact> remarksOf(const Run& run, const Report* report) {
   const std::string none = say("commission", "nothing");
   const bool isNominal =
       report != nullptr && report->measurement.size.source == measure::SizeSource::nominal;
+  // In the language in which the run was begun.
+  const bool isSimulated =
+      run.driver == "simulated" || run.driver == say("commission", "simulated");
   return {
+      {say("commission", "Simulated"),
+       isSimulated ? say("commission", "controller and panel: no real one was touched") : none},
       {say("commission", "Repeated"), repeated.empty() ? none : joined(repeated, ", ")},
       {say("commission", "Skipped"), skipped.empty() ? none : joined(skipped, ", ")},
       {say("commission", "Nominal"),

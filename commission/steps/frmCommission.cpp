@@ -132,6 +132,9 @@ frmCommission::frmCommission(const CommissionParts& parts, const CommissionCall&
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSizeConstraint(QLayout::SetNoConstraint);
   layout->addWidget(pages_);
+  // Whoever goes on by the keyboard meets "Leave" last.
+  setTabOrder(keyboardSwitch_, set_);
+  setTabOrder(sheet_, findChild<QWidget*>("cmdLeaveCommission"));
   connect(startPage_, &frmCommissionStart::beginRequested, this, &frmCommission::begin);
   connect(startPage_, &frmCommissionStart::folderRequested, this, &frmCommission::chooseFolder);
   connect(sheetView_, &frmSheetView::closed, this, &frmCommission::showRunPage);
@@ -256,12 +259,12 @@ QWidget* frmCommission::makeButtons() {
     void (frmCommission::*pressed)();
   } all[] = {// Far from where the main window has "Exit", which a second tap would meet.
              {leave, "cmdLeaveCommission", &frmCommission::askToLeave},
-             {sheet_, "cmdShowSheet", &frmCommission::showSheet},
              {set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
              // Not all steps have it: before "Start", which so stays in its place.
              {skip_, "cmdSkipStep", &frmCommission::skipStep},
              {do_, "cmdDoStep", &frmCommission::carryOut},
-             {next_, "cmdNextStep", &frmCommission::goOn}};
+             {next_, "cmdNextStep", &frmCommission::goOn},
+             {sheet_, "cmdShowSheet", &frmCommission::showSheet}};
   for (const auto& [button, name, pressed] : all) {
     button->setObjectName(name);
     button->setAutoDefault(true);
@@ -269,7 +272,7 @@ QWidget* frmCommission::makeButtons() {
     connect(button, &QPushButton::clicked, this, pressed);
     buttons->addWidget(button);
   }
-  setKind(*do_, ButtonKind::primary);
+  setKind(*sheet_, ButtonKind::primary);
   buttons->insertWidget(1, keyboardSwitch_);
   connect(keyboardSwitch_, &QPushButton::toggled, this, [this](bool isOn) {
     auto* const first = findChild<QLineEdit*>(fields.front().name);
@@ -343,7 +346,8 @@ void frmCommission::showRun() {
     icon.addPixmap(icon.pixmap(size), QIcon::Selected);
     item->setIcon(icon);
     item->setData(Qt::AccessibleTextRole, caption + ", " + word);
-    item->setSizeHint({0, fingerSize()});
+    // A little less than usual: so all ten are seen at once on a screen that is 480 high.
+    item->setSizeHint({0, fingerSize() - 2});
   }
 }
 
@@ -385,6 +389,7 @@ void frmCommission::showStep() {
   showAdvice();
   do_->setText(record.state == StepState::open ? tr("&Start") : tr("&Repeat"));
   do_->setEnabled(canBeDone);
+  setKind(*do_, record.state == StepState::open ? ButtonKind::primary : ButtonKind::plain);
   skip_->setVisible(step.mayBeSkipped && record.state == StepState::open);
   skip_->setEnabled(canBeDone);
   next_->setVisible(record.state != StepState::open && guided_->next().has_value());

@@ -101,6 +101,7 @@ QWidget* frmCommissionStart::makeButtons() {
   buttons->addWidget(leave);
   buttons->addStretch();
   buttons->addWidget(begin);
+  setTabOrder(begin, leave);
   return row;
 }
 

@@ -222,7 +222,7 @@ QWidget* frmSettingsPage::makeTiming() {
     caption->setWordWrap(true);
     value->setObjectName(control.label);
     value->setFont(boldened(value->font()));
-    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    value->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     value->setMinimumWidth(fingerSize());
     mark->setObjectName(control.mark);
     mark->setFont(boldened(mark->font()));
@@ -234,12 +234,15 @@ QWidget* frmSettingsPage::makeTiming() {
     // Below each other beside their bar; two bars are beside each other where there is room.
     auto* const shown = new QGridLayout;
     shown->setSpacing(0);
-    shown->addWidget(value, 0, 0);
+    shown->setColumnStretch(1, 1);
+    // As much above the value as the mark takes below it: so it stands beside the bar's middle.
+    shown->setRowMinimumHeight(0, mark->sizeHint().height());
+    shown->addWidget(value, 1, 0);
     // Nobody knows in what the driver counts the area.
     shown->addWidget(
         new QLabel(control.bar == SettingsPanel::Bar::doubleClickArea ? QString() : ' ' + tr("ms")),
-        0, 1);
-    shown->addWidget(mark, 1, 0, 1, 2, Qt::AlignRight);
+        1, 1);
+    shown->addWidget(mark, 2, 0, 1, 2, Qt::AlignLeft);
     const bool isWide = !isSmallScreen();
     const int row = isWide ? static_cast<int>(i) / 2 : static_cast<int>(i);
     const int column = isWide ? columnsOfABar * (static_cast<int>(i) % 2) : 0;

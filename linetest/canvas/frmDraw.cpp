@@ -236,12 +236,12 @@ void frmDraw::makeTools() {
   buttons->setSpacing(gap);
   buttons->addWidget(help_);
   buttons->addWidget(undo_);
-  auto* const tolerance = new QHBoxLayout(lessUsedTools_);
+  auto* const tolerance = new QGridLayout(lessUsedTools_);
   tolerance->setContentsMargins(0, 0, 0, 0);
-  tolerance->setSpacing(gap);
-  tolerance->addWidget(toleranceView_);
-  tolerance->addWidget(toleranceBar_, 1);
-  tolerance->addWidget(toleranceLabel_);
+  tolerance->setSpacing(gap / 2);
+  tolerance->addWidget(toleranceView_, 0, 0);
+  tolerance->addWidget(toleranceLabel_, 0, 1, Qt::AlignRight);
+  tolerance->addWidget(toleranceBar_, 1, 0, 1, 2);
   auto* const layout = new QVBoxLayout(tools_);
   layout->setContentsMargins(gap / 2, gap / 2, gap / 2, gap / 2);
   layout->setSpacing(gap / 2);

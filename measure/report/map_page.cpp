@@ -19,8 +19,8 @@ constexpr float barWidth = 400;
 constexpr float overlap = 20;  // of neighbouring areas, else the paper shows between them
 constexpr Colour ink{32, 32, 32};
 
-/// From blue, where touches hit, over green and yellow to red, where they miss most. The steps
-/// differ in lightness as well, for those who see no red.
+/// From blue, where touches hit, over green and yellow to red, where they miss by the limit and
+/// more. The steps differ in lightness as well, for those who see no red.
 Colour colourOf(double part) {
   constexpr Colour scale[] = {
       {38, 56, 120}, {42, 120, 142}, {90, 180, 110}, {245, 220, 80}, {190, 40, 40}};
@@ -69,14 +69,16 @@ void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size,
   surface.text({corner.x, corner.y + tick + 2.3F * letters}, unit, ink, letters, TextAnchor::start);
 }
 
+/// From 0 to `most`; what is beyond `limit` is red.
 void drawBar(ChartSurface& surface, TwipsPoint corner, float height, float letters, double most,
-             const std::string& unit) {
+             double limit, const std::string& unit) {
   constexpr int steps = 50;
   const float part = height / steps;
   // Each down to the bottom, where the next covers it.
   for (int step = steps; step > 0; --step)
     surface.area({corner.x, corner.y + height - static_cast<float>(step) * part},
-                 {barWidth, static_cast<float>(step) * part}, colourOf((step - 0.5) / steps));
+                 {barWidth, static_cast<float>(step) * part},
+                 colourOf((step - 0.5) / steps * most / limit));
   for (const double mark : {0.0, 0.5, 1.0})
     surface.text({corner.x + 1.3F * barWidth,
                   corner.y + height * static_cast<float>(1 - mark) + letters / 3},
@@ -92,6 +94,9 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   const PanelSize& size = measurement.size;
   const std::string unit = unitText(size, "mm").substr(1);  // without its blank
   const double most = map.worst.error.norm();
+  // What a line may be off.
+  const double limit = std::max(
+      measurement.limits[Length::offset].on(std::max(size.width, size.height)).value, 1e-3);
   surface.text(
       {margin, margin},
       filled(say("measure", "Errors of %1 × %2 %3, up to %4 %3"),
@@ -114,7 +119,7 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
     const PointMm extent = (at + cell / 2 + further).cwiseMin(end) - from;
     surface.area(frame.at(from),
                  {static_cast<float>(extent.x()) * perMm, static_cast<float>(extent.y()) * perMm},
-                 colourOf(most > 0 ? error.norm() / most : 0));
+                 colourOf(error.norm() / limit));
   }
   // The longest arrow reaches as far as the next one begins.
   constexpr std::size_t every = 4;
@@ -129,14 +134,15 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   surface.circle(frame.at(map.worst.at), 200, ink, 2);
   drawAxes(surface, frame, size, unit);
   drawBar(surface, {mapPage.width - right, corner.y}, static_cast<float>(size.height.value) * perMm,
-          letters, most, unit);
+          letters, std::max(most, limit), limit, unit);
   float line = mapPage.height - margin;
   for (const std::string& text :
        {filled(
             say("measure",
                 "Arrows from where a touch was to where it was reported, drawn %1 times as long."),
             {fmt::format("{:.0f}", enlarged)}),
-        say("measure", "The ring marks the worst place.")}) {
+        filled(say("measure", "The ring marks the worst place. Red is %1 %2 and more: the limit."),
+               {fmt::format("{:.2f}", limit), unit})}) {
     surface.text({margin / 2, line}, text, ink, letters, TextAnchor::start);
     line += 1.3F * letters;
   }

@@ -1,6 +1,7 @@
 #include "measure/windows/frmGuideBox.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <utility>
@@ -17,7 +18,9 @@ constexpr int margin = 8;
 frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* instructionName,
                          QWidget* parent)
     : QFrame(parent),
-      title_(new QLabel(this)),
+      head_(new QWidget(this)),
+      title_(new QLabel),
+      outcome_(new QLabel),
       drawing_(new QLabel(this)),
       instruction_(new QLabel(this)),
       grid_(new QGridLayout(this)) {
@@ -30,6 +33,14 @@ frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* in
   bold.setBold(true);
   title_->setFont(bold);
   title_->setWordWrap(true);
+  outcome_->setObjectName("outcome");
+  outcome_->setFont(resized(bold, 1.3));
+  outcome_->setMargin(3);
+  outcome_->hide();
+  auto* const row = new QHBoxLayout(head_);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(title_, 1);
+  row->addWidget(outcome_, 0, Qt::AlignTop);
   drawing_->setObjectName("drawing");
   drawing_->hide();
   instruction_->setObjectName(instructionName);
@@ -37,6 +48,24 @@ frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* in
   instruction_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
   grid_->setContentsMargins(margin, margin, margin, margin);
   grid_->setSpacing(isSmallScreen() ? 3 : 6);
+}
+
+void frmGuideBox::showOutcome(std::optional<Outcome> outcome) {
+  isJudged_ = outcome.has_value();
+  outcome_->setVisible(isJudged_);
+  if (!outcome) return;
+  outcome_->setText(wordOf(*outcome));
+  // The box is light, whatever the theme.
+  const QColor ground = *outcome == Outcome::pass ? "#1e7d3c" : "#b3261e";
+  outcome_->setStyleSheet("background: " + ground.name() + "; color: white; border-radius: 4px");
+}
+
+void frmGuideBox::fit(int width) {
+  outcome_->setVisible(isJudged_);
+  const int needed = title_->minimumSizeHint().width() + outcome_->sizeHint().width() + 4 * margin;
+  if (needed > width) outcome_->hide();
+  head_->layout()->activate();
+  resize(width, grid_->totalHeightForWidth(width));
 }
 
 void frmGuideBox::showDrawing(const QString& name, const QString& description) {

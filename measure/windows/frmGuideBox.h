@@ -2,7 +2,10 @@
 
 #include <QFrame>
 #include <functional>
+#include <optional>
 #include <vector>
+
+#include "measure/judging/verdict.h"
 
 class QGridLayout;
 class QLabel;
@@ -26,6 +29,14 @@ class frmGuideBox final : public QFrame {
   /// away. `description` is for those who cannot see it.
   void showDrawing(const QString& name, const QString& description = {});
 
+  /// How what is shown was judged, to be seen from afar; nothing takes it away. In a box that is
+  /// too narrow it stays away: the instruction says it, too.
+  void showOutcome(std::optional<Outcome> outcome);
+  /// As high as it has to be for this width.
+  void fit(int width);
+
+  /// The title with the outcome behind it.
+  QWidget& head() { return *head_; }
   QLabel& title() { return *title_; }
   QLabel& drawing() { return *drawing_; }
   QLabel& instruction() { return *instruction_; }
@@ -34,7 +45,10 @@ class frmGuideBox final : public QFrame {
   const std::vector<QPushButton*>& buttons() const { return buttons_; }
 
  private:
+  QWidget* head_;
   QLabel* title_;
+  QLabel* outcome_;
+  bool isJudged_ = false;
   QLabel* drawing_;
   QLabel* instruction_;
   QGridLayout* grid_;

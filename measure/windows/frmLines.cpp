@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "linetest/files/damaged_files.h"
-#include "measure/judging/verdict.h"
 #include "measure/lines/guide_picture.h"
 #include "measure/lines/line_files.h"
 #include "measure/report/conditions.h"
@@ -75,7 +74,7 @@ void frmLines::addButtons() {
 // Tall beside a vertical line, flat above or below a horizontal one.
 void frmLines::arrangeBox(int columns) {
   QGridLayout& grid = box_->grid();
-  grid.addWidget(&box_->title(), 0, 0, 1, columns);
+  grid.addWidget(&box_->head(), 0, 0, 1, columns);
   grid.addWidget(&box_->drawing(), 1, 0, 1, columns);
   grid.addWidget(&box_->instruction(), 2, 0, 1, columns);
   int place = 0;
@@ -217,6 +216,13 @@ void frmLines::askForBlame() {
   if (answer != Answer::none) procedure_->blame(answer == Answer::yes ? Blame::panel : Blame::hand);
 }
 
+std::optional<Outcome> frmLines::outcomeOf(const Guide& guide) const {
+  if (!procedure_->drawn().empty())
+    return judgeLine(*measurement_, procedure_->drawnFigures()).outcome();
+  if (procedure_->kept(guide).empty()) return std::nullopt;
+  return judgeLine(*measurement_, procedure_->keptFigures(guide)).outcome();
+}
+
 QString frmLines::instructionFor(const Guide& guide) const {
   const bool isDrawn = !procedure_->drawn().empty();
   if (!isDrawn && procedure_->kept(guide).empty())
@@ -251,6 +257,7 @@ void frmLines::showLine(const QString& note) {
                             .arg(procedure_->guides().size()));
   box_->instruction().setText(note.isEmpty() ? instructionFor(*guide) : note);
   const bool isFirst = procedure_->drawn().empty();
+  box_->showOutcome(outcomeOf(*guide));
   box_->showDrawing(isFirst && height() >= heightForDrawing ? "straight-edge" : "",
                     tr("A ruler lies beside the line, held on the panel's frame."));
   repeatButton_->setEnabled(!isFirst);
@@ -270,7 +277,7 @@ void frmLines::placeBox() {
   const int half = (vertical ? width() : height()) / 2;
   const int room = (vertical ? half : width()) - 2 * pageGap;
   const int boxWidth = std::min(room, widestBox);
-  box_->resize(boxWidth, box_->grid().totalHeightForWidth(boxWidth));
+  box_->fit(boxWidth);
   const QSize free(width() - box_->width(), height() - box_->height());
   box_->raise();
   // The middle of the half that the line does not cross.

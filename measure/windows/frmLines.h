@@ -9,6 +9,7 @@
 
 #include "core/driver/simulation.h"
 #include "core/messages/messages.h"
+#include "measure/judging/verdict.h"
 #include "measure/lines/line_procedure.h"
 #include "measure/windows/reported_touch.h"
 #include "support/prompt.h"
@@ -75,6 +76,8 @@ class frmLines final : public QWidget {
   void askForBlame();
   void showLine(const QString& note = {});
   QString instructionFor(const Guide& guide) const;
+  /// Nothing before it was drawn.
+  std::optional<Outcome> outcomeOf(const Guide& guide) const;
   void arrangeBox(int columns);
   void placeBox();
 

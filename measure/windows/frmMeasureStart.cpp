@@ -182,14 +182,14 @@ QWidget* frmMeasureStart::makeTests() {
 QWidget* frmMeasureStart::makeButtons() {
   auto* const row = new QWidget;
   auto* const buttons = new QHBoxLayout(row);
-  buttons->addStretch();
   const struct {
     QString caption;
     const char* name;
     void (frmMeasureStart::*pressed)();
-  } all[] = {{tr("&Start"), "cmdStart", &frmMeasureStart::startRequested},
+    // Far from where the next page has "Leave", and the last one "Start".
+  } all[] = {{tr("Lea&ve"), "cmdLeaveStart", &frmMeasureStart::leaveRequested},
              {tr("Op&en …"), "cmdOpen", &frmMeasureStart::openRequested},
-             {tr("Lea&ve"), "cmdLeaveStart", &frmMeasureStart::leaveRequested}};
+             {tr("&Start"), "cmdStart", &frmMeasureStart::startRequested}};
   for (const auto& [caption, name, pressed] : all) {
     auto* const button = new QPushButton(caption);
     button->setObjectName(name);
@@ -199,7 +199,12 @@ QWidget* frmMeasureStart::makeButtons() {
     makeFingerSized(*button);
     connect(button, &QPushButton::clicked, this, pressed);
     buttons->addWidget(button);
+    if (pressed == &frmMeasureStart::leaveRequested) buttons->addStretch();
   }
+  // Whoever goes on by the keyboard meets it last.
+  const auto found = row->findChildren<QPushButton*>();
+  setTabOrder(found[2], found[1]);
+  setTabOrder(found[1], found[0]);
   return row;
 }
 

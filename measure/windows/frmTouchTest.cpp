@@ -94,7 +94,7 @@ void frmTouchTest::addButtons() {
   leave_ = box_->addButton("cmdTestLeave", tr("&Leave"), tr("Ends this test (Esc)"),
                            [this] { emit leaveRequested(); });
   QGridLayout& grid = box_->grid();
-  grid.addWidget(&box_->title(), 0, 0, 1, 2);
+  grid.addWidget(&box_->head(), 0, 0, 1, 2);
   grid.addWidget(&box_->drawing(), 1, 0, 1, 2);
   grid.addWidget(&box_->instruction(), 2, 0, 1, 2);
   grid.addWidget(byPanel_, 3, 0);

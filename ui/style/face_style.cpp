@@ -74,6 +74,11 @@ class Brushwork {
   QPainter& painter_;
 };
 
+/// Between the frame of a field and its text.
+int fieldInset() {
+  return isSmallScreen() ? 2 : 5;
+}
+
 bool isOn(const QStyleOption& option, QStyle::StateFlag flag) {
   return option.state.testFlag(flag);
 }
@@ -91,7 +96,11 @@ bool showsFocus(const QStyleOption& option) {
 
 void drawButton(const QStyleOption& option, QPainter& painter, const QWidget* widget) {
   const Colours& colours = coloursOf(option.palette);
-  const bool isPressed = isOn(option, QStyle::State_Sunken) || isOn(option, QStyle::State_On);
+  const bool isChecked = isOn(option, QStyle::State_On);
+  const bool isPressed = isOn(option, QStyle::State_Sunken) || isChecked;
+  const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(&option);
+  const bool isDefault =
+      button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton);
   const bool isHovered = isOn(option, QStyle::State_MouseOver);
   QColor fill = isPressed ? colours.shade : isHovered ? colours.accentSoft : colours.card;
   QColor line = colours.edge;
@@ -105,8 +114,15 @@ void drawButton(const QStyleOption& option, QPainter& painter, const QWidget* wi
   } else if (kindOf(widget) == ButtonKind::dangerous) {
     if (isHovered && !isPressed) fill = colours.problemSoft;
     line = colours.problem;
+  } else if (isChecked) {
+    fill = colours.accentSoft;
   }
-  Brushwork(painter).box(option.rect, fill, line, controlRadius);
+  Brushwork work(painter);
+  work.box(option.rect, fill, line, controlRadius);
+  // What stays pressed, and what Enter does in a box, is seen without the keyboard, too.
+  if (isOn(option, QStyle::State_Enabled) && kindOf(widget) == ButtonKind::plain &&
+      (isChecked || isDefault))
+    work.ring(option.rect, colours.accent, controlRadius);
 }
 
 void drawSwitch(const QStyleOption& option, QPainter& painter) {
@@ -208,14 +224,28 @@ void drawBar(const QStyleOptionSlider& option, QPainter& painter, const BarParts
     work.box(handle, isOn(option, QStyle::State_MouseOver) ? colours.quiet : colours.edge, {},
              std::min(handle.width(), handle.height()) / 2);
   }
+  if (asSlider) {
+    constexpr qreal apart = 2;
+    for (const auto& [place, part] : {std::pair(parts.less, QStyle::SC_ScrollBarSubLine),
+                                      std::pair(parts.more, QStyle::SC_ScrollBarAddLine)}) {
+      const bool isPressed =
+          isOn(option, QStyle::State_Sunken) && option.activeSubControls.testFlag(part);
+      work.box(isLevel ? place.adjusted(0, apart, 0, -apart) : place.adjusted(apart, 0, -apart, 0),
+               isPressed ? colours.shade : colours.card, isEnabled ? colours.edge : colours.line,
+               controlRadius);
+    }
+  }
   work.chevron(parts.less.center(), arrow, isLevel ? 180 : 270, mark);
   work.chevron(parts.more.center(), arrow, isLevel ? 0 : 90, mark);
   if (showsFocus(option)) work.ring(option.rect, colours.accent, controlRadius);
 }
 
+/// A shape of its own for each: nobody has to tell red from amber.
 struct StateSign {
+  enum class Shape : std::uint8_t { tick, cross, letter };
   QColor colour;
-  QChar letter;  ///< null: a tick
+  Shape shape = Shape::tick;
+  QChar letter{};
 };
 
 QPixmap drawState(const StateSign& sign, const QColor& on, int side) {
@@ -225,11 +255,18 @@ QPixmap drawState(const StateSign& sign, const QColor& on, int side) {
   Brushwork work(painter);
   const qreal length = side;
   work.disc({length / 2, length / 2}, length / 2, sign.colour, {});
-  if (sign.letter.isNull()) {
-    painter.setPen(QPen(on, length / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const QPen stroke(on, length / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+  if (sign.shape == StateSign::Shape::tick) {
+    painter.setPen(stroke);
     painter.drawPolyline(QPolygonF({{length * 0.28, length * 0.53},
                                     {length * 0.44, length * 0.68},
                                     {length * 0.73, length * 0.36}}));
+  } else if (sign.shape == StateSign::Shape::cross) {
+    painter.setPen(stroke);
+    const qreal from = length * 0.33;
+    const qreal to = length * 0.67;
+    painter.drawLine(QPointF(from, from), QPointF(to, to));
+    painter.drawLine(QPointF(from, to), QPointF(to, from));
   } else {
     QFont font;
     font.setPixelSize(side * 3 / 4);
@@ -295,6 +332,7 @@ QSize FaceStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     needed.setHeight(std::max(needed.height(),
                               tab->iconSize.height() + tab->fontMetrics.height() + 2 * besideSign));
   }
+  if (type == CT_ComboBox || type == CT_LineEdit) needed.rwidth() += 2 * fieldInset();
   if (type == CT_ToolButton && !isPartOfControl(widget))
     needed = {needed.width() + 3 * besideSign, std::max(needed.height(), fingerSize())};
   return needed;
@@ -303,6 +341,8 @@ QSize FaceStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 QRect FaceStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                 SubControl part, const QWidget* widget) const {
   QRect place = FingerStyle::subControlRect(control, option, part, widget);
+  if (control == CC_ComboBox && part == SC_ComboBoxEditField)
+    return place.adjusted(fieldInset(), 0, 0, 0);
   const auto* const box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
   if (control != CC_GroupBox || box == nullptr || box->text.isEmpty()) return place;
   // The title is within the card.
@@ -313,6 +353,14 @@ QRect FaceStyle::subControlRect(ComplexControl control, const QStyleOptionComple
   return place;
 }
 
+QRect FaceStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                const QWidget* widget) const {
+  const QRect place = FingerStyle::subElementRect(element, option, widget);
+  const auto* const frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+  const bool isField = element == SE_LineEditContents && frame != nullptr && frame->lineWidth > 0;
+  return isField ? place.adjusted(fieldInset(), 0, -fieldInset(), 0) : place;
+}
+
 QIcon FaceStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
                               const QWidget* widget) const {
   const QPalette palette = widget == nullptr ? QGuiApplication::palette() : widget->palette();
@@ -320,15 +368,15 @@ QIcon FaceStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
   const auto sign = [&]() -> std::optional<StateSign> {
     switch (icon) {
       case SP_DialogApplyButton:
-        return StateSign{colours.good, {}};
+        return StateSign{colours.good};
       case SP_MessageBoxInformation:
-        return StateSign{colours.accent, 'i'};
+        return StateSign{colours.accent, StateSign::Shape::letter, 'i'};
       case SP_MessageBoxQuestion:
-        return StateSign{colours.accent, '?'};
+        return StateSign{colours.accent, StateSign::Shape::letter, '?'};
       case SP_MessageBoxWarning:
-        return StateSign{colours.remark, '!'};
+        return StateSign{colours.remark, StateSign::Shape::letter, '!'};
       case SP_MessageBoxCritical:
-        return StateSign{colours.problem, '!'};
+        return StateSign{colours.problem, StateSign::Shape::cross};
       default:
         return std::nullopt;
     }
@@ -410,9 +458,13 @@ void FaceStyle::drawControl(ControlElement element, const QStyleOption* option, 
     }
     case CE_PushButtonLabel: {
       const auto* const button = qstyleoption_cast<const QStyleOptionButton*>(option);
+      if (button == nullptr) break;
       const ButtonKind kind = kindOf(widget);
-      if (button == nullptr || kind == ButtonKind::plain || !isOn(*option, State_Enabled)) break;
       QStyleOptionButton coloured(*button);
+      // Else text stands as close to its sign as letters do to each other.
+      if (!button->icon.isNull() && !button->text.isEmpty()) coloured.text.prepend(' ');
+      if (kind == ButtonKind::plain || !isOn(*option, State_Enabled))
+        return FingerStyle::drawControl(element, &coloured, painter, widget);
       coloured.palette.setColor(QPalette::ButtonText,
                                 kind == ButtonKind::primary ? colours.onAccent : colours.problem);
       if (kind == ButtonKind::primary && !button->icon.isNull()) {
