@@ -35,6 +35,7 @@
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/screens/screen_size.h"
+#include "ui/style/colours.h"
 #include "ui/style/face_style.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
@@ -106,6 +107,7 @@ frmCommission::frmCommission(const CommissionParts& parts, const CommissionCall&
       steps_(new QListWidget),
       caption_(makeText()),
       purpose_(makeText()),
+      verdict_(makeText()),
       found_(makeText()),
       before_(makeText()),
       panelForm_(makePanelForm()),
@@ -176,6 +178,8 @@ QWidget* frmCommission::makeStep() {
   caption_->setObjectName("stepCaption");
   caption_->setFont(resized(caption_->font(), captionSize));
   purpose_->setObjectName("stepPurpose");
+  verdict_->setObjectName("runVerdict");
+  verdict_->setFont(resized(verdict_->font(), 2));
   found_->setObjectName("stepFound");
   before_->setObjectName("stepBefore");
   targets_->setObjectName("calibrationTargets");
@@ -193,7 +197,7 @@ QWidget* frmCommission::makeStep() {
   connect(monitors_, &frmMonitorRow::assigned, this, &frmCommission::chooseMonitor);
   for (QWidget* const part :
        std::initializer_list<QWidget*>{caption_, purpose_, monitors_, panelForm_, advice_,
-                                       targetsRow_, found_, mends_, before_})
+                                       targetsRow_, verdict_, found_, mends_, before_})
     rows->addWidget(part);
   rows->addStretch();
   auto* const page = new ScrolledPage;
@@ -364,9 +368,12 @@ void frmCommission::showStep() {
   if (record.state == StepState::skipped) lines << tr("Skipped: %1").arg(shownText(record.reason));
   for (const std::string& text : record.found.texts)
     lines << shownText(text);
+  showVerdict(id);
+  if (id == StepId::verdict && verdict_->isVisibleTo(this)) lines.removeFirst();
   if (id == StepId::sheet && record.state == StepState::done) {
-    for (const std::string& text : run[StepId::verdict].found.texts)
-      lines << shownText(text);
+    const auto& told = run[StepId::verdict].found.texts;
+    for (const std::string& reason : std::span(told).subspan(std::min<std::size_t>(1, told.size())))
+      lines << shownText(reason);
     lines << tr("The sheet is in the folder %1: sheet.pdf, sheet.html, sheet.json.")
                  .arg(shownText(utf8Of(guided_->folder().path())))
           << tr("All of it in one file, to hand over and to keep: %1")
@@ -395,6 +402,25 @@ void frmCommission::showStep() {
   next_->setVisible(record.state != StepState::open && guided_->next().has_value());
   sheet_->setVisible(id == StepId::sheet && record.state == StepState::done);
   set_->setVisible(id == StepId::settings && record.state == StepState::done && !record.found.good);
+}
+
+/// In the letters and the colour of an outcome, on the steps from the verdict on.
+void frmCommission::showVerdict(StepId id) {
+  const StepRecord& judged = guided_->run()[StepId::verdict];
+  const auto& texts = judged.found.texts;
+  const bool isKnown = judged.state == StepState::done && !texts.empty();
+  verdict_->setVisible(isKnown && (id == StepId::verdict || id == StepId::sheet));
+  if (!isKnown) return;
+  const QString word = shownText(texts.front());
+  const Colours& colours = coloursOf(palette());
+  QPalette coloured = verdict_->palette();
+  coloured.setColor(QPalette::WindowText,
+                    judged.found.good ? colours.good
+                    : word.startsWith(measure::wordOf(measure::Outcome::incomplete))
+                        ? colours.remark
+                        : colours.problem);
+  verdict_->setPalette(coloured);
+  verdict_->setText(word);
 }
 
 /// An earlier measurement takes a while to be judged, and is only when the step can be done.

@@ -68,6 +68,7 @@ class frmCommission final : public FullScreenWindow {
   void choose(StepId id);
   void showRun();
   void showStep();
+  void showVerdict(StepId id);
   void showAdvice();
   void carryOut();
   Status lookAround();
@@ -108,6 +109,7 @@ class frmCommission final : public FullScreenWindow {
   QListWidget* steps_;
   QLabel* caption_;
   QLabel* purpose_;
+  QLabel* verdict_;
   QLabel* found_;
   QLabel* before_;  ///< what the step before has found, when it has just ended
   QWidget* panelForm_;

@@ -54,7 +54,7 @@ Place placeOf(SensorType type, std::size_t wire) {
 class SensorDrawing final : public QWidget {
  public:
   SensorDrawing() : grid_(new QGridLayout(this)) {
-    grid_->setSpacing(isSmallScreen() ? 8 : 28);
+    grid_->setSpacing(isSmallScreen() ? 8 : 14);
     for (const int cell : {0, 1, 2}) {
       grid_->setRowStretch(cell, 1);
       grid_->setColumnStretch(cell, 1);
@@ -145,6 +145,16 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
     controls.box->setObjectName("wire_" + QString::number(wire));
     auto* const form = new QFormLayout(controls.box);
     form->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    form->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    if (!isSmallScreen()) {
+      // So that all four wires are seen at once.
+      constexpr int closer = 4;
+      form->setVerticalSpacing(closer);
+      QMargins around = form->contentsMargins();
+      around.setTop(closer);
+      around.setBottom(closer + 2);
+      form->setContentsMargins(around);
+    }
     form->addRow(tr("Channel"), controls.channel);
     form->addRow(tr("Bit"), controls.bit);
     for (QSpinBox* const number : {controls.channel, controls.bit}) {

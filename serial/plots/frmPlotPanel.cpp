@@ -77,8 +77,10 @@ class PlotPicture final : public QWidget {
       if (column.reports == 0) continue;
       const auto stroke = [&](int top, double low, double high) {
         const double x = static_cast<double>(i);
-        painter.drawLine(QPointF(x, top + band - 2 - low * (band - 4)),
-                         QPointF(x, top + band - 2 - high * (band - 4)));
+        // Below the caption.
+        const int room = band - painter.fontMetrics().height() - 4;
+        painter.drawLine(QPointF(x, top + band - 2 - low * room),
+                         QPointF(x, top + band - 2 - high * room));
       };
       stroke(0, fractionOf(column.x.first, most), fractionOf(column.x.second, most));
       stroke(band, fractionOf(column.y.first, most), fractionOf(column.y.second, most));

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QIcon>
 #include <QPainter>
@@ -12,6 +13,7 @@
 #include <QToolButton>
 #include <algorithm>
 #include <optional>
+#include <tuple>
 
 #include "ui/style/colours.h"
 
@@ -73,6 +75,15 @@ class Brushwork {
  private:
   QPainter& painter_;
 };
+
+/// Of a number's minus and plus, which stand side by side: a finger hits them.
+int stepWidth() {
+  return isSmallScreen() ? 20 : 32;
+}
+
+bool hasSteps(const QStyleOptionSpinBox* box) {
+  return box != nullptr && box->buttonSymbols != QAbstractSpinBox::NoButtons;
+}
 
 /// Between the frame of a field and its text.
 int fieldInset() {
@@ -240,6 +251,27 @@ void drawBar(const QStyleOptionSlider& option, QPainter& painter, const BarParts
   if (showsFocus(option)) work.ring(option.rect, colours.accent, controlRadius);
 }
 
+void drawSteps(const QStyleOptionSpinBox& box, QPainter& painter, const QRectF& less,
+               const QRectF& more) {
+  const Colours& colours = coloursOf(box.palette);
+  Brushwork work(painter);
+  constexpr qreal arm = 6;
+  for (const auto& [place, part, flag] :
+       {std::tuple(less, QStyle::SC_SpinBoxDown, QAbstractSpinBox::StepDownEnabled),
+        std::tuple(more, QStyle::SC_SpinBoxUp, QAbstractSpinBox::StepUpEnabled)}) {
+    const bool isEnabled = isOn(box, QStyle::State_Enabled) && box.stepEnabled.testFlag(flag);
+    if (isOn(box, QStyle::State_Sunken) && box.activeSubControls.testFlag(part))
+      work.box(place.adjusted(2, 2, -2, -2), colours.shade, {}, controlRadius);
+    painter.setPen(QPen(isEnabled ? colours.edge : colours.line, 1));
+    painter.drawLine(place.topLeft() + QPointF(0, 1), place.bottomLeft() - QPointF(0, 1));
+    painter.setPen(QPen(isEnabled ? colours.text : colours.quiet, 2, Qt::SolidLine, Qt::RoundCap));
+    const QPointF middle = place.center();
+    painter.drawLine(middle - QPointF(arm, 0), middle + QPointF(arm, 0));
+    if (part == QStyle::SC_SpinBoxUp)
+      painter.drawLine(middle - QPointF(0, arm), middle + QPointF(0, arm));
+  }
+}
+
 /// A shape of its own for each: nobody has to tell red from amber.
 struct StateSign {
   enum class Shape : std::uint8_t { tick, cross, letter };
@@ -332,6 +364,8 @@ QSize FaceStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
     needed.setHeight(std::max(needed.height(),
                               tab->iconSize.height() + tab->fontMetrics.height() + 2 * besideSign));
   }
+  if (type == CT_SpinBox && hasSteps(qstyleoption_cast<const QStyleOptionSpinBox*>(option)))
+    needed.rwidth() += stepWidth();
   if (type == CT_ComboBox || type == CT_LineEdit) needed.rwidth() += 2 * fieldInset();
   if (type == CT_ToolButton && !isPartOfControl(widget))
     needed = {needed.width() + 3 * besideSign, std::max(needed.height(), fingerSize())};
@@ -341,6 +375,14 @@ QSize FaceStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
 QRect FaceStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                 SubControl part, const QWidget* widget) const {
   QRect place = FingerStyle::subControlRect(control, option, part, widget);
+  if (control == CC_SpinBox && hasSteps(qstyleoption_cast<const QStyleOptionSpinBox*>(option))) {
+    const int width = stepWidth();
+    const QRect all = option->rect;
+    if (part == SC_SpinBoxUp) return {all.right() - width + 1, all.top(), width, all.height()};
+    if (part == SC_SpinBoxDown)
+      return {all.right() - 2 * width + 1, all.top(), width, all.height()};
+    if (part == SC_SpinBoxEditField) return all.adjusted(fieldInset(), 3, -2 * width - 2, -3);
+  }
   if (control == CC_ComboBox && part == SC_ComboBoxEditField)
     return place.adjusted(fieldInset(), 0, 0, 0);
   const auto* const box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
@@ -504,6 +546,15 @@ void FaceStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
                    {place(SC_ScrollBarSlider), place(SC_ScrollBarGroove),
                     place(SC_ScrollBarSubLine), place(SC_ScrollBarAddLine)},
                    setsValue(widget));
+  }
+  if (control == CC_SpinBox) {
+    const auto* const box = qstyleoption_cast<const QStyleOptionSpinBox*>(option);
+    drawField(*option, *painter);
+    if (hasSteps(box)) {
+      drawSteps(*box, *painter, proxy()->subControlRect(control, option, SC_SpinBoxDown, widget),
+                proxy()->subControlRect(control, option, SC_SpinBoxUp, widget));
+    }
+    return;
   }
   if (control == CC_ComboBox) {
     const auto* const box = qstyleoption_cast<const QStyleOptionComboBox*>(option);

@@ -67,7 +67,7 @@ frmCommandPanel::frmCommandPanel(CommandSet set, QWidget* parent)
   auto* const parameters = new QHBoxLayout;
   addressPanel_ = makeAddress();
   parameters->addWidget(addressPanel_);
-  parameters->addWidget(makeData(), 1);
+  parameters->addWidget(makeData(), 1, Qt::AlignTop);
 
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -87,8 +87,7 @@ frmCommandPanel::frmCommandPanel(CommandSet set, QWidget* parent)
     reply_[i]->hide();
     layout->addWidget(reply_[i]);
   }
-  layout->addLayout(parameters);
-  layout->addStretch();
+  layout->addLayout(parameters, 1);
 
   connect(entries_, &QComboBox::currentIndexChanged, this, &frmCommandPanel::entryChosen);
   connect(send_, &QPushButton::clicked, this, &frmCommandPanel::sendRequested);
@@ -139,6 +138,7 @@ QWidget* frmCommandPanel::makeAddress() {
   address_->setAccessibleName(tr("EEP Address"));
   address_->setFocusPolicy(Qt::StrongFocus);
   address_->setMinimumSize(fingerSize(), 2 * fingerSize() + 16);
+  address_->setMaximumHeight(8 * fingerSize());
   address_->setRange(0, addressSelectorEnd);
   address_->setPageStep(16);
   addressLabel_->setObjectName("lblAddress");
@@ -155,6 +155,7 @@ QWidget* frmCommandPanel::makeAddress() {
   grid->addWidget(caption, 0, 0, 1, 2);
   grid->addWidget(address_, 1, 0);
   grid->addWidget(addressLabel_, 1, 1);
+  grid->setRowStretch(1, 1);
   return box;
 }
 
