@@ -301,9 +301,9 @@ class SheetPainter {
   }
 
   void drawFigures() {
-    const qreal number = 92;
+    const qreal number = 104;
     const qreal outcome = 68;
-    const qreal what = (width() - 2 * number - outcome) * 0.62;
+    const qreal what = (width() - 2 * number - outcome) * 0.6;
     const qreal where = width() - 2 * number - outcome - what;
     const std::array<Cell, 5> captions = {
         {{shownText(say("commission", "What")), what, quiet},

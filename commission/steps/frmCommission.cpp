@@ -330,7 +330,7 @@ void frmCommission::choose(StepId id) {
   if (id == StepId::panel)
     findChild<QWidget*>("panelSerial")->setFocus();
   else
-    do_->setFocus();
+    (sheet_->isVisible() ? sheet_ : do_)->setFocus();
 }
 
 void frmCommission::showRun() {

@@ -59,19 +59,20 @@ QString wordsOf(const Finding& finding) {
 struct Look {
   QColor ink;
   QColor ground;
-  QString letter;  ///< empty: a tick
+  QString letter{};  ///< empty: the sign
+  Sign sign = Sign::tick;
 };
 
 Look lookOf(FindingState state, const Colours& colours) {
   switch (state) {
     case FindingState::problem:
-      return {colours.problem, colours.problemSoft, "!"};
+      return {colours.problem, colours.problemSoft, {}, Sign::cross};
     case FindingState::note:
       return {colours.remark, colours.remarkSoft, "i"};
     case FindingState::ok:
       break;
   }
-  return {colours.good, colours.card, {}};
+  return {colours.good, colours.card};
 }
 
 QFont boldened(QFont font) {
@@ -168,7 +169,7 @@ class FindingRows final : public QStyledItemDelegate {
     painter.drawEllipse(place);
     constexpr int rim = 4;
     if (look.letter.isEmpty())
-      return drawSign(painter, place.adjusted(rim, rim, -rim, -rim), Sign::tick, colours.card);
+      return drawSign(painter, place.adjusted(rim, rim, -rim, -rim), look.sign, colours.card);
     QFont font = painter.font();
     font.setBold(true);
     font.setPixelSize(qRound(place.height() * 3 / 4));

@@ -189,7 +189,7 @@ frmPinDefine::frmPinDefine(PinEditor& editor, Perform perform, QWidget* parent)
   layout->addWidget(problems_);
   layout->addWidget(statusLine_);
   layout->addLayout(buttons);
-  resize(QSize(660, 640).boundedTo(screen()->availableSize()));
+  resize(QSize(660, 690).boundedTo(screen()->availableSize()));
 
   const auto choose = [this](SensorType type) {
     return [this, type](bool on) {

@@ -222,7 +222,7 @@ QWidget* frmSettingsPage::makeTiming() {
     caption->setWordWrap(true);
     value->setObjectName(control.label);
     value->setFont(boldened(value->font()));
-    value->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     value->setMinimumWidth(fingerSize());
     mark->setObjectName(control.mark);
     mark->setFont(boldened(mark->font()));

@@ -19,11 +19,23 @@ constexpr float barWidth = 400;
 constexpr float overlap = 20;  // of neighbouring areas, else the paper shows between them
 constexpr Colour ink{32, 32, 32};
 
-/// From blue, where touches hit, over green and yellow to red, where they miss by the limit and
-/// more. The steps differ in lightness as well, for those who see no red.
-Colour colourOf(double part) {
-  constexpr Colour scale[] = {
-      {38, 56, 120}, {42, 120, 142}, {90, 180, 110}, {245, 220, 80}, {190, 40, 40}};
+/// What errors mean: at most `limit` is good, and none is beyond `most`.
+struct Scale {
+  double limit = 0;
+  double most = 0;
+};
+
+/// From blue, where touches hit, over green to yellow near the limit; red begins at the limit, and
+/// is darkest where they miss most. The steps differ in lightness as well, for those who see no
+/// red.
+Colour colourOf(double error, const Scale& errors) {
+  constexpr Colour scale[] = {{38, 56, 120},  {42, 120, 142}, {90, 180, 110},
+                              {245, 220, 80}, {225, 75, 60},  {105, 0, 30}};
+  constexpr double atLimit = 0.8;  // the last but one
+  const double beyond = errors.most - errors.limit;
+  const double part = error <= errors.limit ? atLimit * error / errors.limit
+                      : beyond > 0 ? atLimit + (1 - atLimit) * (error - errors.limit) / beyond
+                                   : atLimit;
   const double place = std::clamp(part, 0.0, 1.0) * static_cast<double>(std::size(scale) - 1);
   const auto below = std::min(static_cast<std::size_t>(place), std::size(scale) - 2);
   const double rest = place - static_cast<double>(below);
@@ -69,20 +81,20 @@ void drawAxes(ChartSurface& surface, const Frame& frame, const PanelSize& size,
   surface.text({corner.x, corner.y + tick + 2.3F * letters}, unit, ink, letters, TextAnchor::start);
 }
 
-/// From 0 to `most`; what is beyond `limit` is red.
-void drawBar(ChartSurface& surface, TwipsPoint corner, float height, float letters, double most,
-             double limit, const std::string& unit) {
+void drawBar(ChartSurface& surface, TwipsPoint corner, float height, float letters,
+             const Scale& errors, const std::string& unit) {
   constexpr int steps = 50;
   const float part = height / steps;
   // Each down to the bottom, where the next covers it.
   for (int step = steps; step > 0; --step)
     surface.area({corner.x, corner.y + height - static_cast<float>(step) * part},
                  {barWidth, static_cast<float>(step) * part},
-                 colourOf((step - 0.5) / steps * most / limit));
+                 colourOf((step - 0.5) / steps * errors.most, errors));
   for (const double mark : {0.0, 0.5, 1.0})
     surface.text({corner.x + 1.3F * barWidth,
                   corner.y + height * static_cast<float>(1 - mark) + letters / 3},
-                 fmt::format("{:.2f} {}", most * mark, unit), ink, letters, TextAnchor::start);
+                 fmt::format("{:.2f} {}", errors.most * mark, unit), ink, letters,
+                 TextAnchor::start);
 }
 
 }  // namespace
@@ -97,6 +109,7 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   // What a line may be off.
   const double limit = std::max(
       measurement.limits[Length::offset].on(std::max(size.width, size.height)).value, 1e-3);
+  const Scale errors{limit, std::max(most, limit)};
   surface.text(
       {margin, margin},
       filled(say("measure", "Errors of %1 × %2 %3, up to %4 %3"),
@@ -119,7 +132,7 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
     const PointMm extent = (at + cell / 2 + further).cwiseMin(end) - from;
     surface.area(frame.at(from),
                  {static_cast<float>(extent.x()) * perMm, static_cast<float>(extent.y()) * perMm},
-                 colourOf(error.norm() / limit));
+                 colourOf(error.norm(), errors));
   }
   // The longest arrow reaches as far as the next one begins.
   constexpr std::size_t every = 4;
@@ -134,7 +147,7 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
   surface.circle(frame.at(map.worst.at), 200, ink, 2);
   drawAxes(surface, frame, size, unit);
   drawBar(surface, {mapPage.width - right, corner.y}, static_cast<float>(size.height.value) * perMm,
-          letters, std::max(most, limit), limit, unit);
+          letters, errors, unit);
   float line = mapPage.height - margin;
   for (const std::string& text :
        {filled(
