@@ -1,6 +1,5 @@
 #include "app/simulated_source.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <system_error>
 #include <utility>
@@ -40,12 +39,12 @@ Result<commission::SourceRecordings> recordingsOf(
   return source ? commission::SourceRecordings::of(*source) : commission::SourceRecordings();
 }
 
-std::filesystem::path recordingNamed(const std::filesystem::path& file,
-                                     const commission::SourceRecordings& recordings) {
+Result<std::filesystem::path> recordingNamed(const std::string& name,
+                                             commission::SourceRecordings& recordings) {
+  const std::filesystem::path file = absolutePathNamed(name);
   std::error_code unknown;
-  const bool isThere = std::filesystem::exists(file, unknown);
-  if (isThere || std::ranges::count(recordings.names(), utf8Of(file.filename())) == 0) return file;
-  return recordings.folder() / file.filename();
+  if (std::filesystem::exists(file, unknown) || !recordings.has(name)) return file;
+  return recordings.file(name);
 }
 
 Result<void, std::string> become(Driver& driver, const commission::Replay& replay) {

@@ -23,9 +23,10 @@ Result<std::shared_ptr<const commission::Replay>> replayNamed(const std::filesys
 /// The recordings of what --simulate-from names; none when it was not given.
 Result<commission::SourceRecordings> recordingsOf(
     const std::optional<std::filesystem::path>& source);
-/// `file`, or the recording of that name when there is no such file.
-std::filesystem::path recordingNamed(const std::filesystem::path& file,
-                                     const commission::SourceRecordings& recordings);
+/// The recording that the command line calls `name`, in UTF-8: a file, or, where there is none and
+/// no folder was named, one of `recordings`.
+Result<std::filesystem::path> recordingNamed(const std::string& name,
+                                             commission::SourceRecordings& recordings);
 
 /// Makes a simulated driver's one controller that of the source; else why it did not become so.
 Result<void, std::string> become(Driver& driver, const commission::Replay& replay);

@@ -213,11 +213,13 @@ int run(Options& options, int argc, char** argv) {
                              "--simulate-from commissioning/A-17-2026-11-12."));
     return exitFailed;
   }
-  const auto recordings = recordingsOf(options.simulateFrom);
-  if (!recordings) {
-    sayError(recordings.error().describe(), {});
-    return exitFailed;
-  }
+  // Whoever wants to see the panel does not need them.
+  auto recordings = recordingsOf(options.simulateFrom);
+  const auto recordingsFolder =
+      recordings ? recordings->folder() : tl::unexpected(recordings.error());
+  if (!recordingsFolder)
+    std::fprintf(stderr, "touchutility: %s\n",
+                 printable(recordingsFolder.error().describe()).c_str());
   const auto chosen = bindDriver(options, clock, notice);
   if (!chosen) return exitNoDriver;
   BoundDriver& bound = *chosen->driver;
@@ -266,7 +268,7 @@ int run(Options& options, int argc, char** argv) {
                   .ports = options.comPorts,
                   .versions = versions,
                   .ownFolder = ownFolder,
-                  .recordings = recordings->folder()});
+                  .recordings = recordingsFolder.value_or(std::filesystem::path())});
   // Its pictures take a tenth of the start to read.
   QObject::connect(&window, &frmMain::seen, &window,
                    [] { QApplication::setWindowIcon(programIcon()); });

@@ -11,7 +11,7 @@ namespace touch {
 enum class Orientation : std::uint8_t { vertical, horizontal };
 
 /// Hundredths of the screen's width or height: a tolerance, or how far a sample is from its line.
-using Percent = Quantity<struct PercentUnit, float>;
+using Percent = Quantity<struct ScreenPercentUnit, float>;
 
 /// Half-widths of the tolerance bands around the guide lines, in twips.
 struct Bands {

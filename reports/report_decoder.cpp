@@ -75,10 +75,15 @@ void ReportDecoder::know(const ReportFormat& format) {
   }
 }
 
-std::size_t ReportDecoder::append(std::span<const std::uint8_t> bytes) {
-  const std::size_t owed = std::min(owed_, bytes.size());
+std::size_t ReportDecoder::passOwed(std::size_t count) {
+  const std::size_t owed = std::min(owed_, count);
   owed_ -= owed;
   decided_ += owed;
+  return owed;
+}
+
+std::size_t ReportDecoder::append(std::span<const std::uint8_t> bytes) {
+  const std::size_t owed = passOwed(bytes.size());
   bytes = bytes.subspan(owed);
   const auto taken = bytes.first(std::min(bytes.size(), capacity - held_));
   std::ranges::copy(taken, bytes_.begin() + static_cast<std::ptrdiff_t>(held_));
@@ -86,45 +91,43 @@ std::size_t ReportDecoder::append(std::span<const std::uint8_t> bytes) {
   return owed + taken.size();
 }
 
-void ReportDecoder::decode(std::vector<TouchReport>& reports) {
+std::size_t ReportDecoder::find(std::span<const std::uint8_t> bytes,
+                                std::vector<TouchReport>& reports) {
+  const std::size_t count = bytes.size();
   std::size_t place = 0;
-  while (place < held_) {
-    const std::uint8_t first = bytes_[place];
+  while (place < count) {
+    const std::uint8_t first = bytes[place];
     const Kind& kind = kinds_[first];
     // A stroke's packets are of one kind: the next is found without waiting for the table.
-    while (place + kind.needed <= held_ && bytes_[place] == first && kind.isAt(&bytes_[place])) {
-      reports.push_back(kind.report(&bytes_[place], decided_ + place));
+    while (place + kind.needed <= count && bytes[place] == first && kind.isAt(&bytes[place])) {
+      reports.push_back(kind.report(&bytes[place], decided_ + place));
       place += kind.length;
     }
-    if (place >= held_ || bytes_[place] != first) continue;
-    if (kind.beginsAt(&bytes_[place], held_ - place)) break;
+    if (place >= count || bytes[place] != first) continue;
+    if (kind.beginsAt(&bytes[place], count - place)) break;
     ++stray_;
     ++place;
   }
-  const std::size_t done = std::min(place, held_);
-  if (place > held_) owed_ = place - held_;
+  const std::size_t done = std::min(place, count);
+  if (place > count) owed_ = place - count;
   decided_ += done;
+  return done;
+}
+
+void ReportDecoder::decode(std::vector<TouchReport>& reports) {
+  const std::size_t done = find(std::span(bytes_).first(held_), reports);
   std::copy(bytes_.begin() + done, bytes_.begin() + held_, bytes_.begin());
   held_ -= done;
 }
 
 void ReportDecoder::feed(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports) {
+  bytes = bytes.subspan(passOwed(bytes.size()));
+  // Where nothing waits before them they are read where they lie.
+  if (held_ == 0) bytes = bytes.subspan(find(bytes, reports));
   while (!bytes.empty()) {
     bytes = bytes.subspan(append(bytes));
     decode(reports);
   }
-}
-
-void ReportDecoder::reset() {
-  decided_ += held_;
-  stray_ += held_;
-  held_ = 0;
-  owed_ = 0;
-}
-
-void ReportDecoder::passOver(std::size_t count) {
-  reset();
-  decided_ += count;
 }
 
 ReportDecoder::Part ReportDecoder::partAt(std::uint8_t first, std::size_t place) const {

@@ -72,12 +72,19 @@ class ReportDecoder {
   /// Both, for any number of bytes: none is lost.
   void feed(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports);
   /// Drops what waits: it belongs to no packet.
-  void reset();
+  void reset() {
+    decided_ += held_;
+    stray_ += held_;
+    held_ = owed_ = 0;
+  }
   /// What the byte at `place` of a packet that begins with `first` holds.
   enum class Part : std::uint8_t { state, xLow, xHigh, yLow, yHigh, other };
   Part partAt(std::uint8_t first, std::size_t place) const;
   /// Counts bytes of the stream that are not to be decoded; they interrupt what came before them.
-  void passOver(std::size_t count);
+  void passOver(std::size_t count) {
+    reset();
+    decided_ += count;
+  }
 
   /// Bytes that wait to be decoded.
   std::size_t pending() const { return held_; }
@@ -124,6 +131,11 @@ class ReportDecoder {
   };
 
   void know(const ReportFormat& format);
+  /// Passes over what is still to come of a packet that is already reported; returns how many.
+  std::size_t passOwed(std::size_t count);
+  /// Appends the reports in `bytes`, which follow on the decided ones, and returns how many of them
+  /// are decided now. Only a packet's beginning is left.
+  std::size_t find(std::span<const std::uint8_t> bytes, std::vector<TouchReport>& reports);
 
   std::array<Kind, 256> kinds_{};  ///< by first byte
   std::array<std::uint8_t, capacity> bytes_{};

@@ -807,6 +807,22 @@
         <source>controller and panel: no real one was touched</source>
         <translation>Controller und Panel: keins war echt</translation>
     </message>
+    <message>
+        <source>for &quot;%1&quot;, simulated</source>
+        <translation>für „%1“, simuliert</translation>
+    </message>
+    <message>
+        <source>the system&apos;s temporary folder</source>
+        <translation>der Ordner des Systems für Vorübergehendes</translation>
+    </message>
+    <message>
+        <source>a folder</source>
+        <translation>ein Ordner</translation>
+    </message>
+    <message>
+        <source>a folder for this user alone</source>
+        <translation>ein Ordner für diesen Benutzer allein</translation>
+    </message>
 </context>
 <context>
     <name>debugger</name>
@@ -2596,8 +2612,8 @@
         <translation>Pfeile vom Ort der Berührung zum gemeldeten Ort, %1-mal so lang gezeichnet.</translation>
     </message>
     <message>
-        <source>The ring marks the worst place. Red is %1 %2 and more: the limit.</source>
-        <translation>Der Ring zeigt die schlechteste Stelle. Rot ist ab %1 %2: der Grenze.</translation>
+        <source>The ring marks the worst place. Red is beyond %1 %2, the limit of a line&apos;s offset.</source>
+        <translation>Der Ring zeigt die schlechteste Stelle. Rot ist mehr als %1 %2, die Grenze für den Versatz einer Linie.</translation>
     </message>
 </context>
 <context>
@@ -3972,6 +3988,10 @@
     <message>
         <source>Sho&amp;w the sheet</source>
         <translation>Blatt an&amp;zeigen</translation>
+    </message>
+    <message>
+        <source>%1, simulated</source>
+        <translation>%1, simuliert</translation>
     </message>
 </context>
 <context>

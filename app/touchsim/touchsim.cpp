@@ -74,9 +74,9 @@ struct Options {
   touch::LineSettings line;
   std::string reports = "tablet";
   std::string strokes;
-  std::optional<int> speed;  ///< in place of the line's
-  std::optional<std::filesystem::path> recording;
-  std::optional<std::filesystem::path> dialogue;
+  std::optional<int> speed;              ///< in place of the line's
+  std::optional<std::string> recording;  ///< as it was typed
+  std::optional<std::string> dialogue;
   double replaySpeed = 1;
   std::optional<std::filesystem::path> script;
   bool once = false;
@@ -181,7 +181,8 @@ touch::Result<Sources> readSources(const Options& options) {
                                   std::pair(&options.dialogue, Playback::Way::answers)}) {
     if (!*file) continue;
     const auto recording = touch::recordingNamed(**file, sources.recordings);
-    auto opened = Playback::open(recording, way, options.replaySpeed);
+    if (!recording) return tl::unexpected(recording.error());
+    auto opened = Playback::open(*recording, way, options.replaySpeed);
     if (!opened) return tl::unexpected(opened.error());
     sources.playback = std::move(*opened);
   }
@@ -389,23 +390,24 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
       ->capture_default_str();
   auto* const strokes = app.add_option("--strokes", options.strokes, "Draw over and over")
                             ->check(CLI::IsMember({"lines", "circles"}));
-  const auto addFile = [&app](const char* name, std::optional<std::filesystem::path>& file,
-                              const char* description) {
+  const auto addRecording = [&app](const char* name, std::optional<std::string>& file,
+                                   const char* description) {
     return app
         .add_option_function<std::string>(
-            name, [&file](const std::string& path) { file = touch::absolutePathNamed(path); },
-            description)
+            name, [&file](const std::string& typed) { file = typed; }, description)
         ->type_name("FILE");
   };
   auto* const play =
-      addFile("--play", options.recording,
-              "Play a recording over and over: what came from the controller is sent again. Behind "
-              "--simulate-from also one of SOURCE, by its name")
+      addRecording(
+          "--play", options.recording,
+          "Play a recording over and over: what came from the controller is sent again. Behind "
+          "--simulate-from also one of SOURCE, by its name")
           ->excludes(strokes);
   auto* const replay =
-      addFile("--replay", options.dialogue,
-              "Answer each command as the controller in a recording did, and none that it was not "
-              "sent; one of SOURCE as for --play")
+      addRecording(
+          "--replay", options.dialogue,
+          "Answer each command as the controller in a recording did, and none that it was not "
+          "sent; one of SOURCE as for --play")
           ->excludes(strokes)
           ->excludes(play);
   const auto* const replaySpeed =
@@ -418,7 +420,11 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
     if (replaySpeed->count() > 0 && play->count() == 0 && replay->count() == 0)
       throw CLI::RequiresError("--replay-speed", "--play or --replay");
   });
-  addFile("--script", options.script, "Answer as a script says, and nothing else")
+  app.add_option_function<std::string>(
+         "--script",
+         [&options](const std::string& path) { options.script = touch::absolutePathNamed(path); },
+         "Answer as a script says, and nothing else")
+      ->type_name("FILE")
       ->check(CLI::ExistingFile)
       ->excludes(strokes)
       ->excludes(play)

@@ -9,6 +9,7 @@
 #include "commission/bundle/bundle.h"
 #include "commission/run/run_folder.h"
 #include "support/files/own_folder.h"
+#include "support/text/language.h"
 #include "support/text/text_encoding.h"
 
 namespace touch::commission {
@@ -35,11 +36,21 @@ std::vector<std::string> recordingsAmong(const std::vector<std::string>& names) 
 Result<OwnFolder> makeTemporaryFolder() {
   std::error_code failed;
   const fs::path base = fs::temp_directory_path(failed);
+  if (failed) {
+    return tl::unexpected(FileError{say("commission", "the system's temporary folder"), 0,
+                                    say("commission", "a folder"), failed.message()});
+  }
   std::random_device random;
   auto folder =
       OwnFolder::make(base / fmt::format("touchutility-{:08x}{:08x}", random(), random()));
-  if (folder) fs::permissions(folder->path(), fs::perms::owner_all, failed);
-  return folder;
+  if (!folder) return folder;
+  fs::permissions(folder->path(), fs::perms::owner_all, failed);
+  if (!failed) return folder;
+  std::error_code ignored;
+  fs::remove(folder->path(), ignored);
+  return tl::unexpected(FileError{utf8Of(folder->path()), 0,
+                                  say("commission", "a folder for this user alone"),
+                                  failed.message()});
 }
 
 }  // namespace
@@ -51,9 +62,9 @@ SourceRecordings::Unpacked::~Unpacked() {
 
 Result<SourceRecordings> SourceRecordings::of(const fs::path& source) {
   SourceRecordings recordings;
+  recordings.source_ = source;
   std::error_code unknown;
   if (fs::is_directory(source, unknown)) {
-    recordings.folder_ = source;
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(source, unknown))
       names.push_back(utf8Of(entry.path().filename()));
@@ -62,19 +73,41 @@ Result<SourceRecordings> SourceRecordings::of(const fs::path& source) {
   }
   const auto bundle = Bundle::open(source);
   if (!bundle) return tl::unexpected(bundle.error());
+  recordings.isBundle_ = true;
   recordings.names_ = recordingsAmong(bundle->files().names());
-  if (recordings.names_.empty()) return recordings;
-  const auto folder = makeTemporaryFolder();
-  if (!folder) return tl::unexpected(folder.error());
-  recordings.unpacked_ = std::make_shared<const Unpacked>(folder->path());
-  recordings.folder_ = folder->path();
-  for (const std::string& name : recordings.names_) {
-    const auto content = bundle->files().content(name);
-    if (!content) return tl::unexpected(content.error());
-    if (const auto written = folder->write(name, *content); !written)
-      return tl::unexpected(written.error());
-  }
   return recordings;
+}
+
+bool SourceRecordings::has(const std::string& name) const {
+  return std::ranges::find(names_, name) != names_.end();
+}
+
+Result<fs::path> SourceRecordings::file(const std::string& name) {
+  if (!isBundle_) return source_ / name;
+  const auto bundle = Bundle::open(source_);
+  if (!bundle) return tl::unexpected(bundle.error());
+  const auto content = bundle->files().content(name);
+  if (!content) return tl::unexpected(content.error());
+  if (!unpacked_) {
+    const auto made = makeTemporaryFolder();
+    if (!made) return tl::unexpected(made.error());
+    unpacked_ = std::make_shared<const Unpacked>(made->path());
+  }
+  const auto folder = OwnFolder::open(unpacked_->folder());
+  if (!folder) return tl::unexpected(folder.error());
+  if (const auto written = folder->write(name, *content); !written)
+    return tl::unexpected(written.error());
+  return unpacked_->folder() / name;
+}
+
+Result<fs::path> SourceRecordings::folder() {
+  fs::path folder;
+  for (const std::string& name : names_) {
+    const auto unpacked = file(name);
+    if (!unpacked) return tl::unexpected(unpacked.error());
+    folder = unpacked->parent_path();
+  }
+  return folder;
 }
 
 }  // namespace touch::commission

@@ -32,6 +32,9 @@ enum class StepId : std::uint8_t {
 inline constexpr std::size_t stepCount = 10;
 
 /// How much is measured.
+/// What a run says in place of a driver library's path, in any language.
+inline constexpr std::string_view simulatedDriver = "simulated";
+
 enum class Profile : std::uint8_t {
   quick,  ///< ten lines, nine taps three times each, coverage
   full,   ///< all lines with diagonals and ways back, 25 targets, resting finger, coverage

@@ -267,15 +267,14 @@ class SheetPainter {
   void drawHead() {
     constexpr qreal boxWidth = 150;
     constexpr qreal boxHeight = 54;
-    const auto& [colour, ground] = coloursOf(sheet_.outcome);
+    const auto& [colour, ground] = coloursOf(outcomeLook(sheet_));
     const QRectF box(pageSize_.width() - margin - boxWidth, y_, boxWidth, boxHeight);
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(ground);
     painter_.drawRoundedRect(box, 6, 6);
     drawText(box.x(), box.y() + 7, boxWidth, measure::wordOf(sheet_.outcome), letters(18, true),
              colour, Qt::AlignHCenter);
-    drawText(box.x(), box.y() + 33, boxWidth,
-             shownText(filled(say("commission", "for \"%1\""), {sheet_.use})),
+    drawText(box.x(), box.y() + 33, boxWidth, shownText(outcomeNote(sheet_)),
              letters(density_.body), colour, Qt::AlignHCenter);
     const qreal textWidth = width() - boxWidth - gap;
     qreal y = y_;

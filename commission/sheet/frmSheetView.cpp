@@ -32,13 +32,17 @@ frmSheetView::frmSheetView() : back_(new QPushButton(tr("&Back"))) {
   back_->setObjectName("cmdCloseSheet");
   back_->setAutoDefault(true);
   makeFingerSized(*back_);
+  back_->installEventFilter(this);
   connect(back_, &QPushButton::clicked, this, &frmSheetView::closed);
   auto* const row = new QWidget;
   auto* const buttons = new QHBoxLayout(row);
-  // A second tap on it is to meet none of the buttons that come to lie there.
-  buttons->addStretch();
+  // A second tap on it is to meet none of the buttons that come to lie there: between "Leave" and
+  // "Repeat".
+  constexpr int left = 17;
+  constexpr int right = 10;
+  buttons->addStretch(left);
   buttons->addWidget(back_);
-  buttons->addStretch();
+  buttons->addStretch(right);
   auto* const page = new ScrolledPage;
   page->put(content, row);
   area_ = page->area();
@@ -66,8 +70,10 @@ void frmSheetView::resizeEvent(QResizeEvent* event) {
   if (isVisible()) draw();
 }
 
-void frmSheetView::keyPressEvent(QKeyEvent* event) {
-  switch (event->key()) {
+// The button has the focus, and would take some of these keys for a way to the next one.
+bool frmSheetView::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
+  switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Up:
     case Qt::Key_Down:
     case Qt::Key_PageUp:
@@ -75,9 +81,9 @@ void frmSheetView::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Home:
     case Qt::Key_End:
       QApplication::sendEvent(area_->verticalScrollBar(), event);
-      return;
+      return true;
     default:
-      QWidget::keyPressEvent(event);
+      return QWidget::eventFilter(watched, event);
   }
 }
 

@@ -157,6 +157,10 @@ std::string lastEnded(const Run& run) {
   return last;
 }
 
+bool isSimulated(const Run& run) {
+  return run.driver == simulatedDriver;
+}
+
 std::vector<Fact> panelFacts(const Run& run, const Report* report) {
   std::vector<Fact> facts;
   add(facts, say("commission", "Controller"),
@@ -167,7 +171,8 @@ std::vector<Fact> panelFacts(const Run& run, const Report* report) {
     add(facts, say("commission", "Active area"), measure::panelText(report->measurement.size));
     add(facts, say("commission", "Screen"), report->measurement.conditions.screen);
   }
-  add(facts, say("commission", "Driver"), run.driver);
+  add(facts, say("commission", "Driver"),
+      isSimulated(run) ? say("commission", "simulated") : run.driver);
   add(facts, say("commission", "Note"), run.panel.note);
   return facts;
 }
@@ -252,12 +257,10 @@ std::vector<Fact> remarksOf(const Run& run, const Report* report) {
   const std::string none = say("commission", "nothing");
   const bool isNominal =
       report != nullptr && report->measurement.size.source == measure::SizeSource::nominal;
-  // In the language in which the run was begun.
-  const bool isSimulated =
-      run.driver == "simulated" || run.driver == say("commission", "simulated");
   return {
       {say("commission", "Simulated"),
-       isSimulated ? say("commission", "controller and panel: no real one was touched") : none},
+       isSimulated(run) ? say("commission", "controller and panel: no real one was touched")
+                        : none},
       {say("commission", "Repeated"), repeated.empty() ? none : joined(repeated, ", ")},
       {say("commission", "Skipped"), skipped.empty() ? none : joined(skipped, ", ")},
       {say("commission", "Nominal"),
@@ -282,6 +285,16 @@ Judgement judgeRun(const Run& run, const Report* report) {
   return {Verdict::pass, {}};
 }
 
+std::string outcomeNote(const Sheet& sheet) {
+  return filled(sheet.simulated ? say("commission", "for \"%1\", simulated")
+                                : say("commission", "for \"%1\""),
+                {sheet.use});
+}
+
+measure::Outcome outcomeLook(const Sheet& sheet) {
+  return sheet.simulated && sheet.outcome == Verdict::pass ? Verdict::incomplete : sheet.outcome;
+}
+
 Sheet sheetOf(const Run& run, const Report* report) {
   const Judgement judged = judgeRun(run, report);
   Sheet sheet;
@@ -289,6 +302,7 @@ Sheet sheetOf(const Run& run, const Report* report) {
   sheet.outcome = judged.outcome;
   sheet.reason = judged.reason;
   sheet.use = run.use;
+  sheet.simulated = isSimulated(run);
   sheet.panel = panelFacts(run, report);
   sheet.conduct = conductFacts(run, report);
   if (report != nullptr) sheet.figures = figuresOf(*report);

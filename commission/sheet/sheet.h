@@ -33,16 +33,17 @@ struct SheetStep {
 };
 
 /// What is handed over, in the user's language: as much as a reader needs to accept the panel, or
-/// not to. It says what was skipped, repeated or nominal.
+/// not to. It says what was simulated, skipped, repeated or nominal.
 struct Sheet {
   std::string subtitle;  ///< which panel
   measure::Outcome outcome = measure::Outcome::incomplete;
   std::string reason;  ///< why it is no PASS; empty: the figures say it
   std::string use;
+  bool simulated = false;  ///< neither controller nor panel was real
   std::vector<Fact> panel;
   std::vector<Fact> conduct;  ///< when, by whom, with what
   std::vector<SheetFigure> figures;
-  std::vector<Fact> remarks;  ///< repeated, skipped, nominal
+  std::vector<Fact> remarks;  ///< simulated, repeated, skipped, nominal
   std::vector<Fact> calibration;
   std::vector<SheetStep> steps;
 };
@@ -55,6 +56,10 @@ struct Judgement {
 /// `report` is what follows from the measurement; null when nothing was measured.
 Judgement judgeRun(const Run& run, const measure::Report* report);
 Sheet sheetOf(const Run& run, const measure::Report* report);
+/// What stands below the outcome: what it holds for.
+std::string outcomeNote(const Sheet& sheet);
+/// Whose colours the outcome has: nobody takes a simulated PASS for one that was earned.
+measure::Outcome outcomeLook(const Sheet& sheet);
 
 /// "12 Nov 2026 14:05 to 14:17 (+0100)" for two times as in "2026-11-12T14:05:59+0100"; what is no
 /// such time stands as it is.

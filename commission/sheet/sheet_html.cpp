@@ -74,9 +74,8 @@ std::string figureTable(const std::vector<SheetFigure>& figures, bool deciding) 
 }
 
 std::string verdictBox(const Sheet& sheet) {
-  return std::string("<div class=\"verdict ") + classOf(sheet.outcome) + "\">" +
-         tag("b", measure::wordOf(sheet.outcome)) +
-         markupText(filled(say("commission", "for \"%1\""), {sheet.use})) + "</div>";
+  return std::string("<div class=\"verdict ") + classOf(outcomeLook(sheet)) + "\">" +
+         tag("b", measure::wordOf(sheet.outcome)) + markupText(outcomeNote(sheet)) + "</div>";
 }
 
 std::string remarkBox(const Sheet& sheet) {

@@ -47,7 +47,7 @@ std::vector<std::string> wordsOfController(const Access& access) {
 
 std::string driverName(const Patient& patient) {
   // It stands on the sheet, which is handed over.
-  return patient.simulated ? say("commission", "simulated")
+  return patient.simulated ? std::string(simulatedDriver)
                            : withoutPersonalNames(utf8Of(patient.driverPath), personalNames());
 }
 

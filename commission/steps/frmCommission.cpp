@@ -134,9 +134,6 @@ frmCommission::frmCommission(const CommissionParts& parts, const CommissionCall&
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSizeConstraint(QLayout::SetNoConstraint);
   layout->addWidget(pages_);
-  // Whoever goes on by the keyboard meets "Leave" last.
-  setTabOrder(keyboardSwitch_, set_);
-  setTabOrder(sheet_, findChild<QWidget*>("cmdLeaveCommission"));
   connect(startPage_, &frmCommissionStart::beginRequested, this, &frmCommission::begin);
   connect(startPage_, &frmCommissionStart::folderRequested, this, &frmCommission::chooseFolder);
   connect(sheetView_, &frmSheetView::closed, this, &frmCommission::showRunPage);
@@ -261,28 +258,29 @@ QWidget* frmCommission::makeButtons() {
     QPushButton* button;
     const char* name;
     void (frmCommission::*pressed)();
-  } all[] = {// Far from where the main window has "Exit", which a second tap would meet.
-             {leave, "cmdLeaveCommission", &frmCommission::askToLeave},
-             {set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
+  } all[] = {{set_, "cmdSetAsWanted", &frmCommission::setAsWanted},
              // Not all steps have it: before "Start", which so stays in its place.
              {skip_, "cmdSkipStep", &frmCommission::skipStep},
              {do_, "cmdDoStep", &frmCommission::carryOut},
              {next_, "cmdNextStep", &frmCommission::goOn},
-             {sheet_, "cmdShowSheet", &frmCommission::showSheet}};
+             {sheet_, "cmdShowSheet", &frmCommission::showSheet},
+             {leave, "cmdLeaveCommission", &frmCommission::askToLeave}};
   for (const auto& [button, name, pressed] : all) {
     button->setObjectName(name);
     button->setAutoDefault(true);
     makeFingerSized(*button);
     connect(button, &QPushButton::clicked, this, pressed);
-    buttons->addWidget(button);
+    // The keyboard meets "Leave" behind the others, but it stands far from where the main window
+    // has "Exit", which a second tap would meet.
+    button == leave ? buttons->insertWidget(0, leave) : buttons->addWidget(button);
   }
-  setKind(*sheet_, ButtonKind::primary);
   buttons->insertWidget(1, keyboardSwitch_);
+  buttons->insertStretch(2);
+  setKind(*sheet_, ButtonKind::primary);
   connect(keyboardSwitch_, &QPushButton::toggled, this, [this](bool isOn) {
     auto* const first = findChild<QLineEdit*>(fields.front().name);
     if (isOn && qobject_cast<QLineEdit*>(focusWidget()) == nullptr) first->setFocus();
   });
-  buttons->insertStretch(2);
   return row;
 }
 
@@ -412,15 +410,17 @@ void frmCommission::showVerdict(StepId id) {
   verdict_->setVisible(isKnown && (id == StepId::verdict || id == StepId::sheet));
   if (!isKnown) return;
   const QString word = shownText(texts.front());
+  const bool isGood = judged.found.good && !patient_.simulated;
   const Colours& colours = coloursOf(palette());
   QPalette coloured = verdict_->palette();
   coloured.setColor(QPalette::WindowText,
-                    judged.found.good ? colours.good
+                    isGood              ? colours.good
+                    : judged.found.good ? colours.remark
                     : word.startsWith(measure::wordOf(measure::Outcome::incomplete))
                         ? colours.remark
                         : colours.problem);
   verdict_->setPalette(coloured);
-  verdict_->setText(word);
+  verdict_->setText(patient_.simulated ? tr("%1, simulated").arg(word) : word);
 }
 
 /// An earlier measurement takes a while to be judged, and is only when the step can be done.

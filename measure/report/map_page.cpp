@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "drawing/arrow.h"
 #include "drawing/svg_surface.h"
@@ -25,19 +26,10 @@ struct Scale {
   double most = 0;
 };
 
-/// From blue, where touches hit, over green to yellow near the limit; red begins at the limit, and
-/// is darkest where they miss most. The steps differ in lightness as well, for those who see no
-/// red.
-Colour colourOf(double error, const Scale& errors) {
-  constexpr Colour scale[] = {{38, 56, 120},  {42, 120, 142}, {90, 180, 110},
-                              {245, 220, 80}, {225, 75, 60},  {105, 0, 30}};
-  constexpr double atLimit = 0.8;  // the last but one
-  const double beyond = errors.most - errors.limit;
-  const double part = error <= errors.limit ? atLimit * error / errors.limit
-                      : beyond > 0 ? atLimit + (1 - atLimit) * (error - errors.limit) / beyond
-                                   : atLimit;
-  const double place = std::clamp(part, 0.0, 1.0) * static_cast<double>(std::size(scale) - 1);
-  const auto below = std::min(static_cast<std::size_t>(place), std::size(scale) - 2);
+/// At `part` of the way from the first of these to the last, 0 to 1.
+Colour between(std::span<const Colour> scale, double part) {
+  const double place = std::clamp(part, 0.0, 1.0) * static_cast<double>(scale.size() - 1);
+  const auto below = std::min(static_cast<std::size_t>(place), scale.size() - 2);
   const double rest = place - static_cast<double>(below);
   const auto mixed = [&](std::uint8_t Colour::*channel) {
     return static_cast<std::uint8_t>(
@@ -45,6 +37,15 @@ Colour colourOf(double error, const Scale& errors) {
                               static_cast<double>(scale[below + 1].*channel), rest)));
   };
   return {mixed(&Colour::red), mixed(&Colour::green), mixed(&Colour::blue)};
+}
+
+/// From blue, where touches hit, over green to yellow at the limit. What is beyond it is red, and
+/// darkest where they miss most. The steps differ in lightness as well, for those who see no red.
+Colour colourOf(double error, const Scale& errors) {
+  constexpr Colour within[] = {{38, 56, 120}, {42, 120, 142}, {90, 180, 110}, {245, 220, 80}};
+  constexpr Colour beyond[] = {{225, 75, 60}, {105, 0, 30}};
+  if (error <= errors.limit) return between(within, error / errors.limit);
+  return between(beyond, (error - errors.limit) / (errors.most - errors.limit));
 }
 
 /// The panel on the page.
@@ -134,9 +135,9 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
                  {static_cast<float>(extent.x()) * perMm, static_cast<float>(extent.y()) * perMm},
                  colourOf(error.norm(), errors));
   }
-  // The longest arrow reaches as far as the next one begins.
+  // The longest arrow reaches halfway to the next one, and at the edge not over the axes.
   constexpr std::size_t every = 4;
-  const double enlarged = most > 0 ? every * cell.minCoeff() / most : 0;
+  const double enlarged = most > 0 ? every * cell.minCoeff() / most / 2 : 0;
   for (std::size_t row = 0; row < ErrorMap::rows; row += every)
     for (std::size_t column = 0; column < ErrorMap::columns; column += every) {
       const auto& [at, error] = map.points[row * ErrorMap::columns + column];
@@ -154,7 +155,9 @@ void drawMap(ChartSurface& surface, const ErrorMap& map, const Measurement& meas
             say("measure",
                 "Arrows from where a touch was to where it was reported, drawn %1 times as long."),
             {fmt::format("{:.0f}", enlarged)}),
-        filled(say("measure", "The ring marks the worst place. Red is %1 %2 and more: the limit."),
+        filled(say("measure",
+                   "The ring marks the worst place. Red is beyond %1 %2, the limit of a line's "
+                   "offset."),
                {fmt::format("{:.2f}", limit), unit})}) {
     surface.text({margin / 2, line}, text, ink, letters, TextAnchor::start);
     line += 1.3F * letters;

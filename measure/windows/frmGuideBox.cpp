@@ -56,7 +56,9 @@ void frmGuideBox::showOutcome(std::optional<Outcome> outcome) {
   if (!outcome) return;
   outcome_->setText(wordOf(*outcome));
   // The box is light, whatever the theme.
-  const QColor ground = *outcome == Outcome::pass ? "#1e7d3c" : "#b3261e";
+  const QColor ground = *outcome == Outcome::pass   ? "#1e7d3c"
+                        : *outcome == Outcome::fail ? "#b3261e"
+                                                    : "#8a5a00";
   outcome_->setStyleSheet("background: " + ground.name() + "; color: white; border-radius: 4px");
 }
 

@@ -83,6 +83,8 @@ frmMeasureResult::frmMeasureResult(Prompt& prompt, MeasureSetup& setup,
     layout->addWidget(exports_);
   }
   layout->addWidget(makeWays());
+  // Whoever goes on by the keyboard meets it last.
+  setTabOrder(anew_, findChild<QWidget*>("cmdLeaveResult"));
 }
 
 void frmMeasureResult::takeFocus() {
@@ -156,6 +158,8 @@ QWidget* frmMeasureResult::makeWays() {
   again_->setToolTip(tr("Draws the line that is marked under \"Line by line\" again"));
   anew_->setToolTip(tr("Begins with the first test; single lines are kept as files"));
   return makeRow({
+      // Far from where the steps of a commissioning have "Start".
+      {new QPushButton(tr("&Leave")), "cmdLeaveResult", [this] { emit leaveRequested(); }},
       {new QPushButton(tr("\u25C0 &Back")), "cmdBackToLines", [this] { emit backRequested(); }},
       {again_, "cmdDrawAgain",
        [this] {
@@ -163,7 +167,6 @@ QWidget* frmMeasureResult::makeWays() {
          emit drawAgainRequested(*report().analysis.lines.at(row).guide);
        }},
       {anew_, "cmdMeasureAnew", [this] { emit measureAnewRequested(); }},
-      {new QPushButton(tr("&Leave")), "cmdLeaveResult", [this] { emit leaveRequested(); }},
   });
 }
 

@@ -73,7 +73,8 @@ class ReceiveMode {
 
  private:
   enum class Stage : std::uint8_t { idle, receiving, suspended };
-  /// Whether it was said, since receiving began, that the console is too long.
+  /// Whether it was said, since receiving began, that the console is too long. A box that is up
+  /// counts for a receiving that begins meanwhile, too.
   enum class TooLong : std::uint8_t { unsaid, boxIsUp, said };
 
   LineSettings line() const { return parts_.line ? parts_.line() : LineSettings{}; }

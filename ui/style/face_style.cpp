@@ -113,8 +113,8 @@ void drawButton(const QStyleOption& option, QPainter& painter, const QWidget* wi
   const bool isDefault =
       button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton);
   const bool isHovered = isOn(option, QStyle::State_MouseOver);
-  QColor fill = isPressed ? colours.shade : isHovered ? colours.accentSoft : colours.card;
-  QColor line = colours.edge;
+  QColor fill = isPressed ? colours.shade : colours.card;
+  QColor line = isHovered ? colours.accent : colours.edge;
   if (!isOn(option, QStyle::State_Enabled)) {
     fill = colours.ground;
     line = colours.line;

@@ -216,10 +216,10 @@ TEST(ReplaySource, UnpacksTheRecordingsOfABundleForAsLongAsTheyAreWanted) {
   const auto bundle = writeBundle(made, run).value();
   fs::path unpacked;
   for (const fs::path& source : {made.path(), bundle}) {
-    const auto recordings = SourceRecordings::of(source).value();
+    auto recordings = SourceRecordings::of(source).value();
     EXPECT_THAT(recordings.names(),
                 ElementsAre("recording.txt", "recording-2.txt", "recording-10.txt"));
-    unpacked = recordings.folder();
+    unpacked = recordings.folder().value();
     EXPECT_EQ(readWholeFile(unpacked / "recording-2.txt", 100).value(), "recording-2.txt");
   }
   EXPECT_FALSE(fs::exists(unpacked));

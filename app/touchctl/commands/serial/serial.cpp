@@ -452,14 +452,16 @@ struct Serial {
               ->required();
       const FileWork work = declare(command);
       command.callback([line, serial, file, work] {
-        line.fileCommand = [&options = line.options, serial, work,
-                            path = absolutePathNamed(file->as<std::string>())] {
-          const auto recordings = recordingsOf(options.simulateFrom);
+        line.fileCommand = [&options = line.options, serial, work, name = file->as<std::string>()] {
+          auto recordings = recordingsOf(options.simulateFrom);
           if (!recordings) {
             complain(recordings.error().describe());
             return ExitStatus::failed;
           }
-          return work(options, serial->set, recordingNamed(path, *recordings));
+          const auto path = recordingNamed(name, *recordings);
+          if (path) return work(options, serial->set, *path);
+          complain(path.error().describe());
+          return ExitStatus::failed;
         };
       });
     });
