@@ -5945,6 +5945,10 @@ Zeichnen Sie hier mit der Maus</translation>
         <source>A ruler lies beside the line, held on the panel&apos;s frame.</source>
         <translation>Ein Lineal liegt neben der Linie, gehalten auf dem Rahmen des Panels.</translation>
     </message>
+    <message>
+        <source>&quot;Next&quot; goes on, &quot;Repeat&quot; draws it again.</source>
+        <translation>„Weiter“ geht weiter, „Wiederholen“ zeichnet noch einmal.</translation>
+    </message>
 </context>
 <context>
     <name>touch::measure::frmLinesPage</name>

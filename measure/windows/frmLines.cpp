@@ -13,6 +13,7 @@
 #include "measure/lines/line_files.h"
 #include "measure/report/conditions.h"
 #include "measure/windows/frmGuideBox.h"
+#include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
 #include "ui/screens/touch_canvas.h"
 #include "ui/text.h"
@@ -240,6 +241,9 @@ QString frmLines::instructionFor(const Guide& guide) const {
   for (const Check& check : subject.checks)
     if (check.outcome != Outcome::pass && reasons++ < mostReasons)
       text += '\n' + shownText(textOf(check, measurement_->size));
+  // Taps go on by themselves; a line may be drawn in several strokes.
+  if (isDrawn && !isSmallScreen())
+    text += '\n' + tr("\"Next\" goes on, \"Repeat\" draws it again.");
   return text;
 }
 

@@ -25,7 +25,8 @@ class PlotPanel : public WindowDesk {
   bool isReading() const { return find<QWidget>("cmdPlotCancel")->isVisible(); }
 
   std::string status;
-  frmPlotPanel panel{clock, [] { return std::make_unique<ReportSeries>(ReportFamily::tablet); },
+  frmPlotPanel panel{clock,
+                     [] { return std::make_unique<ReportSeries>(ReportFamily::tablet); },
                      {folder.path(), folder.path()}};
 };
 
