@@ -437,7 +437,7 @@ TEST_F(OnTheCanvas, LeavesWithoutAQuestionAndShowsTheStrokesAgain) {
   again->takeUpStrokes();
   EXPECT_FALSE(files.isUnfinished()) << "what is saved cannot be lost";
 
-  switches = {true, false, 0};  // the program was ended and started
+  switches = {true, false, {}};  // the program was ended and started
   again = anew();
   again->activate();
   again->takeUpStrokes();
