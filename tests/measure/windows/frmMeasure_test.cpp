@@ -38,8 +38,10 @@ class WrittenStream final : public TouchStream {
 
  private:
   void add(QPointF at, bool touching, double later) {
-    constexpr std::uint16_t greatest = 16383;
-    const auto counts = [](double part) { return static_cast<std::uint16_t>(part * greatest); };
+    constexpr RawCounts greatest{16383};
+    const auto counts = [](double part) {
+      return RawCounts{static_cast<std::uint16_t>(part * greatest.value)};
+    };
     const std::chrono::duration<double> now = clock_.now().time_since_epoch();
     waiting_.push_back({{0, counts(at.x()), counts(at.y()), greatest, 5, touching},
                         now + std::chrono::duration<double>(later)});
