@@ -231,11 +231,8 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
     const std::string transfer = kept.substr(at, kept.find('\n', at) - at);
     bytes += std::distance(std::sregex_iterator(transfer.begin(), transfer.end(), byte), {});
   }
-  // While the port is given back a byte more may come.
-  const std::ptrdiff_t said = std::stol(recorded.output);
-  EXPECT_GT(bytes, 1000);
-  EXPECT_GE(said, bytes - 4) << recorded.output;
-  EXPECT_LE(said, bytes) << recorded.output;
+  EXPECT_THAT(recorded.output, HasSubstr(std::to_string(bytes) + " bytes recorded in "));
+  EXPECT_GT(bytes, 0);
   EXPECT_THAT(run("serial decode @/kept.txt").output, HasSubstr("touch X   130 Y   388"));
   EXPECT_EQ(listen("record @/kept.txt --port 2").status, 1) << "it is there already";
 }

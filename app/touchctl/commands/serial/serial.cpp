@@ -169,8 +169,9 @@ ExitStatus record(const SerialWork& work) {
     lost = !watch.goesOn();
     return !lost && work.line.isRecording();
   });
-  // What arrived since the last look belongs to it.
-  work.line.readAll();
+  // It takes in what arrived since the last look, which is counted, too.
+  const auto ended = work.line.stopRecording();
+  if (!ended) complain(ended.error().describe());
   const std::uint64_t count = work.line.receivedBytes() - before;
   const std::string file = work.serial.recording->string();
   if (work.shell.json) {
@@ -178,7 +179,7 @@ ExitStatus record(const SerialWork& work) {
   } else {
     print("{} bytes recorded in {}\n", count, printable(file));
   }
-  return lost ? ExitStatus::failed : ExitStatus::done;
+  return lost || !ended ? ExitStatus::failed : ExitStatus::done;
 }
 
 ordered_json jsonOf(const StrokeRate& stroke, double ceiling) {
