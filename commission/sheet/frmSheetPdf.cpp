@@ -267,7 +267,7 @@ class SheetPainter {
   void drawHead() {
     constexpr qreal boxWidth = 150;
     constexpr qreal boxHeight = 54;
-    const auto& [colour, ground] = coloursOf(outcomeLook(sheet_));
+    const auto& [colour, ground] = coloursOf(outcomeLook(sheet_.outcome, sheet_.simulated));
     const QRectF box(pageSize_.width() - margin - boxWidth, y_, boxWidth, boxHeight);
     painter_.setPen(Qt::NoPen);
     painter_.setBrush(ground);

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <utility>
 
 #include "commission/sheet/frmSheetPdf.h"
@@ -89,10 +90,8 @@ bool frmSheetView::eventFilter(QObject* watched, QEvent* event) {
 
 void frmSheetView::draw() {
   if (!sheet_) return;
-  while (const QLayoutItem* const item = pages_->takeAt(0)) {
-    delete item->widget();
-    delete item;
-  }
+  while (const std::unique_ptr<QLayoutItem> item{pages_->takeAt(0)})
+    std::unique_ptr<QWidget>(item->widget()).reset();
   const int room = width() - area_->verticalScrollBar()->sizeHint().width() -
                    pages_->contentsMargins().left() - pages_->contentsMargins().right();
   const int wide = std::clamp(room, 1, widestPage);

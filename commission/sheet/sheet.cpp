@@ -157,10 +157,6 @@ std::string lastEnded(const Run& run) {
   return last;
 }
 
-bool isSimulated(const Run& run) {
-  return run.driver == simulatedDriver;
-}
-
 std::vector<Fact> panelFacts(const Run& run, const Report* report) {
   std::vector<Fact> facts;
   add(facts, say("commission", "Controller"),
@@ -291,8 +287,22 @@ std::string outcomeNote(const Sheet& sheet) {
                 {sheet.use});
 }
 
-measure::Outcome outcomeLook(const Sheet& sheet) {
-  return sheet.simulated && sheet.outcome == Verdict::pass ? Verdict::incomplete : sheet.outcome;
+measure::Outcome outcomeLook(measure::Outcome outcome, bool simulated) {
+  return simulated && outcome == Verdict::pass ? Verdict::incomplete : outcome;
+}
+
+std::optional<Judgement> judgementIn(const Run& run) {
+  const StepRecord& judged = run[StepId::verdict];
+  const auto& texts = judged.found.texts;
+  if (judged.state != StepState::done || texts.empty()) return std::nullopt;
+  for (const Verdict outcome : {Verdict::pass, Verdict::fail, Verdict::incomplete})
+    if (texts.front() == measure::wordOf(outcome))
+      return Judgement{outcome, texts.size() > 1 ? texts[1] : std::string()};
+  return std::nullopt;
+}
+
+bool isSimulated(const Run& run) {
+  return run.driver == simulatedDriver;
 }
 
 Sheet sheetOf(const Run& run, const Report* report) {

@@ -55,11 +55,15 @@ struct Judgement {
 };
 /// `report` is what follows from the measurement; null when nothing was measured.
 Judgement judgeRun(const Run& run, const measure::Report* report);
+/// What the step of the verdict said; nothing before it was done.
+std::optional<Judgement> judgementIn(const Run& run);
+/// Neither controller nor panel was real.
+bool isSimulated(const Run& run);
 Sheet sheetOf(const Run& run, const measure::Report* report);
 /// What stands below the outcome: what it holds for.
 std::string outcomeNote(const Sheet& sheet);
 /// Whose colours the outcome has: nobody takes a simulated PASS for one that was earned.
-measure::Outcome outcomeLook(const Sheet& sheet);
+measure::Outcome outcomeLook(measure::Outcome outcome, bool simulated);
 
 /// "12 Nov 2026 14:05 to 14:17 (+0100)" for two times as in "2026-11-12T14:05:59+0100"; what is no
 /// such time stands as it is.

@@ -74,7 +74,8 @@ std::string figureTable(const std::vector<SheetFigure>& figures, bool deciding) 
 }
 
 std::string verdictBox(const Sheet& sheet) {
-  return std::string("<div class=\"verdict ") + classOf(outcomeLook(sheet)) + "\">" +
+  return std::string("<div class=\"verdict ") +
+         classOf(outcomeLook(sheet.outcome, sheet.simulated)) + "\">" +
          tag("b", measure::wordOf(sheet.outcome)) + markupText(outcomeNote(sheet)) + "</div>";
 }
 

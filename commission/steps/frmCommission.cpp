@@ -27,6 +27,7 @@
 #include "console/settings/touch_settings.h"
 #include "measure/report/conditions.h"
 #include "measure/windows/frmFields.h"
+#include "measure/windows/frmVerdict.h"
 #include "support/files/whole_file.h"
 #include "support/text/language.h"
 #include "support/text/text_encoding.h"
@@ -35,7 +36,6 @@
 #include "ui/controls/scrollable.h"
 #include "ui/guide/help.h"
 #include "ui/screens/screen_size.h"
-#include "ui/style/colours.h"
 #include "ui/style/face_style.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
@@ -367,11 +367,10 @@ void frmCommission::showStep() {
   for (const std::string& text : record.found.texts)
     lines << shownText(text);
   showVerdict(id);
-  if (id == StepId::verdict && verdict_->isVisibleTo(this)) lines.removeFirst();
+  if (id == StepId::verdict && judgementIn(run)) lines.removeFirst();  // it stands above them
   if (id == StepId::sheet && record.state == StepState::done) {
-    const auto& told = run[StepId::verdict].found.texts;
-    for (const std::string& reason : std::span(told).subspan(std::min<std::size_t>(1, told.size())))
-      lines << shownText(reason);
+    if (const auto judged = judgementIn(run); judged && !judged->reason.empty())
+      lines << shownText(judged->reason);
     lines << tr("The sheet is in the folder %1: sheet.pdf, sheet.html, sheet.json.")
                  .arg(shownText(utf8Of(guided_->folder().path())))
           << tr("All of it in one file, to hand over and to keep: %1")
@@ -404,23 +403,16 @@ void frmCommission::showStep() {
 
 /// In the letters and the colour of an outcome, on the steps from the verdict on.
 void frmCommission::showVerdict(StepId id) {
-  const StepRecord& judged = guided_->run()[StepId::verdict];
-  const auto& texts = judged.found.texts;
-  const bool isKnown = judged.state == StepState::done && !texts.empty();
-  verdict_->setVisible(isKnown && (id == StepId::verdict || id == StepId::sheet));
-  if (!isKnown) return;
-  const QString word = shownText(texts.front());
-  const bool isGood = judged.found.good && !patient_.simulated;
-  const Colours& colours = coloursOf(palette());
+  const auto judged = judgementIn(guided_->run());
+  verdict_->setVisible(judged && (id == StepId::verdict || id == StepId::sheet));
+  if (!judged) return;
+  const bool simulated = isSimulated(guided_->run());
+  const QString word = measure::wordOf(judged->outcome);
   QPalette coloured = verdict_->palette();
   coloured.setColor(QPalette::WindowText,
-                    isGood              ? colours.good
-                    : judged.found.good ? colours.remark
-                    : word.startsWith(measure::wordOf(measure::Outcome::incomplete))
-                        ? colours.remark
-                        : colours.problem);
+                    measure::outcomeColour(outcomeLook(judged->outcome, simulated), palette()));
   verdict_->setPalette(coloured);
-  verdict_->setText(patient_.simulated ? tr("%1, simulated").arg(word) : word);
+  verdict_->setText(simulated ? tr("%1, simulated").arg(word) : word);
 }
 
 /// An earlier measurement takes a while to be judged, and is only when the step can be done.

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <utility>
 
+#include "measure/windows/frmVerdict.h"
 #include "ui/controls/finger_style.h"
 #include "ui/controls/graphic.h"
 
@@ -13,7 +14,8 @@ namespace touch::measure {
 
 namespace {
 constexpr int margin = 8;
-}
+constexpr const char* boxGround = "#f4f4f4";
+}  // namespace
 
 frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* instructionName,
                          QWidget* parent)
@@ -25,9 +27,9 @@ frmGuideBox::frmGuideBox(const char* name, const char* titleName, const char* in
       instruction_(new QLabel(this)),
       grid_(new QGridLayout(this)) {
   setObjectName(name);
-  setStyleSheet(
-      "touch--measure--frmGuideBox { background: #f4f4f4; border: 1px solid #808080; "
-      "border-radius: 4px } QLabel { color: black }");
+  setStyleSheet(QString("touch--measure--frmGuideBox { background: ") + boxGround +
+                "; border: 1px solid #808080; "
+                "border-radius: 4px } QLabel { color: black }");
   title_->setObjectName(titleName);
   QFont bold = font();
   bold.setBold(true);
@@ -56,9 +58,7 @@ void frmGuideBox::showOutcome(std::optional<Outcome> outcome) {
   if (!outcome) return;
   outcome_->setText(wordOf(*outcome));
   // The box is light, whatever the theme.
-  const QColor ground = *outcome == Outcome::pass   ? "#1e7d3c"
-                        : *outcome == Outcome::fail ? "#b3261e"
-                                                    : "#8a5a00";
+  const QColor ground = outcomeColour(*outcome, QPalette(QColor(boxGround)));
   outcome_->setStyleSheet("background: " + ground.name() + "; color: white; border-radius: 4px");
 }
 

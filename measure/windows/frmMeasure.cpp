@@ -1,7 +1,6 @@
 #include "measure/windows/frmMeasure.h"
 
 #include <QKeyEvent>
-#include <QPushButton>
 #include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -18,7 +17,6 @@
 #include "measure/windows/frmTouchTest.h"
 #include "ui/guide/help.h"
 #include "ui/screens/screen_size.h"
-#include "ui/style/face_style.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
@@ -137,8 +135,7 @@ void frmMeasure::keep() {
 void frmMeasure::started() {
   if (parts_.guided) {
     startPage_->askForSizeAlone();
-    // It is the way on.
-    setKind(*resultPage_->findChild<QPushButton*>("cmdLeaveResult"), ButtonKind::primary);
+    resultPage_->leadOn();
     // As it was entered when this measurement was begun.
     if (parts_.guided->begun.size.source == SizeSource::user)
       parts_.setup.size = parts_.guided->begun.size;

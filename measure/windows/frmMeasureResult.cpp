@@ -28,6 +28,7 @@
 #include "ui/controls/scrollable.h"
 #include "ui/controls/status_line.h"
 #include "ui/controls/verdict_colour.h"
+#include "ui/style/face_style.h"
 #include "ui/text.h"
 #include "ui/text_file_dialogs.h"
 
@@ -85,6 +86,10 @@ frmMeasureResult::frmMeasureResult(Prompt& prompt, MeasureSetup& setup,
   layout->addWidget(makeWays());
   // Whoever goes on by the keyboard meets it last.
   setTabOrder(anew_, findChild<QWidget*>("cmdLeaveResult"));
+}
+
+void frmMeasureResult::leadOn() {
+  setKind(*findChild<QPushButton*>("cmdLeaveResult"), ButtonKind::primary);
 }
 
 void frmMeasureResult::takeFocus() {

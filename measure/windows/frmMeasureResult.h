@@ -39,6 +39,8 @@ class frmMeasureResult final : public QWidget {
   void showResults(Measurement measurement, bool isStored);
   /// Puts the keyboard on the choice of pages.
   void takeFocus();
+  /// Leaving is the way on, and looks so.
+  void leadOn();
   bool isSaved() const { return isSaved_; }
 
  signals:

@@ -186,10 +186,10 @@ QWidget* frmMeasureStart::makeButtons() {
     QString caption;
     const char* name;
     void (frmMeasureStart::*pressed)();
-    // Far from where the next page has "Leave", and the last one "Start".
-  } all[] = {{tr("Lea&ve"), "cmdLeaveStart", &frmMeasureStart::leaveRequested},
-             {tr("Op&en …"), "cmdOpen", &frmMeasureStart::openRequested},
-             {tr("&Start"), "cmdStart", &frmMeasureStart::startRequested}};
+  } all[] = {{tr("Op&en …"), "cmdOpen", &frmMeasureStart::openRequested},
+             {tr("&Start"), "cmdStart", &frmMeasureStart::startRequested},
+             {tr("Lea&ve"), "cmdLeaveStart", &frmMeasureStart::leaveRequested}};
+  buttons->addStretch();
   for (const auto& [caption, name, pressed] : all) {
     auto* const button = new QPushButton(caption);
     button->setObjectName(name);
@@ -198,13 +198,10 @@ QWidget* frmMeasureStart::makeButtons() {
     button->setMinimumWidth(3 * fingerSize());
     makeFingerSized(*button);
     connect(button, &QPushButton::clicked, this, pressed);
-    buttons->addWidget(button);
-    if (pressed == &frmMeasureStart::leaveRequested) buttons->addStretch();
+    // The keyboard meets "Leave" last, but it stands far from where the next page has it.
+    pressed == &frmMeasureStart::leaveRequested ? buttons->insertWidget(0, button)
+                                                : buttons->addWidget(button);
   }
-  // Whoever goes on by the keyboard meets it last.
-  const auto found = row->findChildren<QPushButton*>();
-  setTabOrder(found[2], found[1]);
-  setTabOrder(found[1], found[0]);
   return row;
 }
 

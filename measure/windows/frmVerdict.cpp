@@ -43,12 +43,12 @@ enum VerdictColumn : std::uint8_t {
   verdictColumn
 };
 
-QColor colourOf(Outcome outcome, const QPalette& window) {
+}  // namespace
+
+QColor outcomeColour(Outcome outcome, const QPalette& window) {
   if (outcome == Outcome::incomplete) return coloursOf(window).remark;
   return verdictColour(outcome == Outcome::pass, window);
 }
-
-}  // namespace
 
 QByteArray measurementPng(const Report& report) {
   const ReportPages pages(report);
@@ -234,7 +234,7 @@ void frmVerdict::fill() {
   icon_->setAccessibleDescription(wordOf(outcome));
   verdict_->setText(wordOf(outcome));
   QPalette colours = palette();
-  colours.setColor(QPalette::WindowText, colourOf(outcome, colours));
+  colours.setColor(QPalette::WindowText, outcomeColour(outcome, colours));
   verdict_->setPalette(colours);
   panel_->setText(shownText(panelText(report_->measurement.size)));
   fillFigures();
@@ -251,7 +251,7 @@ void frmVerdict::showOutcome(QTreeWidgetItem& item, Outcome outcome, bool isBold
   item.setIcon(verdictColumn, iconOf(outcome));
   for (const VerdictColumn column : {figureColumn, measuredColumn, verdictColumn}) {
     if (outcome != Outcome::pass || column == verdictColumn)
-      item.setForeground(column, colourOf(outcome, palette()));
+      item.setForeground(column, outcomeColour(outcome, palette()));
     QFont shown = figures_->font();
     shown.setBold(isBold || outcome != Outcome::pass);
     item.setFont(column, shown);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QColor>
 #include <QIcon>
 #include <QWidget>
 #include <array>
@@ -15,6 +16,9 @@ class QTreeWidget;
 class QTreeWidgetItem;
 
 namespace touch::measure {
+
+/// Of the outcome's word in such a window.
+QColor outcomeColour(Outcome outcome, const QPalette& window);
 
 /// All pages of a report below each other, as the content of a PNG file.
 QByteArray measurementPng(const Report& report);
