@@ -71,7 +71,7 @@ constexpr std::array<std::string_view, 1> simulatorDescription{
 constexpr std::array simulatorStatus{
     Entry{"0", "ended by Ctrl+C, or what was asked of another is done"},
     Entry{"1",
-          "no pseudo-terminal, a file that cannot be read, a script that failed, or no "
+          "no port to be at, a file that cannot be read, a script that failed, or no "
           "simulated controller to be reached"},
     Entry{"2", "wrong use"},
 };

@@ -25,12 +25,12 @@ std::optional<ScreenSize> parseScreen(std::string_view text) {
 }
 
 /// "N=DEVICE" with the device from the root on where it stands in a folder; a mere name such as
-/// COM3 is no file.
+/// COM3 is no file, and "\\\\.\\pipe\\touchsim-1" stands in none.
 std::string withWholeDevice(const std::string& text) {
   const auto sign = text.find('=');
   if (sign == text.npos) return text;
   const std::string device = text.substr(sign + 1);
-  if (!pathNamed(device).has_parent_path()) return text;
+  if (!pathNamed(device).has_parent_path() || device.starts_with(R"(\\)")) return text;
   const auto path = absolutePathNamed(device).u8string();
   return text.substr(0, sign + 1) + std::string(path.begin(), path.end());
 }
@@ -39,6 +39,24 @@ std::string withWholeDevice(const std::string& text) {
 
 std::string programVersion() {
   return "TouchUtility " PROGRAM_VERSION;
+}
+
+void addComPorts(CLI::App& app, ComPorts& ports) {
+  app.add_option_function<std::vector<std::string>>(
+         "--com",
+         [&ports](const std::vector<std::string>& texts) {
+           for (const std::string& text : texts) {
+             const auto assigned = ports.assign(withWholeDevice(text));
+             if (!assigned) {
+               throw CLI::ValidationError("--com", assigned.error());
+             }
+           }
+         },
+         "The device behind COM port number N; may be given more than once")
+      ->type_name("N=DEVICE")
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 void addCommonOptions(CLI::App& app, Options& options) {
@@ -88,21 +106,7 @@ void addCommonOptions(CLI::App& app, Options& options) {
          "The folder with errmsg.txt, pic01.jpg and the other optional files (default: the current "
          "one)")
       ->type_name("DIR");
-  app.add_option_function<std::vector<std::string>>(
-         "--com",
-         [&options](const std::vector<std::string>& texts) {
-           for (const std::string& text : texts) {
-             const auto assigned = options.comPorts.assign(withWholeDevice(text));
-             if (!assigned) {
-               throw CLI::ValidationError("--com", assigned.error());
-             }
-           }
-         },
-         "The device behind COM port number N; may be given more than once")
-      ->type_name("N=DEVICE")
-      ->expected(1)
-      ->allow_extra_args(false)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  addComPorts(app, options.comPorts);
   app.add_option_function<std::string>(
          "--screen",
          [&options](const std::string& text) {

@@ -50,6 +50,9 @@ struct Options {
 /// The program's full name and version, for --version.
 std::string programVersion();
 
+/// Makes `app` read which devices stand behind COM port numbers.
+void addComPorts(CLI::App& app, ComPorts& ports);
+
 /// Makes `app` read the options that both programs have into `options`, which must outlive the
 /// parsing. A bad value is refused with a message that names it and what was expected.
 void addCommonOptions(CLI::App& app, Options& options);

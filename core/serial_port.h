@@ -16,16 +16,20 @@ namespace touch {
 /// The setting of every controller but those that still speak 7 data bits, 2 stop bits.
 inline constexpr std::string_view normalLineSettings = "9600,n,8,1";
 
-/// The plug's wires beside those for bytes, and what went wrong on those since the port was opened.
+/// What went wrong on a line since the port was opened.
+struct LineFaults {
+  std::uint64_t framing = 0;
+  std::uint64_t parity = 0;
+  std::uint64_t overruns = 0;
+  std::uint64_t breaks = 0;
+};
+/// The plug's wires beside those for bytes.
 struct LineState {
   bool cts = false;
   bool dsr = false;
   bool dcd = false;
   bool ri = false;
-  std::uint64_t framing = 0;
-  std::uint64_t parity = 0;
-  std::uint64_t overruns = 0;
-  std::uint64_t breaks = 0;
+  std::optional<LineFaults> faults{};  ///< nothing where the driver does not count them
 };
 /// What this end can switch: two of the wires, and the break, which holds the line for bytes.
 enum class LineSwitch : std::uint8_t { dtr, rts, holdBreak };
@@ -73,8 +77,7 @@ class SerialPort {
   /// parity or without a stop bit, or a break in place of a byte.
   virtual std::size_t takeDamaged() { return 0; }
 
-  /// Nothing where the device has no such wires, and while closed. What its driver does not count
-  /// stays 0.
+  /// Nothing where the device has no such wires, and while closed.
   virtual std::optional<LineState> lineState() { return std::nullopt; }
   /// False when nothing was switched: the device has no such wire, or the port is closed.
   virtual bool switchLine(LineSwitch /*which*/, bool /*on*/) { return false; }

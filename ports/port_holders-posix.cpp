@@ -136,6 +136,26 @@ bool hasHardware(const fs::path& entry) {
   return fs::is_symlink(entry / "device" / "driver", ignored) && firstLine(entry / "type") != "0";
 }
 
+/// Where the system keeps what it knows of the port; empty when there is nothing.
+fs::path hardwareOf(const std::string& device, const fs::path& devices) {
+  std::error_code failed;
+  const auto file = fs::canonical(device, failed);
+  if (failed) return {};
+  auto hardware = fs::canonical(devices / file.filename() / "device", failed);
+  return failed ? fs::path() : hardware;
+}
+
+/// The folder that has `fact`: `hardware`, or one around it, as an adapter's port is a part of the
+/// device that was plugged in. Empty when none has.
+fs::path findAround(fs::path hardware, const char* fact) {
+  constexpr int mostAround = 5;
+  for (int around = 0; !hardware.empty() && around < mostAround; ++around) {
+    if (!firstLine(hardware / fact).empty()) return hardware;
+    hardware = hardware.parent_path();
+  }
+  return {};
+}
+
 }  // namespace
 
 PortHolders portHolders(const std::string& device) {
@@ -195,22 +215,28 @@ std::string portDriver(const std::string& device, const fs::path& devices) {
 }
 
 std::string portMaker(const std::string& device, const fs::path& devices) {
-  std::error_code failed;
-  const auto file = fs::canonical(device, failed);
-  if (failed) return {};
-  auto hardware = fs::canonical(devices / file.filename() / "device", failed);
-  // An adapter's port is a part of the device that was plugged in.
-  constexpr int mostAround = 5;
-  for (int around = 0; !failed && around < mostAround; ++around) {
-    std::string name = firstLine(hardware / "manufacturer");
-    const std::string product = firstLine(hardware / "product");
-    if (!product.empty()) {
-      if (!name.empty()) name += ' ';
-      return name += product;
-    }
-    hardware = hardware.parent_path();
-  }
-  return {};
+  const auto adapter = findAround(hardwareOf(device, devices), "product");
+  if (adapter.empty()) return {};
+  std::string name = firstLine(adapter / "manufacturer");
+  if (!name.empty()) name += ' ';
+  return name += firstLine(adapter / "product");
+}
+
+std::string portHardware(const std::string& device, const fs::path& devices) {
+  const auto hardware = hardwareOf(device, devices);
+  const auto adapter = findAround(hardware, "product");
+  if (adapter.empty()) return {};
+  std::string text = portDriver(device, devices);
+  const auto add = [&text](const fs::path& folder, const char* fact) {
+    text += '\n' + (folder.empty() ? std::string() : firstLine(folder / fact));
+  };
+  for (const char* const fact : {"manufacturer", "product", "serial"})
+    add(adapter, fact);
+  // An adapter with several ports has each on an interface of its own, or counts them.
+  constexpr const char* interface = "bInterfaceNumber";
+  add(findAround(hardware, interface), interface);
+  add(hardware, "port_number");
+  return text;
 }
 
 std::vector<std::string> serialDevices(const fs::path& devices) {

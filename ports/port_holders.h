@@ -63,6 +63,12 @@ std::string portDriver(const std::string& device,
 std::string portMaker(const std::string& device,
                       const std::filesystem::path& devices = "/sys/class/tty");
 
+/// What tells the hardware behind the device from other hardware, whatever name it has: its driver,
+/// its maker's text, its serial number as far as it has one, and which of its ports it is. Empty
+/// where that is not known.
+std::string portHardware(const std::string& device,
+                         const std::filesystem::path& devices = "/sys/class/tty");
+
 /// The serial devices of this machine that have hardware behind them, sorted by name.
 std::vector<std::string> serialDevices(const std::filesystem::path& devices = "/sys/class/tty");
 

@@ -9,13 +9,16 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <optional>
+#include <thread>
 #include <utility>
 
 #include "ports/port_holders.h"
 #include "ports/port_lock.h"
 #include "ports/serial_device.h"
+#include "support/alarm-posix.h"
 #include "support/text/language.h"
 
 namespace touch::serial_device {
@@ -103,12 +106,14 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
   return std::unique_ptr<Before>(std::move(taken));
 }
 
-bool isPseudoTerminal(asio::serial_port& port) {
-  constexpr unsigned firstMajor = 136;
-  constexpr unsigned lastMajor = 143;
+Takes takenBy(asio::serial_port& port) {
+  constexpr unsigned firstPseudoTerminal = 136;
+  constexpr unsigned lastPseudoTerminal = 143;
   struct stat status {};
-  if (fstat(port.native_handle(), &status) != 0) return false;
-  return major(status.st_rdev) >= firstMajor && major(status.st_rdev) <= lastMajor;
+  if (fstat(port.native_handle(), &status) != 0) return Takes::everything;
+  const unsigned kind = major(status.st_rdev);
+  return kind >= firstPseudoTerminal && kind <= lastPseudoTerminal ? Takes::speedAndStopBits
+                                                                   : Takes::everything;
 }
 
 std::error_code reportDamage(asio::serial_port& port) {
@@ -129,6 +134,64 @@ Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
   return Waiting{.bytes = static_cast<std::size_t>(count)};
 }
 
+Result<std::size_t, std::error_code> read(asio::serial_port& port, std::span<std::uint8_t> room) {
+  const auto count = ::read(port.native_handle(), room.data(), room.size());
+  if (count >= 0) return static_cast<std::size_t>(count);
+  if (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR) return std::size_t{0};
+  return tl::unexpected(lastError());
+}
+
+Result<std::size_t, std::error_code> waitingOutput(asio::serial_port& port) {
+  int count = 0;
+  if (ioctl(port.native_handle(), TIOCOUTQ, &count) != 0) return tl::unexpected(lastError());
+  // What the hardware still holds goes out without fail.
+  if (count == 0 && tcdrain(port.native_handle()) != 0) return tl::unexpected(lastError());
+  return static_cast<std::size_t>(count);
+}
+
+namespace {
+
+class DeviceWatch final : public Watch {
+ public:
+  DeviceWatch(int device, std::function<Outcome()> take)
+      : device_(device),
+        take_(std::move(take)),
+        thread_([this](const std::stop_token& stopped) { run(stopped); }) {}
+  ~DeviceWatch() override {
+    thread_.request_stop();
+    ending_.ring();
+  }
+
+  int descriptor() const override { return news_.descriptor(); }
+  void settle() override { news_.silence(); }
+
+ private:
+  void run(const std::stop_token& stopped) {
+    constexpr int littleLater = 5;  // milliseconds
+    Outcome outcome = Outcome::taken;
+    while (outcome != Outcome::gone) {
+      const bool isFull = outcome == Outcome::full;
+      std::array<pollfd, 2> sources{{{ending_.descriptor(), POLLIN, 0}, {device_, POLLIN, 0}}};
+      poll(sources.data(), isFull ? 1 : 2, isFull ? littleLater : -1);
+      if (stopped.stop_requested()) return;
+      outcome = take_();
+      news_.ring();
+    }
+  }
+
+  int device_;
+  std::function<Outcome()> take_;
+  Alarm ending_;
+  Alarm news_;
+  std::jthread thread_;  // last: it ends before what it uses goes
+};
+
+}  // namespace
+
+std::unique_ptr<Watch> watch(asio::serial_port& port, std::function<Watch::Outcome()> take) {
+  return std::make_unique<DeviceWatch>(port.native_handle(), std::move(take));
+}
+
 std::optional<int> descriptor(asio::serial_port& port) {
   return port.native_handle();
 }
@@ -143,10 +206,10 @@ std::optional<LineState> lineState(asio::serial_port& port) {
   serial_icounter_struct counts{};
   if (ioctl(port.native_handle(), TIOCGICOUNT, &counts) != 0) return state;
   const auto count = [](int counted) { return static_cast<std::uint64_t>(std::max(counted, 0)); };
-  state.framing = count(counts.frame);
-  state.parity = count(counts.parity);
-  state.overruns = count(counts.overrun) + count(counts.buf_overrun);
-  state.breaks = count(counts.brk);
+  state.faults = LineFaults{.framing = count(counts.frame),
+                            .parity = count(counts.parity),
+                            .overruns = count(counts.overrun) + count(counts.buf_overrun),
+                            .breaks = count(counts.brk)};
   return state;
 }
 
@@ -195,7 +258,7 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
   }
 }
 
-std::string explainNoSimulatedPort(int) {
+std::string explainNoSimulatedPort() {
   return say("ports",
              "the simulated controller has no serial port while its driver holds it. Choose that "
              "controller first. If it is chosen, the system has no pseudo-terminal left: mount "

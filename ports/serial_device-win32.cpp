@@ -3,7 +3,12 @@
 // Behind Asio, which must be the first to include the socket headers.
 #include <windows.h>
 
+#include <asio/buffer.hpp>
+#include <vector>
+
+#include "ports/pipe_name-win32.h"
 #include "ports/port_holders.h"
+#include "support/handle-win32.h"
 #include "support/text/language.h"
 
 namespace touch::serial_device {
@@ -13,6 +18,22 @@ namespace {
 std::error_code failedIf(bool failed) {
   if (!failed) return {};
   return {static_cast<int>(GetLastError()), std::system_category()};
+}
+
+bool isPipe(asio::serial_port& port) {
+  return GetFileType(port.native_handle()) == FILE_TYPE_PIPE;
+}
+
+/// A simulated controller's. Who serves it learns who calls, and may do nothing in their name.
+std::error_code openPipe(asio::serial_port& port, const std::string& name) {
+  Handle pipe = owned(
+      CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                  FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION, nullptr));
+  if (!pipe) return failedIf(true);
+  std::error_code error;
+  port.assign(pipe.get(), error);
+  if (!error) static_cast<void>(pipe.release());
+  return error;
 }
 
 /// Controllers are powered from DTR and RTS, which Asio lets fall. A damaged byte is to arrive as
@@ -35,8 +56,13 @@ std::string defaultName(int number) {
 
 Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device) {
-  // Windows opens a serial port for one program only, and Asio makes it raw.
   std::error_code error;
+  if (isPipeName(device)) {
+    error = openPipe(port, device);
+    if (error) return tl::unexpected(error);
+    return std::make_unique<Before>();
+  }
+  // Windows opens a serial port for one program only, and Asio makes it raw.
   port.open(device, error);
   if (error) return tl::unexpected(error);
   error = raiseLines(port.native_handle());
@@ -46,8 +72,8 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
   return std::make_unique<Before>();
 }
 
-bool isPseudoTerminal(asio::serial_port&) {
-  return false;
+Takes takenBy(asio::serial_port& port) {
+  return isPipe(port) ? Takes::nothing : Takes::everything;
 }
 
 std::error_code reportDamage(asio::serial_port&) {
@@ -56,6 +82,13 @@ std::error_code reportDamage(asio::serial_port&) {
 }
 
 Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
+  if (isPipe(port)) {
+    DWORD bytes = 0;
+    const auto gone =
+        failedIf(PeekNamedPipe(port.native_handle(), nullptr, 0, nullptr, &bytes, nullptr) == 0);
+    if (gone) return tl::unexpected(gone);
+    return Waiting{.bytes = bytes};
+  }
   COMSTAT state{};
   DWORD errors = 0;
   const auto error = failedIf(ClearCommError(port.native_handle(), &errors, &state) == 0);
@@ -63,6 +96,27 @@ Result<Waiting, std::error_code> waiting(asio::serial_port& port) {
   // It tells that there was damage since it was asked last, not how much.
   const bool damaged = (errors & (CE_FRAME | CE_RXPARITY | CE_BREAK)) != 0;
   return Waiting{.bytes = state.cbInQue, .damaged = damaged ? std::size_t{1} : std::size_t{0}};
+}
+
+Result<std::size_t, std::error_code> read(asio::serial_port& port, std::span<std::uint8_t> room) {
+  std::error_code error;
+  const std::size_t count = port.read_some(asio::buffer(room.data(), room.size()), error);
+  if (error) return tl::unexpected(error);
+  return count;
+}
+
+Result<std::size_t, std::error_code> waitingOutput(asio::serial_port& port) {
+  if (isPipe(port)) return std::size_t{0};
+  COMSTAT state{};
+  DWORD errors = 0;
+  const auto error = failedIf(ClearCommError(port.native_handle(), &errors, &state) == 0);
+  if (error) return tl::unexpected(error);
+  return state.cbOutQue;
+}
+
+// Nothing here waits for bytes but who reads them.
+std::unique_ptr<Watch> watch(asio::serial_port&, std::function<Watch::Outcome()>) {
+  return nullptr;
 }
 
 std::optional<int> descriptor(asio::serial_port&) {
@@ -84,10 +138,19 @@ bool switchLine(asio::serial_port& port, LineSwitch which, bool on) {
 }
 
 std::error_code clearInput(asio::serial_port& port) {
+  if (isPipe(port)) {
+    const auto there = waiting(port);
+    if (!there) return there.error();
+    std::vector<std::uint8_t> dropped(there->bytes);
+    std::error_code error;
+    if (!dropped.empty()) port.read_some(asio::buffer(dropped), error);
+    return error;
+  }
   return failedIf(PurgeComm(port.native_handle(), PURGE_RXCLEAR) == 0);
 }
 
 std::error_code clearOutput(asio::serial_port& port) {
+  if (isPipe(port)) return {};  // what it has taken is on its way
   return failedIf(PurgeComm(port.native_handle(), PURGE_TXCLEAR) == 0);
 }
 
@@ -102,6 +165,7 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
                     {option});
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
+    case ERROR_PIPE_BUSY:
       return inUseText(portHolders(device));
     case ERROR_INVALID_FUNCTION:
     case ERROR_INVALID_PARAMETER:
@@ -112,12 +176,10 @@ std::string explainRefusal(const std::error_code& error, const std::string& devi
   }
 }
 
-std::string explainNoSimulatedPort(int number) {
-  const std::string assignment = "--com " + std::to_string(number) + "=COM3";
-  return filled(say("ports",
-                    "on Windows simulated controllers have no serial port. Say which real port to "
-                    "use, e.g. %1."),
-                {assignment});
+std::string explainNoSimulatedPort() {
+  return say("ports",
+             "the simulated controller has no serial port while its driver holds it. Choose that "
+             "controller first.");
 }
 
 }  // namespace touch::serial_device

@@ -2,8 +2,11 @@
 
 #include <asio/serial_port.hpp>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <system_error>
 
@@ -32,9 +35,13 @@ class Before {
 Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device);
 
-/// True when bytes pass through the device without a wire: it then knows neither parity nor data
-/// bits.
-bool isPseudoTerminal(asio::serial_port& port);
+/// What a device takes of a line's settings. Without a wire bytes pass as they are.
+enum class Takes : std::uint8_t {
+  nothing,           ///< a named pipe
+  speedAndStopBits,  ///< a pseudo-terminal
+  everything,
+};
+Takes takenBy(asio::serial_port& port);
 
 /// Makes a damaged byte arrive like any other, and be told. To be called after each change of the
 /// line's settings.
@@ -53,7 +60,32 @@ struct Waiting {
 };
 /// An error when the device is gone.
 Result<Waiting, std::error_code> waiting(asio::serial_port& port);
-/// See SerialPort::descriptor.
+/// Reads at once what is waiting, at most as much as there is room for. May be called by another
+/// thread than the other functions here.
+Result<std::size_t, std::error_code> read(asio::serial_port& port, std::span<std::uint8_t> room);
+
+/// How many bytes that it was given the device has not sent yet.
+Result<std::size_t, std::error_code> waitingOutput(asio::serial_port& port);
+
+/// Looks after a device on a thread of its own, until it is destroyed.
+class Watch {
+ public:
+  enum class Outcome : std::uint8_t { taken, full, gone };
+  Watch() = default;
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+  virtual ~Watch() = default;
+
+  /// See SerialPort::descriptor.
+  virtual int descriptor() const = 0;
+  /// To be called before what it has taken is looked at: its descriptor tells of what comes later.
+  virtual void settle() = 0;
+};
+/// Calls `take` as soon as something has arrived. When that says `full`, it is called again a
+/// little later; when it says `gone`, never. Null where the platform has no such thing.
+std::unique_ptr<Watch> watch(asio::serial_port& port, std::function<Watch::Outcome()> take);
+
+/// See SerialPort::descriptor; of a port that no Watch looks after.
 std::optional<int> descriptor(asio::serial_port& port);
 /// See SerialPort::lineState; counted since the driver has the device.
 std::optional<LineState> lineState(asio::serial_port& port);
@@ -65,6 +97,6 @@ std::error_code clearOutput(asio::serial_port& port);
 /// denied. Add yourself ...".
 std::string explainRefusal(const std::error_code& error, const std::string& device, int number);
 /// The same for a simulated controller that has no device.
-std::string explainNoSimulatedPort(int number);
+std::string explainNoSimulatedPort();
 
 }  // namespace touch::serial_device

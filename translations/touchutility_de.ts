@@ -3111,8 +3111,8 @@
         <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hält. Wählen Sie zuerst diesen Controller. Ist er gewählt, hat das System kein Pseudoterminal mehr frei: binden Sie devpts unter /dev/pts ein.</translation>
     </message>
     <message>
-        <source>on Windows simulated controllers have no serial port. Say which real port to use, e.g. %1.</source>
-        <translation>Unter Windows haben simulierte Controller keinen seriellen Port. Nennen Sie einen echten, z. B. %1.</translation>
+        <source>the simulated controller has no serial port while its driver holds it. Choose that controller first.</source>
+        <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hat. Wählen Sie erst diesen Controller.</translation>
     </message>
     <message>
         <source>%1 cannot be opened: %2</source>

@@ -38,12 +38,15 @@ void Pause::untilInterrupted() {
   if (!interrupted_) context_.run();
 }
 
-std::unique_ptr<Bench> Bench::open(const ControllerModel& model, int baud) {
+Result<std::unique_ptr<Bench>, std::string> Bench::open(const ControllerModel& model, int baud,
+                                                        const MakePort& makePort) {
   auto bench = std::make_unique<Bench>(model);
   bench->controller_.setSpeed(baud);
   bench->controller_.connect(LineUser::port, bench->clock_.now());
-  bench->line_ = PtyLine::open(bench->controller_, bench->clock_, bench->guard_);
-  return bench->line_ ? std::move(bench) : nullptr;
+  auto port = makePort({bench->controller_, bench->clock_, bench->guard_});
+  if (!port) return tl::unexpected(port.error());
+  bench->port_ = std::move(*port);
+  return bench;
 }
 
 void Bench::with(const std::function<void(SimulatedController&, TimePoint)>& action) {
@@ -51,7 +54,7 @@ void Bench::with(const std::function<void(SimulatedController&, TimePoint)>& act
     const std::lock_guard lock(guard_);
     action(controller_, clock_.now());
   }
-  line_->wake();
+  port_->wake();
 }
 
 void Bench::listen() {

@@ -14,7 +14,7 @@
 
 #include "core/serial_port.h"
 #include "simulator/controller/fault_times.h"
-#include "simulator/port/pty_line.h"
+#include "simulator/port/served_port.h"
 #include "support/system_clock.h"
 
 namespace touch::simulator {
@@ -37,14 +37,17 @@ class Pause {
   bool interrupted_ = false;
 };
 
-/// A controller at the end of a pseudo-terminal.
+/// A controller with a port of its own.
 class Bench {
  public:
-  /// Null where there is no pseudo-terminal.
-  static std::unique_ptr<Bench> open(const ControllerModel& model, int baud);
+  /// Makes the port, or says why there is none.
+  using MakePort =
+      std::function<Result<std::unique_ptr<ServedPort>, std::string>(ControllerEnd controller)>;
+  static Result<std::unique_ptr<Bench>, std::string> open(const ControllerModel& model, int baud,
+                                                          const MakePort& makePort);
   explicit Bench(const ControllerModel& model) : controller_(model) {}
 
-  const std::string& path() const { return line_->path(); }
+  const std::string& path() const { return port_->path(); }
 
   /// Does something with the controller: `action` is given it and the time.
   void with(const std::function<void(SimulatedController&, TimePoint)>& action);
@@ -64,7 +67,7 @@ class Bench {
   std::vector<std::uint8_t> heard_;
   SimulatedClock clock_;
   SimulatedController controller_;
-  std::unique_ptr<PtyLine> line_;  // last: its thread ends before what it uses goes
+  std::unique_ptr<ServedPort> port_;  // last: its thread ends before what it uses goes
 };
 
 /// Makes faults of a bench's controller come and go. Both outlive it.

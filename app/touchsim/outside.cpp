@@ -1,15 +1,12 @@
 #include "app/touchsim/outside.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
+#include <array>
 #include <asio/buffer.hpp>
 #include <asio/io_context.hpp>
 #include <asio/read_until.hpp>
 #include <asio/write.hpp>
 #include <charconv>
-#include <cstdlib>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -19,11 +16,7 @@ namespace touch::simulator {
 
 namespace {
 
-namespace fs = std::filesystem;
-using Socket = asio::local::stream_protocol;
-
 constexpr std::size_t longestLine = 256;
-constexpr std::string_view prefix = "touchsim-";
 constexpr std::string_view done = "ok";
 
 constexpr std::pair<std::string_view, ReplayRequest::Action> replayActions[] = {
@@ -32,43 +25,6 @@ constexpr std::pair<std::string_view, ReplayRequest::Action> replayActions[] = {
     {"step", ReplayRequest::Action::step},
     {"seek", ReplayRequest::Action::seek},
     {"progress", ReplayRequest::Action::progress}};
-
-/// The user's own folder for sockets; empty without one. A folder that others may write is none.
-fs::path runtimeFolder() {
-  const char* const folder = std::getenv("XDG_RUNTIME_DIR");
-  struct stat found {};
-  if (folder == nullptr || *folder != '/' || lstat(folder, &found) != 0) return {};
-  const bool isOwn = S_ISDIR(found.st_mode) && found.st_uid == geteuid() &&
-                     (found.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-  return isOwn ? fs::path(folder) : fs::path();
-}
-
-fs::path socketOf(const fs::path& folder, std::string device) {
-  if (device.starts_with("/dev/")) device.erase(0, 5);
-  std::ranges::replace(device, '/', '-');
-  return folder / (std::string(prefix) + device);
-}
-
-bool isOwnSocket(const fs::path& path) {
-  struct stat found {};
-  return lstat(path.c_str(), &found) == 0 && S_ISSOCK(found.st_mode) && found.st_uid == geteuid();
-}
-
-/// Those that somebody listens at.
-std::vector<fs::path> liveSockets(const fs::path& folder) {
-  std::vector<fs::path> live;
-  std::error_code ignored;
-  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
-    if (!entry.path().filename().string().starts_with(prefix) || !isOwnSocket(entry.path()))
-      continue;
-    asio::io_context context;
-    Socket::socket socket(context);
-    std::error_code refused;
-    socket.connect(Socket::endpoint(entry.path().string()), refused);
-    if (!refused) live.push_back(entry.path());
-  }
-  return live;
-}
 
 std::string_view takeWord(std::string_view& text) {
   const auto begin = std::min(text.find_first_not_of(' '), text.size());
@@ -119,15 +75,15 @@ std::optional<ReplayRequest> parseReplayRequest(std::string_view line) {
   return request;
 }
 
-/// Whoever has connected, until they have been answered.
+/// Whoever has called, until they have been answered and hang up.
 class OutsideFinger::Caller : public std::enable_shared_from_this<Caller> {
  public:
   /// `answer` is what they are told.
-  Caller(Socket::socket socket, std::function<std::string(std::string_view)> answer)
-      : socket_(std::move(socket)), answer_(std::move(answer)) {}
+  Caller(Call call, std::function<std::string(std::string_view)> answer)
+      : call_(std::move(call)), answer_(std::move(answer)) {}
 
   void serve() {
-    asio::async_read_until(socket_, asio::dynamic_buffer(line_, longestLine), '\n',
+    asio::async_read_until(call_, asio::dynamic_buffer(line_, longestLine), '\n',
                            [self = shared_from_this()](const std::error_code& error, std::size_t) {
                              if (!error) self->answer();
                            });
@@ -136,66 +92,39 @@ class OutsideFinger::Caller : public std::enable_shared_from_this<Caller> {
  private:
   void answer() {
     reply_ = answer_(std::string_view(line_).substr(0, line_.find('\n'))) + '\n';
-    asio::async_write(socket_, asio::buffer(reply_),
-                      [self = shared_from_this()](const std::error_code&, std::size_t) {});
+    asio::async_write(call_, asio::buffer(reply_),
+                      [self = shared_from_this()](const std::error_code& error, std::size_t) {
+                        if (!error) self->awaitHangUp();
+                      });
   }
 
-  Socket::socket socket_;
+  // On Windows what has not been read may go with the end that hangs up first.
+  void awaitHangUp() {
+    call_.async_read_some(asio::buffer(rest_),
+                          [self = shared_from_this()](const std::error_code&, std::size_t) {});
+  }
+
+  Call call_;
   std::function<std::string(std::string_view)> answer_;
   std::string line_;
   std::string reply_;
+  std::array<char, 1> rest_{};
 };
 
 std::unique_ptr<OutsideFinger> OutsideFinger::open(asio::io_context& context,
                                                    const std::string& device, OnFinger onFinger,
                                                    OnReplay onReplay) {
-  const fs::path folder = runtimeFolder();
-  if (folder.empty()) return nullptr;
-  auto finger = std::make_unique<OutsideFinger>(context, socketOf(folder, device),
-                                                std::move(onFinger), std::move(onReplay));
-  return finger->listen() ? std::move(finger) : nullptr;
-}
-
-OutsideFinger::OutsideFinger(asio::io_context& context, fs::path path, OnFinger onFinger,
-                             OnReplay onReplay)
-    : path_(std::move(path)),
-      onFinger_(std::move(onFinger)),
-      onReplay_(std::move(onReplay)),
-      acceptor_(context) {}
-
-OutsideFinger::~OutsideFinger() {
-  if (isThere_) unlink(path_.c_str());
-}
-
-bool OutsideFinger::listen() {
-  // The device is this process's: a socket of its name was left behind by one that has gone.
-  if (isOwnSocket(path_)) unlink(path_.c_str());
-  std::error_code failed;
-  const mode_t before = umask(S_IRWXG | S_IRWXO | S_IXUSR);
-  if (path_.native().size() < sizeof(sockaddr_un{}.sun_path)) {
-    acceptor_.open(Socket(), failed);
-    if (!failed) acceptor_.bind(Socket::endpoint(path_.string()), failed);
-  } else {
-    failed = std::make_error_code(std::errc::filename_too_long);
-  }
-  umask(before);
-  if (failed) return false;
-  isThere_ = true;
-  acceptor_.listen(Socket::socket::max_listen_connections, failed);
-  if (failed) return false;
-  acceptNext();
-  return true;
-}
-
-void OutsideFinger::acceptNext() {
-  acceptor_.async_accept([this](const std::error_code& error, Socket::socket socket) {
-    if (error) return;
-    std::make_shared<Caller>(std::move(socket), [this](std::string_view line) {
-      return carryOut(line);
+  auto finger = std::make_unique<OutsideFinger>(std::move(onFinger), std::move(onReplay));
+  finger->door_ = Door::open(context, device, [finger = finger.get()](Call call) {
+    std::make_shared<Caller>(std::move(call), [finger](std::string_view line) {
+      return finger->carryOut(line);
     })->serve();
-    acceptNext();
   });
+  return finger->door_ ? std::move(finger) : nullptr;
 }
+
+OutsideFinger::OutsideFinger(OnFinger onFinger, OnReplay onReplay)
+    : onFinger_(std::move(onFinger)), onReplay_(std::move(onReplay)) {}
 
 std::string OutsideFinger::carryOut(std::string_view line) const {
   if (const auto finger = parseFingerRequest(line)) {
@@ -214,30 +143,23 @@ std::string OutsideFinger::carryOut(std::string_view line) const {
 
 Result<std::string, std::string> sendRequest(const std::string& request,
                                              const std::optional<std::string>& device) {
-  const fs::path folder = runtimeFolder();
-  if (folder.empty()) return tl::unexpected(std::string(neededFolder));
-  fs::path path = device ? socketOf(folder, *device) : fs::path();
-  if (!device) {
-    const auto live = liveSockets(folder);
-    if (live.empty()) return tl::unexpected(std::string("no simulated controller is running"));
-    if (live.size() > 1) {
-      return tl::unexpected(std::to_string(live.size()) +
-                            " simulated controllers are running. Say which with --device");
-    }
-    path = live.front();
+  if (!hasDoors()) return tl::unexpected(std::string(doorNeeds));
+  const auto doors = device ? std::vector{doorOf(*device)} : doorsThere();
+  if (doors.empty()) return tl::unexpected(std::string("no simulated controller is running"));
+  if (doors.size() > 1) {
+    return tl::unexpected(std::to_string(doors.size()) +
+                          " simulated controllers are running. Say which with --device");
   }
-  const auto failed = [&path](const std::string& why) {
-    return tl::unexpected(path.string() + ": " + why);
+  const auto failed = [&door = doors.front()](const std::string& why) {
+    return tl::unexpected(door + ": " + why);
   };
-  if (!isOwnSocket(path) || path.native().size() >= sizeof(sockaddr_un{}.sun_path))
-    return failed("no simulated controller is running there");
   asio::io_context context;
-  Socket::socket socket(context);
+  auto call = callAt(context, doors.front());
+  if (!call) return failed(call.error());
   std::error_code error;
-  socket.connect(Socket::endpoint(path.string()), error);
-  if (!error) asio::write(socket, asio::buffer(request + '\n'), error);
+  asio::write(*call, asio::buffer(request + '\n'), error);
   std::string answer;
-  if (!error) asio::read_until(socket, asio::dynamic_buffer(answer, longestLine), '\n', error);
+  if (!error) asio::read_until(*call, asio::dynamic_buffer(answer, longestLine), '\n', error);
   if (error) return failed(error.message());
   answer.resize(answer.find('\n'));
   if (answer == done) return std::string();

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <asio/local/stream_protocol.hpp>
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "app/touchsim/door.h"
 #include "support/result.h"
 
 namespace touch::simulator {
 
-// How a finger from outside reaches a running simulated controller: by a socket of this user's in
-// the folder XDG_RUNTIME_DIR, named after the device: "touchsim-pts-5". A request is a line, and
-// so is the answer, "ok" or what is wrong:
+// What a running simulated controller is asked from outside. A request is a line, and so is the
+// answer, "ok" or what is wrong:
 //
 //   touch X Y    the finger is down there, or moves there; fractions of the panel from 0 to 1
 //   lift         the finger is up
@@ -46,11 +44,7 @@ struct ReplayRequest {
 /// Nothing when it has another form.
 std::optional<ReplayRequest> parseReplayRequest(std::string_view line);
 
-/// What lets a controller be reached from outside.
-inline constexpr std::string_view neededFolder =
-    "XDG_RUNTIME_DIR names no folder of yours that nobody else may write. Set it for both programs";
-
-/// Hears requests while its context runs. Its socket goes with it.
+/// Carries out requests while its context runs.
 class OutsideFinger {
  public:
   /// Told of a finger.
@@ -58,27 +52,19 @@ class OutsideFinger {
   /// Told what to do with the recording; returns what there is to tell of it. Null: none is played.
   using OnReplay = std::function<std::string(const ReplayRequest&)>;
 
-  /// Nothing where there is no folder for a socket.
+  /// Null where nobody can reach it.
   static std::unique_ptr<OutsideFinger> open(asio::io_context& context, const std::string& device,
                                              OnFinger onFinger, OnReplay onReplay = nullptr);
-  OutsideFinger(asio::io_context& context, std::filesystem::path path, OnFinger onFinger,
-                OnReplay onReplay);
-  OutsideFinger(const OutsideFinger&) = delete;
-  OutsideFinger& operator=(const OutsideFinger&) = delete;
-  ~OutsideFinger();
+  OutsideFinger(OnFinger onFinger, OnReplay onReplay);
 
  private:
   class Caller;
-  bool listen();
-  void acceptNext();
   /// What a line is answered.
   std::string carryOut(std::string_view line) const;
 
-  std::filesystem::path path_;
   OnFinger onFinger_;
   OnReplay onReplay_;
-  asio::local::stream_protocol::acceptor acceptor_;
-  bool isThere_ = false;
+  std::unique_ptr<Door> door_;
 };
 
 /// Has the simulated controller on `device` carry out a request; without a device the only one that

@@ -20,9 +20,10 @@
 #include "app/process/system_text.h"
 #include "app/simulated_source.h"
 #include "app/touchsim/bench.h"
+#include "app/touchsim/cable_port.h"
+#include "app/touchsim/line_form.h"
 #include "app/touchsim/outside.h"
 #include "app/touchsim/playback.h"
-#include "serial/port/line_settings.h"
 #include "serial/scripts/script_run.h"
 #include "simulator/controller/controllers.h"
 #include "simulator/controller/described_controller.h"
@@ -35,6 +36,16 @@ using namespace touch::simulator;
 using namespace std::chrono_literals;
 
 constexpr int exitFailed = 1;
+
+#if defined(_WIN32)
+constexpr std::string_view noPort =
+    "Windows has no named pipe left for it, and without one no program can open the simulated "
+    "controller. Where there is a pair of ports, name one of them with --port.";
+#else
+constexpr std::string_view noPort =
+    "this system offers no pseudo-terminal, and without one no program can open the simulated "
+    "controller. On Linux mount devpts on /dev/pts.";
+#endif
 
 constexpr auto fingerStep = 10ms;
 constexpr int stepsInStroke = 100;
@@ -72,6 +83,8 @@ struct Options {
   std::optional<std::filesystem::path> source;
   std::string controller{controllerModels.front().name};
   touch::LineSettings line;
+  std::optional<int> port;  ///< that it is at; none: one of its own
+  touch::ComPorts comPorts;
   std::string reports = "tablet";
   std::string strokes;
   std::optional<int> speed;              ///< in place of the line's
@@ -93,23 +106,6 @@ struct Errand {
 int failed(const std::string& why) {
   std::fprintf(stderr, "touchsim: %s\n", touch::printable(why).c_str());
   return exitFailed;
-}
-
-/// "7E1", or all of "9600,e,7,1".
-touch::Result<touch::LineSettings, std::string> lineNamed(const std::string& text) {
-  constexpr std::size_t shortForm = 3;
-  if (text.size() != shortForm) return touch::parseLineSettings(text);
-  return touch::parseLineSettings(
-      fmt::format("{},{},{},{}", touch::LineSettings{}.baud, text[1], text[0], text[2]));
-}
-
-LineFormat formatOf(const touch::LineSettings& line) {
-  using Parity = LineFormat::Parity;
-  return {line.dataBits,
-          line.parity == touch::Parity::none   ? Parity::none
-          : line.parity == touch::Parity::even ? Parity::even
-                                               : Parity::odd,
-          line.stopBits};
 }
 
 const ControllerModel& modelNamed(const std::string& name) {
@@ -234,6 +230,18 @@ void tellOf(const std::vector<std::string>& recordings) {
   }
 }
 
+touch::Result<std::unique_ptr<ServedPort>, std::string> portFor(const Options& options, int baud,
+                                                                ControllerEnd controller,
+                                                                asio::io_context& context) {
+  if (options.port) {
+    return CablePort::open(context, options.comPorts, *options.port,
+                           settingsOf(formatOf(options.line), baud), controller);
+  }
+  auto port = ServedPort::open(controller);
+  if (!port) return tl::unexpected(std::string(noPort));
+  return port;
+}
+
 int run(const Options& options) {
   auto sources = readSources(options);
   if (!sources) return failed(sources.error().describe());
@@ -245,14 +253,13 @@ int run(const Options& options) {
     if (!sources->playback) tellOf(sources->recordings.names());
   }
   Pause pause;
-  const auto bench = Bench::open(described ? described->model() : modelNamed(options.controller),
-                                 options.speed.value_or(options.line.baud));
-  if (!bench) {
-    return failed(
-        "this system offers no pseudo-terminal, and without one no program can open the simulated "
-        "controller. On Linux mount devpts on /dev/pts; Windows has none: use 'touchctl "
-        "--simulate' there.");
-  }
+  const int baud = options.speed.value_or(options.line.baud);
+  const auto opened = Bench::open(described ? described->model() : modelNamed(options.controller),
+                                  baud, [&](ControllerEnd controller) {
+                                    return portFor(options, baud, controller, pause.context());
+                                  });
+  if (!opened) return failed(opened.error());
+  const auto& bench = *opened;
   setUp(*bench, options);
   const PassingFaults passing(*bench, pause, options.faults);
   OutsideFinger::OnReplay onReplay;
@@ -268,7 +275,7 @@ int run(const Options& options) {
       onReplay);
   if (!finger) {
     std::fprintf(stderr, "touchsim: out of reach of 'touchsim touch' and the like: %s\n",
-                 std::string(neededFolder).c_str());
+                 std::string(doorNeeds).c_str());
   }
   std::printf("%s\n", bench->path().c_str());
   std::fflush(stdout);
@@ -365,7 +372,7 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
          "bundle")
       ->type_name("SOURCE")
       ->excludes(controller);
-  const auto speeds = PtyLine::speeds();
+  const auto speeds = ServedPort::speeds();
   const auto* const line =
       app.add_option_function<std::string>(
              "--line", [&options](const std::string& text) { options.line = *lineNamed(text); },
@@ -376,7 +383,7 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
             if (!named) return named.error();
             return std::ranges::find(speeds, named->baud) != speeds.end()
                        ? std::string()
-                       : "no pseudo-terminal has this speed";
+                       : "no port of its own has this speed";
           })
           ->type_name("LINE")
           ->default_str("8N1");
@@ -385,6 +392,14 @@ void addOptions(CLI::App& app, touch::KnownValues& known, Options& options) {
          "--speed", [&options](int speed) { options.speed = speed; }, "Bits a second on its line")
       ->check(CLI::IsMember(speeds))
       ->default_str(std::to_string(touch::LineSettings{}.baud));
+  app.add_option_function<int>(
+         "--port", [&options](int number) { options.port = number; },
+         "Be at this COM port instead of one of its own: who talks to it is at the other end of "
+         "the "
+         "cable, or of a pair of ports")
+      ->check(CLI::Range(1, touch::ComPorts::greatestNumber))
+      ->type_name("N");
+  touch::addComPorts(app, options.comPorts);
   app.add_option("--reports", options.reports, "The form of its touch reports")
       ->check(CLI::IsMember(reports))
       ->capture_default_str();
@@ -456,8 +471,9 @@ int runProgram(int argc, char** argv) {
   const touch::OrderlyProcess process("touchsim");
   const touch::SystemText text(argc, argv);
   CLI::App arguments(
-      "A simulated controller on a pseudo-terminal. Prints the device to open, and serves it until "
-      "Ctrl+C.",
+      "A simulated controller on a serial port of its own. Prints the device to open, and serves "
+      "it "
+      "until Ctrl+C.",
       "touchsim");
   Options options;
   Errand errand;

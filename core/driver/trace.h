@@ -98,6 +98,7 @@ class TracingSerialPort final : public SerialPort {
   void clearOutput() override;
   bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
+  std::vector<ReadPart> readParts() const override { return inner_->readParts(); }
   std::size_t takeDamaged() override { return inner_->takeDamaged(); }
   std::optional<LineState> lineState() override { return inner_->lineState(); }
   bool switchLine(LineSwitch which, bool on) override;

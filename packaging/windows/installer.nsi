@@ -124,6 +124,7 @@ FunctionEnd
 Section
   !insertmacro RefuseWhileRunning touchutility.exe
   !insertmacro RefuseWhileRunning touchctl.exe
+  !insertmacro RefuseWhileRunning touchsim.exe
   ; An older version removes what it brought; this one may not have all of it.
   ReadRegStr $0 SHCTX "${KEY}" "InstallLocation"
   ${If} $0 != ""
@@ -180,6 +181,7 @@ SectionEnd
 Section Uninstall
   !insertmacro RefuseWhileRunning touchutility.exe
   !insertmacro RefuseWhileRunning touchctl.exe
+  !insertmacro RefuseWhileRunning touchsim.exe
   SetOutPath "$TEMP"
   StrCpy $updating no
   ${GetParameters} $0

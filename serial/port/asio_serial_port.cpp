@@ -4,7 +4,9 @@
 #include <asio/buffer.hpp>
 #include <asio/io_context.hpp>
 #include <asio/serial_port.hpp>
+#include <asio/steady_timer.hpp>
 #include <asio/write.hpp>
+#include <mutex>
 #include <utility>
 
 #include "ports/port_holders.h"
@@ -19,18 +21,21 @@ class AsioSerialPort::Line {
  public:
   asio::serial_port& port() { return port_; }
 
-  std::error_code open(const std::string& device);
+  std::error_code open(const std::string& device, Times times);
   std::error_code apply(const LineSettings& settings);
   /// `timed_out`: the line did not take them.
   std::error_code write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit);
+  /// Waits until what was written has gone out; the rest is thrown away.
+  std::error_code finishOutput(std::chrono::milliseconds limit);
   /// Takes in what has arrived, as far as there is room for it.
-  std::error_code collect(std::chrono::milliseconds limit);
+  std::error_code collect();
   std::error_code clearInput();
 
-  std::size_t received() const { return received_.size(); }
-  std::vector<std::uint8_t> takeReceived() { return std::exchange(received_, {}); }
-  std::size_t takeDamaged() { return std::exchange(damaged_, 0); }
+  std::size_t received();
+  Received takeReceived();
+  std::size_t takeDamaged();
   std::optional<LineState> state();
+  std::optional<int> descriptor();
 
  private:
   // Where nobody reads, the platform's own buffer overflows and not this one.
@@ -40,29 +45,48 @@ class AsioSerialPort::Line {
   template <typename Start>
   std::error_code complete(std::chrono::milliseconds limit, const Start& start);
 
+  /// What has arrived goes to what was received. The guard is held.
+  Result<serial_device::Watch::Outcome, std::error_code> takeIn();
+
   asio::io_context context_{1};
   asio::serial_port port_{context_};
   std::unique_ptr<serial_device::Before> before_;  // behind the port: it is given back while open
+  LineFaults counted_;                             ///< what had been counted before it was opened
+  std::mutex guard_;  ///< of the four below: a thread of the watch fills them, too
   DamageMarks marks_;
-  std::vector<std::uint8_t> received_;
+  Received received_;
   std::size_t damaged_ = 0;
-  LineState counted_;  ///< what had been counted before it was opened
+  Times times_ = Times::ofReading;
+  std::unique_ptr<serial_device::Watch> watch_;  // last: its thread ends before what it uses goes
 };
 
-std::error_code AsioSerialPort::Line::open(const std::string& device) {
+std::error_code AsioSerialPort::Line::open(const std::string& device, Times times) {
+  using Outcome = serial_device::Watch::Outcome;
   auto opened = serial_device::open(port_, device);
   if (!opened) return opened.error();
   before_ = std::move(*opened);
-  counted_ = serial_device::lineState(port_).value_or(LineState{});
+  if (const auto state = serial_device::lineState(port_); state && state->faults)
+    counted_ = *state->faults;
+  if (times == Times::ofReading) return {};
+  watch_ = serial_device::watch(port_, [this] {
+    const std::lock_guard lock(guard_);
+    // Whoever reads finds out why.
+    return takeIn().value_or(Outcome::gone);
+  });
+  if (watch_) times_ = times;
   return {};
+}
+
+std::optional<int> AsioSerialPort::Line::descriptor() {
+  return watch_ ? watch_->descriptor() : serial_device::descriptor(port_);
 }
 
 std::optional<LineState> AsioSerialPort::Line::state() {
   auto now = serial_device::lineState(port_);
-  if (!now) return std::nullopt;
+  if (!now || !now->faults) return now;
   for (const auto counter :
-       {&LineState::framing, &LineState::parity, &LineState::overruns, &LineState::breaks})
-    (*now).*counter -= std::min((*now).*counter, counted_.*counter);
+       {&LineFaults::framing, &LineFaults::parity, &LineFaults::overruns, &LineFaults::breaks})
+    (*now->faults).*counter -= std::min((*now->faults).*counter, counted_.*counter);
   return now;
 }
 
@@ -76,9 +100,11 @@ std::error_code AsioSerialPort::Line::apply(const LineSettings& settings) {
   const auto set = [&](const auto& option) {
     if (!error) port_.set_option(option, error);
   };
+  const auto taken = serial_device::takenBy(port_);
+  if (taken == serial_device::Takes::nothing) return {};
   // The baud rate comes first: it is what a port may refuse, and then nothing else has changed.
   set(Options::baud_rate(static_cast<unsigned>(settings.baud)));
-  if (!serial_device::isPseudoTerminal(port_)) {
+  if (taken == serial_device::Takes::everything) {
     set(Options::parity(parity));
     set(Options::character_size(static_cast<unsigned>(settings.dataBits)));
   }
@@ -113,45 +139,90 @@ std::error_code AsioSerialPort::Line::write(std::span<const std::uint8_t> bytes,
   return gone ? gone : std::make_error_code(std::errc::timed_out);
 }
 
-std::error_code AsioSerialPort::Line::collect(std::chrono::milliseconds limit) {
-  const auto waiting = serial_device::waiting(port_);
-  if (!waiting) return waiting.error();
-  damaged_ += waiting->damaged;
-  std::vector<std::uint8_t> bytes(std::min(waiting->bytes, mostReceived - received_.size()));
-  if (bytes.empty()) return {};
-  std::size_t taken = 0;
-  const auto error = complete(limit, [&](auto done) {
-    port_.async_read_some(asio::buffer(bytes), [&taken, done](auto end, std::size_t count) mutable {
-      taken = count;
-      done(end, count);
-    });
-  });
-  if (error && error != asio::error::operation_aborted) return error;
-  const auto arrived = std::span(bytes).first(taken);
-  if (serial_device::marksDamage) {
-    damaged_ += marks_.take(arrived, received_);
-  } else {
-    received_.insert(received_.end(), arrived.begin(), arrived.end());
+std::error_code AsioSerialPort::Line::finishOutput(std::chrono::milliseconds limit) {
+  constexpr std::chrono::milliseconds littleLater{2};
+  // What is on no wire is there at once, and may be read by nobody.
+  if (serial_device::takenBy(port_) != serial_device::Takes::everything) return {};
+  const auto end = std::chrono::steady_clock::now() + limit;
+  while (std::chrono::steady_clock::now() < end) {
+    const auto waiting = serial_device::waitingOutput(port_);
+    if (!waiting) return waiting.error();
+    if (*waiting == 0) return {};
+    asio::steady_timer(context_, littleLater).wait();
   }
-  return {};
+  return serial_device::clearOutput(port_);
+}
+
+Result<serial_device::Watch::Outcome, std::error_code> AsioSerialPort::Line::takeIn() {
+  using Outcome = serial_device::Watch::Outcome;
+  const auto waiting = serial_device::waiting(port_);
+  if (!waiting) return tl::unexpected(waiting.error());
+  damaged_ += waiting->damaged;
+  std::vector<std::uint8_t>& received = received_.bytes;
+  const std::size_t before = received.size();
+  std::vector<std::uint8_t> bytes(std::min(waiting->bytes, mostReceived - before));
+  if (bytes.empty()) return before < mostReceived ? Outcome::taken : Outcome::full;
+  const auto taken = serial_device::read(port_, bytes);
+  if (!taken) return tl::unexpected(taken.error());
+  const auto arrived = std::span(bytes).first(*taken);
+  if (serial_device::marksDamage) {
+    damaged_ += marks_.take(arrived, received);
+  } else {
+    received.insert(received.end(), arrived.begin(), arrived.end());
+  }
+  if (times_ == Times::ofArrival && received.size() > before)
+    received_.parts.push_back({std::chrono::steady_clock::now(), received.size() - before});
+  return received.size() < mostReceived ? Outcome::taken : Outcome::full;
+}
+
+std::error_code AsioSerialPort::Line::collect() {
+  if (watch_) watch_->settle();
+  const std::lock_guard lock(guard_);
+  const auto taken = takeIn();
+  return taken ? std::error_code() : taken.error();
 }
 
 std::error_code AsioSerialPort::Line::clearInput() {
-  received_.clear();
+  const std::lock_guard lock(guard_);
+  received_ = {};
   marks_.forget();
   return serial_device::clearInput(port_);
 }
 
-AsioSerialPort::AsioSerialPort(ComPorts ports, std::chrono::milliseconds transferLimit)
-    : ports_(std::move(ports)), transferLimit_(transferLimit) {}
+std::size_t AsioSerialPort::Line::received() {
+  const std::lock_guard lock(guard_);
+  return received_.bytes.size();
+}
 
-AsioSerialPort::~AsioSerialPort() = default;
+AsioSerialPort::Received AsioSerialPort::Line::takeReceived() {
+  const std::lock_guard lock(guard_);
+  return std::exchange(received_, {});
+}
+
+std::size_t AsioSerialPort::Line::takeDamaged() {
+  const std::lock_guard lock(guard_);
+  return std::exchange(damaged_, 0);
+}
+
+AsioSerialPort::AsioSerialPort(ComPorts ports, std::chrono::milliseconds transferLimit, Times times)
+    : ports_(std::move(ports)), transferLimit_(transferLimit), times_(times) {}
+
+std::unique_ptr<AsioSerialPort> AsioSerialPort::withTrueTimes(ComPorts ports) {
+  return std::make_unique<AsioSerialPort>(std::move(ports), usualTransferLimit, Times::ofArrival);
+}
+
+AsioSerialPort::~AsioSerialPort() {
+  close();
+}
 
 Result<void, std::string> AsioSerialPort::setSettings(std::string_view settings) {
   const auto wanted = parseLineSettings(settings);
   if (!wanted) return tl::unexpected(wanted.error());
   const auto before = std::exchange(settings_, *wanted);
   if (!isOpen()) return {};
+  // What was written goes out as it was meant to.
+  if (settings_ != before) loseOn(line_->finishOutput(transferLimit_));
+  if (!isOpen()) return tl::unexpected(lost_.value());
   const auto refused = line_->apply(settings_);
   if (!refused) return {};
   settings_ = before;
@@ -169,17 +240,17 @@ void AsioSerialPort::selectPort(int number) {
 Result<void, std::string> AsioSerialPort::open() {
   if (isOpen()) return {};
   lost_.reset();
-  left_.clear();
+  left_ = {};
   sharedWith_.clear();
   const std::string device = ports_.device(number_);
   if (device.empty()) {
     return tl::unexpected(
         filled(say("ports", "%1 cannot be opened: %2"),
-               {ports_.describe(number_), serial_device::explainNoSimulatedPort(number_)}));
+               {ports_.describe(number_), serial_device::explainNoSimulatedPort()}));
   }
   try {
     auto line = std::make_unique<Line>();
-    if (const auto error = line->open(device)) return tl::unexpected(cannotOpen(error));
+    if (const auto error = line->open(device, times_)) return tl::unexpected(cannotOpen(error));
     if (const auto error = line->apply(settings_))
       return tl::unexpected(refusesSettings(settings_, error));
     line_ = std::move(line);
@@ -194,11 +265,12 @@ Result<void, std::string> AsioSerialPort::open() {
 }
 
 void AsioSerialPort::close() {
+  if (isOpen()) line_->finishOutput(transferLimit_);
   line_.reset();
 }
 
 void AsioSerialPort::collect() {
-  if (isOpen()) loseOn(line_->collect(transferLimit_));
+  if (isOpen()) loseOn(line_->collect());
 }
 
 std::size_t AsioSerialPort::inBufferCount() {
@@ -207,7 +279,7 @@ std::size_t AsioSerialPort::inBufferCount() {
 }
 
 void AsioSerialPort::clearInput() {
-  left_.clear();
+  left_ = {};
   if (isOpen()) loseOn(line_->clearInput());
 }
 
@@ -224,7 +296,9 @@ bool AsioSerialPort::write(std::span<const std::uint8_t> bytes) {
 
 std::vector<std::uint8_t> AsioSerialPort::readAll() {
   collect();
-  return isOpen() ? line_->takeReceived() : std::exchange(left_, {});
+  auto read = isOpen() ? line_->takeReceived() : std::exchange(left_, {});
+  readParts_ = std::move(read.parts);
+  return std::move(read.bytes);
 }
 
 std::size_t AsioSerialPort::takeDamaged() {
@@ -240,7 +314,7 @@ bool AsioSerialPort::switchLine(LineSwitch which, bool on) {
 }
 
 std::optional<int> AsioSerialPort::descriptor() const {
-  return isOpen() ? serial_device::descriptor(line_->port()) : std::nullopt;
+  return isOpen() ? line_->descriptor() : std::nullopt;
 }
 
 void AsioSerialPort::loseOn(const std::error_code& error) {
@@ -250,7 +324,7 @@ void AsioSerialPort::loseOn(const std::error_code& error) {
                      "again."),
                  {ports_.describe(number_), error.message()});
   left_ = line_->takeReceived();
-  close();
+  line_.reset();
 }
 
 std::string AsioSerialPort::cannotOpen(const std::error_code& error) const {

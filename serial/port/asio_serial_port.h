@@ -15,10 +15,16 @@ namespace touch {
 class AsioSerialPort final : public SerialPort {
  public:
   static constexpr std::chrono::milliseconds usualTransferLimit{1000};
+  /// When bytes came: at their reading as far as this port knows, or as `readParts` tells by the
+  /// system's steady clock, where the platform wakes somebody for them.
+  enum class Times : std::uint8_t { ofReading, ofArrival };
 
   /// What the line has not taken of a write within `transferLimit` is thrown away.
   explicit AsioSerialPort(ComPorts ports,
-                          std::chrono::milliseconds transferLimit = usualTransferLimit);
+                          std::chrono::milliseconds transferLimit = usualTransferLimit,
+                          Times times = Times::ofReading);
+  /// As the programs have it.
+  static std::unique_ptr<AsioSerialPort> withTrueTimes(ComPorts ports);
   ~AsioSerialPort() override;
 
   Result<void, std::string> setSettings(std::string_view settings) override;
@@ -34,6 +40,7 @@ class AsioSerialPort final : public SerialPort {
   void clearOutput() override;
   bool write(std::span<const std::uint8_t> bytes) override;
   std::vector<std::uint8_t> readAll() override;
+  std::vector<ReadPart> readParts() const override { return readParts_; }
   std::size_t takeDamaged() override;
   std::optional<LineState> lineState() override;
   bool switchLine(LineSwitch which, bool on) override;
@@ -41,6 +48,10 @@ class AsioSerialPort final : public SerialPort {
 
  private:
   class Line;
+  struct Received {
+    std::vector<std::uint8_t> bytes;
+    std::vector<ReadPart> parts;
+  };
 
   /// Takes in what has arrived.
   void collect();
@@ -51,11 +62,13 @@ class AsioSerialPort final : public SerialPort {
 
   ComPorts ports_;
   std::chrono::milliseconds transferLimit_;
+  Times times_;
   LineSettings settings_;
   int number_ = 1;
   std::unique_ptr<Line> line_;  ///< null while closed
   std::optional<std::string> lost_;
-  std::vector<std::uint8_t> left_;  ///< what had come before it was lost, and is to be read
+  Received left_;  ///< what had come before it was lost, and is to be read
+  std::vector<ReadPart> readParts_;
   std::string sharedWith_;
 };
 

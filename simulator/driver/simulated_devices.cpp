@@ -54,14 +54,14 @@ void SimulatedDevices::wakeLines() {
   }
 }
 
-std::vector<std::unique_ptr<PtyLine>> SimulatedDevices::settleLines(std::mutex& guard) {
-  std::vector<std::unique_ptr<PtyLine>> stopped;
+std::vector<std::unique_ptr<ServedPort>> SimulatedDevices::settleLines(std::mutex& guard) {
+  std::vector<std::unique_ptr<ServedPort>> stopped;
   for (SimulatedUnit& unit : units_) {
     const bool wanted = unit.portReleased && unit.isPluggedIn();
     if (wanted == (unit.line != nullptr)) continue;
     if (wanted) {
       unit.controller.connect(LineUser::port, clock_.now());
-      unit.line = PtyLine::open(unit.controller, clock_, guard);
+      unit.line = ServedPort::open({unit.controller, clock_, guard});
     } else {
       unit.line->stop();
       unit.controller.connect(LineUser::driver, clock_.now());

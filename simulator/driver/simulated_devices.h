@@ -11,7 +11,7 @@
 #include "simulator/controller/pointer_settings.h"
 #include "simulator/controller/simulated_clock.h"
 #include "simulator/controller/simulated_controller.h"
-#include "simulator/port/pty_line.h"
+#include "simulator/port/served_port.h"
 
 namespace touch::simulator {
 
@@ -22,9 +22,9 @@ struct SimulatedUnit {
 
   SimulatedController controller;
   PointerSettings settings;
-  bool replaced = false;          ///< by the one that was described
-  bool portReleased = false;      ///< the driver has let go of its serial port
-  std::unique_ptr<PtyLine> line;  ///< the released port; null while the controller is unplugged
+  bool replaced = false;             ///< by the one that was described
+  bool portReleased = false;         ///< the driver has let go of its serial port
+  std::unique_ptr<ServedPort> line;  ///< the released port; null while the controller is unplugged
 
   bool isPluggedIn() const { return !replaced && !controller.faults().has(Fault::unplugged); }
 };
@@ -54,7 +54,7 @@ class SimulatedDevices {
 
   /// Opens and stops lines so that there is one for every released port of a controller that is
   /// plugged in. Returns the stopped ones, to be destroyed after `guard` has been given back.
-  std::vector<std::unique_ptr<PtyLine>> settleLines(std::mutex& guard);
+  std::vector<std::unique_ptr<ServedPort>> settleLines(std::mutex& guard);
 
  private:
   Description description_;

@@ -37,7 +37,7 @@ std::int32_t counts(double fraction) {
 // Lines that came out of use are destroyed last, without the lock: their threads need it to end.
 template <typename Work>
 auto SimulatedDriver::locked(Work work) {
-  std::vector<std::unique_ptr<PtyLine>> stopped;
+  std::vector<std::unique_ptr<ServedPort>> stopped;
   const std::lock_guard lock(mutex_);
   auto result = work();
   stopped = devices_.settleLines(mutex_);

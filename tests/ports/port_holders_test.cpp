@@ -226,6 +226,8 @@ TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
     if (name == "null") {
       system.write((device.parent_path() / "manufacturer").string(), "Maker\n");
       system.write((device.parent_path() / "product").string(), "UART\n");
+      system.write((device.parent_path() / "serial").string(), "A1\n");
+      system.write((device / "port_number").string(), "2\n");
     }
     if (!driver.empty()) fs::create_symlink(driver, system.path() / device / "driver");
     system.write("tty/" + name + "/type", type);
@@ -244,6 +246,8 @@ TEST(SerialDevices, AreThoseWithHardwareAndNameTheirDriver) {
   EXPECT_EQ(portDriver("/dev/tty", devices), "");
   EXPECT_EQ(portMaker("/dev/null", devices), "Maker UART");
   EXPECT_EQ(portMaker("/dev/tty", devices), "");
+  EXPECT_EQ(portHardware("/dev/null", devices), "ftdi_sio\nMaker\nUART\nA1\n\n2");
+  EXPECT_EQ(portHardware("/dev/zero", devices), "") << "it is not plugged in";
 }
 
 }  // namespace

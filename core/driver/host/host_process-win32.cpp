@@ -9,21 +9,13 @@
 #include <vector>
 
 #include "core/driver/host/host_link.h"
+#include "support/handle-win32.h"
 #include "support/text/language.h"
 #include "support/text/text_encoding.h"
 
 namespace touch {
 
 namespace {
-
-struct CloseIt {
-  void operator()(void* handle) const { CloseHandle(handle); }
-};
-using Handle = std::unique_ptr<void, CloseIt>;
-
-Handle owned(HANDLE handle) {
-  return Handle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
-}
 
 std::string numbered(DWORD number) {
   std::array<char, 16> text{};
@@ -51,18 +43,6 @@ std::string described(DWORD status) {
   if (status >= firstException) return filled(say("driver", "exception %1"), {numbered(status)});
   return filled(say("driver", "it ended by itself, with status %1"), {std::to_string(status)});
 }
-
-/// One read or write that is under way, with the event that tells of its end.
-class Transfer {
- public:
-  Transfer() : event_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) { state_.hEvent = event_.get(); }
-  OVERLAPPED* state() { return &state_; }
-  HANDLE event() const { return event_.get(); }
-
- private:
-  Handle event_;
-  OVERLAPPED state_{};
-};
 
 class HostProcess final : public HostLink {
  public:

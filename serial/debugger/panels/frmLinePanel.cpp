@@ -95,12 +95,13 @@ void frmLinePanel::show(const LineView& view, bool possible) {
                           .arg(view.sent)
                           .arg(view.received)
                           .arg(view.damaged)};
-  if (view.state) {
+  if (view.state && view.state->faults) {
+    const LineFaults& faults = *view.state->faults;
     counted.append(tr("Stop bit missing: %1, wrong parity: %2, overruns: %3, breaks: %4.")
-                       .arg(view.state->framing)
-                       .arg(view.state->parity)
-                       .arg(view.state->overruns)
-                       .arg(view.state->breaks));
+                       .arg(faults.framing)
+                       .arg(faults.parity)
+                       .arg(faults.overruns)
+                       .arg(faults.breaks));
   }
   counters_->setText(counted.join('\n'));
 }

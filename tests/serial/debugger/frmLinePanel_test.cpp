@@ -31,7 +31,9 @@ TEST(LinePanel, ShowsTheWiresAndWhatWentWrong) {
   panel.show(
       {.settings = {.baud = 4'000'000},
        .wires = {.dtr = false},
-       .state = LineState{.cts = true, .framing = 1, .parity = 2, .overruns = 3, .breaks = 4}},
+       .state =
+           LineState{.cts = true,
+                     .faults = LineFaults{.framing = 1, .parity = 2, .overruns = 3, .breaks = 4}}},
       true);
   const auto text = [&panel](const char* name) {
     return panel.findChild<QLabel*>(name)->text().toStdString();

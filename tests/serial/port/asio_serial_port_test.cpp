@@ -1,8 +1,10 @@
 #include "serial/port/asio_serial_port.h"
 
+#include <poll.h>
 #include <sys/file.h>
 
 #include <numeric>
+#include <thread>
 
 #include "serial/receiving/damage_marks.h"
 #include "tests/ports/pseudo_terminal.h"
@@ -61,6 +63,39 @@ TEST_F(OpenPort, TakesNewSettingsAtOnceAndKeepsThemWhenReopened) {
   port.close();
   ASSERT_EQ(whyNot(port.open()), "");
   EXPECT_TRUE(isSetTo(B19200, true));
+}
+
+TEST(TimedPort, TellsWhenBytesCameAndNotWhenTheyWereRead) {
+  const PseudoTerminal terminal;
+  const auto port = AsioSerialPort::withTrueTimes(terminal.asPort(1));
+  ASSERT_EQ(whyNot(port->open()), "");
+  const auto waitForNews = [&port] {
+    pollfd news{*port->descriptor(), POLLIN, 0};
+    return poll(&news, 1, 10'000) == 1;
+  };
+  const Bytes first{0x01, 0x02};
+  terminal.flood(first);
+  ASSERT_TRUE(waitForNews()) << "a window sleeps until something comes";
+  const auto seen = std::chrono::steady_clock::now();
+  const Bytes rest(200'000, 0x55);
+  std::thread sender([&] { terminal.flood(rest); });
+  Bytes read = port->readAll();
+  ASSERT_FALSE(port->readParts().empty());
+  EXPECT_LE(port->readParts().front().time, seen);
+  std::size_t timed = 0;
+  auto last = port->readParts().front().time;
+  const Bytes all = first + rest;
+  do {
+    for (const ReadPart& part : port->readParts()) {
+      timed += part.bytes;
+      EXPECT_LE(last, part.time);
+      last = part.time;
+    }
+  } while (read.size() < all.size() && waitForNews() &&
+           (read = read + port->readAll(), port->isOpen()));
+  sender.join();
+  EXPECT_TRUE(read == all) << "more than is kept of it, and all of it came: " << read.size();
+  EXPECT_EQ(timed, read.size());
 }
 
 TEST_F(OpenPort, ThrowsAwayWhatTheLineDoesNotTakeInTime) {

@@ -16,7 +16,8 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/port/pty_line.h"
+#include "simulator/port/served_port.h"
+#include "support/alarm-posix.h"
 
 namespace touch::simulator {
 
@@ -42,20 +43,6 @@ class FileDescriptor {
  private:
   int number_ = -1;
 };
-
-struct Ends {
-  FileDescriptor read;
-  FileDescriptor write;
-};
-
-std::optional<Ends> openPipe() {
-  std::array<int, 2> ends{};
-  if (pipe(ends.data()) != 0) return std::nullopt;
-  Ends opened{FileDescriptor(ends[0]), FileDescriptor(ends[1])};
-  opened.read.neverWait();
-  opened.write.neverWait();
-  return opened;
-}
 
 struct Terminal {
   FileDescriptor controllerEnd;
@@ -140,91 +127,62 @@ void writeOrLose(int descriptor, std::span<const std::uint8_t> bytes) {
   }
 }
 
-class PosixPtyLine final : public PtyLine {
+class PseudoTerminal final : public ServedPort {
  public:
-  PosixPtyLine(Terminal terminal, Ends alarm, SimulatedController& controller,
-               const SimulatedClock& clock, std::mutex& guard)
+  PseudoTerminal(Terminal terminal, ControllerEnd controller)
       : terminal_(std::move(terminal)),
-        alarm_(std::move(alarm)),
         controller_(controller),
-        clock_(clock),
-        guard_(guard),
         thread_([this](const std::stop_token& stopped) { serve(stopped); }) {}
-  ~PosixPtyLine() override { stop(); }
+  ~PseudoTerminal() override { stop(); }
 
   const std::string& path() const override { return terminal_.path; }
-  void wake() override {
-    const std::uint8_t anything = 0;
-    writeOrLose(alarm_.write.number(), {&anything, 1});
-  }
+  void wake() override { alarm_.ring(); }
   void stop() override {
     thread_.request_stop();
     wake();
   }
 
  private:
-  struct Turn {
-    std::vector<std::uint8_t> output;
-    int wait = -1;  // milliseconds until the next byte is due; negative: for as long as it takes
-  };
-
   void serve(const std::stop_token& stopped) {
+    const int line = terminal_.controllerEnd.number();
     std::vector<std::uint8_t> input;
-    while (const auto turn = takeTurn(stopped, input)) {
-      writeOrLose(terminal_.controllerEnd.number(), turn->output);
+    while (const auto turn = controller_.takeTurn(stopped, input, [line](const LineFormat& own) {
+      return UserLine{formatAt(line, own), speedAt(line)};
+    })) {
+      writeOrLose(line, turn->output);
       input = waitForInput(turn->wait);
     }
   }
 
-  std::optional<Turn> takeTurn(const std::stop_token& stopped,
-                               std::span<const std::uint8_t> input) {
-    const std::lock_guard lock(guard_);
-    if (stopped.stop_requested()) return std::nullopt;
-    const TimePoint now = clock_.now();
-    controller_.setUserFormat(formatAt(terminal_.controllerEnd.number(), controller_.format()));
-    controller_.setUserSpeed(speedAt(terminal_.controllerEnd.number()));
-    if (!input.empty()) controller_.receive(input, now);
-    Turn turn{controller_.take(controller_.arrived(now), now)};
-    if (const auto due = controller_.nextDue(); due && !clock_.isManual()) {
-      turn.wait =
-          static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(*due - now).count());
-    }
-    return turn;
-  }
-
-  std::vector<std::uint8_t> waitForInput(int wait) {
+  std::vector<std::uint8_t> waitForInput(std::optional<std::chrono::milliseconds> wait) {
     std::array<pollfd, 2> sources{
-        {{terminal_.controllerEnd.number(), POLLIN, 0}, {alarm_.read.number(), POLLIN, 0}}};
-    if (poll(sources.data(), sources.size(), wait) <= 0) return {};
-    if (sources[1].revents != 0) readAll(alarm_.read.number());
+        {{terminal_.controllerEnd.number(), POLLIN, 0}, {alarm_.descriptor(), POLLIN, 0}}};
+    if (poll(sources.data(), sources.size(), wait ? static_cast<int>(wait->count()) : -1) <= 0)
+      return {};
+    if (sources[1].revents != 0) alarm_.silence();
     return sources[0].revents != 0 ? readAll(terminal_.controllerEnd.number())
                                    : std::vector<std::uint8_t>();
   }
 
   Terminal terminal_;
-  Ends alarm_;
-  SimulatedController& controller_;
-  const SimulatedClock& clock_;
-  std::mutex& guard_;
+  Alarm alarm_;
+  ControllerEnd controller_;
   std::jthread thread_;  // last: it ends before what it uses goes
 };
 
 }  // namespace
 
-std::vector<int> PtyLine::speeds() {
+std::vector<int> ServedPort::speeds() {
   std::vector<int> speeds;
   for (const auto& [constant, baud] : lineSpeeds)
     speeds.push_back(baud);
   return speeds;
 }
 
-std::unique_ptr<PtyLine> PtyLine::open(SimulatedController& controller, const SimulatedClock& clock,
-                                       std::mutex& guard) {
+std::unique_ptr<ServedPort> ServedPort::open(ControllerEnd controller) {
   auto terminal = openTerminal();
-  auto alarm = openPipe();
-  if (!terminal || !alarm) return nullptr;
-  return std::make_unique<PosixPtyLine>(std::move(*terminal), std::move(*alarm), controller, clock,
-                                        guard);
+  if (!terminal) return nullptr;
+  return std::make_unique<PseudoTerminal>(std::move(*terminal), controller);
 }
 
 }  // namespace touch::simulator

@@ -1,4 +1,4 @@
-#include "simulator/port/pty_line.h"
+#include "simulator/port/served_port.h"
 
 #include <dlfcn.h>
 
@@ -84,12 +84,12 @@ TEST_F(SerialPorts, hangUpWhenTheControllerIsPulledOut) {
   EXPECT_EQ(port(), "");
 }
 
-TEST(PtyLines, tellTheControllerHowTheProgramWritesItsBytes) {
+TEST(ServedPorts, tellTheControllerHowTheProgramWritesItsBytes) {
   std::mutex guard;
   SimulatedClock clock;
   SimulatedController controller{rs232Device1};
   controller.connect(LineUser::port, clock.now());
-  const auto line = PtyLine::open(controller, clock, guard);
+  const auto line = ServedPort::open({controller, clock, guard});
   ASSERT_TRUE(line);
   const Device device(line->path());
   const std::tuple<const char*, LineFormat, int> cases[] = {
@@ -110,7 +110,7 @@ TEST(PtyLines, tellTheControllerHowTheProgramWritesItsBytes) {
   }
 }
 
-TEST(PtyLines, goWithTheLibraryWhenItIsUnloaded) {
+TEST(ServedPorts, goWithTheLibraryWhenItIsUnloaded) {
   std::optional<Device> device;
   {
     const auto library = std::move(*NexapiDriver::bind(SIMULATOR_LIBRARY));
