@@ -1,5 +1,7 @@
 #include "serial/commands/typed_line.h"
 
+#include <utility>
+
 #include "serial/commands/command_sets.h"
 #include "serial/scripts/byte_pattern.h"
 #include "support/text/hex.h"
@@ -65,10 +67,14 @@ std::string scriptOf(std::span<const TypedLine> lines) {
 
 std::vector<TypedLine> linesSentBy(const Script& script) {
   std::vector<TypedLine> lines;
+  std::vector<const RepeatStep*> repeats;
   for (const ScriptStep& step : script.steps) {
+    if (const auto* const repeat = std::get_if<RepeatStep>(&step.action)) repeats.push_back(repeat);
     const auto* const send = std::get_if<SendStep>(&step.action);
     if (send == nullptr) continue;
-    const std::string_view bytes = send->bytes;
+    std::string bytes = send->bytes;
+    for (const RepeatStep* const repeat : repeats)
+      bytes = withNumber(std::move(bytes), *repeat, repeat->first);
     const std::string inner(bytes.size() < 2 ? bytes : bytes.substr(1, bytes.size() - 2));
     const TypedLine text{TypedAs::text, inner};
     // One text in quotes and nothing else comes back as text.

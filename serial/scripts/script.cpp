@@ -7,6 +7,7 @@
 #include "serial/scripts/script_listener.h"
 #include "support/files/whole_file.h"
 #include "support/text/decimal.h"
+#include "support/text/hex.h"
 #include "support/text/language.h"
 
 namespace touch {
@@ -269,6 +270,15 @@ Result<Script> readScript(const std::filesystem::path& file) {
   const auto text = readWholeFile(file, largestScript);
   if (!text) return tl::unexpected(text.error());
   return parseScript(*text, file.filename().string());
+}
+
+std::string withNumber(std::string text, const RepeatStep& repeat, int number) {
+  if (repeat.name.empty()) return text;
+  const std::string mark = '{' + repeat.name + '}';
+  const std::string digits = hexByte(static_cast<std::uint8_t>(number));
+  for (auto at = text.find(mark); at != text.npos; at = text.find(mark, at + digits.size()))
+    text.replace(at, mark.size(), digits);
+  return text;
 }
 
 }  // namespace touch

@@ -71,6 +71,9 @@ struct RepeatStep {
   int last = 0;
   std::size_t end = 0;  ///< the place of its EndStep
 };
+/// `text` with the number of a round in the places of the loop's name.
+std::string withNumber(std::string text, const RepeatStep& repeat, int number);
+
 struct EndStep {
   std::size_t repeat = 0;  ///< the place of its RepeatStep
 };

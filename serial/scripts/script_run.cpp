@@ -39,6 +39,13 @@ ScriptRun::ScriptRun(const Script& script, SerialPort& port, Clock& clock, Scrip
       decoder_(family, added_) {}
 
 Result<void, ScriptFailure> ScriptRun::run() {
+  auto done = carryOutAll();
+  // What a system keeps of a stopped script's bytes is not to go out behind its stop.
+  if (isStopped()) port_.clearOutput();
+  return done;
+}
+
+Result<void, ScriptFailure> ScriptRun::carryOutAll() {
   for (place_ = 0; place_ < script_.steps.size(); ++place_) {
     const ScriptStep& step = script_.steps[place_];
     if (watcher_.onStep) watcher_.onStep(step);
@@ -60,10 +67,11 @@ void ScriptRun::serve() {
 
 /// Serves the windows and stands still while the script is paused.
 ScriptRun::Outcome ScriptRun::rest() {
-  const auto isStopped = [this] { return watcher_.isStopped && watcher_.isStopped(); };
   clock_.yield();
+  const auto begin = clock_.now();
   while (watcher_.isPaused && watcher_.isPaused() && !isStopped())
-    clock_.delay(10 * pause, isStopped);
+    clock_.delay(10 * pause, [this] { return isStopped(); });
+  rested_ += clock_.now() - begin;
   if (isStopped()) return failure(say("scripts", "stopped"), {});
   if (!port_.isOpen()) return failure(say("scripts", "the port is closed"), {});
   return {};
@@ -112,8 +120,8 @@ ScriptRun::Outcome ScriptRun::carryOut(const ExpectNothingStep& step) {
 }
 
 ScriptRun::Outcome ScriptRun::carryOut(const WaitStep& step) {
-  const auto end = clock_.now() + step.duration;
-  while (clock_.now() < end) {
+  const auto end = now() + step.duration;
+  while (now() < end) {
     if (auto taken = take(); !taken) return taken;
     clock_.delay(pause);
   }
@@ -158,7 +166,7 @@ ScriptRun::Outcome ScriptRun::carryOut(const EndStep& step) {
 
 Result<bool, ScriptFailure> ScriptRun::listen(ScriptTime time,
                                               const std::function<bool(std::uint8_t)>& isFound) {
-  const auto end = clock_.now() + time;
+  const auto end = now() + time;
   while (true) {
     if (auto taken = take(); !taken) return tl::unexpected(taken.error());
     const auto found = std::ranges::find_if(unread_, [&](std::uint8_t byte) {
@@ -170,7 +178,7 @@ Result<bool, ScriptFailure> ScriptRun::listen(ScriptTime time,
       return true;
     }
     unread_.clear();
-    if (clock_.now() >= end) return false;
+    if (now() >= end) return false;
     clock_.delay(pause);
   }
 }
@@ -193,7 +201,7 @@ ScriptRun::Outcome ScriptRun::take() {
 }
 
 ScriptRun::Outcome ScriptRun::send(std::span<const std::uint8_t> bytes) {
-  if (watcher_.isStopped && watcher_.isStopped()) return failure(say("scripts", "stopped"), {});
+  if (isStopped()) return failure(say("scripts", "stopped"), {});
   if (port_.write(bytes)) {
     sent_ += bytes.size();
     if (watcher_.onSent) watcher_.onSent(bytes);
@@ -204,12 +212,7 @@ ScriptRun::Outcome ScriptRun::send(std::span<const std::uint8_t> bytes) {
 
 std::string ScriptRun::filledIn(std::string text) const {
   for (const auto& [place, count] : counts_) {
-    const auto& name = std::get<RepeatStep>(script_.steps[place].action).name;
-    if (name.empty()) continue;
-    const std::string mark = '{' + name + '}';
-    const std::string number = hexByte(static_cast<std::uint8_t>(count));
-    for (auto at = text.find(mark); at != text.npos; at = text.find(mark, at + number.size()))
-      text.replace(at, mark.size(), number);
+    text = withNumber(std::move(text), std::get<RepeatStep>(script_.steps[place].action), count);
   }
   return text;
 }

@@ -74,7 +74,11 @@ class ScriptRun {
   Outcome send(std::span<const std::uint8_t> bytes);
   /// Takes in what has come, and gives the answers that are wanted to it.
   Outcome take();
+  Outcome carryOutAll();
+  bool isStopped() const { return watcher_.isStopped && watcher_.isStopped(); }
   Outcome rest();
+  /// Stands still while the script does.
+  Clock::TimePoint now() const { return clock_.now() - rested_; }
   /// The text with the numbers of the loops in their places.
   std::string filledIn(std::string text) const;
   tl::unexpected<ScriptFailure> failure(std::string expected, std::string found) const;
@@ -93,6 +97,7 @@ class ScriptRun {
   std::size_t sent_ = 0;
   std::size_t received_ = 0;
   std::size_t place_ = 0;
+  Clock::TimePoint::duration rested_{};  ///< how long it was paused
 };
 
 }  // namespace touch

@@ -28,7 +28,7 @@ class Scripts : public Desk {
                        .onSent = nullptr,
                        .onReceived = nullptr,
                        .isStopped = [this] { return stopAt > 0 && line >= stopAt; },
-                       .isPaused = nullptr},
+                       .isPaused = [this] { return clock.now() < pauseUntil; }},
                       {}, family);
     const auto done = running.run();
     return done ? "passed" : done.error().describe();
@@ -37,7 +37,8 @@ class Scripts : public Desk {
   Lines sent() const {
     Lines frames;
     for (const std::string& entry : journal)
-      if (!entry.starts_with("delay") && !entry.starts_with("settings")) frames.push_back(entry);
+      if (!entry.starts_with("delay") && !entry.starts_with("settings") && entry != "clear output")
+        frames.push_back(entry);
     return frames;
   }
 
@@ -46,6 +47,7 @@ class Scripts : public Desk {
   int line = 0;
   ReportFamily family = ReportFamily::tablet;
   int stopAt = 0;  ///< the line at which the user stops it; 0: never
+  Clock::TimePoint pauseUntil{};
 };
 
 TEST_F(Scripts, AreRefusedWithLineAndWhatWasExpected) {
@@ -97,6 +99,15 @@ TEST_F(Scripts, SendAndExpect) {
   EXPECT_EQ(sent(), Lines{"55 01 22 23 0D"});
 }
 
+TEST_F(Scripts, LoseNoTimeWhileTheyArePaused) {
+  port.answers = {parseBytes("01 30 0D").value()};
+  const auto begin = clock.now();
+  clock.after(std::chrono::milliseconds(4),
+              [this] { pauseUntil = clock.now() + std::chrono::hours(1); });
+  EXPECT_EQ(run("wait 10 ms\ncommand Z\nexpect 01 30"), "passed");
+  EXPECT_GE(clock.now() - begin, std::chrono::hours(1) + std::chrono::milliseconds(10));
+}
+
 TEST_F(Scripts, BeginWithTheFamilyOfTheChosenSet) {
   family = ReportFamily::e02;
   const std::tuple<const char*, const char*, bool> cases[] = {
@@ -134,6 +145,7 @@ TEST_F(Scripts, SendNothingOnceTheyAreStoppedOrThePortIsGone) {
   for (stopAt = 2; stopAt <= 4; ++stopAt) {
     EXPECT_EQ(run("send 01\nwait 1 s\nsend 02"), "line " + std::to_string(stopAt) + ": stopped");
     EXPECT_EQ(sent(), stopAt == 2 ? Lines{} : Lines{"01"});
+    EXPECT_EQ(journal.back(), "clear output") << "nothing waits for its turn";
   }
   stopAt = 0;
   port.blocked = true;

@@ -23,10 +23,18 @@ namespace fs = std::filesystem;
 
 /// The script, once the user has agreed to what it may change; nothing after the reason was
 /// printed.
-std::optional<Script> agreedScript(const fs::path& file, Prompt& prompt) {
+std::optional<Script> agreedScript(const fs::path& file, const ShellOptions& shell,
+                                   Prompt& prompt) {
   auto script = readScript(file);
   if (!script) {
-    complain(script.error().describe());
+    const FileError& error = script.error();
+    if (shell.json) {
+      printJson({{"passed", false},
+                 {"line", error.line},
+                 {"expected", toUtf8(error.expected)},
+                 {"found", toUtf8(error.found)}});
+    }
+    complain(error.describe());
     return std::nullopt;
   }
   if (const auto question = script->question(); question && !prompt.confirm(*question))
@@ -79,8 +87,8 @@ void declareScript(const CommandLine& line, CLI::App& command) {
           ->required();
   const auto script = std::make_shared<std::optional<Script>>();
   const auto serial = std::make_shared<SerialOptions>();
-  serial->prepare = [file, script](Prompt& prompt) {
-    *script = agreedScript(absolutePathNamed(file->as<std::string>()), prompt);
+  serial->prepare = [file, script, &shell = line.options](Prompt& prompt) {
+    *script = agreedScript(absolutePathNamed(file->as<std::string>()), shell, prompt);
     return script->has_value();
   };
   onSerialPort(line, command, serial,
