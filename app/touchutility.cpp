@@ -234,7 +234,7 @@ int run(Options& options, int argc, char** argv) {
     }
   }
   TracingDriver driver(bound, trace);
-  TracingSerialPort port(std::make_unique<AsioSerialPort>(options.comPorts), trace);
+  TracingSerialPort port(AsioSerialPort::withTrueTimes(options.comPorts), trace);
   MessageBoxPrompt prompt;
   Session session;
   session.messages = *messages;

@@ -27,6 +27,7 @@ int main(int argc, char** argv) try {
   registerFleet();
   registerExchange();
   registerRawDrawing();
+  registerRecording();
   registerFlood();
   registerRest();
   Figures figures;

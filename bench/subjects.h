@@ -24,6 +24,8 @@ void registerExchange();
 void registerRest();
 /// From bytes on the port to painted dots.
 void registerRawDrawing();
+/// Opening a recording of a day and going to its end.
+void registerRecording();
 /// What a megabyte of a flood costs.
 void registerFlood();
 

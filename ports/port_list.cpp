@@ -28,14 +28,25 @@ std::vector<ListedPort> listedPorts(const ComPorts& ports) {
 
 namespace {
 
-std::string hindranceOf(const std::string& device) {
-  if (!portExists(device)) return say("ports", "there is no such device");
-  if (!portPermission(device).granted) return say("ports", "you may not open it");
-  PortHolders holders = portHolders(device);
-  // Who serves it is what is talked to.
-  std::erase_if(holders.known, [](const PortHolder& holder) { return holder.isOtherEnd; });
-  if (holders.known.empty()) return {};
-  return filled(say("ports", "in use by %1"), {holders.names()});
+PortFacts factsOf(const ListedPort& port) {
+  PortFacts facts{port, portDriver(port.device), portMaker(port.device), {}, {}};
+  PortHolders holders;
+  if (!portExists(port.device)) {
+    facts.hindrance = say("ports", "there is no such device");
+  } else if (!portPermission(port.device).granted) {
+    facts.hindrance = say("ports", "you may not open it");
+  } else {
+    holders = portHolders(port.device);
+    // Who serves it is what is talked to.
+    std::erase_if(holders.known, [](const PortHolder& holder) { return holder.isOtherEnd; });
+    if (!holders.known.empty())
+      facts.hindrance = filled(say("ports", "in use by %1"), {holders.names()});
+  }
+  facts.state = !facts.hindrance.empty() ? facts.hindrance
+                : holders.complete
+                    ? say("ports", "free")
+                    : say("ports", "free, unless a program has it that you may not see");
+  return facts;
 }
 
 }  // namespace
@@ -44,8 +55,7 @@ std::vector<PortFacts> portFacts(const ComPorts& ports) {
   std::vector<PortFacts> facts;
   for (const ListedPort& port : listedPorts(ports)) {
     if (port.device.empty()) continue;
-    facts.push_back(
-        {port, portDriver(port.device), portMaker(port.device), hindranceOf(port.device)});
+    facts.push_back(factsOf(port));
   }
   return facts;
 }
@@ -59,6 +69,29 @@ std::vector<std::string> pluggedIn(const std::vector<PortFacts>& before,
     if (!wasThere) devices.push_back(one.port.device);
   }
   return devices;
+}
+
+std::vector<KnownHardware> knownHardware(const ComPorts& ports) {
+  std::vector<KnownHardware> known;
+  for (const ListedPort& port : listedPorts(ports)) {
+    if (std::string hardware = portHardware(port.device); !hardware.empty())
+      known.push_back({port, std::move(hardware)});
+  }
+  return known;
+}
+
+std::optional<ListedPort> cameBackAs(const std::string& hardware,
+                                     const std::vector<KnownHardware>& before,
+                                     const std::vector<KnownHardware>& now) {
+  std::optional<ListedPort> found;
+  for (const auto& [port, its] : now) {
+    const bool wasThere = std::ranges::any_of(
+        before, [&device = port.device](const auto& other) { return other.port.device == device; });
+    if (wasThere || its != hardware) continue;
+    if (found) return std::nullopt;
+    found = port;
+  }
+  return found;
 }
 
 }  // namespace touch

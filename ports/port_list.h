@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,7 @@ struct PortFacts {
   std::string driver;     ///< of the kernel; empty without one
   std::string maker;      ///< what it calls the hardware
   std::string hindrance;  ///< what keeps this user from opening it; empty: nothing that is known
+  std::string state;      ///< that, or that it is free, as far as this user may see
   friend bool operator==(const PortFacts&, const PortFacts&) = default;
 };
 
@@ -31,5 +33,16 @@ std::vector<PortFacts> portFacts(const ComPorts& ports);
 /// The devices that are in `now` and were not in `before`.
 std::vector<std::string> pluggedIn(const std::vector<PortFacts>& before,
                                    const std::vector<PortFacts>& now);
+
+/// A port whose hardware can be told from other hardware, see portHardware.
+struct KnownHardware {
+  ListedPort port;
+  std::string hardware;
+};
+std::vector<KnownHardware> knownHardware(const ComPorts& ports);
+/// The port at which `hardware` is in `now`: the only one with it that was not there `before`.
+std::optional<ListedPort> cameBackAs(const std::string& hardware,
+                                     const std::vector<KnownHardware>& before,
+                                     const std::vector<KnownHardware>& now);
 
 }  // namespace touch

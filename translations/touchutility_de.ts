@@ -962,6 +962,66 @@
         <source>Byte %1 of %2: decimal %3.</source>
         <translation>Byte %1 von %2: dezimal %3.</translation>
     </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Dir</source>
+        <translation>Rtg</translation>
+    </message>
+    <message>
+        <source>Hexadecimal</source>
+        <translation>Hexadezimal</translation>
+    </message>
+    <message>
+        <source>Text</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>Field</source>
+        <translation>Feld</translation>
+    </message>
+    <message>
+        <source>COM%1 is there again as COM%2 (%3). %4</source>
+        <translation>COM%1 ist als COM%2 (%3) wieder da. %4</translation>
+    </message>
+    <message>
+        <source>The search was ended before all was asked.</source>
+        <translation>Die Suche wurde beendet, bevor alles gefragt war.</translation>
+    </message>
+    <message>
+        <source>Asking on COM%1, %2 … (%3 of %4)</source>
+        <translation>Frage auf COM%1, %2 … (%3 von %4)</translation>
+    </message>
+    <message>
+        <source>it has no number</source>
+        <translation>er hat keine Nummer</translation>
+    </message>
+    <message>
+        <source>%1 was not asked: %2.</source>
+        <translation>%1 wurde nicht gefragt: %2.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: begin of message.</source>
+        <translation>Byte %1 von %2: Anfang der Nachricht.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: end of message.</source>
+        <translation>Byte %1 von %2: Ende der Nachricht.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: command.</source>
+        <translation>Byte %1 von %2: Befehl.</translation>
+    </message>
+    <message>
+        <source>Byte %1 of %2: data.</source>
+        <translation>Byte %1 von %2: Daten.</translation>
+    </message>
+    <message>
+        <source>Decimal %1.</source>
+        <translation>Dezimal %1.</translation>
+    </message>
 </context>
 <context>
     <name>discovery</name>
@@ -3111,10 +3171,6 @@
         <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hält. Wählen Sie zuerst diesen Controller. Ist er gewählt, hat das System kein Pseudoterminal mehr frei: binden Sie devpts unter /dev/pts ein.</translation>
     </message>
     <message>
-        <source>the simulated controller has no serial port while its driver holds it. Choose that controller first.</source>
-        <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hat. Wählen Sie erst diesen Controller.</translation>
-    </message>
-    <message>
         <source>%1 cannot be opened: %2</source>
         <translation>%1 kann nicht geöffnet werden: %2</translation>
     </message>
@@ -3161,6 +3217,18 @@
     <message>
         <source>in use by %1</source>
         <translation>in Gebrauch durch %1</translation>
+    </message>
+    <message>
+        <source>free</source>
+        <translation>frei</translation>
+    </message>
+    <message>
+        <source>free, unless a program has it that you may not see</source>
+        <translation>frei, falls ihn kein Programm hat, das Sie nicht sehen dürfen</translation>
+    </message>
+    <message>
+        <source>the simulated controller has no serial port while its driver holds it. Choose that controller first.</source>
+        <translation>Der simulierte Controller hat keinen seriellen Port, solange sein Treiber ihn hat. Wählen Sie erst diesen Controller.</translation>
     </message>
 </context>
 <context>
@@ -4502,6 +4570,14 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>Time of day</source>
         <translation>Uhrzeit</translation>
     </message>
+    <message>
+        <source>Place among all lines</source>
+        <translation>Stelle unter allen Zeilen</translation>
+    </message>
+    <message>
+        <source>Direction: &gt; sent, &lt; received, = a touch report</source>
+        <translation>Richtung: &gt; gesendet, &lt; empfangen, = eine Berührungsmeldung</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmControllerPage</name>
@@ -5305,20 +5381,12 @@ F1 hilft, Esc beendet.</translation>
         <translation>Berühren Sie das Panel, oder öffnen Sie eine Aufzeichnung.</translation>
     </message>
     <message>
-        <source>How much of the recording is read</source>
-        <translation>Wie viel von der Aufzeichnung gelesen ist</translation>
-    </message>
-    <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
     <message>
         <source>Reading was ended. Reports in %1 so far: %2</source>
         <translation>Das Lesen wurde beendet. Meldungen in %1 bis dahin: %2</translation>
-    </message>
-    <message>
-        <source>The last %1 are shown.</source>
-        <translation>Gezeigt sind die letzten %1.</translation>
     </message>
     <message>
         <source>Reports: %1. Strokes: %2. Reports a second while touched: %3.
@@ -5328,13 +5396,29 @@ Read together with later ones, their times reckoned from the line&apos;s speed: 
 Streuung, bei ruhendem Finger das Rauschen: X %4, Y %5 (von Ende zu Ende %6 und %7).
 Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechnet: %8.</translation>
     </message>
+    <message>
+        <source>About one report in %1 is shown</source>
+        <translation>Etwa jede %1. Meldung ist zu sehen</translation>
+    </message>
+    <message>
+        <source>How much of the recording is done</source>
+        <translation>Wie viel der Aufzeichnung fertig ist</translation>
+    </message>
+    <message>
+        <source>About one report in %1 is shown; zoom in until you see all.</source>
+        <translation>Etwa jede %1. Meldung ist zu sehen; näher heran sind es alle.</translation>
+    </message>
+    <message>
+        <source>Saving was ended. Nothing was saved.</source>
+        <translation>Das Speichern wurde beendet. Es wurde nichts gespeichert.</translation>
+    </message>
+    <message>
+        <source>The recording is still being read.</source>
+        <translation>Die Aufzeichnung wird noch gelesen.</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmPortsPanel</name>
-    <message>
-        <source>free</source>
-        <translation>frei</translation>
-    </message>
     <message>
         <source>Find a contro&amp;ller</source>
         <translation>Contro&amp;ller suchen</translation>
@@ -5344,16 +5428,20 @@ Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechn
         <translation>Serielle Anschlüsse dieses Rechners</translation>
     </message>
     <message>
-        <source>Asks on each port that can be opened, at all usual line settings</source>
-        <translation>Fragt an jedem Anschluss, der sich öffnen lässt, mit allen üblichen Einstellungen der Leitung</translation>
-    </message>
-    <message>
         <source>%1 was plugged in.</source>
         <translation>%1 wurde eingesteckt.</translation>
     </message>
     <message>
         <source>Open t&amp;his port</source>
         <translation>Die&amp;sen öffnen</translation>
+    </message>
+    <message>
+        <source>Asks on each port that can be opened, at all line settings</source>
+        <translation>Fragt auf jedem Port, der sich öffnen lässt, mit allen Leitungseinstellungen</translation>
+    </message>
+    <message>
+        <source>Stop &amp;looking</source>
+        <translation>Nicht &amp;länger suchen</translation>
     </message>
 </context>
 <context>
@@ -5456,7 +5544,7 @@ Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechn
     </message>
     <message>
         <source>Playing back a recording; no port is open.</source>
-        <translation>Eine Aufzeichnung steht an der Stelle des Ports.</translation>
+        <translation>Eine Aufzeichnung wird wiedergegeben; es ist kein Port offen.</translation>
     </message>
     <message>
         <source>Stop recor&amp;ding</source>
@@ -5497,6 +5585,14 @@ Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechn
     <message>
         <source>Plot</source>
         <translation>Kurven</translation>
+    </message>
+    <message>
+        <source>Searching all ports …</source>
+        <translation>Alle Ports werden durchsucht …</translation>
+    </message>
+    <message>
+        <source>Playing back a recording; the port stays open, but is not shown.</source>
+        <translation>Eine Aufzeichnung wird wiedergegeben; der Port bleibt offen, ist aber nicht zu sehen.</translation>
     </message>
 </context>
 <context>
@@ -5567,6 +5663,34 @@ Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechn
     <message>
         <source>Lets the next bytes pass while the replay is held (Alt+9)</source>
         <translation>Lässt bei angehaltener Wiedergabe die nächsten Bytes durch (Alt+9)</translation>
+    </message>
+    <message>
+        <source>Time to go to</source>
+        <translation>Zeit, zu der es gehen soll</translation>
+    </message>
+    <message>
+        <source>h:mm:ss</source>
+        <translation>h:mm:ss</translation>
+    </message>
+    <message>
+        <source>A time since the beginning, as seconds or h:mm:ss; Enter goes there exactly</source>
+        <translation>Eine Zeit seit dem Anfang, in Sekunden oder h:mm:ss; Enter geht genau dorthin</translation>
+    </message>
+    <message>
+        <source>−</source>
+        <translation>−</translation>
+    </message>
+    <message>
+        <source>A second back</source>
+        <translation>Eine Sekunde zurück</translation>
+    </message>
+    <message>
+        <source>+</source>
+        <translation>+</translation>
+    </message>
+    <message>
+        <source>A second on</source>
+        <translation>Eine Sekunde weiter</translation>
     </message>
 </context>
 <context>

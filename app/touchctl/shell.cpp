@@ -129,7 +129,7 @@ Result<std::unique_ptr<Shell>, ExitStatus> Shell::open(const ShellOptions& optio
 }
 
 std::unique_ptr<SerialPort> Shell::makeSerialPort() {
-  return std::make_unique<TracingSerialPort>(std::make_unique<AsioSerialPort>(options_.comPorts),
+  return std::make_unique<TracingSerialPort>(AsioSerialPort::withTrueTimes(options_.comPorts),
                                              trace_);
 }
 

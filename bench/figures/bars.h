@@ -20,7 +20,7 @@ inline constexpr double noBar = 1e9;
 /// What is expected of a quantity: a measure of at most `most`.
 struct Bar {
   std::string what;
-  std::string baselineIs;
+  std::string baselineIs;  ///< empty: it is compared with nothing
   Quantity ours;
   Quantity baseline;
   double most;

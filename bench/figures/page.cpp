@@ -72,11 +72,16 @@ std::string limit(const Bar& bar) {
 std::string row(const Bar& bar, const Figure& ours, const std::optional<Figure>& baseline) {
   const Figure one{1, 1, 1};
   const Figure& other = baseline ? *baseline : one;
+  const bool compared = !bar.baselineIs.empty();
   const bool met = measured(bar, ours.median, other.median) <= bar.most;
-  return fmt::format("| {} | {} | {} | {} | **{:.3g}** | {:.3g} to {:.3g} | {} | {} |\n", bar.what,
-                     text(ours.median, bar.unit), bar.baselineIs,
-                     baseline ? text(other.median, bar.unit) : "100 %", ours.median / other.median,
-                     ours.low / other.high, ours.high / other.low, limit(bar),
+  const std::string comparison =
+      compared
+          ? fmt::format("{} | {} | **{:.3g}** | {:.3g} to {:.3g}", bar.baselineIs,
+                        baseline ? text(other.median, bar.unit) : "100 %",
+                        ours.median / other.median, ours.low / other.high, ours.high / other.low)
+          : "- | - | - | -";
+  return fmt::format("| {} | {} | {} | {} | {} |\n", bar.what, text(ours.median, bar.unit),
+                     comparison, limit(bar),
                      bar.most == noBar ? "-"
                      : met             ? "yes"
                                        : "**no**");

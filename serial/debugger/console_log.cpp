@@ -52,15 +52,17 @@ std::string withEighthBit(std::vector<std::uint8_t> bytes) {
   return hexText(bytes);
 }
 
+std::string eighthBitText(const ConsoleLine& line) {
+  return filled(say("debugger", "8th bit set: %1"), {withEighthBit(line.bytes)});
+}
+
 std::string shownAt(const std::string& time, const ConsoleLine& line) {
   switch (line.kind) {
     case ConsoleLineKind::sent:
     case ConsoleLineKind::received:
       return fmt::format("{} {} {:<{}}{}{}", time, line.kind == ConsoleLineKind::sent ? '>' : '<',
                          hexText(line.bytes), hexColumn, plainText(line.bytes),
-                         line.sevenBits ? "   " + filled(say("debugger", "8th bit set: %1"),
-                                                         {withEighthBit(line.bytes)})
-                                        : "");
+                         line.sevenBits ? "   " + eighthBitText(line) : "");
     case ConsoleLineKind::report:
       return fmt::format("{} = {}  {}", time, line.text, hexText(line.bytes));
     case ConsoleLineKind::note:
@@ -98,20 +100,50 @@ std::string shown(const ConsoleLine& line) {
   return shownAt(secondsText(line.time), line);
 }
 
-std::string ConsoleWriter::next(const ConsoleLine& line) {
-  if (line.kind == ConsoleLineKind::note) return line.text;
+std::string ConsoleWriter::timeOf(const ConsoleLine& line) {
   const auto before = last_.value_or(line.time);
   last_ = line.time;
   switch (times_) {
     case ConsoleTimes::sinceLast:
-      return shownAt('+' + secondsText(line.time - before), line);
+      return '+' + secondsText(line.time - before);
     case ConsoleTimes::ofDay:
-      return shownAt(clockText(start_ + std::chrono::duration_cast<WallTime::duration>(line.time)),
-                     line);
+      return clockText(start_ + std::chrono::duration_cast<WallTime::duration>(line.time));
     case ConsoleTimes::sinceStart:
       break;
   }
-  return shown(line);
+  return secondsText(line.time);
+}
+
+std::string ConsoleWriter::next(const ConsoleLine& line) {
+  return line.kind == ConsoleLineKind::note ? line.text : shownAt(timeOf(line), line);
+}
+
+int ConsoleWriter::timeWidth() const {
+  constexpr int seconds = 10;
+  constexpr int clock = 13;
+  return times_ == ConsoleTimes::ofDay ? clock : seconds;
+}
+
+std::string ConsoleWriter::nextInColumns(const ConsoleLine& line) {
+  if (line.kind == ConsoleLineKind::note) return line.text;
+  constexpr std::string_view signs = "><=";  // in the order of the kinds
+  const std::string field = line.kind == ConsoleLineKind::report ? line.text
+                            : line.sevenBits                     ? eighthBitText(line)
+                                                                 : "";
+  std::string text = fmt::format("{:>{}}   {} {:<{}}{:<{}} {}", timeOf(line), timeWidth(),
+                                 signs[static_cast<std::size_t>(line.kind)], hexText(line.bytes),
+                                 hexColumn, plainText(line.bytes), bytesPerLine, field);
+  text.erase(text.find_last_not_of(' ') + 1);
+  return text;
+}
+
+std::string ConsoleWriter::heading() const {
+  constexpr int directionWidth = 3;
+  // A longer word would move those behind it.
+  return fmt::format("{:>{}.{}} {:>{}.{}} {:<{}.{}}{:<{}.{}} {}", say("debugger", "Time"),
+                     timeWidth(), timeWidth(), say("debugger", "Dir"), directionWidth,
+                     directionWidth, say("debugger", "Hexadecimal"), hexColumn, hexColumn - 1,
+                     say("debugger", "Text"), bytesPerLine, bytesPerLine, say("debugger", "Field"));
 }
 
 std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::string_view text,
@@ -154,7 +186,6 @@ void ConsoleLog::pause(bool on) {
   } else {
     frozen_.reset();
   }
-  ++version_;
 }
 
 std::deque<ConsoleLine> ConsoleLog::lines(const ConsoleFilter& filter) const {

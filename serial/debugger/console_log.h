@@ -28,7 +28,8 @@ std::string shown(const ConsoleLine& line);
 /// What the time before a line counts from: the opening of the console, the line before, midnight.
 enum class ConsoleTimes : std::uint8_t { sinceStart, sinceLast, ofDay };
 
-/// Shows lines one after the other, with times as they are wanted.
+/// Shows lines one after the other, with times as they are wanted: as they are saved, or in columns
+/// of the same width, as a window shows them.
 class ConsoleWriter {
  public:
   using WallTime = std::chrono::system_clock::time_point;
@@ -36,8 +37,15 @@ class ConsoleWriter {
   /// `start` is when the console was opened.
   ConsoleWriter(ConsoleTimes times, WallTime start) : times_(times), start_(start) {}
   std::string next(const ConsoleLine& line);
+  /// Time, direction, hexadecimal, text and field: of a report what it says.
+  std::string nextInColumns(const ConsoleLine& line);
+  /// What stands over those columns.
+  std::string heading() const;
 
  private:
+  std::string timeOf(const ConsoleLine& line);
+  int timeWidth() const;
+
   ConsoleTimes times_;
   WallTime start_;
   std::optional<std::chrono::microseconds> last_;
@@ -89,7 +97,7 @@ class ConsoleLog {
   void pause(bool on);
   bool isPaused() const { return frozen_.has_value(); }
   const KeptLines& kept() const { return frozen_ ? *frozen_ : lines_; }
-  /// Changes when other lines are there than before, and not only more.
+  /// Changes when the lines before have gone.
   std::uint64_t version() const { return version_; }
   /// Of those that are kept.
   std::deque<ConsoleLine> lines(const ConsoleFilter& filter = {}) const;

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "ports/port_holders.h"
+#include "serial/debugger/port_search.h"
 #include "support/prompt.h"
 #include "support/text/language.h"
 #include "support/text/text_encoding.h"
@@ -34,7 +36,8 @@ bool mayHoldAnswers(TransferSource& recording) {
 }  // namespace
 
 Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
-                   std::vector<ReportFormat> formats, ComPorts comPorts)
+                   std::vector<ReportFormat> formats, ComPorts comPorts,
+                   ReturningPort::List hardware)
     : access_(access),
       prompt_(prompt),
       formats_(std::move(formats)),
@@ -42,6 +45,9 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
       log_(access.clock),
       recorded_(serial, access.clock),
       port_(access, prompt, recorded_, log_),
+      returning_(
+          port_, access.clock,
+          hardware ? std::move(hardware) : [this] { return knownHardware(comPorts_); }),
       exchange_(access, prompt, port_, log_),
       script_(access, prompt, port_, log_, formats_),
       mode_(parts(), {recorded_, port_.gate(), [this] {
@@ -68,9 +74,11 @@ std::optional<std::string> Debugger::takeStatus() {
 
 Result<void, std::string> Debugger::takePort() {
   if (isBusy()) return {};
-  auto taken =
-      port_.take(chosenPort_.value_or(port_.foundPort().value_or(DebuggerPort::startPort)));
+  const int number = chosenPort_.value_or(port_.foundPort().value_or(DebuggerPort::startPort));
+  const bool wasUsed = usedPort() == number;
+  auto taken = port_.take(number);
   const std::string driver = port_.driverText();
+  if (!taken && wasUsed) awaitIfGone(number);
   tell(!taken ? taken.error() : driver.empty() ? portText() : driver + ' ' + portText());
   tellOfSharing();
   return taken;
@@ -84,7 +92,9 @@ void Debugger::searchPort() {
   gate().run([this] {
     tell(say("debugger", "Searching COM1 and COM2 for a controller …"));
     chosenPort_.reset();
+    const auto before = usedPort();
     const auto found = port_.comporttest();
+    if (!found && before) awaitIfGone(*before);
     tell(found ? filled(say("debugger", "A controller answers on COM%1."), {std::to_string(*found)})
                : say("debugger", "No controller answers on COM1 or COM2."));
     tellOfSharing();
@@ -98,33 +108,50 @@ void Debugger::usePort(const ListedPort& port) {
                 {port.device}));
     return;
   }
+  const bool wasUsed = usedPort() == port.number;
   recorded_.close();
   chosenPort_ = port.number;
   const auto taken = port_.take(port.number);
+  if (!taken && wasUsed) awaitIfGone(port.number);
   tell(taken ? portText() : taken.error());
   tellOfSharing();
 }
 
 void Debugger::searchEverywhere() {
   gate().run([this] {
-    std::vector<DebuggerPort::Place> places;
-    const std::vector<LineSettings> searched = searchedSettings();
-    const int before = portIsOpen() ? port_.selected() : 0;
-    recorded_.close();
-    for (const PortFacts& facts : ports()) {
-      if (!facts.hindrance.empty() || facts.port.number == 0) continue;
-      for (const LineSettings& settings : searched)
-        places.push_back({facts.port.number, settings});
-    }
+    const auto before = usedPort();
+    searching_ = true;
     tell(say("debugger", "Searching all ports for a controller …"));
-    const auto found = port_.search(places);
-    if (found) chosenPort_ = found->port;
-    if (!found && before != 0 && !port_.take(before)) recorded_.close();
-    tell(found ? filled(say("debugger", "A controller answers on COM%1, %2."),
-                        {std::to_string(found->port), describe(found->line)})
-               : say("debugger", "No controller answers on any port that can be opened."));
+    PortSearch search;
+    runThen(
+        [&] {
+          search = touch::searchEverywhere(
+              port_, comPorts_,
+              [this](const SearchProgress& progress) { status_ = describe(progress); });
+        },
+        [this] { searching_ = false; });
+    if (search.found) {
+      chosenPort_ = search.found->port;
+    } else if (before && !port_.take(*before)) {
+      recorded_.close();
+      awaitIfGone(*before);
+    }
+    tell(search.outcome());
     tellOfSharing();
   });
+}
+
+void Debugger::stopSearch() {
+  if (searching_) gate().cutShort();
+}
+
+std::optional<int> Debugger::usedPort() const {
+  return portIsOpen() || isAwaitingPort() ? std::optional(port_.selected()) : std::nullopt;
+}
+
+void Debugger::awaitIfGone(int port) {
+  if (portIsOpen() || port_.isAwaited() || portExists(comPorts_.device(port))) return;
+  port_.await(port);
 }
 
 void Debugger::tellOfSharing() {
@@ -305,7 +332,8 @@ void Debugger::watch() {
 }
 
 void Debugger::look() {
-  if (port_.takeUpAgain()) {
+  if (const int before = port_.selected(); returning_.takeUpAgain()) {
+    if (before != port_.selected()) chosenPort_ = port_.selected();
     tell(portText());
     if (std::exchange(receivedAtLoss_, false)) mode_.receive();
   }
@@ -313,6 +341,7 @@ void Debugger::look() {
   unreadBefore_ = std::exchange(unread_, recorded_.inBufferCount());
   port_.noteDamage();
   port_.tellLoss();
+  returning_.remember();
   if (!isRecording()) stopRecording();
   if (!isReplaying()) return;
   if (!replay_->port.isFinished() || replay_->port.isPaused()) {

@@ -12,8 +12,9 @@
 #include "serial/commands/debugger_exchange.h"
 #include "serial/debugger/console_log.h"
 #include "serial/debugger/debugger_port.h"
+#include "serial/debugger/returning_port.h"
 #include "serial/debugger/script_player.h"
-#include "serial/plots/report_series.h"
+#include "serial/plots/timed_reports.h"
 #include "serial/receiving/receive_mode.h"
 #include "serial/recording/recording_ports.h"
 
@@ -35,9 +36,10 @@ struct LineView {
 class Debugger {
  public:
   /// All of them outlive it, but for `formats`. Begins with the quorvane set; the port is not taken
-  /// yet.
+  /// yet. `hardware` says what is behind the ports; null: as the machine has it.
   Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
-           std::vector<ReportFormat> formats, ComPorts comPorts = {});
+           std::vector<ReportFormat> formats, ComPorts comPorts = {},
+           ReturningPort::List hardware = nullptr);
 
   /// Takes the port from the driver: COM1, or where a controller was found. The error is for a
   /// box.
@@ -50,8 +52,13 @@ class Debugger {
   std::vector<PortFacts> ports() const { return portFacts(comPorts_); }
   /// Opens another port, one with a number, in place of the one that is open.
   void usePort(const ListedPort& port);
-  /// Looks for a controller on all ports that can be opened, at all usual settings of the line.
+  /// Looks for a controller on all ports that can be opened, at all settings of the line. Without
+  /// one the port that was open is opened again.
   void searchEverywhere();
+  /// That search is under way.
+  bool isSearching() const { return searching_; }
+  /// Ends it when the place is asked that it is at.
+  void stopSearch();
   /// Its device has gone; it is opened again when that is there.
   bool isAwaitingPort() const { return port_.isAwaited(); }
   /// Ends what is going on and gives the port back to the driver.
@@ -108,8 +115,8 @@ class Debugger {
   /// Tells of what comes in on the port from now on; null: tells nobody.
   void listen(RecordedPort::Listener listener) { recorded_.listen(std::move(listener)); }
   bool isListenedTo() const { return recorded_.isListenedTo(); }
-  std::unique_ptr<ReportSeries> makeSeries() const {
-    return std::make_unique<ReportSeries>(familyOf(access_.session.commandSet), formats_);
+  TimedReports makeReportReader() const {
+    return TimedReports(familyOf(access_.session.commandSet), formats_);
   }
   ReportDecoder makeDecoder() const {
     return ReportDecoder(familyOf(access_.session.commandSet), formats_);
@@ -117,7 +124,7 @@ class Debugger {
 
   /// Something is under way that `watch` has to look after again and again.
   bool isActive() const {
-    return isReplaying() || isRecording() || script_.isRunning() ||
+    return isReplaying() || isRecording() || script_.isRunning() || searching_ ||
            (portIsOpen() && mode_.isReceiving() && !drawing_);
   }
   bool isDrawing() const { return drawing_; }
@@ -143,6 +150,10 @@ class Debugger {
   void look();
   void endReplay();
   void tellOfSharing();
+  /// The port that is open, or is awaited.
+  std::optional<int> usedPort() const;
+  /// Awaits a port that was in use, and is closed, if its device has gone meanwhile.
+  void awaitIfGone(int port);
   void tell(std::string text);
 
   Access access_;
@@ -152,11 +163,13 @@ class Debugger {
   ConsoleLog log_;
   RecordedPort recorded_;
   DebuggerPort port_;
+  ReturningPort returning_;
   DebuggerExchange exchange_;
   ScriptPlayer script_;
   ReceiveMode mode_;
   std::unique_ptr<Replay> replay_;
   bool drawing_ = false;
+  bool searching_ = false;
   bool receivedAtLoss_ = false;
   std::optional<int> chosenPort_;  ///< by the user, or where a search of all ports found one
   std::size_t unread_ = 0;         ///< bytes, when `watch` last looked

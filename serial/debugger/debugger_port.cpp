@@ -81,15 +81,20 @@ Result<void, std::string> DebuggerPort::take(int port, const std::optional<LineS
 
 Result<void, std::string> DebuggerPort::openPort(int port) {
   lossTold_ = false;
-  awaited_ = false;
+  const bool wasOpen = selected_ == port && wasOpenLast();
   // A port that turns out to have gone here closes, and may be there again below.
   const auto chosen = lines_.find(port);
   auto set = serial_.setSettings(chosen == lines_.end() ? std::string(normalLineSettings)
                                                         : describe(chosen->second));
   if (!set && serial_.isOpen()) return set;
+  const bool isGone = wasOpen && !serial_.isOpen();
   select(port);
   log_.setDataBits(line().dataBits);
-  return open();
+  auto opened = open();
+  if (opened) awaited_.reset();
+  if (!opened && isGone) await(port);
+  lossTold_ = isAwaited();
+  return opened;
 }
 
 LineSettings DebuggerPort::line() const {
@@ -182,8 +187,9 @@ void DebuggerPort::findController() {
   foundPort_.reset();
   takeFromDriver();
   lossTold_ = false;
-  awaited_ = false;
+  const int before = wasOpenLast() || isAwaited() ? selected_ : 0;
   serial_.setSettings(normalLineSettings);
+  bool isGone = before != 0 && !serial_.isOpen();
   for (int port = 1; port <= lastProbedPort; ++port) {
     select(port);
     if (const auto opened = open(); !opened) {
@@ -193,14 +199,21 @@ void DebuggerPort::findController() {
     log_.note(filled(say("debugger", "Asking on COM%1 …"), {std::to_string(port)}));
     if (isAnswer(probe())) {
       foundPort_ = port;
+      awaited_.reset();
       lines_.erase(port);
       log_.setDataBits(line().dataBits);
       return;
     }
+    if (port == before) isGone = !serial_.isOpen();
     serial_.close();
   }
   // Whatever became of the ports, this is what is to be said.
   lossTold_ = true;
+  if (isGone) {
+    await(before);
+  } else {
+    awaited_.reset();
+  }
   prompt_.message("Device Can't found!!");
 }
 
@@ -284,46 +297,97 @@ bool DebuggerPort::tellLoss() {
   if (!isTaken() || serial_.isOpen() || lossTold_) return false;
   const auto reason = serial_.lost();
   if (!reason) return false;
-  lossTold_ = true;
-  awaited_ = true;
-  log_.note(
-      filled(say("debugger", "COM%1 has gone. %2"), {std::to_string(selected_), zonedTimeNow()}));
+  noteGone();
   gate_.runWithin([this, &reason] { prompt_.message(*reason); });
   return true;
 }
 
+void DebuggerPort::await(int port) {
+  select(port);
+  setUsualLine();
+  log_.setDataBits(line().dataBits);
+  noteGone();
+}
+
+void DebuggerPort::noteGone() {
+  lossTold_ = true;
+  if (awaited_ == selected_) return;
+  awaited_ = selected_;
+  log_.note(
+      filled(say("debugger", "COM%1 has gone. %2"), {std::to_string(selected_), zonedTimeNow()}));
+}
+
 bool DebuggerPort::takeUpAgain() {
-  if (!isAwaited() || !open()) return false;
+  if (!isTaken() || !isAwaited() || !open()) return false;
   lossTold_ = false;
-  awaited_ = false;
+  awaited_.reset();
   log_.note(filled(say("debugger", "COM%1 is there again. %2"),
                    {std::to_string(selected_), zonedTimeNow()}));
   return true;
 }
 
-std::optional<DebuggerPort::Place> DebuggerPort::search(std::span<const Place> places) {
-  std::optional<Place> found;
+bool DebuggerPort::takeUpAs(int port, const std::string& device) {
+  if (!isTaken() || !isAwaited()) return false;
+  const int before = selected_;
+  const auto linesBefore = lines_;
+  const auto wiresBefore = wires_;
+  lines_[port] = line();
+  wires_[port] = wires();
+  select(port);
+  setUsualLine();
+  if (!open()) {
+    lines_ = linesBefore;
+    wires_ = wiresBefore;
+    select(before);
+    return false;
+  }
+  lossTold_ = false;
+  awaited_.reset();
+  log_.note(filled(say("debugger", "COM%1 is there again as COM%2 (%3). %4"),
+                   {std::to_string(before), std::to_string(port), device, zonedTimeNow()}));
+  return true;
+}
+
+DebuggerPort::Search DebuggerPort::search(std::span<const Place> places,
+                                          const std::function<void(std::size_t)>& onAsking) {
+  Search search;
   gate_.runWithin([&] {
     takeFromDriver();
-    for (const Place& place : places) {
-      if (gate_.isCutShort()) break;
-      select(place.port);
-      if (!serial_.setSettings(describe(place.line)) || !open()) continue;
+    for (std::size_t i = 0; i < places.size() && !search.found; ++i) {
+      const Place& place = places[i];
+      if (search.refused.contains(place.port) || !isReadyAt(place, search)) continue;
+      if (onAsking) onAsking(i);
+      search.isComplete = !gate_.isCutShort();
+      if (!search.isComplete) break;
       log_.note(filled(say("debugger", "Asking on COM%1, %2 …"),
                        {std::to_string(place.port), describe(place.line)}));
-      if (!isAnswer(probe())) continue;
-      found = place;
-      break;
+      if (isAnswer(probe())) search.found = place;
     }
-    lossTold_ = awaited_ = false;
-    if (found) {
-      lines_[found->port] = found->line;
-      log_.setDataBits(found->line.dataBits);
+    lossTold_ = true;
+    if (search.found) {
+      lossTold_ = false;
+      awaited_.reset();
+      lines_[search.found->port] = search.found->line;
+      log_.setDataBits(search.found->line.dataBits);
     } else {
       serial_.close();
     }
   });
-  return found;
+  return search;
+}
+
+bool DebuggerPort::isReadyAt(const Place& place, Search& search) {
+  select(place.port);
+  if (!serial_.isOpen()) {
+    // At settings that every port takes: what is refused then is the port.
+    serial_.setSettings(normalLineSettings);
+    if (const auto opened = open(); !opened) {
+      log_.note(opened.error());
+      search.refused[place.port] = opened.error();
+      return false;
+    }
+  }
+  return serial_.setSettings(describe(place.line)).has_value();
 }
 
 }  // namespace touch

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <span>
@@ -42,6 +43,8 @@ class DebuggerPort {
   /// the user can mend it and try again.
   Result<void, std::string> take(int port = startPort,
                                  const std::optional<LineSettings>& line = std::nullopt);
+  /// Makes the driver let go of its port, unless it has.
+  void takeFromDriver();
   /// Closes the port, makes the driver take its own again (even when the port was closed already)
   /// and closes the controller. Without having taken it nothing happens.
   void giveBack();
@@ -66,9 +69,17 @@ class DebuggerPort {
     int port = startPort;
     LineSettings line{};
   };
+  struct Search {
+    std::optional<Place> found;
+    std::map<int, std::string> refused;  ///< why, by port, it could not be opened, or not any more
+    bool isComplete = true;              ///< false: it was cut short
+  };
   /// Asks at each place for a controller that answers "Z". The first at which one does stays open,
-  /// else none. Ends early when the gate is to be left.
-  std::optional<Place> search(std::span<const Place> places);
+  /// else none. Settings that a port does not take are passed over, and a port that cannot be
+  /// opened with all its places. `onAsking` is told the number of each place before it is asked.
+  /// Ends early when the gate is cut short.
+  Search search(std::span<const Place> places,
+                const std::function<void(std::size_t)>& onAsking = nullptr);
   /// The COM port that is open, or was the last that was tried.
   int selected() const { return selected_; }
   /// What the last comporttest found.
@@ -113,11 +124,17 @@ class DebuggerPort {
   /// When the device has gone while the port was open: tells the user, once. Returns whether that
   /// was so. To be asked at the end of whatever uses the port.
   bool tellLoss();
-  /// The device has gone, and nothing else was done with the port since.
-  bool isAwaited() const { return awaited_ && !serial_.isOpen(); }
+  /// The device has gone, and no other port was chosen since.
+  bool isAwaited() const { return awaited_ == selected_ && !serial_.isOpen(); }
+  /// The device of a port that was in use has gone, which the user knows: the console says when,
+  /// and takeUpAgain opens it.
+  void await(int port);
   /// Opens the port as it was when its device is there again. Returns whether it was. To be asked
   /// now and then.
   bool takeUpAgain();
+  /// Opens the awaited port's hardware, which is at another port now, as it was set. Returns
+  /// whether it was opened.
+  bool takeUpAs(int port, const std::string& device);
 
   /// Held by whatever waits for an answer on the port, or has a box up: nobody else may read or
   /// write it then, nor give it back.
@@ -125,7 +142,9 @@ class DebuggerPort {
   const Gate& gate() const { return gate_; }
 
  private:
-  void takeFromDriver();
+  /// Whether it is open, or has been until its device went.
+  bool wasOpenLast() const { return serial_.isOpen() || serial_.lost(); }
+
   void findController();
   bool changeLineSettings();
   /// Where there is no controller nobody holds a port, whatever was answered.
@@ -136,7 +155,11 @@ class DebuggerPort {
   void select(int port);
   /// What the controller on the open port says to two "Z"; empty when it says nothing.
   std::vector<std::uint8_t> probe();
+  void noteGone();
   bool sendFresh(const Frame& frame);
+  /// Opens the port, unless it is open, and sets its line. False when that place is not to be
+  /// asked.
+  bool isReadyAt(const Place& place, Search& search);
 
   Access access_;
   Prompt& prompt_;
@@ -146,7 +169,7 @@ class DebuggerPort {
   std::string controller_;                ///< whose driver was asked to let go; empty: none
   std::optional<std::int32_t> letGo_;
   bool lossTold_ = false;
-  bool awaited_ = false;
+  std::optional<int> awaited_;  ///< the port whose device has gone
   std::size_t damaged_ = 0;
   int selected_ = startPort;
   std::optional<int> foundPort_;

@@ -82,7 +82,7 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
       line_(new frmLinePanel),
       ports_(new frmPortsPanel),
       plot_(new frmPlotPanel(
-          access.clock, [this] { return debugger_.makeSeries(); },
+          access.clock, [this] { return debugger_.makeReportReader(); },
           frmPlotPanel::Folders{surroundings.recordingsFolder(), surroundings.workFolder})),
       console_(new frmConsolePanel(debugger_.log(), surroundings.workFolder,
                                    [this] { return debugger_.makeDecoder(); })),
@@ -111,6 +111,7 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
     renew();
   });
   connect(console_, &frmConsolePanel::statusChanged, statusLine_, &QLabel::setText);
+  connect(console_, &frmConsolePanel::moreWanted, this, &frmRSDebug::awaitNews);
   connect(line_, &frmLinePanel::settingsChosen, this, [this](const LineSettings& line) {
     debugger_.setLine(line);
     renew();
@@ -126,8 +127,8 @@ frmRSDebug::frmRSDebug(const Access& access, Prompt& prompt, SerialPort& serial,
   connect(ports_, &frmPortsPanel::chosen, this, [this](const ListedPort& port) {
     whileBusy([this, &port] { debugger_.usePort(port); });
   });
-  connect(ports_, &frmPortsPanel::searchRequested, this,
-          [this] { whileBusy([this] { debugger_.searchEverywhere(); }); });
+  connect(ports_, &frmPortsPanel::searchRequested, this, &frmRSDebug::searchEverywhere);
+  connect(ports_, &frmPortsPanel::stopRequested, this, [this] { debugger_.stopSearch(); });
   // The lamps change by themselves.
   connect(tabs_, &QTabWidget::currentChanged, this, &frmRSDebug::renew);
   connect(bytes_, &frmBytesPanel::sendRequested, this, &frmRSDebug::sendBytes);
@@ -164,15 +165,15 @@ QWidget* frmRSDebug::makeHead() {
   portState_->setWordWrap(true);
   takePort_ =
       makeButton("cmdTakePort", tr("Ope&n port"), [this] { whileBusy([this] { takePort(); }); });
-  auto* const search = makeButton("cmdSearchPort", tr("Search COM&1 and 2"),
-                                  [this] { whileBusy([this] { debugger_.searchPort(); }); });
+  searchPort_ = makeButton("cmdSearchPort", tr("Search COM&1 and 2"),
+                           [this] { whileBusy([this] { debugger_.searchPort(); }); });
   auto* const head = new QWidget;
   auto* const row = new QHBoxLayout(head);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(heading);
   row->addWidget(portState_, 1);
   row->addWidget(takePort_);
-  row->addWidget(search);
+  row->addWidget(searchPort_);
   return head;
 }
 
@@ -390,6 +391,13 @@ void frmRSDebug::runScript() {
   whileBusy(tr("The script runs …"), {head_, commands_, bytes_}, [this] { debugger_.runScript(); });
 }
 
+void frmRSDebug::searchEverywhere() {
+  // Where it is is watched, and can be stopped there.
+  timer_->start(renewal);
+  whileBusy(tr("Searching all ports …"), {head_, commands_, bytes_},
+            [this] { debugger_.searchEverywhere(); });
+}
+
 void frmRSDebug::draw() {
   if (debugger_.isBusy()) return;
   stopAwaiting();
@@ -472,7 +480,8 @@ void frmRSDebug::stopAwaiting() {
 }
 
 void frmRSDebug::listenForPlot() {
-  const bool wanted = plot_->isVisible() && plot_->isLive() && debugger_.portIsOpen();
+  const bool wanted =
+      plot_->isVisible() && plot_->isLive() && debugger_.portIsOpen() && !debugger_.isReplaying();
   if (wanted == debugger_.isListenedTo()) return;
   if (!wanted) return debugger_.listen(nullptr);
   debugger_.listen([this](Clock::TimePoint now, std::span<const std::uint8_t> bytes) {
@@ -487,16 +496,22 @@ void frmRSDebug::showPorts(bool possible) {
     portsSeen_ = now;
     portFacts_ = debugger_.ports();
   }
-  if (const QString plugged = ports_->show(portFacts_, possible); !plugged.isEmpty())
+  const auto state = debugger_.isSearching() ? frmPortsPanel::State::searched
+                     : possible              ? frmPortsPanel::State::usable
+                                             : frmPortsPanel::State::unusable;
+  if (const QString plugged = ports_->show(portFacts_, state); !plugged.isEmpty())
     statusLine_->setText(plugged);
 }
 
 void frmRSDebug::showState() {
   const bool replaying = debugger_.isReplaying();
   ReceiveMode& mode = debugger_.receiveMode();
-  portState_->setText(replaying ? tr("Playing back a recording; no port is open.")
-                                : shownText(debugger_.portText()));
+  portState_->setText(!replaying ? shownText(debugger_.portText())
+                      : debugger_.portIsOpen()
+                          ? tr("Playing back a recording; the port stays open, but is not shown.")
+                          : tr("Playing back a recording; no port is open."));
   takePort_->setEnabled(!debugger_.portIsOpen() && !replaying);
+  searchPort_->setEnabled(!replaying);
   commands_->allowSending(debugger_.portIsOpen() && !replaying);
   bytes_->allowSending(debugger_.portIsOpen() && !replaying);
   line_->show(debugger_.lineView(), debugger_.portIsOpen() && !replaying && !debugger_.isBusy());

@@ -113,6 +113,7 @@ class frmRSDebug final : public QWidget {
   /// The curves want to be told of what comes in while they are seen.
   void listenForPlot();
   void showPorts(bool possible);
+  void searchEverywhere();
   /// Has `renew` called when there is something to see: again and again while something is under
   /// way, else when the line has something to say. A debugger that is left alone does not wake.
   void awaitNews();
@@ -140,6 +141,7 @@ class frmRSDebug final : public QWidget {
   frmConsolePanel* console_;
   QLabel* portState_;
   QPushButton* takePort_ = nullptr;
+  QPushButton* searchPort_ = nullptr;
   QPushButton* receive_ = nullptr;  // Command3
   QPushButton* debug_ = nullptr;    // Command4
   QCheckBox* rate_;                 // Check1

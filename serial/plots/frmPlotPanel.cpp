@@ -31,6 +31,8 @@ using namespace std::chrono_literals;
 // A hundredth of a second on a usual machine.
 constexpr std::size_t transfersInAPiece = 30'000;
 constexpr auto betweenPieces = 1ms;
+// Who turns the wheel does not want to see every place on the way.
+constexpr auto beforeLookingCloser = 200ms;
 constexpr int wholeProgress = 1000;
 
 }  // namespace
@@ -66,7 +68,11 @@ class PlotPicture final : public QWidget {
       longest = std::max(longest, column.longest);
     const int band = height() / 3;
     const RawCounts most = series_->greatest();
-    drawBand(painter, 0, band, frmPlotPanel::tr("X, 0 to %1").arg(most.value));
+    QString caption = frmPlotPanel::tr("X, 0 to %1").arg(most.value);
+    if (series_->every() > 1)
+      caption = frmPlotPanel::tr("About one report in %1 is shown").arg(series_->every()) + "   " +
+                caption;
+    drawBand(painter, 0, band, caption);
     drawBand(painter, band, band, frmPlotPanel::tr("Y, 0 to %1").arg(most.value));
     drawBand(painter, 2 * band, band,
              frmPlotPanel::tr("Interval, up to %1 ms")
@@ -110,26 +116,27 @@ class PlotPicture final : public QWidget {
   double pressed_ = 0;
 };
 
-frmPlotPanel::frmPlotPanel(Clock& clock, MakeSeries makeSeries, Folders folders, QWidget* parent)
+frmPlotPanel::frmPlotPanel(Clock& clock, RecordedCurves::MakeReader makeReader, Folders folders,
+                           QWidget* parent)
     : QWidget(parent),
-      makeSeries_(std::move(makeSeries)),
+      makeReader_(std::move(makeReader)),
       folders_(std::move(folders)),
-      series_(makeSeries_()),
-      reader_(clock.makeTimer([this] { readOn(); })),
+      live_(makeReader_()),
+      reader_(clock.makeTimer([this] { goOn(); })),
       picture_(new PlotPicture),
       figures_(new QLabel),
       progress_(new QProgressBar) {
   figures_->setObjectName("lblFigures");
   figures_->setWordWrap(true);
-  picture_->onZoom = [this](double factor) { look(shownRange().zoomed(factor, series_->range())); };
-  picture_->onMove = [this](double part) { look(shownRange().moved(part, series_->range())); };
+  picture_->onZoom = [this](double factor) { look(shownRange().zoomed(factor, whole().range())); };
+  picture_->onMove = [this](double part) { look(shownRange().moved(part, whole().range())); };
   const std::initializer_list<QPushButton*> buttons = {
       makeButton("cmdPlotCloser", tr("&+"), [this] { picture_->onZoom(closer); }),
       makeButton("cmdPlotFarther", tr("&-"), [this] { picture_->onZoom(farther); }),
       makeButton("cmdPlotLeft", tr("&<"), [this] { picture_->onMove(-aStep); }),
       makeButton("cmdPlotRight", tr("&>"), [this] { picture_->onMove(aStep); }),
       makeButton("cmdPlotAll", tr("A&ll"), [this] { look(std::nullopt); }),
-      makeButton("cmdPlotLive", tr("Begin &anew"), [this] { begin(true); }),
+      makeButton("cmdPlotLive", tr("Begin &anew"), [this] { begin(); }),
       makeButton("cmdPlotRecording", tr("Recordin&g …"), [this] { openRecording(); }),
       makeButton("cmdPlotSave", tr("C&SV …"), [this] { save(); }),
   };
@@ -165,35 +172,32 @@ QPushButton* frmPlotPanel::makeButton(const char* name, const QString& caption,
 
 QWidget* frmPlotPanel::makeReadingBar() {
   progress_->setObjectName("plotProgress");
-  progress_->setAccessibleName(tr("How much of the recording is read"));
+  progress_->setAccessibleName(tr("How much of the recording is done"));
   progress_->setRange(0, wholeProgress);
   auto* const bar = new QWidget;
   auto* const row = new QHBoxLayout(bar);
   row->setContentsMargins(0, 0, 0, 0);
   row->addWidget(progress_, 1);
-  row->addWidget(makeButton("cmdPlotCancel", tr("Cancel"), [this] {
-    endReading(counted(tr("Reading was ended. Reports in %1 so far: %2")));
-  }));
+  row->addWidget(makeButton("cmdPlotCancel", tr("Cancel"), [this] { cancel(); }));
   bar->hide();
   return bar;
 }
 
 void frmPlotPanel::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes,
                         const LineSettings& line) {
-  if (live_) series_->take(time, bytes, line);
+  if (isLive()) live_.take(time, bytes, line);
 }
 
 void frmPlotPanel::renew() {
-  // To draw what is only half read would take longer than to read it.
-  if (!recording_ && series_->taken() != drawn_) look(range_);
+  if (isLive() && live_.taken() != drawn_) draw();
 }
 
-void frmPlotPanel::begin(bool live) {
-  live_ = live;
+void frmPlotPanel::begin() {
   reader_->stop();
-  recording_.reset();
+  saving_.reset();
+  curves_.reset();
   readingBar_->hide();
-  series_ = makeSeries_();
+  live_ = ReportSeries(makeReader_());
   look(std::nullopt);
 }
 
@@ -206,65 +210,125 @@ void frmPlotPanel::openRecording() {
     emit statusChanged(shownText(recording.error().describe()));
     return;
   }
-  begin(false);
-  recording_ = std::move(*recording);
+  begin();
+  curves_ = std::make_unique<RecordedCurves>(std::move(*recording), makeReader_);
   name_ = shownText(file->filename().string());
+  draw();
   readOn();
 }
 
+void frmPlotPanel::goOn() {
+  saving_ ? saveOn() : readOn();
+}
+
 void frmPlotPanel::readOn() {
-  const auto more = series_->takeSome(*recording_, transfersInAPiece);
-  if (!more) return endReading(shownText(more.error().describe()));
-  if (!*more) {
-    QString outcome = counted(tr("Reports in %1: %2"));
-    if (series_->taken() > ReportSeries::most)
-      outcome += ' ' + tr("The last %1 are shown.").arg(ReportSeries::most);
-    return endReading(outcome);
+  if (!curves_->isReading()) return endReading({});
+  const bool isPart = curves_->isReadingPart();
+  const Status read = curves_->readOn(transfersInAPiece);
+  if (curves_->isReading()) {
+    showProgress(curves_->progress());
+    return reader_->start(betweenPieces);
   }
-  showProgress();
+  if (!isPart) range_.reset();
+  if (!read) return endReading(shownText(read.error().describe()));
+  QString outcome;
+  if (!isPart) {
+    outcome = counted(tr("Reports in %1: %2"));
+    if (const auto every = whole().every(); every > 1) {
+      outcome += ' ' + tr("About one report in %1 is shown; zoom in until you see all.").arg(every);
+    }
+  }
+  endReading(outcome);
+}
+
+void frmPlotPanel::saveOn() {
+  const auto more = saving_->writeOn(transfersInAPiece);
+  if (!more) return endSaving(shownText(more.error().describe()));
+  if (!*more) return endSaving(tr("Saved in %1").arg(savedIn_));
+  showProgress(saving_->progress());
   reader_->start(betweenPieces);
 }
 
-void frmPlotPanel::showProgress() {
-  const auto length = std::max<std::int64_t>(1, recording_->length().count());
-  progress_->setValue(static_cast<int>(series_->readUpTo().count() * wholeProgress / length));
+void frmPlotPanel::cancel() {
+  if (saving_) return endSaving(tr("Saving was ended. Nothing was saved."));
+  const bool isPart = curves_->isReadingPart();
+  curves_->stop();
+  if (!isPart) range_.reset();
+  endReading(isPart ? QString() : counted(tr("Reading was ended. Reports in %1 so far: %2")));
+}
+
+void frmPlotPanel::showProgress(double progress) {
+  progress_->setValue(static_cast<int>(progress * wholeProgress));
   readingBar_->show();
 }
 
 void frmPlotPanel::endReading(const QString& outcome) {
   reader_->stop();
-  recording_.reset();
   readingBar_->hide();
-  look(std::nullopt);
+  draw();
+  if (!outcome.isEmpty()) emit statusChanged(outcome);
+}
+
+void frmPlotPanel::endSaving(const QString& outcome) {
+  reader_->stop();
+  readingBar_->hide();
+  saving_.reset();
+  look(range_);
   emit statusChanged(outcome);
 }
 
+bool frmPlotPanel::isWaitedFor() const {
+  return saving_ || (curves_ && curves_->isReading() && !curves_->isReadingPart());
+}
+
 QString frmPlotPanel::counted(const QString& text) const {
-  return text.arg(name_, QString::number(series_->taken()));
+  return text.arg(name_, QString::number(whole().taken()));
 }
 
 void frmPlotPanel::save() {
+  if (isWaitedFor()) {
+    emit statusChanged(tr("The recording is still being read."));
+    return;
+  }
   const auto file = askTextFileToSave(this, tr("Save the reports"), folders_.tables / "reports.csv",
                                       tr("Tables (*.csv)"));
   if (!file) return;
-  const auto written = writeWholeFile(*file, series_->csv(shownRange()));
-  emit statusChanged(written ? tr("Saved in %1").arg(shownText(file->string()))
-                             : shownText(written.error().describe()));
+  savedIn_ = shownText(file->string());
+  if (isLive()) {
+    const auto written = writeWholeFile(*file, live_.csv(shownRange()));
+    emit statusChanged(written ? tr("Saved in %1").arg(savedIn_)
+                               : shownText(written.error().describe()));
+    return;
+  }
+  // All of the reports, and not only those that are shown.
+  auto table = ReportTableFile::begin(*file, curves_->reports(range_));
+  if (!table) {
+    emit statusChanged(shownText(table.error().describe()));
+    return;
+  }
+  saving_.emplace(std::move(*table));
+  saveOn();
 }
 
 TimeRange frmPlotPanel::shownRange() const {
-  return range_.value_or(series_->range());
+  return range_.value_or(whole().range());
 }
 
 void frmPlotPanel::look(const std::optional<TimeRange>& range) {
   range_ = range;
-  drawn_ = series_->taken();
-  picture_->show(*series_, shownRange());
+  draw();
+  if (curves_ && !isWaitedFor() && curves_->lookCloser(shownRange()))
+    reader_->start(beforeLookingCloser);
+}
+
+void frmPlotPanel::draw() {
+  drawn_ = whole().taken();
+  picture_->show(shown(), shownRange());
   if (drawn_ == 0) {
     figures_->setText(tr("Touch the panel, or open a recording."));
     return;
   }
-  const SeriesFigures figures = series_->figures(shownRange());
+  const SeriesFigures figures = shown().figures(shownRange());
   figures_->setText(
       tr("Reports: %1. Strokes: %2. Reports a second while touched: %3.\n"
          "Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).\n"

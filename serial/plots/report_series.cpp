@@ -1,28 +1,33 @@
 #include "serial/plots/report_series.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cmath>
+
+#include "serial/plots/report_table.h"
 
 namespace touch {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-// Longer than any controller takes from one report to the next.
-constexpr auto strokeEnd = 500ms;
-constexpr TimeRange::Time shortestRange = 20ms;
-
 double milliseconds(std::chrono::microseconds time) {
   return std::chrono::duration<double, std::milli>(time).count();
 }
 
-TimeRange placed(TimeRange::Time from, TimeRange::Time length, const TimeRange& all) {
-  length = std::min(length, std::max(all.length(), shortestRange));
-  from = std::clamp(from, all.from, std::max(all.from, all.to - length));
-  return {from, from + length};
+/// Of numbers that follow each other about one in 2 to the power of `halvings`, and of those about
+/// every second at one more. They keep no step with what alternates in the stream.
+bool isChosen(std::uint32_t number, unsigned halvings) {
+  constexpr std::uint64_t golden = 0x9E3779B97F4A7C15;
+  constexpr unsigned bits = 64;
+  return halvings == 0 || number * golden >> (bits - halvings) == 0;
+}
+
+/// What a report by itself is drawn as.
+PlotColumn alone(const TimedReport& report) {
+  return {1,
+          report.reckoned ? 1U : 0U,
+          {report.x, report.x},
+          {report.y, report.y},
+          report.interval.value_or(std::chrono::microseconds(0))};
 }
 
 /// The middle of `intervals`, which it sorts.
@@ -60,66 +65,69 @@ class Scatter {
 
 }  // namespace
 
-TimeRange TimeRange::zoomed(double factor, const TimeRange& all) const {
-  const auto wanted = std::max(shortestRange, std::chrono::duration_cast<Time>(length() * factor));
-  return placed(from + (length() - wanted) / 2, wanted, all);
+void PlotColumn::add(const PlotColumn& other) {
+  const bool first = reports == 0;
+  const auto include = [first](std::pair<RawCounts, RawCounts>& extent,
+                               const std::pair<RawCounts, RawCounts>& added) {
+    extent = first ? added
+                   : std::pair(std::min(extent.first, added.first),
+                               std::max(extent.second, added.second));
+  };
+  include(x, other.x);
+  include(y, other.y);
+  reports += other.reports;
+  reckoned += other.reckoned;
+  longest = std::max(longest, other.longest);
 }
-
-TimeRange TimeRange::moved(double part, const TimeRange& all) const {
-  return placed(from + std::chrono::duration_cast<Time>(length() * part), length(), all);
-}
-
-ReportSeries::ReportSeries(ReportFamily family, std::span<const ReportFormat> added)
-    : splitter_(family, added) {}
 
 void ReportSeries::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes,
                         const LineSettings& line) {
-  const auto perByte = byteTime(line);
-  fed_ += bytes.size();
-  splitter_.feed(bytes, [&](const TouchReport* report, std::span<const std::uint8_t> part) {
-    told_ += part.size();
-    if (report == nullptr) return;
-    // Bytes that were read together came one after the other, but none before the last reading.
-    const std::uint64_t later = fed_ - told_;
-    const auto before = std::chrono::duration_cast<std::chrono::microseconds>(
-        perByte * static_cast<std::int64_t>(later));
-    add(*report, std::max(time - before, std::min(read_, time)), later > 0);
-  });
-  read_ = time;
+  reader_.take(time, bytes, line, [this](const TimedReport& report) { add(report); });
 }
 
-Status ReportSeries::takeAll(TransferSource& recording) {
-  constexpr std::size_t many = 100'000;
-  while (true) {
-    const auto more = takeSome(recording, many);
-    if (!more) return tl::unexpected(more.error());
-    if (!*more) return {};
+void ReportSeries::add(const TimedReport& report) {
+  // The last one is kept only so that the end can be seen.
+  if (!reports_.empty() && !stays(reports_.back())) {
+    const PlotColumn last = reports_.back().all;
+    reports_.pop_back();
+    reports_.back().all.add(last);
   }
-}
-
-Result<bool> ReportSeries::takeSome(TransferSource& recording, std::size_t transfers) {
-  for (; transfers > 0; --transfers) {
-    const auto transfer = recording.next();
-    if (!transfer) {
-      if (const auto failed = recording.error()) return tl::unexpected(*failed);
-      return false;
-    }
-    if (transfer->direction == Direction::fromController)
-      take(transfer->time, transfer->bytes, recording.line().value_or(LineSettings()));
-  }
-  return true;
-}
-
-void ReportSeries::add(const TouchReport& report, std::chrono::microseconds time, bool reckoned) {
-  TimedReport timed{time, report.x, report.y, report.touching, reckoned, std::nullopt};
-  if (!reports_.empty()) {
-    const TimedReport& last = reports_.back();
-    if (last.touching && time - last.time < strokeEnd) timed.interval = time - last.time;
-  }
-  reports_.push_back(timed);
+  reports_.push_back({report, static_cast<std::uint32_t>(taken_), alone(report)});
   ++taken_;
-  if (reports_.size() > most) reports_.pop_front();
   greatest_ = std::max(greatest_, report.greatest);
+  if (reports_.size() <= most) return;
+  if (whenFull_ == WhenFull::dropOldest) {
+    reports_.pop_front();
+  } else {
+    thinOut();
+  }
+}
+
+/// The first of all does, however thin they are.
+bool ReportSeries::stays(const KeptReport& report) const {
+  return isChosen(report.number, halvings_) ||
+         (!report.interval && isChosen(report.stroke, strokeHalvings_));
+}
+
+void ReportSeries::thinOut() {
+  ++halvings_;
+  dropOthers();
+  if (reports_.size() <= most / 4 * 3) return;
+  strokeHalvings_ = halvings_;
+  dropOthers();
+}
+
+void ReportSeries::dropOthers() {
+  auto kept = reports_.begin();
+  const auto last = std::prev(reports_.end());
+  for (auto report = std::next(kept); report != reports_.end(); ++report) {
+    if (stays(*report) || report == last) {
+      *++kept = *report;
+    } else {
+      kept->all.add(report->all);
+    }
+  }
+  reports_.erase(std::next(kept), reports_.end());
 }
 
 TimeRange ReportSeries::range() const {
@@ -134,8 +142,11 @@ std::pair<ReportSeries::Place, ReportSeries::Place> ReportSeries::within(
 }
 
 std::size_t ReportSeries::count(const TimeRange& range) const {
+  std::size_t count = 0;
   const auto [begin, end] = within(range);
-  return static_cast<std::size_t>(end - begin);
+  for (auto report = begin; report != end; ++report)
+    count += report->all.reports;
+  return count;
 }
 
 SeriesFigures ReportSeries::figures(const TimeRange& range) const {
@@ -153,15 +164,12 @@ SeriesFigures ReportSeries::figures(const TimeRange& range) const {
     intervals.clear();
   };
   const auto [begin, end] = within(range);
+  if (begin != end) figures.strokes = std::prev(end)->stroke - begin->stroke + 1;
   for (auto report = begin; report != end; ++report) {
-    ++figures.reports;
-    if (report->reckoned) ++figures.reckoned;
-    if (report->interval && report != begin) {
-      intervals.push_back(*report->interval);
-    } else {
-      endStroke();
-      ++figures.strokes;
-    }
+    figures.reports += report->all.reports;
+    figures.reckoned += report->all.reckoned;
+    if (report != begin && report->stroke != std::prev(report)->stroke) endStroke();
+    if (report->interval && report != begin) intervals.push_back(*report->interval);
     if (!report->touching) continue;
     x.add(report->x);
     y.add(report->y);
@@ -178,35 +186,21 @@ SeriesFigures ReportSeries::figures(const TimeRange& range) const {
 std::vector<PlotColumn> ReportSeries::columns(const TimeRange& range, std::size_t count) const {
   std::vector<PlotColumn> columns(count);
   if (count == 0 || range.length().count() <= 0) return columns;
-  const auto include = [](std::pair<RawCounts, RawCounts>& extent, RawCounts value, bool first) {
-    extent = first ? std::pair(value, value)
-                   : std::pair(std::min(extent.first, value), std::max(extent.second, value));
-  };
   const auto [begin, end] = within(range);
   for (auto report = begin; report != end; ++report) {
     const auto place = static_cast<std::size_t>(
         static_cast<double>(count - 1) * static_cast<double>((report->time - range.from).count()) /
         static_cast<double>(range.length().count()));
-    PlotColumn& column = columns[place];
-    include(column.x, report->x, column.reports == 0);
-    include(column.y, report->y, column.reports == 0);
-    ++column.reports;
-    if (report->interval) column.longest = std::max(column.longest, *report->interval);
+    columns[place].add(report->all);
   }
   return columns;
 }
 
 std::string ReportSeries::csv(const TimeRange& range) const {
-  std::string text = "time_s,touching,x,y,interval_ms,reckoned\n";
+  std::string text(reportTableHeading);
   const auto [begin, end] = within(range);
-  for (auto report = begin; report != end; ++report) {
-    const std::string interval =
-        report->interval ? fmt::format("{:.3f}", milliseconds(*report->interval)) : std::string();
-    text +=
-        fmt::format("{:.6f},{},{},{},{},{}\n", std::chrono::duration<double>(report->time).count(),
-                    report->touching ? 1 : 0, report->x.value, report->y.value, interval,
-                    report->reckoned ? 1 : 0);
-  }
+  for (auto report = begin; report != end; ++report)
+    text += tableLine(*report);
   return text;
 }
 

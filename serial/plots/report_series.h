@@ -10,36 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "reports/report_splitter.h"
-#include "serial/recording/recording.h"
+#include "serial/plots/timed_reports.h"
 
 namespace touch {
-
-/// A report and when it came.
-struct TimedReport {
-  std::chrono::microseconds time{};
-  RawCounts x;
-  RawCounts y;
-  bool touching = false;
-  /// More was read together with it: its time follows from that and from the speed of the line.
-  bool reckoned = false;
-  /// From the report before, where that is of the same stroke.
-  std::optional<std::chrono::microseconds> interval;
-};
-
-/// A stretch of time.
-struct TimeRange {
-  using Time = std::chrono::microseconds;
-  Time from{};
-  Time to{};
-
-  Time length() const { return to - from; }
-  /// `factor` times as long around its middle, within `all`; not shorter than a few reports take.
-  TimeRange zoomed(double factor, const TimeRange& all) const;
-  /// Moved on by a part of its length, within `all`.
-  TimeRange moved(double part, const TimeRange& all) const;
-  friend bool operator==(const TimeRange&, const TimeRange&) = default;
-};
 
 /// What the reports in a range say as numbers.
 struct SeriesFigures {
@@ -56,55 +29,74 @@ struct SeriesFigures {
   RawCounts spanY;
 };
 
-/// What lies in one column of a plot: the least and the greatest.
+/// Reports that are drawn as one: the least and the greatest of them.
 struct PlotColumn {
-  std::size_t reports = 0;
+  std::uint32_t reports = 0;
+  std::uint32_t reckoned = 0;
   std::pair<RawCounts, RawCounts> x;
   std::pair<RawCounts, RawCounts> y;
   std::chrono::microseconds longest{};  ///< interval
+
+  void add(const PlotColumn& other);
 };
 
-/// The reports of a stream or of a recording over time. The oldest are dropped.
+/// A report that is kept, and those behind it that are not.
+struct KeptReport : TimedReport {
+  std::uint32_t number = 0;  ///< in the stream
+  PlotColumn all;
+};
+
+/// The reports of a stream or of a recording over time: only so many of them are kept.
 class ReportSeries {
  public:
   static constexpr std::size_t most = 500'000;
 
-  explicit ReportSeries(ReportFamily family, std::span<const ReportFormat> added = {});
+  /// Which reports go when there are too many: the oldest, or every second of all, then of those
+  /// that are left again. Of these the extremes stay, and the first report of each stroke, as long
+  /// as the strokes are not too many.
+  enum class WhenFull : std::uint8_t { dropOldest, thinOut };
+
+  explicit ReportSeries(TimedReports reader, WhenFull whenFull = WhenFull::dropOldest)
+      : reader_(std::move(reader)), whenFull_(whenFull) {}
+  explicit ReportSeries(ReportFamily family, std::span<const ReportFormat> added = {})
+      : ReportSeries(TimedReports(family, added)) {}
 
   /// What came from a controller and was read at `time`, over a line that was set so; in the order
   /// of time.
   void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes,
             const LineSettings& line = {});
-  /// All of a recording. The error is where it could not be read on.
-  Status takeAll(TransferSource& recording);
-  /// So many transfers more of a recording. Whether there may be more of them.
-  Result<bool> takeSome(TransferSource& recording, std::size_t transfers);
-  /// Reports, also those that were dropped.
+  /// One that was found already.
+  void add(const TimedReport& report);
+  /// Reports, also those that are not kept.
   std::uint64_t taken() const { return taken_; }
-  std::chrono::microseconds readUpTo() const { return read_; }
+  /// About one report in so many is kept.
+  std::uint64_t every() const { return std::uint64_t{1} << halvings_; }
 
-  const std::deque<TimedReport>& reports() const { return reports_; }
+  const std::deque<KeptReport>& reports() const { return reports_; }
   /// From the first to the last.
   TimeRange range() const;
   std::size_t count(const TimeRange& range) const;
+  /// Where reports were thinned out, rate and scatter are those of the kept ones.
   SeriesFigures figures(const TimeRange& range) const;
   std::vector<PlotColumn> columns(const TimeRange& range, std::size_t count) const;
   /// The greatest coordinate that a report can have.
   RawCounts greatest() const { return greatest_; }
-  /// Those in the range, one a line below a heading.
+  /// Those kept in the range, one a line below a heading.
   std::string csv(const TimeRange& range) const;
 
  private:
-  using Place = std::deque<TimedReport>::const_iterator;
+  using Place = std::deque<KeptReport>::const_iterator;
   std::pair<Place, Place> within(const TimeRange& range) const;
-  void add(const TouchReport& report, std::chrono::microseconds time, bool reckoned);
+  bool stays(const KeptReport& report) const;
+  void thinOut();
+  void dropOthers();
 
-  ReportSplitter splitter_;
-  std::uint64_t fed_ = 0;   ///< bytes, to the splitter
-  std::uint64_t told_ = 0;  ///< bytes, by the splitter
+  TimedReports reader_;
+  WhenFull whenFull_;
+  unsigned halvings_ = 0;
+  unsigned strokeHalvings_ = 0;
   std::uint64_t taken_ = 0;
-  std::chrono::microseconds read_{};  ///< when bytes were read last
-  std::deque<TimedReport> reports_;
+  std::deque<KeptReport> reports_;
   RawCounts greatest_{1};
 };
 

@@ -24,6 +24,24 @@ constexpr std::array<LineSettings, 6> usualForms{{
     {usualBaud, Parity::odd, 8, 1},
     {usualBaud, Parity::odd, 7, 1},
 }};
+constexpr std::array<LineSettings, 6> rareForms{{
+    {usualBaud, Parity::none, 8, 2},
+    {usualBaud, Parity::none, 7, 1},
+    {usualBaud, Parity::even, 7, 2},
+    {usualBaud, Parity::odd, 7, 2},
+    {usualBaud, Parity::even, 8, 2},
+    {usualBaud, Parity::odd, 8, 2},
+}};
+
+void addEach(std::vector<LineSettings>& settings, std::span<const int> speeds,
+             std::span<const LineSettings> forms) {
+  for (const int baud : speeds) {
+    for (LineSettings form : forms) {
+      form.baud = baud;
+      settings.push_back(form);
+    }
+  }
+}
 
 std::vector<std::string_view> fieldsOf(std::string_view text) {
   std::vector<std::string_view> fields;
@@ -44,20 +62,18 @@ std::optional<Parity> parseParity(std::string_view text) {
 
 }  // namespace
 
-std::vector<LineSettings> searchedSettings() {
-  std::vector<LineSettings> settings(usualForms.begin(), usualForms.end());
-  const auto addAt = [&settings](int baud, std::span<const LineSettings> forms) {
-    for (LineSettings form : forms) {
-      form.baud = baud;
-      settings.push_back(form);
-    }
-  };
+SearchedSettings searchedSettings() {
+  const std::array usualSpeed = {usualBaud};
   const std::span forms = usualForms;
-  for (const int baud : otherSpeeds)
-    addAt(baud, forms.first(1));
-  for (const int baud : otherSpeeds)
-    addAt(baud, forms.subspan(1));
-  return settings;
+  SearchedSettings searched;
+  addEach(searched.likely, usualSpeed, forms);
+  addEach(searched.likely, otherSpeeds, forms.first(1));
+  addEach(searched.likely, otherSpeeds, forms.subspan(1));
+  addEach(searched.others, usualSpeed, rareForms);
+  addEach(searched.others, highSpeeds, forms);
+  addEach(searched.others, otherSpeeds, rareForms);
+  addEach(searched.others, highSpeeds, rareForms);
+  return searched;
 }
 
 Result<LineSettings, std::string> parseLineSettings(std::string_view text) {

@@ -32,9 +32,13 @@ inline constexpr std::array usualSpeeds = {1200, 2400, 4800, 9600, 19200, 38400,
 /// Those of adapters beside them.
 inline constexpr std::array highSpeeds = {230400, 460800, 921600, 1000000, 2000000, 4000000};
 
-/// Those on which a controller is looked for: each usual speed with each usual form of a byte. The
-/// likeliest first: most are found at once.
-std::vector<LineSettings> searchedSettings();
+/// Those on which a controller is looked for.
+struct SearchedSettings {
+  std::vector<LineSettings> likely;  ///< each usual speed with each usual form of a byte
+  std::vector<LineSettings> others;  ///< the rest: all speeds, and all forms of 7 or 8 data bits
+};
+/// Both with the likeliest first: most are found at once.
+SearchedSettings searchedSettings();
 
 /// Reads "baud,parity,data bits,stop bits", e.g. "9600,n,8,1"; the parity may be a capital letter.
 /// The error says what was expected and what stands there instead.

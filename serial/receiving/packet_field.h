@@ -6,6 +6,7 @@
 
 #include "reports/report_decoder.h"
 #include "serial/debugger/console_line.h"
+#include "serial/debugger/kept_lines.h"
 
 namespace touch {
 
@@ -15,7 +16,11 @@ std::string fieldText(const ReportDecoder& decoder, std::uint8_t first, std::siz
                       std::size_t length);
 
 /// In words what the byte at `place` of a console's line holds: its field and its report, where it
-/// is of one.
+/// is of one, or its place in a message of the protocol.
 std::string byteText(const ReportDecoder& decoder, const ConsoleLine& line, std::size_t place);
+/// The same of a line that is kept with others: a packet or a message may go on in the lines beside
+/// it.
+std::string byteText(const ReportDecoder& decoder, const KeptLines& kept, std::uint64_t number,
+                     std::size_t place);
 
 }  // namespace touch

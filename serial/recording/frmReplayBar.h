@@ -2,14 +2,15 @@
 
 #include <QWidget>
 
+#include "serial/recording/recording_ports.h"
+
 class QComboBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QSlider;
 
 namespace touch {
-
-class ReplayPort;
 
 /// What a replay is held, moved and hurried with, and how far it has come. Shown while there is
 /// one.
@@ -27,13 +28,18 @@ class frmReplayBar final : public QWidget {
   void sought();
 
  private:
-  void seek();
+  QPushButton* makeLeap(const char* name, const QString& caption, const QString& toolTip,
+                        ReplayPort::Time by);
+  void seek(ReplayPort::Time time);
+  void seekTyped();
+  void showPlace();
 
   ReplayPort* replay_ = nullptr;
   QPushButton* pause_;
   QPushButton* step_;
   QSlider* place_;
   QLabel* time_;
+  QLineEdit* typed_;
   QComboBox* speed_;
 };
 

@@ -129,12 +129,13 @@ std::string recordingLine(const Transfer& transfer) {
 
 std::string zonedTimeNow() {
   using std::chrono::system_clock;
-  const auto now = std::chrono::floor<std::chrono::milliseconds>(system_clock::now());
+  using Tenths = std::chrono::duration<std::int64_t, std::ratio<1, 10'000>>;  // of a millisecond
+  const auto now = std::chrono::floor<Tenths>(system_clock::now());
   const auto second = std::chrono::floor<std::chrono::seconds>(now);
   const std::tm local = fmt::localtime(system_clock::to_time_t(second));
   std::string zone = fmt::format("{:%z}", local);
   zone.insert(zone.size() - 2, ":");
-  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:03}{}", local, (now - second).count(), zone);
+  return fmt::format("{:%Y-%m-%dT%H:%M:%S}.{:04}{}", local, (now - second).count(), zone);
 }
 
 RecordingParser RecordingParser::inside(std::string name) {
@@ -344,16 +345,17 @@ Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now,
   return isOn() ? Status() : stop();
 }
 
-void Recorder::add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes) {
-  const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
+void Recorder::add(Clock::TimePoint time, Direction direction,
+                   std::span<const std::uint8_t> bytes) {
+  last_ = std::max(last_, std::chrono::duration_cast<std::chrono::microseconds>(time - start_));
   while (isOn() && !bytes.empty()) {
-    if (time / std::chrono::seconds(1) > longestRecording) {
+    if (last_ / std::chrono::seconds(1) > longestRecording) {
       breakOff(say("recording", "a recording that can be read again"),
                say("recording", "a longer one"));
       return;
     }
     const auto part = bytes.first(std::min(bytes.size(), mostBytesInLine));
-    write(recordingLine({time, direction, {part.begin(), part.end()}}));
+    write(recordingLine({last_, direction, {part.begin(), part.end()}}));
     bytes = bytes.subspan(part.size());
   }
 }

@@ -152,7 +152,7 @@ struct RecordingHead {
   std::string program{};
   std::string times{};  ///< what they are of, and how true
 };
-/// The time of the machine, as a head has it: "2026-11-26T20:15:03.250+01:00".
+/// The time of the machine, as a head has it: "2026-11-26T20:15:03.2504+01:00".
 std::string zonedTimeNow();
 
 /// Writes a recording while it happens, so that a crash costs nothing but its last moment.
@@ -165,8 +165,8 @@ class Recorder {
   Status start(const std::filesystem::path& file, Clock::TimePoint now,
                const RecordingHead& head = {});
   /// Nothing while off. A recording that cannot be written on, or could not be read again, ends
-  /// itself.
-  void add(Clock::TimePoint now, Direction direction, std::span<const std::uint8_t> bytes);
+  /// itself. Bytes that came before the last ones, and are told later, count as come with those.
+  void add(Clock::TimePoint time, Direction direction, std::span<const std::uint8_t> bytes);
   /// Writes a comment.
   void remark(Clock::TimePoint now, std::string_view text);
   /// Ends the recording. The error is what has gone wrong since it was started.
@@ -182,6 +182,7 @@ class Recorder {
   File file_;
   std::filesystem::path path_;
   Clock::TimePoint start_{};
+  std::chrono::microseconds last_{};  ///< of the last line
   std::optional<FileError> problem_;
 };
 

@@ -26,6 +26,21 @@ constexpr std::size_t flood = 3000;
 constexpr auto keepingUp = 1s;
 constexpr int mostReadsInOneGo = 8;
 
+/// What came close together is one transfer, which came when its last byte did.
+std::vector<ReadPart> transfersOf(const std::vector<ReadPart>& parts) {
+  std::vector<ReadPart> transfers;
+  Clock::TimePoint begin;
+  for (const ReadPart& part : parts) {
+    if (transfers.empty() || part.time - begin >= recordingInterval) {
+      begin = part.time;
+      transfers.push_back(part);
+    } else {
+      transfers.back() = {part.time, transfers.back().bytes + part.bytes};
+    }
+  }
+  return transfers;
+}
+
 }  // namespace
 
 RecordedPort::RecordedPort(SerialPort& inner, Clock& clock)
@@ -57,8 +72,10 @@ Status RecordedPort::startRecording(const std::filesystem::path& file, Recording
   head.started = zonedTimeNow();
   if (head.port.empty()) head.port = portName_;
   if (head.line.empty()) head.line = settings_;
-  head.times = fmt::format("when the bytes were read, at most {} ms after the last of them came",
-                           std::chrono::milliseconds(recordingInterval).count());
+  head.times = fmt::format(
+      "when the last byte came; where the system does not tell, when it was read, at most "
+      "{} ms later",
+      std::chrono::milliseconds(recordingInterval).count());
   auto started = recorder_.start(file, clock_.now(), head);
   if (started) timer_->start(recordingInterval);
   return started;
@@ -124,16 +141,24 @@ void RecordedPort::takeIn() {
     const auto now = clock_.now();
     const auto since = now - std::exchange(collected_, now);
     received_ += bytes.size();
-    if (isRecording() && since > heldUp && !bytes.empty()) {
-      recorder_.remark(now, fmt::format("Read late: what follows came within {:.3f} s",
-                                        std::chrono::duration<double>(since).count()));
+    auto parts = transfersOf(inner_.readParts());
+    if (parts.empty() && !bytes.empty()) {
+      parts.push_back({now, bytes.size()});
+      if (isRecording() && since > heldUp) {
+        recorder_.remark(now, fmt::format("Read late: what follows came within {:.3f} s",
+                                          std::chrono::duration<double>(since).count()));
+      }
     }
-    recorder_.add(now, Direction::fromController, bytes);
-    if (listener_ && !bytes.empty()) listener_(now, bytes);
+    auto rest = std::span(bytes);
+    for (const ReadPart& part : parts) {
+      recorder_.add(part.time, Direction::fromController, rest.first(part.bytes));
+      if (listener_) listener_(part.time, rest.first(part.bytes));
+      rest = rest.subspan(part.bytes);
+    }
     // The last of them may go beyond: it is off the line, and half of it would be lost.
-    if (!isFull && !bytes.empty()) {
+    if (!isFull) {
       waiting_.insert(waiting_.end(), bytes.begin(), bytes.end());
-      waitingParts_.push_back({now, bytes.size()});
+      waitingParts_.insert(waitingParts_.end(), parts.begin(), parts.end());
     }
     if (bytes.size() < flood) return;
   }
@@ -155,6 +180,8 @@ void RecordedPort::clearInput() {
 }
 
 bool RecordedPort::write(std::span<const std::uint8_t> bytes) {
+  // What came before is recorded before.
+  if (isRecording()) collect();
   const auto begun = clock_.now();
   if (!inner_.write(bytes)) return false;
   if (keepsTimes_) keepUp();
@@ -209,9 +236,12 @@ void ReplayPort::advance() {
 }
 
 ReplayPort::Time ReplayPort::played() const {
-  if (!open_ || paused_) return from_;
-  const std::chrono::duration<double, std::micro> passed = clock_.now() - since_;
-  return from_ + std::chrono::duration_cast<Time>(passed * speed_);
+  return open_ && !paused_ ? positionAt(clock_.now()) : from_;
+}
+
+ReplayPort::Time ReplayPort::positionAt(Clock::TimePoint time) const {
+  const std::chrono::duration<double, std::micro> passed = time - since_;
+  return from_ + std::chrono::round<Time>(passed * speed_);
 }
 
 void ReplayPort::goOnFrom(Time time) {

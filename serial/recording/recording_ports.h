@@ -109,7 +109,11 @@ class ReplayPort final : public SerialPort {
 
   /// When the last byte passed the port.
   Time length() const { return recording_->length(); }
+  /// How the line was set, where that is known.
+  std::optional<LineSettings> line() const { return recording_->line(); }
   Time position() const { return std::min(played(), length()); }
+  /// What of the recording was, or will be, due at `time` unless it is held, moved or sped up.
+  Time positionAt(Clock::TimePoint time) const;
   /// Goes on with what passed the port from then on.
   void seek(Time time);
   /// How many times as fast as it was; more than 0. It stays when it is opened again.

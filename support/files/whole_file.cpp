@@ -29,15 +29,6 @@ std::error_code lastError() {
   return {errno, std::generic_category()};
 }
 
-std::error_code writeOut(std::FILE* file, const NextPiece& next) {
-  errno = 0;
-  bool written = true;
-  for (std::string piece; written && next(piece);)
-    written = std::fwrite(piece.data(), 1, piece.size(), file) == piece.size();
-  if (!written || std::fflush(file) != 0 || !reachDisk(file)) return lastError();
-  return {};
-}
-
 NextPiece allOf(std::string_view content) {
   return [content, given = false](std::string& piece) mutable {
     piece = content;
@@ -82,7 +73,10 @@ FileError moreThan(std::size_t limit, std::string name) {
 }  // namespace
 
 std::error_code writeOut(std::FILE* file, std::string_view content) {
-  return writeOut(file, allOf(content));
+  errno = 0;
+  const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
+  if (!written || std::fflush(file) != 0 || !reachDisk(file)) return lastError();
+  return {};
 }
 
 Status writeWholeFile(const fs::path& path, std::string_view content) {
@@ -90,9 +84,37 @@ Status writeWholeFile(const fs::path& path, std::string_view content) {
 }
 
 Status writeWholeFile(const fs::path& path, const NextPiece& next) {
+  auto file = UnfinishedFile::begin(path);
+  if (!file) return tl::unexpected(file.error());
+  for (std::string piece; next(piece);)
+    if (auto written = file->add(piece); !written) return written;
+  return file->finish();
+}
+
+UnfinishedFile::UnfinishedFile(fs::path path, fs::path target, fs::path beside, File file)
+    : path_(std::move(path)),
+      target_(std::move(target)),
+      beside_(std::move(beside)),
+      file_(std::move(file)) {}
+
+UnfinishedFile::UnfinishedFile(UnfinishedFile&& other) noexcept
+    : path_(std::move(other.path_)),
+      target_(std::move(other.target_)),
+      beside_(std::exchange(other.beside_, {})),
+      file_(std::move(other.file_)) {}
+
+UnfinishedFile::~UnfinishedFile() {
+  // Nothing is left to remove of one that has its name or was moved from.
+  if (beside_.empty()) return;
+  file_.reset();
+  std::error_code ignored;
+  fs::remove(beside_, ignored);
+}
+
+Result<UnfinishedFile> UnfinishedFile::begin(const fs::path& path) {
   std::error_code failed;
   // The file behind a link is replaced, not the link.
-  const fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
+  fs::path target = fs::is_symlink(path, failed) ? fs::canonical(path, failed) : path;
   if (target.empty()) return writeError(path, failed);
   const auto there = fs::status(target, failed);
   if (fs::is_directory(there)) {
@@ -108,13 +130,23 @@ Status writeWholeFile(const fs::path& path, const NextPiece& next) {
 
   // Who may not read the old file may not read the new one either, not even while it is written.
   if (fs::is_regular_file(there)) setMode(file.get(), there.permissions());
-  failed = writeOut(file.get(), next);
-  if (!failed) failed = renameOpen(file, beside, target);
-  if (!failed) return {};
-  file.reset();
-  std::error_code ignored;
-  fs::remove(beside, ignored);
-  return writeError(path, failed);
+  return UnfinishedFile(path, std::move(target), std::move(beside), std::move(file));
+}
+
+Status UnfinishedFile::add(std::string_view piece) {
+  errno = 0;
+  if (std::fwrite(piece.data(), 1, piece.size(), file_.get()) == piece.size()) return {};
+  return writeError(path_, lastError());
+}
+
+Status UnfinishedFile::finish() {
+  errno = 0;
+  std::error_code failed;
+  if (std::fflush(file_.get()) != 0 || !reachDisk(file_.get())) failed = lastError();
+  if (!failed) failed = renameOpen(file_, beside_, target_);
+  if (failed) return writeError(path_, failed);
+  beside_.clear();
+  return {};
 }
 
 Result<FileInPieces> FileInPieces::open(const fs::path& path, std::size_t limit) {

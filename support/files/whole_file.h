@@ -29,6 +29,32 @@ using NextPiece = std::function<bool(std::string& piece)>;
 /// The same for a content that should not be in memory as a whole.
 [[nodiscard]] Status writeWholeFile(const std::filesystem::path& path, const NextPiece& next);
 
+/// A file that is written piece by piece, into a new file beside it. When it is finished it is
+/// flushed to the disk and takes the name. Until then, and for good if it goes or fails before, the
+/// old file is as it was; nothing else is left behind.
+class UnfinishedFile {
+ public:
+  [[nodiscard]] static Result<UnfinishedFile> begin(const std::filesystem::path& path);
+  UnfinishedFile(UnfinishedFile&& other) noexcept;
+  UnfinishedFile& operator=(UnfinishedFile&&) = delete;
+  UnfinishedFile(const UnfinishedFile&) = delete;
+  UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+  ~UnfinishedFile();
+
+  [[nodiscard]] Status add(std::string_view piece);
+  /// Nothing can be added then.
+  [[nodiscard]] Status finish();
+
+ private:
+  UnfinishedFile(std::filesystem::path path, std::filesystem::path target,
+                 std::filesystem::path beside, File file);
+
+  std::filesystem::path path_;    ///< what an error calls it
+  std::filesystem::path target_;  ///< behind a link
+  std::filesystem::path beside_;
+  File file_;
+};
+
 /// Writes `content` into a file that is open and waits until it has reached the disk. Returns what
 /// failed.
 std::error_code writeOut(std::FILE* file, std::string_view content);

@@ -17,8 +17,9 @@ class FakePort final : public SerialPort {
   std::deque<Bytes> answers;             ///< to the next writes, one each
   std::map<std::string, Bytes> replies;  ///< to all others, by port and command: "5 UT"
   Bytes received;
-  std::string impossible;  ///< settings that it does not take
-  bool blocked = false;    ///< the line takes no bytes
+  std::vector<ReadPart> parts;  ///< that these are made of; empty: nobody knows
+  std::string impossible;       ///< settings that it does not take
+  bool blocked = false;         ///< the line takes no bytes
   std::size_t damaged = 0;
   std::optional<LineState> state;  ///< nothing: it has no wires but those for bytes
 
@@ -79,13 +80,18 @@ class FakePort final : public SerialPort {
     return state.has_value();
   }
   std::size_t takeDamaged() override { return std::exchange(damaged, 0); }
-  Bytes readAll() override { return std::exchange(received, {}); }
+  Bytes readAll() override {
+    readParts_ = std::exchange(parts, {});
+    return std::exchange(received, {});
+  }
+  std::vector<ReadPart> readParts() const override { return readParts_; }
 
  private:
   Lines& journal_;
   int number_ = 1;
   bool open_ = false;
   std::optional<std::string> lost_;
+  std::vector<ReadPart> readParts_;
 };
 
 }  // namespace touch::test

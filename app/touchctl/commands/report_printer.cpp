@@ -31,7 +31,7 @@ ReportPrinter::ReportPrinter(CommandSet set, const std::filesystem::path& workFo
     : family_(familyOf(set)), json_(json), splitter_(family_, addedFormats(workFolder)) {}
 
 void ReportPrinter::take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes) {
-  time_ = time;
+  arrivals_.add({Clock::TimePoint(time), bytes.size()}, byteTime(line_));
   splitter_.feed(bytes, sink());
   flushOutput();
 }
@@ -48,6 +48,8 @@ void ReportPrinter::sent(std::chrono::microseconds time, std::span<const std::ui
 ReportSplitter::Sink ReportPrinter::sink() {
   return [this](const TouchReport* report, std::span<const std::uint8_t> bytes) {
     if (report != nullptr) ++reports_;
+    time_ = std::chrono::floor<std::chrono::microseconds>(arrivals_.take(bytes.size()))
+                .time_since_epoch();
     json_ ? printJson(report, bytes) : printText(report, bytes);
   };
 }

@@ -7,6 +7,8 @@
 
 #include "core/session.h"
 #include "reports/report_splitter.h"
+#include "serial/port/arrival_times.h"
+#include "serial/port/line_settings.h"
 
 namespace touch {
 
@@ -20,8 +22,11 @@ class ReportPrinter {
   /// `workFolder` may hold further forms of reports.
   ReportPrinter(CommandSet set, const std::filesystem::path& workFolder, bool json);
 
-  /// What came in.
+  /// What came in, the last of it at `time`. The others are reckoned back by what they took on
+  /// the line.
   void take(std::chrono::microseconds time, std::span<const std::uint8_t> bytes);
+  /// How the line is set from now on; `normalLineSettings` until it is told.
+  void setLine(const LineSettings& line) { line_ = line; }
   void sent(std::chrono::microseconds time, std::span<const std::uint8_t> bytes);
   /// Nothing came for a while: what is kept belongs to no report any more.
   void idle() { splitter_.flush(sink()); }
@@ -37,6 +42,8 @@ class ReportPrinter {
   ReportFamily family_;
   bool json_;
   ReportSplitter splitter_;
+  LineSettings line_;
+  ArrivalTimes arrivals_;  ///< of the bytes that have not been printed yet
   std::chrono::microseconds time_{};
   std::uint64_t reports_ = 0;
 };

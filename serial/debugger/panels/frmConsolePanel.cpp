@@ -6,11 +6,18 @@
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QScroller>
+#include <QSignalBlocker>
 #include <QTextBlock>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
 #include <utility>
@@ -62,6 +69,26 @@ QTextCharFormat formatOf(ConsoleLineKind kind, const QPalette& palette) {
 
 }  // namespace
 
+/// One line over the console's columns, which stays while these scroll up and goes along sideways.
+class ColumnHeading final : public QWidget {
+ public:
+  void setText(const QString& text, const QPoint& begin) {
+    setAccessibleName(text);
+    begin_ = begin;
+    setFixedHeight(fontMetrics().height() + begin.y());
+    update();
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.drawText(QPoint(begin_.x(), fontMetrics().ascent()), accessibleName());
+  }
+
+ private:
+  QPoint begin_;
+};
+
 frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& workFolder,
                                  std::function<ReportDecoder()> makeDecoder, QWidget* parent)
     : QWidget(parent),
@@ -69,6 +96,8 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
       workFolder_(workFolder),
       makeDecoder_(std::move(makeDecoder)),
       text_(new QPlainTextEdit),
+      bar_(new QScrollBar(Qt::Vertical)),
+      columns_(new ColumnHeading),
       kinds_(new QComboBox),
       times_(new QComboBox),
       searched_(new QLineEdit),
@@ -89,9 +118,34 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
   text_->setFont(
       resized(QFontDatabase::systemFont(QFontDatabase::FixedFont), isSmallScreen() ? 0.8 : 1));
   text_->setMinimumHeight((isSmallScreen() ? 1 : 2) * fingerSize());
+  text_->setUndoRedoEnabled(false);
+  text_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  text_->installEventFilter(this);
   text_->viewport()->installEventFilter(this);
+  QScroller::grabGesture(text_->viewport(), QScroller::TouchGesture);
+  connect(QScroller::scroller(text_->viewport()), &QScroller::stateChanged, this,
+          &frmConsolePanel::settleSoon);
+  connect(text_->verticalScrollBar(), &QScrollBar::valueChanged, this, &frmConsolePanel::takePlace);
+  // Its page keys move it without a word from its bar.
+  connect(text_, &QPlainTextEdit::updateRequest, this, [this](const QRect&, int moved) {
+    if (moved != 0) takePlace();
+  });
+  connect(text_->horizontalScrollBar(), &QScrollBar::valueChanged, this,
+          &frmConsolePanel::showColumns);
   text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   connect(text_, &QPlainTextEdit::cursorPositionChanged, this, &frmConsolePanel::markByte);
+  connect(text_, &QPlainTextEdit::cursorPositionChanged, this, &frmConsolePanel::keepCursor);
+  connect(text_, &QPlainTextEdit::selectionChanged, this, &frmConsolePanel::keepCursor);
+
+  bar_->setObjectName("keptLinesBar");
+  bar_->setAccessibleName(tr("Place among all lines"));
+  bar_->setSingleStep(3);  // lines, as many as a wheel's step
+  connect(bar_, &QScrollBar::valueChanged, this, &frmConsolePanel::scrollTo);
+
+  columns_->setObjectName("columnHeading");
+  columns_->setFont(text_->font());
+  columns_->setToolTip(tr("Direction: > sent, < received, = a touch report"));
+  showColumns();
 
   pause_->setObjectName("checkPauseView");
   pause_->setToolTip(tr("Recording goes on meanwhile"));
@@ -101,7 +155,13 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
   });
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
-  layout->addWidget(text_);
+  layout->setSpacing(0);
+  layout->addWidget(columns_);
+  auto* const row = new QHBoxLayout;
+  row->setSpacing(0);
+  row->addWidget(text_, 1);
+  row->addWidget(bar_);
+  layout->addLayout(row, 1);
 }
 
 QWidget* frmConsolePanel::makeFilterBar() {
@@ -146,6 +206,7 @@ QWidget* frmConsolePanel::makeKeepBar() {
   times_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   times_->setMinimumContentsLength(8);
   connect(times_, &QComboBox::currentIndexChanged, this, [this] {
+    showColumns();
     showAll();
     renew();
   });
@@ -169,22 +230,45 @@ ConsoleFilter frmConsolePanel::filter() const {
 void frmConsolePanel::renew() {
   view_.choose(filter());
   view_.renew();
+  showChange();
+}
+
+void frmConsolePanel::showChange() {
   const auto change = view_.takeChange();
   if (change.anew) {
     showAll();
   } else if (change.added > 0) {
     showLast(std::min(change.added, view_.lines().size()));
   }
+  showPlace();
 }
 
 void frmConsolePanel::showAll() {
-  const int place = text_->verticalScrollBar()->value();
-  const bool followed = isAtEnd();
-  text_->clear();
-  writer_ = makeWriter();
-  showLast(view_.lines().size());
-  auto* const bar = text_->verticalScrollBar();
-  bar->setValue(followed ? bar->maximum() : std::min(place, bar->maximum()));
+  {
+    const QScopedValueRollback writing(writing_, true);
+    const QSignalBlocker silentText(text_);
+    const int across = text_->horizontalScrollBar()->value();
+    text_->clear();
+    writer_ = makeWriter();
+    showLast(view_.lines().size());
+    if (!view_.isFollowing()) {
+      QTextCursor at(text_->document());
+      at.setPosition(positionOf(anchor_));
+      at.setPosition(positionOf(cursor_), QTextCursor::KeepAnchor);
+      text_->setTextCursor(at);
+    }
+    scrollToLine(view_.isFollowing() ? view_.lines().size() : view_.indexOf(view_.place()));
+    text_->horizontalScrollBar()->setValue(across);
+    // What is marked has been said.
+    const QSignalBlocker silent(this);
+    markByte();
+  }
+  keepCursor();
+  followAtEnd();
+}
+
+void frmConsolePanel::followAtEnd() {
+  if (isAtEnd() && view_.reachesEnd()) view_.follow();
 }
 
 bool frmConsolePanel::isAtEnd() const {
@@ -193,16 +277,141 @@ bool frmConsolePanel::isAtEnd() const {
 }
 
 void frmConsolePanel::showLast(std::size_t count) {
-  const bool followed = isAtEnd();
-  // In one step, so that the text is laid out once and not for each line.
-  QTextCursor cursor(text_->document());
-  cursor.beginEditBlock();
-  const auto& lines = view_.lines();
-  for (std::size_t i = lines.size() - count; i < lines.size(); ++i)
-    append(cursor, lines[i]);
-  cursor.endEditBlock();
+  {
+    const QScopedValueRollback writing(writing_, true);
+    // In one step, so that the text is laid out once and not for each line.
+    QTextCursor cursor(text_->document());
+    cursor.beginEditBlock();
+    const auto& lines = view_.lines();
+    for (std::size_t i = lines.size() - count; i < lines.size(); ++i)
+      append(cursor, lines[i]);
+    cursor.endEditBlock();
+    if (view_.isFollowing()) scrollToLine(lines.size());
+  }
+  keepCursor();
+}
+
+void frmConsolePanel::scrollToLine(std::size_t index) {
+  const QScopedValueRollback writing(writing_, true);
   auto* const bar = text_->verticalScrollBar();
-  if (followed) bar->setValue(bar->maximum());
+  const QTextBlock block = text_->document()->findBlockByNumber(static_cast<int>(index));
+  bar->setValue(block.isValid() ? block.firstLineNumber() : bar->maximum());
+}
+
+void frmConsolePanel::showColumns() {
+  constexpr int below = 2;
+  const auto margin = static_cast<int>(text_->frameWidth() + text_->document()->documentMargin());
+  columns_->setText(shownText(makeWriter().heading()),
+                    {margin - text_->horizontalScrollBar()->value(), below});
+}
+
+void frmConsolePanel::showPlace() {
+  if (bar_->isSliderDown()) return;
+  const QSignalBlocker silent(bar_);
+  const KeptLines& kept = log_.kept();
+  const int page = std::max(1, text_->viewport()->height() / text_->fontMetrics().lineSpacing());
+  const int all = static_cast<int>(kept.size());
+  bar_->setPageStep(page);
+  bar_->setRange(0, std::max(0, all - page));
+  if (view_.isFollowing()) return bar_->setValue(bar_->maximum());
+  const std::uint64_t top = std::clamp(topNumber(), kept.begin(), kept.end());
+  bar_->setValue(static_cast<int>(top - kept.begin()));
+}
+
+std::uint64_t frmConsolePanel::topNumber() const {
+  const auto index = static_cast<std::size_t>(text_->cursorForPosition({0, 0}).blockNumber());
+  const auto& lines = view_.lines();
+  return lines.empty() ? log_.kept().end() : view_.numberOf(std::min(index, lines.size() - 1));
+}
+
+void frmConsolePanel::takePlace() {
+  if (writing_) return;
+  if (isAtEnd() && view_.reachesEnd()) {
+    view_.follow();
+  } else {
+    view_.standAt(topNumber());
+  }
+  settleSoon();
+}
+
+void frmConsolePanel::settleSoon() {
+  if (std::exchange(settling_, true)) return;
+  QTimer::singleShot(0, this, [this] { settle(); });
+}
+
+bool frmConsolePanel::isHeld() const {
+  // Whoever drags or throws the text holds it by the lines that it has.
+  return pressed_ || QScroller::scroller(text_->viewport())->state() != QScroller::Inactive;
+}
+
+void frmConsolePanel::settle() {
+  settling_ = false;
+  if (isHeld()) return;
+  if (std::exchange(toEnd_, false)) return goToEnd();
+  view_.slide();
+  renew();
+  if (view_.isLooking()) emit moreWanted();
+}
+
+void frmConsolePanel::goTo(std::uint64_t number) {
+  toEnd_ = false;
+  view_.standAt(number);
+  view_.slide();
+  showChange();
+  scrollToLine(view_.indexOf(number));
+  followAtEnd();
+  showPlace();
+  if (view_.isLooking()) emit moreWanted();
+}
+
+void frmConsolePanel::goToEnd() {
+  view_.follow();
+  renew();
+  scrollToLine(view_.lines().size());
+  if (view_.isLooking()) emit moreWanted();
+}
+
+void frmConsolePanel::scrollTo(int value) {
+  if (value >= bar_->maximum()) return goToEnd();
+  std::uint64_t number = log_.kept().begin() + static_cast<std::uint64_t>(value);
+  const std::uint64_t top = topNumber();
+  // A step back over lines that are not shown goes to the one before them.
+  if (const std::size_t next = view_.indexOf(number);
+      number < top && next > 0 && next < view_.lines().size() && view_.numberOf(next) >= top)
+    number = view_.numberOf(next - 1);
+  goTo(number);
+}
+
+bool frmConsolePanel::takeKey(const QKeyEvent& key) {
+  const bool isPlain = (key.modifiers() & ~(Qt::ControlModifier | Qt::KeypadModifier)) == 0;
+  if (!isPlain || (key.key() != Qt::Key_Home && key.key() != Qt::Key_End)) return false;
+  const bool first = key.key() == Qt::Key_Home;
+  first ? goTo(log_.kept().begin()) : goToEnd();
+  const QScopedValueRollback writing(writing_, true);
+  text_->moveCursor(first ? QTextCursor::Start : QTextCursor::End);
+  cursor_ = anchor_ = placeAt(text_->textCursor().position());
+  return true;
+}
+
+frmConsolePanel::TextPlace frmConsolePanel::placeAt(int position) const {
+  const QTextBlock block = text_->document()->findBlock(position);
+  const auto index = static_cast<std::size_t>(block.blockNumber());
+  if (!block.isValid() || index >= view_.lines().size()) return {};
+  return {view_.numberOf(index), position - block.position()};
+}
+
+int frmConsolePanel::positionOf(const TextPlace& place) const {
+  const auto index = static_cast<int>(view_.indexOf(place.line));
+  const QTextBlock block = text_->document()->findBlockByNumber(index);
+  if (!block.isValid()) return text_->document()->characterCount() - 1;
+  const bool isThere = view_.numberOf(static_cast<std::size_t>(index)) == place.line;
+  return block.position() + (isThere ? std::min(place.column, block.length() - 1) : 0);
+}
+
+void frmConsolePanel::keepCursor() {
+  if (writing_) return;
+  cursor_ = placeAt(text_->textCursor().position());
+  anchor_ = placeAt(text_->textCursor().anchor());
 }
 
 ConsoleWriter frmConsolePanel::makeWriter() const {
@@ -213,7 +422,7 @@ void frmConsolePanel::append(QTextCursor& cursor, const ConsoleLine& line) {
   cursor.movePosition(QTextCursor::End);
   if (text_->document()->characterCount() > 1) cursor.insertBlock();
   // A note of several lines stays one block: blocks are counted as lines.
-  cursor.insertText(shownText(writer_.next(line)).replace('\n', QChar::LineSeparator),
+  cursor.insertText(shownText(writer_.nextInColumns(line)).replace('\n', QChar::LineSeparator),
                     formatOf(line.kind, palette()));
 }
 
@@ -224,7 +433,8 @@ void frmConsolePanel::markByte() {
   if (number >= view_.lines().size() || view_.lines()[number].bytes.empty()) return;
   const ConsoleLine& line = view_.lines()[number];
   const QString digits = QString::fromStdString(hexText(line.bytes));
-  const qsizetype begin = at.block().text().lastIndexOf(digits);
+  const qsizetype sign = at.block().text().indexOf(QRegularExpression("[<>=]"));
+  const qsizetype begin = at.block().text().indexOf(digits, std::max<qsizetype>(sign, 0));
   const qsizetype column = at.positionInBlock() - begin;
   if (begin < 0 || column < 0 || column >= digits.size()) return;
   constexpr int width = 3;  // two digits and a blank
@@ -236,7 +446,12 @@ void frmConsolePanel::markByte() {
   byte.format.setForeground(palette().highlightedText());
   byte.format.setBackground(palette().highlight());
   text_->setExtraSelections({byte});
-  emit statusChanged(shownText(byteText(makeDecoder_(), line, static_cast<std::size_t>(place))));
+  const std::uint64_t lineNumber = view_.numberOf(number);
+  const auto inLine = static_cast<std::size_t>(place);
+  // What is seen may be older than all that is kept.
+  const bool isKept = lineNumber >= log_.kept().begin() && lineNumber < log_.kept().end();
+  emit statusChanged(shownText(isKept ? byteText(makeDecoder_(), log_.kept(), lineNumber, inLine)
+                                      : byteText(makeDecoder_(), line, inLine)));
 }
 
 void frmConsolePanel::copy() {
@@ -246,7 +461,7 @@ void frmConsolePanel::copy() {
     std::string text;
     auto writer = makeWriter();
     for (const ConsoleLine& line : view_.lines())
-      text.append(writer.next(line)).append(1, '\n');
+      text.append(writer.nextInColumns(line)).append(1, '\n');
     QGuiApplication::clipboard()->setText(shownText(text));
   }
   emit statusChanged(tr("Copied."));
@@ -276,7 +491,28 @@ void frmConsolePanel::findNext() {
 }
 
 bool frmConsolePanel::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonDblClick) emit doubleClicked();
+  switch (event->type()) {
+    case QEvent::KeyPress:
+      if (watched == text_ && takeKey(*static_cast<QKeyEvent*>(event))) return true;
+      break;
+    case QEvent::MouseButtonPress:
+      pressed_ = true;
+      break;
+    case QEvent::MouseButtonRelease:
+      pressed_ = false;
+      settleSoon();
+      break;
+    case QEvent::MouseButtonDblClick:
+      emit doubleClicked();
+      break;
+    case QEvent::Resize:
+      // Lines that wrap anew move the end away.
+      toEnd_ = toEnd_ || view_.isFollowing();
+      settleSoon();
+      break;
+    default:
+      break;
+  }
   return QWidget::eventFilter(watched, event);
 }
 

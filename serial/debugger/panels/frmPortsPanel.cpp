@@ -16,14 +16,13 @@ namespace touch {
 namespace {
 
 QString textOf(const PortFacts& facts) {
-  const auto& [port, driver, maker, hindrance] = facts;
+  const auto& [port, driver, maker, hindrance, state] = facts;
   QStringList behind;
   for (const std::string& fact : {maker, driver})
     if (!fact.empty()) behind.append(shownText(fact));
   const QString name = port.number > 0 ? QString("COM%1   %2").arg(port.number) : QString("%2");
   return name.arg(shownText(port.device)) + '\n' +
-         (behind.isEmpty() ? QString() : behind.join(", ") + "; ") +
-         (hindrance.empty() ? frmPortsPanel::tr("free") : shownText(hindrance));
+         (behind.isEmpty() ? QString() : behind.join(", ") + "; ") + shownText(state);
 }
 
 /// Rows that a finger hits, with room around their lines.
@@ -53,7 +52,7 @@ frmPortsPanel::frmPortsPanel(QWidget* parent)
   list_->setMinimumHeight(2 * fingerSize());
   use_->setObjectName("cmdUsePort");
   search_->setObjectName("cmdSearchEverywhere");
-  search_->setToolTip(tr("Asks on each port that can be opened, at all usual line settings"));
+  search_->setToolTip(tr("Asks on each port that can be opened, at all line settings"));
   auto* const buttons = new QHBoxLayout;
   buttons->addWidget(use_);
   buttons->addWidget(search_);
@@ -62,12 +61,21 @@ frmPortsPanel::frmPortsPanel(QWidget* parent)
   column->addWidget(list_, 1);
   column->addLayout(buttons);
   connect(use_, &QPushButton::clicked, this, &frmPortsPanel::use);
-  connect(search_, &QPushButton::clicked, this, &frmPortsPanel::searchRequested);
+  connect(search_, &QPushButton::clicked, this, [this] {
+    if (state_ == State::searched) {
+      emit stopRequested();
+    } else {
+      emit searchRequested();
+    }
+  });
 }
 
-QString frmPortsPanel::show(std::vector<PortFacts> ports, bool possible) {
-  use_->setEnabled(possible && !ports.empty());
-  search_->setEnabled(possible && !ports.empty());
+QString frmPortsPanel::show(std::vector<PortFacts> ports, State state) {
+  state_ = state;
+  const bool searched = state == State::searched;
+  use_->setEnabled(state == State::usable && !ports.empty());
+  search_->setEnabled(searched || (state == State::usable && !ports.empty()));
+  search_->setText(searched ? tr("Stop &looking") : tr("Find a contro&ller"));
   if (shown_ == ports) return {};
   QString plugged;
   for (const std::string& device : pluggedIn(shown_.value_or(ports), ports))

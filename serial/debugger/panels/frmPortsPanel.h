@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -19,13 +20,16 @@ class frmPortsPanel final : public QWidget {
  public:
   explicit frmPortsPanel(QWidget* parent = nullptr);
 
-  /// Shows the ports as they are now; the chosen one stays chosen. `possible`: one can be taken
-  /// now. Returns what was plugged in since they were shown last.
-  QString show(std::vector<PortFacts> ports, bool possible);
+  /// What can be done with the ports now.
+  enum class State : std::uint8_t { usable, unusable, searched };
+  /// Shows the ports as they are now; the chosen one stays chosen. Returns what was plugged in
+  /// since they were shown last.
+  QString show(std::vector<PortFacts> ports, State state);
 
  signals:
   void chosen(const ListedPort& port);
   void searchRequested();
+  void stopRequested();
 
  private:
   void use();
@@ -33,6 +37,7 @@ class frmPortsPanel final : public QWidget {
   QListWidget* list_;
   QPushButton* use_;
   QPushButton* search_;
+  State state_ = State::unusable;
   std::optional<std::vector<PortFacts>> shown_;
 };
 

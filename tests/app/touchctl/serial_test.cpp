@@ -218,6 +218,9 @@ TEST_F(Serial, FindsAndRecordsAControllerOnCom2WithAFormatOfItsOwn) {
     return run("--com 1=/dev/none --com 2=" + device + " serial " + line + " --no-driver");
   };
   EXPECT_EQ(listen("find-port").output, "COM2\n");
+  const Ended found = listen("find-everywhere");
+  EXPECT_EQ(found.output, "COM2  9600,n,8,1\n");
+  EXPECT_THAT(found.errors, HasSubstr("Asking on COM2, 9600,n,8,1 … ("));
   const Ended heard = listen("monitor --port 2 --seconds 3");
   EXPECT_THAT(heard.output, HasSubstr("= touch X   130 Y   388"));
   EXPECT_THAT(heard.errors, HasSubstr("zevrik.fmt, line 2: expected five fields"));

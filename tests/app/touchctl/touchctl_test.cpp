@@ -211,6 +211,8 @@ TEST_F(Touchctl, PrintsJsonAndDrawsLines) {
       {"--simulate serial send OI --set m01 --json", 0, "\"text\": \"M0130100\"", ""},
       {"--simulate serial read-word 20 --json", 0, "\"word\": \"2580\"", ""},
       {"--simulate serial find-port --json", 0, "\"port\": 1", ""},
+      {"--simulate serial find-everywhere --json --com 9=/dev/none", 0, "\"line\": \"9600,n,8,1\"",
+       ""},
   });
   EXPECT_EQ(json::parse(run("--simulate list --json").output).at(0).at("number"), 1);
   EXPECT_THAT(folder.read("page.svg"), HasSubstr("V-1 PASS"));
@@ -355,10 +357,14 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
   folder.write("torn.txt", "touch recording 1\n0.000000 < D8 10 20 30 01\n0.0");
   expectAll({
       {"--driver @/none.so serial decode @/r.txt", 0,
-       "0.0100 = touch X  4112 Y   176  D8 10 20 30 01\n0.0100 < 41",
+       "0.0090 = touch X  4112 Y   176  D8 10 20 30 01\n0.0100 < 41",
        "2 reports, 1 unrecognised bytes"},
       {"serial decode --json @/r.txt", 0,
-       "{\"time\":0.01,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n", ""},
+       "{\"time\":0.008958,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n", ""},
+      {"serial decode --csv @/r.txt", 0,
+       "reckoned\n0.008959,1,4112,176,,1\n0.030000,0,4112,176,21.041,0\n", ""},
+      {"serial decode --csv @/torn.txt", 1, "\n0.000000,1,4112,176,,0\n",
+       "torn.txt, line 3: expected a time"},
       {"serial replay @/r.txt", 0, "touch X  4112 Y   176", ""},
       {"serial decode @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},
       {"serial replay @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},

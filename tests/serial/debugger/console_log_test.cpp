@@ -2,6 +2,7 @@
 
 #include <numeric>
 
+#include "serial/receiving/packet_field.h"
 #include "tests/doubles/desk.h"
 
 namespace touch::test {
@@ -103,6 +104,39 @@ TEST_F(ConsoleLogTest, KeepsTheLastMillionLinesInLessThan200Megabytes) {
   EXPECT_EQ(few.at(few.end() - 1).text.size(), KeptLines::mostText);
 }
 
+TEST_F(ConsoleLogTest, TellsThePacketAndTheFieldOfAnyByte) {
+  const ReportDecoder decoder(ReportFamily::tablet);
+  // The packet begins in one line and ends in the next.
+  Bytes answer = bytesOf(
+      "\x01"
+      "0\r");
+  answer.resize(14, 0x41);
+  for (const std::uint8_t byte : Bytes{0xD8, 0x10, 0x20, 0x30, 0x01})
+    answer.push_back(byte);
+  log.sent(bytesOf("\x01UT\r"));
+  log.received(answer);
+  log.report("touch X  1 Y  2", Bytes{0xD8, 0x01, 0x00, 0x02, 0x00});
+  log.received(Bytes{0xD8, 0x10});
+  const struct {
+    std::uint64_t line;
+    std::size_t place;
+    const char* said;
+  } cases[] = {
+      {0, 0, "Byte 1 of 4: begin of message. Decimal 1."},
+      {0, 2, "Byte 3 of 4: command. Decimal 84."},
+      {1, 1, "Byte 2 of 3: data. Decimal 48."},
+      {1, 2, "Byte 3 of 3: end of message. Decimal 13."},
+      {1, 3, "Byte 4 of 16: decimal 65."},
+      {1, 14, "Byte 1 of 5: touched or lifted. touch X  4112 Y   176"},
+      {2, 0, "Byte 3 of 5: X, high bits. touch X  4112 Y   176"},
+      {2, 1, "Byte 4 of 5: Y, low bits. touch X  4112 Y   176"},
+      {3, 1, "Byte 2 of 5: X, low bits. touch X  1 Y  2"},
+      {4, 1, "Byte 2 of 2: decimal 16."},
+  };
+  for (const auto& [line, place, said] : cases)
+    EXPECT_EQ(byteText(decoder, log.kept(), line, place), said);
+}
+
 class ConsoleViewTest : public ConsoleLogTest {
  protected:
   /// Adds so many lines, numbered on.
@@ -149,6 +183,43 @@ TEST_F(ConsoleViewTest, ShowsTheEndOfAFloodAndMoreWhenItHasEbbed) {
   log.clear();
   EXPECT_EQ(shownAfter(1), std::pair(-1, -1));
   EXPECT_TRUE(view.takeChange().anew);
+}
+
+TEST_F(ConsoleViewTest, StandsWhereTheUserIsAndSlidesOverAllThatIsKept) {
+  add(30'000);
+  shownAfter(ConsoleView::ebb + 1);
+  const auto standAt = [this](std::uint64_t place) {
+    view.standAt(place);
+    view.slide();
+    return shownAfter(1);
+  };
+  const std::tuple<const char*, std::uint64_t, std::pair<int, int>, bool> cases[] = {
+      {"within what is there", 28'500, {28'000, 29'999}, true},
+      {"near its front", 28'100, {27'100, 29'099}, false},
+      {"far away", 10'000, {9'000, 10'999}, false},
+      {"a little on", 10'500, {9'000, 10'999}, false},
+      {"near its back", 10'700, {9'700, 11'699}, false},
+      {"the first", 0, {0, 999}, false},
+      {"near the end", 29'900, {28'900, 29'999}, true},
+  };
+  for (const auto& [name, place, lines, reachesEnd] : cases) {
+    EXPECT_EQ(standAt(place), lines) << name;
+    EXPECT_EQ(view.reachesEnd(), reachesEnd) << name;
+    EXPECT_FALSE(view.isLooking()) << name;
+  }
+  add(5000);
+  log.pause(true);
+  log.pause(false);
+  EXPECT_EQ(shownAfter(3), std::pair(28'900, 29'999)) << "whatever comes";
+  view.choose({.sent = false});
+  EXPECT_EQ(shownAfter(1), std::pair(28'900, 30'899)) << "another choice is shown there";
+  view.follow();
+  EXPECT_EQ(shownAfter(1).second, 34'999);
+  EXPECT_EQ(shownAfter(ConsoleView::ebb), std::pair(33'000, 34'999));
+  standAt(100);
+  log.clear();
+  EXPECT_EQ(shownAfter(1), std::pair(-1, -1));
+  EXPECT_TRUE(view.isFollowing());
 }
 
 TEST_F(ConsoleViewTest, FindsBitByBitWhatMatchesHoweverFarBackItIs) {

@@ -189,16 +189,40 @@ TEST_F(DebuggerPortTest, SwitchesTheWiresAgainWhenThePortIsOpenedAgain) {
 }
 
 TEST_F(DebuggerPortTest, SearchesTheLikeliestSettingsFirstAndEachOnce) {
-  const auto settings = searchedSettings();
+  const auto [likely, others] = searchedSettings();
   std::set<std::string> texts;
-  for (const LineSettings& one : settings)
-    texts.insert(describe(one));
-  EXPECT_EQ(texts.size(), usualSpeeds.size() * 6);
-  EXPECT_EQ(settings.size(), texts.size());
+  for (const auto* const settings : {&likely, &others})
+    for (const LineSettings& one : *settings)
+      texts.insert(describe(one));
+  constexpr std::size_t forms = 12;  // 7 or 8 bits, three parities, 1 or 2 stop bits
+  EXPECT_EQ(texts.size(), (usualSpeeds.size() + highSpeeds.size()) * forms);
+  EXPECT_EQ(likely.size() + others.size(), texts.size());
+  EXPECT_EQ(likely.size(), usualSpeeds.size() * 6);
   for (std::size_t i = 0; i < 13; ++i)
-    EXPECT_EQ(describe(settings[i]).ends_with(",n,8,1"), i == 0 || i >= 6) << i;
-  EXPECT_EQ(describe(settings[5]), "9600,o,7,1");
-  EXPECT_EQ(describe(settings[12]), "1200,n,8,1");
+    EXPECT_EQ(describe(likely[i]).ends_with(",n,8,1"), i == 0 || i >= 6) << i;
+  EXPECT_EQ(describe(likely[5]), "9600,o,7,1");
+  EXPECT_EQ(describe(likely[12]), "1200,n,8,1");
+}
+
+TEST_F(DebuggerPortTest, SearchPassesOverWhatAPortRefusesAndEndsWhenItIsCutShort) {
+  serial.present = {2};
+  serial.impossible = "4000000,n,8,1";
+  const DebuggerPort::Place places[] = {
+      {1, {}}, {1, {.baud = 1200}}, {2, {.baud = 4000000}}, {2, {}}, {2, {.baud = 1200}}};
+  std::vector<std::size_t> asked;
+  auto search = port.search(places, [&asked](std::size_t place) { asked.push_back(place); });
+  EXPECT_FALSE(search.found);
+  EXPECT_TRUE(search.isComplete);
+  EXPECT_EQ(search.refused, (std::map<int, std::string>{{1, "there is no COM1"}}));
+  EXPECT_EQ(asked, (std::vector<std::size_t>{3, 4}));
+  EXPECT_EQ(sent().size(), 2 * asked.size());
+
+  journal.clear();
+  serial.replies["2 Z"] = replyOf("0");
+  search = port.search(places, [this](std::size_t) { port.gate().cutShort(); });
+  EXPECT_FALSE(search.found || search.isComplete);
+  EXPECT_EQ(sent(), Lines{});
+  EXPECT_FALSE(serial.isOpen());
 }
 
 TEST_F(DebuggerPortTest, KeepsEachPortsLineUntilASearchOrAChangeToTheNormalOne) {
@@ -220,7 +244,7 @@ TEST_F(DebuggerPortTest, KeepsEachPortsLineUntilASearchOrAChangeToTheNormalOne) 
   EXPECT_EQ(port.comporttest(), 2);
   EXPECT_EQ(port.line(), LineSettings{}) << "it has answered so";
   const DebuggerPort::Place places[] = {{1, {}}, {2, line}};
-  EXPECT_EQ(port.search(places).value().port, 2);
+  EXPECT_EQ(port.search(places).found.value().port, 2);
   EXPECT_EQ(port.line(), line) << "it has answered so";
 
   journal.clear();

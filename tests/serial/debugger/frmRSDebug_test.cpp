@@ -10,6 +10,7 @@ namespace {
 class DebuggerWindow : public SerialDesk {
  protected:
   QPlainTextEdit& consoleBox() { return *find<QPlainTextEdit>("Text1"); }
+  QString firstShown() { return consoleBox().cursorForPosition({0, 0}).block().text(); }
   std::string console() { return consoleBox().toPlainText().toStdString(); }
   void closeInAnExchange() {
     choose("Option1", 12);
@@ -170,7 +171,7 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   click("Command3");
   terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01, 0x41});
   live(700ms);
-  EXPECT_THAT(console(), HasSubstr("= touch X  4112 Y   176"));
+  EXPECT_THAT(console(), HasSubstr("= D8 10 20 30 01"));
   const std::pair<const char*, const char*> bytes[] = {
       {" 20 30", "Byte 3 of 5: X, high bits. touch X  4112"},
       {"< 41 ", "Byte 1 of 1: decimal 65."}};
@@ -201,7 +202,7 @@ TEST_F(DebuggerWindow, ShowsReportsAndMeasuresTheirRate) {
   check("Check1", false);
   terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
   live(700ms);
-  EXPECT_THAT(console(), HasSubstr("= touch X  4112"));
+  EXPECT_THAT(console(), HasSubstr("touch X  4112"));
 
   folder.write("stroke.txt",
                "touch recording 1\n0.000000 < 41\n0.300000 < D8 01 02 03 04\n"
@@ -253,8 +254,75 @@ TEST_F(DebuggerWindow, FiltersFindsPausesAndCopies) {
   bar.setValue(1);
   exchange();
   EXPECT_EQ(bar.value(), 1) << "whoever reads is left alone";
+  const QString read = firstShown();
   find<QComboBox>("comboFilter")->setCurrentIndex(0);
-  EXPECT_EQ(bar.value(), 1) << "also where the lines are written anew";
+  EXPECT_EQ(firstShown(), read) << "also where the lines are written anew";
+}
+
+TEST_F(DebuggerWindow, ScrollsOverAllLinesAndStandsWhereItWasScrolledTo) {
+  open();
+  auto& tabs = *find<QTabWidget>("debuggerTabs");
+  for (int page = 0; page < tabs.count(); ++page)
+    if (tabs.tabText(page) == "Console") tabs.setCurrentIndex(page);
+  std::string recording = "touch recording 1\n0.000000 < 41\n0.300000 <";
+  for (int i = 0; i < 6000; ++i) {
+    const auto low = static_cast<std::uint8_t>(i % 128);
+    const auto high = static_cast<std::uint8_t>(i / 128);
+    recording += ' ' + hexText(Bytes{0xD8, low, high, 0x30, 0x01});
+  }
+  folder.write("long.txt", recording + '\n');
+  answerFileDialog("long.txt");
+  click("cmdReplay");
+  live(3s);
+  QScrollBar& all = *find<QScrollBar>("keptLinesBar");
+  QScrollBar& own = *consoleBox().verticalScrollBar();
+  EXPECT_EQ(all.value(), all.maximum());
+  EXPECT_GT(all.maximum(), 5900);
+
+  const auto xAtTop = [this] { return firstShown().section("touch X ", 1).left(5).toInt(); };
+  all.setValue(1000);
+  const int there = xAtTop();
+  EXPECT_NEAR(there, 1000, 10);
+  int top = there;
+  for (int step = 0; step < 5000 && top < there + 1500; ++step) {
+    own.triggerAction(QAbstractSlider::SliderPageStepAdd);
+    QApplication::processEvents();
+    const int before = std::exchange(top, xAtTop());
+    EXPECT_GE(top, before);
+    EXPECT_LE(top, before + own.pageStep());
+    EXPECT_LE(consoleBox().blockCount(), 2000);
+  }
+  EXPECT_GE(top, there + 1500) << "page by page, over more lines than the text has";
+
+  QTest::keyClick(&consoleBox(), Qt::Key_Home);
+  EXPECT_EQ(all.value(), 0);
+  const QString first = firstShown();
+  click("Command3");
+  terminal->send(Bytes{0xD8, 0x10, 0x20, 0x30, 0x01});
+  live(1s);
+  EXPECT_EQ(firstShown(), first) << "what comes meanwhile moves nothing";
+  EXPECT_EQ(all.value(), 0);
+
+  QTest::keyClick(&consoleBox(), Qt::Key_End);
+  live(1s);
+  EXPECT_EQ(all.value(), all.maximum());
+  EXPECT_EQ(own.value(), own.maximum());
+  EXPECT_THAT(console(), EndsWith("touch X  4112 Y   176"));
+}
+
+TEST_F(DebuggerWindow, HasAHeadingOverItsColumns) {
+  open();
+  choose("Option1", 12);
+  expected = 4;
+  answers = {replyOf("M0130100")};
+  click("Command2_0");
+  const QString heading = find<QWidget>("columnHeading")->accessibleName();
+  const QString line = consoleBox().document()->lastBlock().text();
+  ASSERT_THAT(line.toStdString(), HasSubstr(" < 01 4D"));
+  EXPECT_EQ(heading.indexOf("Time") + 4, line.indexOf("   < "));
+  EXPECT_EQ(heading.indexOf("Dir") + 2, line.indexOf('<'));
+  EXPECT_EQ(heading.indexOf("Hexadecimal"), line.indexOf("01 4D"));
+  EXPECT_EQ(heading.indexOf("Text"), line.indexOf(".M01"));
 }
 
 TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
@@ -291,11 +359,11 @@ TEST_F(DebuggerWindow, SavesRecordsAndReplaysByItsDialogsAndSaysWhatFails) {
   EXPECT_THAT(folder.read("kept.txt"),
               StartsWith("The driver has released its port. COM1 is open"));
   EXPECT_THAT(folder.read("taken.txt"),
-              MatchesRegex("touch recording 1\n# Started: [-0-9]{10}T[:.0-9]{12}[+-][:0-9]{5}\n"
+              MatchesRegex("touch recording 1\n# Started: [-0-9]{10}T[:.0-9]{13}[+-][:0-9]{5}\n"
                            "# Port: COM1\n# Line: 9600,n,8,1\n# Controller: RS232 DEVICE 1\n"
                            "# Program: Program 1\n# Times: [^\n]+\n"));
 
-  const SmallDisk disk(220);
+  const SmallDisk disk(250);
   answerFileDialog("full");
   click("cmdRecord");
   click("Command3");

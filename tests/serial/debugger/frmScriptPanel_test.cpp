@@ -31,8 +31,9 @@ TEST_F(ScriptWindow, ShowsWhatAScriptDoesAndHowItEnds) {
   click("cmdRunScript");
   EXPECT_EQ(wire, Lines{"01 5A 0D"});
   EXPECT_EQ(text("statusLine"), "good.tus: passed; 3 bytes sent, 3 received");
-  EXPECT_THAT(console(), MatchesRegex("(.|\n)*\nline 9600,n,7,2\n[0-9.]+ > 01 5A 0D .*\n"
-                                      "[0-9.]+ < 01 30 0D .*\nIt is there.\ngood.tus: passed.*"));
+  EXPECT_THAT(console(),
+              MatchesRegex("(.|\n)*\nline 9600,n,7,2\n *[0-9.]+   > 01 5A 0D .*\n"
+                           " *[0-9.]+   < 01 30 0D .*\nIt is there.\ngood.tus: passed.*"));
   EXPECT_EQ((terminal->settings().c_cflag & CSTOPB), 0u) << "the usual line settings are back";
   EXPECT_EQ(marked(), "");
 

@@ -201,13 +201,13 @@ TEST_F(SerialFlood, OfTheReceiveModeLosesNoReport) {
   constexpr int cycle = 16384;
   const QTextDocument& console = *find<QPlainTextEdit>("Text1")->document();
   const auto xOf = [](const QTextBlock& block) {
-    return block.text().section("X ", 1).left(5).toInt();
+    return block.text().section("touch X ", 1).left(5).toInt();
   };
   int newest = cycle - 1;
   feed(packets, [&] {
     live(200ms);
     const QString first = console.firstBlock().text();
-    if (!first.contains("X ") || !console.lastBlock().text().contains("X ")) return;
+    if (!first.contains("touch X ") || !console.lastBlock().text().contains("touch X ")) return;
     newest = xOf(console.lastBlock());
     EXPECT_EQ((newest - xOf(console.firstBlock()) + cycle) % cycle, console.blockCount() - 1);
   });

@@ -64,6 +64,8 @@ class Unplugging : public Desk, public testing::WithParamInterface<unsigned> {
     if (!terminal->isPluggedIn()) return;
     // What the system had and nobody could read yet is gone with the device.
     if (!sent_.empty() && clock.now() - sentAt_ <= readWithin) sent_.back().second = false;
+    // As a search in vain leaves it.
+    wasClosed = !debugger.portIsOpen() && !debugger.isBusy();
     terminal->unplug();
   }
   void plugIn() {
@@ -96,6 +98,20 @@ class Unplugging : public Desk, public testing::WithParamInterface<unsigned> {
     clock.delay(200ms);
     debugger.stopReplay();
   }
+  void holdAndSeek() {
+    debugger.startReplay(folder.path() / "r.txt");
+    debugger.replay()->pause(true);
+    clock.delay(200ms);
+    debugger.replay()->seek(8s);
+    debugger.replay()->pause(false);
+    clock.delay(150ms);
+    debugger.stopReplay();
+  }
+  void searchEverywhere() {
+    // What this machine has beside it would be asked for long.
+    clock.after(1s, [this] { debugger.stopSearch(); });
+    debugger.searchEverywhere();
+  }
 
   static constexpr std::chrono::milliseconds beatInterval{40};
   /// A recording looks this often what has come.
@@ -103,12 +119,14 @@ class Unplugging : public Desk, public testing::WithParamInterface<unsigned> {
 
   TemporaryFolder folder;
   std::optional<PseudoTerminal> terminal{std::in_place};
-  AsioSerialPort port{[this] {
+  ComPorts comPorts = [this] {
     ComPorts ports;
     ports.assignUnlessGiven(1, [this] { return terminal->path(); });
     return ports;
-  }()};
-  Debugger debugger{access(), prompt, port, {}};
+  }();
+  AsioSerialPort port{comPorts};
+  Debugger debugger{access(), prompt, port, {}, comPorts};
+  bool wasClosed = false;  ///< when it was unplugged, or the debugger had given it back
 
  private:
   void beat() {
@@ -158,7 +176,9 @@ TEST_P(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
        [this] {
          debugger.setLine({19200, Parity::none, 8, 1});
        }},
+      {"holding and seeking in a replay", [this] { holdAndSeek(); }},
       {"searching", [this] { debugger.searchPort(); }},
+      {"searching everywhere", [this] { searchEverywhere(); }},
       {"opening anew",
        [this] {
          debugger.usePort({.number = 1, .device = terminal->path()});
@@ -170,7 +190,7 @@ TEST_P(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
        [this] {
          clock.delay(100ms);
          debugger.leave();
-         debugger.takePort();
+         if (!debugger.takePort()) wasClosed = true;
          expectRecorded(), record();
        }},
   };
@@ -183,11 +203,12 @@ TEST_P(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
     SCOPED_TRACE(testing::Message() << "round " << round << ", " << name << ", unplugged after "
                                     << moment.count() << " ms");
     journal.clear();
+    wasClosed = false;
     const auto begun = clock.now();
     clock.after(moment, [this] { unplug(); });
     run();
     // Some moments are behind the action: then it happens while nothing is done.
-    clock.delay(400ms);
+    clock.delay(600ms);
     ASSERT_FALSE(terminal->isPluggedIn());
     ++unplugged;
     EXPECT_LT(clock.now() - begun, 10s) << "it goes on without end";
@@ -197,8 +218,8 @@ TEST_P(Unplugging, AtAnyMomentOfAnyActionHangsNothingAndLosesNoByteThatHadArrive
     const bool comesBack = debugger.isAwaitingPort();
     plugIn();
     clock.delay(200ms);
-    // Whoever has searched, or opened in vain, opens it again themselves.
     if (!comesBack) {
+      EXPECT_TRUE(wasClosed) << "whatever was done meanwhile";
       EXPECT_EQ(whyNot(debugger.takePort()), "");
     }
     ASSERT_TRUE(debugger.portIsOpen());

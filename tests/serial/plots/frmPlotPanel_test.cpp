@@ -25,9 +25,8 @@ class PlotPanel : public WindowDesk {
   bool isReading() const { return find<QWidget>("cmdPlotCancel")->isVisible(); }
 
   std::string status;
-  frmPlotPanel panel{clock,
-                     [] { return std::make_unique<ReportSeries>(ReportFamily::tablet); },
-                     {folder.path(), folder.path()}};
+  frmPlotPanel panel{
+      clock, [] { return TimedReports(ReportFamily::tablet); }, {folder.path(), folder.path()}};
 };
 
 TEST_F(PlotPanel, ReadsALongRecordingInPiecesThatTheUserCanEnd) {
@@ -71,6 +70,27 @@ TEST_F(PlotPanel, SaysWhereARecordingBreaksOffAndBeginsAnewInTheMiddle) {
   panel.renew();
   EXPECT_THAT(text("lblFigures"), StartsWith("Reports: 2."));
   EXPECT_THAT(text("lblFigures"), HasSubstr("speed: 1."));
+}
+
+TEST_F(PlotPanel, SavesTheTableOfARecordingInPiecesThatTheUserCanEnd) {
+  openRecording(100'000);
+  click("cmdPlotSave");
+  EXPECT_EQ(status, "The recording is still being read.");
+  live(1s);
+  const auto save = [this] {
+    answerFileDialog("all.csv");
+    click("cmdPlotSave");
+  };
+  save();
+  EXPECT_TRUE(isReading());
+  click("cmdPlotCancel");
+  EXPECT_EQ(status, "Saving was ended. Nothing was saved.");
+  EXPECT_FALSE(fs::exists(folder.path() / "all.csv"));
+  save();
+  live(1s);
+  EXPECT_FALSE(isReading());
+  EXPECT_THAT(status, StartsWith("Saved in "));
+  EXPECT_EQ(std::ranges::count(folder.read("all.csv"), '\n'), 100'001);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "serial/recording/frmReplayBar.h"
 
+#include "serial/recording/replay_time.h"
 #include "tests/serial/debugger/debugger_bench.h"
 #include "tests/ui/window_desk.h"
 
@@ -63,6 +64,72 @@ TEST_F(ReplayBar, MovesAndHurries) {
   EXPECT_EQ(place->sliderPosition(), 200) << "what the user moves stays";
   bar.show(nullptr);
   EXPECT_FALSE(bar.isVisible());
+}
+
+TEST_F(ReplayBar, GoesExactlyToATimeThatIsTyped) {
+  auto* const typed = find<QLineEdit>("editReplayTime");
+  const auto go = [typed](const char* text) {
+    typed->selectAll();
+    QTest::keyClicks(typed, text);
+    QTest::keyClick(typed, Qt::Key_Return);
+  };
+  go("0:00:03,25");
+  EXPECT_EQ(replay.position(), 3250ms);
+  EXPECT_EQ(sought, 1);
+  go("99:59:59");
+  EXPECT_EQ(replay.position(), 10s) << "it ends there";
+  go("1::2");
+  EXPECT_EQ(sought, 2);
+  EXPECT_NE(typed->styleSheet(), "") << "marked as wrong";
+  go("4.000001");
+  EXPECT_EQ(replay.position(), 4'000'001us);
+  EXPECT_EQ(typed->styleSheet(), "");
+  click("cmdReplayOn");
+  EXPECT_EQ(replay.position(), 5'000'001us);
+  click("cmdReplayBack");
+  click("cmdReplayBack");
+  EXPECT_EQ(replay.position(), 3'000'001us);
+}
+
+TEST_F(ReplayBar, StepsFinelyInARecordingOfADay) {
+  ReplayPort day(
+      std::make_unique<KeptTransfers>(std::vector<Transfer>{
+          {0s, Direction::fromController, {1}}, {86'400s, Direction::fromController, {2}}}),
+      clock);
+  EXPECT_TRUE(day.open());
+  bar.show(&day);
+  day.pause(true);
+  auto* const place = find<QSlider>("sliderReplay");
+  place->setValue(place->maximum() / 2);
+  EXPECT_EQ(day.position(), 43'200s);
+  QTest::keyClick(place, Qt::Key_Right);
+  EXPECT_EQ(day.position(), 43'201s);
+  bar.show(nullptr);
+}
+
+TEST(ReplayTime, IsReadInSecondsOrWithHoursAndMinutes) {
+  const struct {
+    const char* text;
+    std::optional<std::chrono::microseconds> time;
+  } cases[] = {
+      {"75", 75s},
+      {" 1:15 ", 75s},
+      {"1:02:03.5", 3723'500ms},
+      {"86400,000001", 86'400'000'001us},
+      {"90:00", 5400s},
+      {"", std::nullopt},
+      {"-1", std::nullopt},
+      {"1:60", std::nullopt},
+      {"1:2:3:4", std::nullopt},
+      {"1.", std::nullopt},
+      {"1:", std::nullopt},
+      {"9999999", std::nullopt},
+      {"1.0000001", std::nullopt},
+      {"1.5:2", std::nullopt},
+      {"1 h", std::nullopt},
+  };
+  for (const auto& [text, time] : cases)
+    EXPECT_EQ(parseReplayTime(text), time) << text;
 }
 
 }  // namespace

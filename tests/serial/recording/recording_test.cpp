@@ -59,6 +59,22 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
   }
 }
 
+TEST_F(RecordingTest, HasTheTimesThatThePortTells) {
+  ASSERT_EQ(whyNot(port.take()), "");
+  RecordedPort recorded(serial, clock);
+  ASSERT_EQ(whyNot(recorded.startRecording(file)), "");
+  const auto begin = clock.now();
+  // Nothing is read meanwhile.
+  clock.stand(100ms, [](auto) { return false; });
+  serial.received = Bytes{0x0A, 0x0B, 0x0C, 0x0D};
+  // The second of them came close behind the first, and one goes back in time.
+  serial.parts = {{begin + 10ms, 1}, {begin + 11ms, 1}, {begin + 40ms, 1}, {begin + 30ms, 1}};
+  recorded.write(bytesOf("Z"));
+  EXPECT_EQ(recorded.readAll().size(), 4u);
+  EXPECT_EQ(whyNot(recorded.stopRecording()), "");
+  EXPECT_THAT(folder.read("a.rec"), testing::HasSubstr("0.011000 < 0A 0B\n0.030000 < 0C 0D\n"));
+}
+
 TEST_F(RecordingTest, LosesNothingOfAFloodToASlowReader) {
   ASSERT_EQ(whyNot(port.take()), "");
   RecordedPort recorded(serial, clock);

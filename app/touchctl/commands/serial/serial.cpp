@@ -13,6 +13,7 @@
 #include "app/touchctl/commands/report_printer.h"
 #include "app/touchctl/commands/serial/serial_ports.h"
 #include "app/touchctl/commands/serial/serial_script.h"
+#include "app/touchctl/commands/serial/serial_search.h"
 #include "app/touchctl/commands/serial/serial_terminal.h"
 #include "app/touchctl/commands/serial/serial_work.h"
 #include "app/touchctl/interrupt.h"
@@ -22,7 +23,7 @@
 #include "serial/commands/command_sets.h"
 #include "serial/commands/debugger_exchange.h"
 #include "serial/commands/h2d.h"
-#include "serial/plots/report_series.h"
+#include "serial/plots/report_table.h"
 #include "serial/receiving/receive_mode.h"
 #include "serial/recording/recording_ports.h"
 #include "support/text/hex.h"
@@ -40,13 +41,17 @@ using nlohmann::ordered_json;
 /// or nobody reads on.
 void printReports(Clock& clock, SerialPort& line, ReportPrinter& printer,
                   const std::optional<double>& seconds, const std::function<bool()>& ended,
-                  const std::function<std::chrono::microseconds()>& time) {
+                  const std::function<std::chrono::microseconds(Clock::TimePoint)>& time) {
   auto last = clock.now();
   listen(clock, seconds, [&] {
     const auto now = clock.now();
-    const auto bytes = line.readAll();
-    if (!bytes.empty()) {
-      printer.take(time(), bytes);
+    const auto read = readTimed(line, now);
+    auto rest = std::span(read.bytes);
+    for (const ReadPart& part : read.parts) {
+      printer.take(time(part.time), rest.first(part.bytes));
+      rest = rest.subspan(part.bytes);
+    }
+    if (!read.bytes.empty()) {
       last = now;
     } else if (now - last > idleAfter) {
       printer.idle();
@@ -63,6 +68,7 @@ std::optional<std::string> keyThatEnds(const SerialWork& work) {
 
 ExitStatus monitor(const SerialWork& work) {
   ReportPrinter printer(work.serial.set, work.shell.workFolder, work.shell.json);
+  printer.setLine(work.port.line());
   Clock& clock = work.access.clock;
   // Whoever reads a pipe waits for its end.
   PortWatch watch(work, isTerminalOutput() ? keyThatEnds(work) : std::nullopt);
@@ -73,9 +79,7 @@ ExitStatus monitor(const SerialWork& work) {
         gone = !watch.goesOn();
         return gone;
       },
-      [&clock, start = clock.now()] {
-        return std::chrono::duration_cast<std::chrono::microseconds>(clock.now() - start);
-      });
+      [start = clock.now()](Clock::TimePoint time) { return since(start, time); });
   return gone ? ExitStatus::failed : ExitStatus::done;
 }
 
@@ -124,13 +128,14 @@ ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& fil
         std::chrono::duration_cast<ReplayPort::Time>(std::chrono::duration<double>(how.from)));
   }
   ReportPrinter printer(set, shell.workFolder, shell.json);
+  if (const auto line = port.line()) printer.setLine(*line);
   port.onSent = [&](std::span<const std::uint8_t> bytes) {
     printer.idle();
     printer.sent(port.position(), bytes);
   };
   printReports(
       clock, port, printer, std::nullopt, [&port] { return port.isFinished(); },
-      [&port] { return port.position(); });
+      [&port](Clock::TimePoint time) { return port.positionAt(time); });
   return endOf(port.error());
 }
 
@@ -139,6 +144,7 @@ ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& fil
   if (!recording) return ExitStatus::failed;
   ReportPrinter printer(set, shell.workFolder, shell.json);
   while (const auto transfer = recording->next()) {
+    if (const auto line = recording->line()) printer.setLine(*line);
     if (transfer->direction == Direction::fromController)
       printer.take(transfer->time, transfer->bytes);
   }
@@ -151,12 +157,17 @@ ExitStatus decode(const ShellOptions& shell, CommandSet set, const fs::path& fil
 ExitStatus printTable(const ShellOptions& shell, CommandSet set, const fs::path& file) {
   const auto recording = recordingIn(file);
   if (!recording) return ExitStatus::failed;
-  ReportSeries series(familyOf(set), addedFormats(shell.workFolder));
-  const auto taken = series.takeAll(*recording);
-  print("{}", series.csv(series.range()));
-  if (series.reports().size() == ReportSeries::most)
-    complain(fmt::format("only the last {} reports are in the table", ReportSeries::most));
-  return endOf(taken ? std::optional<FileError>() : taken.error());
+  constexpr std::size_t transfersAtOnce = 1000;
+  RecordedReports reports(*recording, TimedReports(familyOf(set), addedFormats(shell.workFolder)));
+  printText(reportTableHeading);
+  while (!outputIsLost()) {
+    std::string lines;
+    const auto more = reports.takeSome(
+        transfersAtOnce, [&lines](const TimedReport& report) { lines += tableLine(report); });
+    printText(lines);
+    if (!more || !*more) return endOf(recording->error());
+  }
+  return ExitStatus::failed;
 }
 
 /// The recording runs already.
@@ -600,6 +611,15 @@ void addExchangeCommands(const Serial& serial) {
     addJson(line, command);
     onAnySerialPort(line, command, findPort);
   });
+  serial.add("find-everywhere", "Find the controller on any port, at any line setting",
+             [line](CLI::App& command) {
+               addJson(line, command);
+               command.footer(
+                   "Asks on each port that can be opened, at all speeds from 1200 to 4000000, with "
+                   "7 or 8 data bits, any parity and 1 or 2 stop bits, the likeliest first. Takes "
+                   "up to 25 seconds a port; Ctrl+C ends it.");
+               onAnySerialPort(line, command, findEverywhere);
+             });
   serial.add("to-8n1", "Tell a controller at 7 data bits, 2 stop bits to change to 8 and 1",
              [line](CLI::App& command) {
                addJson(line, command);

@@ -15,18 +15,18 @@ namespace {
 ExitStatus printPorts(const ShellOptions& options) {
   auto objects = nlohmann::ordered_json::array();
   std::string lines;
-  for (const auto& [port, driver, maker, hindrance] : portFacts(options.comPorts)) {
+  for (const auto& [port, driver, maker, hindrance, state] : portFacts(options.comPorts)) {
     objects.push_back({{"number", port.number > 0 ? nlohmann::ordered_json(port.number)
                                                   : nlohmann::ordered_json(nullptr)},
                        {"device", port.device},
                        {"driver", driver},
                        {"maker", maker},
-                       {"hindrance", hindrance}});
+                       {"hindrance", hindrance},
+                       {"state", state}});
     lines += fmt::format("{:<6}  {:<20}  {:<12}  {:<24}  {}\n",
                          port.number > 0 ? "COM" + std::to_string(port.number) : "-",
                          printable(port.device), driver.empty() ? "-" : printable(driver),
-                         maker.empty() ? "-" : printable(maker),
-                         hindrance.empty() ? "free" : printable(hindrance));
+                         maker.empty() ? "-" : printable(maker), printable(state));
   }
   if (options.json) {
     printJson(objects);

@@ -62,13 +62,15 @@ class Display {
       : clock_(work.access.clock),
         start_(clock_.now()),
         view_(view),
-        reports_(work.serial.set, work.shell.workFolder, work.shell.json) {}
+        reports_(work.serial.set, work.shell.workFolder, work.shell.json) {
+    reports_.setLine(work.port.line());
+  }
 
-  void received(Bytes bytes) {
+  void received(Clock::TimePoint time, Bytes bytes) {
     endTyped();
     last_ = clock_.now();
-    if (view_ == View::reports) return reports_.take(elapsed(), bytes);
-    show('<', bytes);
+    if (view_ == View::reports) return reports_.take(since(start_, time), bytes);
+    show('<', since(start_, time), bytes);
   }
   /// Keys are shown together, as far as they belong together.
   void sent(Bytes bytes) {
@@ -96,21 +98,17 @@ class Display {
   }
 
  private:
-  std::chrono::microseconds elapsed() const {
-    return std::chrono::duration_cast<std::chrono::microseconds>(clock_.now() - start_);
-  }
   void endTyped() {
     const auto typed = std::exchange(typed_, {});
     if (typed.empty()) return;
     if (view_ == View::text) {
-      show('>', typed);
+      show('>', since(start_, lastTyped_), typed);
     } else {
-      reports_.sent(elapsed(), typed);
+      reports_.sent(since(start_, lastTyped_), typed);
     }
   }
-  void show(char direction, Bytes bytes) {
+  void show(char direction, std::chrono::microseconds time, Bytes bytes) {
     if (view_ == View::text) return lines_.add(direction, bytes);
-    const auto time = elapsed();
     constexpr std::size_t bytesPerLine = 16;
     while (!bytes.empty()) {
       const auto part = bytes.first(std::min(bytes.size(), bytesPerLine));
@@ -141,8 +139,13 @@ ExitStatus converse(const SerialWork& work, View view) {
   std::string reason = "ended from outside";
   bool failed = false;
   listen(work.access.clock, std::nullopt, [&] {
-    const auto bytes = line.readAll();
-    bytes.empty() ? display.rest() : display.received(bytes);
+    const auto read = readTimed(line, work.access.clock.now());
+    auto rest = Bytes(read.bytes);
+    for (const ReadPart& part : read.parts) {
+      display.received(part.time, rest.first(part.bytes));
+      rest = rest.subspan(part.bytes);
+    }
+    if (read.bytes.empty()) display.rest();
     const auto pressed = keys->pressed();
     if (!pressed) {
       reason = "ended: the terminal is closed";

@@ -123,8 +123,8 @@ void addRunning(const CommandLine& line, CLI::App& command,
         NoDriver driver;
         SystemClock clock;
         ShellPrompt prompt(options.assumeYes);
-        AsioSerialPort port(options.comPorts);
-        return runOn({session, driver, clock}, prompt, port, options, *serial, action);
+        const auto port = AsioSerialPort::withTrueTimes(options.comPorts);
+        return runOn({session, driver, clock}, prompt, *port, options, *serial, action);
       };
       return;
     }
@@ -206,8 +206,12 @@ bool PortWatch::goesOn() {
     tried_ = now;
   } else if (port_.isAwaited() && now - tried_ >= pause) {
     tried_ = now;
-    if (port_.takeUpAgain()) complain(name + " is there again");
+    if (returning_.takeUpAgain()) {
+      const std::string present = "COM" + std::to_string(port_.selected());
+      complain(name + " is there again" + (present == name ? "" : " as " + present));
+    }
   }
+  if (endKey_) returning_.remember();
   return true;
 }
 
@@ -218,6 +222,11 @@ void listen(Clock& clock, const std::optional<double>& seconds, const std::funct
     if (seconds && std::chrono::duration<double>(clock.now() - start).count() >= *seconds) return;
     clock.delay(pause, interrupted);
   }
+}
+
+std::chrono::microseconds since(Clock::TimePoint start, Clock::TimePoint time) {
+  return std::max(std::chrono::duration_cast<std::chrono::microseconds>(time - start),
+                  std::chrono::microseconds(0));
 }
 
 }  // namespace touch

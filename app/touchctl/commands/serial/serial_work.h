@@ -13,6 +13,7 @@
 #include "core/serial_port.h"
 #include "reports/report_format.h"
 #include "serial/debugger/debugger_port.h"
+#include "serial/debugger/returning_port.h"
 #include "serial/recording/recording_ports.h"
 
 namespace touch {
@@ -59,7 +60,11 @@ class PortWatch {
  public:
   /// `endKey` is what ends the waiting; where there is none the command does not wait.
   PortWatch(const SerialWork& work, std::optional<std::string> endKey)
-      : clock_(work.access.clock), port_(work.port), endKey_(std::move(endKey)) {}
+      : clock_(work.access.clock),
+        port_(work.port),
+        endKey_(std::move(endKey)),
+        returning_(work.port, work.access.clock,
+                   [&ports = work.shell.comPorts] { return knownHardware(ports); }) {}
 
   /// To be asked after each reading. False when the port has gone and is not waited for, which was
   /// said.
@@ -69,8 +74,12 @@ class PortWatch {
   const Clock& clock_;
   DebuggerPort& port_;
   std::optional<std::string> endKey_;
+  ReturningPort returning_;
   Clock::TimePoint tried_{};
 };
+
+/// How long `time` is behind `start`; what came before that came with it.
+std::chrono::microseconds since(Clock::TimePoint start, Clock::TimePoint time);
 
 /// Runs `step` every 10 ms until it says false, the time is over, or the user presses Ctrl+C.
 void listen(Clock& clock, const std::optional<double>& seconds, const std::function<bool()>& step);
