@@ -15,6 +15,10 @@ namespace {
 
 constexpr std::size_t bytesPerLine = 16;
 constexpr std::size_t hexColumn = bytesPerLine * 3;
+// No packet and hardly a command has more. With room for all that a line may have the last column
+// would lie beside a small window; a longer line moves its own columns.
+constexpr std::size_t bytesInColumn = 10;
+constexpr std::size_t narrowHexColumn = bytesInColumn * 3 - 1;
 
 char lowered(char character) {
   return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a')
@@ -130,9 +134,9 @@ std::string ConsoleWriter::nextInColumns(const ConsoleLine& line) {
   const std::string field = line.kind == ConsoleLineKind::report ? line.text
                             : line.sevenBits                     ? eighthBitText(line)
                                                                  : "";
-  std::string text = fmt::format("{:>{}}   {} {:<{}}{:<{}} {}", timeOf(line), timeWidth(),
+  std::string text = fmt::format("{:>{}}   {} {:<{}}  {:<{}}  {}", timeOf(line), timeWidth(),
                                  signs[static_cast<std::size_t>(line.kind)], hexText(line.bytes),
-                                 hexColumn, plainText(line.bytes), bytesPerLine, field);
+                                 narrowHexColumn, plainText(line.bytes), bytesInColumn, field);
   text.erase(text.find_last_not_of(' ') + 1);
   return text;
 }
@@ -140,10 +144,11 @@ std::string ConsoleWriter::nextInColumns(const ConsoleLine& line) {
 std::string ConsoleWriter::heading() const {
   constexpr int directionWidth = 3;
   // A longer word would move those behind it.
-  return fmt::format("{:>{}.{}} {:>{}.{}} {:<{}.{}}{:<{}.{}} {}", say("debugger", "Time"),
+  return fmt::format("{:>{}.{}} {:>{}.{}} {:<{}.{}}  {:<{}.{}}  {}", say("debugger", "Time"),
                      timeWidth(), timeWidth(), say("debugger", "Dir"), directionWidth,
-                     directionWidth, say("debugger", "Hexadecimal"), hexColumn, hexColumn - 1,
-                     say("debugger", "Text"), bytesPerLine, bytesPerLine, say("debugger", "Field"));
+                     directionWidth, say("debugger", "Hexadecimal"), narrowHexColumn,
+                     narrowHexColumn, say("debugger", "Text"), bytesInColumn, bytesInColumn,
+                     say("debugger", "Field"));
 }
 
 std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::string_view text,

@@ -140,6 +140,9 @@ frmConsolePanel::frmConsolePanel(ConsoleLog& log, const std::filesystem::path& w
   bar_->setObjectName("keptLinesBar");
   bar_->setAccessibleName(tr("Place among all lines"));
   bar_->setSingleStep(3);  // lines, as many as a wheel's step
+  QSizePolicy room = bar_->sizePolicy();
+  room.setRetainSizeWhenHidden(true);
+  bar_->setSizePolicy(room);
   connect(bar_, &QScrollBar::valueChanged, this, &frmConsolePanel::scrollTo);
 
   columns_->setObjectName("columnHeading");
@@ -313,6 +316,7 @@ void frmConsolePanel::showPlace() {
   const int all = static_cast<int>(kept.size());
   bar_->setPageStep(page);
   bar_->setRange(0, std::max(0, all - page));
+  bar_->setVisible(bar_->maximum() > 0);
   if (view_.isFollowing()) return bar_->setValue(bar_->maximum());
   const std::uint64_t top = std::clamp(topNumber(), kept.begin(), kept.end());
   bar_->setValue(static_cast<int>(top - kept.begin()));
