@@ -145,8 +145,9 @@ Result<std::size_t, std::error_code> waitingOutput(asio::serial_port& port) {
   int count = 0;
   if (ioctl(port.native_handle(), TIOCOUTQ, &count) != 0) return tl::unexpected(lastError());
   // What the hardware still holds goes out without fail.
-  if (count == 0 && tcdrain(port.native_handle()) != 0) return tl::unexpected(lastError());
-  return static_cast<std::size_t>(count);
+  if (count > 0 || tcdrain(port.native_handle()) == 0) return static_cast<std::size_t>(count);
+  if (errno == EINTR) return std::size_t{1};
+  return tl::unexpected(lastError());
 }
 
 namespace {

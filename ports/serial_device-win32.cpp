@@ -26,9 +26,14 @@ bool isPipe(asio::serial_port& port) {
 
 /// A simulated controller's. Who serves it learns who calls, and may do nothing in their name.
 std::error_code openPipe(asio::serial_port& port, const std::string& name) {
-  Handle pipe = owned(
-      CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                  FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION, nullptr));
+  constexpr DWORD longest = 500;  // milliseconds
+  Handle pipe;
+  do {
+    pipe = owned(CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                             FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
+                             nullptr));
+    // Its end takes a moment to see that the last caller has gone.
+  } while (!pipe && GetLastError() == ERROR_PIPE_BUSY && WaitNamedPipeA(name.c_str(), longest));
   if (!pipe) return failedIf(true);
   std::error_code error;
   port.assign(pipe.get(), error);

@@ -4578,6 +4578,10 @@ Fehler des simulierten Panels jetzt: %2</translation>
         <source>Direction: &gt; sent, &lt; received, = a touch report</source>
         <translation>Richtung: &gt; gesendet, &lt; empfangen, = eine Berührungsmeldung</translation>
     </message>
+    <message>
+        <source>Searching …</source>
+        <translation>Suche …</translation>
+    </message>
 </context>
 <context>
     <name>touch::frmControllerPage</name>

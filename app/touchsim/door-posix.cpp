@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <asio/io_context.hpp>
+#include <asio/steady_timer.hpp>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -42,7 +44,7 @@ bool isTooLong(const fs::path& path) {
 class SocketDoor final : public Door {
  public:
   SocketDoor(asio::io_context& context, fs::path path, OnCall onCall)
-      : path_(std::move(path)), onCall_(std::move(onCall)), acceptor_(context) {}
+      : path_(std::move(path)), onCall_(std::move(onCall)), acceptor_(context), retry_(context) {}
   ~SocketDoor() override {
     if (isThere_) unlink(path_.c_str());
   }
@@ -67,15 +69,24 @@ class SocketDoor final : public Door {
  private:
   void acceptNext() {
     acceptor_.async_accept([this](const std::error_code& error, Call call) {
-      if (error) return;
-      onCall_(std::move(call));
-      acceptNext();
+      if (error == asio::error::operation_aborted) return;
+      if (!error) {
+        onCall_(std::move(call));
+        return acceptNext();
+      }
+      // Where there are too many open files the caller goes on knocking.
+      constexpr std::chrono::milliseconds littleLater{100};
+      retry_.expires_after(littleLater);
+      retry_.async_wait([this](const std::error_code& ended) {
+        if (!ended) acceptNext();
+      });
     });
   }
 
   fs::path path_;
   OnCall onCall_;
   Socket::acceptor acceptor_;
+  asio::steady_timer retry_;
   bool isThere_ = false;
 };
 

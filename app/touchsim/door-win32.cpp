@@ -1,4 +1,5 @@
 #include <array>
+#include <asio/error.hpp>
 #include <asio/io_context.hpp>
 #include <asio/windows/overlapped_ptr.hpp>
 #include <system_error>
@@ -39,9 +40,10 @@ class PipeDoor final : public Door {
     static_cast<void>(pipe.release());
     asio::windows::overlapped_ptr connecting(
         context_, [this, waiting = waiting_](const std::error_code& error, std::size_t) {
-          if (error) return;
+          if (error == asio::error::operation_aborted) return;
+          // The caller may have gone again; whoever comes next finds an end of the pipe.
           listen(PipeEnd::further);
-          onCall_(std::move(*waiting));
+          if (!error) onCall_(std::move(*waiting));
         });
     const bool begun = ConnectNamedPipe(waiting_->native_handle(), connecting.get()) != 0;
     const DWORD how = begun ? ERROR_IO_PENDING : GetLastError();

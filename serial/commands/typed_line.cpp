@@ -70,6 +70,7 @@ std::vector<TypedLine> linesSentBy(const Script& script) {
   std::vector<const RepeatStep*> repeats;
   for (const ScriptStep& step : script.steps) {
     if (const auto* const repeat = std::get_if<RepeatStep>(&step.action)) repeats.push_back(repeat);
+    if (std::holds_alternative<EndStep>(step.action)) repeats.pop_back();
     const auto* const send = std::get_if<SendStep>(&step.action);
     if (send == nullptr) continue;
     std::string bytes = send->bytes;

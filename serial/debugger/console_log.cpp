@@ -151,15 +151,6 @@ std::string ConsoleWriter::heading() const {
                      say("debugger", "Field"));
 }
 
-std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::string_view text,
-                                    std::size_t from) {
-  for (std::size_t step = 0; step < lines.size(); ++step) {
-    const std::size_t index = (from + step) % lines.size();
-    if (holds(shown(lines[index]), text)) return index;
-  }
-  return std::nullopt;
-}
-
 void ConsoleLog::sent(std::span<const std::uint8_t> bytes, Moment moment) {
   addBytes(ConsoleLineKind::sent, bytes, moment);
 }

@@ -120,9 +120,4 @@ class ConsoleLog {
   std::optional<KeptLines> frozen_;
 };
 
-/// The first line from `from` on that has `text` in it as shown, capitals or not; the search goes
-/// on at the top.
-std::optional<std::size_t> findLine(const std::deque<ConsoleLine>& lines, std::string_view text,
-                                    std::size_t from);
-
 }  // namespace touch

@@ -145,4 +145,14 @@ void ConsoleView::lookAround() {
     takePrevious();
 }
 
+void ConsoleSearch::look() {
+  const KeptLines& kept = log_.kept();
+  for (std::size_t looked = 0; isLooking() && looked < ConsoleView::mostSearched; ++looked) {
+    --left_;
+    if (next_ < kept.begin() || next_ >= kept.end()) next_ = kept.begin();
+    if (next_ < kept.end() && passes(kept, next_, wanted_)) found_ = next_;
+    ++next_;
+  }
+}
+
 }  // namespace touch

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <optional>
 #include <utility>
 
 #include "serial/debugger/console_log.h"
@@ -88,6 +89,28 @@ class ConsoleView {
   bool reachesEnd_ = false;
   int calm_ = ebb;  ///< how many times in a row there was no flood
   Change change_;
+};
+
+/// Looks for a text in all lines that a log has kept, from a line on and then from the first, in
+/// pieces.
+class ConsoleSearch {
+ public:
+  /// `log` outlives it.
+  ConsoleSearch(const ConsoleLog& log, ConsoleFilter wanted, std::uint64_t from)
+      : log_(log), wanted_(std::move(wanted)), next_(from), left_(log.kept().size()) {}
+
+  /// At so many lines as a window has the time for.
+  void look();
+  bool isLooking() const { return !found_ && left_ > 0; }
+  /// The number of the line.
+  std::optional<std::uint64_t> found() const { return found_; }
+
+ private:
+  const ConsoleLog& log_;
+  ConsoleFilter wanted_;
+  std::uint64_t next_;
+  std::size_t left_;  ///< to be looked at
+  std::optional<std::uint64_t> found_;
 };
 
 }  // namespace touch

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "serial/debugger/debugger_port.h"
 
@@ -27,8 +28,13 @@ bool ReturningPort::isTooSoon(std::chrono::milliseconds betweenLooks) {
 void ReturningPort::remember() {
   if (!port_.serial().isOpen()) return;
   if (remembered_ == port_.selected() && isTooSoon(whileOpen)) return;
+  auto now = list_();
+  // One that goes at this very moment is to be remembered as it was.
+  const bool isThere = std::ranges::any_of(
+      now, [this](const KnownHardware& known) { return known.port.number == port_.selected(); });
+  if (remembered_ == port_.selected() && !isThere) return;
   remembered_ = port_.selected();
-  known_ = list_();
+  known_ = std::move(now);
 }
 
 bool ReturningPort::takeUpAgain() {

@@ -25,7 +25,8 @@ class AsioSerialPort::Line {
   std::error_code apply(const LineSettings& settings);
   /// `timed_out`: the line did not take them.
   std::error_code write(std::span<const std::uint8_t> bytes, std::chrono::milliseconds limit);
-  /// Waits until what was written has gone out; the rest is thrown away.
+  /// Waits until what was written has gone out. What the device does not send, so that nothing
+  /// moves for `limit`, is thrown away.
   std::error_code finishOutput(std::chrono::milliseconds limit);
   /// Takes in what has arrived, as far as there is room for it.
   std::error_code collect();
@@ -143,11 +144,14 @@ std::error_code AsioSerialPort::Line::finishOutput(std::chrono::milliseconds lim
   constexpr std::chrono::milliseconds littleLater{2};
   // What is on no wire is there at once, and may be read by nobody.
   if (serial_device::takenBy(port_) != serial_device::Takes::everything) return {};
-  const auto end = std::chrono::steady_clock::now() + limit;
-  while (std::chrono::steady_clock::now() < end) {
+  std::optional<std::size_t> least;
+  for (auto fell = std::chrono::steady_clock::now();
+       std::chrono::steady_clock::now() - fell < limit;) {
     const auto waiting = serial_device::waitingOutput(port_);
     if (!waiting) return waiting.error();
     if (*waiting == 0) return {};
+    if (!least || *waiting < *least) fell = std::chrono::steady_clock::now();
+    least = std::min(least.value_or(*waiting), *waiting);
     asio::steady_timer(context_, littleLater).wait();
   }
   return serial_device::clearOutput(port_);

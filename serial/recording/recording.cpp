@@ -328,6 +328,7 @@ Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now,
   stop();
   path_ = file;
   start_ = now;
+  last_ = {};
   written_ = 0;
   // Whoever records has the port meanwhile: what is no file must keep nobody waiting.
   file_ = openForWriting(file);
@@ -347,7 +348,8 @@ Status Recorder::start(const std::filesystem::path& file, Clock::TimePoint now,
 
 void Recorder::add(Clock::TimePoint time, Direction direction,
                    std::span<const std::uint8_t> bytes) {
-  last_ = std::max(last_, std::chrono::duration_cast<std::chrono::microseconds>(time - start_));
+  if (!isOn()) return;
+  last_ = lineTime(time);
   while (isOn() && !bytes.empty()) {
     if (last_ / std::chrono::seconds(1) > longestRecording) {
       breakOff(say("recording", "a recording that can be read again"),
@@ -361,8 +363,11 @@ void Recorder::add(Clock::TimePoint time, Direction direction,
 }
 
 void Recorder::remark(Clock::TimePoint now, std::string_view text) {
-  const auto time = std::chrono::duration_cast<std::chrono::microseconds>(now - start_);
-  if (isOn()) write(fmt::format("# {} {}", timeText(time), printable(text)));
+  if (isOn()) write(fmt::format("# {} {}", timeText(lineTime(now)), printable(text)));
+}
+
+std::chrono::microseconds Recorder::lineTime(Clock::TimePoint time) const {
+  return std::max(last_, std::chrono::duration_cast<std::chrono::microseconds>(time - start_));
 }
 
 void Recorder::write(std::string_view line) {

@@ -176,6 +176,8 @@ class Recorder {
  private:
   void write(std::string_view line);
   void breakOff(std::string expected, std::string found);
+  /// Since the start, but never before the line above.
+  std::chrono::microseconds lineTime(Clock::TimePoint time) const;
 
   std::size_t limit_;
   std::size_t written_ = 0;

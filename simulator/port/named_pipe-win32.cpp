@@ -45,10 +45,11 @@ Handle createOwnPipe(const std::string& name, PipeEnd end) {
   const SystemMemory rule = onlyThisUser();
   if (!rule) return nullptr;
   SECURITY_ATTRIBUTES security{sizeof(SECURITY_ATTRIBUTES), rule.get(), FALSE};
-  const DWORD first = end == PipeEnd::first ? FILE_FLAG_FIRST_PIPE_INSTANCE : 0;
+  const DWORD first = end == PipeEnd::further ? 0 : FILE_FLAG_FIRST_PIPE_INSTANCE;
+  const DWORD most = end == PipeEnd::only ? 1 : PIPE_UNLIMITED_INSTANCES;
   return owned(CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX | FILE_FLAG_OVERLAPPED | first,
-                                PIPE_TYPE_BYTE | PIPE_REJECT_REMOTE_CLIENTS,
-                                PIPE_UNLIMITED_INSTANCES, room, room, 0, &security));
+                                PIPE_TYPE_BYTE | PIPE_REJECT_REMOTE_CLIENTS, most, room, room, 0,
+                                &security));
 }
 
 }  // namespace touch::simulator

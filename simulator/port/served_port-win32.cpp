@@ -26,7 +26,7 @@ struct OpenPipe {
 std::optional<OpenPipe> openPipe() {
   for (int number = 1; number <= mostPorts; ++number) {
     std::string path = R"(\\.\pipe\touchsim-)" + std::to_string(number);
-    if (Handle pipe = createOwnPipe(path, PipeEnd::first))
+    if (Handle pipe = createOwnPipe(path, PipeEnd::only))
       return OpenPipe{std::move(pipe), std::move(path)};
   }
   return std::nullopt;

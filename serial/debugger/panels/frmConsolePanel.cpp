@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -481,14 +482,32 @@ void frmConsolePanel::save() {
 }
 
 void frmConsolePanel::findNext() {
+  const bool isUnderWay = search_ && search_->isLooking();
   const QTextCursor at = text_->textCursor();
-  const auto from = static_cast<std::size_t>(at.blockNumber()) + (at.hasSelection() ? 1 : 0);
-  const auto found = findLine(view_.lines(), searched_->text().toStdString(), from);
-  if (!found || searched_->text().isEmpty()) {
+  const std::uint64_t from = placeAt(at.position()).line + (at.hasSelection() ? 1 : 0);
+  ConsoleFilter wanted = filter();
+  wanted.containing = searched_->text().toStdString();
+  search_.emplace(log_, std::move(wanted), from);
+  if (!isUnderWay) findOn();
+}
+
+void frmConsolePanel::findOn() {
+  if (searched_->text().isEmpty()) {
+    search_.reset();
+  } else if (search_->look(); search_->isLooking()) {
+    emit statusChanged(tr("Searching …"));
+    QTimer::singleShot(0, this, [this] { findOn(); });
+    return;
+  }
+  const auto found = search_ ? search_->found() : std::nullopt;
+  if (!found) {
     emit statusChanged(tr("Nothing found."));
     return;
   }
-  QTextCursor cursor(text_->document()->findBlockByNumber(static_cast<int>(*found)));
+  if (const std::size_t index = view_.indexOf(*found);
+      index >= view_.lines().size() || view_.numberOf(index) != *found)
+    goTo(*found);
+  QTextCursor cursor(text_->document()->findBlockByNumber(static_cast<int>(view_.indexOf(*found))));
   cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
   text_->setTextCursor(cursor);
   text_->centerCursor();
@@ -500,9 +519,12 @@ bool frmConsolePanel::eventFilter(QObject* watched, QEvent* event) {
       if (watched == text_ && takeKey(*static_cast<QKeyEvent*>(event))) return true;
       break;
     case QEvent::MouseButtonPress:
-      pressed_ = true;
+      // The menu of the other button takes its release.
+      pressed_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
       break;
     case QEvent::MouseButtonRelease:
+    case QEvent::FocusOut:
+    case QEvent::Hide:
       pressed_ = false;
       settleSoon();
       break;

@@ -3,6 +3,7 @@
 #include <QWidget>
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "reports/report_decoder.h"
 #include "serial/debugger/console_log.h"
@@ -43,6 +44,7 @@ class frmConsolePanel final : public QWidget {
   void copy();
   void save();
   void findNext();
+  void findOn();
 
  signals:
   void doubleClicked();
@@ -108,7 +110,8 @@ class frmConsolePanel final : public QWidget {
   QWidget* filterBar_;
   QWidget* keepBar_;
   ConsoleView view_;
-  ConsoleWriter writer_;  ///< of the line behind them
+  std::optional<ConsoleSearch> search_;  ///< the last one
+  ConsoleWriter writer_;                 ///< of the line behind them
   TextPlace cursor_;
   TextPlace anchor_;
   bool writing_ = false;   ///< the text moves by itself

@@ -351,6 +351,7 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
   folder.write("r.txt",
                "touch recording 1\n"
                "0.000000 > 01 4D 53 0D\n"
+               "0.009000 > 01 4D 50 0D\n"
                "0.010000 < D8 10 20 30 01 41\n"
                "0.020000 < 98 10 20\n"
                "0.030000 < 30 01\n");
@@ -360,11 +361,13 @@ TEST_F(Touchctl, DecodesAndReplaysARecordingWithoutADriver) {
        "0.0090 = touch X  4112 Y   176  D8 10 20 30 01\n0.0100 < 41",
        "2 reports, 1 unrecognised bytes"},
       {"serial decode --json @/r.txt", 0,
-       "{\"time\":0.008958,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n", ""},
+       "{\"time\":0.008958,\"touching\":true,\"x\":4112,\"y\":176,\"bytes\":\"D8 10 20 30 01\"}\n",
+       ""},
       {"serial decode --csv @/r.txt", 0,
        "reckoned\n0.008959,1,4112,176,,1\n0.030000,0,4112,176,21.041,0\n", ""},
       {"serial decode --csv @/torn.txt", 1, "\n0.000000,1,4112,176,,0\n",
        "torn.txt, line 3: expected a time"},
+      {"serial replay @/r.txt", 0, "0.0090 > 01 4D 50 0D", ""},
       {"serial replay @/r.txt", 0, "touch X  4112 Y   176", ""},
       {"serial decode @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},
       {"serial replay @/torn.txt", 1, "touch X  4112 Y   176", "torn.txt, line 3: expected a time"},

@@ -66,7 +66,9 @@ TEST(TypedLines, ComeBackFromTheHistory) {
   EXPECT_EQ(sent[2], history.lines()[2]);
   EXPECT_EQ(*touch::bytesOf(sent[3]), *touch::bytesOf(history.lines()[3]));
   const auto looped =
-      linesSentBy(*parseScript("touch script 1\nrepeat AA 0A to 3F\ncommand GP{AA}\nend", "s"));
+      linesSentBy(*parseScript("touch script 1\nrepeat AA 00 to 09\nend\n"
+                               "repeat AA 0A to 3F\ncommand GP{AA}\nend",
+                               "s"));
   ASSERT_EQ(looped.size(), 1u);
   EXPECT_EQ(*touch::bytesOf(looped[0]), (std::vector<std::uint8_t>{1, 'G', 'P', '0', 'A', 13}));
   for (std::size_t i = 0; i < SendHistory::mostKept; ++i)

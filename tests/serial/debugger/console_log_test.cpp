@@ -35,9 +35,6 @@ TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
                      testing::HasSubstr("\n+0.0000 = ")));
   EXPECT_THAT(log.text({}, {ConsoleTimes::ofDay, {}}),
               testing::MatchesRegex("[0-9:]{8}[.]0050 > (.|\n)*\n[0-9:]{8}[.]1050 < 72 (.|\n)*"));
-  EXPECT_EQ(findLine(log.lines(), "tou", 1), 3u);
-  EXPECT_EQ(findLine(log.lines(), "ut", 2), 0u) << "and around";
-  EXPECT_EQ(findLine(log.lines(), "absent", 0), std::nullopt);
   EXPECT_EQ(log.lines({.sent = false, .containing = "55 54"}).size(), 0u);
   EXPECT_EQ(log.lines({.received = false, .notes = false}).size(), 2u);
 }
@@ -220,6 +217,30 @@ TEST_F(ConsoleViewTest, StandsWhereTheUserIsAndSlidesOverAllThatIsKept) {
   log.clear();
   EXPECT_EQ(shownAfter(1), std::pair(-1, -1));
   EXPECT_TRUE(view.isFollowing());
+}
+
+TEST_F(ConsoleViewTest, SearchesAllThatIsKeptInPiecesAndAround) {
+  log.note("early Tou");
+  for (int i = 0; i < 30'000; ++i)
+    log.report("touch X", Bytes{0xD8, 0x01});
+  log.note("late");
+  const std::tuple<std::string, std::uint64_t, std::optional<std::uint64_t>, int> cases[] = {
+      // text, from, found, in so many pieces
+      {"tou", 1, 1, 1},
+      {"EARLY", 1, 0, 4},
+      {"late", 0, 30'001, 4},
+      {"late", 99'999, 30'001, 4},
+      {"absent", 5, std::nullopt, 4}};
+  for (const auto& [text, from, found, pieces] : cases) {
+    ConsoleSearch search(log, {.containing = text}, from);
+    int looks = 0;
+    for (; search.isLooking(); ++looks)
+      search.look();
+    EXPECT_EQ(search.found(), found) << text;
+    EXPECT_EQ(looks, pieces) << text;
+  }
+  log.clear();
+  EXPECT_FALSE(ConsoleSearch(log, {.containing = "late"}, 3).isLooking());
 }
 
 TEST_F(ConsoleViewTest, FindsBitByBitWhatMatchesHoweverFarBackItIs) {

@@ -62,7 +62,12 @@ TEST_F(RecordingTest, HoldsEverythingThatPassedThePortAndPlaysItAgain) {
 TEST_F(RecordingTest, HasTheTimesThatThePortTells) {
   ASSERT_EQ(whyNot(port.take()), "");
   RecordedPort recorded(serial, clock);
-  ASSERT_EQ(whyNot(recorded.startRecording(file)), "");
+  clock.delay(5s);
+  recorded.write(bytesOf("before"));
+  ASSERT_EQ(whyNot(recorded.startRecording(folder.path() / "other.rec")), "");
+  clock.delay(5s);
+  recorded.write(bytesOf("before"));
+  ASSERT_EQ(whyNot(recorded.startRecording(file)), "") << "its times begin anew";
   const auto begin = clock.now();
   // Nothing is read meanwhile.
   clock.stand(100ms, [](auto) { return false; });

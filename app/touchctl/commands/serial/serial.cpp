@@ -131,7 +131,7 @@ ExitStatus replay(const ShellOptions& shell, CommandSet set, const fs::path& fil
   if (const auto line = port.line()) printer.setLine(*line);
   port.onSent = [&](std::span<const std::uint8_t> bytes) {
     printer.idle();
-    printer.sent(port.position(), bytes);
+    printer.sent(port.positionAt(port.sentAt()), bytes);
   };
   printReports(
       clock, port, printer, std::nullopt, [&port] { return port.isFinished(); },
