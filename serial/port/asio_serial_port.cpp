@@ -215,9 +215,7 @@ std::unique_ptr<AsioSerialPort> AsioSerialPort::withTrueTimes(ComPorts ports) {
   return std::make_unique<AsioSerialPort>(std::move(ports), usualTransferLimit, Times::ofArrival);
 }
 
-AsioSerialPort::~AsioSerialPort() {
-  close();
-}
+AsioSerialPort::~AsioSerialPort() = default;
 
 Result<void, std::string> AsioSerialPort::setSettings(std::string_view settings) {
   const auto wanted = parseLineSettings(settings);
