@@ -37,6 +37,14 @@ TEST_F(ConsoleLogTest, ShowsTimeDirectionHexAndText) {
               testing::MatchesRegex("[0-9:]{8}[.]0050 > (.|\n)*\n[0-9:]{8}[.]1050 < 72 (.|\n)*"));
   EXPECT_EQ(log.lines({.sent = false, .containing = "55 54"}).size(), 0u);
   EXPECT_EQ(log.lines({.received = false, .notes = false}).size(), 2u);
+  log.setDataBits(7);
+  log.sent(Bytes{0x58});
+  log.received(Bytes{0x58, 0x10});
+  log.setDataBits(8);
+  log.received(Bytes{0x58});
+  const std::string text = log.text();
+  EXPECT_THAT(text, testing::HasSubstr("8th bit set: D8 90\n"));
+  EXPECT_EQ(text.find("8th bit"), text.rfind("8th bit")) << "only of what came with 7 data bits";
 }
 
 TEST_F(ConsoleLogTest, HasNoTimeThatIsYetToComeOrBeforeTheLineAbove) {
