@@ -41,8 +41,8 @@ class Pause {
 class Bench {
  public:
   /// Makes the port, or says why there is none.
-  using MakePort =
-      std::function<Result<std::unique_ptr<ServedPort>, std::string>(ControllerEnd controller)>;
+  using MakePort = std::function<Result<std::unique_ptr<ServedPort>, std::string>(
+      const ControllerEnd& controller)>;
   static Result<std::unique_ptr<Bench>, std::string> open(const ControllerModel& model, int baud,
                                                           const MakePort& makePort);
   explicit Bench(const ControllerModel& model) : controller_(model) {}

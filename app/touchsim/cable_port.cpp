@@ -30,7 +30,7 @@ UserLine sameAs(const LineFormat& own) {
 Result<std::unique_ptr<ServedPort>, std::string> CablePort::open(asio::io_context& context,
                                                                  const ComPorts& ports, int number,
                                                                  const LineSettings& line,
-                                                                 ControllerEnd controller) {
+                                                                 const ControllerEnd& controller) {
   auto port = std::make_unique<CablePort>(context, ports, number, line, controller);
   auto opened = port->port_.setSettings(describe(line));
   if (opened) opened = port->port_.open();
@@ -40,7 +40,7 @@ Result<std::unique_ptr<ServedPort>, std::string> CablePort::open(asio::io_contex
 }
 
 CablePort::CablePort(asio::io_context& context, const ComPorts& ports, int number,
-                     const LineSettings& line, ControllerEnd controller)
+                     const LineSettings& line, const ControllerEnd& controller)
     : timer_(context),
       port_(ports),
       path_(ports.device(number)),

@@ -21,9 +21,9 @@ class CablePort final : public ServedPort {
   static Result<std::unique_ptr<ServedPort>, std::string> open(asio::io_context& context,
                                                                const ComPorts& ports, int number,
                                                                const LineSettings& line,
-                                                               ControllerEnd controller);
+                                                               const ControllerEnd& controller);
   CablePort(asio::io_context& context, const ComPorts& ports, int number, const LineSettings& line,
-            ControllerEnd controller);
+            const ControllerEnd& controller);
 
   const std::string& path() const override { return path_; }
   void wake() override {}

@@ -231,7 +231,7 @@ void tellOf(const std::vector<std::string>& recordings) {
 }
 
 touch::Result<std::unique_ptr<ServedPort>, std::string> portFor(const Options& options, int baud,
-                                                                ControllerEnd controller,
+                                                                const ControllerEnd& controller,
                                                                 asio::io_context& context) {
   if (options.port) {
     return CablePort::open(context, options.comPorts, *options.port,
@@ -255,7 +255,7 @@ int run(const Options& options) {
   Pause pause;
   const int baud = options.speed.value_or(options.line.baud);
   const auto opened = Bench::open(described ? described->model() : modelNamed(options.controller),
-                                  baud, [&](ControllerEnd controller) {
+                                  baud, [&](const ControllerEnd& controller) {
                                     return portFor(options, baud, controller, pause.context());
                                   });
   if (!opened) return failed(opened.error());

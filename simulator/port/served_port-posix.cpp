@@ -129,7 +129,7 @@ void writeOrLose(int descriptor, std::span<const std::uint8_t> bytes) {
 
 class PseudoTerminal final : public ServedPort {
  public:
-  PseudoTerminal(Terminal terminal, ControllerEnd controller)
+  PseudoTerminal(Terminal terminal, const ControllerEnd& controller)
       : terminal_(std::move(terminal)),
         controller_(controller),
         thread_([this](const std::stop_token& stopped) { serve(stopped); }) {}
@@ -179,7 +179,7 @@ std::vector<int> ServedPort::speeds() {
   return speeds;
 }
 
-std::unique_ptr<ServedPort> ServedPort::open(ControllerEnd controller) {
+std::unique_ptr<ServedPort> ServedPort::open(const ControllerEnd& controller) {
   auto terminal = openTerminal();
   if (!terminal) return nullptr;
   return std::make_unique<PseudoTerminal>(std::move(*terminal), controller);

@@ -39,7 +39,7 @@ UserLine sameAs(const LineFormat& own) {
 
 class NamedPipe final : public ServedPort {
  public:
-  NamedPipe(OpenPipe pipe, ControllerEnd controller)
+  NamedPipe(OpenPipe pipe, const ControllerEnd& controller)
       : pipe_(std::move(pipe)),
         controller_(controller),
         thread_([this](const auto& stopped) { serve(stopped); }) {}
@@ -142,7 +142,7 @@ std::vector<int> ServedPort::speeds() {
           576000, 921600, 1000000, 1152000, 1500000, 2000000, 2500000, 3000000, 3500000, 4000000};
 }
 
-std::unique_ptr<ServedPort> ServedPort::open(ControllerEnd controller) {
+std::unique_ptr<ServedPort> ServedPort::open(const ControllerEnd& controller) {
   // A library that is being unloaded cannot wait for its own thread: from now on it stays.
   HMODULE module = nullptr;
   GetModuleHandleExA(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,

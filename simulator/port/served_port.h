@@ -14,7 +14,7 @@ namespace touch::simulator {
 class ServedPort {
  public:
   /// Null where the system has none to offer.
-  static std::unique_ptr<ServedPort> open(ControllerEnd controller);
+  static std::unique_ptr<ServedPort> open(const ControllerEnd& controller);
 
   /// The speeds that a program can set at the device, in bits a second.
   static std::vector<int> speeds();
