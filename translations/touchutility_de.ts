@@ -995,8 +995,8 @@
         <translation>Frage auf COM%1, %2 … (%3 von %4)</translation>
     </message>
     <message>
-        <source>it has no number</source>
-        <translation>er hat keine Nummer</translation>
+        <source>it has no number; --com N=DEVICE gives it one</source>
+        <translation>er hat keine Nummer; --com N=GERÄT gibt ihm eine</translation>
     </message>
     <message>
         <source>%1 was not asked: %2.</source>
@@ -3175,8 +3175,8 @@
         <translation>%1 kann nicht geöffnet werden: %2</translation>
     </message>
     <message>
-        <source>%1 is gone: it was unplugged or switched off (%2). Connect it and open it again.</source>
-        <translation>%1 ist nicht mehr da: abgezogen oder ausgeschaltet (%2). Schließen Sie das Gerät an, und öffnen Sie den Port erneut.</translation>
+        <source>%1 is gone: it was unplugged or switched off (%2). Connect it again.</source>
+        <translation>%1 ist nicht mehr da: abgezogen oder ausgeschaltet (%2). Schließen Sie das Gerät wieder an.</translation>
     </message>
     <message>
         <source>%1 cannot be set to %2: %3.</source>
@@ -5419,6 +5419,10 @@ Mit späteren zusammen gelesen, Zeit aus der Geschwindigkeit der Leitung errechn
     <message>
         <source>The recording is still being read.</source>
         <translation>Die Aufzeichnung wird noch gelesen.</translation>
+    </message>
+    <message>
+        <source> From %1 to %2 s.</source>
+        <translation> Von %1 bis %2 s.</translation>
     </message>
 </context>
 <context>

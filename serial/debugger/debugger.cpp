@@ -52,7 +52,7 @@ Debugger::Debugger(const Access& access, Prompt& prompt, SerialPort& serial,
       script_(access, prompt, port_, log_, formats_),
       mode_(parts(), {recorded_, port_.gate(), [this] {
                         receivedAtLoss_ = mode_.isReceiving();
-                        port_.tellLoss();
+                        noteLoss();
                       }}) {
   chooseSet(CommandSet::quorvane);
   recorded_.keepTimes(true);
@@ -143,6 +143,11 @@ void Debugger::searchEverywhere() {
 
 void Debugger::stopSearch() {
   if (searching_) gate().cutShort();
+}
+
+void Debugger::noteLoss() {
+  // No box: nobody may be there to close it when the port comes back.
+  if (const auto reason = port_.takeLoss()) tell(*reason);
 }
 
 std::optional<int> Debugger::usedPort() const {
@@ -340,7 +345,7 @@ void Debugger::look() {
   // A port that nobody uses does not notice by itself that its device has gone.
   unreadBefore_ = std::exchange(unread_, recorded_.inBufferCount());
   port_.noteDamage();
-  port_.tellLoss();
+  noteLoss();
   returning_.remember();
   if (!isRecording()) stopRecording();
   if (!isReplaying()) return;

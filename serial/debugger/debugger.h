@@ -154,6 +154,7 @@ class Debugger {
   std::optional<int> usedPort() const;
   /// Awaits a port that was in use, and is closed, if its device has gone meanwhile.
   void awaitIfGone(int port);
+  void noteLoss();
   void tell(std::string text);
 
   Access access_;

@@ -293,13 +293,17 @@ void DebuggerPort::tellNotSent() {
   prompt_.message(notSentText());
 }
 
+std::optional<std::string> DebuggerPort::takeLoss() {
+  if (!isTaken() || serial_.isOpen() || lossTold_) return std::nullopt;
+  auto reason = serial_.lost();
+  if (reason) noteGone();
+  return reason;
+}
+
 bool DebuggerPort::tellLoss() {
-  if (!isTaken() || serial_.isOpen() || lossTold_) return false;
-  const auto reason = serial_.lost();
-  if (!reason) return false;
-  noteGone();
-  gate_.runWithin([this, &reason] { prompt_.message(*reason); });
-  return true;
+  const auto reason = takeLoss();
+  if (reason) gate_.runWithin([this, &reason] { prompt_.message(*reason); });
+  return reason.has_value();
 }
 
 void DebuggerPort::await(int port) {

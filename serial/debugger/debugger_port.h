@@ -124,6 +124,8 @@ class DebuggerPort {
   /// When the device has gone while the port was open: tells the user, once. Returns whether that
   /// was so. To be asked at the end of whatever uses the port.
   bool tellLoss();
+  /// The same for whoever says it in another way: why it has gone.
+  std::optional<std::string> takeLoss();
   /// The device has gone, and no other port was chosen since.
   bool isAwaited() const { return awaited_ == selected_ && !serial_.isOpen(); }
   /// The device of a port that was in use has gone, which the user knows: the console says when,

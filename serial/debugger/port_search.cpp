@@ -53,7 +53,9 @@ PortSearch searchEverywhere(DebuggerPort& port, const ComPorts& comPorts,
   std::vector<int> numbers;
   std::vector<ListedPort> asked;
   for (const auto& [listed, driver, maker, hindrance, state] : portFacts(comPorts)) {
-    const std::string reason = listed.number == 0 ? say("debugger", "it has no number") : hindrance;
+    const std::string reason =
+        listed.number == 0 ? say("debugger", "it has no number; --com N=DEVICE gives it one")
+                           : hindrance;
     if (reason.empty()) {
       numbers.push_back(listed.number);
       asked.push_back(listed);

@@ -329,6 +329,10 @@ void frmPlotPanel::draw() {
     return;
   }
   const SeriesFigures figures = shown().figures(shownRange());
+  const TimeRange range = shownRange();
+  const auto seconds = [this](TimeRange::Time time) {
+    return locale().toString(static_cast<double>(time.count()) / 1e6, 'f', 3);
+  };
   figures_->setText(
       tr("Reports: %1. Strokes: %2. Reports a second while touched: %3.\n"
          "Scatter, of a resting finger its noise: X %4, Y %5 (from end to end %6 and %7).\n"
@@ -340,7 +344,8 @@ void frmPlotPanel::draw() {
                locale().toString(figures.deviationY, 'f', 1))
           .arg(figures.spanX.value)
           .arg(figures.spanY.value)
-          .arg(figures.reckoned));
+          .arg(figures.reckoned) +
+      tr(" From %1 to %2 s.").arg(seconds(range.from), seconds(range.to)));
 }
 
 }  // namespace touch

@@ -321,10 +321,9 @@ std::optional<int> AsioSerialPort::descriptor() const {
 
 void AsioSerialPort::loseOn(const std::error_code& error) {
   if (!error) return;
-  lost_ = filled(say("ports",
-                     "%1 is gone: it was unplugged or switched off (%2). Connect it and open it "
-                     "again."),
-                 {ports_.describe(number_), error.message()});
+  lost_ =
+      filled(say("ports", "%1 is gone: it was unplugged or switched off (%2). Connect it again."),
+             {ports_.describe(number_), error.message()});
   left_ = line_->takeReceived();
   line_.reset();
 }
