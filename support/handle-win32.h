@@ -18,9 +18,11 @@ inline Handle owned(HANDLE handle) {
 
 /// One read, write or connection that is under way, with the event that tells of its end. It must
 /// have ended before this goes.
-class Transfer {
+class OverlappedTransfer {
  public:
-  Transfer() : event_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) { state_.hEvent = event_.get(); }
+  OverlappedTransfer() : event_(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
+    state_.hEvent = event_.get();
+  }
   OVERLAPPED* state() { return &state_; }
   HANDLE event() const { return event_.get(); }
 

@@ -122,7 +122,7 @@ void Debugger::searchEverywhere() {
     const auto before = usedPort();
     searching_ = true;
     tell(say("debugger", "Searching all ports for a controller …"));
-    PortSearch search;
+    ControllerSearch search;
     runThen(
         [&] {
           search = touch::searchEverywhere(

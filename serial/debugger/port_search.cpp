@@ -25,7 +25,7 @@ std::vector<DebuggerPort::Place> placesOn(const std::vector<int>& ports) {
 
 }  // namespace
 
-std::string PortSearch::outcome() const {
+std::string ControllerSearch::outcome() const {
   if (found) {
     return filled(say("debugger", "A controller answers on COM%1, %2."),
                   {std::to_string(found->port), describe(found->line)});
@@ -44,12 +44,12 @@ std::string describe(const SearchProgress& progress) {
                  std::to_string(progress.number), std::to_string(progress.all)});
 }
 
-PortSearch searchEverywhere(DebuggerPort& port, const ComPorts& comPorts,
-                            const std::function<void(const SearchProgress&)>& onAsking) {
+ControllerSearch searchEverywhere(DebuggerPort& port, const ComPorts& comPorts,
+                                  const std::function<void(const SearchProgress&)>& onAsking) {
   // What this program has open itself is in nobody's way.
   port.takeFromDriver();
   port.serial().close();
-  PortSearch search;
+  ControllerSearch search;
   std::vector<int> numbers;
   std::vector<ListedPort> asked;
   for (const auto& [listed, driver, maker, hindrance, state] : portFacts(comPorts)) {

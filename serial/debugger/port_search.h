@@ -19,7 +19,7 @@ struct PortLeftOut {
 };
 
 /// How a search of all of the machine's ports ended.
-struct PortSearch {
+struct ControllerSearch {
   std::optional<DebuggerPort::Place> found;
   std::vector<PortLeftOut> leftOut;
   bool isComplete = true;  ///< false: it was cut short
@@ -40,7 +40,7 @@ std::string describe(const SearchProgress& progress);
 /// Asks on all ports that can be opened, at all settings: first the likely settings on each port,
 /// then the others. Where a controller answers the port stays open, else none does. `onAsking` is
 /// told before each place is asked; the search ends early when the port's gate is cut short.
-PortSearch searchEverywhere(DebuggerPort& port, const ComPorts& comPorts,
-                            const std::function<void(const SearchProgress&)>& onAsking);
+ControllerSearch searchEverywhere(DebuggerPort& port, const ComPorts& comPorts,
+                                  const std::function<void(const SearchProgress&)>& onAsking);
 
 }  // namespace touch

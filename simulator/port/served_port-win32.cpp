@@ -115,7 +115,7 @@ class NamedPipe final : public ServedPort {
   // A full line loses bytes instead of holding up the controller, and so does one without a caller.
   void writeOrLose(std::span<const std::uint8_t> bytes) {
     if (bytes.empty() || awaited_ == Awaited::caller) return;
-    Transfer transfer;
+    OverlappedTransfer transfer;
     DWORD count = 0;
     if (WriteFile(handle(), bytes.data(), static_cast<DWORD>(bytes.size()), nullptr,
                   transfer.state()) == 0 &&
@@ -128,7 +128,7 @@ class NamedPipe final : public ServedPort {
   OpenPipe pipe_;
   ControllerEnd controller_;
   Handle alarm_ = owned(CreateEventW(nullptr, FALSE, FALSE, nullptr));
-  Transfer awaiting_;
+  OverlappedTransfer awaiting_;
   Awaited awaited_ = Awaited::caller;
   std::array<std::uint8_t, 4096> bytes_{};
   std::jthread thread_;  // last: it ends before what it uses goes

@@ -61,7 +61,7 @@ class HostProcess final : public HostLink {
   }
 
   bool send(std::string_view bytes) override {
-    Transfer transfer;
+    OverlappedTransfer transfer;
     DWORD count = 0;
     if (WriteFile(pipe_.get(), bytes.data(), static_cast<DWORD>(bytes.size()), nullptr,
                   transfer.state()) == 0 &&
@@ -115,7 +115,7 @@ class HostProcess final : public HostLink {
   Handle job_;
   Handle process_;
   Handle pipe_;
-  Transfer read_;
+  OverlappedTransfer read_;
   std::array<char, 4096> buffer_{};
   bool reading_ = false;
   std::string ended_;

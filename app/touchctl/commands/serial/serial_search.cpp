@@ -13,7 +13,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-ordered_json jsonOf(const PortSearch& search) {
+ordered_json jsonOf(const ControllerSearch& search) {
   auto leftOut = ordered_json::array();
   for (const auto& [number, device, reason] : search.leftOut) {
     leftOut.push_back({{"port", number > 0 ? ordered_json(number) : ordered_json(nullptr)},
@@ -30,7 +30,7 @@ ordered_json jsonOf(const PortSearch& search) {
 }  // namespace
 
 ExitStatus findEverywhere(const SerialWork& work) {
-  const PortSearch search =
+  const ControllerSearch search =
       searchEverywhere(work.port, work.shell.comPorts, [&work](const SearchProgress& progress) {
         if (interrupted()) return work.port.gate().cutShort();
         complain(describe(progress));
