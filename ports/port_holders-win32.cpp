@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "ports/com_ports.h"
-#include "ports/pipe_name-win32.h"
+#include "ports/pipe-win32.h"
 #include "ports/port_holders.h"
 #include "support/text/text_encoding.h"
 
@@ -99,10 +99,7 @@ PortPermission portPermission(const std::string&) {
 }
 
 bool portExists(const std::string& device) {
-  if (isPipeName(device)) {
-    constexpr DWORD atOnce = 1;  // millisecond
-    return WaitNamedPipeA(device.c_str(), atOnce) != 0 || GetLastError() == ERROR_SEM_TIMEOUT;
-  }
+  if (isPipeName(device)) return pipeExists(device);
   return !kernelNameOf(device).empty();
 }
 

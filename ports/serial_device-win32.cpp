@@ -6,7 +6,7 @@
 #include <asio/buffer.hpp>
 #include <vector>
 
-#include "ports/pipe_name-win32.h"
+#include "ports/pipe-win32.h"
 #include "ports/port_holders.h"
 #include "support/handle-win32.h"
 #include "support/text/language.h"
@@ -24,16 +24,8 @@ bool isPipe(asio::serial_port& port) {
   return GetFileType(port.native_handle()) == FILE_TYPE_PIPE;
 }
 
-/// A simulated controller's. Who serves it learns who calls, and may do nothing in their name.
-std::error_code openPipe(asio::serial_port& port, const std::string& name) {
-  constexpr DWORD longest = 500;  // milliseconds
-  Handle pipe;
-  do {
-    pipe = owned(CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                             FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
-                             nullptr));
-    // Its end takes a moment to see that the last caller has gone.
-  } while (!pipe && GetLastError() == ERROR_PIPE_BUSY && WaitNamedPipeA(name.c_str(), longest));
+std::error_code openAsPort(asio::serial_port& port, const std::string& name) {
+  Handle pipe = openPipe(name);
   if (!pipe) return failedIf(true);
   std::error_code error;
   port.assign(pipe.get(), error);
@@ -63,7 +55,7 @@ Result<std::unique_ptr<Before>, std::error_code> open(asio::serial_port& port,
                                                       const std::string& device) {
   std::error_code error;
   if (isPipeName(device)) {
-    error = openPipe(port, device);
+    error = openAsPort(port, device);
     if (error) return tl::unexpected(error);
     return std::make_unique<Before>();
   }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/touchsim/door.h"
+#include "ports/pipe-win32.h"
 #include "simulator/port/named_pipe-win32.h"
 
 namespace touch::simulator {
@@ -15,11 +16,6 @@ namespace {
 
 constexpr std::string_view beginning = R"(\\.\pipe\touchsim-)";
 constexpr std::string_view end = "-requests";
-
-bool isThere(const std::string& door) {
-  constexpr DWORD atOnce = 1;  // millisecond
-  return WaitNamedPipeA(door.c_str(), atOnce) != 0 || GetLastError() == ERROR_SEM_TIMEOUT;
-}
 
 class PipeDoor final : public Door {
  public:
@@ -65,14 +61,7 @@ class PipeDoor final : public Door {
 };
 
 std::error_code connect(Call& call, const std::string& door) {
-  constexpr DWORD longest = 2000;  // milliseconds
-  Handle pipe;
-  do {
-    pipe = owned(CreateFileA(door.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                             FILE_FLAG_OVERLAPPED | SECURITY_SQOS_PRESENT | SECURITY_IDENTIFICATION,
-                             nullptr));
-    // Another caller is being let in.
-  } while (!pipe && GetLastError() == ERROR_PIPE_BUSY && WaitNamedPipeA(door.c_str(), longest));
+  Handle pipe = openPipe(door);
   if (!pipe) return {static_cast<int>(GetLastError()), std::system_category()};
   std::error_code error;
   call.assign(pipe.get(), error);
@@ -109,14 +98,14 @@ std::vector<std::string> doorsThere() {
   for (const auto& [name, most] : {std::pair("", 99), std::pair("COM", 255)}) {
     for (int number = 1; number <= most; ++number) {
       std::string door = doorOf(name + std::to_string(number));
-      if (isThere(door)) there.push_back(std::move(door));
+      if (pipeExists(door)) there.push_back(std::move(door));
     }
   }
   return there;
 }
 
 Result<Call, std::string> callAt(asio::io_context& context, const std::string& door) {
-  if (!isThere(door))
+  if (!pipeExists(door))
     return tl::unexpected(std::string("no simulated controller is running there"));
   Call call(context);
   if (const auto refused = connect(call, door)) return tl::unexpected(refused.message());

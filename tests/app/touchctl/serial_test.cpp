@@ -440,6 +440,23 @@ TEST_F(Serial, TerminalAndScriptsTalkToAProgramOfOthers) {
   EXPECT_EQ(terminal.waitForEnd(), 0);
 }
 
+TEST_F(Serial, ASimulatedControllerIsAtTheEndOfACable) {
+  EXPECT_THAT(runProgram(TOUCHSIM, {"--com", "1=/dev/none", "--port", "1"}).errors,
+              HasSubstr("touchsim: COM1 (/dev/none) cannot be opened: there is no such device"));
+  if (runProgram("/bin/sh", {"-c", "command -v socat"}).status != 0)
+    GTEST_SKIP() << "socat is missing, which is to be the cable; dev/setup installs it";
+  const std::string near = (folder.path() / "near").string();
+  const std::string far = (folder.path() / "far").string();
+  const BackgroundProgram cable(
+      "/usr/bin/socat", {"PTY,link=" + near + ",raw,echo=0", "PTY,link=" + far + ",raw,echo=0"});
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (!(fs::exists(near) && fs::exists(far)) && std::chrono::steady_clock::now() < deadline)
+    poll(nullptr, 0, 10);
+  BackgroundProgram controller(TOUCHSIM, {"--com", "1=" + near, "--port", "1"});
+  controller.textUntil(near + '\n');
+  EXPECT_THAT(run("--com 1=" + far + " serial send iO --no-driver").output, HasSubstr("M0130100"));
+}
+
 TEST_F(Serial, WaitsForNoPipeAnyMoreWhenItIsToldToEnd) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   ASSERT_EQ(mkfifo((folder.path() / "pipe").c_str(), S_IRUSR | S_IWUSR), 0);
